@@ -1,0 +1,34 @@
+# One INTERFACE target carries the compiler options; one function makes a room, one a test program.
+
+add_library(house INTERFACE)
+target_include_directories(house INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(house INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+target_compile_definitions(house INTERFACE QT_NO_CAST_TO_ASCII)
+target_link_libraries(house INTERFACE Qt6::Core Qt6::Gui Qt6::Widgets Qt6::Sql)
+if(ZELVO_SANITIZE)
+    target_compile_options(house INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    target_link_options(house INTERFACE -fsanitize=address,undefined)
+endif()
+
+# house_room(NAME libs...): every source of the current folder, as one static library.
+function(house_room name)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    list(FILTER sources INCLUDE REGEX "\\.cpp$")
+    if(sources)
+        file(GLOB headers CONFIGURE_DEPENDS *.h)
+        add_library(${name} STATIC ${sources} ${headers})
+        target_link_libraries(${name} PUBLIC house ${ARGN})
+    else()
+        add_library(${name} INTERFACE)
+        target_link_libraries(${name} INTERFACE house ${ARGN})
+    endif()
+endfunction()
+
+# house_test(NAME libs...): every source of the current folder, as one test program run by CTest.
+function(house_test name)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE test_support ${ARGN})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LANG=C.UTF-8" TIMEOUT 600)
+endfunction()

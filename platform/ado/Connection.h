@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+#include <memory>
+
+namespace ado {
+
+enum class Engine { SQLite, PostgreSQL, Odbc };
+
+/// One open database connection, shared by the host and its components. Belongs to one thread.
+///
+/// Statements are plain text, one statement a call: text after a top-level ';' and comments outside literals are
+/// refused. Every failure raises runtime::RuntimeError.
+///
+/// Transactions are flat: BeginTrans counts only once, any CommitTrans or RollbackTrans ends it. The server's own begin
+/// comes with the first write, so a transaction that was begun and forgotten holds no lock.
+class Connection : public std::enable_shared_from_this<Connection>
+{
+public:
+    /// "sqlite:FILE", "postgresql://USER@HOST/DB" or "odbc:CONNECTION STRING". A missing SQLite file is an error unless
+    /// `create` is set.
+    static std::shared_ptr<Connection> open(const QString &address, bool create = false);
+
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    const QString &address() const;
+    Engine engine() const;
+    /// For the host's own schema and bulk work; the components use Execute and Recordset.
+    QSqlDatabase database() const;
+
+    void BeginTrans();
+    void CommitTrans();
+    void RollbackTrans();
+    bool inTransaction() const;
+    /// Identifies the open transaction, 0 for none; see AbandonedTransactions.
+    quint64 transactionSerial() const;
+
+    /// Runs one writing statement; returns the number of rows it touched, -1 where the engine does not tell.
+    int Execute(const QString &statement);
+
+    /// For the layer itself: called before a write, starts the server's transaction if one is pending.
+    void beforeWrite();
+    /// For the layer itself: reconnects after a lost server when no transaction is under way.
+    void ensureAlive();
+
+private:
+    struct Private;
+    explicit Connection(std::unique_ptr<Private> d);
+    std::unique_ptr<Private> d;
+};
+
+using ConnectionPtr = std::shared_ptr<Connection>;
+
+/// Stands around an event handler: transactions that were begun inside it and are still open at its end are rolled back,
+/// on every connection. Those that were open before it, the host's included, are left alone.
+class AbandonedTransactions
+{
+public:
+    AbandonedTransactions();
+    ~AbandonedTransactions();
+    AbandonedTransactions(const AbandonedTransactions &) = delete;
+    AbandonedTransactions &operator=(const AbandonedTransactions &) = delete;
+
+    /// Rolls back now what was begun since the construction, before a message box is shown.
+    void rollBack();
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace ado
+
+Q_DECLARE_METATYPE(ado::ConnectionPtr)

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+
+namespace ado {
+
+enum class CursorType { ForwardOnly = 0, Keyset = 1, Static = 3 };
+enum class LockType { ReadOnly = 1, Optimistic = 3 };
+enum class CursorLocation { Server = 2, Client = 3 };
+
+/// Key of a row; finds its row again after a requery.
+using Bookmark = QVariant;
+
+/// The rows of one SELECT with a current row.
+///
+/// Keyset: membership is fixed at Open, a row is read again when it becomes current. Update writes only the assigned
+/// columns, under the condition that every base column still is as last read; no row hit raises Conflict.
+/// Static and client-side: all rows are read once, into flat cells; Sort orders them in memory.
+/// Positions: Open, Requery and Sort stand on the first row, Eof and Bof are both true when there is none.
+///
+/// rowChanged() is raised after every Open, Requery, Delete, Sort and move, also when the row number stayed the same or
+/// the set is empty. AddNew and Update raise none.
+///
+/// Values: see runtime/Conversions.h. Columns of the system's tables come in their registered type (TableRegistry),
+/// others as Currency, QString or NULL. Field names ignore case. Every failure raises runtime::RuntimeError.
+class Recordset : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Recordset(QObject *parent = nullptr);
+    ~Recordset() override;
+
+    void setCursorLocation(CursorLocation location); ///< before Open
+    void Open(const QString &source, const ConnectionPtr &connection, CursorType cursor, LockType lock);
+    void Close(); ///< discards a pending row
+    /// The State test of the flows: open or not.
+    bool isOpen() const;
+    const QString &source() const;
+
+    void Requery();
+    /// Reads the current row again by its key, even if it no longer meets the filter.
+    void Resync();
+    bool Bof() const;
+    bool Eof() const;
+    bool hasCurrent() const { return isOpen() && !Bof() && !Eof(); } ///< neither at its beginning nor at its end
+
+    void MoveFirst();
+    void MoveNext();
+    void MoveLast();
+    void moveTo(int row); ///< 0-based; out of range is Eof
+
+    QStringList fieldNames() const;
+    bool hasField(const QString &field) const;
+    /// Value of the current row (of the pending row after AddNew).
+    QVariant value(const QString &field) const;
+    void setValue(const QString &field, const QVariant &value);
+    QVariant operator[](const QString &field) const { return value(field); }
+
+    /// A pending row in memory until Update; over a pending row it replaces it.
+    void AddNew();
+    void Update();
+    void CancelUpdate();
+    /// Deletes the current row; a failed delete leaves it. Goes to the next row, else the last, else Eof.
+    void Delete();
+
+    Bookmark bookmark() const;
+    /// Finds the row of the key; if it is gone, the first row.
+    void setBookmark(const Bookmark &key);
+    /// Shares the rows, with a position of its own that raises nothing here. Requery of the original drops the clone's rows.
+    std::unique_ptr<Recordset> Clone() const;
+    /// "PM_Name ASC", "[field] DESC, other"; static and client-side cursors only.
+    void Sort(const QString &order);
+
+    // For a grid: looking without moving.
+    int rowCount() const;
+    int currentRow() const; ///< 0-based, -1 when there is no current row
+    Bookmark bookmarkAt(int row) const;
+    QVariant valueAt(int row, int column) const;
+    int columnIndex(const QString &field) const; ///< -1 when absent
+
+signals:
+    void rowChanged();
+    /// Rows were replaced (Open, Requery, Sort, Close); a view reads them anew.
+    void rowsReset();
+    void rowRemoved(int row);
+    /// The cached values of one row are new (Update, Resync, a row read again).
+    void rowRead(int row);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace ado

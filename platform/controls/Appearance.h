@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QWidget>
+
+namespace controls {
+
+/// System colours by their number, as the desktop's own palette gives them.
+enum class SystemColor : int { Window = 5, InactiveBorder = 11, ButtonFace = 15, InfoBackground = 24 };
+QColor systemColor(SystemColor color);
+/// The grey of a locked field.
+inline const QColor LockedColor{0xEF, 0xEF, 0xEF};
+
+/// Back colour of an entry control: the base of text boxes and lists, the background of boxes and options.
+void setBackColor(QWidget *control, const QColor &color);
+QColor backColor(const QWidget *control);
+void setForeColor(QWidget *control, const QColor &color);
+QColor foreColor(const QWidget *control);
+
+/// Stands a free Korean font in for those named by the system's forms where they are not installed. Once per process.
+void installKoreanFonts();
+/// Font of all windows.
+QFont deskFont();
+/// Whether the font draws the backslash as the won sign; false means that amounts would show a slash.
+bool showsWonSign(const QFont &font);
+
+} // namespace controls

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/ado/Recordset.h"
+
+#include <QPointer>
+#include <QTableView>
+
+#include <functional>
+#include <vector>
+
+namespace controls {
+
+/// One column of a bound grid.
+struct GridColumn
+{
+    enum class Kind {
+        Text,
+        Money,   ///< the won sign with grouping
+        Date,    ///< "2026-11-24"
+        Number,  ///< right-aligned, as it is
+        Check,   ///< a check mark; checked when the value's text equals checkedText (flags: "True")
+        Values,  ///< translated by `values`, unknown ones as they are
+        Unbound, ///< fetched row by row through the grid's fetch function
+    };
+    struct Item
+    {
+        QString stored; ///< text of the stored value; NULL is a null QString
+        QString shown;
+    };
+
+    QString field;
+    QString caption;
+    Kind kind = Kind::Text;
+    int width = 100; ///< pixels at 96 dpi
+    bool visible = true;
+    bool editable = false; ///< a text cell typed into, or a check column toggled by mouse and blank key
+    std::vector<Item> values = {};
+    QString checkedText = QStringLiteral("True");
+};
+
+/// A grid bound both ways to a recordset's position. The recordset moves first, then the handlers of rowChange() run,
+/// each inside an event edge. A change of column alone raises nothing.
+class RecordsetGrid : public QTableView
+{
+    Q_OBJECT
+public:
+    explicit RecordsetGrid(QWidget *parent = nullptr);
+    ~RecordsetGrid() override;
+
+    void setColumns(std::vector<GridColumn> columns);
+    const std::vector<GridColumn> &columns() const;
+
+    /// Binds a recordset, which the caller owns and keeps alive while it is bound; null unbinds.
+    void setDataSource(ado::Recordset *recordset);
+    ado::Recordset *dataSource() const;
+    /// Reads the view anew without moving; drops fetched cells of unbound columns.
+    void Rebind();
+    /// Repaints what is cached.
+    void Refresh();
+    /// Deletes the current row through the recordset; errors go to the caller.
+    void Delete();
+    /// Value of a field in the current row, the typed text while a cell is in edit.
+    QVariant columnValue(const QString &field) const;
+
+    /// Text of an unbound cell, asked for visible rows only and kept until Rebind or a requery.
+    using UnboundFetch = std::function<QString(const ado::Bookmark &row, int column)>;
+    void setUnboundFetch(UnboundFetch fetch);
+    /// Called before a typed text is taken; may replace it.
+    using BeforeUpdate = std::function<void(int column, QString &typed)>;
+    void setBeforeColumnUpdate(BeforeUpdate before);
+
+    // The user's column layout: order, widths, visibility.
+    /// Takes the layout of that name from the file; false, and the designed columns stay, when there is none or it is not ours.
+    bool loadLayout(const QString &file, const QString &layoutName);
+    /// Raises RuntimeError when the file cannot be written.
+    void saveLayout(const QString &file, const QString &layoutName) const;
+    /// Brings the designed columns back.
+    void resetLayout();
+
+signals:
+    /// The current row is a new one, or may be (see Recordset::rowChanged).
+    void rowChange();
+    void headClick(int column);
+    void rowDoubleClicked();
+    /// A typed or toggled value has been assigned to the field; the handler saves it.
+    void afterColumnUpdate(int column);
+    /// The user moved, sized or hid a column (after the mouse button was released).
+    void layoutChanged(bool byUser);
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace controls

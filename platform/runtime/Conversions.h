@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/runtime/Currency.h"
+
+#include <QVariant>
+
+#include <cstdint>
+
+/// Conversions with the rules of the desktop that the clinic's programs were written for. A column value is a
+/// QVariant: invalid for NULL, int, bool (flag), runtime::Currency, double, QDate, QDateTime or QString.
+/// Those that cannot convert raise TypeMismatch (NULL: InvalidUseOfNull), those that do not fit Overflow.
+namespace runtime {
+
+/// The value joined to an empty text: NULL gives "", a date its default text, a flag "True" or "False".
+QString text(const QVariant &value);
+/// True for NULL.
+bool isNull(const QVariant &value);
+/// The flag reading: NULL false, a number true when it is not 0.
+bool isTrue(const QVariant &value);
+
+/// The numeric prefix of a text, blanks passed over: Val("12 원") is 12, Val("1,000") is 1, Val("") is 0.
+double Val(const QString &text);
+double Val(const QVariant &value);
+
+/// Whether CDbl would take the text; the won sign, commas and blanks around are accepted, "" is not numeric.
+bool IsNumeric(const QString &text);
+
+Currency CCur(const QVariant &value);
+double CDbl(const QVariant &value);
+float CSng(const QVariant &value);
+std::int32_t CLng(const QVariant &value); ///< rounds half to even
+std::int16_t CInt(const QVariant &value); ///< rounds half to even
+
+/// 32-bit and 16-bit narrowing of whole numbers; raise Overflow.
+std::int32_t toLong(std::int64_t value);
+std::int16_t toInteger(std::int64_t value);
+/// Half to even.
+double roundHalfEven(double value);
+
+/// Default text of a number: single precision with 7 significant digits, double with 15.
+QString text(float value);
+QString text(double value);
+
+} // namespace runtime

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/ado/Recordset.h"
+
+#include <QDate>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+/// The customer whose sale is on show, as the host gave it.
+struct Customer
+{
+    std::int32_t lngCustPK = -1;
+    QString name;
+    QString chartNumber;
+    bool male = false;
+    QDate birth;
+    QString zipCode;
+    QString address;
+    QString phone;
+    QString cell;
+    QString vip;
+};
+
+/// One session of the sale window: the customer and the recordsets that the panes share. The main window owns it and
+/// hands it to its panes. A recordset is null until its loader made it; all are closed and released at unload.
+class SaleSession : public QObject
+{
+    Q_OBJECT
+public:
+    using RecordsetPtr = std::unique_ptr<ado::Recordset>;
+
+    Customer customer;
+
+    RecordsetPtr rsSaleProductLists;
+    RecordsetPtr rsCustSaleMaster;
+    RecordsetPtr rsCustSaleDetails;
+    RecordsetPtr rsCustSaleDetailsClone;
+    RecordsetPtr rsCustTranManage;
+    RecordsetPtr rsSaleProductListsManager;
+    RecordsetPtr rsProductIncoming;
+    RecordsetPtr rsCompanyMaster;
+
+    /// Whether the recordset exists, is open and has a current row.
+    static bool hasCurrent(const RecordsetPtr &recordset) { return recordset && recordset->hasCurrent(); }
+
+signals:
+    // What one pane tells another; the receiver loads or shows.
+    void orderTotalsChanged();  ///< the current order's sums were read anew
+    void productsChanged();     ///< product names shown elsewhere may be stale
+};

@@ -1,0 +1,5 @@
+#include "session/modGlobalVars.h"
+
+ado::ConnectionPtr gcnnMasterDB;
+QString gstrAppPath;
+bool gbProductServerLinked = false;
