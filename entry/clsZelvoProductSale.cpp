@@ -1,0 +1,115 @@
+#include "entry/clsZelvoProductSale.h"
+
+#include "data/clsUserSettingDB.h"
+#include "entry/frmMain.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
+#include "session/modGlobalVars.h"
+
+namespace {
+
+// What a look at the central product server says.
+enum SyncState : int { InStep = 1, OutOfStep = 0, Unreachable = -1, NotCreated = -2 };
+
+Customer customerOf(qint32 lngCustPK, const QString &strName, const QString &strSN, bool bSex, const QDate &dtBirth,
+                    const QString &strZipCode, const QString &strAddress, const QString &strPhone,
+                    const QString &strCell)
+{
+    Customer customer{lngCustPK, strName, strSN, bSex, dtBirth, strZipCode, strAddress, strPhone, strCell, QString()};
+    // The VIP field is meant to stay blank at this level, whatever the host gave.
+    customer.vip = QStringLiteral("");
+    return customer;
+}
+
+void tellAboutServer(const QString &text, const QString &title)
+{
+    controls::MsgBox(text, controls::InformationIcon, title);
+}
+
+} // namespace
+
+clsZelvoProductSale::clsZelvoProductSale(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QVariant clsZelvoProductSale::Foo()
+{
+    frmMain::instance().show();
+    return {};
+}
+
+qint16 clsZelvoProductSale::showProductSale(ado::ConnectionPtr &cnnMasterDB, qint32 lngCustPK, const QString &strName,
+                                            const QString &strSN, bool bSex, const QDate &dtBirth,
+                                            const QString &strZipCode, const QString &strAddress,
+                                            const QString &strPhone, const QString &strCell, const QString &)
+{
+    if (settleProductServer(cnnMasterDB))
+        frmMain::instance().showProductSaleForm(cnnMasterDB, customerOf(lngCustPK, strName, strSN, bSex, dtBirth, strZipCode,
+                                                                        strAddress, strPhone, strCell));
+    return 0;
+}
+
+qint16 clsZelvoProductSale::showProductSaleManage(ado::ConnectionPtr &cnnMasterDB, qint32 lngCustPK,
+                                                  const QString &strName, const QString &strSN, bool bSex,
+                                                  const QDate &dtBirth, const QString &strZipCode,
+                                                  const QString &strAddress, const QString &strPhone,
+                                                  const QString &strCell, const QString &)
+{
+    if (settleProductServer(cnnMasterDB))
+        frmMain::instance().showProductSaleManageForm(cnnMasterDB, customerOf(lngCustPK, strName, strSN, bSex, dtBirth,
+                                                                              strZipCode, strAddress, strPhone, strCell));
+    return 0;
+}
+
+bool clsZelvoProductSale::settleProductServer(const ado::ConnectionPtr &cnnMasterDB)
+{
+    const QString callSign = clsUserSettingDB().ProductServerCallSign(cnnMasterDB);
+    gbProductServerLinked = !callSign.isEmpty();
+    if (!gbProductServerLinked)
+        return true;
+
+    switch (checkProductServerSync(callSign)) {
+    case OutOfStep:
+        if (resyncFromProductServer(callSign))
+            return true;
+        tellAboutServer(QStringLiteral("물품 연동에 실패했습니다. 프로그램을 종료합니다."), QStringLiteral("물품연동"));
+        return false;
+    case Unreachable:
+        // The repeated word is the box's own text.
+        tellAboutServer(QStringLiteral("물품관리서버와의 연결을 실패했습니다. 프로그램을 프로그램을 종료합니다."),
+                        QStringLiteral("물품관리서버연결"));
+        return false;
+    case NotCreated:
+        return false; // ends in silence, as meant
+    default:
+        return true;
+    }
+}
+
+bool clsZelvoProductSale::openProductServer(const QString &callSign, automation::ObjectPtr &server) const
+{
+    try {
+        server = automation::createObject(callSign);
+        return server != nullptr;
+    } catch (const runtime::RuntimeError &) {
+        return false;
+    }
+}
+
+int clsZelvoProductSale::checkProductServerSync(const QString &callSign) const
+{
+    automation::ObjectPtr server;
+    if (!openProductServer(callSign, server))
+        return NotCreated;
+    const int state = runtime::CLng(automation::call(*server, QStringLiteral("CheckSync")));
+    return state == InStep || state == Unreachable ? state : OutOfStep;
+}
+
+bool clsZelvoProductSale::resyncFromProductServer(const QString &callSign) const
+{
+    automation::ObjectPtr server; // a fresh object, not the one that was asked
+    return openProductServer(callSign, server)
+        && runtime::isTrue(automation::call(*server, QStringLiteral("ResyncFromServer")));
+}
