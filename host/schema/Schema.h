@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+/// The clinic's tables as this desk makes them. The sale component has no schema of its own: it relies on these.
+namespace schema {
+
+/// Tables and indexes in an empty database. Raises RuntimeError, and leaves the database as it was, when it refuses,
+/// also when the tables exist already. An ODBC source is taken when a PostgreSQL server stands behind it; other servers
+/// bring their schema with their own installer.
+void createSchema(ado::Connection &connection);
+
+/// The two halves of createSchema, for a bulk load that wants its indexes last.
+void createTables(ado::Connection &connection);
+void createIndexes(ado::Connection &connection);
+
+/// Whether every table that the desk and the component use is there.
+bool hasSchema(ado::Connection &connection);
+
+} // namespace schema
