@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/controls/PushCheck.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QList>
+#include <QStringList>
+
+/// Puts a caption and its control side by side into two columns of a form: the caption right-aligned, the control's buddy
+/// and its accessible name. A control of several lines gets its caption at its top.
+void addFormRow(QGridLayout *form, int row, int column, const QString &caption, QWidget *control, int columnSpan = 1);
+
+/// An array of check boxes in button style, NAME_0, NAME_1 and so on.
+QList<controls::PushCheck *> makePushChecks(const QString &name, const QStringList &captions, QWidget *parent);
+
+/// Lays out a strip of commands: the last one, which deletes, stands apart; save and cancel take their place in an edit.
+QHBoxLayout *layOutStrip(QWidget *strip, const QList<controls::PushCheck *> &commands,
+                         const QList<controls::PushCheck *> &saveButtons);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "input/PaneContract.h"
+
+#include <QObject>
+
+/// Locks, opens and empties groups of controls.
+class clsMyFunctions : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE explicit clsMyFunctions(QObject *parent = nullptr);
+
+    /// Locked text boxes are grey, read-only and without a frame; lists, buttons, pickers and steppers are disabled.
+    /// Opening leaves back colours as they are: whoever opens a group paints it.
+    Q_INVOKABLE void setCollection2Locked(const ControlGroup &objCol, bool bCtrlLocked) const;
+    /// Empties the text boxes of the group.
+    Q_INVOKABLE void resetCollection(const ControlGroup &objCol) const;
+
+    /// Marks a text box that only shows a result: it stays read-only when its group is opened.
+    static void keepReadOnly(QWidget *textBox);
+};

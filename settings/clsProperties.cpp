@@ -1,0 +1,68 @@
+#include "settings/clsProperties.h"
+
+#include "platform/ado/Recordset.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "session/modGlobalVars.h"
+
+namespace {
+
+constexpr qsizetype longestKey = 20;
+constexpr qsizetype longestValue = 250;
+
+const QString valueField = QStringLiteral("tpsps_Value");
+
+QString selectStatement(const QString &key)
+{
+    return QStringLiteral("SELECT tpsps_Key, tpsps_Value FROM tPSProperties WHERE tpsps_Key = '[KEYNAME]'")
+        .replace(QLatin1String("[KEYNAME]"), key);
+}
+
+// Quotes in a value are not doubled: such a value cannot make a row, only change one.
+QString insertStatement(const QString &key, const QString &value)
+{
+    return QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('[KEYNAME]', '[KEYVALUE]')")
+        .replace(QLatin1String("[KEYNAME]"), key)
+        .replace(QLatin1String("[KEYVALUE]"), value);
+}
+
+} // namespace
+
+clsProperties::clsProperties(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QString clsProperties::PropValue(const QString &strKey) const
+{
+    QString value;
+    if (!gcnnMasterDB)
+        return value;
+    ado::Recordset row;
+    runtime::Attempt attempt;
+    attempt([&] {
+        row.Open(selectStatement(strKey), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+        if (row.hasCurrent())
+            value = runtime::text(row[valueField]);
+        else
+            gcnnMasterDB->Execute(insertStatement(strKey, QString()));
+    });
+    return value;
+}
+
+void clsProperties::PropValue(const QString &strKey, const QString &strValue)
+{
+    if (!gcnnMasterDB)
+        return;
+    ado::Recordset row;
+    runtime::Attempt attempt;
+    attempt([&] {
+        row.Open(selectStatement(strKey), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+        if (!row.hasCurrent()) {
+            gcnnMasterDB->Execute(insertStatement(strKey.left(longestKey), strValue.left(longestValue)));
+            return;
+        }
+        row.setValue(valueField, strValue);
+        row.Update();
+    });
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+/// The shop's own data and switches, shared by all desks of the clinic: rows of tPSProperties on gcnnMasterDB. Errors are
+/// trapped and told to nobody: a failed read is an empty text, a failed write is lost.
+class clsProperties : public QObject
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE explicit clsProperties(QObject *parent = nullptr);
+
+    /// Value of the key; an unknown key is made, with an empty value.
+    Q_INVOKABLE QString PropValue(const QString &strKey) const;
+    /// Writes a value. A row made by this is cut to 20 characters of key and 250 of value, a row that exists takes the value
+    /// whole.
+    Q_INVOKABLE void PropValue(const QString &strKey, const QString &strValue);
+};

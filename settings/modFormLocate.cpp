@@ -1,0 +1,93 @@
+#include "settings/modFormLocate.h"
+
+#include "settings/clsFormSizePosSetting.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+// Window state numbers as they are stored.
+constexpr int normalState = 0;
+constexpr int maximizedState = 2;
+
+std::optional<int> numberIn(const QString &text)
+{
+    bool isNumber = false;
+    const int number = text.trimmed().toInt(&isNumber);
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+QRect normalGeometry(const QWidget &window)
+{
+    const QRect normal = window.normalGeometry();
+    return normal.isValid() ? QRect(window.isMaximized() || window.isMinimized() ? normal.topLeft() : window.pos(),
+                                    normal.size())
+                            : QRect(window.pos(), window.size());
+}
+
+QRect screenAt(const QPoint &place)
+{
+    const QScreen *screen = QGuiApplication::screenAt(place);
+    return (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+}
+
+void restorePlace(QWidget &window, const clsFormSizePosSetting &setting)
+{
+    const QPoint place(numberIn(setting.FormPos_x()).value_or(window.x()),
+                       numberIn(setting.FormPos_y()).value_or(window.y()));
+    const QRect screen = screenAt(place);
+    QSize size(numberIn(setting.FormWidth()).value_or(window.width()),
+               numberIn(setting.FormHeight()).value_or(window.height()));
+    size = size.boundedTo(screen.size()).expandedTo(window.minimumSizeHint());
+    // Left and top win over right and bottom: the caption has to stay within reach.
+    const int x = std::max(screen.left(), std::min(place.x(), screen.right() + 1 - size.width()));
+    const int y = std::max(screen.top(), std::min(place.y(), screen.bottom() + 1 - size.height()));
+    window.resize(size);
+    window.move(x, y);
+}
+
+void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
+{
+    QList<int> widths = columns.sizes();
+    if (widths.size() < 3)
+        return;
+    const int total = widths[0] + widths[1] + widths[2];
+    const std::optional<int> first = numberIn(setting.FirstColWidth());
+    const std::optional<int> second = numberIn(setting.SecondColWidth());
+    if (!first || !second || *first <= 0 || *second <= 0)
+        return;
+    widths[0] = *first;
+    widths[1] = *second;
+    widths[2] = std::max(numberIn(setting.ThirdColWidth()).value_or(total - *first - *second), 1);
+    columns.setSizes(widths);
+}
+
+} // namespace
+
+void saveMainWindowLayout(const QWidget &window, const QSplitter &columns)
+{
+    clsFormSizePosSetting setting;
+    const QList<int> widths = columns.sizes();
+    const QRect geometry = normalGeometry(window);
+    setting.FirstColWidth(QString::number(widths.value(0)));
+    setting.SecondColWidth(QString::number(widths.value(1)));
+    setting.FormIsMaximized(QString::number(window.isMaximized() ? maximizedState : normalState));
+    setting.FormPos_y(QString::number(geometry.y()));
+    setting.FormPos_x(QString::number(geometry.x()));
+    setting.FormWidth(QString::number(geometry.width()));
+    setting.FormHeight(QString::number(geometry.height()));
+}
+
+void restoreMainWindowLayout(QWidget &window, QSplitter &columns)
+{
+    const clsFormSizePosSetting setting;
+    const bool maximized = numberIn(setting.FormIsMaximized()) == maximizedState;
+    restorePlace(window, setting);
+    if (maximized)
+        window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
+    restoreColumns(columns, setting);
+}
