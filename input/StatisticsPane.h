@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPointer>
+#include <QSplitter>
+#include <QTreeWidget>
+#include <QWidget>
+
+/// The tab "통계": a tree of reports, each of which is a component of its own that draws itself into the right pane.
+class StatisticsPane : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit StatisticsPane(QWidget *parent = nullptr);
+
+    /// Builds the tree anew and starts its first report; called on each visit of the tab.
+    void showStatisticsTab();
+    void buildStatisticsTree();
+
+    QTreeWidget *tree() const { return treeStatItem_; }
+
+private:
+    void nodeClicked(QTreeWidgetItem *node);
+    void startReport(const QString &programId);
+    void hostWindow(qint32 handle);
+
+    QSplitter *splitStatMain_;
+    QTreeWidget *treeStatItem_;
+    QWidget *reportPane_;
+    QString strCurrentStatTag_; ///< program identifier of the report on show
+    qint32 lngStatWindow_ = 0;  ///< handle of its window, 0 for none
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "input/PaneContract.h"
+#include "session/SaleSession.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include <array>
+
+/// "재고현황 보기": units of one product that came in, went out and remain, summed from purchases and order lines each time.
+/// Shows what the last call wrote: sales and purchases made since stand in it only after the row changes or "새로고침".
+class StockBox : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit StockBox(SaleSession &session, QWidget *parent = nullptr);
+
+    /// Sums the product's stock; after an error the boxes keep what they showed, and nothing is told.
+    void loadStockFigures(std::int32_t lngPMPK);
+
+    /// Incoming, sale, remainder, service, loss.
+    const std::array<QLineEdit *, 5> &txtProdStat() const { return txtProdStat_; }
+
+private:
+    void refreshClicked();
+
+    SaleSession &session_;
+    std::array<QLineEdit *, 5> txtProdStat_{};
+    QPushButton *cmdRefreshProdStat_;
+};
