@@ -1,0 +1,225 @@
+// The form of the simple receipt: which controls it has and where they stand.
+#include "money/frmSimpleReceipt.h"
+
+#include "input/FormRow.h"
+#include "money/DialogKeys.h"
+#include "platform/controls/DateEdit.h"
+#include "platform/controls/Named.h"
+
+#include <QVBoxLayout>
+
+using controls::named;
+
+namespace {
+
+/// A figure that the user does not type; `points` above the desk's font.
+QLabel *figureLabel(const QString &name, int index, int points)
+{
+    auto *label = named(new QLabel, name, index);
+    QFont font = label->font();
+    font.setPointSize(font.pointSize() + points);
+    font.setBold(true);
+    label->setFont(font);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
+}
+
+QLineEdit *amountBox(const QString &name, int index = -1)
+{
+    auto *box = named(new QLineEdit, name, index);
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return box;
+}
+
+} // namespace
+
+QLineEdit *frmSimpleReceipt::readOnlyBox(const QString &name)
+{
+    auto *box = named(new QLineEdit(this), name);
+    box->setReadOnly(true);
+    box->setFrame(false);
+    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
+    return box;
+}
+
+void frmSimpleReceipt::createControls()
+{
+    setObjectName(QStringLiteral("frmSimpleReceipt"));
+    setWindowTitle(QStringLiteral("수납"));
+    auto *form = new QVBoxLayout(this);
+    form->setSizeConstraint(QLayout::SetFixedSize);
+    form->setSpacing(8);
+    form->addLayout(layOutHeader());
+    // Both frames have the same place; one of them shows.
+    layOutNewFrame();
+    layOutOldFrame();
+    form->addWidget(fraNewSunap_);
+    form->addWidget(fraOldSunap_);
+
+    cmdConfirm_ = named(new QPushButton(QStringLiteral("저장(F12)"), this), QStringLiteral("cmdConfirm"));
+    cmdCancel_ = named(new QPushButton(QStringLiteral("취소(F9)"), this), QStringLiteral("cmdCancel"));
+    QFont strong = cmdConfirm_->font();
+    strong.setBold(true);
+    cmdConfirm_->setFont(strong);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    for (QPushButton *button : {cmdConfirm_, cmdCancel_}) {
+        button->setMinimumSize(110, 32);
+        buttons->addWidget(button);
+    }
+    form->addLayout(buttons);
+    setTabOrderOfWork();
+}
+
+QGridLayout *frmSimpleReceipt::layOutHeader()
+{
+    txtName_ = readOnlyBox(QStringLiteral("txtName"));
+    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"));
+    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"));
+    txtReceipt_PK_->hide(); // the number of a host's receipt, which a product sale has none of
+    dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
+    txtDate_ = readOnlyBox(QStringLiteral("txtDate"));
+    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"));
+    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"));
+    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"));
+    for (QLineEdit *money : {txtBonin_, txtCheonggu_, txtGeneral_})
+        money->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로"), this), QStringLiteral("chkBonin100"));
+
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    addFormRow(grid, 0, 0, QStringLiteral("성명"), txtName_);
+    addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), txtChartnum_);
+    addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), dtpTodat_);
+    addFormRow(grid, 1, 2, QStringLiteral("거래일자"), txtDate_);
+    addFormRow(grid, 2, 0, QStringLiteral("판매금액"), txtBonin_);
+    addFormRow(grid, 2, 2, QStringLiteral("청구금액"), txtCheonggu_);
+    addFormRow(grid, 3, 0, QStringLiteral("일반진료금액"), txtGeneral_);
+    grid->addWidget(chkBonin100_, 3, 3);
+    return grid;
+}
+
+void frmSimpleReceipt::layOutNewFrame()
+{
+    fraNewSunap_ = named(new QGroupBox(this), QStringLiteral("fraNewSunap"));
+    fraNewSunap_->setAccessibleName(QStringLiteral("수납 내역"));
+    auto *grid = new QGridLayout(fraNewSunap_);
+    grid->setHorizontalSpacing(8);
+    grid->setColumnMinimumWidth(1, 130);
+
+    const QString mustReceipt = QStringLiteral("lblMustReceipt");
+    lblMustReceipt_ = {figureLabel(mustReceipt, 0, 1), named(new QLabel(QStringLiteral("판매 금액")), mustReceipt, 1),
+                       figureLabel(mustReceipt, 2, 1),
+                       named(new QLabel(QStringLiteral("할인, 절사 후 금액")), mustReceipt, 3)};
+    lblGeneral_ = figureLabel(QStringLiteral("lblGeneral"), -1, 4);
+    auto *figures = new QGridLayout;
+    figures->setColumnStretch(1, 1);
+    figures->setColumnStretch(4, 1);
+    figures->setColumnMinimumWidth(2, 16);
+    figures->addWidget(lblMustReceipt_[1], 0, 0);
+    figures->addWidget(lblMustReceipt_[0], 0, 1);
+    figures->addWidget(lblMustReceipt_[3], 0, 3);
+    figures->addWidget(lblMustReceipt_[2], 0, 4);
+    grid->addLayout(figures, 0, 0, 1, 5);
+    layOutEntries(grid, 1);
+}
+
+void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
+{
+    cboGeneralPercent_ = named(new QComboBox, QStringLiteral("cboGeneralPercent"));
+    cboGeneralPercent_->setEditable(true);
+    cboGeneralPercent_->setInsertPolicy(QComboBox::NoInsert);
+    cboGeneralPercent_->setCompleter(nullptr);
+    chkGeneralHalinConfirm_ = named(new controls::PushCheck(QStringLiteral("적용")), QStringLiteral("chkGeneralHalinConfirm"));
+    txtGeneralHalInMoney_ = amountBox(QStringLiteral("txtGeneralHalInMoney"));
+    cboGeneralJeolsaGubun_ = named(new QComboBox, QStringLiteral("cboGeneralJeolsaGubun"));
+    txtGeneralJeolSaMoney_ = amountBox(QStringLiteral("txtGeneralJeolSaMoney"));
+    for (int medium : {Cash, Card})
+        txtGeneralSuNapMoney_[medium] = amountBox(QStringLiteral("txtGeneralSuNapMoney"), medium);
+    const QString whole = QStringLiteral("전액");
+    const QString others = QStringLiteral("나머지");
+    chkGeneralRemain2Money_
+        = makePushChecks(QStringLiteral("chkGeneralRemain2Money"), {whole, others, whole, others}, fraNewSunap_);
+    chkAllSetting_ = makePushChecks(QStringLiteral("chkAllSetting"),
+                                    {QStringLiteral("전액카드"), QStringLiteral("전액현금"), QStringLiteral("전액미수")},
+                                    fraNewSunap_);
+    lblGeneralRemain_ = figureLabel(QStringLiteral("lblGeneralRemain"), -1, 2);
+    mudFirstSunap_ = new MoneyUpDown(QStringLiteral("mudFirstSunap"), fraNewSunap_);
+    chkGeneralRemainToHalin_ = named(new QCheckBox(QStringLiteral("잔액이 있는 경우 잔액을 할인으로 기록")),
+                                     QStringLiteral("chkGeneralRemainToHalin"));
+    chkGeneralRemainToMisuMoney_ = named(new QCheckBox(QStringLiteral("잔액이 있는 경우 잔액을 미수금에 기록")),
+                                         QStringLiteral("chkGeneralRemainToMisuMoney"));
+
+    addFormRow(grid, row, 0, QStringLiteral("수납할 금액"), lblGeneral_);
+    addFormRow(grid, row + 1, 0, QStringLiteral("할인율(%)"), cboGeneralPercent_);
+    grid->addWidget(chkGeneralHalinConfirm_, row + 1, 2);
+    addFormRow(grid, row + 2, 0, QStringLiteral("할인"), txtGeneralHalInMoney_);
+    addFormRow(grid, row + 3, 0, QStringLiteral("절사 단위"), cboGeneralJeolsaGubun_);
+    addFormRow(grid, row + 4, 0, QStringLiteral("절사"), txtGeneralJeolSaMoney_);
+    for (int medium : {Cash, Card}) {
+        addFormRow(grid, row + 5 + medium, 0, medium == Cash ? QStringLiteral("현금") : QStringLiteral("카드"),
+                   txtGeneralSuNapMoney_[medium]);
+        for (int button : {0, 1})
+            grid->addWidget(chkGeneralRemain2Money_[2 * medium + button], row + 5 + medium, 2 + button);
+    }
+    addFormRow(grid, row + 7, 0, QStringLiteral("잔액"), lblGeneralRemain_);
+    grid->addWidget(mudFirstSunap_, row + 2, 2, 2, 3, Qt::AlignLeft | Qt::AlignVCenter);
+    auto *allSettings = new QHBoxLayout;
+    for (controls::PushCheck *button : chkAllSetting_)
+        allSettings->addWidget(button);
+    grid->addLayout(allSettings, row + 8, 0, 1, 5);
+    grid->addWidget(chkGeneralRemainToHalin_, row + 9, 0, 1, 5);
+    grid->addWidget(chkGeneralRemainToMisuMoney_, row + 10, 0, 1, 5);
+}
+
+void frmSimpleReceipt::layOutOldFrame()
+{
+    fraOldSunap_ = named(new QGroupBox(QStringLiteral("수납 내역 수정"), this), QStringLiteral("fraOldSunap"));
+    txtMoney_ = amountBox(QStringLiteral("txtMoney"));
+    mudEditSunap_ = new MoneyUpDown(QStringLiteral("mudEditSunap"), fraOldSunap_);
+    auto *grid = new QGridLayout(fraOldSunap_);
+    grid->setHorizontalSpacing(8);
+    grid->setColumnStretch(1, 1);
+    auto *options = new QHBoxLayout;
+    const QString captions[] = {QStringLiteral("절사"), QStringLiteral("할인"), QStringLiteral("수납"), QStringLiteral("환불")};
+    for (int index = 0; index < int(optOperator_.size()); ++index) {
+        optOperator_[index] = named(new QRadioButton(captions[index], fraOldSunap_), QStringLiteral("optOperator"), index);
+        options->addWidget(optOperator_[index]);
+    }
+    grid->addLayout(options, 0, 0, 1, 3);
+    addFormRow(grid, 1, 0, QStringLiteral("금액"), txtMoney_);
+    grid->addWidget(mudEditSunap_, 1, 2);
+}
+
+void frmSimpleReceipt::setTabOrderOfWork()
+{
+    QList<QWidget *> order{dtpTodat_, chkBonin100_, cboGeneralPercent_, chkGeneralHalinConfirm_, txtGeneralHalInMoney_,
+                           cboGeneralJeolsaGubun_, txtGeneralJeolSaMoney_};
+    for (int medium : {Cash, Card}) {
+        order << txtGeneralSuNapMoney_[medium];
+        for (int button : {0, 1})
+            order << chkGeneralRemain2Money_[2 * medium + button];
+    }
+    order.append(QList<QWidget *>(chkAllSetting_.begin(), chkAllSetting_.end()));
+    order << chkGeneralRemainToHalin_ << chkGeneralRemainToMisuMoney_;
+    order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
+    order << txtMoney_ << cmdConfirm_ << cmdCancel_;
+    for (int index = 1; index < order.size(); ++index)
+        setTabOrder(order[index - 1], order[index]);
+}
+
+void frmSimpleReceipt::setKeys()
+{
+    auto *keys = new DialogKeys(this, cmdConfirm_, cmdCancel_);
+    constexpr int money = DialogKeys::MovesByArrows | DialogKeys::DigitsOnly | DialogKeys::SelectsOnFocus;
+    keys->setHabits(cboGeneralPercent_, DialogKeys::DigitsOnly | DialogKeys::SelectsOnFocus);
+    for (QLineEdit *box : {txtGeneralHalInMoney_, txtGeneralSuNapMoney_[Cash], txtGeneralSuNapMoney_[Card]}) {
+        keys->setHabits(box, money);
+        mudFirstSunap_->serve(box, MoneyUpDown::OnKey::Disable);
+    }
+    keys->setHabits(txtMoney_, money);
+    mudEditSunap_->serve(txtMoney_, MoneyUpDown::OnKey::Disable);
+}
