@@ -42,6 +42,9 @@ public:
     RecordsetPtr rsProductIncoming;
     RecordsetPtr rsCompanyMaster;
 
+    /// Closes and releases every recordset; the connection stays the host's.
+    void release();
+
     /// Whether the recordset exists, is open and has a current row.
     static bool hasCurrent(const RecordsetPtr &recordset) { return recordset && recordset->hasCurrent(); }
 

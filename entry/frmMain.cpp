@@ -1,0 +1,318 @@
+#include "entry/frmMain.h"
+
+#include "entry/CustomerPane.h"
+#include "entry/SaleTab.h"
+#include "input/StatisticsPane.h"
+#include "money/LedgerPane.h"
+#include "money/ReceiptFlow.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/Named.h"
+#include "products/DealerPane.h"
+#include "products/IncomingPane.h"
+#include "products/ProductPane.h"
+#include "products/SaleListPane.h"
+#include "sales/DetailPane.h"
+#include "sales/OrderPane.h"
+#include "sales/SaleEntryPane.h"
+#include "session/ProgramFolder.h"
+#include "session/modGlobalVars.h"
+#include "settings/GridLayouts.h"
+#include "settings/PropertiesPane.h"
+#include "settings/clsFormPosition.h"
+#include "settings/modFormLocate.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QStatusBar>
+
+namespace {
+
+QPointer<frmMain> defaultInstance;
+
+constexpr QSize designedSize{1280, 720};
+
+QString saleCaption(const QString &name)
+{
+    return QStringLiteral("[") + name + QStringLiteral("]") + QStringLiteral("님의 판매관리");
+}
+
+} // namespace
+
+frmMain &frmMain::instance()
+{
+    if (!defaultInstance) {
+        defaultInstance = new frmMain;
+        controls::runEvent([] { defaultInstance->load(); });
+    }
+    return *defaultInstance;
+}
+
+frmMain *frmMain::existing()
+{
+    return defaultInstance;
+}
+
+frmMain::frmMain()
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("물품판매관리"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
+    controls::installKoreanFonts();
+    setFont(controls::deskFont());
+    createPanes();
+    placePanes();
+    connectPanes();
+    fillEditModes();
+    resize(designedSize);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::createPanes()
+{
+    customerPane_ = new CustomerPane(this);
+    saleListPane_ = new SaleListPane(session_, *this, this);
+    entryPane_ = new SaleEntryPane(session_, *this, this);
+    orderPane_ = new OrderPane(session_, *this, this);
+    detailPane_ = new DetailPane(session_, *this, this);
+    ledgerPane_ = new LedgerPane(session_, *this, this);
+    receiptFlow_ = new ReceiptFlow(session_, *ledgerPane_, this);
+    productPane_ = new ProductPane(session_, *this, this);
+    incomingPane_ = new IncomingPane(session_, *this, this);
+    dealerPane_ = new DealerPane(session_, *this, this);
+    statisticsPane_ = new StatisticsPane(this);
+    propertiesPane_ = new PropertiesPane(this);
+}
+
+void frmMain::placePanes()
+{
+    saleTab_ = new SaleTab(customerPane_, saleListPane_->c1elaList(), entryPane_->c1elaProductInfo(),
+                           {{{orderPane_->elTranMnu(), orderPane_->c1elaList(), orderPane_->c1elaCustSaleInfo(), 3},
+                             {nullptr, detailPane_->c1elaList(), detailPane_->c1elaSaleDetailMemo(), 3},
+                             {ledgerPane_->elTranMnu(), ledgerPane_->c1elaList(), ledgerPane_->c1elaTransInfo(), 3}}});
+
+    auto *purchases = new QSplitter(Qt::Vertical);
+    purchases->setChildrenCollapsible(false);
+    purchases->addWidget(incomingPane_);
+    purchases->addWidget(dealerPane_);
+    auto *splitPMMain = controls::named(new QSplitter(Qt::Horizontal), QStringLiteral("splitPMMain"));
+    splitPMMain->setChildrenCollapsible(false);
+    splitPMMain->addWidget(productPane_);
+    splitPMMain->addWidget(purchases);
+    splitPMMain->setStretchFactor(0, 1);
+    splitPMMain->setStretchFactor(1, 1);
+
+    c1tabMain_ = controls::named(new QTabWidget(this), QStringLiteral("c1tabMain"));
+    c1tabMain_->addTab(saleTab_, QStringLiteral("[]님의 판매관리"));
+    c1tabMain_->addTab(splitPMMain, QStringLiteral("판매물품관리"));
+    c1tabMain_->addTab(statisticsPane_, QStringLiteral("통계"));
+    c1tabMain_->addTab(propertiesPane_, QStringLiteral("환경설정"));
+    c1tabMain_->setDocumentMode(true);
+    setCentralWidget(c1tabMain_);
+    controls::named(statusBar(), QStringLiteral("MainStatusBar"));
+}
+
+void frmMain::connectPanes()
+{
+    using controls::onEvent;
+    onEvent(c1tabMain_, &QTabWidget::currentChanged, this, [this](int tab) { tabChanged(tab); });
+
+    // The road of a sale: product, line, order, its lines and its ledger.
+    connect(saleListPane_, &SaleListPane::productRowChanged, entryPane_, &SaleEntryPane::showProduct);
+    connect(entryPane_, &SaleEntryPane::lineAdded, orderPane_, &OrderPane::loadCustSaleMaster);
+    connect(orderPane_, &OrderPane::orderRowChanged, this, [this](int lngOrdMPK) {
+        detailPane_->loadCustSaleDetails(lngOrdMPK);
+        ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK);
+    });
+    connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { detailPane_->loadCustSaleDetails(-1); });
+    connect(detailPane_, &DetailPane::receiptAsked, ledgerPane_, &LedgerPane::pressAutomateReceipt);
+    connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
+
+    connect(productPane_, &ProductPane::currentProductChanged, incomingPane_, &IncomingPane::loadProductIncoming);
+    connect(propertiesPane_, &PropertiesPane::propertiesSaved, productPane_, &ProductPane::loadProductListsManager);
+    connect(propertiesPane_, &PropertiesPane::gridResetRequested, this, [this] { resetGridLayouts(layoutGrids()); });
+}
+
+void frmMain::fillEditModes()
+{
+    editModes_.addContainers({saleListPane_->c1elaList(), orderPane_->c1elaList(), detailPane_->c1elaList(),
+                              ledgerPane_->c1elaList(), entryPane_->c1elaProductInfo(), orderPane_->c1elaCustSaleInfo(),
+                              detailPane_->c1elaSaleDetailMemo(), ledgerPane_->c1elaTransInfo(), orderPane_->elTranMnu(),
+                              ledgerPane_->elTranMnu()});
+    editModes_.addContainers(productPane_->containers());
+    editModes_.addContainers(incomingPane_->containers());
+    editModes_.addContainers(dealerPane_->containers());
+
+    for (const EditModeTable &table : {orderPane_->editMode(), ledgerPane_->editMode(), productPane_->editMode(),
+                                       incomingPane_->editMode(), dealerPane_->editMode(), entryPane_->colors(),
+                                       detailPane_->colors()})
+        editModes_.addTable(table);
+    editModes_.addGroup(customerPane_->group(), false);
+    editModes_.addGroup(entryPane_->colProductInfo(), false);
+    editModes_.addGroup(entryPane_->colSaleEntry(), true);
+}
+
+void frmMain::load()
+{
+    entryPane_->resetPane();
+    lockAllPanes();
+    paintEntryColors();
+    if (gbProductServerLinked)
+        productPane_->disableCommands();
+    for (controls::RecordsetGrid *grid : layoutGrids())
+        keepGridLayout(*grid);
+    orderPane_->setPeriod(QDate::currentDate().addDays(-7), QDate::currentDate());
+}
+
+QList<controls::RecordsetGrid *> frmMain::layoutGrids() const
+{
+    return {saleListPane_->tdbSaleProductLists(), orderPane_->tdbCustSaleMaster(), detailPane_->tdbCustSaleDetails(),
+            ledgerPane_->tdbCustTranManage()};
+}
+
+void frmMain::lockAllPanes()
+{
+    editModes_.lockAllPanes();
+}
+
+void frmMain::enterEditMode(const QString &code)
+{
+    editModes_.enterEditMode(code);
+}
+
+void frmMain::leaveEditMode(const QString &code)
+{
+    editModes_.leaveEditMode(code);
+    // Meant as it stands: after any edit the unit discount is locked until the window is opened anew.
+    entryPane_->lockPriceFields();
+}
+
+void frmMain::paintEntryColors()
+{
+    editModes_.paintEntryColors();
+}
+
+qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    controls::runEvent([&] {
+        beginSession(cnnMasterDB, customer);
+        c1tabMain_->setCurrentIndex(SaleTabIndex);
+        openSaleRecordsets();
+        showStatus();
+        show();
+        raise();
+        activateWindow();
+        entryPane_->txtSaleProductLists(5)->setFocus();
+        restoreMainWindowLayout(*this, *saleTab_->columns());
+        repaint();
+    });
+    return 0;
+}
+
+qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    controls::runEvent([&] {
+        beginSession(cnnMasterDB, customer);
+        openSaleRecordsets();
+        // This entry makes both lists twice. The grids are bound to the second ones: a grid that drove the first would
+        // delete the wrong order.
+        saleListPane_->createSaleProductLists();
+        orderPane_->createCustSaleMaster();
+        saleListPane_->loadSaleProductLists();
+        orderPane_->loadCustSaleMaster();
+        c1tabMain_->setCurrentIndex(ManageTabIndex);
+        showStatus();
+        centerFormOnScreen();
+        show();
+        raise();
+        activateWindow();
+        productPane_->grid()->setFocus();
+    });
+    return 0;
+}
+
+void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    abandonEdits();
+    gcnnMasterDB = cnnMasterDB;
+    gstrAppPath = programFolder();
+    session_.customer = customer;
+    c1tabMain_->setTabText(SaleTabIndex, controls::literalCaption(saleCaption(customer.name)));
+    customerPane_->show(customer);
+}
+
+void frmMain::abandonEdits()
+{
+    // Texts typed for one customer must not be saved to another's order.
+    orderPane_->abandonEdit();
+    const QString code = editModes_.current();
+    if (code.isEmpty())
+        return;
+    leaveEditMode(code);
+    paintEntryColors();
+}
+
+void frmMain::openSaleRecordsets()
+{
+    saleListPane_->createSaleProductLists();
+    saleListPane_->loadSaleProductLists();
+    orderPane_->createCustSaleMaster();
+    orderPane_->loadCustSaleMaster();
+    // Lines and ledger stay empty until an order is selected.
+    detailPane_->createCustSaleDetails();
+    detailPane_->loadCustSaleDetails(-1);
+    ledgerPane_->createCustTranManage();
+    ledgerPane_->loadCustTranManage(-1, -1);
+}
+
+void frmMain::showStatus()
+{
+    statusBar()->showMessage(session_.customer.name + QStringLiteral("님의 판매관리"));
+}
+
+void frmMain::centerFormOnScreen()
+{
+    clsFormPosition().CenterScreen(*this, 0);
+}
+
+void frmMain::tabChanged(int newTab)
+{
+    const int oldTab = std::exchange(currentTab_, newTab);
+    if (newTab == ManageTabIndex && !session_.rsSaleProductListsManager && gcnnMasterDB)
+        loadManagement();
+    if (oldTab == ManageTabIndex && newTab == SaleTabIndex) {
+        saleListPane_->requerySaleProductLists();
+        detailPane_->rebind();
+    }
+    if (newTab == StatisticsTabIndex)
+        statisticsPane_->showStatisticsTab();
+    if (newTab == PropertiesTabIndex)
+        propertiesPane_->loadProperties();
+}
+
+void frmMain::loadManagement()
+{
+    session_.rsSaleProductListsManager = std::make_unique<ado::Recordset>();
+    session_.rsProductIncoming = std::make_unique<ado::Recordset>();
+    productPane_->loadProductListsManager();
+    session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
+    dealerPane_->loadCompanyMaster();
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    controls::runEvent([this] { unload(); });
+    // A later entry in the same event-loop turn must not meet the window that is going.
+    defaultInstance.clear();
+    QMainWindow::closeEvent(event);
+}
+
+void frmMain::unload()
+{
+    saveMainWindowLayout(*this, *saleTab_->columns());
+    for (controls::RecordsetGrid *grid : findChildren<controls::RecordsetGrid *>())
+        grid->setDataSource(nullptr);
+    session_.release();
+}

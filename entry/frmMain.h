@@ -1,0 +1,88 @@
+#pragma once
+
+#include "entry/EditModes.h"
+#include "input/PaneContract.h"
+#include "platform/controls/RecordsetGrid.h"
+#include "session/SaleSession.h"
+
+#include <QMainWindow>
+#include <QTabWidget>
+
+class CustomerPane;
+class DealerPane;
+class DetailPane;
+class IncomingPane;
+class LedgerPane;
+class OrderPane;
+class ProductPane;
+class PropertiesPane;
+class ReceiptFlow;
+class SaleEntryPane;
+class SaleListPane;
+class SaleTab;
+class StatisticsPane;
+
+/// The one window of a session: tabs, status bar and the edit modes; the work is the panes'. Created on first use,
+/// reused by later entries while it is open, deleted when the user closes it. The connection stays the host's.
+class frmMain : public QMainWindow, public PaneShell
+{
+    Q_OBJECT
+public:
+    /// The default instance, loaded if it does not exist. Loading touches no table.
+    static frmMain &instance();
+    /// The default instance if it exists.
+    static frmMain *existing();
+
+    ~frmMain() override;
+
+    /// Both return 0 always; errors end here.
+    qint16 showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+    qint16 showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+
+    void enterEditMode(const QString &code) override;
+    void leaveEditMode(const QString &code) override;
+    void paintEntryColors() override;
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    enum Tab { SaleTabIndex, ManageTabIndex, StatisticsTabIndex, PropertiesTabIndex };
+
+    frmMain();
+    void createPanes();
+    void placePanes();
+    void connectPanes();
+    void fillEditModes();
+    /// The load handler.
+    void load();
+    void lockAllPanes();
+    void centerFormOnScreen();
+    QList<controls::RecordsetGrid *> layoutGrids() const;
+
+    void beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+    void abandonEdits();
+    void openSaleRecordsets();
+    void showStatus();
+    void tabChanged(int newTab);
+    void loadManagement();
+    void unload();
+
+    SaleSession session_;
+    EditModes editModes_;
+    QTabWidget *c1tabMain_ = nullptr;
+    int currentTab_ = SaleTabIndex;
+
+    CustomerPane *customerPane_ = nullptr;
+    SaleListPane *saleListPane_ = nullptr;
+    SaleEntryPane *entryPane_ = nullptr;
+    OrderPane *orderPane_ = nullptr;
+    DetailPane *detailPane_ = nullptr;
+    LedgerPane *ledgerPane_ = nullptr;
+    ReceiptFlow *receiptFlow_ = nullptr;
+    ProductPane *productPane_ = nullptr;
+    IncomingPane *incomingPane_ = nullptr;
+    DealerPane *dealerPane_ = nullptr;
+    StatisticsPane *statisticsPane_ = nullptr;
+    PropertiesPane *propertiesPane_ = nullptr;
+    SaleTab *saleTab_ = nullptr;
+};
