@@ -1,0 +1,76 @@
+#include "sales/clsFunctions.h"
+
+#include "data/clsSQL.h"
+#include "platform/ado/Recordset.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <algorithm>
+#include <limits>
+
+using runtime::Currency;
+
+namespace {
+
+/// The named column of the statement's first row; NULL when there is no row.
+QVariant firstValue(const ado::ConnectionPtr &connection, const QString &statement, const QString &column)
+{
+    ado::Recordset rows;
+    rows.Open(statement, connection, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
+    return rows.hasCurrent() ? rows[column] : QVariant();
+}
+
+Currency firstMoney(const ado::ConnectionPtr &connection, const QString &statement, const QString &column)
+{
+    const QVariant money = firstValue(connection, statement, column);
+    return runtime::isNull(money) ? Currency() : runtime::CCur(money);
+}
+
+/// A count that leaves 16 bits must not read as none: a product in use would be deleted.
+qint16 firstCount(const ado::ConnectionPtr &connection, const QString &statement, const QString &column)
+{
+    try {
+        const QVariant count = firstValue(connection, statement, column);
+        const qint32 most = std::numeric_limits<qint16>::max();
+        return runtime::isNull(count) ? 0 : static_cast<qint16>(std::min(runtime::CLng(count), most));
+    } catch (const runtime::RuntimeError &) {
+        return 0;
+    }
+}
+
+} // namespace
+
+clsFunctions::clsFunctions(QObject *parent)
+    : QObject(parent)
+{
+}
+
+qint16 clsFunctions::reCalculateOMTotal(ado::ConnectionPtr &cnnMasterDB, qint32 lngOrdMPK)
+{
+    const clsSQL sql;
+    const QString taxOrFree = QStringLiteral("TAXORFREETOTAL");
+    try {
+        const Currency curTaxTotal =
+            firstMoney(cnnMasterDB, sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, true), taxOrFree);
+        const Currency curTaxFreeTotal =
+            firstMoney(cnnMasterDB, sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, false), taxOrFree);
+        const Currency curHalinTotal =
+            firstMoney(cnnMasterDB, sql.getSumHalinTotalSQL(lngOrdMPK), QStringLiteral("HALINTOTAL"));
+        const Currency curTotal = curTaxTotal + curTaxFreeTotal;
+        cnnMasterDB->Execute(sql.updateOrderMasterTotalSQL(lngOrdMPK, curTaxTotal, curTaxFreeTotal, curHalinTotal,
+                                                           curTotal, Currency()));
+        return 1;
+    } catch (const runtime::RuntimeError &) {
+        return 0;
+    }
+}
+
+qint16 clsFunctions::countSameExistProductName(ado::ConnectionPtr &cnnMasterDB, const QString &strPMName)
+{
+    return firstCount(cnnMasterDB, clsSQL().getNumOfSameProdName(strPMName), QStringLiteral("NAMECOUNT"));
+}
+
+qint16 clsFunctions::CountNoOfProductUsed(ado::ConnectionPtr &conMasterDB, qint32 lngPMPK)
+{
+    return firstCount(conMasterDB, clsSQL().getNumOfUsedProdSQL(lngPMPK), QStringLiteral("NUMOFPRO"));
+}
