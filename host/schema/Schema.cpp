@@ -10,6 +10,8 @@ namespace schema {
 
 namespace {
 
+const QString CannotPrepare = QStringLiteral("데이터베이스를 준비하지 못했습니다.\n");
+
 [[noreturn]] void refuse(const QString &what)
 {
     throw runtime::RuntimeError(runtime::ErrorNumber::Database, what);
@@ -19,7 +21,7 @@ void run(const QSqlDatabase &database, const QString &statement)
 {
     QSqlQuery query(database);
     if (!query.exec(statement))
-        refuse(QStringLiteral("데이터베이스를 준비하지 못했습니다.\n") + query.lastError().text());
+        refuse(CannotPrepare + query.lastError().text());
 }
 
 Dialect dialectOf(ado::Connection &connection)
@@ -39,26 +41,6 @@ Dialect dialectOf(ado::Connection &connection)
     refuse(QStringLiteral("이 데이터베이스 서버의 테이블은 서버의 설치 프로그램으로 만들어야 합니다."));
 }
 
-/// All statements or none.
-void runTogether(ado::Connection &connection, const QStringList &statements)
-{
-    QSqlDatabase database = connection.database();
-    if (!database.transaction())
-        refuse(QStringLiteral("데이터베이스를 준비하지 못했습니다.\n") + database.lastError().text());
-    try {
-        for (const QString &statement : statements)
-            run(database, statement);
-    } catch (...) {
-        database.rollback();
-        throw;
-    }
-    if (!database.commit()) {
-        const QString reason = database.lastError().text();
-        database.rollback();
-        refuse(QStringLiteral("데이터베이스를 준비하지 못했습니다.\n") + reason);
-    }
-}
-
 QStringList tableStatements(Dialect dialect)
 {
     QStringList statements = dialect == Dialect::PostgreSQL ? postgresLikeStatements() : QStringList();
@@ -67,29 +49,47 @@ QStringList tableStatements(Dialect dialect)
     return statements;
 }
 
-QStringList indexStatements()
-{
-    QStringList statements;
-    for (const IndexPlan &index : indexPlans())
-        statements << createIndexStatement(index);
-    return statements;
-}
-
 } // namespace
 
 void createSchema(ado::Connection &connection)
 {
-    runTogether(connection, tableStatements(dialectOf(connection)) + indexStatements());
+    QSqlDatabase database = connection.database();
+    if (!database.transaction())
+        refuse(CannotPrepare + database.lastError().text());
+    try {
+        createTables(connection);
+        createIndexes(connection);
+    } catch (...) {
+        database.rollback();
+        throw;
+    }
+    if (!database.commit())
+        refuse(CannotPrepare + database.lastError().text());
 }
 
 void createTables(ado::Connection &connection)
 {
-    runTogether(connection, tableStatements(dialectOf(connection)));
+    for (const QString &statement : tableStatements(dialectOf(connection)))
+        run(connection.database(), statement);
 }
 
 void createIndexes(ado::Connection &connection)
 {
-    runTogether(connection, indexStatements());
+    for (const IndexPlan &index : indexPlans())
+        run(connection.database(), createIndexStatement(index));
+}
+
+void continueKeys(ado::Connection &connection)
+{
+    // The embedded engine does so by itself.
+    if (dialectOf(connection) == Dialect::SQLite)
+        return;
+    for (const TablePlan &table : tablePlans()) {
+        for (const ColumnPlan &column : table.columns) {
+            if (column.holds == Holds::Key)
+                run(connection.database(), continueKeyStatement(table, column));
+        }
+    }
 }
 
 bool hasSchema(ado::Connection &connection)

@@ -10,9 +10,11 @@ namespace schema {
 /// bring their schema with their own installer.
 void createSchema(ado::Connection &connection);
 
-/// The two halves of createSchema, for a bulk load that wants its indexes last.
+/// The two halves of createSchema, for a bulk load that wants its indexes last; within the caller's transaction.
 void createTables(ado::Connection &connection);
 void createIndexes(ado::Connection &connection);
+/// After rows were written with keys of their own: new keys go on from the highest.
+void continueKeys(ado::Connection &connection);
 
 /// Whether every table that the desk and the component use is there.
 bool hasSchema(ado::Connection &connection);

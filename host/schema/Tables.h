@@ -49,6 +49,8 @@ enum class Dialect { SQLite, PostgreSQL };
 
 QString createTableStatement(const TablePlan &table, Dialect dialect);
 QString createIndexStatement(const IndexPlan &index);
+/// Lets the keys that PostgreSQL gives go on from the highest that is there.
+QString continueKeyStatement(const TablePlan &table, const ColumnPlan &key);
 /// What gives LIKE on PostgreSQL the clinic server's meaning, one statement each.
 QStringList postgresLikeStatements();
 
