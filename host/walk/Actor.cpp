@@ -1,0 +1,143 @@
+#include "host/walk/Actor.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QScreen>
+#include <QTest>
+#include <QTextStream>
+#include <QTimer>
+#include <QWindow>
+
+#include <exception>
+
+namespace walk {
+
+namespace {
+
+QWindow *handleOf(QWidget *widget)
+{
+    QWindow *handle = widget->window()->windowHandle();
+    if (!handle)
+        throw Astray(QStringLiteral("a window is not on the screen"));
+    return handle;
+}
+
+QPoint centreInWindow(QWidget *widget)
+{
+    return widget->mapTo(widget->window(), widget->rect().center());
+}
+
+} // namespace
+
+void settle(int milliseconds)
+{
+    QTest::qWait(milliseconds);
+}
+
+Actor::Actor(const QString &folder)
+    : folder_(folder)
+{
+    QDir().mkpath(folder_);
+}
+
+void Actor::say(const QString &sentence)
+{
+    QTextStream out(stdout);
+    out << QStringLiteral("%1. %2").arg(++steps_, 2).arg(sentence) << Qt::endl;
+}
+
+void Actor::picture(const QString &name, QWidget *window)
+{
+    settle();
+    const QString file = QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
+    if (!window->grab().save(file))
+        throw Astray(QStringLiteral("cannot write %1").arg(file));
+}
+
+QWidget *Actor::window(const QString &name, int milliseconds) const
+{
+    QElapsedTimer waited;
+    waited.start();
+    do {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            if (window->isVisible() && window->objectName() == name)
+                return window;
+        }
+        settle();
+    } while (waited.elapsed() < milliseconds);
+    throw Astray(QStringLiteral("the window '%1' does not show").arg(name));
+}
+
+void Actor::click(QWidget *control)
+{
+    if (!control->isVisible() || !control->isEnabled())
+        throw Astray(QStringLiteral("'%1' cannot be clicked").arg(control->objectName()));
+    QTest::mouseClick(handleOf(control), Qt::LeftButton, {}, centreInWindow(control));
+    settle();
+}
+
+void Actor::clickRow(QTableView *grid, int row)
+{
+    const QModelIndex cell = grid->indexAt(QPoint(4, grid->rowViewportPosition(row) + grid->rowHeight(row) / 2));
+    if (!cell.isValid())
+        throw Astray(QStringLiteral("'%1' has no row %2").arg(grid->objectName()).arg(row + 1));
+    const QPoint inViewport = grid->visualRect(cell).center();
+    QTest::mouseClick(handleOf(grid), Qt::LeftButton, {}, grid->viewport()->mapTo(grid->window(), inViewport));
+    settle();
+}
+
+void Actor::typeInto(QWidget *field, const QString &text)
+{
+    click(field);
+    auto *line = qobject_cast<QLineEdit *>(field);
+    if (line)
+        line->selectAll();
+    for (const QChar &character : text)
+        QTest::keyClick(handleOf(field), character.toLatin1());
+    settle();
+}
+
+void Actor::press(QWidget *window, Qt::Key key)
+{
+    QTest::keyClick(handleOf(window), key);
+    settle();
+}
+
+void Actor::inModalWindow(const std::function<void()> &trigger, const std::function<void(QWidget *)> &act)
+{
+    // The trigger does not return while the modal window stands, so a timer of the window's own loop acts in it.
+    bool acted = false;
+    std::exception_ptr failure;
+    QElapsedTimer waited;
+    waited.start();
+    QTimer watch;
+    watch.setInterval(20);
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (acted || !modal || !modal->isVisible())
+            return;
+        acted = true;
+        try {
+            settle();
+            act(modal);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        if (QWidget *left = QApplication::activeModalWidget(); left == modal)
+            modal->close();
+    });
+    watch.start();
+    trigger();
+    while (!acted && waited.elapsed() < 5000)
+        settle();
+    watch.stop();
+    if (failure)
+        std::rethrow_exception(failure);
+    if (!acted)
+        throw Astray(QStringLiteral("no box or dialog appeared"));
+}
+
+} // namespace walk

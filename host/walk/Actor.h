@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QString>
+#include <QTableView>
+#include <QWidget>
+
+#include <functional>
+#include <stdexcept>
+
+namespace walk {
+
+/// Raised when the window does not answer as the road says it must.
+class Astray : public std::runtime_error
+{
+public:
+    explicit Astray(const QString &what)
+        : std::runtime_error(what.toStdString())
+    {
+    }
+};
+
+/// A person at the desk: says each step on the terminal, finds controls by name, acts with real key and mouse events and
+/// leaves pictures of what stands on the screen.
+class Actor
+{
+public:
+    /// Pictures go to the folder as 01-name.png, 02-name.png ...
+    explicit Actor(const QString &folder);
+
+    void say(const QString &sentence);
+    void picture(const QString &name, QWidget *window);
+
+    /// A visible top-level window by name; waits until it shows. Raises Astray.
+    QWidget *window(const QString &name, int milliseconds = 5000) const;
+    /// A control of a window by name. Raises Astray.
+    template <typename Control = QWidget>
+    Control *control(QWidget *window, const QString &name) const
+    {
+        auto *found = window->findChild<Control *>(name);
+        if (!found)
+            throw Astray(QStringLiteral("'%1' is missing").arg(name));
+        return found;
+    }
+
+    void click(QWidget *control);
+    /// Clicks the first visible cell of a row.
+    void clickRow(QTableView *grid, int row);
+    /// Puts the focus there, selects what stands there and types over it.
+    void typeInto(QWidget *field, const QString &text);
+    void press(QWidget *window, Qt::Key key);
+
+    /// Runs `trigger`, which opens a modal window, and acts in that window before it closes.
+    void inModalWindow(const std::function<void()> &trigger, const std::function<void(QWidget *)> &act);
+
+private:
+    QString folder_;
+    int pictures_ = 0;
+    int steps_ = 0;
+};
+
+/// Lets pending events and paints happen.
+void settle(int milliseconds = 30);
+
+} // namespace walk
