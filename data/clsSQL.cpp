@@ -8,7 +8,10 @@
 // settings in clsSQLProducts.cpp.
 
 using runtime::Currency;
-using namespace statement;
+using statement::amount;
+using statement::date;
+using statement::fill;
+using statement::number;
 
 namespace {
 

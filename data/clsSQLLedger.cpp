@@ -3,7 +3,9 @@
 #include "data/StatementText.h"
 #include "data/modGeneralSQL.h"
 
-using namespace statement;
+using statement::date;
+using statement::fill;
+using statement::number;
 
 QString clsSQL::InsertTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator, qint32 lngMoney,
                                      qint32 lngOrderMasterPK, const QString &strMethod, const QString &strMemo) const

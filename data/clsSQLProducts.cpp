@@ -2,7 +2,8 @@
 
 #include "data/StatementText.h"
 
-using namespace statement;
+using statement::fill;
+using statement::number;
 
 QString clsSQL::getProductMasterSQL(bool bShowAll) const
 {

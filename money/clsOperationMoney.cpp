@@ -14,7 +14,7 @@ using runtime::Attempt;
 
 namespace {
 
-enum class Sum : std::size_t {
+enum class LedgerSum : std::size_t {
     CutByTransaction,
     CutByDate,
     CutByCustDate,
@@ -35,8 +35,8 @@ enum class Sum : std::size_t {
     Count,
 };
 
-/// In the order of Sum. The last four spell two columns in a case of their own, which no engine minds.
-constexpr std::array<const char16_t *, std::size_t(Sum::Count)> conditions = {
+/// In the order of LedgerSum. The last four spell two columns in a case of their own, which no engine minds.
+constexpr std::array<const char16_t *, std::size_t(LedgerSum::Count)> conditions = {
     u"WHERE tpstrans_OrderM_PK=[ORDERMPK] AND tpstrans_Operator=1",
     u"WHERE tpstrans_Date=[OPERDATE] AND tpstrans_Operator=1",
     u"WHERE tpstrans_Customer_PK=[CUSTPK] AND tpstrans_Date=[OPERDATE] AND tpstrans_Operator=1",
@@ -66,7 +66,7 @@ struct Asked
     QString method = {};
 };
 
-QString sumStatement(Sum which, const Asked &asked)
+QString sumStatement(LedgerSum which, const Asked &asked)
 {
     const QString receipt = statement::number(asked.receipt);
     return statement::fill(QStringLiteral("SELECT SUM(tpstrans_Money) AS Result FROM tPSTransaction ") +
@@ -81,14 +81,14 @@ QString sumStatement(Sum which, const Asked &asked)
 }
 
 /// Opens a forward-only, read-only recordset.
-bool opened(ado::Recordset &rows, const QString &statement, const ConnectionPtr &connection)
+bool openedForReading(ado::Recordset &rows, const QString &statement, const ConnectionPtr &connection)
 {
     Attempt attempt;
     attempt([&] { rows.Open(statement, connection, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly); });
     return !attempt.failed();
 }
 
-QVariant result(const ado::Recordset &rows)
+QVariant resultOf(const ado::Recordset &rows)
 {
     return rows[QStringLiteral("Result")];
 }
@@ -99,15 +99,15 @@ qint32 zeroWhenNull(const QVariant &number)
 }
 
 /// Only a failed open is a failure; a sum that does not fit leaves `money` at 0 and is none. It is meant to be so.
-bool sumInto(qint32 &money, Sum which, const ConnectionPtr &connection, const Asked &asked)
+bool sumInto(qint32 &money, LedgerSum which, const ConnectionPtr &connection, const Asked &asked)
 {
     money = 0;
     ado::Recordset rows;
-    if (!opened(rows, sumStatement(which, asked), connection))
+    if (!openedForReading(rows, sumStatement(which, asked), connection))
         return false;
     Attempt()([&] {
         if (rows.hasCurrent())
-            money = zeroWhenNull(result(rows));
+            money = zeroWhenNull(resultOf(rows));
     });
     return true;
 }
@@ -137,10 +137,10 @@ qint16 clsOperationMoney::OPM_ExistOperationByReceipt(qint32 lngOrderMasterPK)
     const QString text =
         statement::fill(u"SELECT COUNT(*) AS Result FROM tPSTransaction WHERE tpstrans_OrderM_PK=[ORDERMPK]",
                         {{u"[ORDERMPK]", statement::number(lngOrderMasterPK)}});
-    if (!opened(rows, text, connection_))
+    if (!openedForReading(rows, text, connection_))
         return -1;
     bool exists = false;
-    Attempt()([&] { exists = rows.hasCurrent() && zeroWhenNull(result(rows)) != 0; });
+    Attempt()([&] { exists = rows.hasCurrent() && zeroWhenNull(resultOf(rows)) != 0; });
     return exists ? 1 : 0;
 }
 
@@ -160,65 +160,65 @@ qint16 clsOperationMoney::OPM_DeleteAllByReceipt(const ConnectionPtr &cnCon, qin
 
 bool clsOperationMoney::OPM_GetCutByTransaction(qint32 lngOrderMasterPK, qint32 &lngCut)
 {
-    return sumInto(lngCut, Sum::CutByTransaction, connection_, {.receipt = lngOrderMasterPK});
+    return sumInto(lngCut, LedgerSum::CutByTransaction, connection_, {.receipt = lngOrderMasterPK});
 }
 
 bool clsOperationMoney::OPM_GetCutByDate(const QDate &dOperDate, qint32 &lngCut)
 {
-    return sumInto(lngCut, Sum::CutByDate, connection_, {.day = dOperDate});
+    return sumInto(lngCut, LedgerSum::CutByDate, connection_, {.day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetCutByCustDate(qint32 lngCustPK, const QDate &dOperDate, qint32 &lngCut)
 {
-    return sumInto(lngCut, Sum::CutByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
+    return sumInto(lngCut, LedgerSum::CutByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetDiscountByTransaction(qint32 lngOrderMasterPK, qint32 &lngDiscount)
 {
-    return sumInto(lngDiscount, Sum::DiscountByTransaction, connection_, {.receipt = lngOrderMasterPK});
+    return sumInto(lngDiscount, LedgerSum::DiscountByTransaction, connection_, {.receipt = lngOrderMasterPK});
 }
 
 bool clsOperationMoney::OPM_GetDiscountByDate(const QDate &dOperDate, qint32 &lngDiscount)
 {
-    return sumInto(lngDiscount, Sum::DiscountByDate, connection_, {.day = dOperDate});
+    return sumInto(lngDiscount, LedgerSum::DiscountByDate, connection_, {.day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetDiscountByCustDate(qint32 lngCustPK, const QDate &dOperDate, qint32 &lngDiscount)
 {
-    return sumInto(lngDiscount, Sum::DiscountByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
+    return sumInto(lngDiscount, LedgerSum::DiscountByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetPayByTransaction(qint32 lngOrderMasterPK, qint32 &lngPay)
 {
-    return sumInto(lngPay, Sum::PayByTransaction, connection_, {.receipt = lngOrderMasterPK});
+    return sumInto(lngPay, LedgerSum::PayByTransaction, connection_, {.receipt = lngOrderMasterPK});
 }
 
 bool clsOperationMoney::OPM_GetPayByDate(const QDate &dOperDate, qint32 &lngPay)
 {
-    return sumInto(lngPay, Sum::PayByDate, connection_, {.day = dOperDate});
+    return sumInto(lngPay, LedgerSum::PayByDate, connection_, {.day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetPayByCustDate(qint32 lngCustPK, const QDate &dOperDate, qint32 &lngPay)
 {
-    return sumInto(lngPay, Sum::PayByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
+    return sumInto(lngPay, LedgerSum::PayByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetPayByCustDateCatagory(qint32 lngCustPK, const QDate &dOperDate,
                                                      const QString &strCatagory, qint32 &lngPayCatagory)
 {
-    return sumInto(lngPayCatagory, Sum::PayByCustDateCatagory, connection_,
+    return sumInto(lngPayCatagory, LedgerSum::PayByCustDateCatagory, connection_,
                    {.customer = lngCustPK, .day = dOperDate, .method = strCatagory});
 }
 
 bool clsOperationMoney::OPM_GetRefundByTransaction(const ConnectionPtr &cnCon, qint32 lngOrderMasterPK,
                                                    qint32 &lngRefund)
 {
-    return sumInto(lngRefund, Sum::RefundByTransaction, cnCon, {.receipt = lngOrderMasterPK});
+    return sumInto(lngRefund, LedgerSum::RefundByTransaction, cnCon, {.receipt = lngOrderMasterPK});
 }
 
 bool clsOperationMoney::OPM_GetRefundByDate(const QDate &dOperDate, qint32 &lngRefund)
 {
-    return sumInto(lngRefund, Sum::RefundByDate, connection_, {.day = dOperDate});
+    return sumInto(lngRefund, LedgerSum::RefundByDate, connection_, {.day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetSumOfTransactionByReceipt(const ConnectionPtr &cnCon, qint32 lngOrderMasterPK,
@@ -231,9 +231,9 @@ bool clsOperationMoney::OPM_GetSumOfTransactionByReceipt(const ConnectionPtr &cn
                                          u"WHERE tpstrans_OrderM_PK=[ORDERMASTERPK] "
                                          u"AND (tpstrans_Operator=1 OR tpstrans_Operator=2 OR tpstrans_Operator=3)",
                                          {{u"[ORDERMASTERPK]", statement::number(lngOrderMasterPK)}});
-    if (!opened(rows, text, cnCon))
+    if (!openedForReading(rows, text, cnCon))
         return false;
-    Attempt()([&] { lngTransaction = zeroWhenNull(result(rows)); });
+    Attempt()([&] { lngTransaction = zeroWhenNull(resultOf(rows)); });
     const bool done = OPM_GetRefundByTransaction(cnCon, lngOrderMasterPK, lngRefund);
     if (!done)
         lngTransaction = lngRefund = 0;
@@ -242,29 +242,29 @@ bool clsOperationMoney::OPM_GetSumOfTransactionByReceipt(const ConnectionPtr &cn
 
 bool clsOperationMoney::OPM_GetRefundByCustDate(qint32 lngCustPK, const QDate &dOperDate, qint32 &lngRefund)
 {
-    return sumInto(lngRefund, Sum::RefundByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
+    return sumInto(lngRefund, LedgerSum::RefundByCustDate, connection_, {.customer = lngCustPK, .day = dOperDate});
 }
 
 bool clsOperationMoney::OPM_GetCutByReceiptBoninGeneral(const ConnectionPtr &cnCon, qint32 lngOrdMPK, qint32 &lngCut,
                                                         const QDate &dtDate)
 {
-    return sumInto(lngCut, Sum::CutByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
+    return sumInto(lngCut, LedgerSum::CutByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
 }
 
 bool clsOperationMoney::OPM_GetDiscountByReceiptBoninGeneral(const ConnectionPtr &cnCon, qint32 lngOrdMPK,
                                                              qint32 &lngDiscount, const QDate &dtDate)
 {
-    return sumInto(lngDiscount, Sum::DiscountByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
+    return sumInto(lngDiscount, LedgerSum::DiscountByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
 }
 
 bool clsOperationMoney::OPM_GetPayByReceiptBoninGeneral(const ConnectionPtr &cnCon, qint32 lngOrdMPK, qint32 &lngPay,
                                                         const QDate &dtDate)
 {
-    return sumInto(lngPay, Sum::PayByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
+    return sumInto(lngPay, LedgerSum::PayByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
 }
 
 bool clsOperationMoney::OPM_GetRefundByReceiptBoninGeneral(const ConnectionPtr &cnCon, qint32 lngOrdMPK,
                                                            qint32 &lngRefund, const QDate &dtDate)
 {
-    return sumInto(lngRefund, Sum::RefundByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
+    return sumInto(lngRefund, LedgerSum::RefundByReceiptBoninGeneral, cnCon, {.receipt = lngOrdMPK, .day = dtDate});
 }
