@@ -4,6 +4,8 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QSplitter>
+#include <QVBoxLayout>
 
 void addFormRow(QGridLayout *form, int row, int column, const QString &caption, QWidget *control, int columnSpan)
 {
@@ -37,9 +39,44 @@ QHBoxLayout *layOutStrip(QWidget *strip, const QList<controls::PushCheck *> &com
     row->setContentsMargins(0, 2, 0, 2);
     for (controls::PushCheck *button : commands.first(commands.size() - 1))
         row->addWidget(button);
-    for (controls::PushCheck *button : saveButtons)
+    for (controls::PushCheck *button : saveButtons) {
         row->addWidget(button);
+        button->hide();
+    }
     row->addStretch();
     row->addWidget(commands.last());
     return row;
+}
+
+QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, QWidget *parent)
+{
+    auto *frame = new QGroupBox(title, parent);
+    controls::named(frame, name, index);
+    return frame;
+}
+
+void setTabChain(const QList<QWidget *> &controls)
+{
+    for (qsizetype index = 1; index < controls.size(); ++index)
+        QWidget::setTabOrder(controls[index - 1], controls[index]);
+}
+
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel)
+{
+    auto *beside = new QWidget;
+    auto *besideLayout = new QVBoxLayout(beside);
+    besideLayout->setContentsMargins(0, 0, 0, 0);
+    besideLayout->setSpacing(2);
+    if (strip)
+        besideLayout->addWidget(strip);
+    besideLayout->addWidget(panel, 1);
+
+    auto *split = new QSplitter(Qt::Horizontal);
+    split->setChildrenCollapsible(false);
+    split->addWidget(list);
+    split->addWidget(beside);
+    split->setStretchFactor(0, 1);
+    auto *layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(split);
 }

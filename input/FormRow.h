@@ -3,6 +3,7 @@
 #include "platform/controls/PushCheck.h"
 
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QList>
 #include <QStringList>
@@ -14,6 +15,16 @@ void addFormRow(QGridLayout *form, int row, int column, const QString &caption, 
 /// An array of check boxes in button style, NAME_0, NAME_1 and so on.
 QList<controls::PushCheck *> makePushChecks(const QString &name, const QStringList &captions, QWidget *parent);
 
-/// Lays out a strip of commands: the last one, which deletes, stands apart; save and cancel take their place in an edit.
+/// Lays out a strip of commands: the last one, which deletes, stands apart; save and cancel, hidden at first, take their
+/// place in an edit.
 QHBoxLayout *layOutStrip(QWidget *strip, const QList<controls::PushCheck *> &commands,
                          const QList<controls::PushCheck *> &saveButtons);
+
+/// A list or panel of a pane under its given name; without a title a plain frame.
+QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, QWidget *parent);
+
+/// Tab goes through the controls in this order.
+void setTabChain(const QList<QWidget *> &controls);
+
+/// Lays a list and its panel side by side with a divider, the strip of commands above the panel (null: none).
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel);

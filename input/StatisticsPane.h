@@ -22,10 +22,12 @@ private:
     void nodeClicked(QTreeWidgetItem *node);
     void startReport(const QString &programId);
     void hostWindow(qint32 handle);
+    void destroyReportWindow();
 
     QSplitter *splitStatMain_;
     QTreeWidget *treeStatItem_;
     QWidget *reportPane_;
+    QPointer<QWidget> container_; ///< stands around a window that is no widget of this process
     QString strCurrentStatTag_; ///< program identifier of the report on show
     qint32 lngStatWindow_ = 0;  ///< handle of its window, 0 for none
 };

@@ -8,7 +8,10 @@
 #include "session/SaleSession.h"
 
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QWidget>
+
+#include <array>
 
 /// Dealers that the shop buys from, beside the panel of one dealer.
 class DealerPane : public QWidget
@@ -17,9 +20,11 @@ class DealerPane : public QWidget
 public:
     DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
-    /// Opens rsCompanyMaster, which must exist, and binds the grid. Errors end here, told to nobody.
+    /// Opens rsCompanyMaster and binds the grid; nothing happens while it does not exist. Errors end here, told to nobody.
     void loadCompanyMaster();
+    /// Clears the panel.
     void resetPane();
+    /// Shows the current dealer, or clears the panel; a panel in edit is left alone.
     void fillPanel();
 
     /// The strip of buttons is not among them: it lies on the panel and goes out of reach with it.
@@ -28,15 +33,16 @@ public:
     controls::RecordsetGrid *grid() const { return tdbCompanyMaster_; }
 
 private:
-    QWidget *makeList();
-    QWidget *makeStrip();
-    QWidget *makePanel();
-    void connectControls();
+    void makeList();
+    void makeStrip();
+    void makePanel();
+    QGridLayout *makeFields();
+    bool inEdit() const { return !chkcmdCmpnyMstrSave_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
 
-    QWidget *sspCompanyMaster_[2] = {};
+    std::array<QWidget *, 2> sspCompanyMaster_{};
     QWidget *elTranMnu_ = nullptr;
     controls::RecordsetGrid *tdbCompanyMaster_ = nullptr;
     MoneyBox *txtCmCompanyName_ = nullptr;
@@ -44,7 +50,7 @@ private:
     MoneyBox *txtCmAddress_ = nullptr;
     MoneyBox *txtCmTel_ = nullptr;
     MemoBox *txtCmMemo_ = nullptr;
-    QCheckBox *chkCmIsValid_ = nullptr;
+    QCheckBox *chkCmIsValid_ = nullptr; ///< "거래안함": checked is False in the column
     QList<controls::PushCheck *> chkcmdCmpnyMstrAED_;
     QList<controls::PushCheck *> chkcmdCmpnyMstrSave_;
 };

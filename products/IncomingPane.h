@@ -3,13 +3,16 @@
 #include "input/MemoBox.h"
 #include "input/MoneyBox.h"
 #include "input/PaneContract.h"
+#include "platform/controls/DateEdit.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "platform/controls/Stepper.h"
 #include "session/SaleSession.h"
 
-#include <QDateEdit>
+#include <QGridLayout>
 #include <QWidget>
+
+#include <array>
 
 /// Purchases of the current product beside the panel of one purchase.
 class IncomingPane : public QWidget
@@ -18,12 +21,15 @@ class IncomingPane : public QWidget
 public:
     IncomingPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
-    /// Opens the purchases of a product in rsProductIncoming, which must exist, and binds the grid. Errors end here, told
-    /// to nobody.
+    /// Opens the purchases of a product in rsProductIncoming and binds the grid; nothing happens while it does not exist.
+    /// Errors go to the caller.
     void loadProductIncoming(qint32 lngPMPK);
+    /// Clears the panel, the chosen dealer included.
     void resetPane();
+    /// Shows the current purchase, or clears the panel; a panel in edit is left alone. The chosen dealer's key is not
+    /// touched: an edit saves the dealer last chosen in this panel.
     void fillPanel();
-    /// The dealer that the dealer dialog reports.
+    /// The dealer that the dealer dialog reports; its key lies in the name box's property "Tag".
     void dealerSelected(qint32 lngCMPK, const QString &name);
 
     QList<QWidget *> containers() const { return {sspProductIncoming_[0], sspProductIncoming_[1], elTranMnu_}; }
@@ -31,18 +37,19 @@ public:
     controls::RecordsetGrid *grid() const { return tdbProductIncoming_; }
 
 private:
-    QWidget *makeList();
-    QWidget *makeStrip();
-    QWidget *makePanel();
-    void connectControls();
+    void makeList();
+    void makeStrip();
+    void makePanel();
+    QGridLayout *makeFields();
+    void connectFields();
     void recalculateTotal();
-    void showTotal();
-    void step(int by);
+    void stepCount(int by);
+    bool inEdit() const { return !chkcmdIncomingSave_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
 
-    QWidget *sspProductIncoming_[2] = {};
+    std::array<QWidget *, 2> sspProductIncoming_{};
     QWidget *elTranMnu_ = nullptr;
     controls::RecordsetGrid *tdbProductIncoming_ = nullptr;
     MoneyBox *txtIncCount_ = nullptr;
@@ -51,9 +58,8 @@ private:
     MoneyBox *txtIncHalinTotal_ = nullptr;
     QLineEdit *txtIncPriceTotal_ = nullptr;
     QLineEdit *txtIncCompanyName_ = nullptr;
-    QString companyTag_; ///< decimal text of the chosen dealer's key, empty while none is chosen
     controls::PushCheck *chkCmdIncSelectCompany_ = nullptr;
-    QDateEdit *dtpIncDate_ = nullptr;
+    controls::DateEdit *dtpIncDate_ = nullptr;
     MemoBox *txtIncMemo_ = nullptr;
     QList<controls::PushCheck *> chkcmdIncomingAED_;
     QList<controls::PushCheck *> chkcmdIncomingSave_;

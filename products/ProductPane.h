@@ -3,12 +3,13 @@
 #include "input/MemoBox.h"
 #include "input/MoneyBox.h"
 #include "input/PaneContract.h"
+#include "platform/controls/DateEdit.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "products/StockBox.h"
 #include "session/SaleSession.h"
 
-#include <QDateEdit>
+#include <QGridLayout>
 #include <QRadioButton>
 #include <QWidget>
 
@@ -21,12 +22,17 @@ class ProductPane : public QWidget
 public:
     ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
-    /// Opens rsSaleProductListsManager, which must exist, and binds the grid. Errors end here, told to nobody.
+    /// Opens rsSaleProductListsManager and binds the grid; nothing happens while it does not exist. Errors end here, told to
+    /// nobody.
     void loadProductListsManager();
     /// Clears the panel.
     void resetPane();
-    /// Shows the current product in the panel, or clears it.
+    /// Shows the current product, or clears the panel; a panel in edit is left alone.
     void fillPanel();
+
+    /// For a list that belongs to a central product server: add, edit and delete are out of reach, and no edit mode brings
+    /// them back.
+    void disableCommands();
 
     /// What every edit puts out of reach.
     QList<QWidget *> containers() const { return {sspPMProductList_, sspPMProductInfo_, elTranMnu_}; }
@@ -38,15 +44,12 @@ signals:
     void currentProductChanged(qint32 lngPMPK);
 
 private:
-    enum class Command { Add, Edit, Delete };
-    enum EditMode : std::int16_t { None = -1, Add = 0, Edit = 1 };
-
-    QWidget *makeList();
-    QWidget *makeStrip();
-    QWidget *makePanel();
-    QWidget *makeOptions(const QString &caption, const QString &name, const QStringList &captions,
-                         std::array<QRadioButton *, 2> &options);
-    void connectControls();
+    void makeList();
+    void makeStrip();
+    void makePanel();
+    QGridLayout *makeFields();
+    void arrange();
+    bool inEdit() const { return !chkCmdSaveProduct_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
@@ -55,13 +58,12 @@ private:
     QWidget *sspPMProductInfo_ = nullptr;
     QWidget *elTranMnu_ = nullptr;
     controls::RecordsetGrid *tdbSaleProductListsManager_ = nullptr;
-    std::array<MoneyBox *, 3> txtProSaleInfo_{};
-    MemoBox *txtProSaleInfoMemo_ = nullptr;
+    std::array<MoneyBox *, 3> txtProSaleInfo_{}; ///< 0 to 2
+    MemoBox *txtProSaleInfoMemo_ = nullptr;      ///< 3
     std::array<QRadioButton *, 2> optIsTaxed_{};
     std::array<QRadioButton *, 2> optIsValid_{};
-    QDateEdit *dtpProdListAddedDate_ = nullptr;
+    controls::DateEdit *dtpProdListAddedDate_ = nullptr;
     QList<controls::PushCheck *> chkCmdProdSaleAddEdiDel_;
     QList<controls::PushCheck *> chkCmdSaveProduct_;
     StockBox *stock_ = nullptr;
-    EditMode intProductEditMode_ = None;
 };

@@ -1,17 +1,16 @@
 #pragma once
 
-#include "input/PaneContract.h"
 #include "session/SaleSession.h"
 
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QWidget>
 
 #include <array>
 
 /// "재고현황 보기": units of one product that came in, went out and remain, summed from purchases and order lines each time.
 /// Shows what the last call wrote: sales and purchases made since stand in it only after the row changes or "새로고침".
-class StockBox : public QWidget
+class StockBox : public QGroupBox
 {
     Q_OBJECT
 public:

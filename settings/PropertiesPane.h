@@ -3,6 +3,7 @@
 #include "platform/controls/PushCheck.h"
 
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -27,10 +28,10 @@ signals:
     void gridResetRequested();
 
 private:
-    void makeControls();
     QWidget *makeShopData();
     QWidget *makeSwitches();
     QWidget *makeLogo();
+    QHBoxLayout *makeButtons();
     void saveProperties();
     void loadLogo();
 

@@ -1,0 +1,146 @@
+#include "input/StatisticsPane.h"
+
+#include "platform/automation/Automation.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
+#include "session/modGlobalVars.h"
+
+#include <QHash>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace {
+
+struct ReportNode
+{
+    const char16_t *caption;
+    const char *key;
+    const char *parent; ///< key of the group, null at the root
+    const char *tag;    ///< program identifier of the report's component, empty for a group
+};
+
+constexpr ReportNode reportNodes[] = {
+    {u"매출 관련 통계", "TMnuProdSaleRelatedStat", nullptr, ""},
+    {u"기간별 매출 통계", "TSMnuDailySaleStat", "TMnuProdSaleRelatedStat", "VantoSalesPeriod.clsVantoSalesPeriod"},
+    {u"물품별 매출 통계", "TSMnuSaleByProd", "TMnuProdSaleRelatedStat", "VantoSalesItem.clsVantoSalesItem"},
+    {u"수납 관련 통계", "TMnuProdTranRelatedStat", nullptr, ""},
+    {u"기간별 수납 통계", "TSMnuProdTranStat", "TMnuProdTranRelatedStat", "VantoPayPeriod.clsVantoPayPeriod"},
+    {u"통합 통계", "TMnuPSaleTranRelStat", nullptr, ""},
+    {u"일일 통계", "TSMnuProdDaySale", "TMnuPSaleTranRelStat", "VantoOneDay.clsVantoOneDay"},
+    {u"재고 통계", "TMnuPStockStat", nullptr, "VantoStock.clsVantoStock"},
+};
+
+const QString firstReport = QStringLiteral("TSMnuDailySaleStat");
+
+enum NodeRole { KeyRole = Qt::UserRole, TagRole };
+
+QWidget *widgetOf(qint32 handle)
+{
+    return QWidget::find(WId(handle));
+}
+
+} // namespace
+
+StatisticsPane::StatisticsPane(QWidget *parent)
+    : QWidget(parent)
+    , splitStatMain_(controls::named(new QSplitter(Qt::Horizontal), QStringLiteral("splitStatMain")))
+    , treeStatItem_(controls::named(new QTreeWidget, QStringLiteral("treeStatItem")))
+    , reportPane_(new QWidget)
+{
+    treeStatItem_->setHeaderHidden(true);
+    treeStatItem_->setAccessibleName(QStringLiteral("통계 목록"));
+    auto *reportLayout = new QVBoxLayout(reportPane_);
+    reportLayout->setContentsMargins(0, 0, 0, 0);
+    splitStatMain_->setChildrenCollapsible(false);
+    splitStatMain_->addWidget(treeStatItem_);
+    splitStatMain_->addWidget(reportPane_);
+    splitStatMain_->setStretchFactor(1, 1);
+    splitStatMain_->setSizes({220, 800});
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(splitStatMain_);
+
+    // Enter starts a report as a click does; a second click repeats a failed start.
+    controls::onEvent(treeStatItem_, &QTreeWidget::itemClicked, this,
+                      [this](QTreeWidgetItem *node, int) { nodeClicked(node); });
+    controls::onEvent(treeStatItem_, &QTreeWidget::itemActivated, this,
+                      [this](QTreeWidgetItem *node, int) { nodeClicked(node); });
+}
+
+void StatisticsPane::buildStatisticsTree()
+{
+    const QSignalBlocker blocker(treeStatItem_);
+    treeStatItem_->clear();
+    QHash<QString, QTreeWidgetItem *> nodes;
+    for (const ReportNode &row : reportNodes) {
+        auto *node = row.parent ? new QTreeWidgetItem(nodes.value(QLatin1String(row.parent)))
+                                : new QTreeWidgetItem(treeStatItem_);
+        node->setText(0, QString::fromUtf16(row.caption));
+        node->setData(0, KeyRole, QLatin1String(row.key));
+        node->setData(0, TagRole, QLatin1String(row.tag));
+        nodes.insert(QLatin1String(row.key), node);
+    }
+    for (const char *group : {"TMnuProdSaleRelatedStat", "TMnuProdTranRelatedStat", "TMnuPSaleTranRelStat"})
+        nodes.value(QLatin1String(group))->setExpanded(true);
+    treeStatItem_->setCurrentItem(nodes.value(firstReport));
+}
+
+void StatisticsPane::showStatisticsTab()
+{
+    buildStatisticsTree();
+    nodeClicked(treeStatItem_->currentItem());
+}
+
+void StatisticsPane::nodeClicked(QTreeWidgetItem *node)
+{
+    const QString tag = node->data(0, TagRole).toString();
+    if (tag.isEmpty() || tag == strCurrentStatTag_)
+        return; // a group, or the report on show
+    if (lngStatWindow_ != 0)
+        destroyReportWindow();
+    try {
+        startReport(tag);
+    } catch (const runtime::RuntimeError &) {
+        // The handle stays, though its window is gone: it is simply not found the next time.
+        controls::MsgBox(QStringLiteral("통계 패키지 구성요소가 제대로 설치되어 있지 않습니다.") + QLatin1Char('\r')
+                             + QStringLiteral("다시 시도해 보시고 오류가 지속되면 개발사로 문의하십시오."),
+                         controls::InformationIcon, QStringLiteral("통계 실행 오류"));
+        return;
+    }
+    repaint();
+    strCurrentStatTag_ = tag;
+}
+
+void StatisticsPane::destroyReportWindow()
+{
+    if (QWidget *window = widgetOf(lngStatWindow_))
+        delete window;
+    delete container_;
+}
+
+void StatisticsPane::startReport(const QString &programId)
+{
+    const automation::ObjectPtr report = automation::createObject(programId);
+    QVariantList arguments{QVariant::fromValue(gcnnMasterDB)};
+    const QVariant handle = automation::call(*report, QStringLiteral("StatStart"), arguments);
+    gcnnMasterDB = arguments.first().value<ado::ConnectionPtr>(); // the call may have replaced it
+    lngStatWindow_ = runtime::CLng(handle);
+    hostWindow(lngStatWindow_);
+}
+
+void StatisticsPane::hostWindow(qint32 handle)
+{
+    QWidget *window = widgetOf(handle);
+    if (!window) {
+        QWindow *foreign = handle == 0 ? nullptr : QWindow::fromWinId(WId(handle));
+        if (!foreign)
+            throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                        QStringLiteral("통계 창을 표시할 수 없습니다."));
+        window = container_ = QWidget::createWindowContainer(foreign, reportPane_);
+    }
+    reportPane_->layout()->addWidget(window);
+    window->show();
+}

@@ -1,0 +1,170 @@
+#include "products/DealerPane.h"
+
+#include "data/clsSQL.h"
+#include "input/FormRow.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "session/modGlobalVars.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+using controls::GridColumn;
+
+std::vector<GridColumn> dealerColumns()
+{
+    using Kind = GridColumn::Kind;
+    return {
+        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check, 65},
+        {QStringLiteral("CM_Name"), QStringLiteral("거래처 이름"), Kind::Text, 130},
+        {QStringLiteral("CM_RegNum"), QStringLiteral("등록번호"), Kind::Text, 100},
+        {QStringLiteral("CM_Address"), QStringLiteral("주소"), Kind::Text, 160},
+        {QStringLiteral("CM_Tel"), QStringLiteral("전화번호"), Kind::Text, 95},
+        {QStringLiteral("CM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
+    };
+}
+
+} // namespace
+
+DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
+    : QWidget(parent)
+    , session_(session)
+    , shell_(shell)
+{
+    makeList();
+    makePanel();
+    layOutListAndPanel(this, sspCompanyMaster_[0], nullptr, sspCompanyMaster_[1]);
+    setTabChain({tdbCompanyMaster_, chkcmdCmpnyMstrAED_[0], chkcmdCmpnyMstrAED_[1], chkcmdCmpnyMstrAED_[2],
+                 txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_,
+                 chkcmdCmpnyMstrSave_[0], chkcmdCmpnyMstrSave_[1]});
+    resetPane();
+}
+
+void DealerPane::makeList()
+{
+    sspCompanyMaster_[0] = makePanelFrame(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), this);
+    auto *grid = new controls::RecordsetGrid(sspCompanyMaster_[0]);
+    tdbCompanyMaster_ = controls::named(grid, QStringLiteral("tdbCompanyMaster"));
+    grid->setAccessibleName(QStringLiteral("거래처"));
+    grid->setColumns(dealerColumns());
+    auto *layout = new QVBoxLayout(sspCompanyMaster_[0]);
+    layout->addWidget(grid);
+    connect(grid, &controls::RecordsetGrid::rowChange, this, &DealerPane::fillPanel);
+}
+
+void DealerPane::makePanel()
+{
+    sspCompanyMaster_[1] = makePanelFrame(QStringLiteral("sspCompanyMaster"), 1, QString(), this);
+    makeStrip();
+    auto *layout = new QVBoxLayout(sspCompanyMaster_[1]);
+    layout->addWidget(elTranMnu_);
+    layout->addLayout(makeFields(), 1);
+}
+
+void DealerPane::makeStrip()
+{
+    elTranMnu_ = controls::named(new QWidget(sspCompanyMaster_[1]), QStringLiteral("elTranMnu"), 4);
+    chkcmdCmpnyMstrAED_ = makePushChecks(QStringLiteral("chkcmdCmpnyMstrAED"),
+                                         {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")},
+                                         elTranMnu_);
+    chkcmdCmpnyMstrSave_ = makePushChecks(QStringLiteral("chkcmdCmpnyMstrSave"),
+                                          {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
+    layOutStrip(elTranMnu_, chkcmdCmpnyMstrAED_, chkcmdCmpnyMstrSave_);
+}
+
+QGridLayout *DealerPane::makeFields()
+{
+    using controls::named;
+    const TextBoxHabits habits{.onFocus = OnFocus::CaretToEnd};
+    txtCmCompanyName_ = named(new MoneyBox(habits), QStringLiteral("txtCmCompanyName"));
+    chkCmIsValid_ = named(new QCheckBox(QStringLiteral("거래안함")), QStringLiteral("chkCmIsValid"));
+    chkCmIsValid_->setAccessibleName(chkCmIsValid_->text());
+    txtCmTel_ = named(new MoneyBox(habits), QStringLiteral("txtCmTel"));
+    txtCmRegNum_ = named(new MoneyBox(habits), QStringLiteral("txtCmRegNum"));
+    txtCmAddress_ = named(new MoneyBox(habits), QStringLiteral("txtCmAddress"));
+    txtCmMemo_ = named(new MemoBox({.caretToEndOnChange = true}), QStringLiteral("txtCmMemo"));
+
+    auto *form = new QGridLayout;
+    form->setVerticalSpacing(3);
+    addFormRow(form, 0, 0, QStringLiteral("거래처: "), txtCmCompanyName_);
+    form->addWidget(chkCmIsValid_, 0, 2);
+    addFormRow(form, 1, 0, QStringLiteral("전화번호:"), txtCmTel_, 2);
+    addFormRow(form, 2, 0, QStringLiteral("사업자번호: "), txtCmRegNum_, 2);
+    addFormRow(form, 3, 0, QStringLiteral("주소:"), txtCmAddress_, 2);
+    addFormRow(form, 4, 0, QStringLiteral("메모:"), txtCmMemo_, 2);
+    form->setColumnStretch(1, 1);
+    form->setRowStretch(4, 1);
+    return form;
+}
+
+void DealerPane::loadCompanyMaster()
+{
+    ado::Recordset *dealers = session_.rsCompanyMaster.get();
+    if (!dealers)
+        return;
+    runtime::Attempt attempt;
+    attempt([&] {
+        if (dealers->isOpen())
+            dealers->Close();
+        dealers->Open(clsSQL().getCmpnyMstrSQL(), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+    });
+    if (attempt.failed())
+        return;
+    if (tdbCompanyMaster_->dataSource() != dealers)
+        tdbCompanyMaster_->setDataSource(dealers);
+    tdbCompanyMaster_->Rebind();
+}
+
+void DealerPane::fillPanel()
+{
+    if (inEdit() || !session_.rsCompanyMaster || !session_.rsCompanyMaster->isOpen())
+        return;
+    const ado::Recordset &dealer = *session_.rsCompanyMaster;
+    if (!dealer.hasCurrent()) {
+        resetPane();
+        return;
+    }
+    using runtime::text;
+    txtCmCompanyName_->setText(text(dealer[QStringLiteral("CM_Name")]));
+    txtCmRegNum_->setText(text(dealer[QStringLiteral("CM_RegNum")]));
+    txtCmAddress_->setText(text(dealer[QStringLiteral("CM_Address")]));
+    txtCmTel_->setText(text(dealer[QStringLiteral("CM_Tel")]));
+    txtCmMemo_->setText(text(dealer[QStringLiteral("CM_EtcMemo")]));
+    chkCmIsValid_->setChecked(!runtime::isTrue(dealer[QStringLiteral("CM_IsValid")]));
+}
+
+void DealerPane::resetPane()
+{
+    for (QLineEdit *box : {txtCmCompanyName_, txtCmRegNum_, txtCmAddress_, txtCmTel_})
+        box->clear();
+    txtCmMemo_->clear();
+    chkCmIsValid_->setChecked(false);
+}
+
+EditModeTable DealerPane::editMode() const
+{
+    using controls::SystemColor;
+    EditModeTable table;
+    table.code = QStringLiteral("12");
+    table.containers = {elTranMnu_, sspCompanyMaster_[1]};
+    table.group = {txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_};
+    table.commands = {chkcmdCmpnyMstrAED_.begin(), chkcmdCmpnyMstrAED_.end()};
+    table.saveButtons = {chkcmdCmpnyMstrSave_.begin(), chkcmdCmpnyMstrSave_.end()};
+
+    const QColor window = controls::systemColor(SystemColor::Window);
+    table.editColors = {
+        {txtCmCompanyName_, controls::systemColor(SystemColor::InfoBackground)},
+        {txtCmTel_, window},
+        {txtCmRegNum_, window},
+        {txtCmAddress_, window},
+        {txtCmMemo_, window},
+        {chkCmIsValid_, controls::systemColor(SystemColor::ButtonFace)},
+    };
+    table.entryColors = table.editColors;
+    for (const EntryColor &color : table.editColors)
+        table.entryControls += color.control;
+    return table;
+}

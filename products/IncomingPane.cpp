@@ -1,0 +1,240 @@
+#include "products/IncomingPane.h"
+
+#include "data/clsSQL.h"
+#include "input/FormRow.h"
+#include "input/clsMyFunctions.h"
+#include "input/clsNumberRelated.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "session/modGlobalVars.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+using controls::GridColumn;
+
+std::vector<GridColumn> incomingColumns()
+{
+    using Kind = GridColumn::Kind;
+    return {
+        {QStringLiteral("PM_PK"), QStringLiteral("PM_PK"), Kind::Number, 60, false},
+        {QStringLiteral("CM_PK"), QStringLiteral("CM_PK"), Kind::Number, 60, false},
+        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number, 65},
+        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money, 80},
+        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money, 90},
+        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date, 85},
+        {QStringLiteral("IN_HalinTotal"), QStringLiteral("할인가격"), Kind::Money, 80},
+        {QStringLiteral("IN_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
+    };
+}
+
+/// The dealer's name, empty when there is no such dealer.
+QString getCompanyName(std::int32_t lngCMPK)
+{
+    ado::Recordset dealer;
+    dealer.Open(clsSQL().getCmpnyNameSQL(lngCMPK), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    return dealer.hasCurrent() ? runtime::text(dealer[QStringLiteral("CM_Name")]) : QString();
+}
+
+double pureNumber(const QLineEdit *box)
+{
+    return runtime::CDbl(clsNumberRelated().GetPureNumber(box->text()));
+}
+
+double valOf(const QVariant &value)
+{
+    return runtime::Val(runtime::text(value));
+}
+
+QString moneyOf(const QVariant &value)
+{
+    return runtime::Format(valOf(value), runtime::strMoneyFormat);
+}
+
+} // namespace
+
+IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *parent)
+    : QWidget(parent)
+    , session_(session)
+    , shell_(shell)
+{
+    makeList();
+    makeStrip();
+    makePanel();
+    connectFields();
+    layOutListAndPanel(this, sspProductIncoming_[0], elTranMnu_, sspProductIncoming_[1]);
+    setTabChain({tdbProductIncoming_, chkcmdIncomingAED_[0], chkcmdIncomingAED_[1], chkcmdIncomingAED_[2], txtIncCount_,
+                 txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, txtIncCompanyName_,
+                 chkCmdIncSelectCompany_, dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
+    resetPane();
+}
+
+void IncomingPane::makeList()
+{
+    sspProductIncoming_[0] = makePanelFrame(QStringLiteral("sspProductIncoming"), 0, QStringLiteral("거래내역"), this);
+    auto *grid = new controls::RecordsetGrid(sspProductIncoming_[0]);
+    tdbProductIncoming_ = controls::named(grid, QStringLiteral("tdbProductIncoming"));
+    grid->setAccessibleName(QStringLiteral("거래내역"));
+    grid->setColumns(incomingColumns());
+    auto *layout = new QVBoxLayout(sspProductIncoming_[0]);
+    layout->addWidget(grid);
+    connect(grid, &controls::RecordsetGrid::rowChange, this, &IncomingPane::fillPanel);
+}
+
+void IncomingPane::makeStrip()
+{
+    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 3);
+    chkcmdIncomingAED_ = makePushChecks(QStringLiteral("chkcmdIncomingAED"),
+                                        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")},
+                                        elTranMnu_);
+    chkcmdIncomingSave_ = makePushChecks(QStringLiteral("chkcmdIncomingSave"),
+                                         {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
+    layOutStrip(elTranMnu_, chkcmdIncomingAED_, chkcmdIncomingSave_);
+}
+
+void IncomingPane::makePanel()
+{
+    sspProductIncoming_[1] = makePanelFrame(QStringLiteral("sspProductIncoming"), 1, QString(), this);
+    sspProductIncoming_[1]->setLayout(makeFields());
+}
+
+QGridLayout *IncomingPane::makeFields()
+{
+    using controls::named;
+    txtIncCount_ = named(new MoneyBox({.onFocus = OnFocus::SelectAll}), QStringLiteral("txtIncCount"));
+    txtIncCount_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    udIincomingCount_ = new controls::Stepper(QStringLiteral("udIincomingCount"));
+    txtIncPricePerUnit_ = named(new MoneyBox, QStringLiteral("txtIncPricePerUnit"));
+    txtIncHalinTotal_ = named(new MoneyBox, QStringLiteral("txtIncHalinTotal"));
+    txtIncPriceTotal_ = named(new QLineEdit, QStringLiteral("txtIncPriceTotal"));
+    txtIncPriceTotal_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtIncCompanyName_ = named(new QLineEdit, QStringLiteral("txtIncCompanyName"));
+    chkCmdIncSelectCompany_ =
+        named(new controls::PushCheck(QStringLiteral("거래처선택")), QStringLiteral("chkCmdIncSelectCompany"));
+    dtpIncDate_ = named(new controls::DateEdit, QStringLiteral("dtpIncDate"));
+    txtIncMemo_ = named(new MemoBox({.onFocus = OnFocus::CaretToEnd}), QStringLiteral("txtIncMemo"));
+    clsMyFunctions::keepReadOnly(txtIncPriceTotal_);
+    clsMyFunctions::keepReadOnly(txtIncCompanyName_);
+
+    auto *form = new QGridLayout;
+    form->setVerticalSpacing(3);
+    addFormRow(form, 0, 0, QStringLiteral("구매수량:"), txtIncCount_);
+    form->addWidget(udIincomingCount_, 0, 2, Qt::AlignLeft);
+    addFormRow(form, 1, 0, QStringLiteral("개당가격:"), txtIncPricePerUnit_);
+    addFormRow(form, 2, 0, QStringLiteral("할인총액:"), txtIncHalinTotal_);
+    addFormRow(form, 3, 0, QStringLiteral("총액:"), txtIncPriceTotal_);
+    addFormRow(form, 4, 0, QStringLiteral("거래처: "), txtIncCompanyName_);
+    form->addWidget(chkCmdIncSelectCompany_, 4, 2);
+    addFormRow(form, 5, 0, QStringLiteral("날짜:"), dtpIncDate_);
+    addFormRow(form, 6, 0, QStringLiteral("메모: "), txtIncMemo_, 2);
+    form->setColumnStretch(1, 1);
+    form->setRowStretch(6, 1);
+    return form;
+}
+
+void IncomingPane::connectFields()
+{
+    for (const QLineEdit *box : {static_cast<QLineEdit *>(txtIncCount_), static_cast<QLineEdit *>(txtIncPricePerUnit_),
+                                 static_cast<QLineEdit *>(txtIncHalinTotal_)})
+        connect(box, &QLineEdit::textChanged, this, &IncomingPane::recalculateTotal);
+    connect(txtIncPriceTotal_, &QLineEdit::textChanged, this, [this](const QString &typed) {
+        showMoney(txtIncPriceTotal_, clsNumberRelated().GetPureNumber(typed.trimmed()));
+    });
+    connect(udIincomingCount_, &controls::Stepper::up, this, [this] { stepCount(1); });
+    connect(udIincomingCount_, &controls::Stepper::down, this, [this] { stepCount(-1); });
+}
+
+// The discount is on the whole purchase, not per unit; nothing stops a negative total.
+void IncomingPane::recalculateTotal()
+{
+    const double total =
+        pureNumber(txtIncCount_) * pureNumber(txtIncPricePerUnit_) - pureNumber(txtIncHalinTotal_);
+    txtIncPriceTotal_->setText(runtime::Format(total, runtime::strMoneyFormat));
+}
+
+void IncomingPane::stepCount(int by)
+{
+    const double count = runtime::Val(txtIncCount_->text());
+    if (by > 0 || count > 0)
+        txtIncCount_->setText(runtime::text(count + by));
+}
+
+void IncomingPane::loadProductIncoming(qint32 lngPMPK)
+{
+    ado::Recordset *incoming = session_.rsProductIncoming.get();
+    if (!incoming)
+        return;
+    if (incoming->isOpen())
+        incoming->Close();
+    incoming->Open(clsSQL().getProdIncomingSQL(lngPMPK), gcnnMasterDB, ado::CursorType::Keyset,
+                   ado::LockType::Optimistic);
+    if (tdbProductIncoming_->dataSource() != incoming)
+        tdbProductIncoming_->setDataSource(incoming);
+    tdbProductIncoming_->Rebind();
+}
+
+void IncomingPane::fillPanel()
+{
+    if (inEdit() || !session_.rsProductIncoming || !session_.rsProductIncoming->isOpen())
+        return;
+    const ado::Recordset &incoming = *session_.rsProductIncoming;
+    if (!incoming.hasCurrent()) {
+        resetPane();
+        return;
+    }
+    txtIncCount_->setText(runtime::text(valOf(incoming[QStringLiteral("IN_Count")])));
+    txtIncPricePerUnit_->setText(moneyOf(incoming[QStringLiteral("IN_UnitPrice")]));
+    txtIncHalinTotal_->setText(moneyOf(incoming[QStringLiteral("IN_HalinTotal")]));
+    txtIncPriceTotal_->setText(moneyOf(incoming[QStringLiteral("IN_Total")])); // after those that recalculate it
+    txtIncMemo_->setText(runtime::text(incoming[QStringLiteral("IN_EtcMemo")]));
+    const QVariant date = incoming[QStringLiteral("IN_Date")];
+    if (!runtime::isNull(date))
+        dtpIncDate_->setDate(date.toDate());
+    txtIncCompanyName_->setText(getCompanyName(runtime::CLng(valOf(incoming[QStringLiteral("CM_PK")]))));
+}
+
+void IncomingPane::resetPane()
+{
+    const QString zero = runtime::money({});
+    txtIncCount_->setText(QStringLiteral("1"));
+    txtIncPricePerUnit_->setText(zero);
+    txtIncHalinTotal_->setText(zero);
+    txtIncPriceTotal_->setText(zero);
+    txtIncCompanyName_->clear();
+    txtIncCompanyName_->setProperty("Tag", QString());
+    txtIncMemo_->clear();
+    dtpIncDate_->setDate(QDate::currentDate());
+}
+
+void IncomingPane::dealerSelected(qint32 lngCMPK, const QString &name)
+{
+    txtIncCompanyName_->setProperty("Tag", QString::number(lngCMPK));
+    txtIncCompanyName_->setText(name);
+}
+
+EditModeTable IncomingPane::editMode() const
+{
+    using controls::SystemColor;
+    EditModeTable table;
+    table.code = QStringLiteral("11");
+    table.containers = {elTranMnu_, sspProductIncoming_[1]};
+    table.group = {txtIncCount_,      udIincomingCount_,   txtIncPricePerUnit_, txtIncHalinTotal_,
+                   txtIncPriceTotal_, txtIncCompanyName_,  dtpIncDate_,         chkCmdIncSelectCompany_,
+                   txtIncMemo_,       chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
+    table.commands = {chkcmdIncomingAED_.begin(), chkcmdIncomingAED_.end()};
+    table.saveButtons = {chkcmdIncomingSave_.begin(), chkcmdIncomingSave_.end()};
+
+    const QColor required = controls::systemColor(SystemColor::InfoBackground);
+    const QColor window = controls::systemColor(SystemColor::Window);
+    table.editColors = {
+        {txtIncCount_, required},     {txtIncPricePerUnit_, required}, {txtIncHalinTotal_, required},
+        {txtIncCompanyName_, window}, {txtIncMemo_, window},           {txtIncPriceTotal_, QColor(0xFF, 0xF0, 0xD0)},
+    };
+    table.entryColors = table.editColors;
+    for (const EntryColor &color : table.editColors)
+        table.entryControls += color.control;
+    return table;
+}
