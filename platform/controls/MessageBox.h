@@ -15,6 +15,7 @@ enum MessageFlag : int {
     QuestionIcon = 32,
     WarningIcon = 48,
     InformationIcon = 64,
+    SecondButtonDefault = 256, ///< Enter answers with the second button
 };
 
 enum class Answer { Confirm = 1, Cancel = 2, Yes = 6, No = 7 };

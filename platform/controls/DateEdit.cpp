@@ -1,0 +1,19 @@
+#include "platform/controls/DateEdit.h"
+
+#include <QCalendarWidget>
+#include <QLocale>
+
+namespace controls {
+
+DateEdit::DateEdit(QWidget *parent)
+    : QDateEdit(parent)
+{
+    setLocale(QLocale(QLocale::Korean, QLocale::SouthKorea));
+    setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+    setCalendarPopup(true);
+    calendarWidget()->setLocale(locale());
+    calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    setDate(QDate::currentDate());
+}
+
+} // namespace controls

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QDateEdit>
+
+namespace controls {
+
+/// A date picker: "2026-11-24", with a Korean calendar that drops down.
+class DateEdit : public QDateEdit
+{
+    Q_OBJECT
+public:
+    explicit DateEdit(QWidget *parent = nullptr);
+};
+
+} // namespace controls

@@ -1,0 +1,107 @@
+#include "platform/controls/MessageBox.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <utility>
+#include <vector>
+
+namespace controls {
+
+namespace {
+
+struct BoxButton
+{
+    Answer answer;
+    const char16_t *caption;
+    QMessageBox::ButtonRole role;
+};
+
+constexpr int ButtonMask = 0x0F;
+constexpr int IconMask = 0x70;
+
+/// Buttons in their order; the last one is what Esc answers.
+std::vector<BoxButton> buttonsOf(int flags)
+{
+    const BoxButton confirm{Answer::Confirm, u"확인", QMessageBox::AcceptRole};
+    const BoxButton yes{Answer::Yes, u"예", QMessageBox::YesRole};
+    const BoxButton no{Answer::No, u"아니오", QMessageBox::NoRole};
+    const BoxButton cancel{Answer::Cancel, u"취소", QMessageBox::RejectRole};
+    switch (flags & ButtonMask) {
+    case YesNoCancel:
+        return {yes, no, cancel};
+    case YesNo:
+        return {yes, no};
+    default:
+        return {confirm};
+    }
+}
+
+QMessageBox::Icon iconOf(int flags)
+{
+    switch (flags & IconMask) {
+    case QuestionIcon:
+        return QMessageBox::Question;
+    case WarningIcon:
+        return QMessageBox::Warning;
+    case InformationIcon:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+/// The texts of the system break their lines by CR or by CR LF.
+QString withLineBreaks(QString text)
+{
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+
+Answer showBox(const QString &text, int flags, const QString &title, QWidget *owner)
+{
+    QMessageBox box(owner);
+    box.setWindowTitle(title);
+    box.setIcon(iconOf(flags));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(withLineBreaks(text));
+
+    const std::vector<BoxButton> buttons = buttonsOf(flags);
+    std::vector<QPushButton *> shown;
+    for (const BoxButton &button : buttons)
+        shown.push_back(box.addButton(QString::fromUtf16(button.caption), button.role));
+    const bool second = (flags & SecondButtonDefault) && shown.size() > 1;
+    box.setDefaultButton(shown[second ? 1 : 0]);
+    box.setEscapeButton(shown.back());
+
+    box.exec();
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        if (box.clickedButton() == shown[i])
+            return buttons[i].answer;
+    }
+    return buttons.back().answer;
+}
+
+MessageHandler &installedHandler()
+{
+    static MessageHandler handler;
+    return handler;
+}
+
+} // namespace
+
+Answer MsgBox(const QString &text, int flags, const QString &title, QWidget *owner)
+{
+    QWidget *window = owner ? owner->window() : QApplication::activeWindow();
+    const QString shownTitle = !title.isEmpty() || !window ? title : window->windowTitle();
+    if (const MessageHandler handler = installedHandler())
+        return handler(text, flags, shownTitle);
+    return showBox(text, flags, shownTitle, window);
+}
+
+void setMessageHandler(MessageHandler handler)
+{
+    installedHandler() = std::move(handler);
+}
+
+} // namespace controls

@@ -1,0 +1,37 @@
+#include "platform/controls/PushCheck.h"
+
+#include "platform/controls/EventEdge.h"
+
+#include <utility>
+
+namespace controls {
+
+PushCheck::PushCheck(const QString &caption, QWidget *parent)
+    : QPushButton(caption, parent)
+{
+    // Enter moves on to the next control everywhere in the system; it never presses a button.
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this, [this] { setValue(1); });
+}
+
+void PushCheck::setValue(int value)
+{
+    // A disabled box takes a value by code and raises its click all the same: disabling keeps out the user, not the flows.
+    if (value == value_)
+        return;
+    value_ = value;
+    emit checkClicked();
+}
+
+void PushCheck::onPush(QObject *context, std::function<void()> work)
+{
+    connect(this, &PushCheck::checkClicked, context, [this, work = std::move(work)] {
+        if (value_ == 0)
+            return;
+        setValue(0); // raises the click a second time; that pass ends at the test above
+        repaint();
+        runEvent(work); // may end with the button gone
+    });
+}
+
+} // namespace controls
