@@ -1,0 +1,67 @@
+#include "money/LedgerOperations.h"
+
+#include "data/clsSQL.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+
+namespace ledger {
+
+void append(ado::Connection &connection, const Row &row)
+{
+    connection.Execute(clsSQL().InsertTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney, row.lngOrdMPK,
+                                                     row.strMethod, QString()));
+}
+
+void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment)
+{
+    const struct
+    {
+        float money;
+        Operator intOperator;
+        QString strMethod;
+    } parts[] = {
+        {payment.discount, Discount, QString()},
+        {payment.cut, Cut, QString()},
+        {payment.cash, Payment, CashMethod},
+        {payment.card, Payment, CardMethod},
+    };
+    for (const auto &part : parts) {
+        if (part.money != 0)
+            append(connection, {payment.lngCustPK, payment.lngOrdMPK, payment.date, part.intOperator,
+                                runtime::CLng(double(part.money)), part.strMethod});
+    }
+}
+
+void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row)
+{
+    connection.BeginTrans();
+    try {
+        connection.Execute(clsSQL().UpdateTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney,
+                                                         row.lngOrdMPK, lngTpstransPK));
+        connection.CommitTrans();
+    } catch (const runtime::RuntimeError &) {
+        // At once: nothing may stay locked while the user reads of it.
+        connection.RollbackTrans();
+        throw;
+    }
+}
+
+void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
+{
+    const QString field = QStringLiteral("OrdM_Misugum");
+    rsCustSaleMaster.Resync();
+    const QVariant stored = rsCustSaleMaster[field];
+    const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);
+    try {
+        rsCustSaleMaster.setValue(field, QVariant::fromValue(before + money));
+        rsCustSaleMaster.Update();
+    } catch (const runtime::RuntimeError &) {
+        // What was not saved must not ride along with a later save of the row.
+        runtime::Attempt undo;
+        undo([&] { rsCustSaleMaster.CancelUpdate(); });
+        throw;
+    }
+    rsCustSaleMaster.Resync();
+}
+
+} // namespace ledger

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+#include "platform/ado/Recordset.h"
+#include "platform/runtime/Currency.h"
+
+#include <QDate>
+#include <QString>
+
+/// What is written to the ledger and to the outstanding money of an order. Each raises RuntimeError and shows nothing.
+namespace ledger {
+
+/// Kinds of a ledger row, as stored.
+enum Operator : qint16 { Cut = 1, Discount = 2, Payment = 3, Refund = 4 };
+
+/// Media of a payment, as stored. Cuts and discounts bear an empty method.
+inline const QString CashMethod = QStringLiteral("00");
+inline const QString CardMethod = QStringLiteral("01");
+
+/// How the first payment splits an order's total. Amounts are single precision, as the dialog counts; negative ones are
+/// written too.
+struct FirstPayment
+{
+    qint32 lngCustPK = 0;
+    qint32 lngOrdMPK = 0;
+    QDate date;
+    float discount = 0;
+    float cut = 0;
+    float cash = 0;
+    float card = 0;
+};
+
+/// One ledger row, amount in whole won.
+struct Row
+{
+    qint32 lngCustPK = 0;
+    qint32 lngOrdMPK = 0;
+    QDate date;
+    qint16 intOperator = 0;
+    qint32 lngMoney = 0;
+    QString strMethod;
+};
+
+/// Writes a row for each amount that is not 0, rounded half to even to whole won. There is no transaction around them: a
+/// failure half-way leaves the rows before it.
+void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment);
+void append(ado::Connection &connection, const Row &row);
+/// Gives a row new values but leaves its method and memo alone, in a transaction of its own.
+void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row);
+
+/// Adds to the outstanding money of the current order, NULL counting as 0; negative money takes off. The order is read
+/// again before the sum, so that what another desk wrote since is not lost, and after it.
+void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money);
+
+} // namespace ledger

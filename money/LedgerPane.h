@@ -1,0 +1,75 @@
+#pragma once
+
+#include "input/PaneContract.h"
+#include "money/LedgerForm.h"
+#include "platform/controls/PushCheck.h"
+#include "platform/controls/RecordsetGrid.h"
+#include "session/SaleSession.h"
+
+#include <QMenu>
+#include <QObject>
+#include <QWidget>
+
+#include <optional>
+
+/// The ledger of the current order: the list, the strip of buttons above it and the form beside it. The three containers
+/// are siblings, so that an edit can leave the form open while list and strip are out of reach; each belongs to the widget
+/// it is placed in.
+class LedgerPane : public QObject
+{
+    Q_OBJECT
+public:
+    LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+
+    QWidget *c1elaList() const { return c1elaList_; }
+    QWidget *elTranMnu() const { return elTranMnu_; }
+    QWidget *c1elaTransInfo() const { return c1elaTransInfo_; }
+    controls::RecordsetGrid *tdbCustTranManage() const { return tdbCustTranManage_; }
+
+    EditModeTable editMode() const;
+
+    /// A new recordset in the session, bound to the grid; the old one goes.
+    void createCustTranManage();
+    /// Opens the ledger of the order, none for -1, and rebinds the grid; makes the recordset if it is missing. A failure is
+    /// told in its box and leaves the grid empty.
+    void loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK);
+    /// Reads the ledger of the same order anew; its first row becomes current and is shown.
+    void requeryCustTranManage();
+    /// The form without a row ("수납관리").
+    void resetPane();
+    /// The current ledger row and the balance of the current order.
+    void showRow();
+
+signals:
+    // Buttons whose work needs a dialog or another subsystem.
+    void receiptAsked();          ///< "수납"
+    void editOfRowAsked();        ///< the current ledger row of the current order is to be changed
+    void outstandingMoneyAsked(); ///< "미수금관리"; there is a current order
+    void rollReceiptAsked();      ///< "영수증출력" of the menu
+
+private:
+    void makeGrid();
+    void makeStrip();
+    void connectControls();
+    bool hasOrder() const { return SaleSession::hasCurrent(session_.rsCustSaleMaster); }
+    bool hasRow() const { return SaleSession::hasCurrent(session_.rsCustTranManage); }
+    /// What the customer still owes for the current order; nothing where there is none.
+    std::optional<runtime::Currency> balance() const;
+    void editRow();
+    void deleteRow();
+    void saveMemo();
+
+    SaleSession &session_;
+    PaneShell &shell_;
+    QWidget *c1elaList_;
+    QWidget *elTranMnu_;
+    LedgerForm *c1elaTransInfo_;
+    controls::RecordsetGrid *tdbCustTranManage_ = nullptr;
+    controls::PushCheck *chkCmdAutomateReceipt_ = nullptr;
+    controls::PushCheck *chkCmdRunMisuMoneyManger_ = nullptr;
+    QList<controls::PushCheck *> chkcmdAddEditDelTran_;
+    controls::PushCheck *chkCmdMnuCustTrans_ = nullptr;
+    QMenu *PopMnuTran_ = nullptr;
+    /// 0 add, 1 edit, -1 neither.
+    qint16 intTranEditMode_ = 0;
+};

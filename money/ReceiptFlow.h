@@ -1,0 +1,54 @@
+#pragma once
+
+#include "money/LedgerOperations.h"
+#include "session/SaleSession.h"
+
+#include <QObject>
+#include <QString>
+#include <QWidget>
+
+class LedgerPane;
+
+/// The button "수납": takes the first payment of the current order, or a further operation once its ledger has rows. The
+/// dialogs write nothing; their events land here and are written here.
+class ReceiptFlow : public QObject
+{
+    Q_OBJECT
+public:
+    /// `connectionFailureText` is what the user reads when the database is out of reach.
+    ReceiptFlow(SaleSession &session, LedgerPane &ledgerPane, const QString &connectionFailureText, QWidget *owner);
+
+    /// The button's work. Without a current order nothing happens.
+    void takeReceipt();
+    /// Opens the current ledger row for change. It comes up with today's date and amount 0 and no operator: the row's own
+    /// values are not handed over, and that is meant.
+    void editCurrentRow();
+
+signals:
+    // For the grid of the orders, another pane's.
+    void orderGridMustRefresh(); ///< repaint what is cached
+    void orderGridMustRebind();  ///< read the view anew without moving
+
+private:
+    /// The order at hand as the dialogs want it.
+    struct Order
+    {
+        qint32 lngOrdMPK;
+        qint32 lngCustPK;
+        QDate date;
+        qint32 lngTotal;
+    };
+    Order currentOrder() const;
+
+    void openSimpleReceipt(const Order &order, bool edit);
+    void takeFurtherOperation(const Order &order);
+    void insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding);
+    void insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row);
+    void showWritten();
+    void tellConnectionFailure(const QString &title) const;
+
+    SaleSession &session_;
+    LedgerPane &ledgerPane_;
+    const QString connectionFailureText_;
+    QWidget *owner_;
+};

@@ -1,0 +1,292 @@
+#include "money/frmSimpleReceiptAdd.h"
+
+#include "input/FormRow.h"
+#include "money/DialogKeys.h"
+#include "platform/controls/DateEdit.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "settings/clsFormPosition.h"
+#include "settings/clsProperties.h"
+
+#include <QPointer>
+#include <QVBoxLayout>
+
+using controls::named;
+
+namespace {
+
+enum OperatorOption { CutOption, DiscountOption, PaymentOption, RefundOption };
+
+struct FurtherMethod
+{
+    const char16_t *caption;
+    const char16_t *stored;
+};
+
+// Cash is the blank entry here, and is stored with an empty method.
+constexpr FurtherMethod furtherMethods[] = {
+    {u"", u""}, {u"카드", u"01"}, {u"미수(현금)", u"10"}, {u"미수(카드)", u"11"}, {u"미수(통장)", u"12"},
+};
+
+QString groupedWon(qint32 money)
+{
+    return runtime::Format(money, QStringLiteral("##,##0"));
+}
+
+} // namespace
+
+frmSimpleReceiptAdd::frmSimpleReceiptAdd(QWidget *owner)
+    : QDialog(owner)
+{
+    createControls();
+    for (int index = 0; index < int(optOperator_.size()); ++index) {
+        controls::onEvent(optOperator_[std::size_t(index)], &QRadioButton::toggled, this, [this, index](bool on) {
+            if (on)
+                operatorChosen(index);
+        });
+    }
+    controls::onEvent(cmdConfirm_, &QPushButton::clicked, this, [this](bool) { confirm(); });
+    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+    readDiscountSwitch();
+    setKeys();
+}
+
+void frmSimpleReceiptAdd::createControls()
+{
+    setObjectName(QStringLiteral("frmSimpleReceiptAdd"));
+    setWindowTitle(QStringLiteral("수납"));
+    auto *form = new QVBoxLayout(this);
+    form->setSizeConstraint(QLayout::SetFixedSize);
+    form->setSpacing(8);
+    form->addLayout(layOutHeader());
+    form->addWidget(makeSummary());
+    form->addWidget(makeEntry());
+    form->addLayout(layOutButtons());
+    setTabOrderOfWork();
+}
+
+QLineEdit *frmSimpleReceiptAdd::readOnlyBox(const QString &name, QWidget *parent)
+{
+    auto *box = named(new QLineEdit(parent), name);
+    box->setReadOnly(true);
+    box->setFrame(false);
+    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
+    return box;
+}
+
+QLayout *frmSimpleReceiptAdd::layOutHeader()
+{
+    txtName_ = readOnlyBox(QStringLiteral("txtName"), this);
+    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), this);
+    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), this);
+    dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
+    txtDate_ = readOnlyBox(QStringLiteral("txtDate"), this);
+    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"), this);
+    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"), this);
+    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"), this);
+    for (QLineEdit *money : {txtBonin_, txtCheonggu_, txtGeneral_})
+        money->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    addFormRow(grid, 0, 0, QStringLiteral("성명"), txtName_);
+    addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), txtChartnum_);
+    addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), dtpTodat_);
+    addFormRow(grid, 1, 2, QStringLiteral("거래일자"), txtDate_);
+    addFormRow(grid, 2, 0, QStringLiteral("판매금액"), txtBonin_);
+    addFormRow(grid, 2, 2, QStringLiteral("청구금액"), txtCheonggu_);
+    addFormRow(grid, 3, 0, QStringLiteral("일반진료금액"), txtGeneral_);
+    addFormRow(grid, 3, 2, QStringLiteral("거래번호"), txtReceipt_PK_);
+    return grid;
+}
+
+QGroupBox *frmSimpleReceiptAdd::makeSummary()
+{
+    auto *frame = new QGroupBox(QStringLiteral("기존 수납내역 요약"), this);
+    const struct
+    {
+        QLineEdit **box;
+        const char16_t *caption;
+        const char16_t *name;
+    } figures[] = {
+        {&txtDiscount_, u"할인", u"txtDiscount"},
+        {&txtCut_, u"절사", u"txtCut"},
+        {&txtPay_, u"수납", u"txtPay"},
+        {&txtRefund_, u"환불", u"txtRefund"},
+    };
+    auto *grid = new QGridLayout(frame);
+    grid->setHorizontalSpacing(8);
+    int column = 0;
+    for (const auto &figure : figures) {
+        auto *box = readOnlyBox(QString::fromUtf16(figure.name), frame);
+        box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-999,999,999")));
+        addFormRow(grid, 0, column, QString::fromUtf16(figure.caption), box);
+        *figure.box = box;
+        column += 2;
+    }
+    return frame;
+}
+
+QGroupBox *frmSimpleReceiptAdd::makeEntry()
+{
+    auto *frame = named(new QGroupBox(QStringLiteral("수납 내역 추가"), this), QStringLiteral("fraOldSunap"));
+    auto *options = new QHBoxLayout;
+    const QString captions[] = {QStringLiteral("절사"), QStringLiteral("할인"), QStringLiteral("수납"), QStringLiteral("환불")};
+    for (int index = 0; index < int(optOperator_.size()); ++index) {
+        auto *option = named(new QRadioButton(captions[index], frame), QStringLiteral("optOperator"), index);
+        options->addWidget(option);
+        optOperator_[std::size_t(index)] = option;
+    }
+    options->addStretch(1);
+
+    txtMoney_ = named(new QLineEdit(frame), QStringLiteral("txtMoney"));
+    txtMoney_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    mudOperationAdd_ = new MoneyUpDown(QStringLiteral("mudOperationAdd"), frame);
+    mudOperationAdd_->setEnabled(false);
+    sspSunapInfo_ = named(new QWidget(frame), QStringLiteral("sspSunapInfo"));
+    cboPayMothod_ = named(new QComboBox, QStringLiteral("cboPayMothod"));
+    for (const FurtherMethod &method : furtherMethods)
+        cboPayMothod_->addItem(QString::fromUtf16(method.caption));
+    auto *panel = new QGridLayout(sspSunapInfo_);
+    panel->setContentsMargins(0, 0, 0, 0);
+    panel->setHorizontalSpacing(8);
+    panel->setColumnStretch(1, 1);
+    addFormRow(panel, 0, 0, QStringLiteral("결재방법"), cboPayMothod_);
+    chkAutoMisuMoney_ = named(new QCheckBox(QStringLiteral("미수금 재계산"), frame), QStringLiteral("chkAutoMisuMoney"));
+
+    auto *grid = new QGridLayout(frame);
+    grid->setHorizontalSpacing(8);
+    grid->setColumnStretch(1, 1);
+    grid->addLayout(options, 0, 0, 1, 3);
+    addFormRow(grid, 1, 0, QStringLiteral("금액"), txtMoney_);
+    grid->addWidget(mudOperationAdd_, 1, 2, 2, 1);
+    grid->addWidget(sspSunapInfo_, 2, 0, 1, 2);
+    grid->addWidget(chkAutoMisuMoney_, 3, 0, 1, 3);
+    return frame;
+}
+
+QLayout *frmSimpleReceiptAdd::layOutButtons()
+{
+    cmdConfirm_ = named(new QPushButton(QStringLiteral("저장(F12)"), this), QStringLiteral("cmdConfirm"));
+    cmdCancel_ = named(new QPushButton(QStringLiteral("취소(F9)"), this), QStringLiteral("cmdCancel"));
+    QFont strong = cmdConfirm_->font();
+    strong.setBold(true);
+    cmdConfirm_->setFont(strong);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    for (QPushButton *button : {cmdConfirm_, cmdCancel_}) {
+        button->setMinimumSize(110, 32);
+        buttons->addWidget(button);
+    }
+    return buttons;
+}
+
+void frmSimpleReceiptAdd::setTabOrderOfWork()
+{
+    QList<QWidget *> order{dtpTodat_};
+    order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
+    order << txtMoney_ << cboPayMothod_ << chkAutoMisuMoney_ << cmdConfirm_ << cmdCancel_;
+    for (int index = 1; index < order.size(); ++index)
+        setTabOrder(order[index - 1], order[index]);
+}
+
+void frmSimpleReceiptAdd::setKeys()
+{
+    auto *keys = new DialogKeys(this, cmdConfirm_, cmdCancel_);
+    keys->setHabits(txtMoney_, DialogKeys::SelectsOnFocus);
+    mudOperationAdd_->serve(txtMoney_, MoneyUpDown::OnKey::Keep);
+}
+
+void frmSimpleReceiptAdd::readDiscountSwitch()
+{
+    const bool noDiscounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) == QLatin1String("1");
+    if (noDiscounts)
+        optOperator_[PaymentOption]->setChecked(true);
+    optOperator_[DiscountOption]->setEnabled(!noDiscounts);
+}
+
+void frmSimpleReceiptAdd::operatorChosen(int index)
+{
+    sspSunapInfo_->setEnabled(index == PaymentOption || index == RefundOption);
+    chkAutoMisuMoney_->setEnabled(true);
+}
+
+bool frmSimpleReceiptAdd::propose(qint32 rest)
+{
+    if (rest != 0) {
+        optOperator_[rest > 0 ? PaymentOption : RefundOption]->setChecked(true);
+        txtMoney_->setText(QString::number(qAbs(qint64(rest))));
+        return true;
+    }
+    const QString question = QStringLiteral("물품판매 수납이 완결된 상태입니다.") + QLatin1Char('\r')
+        + QStringLiteral("추가적으로 기록할 수납 등의 내용이 있습니까?");
+    constexpr int flags = controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault;
+    if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes)
+        return false;
+    const bool discounts = optOperator_[DiscountOption]->isEnabled();
+    optOperator_[discounts ? DiscountOption : PaymentOption]->setChecked(true);
+    txtMoney_->setText(QStringLiteral("0"));
+    return true;
+}
+
+bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, qint32 lngTotal, qint32 lngDiscount,
+                                       qint32 lngCut, qint32 lngPay, qint32 lngRefund, qint32 lngOrdMPK,
+                                       const QString &strChartNum, const QString &strName, QDate &dtOper,
+                                       qint16 &intOperator, qint32 &lngMoney, QString &strMethod, bool &bRecalc)
+{
+    bConfirmed_ = false;
+    txtDate_->setText(runtime::dateText(dtOrder));
+    txtBonin_->setText(groupedWon(lngTotal));
+    txtDiscount_->setText(groupedWon(lngDiscount));
+    txtCut_->setText(groupedWon(lngCut));
+    txtPay_->setText(groupedWon(lngPay));
+    txtRefund_->setText(groupedWon(lngRefund));
+    dtpTodat_->setDate(dtOrder);
+    txtReceipt_PK_->setText(QString::number(lngOrdMPK));
+    txtChartnum_->setText(strChartNum);
+    txtName_->setText(strName);
+    mudOperationAdd_->setEnabled(false);
+    const qint64 taken = qint64(lngDiscount) + lngCut + lngPay - lngRefund;
+    if (!propose(runtime::toLong(lngTotal - taken)))
+        return false;
+    cboPayMothod_->setCurrentIndex(0);
+    chkAutoMisuMoney_->setVisible(bRecalc);
+    chkAutoMisuMoney_->setChecked(bRecalc);
+
+    adjustSize();
+    if (frmOwner)
+        clsFormPosition().CenterMain(*frmOwner, *this);
+    setWindowModality(Qt::ApplicationModal);
+    txtMoney_->setFocus(Qt::OtherFocusReason);
+    const QPointer<frmSimpleReceiptAdd> self(this);
+    exec();
+    if (!self || !bConfirmed_) // the window may have gone and taken the dialog along
+        return false;
+
+    dtOper = dtpTodat_->date();
+    for (int option = CutOption; option <= RefundOption; ++option) {
+        if (optOperator_[std::size_t(option)]->isChecked())
+            intOperator = qint16(option + 1);
+    }
+    const bool moneyMoves = optOperator_[PaymentOption]->isChecked() || optOperator_[RefundOption]->isChecked();
+    strMethod = moneyMoves ? QString::fromUtf16(furtherMethods[cboPayMothod_->currentIndex()].stored) : QString();
+    bRecalc = chkAutoMisuMoney_->isChecked();
+    lngMoney = wholeMoney(txtMoney_->text());
+    return true;
+}
+
+void frmSimpleReceiptAdd::confirm()
+{
+    if (!runtime::IsNumeric(txtMoney_->text())) {
+        controls::MsgBox(QStringLiteral("수납 금액을 수값으로 입력하십시오."), controls::InformationIcon,
+                         QStringLiteral("추가 수납"), this);
+        return;
+    }
+    bConfirmed_ = true;
+    accept();
+}
