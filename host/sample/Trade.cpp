@@ -121,7 +121,6 @@ Line Trade::saleLine(qint64 &sum)
         line.discount = line.price * random_.between(1, 3) * 5 / 100;
     if (!random_.percent(10))
         line.kind = 0;
-    line.memo = NoText;
     sum += (line.price - line.discount) * line.count;
     return line;
 }
@@ -143,9 +142,9 @@ Order Trade::sale()
     for (int number = 0; number < lines; ++number)
         order.lines.push_back(saleLine(sum));
     if (random_.percent(5))
-        order.lines.push_back({chooseProduct(), 0, 0, 1, 1, NoText});
+        order.lines.push_back({chooseProduct(), 0, 0, 1, 1, {}});
     if (random_.percent(2))
-        order.lines.push_back({chooseProduct(), 0, 0, random_.between(1, 2), 2, NoText});
+        order.lines.push_back({chooseProduct(), 0, 0, random_.between(1, 2), 2, {}});
     payFor(order, sum);
     if (order.outstanding == 0 && random_.percent(4))
         planReturn(order);

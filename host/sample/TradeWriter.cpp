@@ -162,7 +162,9 @@ public:
                      patient.cell, order.courierMemo, totals.taxed, totals.taxFree, totals.discount, totals.total(),
                      order.outstanding, order.memo});
         for (const Line &line : order.lines) {
-            lines_.add({key_, line.product + 1, line.price, line.discount, line.count, orNull(line.kind), line.memo});
+            // Only a return writes here, so a line that never came back has no value.
+            lines_.add({key_, line.product + 1, line.price, line.discount, line.count, orNull(line.kind),
+                        line.memo.isEmpty() ? NullText : QVariant(line.memo)});
             sold_[std::size_t(line.product)] += line.count;
         }
         for (const LedgerRow &row : order.ledger)

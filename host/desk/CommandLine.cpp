@@ -1,0 +1,96 @@
+#include "host/desk/CommandLine.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace desk {
+
+namespace {
+
+sample::Size sizeOf(const QString &word)
+{
+    if (word == QLatin1String("empty"))
+        return sample::Size::Empty;
+    if (word == QLatin1String("small"))
+        return sample::Size::Small;
+    if (word == QLatin1String("large"))
+        return sample::Size::Large;
+    throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 쓰십시오: %1").arg(word));
+}
+
+int patientOf(const QString &word)
+{
+    bool whole = false;
+    const int key = word.toInt(&whole);
+    if (!whole || key < 1)
+        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 쓰십시오: %1").arg(word));
+    return key;
+}
+
+void checkTogether(const Options &options)
+{
+    if (!options.walkFolder.isEmpty()
+        && (!options.database.isEmpty() || options.make || options.patient || options.manage))
+        throw WrongUse(QStringLiteral("--walk는 자신의 데이터베이스로만 하므로 다른 옵션과 함께 쓸 수 없습니다."));
+    if (options.make && (options.patient || options.manage))
+        throw WrongUse(QStringLiteral("--make는 데이터베이스만 만들므로 --patient, --manage와 함께 쓸 수 없습니다."));
+    if (options.manage && !options.patient)
+        throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
+}
+
+} // namespace
+
+Options readCommandLine(const QStringList &arguments)
+{
+    Options options;
+    QStringList seen;
+    for (qsizetype at = 0; at < arguments.size(); ++at) {
+        const QString option = arguments[at];
+        if (seen.contains(option))
+            throw WrongUse(QStringLiteral("같은 옵션이 두 번 있습니다: %1").arg(option));
+        seen << option;
+        const auto value = [&] {
+            if (at + 1 == arguments.size() || arguments[at + 1].isEmpty() || arguments[at + 1].startsWith(QLatin1String("--")))
+                throw WrongUse(QStringLiteral("옵션에 값이 없습니다: %1").arg(option));
+            return arguments[++at];
+        };
+        if (option == QLatin1String("--database"))
+            options.database = value();
+        else if (option == QLatin1String("--make"))
+            options.make = sizeOf(value());
+        else if (option == QLatin1String("--patient"))
+            options.patient = patientOf(value());
+        else if (option == QLatin1String("--manage"))
+            options.manage = true;
+        else if (option == QLatin1String("--walk"))
+            options.walkFolder = value();
+        else if (option == QLatin1String("--help"))
+            options.help = true;
+        else
+            throw WrongUse(QStringLiteral("모르는 옵션입니다: %1").arg(option));
+    }
+    checkTogether(options);
+    return options;
+}
+
+QString usageText()
+{
+    return QStringLiteral(
+        "desk: 한의원 접수 데스크\n"
+        "\n"
+        "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
+        "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
+        "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
+        "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
+        "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
+        "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
+        "  --help            이 안내\n");
+}
+
+QString defaultDatabase()
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    return QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("small.db"));
+}
+
+} // namespace desk

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/desk/Patient.h"
+#include "platform/ado/Connection.h"
+#include "platform/automation/Automation.h"
+
+namespace desk {
+
+/// The product-sale component as the desk sees it: an object created by name and called by name.
+class SaleComponent
+{
+public:
+    inline static const QString ProgramId = QStringLiteral("prjZelvoProductSale.clsZelvoProductSale");
+
+    /// Lets the component library that lies beside the program register itself for this user; nothing when none does.
+    static void registerBesideProgram();
+
+    explicit SaleComponent(ado::ConnectionPtr connection);
+
+    /// Open the sale window for a patient and return at once. Raise RuntimeError when the component cannot be had.
+    void showProductSale(const Patient &patient);
+    void showProductSaleManage(const Patient &patient);
+
+private:
+    void show(const QString &entry, const Patient &patient);
+
+    ado::ConnectionPtr connection_;
+    automation::ObjectPtr object_;
+};
+
+} // namespace desk

@@ -1,0 +1,117 @@
+#include "host/desk/CommandLine.h"
+#include "host/desk/DeskWindow.h"
+#include "host/desk/Look.h"
+#include "host/sample/MakeOnTerminal.h"
+#include "host/schema/Schema.h"
+#include "host/walk/Walk.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int CannotStart = 2;
+
+int complain(const QString &why)
+{
+    QTextStream(stderr) << QStringLiteral("desk: ") << why << Qt::endl;
+    return CannotStart;
+}
+
+/// The small clinic of a user who names no database is made on first use.
+void makeDefaultClinic()
+{
+    const QString file = desk::defaultDatabase().section(QLatin1Char(':'), 1);
+    if (QFile::exists(file))
+        return;
+    QDir().mkpath(QFileInfo(file).path());
+    sample::makeClinic(desk::defaultDatabase(), sample::Size::Small);
+}
+
+ado::ConnectionPtr openClinic(const desk::Options &options)
+{
+    if (options.database.isEmpty())
+        makeDefaultClinic();
+    ado::ConnectionPtr connection =
+        ado::Connection::open(options.database.isEmpty() ? desk::defaultDatabase() : options.database);
+    if (!schema::hasSchema(*connection))
+        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + connection->address()
+                                        + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
+    return connection;
+}
+
+int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplication &application)
+{
+    const std::vector<desk::Patient> patients = desk::readPatients(*connection);
+    const auto patient =
+        std::find_if(patients.begin(), patients.end(), [key](const desk::Patient &one) { return one.key == key; });
+    if (patient == patients.end())
+        return complain(QStringLiteral("그 번호의 환자가 없습니다: %1").arg(key));
+    desk::SaleComponent component(connection);
+    // A message box that comes up before the window must not end the program when it closes.
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (manage)
+        component.showProductSaleManage(*patient);
+    else
+        component.showProductSale(*patient);
+    QApplication::setQuitOnLastWindowClosed(true);
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    if (std::none_of(windows.begin(), windows.end(), [](const QWidget *window) { return window->isVisible(); }))
+        return complain(QStringLiteral("판매 창이 열리지 않았습니다."));
+    return application.exec();
+}
+
+int start(const desk::Options &options, QApplication &application)
+{
+    desk::dressUp(application);
+    desk::SaleComponent::registerBesideProgram();
+    if (!options.walkFolder.isEmpty())
+        return walk::walkTheRoad(options.walkFolder);
+    const ado::ConnectionPtr connection = openClinic(options);
+    if (options.patient)
+        return sellTo(*options.patient, options.manage, connection, application);
+    desk::DeskWindow window(connection);
+    window.show();
+    return application.exec();
+}
+
+int make(const desk::Options &options)
+{
+    if (options.database.isEmpty())
+        QDir().mkpath(QFileInfo(desk::defaultDatabase().section(QLatin1Char(':'), 1)).path());
+    return sample::makeOnTerminal(options.database.isEmpty() ? desk::defaultDatabase() : options.database, *options.make);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("zelvo-desk"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
+    try {
+        QStringList arguments;
+        for (int index = 1; index < argc; ++index)
+            arguments << QString::fromLocal8Bit(argv[index]);
+        const desk::Options options = desk::readCommandLine(arguments);
+        if (options.help) {
+            QTextStream(stdout) << desk::usageText();
+            return 0;
+        }
+        if (options.make) {
+            QCoreApplication application(argc, argv);
+            return make(options);
+        }
+        QApplication application(argc, argv);
+        return start(options, application);
+    } catch (const desk::WrongUse &error) {
+        return complain(QString::fromUtf8(error.what()) + QStringLiteral("\n\n") + desk::usageText());
+    } catch (const runtime::RuntimeError &error) {
+        return complain(error.description());
+    }
+}
