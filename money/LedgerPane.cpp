@@ -187,6 +187,11 @@ void LedgerPane::requeryCustTranManage()
     tdbCustTranManage_->Rebind();
 }
 
+void LedgerPane::pressAutomateReceipt()
+{
+    chkCmdAutomateReceipt_->setValue(1);
+}
+
 void LedgerPane::resetPane()
 {
     c1elaTransInfo_->reset();

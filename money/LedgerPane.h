@@ -35,6 +35,8 @@ public:
     void loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK);
     /// Reads the ledger of the same order anew; its first row becomes current and is shown.
     void requeryCustTranManage();
+    /// Presses "수납", as a double click on a sold line does.
+    void pressAutomateReceipt();
     /// The form without a row ("수납관리").
     void resetPane();
     /// The current ledger row and the balance of the current order.

@@ -51,11 +51,10 @@ qint16 existsOperation(qint32 lngOrdMPK)
 
 } // namespace
 
-ReceiptFlow::ReceiptFlow(SaleSession &session, LedgerPane &ledgerPane, const QString &connectionFailureText, QWidget *owner)
+ReceiptFlow::ReceiptFlow(SaleSession &session, LedgerPane &ledgerPane, QWidget *owner)
     : QObject(owner)
     , session_(session)
     , ledgerPane_(ledgerPane)
-    , connectionFailureText_(connectionFailureText)
     , owner_(owner)
 {
     controls::onEvent(&ledgerPane, &LedgerPane::receiptAsked, this, [this] { takeReceipt(); });
@@ -179,5 +178,8 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
 
 void ReceiptFlow::tellConnectionFailure(const QString &title) const
 {
-    MsgBox(connectionFailureText_, InformationIcon, title, owner_);
+    const QString text = QStringLiteral("데이터베이스 접속에 문제가 생겼습니다.") + QLatin1Char('\r')
+        + QStringLiteral("프로그램을 종료하고 네트워크를 확인한 후") + QLatin1Char('\r')
+        + QStringLiteral("다시 시도해 보십시오.");
+    MsgBox(text, InformationIcon, title, owner_);
 }

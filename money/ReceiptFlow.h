@@ -4,7 +4,6 @@
 #include "session/SaleSession.h"
 
 #include <QObject>
-#include <QString>
 #include <QWidget>
 
 class LedgerPane;
@@ -15,8 +14,8 @@ class ReceiptFlow : public QObject
 {
     Q_OBJECT
 public:
-    /// `connectionFailureText` is what the user reads when the database is out of reach.
-    ReceiptFlow(SaleSession &session, LedgerPane &ledgerPane, const QString &connectionFailureText, QWidget *owner);
+    /// `owner` is the window that the dialogs stand over.
+    ReceiptFlow(SaleSession &session, LedgerPane &ledgerPane, QWidget *owner);
 
     /// The button's work. Without a current order nothing happens.
     void takeReceipt();
@@ -49,6 +48,5 @@ private:
 
     SaleSession &session_;
     LedgerPane &ledgerPane_;
-    const QString connectionFailureText_;
     QWidget *owner_;
 };
