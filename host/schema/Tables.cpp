@@ -205,9 +205,40 @@ QString continueKeyStatement(const TablePlan &table, const ColumnPlan &key)
 QStringList postgresLikeStatements()
 {
     // LIKE resolves to the operator ~~ along the search path, so one that stands ahead of the built-in one takes over.
-    // A class reads as on the clinic's server: [abc], [a-f], [^abc]; '[' without a closing bracket never matches.
+    // It reads a pattern as the embedded engine's does (see ado::like), by way of a regular expression.
     return {
         QStringLiteral("CREATE SCHEMA IF NOT EXISTS clinic_like"),
+        QStringLiteral(R"sql(
+CREATE OR REPLACE FUNCTION clinic_like.literal(sign text) RETURNS text LANGUAGE sql IMMUTABLE STRICT AS
+$body$ SELECT regexp_replace(sign, '([^[:alnum:][:space:]])', '\\\1') $body$)sql"),
+        QStringLiteral(R"sql(
+CREATE OR REPLACE FUNCTION clinic_like.class_to_regex(members text) RETURNS text
+LANGUAGE plpgsql IMMUTABLE STRICT AS $body$
+DECLARE
+    negated boolean := substr(members, 1, 1) = '^';
+    at int := CASE WHEN negated THEN 2 ELSE 1 END;
+    first text;
+    last text;
+    regex text := '';
+BEGIN
+    WHILE at <= length(members) LOOP
+        first := substr(members, at, 1);
+        last := first;
+        IF substr(members, at + 1, 1) = '-' AND at + 2 <= length(members) THEN
+            last := substr(members, at + 2, 1);
+            at := at + 2;
+        END IF;
+        IF ascii(first) <= ascii(last) THEN
+            regex := regex || clinic_like.literal(first) || '-' || clinic_like.literal(last);
+        END IF;
+        at := at + 1;
+    END LOOP;
+    IF regex = '' THEN
+        RETURN CASE WHEN negated THEN '.' ELSE '(?!)' END;
+    END IF;
+    RETURN CASE WHEN negated THEN '[^' ELSE '[' END || regex || ']';
+END
+$body$)sql"),
         QStringLiteral(R"sql(
 CREATE OR REPLACE FUNCTION clinic_like.pattern_to_regex(pattern text) RETURNS text
 LANGUAGE plpgsql IMMUTABLE STRICT AS $body$
@@ -216,30 +247,18 @@ DECLARE
     at int := 1;
     sign text;
     closing int;
-    members text;
 BEGIN
     WHILE at <= length(pattern) LOOP
         sign := substr(pattern, at, 1);
-        IF sign = '%' THEN
-            regex := regex || '.*';
-        ELSIF sign = '_' THEN
-            regex := regex || '.';
-        ELSIF sign = '[' THEN
+        IF sign = '[' THEN
             closing := strpos(substr(pattern, at + 1), ']');
             IF closing = 0 THEN
                 RETURN '(?!)';
             END IF;
-            members := substr(pattern, at + 1, closing - 1);
+            regex := regex || clinic_like.class_to_regex(substr(pattern, at + 1, closing - 1));
             at := at + closing;
-            IF members = '' THEN
-                RETURN '(?!)';
-            ELSIF members = '^' THEN
-                regex := regex || '.';
-            ELSE
-                regex := regex || '[' || regexp_replace(members, '([\\\[])', '\\\1', 'g') || ']';
-            END IF;
         ELSE
-            regex := regex || regexp_replace(sign, '([^[:alnum:][:space:]])', '\\\1');
+            regex := regex || CASE sign WHEN '%' THEN '.*' WHEN '_' THEN '.' ELSE clinic_like.literal(sign) END;
         END IF;
         at := at + 1;
     END LOOP;
