@@ -15,9 +15,10 @@ using ObjectPtr = std::shared_ptr<QObject>;
 /// library that refuses. The library stays loaded for the process's life.
 ObjectPtr createObject(const QString &programId);
 
-/// Calls an invokable of the object by name, case ignored. Arguments are converted to the parameters' types; those taken
-/// by reference are written back into `arguments`. Trailing optional parameters may be left out. Errors that the member
-/// raises pass through; NoSuchMember and WrongArguments are the dispatcher's own.
+/// Calls an invokable of the object by name, case ignored. Arguments are converted to the parameters' types; an invalid
+/// value gives a parameter its type's empty value. What a member takes by reference (`T &`) is written back into
+/// `arguments` after the call. Trailing optional parameters may be left out. Errors that the member raises pass through;
+/// NoSuchMember and WrongArguments are the dispatcher's own.
 QVariant call(QObject &object, const QString &member, QVariantList &arguments);
 QVariant call(QObject &object, const QString &member);
 
@@ -27,6 +28,10 @@ void add(const QString &programId, const QString &libraryPath);
 void remove(const QString &programId);
 /// Path of the serving library; empty when unknown.
 QString libraryOf(const QString &programId);
+/// Lets a component library write its own entries: loads it and calls its DllRegisterServer. Raises CannotCreateObject.
+void registerLibrary(const QString &libraryPath);
+/// Path of the library that registerLibrary is registering; empty outside of it.
+QString libraryUnderWay();
 /// Another register file; for tests and trial runs.
 void setFile(const QString &path);
 } // namespace classRegister

@@ -1,0 +1,139 @@
+#include "platform/ado/Connection.h"
+#include "platform/automation/Automation.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QMetaMethod>
+
+#include <algorithm>
+#include <vector>
+
+namespace automation {
+
+namespace {
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+/// Type of a parameter as the member holds it; the name of one taken by reference ends in '&'.
+QMetaType heldType(QByteArray typeName)
+{
+    static const bool aliasesKnown = [] {
+        qRegisterMetaType<ado::ConnectionPtr>("ado::ConnectionPtr");
+        return true;
+    }();
+    Q_UNUSED(aliasesKnown)
+    if (typeName.endsWith('&'))
+        typeName.chop(1);
+    return QMetaType::fromName(typeName);
+}
+
+/// The argument as the parameter's type holds it; false when it does not fit.
+bool convert(QVariant &argument, const QByteArray &typeName)
+{
+    const QMetaType type = heldType(typeName);
+    if (!type.isValid() || type == QMetaType::fromType<QVariant>())
+        return type.isValid();
+    if (!argument.isValid()) {
+        argument = QVariant(type);
+        return true;
+    }
+    if (argument.metaType() == type)
+        return true;
+    try {
+        switch (type.id()) {
+        case QMetaType::Bool:
+            argument = runtime::isTrue(argument);
+            return true;
+        case QMetaType::Int:
+            argument = runtime::CLng(argument);
+            return true;
+        case QMetaType::Short:
+            argument = QVariant::fromValue<short>(runtime::CInt(argument));
+            return true;
+        case QMetaType::QString:
+            argument = runtime::text(argument);
+            return true;
+        default:
+            if (type == QMetaType::fromType<runtime::Currency>()) {
+                argument = QVariant::fromValue(runtime::CCur(argument));
+                return true;
+            }
+            return argument.convert(type);
+        }
+    } catch (const RuntimeError &) {
+        return false;
+    }
+}
+
+bool convertAll(QVariantList &arguments, const QMetaMethod &method)
+{
+    const QList<QByteArray> types = method.parameterTypes();
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        if (!convert(arguments[i], types.at(i)))
+            return false;
+    }
+    return true;
+}
+
+/// The members of that name which the object's own classes declare; those of QObject itself are out of reach.
+std::vector<QMetaMethod> membersNamed(const QMetaObject &metaObject, const QString &member)
+{
+    std::vector<QMetaMethod> found;
+    for (int index = metaObject.methodCount() - 1; index >= QObject::staticMetaObject.methodCount(); --index) {
+        const QMetaMethod method = metaObject.method(index);
+        const bool callable = method.methodType() != QMetaMethod::Signal && method.access() == QMetaMethod::Public;
+        if (callable && member.compare(QLatin1String(method.name()), Qt::CaseInsensitive) == 0)
+            found.push_back(method);
+    }
+    return found;
+}
+
+QVariant invoke(QObject &object, const QMetaMethod &method, QVariantList &arguments)
+{
+    const QMetaType resultType = method.returnMetaType();
+    const bool returnsVariant = resultType == QMetaType::fromType<QVariant>();
+    QVariant result = resultType.id() == QMetaType::Void || returnsVariant ? QVariant() : QVariant(resultType);
+    const QList<QByteArray> types = method.parameterTypes();
+
+    std::vector<void *> storage{returnsVariant ? &result : result.data()};
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const bool takesVariant = heldType(types.at(i)) == QMetaType::fromType<QVariant>();
+        storage.push_back(takesVariant ? static_cast<void *>(&arguments[i]) : arguments[i].data());
+    }
+    QMetaObject::metacall(&object, QMetaObject::InvokeMetaMethod, method.methodIndex(), storage.data());
+    return result;
+}
+
+} // namespace
+
+QVariant call(QObject &object, const QString &member, QVariantList &arguments)
+{
+    const std::vector<QMetaMethod> methods = membersNamed(*object.metaObject(), member);
+    if (methods.empty())
+        throw RuntimeError(ErrorNumber::NoSuchMember, QStringLiteral("개체에 '%1' 멤버가 없습니다.").arg(member));
+
+    for (const QMetaMethod &method : methods) {
+        if (method.parameterCount() != arguments.size())
+            continue;
+        QVariantList converted = arguments;
+        if (!convertAll(converted, method))
+            continue;
+        const QVariant result = invoke(object, method, converted);
+        const QList<QByteArray> types = method.parameterTypes();
+        for (qsizetype i = 0; i < arguments.size(); ++i) {
+            if (types.at(i).endsWith('&'))
+                arguments[i] = converted.at(i);
+        }
+        return result;
+    }
+    throw RuntimeError(ErrorNumber::WrongArguments, QStringLiteral("'%1'의 인수가 맞지 않습니다.").arg(member));
+}
+
+QVariant call(QObject &object, const QString &member)
+{
+    QVariantList none;
+    return call(object, member, none);
+}
+
+} // namespace automation
