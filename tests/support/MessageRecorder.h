@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/controls/MessageBox.h"
+
+#include <QList>
+#include <QString>
+
+#include <deque>
+
+/// Stands in for the person who answers message boxes: answers from a queue, Confirm when the queue is empty and the box
+/// has one button, and keeps what was asked. A question without an answer in the queue answers No.
+class MessageRecorder
+{
+public:
+    struct Message
+    {
+        QString text;
+        int flags;
+        QString title;
+    };
+
+    MessageRecorder()
+    {
+        controls::setMessageHandler([this](const QString &text, int flags, const QString &title) {
+            messages.append({text, flags, title});
+            if (answers.empty())
+                return flags & 0xF ? controls::Answer::No : controls::Answer::Confirm;
+            const controls::Answer answer = answers.front();
+            answers.pop_front();
+            return answer;
+        });
+    }
+    ~MessageRecorder() { controls::setMessageHandler({}); }
+    MessageRecorder(const MessageRecorder &) = delete;
+    MessageRecorder &operator=(const MessageRecorder &) = delete;
+
+    QStringList texts() const
+    {
+        QStringList all;
+        for (const Message &message : messages)
+            all << message.text;
+        return all;
+    }
+
+    std::deque<controls::Answer> answers;
+    QList<Message> messages;
+};

@@ -1,0 +1,147 @@
+#include "tests/support/PostgresServer.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <csignal>
+#include <grp.h>
+#include <pwd.h>
+#include <stdexcept>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace {
+
+const QString binaries = QStringLiteral("/usr/lib/postgresql/15/bin/");
+constexpr int startTimeout = 30'000; // milliseconds
+
+/// The user that runs the server: the server refuses root.
+const passwd *serverUser()
+{
+    static const passwd *user = getuid() == 0 ? getpwnam("postgres") : getpwuid(getuid());
+    if (!user)
+        throw std::runtime_error("no user to run the server as");
+    return user;
+}
+
+} // namespace
+
+PostgresServer &PostgresServer::instance()
+{
+    static PostgresServer server;
+    return server;
+}
+
+PostgresServer::PostgresServer()
+    : folder_(QStringLiteral("/tmp/clinic-server-XXXXXX"))
+{
+    if (chown(folder_.path().toUtf8().constData(), serverUser()->pw_uid, serverUser()->pw_gid) != 0)
+        throw std::runtime_error("the server's folder cannot be handed over");
+    initialise();
+    start();
+}
+
+PostgresServer::~PostgresServer()
+{
+    stop();
+}
+
+void PostgresServer::prepare(QProcess &process) const
+{
+    process.setWorkingDirectory(folder_.path());
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setChildProcessModifier([user = serverUser()] {
+        if (getuid() == 0 && (setgid(user->pw_gid) != 0 || initgroups(user->pw_name, user->pw_gid) != 0 || setuid(user->pw_uid) != 0))
+            _exit(127);
+        prctl(PR_SET_PDEATHSIG, SIGQUIT); // a test program that dies takes its server along
+    });
+}
+
+void PostgresServer::initialise()
+{
+    QProcess initdb;
+    prepare(initdb);
+    initdb.start(binaries + QStringLiteral("initdb"),
+                 {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
+                  QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
+                  QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
+    if (!initdb.waitForFinished(startTimeout) || initdb.exitCode() != 0)
+        throw std::runtime_error("initdb: " + initdb.readAll().toStdString());
+}
+
+void PostgresServer::start()
+{
+    server_ = std::make_unique<QProcess>();
+    prepare(*server_);
+    server_->setStandardOutputFile(QProcess::nullDevice());
+    QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path(),
+                          QStringLiteral("-F")};
+    for (const char *setting : {"listen_addresses=", "full_page_writes=off", "synchronous_commit=off", "max_connections=60"})
+        arguments << QStringLiteral("-c") << QString::fromLatin1(setting);
+    server_->start(binaries + QStringLiteral("postgres"), arguments);
+
+    QElapsedTimer waited;
+    waited.start();
+    QProcess ready;
+    do {
+        ready.start(binaries + QStringLiteral("pg_isready"), {QStringLiteral("-q"), QStringLiteral("-h"), folder_.path()});
+        ready.waitForFinished(startTimeout);
+        if (ready.exitCode() == 0)
+            return;
+        QThread::msleep(50);
+    } while (waited.elapsed() < startTimeout && server_->state() != QProcess::NotRunning);
+    throw std::runtime_error("the server does not start");
+}
+
+void PostgresServer::stop()
+{
+    if (!server_)
+        return;
+    ::kill(pid_t(server_->processId()), SIGINT); // fast shutdown; QProcess::terminate would wait for the sessions
+    if (!server_->waitForFinished(10'000))
+        server_->kill();
+    server_.reset();
+}
+
+void PostgresServer::sql(const QString &statement)
+{
+    QProcess psql;
+    psql.setProcessChannelMode(QProcess::MergedChannels);
+    psql.start(binaries + QStringLiteral("psql"),
+               {QStringLiteral("-h"), folder_.path(), QStringLiteral("-U"), QStringLiteral("clinic"), QStringLiteral("-d"),
+                QStringLiteral("postgres"), QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("ON_ERROR_STOP=1"),
+                QStringLiteral("-c"), statement});
+    if (!psql.waitForFinished(startTimeout) || psql.exitCode() != 0)
+        throw std::runtime_error(statement.toStdString() + ": " + psql.readAll().toStdString());
+}
+
+QString PostgresServer::createDatabase()
+{
+    const QString name = QStringLiteral("clinic_%1").arg(++databases_);
+    sql(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0").arg(name));
+    return name;
+}
+
+void PostgresServer::dropDatabase(const QString &name)
+{
+    sql(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(name));
+}
+
+void PostgresServer::cutSessions(const QString &database)
+{
+    sql(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '%1'").arg(database));
+}
+
+QString PostgresServer::postgresAddress(const QString &database) const
+{
+    return QStringLiteral("postgresql://clinic@/%1?host=%2").arg(database, folder_.path());
+}
+
+QString PostgresServer::odbcAddress(const QString &database) const
+{
+    return QStringLiteral("odbc:Driver={PostgreSQL Unicode};Servername=%2;Database=%1;Username=clinic;Protocol=7.4-2;"
+                          "BoolsAsChar=0;MaxVarcharSize=4000")
+        .arg(database, folder_.path());
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A PostgreSQL server for the time of one test program: started on first use on a socket in a folder of its own, as a
+/// user that the server accepts, and stopped with the program, however that ends.
+class PostgresServer
+{
+public:
+    static PostgresServer &instance();
+
+    PostgresServer(const PostgresServer &) = delete;
+    PostgresServer &operator=(const PostgresServer &) = delete;
+    ~PostgresServer();
+
+    /// A fresh empty database; returns its name.
+    QString createDatabase();
+    void dropDatabase(const QString &name);
+
+    QString postgresAddress(const QString &database) const; ///< "postgresql://..."
+    QString odbcAddress(const QString &database) const;     ///< "odbc:..."
+
+    /// For tests of a lost server: ends every session of the database, or stops and starts the whole server.
+    void cutSessions(const QString &database);
+    void stop();
+    void start();
+
+private:
+    PostgresServer();
+    void initialise();
+    void sql(const QString &statement);
+    void prepare(QProcess &process) const;
+
+    QTemporaryDir folder_;
+    std::unique_ptr<QProcess> server_;
+    int databases_ = 0;
+};

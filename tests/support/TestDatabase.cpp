@@ -1,0 +1,124 @@
+#include "tests/support/TestDatabase.h"
+
+#include "host/schema/Schema.h"
+#include "tests/support/PostgresServer.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+#include <stdexcept>
+
+namespace {
+
+QSqlQuery executed(const QString &connectionName, const QString &statement)
+{
+    QSqlQuery query(QSqlDatabase::database(connectionName));
+    if (!query.exec(statement))
+        throw std::runtime_error((query.lastError().text() + u'\n' + statement).toStdString());
+    return query;
+}
+
+QString shown(const QVariant &value)
+{
+    if (value.isNull())
+        return QStringLiteral("NULL");
+    QString text = value.toString();
+    if (text.contains(u'.') && !text.contains(u'-', Qt::CaseInsensitive)) {
+        bool isNumber = false;
+        text.toDouble(&isNumber);
+        while (isNumber && text.endsWith(u'0'))
+            text.chop(1);
+        if (isNumber && text.endsWith(u'.'))
+            text.chop(1);
+    }
+    return text;
+}
+
+} // namespace
+
+TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
+    : engine_(engine)
+{
+    if (engine == ado::Engine::SQLite) {
+        address_ = QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"));
+    } else {
+        serverDatabase_ = PostgresServer::instance().createDatabase();
+        address_ = engine == ado::Engine::Odbc ? PostgresServer::instance().odbcAddress(serverDatabase_)
+                                               : PostgresServer::instance().postgresAddress(serverDatabase_);
+    }
+    if (withSchema) {
+        // The schema's session is not the one under test: settings of the database show in new sessions only.
+        const ado::ConnectionPtr maker = ado::Connection::open(
+            engine == ado::Engine::Odbc ? PostgresServer::instance().postgresAddress(serverDatabase_) : address_, true);
+        schema::createSchema(*maker);
+    }
+    connection_ = ado::Connection::open(address_, true);
+
+    static int plainSessions = 0;
+    plainName_ = QStringLiteral("plain-%1").arg(++plainSessions);
+    QSqlDatabase plain;
+    if (engine == ado::Engine::SQLite) {
+        plain = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), plainName_);
+        plain.setDatabaseName(folder_.filePath(QStringLiteral("clinic.db")));
+        plain.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+    } else {
+        const QString address = PostgresServer::instance().postgresAddress(serverDatabase_);
+        plain = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), plainName_);
+        plain.setHostName(address.section(QStringLiteral("host="), 1));
+        plain.setUserName(QStringLiteral("clinic"));
+        plain.setDatabaseName(serverDatabase_);
+        plain.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    }
+    if (!plain.open())
+        throw std::runtime_error(plain.lastError().text().toStdString());
+}
+
+TestDatabase::~TestDatabase()
+{
+    otherDesk_.reset();
+    connection_.reset();
+    QSqlDatabase::database(plainName_).close();
+    QSqlDatabase::removeDatabase(plainName_);
+    if (!serverDatabase_.isEmpty())
+        PostgresServer::instance().dropDatabase(serverDatabase_);
+}
+
+const ado::ConnectionPtr &TestDatabase::otherDesk()
+{
+    if (!otherDesk_)
+        otherDesk_ = ado::Connection::open(address_);
+    return otherDesk_;
+}
+
+void TestDatabase::run(const QString &statement)
+{
+    executed(plainName_, statement);
+}
+
+QStringList TestDatabase::rows(const QString &statement)
+{
+    QSqlQuery query = executed(plainName_, statement);
+    QStringList lines;
+    while (query.next()) {
+        QStringList cells;
+        for (int column = 0; column < query.record().count(); ++column)
+            cells << shown(query.value(column));
+        lines << cells.join(u'|');
+    }
+    return lines;
+}
+
+std::string engineName(const testing::TestParamInfo<ado::Engine> &info)
+{
+    switch (info.param) {
+    case ado::Engine::SQLite:
+        return "SQLite";
+    case ado::Engine::PostgreSQL:
+        return "PostgreSQL";
+    case ado::Engine::Odbc:
+        return "Odbc";
+    }
+    return {};
+}
