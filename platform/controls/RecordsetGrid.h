@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace controls {
@@ -77,6 +78,9 @@ public:
     /// Brings the designed columns back.
     void resetLayout();
 
+    /// Does nothing: looking for a typed text would read every row.
+    void keyboardSearch(const QString &search) override;
+
 signals:
     /// The current row is a new one, or may be (see Recordset::rowChanged).
     void rowChange();
@@ -86,6 +90,16 @@ signals:
     void afterColumnUpdate(int column);
     /// The user moved, sized or hid a column (after the mouse button was released).
     void layoutChanged(bool byUser);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;
 
 private:
     struct Private;

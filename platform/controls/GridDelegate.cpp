@@ -1,0 +1,153 @@
+#include "platform/controls/GridDelegate.h"
+
+#include "platform/controls/RecordsetModel.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QRegularExpressionValidator>
+#include <QToolTip>
+
+namespace controls {
+
+namespace {
+
+const GridColumn &columnOf(const QModelIndex &index)
+{
+    return static_cast<const RecordsetModel *>(index.model())->column(index.column());
+}
+
+/// Money as it is typed: digits with or without grouping and the won sign.
+const QRegularExpression typedMoney(QStringLiteral("-?\\\\?[0-9,]{0,24}"));
+
+/// A bare check mark, for values that are shown and not toggled.
+void drawCheckMark(QPainter *painter, const QRectF &cell, const QColor &color)
+{
+    const qreal unit = qMin(cell.width(), cell.height()) / 10.0;
+    const QPointF center = cell.center();
+    QPainterPath mark(center + QPointF(-2.4, 0.2) * unit);
+    mark.lineTo(center + QPointF(-0.7, 2.0) * unit);
+    mark.lineTo(center + QPointF(2.5, -2.0) * unit);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(color, unit * 0.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPath(mark);
+    painter->restore();
+}
+
+void drawCheckBox(QPainter *painter, const QStyleOptionViewItem &item, const QStyle &style, bool checked)
+{
+    QStyleOptionViewItem box = item;
+    const QSize size(style.pixelMetric(QStyle::PM_IndicatorWidth, &item, item.widget),
+                     style.pixelMetric(QStyle::PM_IndicatorHeight, &item, item.widget));
+    box.rect = QStyle::alignedRect(item.direction, Qt::AlignCenter, size, item.rect);
+    box.state &= ~QStyle::State_HasFocus;
+    box.state |= checked ? QStyle::State_On : QStyle::State_Off;
+    style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, item.widget);
+}
+
+} // namespace
+
+GridDelegate::GridDelegate(Taken taken, QObject *parent)
+    : QStyledItemDelegate(parent)
+    , taken_(std::move(taken))
+{
+}
+
+const QLineEdit *GridDelegate::editorOf(int column) const
+{
+    return editor_ && editedColumn_ == column ? editor_.data() : nullptr;
+}
+
+void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->features &= ~QStyleOptionViewItem::HasCheckIndicator; // drawn here, in the middle of the cell
+    // Several grids stand in one window: only the one with the focus shows its row in full colour.
+    if (option->widget && !option->widget->hasFocus()) {
+        option->palette.setColor(QPalette::Highlight, QColor(0xD3, 0xE2, 0xF1));
+        option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
+    }
+}
+
+void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+    const GridColumn &column = columnOf(index);
+    if (column.kind != GridColumn::Kind::Check)
+        return;
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    const bool selected = item.state & QStyle::State_Selected;
+    if (column.editable)
+        drawCheckBox(painter, item, *item.widget->style(), checked);
+    else if (checked)
+        drawCheckMark(painter, item.rect, item.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+}
+
+QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &index) const
+{
+    const GridColumn &column = columnOf(index);
+    auto *editor = new QLineEdit(parent);
+    editor->setAccessibleName(column.caption);
+    editor->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
+    if (column.kind == GridColumn::Kind::Money)
+        editor->setValidator(new QRegularExpressionValidator(typedMoney, editor));
+    editor_ = editor;
+    editedColumn_ = index.column();
+    return editor;
+}
+
+void GridDelegate::setEditorData(QWidget *editor, const QModelIndex &index) const
+{
+    auto *box = static_cast<QLineEdit *>(editor);
+    if (box->isModified())
+        return; // a repaint of the row keeps what is being typed
+    box->setText(index.data(Qt::EditRole).toString());
+    box->selectAll();
+}
+
+void GridDelegate::setModelData(QWidget *editor, QAbstractItemModel *, const QModelIndex &index) const
+{
+    auto *box = static_cast<QLineEdit *>(editor);
+    if (!box->isModified())
+        return;
+    box->setModified(false); // a box that opens meanwhile takes the focus, which must not take the text twice
+    taken_(index, box->text());
+}
+
+bool GridDelegate::editorEvent(QEvent *, QAbstractItemModel *, const QStyleOptionViewItem &, const QModelIndex &)
+{
+    return false; // the grid toggles check cells itself: anywhere in the cell, not only on the mark
+}
+
+bool GridDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                             const QModelIndex &index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const bool cut = sizeHint(option, index).width() > option.rect.width();
+    const QString text = cut ? index.data(Qt::DisplayRole).toString().toHtmlEscaped() : QString();
+    QToolTip::showText(event->globalPos(), text, view);
+    return true;
+}
+
+bool GridDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            QPointer<QWidget> editor(static_cast<QWidget *>(object));
+            emit commitData(editor);
+            if (editor)
+                emit closeEditor(editor, NoHint);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(object, event);
+}
+
+} // namespace controls

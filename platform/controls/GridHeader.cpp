@@ -1,0 +1,77 @@
+#include "platform/controls/GridHeader.h"
+
+#include "platform/controls/Named.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+
+#include <algorithm>
+#include <utility>
+
+namespace controls {
+
+GridHeader::GridHeader(QWidget *parent)
+    : QHeaderView(Qt::Horizontal, parent)
+{
+    setSectionsClickable(true);
+    setSectionsMovable(true);
+    setHighlightSections(false);
+    setStretchLastSection(true);
+    setMinimumSectionSize(24);
+    setResizeContentsPrecision(0); // a double click on a divider looks at visible rows only
+    const auto noteDrag = [this] { dragged_ = dragged_ || pressed_; };
+    connect(this, &QHeaderView::sectionMoved, this, noteDrag);
+    connect(this, &QHeaderView::sectionResized, this, noteDrag);
+}
+
+void GridHeader::offerColumns(std::vector<int> columns)
+{
+    offered_ = std::move(columns);
+}
+
+void GridHeader::mousePressEvent(QMouseEvent *event)
+{
+    pressed_ = true;
+    QHeaderView::mousePressEvent(event);
+}
+
+void GridHeader::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    pressed_ = true;
+    QHeaderView::mouseDoubleClickEvent(event);
+}
+
+void GridHeader::mouseReleaseEvent(QMouseEvent *event)
+{
+    QHeaderView::mouseReleaseEvent(event); // a move happens only now
+    pressed_ = false;
+    if (std::exchange(dragged_, false))
+        emit changedByUser();
+}
+
+int GridHeader::shownCount() const
+{
+    return int(std::count_if(offered_.begin(), offered_.end(), [this](int column) { return !isSectionHidden(column); }));
+}
+
+void GridHeader::contextMenuEvent(QContextMenuEvent *event)
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const int column : offered_) {
+        const QString caption = model()->headerData(column, Qt::Horizontal).toString();
+        QAction *action = menu->addAction(literalCaption(caption));
+        action->setCheckable(true);
+        action->setChecked(!isSectionHidden(column));
+        action->setEnabled(isSectionHidden(column) || shownCount() > 1); // one column always stays
+        connect(action, &QAction::triggered, this, [this, column](bool shown) {
+            setSectionHidden(column, !shown);
+            emit changedByUser();
+        });
+    }
+    menu->addSeparator();
+    connect(menu->addAction(QStringLiteral("처음 배치로")), &QAction::triggered, this, &GridHeader::designAsked);
+    menu->popup(event->globalPos());
+}
+
+} // namespace controls

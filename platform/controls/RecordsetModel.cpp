@@ -1,0 +1,220 @@
+#include "platform/controls/RecordsetModel.h"
+
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QColor>
+
+#include <algorithm>
+
+namespace controls {
+
+namespace {
+
+using Kind = GridColumn::Kind;
+
+/// Cells are read while the grid paints, where no box may open: a cell that cannot be read says so itself.
+const QString unreadable = QStringLiteral("#오류");
+const QColor negativeMoney(0xC0, 0x1F, 0x1F);
+
+Qt::Alignment alignmentOf(Kind kind)
+{
+    switch (kind) {
+    case Kind::Money:
+    case Kind::Number:
+        return Qt::AlignRight | Qt::AlignVCenter;
+    case Kind::Check:
+        return Qt::AlignCenter;
+    default:
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    }
+}
+
+QString translated(const std::vector<GridColumn::Item> &items, const QVariant &value)
+{
+    const bool null = runtime::isNull(value);
+    const QString stored = runtime::text(value);
+    for (const GridColumn::Item &item : items) {
+        if (null ? item.stored.isNull() : !item.stored.isNull() && item.stored == stored)
+            return item.shown;
+    }
+    return stored;
+}
+
+bool isNegativeMoney(const QVariant &value)
+{
+    return value.canConvert<runtime::Currency>() && value.value<runtime::Currency>() < runtime::Currency();
+}
+
+} // namespace
+
+void RecordsetModel::setColumns(std::vector<GridColumn> columns)
+{
+    beginResetModel();
+    columns_ = std::move(columns);
+    endResetModel();
+    reread();
+}
+
+void RecordsetModel::setRecordset(ado::Recordset *recordset)
+{
+    recordset_ = recordset;
+    reread();
+}
+
+void RecordsetModel::setUnboundFetch(RecordsetGrid::UnboundFetch fetch)
+{
+    fetch_ = std::move(fetch);
+    fetched_.clear();
+}
+
+void RecordsetModel::reread()
+{
+    beginResetModel();
+    fetched_.clear();
+    markedRow_ = -1;
+    const bool open = recordset_ && recordset_->isOpen();
+    rows_ = open ? recordset_->rowCount() : 0;
+    fieldIndexes_.clear();
+    for (const GridColumn &column : columns_)
+        fieldIndexes_.push_back(open && column.kind != Kind::Unbound ? recordset_->columnIndex(column.field) : -1);
+    endResetModel();
+}
+
+void RecordsetModel::rowRemoved(int row)
+{
+    if (row < 0 || row >= rows_)
+        return;
+    beginRemoveRows({}, row, row);
+    fetched_.clear(); // kept by row numbers, which move up
+    markedRow_ = -1;
+    --rows_;
+    endRemoveRows();
+}
+
+void RecordsetModel::rowRead(int row)
+{
+    if (row >= 0 && row < rows_ && !columns_.empty())
+        emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+void RecordsetModel::setMarkedRow(int row)
+{
+    for (const int changed : {std::exchange(markedRow_, row), row}) {
+        if (changed >= 0 && changed < rows_)
+            emit headerDataChanged(Qt::Vertical, changed, changed);
+    }
+}
+
+int RecordsetModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : rows_;
+}
+
+int RecordsetModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(columns_.size());
+}
+
+QVariant RecordsetModel::storedValue(int row, int column) const
+{
+    const int field = fieldIndexes_[std::size_t(column)];
+    if (field < 0 || !recordset_ || !recordset_->isOpen())
+        return {};
+    return recordset_->valueAt(row, field);
+}
+
+QString RecordsetModel::unboundText(int row, int column) const
+{
+    if (!fetch_ || !recordset_ || !recordset_->isOpen())
+        return {};
+    const auto [cell, missing] = fetched_.try_emplace({row, column}, unreadable);
+    if (missing) {
+        const QString text = fetch_(recordset_->bookmarkAt(row), column);
+        fetched_[{row, column}] = text;
+        return text;
+    }
+    return cell->second;
+}
+
+QString RecordsetModel::shownText(int row, int column) const
+{
+    const GridColumn &shown = columns_[std::size_t(column)];
+    switch (shown.kind) {
+    case Kind::Unbound:
+        return unboundText(row, column);
+    case Kind::Money:
+        return runtime::Format(storedValue(row, column), runtime::strMoneyFormat);
+    case Kind::Values:
+        return translated(shown.values, storedValue(row, column));
+    case Kind::Check:
+        return {};
+    default:
+        return runtime::text(storedValue(row, column));
+    }
+}
+
+bool RecordsetModel::isChecked(int row, int column) const
+{
+    return runtime::text(storedValue(row, column)) == columns_[std::size_t(column)].checkedText;
+}
+
+QVariant RecordsetModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rows_)
+        return {};
+    const int row = index.row();
+    const int column = index.column();
+    const Kind kind = columns_[std::size_t(column)].kind;
+    try {
+        switch (role) {
+        case Qt::DisplayRole:
+            return shownText(row, column);
+        case Qt::EditRole:
+            return runtime::text(storedValue(row, column));
+        case Qt::CheckStateRole:
+            return kind == Kind::Check ? QVariant(isChecked(row, column) ? Qt::Checked : Qt::Unchecked) : QVariant();
+        case Qt::AccessibleTextRole:
+            return kind == Kind::Check
+                ? QVariant(isChecked(row, column) ? QStringLiteral("선택됨") : QStringLiteral("선택 안 됨"))
+                : QVariant();
+        case Qt::TextAlignmentRole:
+            return QVariant(alignmentOf(kind));
+        case Qt::ForegroundRole:
+            return kind == Kind::Money && isNegativeMoney(storedValue(row, column)) ? QVariant(negativeMoney) : QVariant();
+        default:
+            return {};
+        }
+    } catch (const runtime::RuntimeError &) {
+        return role == Qt::DisplayRole ? QVariant(unreadable) : QVariant();
+    }
+}
+
+QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical) {
+        if (role == Qt::DisplayRole)
+            return section == markedRow_ ? QStringLiteral("▶") : QString();
+        return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
+    }
+    if (section < 0 || section >= columnCount())
+        return {};
+    const GridColumn &shown = columns_[std::size_t(section)];
+    if (role == Qt::DisplayRole)
+        return shown.caption;
+    return role == Qt::TextAlignmentRole ? QVariant(alignmentOf(shown.kind)) : QVariant();
+}
+
+Qt::ItemFlags RecordsetModel::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    const GridColumn &shown = columns_[std::size_t(index.column())];
+    if (shown.editable)
+        flags |= shown.kind == Kind::Check ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable;
+    return flags;
+}
+
+} // namespace controls

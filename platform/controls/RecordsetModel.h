@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/ado/Recordset.h"
+#include "platform/controls/RecordsetGrid.h"
+
+#include <QAbstractTableModel>
+#include <QPointer>
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace controls {
+
+/// The rows of a recordset as a grid shows them. Reads cells only when asked for them and never moves the recordset. The
+/// grid tells it when rows changed.
+class RecordsetModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void setColumns(std::vector<GridColumn> columns);
+    const std::vector<GridColumn> &columns() const { return columns_; }
+    const GridColumn &column(int index) const { return columns_[std::size_t(index)]; }
+
+    void setRecordset(ado::Recordset *recordset);
+    ado::Recordset *recordset() const { return recordset_; }
+    void setUnboundFetch(RecordsetGrid::UnboundFetch fetch);
+
+    /// Forgets rows and fetched cells and counts the recordset's rows anew.
+    void reread();
+    void rowRemoved(int row);
+    void rowRead(int row);
+    /// The row that bears the mark of the current one; -1 for none.
+    void setMarkedRow(int row);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+private:
+    QVariant storedValue(int row, int column) const;
+    QString unboundText(int row, int column) const;
+    QString shownText(int row, int column) const;
+    bool isChecked(int row, int column) const;
+
+    std::vector<GridColumn> columns_;
+    std::vector<int> fieldIndexes_; ///< of each column in the recordset; -1 when absent
+    QPointer<ado::Recordset> recordset_;
+    RecordsetGrid::UnboundFetch fetch_;
+    mutable std::map<std::pair<int, int>, QString> fetched_;
+    int rows_ = 0;
+    int markedRow_ = -1;
+};
+
+} // namespace controls
