@@ -75,7 +75,8 @@ public:
     Q_INVOKABLE QString getTranTotalReceiveAmountSQL(qint32 lngCustPK, qint32 lngOrdMPK) const;
     /// Ledger totals of one order. Its labels for operators 1 and 2 are exchanged: here 1 is 할인 and 2 is 절사.
     Q_INVOKABLE QString getAllTranAmount(qint32 lngCustPK, qint32 lngOrdMPK) const;
-    /// All dealers for an empty name. For any other the text keeps its place [CPNAME] unfilled and finds no dealer.
+    /// All dealers for an empty name. For any other the text keeps its place [CPNAME] unfilled: the name plays no part,
+    /// and the place itself is a class of letters to LIKE.
     Q_INVOKABLE QString getDealerSQL(const QString &strDealerName) const;
     Q_INVOKABLE QString getCmpnyMstrSQL() const;
     Q_INVOKABLE QString getCmpnyNameSQL(qint32 lngCMPK) const;

@@ -17,7 +17,7 @@ QString clsSQL::getDealerSQL(const QString &strDealerName) const
 {
     if (strDealerName.isEmpty())
         return QStringLiteral("SELECT * FROM tPSCompanyMaster ORDER BY CM_Name");
-    // The text has no such place, so a search by name finds no dealer. It is meant to stay so.
+    // The text has no such place, so the name never enters it. It is meant to stay so.
     return fill(u"SELECT * FROM tPSCompanyMaster WHERE CM_Name LIKE '%[CPNAME]%' ORDER BY CM_Name",
                 {{u"[CMNAME]", strDealerName}});
 }

@@ -1,0 +1,122 @@
+#include "tests/data/FilledClinic.h"
+
+#include "host/schema/Schema.h"
+#include "host/schema/Tables.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
+#include "tests/data/ClinicRows.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include <map>
+
+namespace clinic {
+
+namespace {
+
+struct Kept
+{
+    std::unique_ptr<TestDatabase> database;
+    bool clean = false;
+};
+
+/// One database an engine for the whole program, closed before the servers stop.
+class Databases : public testing::Environment
+{
+public:
+    void TearDown() override { kept.clear(); }
+
+    std::map<ado::Engine, Kept> kept;
+};
+
+Databases &databases()
+{
+    static Databases *all = [] {
+        auto *made = new Databases;
+        testing::AddGlobalTestEnvironment(made);
+        return made;
+    }();
+    return *all;
+}
+
+// Known to the test program from its start.
+[[maybe_unused]] const Databases &registered = databases();
+
+void run(const QSqlDatabase &database, const QString &statement)
+{
+    QSqlQuery query(database);
+    if (!query.exec(statement))
+        throw std::runtime_error((query.lastError().text() + u'\n' + statement).toStdString());
+}
+
+void fill(ado::Connection &connection)
+{
+    QSqlDatabase database = connection.database();
+    database.transaction();
+    for (const schema::TablePlan &table : schema::tablePlans())
+        run(database, QStringLiteral("DELETE FROM ") + QString::fromLatin1(table.name));
+    if (connection.engine() == ado::Engine::SQLite)
+        run(database, QStringLiteral("DELETE FROM sqlite_sequence")); // new keys go on from those below, as elsewhere
+    for (const char16_t *statement : insertStatements())
+        run(database, QString::fromUtf16(statement));
+    schema::continueKeys(connection);
+    database.commit();
+}
+
+Kept &keptOf(ado::Engine engine)
+{
+    Kept &kept = databases().kept[engine];
+    if (!kept.database)
+        kept.database = std::make_unique<TestDatabase>(engine);
+    if (!kept.clean)
+        fill(*kept.database->connection());
+    kept.clean = true;
+    return kept;
+}
+
+QString shown(const QVariant &value)
+{
+    if (runtime::isNull(value))
+        return QStringLiteral("NULL");
+    return QString::fromLatin1(value.typeName()) + u' ' + runtime::text(value);
+}
+
+} // namespace
+
+TestDatabase &filled(ado::Engine engine)
+{
+    return *keptOf(engine).database;
+}
+
+TestDatabase &filledToWrite(ado::Engine engine)
+{
+    Kept &kept = keptOf(engine);
+    kept.clean = false;
+    return *kept.database;
+}
+
+QStringList render(ado::Recordset &rows)
+{
+    QStringList lines{rows.fieldNames().join(u'|').toLower()};
+    for (; rows.hasCurrent(); rows.MoveNext()) {
+        QStringList cells;
+        for (const QString &field : rows.fieldNames())
+            cells += shown(rows[field]);
+        lines += cells.join(u'|');
+    }
+    return lines;
+}
+
+QStringList rowsOf(const QString &statement, const ado::ConnectionPtr &connection, ado::CursorType cursor)
+{
+    try {
+        ado::Recordset rows;
+        rows.Open(statement, connection, cursor, ado::LockType::ReadOnly);
+        return render(rows);
+    } catch (const runtime::RuntimeError &) {
+        return {QStringLiteral("refused")};
+    }
+}
+
+} // namespace clinic
