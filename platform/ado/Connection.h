@@ -47,9 +47,11 @@ public:
     void beforeWrite();
     /// For the layer itself: reconnects after a lost server when no transaction is under way.
     void ensureAlive();
+    /// For the layer itself.
+    struct Private;
+    Private &layer() const { return *d; }
 
 private:
-    struct Private;
     explicit Connection(std::unique_ptr<Private> d);
     std::unique_ptr<Private> d;
 };

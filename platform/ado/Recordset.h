@@ -86,13 +86,15 @@ public:
 
 signals:
     void rowChanged();
-    /// Rows were replaced (Open, Requery, Sort, Close); a view reads them anew.
+    /// Rows were replaced (Open, Requery, Sort, Close) or one was added (Update of a new row); a view reads them anew.
     void rowsReset();
     void rowRemoved(int row);
     /// The cached values of one row are new (Update, Resync, a row read again).
     void rowRead(int row);
 
 private:
+    void announceRows();
+
     struct Private;
     std::unique_ptr<Private> d;
 };

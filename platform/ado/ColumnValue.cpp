@@ -1,0 +1,229 @@
+#include "platform/ado/ColumnValue.h"
+
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QDate>
+#include <QDateTime>
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace ado {
+
+namespace {
+
+using runtime::Currency;
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+[[noreturn]] void mismatch(QStringView text)
+{
+    throw RuntimeError(ErrorNumber::TypeMismatch,
+                       QStringLiteral("데이터베이스의 값 '%1'을(를) 읽을 수 없습니다.").arg(text));
+}
+
+[[noreturn]] void overflow()
+{
+    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("데이터베이스의 값이 너무 큽니다."));
+}
+
+std::int64_t appendDigit(std::int64_t number, int digit)
+{
+    std::int64_t result = 0;
+    if (__builtin_mul_overflow(number, std::int64_t{10}, &result) || __builtin_add_overflow(result, digit, &result))
+        overflow();
+    return result;
+}
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// Whether the decimals behind the fourth push the value up; they round half to even.
+bool roundsUp(std::string_view rest, bool odd)
+{
+    if (rest.empty() || rest.front() < '5')
+        return false;
+    if (rest.front() > '5' || rest.find_first_not_of('0', 1) != std::string_view::npos)
+        return true;
+    return odd;
+}
+
+Currency exactMoney(QByteArrayView source)
+{
+    std::string_view text(source.data(), static_cast<std::size_t>(source.size()));
+    if (text == "t" || text == "f") // a boolean of the server's
+        return Currency::fromWon(text == "t");
+    const bool negative = !text.empty() && text.front() == '-';
+    std::string_view rest = text.substr(negative ? 1 : 0);
+    std::int64_t scaled = 0;
+    std::size_t digits = 0;
+    for (; !rest.empty() && isDigit(rest.front()); rest.remove_prefix(1), ++digits)
+        scaled = appendDigit(scaled, rest.front() - '0');
+    int decimals = 0;
+    if (!rest.empty() && rest.front() == '.') {
+        rest.remove_prefix(1);
+        for (; decimals < 4 && !rest.empty() && isDigit(rest.front()); rest.remove_prefix(1), ++decimals, ++digits)
+            scaled = appendDigit(scaled, rest.front() - '0');
+    }
+    if (digits == 0 || rest.find_first_not_of("0123456789") != std::string_view::npos) {
+        bool ok = false; // an exponent, of a double precision sum
+        const double number = QByteArray(source.data(), source.size()).toDouble(&ok);
+        if (!ok || !std::isfinite(number))
+            mismatch(QString::fromUtf8(source));
+        return Currency::fromDouble(number);
+    }
+    for (; decimals < 4; ++decimals)
+        scaled = appendDigit(scaled, 0);
+    if (roundsUp(rest, scaled % 2 != 0) && __builtin_add_overflow(scaled, std::int64_t{1}, &scaled))
+        overflow();
+    return Currency::fromScaled(negative ? -scaled : scaled);
+}
+
+double number(const CellTable &table, const CellTable::Cell &cell)
+{
+    switch (cell.kind) {
+    case CellTable::Kind::Integer:
+        return static_cast<double>(cell.integer);
+    case CellTable::Kind::Real:
+        return cell.real;
+    default:
+        break;
+    }
+    const QByteArrayView text = table.text(cell);
+    bool ok = false;
+    const double value = QByteArray(text.data(), text.size()).toDouble(&ok);
+    if (!ok)
+        mismatch(QString::fromUtf8(text));
+    return value;
+}
+
+std::int64_t wholeNumber(const CellTable &table, const CellTable::Cell &cell)
+{
+    if (cell.kind == CellTable::Kind::Integer)
+        return cell.integer;
+    if (cell.kind == CellTable::Kind::Text) {
+        const QByteArrayView text = table.text(cell);
+        std::int64_t value = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (error == std::errc() && end == text.data() + text.size())
+            return value;
+    }
+    return moneyOf(table, cell).toWon();
+}
+
+QDate dateOf(QStringView text)
+{
+    // The engine may add a time of day; the system's dates have none.
+    const QDate date = QDate::fromString(text.first(qMin<qsizetype>(text.size(), 10)).toString(), Qt::ISODate);
+    if (!date.isValid())
+        mismatch(text);
+    return date;
+}
+
+QDate assignedDate(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::QDate && value.toDate().isValid())
+        return value.toDate();
+    if (value.typeId() == QMetaType::QDateTime && value.toDateTime().isValid())
+        return value.toDateTime().date();
+    return dateOf(runtime::text(value));
+}
+
+} // namespace
+
+Currency moneyOf(const CellTable &table, const CellTable::Cell &cell)
+{
+    switch (cell.kind) {
+    case CellTable::Kind::Integer: {
+        constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max() / Currency::Scale;
+        if (cell.integer > most || cell.integer < -most)
+            overflow();
+        return Currency::fromWon(cell.integer);
+    }
+    case CellTable::Kind::Real:
+        return Currency::fromDouble(cell.real);
+    default:
+        return exactMoney(table.text(cell));
+    }
+}
+
+QVariant typedValue(const CellTable &table, const CellTable::Cell &cell, ColumnType type)
+{
+    switch (type) {
+    case ColumnType::Key:
+    case ColumnType::Long:
+    case ColumnType::Integer:
+        return runtime::toLong(wholeNumber(table, cell));
+    case ColumnType::Flag:
+        return moneyOf(table, cell) != Currency();
+    case ColumnType::Money:
+        return QVariant::fromValue(moneyOf(table, cell));
+    case ColumnType::Number:
+        return number(table, cell);
+    case ColumnType::Date:
+        if (cell.kind == CellTable::Kind::Text)
+            return dateOf(QString::fromUtf8(table.text(cell)));
+        mismatch(QString::number(number(table, cell)));
+    case ColumnType::Text:
+        if (cell.kind == CellTable::Kind::Text)
+            return QString::fromUtf8(table.text(cell));
+        return cell.kind == CellTable::Kind::Integer ? QString::number(cell.integer) : runtime::text(cell.real);
+    }
+    Q_UNREACHABLE();
+}
+
+QVariant assigned(const QVariant &value, ColumnType type)
+{
+    if (!value.isValid())
+        return {};
+    switch (type) {
+    case ColumnType::Key:
+    case ColumnType::Long:
+        return int{runtime::CLng(value)};
+    case ColumnType::Integer:
+        return int{runtime::CInt(value)};
+    case ColumnType::Flag:
+        return value.typeId() == QMetaType::Bool ? value.toBool() : runtime::CCur(value) != Currency();
+    case ColumnType::Money:
+        return QVariant::fromValue(runtime::CCur(value));
+    case ColumnType::Number:
+        return runtime::CDbl(value);
+    case ColumnType::Date:
+        return assignedDate(value);
+    case ColumnType::Text:
+        return runtime::text(value);
+    }
+    Q_UNREACHABLE();
+}
+
+QVariant parameter(const QVariant &value)
+{
+    if (value.metaType() == QMetaType::fromType<Currency>()) {
+        const Currency money = value.value<Currency>();
+        if (money.scaled() % Currency::Scale == 0)
+            return QVariant::fromValue<qlonglong>(money.scaled() / Currency::Scale);
+        return money.toText();
+    }
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        return {};
+    case QMetaType::Bool:
+        return QVariant::fromValue<qlonglong>(value.toBool() ? 1 : 0);
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        return QVariant::fromValue<qlonglong>(value.toLongLong());
+    case QMetaType::Double:
+        return value.toDouble();
+    case QMetaType::QDate:
+        return runtime::dateText(value.toDate());
+    default:
+        return runtime::text(value);
+    }
+}
+
+} // namespace ado

@@ -1,0 +1,225 @@
+#include "platform/ado/ConnectionPrivate.h"
+
+#include "platform/runtime/RuntimeError.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace ado {
+
+namespace {
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+/// Every open connection, for those that end what an event left open.
+std::vector<Connection *> &openConnections()
+{
+    static std::vector<Connection *> connections;
+    return connections;
+}
+
+[[noreturn]] void transactionGone()
+{
+    throw RuntimeError(ErrorNumber::ConnectionLost,
+                       QStringLiteral("작업이 끝나기 전에 데이터베이스가 취소했습니다. 처음부터 다시 하십시오."));
+}
+
+} // namespace
+
+std::vector<Connection *> connectionsInTransaction()
+{
+    std::vector<Connection *> found;
+    std::ranges::copy_if(openConnections(), std::back_inserter(found), &Connection::inTransaction);
+    return found;
+}
+
+std::shared_ptr<Connection> Connection::open(const QString &address, bool create)
+{
+    auto opened = std::make_unique<Private>();
+    opened->address = address;
+    opened->driver = Driver::open(address, create);
+    return std::shared_ptr<Connection>(new Connection(std::move(opened)));
+}
+
+Connection::Connection(std::unique_ptr<Private> opened)
+    : d(std::move(opened))
+{
+    openConnections().push_back(this);
+}
+
+Connection::~Connection()
+{
+    std::erase(openConnections(), this);
+}
+
+const QString &Connection::address() const
+{
+    return d->address;
+}
+
+Engine Connection::engine() const
+{
+    return d->driver->engine();
+}
+
+QSqlDatabase Connection::database() const
+{
+    return d->driver->database();
+}
+
+void Connection::BeginTrans()
+{
+    using enum Private::Transaction;
+    if (d->transaction != None)
+        return;
+    static quint64 serials = 0;
+    d->transaction = Pending;
+    d->serial = ++serials;
+}
+
+void Connection::CommitTrans()
+{
+    using enum Private::Transaction;
+    const Private::Transaction ended = std::exchange(d->transaction, None);
+    d->serial = 0;
+    switch (ended) {
+    case None:
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("저장할 작업이 시작되지 않았습니다."));
+    case Pending:
+        return;
+    case Lost:
+        transactionGone();
+    case Started:
+        break;
+    }
+    try {
+        d->driver->commit();
+    } catch (const RuntimeError &) {
+        d->rollBackServer();
+        throw;
+    }
+}
+
+void Connection::RollbackTrans()
+{
+    const bool started = d->transaction == Private::Transaction::Started;
+    d->transaction = Private::Transaction::None;
+    d->serial = 0;
+    if (started)
+        d->rollBackServer();
+}
+
+bool Connection::inTransaction() const
+{
+    return d->transaction != Private::Transaction::None;
+}
+
+quint64 Connection::transactionSerial() const
+{
+    return d->serial;
+}
+
+int Connection::Execute(const QString &statement)
+{
+    oneStatement(statement, d->driver->dialect());
+    return d->write(d->driver->command() << statement);
+}
+
+void Connection::beforeWrite()
+{
+    d->beforeWrite();
+}
+
+void Connection::ensureAlive()
+{
+    d->ensureAlive();
+}
+
+void Connection::Private::ensureAlive()
+{
+    if (transaction == Transaction::Lost)
+        transactionGone();
+    if (transaction != Transaction::Started && !driver->alive())
+        driver->reopen();
+}
+
+void Connection::Private::beforeWrite()
+{
+    ensureAlive();
+    if (transaction != Transaction::Pending)
+        return;
+    driver->begin();
+    transaction = Transaction::Started;
+}
+
+void Connection::Private::rollBackServer()
+{
+    ++rollbacks;
+    try {
+        if (driver->holdsTransaction())
+            driver->rollback();
+    } catch (const RuntimeError &) {
+        // A server that cannot be asked any more has rolled back by itself. What still holds a transaction after this
+        // would let the next sale run into it, so the session ends with it.
+        if (driver->holdsTransaction())
+            driver->reopen();
+    }
+}
+
+void Connection::Private::noteFailure()
+{
+    if (transaction == Transaction::Started && !driver->holdsTransaction()) {
+        transaction = Transaction::Lost;
+        ++rollbacks;
+    }
+}
+
+template <typename Run>
+auto Connection::Private::shielded(Run run)
+{
+    const bool savepoint = transaction == Transaction::Started && driver->needsSavepoints();
+    if (savepoint)
+        driver->write(driver->command() << u"SAVEPOINT statement");
+    try {
+        auto result = run();
+        if (savepoint)
+            driver->write(driver->command() << u"RELEASE SAVEPOINT statement");
+        return result;
+    } catch (const RuntimeError &) {
+        const std::exception_ptr failure = std::current_exception();
+        noteFailure();
+        if (savepoint && transaction == Transaction::Started)
+            driver->write(driver->command() << u"ROLLBACK TO SAVEPOINT statement");
+        std::rethrow_exception(failure);
+    }
+}
+
+int Connection::Private::write(const Command &statement)
+{
+    beforeWrite();
+    return shielded([&] { return driver->write(statement); });
+}
+
+CellTable Connection::Private::readBack(const Command &statement)
+{
+    beforeWrite();
+    return shielded([&] { return driver->read(statement); });
+}
+
+CellTable Connection::Private::read(const Command &select)
+{
+    ensureAlive();
+    try {
+        return shielded([&] { return driver->read(select); });
+    } catch (const RuntimeError &error) {
+        // A reading that met a server gone since the last statement can be asked again without harm; a writing cannot.
+        if (error.number() != ErrorNumber::ConnectionLost || transaction == Transaction::Started
+            || transaction == Transaction::Lost)
+            throw;
+        driver->reopen();
+    }
+    return driver->read(select);
+}
+
+} // namespace ado

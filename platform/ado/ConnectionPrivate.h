@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+#include "platform/ado/Driver.h"
+
+#include <memory>
+#include <vector>
+
+namespace ado {
+
+struct Connection::Private
+{
+    enum class Transaction {
+        None,
+        Pending, ///< begun, nothing written: the server knows nothing of it
+        Started,
+        Lost, ///< the server gave it up by itself; stays until somebody commits (an error) or rolls back
+    };
+
+    QString address;
+    std::unique_ptr<Driver> driver;
+    Transaction transaction = Transaction::None;
+    quint64 serial = 0;
+    /// Counts what was rolled back: a row image that was written since then may no longer be true.
+    quint64 rollbacks = 0;
+
+    void ensureAlive();
+    void beforeWrite();
+    int write(const Command &statement);
+    /// A writing statement that answers with rows.
+    CellTable readBack(const Command &statement);
+    CellTable read(const Command &select);
+    void rollBackServer();
+
+private:
+    void noteFailure();
+    template <typename Run>
+    auto shielded(Run run);
+};
+
+std::vector<Connection *> connectionsInTransaction();
+
+} // namespace ado

@@ -1,0 +1,106 @@
+#include "platform/ado/Driver.h"
+
+#include "platform/ado/OdbcDriver.h"
+#include "platform/ado/PostgresDriver.h"
+#include "platform/ado/SqliteDriver.h"
+
+#include <QSqlError>
+
+namespace ado {
+
+namespace {
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+bool isWordSign(QChar c)
+{
+    return c.isLetterOrNumber() || c == u'_';
+}
+
+/// The name as the statement writes it: some servers fold the names of a result.
+QString spelledIn(QStringView statement, const QString &name)
+{
+    for (qsizetype at = statement.indexOf(name, 0, Qt::CaseInsensitive); at >= 0;
+         at = statement.indexOf(name, at + 1, Qt::CaseInsensitive)) {
+        const qsizetype end = at + name.size();
+        if ((at == 0 || !isWordSign(statement[at - 1])) && (end == statement.size() || !isWordSign(statement[end])))
+            return statement.sliced(at, name.size()).toString();
+    }
+    return name;
+}
+
+} // namespace
+
+std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
+{
+    const auto after = [&](QLatin1String scheme) { return address.sliced(scheme.size()); };
+    constexpr QLatin1String sqlite("sqlite:"), postgres("postgresql://"), odbc("odbc:");
+    std::unique_ptr<Driver> driver;
+    if (address.startsWith(sqlite))
+        driver = std::make_unique<SqliteDriver>(after(sqlite), create);
+    else if (address.startsWith(postgres))
+        driver = std::make_unique<PostgresDriver>(after(postgres));
+    else if (address.startsWith(odbc))
+        driver = std::make_unique<OdbcDriver>(after(odbc));
+    else
+        throw RuntimeError(ErrorNumber::ConnectionLost,
+                           QStringLiteral("데이터베이스 주소 '%1'을(를) 알 수 없습니다.").arg(address));
+    driver->openDatabase();
+    return driver;
+}
+
+Driver::Driver(QSqlDatabase database)
+    : database_(std::move(database))
+{
+}
+
+Driver::~Driver()
+{
+    const QString name = database_.connectionName();
+    database_.close();
+    database_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name);
+}
+
+void Driver::openDatabase()
+{
+    if (!database_.isValid())
+        connectionLost(QStringLiteral("QSqlDatabase: driver not loaded"));
+    if (!database_.open())
+        connectionLost(database_.lastError().text());
+    prepareSession();
+}
+
+void Driver::reopen()
+{
+    database_.close();
+    openDatabase();
+}
+
+QSqlDatabase Driver::newDatabase(const QString &qtDriver)
+{
+    static int serial = 0;
+    return QSqlDatabase::addDatabase(qtDriver, QStringLiteral("clinic-%1").arg(++serial));
+}
+
+void Driver::refuse(const QString &serverText)
+{
+    throw RuntimeError(ErrorNumber::Database,
+                       QStringLiteral("데이터베이스가 작업을 처리하지 못했습니다.\n") + serverText.trimmed());
+}
+
+void Driver::connectionLost(const QString &serverText)
+{
+    throw RuntimeError(ErrorNumber::ConnectionLost,
+                       QStringLiteral("데이터베이스에 연결할 수 없습니다.\n") + serverText.trimmed());
+}
+
+ResultColumn describeColumn(const QString &name, bool numeric, QStringView statement)
+{
+    if (const Column *column = findColumn(name))
+        return {QString::fromUtf16(column->name), column, numeric};
+    return {spelledIn(statement, name), nullptr, numeric};
+}
+
+} // namespace ado

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+struct sqlite3;
+
+namespace ado {
+
+/// LIKE as the clinic's server reads it: '%' any text, '_' one sign, "[a-f]" and "[^a-f]" one sign of a class or out of
+/// it, case ignored. A '[' that is never closed matches nothing, and "[]" neither. After `escape`, if one is given, a sign
+/// stands for itself.
+bool like(QStringView text, QStringView pattern, char32_t escape = 0);
+
+/// Puts it in the place of the embedded engine's own operator on this connection.
+void installLikeOperator(sqlite3 *handle);
+
+} // namespace ado

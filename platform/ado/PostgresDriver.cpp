@@ -1,0 +1,176 @@
+#include "platform/ado/PostgresDriver.h"
+
+#include <QSqlDriver>
+#include <QUrl>
+#include <QUrlQuery>
+
+#include <libpq-fe.h>
+
+#include <algorithm>
+
+namespace ado {
+
+namespace {
+
+// Type numbers of the server's catalogue, which never change.
+constexpr Oid numericTypes[]{16 /* bool */, 20 /* int8 */,    21 /* int2 */,   23 /* int4 */,
+                             700 /* float4 */, 701 /* float8 */, 1700 /* numeric */};
+
+QString decoded(const QString &part)
+{
+    return QUrl::fromPercentEncoding(part.toUtf8());
+}
+
+/// A value of a connection option: quoted, since a blank would end it.
+QString option(const QString &name, QString value)
+{
+    value.replace(u'\\', QStringLiteral("\\\\")).replace(u'\'', QStringLiteral("\\'"));
+    return QStringLiteral("%1='%2'").arg(name, value);
+}
+
+void applyAddress(QSqlDatabase &database, const QString &address)
+{
+    const QString place = address.section(u'?', 0, 0);
+    const QString server = place.section(u'/', 0, 0);
+    const QString user = server.contains(u'@') ? server.section(u'@', 0, -2) : QString();
+    const QString host = server.section(u'@', -1);
+    database.setDatabaseName(decoded(place.section(u'/', 1)));
+    database.setUserName(decoded(user.section(u':', 0, 0)));
+    database.setPassword(decoded(user.section(u':', 1)));
+    database.setHostName(decoded(host.section(u':', 0, 0)));
+    if (host.contains(u':'))
+        database.setPort(host.section(u':', 1).toInt());
+
+    // A server that went away silently must not hold the desk for minutes.
+    QStringList options{QStringLiteral("connect_timeout=5"), QStringLiteral("keepalives_idle=30"),
+                        QStringLiteral("tcp_user_timeout=20000")};
+    for (const auto &[name, value] : QUrlQuery(address.section(u'?', 1)).queryItems(QUrl::FullyDecoded)) {
+        if (name == QLatin1String("host"))
+            database.setHostName(value);
+        else if (name == QLatin1String("port"))
+            database.setPort(value.toInt());
+        else
+            options << option(name, value);
+    }
+    database.setConnectOptions(options.join(u';'));
+}
+
+bool isNumeric(Oid type)
+{
+    return std::ranges::find(numericTypes, type) != std::end(numericTypes);
+}
+
+} // namespace
+
+void PostgresDriver::ResultDeleter::operator()(pg_result *result) const
+{
+    PQclear(result);
+}
+
+PostgresDriver::PostgresDriver(const QString &address)
+    : Driver(newDatabase(QStringLiteral("QPSQL")))
+{
+    QSqlDatabase database = this->database();
+    applyAddress(database, address);
+    database.setNumericalPrecisionPolicy(QSql::HighPrecision);
+}
+
+void PostgresDriver::prepareSession()
+{
+    const QVariant handle = database().driver()->handle();
+    if (qstrcmp(handle.typeName(), "PGconn*") != 0)
+        connectionLost(QStringLiteral("QPSQL: no handle"));
+    handle_ = *static_cast<PGconn *const *>(handle.constData());
+    run("SET standard_conforming_strings = on"); // literals are read so when a second statement is looked for
+    run("SET client_min_messages = warning");
+}
+
+PostgresDriver::Result PostgresDriver::run(const Command &statement)
+{
+    std::vector<QByteArray> texts;
+    std::vector<const char *> values;
+    for (const QVariant &value : statement.values()) {
+        texts.push_back(value.typeId() == QMetaType::Double ? QByteArray::number(value.toDouble(), 'g', 17)
+                                                            : value.toString().toUtf8());
+    }
+    for (const QByteArray &text : texts)
+        values.push_back(text.constData());
+    const QByteArray text = statement.text().toUtf8();
+    Result result(texts.empty() ? PQexec(handle_, text.constData())
+                                : PQexecParams(handle_, text.constData(), static_cast<int>(values.size()), nullptr,
+                                               values.data(), nullptr, nullptr, 0));
+    const ExecStatusType status = PQresultStatus(result.get());
+    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
+        return result;
+    if (PQstatus(handle_) == CONNECTION_BAD)
+        connectionLost(QString::fromUtf8(PQerrorMessage(handle_)));
+    refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(handle_)));
+}
+
+void PostgresDriver::run(const char *statement)
+{
+    run(Command(Command::Values::Numbered) << QString::fromLatin1(statement));
+}
+
+CellTable PostgresDriver::read(const Command &select)
+{
+    const Result result = run(select);
+    const PGresult *const rows = result.get();
+    const int columnCount = PQnfields(rows);
+    const int rowCount = PQntuples(rows);
+    std::vector<ResultColumn> described;
+    for (int column = 0; column < columnCount; ++column)
+        described.push_back(describeColumn(QString::fromUtf8(PQfname(rows, column)), isNumeric(PQftype(rows, column)),
+                                           select.text()));
+    CellTable table(std::move(described));
+    table.reserveRows(rowCount);
+    for (int row = 0; row < rowCount; ++row) {
+        for (int column = 0; column < columnCount; ++column) {
+            if (PQgetisnull(rows, row, column))
+                table.addNull();
+            else
+                table.addText(PQgetvalue(rows, row, column), static_cast<std::size_t>(PQgetlength(rows, row, column)));
+        }
+    }
+    return table;
+}
+
+int PostgresDriver::write(const Command &statement)
+{
+    const Result result = run(statement);
+    bool told = false;
+    const int rows = QByteArray(PQcmdTuples(result.get())).toInt(&told);
+    return told ? rows : -1;
+}
+
+void PostgresDriver::begin()
+{
+    run("BEGIN");
+}
+
+void PostgresDriver::commit()
+{
+    // The server answers a commit of a failed transaction with a rollback and no error.
+    const Result result = run(Command(Command::Values::Numbered) << u"COMMIT");
+    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
+        refuse(QString::fromUtf8(PQcmdStatus(result.get())));
+}
+
+void PostgresDriver::rollback()
+{
+    run("ROLLBACK");
+}
+
+bool PostgresDriver::holdsTransaction() const
+{
+    const PGTransactionStatusType status = PQtransactionStatus(handle_);
+    return status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
+}
+
+bool PostgresDriver::alive()
+{
+    // A server that was stopped has closed the socket, which can be seen without asking it.
+    return PQstatus(handle_) == CONNECTION_OK && PQconsumeInput(handle_) == 1 && PQstatus(handle_) == CONNECTION_OK;
+}
+
+} // namespace ado

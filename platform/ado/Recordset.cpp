@@ -1,0 +1,307 @@
+#include "platform/ado/Recordset.h"
+
+#include "platform/ado/ConnectionPrivate.h"
+#include "platform/ado/RecordsetPrivate.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace ado {
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+RowStore &Recordset::Private::open() const
+{
+    if (!rows)
+        throw RuntimeError(ErrorNumber::ObjectClosed, QStringLiteral("목록이 열려 있지 않습니다."));
+    return *rows;
+}
+
+void Recordset::Private::requireCurrent() const
+{
+    open();
+    if (!atRow() && !adding)
+        throw RuntimeError(ErrorNumber::NoCurrentRow, QStringLiteral("선택된 행이 없습니다."));
+    if (!adding && current.gone())
+        throw RuntimeError(ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 행입니다. 목록을 다시 읽어 주십시오."));
+}
+
+std::shared_ptr<RowStore> Recordset::Private::load() const
+{
+    if (!connection)
+        throw RuntimeError(ErrorNumber::ObjectClosed, QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
+    const SelectShape shape(source, connection->layer().driver->dialect());
+    const bool keyset = cursor == CursorType::Keyset && location == CursorLocation::Server;
+    return std::make_shared<RowStore>(connection, shape, keyset);
+}
+
+void Recordset::Private::take(std::shared_ptr<RowStore> loaded)
+{
+    discardPending();
+    release();
+    rows = std::move(loaded);
+    rows->attach(&position);
+    position = 0;
+    keep(atRow() ? rows->image(0) : RowImage());
+}
+
+void Recordset::Private::release()
+{
+    if (rows)
+        rows->detach(&position);
+    rows.reset();
+}
+
+void Recordset::Private::discardPending()
+{
+    adding = false;
+    assigned.clear();
+}
+
+void Recordset::Private::stand(int row)
+{
+    const bool inside = row >= 0 && row < rows->count();
+    const RowImage image = !inside ? RowImage() : rows->readWhole() ? rows->image(row) : rows->readAgain(row);
+    discardPending();
+    position = inside ? row : rows->count();
+    keep(image);
+}
+
+void Recordset::Private::keep(const RowImage &image)
+{
+    current = image;
+    currentIsOurs = connection->inTransaction();
+    rollbacksSeen = connection->layer().rollbacks;
+}
+
+void Recordset::Private::refreshAfterRollback()
+{
+    if (currentIsOurs && rollbacksSeen != connection->layer().rollbacks && atRow() && !adding && assigned.empty())
+        keep(rows->readAgain(position));
+}
+
+int Recordset::Private::column(const QString &field) const
+{
+    const int index = open().columnIndex(field);
+    if (index < 0)
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("목록에 '%1' 항목이 없습니다.").arg(field));
+    return index;
+}
+
+Recordset::Recordset(QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+}
+
+Recordset::~Recordset() = default;
+
+void Recordset::setCursorLocation(CursorLocation location)
+{
+    d->location = location;
+}
+
+void Recordset::Open(const QString &source, const ConnectionPtr &connection, CursorType cursor, LockType lock)
+{
+    if (d->rows)
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("목록이 이미 열려 있습니다."));
+    d->source = source;
+    d->connection = connection;
+    d->cursor = cursor;
+    d->lock = lock;
+    d->take(d->load());
+    announceRows();
+}
+
+void Recordset::announceRows()
+{
+    const QPointer<Recordset> alive(this);
+    emit rowsReset();
+    if (alive)
+        emit rowChanged();
+}
+
+void Recordset::Close()
+{
+    if (!d->rows)
+        return;
+    d->discardPending();
+    d->release();
+    emit rowsReset();
+}
+
+bool Recordset::isOpen() const
+{
+    return d->rows != nullptr;
+}
+
+const QString &Recordset::source() const
+{
+    return d->source;
+}
+
+void Recordset::Requery()
+{
+    d->open();
+    d->discardPending();
+    const std::shared_ptr<RowStore> old = d->rows;
+    d->take(d->load());
+    old->drop();
+    announceRows();
+}
+
+void Recordset::Resync()
+{
+    if (!d->open().keyed())
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록의 행은 다시 읽을 수 없습니다."));
+    d->discardPending();
+    if (!d->atRow())
+        d->requireCurrent();
+    d->keep(d->rows->readAgain(d->position));
+    const bool gone = d->current.gone();
+    emit rowRead(d->position);
+    if (gone)
+        d->requireCurrent();
+}
+
+bool Recordset::Bof() const
+{
+    return d->open().count() == 0 && !d->adding;
+}
+
+bool Recordset::Eof() const
+{
+    return d->position >= d->open().count() && !d->adding;
+}
+
+void Recordset::MoveFirst()
+{
+    moveTo(0);
+}
+
+void Recordset::MoveNext()
+{
+    if (d->position >= d->open().count())
+        throw RuntimeError(ErrorNumber::NoCurrentRow, QStringLiteral("마지막 행을 지났습니다."));
+    moveTo(d->position + 1);
+}
+
+void Recordset::MoveLast()
+{
+    moveTo(d->open().count() - 1);
+}
+
+void Recordset::moveTo(int row)
+{
+    d->open();
+    d->stand(row);
+    const QPointer<Recordset> alive(this);
+    if (d->atRow() && !d->rows->readWhole())
+        emit rowRead(d->position);
+    if (alive)
+        emit rowChanged();
+}
+
+QStringList Recordset::fieldNames() const
+{
+    QStringList names;
+    for (const ResultColumn &column : d->open().columns())
+        names << column.name;
+    return names;
+}
+
+bool Recordset::hasField(const QString &field) const
+{
+    return columnIndex(field) >= 0;
+}
+
+int Recordset::columnIndex(const QString &field) const
+{
+    return d->open().columnIndex(field);
+}
+
+QVariant Recordset::value(const QString &field) const
+{
+    const int column = d->column(field);
+    d->refreshAfterRollback();
+    if (const Column *own = d->rows->shape().baseColumn(field)) {
+        if (const auto pending = d->assigned.find(own); pending != d->assigned.end())
+            return pending->second;
+    }
+    if (d->adding)
+        return {};
+    d->requireCurrent();
+    return d->current.value(column);
+}
+
+Bookmark Recordset::bookmark() const
+{
+    if (d->adding)
+        return {};
+    return bookmarkAt(currentRow());
+}
+
+void Recordset::setBookmark(const Bookmark &key)
+{
+    moveTo(std::max(d->open().find(key), 0));
+}
+
+std::unique_ptr<Recordset> Recordset::Clone() const
+{
+    d->open();
+    auto clone = std::make_unique<Recordset>();
+    clone->d->source = d->source;
+    clone->d->connection = d->connection;
+    clone->d->cursor = d->cursor;
+    clone->d->lock = d->lock;
+    clone->d->location = d->location;
+    clone->d->take(d->rows);
+    return clone;
+}
+
+void Recordset::Sort(const QString &order)
+{
+    if (!d->open().readWhole())
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 정렬할 수 없습니다."));
+    std::vector<OrderColumn> columns;
+    for (const QString &part : order.split(u',', Qt::SkipEmptyParts)) {
+        QString field = part.trimmed();
+        const auto endsWith = [&](QLatin1String word) { return field.endsWith(word, Qt::CaseInsensitive); };
+        const bool descending = endsWith(QLatin1String(" DESC"));
+        if (descending || endsWith(QLatin1String(" ASC")))
+            field = field.left(field.lastIndexOf(u' ')).trimmed();
+        if (field.startsWith(u'[') && field.endsWith(u']'))
+            field = field.sliced(1, field.size() - 2);
+        columns.push_back({d->column(field), descending});
+    }
+    d->rows->sort(columns);
+    d->stand(0);
+    announceRows();
+}
+
+int Recordset::rowCount() const
+{
+    return d->rows ? d->rows->count() : 0;
+}
+
+int Recordset::currentRow() const
+{
+    return d->atRow() ? d->position : -1;
+}
+
+Bookmark Recordset::bookmarkAt(int row) const
+{
+    return row >= 0 && row < rowCount() ? d->rows->key(row) : Bookmark();
+}
+
+QVariant Recordset::valueAt(int row, int column) const
+{
+    if (row < 0 || row >= rowCount() || column < 0 || column >= static_cast<int>(d->rows->columns().size()))
+        return {};
+    return d->rows->image(row).value(column);
+}
+
+} // namespace ado

@@ -1,0 +1,157 @@
+#include "platform/ado/ColumnValue.h"
+#include "platform/ado/ConnectionPrivate.h"
+#include "platform/ado/Recordset.h"
+#include "platform/ado/RecordsetPrivate.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace ado {
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+const Column *Recordset::Private::writable(const QString &field) const
+{
+    column(field);
+    if (lock == LockType::ReadOnly || !rows->keyed())
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 고칠 수 없습니다."));
+    const Column *const own = rows->shape().baseColumn(field);
+    if (!own || own->type == ColumnType::Key)
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("'%1' 항목은 고칠 수 없습니다.").arg(field));
+    return own;
+}
+
+/// The row itself, as long as no base column differs from what was last read: another desk's change must not be overwritten
+/// unseen, not even where it touched other columns.
+Command Recordset::Private::conditions(Command command) const
+{
+    const SelectShape &shape = rows->shape();
+    command << u" WHERE " << QString::fromUtf16(shape.base()->key);
+    command.equals(parameter(rows->key(position)));
+    for (int at = 0; at < static_cast<int>(rows->columns().size()); ++at) {
+        const Column *const own = shape.baseColumn(rows->columns()[static_cast<std::size_t>(at)].name);
+        if (!own || own->type == ColumnType::Key)
+            continue;
+        command << u" AND " << QString::fromUtf16(own->name);
+        command.equals(current.raw(at));
+    }
+    return command;
+}
+
+void Recordset::Private::requireTouched(int touched) const
+{
+    if (touched == 0)
+        throw RuntimeError(ErrorNumber::Conflict,
+                           QStringLiteral("다른 창구에서 먼저 고치거나 삭제한 행입니다. 목록을 다시 읽은 후 다시 하십시오."));
+}
+
+void Recordset::Private::updateRow()
+{
+    Connection::Private &layer = connection->layer();
+    Command command = layer.driver->command() << u"UPDATE " << QString::fromUtf16(rows->shape().base()->name) << u" SET ";
+    QStringView separator;
+    for (const auto &[column, value] : assigned) {
+        command << std::exchange(separator, u", ") << QString::fromUtf16(column->name) << u" = ";
+        command.value(parameter(value));
+    }
+    requireTouched(layer.write(conditions(std::move(command))));
+    discardPending();
+    keep(rows->readAgain(position));
+}
+
+void Recordset::Private::insertRow()
+{
+    Connection::Private &layer = connection->layer();
+    const Table &table = *rows->shape().base();
+    const QString key = QString::fromUtf16(table.key);
+    const bool sqlServer = layer.driver->dialect() == Dialect::SqlServer;
+    Command command = layer.driver->command() << u"INSERT INTO " << QString::fromUtf16(table.name);
+    QStringList names;
+    for (const auto &[column, value] : assigned)
+        names << QString::fromUtf16(column->name);
+    if (!names.isEmpty())
+        command << u" (" << names.join(QStringLiteral(", ")) << u")";
+    if (sqlServer)
+        command << u" OUTPUT INSERTED." << key;
+    command << (names.isEmpty() ? u" DEFAULT VALUES" : u" VALUES (");
+    QStringView separator;
+    for (const auto &[column, value] : assigned) {
+        command << std::exchange(separator, u", ");
+        command.value(parameter(value));
+    }
+    if (!names.isEmpty())
+        command << u")";
+    if (!sqlServer)
+        command << u" RETURNING " << key;
+    const CellTable answer = layer.readBack(command);
+    discardPending();
+    position = rows->append(answer.value(0, 0));
+    keep(rows->readAgain(position));
+}
+
+void Recordset::Private::deleteRow()
+{
+    Connection::Private &layer = connection->layer();
+    requireTouched(layer.write(
+        conditions(layer.driver->command() << u"DELETE FROM " << QString::fromUtf16(rows->shape().base()->name))));
+    rows->remove(position);
+}
+
+void Recordset::setValue(const QString &field, const QVariant &value)
+{
+    const Column *const column = d->writable(field);
+    d->refreshAfterRollback();
+    d->requireCurrent();
+    d->assigned[column] = assigned(value, column->type);
+}
+
+void Recordset::AddNew()
+{
+    if (d->lock == LockType::ReadOnly || !d->open().keyed())
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록에는 추가할 수 없습니다."));
+    d->discardPending();
+    d->adding = true;
+}
+
+void Recordset::Update()
+{
+    d->open();
+    if (d->adding) {
+        d->insertRow();
+        emit rowsReset();
+        return;
+    }
+    d->requireCurrent();
+    if (d->assigned.empty())
+        return;
+    d->updateRow();
+    emit rowRead(d->position);
+}
+
+void Recordset::CancelUpdate()
+{
+    d->open();
+    d->discardPending();
+}
+
+void Recordset::Delete()
+{
+    d->open();
+    if (d->adding || d->lock == LockType::ReadOnly || !d->rows->keyed())
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("삭제할 수 없는 행입니다."));
+    d->discardPending();
+    d->refreshAfterRollback();
+    d->requireCurrent();
+    d->deleteRow();
+    const int removed = d->position;
+    d->stand(std::min(removed, d->rows->count() - 1));
+    const QPointer<Recordset> alive(this);
+    emit rowRemoved(removed);
+    if (alive)
+        emit rowChanged();
+}
+
+} // namespace ado

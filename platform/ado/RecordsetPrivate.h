@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/ado/Recordset.h"
+#include "platform/ado/RowStore.h"
+
+#include <map>
+#include <memory>
+
+namespace ado {
+
+struct Recordset::Private
+{
+    ~Private() { release(); }
+
+    QString source;
+    ConnectionPtr connection;
+    CursorType cursor = CursorType::ForwardOnly;
+    LockType lock = LockType::ReadOnly;
+    CursorLocation location = CursorLocation::Server;
+
+    std::shared_ptr<RowStore> rows; ///< null while closed
+    int position = 0;               ///< rows->count() at the end
+    RowImage current;               ///< as it was when it became current; what Update compares with
+    bool currentIsOurs = false;     ///< read inside a transaction that may still be rolled back
+    quint64 rollbacksSeen = 0;
+
+    bool adding = false;
+    std::map<const Column *, QVariant> assigned;
+
+    RowStore &open() const; ///< raises ObjectClosed
+    void requireCurrent() const;
+    bool atRow() const { return rows && position < rows->count(); }
+
+    std::shared_ptr<RowStore> load() const;
+    void take(std::shared_ptr<RowStore> loaded);
+    void release();
+    void discardPending();
+    /// Makes the row current, read anew; at the end of the set there is nothing to read.
+    void stand(int row);
+    void keep(const RowImage &image);
+    /// An image that this desk wrote and then rolled back is no longer what the server holds.
+    void refreshAfterRollback();
+
+    int column(const QString &field) const; ///< raises InvalidCall when absent
+    const Column *writable(const QString &field) const;
+
+    void insertRow();
+    void updateRow();
+    void deleteRow();
+
+private:
+    Command conditions(Command command) const;
+    void requireTouched(int touched) const;
+};
+
+} // namespace ado

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/ado/CellTable.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace ado {
+
+struct OrderColumn
+{
+    int column;
+    bool descending = false;
+};
+
+/// Row numbers of the table in the clinic server's order, whatever the engine's own collation: NULL lowest, numbers by
+/// value, texts by code point with case folded; equal rows by `keyColumn` where there is one (-1: none), else as they came.
+std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn);
+
+} // namespace ado

@@ -1,0 +1,224 @@
+#include "platform/ado/RowStore.h"
+
+#include "platform/ado/ColumnValue.h"
+#include "platform/ado/ConnectionPrivate.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace ado {
+
+namespace {
+
+constexpr int blockRows = 64; ///< about what a grid shows
+
+} // namespace
+
+RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset)
+    : connection_(connection)
+    , shape_(shape)
+{
+    if (keyset && shape_.base()) {
+        loadKeys();
+        if (!shape_.joined() || !keysRepeat()) {
+            readBlock(0);
+            return;
+        }
+    }
+    loadWhole();
+}
+
+void RowStore::loadKeys()
+{
+    Connection::Private &layer = connection_->layer();
+    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.keys()));
+    keyColumn_ = 0;
+    std::vector<OrderColumn> columns;
+    for (const OrderItem &item : shape_.order())
+        columns.push_back({static_cast<int>(columns.size()) + 1, item.descending});
+    loadedOrder_ = order_ = orderedRows(*cells_, columns, keyColumn_);
+}
+
+void RowStore::loadWhole()
+{
+    Connection::Private &layer = connection_->layer();
+    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.all()));
+    whole_ = true;
+    const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
+    columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
+    if (shape_.base())
+        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(QString::fromUtf16(shape_.base()->key));
+    loadedOrder_ = order_ = orderedRows(*cells_, orderColumns(*cells_, firstAdded), keyColumn_);
+    if (shape_.joined() && keyColumn_ >= 0 && keysRepeat())
+        keyColumn_ = -1;
+}
+
+/// Where the order items stand in rows that were read whole; none when one of them is missing, and the server's order stays.
+std::vector<OrderColumn> RowStore::orderColumns(const CellTable &table, int firstAdded) const
+{
+    std::vector<OrderColumn> columns;
+    int added = firstAdded + (shape_.keyIsAdded() ? 1 : 0);
+    for (const OrderItem &item : shape_.order()) {
+        int column = item.field.isEmpty() ? -1 : columnIndex(item.field);
+        if (column < 0 && added < table.columnCount())
+            column = added++;
+        if (column < 0)
+            return {};
+        columns.push_back({column, item.descending});
+    }
+    return columns;
+}
+
+bool RowStore::keysRepeat() const
+{
+    QSet<QString> seen;
+    for (int row = 0; row < cells_->rowCount(); ++row) {
+        const QString key = cells_->raw(row, keyColumn_).toString();
+        if (seen.contains(key))
+            return true;
+        seen.insert(key);
+    }
+    return false;
+}
+
+int RowStore::columnIndex(const QString &field) const
+{
+    const auto found = std::ranges::find_if(
+        columns_, [&](const ResultColumn &column) { return column.name.compare(field, Qt::CaseInsensitive) == 0; });
+    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
+}
+
+QVariant RowStore::rawKey(Physical row) const
+{
+    const auto loaded = static_cast<Physical>(cells_->rowCount());
+    return row < loaded ? cells_->raw(static_cast<int>(row), keyColumn_) : parameter(appended_[row - loaded]);
+}
+
+QVariant RowStore::keyOf(Physical row) const
+{
+    if (keyColumn_ < 0)
+        return static_cast<int>(row);
+    const auto loaded = static_cast<Physical>(cells_->rowCount());
+    return row < loaded ? cells_->value(static_cast<int>(row), keyColumn_) : appended_[row - loaded];
+}
+
+QVariant RowStore::key(int row) const
+{
+    return keyOf(order_.at(static_cast<std::size_t>(row)));
+}
+
+int RowStore::find(const QVariant &key) const
+{
+    const auto found = std::ranges::find_if(order_, [&](Physical row) { return keyOf(row) == key; });
+    return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
+}
+
+RowImage RowStore::image(int row)
+{
+    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    if (const auto read = read_.find(physical); read != read_.end())
+        return read->second;
+    if (whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+        return {cells_, static_cast<int>(physical)};
+    readBlock(row);
+    return read_[physical];
+}
+
+RowImage RowStore::readAgain(int row)
+{
+    if (!keyed())
+        return image(row);
+    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    return readRows({&physical, 1}, physical);
+}
+
+/// Reads the block around the row, as far as it is not known yet. An empty set is asked too: it tells the columns.
+void RowStore::readBlock(int row)
+{
+    std::vector<Physical> rows;
+    const int first = row / blockRows * blockRows;
+    for (int at = first; at < std::min(first + blockRows, count()); ++at) {
+        if (!read_.contains(order_[static_cast<std::size_t>(at)]))
+            rows.push_back(order_[static_cast<std::size_t>(at)]);
+    }
+    readRows(rows, 0);
+}
+
+RowImage RowStore::readRows(std::span<const Physical> rows, Physical wanted)
+{
+    Connection::Private &layer = connection_->layer();
+    Command command = layer.driver->command() << shape_.rows() << u" WHERE " << shape_.keyName();
+    if (rows.size() == 1) {
+        command.equals(rawKey(rows.front()));
+    } else {
+        command << u" IN (";
+        for (std::size_t at = 0; at < std::max<std::size_t>(rows.size(), 1); ++at) {
+            command << (at ? u", " : u"");
+            command.value(rows.empty() ? QVariant() : rawKey(rows[at]));
+        }
+        command << u")";
+    }
+    const auto table = std::make_shared<const CellTable>(layer.read(command));
+    if (columns_.empty()) {
+        const auto own = table->columns().end() - (shape_.keyIsAdded() ? 1 : 0);
+        columns_.assign(table->columns().begin(), own);
+    }
+    const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1
+                                              : columnIndex(QString::fromUtf16(shape_.base()->key));
+    for (Physical row : rows)
+        read_[row] = {};
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QVariant key = table->value(row, keyColumn);
+        const auto owner = std::ranges::find_if(rows, [&](Physical physical) { return keyOf(physical) == key; });
+        if (owner != rows.end())
+            read_[*owner] = {table, row};
+    }
+    return read_[wanted];
+}
+
+void RowStore::remove(int row)
+{
+    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    order_.erase(order_.begin() + row);
+    std::erase(loadedOrder_, physical);
+    for (int *position : positions_) {
+        if (*position > row)
+            --*position;
+    }
+}
+
+int RowStore::append(const QVariant &key)
+{
+    const auto physical = static_cast<Physical>(cells_->rowCount() + static_cast<int>(appended_.size()));
+    appended_.push_back(key);
+    order_.push_back(physical);
+    loadedOrder_.push_back(physical);
+    return count() - 1;
+}
+
+void RowStore::sort(std::span<const OrderColumn> columns)
+{
+    if (columns.empty()) {
+        order_ = loadedOrder_;
+        return;
+    }
+    const std::vector<Physical> sorted = orderedRows(*cells_, columns, keyColumn_);
+    std::vector<bool> present(static_cast<std::size_t>(cells_->rowCount()) + appended_.size());
+    for (Physical row : order_)
+        present[row] = true;
+    std::vector<Physical> ordered;
+    std::ranges::copy_if(sorted, std::back_inserter(ordered), [&](Physical row) { return present[row]; });
+    std::ranges::copy_if(order_, std::back_inserter(ordered),
+                         [&](Physical row) { return row >= static_cast<Physical>(cells_->rowCount()); });
+    order_ = std::move(ordered);
+}
+
+void RowStore::drop()
+{
+    order_.clear();
+    loadedOrder_.clear();
+    read_.clear();
+}
+
+} // namespace ado

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "platform/ado/CellTable.h"
+#include "platform/ado/Connection.h"
+#include "platform/ado/RowOrder.h"
+#include "platform/ado/SelectShape.h"
+
+#include <QVariant>
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+namespace ado {
+
+/// One row as it was read at one moment; without a table it was gone.
+struct RowImage
+{
+    std::shared_ptr<const CellTable> table;
+    int row = 0;
+
+    bool gone() const { return !table; }
+    QVariant value(int column) const { return gone() ? QVariant() : table->value(row, column); }
+    QVariant raw(int column) const { return gone() ? QVariant() : table->raw(row, column); }
+};
+
+/// The rows of one opened statement, shared by a recordset and its clones.
+///
+/// A keyset holds the keys of its rows and reads the rows themselves when they are asked for, a screenful at a time; a
+/// statement whose rows have no key is read whole.
+class RowStore
+{
+public:
+    RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset);
+
+    const SelectShape &shape() const { return shape_; }
+    const std::vector<ResultColumn> &columns() const { return columns_; } ///< the statement's own
+    int columnIndex(const QString &field) const;
+    bool keyed() const { return shape_.base() != nullptr && keyColumn_ >= 0; }
+    bool readWhole() const { return whole_; }
+
+    int count() const { return static_cast<int>(order_.size()); }
+    /// The key, or the number of the row at its loading when rows have no key.
+    QVariant key(int row) const;
+    int find(const QVariant &key) const; ///< -1 when absent
+
+    /// The row as it was last read.
+    RowImage image(int row);
+    /// Reads the row from the server; unkeyed rows stay as they are.
+    RowImage readAgain(int row);
+
+    void remove(int row);
+    int append(const QVariant &key);
+    void sort(std::span<const OrderColumn> columns); ///< none: as loaded
+    /// Forgets all rows, for those that still look at them.
+    void drop();
+
+    /// Row numbers that follow a removal.
+    void attach(int *position) { positions_.push_back(position); }
+    void detach(int *position) { std::erase(positions_, position); }
+
+private:
+    using Physical = std::uint32_t;
+
+    void loadKeys();
+    void loadWhole();
+    bool keysRepeat() const;
+    std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
+    void readBlock(int row);
+    RowImage readRows(std::span<const Physical> rows, Physical wanted);
+    QVariant rawKey(Physical row) const;
+    QVariant keyOf(Physical row) const;
+
+    ConnectionPtr connection_;
+    SelectShape shape_;
+    bool whole_ = false;
+    int keyColumn_ = -1; ///< in cells_
+    std::shared_ptr<CellTable> cells_; ///< all columns, or keys and order columns
+    std::vector<ResultColumn> columns_;
+    std::vector<Physical> order_;
+    std::vector<Physical> loadedOrder_;
+    std::vector<QVariant> appended_; ///< keys of rows behind those of cells_
+    std::unordered_map<Physical, RowImage> read_;
+    std::vector<int *> positions_;
+};
+
+} // namespace ado

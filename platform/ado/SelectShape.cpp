@@ -1,0 +1,97 @@
+#include "platform/ado/SelectShape.h"
+
+#include "platform/ado/SelectParser.h"
+
+#include <algorithm>
+
+namespace ado {
+
+namespace {
+
+bool sameName(QStringView a, QStringView b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+QString withAdded(const QString &list, const QStringList &added)
+{
+    return added.isEmpty() ? list : list + QStringLiteral(", ") + added.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+SelectShape::SelectShape(const QString &statement, Dialect dialect)
+{
+    SelectParser(*this, statement, dialect).run();
+}
+
+const Column *SelectShape::baseColumn(const QString &field) const
+{
+    const Column *column = base_ ? base_->column(field) : nullptr;
+    const bool elsewhere = std::ranges::any_of(sources_, [&](const Source &source) {
+        return source.table != base_ && (!source.table || source.table->column(field));
+    });
+    const bool renamed = std::ranges::any_of(
+        items_, [&](const ListItem &item) { return !item.plain && sameName(item.name, field); });
+    return elsewhere || renamed ? nullptr : column;
+}
+
+bool SelectShape::listHolds(const QString &field) const
+{
+    return std::ranges::any_of(items_, [&](const ListItem &item) {
+        if (item.name != u"*")
+            return sameName(item.name, field);
+        return std::ranges::any_of(sources_, [&](const Source &source) {
+            return source.table && source.table->column(field)
+                && (item.qualifier.isEmpty() || sameName(item.qualifier, source.name));
+        });
+    });
+}
+
+QString SelectShape::keyName() const
+{
+    return sources_.front().name + u'.' + QString::fromUtf16(base_->key);
+}
+
+bool SelectShape::keyIsAdded() const
+{
+    // In a join a column of that name may be another table's.
+    return base_ && (joined() || !baseColumn(QString::fromUtf16(base_->key)) || !listHolds(QString::fromUtf16(base_->key)));
+}
+
+QStringList SelectShape::added() const
+{
+    QStringList expressions;
+    if (keyIsAdded())
+        expressions << keyName();
+    for (const OrderItem &item : order_) {
+        if (extensible_ && !item.expression.isEmpty() && (item.field.isEmpty() || !listHolds(item.field)))
+            expressions << item.expression;
+    }
+    return expressions;
+}
+
+QString SelectShape::all() const
+{
+    if (!extensible_)
+        return list_ + from_ + filter_ + orderText_ + limit_;
+    return withAdded(list_, added()) + from_ + filter_;
+}
+
+QString SelectShape::keys() const
+{
+    QStringList columns{keyName()};
+    for (const OrderItem &item : order_) {
+        const auto alias = std::ranges::find_if(
+            items_, [&](const ListItem &listed) { return !listed.plain && sameName(listed.name, item.field); });
+        columns << (alias == items_.end() || item.field.isEmpty() ? item.expression : alias->expression);
+    }
+    return QStringLiteral("SELECT ") + columns.join(QStringLiteral(", ")) + from_ + filter_;
+}
+
+QString SelectShape::rows() const
+{
+    return withAdded(list_, keyIsAdded() ? QStringList(keyName()) : QStringList()) + from_;
+}
+
+} // namespace ado

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/ado/SqlText.h"
+#include "platform/ado/TableRegistry.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace ado {
+
+struct OrderItem
+{
+    QString expression; ///< as the statement writes it; empty when it only makes sense in an ORDER BY
+    QString field;      ///< last part of a plain column name or an alias, empty for an expression
+    bool descending = false;
+};
+
+/// What the layer has to know of a SELECT: whether its rows have a key, which table they belong to and how they are
+/// ordered; and the texts made from it.
+///
+/// Rows are keyed when they are rows of one registered table, alone or joined to others by JOIN: no grouping, no
+/// function call among the columns, no DISTINCT, no row limit. The first table is the one that is written to.
+class SelectShape
+{
+public:
+    /// Raises Database when the text is not exactly one SELECT.
+    SelectShape(const QString &statement, Dialect dialect);
+
+    /// The table that keys and takes the rows; null when they are not keyed.
+    const Table *base() const { return base_; }
+    /// More than one table: a key may come more than once.
+    bool joined() const { return sources_.size() > 1; }
+    /// Whether a column of the result is the base table's own.
+    const Column *baseColumn(const QString &field) const;
+
+    const std::vector<OrderItem> &order() const { return order_; }
+
+    /// Expressions that all() adds behind the statement's own columns: the key and order columns that are not among them.
+    QStringList added() const;
+    bool keyIsAdded() const;
+
+    /// Every row, in any order where it can be ordered here.
+    QString all() const;
+    /// The key, then one column for each order item, of every row.
+    QString keys() const;
+    /// The statement's columns, and the key if it is added, of rows whose keyName() the caller tells behind this text.
+    QString rows() const;
+    QString keyName() const;
+
+private:
+    friend class SelectParser;
+
+    struct Source
+    {
+        const Table *table = nullptr; ///< null when it is not registered
+        QString name;                 ///< alias or table name, as it stands
+    };
+    struct ListItem
+    {
+        QString name;       ///< in the result; "*" for all columns, empty for an expression without a name
+        QString qualifier;  ///< of a plain column or of "*"
+        QString expression; ///< without the alias
+        bool plain = false; ///< a column under its own name, or "*"
+    };
+
+    bool listHolds(const QString &field) const;
+
+    QString list_;
+    QString from_;
+    QString filter_; ///< WHERE and grouping, with their words
+    QString orderText_;
+    QString limit_;
+    std::vector<Source> sources_;
+    std::vector<ListItem> items_;
+    std::vector<OrderItem> order_;
+    const Table *base_ = nullptr;
+    bool extensible_ = false; ///< columns can be added and the order taken over
+};
+
+} // namespace ado

@@ -1,0 +1,152 @@
+#include "platform/ado/SqliteDriver.h"
+
+#include "platform/ado/LikeOperator.h"
+
+#include <QFileInfo>
+#include <QSqlDriver>
+
+#include <sqlite3.h>
+
+namespace ado {
+
+namespace {
+
+class Statement
+{
+public:
+    Statement(sqlite3 *handle, const Command &command)
+    {
+        const QString &text = command.text();
+        const void *tail = nullptr;
+        failed_ = sqlite3_prepare16_v2(handle, text.utf16(), bytes(text), &statement_, &tail) != SQLITE_OK || !statement_;
+        int at = 0;
+        for (const QVariant &value : command.values())
+            failed_ = failed_ || bind(++at, value) != SQLITE_OK;
+    }
+    ~Statement() { sqlite3_finalize(statement_); }
+    Statement(const Statement &) = delete;
+    Statement &operator=(const Statement &) = delete;
+
+    bool failed() const { return failed_; }
+    sqlite3_stmt *get() const { return statement_; }
+
+private:
+    static int bytes(const QString &text) { return static_cast<int>(text.size() * qsizetype{sizeof(char16_t)}); }
+
+    int bind(int at, const QVariant &value)
+    {
+        if (value.typeId() == QMetaType::LongLong)
+            return sqlite3_bind_int64(statement_, at, value.toLongLong());
+        if (value.typeId() == QMetaType::Double)
+            return sqlite3_bind_double(statement_, at, value.toDouble());
+        const QString text = value.toString();
+        return sqlite3_bind_text16(statement_, at, text.utf16(), bytes(text), SQLITE_TRANSIENT);
+    }
+
+    sqlite3_stmt *statement_ = nullptr;
+    bool failed_ = false;
+};
+
+void addCell(CellTable &table, sqlite3_stmt *row, int column)
+{
+    switch (sqlite3_column_type(row, column)) {
+    case SQLITE_INTEGER:
+        return table.addInteger(sqlite3_column_int64(row, column));
+    case SQLITE_FLOAT:
+        return table.addReal(sqlite3_column_double(row, column));
+    case SQLITE_NULL:
+        return table.addNull();
+    default: {
+        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
+        table.addText(text, static_cast<std::size_t>(sqlite3_column_bytes(row, column)));
+    }
+    }
+}
+
+} // namespace
+
+SqliteDriver::SqliteDriver(const QString &file, bool create)
+    : Driver(newDatabase(QStringLiteral("QSQLITE")))
+{
+    if (!create && file != QLatin1String(":memory:") && !QFileInfo::exists(file))
+        connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file));
+    QSqlDatabase database = this->database();
+    database.setDatabaseName(file);
+    // Two desks may write at the same moment; each write is short.
+    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+}
+
+void SqliteDriver::prepareSession()
+{
+    const QVariant handle = database().driver()->handle();
+    if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        connectionLost(QStringLiteral("QSQLITE: no handle"));
+    handle_ = *static_cast<sqlite3 *const *>(handle.constData());
+    run("PRAGMA journal_mode = WAL");
+    run("PRAGMA synchronous = FULL"); // this is money: a committed sale survives a power cut
+    run("PRAGMA cache_size = -65536");
+    installLikeOperator(handle_);
+}
+
+CellTable SqliteDriver::read(const Command &select)
+{
+    const Statement statement(handle_, select);
+    if (statement.failed())
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+    sqlite3_stmt *const row = statement.get();
+    const int columns = sqlite3_column_count(row);
+    std::vector<ResultColumn> described;
+    for (int column = 0; column < columns; ++column)
+        described.push_back(describeColumn(QString::fromUtf8(sqlite3_column_name(row, column)), false, select.text()));
+    CellTable table(std::move(described));
+    int step = SQLITE_DONE;
+    while ((step = sqlite3_step(row)) == SQLITE_ROW) {
+        for (int column = 0; column < columns; ++column)
+            addCell(table, row, column);
+    }
+    if (step != SQLITE_DONE)
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+    return table;
+}
+
+int SqliteDriver::write(const Command &text)
+{
+    const Statement statement(handle_, text);
+    if (statement.failed())
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+    int step = SQLITE_ROW;
+    while (step == SQLITE_ROW)
+        step = sqlite3_step(statement.get());
+    if (step != SQLITE_DONE)
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+    return sqlite3_changes(handle_);
+}
+
+void SqliteDriver::run(const char *statement)
+{
+    if (sqlite3_exec(handle_, statement, nullptr, nullptr, nullptr) != SQLITE_OK)
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+}
+
+void SqliteDriver::begin()
+{
+    // A deferred one would fail at its first write, without waiting, when another desk committed since its first read.
+    run("BEGIN IMMEDIATE");
+}
+
+void SqliteDriver::commit()
+{
+    run("COMMIT");
+}
+
+void SqliteDriver::rollback()
+{
+    run("ROLLBACK");
+}
+
+bool SqliteDriver::holdsTransaction() const
+{
+    return sqlite3_get_autocommit(handle_) == 0;
+}
+
+} // namespace ado

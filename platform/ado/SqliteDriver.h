@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/ado/Driver.h"
+
+struct sqlite3;
+
+namespace ado {
+
+/// The embedded engine, through its own interface: it is the default of a small clinic and must not pay for a value
+/// object in every cell.
+class SqliteDriver : public Driver
+{
+public:
+    SqliteDriver(const QString &file, bool create);
+
+    Engine engine() const override { return Engine::SQLite; }
+    Dialect dialect() const override { return Dialect::SQLite; }
+    Command command() const override { return Command(Command::Values::Marked); }
+    CellTable read(const Command &select) override;
+    int write(const Command &statement) override;
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+    bool holdsTransaction() const override;
+
+protected:
+    void prepareSession() override;
+
+private:
+    void run(const char *statement);
+
+    sqlite3 *handle_ = nullptr;
+};
+
+} // namespace ado
