@@ -16,13 +16,15 @@ using ObjectPtr = std::shared_ptr<QObject>;
 ObjectPtr createObject(const QString &programId);
 
 /// Calls an invokable of the object by name, case ignored. Arguments are converted to the parameters' types; an invalid
-/// value gives a parameter its type's empty value. What a member takes by reference (`T &`) is written back into
-/// `arguments` after the call. Trailing optional parameters may be left out. Errors that the member raises pass through;
-/// NoSuchMember and WrongArguments are the dispatcher's own.
+/// value gives a parameter its type's empty value. What a member takes by reference is written back into `arguments`
+/// after the call: `T &`, where T is a type of Qt's own, runtime::Currency or ado::ConnectionPtr. Trailing optional
+/// parameters may be left out. Errors that the member raises pass through; NoSuchMember and WrongArguments are the
+/// dispatcher's own.
 QVariant call(QObject &object, const QString &member, QVariantList &arguments);
 QVariant call(QObject &object, const QString &member);
 
-/// Per-user class register: which library serves a program identifier. An INI file.
+/// Per-user class register: which library serves a program identifier. An INI file; writing raises InvalidCall when it
+/// cannot be stored.
 namespace classRegister {
 void add(const QString &programId, const QString &libraryPath);
 void remove(const QString &programId);
@@ -32,7 +34,7 @@ QString libraryOf(const QString &programId);
 void registerLibrary(const QString &libraryPath);
 /// Path of the library that registerLibrary is registering; empty outside of it.
 QString libraryUnderWay();
-/// Another register file; for tests and trial runs.
+/// Another register file, for tests and trial runs; an empty text brings the user's own back.
 void setFile(const QString &path);
 } // namespace classRegister
 

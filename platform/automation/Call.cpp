@@ -15,23 +15,27 @@ namespace {
 using runtime::ErrorNumber;
 using runtime::RuntimeError;
 
-/// Type of a parameter as the member holds it; the name of one taken by reference ends in '&'.
-QMetaType heldType(QByteArray typeName)
+/// Type of a parameter as the caller holds it. One taken by reference is known by its name alone, ending in '&'.
+QMetaType heldType(const QMetaMethod &method, int parameter)
 {
-    static const bool aliasesKnown = [] {
+    if (const QMetaType type = method.parameterMetaType(parameter); type.isValid())
+        return type;
+    static const bool namesKnown = [] {
         qRegisterMetaType<ado::ConnectionPtr>("ado::ConnectionPtr");
+        qRegisterMetaType<runtime::Currency>("runtime::Currency");
+        qRegisterMetaType<std::int32_t>("std::int32_t");
         return true;
     }();
-    Q_UNUSED(aliasesKnown)
-    if (typeName.endsWith('&'))
-        typeName.chop(1);
-    return QMetaType::fromName(typeName);
+    Q_UNUSED(namesKnown)
+    QByteArray name = method.parameterTypeName(parameter);
+    if (name.endsWith('&'))
+        name.chop(1);
+    return QMetaType::fromName(name);
 }
 
 /// The argument as the parameter's type holds it; false when it does not fit.
-bool convert(QVariant &argument, const QByteArray &typeName)
+bool convert(QVariant &argument, QMetaType type)
 {
-    const QMetaType type = heldType(typeName);
     if (!type.isValid() || type == QMetaType::fromType<QVariant>())
         return type.isValid();
     if (!argument.isValid()) {
@@ -68,9 +72,8 @@ bool convert(QVariant &argument, const QByteArray &typeName)
 
 bool convertAll(QVariantList &arguments, const QMetaMethod &method)
 {
-    const QList<QByteArray> types = method.parameterTypes();
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        if (!convert(arguments[i], types.at(i)))
+    for (int i = 0; i < int(arguments.size()); ++i) {
+        if (!convert(arguments[i], heldType(method, i)))
             return false;
     }
     return true;
@@ -94,11 +97,10 @@ QVariant invoke(QObject &object, const QMetaMethod &method, QVariantList &argume
     const QMetaType resultType = method.returnMetaType();
     const bool returnsVariant = resultType == QMetaType::fromType<QVariant>();
     QVariant result = resultType.id() == QMetaType::Void || returnsVariant ? QVariant() : QVariant(resultType);
-    const QList<QByteArray> types = method.parameterTypes();
 
     std::vector<void *> storage{returnsVariant ? &result : result.data()};
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const bool takesVariant = heldType(types.at(i)) == QMetaType::fromType<QVariant>();
+    for (int i = 0; i < int(arguments.size()); ++i) {
+        const bool takesVariant = heldType(method, i) == QMetaType::fromType<QVariant>();
         storage.push_back(takesVariant ? static_cast<void *>(&arguments[i]) : arguments[i].data());
     }
     QMetaObject::metacall(&object, QMetaObject::InvokeMetaMethod, method.methodIndex(), storage.data());

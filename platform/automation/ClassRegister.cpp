@@ -10,11 +10,17 @@ namespace automation::classRegister {
 
 namespace {
 
-QString &registerFile()
+QString &otherFile()
 {
-    static QString file =
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/zelvo-classes.ini");
+    static QString file;
     return file;
+}
+
+QString registerFile()
+{
+    return otherFile().isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                                       + QStringLiteral("/zelvo-classes.ini")
+                                 : otherFile();
 }
 
 QString &pathUnderWay()
@@ -28,16 +34,28 @@ QString entryOf(const QString &programId)
     return QStringLiteral("classes/") + programId.toLower();
 }
 
+void store(QSettings &classes)
+{
+    classes.sync();
+    if (classes.status() != QSettings::NoError)
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                    QStringLiteral("구성요소 목록을 저장하지 못했습니다: %1").arg(classes.fileName()));
+}
+
 } // namespace
 
 void add(const QString &programId, const QString &libraryPath)
 {
-    QSettings(registerFile(), QSettings::IniFormat).setValue(entryOf(programId), libraryPath);
+    QSettings classes(registerFile(), QSettings::IniFormat);
+    classes.setValue(entryOf(programId), libraryPath);
+    store(classes);
 }
 
 void remove(const QString &programId)
 {
-    QSettings(registerFile(), QSettings::IniFormat).remove(entryOf(programId));
+    QSettings classes(registerFile(), QSettings::IniFormat);
+    classes.remove(entryOf(programId));
+    store(classes);
 }
 
 QString libraryOf(const QString &programId)
@@ -50,7 +68,7 @@ void registerLibrary(const QString &libraryPath)
     QLibrary library(libraryPath);
     library.setLoadHints(QLibrary::PreventUnloadHint);
     const auto registerServer = reinterpret_cast<DllRegisterServerFunction>(library.resolve("DllRegisterServer"));
-    pathUnderWay() = libraryPath;
+    pathUnderWay() = library.fileName(); // as found, with folder and suffix
     const auto done = qScopeGuard([] { pathUnderWay().clear(); });
     if (!registerServer || registerServer() != Ok)
         throw runtime::RuntimeError(runtime::ErrorNumber::CannotCreateObject,
@@ -64,7 +82,7 @@ QString libraryUnderWay()
 
 void setFile(const QString &path)
 {
-    registerFile() = path;
+    otherFile() = path;
 }
 
 } // namespace automation::classRegister

@@ -1,5 +1,7 @@
 #include "platform/automation/ClassServer.h"
 
+#include "platform/runtime/RuntimeError.h"
+
 #include <QCoreApplication>
 
 #include <exception>
@@ -17,15 +19,22 @@ int ClassServer::registerServer() const
     QString path = classRegister::libraryUnderWay();
     if (path.isEmpty())
         path = QCoreApplication::applicationDirPath() + QLatin1Char('/') + libraryName_;
-    for (const Class &served : classes_)
-        classRegister::add(served.programId, path);
-    return Ok;
+    return onEveryClass([&path](const QString &programId) { classRegister::add(programId, path); });
 }
 
 int ClassServer::unregisterServer() const
 {
-    for (const Class &served : classes_)
-        classRegister::remove(served.programId);
+    return onEveryClass(classRegister::remove);
+}
+
+int ClassServer::onEveryClass(const std::function<void(const QString &)> &step) const
+{
+    try {
+        for (const Class &served : classes_)
+            step(served.programId);
+    } catch (const runtime::RuntimeError &) {
+        return Failed; // an error must not cross a plain C export
+    }
     return Ok;
 }
 
@@ -41,8 +50,10 @@ int ClassServer::classObject(const char *programId, QObject **object)
         } catch (const std::exception &) {
             return Failed;
         }
-        ++living_;
-        QObject::connect(*object, &QObject::destroyed, [this] { --living_; });
+        if (!*object)
+            return Failed;
+        ++*living_;
+        QObject::connect(*object, &QObject::destroyed, [living = living_] { --*living; });
         return Ok;
     }
     return ClassNotAvailable;
@@ -50,7 +61,7 @@ int ClassServer::classObject(const char *programId, QObject **object)
 
 int ClassServer::canUnloadNow() const
 {
-    return living_ == 0 ? Ok : False;
+    return *living_ == 0 ? Ok : False;
 }
 
 } // namespace automation

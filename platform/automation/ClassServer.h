@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace automation {
@@ -31,9 +32,11 @@ public:
     int canUnloadNow() const;
 
 private:
+    int onEveryClass(const std::function<void(const QString &)> &step) const;
+
     QString libraryName_;
     std::vector<Class> classes_;
-    int living_ = 0;
+    std::shared_ptr<int> living_ = std::make_shared<int>(0); // objects may outlive the server at the program's end
 };
 
 } // namespace automation

@@ -10,15 +10,18 @@ namespace registry {
 
 namespace {
 
-QString &storeFolder()
+QString &otherFolder()
 {
-    static QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    static QString folder;
     return folder;
 }
 
 QString storeFile(const QString &application)
 {
-    return QDir(storeFolder()).filePath(application + QStringLiteral(".ini"));
+    const QString folder = otherFolder().isEmpty()
+        ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        : otherFolder();
+    return QDir(folder).filePath(application + QStringLiteral(".ini"));
 }
 
 /// Section and key as one name; a slash inside either must not open a group of its own.
@@ -53,7 +56,7 @@ void SaveSetting(const QString &application, const QString &section, const QStri
 
 void setStoreFolder(const QString &folder)
 {
-    storeFolder() = folder;
+    otherFolder() = folder;
 }
 
 } // namespace registry

@@ -38,6 +38,7 @@ bool isWhole(const QVariant &value)
     case QMetaType::UInt:
     case QMetaType::Long:
     case QMetaType::LongLong:
+    case QMetaType::ULongLong:
         return true;
     default:
         return false;
@@ -46,6 +47,8 @@ bool isWhole(const QVariant &value)
 
 std::int64_t whole(const QVariant &value)
 {
+    if (value.typeId() == QMetaType::ULongLong && value.toULongLong() > quint64(std::numeric_limits<std::int64_t>::max()))
+        raiseOverflow();
     // A flag counts as -1, as it does on the desktop that these rules come from.
     return value.typeId() == QMetaType::Bool ? (value.toBool() ? -1 : 0) : value.toLongLong();
 }
@@ -170,7 +173,10 @@ double CDbl(const QVariant &value)
     const std::optional<QString> number = plainNumber(text(value));
     if (!number)
         raiseMismatch(value);
-    return number->toDouble();
+    const double result = number->toDouble();
+    if (std::isinf(result))
+        raiseOverflow();
+    return result;
 }
 
 float CSng(const QVariant &value)

@@ -2,6 +2,8 @@
 
 #include "platform/runtime/RuntimeError.h"
 
+#include <QtNumeric>
+
 #include <algorithm>
 #include <cmath>
 
@@ -19,7 +21,7 @@ namespace {
 Currency Currency::fromWon(std::int64_t won)
 {
     std::int64_t scaled = 0;
-    if (__builtin_mul_overflow(won, Scale, &scaled))
+    if (qMulOverflow(won, Scale, &scaled))
         raiseOverflow();
     return Currency(scaled);
 }
@@ -60,8 +62,8 @@ Currency Currency::fromPlainText(const QString &text, bool *ok)
                 continue;
             }
             // Counted downwards, so that the lowest value can be read too.
-            if (__builtin_mul_overflow(scaled, std::int64_t{10}, &scaled)
-                || __builtin_sub_overflow(scaled, std::int64_t{digit}, &scaled))
+            if (qMulOverflow(scaled, std::int64_t{10}, &scaled)
+                || qSubOverflow(scaled, std::int64_t{digit}, &scaled))
                 raiseOverflow();
             if (decimals >= 0)
                 ++decimals;
@@ -72,13 +74,13 @@ Currency Currency::fromPlainText(const QString &text, bool *ok)
     if (!anyDigit)
         return {};
     for (int missing = decimals < 0 ? 4 : std::max(0, 4 - decimals); missing > 0; --missing) {
-        if (__builtin_mul_overflow(scaled, std::int64_t{10}, &scaled))
+        if (qMulOverflow(scaled, std::int64_t{10}, &scaled))
             raiseOverflow();
     }
     const bool roundUp = dropped > 5 || (dropped == 5 && (droppedMore || scaled % 2 != 0));
-    if (roundUp && __builtin_sub_overflow(scaled, std::int64_t{1}, &scaled))
+    if (roundUp && qSubOverflow(scaled, std::int64_t{1}, &scaled))
         raiseOverflow();
-    if (!negative && __builtin_sub_overflow(std::int64_t{0}, scaled, &scaled))
+    if (!negative && qSubOverflow(std::int64_t{0}, scaled, &scaled))
         raiseOverflow();
     *ok = true;
     return Currency(scaled);
@@ -115,7 +117,7 @@ Currency Currency::operator-() const
 Currency &Currency::operator+=(Currency other)
 {
     std::int64_t result = 0;
-    if (__builtin_add_overflow(scaled_, other.scaled_, &result))
+    if (qAddOverflow(scaled_, other.scaled_, &result))
         raiseOverflow();
     scaled_ = result;
     return *this;
@@ -124,7 +126,7 @@ Currency &Currency::operator+=(Currency other)
 Currency &Currency::operator-=(Currency other)
 {
     std::int64_t result = 0;
-    if (__builtin_sub_overflow(scaled_, other.scaled_, &result))
+    if (qSubOverflow(scaled_, other.scaled_, &result))
         raiseOverflow();
     scaled_ = result;
     return *this;
@@ -133,7 +135,7 @@ Currency &Currency::operator-=(Currency other)
 Currency operator*(Currency amount, std::int64_t count)
 {
     std::int64_t scaled = 0;
-    if (__builtin_mul_overflow(amount.scaled_, count, &scaled))
+    if (qMulOverflow(amount.scaled_, count, &scaled))
         raiseOverflow();
     return Currency(scaled);
 }

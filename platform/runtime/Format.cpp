@@ -91,12 +91,15 @@ bool isNegative(const QVariant &value)
 QString formatNumber(const QVariant &value, const QString &pattern)
 {
     const QStringList sections = sectionsOf(pattern);
-    const bool negative = isNegative(value);
-    const bool ownSection = negative && sections.size() > 1;
-    const Section section = readSection(sections.at(ownSection ? 1 : 0));
-
+    Section section = readSection(sections.at(0));
     QString digits = roundedDigits(value, section.decimals);
-    const bool isZero = digits.toDouble() == 0;
+    // What rounds to zero shows as zero, without a sign.
+    const bool negative = isNegative(value) && digits.toDouble() != 0;
+    const bool ownSection = negative && sections.size() > 1;
+    if (ownSection) {
+        section = readSection(sections.at(1));
+        digits = roundedDigits(value, section.decimals);
+    }
     QString fraction;
     if (const qsizetype point = digits.indexOf(QLatin1Char('.')); point >= 0) {
         fraction = digits.mid(point);
@@ -107,7 +110,7 @@ QString formatNumber(const QVariant &value, const QString &pattern)
     digits = digits.rightJustified(section.leastDigits, QLatin1Char('0'));
     if (section.grouped)
         digits = grouped(digits);
-    const QString sign = negative && !ownSection && !isZero ? QStringLiteral("-") : QString();
+    const QString sign = negative && !ownSection ? QStringLiteral("-") : QString();
     return sign + section.before + digits + fraction + section.after;
 }
 
@@ -149,6 +152,8 @@ QString dateText(const QDate &date)
 
 QString dateTimeText(const QDateTime &moment)
 {
+    if (!moment.isValid())
+        return QStringLiteral("");
     const QTime time = moment.time();
     if (time == QTime(0, 0))
         return dateText(moment.date());

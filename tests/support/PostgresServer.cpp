@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QThread>
 
+#include <algorithm>
 #include <csignal>
 #include <grp.h>
 #include <pwd.h>
@@ -14,7 +15,15 @@
 
 namespace {
 
-const QString binaries = QStringLiteral("/usr/lib/postgresql/15/bin/");
+/// Folder of the newest installed server's programs; empty when they are on the search path.
+QString binaries()
+{
+    const QDir versions(QStringLiteral("/usr/lib/postgresql"));
+    QStringList names = versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) { return a.toInt() < b.toInt(); });
+    return names.isEmpty() ? QString() : versions.filePath(names.last() + QStringLiteral("/bin/"));
+}
+
 constexpr int startTimeout = 30'000; // milliseconds
 
 /// The user that runs the server: the server refuses root.
@@ -35,7 +44,7 @@ PostgresServer &PostgresServer::instance()
 }
 
 PostgresServer::PostgresServer()
-    : folder_(QStringLiteral("/tmp/clinic-server-XXXXXX"))
+    : folder_(QDir::tempPath() + QStringLiteral("/clinic-server-XXXXXX"))
 {
     if (chown(folder_.path().toUtf8().constData(), serverUser()->pw_uid, serverUser()->pw_gid) != 0)
         throw std::runtime_error("the server's folder cannot be handed over");
@@ -63,7 +72,7 @@ void PostgresServer::initialise()
 {
     QProcess initdb;
     prepare(initdb);
-    initdb.start(binaries + QStringLiteral("initdb"),
+    initdb.start(binaries() + QStringLiteral("initdb"),
                  {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
                   QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
                   QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
@@ -80,13 +89,13 @@ void PostgresServer::start()
                           QStringLiteral("-F")};
     for (const char *setting : {"listen_addresses=", "full_page_writes=off", "synchronous_commit=off", "max_connections=60"})
         arguments << QStringLiteral("-c") << QString::fromLatin1(setting);
-    server_->start(binaries + QStringLiteral("postgres"), arguments);
+    server_->start(binaries() + QStringLiteral("postgres"), arguments);
 
     QElapsedTimer waited;
     waited.start();
     QProcess ready;
     do {
-        ready.start(binaries + QStringLiteral("pg_isready"), {QStringLiteral("-q"), QStringLiteral("-h"), folder_.path()});
+        ready.start(binaries() + QStringLiteral("pg_isready"), {QStringLiteral("-q"), QStringLiteral("-h"), folder_.path()});
         ready.waitForFinished(startTimeout);
         if (ready.exitCode() == 0)
             return;
@@ -109,7 +118,7 @@ void PostgresServer::sql(const QString &statement)
 {
     QProcess psql;
     psql.setProcessChannelMode(QProcess::MergedChannels);
-    psql.start(binaries + QStringLiteral("psql"),
+    psql.start(binaries() + QStringLiteral("psql"),
                {QStringLiteral("-h"), folder_.path(), QStringLiteral("-U"), QStringLiteral("clinic"), QStringLiteral("-d"),
                 QStringLiteral("postgres"), QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("ON_ERROR_STOP=1"),
                 QStringLiteral("-c"), statement});

@@ -25,7 +25,7 @@ QString shown(const QVariant &value)
     if (value.isNull())
         return QStringLiteral("NULL");
     QString text = value.toString();
-    if (text.contains(u'.') && !text.contains(u'-', Qt::CaseInsensitive)) {
+    if (text.contains(u'.')) {
         bool isNumber = false;
         text.toDouble(&isNumber);
         while (isNumber && text.endsWith(u'0'))
@@ -81,8 +81,13 @@ TestDatabase::~TestDatabase()
     connection_.reset();
     QSqlDatabase::database(plainName_).close();
     QSqlDatabase::removeDatabase(plainName_);
-    if (!serverDatabase_.isEmpty())
+    if (serverDatabase_.isEmpty())
+        return;
+    try {
         PostgresServer::instance().dropDatabase(serverDatabase_);
+    } catch (const std::runtime_error &error) {
+        ADD_FAILURE() << error.what();
+    }
 }
 
 const ado::ConnectionPtr &TestDatabase::otherDesk()
