@@ -51,6 +51,7 @@ TEST(CCur, ReadsWhatAKoreanDesktopReads)
     for (const char16_t *bad : {u"", u"\\", u"abc", u"12원", u"1-2", u"--1"})
         EXPECT_EQ(errorOf([&] { CCur(QString::fromUtf16(bad)); }), ErrorNumber::TypeMismatch)
             << QString::fromUtf16(bad).toStdString();
+    EXPECT_EQ(CCur(QStringLiteral("１２,３４５")), Currency::fromWon(12345)) << "digits as a Korean input method gives them";
     EXPECT_EQ(errorOf([] { CCur(QVariant()); }), ErrorNumber::InvalidUseOfNull);
     EXPECT_EQ(errorOf([] { CCur(QStringLiteral("9e15")); }), ErrorNumber::Overflow);
 }
@@ -70,6 +71,25 @@ TEST(WholeNumbers, RoundHalfToEvenAndRefuseWhatDoesNotFit)
     EXPECT_EQ(errorOf([] { CLng(won(2'147'483'648)); }), ErrorNumber::Overflow);
     EXPECT_EQ(errorOf([] { CLng(QStringLiteral("")); }), ErrorNumber::TypeMismatch);
     EXPECT_EQ(errorOf([] { CLng(QStringLiteral("1e300")); }), ErrorNumber::Overflow);
+    EXPECT_EQ(errorOf([] { CLng(~0ULL); }), ErrorNumber::Overflow);
+    EXPECT_EQ(CLng(QStringLiteral("&HFFFF")), -1) << "four hexadecimal digits are a 16-bit pattern";
+    EXPECT_EQ(CLng(QStringLiteral("&H10000")), 65536);
+}
+
+TEST(FloatingPoint, RefusesWhatDoesNotFitInsteadOfGoingInfinite)
+{
+    EXPECT_EQ(errorOf([] { CDbl(QStringLiteral("1e999")); }), ErrorNumber::Overflow);
+    EXPECT_EQ(errorOf([] { CSng(1e39); }), ErrorNumber::Overflow);
+    EXPECT_EQ(errorOf([] { CSng(QVariant()); }), ErrorNumber::InvalidUseOfNull);
+    EXPECT_EQ(CSng(QStringLiteral("\\12,345.5")), 12345.5f);
+}
+
+TEST(IsTrue, ReadsFlagsOfEveryEngine)
+{
+    for (const QVariant &set : {QVariant(true), QVariant(1), QVariant(-1), QVariant(QStringLiteral("1")), won(2)})
+        EXPECT_TRUE(isTrue(set)) << set.typeName();
+    for (const QVariant &unset : {QVariant(), QVariant(false), QVariant(0), QVariant(QStringLiteral("0")), won(0)})
+        EXPECT_FALSE(isTrue(unset)) << unset.typeName();
 }
 
 TEST(Currency, RaisesInsteadOfWrappingAndLeavesTheAmountAsItWas)
@@ -95,7 +115,10 @@ TEST(DefaultText, IsPlainForEveryKindOfValue)
         {12345678.0f, u"1.234568E+07"}, {1234567.0f, u"1234567"}, {QDate(2026, 11, 24), u"2026-11-24"},
         {QDateTime(QDate(2026, 11, 24), QTime(15, 5, 9)), u"2026-11-24 오후 3:05:09"},
         {QDateTime(QDate(2026, 11, 24), QTime(0, 5, 9)), u"2026-11-24 오전 12:05:09"},
+        {QDateTime(QDate(2026, 11, 24), QTime(0, 0)), u"2026-11-24"},
+        {QVariant(QMetaType::fromType<int>()), u""}, // a NULL of a typed column
         {QVariant::fromValue(Currency::fromScaled(-5'000)), u"-0.5"},
+        {0.1 + 0.2, u"0.3"},        {1e15, u"1E+15"},         {-0.0, u"0"},
     };
     for (const auto &c : cases)
         EXPECT_EQ(text(c.value), QString::fromUtf16(c.text));
@@ -113,6 +136,13 @@ TEST(Format, KnowsThePatternsInUse)
         {QVariant(), won9, u""},
         {QStringLiteral(""), won9, u""},
         {QStringLiteral("-"), won9, u"-"},
+        {-0.3, won9, u"\\0"},
+        {-0.3, QStringLiteral("##,##0"), u"0"},
+        {16777216.0f, QStringLiteral("##,##0"), u"16,777,216"},
+        {QVariant::fromValue(Currency::fromScaled(std::numeric_limits<std::int64_t>::min())), QStringLiteral("##,##0"),
+         u"-922,337,203,685,478"},
+        {QStringLiteral("\\1,234"), QStringLiteral("#,###,##0"), u"1,234"},
+        {QStringLiteral("곧"), QStringLiteral("yyyy-mm-dd"), u"곧"},
         {0, QStringLiteral("##,###"), u""},
         {1234567, QStringLiteral("##,###"), u"1,234,567"},
         {0, QStringLiteral("##,##0"), u"0"},
@@ -131,7 +161,7 @@ TEST(Format, KnowsThePatternsInUse)
 
 TEST(IsNumeric, TakesWholeTextsOnly)
 {
-    for (const char16_t *good : {u"1", u"-1,000", u"\\5", u" 7 ", u"1.5e2", u"٣"})
+    for (const char16_t *good : {u"1", u"-1,000", u"\\5", u" 7 ", u"1.5e2", u"３", u"1."})
         EXPECT_TRUE(IsNumeric(QString::fromUtf16(good))) << QString::fromUtf16(good).toStdString();
     for (const char16_t *bad : {u"", u"\\", u"-", u"1원", u"일", u"1 2"})
         EXPECT_FALSE(IsNumeric(QString::fromUtf16(bad))) << QString::fromUtf16(bad).toStdString();

@@ -7,10 +7,8 @@
 
 #include <algorithm>
 #include <csignal>
-#include <grp.h>
 #include <pwd.h>
 #include <stdexcept>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace {
@@ -57,25 +55,26 @@ PostgresServer::~PostgresServer()
     stop();
 }
 
-void PostgresServer::prepare(QProcess &process) const
+void PostgresServer::launch(QProcess &process, const QString &program, const QStringList &arguments) const
 {
+    // Through setpriv, not a child modifier: a child that shares this program's memory must not change users in it.
+    // A test program that dies takes its server along.
+    QStringList words{QStringLiteral("--pdeathsig"), QStringLiteral("QUIT")};
+    if (getuid() == 0)
+        words << QStringLiteral("--reuid") << QString::fromLocal8Bit(serverUser()->pw_name) << QStringLiteral("--regid")
+              << QString::number(serverUser()->pw_gid) << QStringLiteral("--init-groups");
     process.setWorkingDirectory(folder_.path());
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setChildProcessModifier([user = serverUser()] {
-        if (getuid() == 0 && (setgid(user->pw_gid) != 0 || initgroups(user->pw_name, user->pw_gid) != 0 || setuid(user->pw_uid) != 0))
-            _exit(127);
-        prctl(PR_SET_PDEATHSIG, SIGQUIT); // a test program that dies takes its server along
-    });
+    process.start(QStringLiteral("setpriv"), words << binaries() + program << arguments);
 }
 
 void PostgresServer::initialise()
 {
     QProcess initdb;
-    prepare(initdb);
-    initdb.start(binaries() + QStringLiteral("initdb"),
-                 {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
-                  QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
-                  QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
+    initdb.setProcessChannelMode(QProcess::MergedChannels);
+    launch(initdb, QStringLiteral("initdb"),
+           {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
+            QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
+            QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
     if (!initdb.waitForFinished(startTimeout) || initdb.exitCode() != 0)
         throw std::runtime_error("initdb: " + initdb.readAll().toStdString());
 }
@@ -83,13 +82,13 @@ void PostgresServer::initialise()
 void PostgresServer::start()
 {
     server_ = std::make_unique<QProcess>();
-    prepare(*server_);
+    server_->setProcessChannelMode(QProcess::MergedChannels);
     server_->setStandardOutputFile(QProcess::nullDevice());
     QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path(),
                           QStringLiteral("-F")};
     for (const char *setting : {"listen_addresses=", "full_page_writes=off", "synchronous_commit=off", "max_connections=60"})
         arguments << QStringLiteral("-c") << QString::fromLatin1(setting);
-    server_->start(binaries() + QStringLiteral("postgres"), arguments);
+    launch(*server_, QStringLiteral("postgres"), arguments);
 
     QElapsedTimer waited;
     waited.start();

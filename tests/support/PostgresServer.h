@@ -33,7 +33,7 @@ private:
     PostgresServer();
     void initialise();
     void sql(const QString &statement);
-    void prepare(QProcess &process) const;
+    void launch(QProcess &process, const QString &program, const QStringList &arguments) const;
 
     QTemporaryDir folder_;
     std::unique_ptr<QProcess> server_;
