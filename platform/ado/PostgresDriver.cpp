@@ -78,7 +78,8 @@ PostgresDriver::PostgresDriver(const QString &address)
 void PostgresDriver::prepareSession()
 {
     const QVariant handle = database().driver()->handle();
-    if (qstrcmp(handle.typeName(), "PGconn*") != 0)
+    // The type's name is the alias or the structure behind it, as the driver was compiled.
+    if (qstrcmp(handle.typeName(), "PGconn*") != 0 && qstrcmp(handle.typeName(), "pg_conn*") != 0)
         connectionLost(QStringLiteral("QPSQL: no handle"));
     handle_ = *static_cast<PGconn *const *>(handle.constData());
     run("SET standard_conforming_strings = on"); // literals are read so when a second statement is looked for
