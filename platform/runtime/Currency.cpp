@@ -11,7 +11,7 @@ namespace runtime {
 
 namespace {
 
-[[noreturn]] void raiseOverflow()
+[[noreturn]] void raiseAmountOverflow()
 {
     throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("오버플로: 금액이 너무 큽니다."));
 }
@@ -22,7 +22,7 @@ Currency Currency::fromWon(std::int64_t won)
 {
     std::int64_t scaled = 0;
     if (qMulOverflow(won, Scale, &scaled))
-        raiseOverflow();
+        raiseAmountOverflow();
     return Currency(scaled);
 }
 
@@ -31,7 +31,7 @@ Currency Currency::fromDouble(double value)
     const double scaled = std::nearbyint(value * Scale); // the default rounding mode is half to even
     constexpr double limit = 9223372036854775808.0;
     if (!(scaled >= -limit && scaled < limit))
-        raiseOverflow();
+        raiseAmountOverflow();
     return Currency(static_cast<std::int64_t>(scaled));
 }
 
@@ -64,7 +64,7 @@ Currency Currency::fromPlainText(const QString &text, bool *ok)
             // Counted downwards, so that the lowest value can be read too.
             if (qMulOverflow(scaled, std::int64_t{10}, &scaled)
                 || qSubOverflow(scaled, std::int64_t{digit}, &scaled))
-                raiseOverflow();
+                raiseAmountOverflow();
             if (decimals >= 0)
                 ++decimals;
         } else {
@@ -75,13 +75,13 @@ Currency Currency::fromPlainText(const QString &text, bool *ok)
         return {};
     for (int missing = decimals < 0 ? 4 : std::max(0, 4 - decimals); missing > 0; --missing) {
         if (qMulOverflow(scaled, std::int64_t{10}, &scaled))
-            raiseOverflow();
+            raiseAmountOverflow();
     }
     const bool roundUp = dropped > 5 || (dropped == 5 && (droppedMore || scaled % 2 != 0));
     if (roundUp && qSubOverflow(scaled, std::int64_t{1}, &scaled))
-        raiseOverflow();
+        raiseAmountOverflow();
     if (!negative && qSubOverflow(std::int64_t{0}, scaled, &scaled))
-        raiseOverflow();
+        raiseAmountOverflow();
     *ok = true;
     return Currency(scaled);
 }
@@ -118,7 +118,7 @@ Currency &Currency::operator+=(Currency other)
 {
     std::int64_t result = 0;
     if (qAddOverflow(scaled_, other.scaled_, &result))
-        raiseOverflow();
+        raiseAmountOverflow();
     scaled_ = result;
     return *this;
 }
@@ -127,7 +127,7 @@ Currency &Currency::operator-=(Currency other)
 {
     std::int64_t result = 0;
     if (qSubOverflow(scaled_, other.scaled_, &result))
-        raiseOverflow();
+        raiseAmountOverflow();
     scaled_ = result;
     return *this;
 }
@@ -136,7 +136,7 @@ Currency operator*(Currency amount, std::int64_t count)
 {
     std::int64_t scaled = 0;
     if (qMulOverflow(amount.scaled_, count, &scaled))
-        raiseOverflow();
+        raiseAmountOverflow();
     return Currency(scaled);
 }
 
