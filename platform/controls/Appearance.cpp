@@ -23,14 +23,19 @@ struct ColorRoles
     QPalette::ColorRole fore;
 };
 
+bool isEntryBox(const QWidget *control)
+{
+    return qobject_cast<const QLineEdit *>(control) || qobject_cast<const QComboBox *>(control)
+        || qobject_cast<const QAbstractSpinBox *>(control) || qobject_cast<const QAbstractScrollArea *>(control);
+}
+
 ColorRoles rolesOf(const QWidget *control)
 {
-    if (qobject_cast<const QLineEdit *>(control) || qobject_cast<const QComboBox *>(control)
-        || qobject_cast<const QAbstractSpinBox *>(control) || qobject_cast<const QAbstractScrollArea *>(control))
+    if (isEntryBox(control))
         return {QPalette::Base, QPalette::Text};
     if (qobject_cast<const QPushButton *>(control))
         return {QPalette::Button, QPalette::ButtonText};
-    return {QPalette::Window, QPalette::WindowText};
+    return {control->backgroundRole(), QPalette::WindowText};
 }
 
 /// Most scan lines' ink runs: 1 for a slash, 4 for the won sign's W.
@@ -69,14 +74,14 @@ QColor systemColor(SystemColor color)
 
 void setBackColor(QWidget *control, const QColor &color)
 {
-    const QPalette::ColorRole role = rolesOf(control).back;
     QPalette palette = control->palette();
-    palette.setColor(role, color);
+    palette.setColor(rolesOf(control).back, color);
     // A list that cannot be typed into is drawn as a button.
     if (qobject_cast<QComboBox *>(control))
         palette.setColor(QPalette::Button, color);
     control->setPalette(palette);
-    if (role == QPalette::Window)
+    // Boxes and buttons are filled by the style; check boxes, options and labels have no background of their own.
+    if (!isEntryBox(control) && !qobject_cast<QPushButton *>(control))
         control->setAutoFillBackground(true);
 }
 

@@ -142,7 +142,7 @@ bool GridDelegate::eventFilter(QObject *object, QEvent *event)
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab) {
             QPointer<QWidget> editor(static_cast<QWidget *>(object));
             emit commitData(editor);
-            if (editor)
+            if (editor && editor->isVisible()) // rows read anew have closed it already
                 emit closeEditor(editor, NoHint);
             return true;
         }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 #include <utility>
@@ -82,6 +83,18 @@ Answer showBox(const QString &text, int flags, const QString &title, QWidget *ow
     return buttons.back().answer;
 }
 
+/// The window that a box stands before. While one box follows another no window is active for a moment: then it is the
+/// one of the box before.
+QWidget *windowBehind(QWidget *owner)
+{
+    static QPointer<QWidget> last;
+    if (QWidget *window = owner ? owner->window() : QApplication::activeWindow()) {
+        last = window;
+        return window;
+    }
+    return last && last->isVisible() ? last.data() : nullptr;
+}
+
 MessageHandler &installedHandler()
 {
     static MessageHandler handler;
@@ -92,7 +105,7 @@ MessageHandler &installedHandler()
 
 Answer MsgBox(const QString &text, int flags, const QString &title, QWidget *owner)
 {
-    QWidget *window = owner ? owner->window() : QApplication::activeWindow();
+    QWidget *window = windowBehind(owner);
     const QString shownTitle = !title.isEmpty() || !window ? title : window->windowTitle();
     if (const MessageHandler handler = installedHandler())
         return handler(text, flags, shownTitle);

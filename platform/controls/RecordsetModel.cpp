@@ -42,11 +42,6 @@ QString translated(const std::vector<GridColumn::Item> &items, const QVariant &v
     return stored;
 }
 
-bool isNegativeMoney(const QVariant &value)
-{
-    return value.canConvert<runtime::Currency>() && value.value<runtime::Currency>() < runtime::Currency();
-}
-
 } // namespace
 
 void RecordsetModel::setColumns(std::vector<GridColumn> columns)
@@ -182,7 +177,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:
-            return kind == Kind::Money && isNegativeMoney(storedValue(row, column)) ? QVariant(negativeMoney) : QVariant();
+            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-')) ? QVariant(negativeMoney)
+                                                                                              : QVariant();
         default:
             return {};
         }

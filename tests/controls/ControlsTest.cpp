@@ -1,0 +1,183 @@
+#include "platform/controls/Appearance.h"
+#include "platform/controls/DateEdit.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/controls/PushCheck.h"
+#include "platform/controls/Stepper.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using controls::Answer;
+using controls::MsgBox;
+
+namespace {
+
+/// Acts on the box that is on the screen, then lets it go.
+template <typename Act>
+void inBox(Act act)
+{
+    QTimer::singleShot(0, [act] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        act(*box);
+        box->close(); // in case the act did not end it
+    });
+}
+
+void press(QMessageBox &box, const QString &caption)
+{
+    const QList<QAbstractButton *> buttons = box.buttons();
+    for (QAbstractButton *button : buttons) {
+        if (button->text() == caption)
+            return button->click();
+    }
+    FAIL() << caption.toStdString() << " is missing";
+}
+
+QString accessibleName(QWidget *widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
+} // namespace
+
+TEST(MessageBox, EachButtonGivesItsAnswer)
+{
+    struct Case
+    {
+        int flags;
+        QString caption;
+        Answer answer;
+    };
+    const Case cases[] = {
+        {controls::ConfirmOnly, QStringLiteral("확인"), Answer::Confirm},
+        {controls::YesNo | controls::QuestionIcon, QStringLiteral("예"), Answer::Yes},
+        {controls::YesNo, QStringLiteral("아니오"), Answer::No},
+        {controls::YesNoCancel | controls::InformationIcon, QStringLiteral("예"), Answer::Yes},
+        {controls::YesNoCancel, QStringLiteral("아니오"), Answer::No},
+        {controls::YesNoCancel, QStringLiteral("취소"), Answer::Cancel},
+    };
+    for (const Case &row : cases) {
+        inBox([&](QMessageBox &box) { press(box, row.caption); });
+        EXPECT_EQ(MsgBox(QStringLiteral("계속 하시겠습니까?"), row.flags), row.answer) << row.caption.toStdString();
+    }
+}
+
+TEST(MessageBox, EscAndEnterAnswerWithoutTheMouse)
+{
+    struct Case
+    {
+        int flags;
+        Qt::Key key;
+        Answer answer;
+    };
+    const Case cases[] = {
+        {controls::ConfirmOnly, Qt::Key_Escape, Answer::Confirm},
+        {controls::YesNo, Qt::Key_Escape, Answer::No},
+        {controls::YesNoCancel, Qt::Key_Escape, Answer::Cancel},
+        {controls::YesNo, Qt::Key_Return, Answer::Yes},
+        {controls::YesNo | controls::SecondButtonDefault, Qt::Key_Return, Answer::No},
+    };
+    for (const Case &row : cases) {
+        inBox([&](QMessageBox &box) { QTest::keyClick(&box, row.key); });
+        EXPECT_EQ(MsgBox(QStringLiteral("?"), row.flags), row.answer) << row.flags << ' ' << row.key;
+    }
+}
+
+TEST(MessageBox, TextIsPlainWithItsLineBreaksAndTheTitleFallsToTheWindow)
+{
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("물품판매관리"));
+    auto *box = new QLineEdit(&window);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+
+    QStringList seen;
+    const auto look = [&](QMessageBox &shown) {
+        EXPECT_EQ(shown.textFormat(), Qt::PlainText);
+        seen << shown.text() << shown.windowTitle();
+    };
+    inBox(look);
+    MsgBox(QStringLiteral("<b>첫째</b>\r둘째\r\n셋째\n"), controls::InformationIcon, QString(), box);
+    inBox(look);
+    MsgBox(QStringLiteral("?"));
+    inBox(look);
+    MsgBox(QStringLiteral("!"), 0, QStringLiteral("저장"));
+    EXPECT_EQ(seen, (QStringList{QStringLiteral("<b>첫째</b>\n둘째\n셋째\n"), window.windowTitle(), QStringLiteral("?"),
+                                 window.windowTitle(), QStringLiteral("!"), QStringLiteral("저장")}));
+}
+
+TEST(Stepper, ItsButtonsFollowItsNameAndLeaveTheFocusToTheBox)
+{
+    QWidget window;
+    auto *box = new QLineEdit(&window);
+    auto *stepper = new controls::Stepper(QStringLiteral("udNoOfProdPlusMinus"), 0, &window);
+    stepper->move(200, 0);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    box->setFocus();
+
+    int value = 0;
+    QObject::connect(stepper, &controls::Stepper::up, [&] { value += 5; });
+    QObject::connect(stepper, &controls::Stepper::down, [&] { value -= 2; });
+    QTest::mouseClick(window.findChild<QToolButton *>(QStringLiteral("udNoOfProdPlusMinus_0_up")), Qt::LeftButton);
+    QTest::mouseClick(window.findChild<QToolButton *>(QStringLiteral("udNoOfProdPlusMinus_0_down")), Qt::LeftButton);
+    EXPECT_EQ(value, 3);
+    EXPECT_TRUE(box->hasFocus());
+    stepper->setObjectName(QStringLiteral("udIincomingCount"));
+    EXPECT_NE(window.findChild<QToolButton *>(QStringLiteral("udIincomingCount_up")), nullptr);
+}
+
+TEST(Appearance, TheDeskFontDrawsTheBackslashAsTheWonSign)
+{
+    EXPECT_TRUE(controls::showsWonSign(controls::deskFont()));
+    EXPECT_TRUE(controls::showsWonSign(QFont(QStringLiteral("굴림"), 10)));
+    EXPECT_FALSE(controls::showsWonSign(QFont(QStringLiteral("NanumGothicCoding"), 10)))
+        << "a font with a plain backslash must be told apart";
+}
+
+TEST(Appearance, BackColoursReachTheScreenOnEveryKindOfControl)
+{
+    QLineEdit box;
+    QPlainTextEdit memo;
+    QComboBox list;
+    controls::DateEdit date;
+    QCheckBox check(QStringLiteral("과세"));
+    QLabel label;
+    // A list is drawn as a button, with the shading of one.
+    const std::pair<QWidget *, int> cases[] = {{&box, 6}, {&memo, 6}, {&date, 6}, {&check, 6}, {&label, 6}, {&list, 140}};
+    for (const auto &[control, tolerance] : cases) {
+        for (const QColor &color : {controls::LockedColor, QColor(0x20, 0x90, 0x40)}) {
+            for (const bool enabled : {true, false}) {
+                control->setEnabled(enabled);
+                controls::setBackColor(control, color);
+                EXPECT_EQ(controls::backColor(control), color);
+                control->resize(120, 30);
+                const QColor shown = control->grab().toImage().pixelColor(control->width() / 2, 5);
+                const int off = std::abs(shown.red() - color.red()) + std::abs(shown.green() - color.green())
+                    + std::abs(shown.blue() - color.blue());
+                EXPECT_LE(off, tolerance) << control->metaObject()->className() << ' ' << shown.name().toStdString();
+            }
+        }
+    }
+}
+
+TEST(Names, AScreenReaderHearsTheCaptionWithoutItsMark)
+{
+    controls::PushCheck plain(QStringLiteral("저장(&S)"));
+    EXPECT_EQ(accessibleName(&plain), QStringLiteral("저장(S)"));
+    controls::PushCheck company(controls::literalCaption(QStringLiteral("약초&한방")));
+    EXPECT_EQ(accessibleName(&company), QStringLiteral("약초&한방"));
+}

@@ -1,0 +1,266 @@
+#include "platform/controls/EventEdge.h"
+#include "platform/runtime/RuntimeError.h"
+#include "tests/controls/GridDesk.h"
+
+#include <QSignalSpy>
+
+using controls::RecordsetGrid;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class BoundGrid : public GridDesk
+{
+};
+
+} // namespace
+
+TEST_F(BoundGrid, CellsShowWhatTheRecordsetHoldsByTheirKind)
+{
+    makeOrders(3);
+    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = NULL, OrdM_Gubun = NULL, OrdM_ETCMemo = NULL "
+                                 "WHERE OrdM_PK = 2"));
+    open();
+    grid_.setUnboundFetch([](const ado::Bookmark &row, int) { return QStringLiteral("물품 ") + runtime::text(row); });
+    show();
+    EXPECT_EQ(shown(0, 1), "2026-11-20");
+    EXPECT_EQ(shown(0, owing), "\\100");
+    EXPECT_EQ(shown(2, owing), "-\\5,000");
+    EXPECT_TRUE(cell(2, owing).data(Qt::ForegroundRole).isValid()) << "negative money is told by its colour";
+    EXPECT_FALSE(cell(0, owing).data(Qt::ForegroundRole).isValid());
+    EXPECT_EQ(shown(1, owing), "");
+    EXPECT_EQ(shown(1, 5), "");
+    EXPECT_EQ(shown(2, 4), "물품 3");
+    EXPECT_EQ(cell(0, 3).data(Qt::CheckStateRole), Qt::Checked);
+    EXPECT_EQ(cell(1, 3).data(Qt::CheckStateRole), Qt::Unchecked);
+    EXPECT_EQ(cell(2, 3).data(Qt::CheckStateRole), Qt::Checked);
+}
+
+TEST_F(BoundGrid, ValueItemsTranslateNullAndEmptyApart)
+{
+    database_.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Method, tpstrans_Money) VALUES (NULL, 1), ('00', 2), ('07', -3)"));
+    ado::Recordset ledger;
+    ledger.Open(QStringLiteral("SELECT * FROM tPSTransaction ORDER BY tpstrans_PK"), database_.connection(),
+                ado::CursorType::Keyset, ado::LockType::Optimistic);
+    grid_.setColumns({{.field = QStringLiteral("tpstrans_Method"),
+                       .caption = QStringLiteral("결재방법"),
+                       .kind = Kind::Values,
+                       .values = {{QString(), QStringLiteral("없음")}, {QStringLiteral("00"), QStringLiteral("현금")}}},
+                      {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money}});
+    grid_.setDataSource(&ledger);
+    EXPECT_EQ(shown(0, 0), "없음");
+    EXPECT_EQ(shown(1, 0), "현금");
+    EXPECT_EQ(shown(2, 0), "07") << "an unknown value stands as it is";
+    EXPECT_EQ(shown(2, 1), "-\\3");
+    EXPECT_TRUE(cell(2, 1).data(Qt::ForegroundRole).isValid()) << "whole-won columns go red as well";
+}
+
+TEST_F(BoundGrid, NoRowShowsAsSelectedUntilTheUserTakesOne)
+{
+    makeOrders(5);
+    open();
+    QSignalSpy changes(&grid_, &RecordsetGrid::rowChange);
+    show();
+    EXPECT_EQ(changes.count(), 1) << "binding an open recordset fills the panes";
+    EXPECT_THAT(selected(), IsEmpty());
+    EXPECT_EQ(grid_.currentIndex().row(), 0);
+
+    changes.clear();
+    click(0, 1);
+    EXPECT_THAT(selected(), ElementsAre(0)) << "a click selects the row that is already current";
+    click(0, 5);
+    EXPECT_EQ(changes.count(), 0) << "a change of column alone raises nothing";
+
+    click(3, 1);
+    EXPECT_EQ(currentKey(), 4);
+    EXPECT_THAT(selected(), ElementsAre(3));
+    EXPECT_EQ(changes.count(), 1);
+
+    orders_.Requery();
+    EXPECT_EQ(currentKey(), 1);
+    EXPECT_THAT(selected(), IsEmpty()) << "nothing restores the selection after a requery";
+    EXPECT_EQ(changes.count(), 2);
+
+    key(Qt::Key_Up);
+    EXPECT_THAT(selected(), ElementsAre(0)) << "a key selects the row even where it leads nowhere";
+    orders_.Requery();
+    orders_.moveTo(2);
+    EXPECT_THAT(selected(), ElementsAre(2)) << "unless the flow puts it there";
+}
+
+TEST_F(BoundGrid, KeysMoveTheRecordsetFirstAndThenRaiseTheRowChange)
+{
+    makeOrders(40);
+    open();
+    show();
+    std::vector<int> seen;
+    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [&] { seen.push_back(currentKey()); });
+    key(Qt::Key_Down);
+    key(Qt::Key_End);
+    key(Qt::Key_Up);
+    key(Qt::Key_Home);
+    EXPECT_THAT(seen, ElementsAre(2, 40, 39, 1));
+    key(Qt::Key_PageDown);
+    ASSERT_EQ(seen.size(), 5U);
+    EXPECT_GT(seen.back(), 5);
+    EXPECT_EQ(grid_.currentIndex().row(), orders_.currentRow());
+    key(Qt::Key_PageUp);
+    EXPECT_EQ(currentKey(), 1);
+    EXPECT_THAT(selected(), ElementsAre(0));
+}
+
+TEST_F(BoundGrid, ErrorsOfRowChangeHandlersEndAtTheirOwnEdge)
+{
+    makeOrders(3);
+    open();
+    show();
+    int others = 0;
+    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [] {
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("행 오류"));
+    });
+    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [&] { ++others; });
+    QObject::connect(&grid_, &RecordsetGrid::rowChange, &grid_, [] {
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("두번째"));
+    });
+    click(2, 1);
+    EXPECT_EQ(others, 1);
+    EXPECT_EQ(boxes_.texts(), (QStringList{QStringLiteral("행 오류"), QStringLiteral("두번째")}));
+    EXPECT_EQ(currentKey(), 3) << "the step stands";
+}
+
+TEST_F(BoundGrid, DeletingGoesToTheNextRowThenTheLastThenNone)
+{
+    makeOrders(3);
+    open();
+    show();
+    std::vector<int> seen;
+    QObject::connect(&grid_, &RecordsetGrid::rowChange, &grid_, [&] { seen.push_back(orders_.hasCurrent() ? currentKey() : 0); });
+    click(1, 1);
+    grid_.Delete();
+    EXPECT_THAT(selected(), ElementsAre(1));
+    grid_.Delete();
+    grid_.Delete();
+    EXPECT_THAT(seen, ElementsAre(2, 3, 1, 0));
+    EXPECT_EQ(grid_.model()->rowCount(), 0);
+    EXPECT_THROW(grid_.Delete(), runtime::RuntimeError);
+    for (const Qt::Key which : {Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Space, Qt::Key_F2, Qt::Key_Return})
+        key(which);
+    EXPECT_EQ(seen.size(), 4U) << "keys in an empty grid do nothing";
+}
+
+TEST_F(BoundGrid, AFailedDeleteGoesToTheCallerAndLeavesTheRow)
+{
+    makeOrders(2);
+    open();
+    show();
+    click(0, 1);
+    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 7 WHERE OrdM_PK = 1"));
+    EXPECT_THROW(grid_.Delete(), runtime::RuntimeError);
+    EXPECT_EQ(grid_.model()->rowCount(), 2);
+    EXPECT_EQ(grid_.currentIndex().row(), 0);
+}
+
+TEST_F(BoundGrid, ARebindReadsAnewWithoutMovingAndARequeryDropsTheSelection)
+{
+    makeOrders(30);
+    open();
+    int fetches = 0;
+    grid_.setUnboundFetch([&](const ado::Bookmark &, int) { return QString::number(++fetches); });
+    show();
+    click(4, 1);
+    QSignalSpy changes(&grid_, &RecordsetGrid::rowChange);
+    const std::string first = shown(4, 4);
+    EXPECT_EQ(shown(4, 4), first) << "a fetched cell is kept";
+    grid_.Rebind();
+    EXPECT_NE(shown(4, 4), first) << "until the rebind";
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_THAT(selected(), ElementsAre(4));
+    EXPECT_EQ(currentKey(), 5);
+}
+
+TEST_F(BoundGrid, ManyRowsShowWithoutBeingRead)
+{
+    makeOrders(50'000);
+    open(ado::CursorType::Static);
+    int fetches = 0;
+    grid_.setUnboundFetch([&](const ado::Bookmark &, int) { return QString::number(++fetches); });
+    show();
+    const auto shownRows = grid_.viewport()->height() / grid_.rowHeight(0) + 2;
+    grid_.grab();
+    EXPECT_LE(fetches, shownRows) << "first showing";
+
+    fetches = 0;
+    key(Qt::Key_End);
+    grid_.grab();
+    EXPECT_EQ(currentKey(), 50'000);
+    EXPECT_LE(fetches, 2 * shownRows) << "a jump to the last row";
+
+    fetches = 0;
+    typeText("zz");
+    const QHeaderView &header = *grid_.horizontalHeader();
+    const QPoint divider(header.sectionViewportPosition(4) + header.sectionSize(4) - 1, header.height() / 2);
+    QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, divider);
+    EXPECT_LE(fetches, 2 * shownRows) << "typed letters, a column fitted to its contents";
+}
+
+TEST_F(BoundGrid, AFetchThatFailsShowsInItsCellAndIsNotRepeatedWhilePainting)
+{
+    makeOrders(1);
+    open();
+    int fetches = 0;
+    grid_.setUnboundFetch([&](const ado::Bookmark &, int) -> QString {
+        ++fetches;
+        throw runtime::RuntimeError(runtime::ErrorNumber::Database, QStringLiteral("끊김"));
+    });
+    show();
+    grid_.grab();
+    grid_.grab();
+    EXPECT_EQ(shown(0, 4), "#오류");
+    EXPECT_EQ(fetches, 1);
+    EXPECT_TRUE(boxes_.messages.isEmpty());
+}
+
+TEST_F(BoundGrid, HeaderClicksAndDoubleClicksReachTheirHandlers)
+{
+    makeOrders(3);
+    open();
+    show();
+    QSignalSpy heads(&grid_, &RecordsetGrid::headClick);
+    QSignalSpy doubles(&grid_, &RecordsetGrid::rowDoubleClicked);
+    const QHeaderView &header = *grid_.horizontalHeader();
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(header.sectionViewportPosition(5) + 20, header.height() / 2));
+    ASSERT_EQ(heads.count(), 1);
+    EXPECT_EQ(heads[0][0].toInt(), 5);
+
+    click(1, 5);
+    QTest::mouseDClick(grid_.viewport(), Qt::LeftButton, {}, grid_.visualRect(cell(1, 5)).center());
+    EXPECT_EQ(doubles.count(), 1);
+    QTest::mouseDClick(grid_.viewport(), Qt::LeftButton, {}, grid_.visualRect(cell(1, owing)).center());
+    EXPECT_EQ(doubles.count(), 1) << "a cell that can be typed into opens instead";
+}
+
+TEST_F(BoundGrid, ClosedReopenedAndDestroyedRecordsetsLeaveTheGridWhole)
+{
+    makeOrders(3);
+    show(); // not open yet
+    EXPECT_EQ(grid_.model()->rowCount(), 0);
+    open();
+    EXPECT_EQ(grid_.model()->rowCount(), 3);
+    click(2, 1);
+    orders_.Close();
+    EXPECT_EQ(grid_.model()->rowCount(), 0);
+    EXPECT_FALSE(grid_.columnValue(QStringLiteral("OrdM_PK")).isValid());
+    open();
+    EXPECT_THAT(selected(), IsEmpty());
+    EXPECT_EQ(grid_.columnValue(QStringLiteral("ordm_pk")).toInt(), 1);
+    {
+        ado::Recordset brief;
+        brief.Open(QStringLiteral("SELECT * FROM tPSOrderMaster"), database_.connection(), ado::CursorType::Keyset,
+                   ado::LockType::Optimistic);
+        grid_.setDataSource(&brief);
+    }
+    EXPECT_EQ(grid_.dataSource(), nullptr);
+    grid_.grab();
+    EXPECT_EQ(grid_.model()->rowCount(), 0);
+}
