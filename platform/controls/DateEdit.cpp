@@ -12,6 +12,7 @@ DateEdit::DateEdit(QWidget *parent)
     setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
     setCalendarPopup(true);
     calendarWidget()->setLocale(locale());
+    calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     setDate(QDate::currentDate());
 }

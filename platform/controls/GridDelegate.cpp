@@ -3,6 +3,7 @@
 #include "platform/controls/RecordsetModel.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -66,7 +67,8 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     QStyledItemDelegate::initStyleOption(option, index);
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator; // drawn here, in the middle of the cell
     // Several grids stand in one window: only the one with the focus shows its row in full colour.
-    if (option->widget && !option->widget->hasFocus()) {
+    const QWidget *focused = QApplication::focusWidget();
+    if (option->widget && !(focused && (focused == option->widget || option->widget->isAncestorOf(focused)))) {
         option->palette.setColor(QPalette::Highlight, QColor(0xD3, 0xE2, 0xF1));
         option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
     }

@@ -79,7 +79,6 @@ protected:
             rows.push_back(index.row());
         return rows;
     }
-    int key(int row) const { return runtime::CLng(orders_.bookmarkAt(row)); }
     int currentKey() const { return runtime::CLng(orders_[QStringLiteral("OrdM_PK")]); }
     std::string stored(int order)
     {

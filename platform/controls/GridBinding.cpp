@@ -1,0 +1,237 @@
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/RecordsetGridPrivate.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <utility>
+
+namespace controls {
+
+RecordsetGrid::Private::Private(RecordsetGrid *owner)
+    : grid(owner)
+    , delegate([this](const QModelIndex &cell, const QString &typed) { takeTyped(cell, typed); }, nullptr)
+{
+}
+
+void RecordsetGrid::Private::makeHeaders()
+{
+    header = new GridHeader(grid);
+    grid->setHorizontalHeader(header);
+    connect(header, &QHeaderView::sectionClicked, grid, [this](int column) {
+        runEvent([&] { emit grid->headClick(column); });
+    });
+    connect(header, &GridHeader::changedByUser, grid, [this] {
+        runEvent([&] { emit grid->layoutChanged(true); });
+    });
+    connect(header, &GridHeader::designAsked, grid, [this] {
+        grid->resetLayout();
+        runEvent([&] { emit grid->layoutChanged(true); });
+    });
+
+    QHeaderView *rows = grid->verticalHeader();
+    rows->setSectionResizeMode(QHeaderView::Fixed);
+    rows->setHighlightSections(false);
+    setRowHeight();
+}
+
+void RecordsetGrid::Private::setRowHeight()
+{
+    const int textHeight = grid->fontMetrics().height();
+    QHeaderView *rows = grid->verticalHeader();
+    rows->setMinimumSectionSize(textHeight);
+    rows->setDefaultSectionSize(textHeight + 7);
+    rows->setFixedWidth(textHeight + 6);
+}
+
+void RecordsetGrid::Private::bind(ado::Recordset *recordset)
+{
+    for (const QMetaObject::Connection &bond : std::exchange(bonds, {}))
+        disconnect(bond);
+    model.setRecordset(recordset);
+    rowsReset();
+    if (!recordset)
+        return;
+    using ado::Recordset;
+    bonds = {
+        connect(recordset, &Recordset::rowsReset, grid, [this] { rowsReset(); }),
+        connect(recordset, &Recordset::rowRemoved, grid, [this](int row) { rowRemoved(row); }),
+        connect(recordset, &Recordset::rowRead, grid, [this](int row) { model.rowRead(row); }),
+        connect(recordset, &Recordset::rowChanged, grid, [this] { rowChanged(); }),
+        connect(recordset, &QObject::destroyed, grid, [this] { bind(nullptr); }),
+    };
+}
+
+void RecordsetGrid::Private::rowsReset()
+{
+    model.reread();
+    freshRows = true;
+    follow(false);
+}
+
+void RecordsetGrid::Private::rowRemoved(int row)
+{
+    const bool shownSelected = grid->selectionModel()->hasSelection();
+    const QScopedValueRollback guard(following, true);
+    model.rowRemoved(row);
+    freshRows = !shownSelected;
+}
+
+void RecordsetGrid::Private::rowChanged()
+{
+    const bool fresh = std::exchange(freshRows, false);
+    const bool byUser = std::exchange(movedByUser, false); // what the handlers do from here on is the flows' doing
+    follow(byUser || !fresh);
+    runEvent([this] { emit grid->rowChange(); });
+}
+
+/// After a step of the user in the view.
+void RecordsetGrid::Private::moveRecordset()
+{
+    const int row = grid->currentIndex().row();
+    if (following || row < 0 || !recordset() || !recordset()->isOpen() || row == recordset()->currentRow())
+        return;
+    const QPointer<RecordsetGrid> alive(grid);
+    runEvent([&] {
+        movedByUser = true;
+        recordset()->moveTo(row);
+    });
+    if (!alive)
+        return;
+    movedByUser = false;
+    // Where the step failed, or its handlers went elsewhere, the view goes back.
+    if (recordset() && recordset()->isOpen() && recordset()->currentRow() != grid->currentIndex().row())
+        follow(false);
+}
+
+int RecordsetGrid::Private::columnToStandIn() const
+{
+    const int current = grid->currentIndex().column();
+    if (current >= 0 && !header->isSectionHidden(current))
+        return current;
+    for (int place = 0; place < header->count(); ++place) {
+        if (!header->isSectionHidden(header->logicalIndex(place)))
+            return header->logicalIndex(place);
+    }
+    return 0;
+}
+
+void RecordsetGrid::Private::follow(bool select)
+{
+    const QScopedValueRollback guard(following, true);
+    QItemSelectionModel *selection = grid->selectionModel();
+    const int row = recordset() && recordset()->isOpen() ? recordset()->currentRow() : -1;
+    const QModelIndex cell = model.index(row, columnToStandIn());
+    model.setMarkedRow(cell.isValid() ? row : -1);
+    if (!cell.isValid()) {
+        selection->clear();
+        return;
+    }
+    selection->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+    selection->select(cell, select ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                                   : QItemSelectionModel::Clear);
+    const int side = grid->horizontalScrollBar()->value();
+    grid->scrollTo(cell);
+    grid->horizontalScrollBar()->setValue(side); // a change of row never shifts the columns
+}
+
+void RecordsetGrid::Private::takeTyped(const QModelIndex &cell, QString typed)
+{
+    const GridColumn column = model.column(cell.column());
+    runEvent([&] {
+        if (before)
+            before(cell.column(), typed);
+        const bool money = column.kind == GridColumn::Kind::Money;
+        assign(cell.column(), money ? QVariant::fromValue(runtime::CCur(typed)) : QVariant(typed));
+    });
+}
+
+void RecordsetGrid::Private::toggle(const QModelIndex &cell)
+{
+    if (!cell.isValid() || !hasRow() || recordset()->currentRow() != cell.row()
+        || !model.flags(cell).testFlag(Qt::ItemIsUserCheckable))
+        return;
+    const bool checked = cell.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    runEvent([&] { assign(cell.column(), !checked); });
+}
+
+/// The value goes to the field, then the handler saves it.
+void RecordsetGrid::Private::assign(int column, const QVariant &value)
+{
+    if (!hasRow())
+        return;
+    const QPointer<RecordsetGrid> alive(grid);
+    const QString field = model.column(column).field;
+    const ado::Bookmark row = recordset()->bookmark();
+    recordset()->setValue(field, value);
+    runEvent([&] { emit grid->afterColumnUpdate(column); });
+    if (alive)
+        settle(row, field, value);
+}
+
+/// What the handler could not save is not left pending: the cell shows what the database holds.
+void RecordsetGrid::Private::settle(const ado::Bookmark &row, const QString &field, const QVariant &value)
+{
+    if (!hasRow() || recordset()->bookmark() != row)
+        return;
+    recordset()->CancelUpdate();
+    if (runtime::text(recordset()->value(field)) != runtime::text(value)) {
+        runtime::Attempt attempt; // the box of the failed save has told the user already
+        attempt([&] { recordset()->Resync(); });
+    }
+    model.rowRead(recordset()->currentRow());
+}
+
+int RecordsetGrid::Private::firstEditable(bool check) const
+{
+    for (int place = 0; place < header->count(); ++place) {
+        const int column = header->logicalIndex(place);
+        const GridColumn &shown = model.column(column);
+        if (!header->isSectionHidden(column) && shown.editable && (shown.kind == GridColumn::Kind::Check) == check)
+            return column;
+    }
+    return -1;
+}
+
+int RecordsetGrid::Private::lastShownColumn() const
+{
+    for (int place = header->count() - 1; place >= 0; --place) {
+        if (!header->isSectionHidden(header->logicalIndex(place)))
+            return header->logicalIndex(place);
+    }
+    return -1;
+}
+
+GridLayout RecordsetGrid::Private::currentLayout() const
+{
+    GridLayout layout;
+    const int stretched = lastShownColumn(); // fills what is left, so its size on the screen is nobody's choice
+    for (int place = 0; place < header->count(); ++place) {
+        const int column = header->logicalIndex(place);
+        const bool visible = !header->isSectionHidden(column);
+        const bool sized = visible && column != stretched;
+        const int width = sized ? qRound(header->sectionSize(column) / pixelsPerUnit()) : widths[std::size_t(column)];
+        layout.places.push_back({column, width, visible});
+    }
+    return layout;
+}
+
+void RecordsetGrid::Private::applyLayout(const GridLayout &layout)
+{
+    widths.resize(layout.places.size());
+    // Widths first: a column that is the last one for a moment would be stretched and keep it.
+    header->setStretchLastSection(false);
+    for (std::size_t place = 0; place < layout.places.size(); ++place) {
+        const GridLayout::Place &column = layout.places[place];
+        widths[std::size_t(column.column)] = column.width;
+        header->setSectionHidden(column.column, false);
+        header->moveSection(header->visualIndex(column.column), int(place));
+        header->resizeSection(column.column, qRound(column.width * pixelsPerUnit()));
+        header->setSectionHidden(column.column, !column.visible);
+    }
+    header->setStretchLastSection(true);
+}
+
+} // namespace controls
