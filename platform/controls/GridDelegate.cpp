@@ -142,6 +142,7 @@ bool GridDelegate::eventFilter(QObject *object, QEvent *event)
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+            // At once: the entry is saved before anything else can happen.
             QPointer<QWidget> editor(static_cast<QWidget *>(object));
             emit commitData(editor);
             if (editor && editor->isVisible()) // rows read anew have closed it already

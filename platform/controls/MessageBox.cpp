@@ -22,7 +22,7 @@ struct BoxButton
 constexpr int ButtonMask = 0x0F;
 constexpr int IconMask = 0x70;
 
-/// Buttons in their order; the last one is what Esc answers.
+/// Buttons in their order. Esc answers the last one, by the roles.
 std::vector<BoxButton> buttonsOf(int flags)
 {
     const BoxButton confirm{Answer::Confirm, u"확인", QMessageBox::AcceptRole};
@@ -73,7 +73,6 @@ Answer showBox(const QString &text, int flags, const QString &title, QWidget *ow
         shown.push_back(box.addButton(QString::fromUtf16(button.caption), button.role));
     const bool second = (flags & SecondButtonDefault) && shown.size() > 1;
     box.setDefaultButton(shown[second ? 1 : 0]);
-    box.setEscapeButton(shown.back());
 
     box.exec();
     for (std::size_t i = 0; i < shown.size(); ++i) {

@@ -123,8 +123,10 @@ TEST(PushCheck, AClickRunsTheWorkOnceWithTheValueBackAtZero)
 
     QTest::keyClick(&button, Qt::Key_Space);
     button.setValue(1);
-    button.setValue(0); // unchanged: nothing
     EXPECT_THAT(values, ElementsAre(0, 0, 0));
+    EXPECT_EQ(clicks.count(), 6);
+    button.setValue(0);
+    EXPECT_EQ(clicks.count(), 6) << "an unchanged value raises nothing";
 }
 
 TEST(PushCheck, CodeRunsADisabledButtonAndTheUserDoesNot)

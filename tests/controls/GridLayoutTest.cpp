@@ -3,6 +3,9 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -156,7 +159,12 @@ TEST_F(UserLayout, AForeignOrDamagedFileIsPassedOver)
         EXPECT_TRUE(changed.contains(from)) << from;
         return changed.replace(from, to);
     };
+    QJsonObject twice = QJsonDocument::fromJson(bytes).object();
+    QJsonArray places = twice[QStringLiteral("columns")].toArray();
+    places[2] = places[1];
+    twice[QStringLiteral("columns")] = places;
     const QByteArray bad[] = {
+        QJsonDocument(twice).toJson(),
         QByteArray(),
         bytes.left(bytes.size() / 2),
         QByteArray("\0\xff\x01garbage", 10),
@@ -180,7 +188,9 @@ TEST_F(UserLayout, AForeignOrDamagedFileIsPassedOver)
     fewer.pop_back();
     RecordsetGrid other;
     other.setColumns(fewer);
-    EXPECT_FALSE(other.loadLayout(file("good.tdb"), layoutName)) << "another column count";
+    EXPECT_FALSE(other.loadLayout(file("good.tdb"), layoutName)) << "more columns than the grid has";
+    other.saveLayout(file("fewer.tdb"), layoutName);
+    EXPECT_FALSE(grid_.loadLayout(file("fewer.tdb"), layoutName)) << "and fewer";
 }
 
 TEST_F(UserLayout, AFileThatCannotBeWrittenIsAnError)

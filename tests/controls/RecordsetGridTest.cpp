@@ -127,6 +127,8 @@ TEST_F(BoundGrid, ErrorsOfRowChangeHandlersEndAtTheirOwnEdge)
     EXPECT_EQ(others, 1);
     EXPECT_EQ(boxes_.texts(), (QStringList{QStringLiteral("행 오류"), QStringLiteral("두번째")}));
     EXPECT_EQ(currentKey(), 3) << "the step stands";
+    EXPECT_NO_THROW(orders_.MoveFirst()) << "a flow that moves the recordset goes on";
+    EXPECT_EQ(boxes_.messages.size(), 4);
 }
 
 TEST_F(BoundGrid, DeletingGoesToTheNextRowThenTheLastThenNone)
@@ -196,6 +198,7 @@ TEST_F(BoundGrid, ManyRowsShowWithoutBeingRead)
     EXPECT_EQ(currentKey(), 50'000);
     EXPECT_LE(fetches, 2 * shownRows) << "a jump to the last row";
 
+    click(49'990, 4);
     fetches = 0;
     typeText("zz");
     const QHeaderView &header = *grid_.horizontalHeader();
@@ -261,6 +264,7 @@ TEST_F(BoundGrid, ClosedReopenedAndDestroyedRecordsetsLeaveTheGridWhole)
         grid_.setDataSource(&brief);
     }
     EXPECT_EQ(grid_.dataSource(), nullptr);
+    EXPECT_THROW(grid_.Delete(), runtime::RuntimeError);
     grid_.grab();
     EXPECT_EQ(grid_.model()->rowCount(), 0);
 }
