@@ -14,7 +14,7 @@ namespace ado {
 namespace {
 
 // Type numbers of the ODBC interface.
-constexpr int numericTypes[]{-7 /* bit */,     -6 /* tiny */,  -5 /* big */,  2 /* numeric */, 3 /* decimal */,
+constexpr int odbcNumericTypes[]{-7 /* bit */,     -6 /* tiny */,  -5 /* big */,  2 /* numeric */, 3 /* decimal */,
                              4 /* integer */, 5 /* small */, 6 /* float */, 7 /* real */,    8 /* double */};
 
 void addCell(CellTable &table, const QVariant &value)
@@ -43,7 +43,7 @@ void addCell(CellTable &table, const QVariant &value)
 
 bool isNumeric(const QSqlField &field)
 {
-    return std::ranges::find(numericTypes, field.typeID()) != std::end(numericTypes);
+    return std::ranges::find(odbcNumericTypes, field.typeID()) != std::end(odbcNumericTypes);
 }
 
 } // namespace
