@@ -28,6 +28,8 @@ endfunction()
 function(house_test name)
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
     add_executable(${name} ${sources})
+    # Fixtures in anonymous namespaces do not outlive being joined into one source.
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
     target_link_libraries(${name} PRIVATE test_support ${ARGN})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LANG=C.UTF-8" TIMEOUT 600)

@@ -18,7 +18,7 @@ using controls::named;
 
 namespace {
 
-enum OperatorOption { CutOption, DiscountOption, PaymentOption, RefundOption };
+enum FurtherOperatorOption { FurtherCutOption, FurtherDiscountOption, FurtherPaymentOption, FurtherRefundOption };
 
 struct FurtherMethod
 {
@@ -206,20 +206,20 @@ void frmSimpleReceiptAdd::readDiscountSwitch()
 {
     const bool noDiscounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) == QLatin1String("1");
     if (noDiscounts)
-        optOperator_[PaymentOption]->setChecked(true);
-    optOperator_[DiscountOption]->setEnabled(!noDiscounts);
+        optOperator_[FurtherPaymentOption]->setChecked(true);
+    optOperator_[FurtherDiscountOption]->setEnabled(!noDiscounts);
 }
 
 void frmSimpleReceiptAdd::operatorChosen(int index)
 {
-    sspSunapInfo_->setEnabled(index == PaymentOption || index == RefundOption);
+    sspSunapInfo_->setEnabled(index == FurtherPaymentOption || index == FurtherRefundOption);
     chkAutoMisuMoney_->setEnabled(true);
 }
 
 bool frmSimpleReceiptAdd::propose(qint32 rest)
 {
     if (rest != 0) {
-        optOperator_[rest > 0 ? PaymentOption : RefundOption]->setChecked(true);
+        optOperator_[rest > 0 ? FurtherPaymentOption : FurtherRefundOption]->setChecked(true);
         txtMoney_->setText(QString::number(qAbs(qint64(rest))));
         return true;
     }
@@ -228,8 +228,8 @@ bool frmSimpleReceiptAdd::propose(qint32 rest)
     constexpr int flags = controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault;
     if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes)
         return false;
-    const bool discounts = optOperator_[DiscountOption]->isEnabled();
-    optOperator_[discounts ? DiscountOption : PaymentOption]->setChecked(true);
+    const bool discounts = optOperator_[FurtherDiscountOption]->isEnabled();
+    optOperator_[discounts ? FurtherDiscountOption : FurtherPaymentOption]->setChecked(true);
     txtMoney_->setText(QStringLiteral("0"));
     return true;
 }
@@ -269,11 +269,11 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
         return false;
 
     dtOper = dtpTodat_->date();
-    for (int option = CutOption; option <= RefundOption; ++option) {
+    for (int option = FurtherCutOption; option <= FurtherRefundOption; ++option) {
         if (optOperator_[std::size_t(option)]->isChecked())
             intOperator = qint16(option + 1);
     }
-    const bool moneyMoves = optOperator_[PaymentOption]->isChecked() || optOperator_[RefundOption]->isChecked();
+    const bool moneyMoves = optOperator_[FurtherPaymentOption]->isChecked() || optOperator_[FurtherRefundOption]->isChecked();
     strMethod = moneyMoves ? QString::fromUtf16(furtherMethods[cboPayMothod_->currentIndex()].stored) : QString();
     bRecalc = chkAutoMisuMoney_->isChecked();
     lngMoney = wholeMoney(txtMoney_->text());

@@ -105,17 +105,17 @@ void DealerPane::loadCompanyMaster()
     ado::Recordset *dealers = session_.rsCompanyMaster.get();
     if (!dealers)
         return;
+    // Bound before it opens: the row change that comes with the rows fills the panel.
+    if (tdbCompanyMaster_->dataSource() != dealers)
+        tdbCompanyMaster_->setDataSource(dealers);
     runtime::Attempt attempt;
     attempt([&] {
         if (dealers->isOpen())
             dealers->Close();
         dealers->Open(clsSQL().getCmpnyMstrSQL(), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
     });
-    if (attempt.failed())
-        return;
-    if (tdbCompanyMaster_->dataSource() != dealers)
-        tdbCompanyMaster_->setDataSource(dealers);
-    tdbCompanyMaster_->Rebind();
+    if (!attempt.failed())
+        tdbCompanyMaster_->Rebind();
 }
 
 void DealerPane::fillPanel()

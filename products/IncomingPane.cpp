@@ -167,12 +167,13 @@ void IncomingPane::loadProductIncoming(qint32 lngPMPK)
     ado::Recordset *incoming = session_.rsProductIncoming.get();
     if (!incoming)
         return;
+    // Bound before it opens: the row change that comes with the rows fills the panel.
+    if (tdbProductIncoming_->dataSource() != incoming)
+        tdbProductIncoming_->setDataSource(incoming);
     if (incoming->isOpen())
         incoming->Close();
     incoming->Open(clsSQL().getProdIncomingSQL(lngPMPK), gcnnMasterDB, ado::CursorType::Keyset,
                    ado::LockType::Optimistic);
-    if (tdbProductIncoming_->dataSource() != incoming)
-        tdbProductIncoming_->setDataSource(incoming);
     tdbProductIncoming_->Rebind();
 }
 

@@ -161,6 +161,9 @@ void ProductPane::loadProductListsManager()
     ado::Recordset *products = session_.rsSaleProductListsManager.get();
     if (!products)
         return;
+    // Bound before it opens: the row change that comes with the rows fills the panel.
+    if (tdbSaleProductListsManager_->dataSource() != products)
+        tdbSaleProductListsManager_->setDataSource(products);
     const bool showAll =
         clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
     runtime::Attempt attempt;
@@ -170,11 +173,8 @@ void ProductPane::loadProductListsManager()
         products->Open(clsSQL().getProductMasterSQL(showAll), gcnnMasterDB, ado::CursorType::Keyset,
                        ado::LockType::Optimistic);
     });
-    if (attempt.failed())
-        return;
-    if (tdbSaleProductListsManager_->dataSource() != products)
-        tdbSaleProductListsManager_->setDataSource(products);
-    tdbSaleProductListsManager_->Rebind();
+    if (!attempt.failed())
+        tdbSaleProductListsManager_->Rebind();
 }
 
 void ProductPane::fillPanel()

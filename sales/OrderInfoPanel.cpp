@@ -17,7 +17,7 @@ using controls::named;
 namespace {
 
 // Indexes of txtOrderMaster.
-enum OrderField { TaxTotal, HalinTotal, Address, Cel, Tel, EtcMemo, TakbaeMemo, Misugum, TaxFreeTotal, Total };
+enum OrderField { TaxTotal, HalinTotal, Address, Cel, Tel, OrderMemo, TakbaeMemo, Misugum, TaxFreeTotal, Total };
 
 struct OrderFieldSource
 {
@@ -39,7 +39,7 @@ constexpr OrderFieldSource moneyFields[] = {
 constexpr OrderFieldSource textFields[] = {
     {Address, "OrdM_Address", u"고객주소:", 4, false}, {Cel, "OrdM_Cel", u"핸드폰:", 5, false},
     {Tel, "OrdM_Tel", u"전화번호:", 6, false},         {TakbaeMemo, "OrdM_TakbaeMemo", u"택배메모:", 7, false},
-    {EtcMemo, "OrdM_ETCMemo", u"기타메모:", 8, false},
+    {OrderMemo, "OrdM_ETCMemo", u"기타메모:", 8, false},
 };
 constexpr int saveRow = 3;
 
@@ -171,7 +171,7 @@ OrderEdit OrderInfoPanel::edit() const
     edit.cell = txtOrderMaster(Cel)->text();
     edit.telephone = txtOrderMaster(Tel)->text();
     edit.takbaeMemo = txtOrderMaster(TakbaeMemo)->text();
-    edit.memo = txtOrderMaster(EtcMemo)->text();
+    edit.memo = txtOrderMaster(OrderMemo)->text();
     edit.discountTotal = txtOrderMaster(HalinTotal)->text();
     edit.outstanding = txtOrderMaster(Misugum)->text();
     edit.takbae = !optTakBae_[0]->isChecked();
@@ -182,7 +182,7 @@ OrderEdit OrderInfoPanel::edit() const
 ControlGroup OrderInfoPanel::group() const
 {
     ControlGroup group{dtpOrderMasterDate_, optTakBae_[0], optTakBae_[1]};
-    for (int index : {TakbaeMemo, Address, Cel, Tel, EtcMemo, Misugum})
+    for (int index : {TakbaeMemo, Address, Cel, Tel, OrderMemo, Misugum})
         group.append(txtOrderMaster(index));
     group.append({chkcmdCSSaveInfo_[0], chkcmdCSSaveInfo_[1]});
     return group;
@@ -200,7 +200,7 @@ QList<EntryColor> OrderInfoPanel::entryColors() const
 QList<EntryColor> OrderInfoPanel::editColors() const
 {
     QList<EntryColor> colors;
-    for (int index : {Misugum, Address, Cel, Tel, TakbaeMemo, EtcMemo})
+    for (int index : {Misugum, Address, Cel, Tel, TakbaeMemo, OrderMemo})
         colors.append({txtOrderMaster(index), controls::systemColor(controls::SystemColor::Window)});
     colors.append({dtpOrderMasterDate_, controls::systemColor(controls::SystemColor::Window)});
     return colors;

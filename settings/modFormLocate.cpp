@@ -21,12 +21,12 @@ std::optional<int> numberIn(const QString &text)
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
+/// Where the window stands, or goes back to when it is maximized or minimized.
 QRect normalGeometry(const QWidget &window)
 {
-    const QRect normal = window.normalGeometry();
-    return normal.isValid() ? QRect(window.isMaximized() || window.isMinimized() ? normal.topLeft() : window.pos(),
-                                    normal.size())
-                            : QRect(window.pos(), window.size());
+    if (window.isMaximized() || window.isMinimized())
+        return window.normalGeometry();
+    return {window.pos(), window.size()};
 }
 
 QRect screenAt(const QPoint &place)
@@ -40,14 +40,15 @@ void restorePlace(QWidget &window, const clsFormSizePosSetting &setting)
     const QPoint place(numberIn(setting.FormPos_x()).value_or(window.x()),
                        numberIn(setting.FormPos_y()).value_or(window.y()));
     const QRect screen = screenAt(place);
+    const QSize frame = window.frameSize() - window.size(); // caption and borders
     QSize size(numberIn(setting.FormWidth()).value_or(window.width()),
                numberIn(setting.FormHeight()).value_or(window.height()));
-    size = size.boundedTo(screen.size()).expandedTo(window.minimumSizeHint());
+    size = size.boundedTo(screen.size() - frame).expandedTo(window.minimumSizeHint());
     // Left and top win over right and bottom: the caption has to stay within reach.
-    const int x = std::max(screen.left(), std::min(place.x(), screen.right() + 1 - size.width()));
-    const int y = std::max(screen.top(), std::min(place.y(), screen.bottom() + 1 - size.height()));
+    const QSize outer = size + frame;
     window.resize(size);
-    window.move(x, y);
+    window.move(std::max(screen.left(), std::min(place.x(), screen.right() + 1 - outer.width())),
+                std::max(screen.top(), std::min(place.y(), screen.bottom() + 1 - outer.height())));
 }
 
 void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)

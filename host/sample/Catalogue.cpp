@@ -18,7 +18,7 @@ struct Listed
 };
 
 // Farm goods that are only dried or cut are free of tax, everything made of them is not.
-constexpr Listed goods[] = {
+constexpr Listed shelf[] = {
     {u"홍삼", u"6년근 홍삼정 240g", 165'000, Plain, u"하루 3회 1g"},
     {u"홍삼", u"6년근 홍삼정 100g", 78'000, Plain, u""},
     {u"홍삼", u"홍삼 달임액 30포", 62'000, Plain, u"식후 1포"},
@@ -104,7 +104,7 @@ Product product(const Listed &listed, int index)
 
 int listedProducts()
 {
-    return int(std::size(goods));
+    return int(std::size(shelf));
 }
 
 std::vector<Product> products(int count)
@@ -113,7 +113,7 @@ std::vector<Product> products(int count)
     list.reserve(std::size_t(count));
     for (int index = 0; index < count; ++index) {
         const int series = index / listedProducts();
-        Product next = product(goods[index % listedProducts()], index % listedProducts());
+        Product next = product(shelf[index % listedProducts()], index % listedProducts());
         if (series > 0) {
             Random random(static_cast<std::uint64_t>(index));
             next.name += QStringLiteral(" %1호").arg(series);

@@ -1,0 +1,200 @@
+#include "input/MoneyBox.h"
+
+#include "input/MemoBox.h"
+#include "platform/controls/Appearance.h"
+#include "tests/input/Typist.h"
+
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QMimeData>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString zero = QStringLiteral("\\0");
+
+void commit(QWidget *box, const QString &text)
+{
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QCoreApplication::sendEvent(box, &event);
+}
+
+void paste(Typist &typist, const QString &text)
+{
+    QApplication::clipboard()->setText(text);
+    typist.strike(Qt::Key_V, QStringLiteral("\x16"), Qt::ControlModifier);
+}
+
+} // namespace
+
+TEST(MoneyBox, ReformatsAfterEveryKeyAndKeepsTheCaretAtTheEnd)
+{
+    const struct
+    {
+        const char *what;
+        const char16_t *before; // wholly selected
+        const char16_t *keys;
+        const char16_t *shown;
+    } cases[] = {
+        {"typed digits replace the value", u"\\9,999", u"1234", u"\\1,234"},
+        {"a tenth digit is dropped", u"\\0", u"1234567890", u"\\123,456,789"},
+        {"letters and signs do nothing", u"\\0", u"12a.b+3", u"\\123"},
+        {"a minus within a number does nothing", u"\\0", u"12-3", u"\\123"},
+        {"a minus over the whole value leaves zero", u"\\500", u"-", u"\\0"},
+        {"a minus behind zero leaves zero", u"\\0", u"0-", u"\\0"},
+        {"the last digit taken away leaves zero", u"\\0", u"7<", u"\\0"},
+        {"a digit in front of the sign of zero", u"\\0", u"0^5", u"\\5"},
+        {"a digit typed at the front counts", u"\\0", u"12^9", u"\\912"},
+    };
+    auto *box = new MoneyBox;
+    Typist typist({box});
+    for (const auto &entry : cases) {
+        box->setText(QString::fromUtf16(entry.before));
+        box->selectAll();
+        for (const QChar key : QString::fromUtf16(entry.keys)) {
+            typist.type(key);
+            EXPECT_TRUE(key == u'^' || box->cursorPosition() == box->text().size()) << entry.what;
+        }
+        EXPECT_EQ(box->text(), QString::fromUtf16(entry.shown)) << entry.what;
+    }
+}
+
+TEST(MoneyBox, TurnsRedForAPastedNegativeAndBlackAgain)
+{
+    auto *box = new MoneyBox;
+    Typist typist({box});
+    box->setText(zero);
+    box->selectAll();
+    paste(typist, QStringLiteral("-1500"));
+    EXPECT_EQ(box->text(), QStringLiteral("-\\1,500"));
+    EXPECT_EQ(controls::foreColor(box), QColor(255, 0, 0));
+
+    typist.type(QStringLiteral("7"));
+    EXPECT_EQ(box->text(), QStringLiteral("-\\15,007"));
+    box->selectAll();
+    typist.type(QStringLiteral("7"));
+    EXPECT_EQ(box->text(), QStringLiteral("\\7"));
+    EXPECT_EQ(controls::foreColor(box), QColor(0, 0, 0));
+}
+
+TEST(MoneyBox, TheReleaseOfTheTabThatBroughtTheFocusReformatsAndKeepsTheSelection)
+{
+    auto *first = new MoneyBox;
+    auto *second = new MoneyBox;
+    auto *third = new MoneyBox;
+    Typist typist({first, second, third});
+    second->setText(QStringLiteral("\\1,000"));
+    third->setText(QStringLiteral("\\12,345,678,901")); // by code, longer than can be typed
+    typist.tab();
+    ASSERT_TRUE(second->hasFocus());
+    EXPECT_EQ(second->selectedText(), QStringLiteral("\\1,000"));
+    typist.type(QStringLiteral("5"));
+    EXPECT_EQ(second->text(), QStringLiteral("\\5"));
+    typist.tab();
+    EXPECT_EQ(third->text(), QStringLiteral("\\123,456,789"));
+}
+
+TEST(MoneyBox, AHeldKeyIsReformattedOnceAtItsRelease)
+{
+    auto *box = new MoneyBox;
+    Typist typist({box});
+    box->setText(zero);
+    box->selectAll();
+    const QString one = QStringLiteral("1");
+    typist.press(Qt::Key_1, one);
+    for (int repeat = 0; repeat < 3; ++repeat) {
+        typist.release(Qt::Key_1, one, {}, true);
+        typist.press(Qt::Key_1, one, {}, true);
+        EXPECT_FALSE(box->text().contains(u'\\'));
+    }
+    typist.release(Qt::Key_1, one);
+    EXPECT_EQ(box->text(), QStringLiteral("\\1,111"));
+}
+
+TEST(MoneyBox, SiftsWhatAnInputMethodCommits)
+{
+    auto *box = new MoneyBox;
+    Typist typist({box});
+    box->setText(QStringLiteral("\\12"));
+    commit(box, QStringLiteral("가"));
+    EXPECT_EQ(box->text(), QStringLiteral("\\12"));
+    commit(box, QStringLiteral("3"));
+    EXPECT_EQ(box->text(), QStringLiteral("\\123"));
+
+    auto *name = new MoneyBox({.onFocus = OnFocus::CaretToEnd});
+    Typist other({name});
+    commit(name, QStringLiteral("홍삼"));
+    EXPECT_EQ(name->text(), QStringLiteral("홍삼"));
+}
+
+TEST(MoneyBox, LetsEditingKeysAndClipboardThrough)
+{
+    auto *box = new MoneyBox;
+    Typist typist({box});
+    box->setText(QStringLiteral("\\123"));
+    box->selectAll();
+    typist.strike(Qt::Key_C, QStringLiteral("\x03"), Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("\\123"));
+    box->setCursorPosition(1);
+    typist.strike(Qt::Key_Delete, QStringLiteral("\x7f"));
+    EXPECT_EQ(box->text(), QStringLiteral("\\23"));
+}
+
+TEST(TextBoxHabits, DecideWhatTheFocusAndAChangeDo)
+{
+    const struct
+    {
+        const char *what;
+        TextBoxHabits habits;
+        int caret;         // after the focus came to "abcd" with the caret at 1
+        int selected;
+        int caretAfterEdit; // after "xyz" was written by code with the caret at 0
+    } cases[] = {
+        {"select all", {.onFocus = OnFocus::SelectAll}, 4, 4, 3},
+        {"caret to end", {.onFocus = OnFocus::CaretToEnd}, 4, 0, 3},
+        {"nothing, also when it comes by Tab", {}, 1, 0, 3},
+    };
+    for (const auto &entry : cases) {
+        auto *before = new QLineEdit;
+        auto *box = new MoneyBox(entry.habits);
+        Typist typist({before, box});
+        box->setText(QStringLiteral("abcd"));
+        box->setCursorPosition(1);
+        typist.tab();
+        ASSERT_TRUE(box->hasFocus()) << entry.what;
+        EXPECT_EQ(box->cursorPosition(), entry.caret) << entry.what;
+        EXPECT_EQ(box->selectedText().size(), entry.selected) << entry.what;
+        EXPECT_EQ(box->text(), QStringLiteral("abcd")) << entry.what; // no member of these reformats
+    }
+}
+
+TEST(TextBoxHabits, AClickIntoABoxThatSelectsAllSelectsAllOnce)
+{
+    auto *before = new QLineEdit;
+    auto *box = new MoneyBox;
+    Typist typist({before, box});
+    box->setText(QStringLiteral("\\1,234"));
+    typist.click(box);
+    EXPECT_EQ(box->selectedText(), QStringLiteral("\\1,234"));
+    typist.click(box);
+    EXPECT_EQ(box->selectedText(), QString());
+}
+
+TEST(MemoBox, IsLeftByTabAndPutsItsCaretAsItsHabitsSay)
+{
+    auto *onFocus = new MemoBox({.onFocus = OnFocus::CaretToEnd});
+    auto *onChange = new MemoBox({.caretToEndOnChange = true});
+    auto *last = new QLineEdit;
+    Typist typist({last, onFocus, onChange});
+    onFocus->setText(QStringLiteral("메모"));
+    onChange->setText(QStringLiteral("둘째 메모"));
+    EXPECT_EQ(onChange->textCursor().position(), 5);
+    typist.tab();
+    ASSERT_TRUE(onFocus->hasFocus());
+    EXPECT_EQ(onFocus->textCursor().position(), 2);
+    typist.tab();
+    EXPECT_TRUE(onChange->hasFocus());
+    EXPECT_EQ(onFocus->text(), QStringLiteral("메모"));
+}

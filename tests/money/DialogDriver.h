@@ -1,0 +1,56 @@
+#pragma once
+
+#include "money/frmSimpleReceipt.h"
+
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+/// Finds the controls of a dialog by their names, as a user finds them by their captions.
+class DialogDriver
+{
+public:
+    explicit DialogDriver(QWidget *dialog)
+        : dialog_(dialog)
+    {
+    }
+
+    template <typename Control>
+    Control *find(const char *name) const
+    {
+        auto *control = dialog_->findChild<Control *>(QString::fromLatin1(name));
+        EXPECT_TRUE(control) << name;
+        return control;
+    }
+    std::string text(const char *name) const
+    {
+        if (auto *label = dialog_->findChild<QLabel *>(QString::fromLatin1(name)))
+            return label->text().toStdString();
+        return find<QLineEdit>(name)->text().toStdString();
+    }
+    void type(const char *name, const char *text) const { find<QLineEdit>(name)->setText(QString::fromLatin1(text)); }
+    void press(const char *name) const { find<QAbstractButton>(name)->click(); }
+    bool checked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
+    /// The control that has the focus, for keys sent to whatever the user stands on.
+    std::string focus() const { return dialog_->focusWidget() ? dialog_->focusWidget()->objectName().toStdString() : ""; }
+    QWidget *window() const { return dialog_; }
+
+private:
+    QWidget *dialog_;
+};
+
+/// Acts on the next modal dialog once it stands, then closes it if it still does.
+inline void whenDialogStands(const std::function<void(const DialogDriver &)> &act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog) << "no dialog came up";
+        act(DialogDriver(dialog));
+        if (QApplication::activeModalWidget() == dialog)
+            dialog->close();
+    });
+}

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "data/clsSQL.h"
+#include "money/LedgerPane.h"
+#include "money/ReceiptFlow.h"
+#include "tests/sales/SaleDesk.h"
+
+#include <QLineEdit>
+#include <QTest>
+#include <QVBoxLayout>
+
+/// A window that holds the ledger pane and its receipt flow on a clinic's database, with one order at hand.
+class LedgerDesk : public SaleDatabase
+{
+protected:
+    LedgerDesk()
+    {
+        session_.customer.name = QStringLiteral("홍길동");
+        session_.customer.chartNumber = QStringLiteral("C-1");
+        pane_ = new LedgerPane(session_, shell_, &window_);
+        flow_ = new ReceiptFlow(session_, *pane_, &window_);
+        for (QWidget *container : {pane_->elTranMnu(), pane_->c1elaList(), pane_->c1elaTransInfo()})
+            containers_.addWidget(container);
+    }
+
+    /// An order of the customer with this total and outstanding money ("NULL" or an amount), made current.
+    int openOrder(int total, const QString &outstanding = QStringLiteral("0"))
+    {
+        const int key = order(QStringLiteral("2026-11-20"));
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_Misugum = %3 WHERE OrdM_PK = %1")
+                        .arg(key)
+                        .arg(total)
+                        .arg(outstanding));
+        loadOrders();
+        session_.rsCustSaleMaster->setBookmark(key);
+        pane_->loadCustTranManage(Patient, key);
+        return key;
+    }
+    void loadOrders()
+    {
+        session_.rsCustSaleMaster = std::make_unique<ado::Recordset>();
+        session_.rsCustSaleMaster->Open(clsSQL().getOrderMasterSQL(Patient), gcnnMasterDB, ado::CursorType::Keyset,
+                                        ado::LockType::Optimistic);
+    }
+    /// "date|operator|money|method|memo" of all ledger rows.
+    Rows ledgerRows()
+    {
+        return rows(QStringLiteral("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo "
+                                   "FROM tPSTransaction ORDER BY tpstrans_PK"));
+    }
+    std::string outstanding() { return rows(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK DESC")).at(0); }
+    /// One ledger row of an order; texts go in as they stand in a statement.
+    void ledgerRow(int orderKey, const char *values)
+    {
+        atOtherDesk(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
+                                   "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (41, %1, %2)")
+                        .arg(orderKey)
+                        .arg(QString::fromUtf8(values)));
+    }
+
+    template <typename Control>
+    Control *find(const char *name) const
+    {
+        auto *control = window_.findChild<Control *>(QString::fromLatin1(name));
+        EXPECT_TRUE(control) << name;
+        return control;
+    }
+    std::string text(const char *name) const { return find<QLineEdit>(name)->text().toStdString(); }
+    void press(const char *name) const { find<QAbstractButton>(name)->click(); }
+
+    struct Shell final : PaneShell
+    {
+        void enterEditMode(const QString &code) override { entered.push_back(code.toStdString()); }
+        void leaveEditMode(const QString &code) override { left.push_back(code.toStdString()); }
+        void paintEntryColors() override {}
+        std::vector<std::string> entered;
+        std::vector<std::string> left;
+    };
+
+    Shell shell_;
+    QWidget window_;
+    QVBoxLayout containers_{&window_};
+    LedgerPane *pane_;
+    ReceiptFlow *flow_;
+    BoxReader boxes_;
+};

@@ -1,0 +1,245 @@
+#include "tests/money/DialogDriver.h"
+#include "tests/money/LedgerDesk.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+const std::string connectionFailure
+    = "데이터베이스 접속에 문제가 생겼습니다.\r프로그램을 종료하고 네트워크를 확인한 후\r다시 시도해 보십시오.";
+
+/// "수납" pressed on an order, with the dialog driven through its controls.
+class ReceiptButton : public LedgerDesk
+{
+protected:
+    void takeReceipt(const std::function<void(const DialogDriver &)> &act)
+    {
+        whenDialogStands(act);
+        press("chkCmdAutomateReceipt");
+    }
+};
+
+} // namespace
+
+TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToTheOutstandingMoney)
+{
+    const int key = openOrder(12340, QStringLiteral("NULL"));
+    openOrder(999, QStringLiteral("7")); // another order, which stays as it is
+    session_.rsCustSaleMaster->setBookmark(key);
+    pane_->loadCustTranManage(Patient, key);
+    takeReceipt([](const DialogDriver &form) {
+        EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmSimpleReceipt"));
+        EXPECT_EQ(form.text("txtName"), "홍길동");
+        EXPECT_EQ(form.text("txtChartnum"), "C-1");
+        form.type("txtGeneralHalInMoney", "300");
+        form.type("txtGeneralSuNapMoney_0", "5000");
+        form.type("txtGeneralSuNapMoney_1", "4000");
+        form.press("chkGeneralRemainToMisuMoney");
+        form.press("cmdConfirm");
+    });
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|2|300||", "2026-11-20|1|40||", "2026-11-20|3|5000|00|",
+                                          "2026-11-20|3|4000|01|"));
+    EXPECT_THAT(rows(QStringLiteral("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction LIMIT 1")),
+                ElementsAre("41|" + std::to_string(key)));
+    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK")), ElementsAre("3000", "7"));
+    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 4);
+    EXPECT_EQ(text("txtTranTotalAmount"), "\\3,000");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}
+
+TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
+{
+    using runtime::Currency;
+    struct Case
+    {
+        ledger::FirstPayment payment;
+        Rows rows;
+    };
+    const QDate day(2026, 11, 24);
+    const Case cases[] = {
+        {{41, 1, day, 0, 0, 0, 0}, {}},
+        {{41, 1, day, -2700, -50, -1200, -1}, {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|",
+                                                "2026-11-24|3|-1|01|"}},
+        {{41, 1, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
+        {{41, 1, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
+    };
+    for (const Case &c : cases) {
+        ledger::appendFirstPayment(*gcnnMasterDB, c.payment);
+        EXPECT_EQ(ledgerRows(), c.rows);
+        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+    }
+
+    openOrder(1000, QStringLiteral("500"));
+    ledger::addOutstanding(*session_.rsCustSaleMaster, Currency::fromWon(-700));
+    EXPECT_EQ(outstanding(), "-200");
+}
+
+TEST_F(ReceiptButton, AnUnpaidOrderOfZeroStaysWithoutALedger)
+{
+    openOrder(0);
+    for (int press : {1, 2}) {
+        SCOPED_TRACE(press);
+        takeReceipt([](const DialogDriver &form) {
+            EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmSimpleReceipt"));
+            form.press("cmdConfirm");
+        });
+        EXPECT_THAT(ledgerRows(), IsEmpty());
+    }
+}
+
+// What another desk added while the dialog stood is kept; the order's row is read again just before the sum.
+TEST_F(ReceiptButton, OutstandingMoneyIsAddedToWhatTheOrderHoldsNow)
+{
+    openOrder(10050, QStringLiteral("100"));
+    takeReceipt([this](const DialogDriver &form) {
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 900, OrdM_ETCMemo = '다른 접수대'"));
+        form.press("chkAllSetting_2");
+        form.press("cmdConfirm");
+    });
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|1|50||"));
+    EXPECT_EQ(outstanding(), "10900");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}
+
+TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialog)
+{
+    struct Case
+    {
+        const char16_t *event;
+        Rows rows;
+    };
+    const Case cases[] = {
+        {u"BEFORE INSERT ON tPSTransaction WHEN NEW.tpstrans_Method = '01'", {"2026-11-20|1|40||", "2026-11-20|3|300|00|"}},
+        {u"BEFORE UPDATE ON tPSOrderMaster", {"2026-11-20|1|40||", "2026-11-20|3|300|00|", "2026-11-20|3|1000|01|"}},
+    };
+    for (const Case &c : cases) {
+        openOrder(12340, QStringLiteral("5"));
+        refuse(QString::fromUtf16(c.event));
+        bool closed = false;
+        takeReceipt([&](const DialogDriver &form) {
+            form.type("txtGeneralSuNapMoney_0", "300");
+            form.type("txtGeneralSuNapMoney_1", "1000");
+            form.press("chkGeneralRemainToMisuMoney");
+            form.press("cmdConfirm");
+            closed = !form.window()->isVisible();
+        });
+        EXPECT_TRUE(closed);
+        EXPECT_EQ(boxes_.take().size(), 1u);
+        EXPECT_EQ(ledgerRows(), c.rows);
+        EXPECT_EQ(session_.rsCustTranManage->rowCount(), int(c.rows.size())) << "the list shows what was written";
+        EXPECT_EQ(outstanding(), "5");
+        EXPECT_FALSE(gcnnMasterDB->inTransaction());
+        allowAgain();
+        // Nothing of the failed save rides along with a later one.
+        ledger::addOutstanding(*session_.rsCustSaleMaster, runtime::Currency::fromWon(1));
+        EXPECT_EQ(outstanding(), "6");
+        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+    }
+}
+
+TEST_F(ReceiptButton, WithoutTheDatabaseItSaysSoAndOpensNothing)
+{
+    openOrder(12340);
+    gcnnMasterDB.reset();
+    press("chkCmdAutomateReceipt");
+    EXPECT_THAT(boxes_.take(), ElementsAre("수납 작업: " + connectionFailure));
+}
+
+TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
+{
+    struct Case
+    {
+        const char *outstanding; ///< of the order before
+        const char *option;      ///< chosen
+        int method;
+        bool recalculates;
+        const char *row;
+        const char *outstandingAfter;
+    };
+    const Case cases[] = {
+        {"0", "optOperator_2", 0, false, "2026-11-20|3|1000||", "0"},
+        {"NULL", "optOperator_2", 1, false, "2026-11-20|3|1000|01|", "NULL"},
+        {"5000", "optOperator_2", 2, true, "2026-11-20|3|1000|10|", "4000"},
+        {"5000", "optOperator_2", 4, false, "2026-11-20|3|1000|12|", "5000"},
+        {"5000", "optOperator_3", 3, true, "2026-11-20|4|1000|11|", "4000"}, // a refund lessens it as well
+        {"5000", "optOperator_0", 3, true, "2026-11-20|1|1000||", "4000"},   // a cut bears no method
+        {"-300", "optOperator_1", 0, true, "2026-11-20|2|1000||", "-1300"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.row);
+        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+        const int key = openOrder(12340, QString::fromLatin1(c.outstanding));
+        ledgerRow(key, "'2026-11-20', 3, 10000, '00', ''");
+        takeReceipt([&](const DialogDriver &form) {
+            EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmSimpleReceiptAdd"));
+            EXPECT_EQ(form.text("txtBonin"), "12,340");
+            EXPECT_EQ(form.text("txtPay"), "10,000");
+            EXPECT_EQ(form.text("txtMoney"), "2340");
+            auto *recalculate = form.find<QCheckBox>("chkAutoMisuMoney");
+            const bool owes = QByteArray(c.outstanding) != "0" && QByteArray(c.outstanding) != "NULL";
+            EXPECT_EQ(recalculate->isVisible(), owes);
+            EXPECT_EQ(recalculate->isChecked(), owes);
+            form.press(c.option);
+            form.find<QComboBox>("cboPayMothod")->setCurrentIndex(c.method);
+            recalculate->setChecked(c.recalculates);
+            form.type("txtMoney", "1,000");
+            form.press("cmdConfirm");
+        });
+        EXPECT_EQ(ledgerRows().back(), c.row);
+        EXPECT_EQ(ledgerRows().size(), 2u);
+        EXPECT_EQ(outstanding(), c.outstandingAfter);
+        EXPECT_EQ(session_.rsCustTranManage->rowCount(), 2);
+    }
+    takeReceipt([](const DialogDriver &form) { form.press("cmdCancel"); });
+    EXPECT_EQ(ledgerRows().size(), 2u);
+    EXPECT_EQ(outstanding(), "-1300");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}
+
+TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
+{
+    const int key = openOrder(12340, QStringLiteral("5"));
+    ledgerRow(key, "'2026-11-20', 3, 10000, '01', '메모'");
+    pane_->requeryCustTranManage();
+    const auto edit = [this](const char *option) {
+        whenDialogStands([option](const DialogDriver &form) {
+            EXPECT_EQ(form.find<QDateEdit>("dtpTodat")->date(), QDate::currentDate());
+            EXPECT_EQ(form.text("txtMoney"), "0");
+            form.find<QDateEdit>("dtpTodat")->setDate(QDate(2026, 11, 23));
+            form.type("txtMoney", "4000");
+            form.press(option);
+            form.press("cmdConfirm");
+        });
+        press("chkcmdAddEditDelTran_1");
+    };
+    edit("optOperator_3");
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
+    EXPECT_EQ(outstanding(), "5");
+    EXPECT_EQ(text("txtTranTotalAmount"), "\\16,340");
+
+    refuse(QStringLiteral("BEFORE UPDATE ON tPSTransaction"));
+    edit("optOperator_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("데이터베이스 접속 오류: " + connectionFailure));
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+}
+
+TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)
+{
+    for (const bool off : {false, true}) {
+        SCOPED_TRACE(off);
+        atOtherDesk(QStringLiteral("DELETE FROM tPSProperties"));
+        atOtherDesk(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('수납시할인사용안함', '%1')")
+                        .arg(off ? QStringLiteral("1") : QStringLiteral("yes")));
+        frmSimpleReceipt dialog;
+        const DialogDriver form(&dialog);
+        EXPECT_EQ(form.find<QWidget>("txtGeneralHalInMoney")->isEnabled(), !off);
+        EXPECT_EQ(form.find<QWidget>("optOperator_1")->isEnabled(), !off);
+        dialog.Operation(0, 41, QString(), QString(), QDate(2026, 11, 20), 1000, 1, -1, QDate(2026, 11, 20), 0,
+                         QStringLiteral("할인"), nullptr);
+        EXPECT_TRUE(form.checked(off ? "optOperator_2" : "optOperator_1"));
+    }
+}

@@ -1,0 +1,335 @@
+#include "tests/sales/PanesOnADesk.h"
+
+#include <QRadioButton>
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+
+using controls::Answer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class OrderPaneTest : public DeskTest
+{
+protected:
+    /// One order with every field, one with as few as may be.
+    void twoOrders()
+    {
+        atOtherDesk(QStringLiteral(
+            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Tel, OrdM_Cel, OrdM_TakbaeMemo, "
+            "OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES "
+            "(41, '2026-11-20', 2, '서울', '02', '010', '문앞', 2700, 300, 100, 3000, 500, '단골'), "
+            "(41, '2026-01-02', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
+    }
+
+    std::string form()
+    {
+        std::string all = desk().at<QDateEdit>("dtpOrderMasterDate").date().toString(Qt::ISODate).toStdString();
+        all += desk().at<QRadioButton>("optTakBae_0").isChecked() ? " pickup" : " courier";
+        for (int index = 0; index < 10; ++index)
+            all += '|' + desk().text(("txtOrderMaster_" + std::to_string(index)).c_str());
+        return all;
+    }
+
+    void select(int row) { session_.rsCustSaleMaster->moveTo(row); }
+    void editCell(int row, int column, const char *keys);
+};
+
+void OrderPaneTest::editCell(int row, int column, const char *keys)
+{
+    QTableView &orders = grid("tdbCustSaleMaster");
+    orders.setFocus();
+    orders.setCurrentIndex(orders.model()->index(row, column));
+    orders.edit(orders.currentIndex());
+    auto *editor = orders.findChild<QLineEdit *>();
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+    if (*keys == '\0')
+        QTest::keyClick(editor, Qt::Key_Delete);
+    QTest::keyClicks(editor, QString::fromUtf8(keys));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+const char *const fullForm = "2026-11-20 courier|\\2,700|\\100|서울|010|02|단골|문앞|\\500|\\300|\\3,000";
+
+} // namespace
+
+TEST_F(OrderPaneTest, TheFormShowsTheCurrentOrder)
+{
+    twoOrders();
+    open();
+    EXPECT_EQ(form(), fullForm);
+    select(1);
+    EXPECT_EQ(form(), "2026-01-02 pickup|\\0|\\0||||||\\0|\\0|\\0");
+
+    atOtherDesk(QStringLiteral("DELETE FROM tPSOrderMaster"));
+    desk().orders->loadCustSaleMaster();
+    EXPECT_EQ(form(), "2026-01-02 pickup||||||||||");
+}
+
+TEST_F(OrderPaneTest, AnEditIsSavedAndTheFormLockedAgain)
+{
+    twoOrders();
+    open();
+    desk().push("chkCmdOrderMasterED_0");
+    EXPECT_EQ(desk().orders->intOrderEditState(), 1);
+    EXPECT_FALSE(desk().at("c1elaList_1").isEnabled());
+    EXPECT_TRUE(desk().at("chkcmdCSSaveInfo_0").isVisible());
+    EXPECT_TRUE(desk().at<QLineEdit>("txtOrderMaster_1").isReadOnly()) << "the discount total is no field of the edit";
+
+    desk().type("txtOrderMaster_2", " 부산 ");
+    desk().type("txtOrderMaster_7", "1234");
+    desk().at<QDateEdit>("dtpOrderMasterDate").setDate(QDate(2026, 11, 21));
+    desk().push("optTakBae_0");
+    desk().push("chkcmdCSSaveInfo_0");
+
+    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Misugum, OrdM_HalinTotal, OrdM_Tel FROM "
+                                    "tPSOrderMaster WHERE OrdM_PK = 1")),
+                ElementsAre("2026-11-21|1|부산|1234|100|02"));
+    EXPECT_EQ(desk().orders->intOrderEditState(), -1);
+    EXPECT_TRUE(desk().at("c1elaList_1").isEnabled());
+    EXPECT_FALSE(desk().at("chkcmdCSSaveInfo_0").isVisible());
+    EXPECT_TRUE(desk().at<QLineEdit>("txtOrderMaster_2").isReadOnly());
+    EXPECT_EQ(desk().focusWidget(), &desk().at("tdbCustSaleMaster"));
+    EXPECT_EQ(desk().painted, 1);
+    EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
+}
+
+TEST_F(OrderPaneTest, ACancelledEditShowsTheOrderAsItIs)
+{
+    twoOrders();
+    open();
+    desk().push("chkCmdOrderMasterED_0");
+    desk().type("txtOrderMaster_2", "부산");
+    desk().push("chkcmdCSSaveInfo_1");
+    EXPECT_EQ(form(), fullForm);
+    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_Address FROM tPSOrderMaster WHERE OrdM_PK = 1")), ElementsAre("서울"));
+    EXPECT_EQ(desk().orders->intOrderEditState(), -1);
+}
+
+TEST_F(OrderPaneTest, AnEditThatMeetsAnotherDesksChangeIsToldAndNotSaved)
+{
+    twoOrders();
+    open();
+    desk().push("chkCmdOrderMasterED_0");
+    desk().type("txtOrderMaster_2", "부산");
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Tel = '031' WHERE OrdM_PK = 1"));
+    desk().push("chkcmdCSSaveInfo_0");
+    EXPECT_THAT(reader_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
+    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_Address, OrdM_Tel FROM tPSOrderMaster WHERE OrdM_PK = 1")),
+                ElementsAre("서울|031"));
+    EXPECT_EQ(desk().text("txtOrderMaster_4"), "031");
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+}
+
+TEST_F(OrderPaneTest, AReloadDoesNotWipeAFormInEdit)
+{
+    twoOrders();
+    open();
+    desk().push("chkCmdOrderMasterED_0");
+    desk().type("txtOrderMaster_2", "부산");
+    session_.rsCustSaleMaster->Requery();
+    desk().orders->showOrderTotals();
+    EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
+
+    // Another customer comes while the form is open: nothing of it is saved.
+    desk().orders->abandonEdit();
+    desk().orders->loadCustSaleMaster();
+    EXPECT_EQ(form(), fullForm);
+    EXPECT_TRUE(desk().at("c1elaList_1").isEnabled());
+}
+
+TEST_F(OrderPaneTest, OutstandingMoneyIsTypedIntoTheGridAndSavedAtOnce)
+{
+    twoOrders();
+    open();
+    const QString stored = QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = 1");
+    editCell(0, 7, "2500");
+    EXPECT_THAT(rows(stored), ElementsAre("2500"));
+    EXPECT_EQ(desk().text("txtOrderMaster_7"), "\\2,500") << "a save of the form must not bring the old amount back";
+    editCell(0, 7, "");
+    EXPECT_THAT(rows(stored), ElementsAre("0"));
+    EXPECT_THAT(reader_.take(), IsEmpty());
+
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 77 WHERE OrdM_PK = 1"));
+    editCell(0, 7, "900");
+    EXPECT_THAT(reader_.take(), testing::SizeIs(1));
+    EXPECT_THAT(rows(stored), ElementsAre("77"));
+    EXPECT_EQ(cell(grid("tdbCustSaleMaster"), 0, 7), "\\77");
+
+    editCell(0, 7, "900");
+    EXPECT_THAT(rows(stored), ElementsAre("900"));
+    EXPECT_FALSE(grid("tdbCustSaleMaster").model()->flags(grid("tdbCustSaleMaster").model()->index(0, 6)) & Qt::ItemIsEditable);
+}
+
+TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
+{
+    twoOrders();
+    const int ginseng = product(QStringLiteral("홍삼"), 1000);
+    detail(1, ginseng, 1000, 0, 1);
+    open();
+    for (Answer answer : {Answer::No, Answer::Yes}) {
+        reader_.answers = {answer};
+        desk().push("chkCmdOrderMasterED_1");
+        ASSERT_EQ(reader_.boxes.size(), 1u);
+        EXPECT_EQ(reader_.boxes[0].flags, controls::YesNo | controls::QuestionIcon);
+        EXPECT_THAT(reader_.take(), ElementsAre("판매 마스터 삭제: 선택한 고객 판매 마스터을 삭제 하시겠습니까?\n"
+                                                "(고객 판매 디테일도 모두 삭제됩니다.)"));
+        const std::size_t left = answer == Answer::Yes ? 1 : 2;
+        EXPECT_THAT(rows(QStringLiteral("SELECT * FROM tPSOrderMaster")), testing::SizeIs(left));
+        EXPECT_THAT(rows(QStringLiteral("SELECT * FROM tPSOrderDetail")), testing::SizeIs(left - 1));
+    }
+    EXPECT_EQ(desk().text("txtOrderMaster_2"), "");
+    EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 0);
+}
+
+TEST_F(OrderPaneTest, ADeleteThatFailsHalfWayIsToldAndShowsTheOrderAgain)
+{
+    twoOrders();
+    detail(1, product(QStringLiteral("홍삼"), 1000), 1000, 0, 1);
+    open();
+    refuse(QStringLiteral("BEFORE DELETE ON tPSOrderMaster"));
+    reader_.answers = {Answer::Yes};
+    desk().push("chkCmdOrderMasterED_1");
+    EXPECT_EQ(reader_.boxes.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+    EXPECT_EQ(grid("tdbCustSaleMaster").model()->rowCount(), 2);
+    EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 1);
+    EXPECT_EQ(form(), fullForm);
+}
+
+TEST_F(OrderPaneTest, NamesComeFromTheProductsAndStayEmptyForThoseThatAreGone)
+{
+    twoOrders();
+    const int ginseng = product(QStringLiteral("홍삼"), 1000);
+    detail(1, 999, 500, 0, 1);
+    detail(1, ginseng, 1000, 0, 2);
+    open();
+    QTableView &details = grid("tdbCustSaleDetails");
+    EXPECT_EQ(cell(details, 0, 2), "홍삼");
+    EXPECT_EQ(cell(details, 1, 2), "");
+    EXPECT_EQ(cell(details, 0, 6), "일반판매");
+
+    atOtherDesk(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = '산삼'"));
+    desk().details->rebind();
+    EXPECT_EQ(cell(details, 0, 2), "산삼");
+    atOtherDesk(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = '홍삼'"));
+    session_.rsCustSaleDetails->Requery();
+    EXPECT_EQ(cell(details, 0, 2), "홍삼");
+    EXPECT_EQ(session_.rsCustSaleDetailsClone->rowCount(), 2);
+}
+
+TEST_F(OrderPaneTest, ALineIsDeletedOnlyOnYesAndTheSumsFollow)
+{
+    twoOrders();
+    detail(1, product(QStringLiteral("홍삼"), 1000), 1000, 0, 1);
+    open();
+    for (Answer answer : {Answer::No, Answer::Yes}) {
+        reader_.answers = {answer};
+        desk().push("chkCmdDelOrderDetail");
+        EXPECT_THAT(reader_.take(), ElementsAre("판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?"));
+        EXPECT_THAT(rows(QStringLiteral("SELECT COUNT(*) FROM tPSOrderDetail")), ElementsAre(answer == Answer::Yes ? "0" : "1"));
+    }
+    EXPECT_EQ(desk().text("txtOrderMaster_9"), "\\0");
+    EXPECT_EQ(desk().text("txtOrderMaster_7"), "\\500") << "outstanding money stays";
+    desk().push("chkCmdDelOrderDetail");
+    EXPECT_THAT(reader_.take(), IsEmpty()) << "nothing to delete, nothing to ask";
+}
+
+TEST_F(OrderPaneTest, OnlyASoldLineAsksForItsReceiptOrItsReturn)
+{
+    struct Case
+    {
+        const char *type;
+        int count;
+        bool receipt;
+        const char *refusal; ///< of a return
+    };
+    const Case cases[] = {
+        {"0", 2, true, nullptr},
+        {"1", 2, false, nullptr},
+        {"2", 2, false, "반품처리: 망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."},
+        {"NULL", -1, false, "반품: 반품된 물품이므로 반품처리를 할 수 없습니다."},
+        {"0", 0, false, "반품: 반품된 물품이므로 반품처리를 할 수 없습니다."},
+    };
+    twoOrders();
+    detail(1, 1, 1000, 0, 1);
+    open();
+    QSignalSpy receipt(desk().details, &DetailPane::receiptAsked);
+    QSignalSpy refund(desk().details, &DetailPane::refundAsked);
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.type);
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1, OrdD_Count = %2, OrdD_RfndMemo = 'a' || "
+                                   "char(10) || 'b'")
+                        .arg(QString::fromLatin1(c.type))
+                        .arg(c.count));
+        session_.rsCustSaleDetails->Requery();
+        EXPECT_EQ(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText(), QStringLiteral("a\nb"));
+        emit desk().details->tdbCustSaleDetails()->rowDoubleClicked();
+        EXPECT_EQ(receipt.size(), c.receipt);
+        receipt.clear();
+        desk().push("chkCmdRefund");
+        EXPECT_EQ(refund.size(), c.refusal == nullptr);
+        refund.clear();
+        if (c.refusal)
+            EXPECT_THAT(reader_.take(), ElementsAre(c.refusal));
+    }
+}
+
+TEST_F(OrderPaneTest, ReceiptsAskForAnOrderAndAPeriodThatRunsForwards)
+{
+    open();
+    const std::string noOrder = "영수증 출력: 거래 내역이 없어 출력할 수 없습니다.";
+    for (const char *button : {"chkCmdPrintReceipt_0", "chkCmdPrintReceipt_1", "chkCmdPrintReceiptRollPrinter"}) {
+        desk().push(button);
+        EXPECT_THAT(reader_.take(), ElementsAre(noOrder)) << button;
+    }
+    twoOrders();
+    desk().orders->loadCustSaleMaster();
+    QSignalSpy period(desk().orders, &OrderPane::periodReceiptAsked);
+    desk().push("chkCmdPrintReceipt_1");
+    EXPECT_EQ(period.size(), 1);
+    desk().at<QDateEdit>("uxStartDateDTP").setDate(desk().at<QDateEdit>("uxEndDateDTP").date().addDays(1));
+    desk().push("chkCmdPrintReceipt_1");
+    EXPECT_THAT(reader_.take(), ElementsAre(": 시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."));
+    EXPECT_EQ(period.size(), 1);
+}
+
+TEST_F(OrderPaneTest, ATableThatCannotBeReadIsToldAndLeavesItsGridEmpty)
+{
+    twoOrders();
+    open();
+    for (const char *table : {"tPSProductMaster", "tPSOrderMaster", "tPSOrderDetail"})
+        atOtherDesk(QStringLiteral("DROP TABLE %1").arg(QString::fromLatin1(table)));
+    desk().load();
+    desk().details->loadCustSaleDetails(1);
+    EXPECT_THAT(reader_.take(), testing::UnorderedElementsAre(
+                                    "데이터 가져오기: 물품 목록을 가져오지 못했습니다.",
+                                    "데이터 가져오기: 고객 판매 마스터 정보를 가져오지 못했습니다.",
+                                    "데이터 가져오기: 판매 디테일 정보를 가져오지 못했습니다."));
+    EXPECT_EQ(grid("tdbCustSaleMaster").model()->rowCount(), 0);
+}
+
+TEST(PanesWithoutASession, SurviveEveryButtonAndKey)
+{
+    BoxReader reader;
+    SaleSession session;
+    Desk desk(session);
+    for (QAbstractButton *button : desk.findChildren<QAbstractButton *>()) {
+        if (!button->objectName().isEmpty())
+            QTest::mouseClick(button, Qt::LeftButton);
+    }
+    for (QTableView *grid : desk.findChildren<QTableView *>()) {
+        for (Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Space, Qt::Key_Return})
+            QTest::keyClick(grid, key);
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton);
+    }
+    for (QLineEdit *box : desk.findChildren<QLineEdit *>())
+        QTest::keyClicks(box, QStringLiteral("1-a"));
+    for (const std::string &said : reader.take())
+        EXPECT_EQ(said, "영수증 출력: 거래 내역이 없어 출력할 수 없습니다.");
+}

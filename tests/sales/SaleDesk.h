@@ -1,0 +1,70 @@
+#pragma once
+
+#include "host/schema/Schema.h"
+#include "platform/controls/MessageBox.h"
+#include "session/SaleSession.h"
+#include "session/modGlobalVars.h"
+
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <vector>
+
+/// "7|2026-11-24|NULL": the cells of a row, the rows of an answer one below the other.
+using Rows = std::vector<std::string>;
+
+/// A clinic's database of its own for every test, open as the host's connection, with a second desk beside it.
+class SaleDatabase : public testing::Test
+{
+protected:
+    SaleDatabase();
+    ~SaleDatabase() override;
+
+    /// One statement on a connection that is not the session's; money and keys are whole numbers.
+    void atOtherDesk(const QString &statement) { run(*otherDesk_, statement); }
+    Rows rows(const QString &statement) { return ask(*otherDesk_, statement); }
+    /// A trigger that refuses an event on a table: "BEFORE DELETE ON tPSOrderMaster".
+    void refuse(const QString &event);
+    void allowAgain();
+
+    int product(const QString &name, int price, bool taxed = true, bool handled = true);
+    int order(const QString &date, int customer = Patient);
+    int detail(int orderKey, int productKey, int price, int discount, int count);
+
+    static constexpr int Patient = 41;
+    static constexpr const char *Today = "2026-11-24";
+    static QDate today() { return QDate(2026, 11, 24); }
+
+    SaleSession session_;
+
+private:
+    static void run(ado::Connection &connection, const QString &statement);
+    static Rows ask(ado::Connection &connection, const QString &statement);
+    int lastKey(const QString &table, const QString &key);
+
+    QTemporaryDir folder_;
+    ado::ConnectionPtr otherDesk_;
+};
+
+/// Answers message boxes and keeps what they said.
+class BoxReader
+{
+public:
+    struct Box
+    {
+        QString text;
+        int flags;
+        QString title;
+    };
+
+    BoxReader();
+    ~BoxReader();
+
+    std::deque<controls::Answer> answers; ///< used one by one; then a question is cancelled
+    std::vector<Box> boxes;
+    /// Title and text of the boxes so far, "title: text"; empties the list.
+    std::vector<std::string> take();
+};

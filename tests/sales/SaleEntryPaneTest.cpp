@@ -1,0 +1,276 @@
+#include "tests/sales/PanesOnADesk.h"
+
+#include <QLabel>
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class EntryPane : public DeskTest
+{
+protected:
+    Rows lines()
+    {
+        return rows(QStringLiteral("SELECT OrdM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType FROM "
+                                   "tPSOrderDetail ORDER BY OrdD_PK"));
+    }
+};
+
+const char *const kindButtons[] = {"ssoptSellType_0", "ssoptSellType_1", "ssoptSellType_2"};
+
+} // namespace
+
+TEST_F(EntryPane, ShowsTheCurrentProductAndClearsWithoutOne)
+{
+    product(QStringLiteral("감초"), 12000, false, true);
+    open();
+    EXPECT_EQ(desk().text("txtSaleProductLists_0"), "차");
+    EXPECT_EQ(desk().text("txtSaleProductLists_1"), "감초");
+    EXPECT_EQ(desk().text("txtSaleProductLists_2"), "\\12,000");
+    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\12,000");
+    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\12,000");
+    EXPECT_FALSE(desk().at<QCheckBox>("chkSaleProductLists_0").isChecked());
+    EXPECT_TRUE(desk().at<QCheckBox>("chkSaleProductLists_1").isChecked());
+
+    atOtherDesk(QStringLiteral("UPDATE tPSProductMaster SET PM_IsHide = 1"));
+    desk().list->requerySaleProductLists();
+    EXPECT_EQ(desk().text("txtSaleProductLists_1"), "");
+    EXPECT_EQ(desk().text("txtSaleProductLists_5"), "1");
+    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\0");
+    EXPECT_FALSE(desk().at<QCheckBox>("chkSaleProductLists_1").isChecked());
+}
+
+TEST_F(EntryPane, TheLineTotalFollowsWhatIsTyped)
+{
+    product(QStringLiteral("감초"), 1000);
+    open();
+    struct Step
+    {
+        const char *box;
+        const char *keys;
+        const char *total;
+    };
+    const Step steps[] = {
+        {"txtSaleProductLists_5", "12", "\\12,000"},
+        {"txtSaleProductLists_4", "100", "\\10,800"},
+        {"txtSaleProductLists_7", "50", "\\10,850"},       // a further discount is added here and stored nowhere
+        {"txtSaleProductLists_5", "40000", "\\3,600,050"}, // too large for a quantity: stays at 4,000
+        {"txtSaleProductLists_5", "-", "\\3,600,050"},
+        {"txtSaleProductLists_5", "-2", "-\\1,750"},
+        {"txtSaleProductLists_5", "x3", "\\2,750"}, // letters beep and do nothing
+    };
+    for (const Step &step : steps) {
+        SCOPED_TRACE(step.keys);
+        desk().type(step.box, step.keys);
+        EXPECT_EQ(desk().text("txtSaleProductLists_8"), step.total);
+    }
+}
+
+TEST_F(EntryPane, SteppersNeverReachZero)
+{
+    product(QStringLiteral("감초"), 1000);
+    open();
+    struct Step
+    {
+        const char *button;
+        const char *from;
+        const char *to;
+    };
+    const Step steps[] = {
+        {"udNoOfProdPlusMinus_up", "1", "2"},        {"udNoOfProdPlusMinus_down", "2", "1"},
+        {"udNoOfProdPlusMinus_down", "1", "1"},      {"udNoOfProdPlusMinusBy5_up", "1", "6"},
+        {"udNoOfProdPlusMinusBy5_down", "6", "1"},   {"udNoOfProdPlusMinusBy5_down", "5", "5"},
+        {"udNoOfProdPlusMinus_up", "", "1"},         {"udNoOfProdPlusMinus_down", "-3", "-3"},
+    };
+    for (const Step &step : steps) {
+        SCOPED_TRACE(std::string(step.button) + " from " + step.from);
+        desk().at<QLineEdit>("txtSaleProductLists_5").setText(QString::fromLatin1(step.from));
+        desk().push(step.button);
+        EXPECT_EQ(desk().text("txtSaleProductLists_5"), step.to);
+    }
+}
+
+TEST_F(EntryPane, TheKindDecidesPriceTotalAndSign)
+{
+    product(QStringLiteral("감초"), 1000);
+    open();
+    desk().type("txtSaleProductLists_5", "-3");
+
+    desk().push("ssoptSellType_2");
+    EXPECT_EQ(desk().text("txtSaleProductLists_5"), "-3");
+    EXPECT_EQ(desk().text("txtSaleProductLists_2"), "\\0");
+    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\0");
+    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\0");
+
+    desk().push("ssoptSellType_1");
+    EXPECT_EQ(desk().text("txtSaleProductLists_5"), "3");
+
+    desk().push("ssoptSellType_0");
+    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\1,000");
+    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\3,000");
+}
+
+// Both readings are meant: the list shows the price of a product that is no longer handled, a change of kind does not.
+TEST_F(EntryPane, AProductNotHandledKeepsItsPriceUntilTheKindChanges)
+{
+    product(QStringLiteral("감초"), 1000, true, false);
+    open();
+    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\1,000");
+    desk().push("ssoptSellType_1");
+    desk().push("ssoptSellType_0");
+    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\0");
+
+    for (const char *kind : kindButtons) {
+        desk().push(kind);
+        desk().push("cmdCSAppendDetail");
+        EXPECT_THAT(reader_.take(), ElementsAre(": 취급하지 않는 물품입니다. 추가를 하실 수 없습니다."));
+    }
+    EXPECT_THAT(rows(QStringLiteral("SELECT * FROM tPSOrderMaster")), IsEmpty());
+}
+
+TEST_F(EntryPane, ACustomerWithoutOrdersIsNotAsked)
+{
+    product(QStringLiteral("감초"), 1000);
+    open();
+    desk().type("txtSaleProductLists_5", "2");
+    desk().push("cmdCSAppendDetail");
+    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(lines(), ElementsAre("1|1000|0|2|0"));
+    EXPECT_EQ(desk().text("txtOrderMaster_9"), "\\2,000") << "the orders are loaded anew";
+    EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 1);
+}
+
+TEST_F(EntryPane, WithAnOrderOfTodayTheLineGoesToTheSelectedOneWithoutAQuestion)
+{
+    product(QStringLiteral("감초"), 1000);
+    order(QStringLiteral("2026-11-24"));
+    const int older = order(QStringLiteral("2026-10-01"));
+    open();
+    session_.rsCustSaleMaster->setBookmark(older);
+    desk().push("cmdCSAppendDetail");
+    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(lines(), ElementsAre("2|1000|0|1|0"));
+}
+
+TEST_F(EntryPane, WithoutAnOrderOfTodayTheAnswerDecides)
+{
+    const std::string first = "오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?\n\n";
+    const std::string questions[] = {
+        "판매: " + first + "예(오늘 거래일자로 추가), 아니오(선택된 거래일자로 추가)",
+        "서비스: " + first + "예/오늘 날짜로 서비스추가, 아니오/고객판매마스터에 선택되어있는 날짜",
+        "망실: " + first + "예/오늘 날짜로 망실기록, 아니오/고객판매마스터에 선택되어있는 날짜",
+    };
+    product(QStringLiteral("감초"), 1000);
+    order(QStringLiteral("2026-10-01"));
+    open();
+    using controls::Answer;
+    for (int kind = 0; kind < 3; ++kind) {
+        SCOPED_TRACE(kind);
+        desk().push(kindButtons[kind]);
+        for (Answer answer : {Answer::Cancel, Answer::No, Answer::Yes}) {
+            reader_.answers = {answer};
+            desk().push("cmdCSAppendDetail");
+            ASSERT_FALSE(reader_.boxes.empty());
+            EXPECT_EQ(reader_.boxes[0].flags, controls::YesNoCancel | controls::InformationIcon);
+            EXPECT_THAT(reader_.take(), ElementsAre(questions[kind]));
+        }
+        const std::string written = kind == 0 ? "|1000|0|1|0" : "|0|0|1|" + std::to_string(kind);
+        // No wrote to the old order, Yes to one of today.
+        EXPECT_THAT(lines(), ElementsAre("1" + written, std::to_string(2 + kind) + written));
+        EXPECT_EQ(rows(QStringLiteral("SELECT OrdM_Date FROM tPSOrderMaster WHERE OrdM_PK > 1")), Rows{Today});
+        atOtherDesk(QStringLiteral("DELETE FROM tPSOrderDetail"));
+        atOtherDesk(QStringLiteral("DELETE FROM tPSOrderMaster WHERE OrdM_PK > 1"));
+        desk().orders->loadCustSaleMaster();
+    }
+}
+
+TEST_F(EntryPane, AFailedAddIsToldInTheWordsOfItsKind)
+{
+    const char *const told[] = {
+        "판매추가: 판매추가를 실패 했습니다. 다시 시도 하십시오.",
+        "서비스추가: 서비스추가를 실패 했습니다. 다시 시도 하십시오.",
+        "망실기록: 망실기록을 실패 했습니다. 다시 시도 하십시오.",
+    };
+    product(QStringLiteral("감초"), 1000);
+    order(QStringLiteral("2026-11-24"));
+    open();
+    for (int kind = 0; kind < 3; ++kind) {
+        desk().push(kindButtons[kind]);
+        desk().type("txtSaleProductLists_5", "32768");
+        desk().push("cmdCSAppendDetail");
+        EXPECT_THAT(reader_.take(), ElementsAre(told[kind]));
+    }
+    EXPECT_THAT(lines(), IsEmpty());
+}
+
+TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
+{
+    atOtherDesk(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
+                               "PM_IsHide) VALUES ('가', '다', 3, 1, 1, 0), ('나', '가', 2, 1, 1, NULL), ('다', '나', 1, 1, 1, 0), "
+                               "('숨김', '숨김', 9, 1, 1, 1)"));
+    open();
+    const auto names = [this] {
+        std::string all;
+        for (int row = 0; row < grid("tdbSaleProductLists").model()->rowCount(); ++row)
+            all += cell(grid("tdbSaleProductLists"), row, 1);
+        return all;
+    };
+    EXPECT_EQ(names(), "다가나");
+    struct Click
+    {
+        int column;
+        const char *order;
+    };
+    const Click clicks[] = {
+        {0, "다가나"}, {1, "다가나"}, {1, "나가다"}, {2, "가나다"}, {2, "다나가"},
+        {3, "다나가"}, {5, "나가다"}, {5, "다가나"}, {1, "다가나"},
+    };
+    for (const Click &click : clicks) {
+        SCOPED_TRACE(click.column);
+        emit desk().list->tdbSaleProductLists()->headClick(click.column);
+        EXPECT_EQ(names(), click.order);
+    }
+    EXPECT_EQ(desk().text("txtSaleProductLists_1"), "다") << "a sort stands on the first row";
+}
+
+TEST_F(EntryPane, ComingBackFromTheManagementTabBringsNewProducts)
+{
+    open();
+    EXPECT_EQ(grid("tdbSaleProductLists").model()->rowCount(), 0);
+    product(QStringLiteral("감초"), 1000);
+    desk().list->requerySaleProductLists();
+    EXPECT_EQ(cell(grid("tdbSaleProductLists"), 0, 1), "감초");
+    EXPECT_EQ(desk().text("txtSaleProductLists_1"), "감초");
+}
+
+TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
+{
+    open();
+    struct Pane
+    {
+        QWidget *container;
+        int width;
+    };
+    const Pane panes[] = {
+        {desk().entry->c1elaProductInfo(), 370},
+        {desk().orders->elTranMnu(), 560},
+        {desk().orders->c1elaCustSaleInfo(), 325},
+        {desk().details->c1elaSaleDetailMemo(), 325},
+    };
+    for (const Pane &pane : panes) {
+        pane.container->setParent(nullptr);
+        pane.container->resize(pane.width, pane.container->sizeHint().height());
+        pane.container->show();
+        for (QWidget *child : pane.container->findChildren<QWidget *>()) {
+            const bool captioned = qobject_cast<QLabel *>(child) || qobject_cast<QAbstractButton *>(child);
+            if (captioned && child->isVisible())
+                EXPECT_GE(child->width(), child->sizeHint().width()) << qPrintable(child->objectName()) << " of "
+                                                                     << qPrintable(pane.container->objectName());
+        }
+        EXPECT_LE(pane.container->width(), pane.width);
+        pane.container->setParent(&desk());
+    }
+}

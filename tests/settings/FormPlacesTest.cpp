@@ -1,0 +1,202 @@
+#include "settings/clsFormPosition.h"
+#include "settings/clsFormSizePosSetting.h"
+#include "settings/modFormLocate.h"
+
+#include "platform/registry/AppSettings.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QRect screen()
+{
+    return QApplication::primaryScreen()->availableGeometry();
+}
+
+class RememberedWindow : public testing::Test
+{
+protected:
+    RememberedWindow()
+    {
+        registry::setStoreFolder(store_.path());
+        for (int column = 0; column < 3; ++column)
+            columns_.addWidget(new QWidget);
+        columns_.setChildrenCollapsible(false);
+        columns_.resize(600 + 2 * columns_.handleWidth(), 200);
+        columns_.setSizes({200, 200, 200});
+        columns_.show(); // sizes hold once it is laid out
+        window_.setGeometry(30, 40, 400, 300);
+        window_.show();
+    }
+    ~RememberedWindow() override { registry::setStoreFolder(QString()); }
+
+    QTemporaryDir store_;
+    clsFormSizePosSetting setting_;
+    QWidget window_;
+    QSplitter columns_;
+};
+
+} // namespace
+
+TEST_F(RememberedWindow, ComesBackWhereItStood)
+{
+    columns_.setSizes({100, 320, 180});
+    saveMainWindowLayout(window_, columns_);
+    EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QStringLiteral("FormWidth")),
+              QStringLiteral("400"));
+    EXPECT_EQ(setting_.ThirdColWidth(), QString()); // the rest of the window, never stored
+
+    const QPoint place = window_.pos();
+    window_.setGeometry(90, 90, 250, 250);
+    columns_.setSizes({200, 200, 200});
+    restoreMainWindowLayout(window_, columns_);
+    EXPECT_EQ(window_.pos(), place);
+    EXPECT_EQ(window_.size(), QSize(400, 300));
+    EXPECT_EQ(columns_.sizes(), (QList<int>{100, 320, 180}));
+}
+
+TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
+{
+    restoreMainWindowLayout(window_, columns_);
+    setting_.FormPos_x(QStringLiteral("왼쪽"));
+    setting_.FormWidth(QStringLiteral("12a"));
+    setting_.FirstColWidth(QStringLiteral("100"));
+    setting_.SecondColWidth(QStringLiteral("-5"));
+    setting_.FormIsMaximized(QStringLiteral("yes"));
+    restoreMainWindowLayout(window_, columns_);
+    EXPECT_EQ(window_.geometry(), QRect(30, 40, 400, 300));
+    EXPECT_EQ(columns_.sizes(), (QList<int>{200, 200, 200}));
+    EXPECT_FALSE(window_.isMaximized());
+}
+
+TEST_F(RememberedWindow, IsBroughtOntoTheScreenAndCutToIt)
+{
+    const struct
+    {
+        const char *what;
+        int x, y, width, height;
+    } cases[] = {
+        {"right and below", 100000, 100000, 400, 300},
+        {"left and above", -100000, -100000, 400, 300},
+        {"half off the right edge", screen().right() - 50, 40, 400, 300},
+        {"larger than the screen", 10, 10, 100000, 100000},
+    };
+    const int frame = window_.frameGeometry().width() - window_.width();
+    for (const auto &entry : cases) {
+        setting_.FormPos_x(QString::number(entry.x));
+        setting_.FormPos_y(QString::number(entry.y));
+        setting_.FormWidth(QString::number(entry.width));
+        setting_.FormHeight(QString::number(entry.height));
+        restoreMainWindowLayout(window_, columns_);
+        EXPECT_TRUE(screen().contains(window_.frameGeometry())) << entry.what;
+        EXPECT_EQ(window_.frameGeometry().width(), std::min(entry.width + frame, screen().width())) << entry.what;
+    }
+}
+
+TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
+{
+    window_.setWindowState(Qt::WindowMaximized);
+    saveMainWindowLayout(window_, columns_);
+    EXPECT_EQ(setting_.FormIsMaximized(), QStringLiteral("2"));
+    EXPECT_EQ(setting_.FormWidth(), QStringLiteral("400")); // what it goes back to
+    window_.setWindowState(Qt::WindowNoState);
+    restoreMainWindowLayout(window_, columns_);
+    EXPECT_TRUE(window_.isMaximized());
+
+    window_.setWindowState(Qt::WindowMinimized);
+    saveMainWindowLayout(window_, columns_);
+    EXPECT_EQ(setting_.FormIsMaximized(), QStringLiteral("0"));
+    for (const char *state : {"0", "1"}) {
+        setting_.FormIsMaximized(QLatin1String(state));
+        QWidget fresh;
+        fresh.show();
+        restoreMainWindowLayout(fresh, columns_);
+        EXPECT_FALSE(fresh.isMinimized() || fresh.isMaximized()) << state;
+    }
+}
+
+TEST_F(RememberedWindow, EveryPropertyHasAValueOfItsOwn)
+{
+    using Get = QString (clsFormSizePosSetting::*)() const;
+    using Let = void (clsFormSizePosSetting::*)(const QString &);
+    const struct
+    {
+        Get get;
+        Let let;
+        const char *key;
+    } cases[] = {
+        {&clsFormSizePosSetting::FirstRowHeight, &clsFormSizePosSetting::FirstRowHeight, "RowHeight_0"},
+        {&clsFormSizePosSetting::SecondRowHeight, &clsFormSizePosSetting::SecondRowHeight, "RowHeight_1"},
+        {&clsFormSizePosSetting::ThirdRowHeight, &clsFormSizePosSetting::ThirdRowHeight, "RowHeight_2"},
+        {&clsFormSizePosSetting::FirstColWidth, &clsFormSizePosSetting::FirstColWidth, "ColWidth_0"},
+        {&clsFormSizePosSetting::SecondColWidth, &clsFormSizePosSetting::SecondColWidth, "ColWidth_1"},
+        {&clsFormSizePosSetting::ThirdColWidth, &clsFormSizePosSetting::ThirdColWidth, "ColWidth_2"},
+        {&clsFormSizePosSetting::FormPos_x, &clsFormSizePosSetting::FormPos_x, "FormPos_x"},
+        {&clsFormSizePosSetting::FormPos_y, &clsFormSizePosSetting::FormPos_y, "FormPos_y"},
+        {&clsFormSizePosSetting::FormHeight, &clsFormSizePosSetting::FormHeight, "FormHeight"},
+        {&clsFormSizePosSetting::FormWidth, &clsFormSizePosSetting::FormWidth, "FormWidth"},
+        {&clsFormSizePosSetting::FormIsMaximized, &clsFormSizePosSetting::FormIsMaximized, "IsFormMaximized"},
+    };
+    for (const auto &entry : cases) {
+        EXPECT_EQ((setting_.*entry.get)(), QString()) << entry.key;
+        (setting_.*entry.let)(QLatin1String(entry.key));
+    }
+    for (const auto &entry : cases) {
+        EXPECT_EQ((setting_.*entry.get)(), QLatin1String(entry.key));
+        EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QLatin1String(entry.key)),
+                  QLatin1String(entry.key));
+    }
+}
+
+TEST(FormPosition, PlacesControlsInTheirContainer)
+{
+    const clsFormPosition position;
+    QWidget container;
+    container.resize(200, 100);
+    QWidget small(&container), second(&container), large(&container);
+    small.resize(100, 20);
+    second.resize(50, 30);
+    large.resize(300, 140);
+
+    position.CenterControl(container, small);
+    EXPECT_EQ(small.pos(), QPoint(50, 40));
+    position.CenterControl(container, large);
+    EXPECT_EQ(large.pos(), QPoint(0, 0));
+    position.CenterForm(container, large); // the form's routine lets it hang over
+    EXPECT_EQ(large.pos(), QPoint(-50, -20));
+
+    position.CenterTwoControl(container, small, second);
+    EXPECT_EQ(small.pos(), QPoint(50, 25));
+    EXPECT_EQ(second.pos(), QPoint(75, 45));
+    position.CenterTwoControl(container, large, second);
+    EXPECT_EQ(large.pos(), QPoint(0, 0));
+    EXPECT_EQ(second.pos(), QPoint(75, 140));
+}
+
+TEST(FormPosition, PlacesWindows)
+{
+    const clsFormPosition position;
+    QWidget mainForm, form;
+    mainForm.setGeometry(100, 50, 400, 300);
+    form.resize(200, 100);
+    position.CenterMain(mainForm, form);
+    EXPECT_EQ(form.pos(), mainForm.pos() + QPoint(100, 100));
+    EXPECT_EQ(form.size(), QSize(200, 100));
+    position.CenterMain(mainForm, form, 0.25F);
+    EXPECT_EQ(form.size(), QSize(100, 75));
+
+    position.CenterScreen(form, 0.5F);
+    EXPECT_EQ(form.size(), screen().size() / 2);
+    EXPECT_LE((form.frameGeometry().center() - screen().center()).manhattanLength(), 2);
+
+    form.resize(150, 100);
+    position.LocateFormBottomRight(mainForm, form);
+    EXPECT_EQ(form.pos(), QPoint(250, 200));
+    form.resize(500, 100); // wider than the reference: the screen's edge
+    position.LocateFormBottomRight(mainForm, form);
+    EXPECT_EQ(form.pos(), QPoint(screen().width() - 500, 200));
+}

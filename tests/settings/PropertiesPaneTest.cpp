@@ -1,0 +1,104 @@
+#include "settings/PropertiesPane.h"
+
+#include "settings/clsProperties.h"
+#include "tests/settings/SettingsDatabase.h"
+
+#include <QFile>
+#include <QImage>
+
+namespace {
+
+const QString notice = QStringLiteral("영수증고객안내문");
+const QString defaultNotice = QStringLiteral("영수증이 있으면 교환/환불시 보다 편리합니다.");
+
+} // namespace
+
+class PropertiesTab : public SettingsDatabase
+{
+protected:
+    QLineEdit *box(int index) { return pane_.findChild<QLineEdit *>(QStringLiteral("txtProperties_%1").arg(index)); }
+    QCheckBox *check(const char *name) { return pane_.findChild<QCheckBox *>(QLatin1String(name)); }
+    void press(const char *name) { pane_.findChild<QPushButton *>(QLatin1String(name))->click(); }
+
+    PropertiesPane pane_;
+};
+
+TEST_F(PropertiesTab, AMissingNoticeIsWrittenAtOnceAndShownWithTheNextVisit)
+{
+    pane_.loadProperties();
+    EXPECT_EQ(clsProperties().PropValue(notice), defaultNotice);
+    EXPECT_EQ(box(7)->text(), QString());
+    pane_.loadProperties();
+    EXPECT_EQ(box(7)->text(), defaultNotice);
+
+    box(7)->clear();
+    press("chkCmdSaveProperties");
+    EXPECT_EQ(clsProperties().PropValue(notice), QString());
+    pane_.loadProperties();
+    EXPECT_EQ(clsProperties().PropValue(notice), defaultNotice);
+}
+
+TEST_F(PropertiesTab, SavesTrimmedTextsAndBothSwitchesAndTellsOfIt)
+{
+    pane_.loadProperties();
+    const QStringList keys = {QStringLiteral("지점명"),       QStringLiteral("지점대표자"),   QStringLiteral("지점사업자번호"),
+                              QStringLiteral("우편번호"),     QStringLiteral("지점주소"),     QStringLiteral("지점전화번호"),
+                              QStringLiteral("홈페이지주소"), notice};
+    for (int index = 0; index < keys.size(); ++index)
+        box(index)->setText(QStringLiteral("  값 %1 ").arg(index));
+    check("chkDoNotUseDiscountForSunap")->setChecked(true);
+    int saved = 0;
+    QObject::connect(&pane_, &PropertiesPane::propertiesSaved, &pane_, [&] {
+        ++saved;
+        EXPECT_EQ(clsProperties().PropValue(QStringLiteral("수납시할인사용안함")), QStringLiteral("1"));
+    });
+    press("chkCmdSaveProperties");
+    EXPECT_EQ(saved, 1);
+    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")), QStringLiteral("0"));
+
+    PropertiesPane otherDesk;
+    otherDesk.loadProperties();
+    for (int index = 0; index < keys.size(); ++index) {
+        EXPECT_EQ(clsProperties().PropValue(keys[index]), QStringLiteral("값 %1").arg(index));
+        EXPECT_EQ(otherDesk.findChild<QLineEdit *>(QStringLiteral("txtProperties_%1").arg(index))->text(),
+                  QStringLiteral("값 %1").arg(index));
+    }
+    EXPECT_TRUE(otherDesk.findChild<QCheckBox *>(QStringLiteral("chkDoNotUseDiscountForSunap"))->isChecked());
+    EXPECT_FALSE(otherDesk.findChild<QCheckBox *>(QStringLiteral("chkHideHiddenCheckedProducts"))->isChecked());
+}
+
+TEST_F(PropertiesTab, OnlyTheTextOneSwitchesOn)
+{
+    for (const char *stored : {"0", "", "True", "01"}) {
+        clsProperties().PropValue(QStringLiteral("수납시할인사용안함"), QLatin1String(stored));
+        check("chkDoNotUseDiscountForSunap")->setChecked(true);
+        pane_.loadProperties();
+        EXPECT_FALSE(check("chkDoNotUseDiscountForSunap")->isChecked()) << stored;
+    }
+}
+
+TEST_F(PropertiesTab, ShowsALogoWhateverItsFormatAndTakesItAwayWithTheFile)
+{
+    auto *logo = pane_.findChild<QLabel *>(QStringLiteral("picLogo"));
+    QImage picture(900, 300, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    const QString file = folder_.filePath(QStringLiteral("RcptLog.dat"));
+    for (const char *format : {"BMP", "JPG"}) {
+        ASSERT_TRUE(picture.save(file, format));
+        pane_.loadProperties();
+        ASSERT_FALSE(logo->pixmap().isNull()) << format;
+        EXPECT_EQ(logo->pixmap().width(), 3 * logo->pixmap().height()) << format;
+        EXPECT_LT(logo->pixmap().width(), 900) << format;
+    }
+    QFile::remove(file);
+    pane_.loadProperties();
+    EXPECT_TRUE(logo->pixmap().isNull());
+}
+
+TEST_F(PropertiesTab, StandsWithoutAConnection)
+{
+    gcnnMasterDB.reset();
+    pane_.loadProperties();
+    press("chkCmdSaveProperties");
+    EXPECT_EQ(box(0)->text(), QString());
+}
