@@ -3,6 +3,7 @@
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
 #include "input/StatisticsPane.h"
+#include "input/clsMyFunctions.h"
 #include "money/LedgerPane.h"
 #include "money/ReceiptFlow.h"
 #include "platform/controls/Appearance.h"
@@ -163,7 +164,8 @@ void frmMain::load()
         productPane_->disableCommands();
     for (controls::RecordsetGrid *grid : layoutGrids())
         keepGridLayout(*grid);
-    orderPane_->setPeriod(QDate::currentDate().addDays(-7), QDate::currentDate());
+    orderPane_->strip()->uxEndDateDTP()->setDate(QDate::currentDate());
+    orderPane_->strip()->uxStartDateDTP()->setDate(QDate::currentDate().addDays(-7));
 }
 
 QList<controls::RecordsetGrid *> frmMain::layoutGrids() const
@@ -186,7 +188,7 @@ void frmMain::leaveEditMode(const QString &code)
 {
     editModes_.leaveEditMode(code);
     // Meant as it stands: after any edit the unit discount is locked until the window is opened anew.
-    entryPane_->lockPriceFields();
+    clsMyFunctions().setCollection2Locked({entryPane_->txtSaleProductLists(4), entryPane_->txtSaleProductLists(6)}, true);
 }
 
 void frmMain::paintEntryColors()

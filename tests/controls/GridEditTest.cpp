@@ -135,6 +135,15 @@ TEST_F(EditedGrid, AHandlerMayRequeryTheVeryRowsThatAreBeingEdited)
     EXPECT_EQ(stored(2), "60");
     EXPECT_EQ(currentKey(), 1);
     EXPECT_EQ(editor(), nullptr);
+
+    onEvent(&grid_, &RecordsetGrid::afterColumnUpdate, &grid_, [this](int) {
+        database_.run(QStringLiteral("DELETE FROM tPSOrderMaster"));
+        orders_.Requery();
+    });
+    type(1, "70");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(boxes_.messages.isEmpty()) << boxes_.texts().value(0).toStdString();
+    EXPECT_EQ(grid_.model()->rowCount(), 0);
 }
 
 TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)

@@ -275,8 +275,9 @@ TEST_F(OrderPaneTest, OnlyASoldLineAsksForItsReceiptOrItsReturn)
         desk().push("chkCmdRefund");
         EXPECT_EQ(refund.size(), c.refusal == nullptr);
         refund.clear();
-        if (c.refusal)
+        if (c.refusal) {
             EXPECT_THAT(reader_.take(), ElementsAre(c.refusal));
+        }
     }
 }
 

@@ -266,9 +266,10 @@ TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
         pane.container->show();
         for (QWidget *child : pane.container->findChildren<QWidget *>()) {
             const bool captioned = qobject_cast<QLabel *>(child) || qobject_cast<QAbstractButton *>(child);
-            if (captioned && child->isVisible())
+            if (captioned && child->isVisible()) {
                 EXPECT_GE(child->width(), child->sizeHint().width()) << qPrintable(child->objectName()) << " of "
                                                                      << qPrintable(pane.container->objectName());
+            }
         }
         EXPECT_LE(pane.container->width(), pane.width);
         pane.container->setParent(&desk());
