@@ -60,6 +60,12 @@ frmMain::frmMain()
     setWindowTitle(QStringLiteral("물품판매관리"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
+    static const bool released = [] {
+        // The database layer of the toolkit ends with the program; the lent connection must be given back before.
+        qAddPostRoutine([] { gcnnMasterDB.reset(); });
+        return true;
+    }();
+    Q_UNUSED(released)
     controls::installKoreanFonts();
     setFont(controls::deskFont());
     createPanes();

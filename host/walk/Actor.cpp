@@ -1,9 +1,11 @@
 #include "host/walk/Actor.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QScreen>
 #include <QTest>
 #include <QTextStream>
@@ -24,9 +26,12 @@ QWindow *handleOf(QWidget *widget)
     return handle;
 }
 
-QPoint centreInWindow(QWidget *widget)
+/// The centre; the mark itself of a box whose caption does not fill its width.
+QPoint aimAt(QWidget *widget)
 {
-    return widget->mapTo(widget->window(), widget->rect().center());
+    const bool hasMark = qobject_cast<QCheckBox *>(widget) || qobject_cast<QRadioButton *>(widget);
+    const QPoint target = hasMark ? QPoint(10, widget->height() / 2) : widget->rect().center();
+    return widget->mapTo(widget->window(), target);
 }
 
 } // namespace
@@ -75,7 +80,7 @@ void Actor::click(QWidget *control)
 {
     if (!control->isVisible() || !control->isEnabled())
         throw Astray(QStringLiteral("'%1' cannot be clicked").arg(control->objectName()));
-    QTest::mouseClick(handleOf(control), Qt::LeftButton, {}, centreInWindow(control));
+    QTest::mouseClick(handleOf(control), Qt::LeftButton, {}, aimAt(control));
     settle();
 }
 

@@ -24,6 +24,7 @@ void RecordsetGrid::Private::makeHeaders()
         runEvent([&] { emit grid->headClick(column); });
     });
     connect(header, &GridHeader::changedByUser, grid, [this] {
+        noteWidths();
         runEvent([&] { emit grid->layoutChanged(true); });
     });
     connect(header, &GridHeader::designAsked, grid, [this] {
@@ -204,16 +205,22 @@ int RecordsetGrid::Private::lastShownColumn() const
     return -1;
 }
 
+/// A column that is hidden, or that fills what is left of the grid, keeps the width that was last chosen for it.
+void RecordsetGrid::Private::noteWidths()
+{
+    const int stretched = lastShownColumn();
+    for (int column = 0; column < header->count(); ++column) {
+        if (column != stretched && !header->isSectionHidden(column))
+            widths[std::size_t(column)] = qRound(header->sectionSize(column) / pixelsPerUnit());
+    }
+}
+
 GridLayout RecordsetGrid::Private::currentLayout() const
 {
     GridLayout layout;
-    const int stretched = lastShownColumn(); // fills what is left, so its size on the screen is nobody's choice
     for (int place = 0; place < header->count(); ++place) {
         const int column = header->logicalIndex(place);
-        const bool visible = !header->isSectionHidden(column);
-        const bool sized = visible && column != stretched;
-        const int width = sized ? qRound(header->sectionSize(column) / pixelsPerUnit()) : widths[std::size_t(column)];
-        layout.places.push_back({column, width, visible});
+        layout.places.push_back({column, widths[std::size_t(column)], !header->isSectionHidden(column)});
     }
     return layout;
 }
@@ -221,6 +228,8 @@ GridLayout RecordsetGrid::Private::currentLayout() const
 void RecordsetGrid::Private::applyLayout(const GridLayout &layout)
 {
     widths.resize(layout.places.size());
+    // A column that is the last one for a moment would take no width of its own.
+    header->setStretchLastSection(false);
     for (std::size_t place = 0; place < layout.places.size(); ++place) {
         const GridLayout::Place &column = layout.places[place];
         widths[std::size_t(column.column)] = column.width;
@@ -229,6 +238,7 @@ void RecordsetGrid::Private::applyLayout(const GridLayout &layout)
         header->resizeSection(column.column, qRound(column.width * pixelsPerUnit()));
         header->setSectionHidden(column.column, !column.visible);
     }
+    header->setStretchLastSection(true);
 }
 
 } // namespace controls

@@ -33,6 +33,7 @@ struct RecordsetGrid::Private
     void settle(const ado::Bookmark &row, const QString &field, const QVariant &value);
     int firstEditable(bool check) const;
 
+    void noteWidths();
     GridLayout currentLayout() const;
     void applyLayout(const GridLayout &layout);
     int lastShownColumn() const;
@@ -47,7 +48,7 @@ struct RecordsetGrid::Private
     GridHeader *header = nullptr;
     BeforeUpdate before;
     std::vector<QMetaObject::Connection> bonds; ///< with the recordset
-    std::vector<int> widths;                    ///< last known of each column, pixels at 96 dpi
+    std::vector<int> widths;                    ///< as designed, loaded or dragged, pixels at 96 dpi
     bool following = false;                     ///< the view is being moved to where the recordset stands
     bool movedByUser = false;
     bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
