@@ -10,6 +10,10 @@ class DateEdit : public QDateEdit
     Q_OBJECT
 public:
     explicit DateEdit(QWidget *parent = nullptr);
+
+protected:
+    /// Tab leaves the picker; the stock control would walk through year, month and day first.
+    bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
 };
 
 } // namespace controls

@@ -228,8 +228,6 @@ GridLayout RecordsetGrid::Private::currentLayout() const
 void RecordsetGrid::Private::applyLayout(const GridLayout &layout)
 {
     widths.resize(layout.places.size());
-    // A column that is the last one for a moment would take no width of its own.
-    header->setStretchLastSection(false);
     for (std::size_t place = 0; place < layout.places.size(); ++place) {
         const GridLayout::Place &column = layout.places[place];
         widths[std::size_t(column.column)] = column.width;
@@ -238,7 +236,6 @@ void RecordsetGrid::Private::applyLayout(const GridLayout &layout)
         header->resizeSection(column.column, qRound(column.width * pixelsPerUnit()));
         header->setSectionHidden(column.column, !column.visible);
     }
-    header->setStretchLastSection(true);
 }
 
 } // namespace controls

@@ -149,6 +149,12 @@ TEST_F(UserLayout, ALayoutComesBackFromItsFile)
     EXPECT_EQ(next.columnWidth(4), 120) << "and so does one that was stretched when saved";
     next.resetLayout();
     EXPECT_EQ(layoutOf(next), designed);
+
+    grid_.resetLayout();
+    ASSERT_TRUE(grid_.loadLayout(file("a.tdb"), layoutName));
+    EXPECT_EQ(layoutOf(grid_), own);
+    header().moveSection(header().visualIndex(4), 0);
+    EXPECT_EQ(grid_.columnWidth(4), 120) << "also while the grid is on the screen";
 }
 
 TEST_F(UserLayout, AForeignOrDamagedFileIsPassedOver)
