@@ -24,6 +24,7 @@
 #include "settings/modFormLocate.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QPointer>
 #include <QStatusBar>
 

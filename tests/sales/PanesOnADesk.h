@@ -11,6 +11,8 @@
 #include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QApplication>
+#include <QInputMethodEvent>
 #include <QTest>
 
 /// A window with the four panes, connected as the main window connects them.
@@ -76,7 +78,15 @@ public:
         auto &box = at<QLineEdit>(name);
         box.setFocus();
         box.selectAll();
-        QTest::keyClicks(&box, QString::fromUtf8(keys));
+        for (const QChar key : QString::fromUtf8(keys)) {
+            if (key.unicode() < 0x80) {
+                QTest::keyClick(&box, key.toLatin1());
+                continue;
+            }
+            QInputMethodEvent syllable; // Hangul comes from the input method, not as a key
+            syllable.setCommitString(key);
+            QApplication::sendEvent(&box, &syllable);
+        }
     }
 
     SaleListPane *list;
