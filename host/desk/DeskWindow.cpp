@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QProxyStyle>
 #include <QSqlQuery>
 #include <QVBoxLayout>
 
@@ -30,13 +31,23 @@ QLabel *label(const QString &text, double size, bool bold = false)
     return result;
 }
 
+/// Leaves room between a cell's text and its edge.
+class RoomyCells : public QProxyStyle
+{
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
+    {
+        return metric == PM_FocusFrameHMargin ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
 QString clinicName(ado::Connection &connection)
 {
     QSqlQuery query(connection.database());
     if (query.exec(QStringLiteral("SELECT tpsps_Value FROM tPSProperties WHERE tpsps_Key = '지점명'")) && query.next()
         && !query.value(0).toString().isEmpty())
         return query.value(0).toString();
-    return QStringLiteral("접수 데스크");
+    return QStringLiteral("한의원");
 }
 
 QString describe(const Patient &patient)
@@ -57,17 +68,16 @@ DeskWindow::DeskWindow(ado::ConnectionPtr connection, QWidget *parent)
     , connection_(connection)
     , component_(connection)
     , model_(new PatientModel(this))
-    , search_(named(new QLineEdit, QStringLiteral("txtSearch")))
+    , search_(named(new SearchBox, QStringLiteral("txtSearch")))
     , table_(named(new QTableView, QStringLiteral("tblPatients")))
     , count_(label({}, 1.0))
     , chosenName_(label({}, 1.25, true))
     , chosenDetail_(label({}, 1.0))
-    , sale_(named(new QPushButton(QStringLiteral("물품판매")), QStringLiteral("cmdSale")))
-    , manage_(named(new QPushButton(QStringLiteral("물품관리")), QStringLiteral("cmdManage")))
+    , sale_(named(new QPushButton(QStringLiteral("물품판매(F2)")), QStringLiteral("cmdSale")))
+    , manage_(named(new QPushButton(QStringLiteral("물품관리(F3)")), QStringLiteral("cmdManage")))
 {
     setObjectName(QStringLiteral("deskWindow"));
-    const QString clinic = clinicName(*connection_);
-    setWindowTitle(clinic == QStringLiteral("접수 데스크") ? clinic : clinic + QStringLiteral(" 접수 데스크"));
+    setWindowTitle(clinicName(*connection_) + QStringLiteral(" 접수 데스크"));
     makeTable();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(18, 16, 18, 14);
@@ -89,6 +99,8 @@ QWidget *DeskWindow::makeHead()
     row->setSpacing(10);
     row->addWidget(label(clinicName(*connection_), 1.6, true));
     row->addStretch(1);
+    row->addWidget(count_);
+    row->addSpacing(14);
     auto *caption = label(QStringLiteral("환자 찾기(&F) :"), 1.0);
     caption->setBuddy(search_);
     row->addWidget(caption);
@@ -97,10 +109,8 @@ QWidget *DeskWindow::makeHead()
     search_->setClearButtonEnabled(true);
     search_->setMinimumWidth(320);
     search_->setMinimumHeight(34);
+    search_->setTextMargins(6, 0, 6, 0);
     row->addWidget(search_);
-    count_->setMinimumWidth(count_->fontMetrics().horizontalAdvance(QStringLiteral("50,000명 / 50,000명")));
-    count_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    row->addWidget(count_);
     return head;
 }
 
@@ -124,8 +134,6 @@ QWidget *DeskWindow::makeFoot()
     QFont strong = sale_->font();
     strong.setBold(true);
     sale_->setFont(strong);
-    sale_->setText(QStringLiteral("물품판매(F2)"));
-    manage_->setText(QStringLiteral("물품관리(F3)"));
     chosenDetail_->setMinimumWidth(0);
     chosenDetail_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     return foot;
@@ -133,6 +141,9 @@ QWidget *DeskWindow::makeFoot()
 
 void DeskWindow::makeTable()
 {
+    auto *cells = new RoomyCells;
+    cells->setParent(table_);
+    table_->setStyle(cells);
     table_->setModel(model_);
     table_->setAccessibleName(QStringLiteral("환자 목록"));
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -150,14 +161,14 @@ void DeskWindow::makeTable()
     table_->horizontalHeader()->setDefaultAlignment(Qt::AlignCenter);
     table_->horizontalHeader()->setStretchLastSection(true);
     table_->horizontalHeader()->setMinimumHeight(rowHeight);
-    const int widths[PatientModel::ColumnCount]{110, 100, 110, 60, 140, 150, 300};
+    const int widths[PatientModel::ColumnCount]{120, 100, 120, 64, 140, 150, 300};
     for (int column = 0; column < PatientModel::ColumnCount; ++column)
         table_->setColumnWidth(column, widths[column]);
 }
 
 void DeskWindow::connectControls()
 {
-    connect(search_, &QLineEdit::textChanged, this, [this](const QString &typed) {
+    connect(search_, &SearchBox::typed, this, [this](const QString &typed) {
         model_->setSearch(typed);
         table_->selectRow(0);
         showSelected();

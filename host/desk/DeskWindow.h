@@ -2,9 +2,9 @@
 
 #include "host/desk/Component.h"
 #include "host/desk/PatientModel.h"
+#include "host/desk/SearchBox.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QWidget>
@@ -41,7 +41,7 @@ private:
     ado::ConnectionPtr connection_;
     SaleComponent component_;
     PatientModel *model_;
-    QLineEdit *search_;
+    SearchBox *search_;
     QTableView *table_;
     QLabel *count_;
     QLabel *chosenName_;

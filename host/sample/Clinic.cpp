@@ -1,10 +1,7 @@
 #include "host/sample/Clinic.h"
 
-#include "host/sample/Catalogue.h"
-#include "host/sample/Patients.h"
 #include "host/sample/TradeWriter.h"
 #include "host/schema/Schema.h"
-#include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QFile>
@@ -63,6 +60,9 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("데이터베이스를 만들지 못했습니다.\n") + database.lastError().text());
     };
+    if (schema::hasSchema(connection))
+        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                    QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ") + connection.address());
     if (!database.transaction())
         refuse();
     try {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace desk {
+
+/// A line that tells every change of what is read in it, the Hangul syllable that is still being composed included.
+class SearchBox : public QLineEdit
+{
+    Q_OBJECT
+public:
+    explicit SearchBox(QWidget *parent = nullptr);
+
+signals:
+    void typed(const QString &text);
+
+protected:
+    void inputMethodEvent(QInputMethodEvent *event) override;
+};
+
+} // namespace desk
