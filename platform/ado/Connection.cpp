@@ -133,20 +133,35 @@ void Connection::beforeWrite()
 
 void Connection::ensureAlive()
 {
-    d->ensureAlive();
+    d->ensureAlive(Driver::Asking::WhereNeeded);
 }
 
-void Connection::Private::ensureAlive()
+void Connection::Private::ensureAlive(Driver::Asking asking)
 {
     if (transaction == Transaction::Lost)
         transactionGone();
-    if (transaction != Transaction::Started && !driver->alive())
+    if (transaction != Transaction::Started && !driver->alive(asking))
+        reconnect();
+}
+
+void Connection::Private::reconnect()
+{
+    // A view that paints its rows asks hundreds of times; one attempt, which may wait for seconds, answers all of them.
+    constexpr qint64 pause = 1000;
+    if (unreachable_.isValid() && unreachable_.elapsed() < pause)
+        throw RuntimeError(ErrorNumber::ConnectionLost, QStringLiteral("데이터베이스에 연결할 수 없습니다."));
+    try {
         driver->reopen();
+        unreachable_.invalidate();
+    } catch (const RuntimeError &) {
+        unreachable_.start();
+        throw;
+    }
 }
 
 void Connection::Private::beforeWrite()
 {
-    ensureAlive();
+    ensureAlive(Driver::Asking::WhereNeeded);
     if (transaction != Transaction::Pending)
         return;
     driver->begin();
@@ -209,7 +224,7 @@ CellTable Connection::Private::readBack(const Command &statement)
 
 CellTable Connection::Private::read(const Command &select)
 {
-    ensureAlive();
+    ensureAlive(Driver::Asking::Never);
     try {
         return shielded([&] { return driver->read(select); });
     } catch (const RuntimeError &error) {
@@ -217,7 +232,7 @@ CellTable Connection::Private::read(const Command &select)
         if (error.number() != ErrorNumber::ConnectionLost || transaction == Transaction::Started
             || transaction == Transaction::Lost)
             throw;
-        driver->reopen();
+        reconnect();
     }
     return driver->read(select);
 }

@@ -3,6 +3,8 @@
 #include "platform/ado/Connection.h"
 #include "platform/ado/Driver.h"
 
+#include <QElapsedTimer>
+
 #include <memory>
 #include <vector>
 
@@ -24,7 +26,7 @@ struct Connection::Private
     /// Counts what was rolled back: a row image that was written since then may no longer be true.
     quint64 rollbacks = 0;
 
-    void ensureAlive();
+    void ensureAlive(Driver::Asking asking);
     void beforeWrite();
     int write(const Command &statement);
     /// A writing statement that answers with rows.
@@ -33,9 +35,12 @@ struct Connection::Private
     void rollBackServer();
 
 private:
+    void reconnect();
     void noteFailure();
     template <typename Run>
     auto shielded(Run run);
+
+    QElapsedTimer unreachable_; ///< since the last attempt to reconnect failed
 };
 
 std::vector<Connection *> connectionsInTransaction();

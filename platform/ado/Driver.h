@@ -40,8 +40,10 @@ public:
     /// A failed statement inside a transaction must leave the earlier ones standing: true where only a savepoint does that.
     virtual bool needsSavepoints() const { return false; }
 
-    /// Looks whether the server is still there, without waiting for it where the engine can tell.
-    virtual bool alive() { return true; }
+    enum class Asking { Never, WhereNeeded };
+    /// Whether the server is still there. Where the engine does not notice a lost server by itself, it is asked if that is
+    /// allowed: before a writing, which unlike a reading cannot be tried a second time.
+    virtual bool alive(Asking) { return true; }
     void reopen();
 
 protected:

@@ -83,18 +83,19 @@ Command OdbcDriver::command() const
 
 void OdbcDriver::fail(const QSqlError &error)
 {
-    // Of the errors, the class 08 and the server's own 57P tell that the connection is gone.
     const QString text = error.databaseText();
-    const QString code = error.nativeErrorCode();
-    lost_ = text.contains(QLatin1String("08S01")) || text.contains(QLatin1String("08003"))
-        || text.contains(QLatin1String("08006")) || text.contains(QLatin1String("57P0"))
-        || text.contains(QLatin1String("server closed"), Qt::CaseInsensitive)
-        || text.contains(QLatin1String("not connected"), Qt::CaseInsensitive);
+    // Qt does not hand on the state that would tell a lost connection from a refused statement.
+    lost_ = !answers();
     if (lost_) {
         inTransaction_ = false;
         connectionLost(text);
     }
-    refuse(code.isEmpty() ? text : text + QStringLiteral(" (%1)").arg(code));
+    refuse(text);
+}
+
+bool OdbcDriver::answers()
+{
+    return database().isOpen() && QSqlQuery(database()).exec(QStringLiteral("SELECT 1"));
 }
 
 QSqlQuery OdbcDriver::run(const Command &statement)
@@ -159,9 +160,9 @@ void OdbcDriver::end(bool done)
     fail(error);
 }
 
-bool OdbcDriver::alive()
+bool OdbcDriver::alive(Asking asking)
 {
-    return !lost_ && database().isOpen();
+    return !lost_ && (asking == Asking::Never || answers());
 }
 
 } // namespace ado

@@ -22,7 +22,7 @@ public:
     void commit() override;
     void rollback() override;
     bool holdsTransaction() const override { return inTransaction_; }
-    bool alive() override;
+    bool alive(Asking asking) override;
 
 protected:
     void prepareSession() override;
@@ -30,6 +30,7 @@ protected:
 private:
     QSqlQuery run(const Command &statement);
     void end(bool done);
+    bool answers();
     [[noreturn]] void fail(const QSqlError &error);
 
     Dialect dialect_ = Dialect::SqlServer;

@@ -82,6 +82,8 @@ void PostgresDriver::prepareSession()
     if (qstrcmp(handle.typeName(), "PGconn*") != 0 && qstrcmp(handle.typeName(), "pg_conn*") != 0)
         connectionLost(QStringLiteral("QPSQL: no handle"));
     handle_ = *static_cast<PGconn *const *>(handle.constData());
+    ending_ = false;
+    PQsetNoticeReceiver(handle_, &PostgresDriver::notice, this);
     run("SET standard_conforming_strings = on"); // literals are read so when a second statement is looked for
     run("SET client_min_messages = warning");
 }
@@ -168,10 +170,18 @@ bool PostgresDriver::holdsTransaction() const
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
 }
 
-bool PostgresDriver::alive()
+bool PostgresDriver::alive(Asking)
 {
-    // A server that was stopped has closed the socket, which can be seen without asking it.
-    return PQstatus(handle_) == CONNECTION_OK && PQconsumeInput(handle_) == 1 && PQstatus(handle_) == CONNECTION_OK;
+    // A server that was stopped has said so and closed the socket, which can be seen without asking it.
+    const bool open = PQstatus(handle_) == CONNECTION_OK && PQconsumeInput(handle_) == 1;
+    PQisBusy(handle_); // lets notice() see what came in
+    return open && !ending_ && PQstatus(handle_) == CONNECTION_OK;
+}
+
+void PostgresDriver::notice(void *driver, const pg_result *message)
+{
+    if (qstrcmp(PQresultErrorField(message, PG_DIAG_SEVERITY_NONLOCALIZED), "FATAL") == 0)
+        static_cast<PostgresDriver *>(driver)->ending_ = true;
 }
 
 } // namespace ado

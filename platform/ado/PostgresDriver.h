@@ -25,7 +25,7 @@ public:
     void rollback() override;
     bool holdsTransaction() const override;
     bool needsSavepoints() const override { return true; }
-    bool alive() override;
+    bool alive(Asking asking) override;
 
 protected:
     void prepareSession() override;
@@ -40,7 +40,10 @@ private:
     Result run(const Command &statement);
     void run(const char *statement);
 
+    static void notice(void *driver, const pg_result *message);
+
     pg_conn *handle_ = nullptr;
+    bool ending_ = false; ///< the server said that it ends this session
 };
 
 } // namespace ado

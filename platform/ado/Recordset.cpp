@@ -73,8 +73,9 @@ void Recordset::Private::stand(int row)
 void Recordset::Private::keep(const RowImage &image)
 {
     current = image;
-    currentIsOurs = connection->inTransaction();
-    rollbacksSeen = connection->layer().rollbacks;
+    const Connection::Private &layer = connection->layer();
+    currentIsOurs = layer.transaction == Connection::Private::Transaction::Started;
+    rollbacksSeen = layer.rollbacks;
 }
 
 void Recordset::Private::refreshAfterRollback()
@@ -301,7 +302,12 @@ QVariant Recordset::valueAt(int row, int column) const
 {
     if (row < 0 || row >= rowCount() || column < 0 || column >= static_cast<int>(d->rows->columns().size()))
         return {};
-    return d->rows->image(row).value(column);
+    try {
+        return d->rows->image(row).value(column);
+    } catch (const RuntimeError &) {
+        // Views ask while they paint, where no error can go anywhere; whoever then works with the row meets it.
+        return {};
+    }
 }
 
 } // namespace ado

@@ -122,7 +122,7 @@ RowImage RowStore::image(int row)
     if (whole_ && physical < static_cast<Physical>(cells_->rowCount()))
         return {cells_, static_cast<int>(physical)};
     readBlock(row);
-    return read_[physical];
+    return read_.at(physical);
 }
 
 RowImage RowStore::readAgain(int row)
@@ -130,7 +130,8 @@ RowImage RowStore::readAgain(int row)
     if (!keyed())
         return image(row);
     const Physical physical = order_.at(static_cast<std::size_t>(row));
-    return readRows({&physical, 1}, physical);
+    readRows({&physical, 1});
+    return read_.at(physical);
 }
 
 /// Reads the block around the row, as far as it is not known yet. An empty set is asked too: it tells the columns.
@@ -142,10 +143,10 @@ void RowStore::readBlock(int row)
         if (!read_.contains(order_[static_cast<std::size_t>(at)]))
             rows.push_back(order_[static_cast<std::size_t>(at)]);
     }
-    readRows(rows, 0);
+    readRows(rows);
 }
 
-RowImage RowStore::readRows(std::span<const Physical> rows, Physical wanted)
+void RowStore::readRows(std::span<const Physical> rows)
 {
     Connection::Private &layer = connection_->layer();
     Command command = layer.driver->command() << shape_.rows() << u" WHERE " << shape_.keyName();
@@ -174,7 +175,6 @@ RowImage RowStore::readRows(std::span<const Physical> rows, Physical wanted)
         if (owner != rows.end())
             read_[*owner] = {table, row};
     }
-    return read_[wanted];
 }
 
 void RowStore::remove(int row)

@@ -69,7 +69,7 @@ private:
     bool keysRepeat() const;
     std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
     void readBlock(int row);
-    RowImage readRows(std::span<const Physical> rows, Physical wanted);
+    void readRows(std::span<const Physical> rows);
     QVariant rawKey(Physical row) const;
     QVariant keyOf(Physical row) const;
 

@@ -139,7 +139,7 @@ void PostgresServer::dropDatabase(const QString &name)
 
 void PostgresServer::cutSessions(const QString &database)
 {
-    sql(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = '%1'").arg(database));
+    sql(QStringLiteral("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname = '%1'").arg(database));
 }
 
 QString PostgresServer::postgresAddress(const QString &database) const

@@ -1,0 +1,84 @@
+#include "tests/ado/Desks.h"
+#include "tests/support/PostgresServer.h"
+
+#include <QThread>
+
+class LostServer : public Desks
+{
+protected:
+    void cut() { PostgresServer::instance().cutSessions(clinic.serverDatabase()); }
+
+    void add(const char *name)
+    {
+        desk->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QString::fromUtf8(name)));
+    }
+
+    QString seen()
+    {
+        const auto products = opened(allProducts, CursorType::Static, LockType::ReadOnly);
+        return column(*products, "PM_Name");
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Engines, LostServer, testing::Values(ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
+
+TEST_P(LostServer, IsFoundAgainByTheNextStatement)
+{
+    add("a");
+    const auto products = opened(allProducts);
+    cut();
+    EXPECT_EQ(seen(), "a");
+    cut();
+    add("b");
+    EXPECT_EQ(seen(), "a b");
+    cut();
+    products->Requery();
+    EXPECT_EQ(products->rowCount(), 2);
+    cut();
+    desk->BeginTrans();
+    add("c");
+    desk->CommitTrans();
+    EXPECT_EQ(seen(), "a b c");
+    EXPECT_TRUE(runtime::isTrue(opened(QStringLiteral("SELECT CASE WHEN 'b' LIKE '[abc]' THEN 1 ELSE 0 END AS found"))
+                                    ->value("found")))
+        << "the new session is set up like the old one";
+}
+
+TEST_P(LostServer, TakesItsTransactionAlongAndSaysSo)
+{
+    desk->BeginTrans();
+    add("a");
+    cut();
+    EXPECT_EQ(errorOf([&] { add("b"); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { add("c"); }), ErrorNumber::ConnectionLost) << "half a transaction must not be saved alone";
+    EXPECT_EQ(errorOf([&] { seen(); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { desk->CommitTrans(); }), ErrorNumber::ConnectionLost);
+    EXPECT_FALSE(desk->inTransaction());
+    add("d");
+    EXPECT_EQ(seen(), "d");
+
+    desk->BeginTrans();
+    add("e");
+    cut();
+    EXPECT_TRUE(errorOf([&] { desk->CommitTrans(); }));
+    add("f");
+    desk->BeginTrans();
+    add("g");
+    cut();
+    desk->RollbackTrans();
+    EXPECT_EQ(seen(), "d f");
+}
+
+TEST_P(LostServer, ThatIsStoppedGivesAnErrorUntilItIsBack)
+{
+    add("a");
+    const auto products = opened(allProducts);
+    PostgresServer::instance().stop();
+    EXPECT_EQ(errorOf([&] { add("b"); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { seen(); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { products->Requery(); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(products->valueAt(0, products->columnIndex("PM_Name")), "a") << "what was read stays on the screen";
+    PostgresServer::instance().start();
+    QThread::msleep(1100); // a desk does not ask a dead server more than once a second
+    add("c");
+    EXPECT_EQ(seen(), "a c");
+}

@@ -1,0 +1,119 @@
+#include "platform/ado/SqlText.h"
+#include "tests/ado/Desks.h"
+
+using ado::Dialect;
+
+namespace {
+
+struct TextCase
+{
+    const char *statement;
+    bool sqlite;
+    bool postgres;
+    bool sqlServer;
+};
+
+bool isOne(const char *statement, Dialect dialect)
+{
+    return !errorOf([&] { ado::oneStatement(QString::fromUtf8(statement), dialect); });
+}
+
+} // namespace
+
+TEST(SqlText, TakesExactlyOneStatementAsEachServerReadsIt)
+{
+    const TextCase cases[]{
+        {"SELECT 1", true, true, true},
+        {" SELECT 1 ; ", true, true, true},
+        {"SELECT 1; DELETE FROM t", false, false, false},
+        {"SELECT 1;;", false, false, false},
+        {"", false, false, false},
+        {" ; ", false, false, false},
+        {"SELECT 1 -- rest", false, false, false},
+        {"SELECT /* rest */ 1", false, false, false},
+        {"SELECT 1 - -1", true, true, true},
+        // Inside a literal everything is text; a doubled quote does not end it.
+        {"SELECT ';', '--', '/*'", true, true, true},
+        {"SELECT 'it''s; DELETE FROM t'", true, true, true},
+        {"SELECT 'open", false, false, false},
+        {"SELECT 'a'; DELETE FROM t WHERE x = 'b'", false, false, false},
+        {"SELECT \"a;b\", \"c--d\"", true, true, true},
+        // A backslash ends nothing and saves nothing, except in PostgreSQL's E''.
+        {R"(SELECT 'a\'; DELETE FROM t --')", false, false, false},
+        {R"(SELECT E'a\'; DELETE FROM t')", false, true, false},
+        {R"(SELECT E'a\\'; DELETE FROM t')", false, false, false},
+        {"SELECT E'a'\n'b\\'; DELETE FROM t'", false, true, false},
+        {R"(SELECT nameE'a\'; DELETE FROM t')", false, false, false},
+        // The sign before E is an operator to PostgreSQL, so the backslash escapes there.
+        {R"(SELECT @E'a\'' ; DELETE FROM t WHERE x = ')", true, false, true},
+        // A wide blank is part of a word to PostgreSQL: no E'' begins there.
+        {"SELECT \u00a0E'a\\'; DELETE FROM t --'", false, false, false},
+        // Brackets are names but not on PostgreSQL.
+        {"SELECT [a;b]", true, false, true},
+        {"SELECT [a--b]", true, false, true},
+        {"SELECT [a", false, true, false},
+        {"SELECT '[a;b'", true, true, true},
+        {"SELECT `a;b`", true, false, false},
+        // Dollar quotes are literals of PostgreSQL alone.
+        {"SELECT $$a;b$$", false, true, false},
+        {"SELECT $tag$ $$ ; -- $tag$", false, true, false},
+        {"SELECT $a$ ; $b$", false, false, false},
+        {"SELECT a$$ ; DELETE FROM t; $$", false, false, false},
+        {"SELECT $1$ ; $1$", false, false, false},
+        {"SELECT (1", false, false, false},
+        {"SELECT 1)", false, false, false},
+    };
+    for (const TextCase &one : cases) {
+        EXPECT_EQ(isOne(one.statement, Dialect::SQLite), one.sqlite) << one.statement;
+        EXPECT_EQ(isOne(one.statement, Dialect::PostgreSQL), one.postgres) << one.statement;
+        EXPECT_EQ(isOne(one.statement, Dialect::SqlServer), one.sqlServer) << one.statement;
+    }
+    const QString withNul = QStringLiteral("SELECT 1") + QChar(0) + QStringLiteral("; DELETE FROM t");
+    EXPECT_TRUE(errorOf([&] { ado::oneStatement(withNul, Dialect::SQLite); }));
+}
+
+class Statements : public Desks
+{
+};
+INSTANTIATE_TEST_SUITE_P(Engines, Statements, testing::ValuesIn(allEngines), engineName);
+
+TEST_P(Statements, NoSecondOneRunsBehindATypedText)
+{
+    addProducts({"one"});
+    for (const char *typed : {"x'; DELETE FROM tPSProductMaster; --", "x'; DELETE FROM tPSProductMaster WHERE 'a' = 'a",
+                              R"(\'; DELETE FROM tPSProductMaster WHERE 'a' = 'a)"}) {
+        const QString condition = QStringLiteral(" WHERE PM_Name = '%1'").arg(QString::fromUtf8(typed));
+        EXPECT_EQ(errorOf([&] { opened(allProducts + condition); }), ErrorNumber::Database) << typed;
+        EXPECT_EQ(errorOf([&] { desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'y'") + condition); }),
+                  ErrorNumber::Database)
+            << typed;
+    }
+    EXPECT_EQ(names(), QStringList{QStringLiteral("one")});
+}
+
+TEST_P(Statements, OnlyASelectOpensARecordset)
+{
+    addProducts({"one"});
+    EXPECT_EQ(errorOf([&] { opened(QStringLiteral("DELETE FROM tPSProductMaster")); }), ErrorNumber::Database);
+    EXPECT_EQ(names().size(), 1);
+}
+
+TEST_P(Statements, TheFailureTellsTheServersWordsBehindAKoreanSentence)
+{
+    try {
+        desk->Execute(QStringLiteral("UPDATE tPSNothing SET a = 1"));
+        FAIL();
+    } catch (const runtime::RuntimeError &error) {
+        EXPECT_EQ(error.number(), ErrorNumber::Database);
+        EXPECT_TRUE(error.description().startsWith(QStringLiteral("데이터베이스가 작업을 처리하지 못했습니다.")));
+        EXPECT_TRUE(error.description().contains(QStringLiteral("tPSNothing"), Qt::CaseInsensitive))
+            << error.description().toStdString();
+    }
+}
+
+TEST_P(Statements, ExecuteTellsTheRowsItTouched)
+{
+    addProducts({"one", "two", "three"});
+    EXPECT_EQ(desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_UnitPrice > 1000")), 2);
+    EXPECT_EQ(desk->Execute(QStringLiteral("DELETE FROM tPSProductMaster WHERE PM_Name = 'none'")), 0);
+}

@@ -1,0 +1,278 @@
+#include "tests/ado/Desks.h"
+
+class Updates : public Desks
+{
+protected:
+    QString product(const char *columns)
+    {
+        return clinic.value(QStringLiteral("SELECT %1 FROM tPSProductMaster ORDER BY PM_PK").arg(QLatin1String(columns)));
+    }
+
+    void setAtOtherDesk(const char *assignment)
+    {
+        clinic.otherDesk()->Execute(QStringLiteral("UPDATE tPSProductMaster SET %1").arg(QLatin1String(assignment)));
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Engines, Updates, testing::ValuesIn(allEngines), engineName);
+
+TEST_P(Updates, WriteTheAssignedColumnsAlone)
+{
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    Told told(*products);
+    products->setValue("pm_name", "it's \\ 한글 ' ; --");
+    products->setValue("PM_UnitPrice", QVariant::fromValue(Currency::fromWon(12345)));
+    products->setValue("PM_IsHide", true);
+    products->setValue("PM_AddedDate", QDate(2025, 2, 28));
+    products->setValue("PM_EtcMemo", QString());
+    products->setValue("PM_IsTaxed", QVariant());
+    EXPECT_EQ(products->value("PM_Name"), "it's \\ 한글 ' ; --");
+    EXPECT_EQ(product("PM_Name"), "a") << "nothing goes out before Update";
+    EXPECT_EQ(products->valueAt(0, products->columnIndex("PM_Name")), "a") << "a view shows what is stored";
+    products->Update();
+    EXPECT_EQ(told.take(), QStringLiteral("read0")) << "a handler of a row change would wipe the typed panel";
+    EXPECT_EQ(product("PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate"),
+              "C|it's \\ 한글 ' ; --|12345|NULL|1|1||2025-02-28");
+    EXPECT_EQ(products->value("PM_IsHide"), QVariant(true));
+    products->Update(); // nothing assigned, nothing to do
+}
+
+TEST_P(Updates, TakeValuesInTheTypeOfTheirColumnOrRefuseThem)
+{
+    addProducts({"a"});
+    clinic.run(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count) VALUES (1, 1, 3)"));
+    const auto products = opened(allProducts);
+    products->setValue("PM_UnitPrice", QStringLiteral("\\1,500"));
+    products->setValue("PM_IsTaxed", 0);
+    products->setValue("PM_Name", 77);
+    products->setValue("PM_AddedDate", QStringLiteral("2024-12-31"));
+    products->Update();
+    EXPECT_EQ(product("PM_UnitPrice, PM_IsTaxed, PM_Name, PM_AddedDate"), "1500|0|77|2024-12-31");
+    EXPECT_EQ(errorOf([&] { products->setValue("PM_UnitPrice", QString()); }), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(errorOf([&] { products->setValue("PM_AddedDate", "soon"); }), ErrorNumber::TypeMismatch);
+    EXPECT_EQ(errorOf([&] { products->setValue("PM_PK", 9); }), ErrorNumber::InvalidCall);
+    EXPECT_EQ(errorOf([&] { products->setValue("PM_None", 9); }), ErrorNumber::InvalidCall);
+
+    const auto details = opened(QStringLiteral("SELECT * FROM tPSOrderDetail"));
+    EXPECT_EQ(errorOf([&] { details->setValue("OrdD_Count", 32768); }), ErrorNumber::Overflow);
+    EXPECT_EQ(details->value("OrdD_Count"), 3);
+}
+
+TEST_P(Updates, FailWhenAnotherDeskChangedTheRow)
+{
+    struct Case
+    {
+        const char *here;
+        QVariant value;
+        const char *there;
+    };
+    const Case cases[]{
+        {"PM_Name", "mine", "PM_Name = 'theirs'"},
+        {"PM_Name", "mine", "PM_UnitPrice = 5"},           // another column, too
+        {"PM_Name", "mine", "PM_IsHide = 1"},              // NULL before
+        {"PM_Name", "mine", "PM_UnitPrice = NULL"},        // NULL after
+        {"PM_Name", "mine", "PM_EtcMemo = ''"},            // NULL is no empty text
+        {"PM_Name", "mine", "PM_AddedDate = '2020-01-01'"},
+    };
+    for (const Case &one : cases) {
+        SCOPED_TRACE(one.there);
+        clinic.run(QStringLiteral("DELETE FROM tPSProductMaster"));
+        addProducts({"a"});
+        const auto products = opened(allProducts);
+        setAtOtherDesk(one.there);
+        const QString theirs = product("PM_Name, PM_UnitPrice, PM_IsHide, PM_EtcMemo, PM_AddedDate");
+        products->setValue(QLatin1String(one.here), one.value);
+        try {
+            products->Update();
+            ADD_FAILURE() << "their change is lost";
+        } catch (const runtime::RuntimeError &error) {
+            EXPECT_EQ(error.number(), ErrorNumber::Conflict);
+            EXPECT_TRUE(error.description().contains(QStringLiteral("다른 창구")));
+        }
+        EXPECT_EQ(product("PM_Name, PM_UnitPrice, PM_IsHide, PM_EtcMemo, PM_AddedDate"), theirs);
+        EXPECT_EQ(products->value(QLatin1String(one.here)), one.value) << "what was typed stays pending";
+
+        products->Requery();
+        products->setValue(QLatin1String(one.here), one.value);
+        products->Update();
+        EXPECT_EQ(product("PM_Name"), "mine");
+    }
+}
+
+TEST_P(Updates, MeetARowThatAnotherDeskDeleted)
+{
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    products->setValue("PM_Name", "mine");
+    clinic.otherDesk()->Execute(QStringLiteral("DELETE FROM tPSProductMaster"));
+    EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Conflict);
+    EXPECT_EQ(errorOf([&] { products->Resync(); }), ErrorNumber::Conflict);
+}
+
+TEST_P(Updates, SucceedOnRowsWithEveryKindOfStoredValue)
+{
+    clinic.run(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_EtcMemo) VALUES "
+                              "(1, 2, '2026-01-31', 0.30000000000000004, -1234, 'it''s ''한글'' \\ ')"));
+    clinic.run(QStringLiteral("INSERT INTO tPSIncoming (IN_Count) VALUES (1e300)"));
+    const auto incoming = opened(QStringLiteral("SELECT * FROM tPSIncoming"));
+    for (; !incoming->Eof(); incoming->MoveNext()) {
+        for (const QVariant &count : {QVariant(0.1), QVariant(1.0 / 3), QVariant(7), QVariant()}) {
+            incoming->setValue("IN_Count", count);
+            incoming->Update();
+            EXPECT_EQ(incoming->value("IN_Count").toDouble(), count.toDouble());
+        }
+        incoming->setValue("IN_Total", QVariant::fromValue(Currency::fromWon(-900'000'000'000)));
+        incoming->Update();
+    }
+    EXPECT_EQ(clinic.rows(QStringLiteral("SELECT IN_Total, IN_Count FROM tPSIncoming")),
+              (QStringList{"-900000000000|NULL", "-900000000000|NULL"}));
+}
+
+TEST_P(Updates, GoOnFromWhatTheyWrote)
+{
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    for (const char *name : {"b", "c"}) {
+        products->setValue("PM_Name", name);
+        products->Update();
+    }
+    products->setValue("PM_Name", "d");
+    products->CancelUpdate();
+    products->Update();
+    EXPECT_EQ(product("PM_Name"), "c");
+    products->setValue("PM_Name", "e");
+    products->moveTo(0); // a move discards, it never saves by itself
+    products->Update();
+    EXPECT_EQ(product("PM_Name"), "c");
+}
+
+TEST_P(Updates, AreNotMisledByACloneThatReadTheRowLater)
+{
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    const auto clone = products->Clone();
+    setAtOtherDesk("PM_UnitPrice = 5");
+    clone->moveTo(0);
+    EXPECT_EQ(runtime::text(clone->value("PM_UnitPrice")), "5");
+    products->setValue("PM_Name", "mine");
+    EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Conflict);
+}
+
+TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
+{
+    clinic.run(QStringLiteral("INSERT INTO Customer (name, sn) VALUES ('홍길동', '17')"));
+    clinic.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES "
+                              "(1, '2026-11-24', 9000, 500)"));
+    Recordset orders;
+    orders.setCursorLocation(CursorLocation::Client);
+    orders.Open(QStringLiteral("SELECT Customer.sn, Customer.name, tPSOrderMaster.* FROM tPSOrderMaster INNER JOIN Customer  "
+                               "ON tPSOrderMaster.Cust_PK = Customer.Customer_PK WHERE tPSOrderMaster.OrdM_Misugum <> 0 "
+                               "ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC"),
+                desk, CursorType::Keyset, LockType::Optimistic);
+    clinic.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 0"));
+    EXPECT_EQ(runtime::text(orders.value("OrdM_Misugum")), "500") << "a client-side cursor has its own rows";
+    Told told(orders);
+    orders.Resync();
+    EXPECT_EQ(told.take(), QStringLiteral("read0"));
+    EXPECT_EQ(runtime::text(orders.value("OrdM_Misugum")), "0");
+    EXPECT_EQ(runtime::text(orders.valueAt(0, orders.columnIndex("OrdM_Misugum"))), "0");
+    EXPECT_EQ(orders.value("name"), "홍길동");
+
+    orders.setValue("OrdM_Tel", "010");
+    orders.Update();
+    EXPECT_EQ(clinic.value(QStringLiteral("SELECT OrdM_Tel FROM tPSOrderMaster")), "010");
+    EXPECT_EQ(errorOf([&] { orders.setValue("name", "x"); }), ErrorNumber::InvalidCall) << "a column of the joined table";
+}
+
+TEST_P(Updates, DeleteFailsAndLeavesTheRowWhenAnotherDeskChangedIt)
+{
+    addProducts({"a", "b"});
+    const auto products = opened(allProducts);
+    setAtOtherDesk("PM_EtcMemo = 'keep this'");
+    Told told(*products);
+    EXPECT_EQ(errorOf([&] { products->Delete(); }), ErrorNumber::Conflict);
+    EXPECT_EQ(told.take(), QString());
+    EXPECT_EQ(products->rowCount(), 2);
+    EXPECT_EQ(products->currentRow(), 0);
+    EXPECT_EQ(names().size(), 2);
+    products->Requery();
+    products->Delete();
+    EXPECT_EQ(names(), QStringList{"b"});
+}
+
+TEST_P(Updates, ANewRowStaysInMemoryUntilUpdate)
+{
+    const auto products = opened(allProducts);
+    Told told(*products);
+    products->AddNew();
+    EXPECT_TRUE(products->hasCurrent()) << "also in an empty set";
+    EXPECT_EQ(products->value("PM_Name"), QVariant());
+    products->setValue("PM_Name", "new");
+    products->setValue("PM_UnitPrice", 10);
+    EXPECT_EQ(products->value("PM_Name"), "new");
+    EXPECT_TRUE(names().isEmpty());
+    EXPECT_EQ(told.take(), QString());
+    products->Update();
+    EXPECT_EQ(told.take(), QStringLiteral("reset")) << "no row change before the requery that follows";
+    EXPECT_EQ(names(), QStringList{"new"});
+    EXPECT_EQ(products->rowCount(), 1);
+    EXPECT_EQ(products->value("PM_PK"), clinic.value(QStringLiteral("SELECT PM_PK FROM tPSProductMaster")).toInt());
+    products->setValue("PM_Name", "newer");
+    products->Update();
+    EXPECT_EQ(names(), QStringList{"newer"});
+}
+
+TEST_P(Updates, ANewRowOverAPendingOneReplacesIt)
+{
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    products->AddNew();
+    products->setValue("PM_Name", "first");
+    products->setValue("PM_EtcMemo", "left behind");
+    products->AddNew();
+    products->setValue("PM_Name", "second");
+    products->Update();
+    EXPECT_EQ(names(), (QStringList{"a", "second"}));
+    EXPECT_EQ(clinic.value(QStringLiteral("SELECT PM_EtcMemo FROM tPSProductMaster WHERE PM_Name = 'second'")), "NULL");
+
+    products->setValue("PM_Name", "edited");
+    products->AddNew();
+    products->Requery(); // discards both
+    products->Update();
+    EXPECT_EQ(names(), (QStringList{"a", "second"}));
+    products->AddNew();
+    products->CancelUpdate();
+    EXPECT_EQ(products->value("PM_Name"), "a");
+}
+
+TEST_P(Updates, ARefusedNewRowStaysPending)
+{
+    const auto orders = opened(QStringLiteral("SELECT * FROM tPSOrderMaster"));
+    orders->AddNew();
+    orders->setValue("OrdM_Date", QDate(2026, 11, 24));
+    EXPECT_EQ(errorOf([&] { orders->Update(); }), ErrorNumber::Database) << "an order needs its customer";
+    orders->setValue("Cust_PK", 5);
+    orders->Update();
+    EXPECT_EQ(clinic.value(QStringLiteral("SELECT Cust_PK, OrdM_Date FROM tPSOrderMaster")), "5|2026-11-24");
+}
+
+TEST_P(Updates, RowsWithoutAKeyCannotBeChanged)
+{
+    clinic.run(QStringLiteral("INSERT INTO Receipt (Customer_PK, TxDate, Bonin_Money) VALUES (1, '2026-11-24', 1000)"));
+    for (const char *ledger : {"3, 700", "4, 100"}) {
+        clinic.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_OrderM_PK, tpstrans_Operator, tpstrans_Money) "
+                                  "VALUES (1, %1)").arg(QLatin1String(ledger)));
+    }
+    const char *const statements[]{
+        "SELECT SUM(tpstrans_Money) AS Result, tpstrans_Operator FROM tPSTransaction GROUP BY tpstrans_Operator",
+        "SELECT DISTINCT tpstrans_Operator FROM tPSTransaction",
+        "SELECT Receipt.TxDate, tPSTransaction.tpstrans_Operator FROM Receipt LEFT JOIN tPSTransaction "
+        "ON (Receipt.Receipt_PK = tPSTransaction.tpstrans_OrderM_PK) ORDER BY TxDate, tpstrans_Operator",
+    };
+    for (const char *statement : statements) {
+        const auto rows = opened(QString::fromLatin1(statement));
+        EXPECT_EQ(rows->rowCount(), 2) << statement;
+        EXPECT_EQ(errorOf([&] { rows->setValue("tpstrans_Operator", 1); }), ErrorNumber::InvalidCall) << statement;
+        EXPECT_EQ(column(*rows, "tpstrans_Operator"), "3 4") << statement;
+    }
+}
