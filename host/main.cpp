@@ -37,11 +37,16 @@ ado::ConnectionPtr openClinic(const desk::Options &options)
 {
     if (options.database.isEmpty())
         makeDefaultClinic();
-    ado::ConnectionPtr connection =
-        ado::Connection::open(options.database.isEmpty() ? desk::defaultDatabase() : options.database);
+    const QString address = options.database.isEmpty() ? desk::defaultDatabase() : options.database;
+    ado::ConnectionPtr connection;
+    try {
+        connection = ado::Connection::open(address);
+    } catch (const runtime::RuntimeError &error) {
+        throw runtime::RuntimeError(error.number(), address + QStringLiteral("\n") + error.description());
+    }
     if (!schema::hasSchema(*connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + connection->address()
+                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + address
                                         + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
     return connection;
 }

@@ -209,8 +209,13 @@ void writeRows(const QSqlDatabase &database, Size size, const Progress &progress
     const std::vector<Product> goods = products(plan.goods);
     const std::vector<Patient> people = patients(plan.patients);
     const std::vector<Dealer> sellers = dealers();
+    const auto tell = [&](qint64 done) {
+        if (progress && !progress(done, plan.orders))
+            throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("중단하였습니다."));
+    };
     writeShop(database);
     writeGoods(database, goods);
+    tell(0);
     writeDealers(database, sellers);
     writePatients(database, people);
     writeReceipts(database, plan);
@@ -220,8 +225,8 @@ void writeRows(const QSqlDatabase &database, Size size, const Progress &progress
     qint64 done = 0;
     while (const std::optional<Order> order = trade.next()) {
         writer.add(*order);
-        if (++done % 1'000 == 0 && progress && !progress(done, plan.orders))
-            throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("중단하였습니다."));
+        if (++done % 1'000 == 0)
+            tell(done);
     }
     writer.finish();
     writePurchases(database, purchases(goods, writer.sold(), int(sellers.size()), plan.first, plan.last));

@@ -117,6 +117,7 @@ std::span<const IndexPlan> indexPlans()
 namespace {
 
 // The checks make the embedded engine as strict as a server: it would keep any text in a date and any size in a number.
+// Only with a modifier does its date function carry February 30 over into March.
 QString sqliteColumn(Holds holds)
 {
     switch (holds) {
@@ -133,7 +134,7 @@ QString sqliteColumn(Holds holds)
     case Holds::Number:
         return QStringLiteral("REAL%2");
     case Holds::Date:
-        return QStringLiteral("TEXT%2 CHECK (date(%1) IS %1)");
+        return QStringLiteral("TEXT%2 CHECK (date(%1, '+0 days') IS %1)");
     case Holds::Text:
         return QStringLiteral("TEXT%2");
     case Holds::MethodCode:
