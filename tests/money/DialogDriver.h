@@ -49,6 +49,7 @@ inline void whenDialogStands(const std::function<void(const DialogDriver &)> &ac
     QTimer::singleShot(0, qApp, [act] {
         QWidget *dialog = QApplication::activeModalWidget();
         ASSERT_TRUE(dialog) << "no dialog came up";
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog)); // focus events come only to an active window
         act(DialogDriver(dialog));
         if (QApplication::activeModalWidget() == dialog)
             dialog->close();

@@ -70,7 +70,6 @@ TEST_F(SimpleReceipt, ComesUpWithTheOrdersDayAndTheTotalInCashButForTheSmallMone
     EXPECT_EQ(form_->text("txtDate"), "2026-11-20");
     EXPECT_EQ(form_->find<QDateEdit>("dtpTodat")->date(), QDate(2026, 11, 20));
     EXPECT_EQ(figures(), "0 40 12300 0 0 | 12,300");
-    EXPECT_FALSE(form_->find<QWidget>("mudFirstSunap")->isEnabled());
     EXPECT_TRUE(form_->find<QWidget>("fraNewSunap")->isVisible());
     EXPECT_FALSE(form_->find<QWidget>("fraOldSunap")->isVisible());
 
