@@ -321,7 +321,8 @@ TEST(PanesWithoutASession, SurviveEveryButtonAndKey)
     SaleSession session;
     Desk desk(session);
     for (QAbstractButton *button : desk.findChildren<QAbstractButton *>()) {
-        if (!button->objectName().isEmpty())
+        // Buttons inside the calendars have names of the toolkit; one opens a menu that would wait for a choice.
+        if (!button->objectName().isEmpty() && !button->objectName().startsWith(QLatin1String("qt_")))
             QTest::mouseClick(button, Qt::LeftButton);
     }
     for (QTableView *grid : desk.findChildren<QTableView *>()) {
