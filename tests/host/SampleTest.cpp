@@ -94,7 +94,7 @@ TEST_F(SmallClinic, TakesBackOnlyWhatItSoldAndNotesBothSides)
              "WHERE d.OrdD_RfndMemo LIKE '▶%' ORDER BY o.Cust_PK, 2");
     EXPECT_GE(returned.size(), 5);
     EXPECT_EQ(returned.join(u'\n').toStdString(), noted.join(u'\n').toStdString());
-    EXPECT_EQ(number("SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdD_RfndMemo = ''"), 0);
+    EXPECT_EQ(number("SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdD_RfndMemo NOT LIKE '▶%' AND OrdD_RfndMemo NOT LIKE '▷%'"), 0);
 }
 
 TEST_F(SmallClinic, ShowsEveryKindOfTrade)
