@@ -35,6 +35,17 @@ void CellTable::addText(const char *utf8, std::size_t length)
     texts_.append(utf8, length);
 }
 
+void CellTable::replace(int row, int column, const CellTable &source, int sourceRow)
+{
+    Cell cell = source.cell(sourceRow, column);
+    if (cell.kind == Kind::Text) {
+        const QByteArrayView text = source.text(cell);
+        cell.offset = texts_.size();
+        texts_.append(text.data(), cell.length);
+    }
+    cells_[static_cast<std::size_t>(row) * columns_.size() + static_cast<std::size_t>(column)] = cell;
+}
+
 QVariant CellTable::raw(int row, int column) const
 {
     const Cell &source = cell(row, column);

@@ -51,6 +51,9 @@ public:
     void addReal(double value);
     void addText(const char *utf8, std::size_t length);
 
+    /// Takes the cell of that column from a row of another table.
+    void replace(int row, int column, const CellTable &source, int sourceRow);
+
     const Cell &cell(int row, int column) const
     {
         return cells_[static_cast<std::size_t>(row) * columns_.size() + static_cast<std::size_t>(column)];

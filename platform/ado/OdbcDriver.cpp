@@ -162,7 +162,7 @@ void OdbcDriver::end(bool done)
 
 bool OdbcDriver::alive(Asking asking)
 {
-    return !lost_ && (asking == Asking::Never || answers());
+    return !lost_ && database().isOpen() && (asking == Asking::Never || answers());
 }
 
 } // namespace ado

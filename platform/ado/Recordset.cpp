@@ -64,7 +64,8 @@ void Recordset::Private::discardPending()
 void Recordset::Private::stand(int row)
 {
     const bool inside = row >= 0 && row < rows->count();
-    const RowImage image = !inside ? RowImage() : rows->readWhole() ? rows->image(row) : rows->readAgain(row);
+    const bool asRead = rows->readWhole() || looksOnly;
+    const RowImage image = !inside ? RowImage() : asRead ? rows->image(row) : rows->readAgain(row);
     discardPending();
     position = inside ? row : rows->count();
     keep(image);
@@ -200,7 +201,7 @@ void Recordset::moveTo(int row)
     d->open();
     d->stand(row);
     const QPointer<Recordset> alive(this);
-    if (d->atRow() && !d->rows->readWhole())
+    if (d->atRow() && !d->rows->readWhole() && !d->looksOnly)
         emit rowRead(d->position);
     if (alive)
         emit rowChanged();
@@ -259,6 +260,7 @@ std::unique_ptr<Recordset> Recordset::Clone() const
     clone->d->cursor = d->cursor;
     clone->d->lock = d->lock;
     clone->d->location = d->location;
+    clone->d->looksOnly = true;
     clone->d->take(d->rows);
     return clone;
 }

@@ -20,7 +20,9 @@ using Bookmark = QVariant;
 /// The rows of one SELECT with a current row.
 ///
 /// Keyset: membership is fixed at Open, a row is read again when it becomes current. Update writes only the assigned
-/// columns, under the condition that every base column still is as last read; no row hit raises Conflict.
+/// columns, under the condition that every base column still is as last read; no row hit raises Conflict. What was
+/// assigned stays pending after a failed Update, until a move, CancelUpdate, Resync or Requery discards it.
+/// A row that another desk deleted stays a member; reading a value of it raises Conflict.
 /// Static and client-side: all rows are read once, into flat cells; Sort orders them in memory.
 /// Positions: Open, Requery and Sort stand on the first row, Eof and Bof are both true when there is none.
 ///
@@ -72,16 +74,18 @@ public:
     Bookmark bookmark() const;
     /// Finds the row of the key; if it is gone, the first row.
     void setBookmark(const Bookmark &key);
-    /// Shares the rows, with a position of its own that raises nothing here. Requery of the original drops the clone's rows.
+    /// Shares the rows as they were last read, with a position of its own that raises nothing here. Requery of the original
+    /// drops the clone's rows.
     std::unique_ptr<Recordset> Clone() const;
-    /// "PM_Name ASC", "[field] DESC, other"; static and client-side cursors only.
+    /// "PM_Name ASC", "[field] DESC, other", empty for the order of Open; static and client-side cursors only. A requery
+    /// goes back to the order of Open.
     void Sort(const QString &order);
 
     // For a grid: looking without moving.
     int rowCount() const;
     int currentRow() const; ///< 0-based, -1 when there is no current row
     Bookmark bookmarkAt(int row) const;
-    QVariant valueAt(int row, int column) const;
+    QVariant valueAt(int row, int column) const; ///< as stored, without what is pending; never raises
     int columnIndex(const QString &field) const; ///< -1 when absent
 
 signals:

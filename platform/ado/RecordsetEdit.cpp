@@ -19,7 +19,8 @@ const Column *Recordset::Private::writable(const QString &field) const
     if (lock == LockType::ReadOnly || !rows->keyed())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 고칠 수 없습니다."));
     const Column *const own = rows->shape().baseColumn(field);
-    if (!own || own->type == ColumnType::Key)
+    const bool isKey = own && QStringView(own->name) == QStringView(rows->shape().base()->key);
+    if (!own || own->type == ColumnType::Key || (isKey && !adding))
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("'%1' 항목은 고칠 수 없습니다.").arg(field));
     return own;
 }

@@ -24,6 +24,8 @@ struct Recordset::Private
     bool currentIsOurs = false;     ///< read inside a transaction that may still be rolled back
     quint64 rollbacksSeen = 0;
 
+    bool looksOnly = false; ///< a clone: it takes rows as they were last read by whoever read them
+
     bool adding = false;
     std::map<const Column *, QVariant> assigned;
 

@@ -203,7 +203,8 @@ void RowStore::sort(std::span<const OrderColumn> columns)
         order_ = loadedOrder_;
         return;
     }
-    const std::vector<Physical> sorted = orderedRows(*cells_, columns, keyColumn_);
+    const std::vector<Physical> sorted = read_.empty() ? orderedRows(*cells_, columns, keyColumn_)
+                                                       : orderedRows(asLastRead(), columns, keyColumn_);
     std::vector<bool> present(static_cast<std::size_t>(cells_->rowCount()) + appended_.size());
     for (Physical row : order_)
         present[row] = true;
@@ -212,6 +213,19 @@ void RowStore::sort(std::span<const OrderColumn> columns)
     std::ranges::copy_if(order_, std::back_inserter(ordered),
                          [&](Physical row) { return row >= static_cast<Physical>(cells_->rowCount()); });
     order_ = std::move(ordered);
+}
+
+/// The rows that were read whole, with those that were read again since.
+CellTable RowStore::asLastRead() const
+{
+    CellTable table(*cells_);
+    for (const auto &[row, image] : read_) {
+        if (row >= static_cast<Physical>(table.rowCount()) || image.gone())
+            continue;
+        for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
+            table.replace(static_cast<int>(row), column, *image.table, image.row);
+    }
+    return table;
 }
 
 void RowStore::drop()

@@ -69,6 +69,7 @@ private:
     bool keysRepeat() const;
     std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
     void readBlock(int row);
+    CellTable asLastRead() const;
     void readRows(std::span<const Physical> rows);
     QVariant rawKey(Physical row) const;
     QVariant keyOf(Physical row) const;

@@ -152,7 +152,7 @@ TEST_P(Updates, AreNotMisledByACloneThatReadTheRowLater)
     const auto products = opened(allProducts);
     const auto clone = products->Clone();
     setAtOtherDesk("PM_UnitPrice = 5");
-    clone->moveTo(0);
+    clone->Resync();
     EXPECT_EQ(runtime::text(clone->value("PM_UnitPrice")), "5");
     products->setValue("PM_Name", "mine");
     EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Conflict);
@@ -178,9 +178,20 @@ TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
     EXPECT_EQ(runtime::text(orders.valueAt(0, orders.columnIndex("OrdM_Misugum"))), "0");
     EXPECT_EQ(orders.value("name"), "홍길동");
 
+    clinic.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Misugum) VALUES (1, '2026-11-23', 300)"));
+    orders.Requery();
+    EXPECT_EQ(orders.rowCount(), 1);
+    clinic.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 100"));
+    orders.Requery();
+    clinic.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 900 WHERE OrdM_PK = 1"));
+    orders.Resync();
+    orders.Sort(QStringLiteral("[OrdM_Misugum]"));
+    EXPECT_EQ(column(orders, "OrdM_Misugum"), "100 900") << "sorted by what was read again";
+    orders.MoveLast();
+
     orders.setValue("OrdM_Tel", "010");
     orders.Update();
-    EXPECT_EQ(clinic.value(QStringLiteral("SELECT OrdM_Tel FROM tPSOrderMaster")), "010");
+    EXPECT_EQ(clinic.value(QStringLiteral("SELECT OrdM_Tel FROM tPSOrderMaster WHERE OrdM_PK = 1")), "010");
     EXPECT_EQ(errorOf([&] { orders.setValue("name", "x"); }), ErrorNumber::InvalidCall) << "a column of the joined table";
 }
 
@@ -243,6 +254,22 @@ TEST_P(Updates, ANewRowOverAPendingOneReplacesIt)
     products->AddNew();
     products->CancelUpdate();
     EXPECT_EQ(products->value("PM_Name"), "a");
+}
+
+TEST_P(Updates, ATextKeyIsGivenWithTheNewRowAndStaysWithIt)
+{
+    const auto settings = opened(QStringLiteral("SELECT * FROM t_HospSetup"));
+    settings->AddNew();
+    settings->setValue("HS_KEY", "물품'키");
+    settings->setValue("HS_Value", "1");
+    settings->Update();
+    settings->setValue("HS_Value", "2");
+    EXPECT_EQ(errorOf([&] { settings->setValue("HS_KEY", "other"); }), ErrorNumber::InvalidCall);
+    settings->Update();
+    EXPECT_EQ(clinic.rows(QStringLiteral("SELECT HS_KEY, HS_Value FROM t_HospSetup")), QStringList{"물품'키|2"});
+    EXPECT_EQ(settings->bookmark(), QVariant("물품'키"));
+    settings->Delete();
+    EXPECT_EQ(settings->rowCount(), 0);
 }
 
 TEST_P(Updates, ARefusedNewRowStaysPending)
