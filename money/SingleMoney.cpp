@@ -23,6 +23,8 @@ QString grouped(float amount)
 float cutOf(float amount, int cutEntry)
 {
     constexpr qint32 units[] = {1, 10, 100, 1000};
+    if (cutEntry < 1) // "없음", or the list is not filled yet
+        return 0;
     return static_cast<float>(runtime::CLng(double(amount)) % units[cutEntry]);
 }
 

@@ -85,7 +85,7 @@ void RecordsetGrid::Private::rowChanged()
     const bool fresh = std::exchange(freshRows, false);
     const bool byUser = std::exchange(movedByUser, false); // what the handlers do from here on is the flows' doing
     follow(byUser || !fresh);
-    runEvent([this] { emit grid->rowChange(); });
+    tellRowChange();
 }
 
 /// After a step of the user in the view.
@@ -105,6 +105,23 @@ void RecordsetGrid::Private::moveRecordset()
     // Where the step failed, or its handlers went elsewhere, the view goes back.
     if (recordset() && recordset()->isOpen() && recordset()->currentRow() != grid->currentIndex().row())
         follow(false);
+}
+
+/// After a click or a key on a row. The row that is current already is chosen as well: where it did not show as selected
+/// yet, the panes behind it may be empty, so the change is raised.
+void RecordsetGrid::Private::chooseCurrent(bool untold)
+{
+    if (!hasRow() || grid->state() == QAbstractItemView::EditingState)
+        return;
+    follow(true);
+    if (untold)
+        tellRowChange();
+}
+
+void RecordsetGrid::Private::tellRowChange()
+{
+    ++told;
+    runEvent([this] { emit grid->rowChange(); });
 }
 
 int RecordsetGrid::Private::columnToStandIn() const

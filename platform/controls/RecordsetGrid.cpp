@@ -8,6 +8,8 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace controls {
@@ -156,23 +158,27 @@ void RecordsetGrid::keyPressEvent(QKeyEvent *event)
         }
         return;
     }
+    static constexpr Qt::Key steps[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+    const bool isStep = std::find(std::begin(steps), std::end(steps), event->key()) != std::end(steps);
+    const bool nothingChosen = !selectionModel()->hasSelection();
+    const int toldBefore = d->told;
     const QPointer<RecordsetGrid> alive(this);
     QTableView::keyPressEvent(event);
-    if (!alive)
-        return;
-    static constexpr Qt::Key steps[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
-    for (const Qt::Key step : steps) {
-        if (event->key() == step && d->hasRow())
-            d->follow(true); // selects the row even where the step leads nowhere
-    }
+    if (alive && isStep)
+        d->chooseCurrent(nothingChosen && d->told == toldBefore);
 }
 
 void RecordsetGrid::mousePressEvent(QMouseEvent *event)
 {
+    const bool nothingChosen = !selectionModel()->hasSelection();
+    const bool onRow = indexAt(event->pos()).isValid();
+    const int toldBefore = d->told;
     const QPointer<RecordsetGrid> alive(this);
     QTableView::mousePressEvent(event);
     if (alive)
         d->moveRecordset();
+    if (alive && onRow)
+        d->chooseCurrent(nothingChosen && d->told == toldBefore);
 }
 
 void RecordsetGrid::mouseMoveEvent(QMouseEvent *event)

@@ -24,6 +24,8 @@ struct RecordsetGrid::Private
     void rowChanged();
 
     void moveRecordset();
+    void chooseCurrent(bool untold);
+    void tellRowChange();
     void follow(bool select);
     int columnToStandIn() const;
 
@@ -51,6 +53,7 @@ struct RecordsetGrid::Private
     std::vector<int> widths;                    ///< as designed, loaded or dragged, pixels at 96 dpi
     bool following = false;                     ///< the view is being moved to where the recordset stands
     bool movedByUser = false;
+    int told = 0; ///< how often rowChange() was raised
     bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
 };
 

@@ -69,6 +69,8 @@ TEST_F(BoundGrid, NoRowShowsAsSelectedUntilTheUserTakesOne)
     changes.clear();
     click(0, 1);
     EXPECT_THAT(selected(), ElementsAre(0)) << "a click selects the row that is already current";
+    EXPECT_EQ(changes.count(), 1) << "and fills the panes behind it";
+    changes.clear();
     click(0, 5);
     EXPECT_EQ(changes.count(), 0) << "a change of column alone raises nothing";
 

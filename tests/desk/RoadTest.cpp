@@ -1,0 +1,97 @@
+#include "tests/desk/SaleDesk.h"
+
+#include <QDate>
+#include <QProcess>
+
+namespace {
+
+QString today()
+{
+    return QDate::currentDate().toString(Qt::ISODate);
+}
+
+class SaleRoad : public testing::TestWithParam<ado::Engine>
+{
+};
+
+} // namespace
+
+TEST_P(SaleRoad, LeavesExactlyTheRowsOfTheSale)
+{
+    SaleDesk desk(GetParam());
+    desk.open();
+    EXPECT_EQ(desk.control<QTabWidget>("c1tabMain")->tabText(0).toStdString(), "[남궁보람]님의 판매관리");
+
+    desk.addLine(0, "3"); // the first order needs no question
+    desk.choose("tdbCustSaleMaster", 0);
+    desk.choose("tdbSaleProductLists", 1);
+    desk.type("txtSaleProductLists_5", "1");
+    desk.type("txtSaleProductLists_4", "500");
+    desk.click("cmdCSAppendDetail");
+    desk.choose("tdbCustSaleMaster", 0);
+    EXPECT_TRUE(desk.boxes.messages.isEmpty()) << desk.boxes.texts().join(u'\n').toStdString();
+    EXPECT_EQ(desk.text("txtOrderMaster_9").toStdString(), "\\52,500");
+
+    desk.actor.inModalWindow([&] { desk.click("chkCmdAutomateReceipt"); },
+                             [&](QWidget *receipt) {
+                                 auto &actor = desk.actor;
+                                 actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralHalInMoney")), QStringLiteral("500"));
+                                 actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralSuNapMoney_0")), QStringLiteral("20000"));
+                                 actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralSuNapMoney_1")), QStringLiteral("30000"));
+                                 actor.click(actor.control(receipt, QStringLiteral("chkGeneralRemainToMisuMoney")));
+                                 actor.press(receipt, Qt::Key_F12);
+                             });
+    EXPECT_TRUE(desk.boxes.messages.isEmpty()) << desk.boxes.texts().join(u'\n').toStdString();
+    EXPECT_EQ(desk.text("txtOrderMaster_7").toStdString(), "\\2,000");
+
+    EXPECT_EQ(desk.orders(), "1|7|" + today().toStdString() + "|3000|49500|500|52500|2000");
+    EXPECT_EQ(desk.lines(), "1|1|1000|0|3|0\n"
+                            "1|2|50000|500|1|0");
+    EXPECT_EQ(desk.ledger(), "1|7|2|500|\n"
+                             "1|7|3|20000|00\n"
+                             "1|7|3|30000|01");
+
+    // What the desk shows is what is stored: the same window opened anew shows the same sums.
+    desk.window()->close();
+    walk::settle();
+    desk.open();
+    desk.choose("tdbCustSaleMaster", 0);
+    EXPECT_EQ(desk.text("txtOrderMaster_9").toStdString(), "\\52,500");
+    EXPECT_EQ(desk.grid("tdbCustSaleDetails")->model()->rowCount(), 2);
+    EXPECT_EQ(desk.grid("tdbCustTranManage")->model()->rowCount(), 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, SaleRoad, testing::ValuesIn(allEngines), engineName);
+
+TEST(Walk, LeavesItsSaleInItsDatabase)
+{
+    QTemporaryDir folder;
+    QProcess desk;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "HOME"})
+        environment.insert(QString::fromLatin1(name), folder.filePath(QStringLiteral("home")));
+    desk.setProcessEnvironment(environment);
+    desk.start(QCoreApplication::applicationDirPath() + QStringLiteral("/desk"), {QStringLiteral("--walk"), folder.filePath(QStringLiteral("out"))});
+    ASSERT_TRUE(desk.waitForFinished(120'000));
+    ASSERT_EQ(desk.exitStatus(), QProcess::NormalExit);
+    ASSERT_EQ(desk.exitCode(), 0) << desk.readAllStandardError().toStdString();
+
+    QProcess shell; // the database's own command-line tool
+    shell.start(QStringLiteral("sqlite3"),
+                {folder.filePath(QStringLiteral("out/walk.db")),
+                 QStringLiteral("SELECT OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum FROM "
+                                "tPSOrderMaster WHERE OrdM_Date = '%1';"
+                                "SELECT PM_Name, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count FROM tPSOrderDetail JOIN "
+                                "tPSProductMaster USING (PM_PK) JOIN tPSOrderMaster USING (OrdM_PK) WHERE OrdM_Date = '%1' "
+                                "ORDER BY OrdD_PK;"
+                                "SELECT tpstrans_Operator, tpstrans_Money, tpstrans_Method FROM tPSTransaction WHERE "
+                                "tpstrans_Date = '%1' ORDER BY tpstrans_PK")
+                     .arg(today())});
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(QString::fromUtf8(shell.readAllStandardOutput()).toStdString(), "35500|76000|500|111500|90500\n"
+                                                                              "아카시아 벌꿀 1kg|38000|0|2\n"
+                                                                              "프로바이오틱스 30포|36000|500|1\n"
+                                                                              "2|1000|\n"
+                                                                              "3|20000|00\n");
+    EXPECT_GE(QDir(folder.filePath(QStringLiteral("out"))).entryList({QStringLiteral("*.png")}).size(), 10);
+}
