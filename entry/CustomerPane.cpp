@@ -1,6 +1,7 @@
 #include "entry/CustomerPane.h"
 
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Format.h"
 
 #include <QGridLayout>
@@ -62,10 +63,8 @@ void CustomerPane::show(const Customer &customer)
         customer.cell,
         customer.vip,
     };
-    for (std::size_t index = 0; index < txtCustDetail_.size(); ++index) {
-        txtCustDetail_[index]->setText(values[index]);
-        txtCustDetail_[index]->setCursorPosition(0); // a long address shows its beginning
-    }
+    for (std::size_t index = 0; index < txtCustDetail_.size(); ++index)
+        controls::showText(txtCustDetail_[index], values[index]);
 }
 
 ControlGroup CustomerPane::group() const

@@ -63,6 +63,8 @@ SaleTab::SaleTab(QWidget *customer, QWidget *productList, QWidget *entry, const 
     columns_->setStretchFactor(0, 3);
     columns_->setStretchFactor(1, 5);
     columns_->setStretchFactor(2, 0);
+    // The price of a product and the outstanding money of an order show without scrolling.
+    columns_->setSizes({370, 548, 346});
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);

@@ -168,6 +168,7 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
     addFormRow(grid, row + 7, 0, QStringLiteral("잔액"), lblGeneralRemain_);
     grid->addWidget(mudFirstSunap_, row + 2, 2, 2, 3, Qt::AlignLeft | Qt::AlignVCenter);
     auto *allSettings = new QHBoxLayout;
+    allSettings->setSpacing(grid->horizontalSpacing());
     for (controls::PushCheck *button : chkAllSetting_)
         allSettings->addWidget(button);
     grid->addLayout(allSettings, row + 8, 0, 1, 5);

@@ -4,6 +4,7 @@
 #include "input/FormRow.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
@@ -128,10 +129,10 @@ void DealerPane::fillPanel()
         return;
     }
     using runtime::text;
-    txtCmCompanyName_->setText(text(dealer[QStringLiteral("CM_Name")]));
-    txtCmRegNum_->setText(text(dealer[QStringLiteral("CM_RegNum")]));
-    txtCmAddress_->setText(text(dealer[QStringLiteral("CM_Address")]));
-    txtCmTel_->setText(text(dealer[QStringLiteral("CM_Tel")]));
+    controls::showText(txtCmCompanyName_, text(dealer[QStringLiteral("CM_Name")]));
+    controls::showText(txtCmRegNum_, text(dealer[QStringLiteral("CM_RegNum")]));
+    controls::showText(txtCmAddress_, text(dealer[QStringLiteral("CM_Address")]));
+    controls::showText(txtCmTel_, text(dealer[QStringLiteral("CM_Tel")]));
     txtCmMemo_->setText(text(dealer[QStringLiteral("CM_EtcMemo")]));
     chkCmIsValid_->setChecked(!runtime::isTrue(dealer[QStringLiteral("CM_IsValid")]));
 }

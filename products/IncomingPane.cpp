@@ -6,6 +6,7 @@
 #include "input/clsNumberRelated.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "session/modGlobalVars.h"
@@ -194,7 +195,7 @@ void IncomingPane::fillPanel()
     const QVariant date = incoming[QStringLiteral("IN_Date")];
     if (!runtime::isNull(date))
         dtpIncDate_->setDate(date.toDate());
-    txtIncCompanyName_->setText(getCompanyName(runtime::CLng(valOf(incoming[QStringLiteral("CM_PK")]))));
+    controls::showText(txtIncCompanyName_, getCompanyName(runtime::CLng(valOf(incoming[QStringLiteral("CM_PK")]))));
 }
 
 void IncomingPane::resetPane()
@@ -213,7 +214,7 @@ void IncomingPane::resetPane()
 void IncomingPane::dealerSelected(qint32 lngCMPK, const QString &name)
 {
     txtIncCompanyName_->setProperty("Tag", QString::number(lngCMPK));
-    txtIncCompanyName_->setText(name);
+    controls::showText(txtIncCompanyName_, name);
 }
 
 EditModeTable IncomingPane::editMode() const

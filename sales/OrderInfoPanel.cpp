@@ -6,6 +6,7 @@
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 
@@ -144,7 +145,7 @@ void OrderInfoPanel::showOrder(const ado::Recordset &orders)
     optTakBae_[pickUp ? 0 : 1]->setChecked(true);
     dtpOrderMasterDate_->setDate(orders[QStringLiteral("OrdM_Date")].toDate());
     for (const OrderFieldSource &field : textFields) {
-        txtOrderMaster(field.index)->setText(runtime::text(orders[QLatin1String(field.column)]));
+        controls::showText(txtOrderMaster(field.index), runtime::text(orders[QLatin1String(field.column)]));
         txtOrderMaster(field.index)->setCursorPosition(0); // a long address shows its beginning
     }
     showTotals(orders);

@@ -7,6 +7,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
@@ -230,11 +231,11 @@ void SaleEntryPane::showProduct()
         return;
     }
     const ado::Recordset &products = *session_.rsSaleProductLists;
-    txtSaleProductLists(Catagory)->setText(runtime::text(products[QStringLiteral("PM_Catagory")]));
-    txtSaleProductLists(Name)->setText(runtime::text(products[QStringLiteral("PM_Name")]));
+    controls::showText(txtSaleProductLists(Catagory), runtime::text(products[QStringLiteral("PM_Catagory")]));
+    controls::showText(txtSaleProductLists(Name), runtime::text(products[QStringLiteral("PM_Name")]));
     // The price shows here even for a product that is not handled; it becomes 0 on a change of kind. Both are meant.
     showPrices(sellType() == 0 ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
-    txtSaleProductLists(EtcMemo)->setText(runtime::text(products[QStringLiteral("PM_EtcMemo")]));
+    controls::showText(txtSaleProductLists(EtcMemo), runtime::text(products[QStringLiteral("PM_EtcMemo")]));
     for (int index : {Catagory, Name, EtcMemo})
         txtSaleProductLists(index)->setCursorPosition(0); // a long name shows its beginning
     chkSaleProductLists_[0]->setChecked(runtime::isTrue(products[QStringLiteral("PM_IsTaxed")]));

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QLineEdit>
+
+namespace controls {
+
+/// Puts a text into a box so that a long one shows its beginning.
+inline void showText(QLineEdit *box, const QString &text)
+{
+    box->setText(text);
+    box->setCursorPosition(0);
+}
+
+} // namespace controls
