@@ -4,9 +4,11 @@
 #include "host/sample/Clinic.h"
 #include "host/walk/Actor.h"
 #include "host/walk/Road.h"
+#include "platform/registry/AppSettings.h"
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 namespace walk {
@@ -49,6 +51,8 @@ int walkTheRoad(const QString &folder)
     try {
         const ado::ConnectionPtr connection = ado::Connection::open(freshClinic(folder));
         Actor actor(folder);
+        const QTemporaryDir settings; // a trial run leaves the user's own window where it was
+        registry::setStoreFolder(settings.path());
         desk::DeskWindow window(connection);
         walkFromDesk(actor, window);
         actor.say(QStringLiteral("끝났습니다. 그림과 walk.db는 %1에 있습니다.").arg(QDir(folder).absolutePath()));
