@@ -67,7 +67,7 @@ void CustomerPane::show(const Customer &customer)
         controls::showText(txtCustDetail_[index], values[index]);
 }
 
-ControlGroup CustomerPane::group() const
+ControlGroup CustomerPane::colCustDetail() const
 {
     return ControlGroup(txtCustDetail_.begin(), txtCustDetail_.end());
 }

@@ -16,7 +16,7 @@ public:
     explicit CustomerPane(QWidget *parent = nullptr);
 
     void show(const Customer &customer);
-    ControlGroup group() const;
+    ControlGroup colCustDetail() const;
 
 private:
     std::array<QLineEdit *, 9> txtCustDetail_{};

@@ -157,7 +157,7 @@ void frmMain::fillEditModes()
                                        incomingPane_->editMode(), dealerPane_->editMode(), entryPane_->colors(),
                                        detailPane_->colors()})
         editModes_.addTable(table);
-    editModes_.addGroup(customerPane_->group(), false);
+    editModes_.addGroup(customerPane_->colCustDetail(), false);
     editModes_.addGroup(entryPane_->colProductInfo(), false);
     editModes_.addGroup(entryPane_->colSaleEntry(), true);
 }

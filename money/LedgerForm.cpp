@@ -250,7 +250,7 @@ LedgerEntry LedgerForm::entry() const
     return entry;
 }
 
-ControlGroup LedgerForm::group() const
+ControlGroup LedgerForm::colTrans() const
 {
     ControlGroup group{dtpTransReceiveDate_};
     group.append(ControlGroup(optTransOperator_.begin(), optTransOperator_.end()));

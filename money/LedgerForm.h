@@ -54,8 +54,7 @@ public:
     controls::PushCheck *chkCmdSaveTrans(int index) const { return chkCmdSaveTrans_[index]; }
     controls::PushCheck *chkCmdSaveMemo() const { return chkCmdSaveMemo_; }
 
-    /// colTrans
-    ControlGroup group() const;
+    ControlGroup colTrans() const;
     QList<QWidget *> saveButtons() const;
     QList<EntryColor> entryColors() const;
     QList<EntryColor> editColors() const;

@@ -146,7 +146,7 @@ EditModeTable LedgerPane::editMode() const
     EditModeTable table;
     table.code = ledgerEditCode;
     table.containers = {c1elaTransInfo_};
-    table.group = c1elaTransInfo_->group();
+    table.group = c1elaTransInfo_->colTrans();
     table.commands = {chkcmdAddEditDelTran_.begin(), chkcmdAddEditDelTran_.end()};
     table.saveButtons = c1elaTransInfo_->saveButtons();
     table.editColors = c1elaTransInfo_->editColors();

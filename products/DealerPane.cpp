@@ -151,7 +151,9 @@ EditModeTable DealerPane::editMode() const
     EditModeTable table;
     table.code = QStringLiteral("12");
     table.containers = {elTranMnu_, sspCompanyMaster_[1]};
-    table.group = {txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_};
+    const ControlGroup colCompany{txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_,
+                                  txtCmMemo_};
+    table.group = colCompany;
     table.commands = {chkcmdCmpnyMstrAED_.begin(), chkcmdCmpnyMstrAED_.end()};
     table.saveButtons = {chkcmdCmpnyMstrSave_.begin(), chkcmdCmpnyMstrSave_.end()};
 

@@ -223,9 +223,10 @@ EditModeTable IncomingPane::editMode() const
     EditModeTable table;
     table.code = QStringLiteral("11");
     table.containers = {elTranMnu_, sspProductIncoming_[1]};
-    table.group = {txtIncCount_,      udIincomingCount_,   txtIncPricePerUnit_, txtIncHalinTotal_,
-                   txtIncPriceTotal_, txtIncCompanyName_,  dtpIncDate_,         chkCmdIncSelectCompany_,
-                   txtIncMemo_,       chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
+    const ControlGroup colIncoming{txtIncCount_, udIincomingCount_, txtIncPricePerUnit_, txtIncHalinTotal_,
+                                   txtIncPriceTotal_, txtIncCompanyName_, dtpIncDate_, chkCmdIncSelectCompany_,
+                                   txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
+    table.group = colIncoming;
     table.commands = {chkcmdIncomingAED_.begin(), chkcmdIncomingAED_.end()};
     table.saveButtons = {chkcmdIncomingSave_.begin(), chkcmdIncomingSave_.end()};
 

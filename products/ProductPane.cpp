@@ -221,9 +221,10 @@ EditModeTable ProductPane::editMode() const
     EditModeTable table;
     table.code = QStringLiteral("10");
     table.containers = {elTranMnu_, sspPMProductInfo_};
-    table.group = {txtProSaleInfo_[0],    txtProSaleInfo_[1], txtProSaleInfo_[2], txtProSaleInfoMemo_,
-                   dtpProdListAddedDate_, optIsTaxed_[0],     optIsTaxed_[1],     optIsValid_[0],
-                   optIsValid_[1],        chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
+    const ControlGroup colProSaleInfo{txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2], txtProSaleInfoMemo_,
+                                      dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0],
+                                      optIsValid_[1], chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
+    table.group = colProSaleInfo;
     table.commands = {chkCmdProdSaleAddEdiDel_.begin(), chkCmdProdSaleAddEdiDel_.end()};
     table.saveButtons = {chkCmdSaveProduct_.begin(), chkCmdSaveProduct_.end()};
 

@@ -91,7 +91,7 @@ void OrderInfoPanel::makeControls()
         chkcmdCSSaveInfo_ += button;
     }
     // A form without a window is locked all the same.
-    clsMyFunctions().setCollection2Locked(group(), true);
+    clsMyFunctions().setCollection2Locked(colOrderMaster(), true);
 }
 
 void OrderInfoPanel::placeControls()
@@ -180,7 +180,7 @@ OrderEdit OrderInfoPanel::edit() const
     return edit;
 }
 
-ControlGroup OrderInfoPanel::group() const
+ControlGroup OrderInfoPanel::colOrderMaster() const
 {
     ControlGroup group{dtpOrderMasterDate_, optTakBae_[0], optTakBae_[1]};
     for (int index : {TakbaeMemo, Address, Cel, Tel, OrderMemo, Misugum})

@@ -29,7 +29,7 @@ public:
     OrderEdit edit() const;
 
     /// Controls of the edit, in the order in which they are locked and opened.
-    ControlGroup group() const;
+    ControlGroup colOrderMaster() const;
     QList<EntryColor> entryColors() const;
     QList<EntryColor> editColors() const;
     QList<QWidget *> saveButtons() const { return {chkcmdCSSaveInfo_[0], chkcmdCSSaveInfo_[1]}; }

@@ -90,7 +90,7 @@ EditModeTable OrderPane::editMode() const
     EditModeTable table;
     table.code = editCode;
     table.containers = {c1elaCustSaleInfo_};
-    table.group = c1elaCustSaleInfo_->group();
+    table.group = c1elaCustSaleInfo_->colOrderMaster();
     table.commands = {elTranMnu_->chkCmdOrderMasterED(0), elTranMnu_->chkCmdOrderMasterED(1)};
     table.saveButtons = c1elaCustSaleInfo_->saveButtons();
     table.editColors = c1elaCustSaleInfo_->editColors();
