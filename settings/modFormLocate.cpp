@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStyle>
 
 #include <algorithm>
 #include <optional>
@@ -35,6 +36,13 @@ QRect screenAt(const QPoint &place)
     return (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
 }
 
+/// Left and top win over right and bottom: the caption has to stay within reach.
+QPoint placeWithin(const QRect &screen, const QPoint &place, const QSize &outer)
+{
+    return {std::max(screen.left(), std::min(place.x(), screen.right() + 1 - outer.width())),
+            std::max(screen.top(), std::min(place.y(), screen.bottom() + 1 - outer.height()))};
+}
+
 void restorePlace(QWidget &window, const clsFormSizePosSetting &setting)
 {
     const QPoint place(numberIn(setting.FormPos_x()).value_or(window.x()),
@@ -44,11 +52,8 @@ void restorePlace(QWidget &window, const clsFormSizePosSetting &setting)
     QSize size(numberIn(setting.FormWidth()).value_or(window.width()),
                numberIn(setting.FormHeight()).value_or(window.height()));
     size = size.boundedTo(screen.size() - frame).expandedTo(window.minimumSizeHint());
-    // Left and top win over right and bottom: the caption has to stay within reach.
-    const QSize outer = size + frame;
     window.resize(size);
-    window.move(std::max(screen.left(), std::min(place.x(), screen.right() + 1 - outer.width())),
-                std::max(screen.top(), std::min(place.y(), screen.bottom() + 1 - outer.height())));
+    window.move(placeWithin(screen, place, size + frame));
 }
 
 void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
@@ -91,4 +96,12 @@ void restoreMainWindowLayout(QWidget &window, QSplitter &columns)
     if (maximized)
         window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
     restoreColumns(columns, setting);
+}
+
+void keepOnScreen(QWidget &window)
+{
+    QSize outer = window.frameSize();
+    if (outer == window.size()) // the frame comes with the first showing; its caption is what counts
+        outer.rheight() += window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    window.move(placeWithin(screenAt(window.geometry().center()), window.pos(), outer));
 }

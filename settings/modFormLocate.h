@@ -8,3 +8,6 @@ void saveMainWindowLayout(const QWidget &window, const QSplitter &columns);
 /// Brings them back. What is not stored, or is no number, leaves the window as it is; a place off the screen is moved in, a
 /// size beyond the screen is cut. A window saved while minimized comes back normal.
 void restoreMainWindowLayout(QWidget &window, QSplitter &columns);
+/// Moves a window that hangs over an edge of its screen back onto it. Left and top win over right and bottom: the caption
+/// has to stay within reach.
+void keepOnScreen(QWidget &window);

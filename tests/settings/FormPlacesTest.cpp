@@ -1,11 +1,13 @@
 #include "settings/clsFormPosition.h"
 #include "settings/clsFormSizePosSetting.h"
+#include "settings/clsWindowPostion.h"
 #include "settings/modFormLocate.h"
 
 #include "platform/registry/AppSettings.h"
 
 #include <QApplication>
 #include <QScreen>
+#include <QStyle>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -199,4 +201,55 @@ TEST(FormPosition, PlacesWindows)
     form.resize(500, 100); // wider than the reference: the screen's edge
     position.LocateFormBottomRight(mainForm, form);
     EXPECT_EQ(form.pos(), QPoint(screen().width() - 500, 200));
+}
+
+TEST(FormPosition, KeepsAWindowOnTheScreen)
+{
+    QWidget form;
+    form.resize(300, 200);
+    const int caption = form.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QPoint corner(screen().right() + 1 - 300, screen().bottom() + 1 - 200 - caption);
+    const struct
+    {
+        QPoint from, to;
+    } cases[] = {
+        {{40, 50}, {40, 50}},
+        {{-20, -1}, screen().topLeft()},
+        {corner + QPoint(5, 5), corner},
+        {{screen().right() + 500, 30}, {corner.x(), 30}},
+    };
+    for (const auto &c : cases) {
+        form.move(c.from);
+        keepOnScreen(form);
+        EXPECT_EQ(form.pos(), c.to);
+    }
+    form.resize(screen().width() + 100, 200); // too large: the caption's beginning stays in sight
+    keepOnScreen(form);
+    EXPECT_EQ(form.pos().x(), screen().left());
+}
+
+TEST(WindowPostion, TellsTheInnerCornerInTwips)
+{
+    QWidget window;
+    window.setGeometry(100, 60, 300, 200);
+    QWidget button(&window);
+    button.move(20, 10);
+    window.show();
+    const clsWindowPostion position;
+    ASSERT_EQ(QApplication::primaryScreen()->logicalDotsPerInchX(), 96);
+    const int perPixel = 15;
+
+    qint32 x = 0, y = 0;
+    position.GetScreenPosition(button, x, y);
+    EXPECT_EQ(QPoint(x, y), QPoint(120, 70) * perPixel);
+    EXPECT_EQ(position.pixelsFromTwips(button, x + 255, y + 1395), QPoint(120, 70) + QPoint(255, 1395) / perPixel);
+
+    EXPECT_TRUE(position.GetScreenPosition(window.winId(), x, y));
+    EXPECT_EQ(QPoint(x, y), QPoint(100, 60) * perPixel);
+    EXPECT_FALSE(position.GetScreenPosition(WId(0x7ffffff1), x, y));
+    EXPECT_EQ(QPoint(x, y), QPoint(0, 0));
+
+    QCursor::setPos(33, 44);
+    position.GetCursorPosition(x, y);
+    EXPECT_EQ(QPoint(x, y), QPoint(33, 44));
 }
