@@ -51,6 +51,13 @@ ado::ConnectionPtr openClinic(const desk::Options &options)
     return connection;
 }
 
+QWidget *openWindow()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) { return window->isVisible(); });
+    return shown == windows.end() ? nullptr : *shown;
+}
+
 int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplication &application)
 {
     const std::vector<desk::Patient> patients = desk::readPatients(*connection);
@@ -59,16 +66,16 @@ int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplicat
     if (patient == patients.end())
         return complain(QStringLiteral("그 번호의 환자가 없습니다: %1").arg(key));
     desk::SaleComponent component(connection);
-    // A message box that comes up before the window must not end the program when it closes.
+    // Neither a message box on the way nor the window itself ends the program by being the last one closed.
     QApplication::setQuitOnLastWindowClosed(false);
     if (manage)
         component.showProductSaleManage(*patient);
     else
         component.showProductSale(*patient);
-    QApplication::setQuitOnLastWindowClosed(true);
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    if (std::none_of(windows.begin(), windows.end(), [](const QWidget *window) { return window->isVisible(); }))
+    QWidget *sale = openWindow();
+    if (!sale)
         return complain(QStringLiteral("판매 창이 열리지 않았습니다."));
+    QObject::connect(sale, &QObject::destroyed, &application, &QCoreApplication::quit);
     return application.exec();
 }
 
