@@ -78,3 +78,9 @@ void SaleTab::keepRowsInLine()
     connect(lists_, &QSplitter::splitterMoved, forms_, [this] { forms_->setSizes(lists_->sizes()); });
     connect(forms_, &QSplitter::splitterMoved, lists_, [this] { lists_->setSizes(forms_->sizes()); });
 }
+
+void SaleTab::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    wasShown_ = true;
+}

@@ -27,10 +27,17 @@ public:
     /// Divides the columns; named c1elaMain.
     QSplitter *columns() const { return columns_; }
 
+    /// Whether the page has been on the screen, so that its dividers stand where the user saw them.
+    bool wasShown() const { return wasShown_; }
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private:
     void keepRowsInLine();
 
     QSplitter *columns_;
     QSplitter *lists_;
     QSplitter *forms_;
+    bool wasShown_ = false;
 };

@@ -320,7 +320,7 @@ void frmMain::closeEvent(QCloseEvent *event)
 
 void frmMain::unload()
 {
-    saveMainWindowLayout(*this, *saleTab_->columns());
+    saveMainWindowLayout(*this, saleTab_->wasShown() ? saleTab_->columns() : nullptr);
     for (controls::RecordsetGrid *grid : findChildren<controls::RecordsetGrid *>())
         grid->setDataSource(nullptr);
     session_.release();

@@ -74,13 +74,14 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
 
 } // namespace
 
-void saveMainWindowLayout(const QWidget &window, const QSplitter &columns)
+void saveMainWindowLayout(const QWidget &window, const QSplitter *columns)
 {
     clsFormSizePosSetting setting;
-    const QList<int> widths = columns.sizes();
     const QRect geometry = normalGeometry(window);
-    setting.FirstColWidth(QString::number(widths.value(0)));
-    setting.SecondColWidth(QString::number(widths.value(1)));
+    if (columns) {
+        setting.FirstColWidth(QString::number(columns->sizes().value(0)));
+        setting.SecondColWidth(QString::number(columns->sizes().value(1)));
+    }
     setting.FormIsMaximized(QString::number(window.isMaximized() ? maximizedState : normalState));
     setting.FormPos_y(QString::number(geometry.y()));
     setting.FormPos_x(QString::number(geometry.x()));

@@ -3,8 +3,9 @@
 #include <QSplitter>
 #include <QWidget>
 
-/// Remembers place, size, state and column widths of the main window for this user and machine.
-void saveMainWindowLayout(const QWidget &window, const QSplitter &columns);
+/// Remembers place, size, state and column widths of the main window for this user and machine. Without columns (their page
+/// was never on the screen, so they have no widths of their own) the stored widths stay.
+void saveMainWindowLayout(const QWidget &window, const QSplitter *columns);
 /// Brings them back. What is not stored, or is no number, leaves the window as it is; a place off the screen is moved in, a
 /// size beyond the screen is cut. A window saved while minimized comes back normal.
 void restoreMainWindowLayout(QWidget &window, QSplitter &columns);

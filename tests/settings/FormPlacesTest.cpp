@@ -47,7 +47,7 @@ protected:
 TEST_F(RememberedWindow, ComesBackWhereItStood)
 {
     columns_.setSizes({100, 320, 180});
-    saveMainWindowLayout(window_, columns_);
+    saveMainWindowLayout(window_, &columns_);
     EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QStringLiteral("FormWidth")),
               QStringLiteral("400"));
     EXPECT_EQ(setting_.ThirdColWidth(), QString()); // the rest of the window, never stored
@@ -59,6 +59,14 @@ TEST_F(RememberedWindow, ComesBackWhereItStood)
     EXPECT_EQ(window_.pos(), place);
     EXPECT_EQ(window_.size(), QSize(400, 300));
     EXPECT_EQ(columns_.sizes(), (QList<int>{100, 320, 180}));
+}
+
+TEST_F(RememberedWindow, KeepsTheWidthsOfColumnsThatWereNeverShown)
+{
+    setting_.FirstColWidth(QStringLiteral("370"));
+    saveMainWindowLayout(window_, nullptr);
+    EXPECT_EQ(setting_.FirstColWidth(), QStringLiteral("370"));
+    EXPECT_EQ(setting_.FormWidth(), QStringLiteral("400"));
 }
 
 TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
@@ -102,7 +110,7 @@ TEST_F(RememberedWindow, IsBroughtOntoTheScreenAndCutToIt)
 TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
 {
     window_.setWindowState(Qt::WindowMaximized);
-    saveMainWindowLayout(window_, columns_);
+    saveMainWindowLayout(window_, &columns_);
     EXPECT_EQ(setting_.FormIsMaximized(), QStringLiteral("2"));
     EXPECT_EQ(setting_.FormWidth(), QStringLiteral("400")); // what it goes back to
     window_.setWindowState(Qt::WindowNoState);
@@ -110,7 +118,7 @@ TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
     EXPECT_TRUE(window_.isMaximized());
 
     window_.setWindowState(Qt::WindowMinimized);
-    saveMainWindowLayout(window_, columns_);
+    saveMainWindowLayout(window_, &columns_);
     EXPECT_EQ(setting_.FormIsMaximized(), QStringLiteral("0"));
     for (const char *state : {"0", "1"}) {
         setting_.FormIsMaximized(QLatin1String(state));
