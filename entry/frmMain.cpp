@@ -15,6 +15,7 @@
 #include "products/SaleListPane.h"
 #include "sales/DetailPane.h"
 #include "sales/OrderPane.h"
+#include "sales/RefundFlow.h"
 #include "sales/SaleEntryPane.h"
 #include "session/ProgramFolder.h"
 #include "session/modGlobalVars.h"
@@ -85,6 +86,7 @@ void frmMain::createPanes()
     entryPane_ = new SaleEntryPane(session_, *this, this);
     orderPane_ = new OrderPane(session_, *this, this);
     detailPane_ = new DetailPane(session_, *this, this);
+    refundFlow_ = new RefundFlow(session_, *detailPane_, this);
     ledgerPane_ = new LedgerPane(session_, *this, this);
     receiptFlow_ = new ReceiptFlow(session_, *ledgerPane_, this);
     productPane_ = new ProductPane(session_, *this, this);

@@ -17,6 +17,7 @@ class OrderPane;
 class ProductPane;
 class PropertiesPane;
 class ReceiptFlow;
+class RefundFlow;
 class SaleEntryPane;
 class SaleListPane;
 class SaleTab;
@@ -77,6 +78,7 @@ private:
     SaleEntryPane *entryPane_ = nullptr;
     OrderPane *orderPane_ = nullptr;
     DetailPane *detailPane_ = nullptr;
+    RefundFlow *refundFlow_ = nullptr;
     LedgerPane *ledgerPane_ = nullptr;
     ReceiptFlow *receiptFlow_ = nullptr;
     ProductPane *productPane_ = nullptr;

@@ -66,7 +66,7 @@ DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
     placeControls();
 
-    controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowChange, this, [this] { rowChanged(); });
+    controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowChange, this, [this] { showRefundMemo(); });
     controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowDoubleClicked, this, [this] { doubleClicked(); });
     chkCmdRefund_->onPush(this, [this] { askRefund(); });
     chkCmdDelOrderDetail_->onPush(this, [this] { deleteDetail(); });
@@ -158,7 +158,7 @@ QString DetailPane::productName(const ado::Bookmark &row)
     }
 }
 
-void DetailPane::rowChanged()
+void DetailPane::showRefundMemo()
 {
     const bool current = SaleSession::hasCurrent(session_.rsCustSaleDetails);
     txtCustOrderRfndMemo_->setText(

@@ -23,6 +23,7 @@ public:
     QWidget *c1elaList() const { return c1elaList_; }
     QWidget *c1elaSaleDetailMemo() const { return c1elaSaleDetailMemo_; }
     controls::RecordsetGrid *tdbCustSaleDetails() const { return tdbCustSaleDetails_; }
+    controls::PushCheck *chkCmdRefund() const { return chkCmdRefund_; }
     /// Controls that take the paint sets; the pane has no edit of its own.
     EditModeTable colors() const;
 
@@ -33,6 +34,8 @@ public:
     void loadCustSaleDetails(std::int32_t lngOrdMPK);
     /// Coming back from the management tab: product names may have changed.
     void rebind();
+    /// Shows the return memo of the current line, none without one.
+    void showRefundMemo();
 
 signals:
     /// A sold line was double-clicked: the receipt of its order is asked for.
@@ -44,7 +47,6 @@ private:
     void placeControls();
     void renewClone();
     QString productName(const ado::Bookmark &row);
-    void rowChanged();
     void doubleClicked();
     void askRefund();
     void deleteDetail();

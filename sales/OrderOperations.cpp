@@ -82,10 +82,7 @@ OrderOperations::OrderOperations(SaleSession &session, Clock today)
 
 Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 {
-    return trapped([&] {
-        const QDate today = today_();
-        createOrder(today);
-        const std::int32_t lngOrdMPK = orderKeyOf(today);
+    return onNewOrder(today_(), [&](std::int32_t lngOrdMPK) {
         // Here the discount is read as a pure number: an empty field counts as 0.
         const QString statement = insertStatement(lngOrdMPK, line, clsNumberRelated().GetPureNumber(line.unitDiscount));
         inTransaction([&](ado::Connection &connection) { connection.Execute(statement); });
@@ -126,9 +123,8 @@ Outcome OrderOperations::addRefundOrderDetail(std::int32_t lngOrdMPK, std::int32
 Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, std::int32_t lngPMPK, Currency curPrice,
                                              std::int16_t intCount, const QString &strMemo)
 {
-    return trapped([&] {
-        createOrder(dtRefund);
-        return addRefundOrderDetail(orderKeyOf(dtRefund), lngPMPK, curPrice, intCount, strMemo);
+    return onNewOrder(dtRefund, [&](std::int32_t lngOrdMPK) {
+        return addRefundOrderDetail(lngOrdMPK, lngPMPK, curPrice, intCount, strMemo);
     });
 }
 
@@ -201,6 +197,18 @@ Outcome OrderOperations::deleteDetail()
     return trapped([&] {
         opened(session_.rsCustSaleDetails).Delete();
         return recalculate(runtime::CLng(opened(session_.rsCustSaleMaster)[QStringLiteral("OrdM_PK")]));
+    });
+}
+
+Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outcome(std::int32_t lngOrdMPK)> &addLine)
+{
+    return trapped([&] {
+        createOrder(date);
+        const Outcome outcome = trapped([&] { return addLine(orderKeyOf(date)); });
+        // The new order stays behind and is the current one now: the lines on show must be those of the current order.
+        if (outcome == Outcome::Failed)
+            requeryIfOpen(session_.rsCustSaleMaster);
+        return outcome;
     });
 }
 

@@ -78,6 +78,8 @@ public:
     Outcome deleteDetail();
 
 private:
+    /// Creates an order and adds a line to the first order of its date.
+    Outcome onNewOrder(const QDate &date, const std::function<Outcome(std::int32_t lngOrdMPK)> &addLine);
     void createOrder(const QDate &date);
     std::int32_t orderKeyOf(const QDate &date) const;
     QString insertStatement(std::int32_t lngOrdMPK, const EntryLine &line, const QString &unitDiscount) const;

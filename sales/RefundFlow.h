@@ -1,0 +1,25 @@
+#pragma once
+
+#include "sales/RefundOperations.h"
+
+#include <QObject>
+#include <QWidget>
+
+class DetailPane;
+
+/// The button "반품": asks in a dialog what is taken back of the current line and writes it.
+class RefundFlow : public QObject
+{
+    Q_OBJECT
+public:
+    /// `owner` is the window that the dialog stands over.
+    RefundFlow(SaleSession &session, DetailPane &detailPane, QWidget *owner);
+
+    /// The button's work, once the pane has found that the current line can be returned. Cancelled, nothing has changed.
+    void takeBack();
+
+private:
+    DetailPane &detailPane_;
+    RefundOperations operations_;
+    QWidget *owner_;
+};

@@ -1,0 +1,122 @@
+#include "sales/frmRefund.h"
+
+#include "input/clsNumberRelated.h"
+#include "input/modKeyBoard.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QScreen>
+
+#include <algorithm>
+
+using runtime::Currency;
+
+frmRefund::frmRefund(QWidget *owner)
+    : QDialog(owner)
+{
+    createControls();
+    controls::onEvent(udNoOfProdPlusMinus_, &controls::Stepper::up, this, [this] { step(1); });
+    controls::onEvent(udNoOfProdPlusMinus_, &controls::Stepper::down, this, [this] { step(-1); });
+    controls::onEvent(txtRfndUnitCount_, &QLineEdit::textChanged, this, [this](const QString &) { colorCount(); });
+    chkCmdSave_->onPush(this, [this] { save(); });
+    chkCmdCancel_->onPush(this, [this] { reject(); });
+}
+
+qint16 frmRefund::ShowRefundForm(const QString &strUnitName, Currency curUnitPrice, Currency curUnitDiscount,
+                                 qint16 intUnitCount, const QDate &dtUnitSold, const QWidget *ownerButton,
+                                 qint16 &intRfndUnitCount, QDate &dtRfnd, QString &strRfndMemo,
+                                 Currency &curRfndUnitSalePrice)
+{
+    bSaved_ = false;
+    intUnitCount_ = intUnitCount;
+    dtpUnitSoldDate_->setDate(dtUnitSold);
+    txtUnitName_->setText(strUnitName);
+    txtUnitName_->setCursorPosition(0); // a long name shows its beginning
+    txtUnitPrice_->setText(runtime::money(curUnitPrice));
+    txtUnitDiscount_->setText(runtime::money(curUnitDiscount));
+    txtUnitCount_->setText(QString::number(intUnitCount));
+    dtpRfndDate_->setDate(QDate::currentDate());
+    txtRfndUnitCount_->setText(QString::number(-intUnitCount));
+    showMoney(txtRfndUnitSalePrice_, (curUnitPrice - curUnitDiscount).toText());
+    txtRfndMemo_->clear();
+
+    setWindowModality(Qt::ApplicationModal);
+    adjustSize();
+    if (ownerButton)
+        placeBeside(*ownerButton);
+    dtpRfndDate_->setFocus(Qt::OtherFocusReason);
+    const QPointer<frmRefund> self(this);
+    exec();
+    if (!self || !bSaved_) // the window may have gone and taken the dialog along
+        return 0;
+
+    intRfndUnitCount = runtime::CInt(txtRfndUnitCount_->text());
+    dtRfnd = dtpRfndDate_->date();
+    strRfndMemo = txtRfndMemo_->text().trimmed();
+    curRfndUnitSalePrice = runtime::CCur(clsNumberRelated().GetPureNumber(txtRfndUnitSalePrice_->text()));
+    return 1;
+}
+
+/// Enter moves on, as in the other dialogs; it never presses a button.
+void frmRefund::keyPressEvent(QKeyEvent *event)
+{
+    int keyCode = event->key();
+    enterToTab(keyCode);
+    if (keyCode != 0)
+        QDialog::keyPressEvent(event);
+}
+
+/// Between minus the sold quantity and 0; what is typed is not held to it.
+void frmRefund::step(int by)
+{
+    const double count = runtime::Val(txtRfndUnitCount_->text());
+    if (by < 0 ? count > -intUnitCount_ : count < 0)
+        txtRfndUnitCount_->setText(runtime::text(count + by));
+}
+
+void frmRefund::colorCount()
+{
+    const bool negative = runtime::Val(txtRfndUnitCount_->text()) < 0;
+    controls::setForeColor(txtRfndUnitCount_, negative ? QColor(255, 0, 0) : QColor(0, 0, 0));
+}
+
+void frmRefund::save()
+{
+    try {
+        runtime::CInt(txtRfndUnitCount_->text());
+    } catch (const runtime::RuntimeError &) {
+        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"), controls::InformationIcon,
+                         windowTitle(), this);
+        txtRfndUnitCount_->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    bSaved_ = true;
+    accept();
+}
+
+/// To the right of the button, else below or above it; wholly on its screen.
+void frmRefund::placeBeside(const QWidget &button)
+{
+    constexpr int gap = 8;
+    const QRect beside(button.mapToGlobal(QPoint(0, 0)), button.size());
+    const QScreen *screen = QGuiApplication::screenAt(beside.center());
+    const QRect area = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    // The desktop frames the dialog as it frames the window that it comes from.
+    const QSize outer = size() + button.window()->frameSize() - button.window()->size();
+
+    QPoint place(beside.right() + 1 + gap, beside.top());
+    if (place.x() + outer.width() > area.right() + 1) {
+        place = QPoint(beside.left(), beside.bottom() + 1 + gap);
+        if (place.y() + outer.height() > area.bottom() + 1)
+            place.setY(beside.top() - gap - outer.height());
+    }
+    move(std::max(area.left(), std::min(place.x(), area.right() + 1 - outer.width())),
+         std::max(area.top(), std::min(place.y(), area.bottom() + 1 - outer.height())));
+}

@@ -1,0 +1,176 @@
+#include "sales/RefundFlow.h"
+#include "sales/frmRefund.h"
+#include "tests/money/DialogDriver.h"
+#include "tests/sales/PanesOnADesk.h"
+
+#include <QInputMethodEvent>
+#include <QScreen>
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+/// A line of 3 at 1,000 less 100, sold on the 20th, and the button that takes it back.
+class RefundDialog : public DeskTest
+{
+protected:
+    RefundDialog()
+    {
+        detail(order(QStringLiteral("2026-11-20")), product(QStringLiteral("홍삼 & 녹용"), 1200), 1000, 100, 3);
+        open();
+        flow_ = std::make_unique<RefundFlow>(session_, *desk().details, &desk());
+    }
+    void push(const std::function<void(const DialogDriver &)> &act)
+    {
+        whenDialogStands(act);
+        desk().push("chkCmdRefund");
+    }
+    Rows lines() { return rows(QStringLiteral("SELECT OrdD_UnitPrice, OrdD_Count FROM tPSOrderDetail ORDER BY OrdD_PK")); }
+    Rows notes() { return rows(QStringLiteral("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK")); }
+
+    std::unique_ptr<RefundFlow> flow_;
+};
+
+void key(const DialogDriver &form, Qt::Key code)
+{
+    QTest::keyClick(form.window()->windowHandle(), code);
+}
+
+QColor color(const DialogDriver &form, const char *name)
+{
+    return form.find<QLineEdit>(name)->palette().color(QPalette::Active, QPalette::Text);
+}
+
+} // namespace
+
+TEST_F(RefundDialog, ComesUpWithTheWholeLineAndLeavesEverythingWhenCancelled)
+{
+    const std::pair<const char *, const char *> leave[] = {{"chkCmdCancel", ""}, {"", "Esc"}};
+    for (const auto &[button, byKey] : leave) {
+        push([&](const DialogDriver &form) {
+            EXPECT_EQ(form.find<QDateEdit>("dtpUnitSoldDate")->date(), QDate(2026, 11, 20));
+            EXPECT_EQ(form.find<QDateEdit>("dtpRfndDate")->date(), QDate::currentDate());
+            const std::pair<const char *, const char *> texts[] = {
+                {"txtUnitName", "홍삼 & 녹용"}, {"txtUnitPrice", "\\1,000"},         {"txtUnitDiscount", "\\100"},
+                {"txtUnitCount", "3"},          {"txtRfndUnitCount", "-3"},          {"txtRfndUnitSalePrice", "\\900"},
+                {"txtRfndMemo", ""},
+            };
+            for (const auto &[name, text] : texts)
+                EXPECT_EQ(form.text(name), text) << name;
+            form.type("txtRfndMemo", "x");
+            if (*button)
+                form.press(button);
+            else
+                key(form, Qt::Key_Escape);
+            EXPECT_FALSE(form.window()->isVisible());
+        });
+    }
+    EXPECT_THAT(lines(), ElementsAre("1000|3"));
+    EXPECT_THAT(notes(), ElementsAre("NULL"));
+    EXPECT_THAT(reader_.take(), IsEmpty());
+}
+
+TEST_F(RefundDialog, StepsStayBetweenTheSoldQuantityAndNone)
+{
+    push([](const DialogDriver &form) {
+        const auto count = [&](const char *button, int times = 1) {
+            for (; times > 0; --times)
+                form.press(button);
+            return form.text("txtRfndUnitCount");
+        };
+        EXPECT_EQ(color(form, "txtRfndUnitCount"), QColor(255, 0, 0));
+        EXPECT_EQ(count("udNoOfProdPlusMinus_down"), "-3");
+        EXPECT_EQ(count("udNoOfProdPlusMinus_up", 2), "-1");
+        EXPECT_EQ(color(form, "txtRfndUnitCount"), QColor(255, 0, 0));
+        EXPECT_EQ(count("udNoOfProdPlusMinus_up", 2), "0");
+        EXPECT_EQ(color(form, "txtRfndUnitCount"), QColor(0, 0, 0));
+        form.type("txtRfndUnitCount", "-9");
+        EXPECT_EQ(count("udNoOfProdPlusMinus_down"), "-9") << "typing isn't held to it, but stepping goes back only";
+        EXPECT_EQ(count("udNoOfProdPlusMinus_up"), "-8");
+    });
+}
+
+TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
+{
+    push([](const DialogDriver &form) {
+        EXPECT_EQ(form.focus(), "dtpRfndDate");
+        form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
+        key(form, Qt::Key_Tab);
+        EXPECT_EQ(form.focus(), "txtRfndUnitCount");
+        for (Qt::Key digit : {Qt::Key_Minus, Qt::Key_2})
+            key(form, digit);
+        EXPECT_EQ(form.text("txtRfndUnitCount"), "-2");
+        key(form, Qt::Key_Return);
+        EXPECT_EQ(form.focus(), "txtRfndUnitSalePrice");
+        EXPECT_EQ(form.find<QLineEdit>("txtRfndUnitSalePrice")->selectedText(), QString());
+        for (Qt::Key digit : {Qt::Key_Backspace, Qt::Key_5, Qt::Key_X, Qt::Key_0})
+            key(form, digit);
+        EXPECT_EQ(form.text("txtRfndUnitSalePrice"), "\\9,050");
+        key(form, Qt::Key_Tab);
+        QInputMethodEvent committed;
+        committed.setCommitString(QStringLiteral(" 변심 "));
+        QApplication::sendEvent(form.window()->focusWidget(), &committed);
+        key(form, Qt::Key_Enter);
+        EXPECT_EQ(form.focus(), "chkCmdSave");
+        key(form, Qt::Key_Return);
+        EXPECT_TRUE(form.window()->isVisible()) << "Enter presses nothing";
+        EXPECT_EQ(form.focus(), "chkCmdCancel");
+        key(form, Qt::Key_Backtab);
+        key(form, Qt::Key_Space);
+    });
+    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(lines(), ElementsAre("1000|3", "9050|-2"));
+    EXPECT_THAT(notes(), ElementsAre("▶2026-11-20일 (-2)개 반품", testing::EndsWith(" 메모: 변심")));
+    // The lines were read anew; the newest, the return, stands first.
+    EXPECT_EQ(cell(grid("tdbCustSaleDetails"), 0, 3), "-2");
+    EXPECT_THAT(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText().toStdString(), testing::EndsWith("변심"));
+    EXPECT_EQ(desk().text("txtOrderMaster_9"), "-\\15,400");
+}
+
+TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
+{
+    push([this](const DialogDriver &form) {
+        form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
+        form.type("txtRfndMemo", "torn");
+        for (const char *none : {"", "-", "all", "-32769"}) {
+            form.type("txtRfndUnitCount", none);
+            form.press("chkCmdSave");
+            EXPECT_THAT(reader_.take(), ElementsAre("반품: 반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"));
+            EXPECT_EQ(form.text("txtRfndMemo"), "torn");
+        }
+        form.type("txtRfndUnitCount", "-1");
+        form.press("chkCmdSave");
+    });
+    EXPECT_THAT(lines(), ElementsAre("1000|3", "900|-1"));
+}
+
+TEST_F(RefundDialog, AFailureIsToldAndTheNoteIsSeen)
+{
+    push([](const DialogDriver &form) {
+        form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
+        form.type("txtRfndMemo", "it's");
+        form.press("chkCmdSave");
+    });
+    EXPECT_THAT(reader_.take(), ElementsAre("반품: 오류가 있어 반품처리를 완료하지 못했습니다."));
+    EXPECT_THAT(lines(), ElementsAre("1000|3"));
+    EXPECT_EQ(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText(), QStringLiteral("▶2026-11-20일 (-3)개 반품"));
+}
+
+TEST_F(RefundDialog, StandsBesideItsButtonAndWhollyOnTheScreen)
+{
+    const QRect screen = desk().screen()->availableGeometry();
+    const QPoint places[] = {{0, 0}, {screen.right() - 300, screen.bottom() - 200}, {screen.left() - 700, screen.top() - 300}};
+    for (const QPoint &place : places) {
+        desk().move(place);
+        push([&](const DialogDriver &form) {
+            EXPECT_TRUE(screen.contains(form.window()->frameGeometry()));
+            auto &button = desk().at<QWidget>("chkCmdRefund");
+            if (place.isNull()) {
+                EXPECT_FALSE(form.window()->frameGeometry().contains(button.mapToGlobal(button.rect().center())));
+            }
+        });
+    }
+}

@@ -1,0 +1,154 @@
+#include "sales/RefundOperations.h"
+
+#include "data/clsSQL.h"
+#include "platform/runtime/RuntimeError.h"
+#include "tests/sales/SaleDesk.h"
+
+#include <gmock/gmock.h>
+
+using runtime::Currency;
+using testing::ElementsAre;
+
+namespace {
+
+/// Order 1 of the 20th with one line, 3 of 홍삼 at 1,000 less 100, which is current.
+class LineTakenBack : public SaleDatabase
+{
+protected:
+    LineTakenBack()
+    {
+        const int ginseng = product(QStringLiteral("홍삼"), 1200);
+        detail(order(QStringLiteral("2026-11-20")), ginseng, 1000, 100, 3);
+        openAll();
+    }
+
+    void openAll()
+    {
+        open(session_.rsCustSaleMaster, clsSQL().getOrderMasterSQL(Patient));
+        session_.rsCustSaleMaster->setBookmark(1);
+        open(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(1));
+        session_.rsCustSaleDetails->setBookmark(1);
+    }
+    Outcome takeBack(int count, const char *date, const char *memo = "")
+    {
+        openAll();
+        const Refund refund{std::int16_t(count), QDate::fromString(QLatin1String(date), Qt::ISODate),
+                            QString::fromUtf8(memo), Currency::fromWon(850)};
+        return operations_.takeBack(operations_.currentLine(), refund);
+    }
+
+    Rows orders() { return rows(QStringLiteral("SELECT OrdM_PK, OrdM_Date, OrdM_Total FROM tPSOrderMaster ORDER BY OrdM_PK")); }
+    Rows lines()
+    {
+        return rows(QStringLiteral("SELECT OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType "
+                                   "FROM tPSOrderDetail ORDER BY OrdD_PK"));
+    }
+    Rows notes() { return rows(QStringLiteral("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK")); }
+
+    RefundOperations operations_{session_};
+
+private:
+    static void open(SaleSession::RecordsetPtr &recordset, const QString &source)
+    {
+        recordset = std::make_unique<ado::Recordset>();
+        recordset->Open(source, gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+    }
+};
+
+constexpr const char *soldLine = "1|1|1000|100|3|0";
+
+} // namespace
+
+TEST_F(LineTakenBack, TheRowGoesOnAnOrderOfTheReturnsDateWhichIsMadeWhenThereIsNone)
+{
+    struct Case
+    {
+        const char *date;
+        Rows orders;
+        Rows lines;
+    };
+    const Case cases[] = {
+        // On the day of the sale: the same order.
+        {"2026-11-20", {"1|2026-11-20|1850"}, {soldLine, "1|1|850|0|-1|NULL"}},
+        // No order on that day: a new one.
+        {"2026-11-24",
+         {"1|2026-11-20|1850", "2|2026-11-24|-850"},
+         {soldLine, "1|1|850|0|-1|NULL", "2|1|850|0|-1|NULL"}},
+        // Now there is one.
+        {"2026-11-24",
+         {"1|2026-11-20|1850", "2|2026-11-24|-1700"},
+         {soldLine, "1|1|850|0|-1|NULL", "2|1|850|0|-1|NULL", "2|1|850|0|-1|NULL"}},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(takeBack(-1, c.date), Outcome::Done);
+        EXPECT_EQ(orders(), c.orders);
+        EXPECT_EQ(lines(), c.lines);
+    }
+    EXPECT_THAT(rows(QStringLiteral("SELECT Cust_PK, OrdM_Address, OrdM_Tel, OrdM_Cel FROM tPSOrderMaster WHERE OrdM_PK = 2")),
+                ElementsAre("41|서울시 종로구 1|02-123-4567|010-1234-5678"));
+}
+
+TEST_F(LineTakenBack, OfSeveralOrdersOfADateTheFirstTakesTheRowEvenIfTheLineStandsOnAnother)
+{
+    const int second = order(QStringLiteral("2026-11-20"));
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdM_PK = %1").arg(second));
+    session_.rsCustSaleMaster->Requery();
+    session_.rsCustSaleMaster->setBookmark(second);
+    session_.rsCustSaleDetails->Close();
+    session_.rsCustSaleDetails->Open(clsSQL().getOrderDetailSQL(second), gcnnMasterDB, ado::CursorType::Keyset,
+                                     ado::LockType::Optimistic);
+    EXPECT_EQ(operations_.takeBack(operations_.currentLine(), {-3, QDate(2026, 11, 20), {}, Currency::fromWon(900)}),
+              Outcome::Done);
+    EXPECT_THAT(lines(), ElementsAre("2|1|1000|100|3|0", "1|1|900|0|-3|NULL"));
+}
+
+TEST_F(LineTakenBack, BothLinesTellOfItAndPartsAddUp)
+{
+    EXPECT_EQ(takeBack(-1, "2026-11-20", "포장 불량"), Outcome::Done);
+    EXPECT_EQ(operations_.currentLine().count, 3) << "the sold quantity stays";
+    EXPECT_EQ(takeBack(-2, "2026-11-24"), Outcome::Done);
+    const std::string sold = "▷판매날짜(2026-11-20), 물품이름(홍삼), 개당가격(1000), 갯수(3), 할인가격(100) 의(중) 반품. 메모: ";
+    EXPECT_THAT(notes(), ElementsAre("▶2026-11-20일 (-1)개 반품\n▶2026-11-24일 (-2)개 반품", sold + "포장 불량", sold));
+}
+
+TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
+{
+    const std::string note = "▶2026-11-24일 (-1)개 반품";
+    // A quote goes out as it is and breaks the statement; the order of that day has been made by then.
+    EXPECT_EQ(takeBack(-1, "2026-11-24", "it's"), Outcome::Failed);
+    EXPECT_THAT(orders(), ElementsAre("1|2026-11-20|0", "2|2026-11-24|0"));
+    EXPECT_THAT(lines(), ElementsAre(soldLine));
+    EXPECT_THAT(notes(), ElementsAre(note));
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+
+    // The sale's order is another customer's by now: no row may hang on an order that is not there.
+    openAll();
+    const SoldLine sold = operations_.currentLine();
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET Cust_PK = 42"));
+    EXPECT_EQ(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), Outcome::Failed);
+    EXPECT_THAT(lines(), ElementsAre(soldLine));
+    EXPECT_THAT(notes(), ElementsAre(note + "\n▶2026-11-20일 (-1)개 반품"));
+}
+
+TEST_F(LineTakenBack, ALineChangedAtAnotherDeskIsNotTakenBack)
+{
+    const SoldLine sold = operations_.currentLine();
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 창구'"));
+    EXPECT_THROW(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), runtime::RuntimeError);
+    EXPECT_THAT(notes(), ElementsAre("다른 창구"));
+    EXPECT_THAT(lines(), ElementsAre(soldLine));
+    EXPECT_EQ(takeBack(-1, "2026-11-20"), Outcome::Done) << "nothing is left in the way";
+}
+
+// The order stays behind without its line and is the current one: what is on show must belong to it.
+TEST_F(LineTakenBack, AnOrderMadeInVainIsShownWithItsOwnLines)
+{
+    int rowChanges = 0;
+    QObject::connect(session_.rsCustSaleMaster.get(), &ado::Recordset::rowChanged, session_.rsCustSaleMaster.get(),
+                     [&] { ++rowChanges; });
+    refuse(QStringLiteral("BEFORE INSERT ON tPSOrderDetail"));
+    const SoldLine sold = operations_.currentLine();
+    EXPECT_EQ(operations_.takeBack(sold, {-1, QDate(2026, 11, 24), {}, Currency::fromWon(900)}), Outcome::Failed);
+    EXPECT_EQ(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK")).toInt(), 2);
+    EXPECT_EQ(rowChanges, 1);
+}
