@@ -3,6 +3,7 @@
 
 #include "input/FormRow.h"
 #include "input/clsMyFunctions.h"
+#include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
 
@@ -16,14 +17,20 @@ QLineEdit *shownBox(const QString &name)
 {
     auto *box = named(new QLineEdit, name);
     clsMyFunctions::keepReadOnly(box);
+    controls::setBackColor(box, controls::LockedColor);
     box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
     return box;
 }
 
+/// Captions and boxes of both panes stand in line.
 QGridLayout *twoColumnsIn(QGroupBox *frame)
 {
     auto *grid = new QGridLayout(frame);
     grid->setHorizontalSpacing(8);
+    const int captions = frame->fontMetrics().horizontalAdvance(QStringLiteral("단가할인:")) + 2;
+    grid->setColumnMinimumWidth(0, captions);
+    grid->setColumnMinimumWidth(2, captions);
+    grid->setColumnMinimumWidth(4, controls::Stepper(QString()).sizeHint().width());
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     return grid;
@@ -53,6 +60,7 @@ QGroupBox *frmRefund::makeSoldPane()
     dtpUnitSoldDate_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     dtpUnitSoldDate_->setFrame(false);
     dtpUnitSoldDate_->setFocusPolicy(Qt::ClickFocus);
+    controls::setBackColor(dtpUnitSoldDate_, controls::LockedColor);
     txtUnitName_ = shownBox(QStringLiteral("txtUnitName"));
     txtUnitPrice_ = shownBox(QStringLiteral("txtUnitPrice"));
     txtUnitDiscount_ = shownBox(QStringLiteral("txtUnitDiscount"));
