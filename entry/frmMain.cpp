@@ -5,6 +5,7 @@
 #include "input/StatisticsPane.h"
 #include "input/clsMyFunctions.h"
 #include "money/LedgerPane.h"
+#include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
@@ -89,6 +90,7 @@ void frmMain::createPanes()
     refundFlow_ = new RefundFlow(session_, *detailPane_, this);
     ledgerPane_ = new LedgerPane(session_, *this, this);
     receiptFlow_ = new ReceiptFlow(session_, *ledgerPane_, this);
+    new OutstandingFlow(session_, *ledgerPane_, this);
     productPane_ = new ProductPane(session_, *this, this);
     incomingPane_ = new IncomingPane(session_, *this, this);
     dealerPane_ = new DealerPane(session_, *this, this);

@@ -49,7 +49,6 @@ private:
 
     // The form: controls and their places.
     void createControls();
-    QLineEdit *readOnlyBox(const QString &name);
     QGridLayout *layOutHeader();
     void layOutNewFrame();
     void layOutEntries(QGridLayout *grid, int row);

@@ -1,6 +1,7 @@
 #include "money/frmSimpleReceiptAdd.h"
 
 #include "input/FormRow.h"
+#include "money/DialogForm.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/EventEdge.h"
@@ -15,6 +16,10 @@
 #include <QVBoxLayout>
 
 using controls::named;
+using dialogForm::amountBox;
+using dialogForm::groupedWon;
+using dialogForm::Holds;
+using dialogForm::readOnlyBox;
 
 namespace {
 
@@ -30,11 +35,6 @@ struct FurtherMethod
 constexpr FurtherMethod furtherMethods[] = {
     {u"", u""}, {u"카드", u"01"}, {u"미수(현금)", u"10"}, {u"미수(카드)", u"11"}, {u"미수(통장)", u"12"},
 };
-
-QString groupedWon(qint32 money)
-{
-    return runtime::Format(money, QStringLiteral("##,##0"));
-}
 
 } // namespace
 
@@ -64,31 +64,20 @@ void frmSimpleReceiptAdd::createControls()
     form->addLayout(layOutHeader());
     form->addWidget(makeSummary());
     form->addWidget(makeEntry());
-    form->addLayout(layOutButtons());
+    form->addLayout(dialogForm::layOutSaveAndCancel(cmdConfirm_, cmdCancel_, this));
     setTabOrderOfWork();
-}
-
-QLineEdit *frmSimpleReceiptAdd::readOnlyBox(const QString &name, QWidget *parent)
-{
-    auto *box = named(new QLineEdit(parent), name);
-    box->setReadOnly(true);
-    box->setFrame(false);
-    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
-    return box;
 }
 
 QLayout *frmSimpleReceiptAdd::layOutHeader()
 {
-    txtName_ = readOnlyBox(QStringLiteral("txtName"), this);
-    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), this);
-    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), this);
+    txtName_ = readOnlyBox(QStringLiteral("txtName"), Holds::Text, this);
+    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), Holds::Text, this);
+    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), Holds::Text, this);
     dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
-    txtDate_ = readOnlyBox(QStringLiteral("txtDate"), this);
-    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"), this);
-    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"), this);
-    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"), this);
-    for (QLineEdit *money : {txtBonin_, txtCheonggu_, txtGeneral_})
-        money->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtDate_ = readOnlyBox(QStringLiteral("txtDate"), Holds::Text, this);
+    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"), Holds::Money, this);
+    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"), Holds::Money, this);
+    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"), Holds::Money, this);
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(8);
     grid->setColumnStretch(1, 1);
@@ -122,9 +111,8 @@ QGroupBox *frmSimpleReceiptAdd::makeSummary()
     grid->setHorizontalSpacing(8);
     int column = 0;
     for (const auto &figure : figures) {
-        auto *box = readOnlyBox(QString::fromUtf16(figure.name), frame);
-        box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-999,999,999")));
+        auto *box = readOnlyBox(QString::fromUtf16(figure.name), Holds::Money, frame);
+        box->setMinimumWidth(dialogForm::amountWidth(*box));
         addFormRow(grid, 0, column, QString::fromUtf16(figure.caption), box);
         *figure.box = box;
         column += 2;
@@ -144,8 +132,7 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
     }
     options->addStretch(1);
 
-    txtMoney_ = named(new QLineEdit(frame), QStringLiteral("txtMoney"));
-    txtMoney_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtMoney_ = amountBox(QStringLiteral("txtMoney"), frame);
     mudOperationAdd_ = new MoneyUpDown(QStringLiteral("mudOperationAdd"), frame);
     mudOperationAdd_->setEnabled(false);
     sspSunapInfo_ = named(new QWidget(frame), QStringLiteral("sspSunapInfo"));
@@ -168,22 +155,6 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
     grid->addWidget(sspSunapInfo_, 2, 0, 1, 2);
     grid->addWidget(chkAutoMisuMoney_, 3, 0, 1, 3);
     return frame;
-}
-
-QLayout *frmSimpleReceiptAdd::layOutButtons()
-{
-    cmdConfirm_ = named(new QPushButton(QStringLiteral("저장(F12)"), this), QStringLiteral("cmdConfirm"));
-    cmdCancel_ = named(new QPushButton(QStringLiteral("취소(F9)"), this), QStringLiteral("cmdCancel"));
-    QFont strong = cmdConfirm_->font();
-    strong.setBold(true);
-    cmdConfirm_->setFont(strong);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    for (QPushButton *button : {cmdConfirm_, cmdCancel_}) {
-        button->setMinimumSize(110, 32);
-        buttons->addWidget(button);
-    }
-    return buttons;
 }
 
 void frmSimpleReceiptAdd::setTabOrderOfWork()

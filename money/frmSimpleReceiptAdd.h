@@ -32,11 +32,9 @@ public:
 
 private:
     void createControls();
-    QLineEdit *readOnlyBox(const QString &name, QWidget *parent);
     QLayout *layOutHeader();
     QGroupBox *makeSummary();
     QGroupBox *makeEntry();
-    QLayout *layOutButtons();
     void setTabOrderOfWork();
     void setKeys();
     void readDiscountSwitch();

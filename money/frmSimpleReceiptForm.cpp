@@ -2,6 +2,7 @@
 #include "money/frmSimpleReceipt.h"
 
 #include "input/FormRow.h"
+#include "money/DialogForm.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
@@ -9,6 +10,9 @@
 #include <QVBoxLayout>
 
 using controls::named;
+using dialogForm::amountBox;
+using dialogForm::Holds;
+using dialogForm::readOnlyBox;
 
 namespace {
 
@@ -25,23 +29,12 @@ QLabel *figureLabel(const QString &name, int index, int points)
     return label;
 }
 
-QLineEdit *amountBox(const QString &name, int index = -1)
+QLineEdit *amountBoxOf(const QString &name, int index)
 {
-    auto *box = named(new QLineEdit, name, index);
-    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return box;
+    return named(amountBox(name, nullptr), name, index);
 }
 
 } // namespace
-
-QLineEdit *frmSimpleReceipt::readOnlyBox(const QString &name)
-{
-    auto *box = named(new QLineEdit(this), name);
-    box->setReadOnly(true);
-    box->setFrame(false);
-    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
-    return box;
-}
 
 void frmSimpleReceipt::createControls()
 {
@@ -57,34 +50,21 @@ void frmSimpleReceipt::createControls()
     form->addWidget(fraNewSunap_);
     form->addWidget(fraOldSunap_);
 
-    cmdConfirm_ = named(new QPushButton(QStringLiteral("저장(F12)"), this), QStringLiteral("cmdConfirm"));
-    cmdCancel_ = named(new QPushButton(QStringLiteral("취소(F9)"), this), QStringLiteral("cmdCancel"));
-    QFont strong = cmdConfirm_->font();
-    strong.setBold(true);
-    cmdConfirm_->setFont(strong);
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    for (QPushButton *button : {cmdConfirm_, cmdCancel_}) {
-        button->setMinimumSize(110, 32);
-        buttons->addWidget(button);
-    }
-    form->addLayout(buttons);
+    form->addLayout(dialogForm::layOutSaveAndCancel(cmdConfirm_, cmdCancel_, this));
     setTabOrderOfWork();
 }
 
 QGridLayout *frmSimpleReceipt::layOutHeader()
 {
-    txtName_ = readOnlyBox(QStringLiteral("txtName"));
-    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"));
-    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"));
+    txtName_ = readOnlyBox(QStringLiteral("txtName"), Holds::Text, this);
+    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), Holds::Text, this);
+    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), Holds::Text, this);
     txtReceipt_PK_->hide(); // the number of a host's receipt, which a product sale has none of
     dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
-    txtDate_ = readOnlyBox(QStringLiteral("txtDate"));
-    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"));
-    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"));
-    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"));
-    for (QLineEdit *money : {txtBonin_, txtCheonggu_, txtGeneral_})
-        money->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtDate_ = readOnlyBox(QStringLiteral("txtDate"), Holds::Text, this);
+    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"), Holds::Money, this);
+    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"), Holds::Money, this);
+    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"), Holds::Money, this);
     chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로"), this), QStringLiteral("chkBonin100"));
 
     auto *grid = new QGridLayout;
@@ -134,11 +114,11 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
     cboGeneralPercent_->setInsertPolicy(QComboBox::NoInsert);
     cboGeneralPercent_->setCompleter(nullptr);
     chkGeneralHalinConfirm_ = named(new controls::PushCheck(QStringLiteral("적용")), QStringLiteral("chkGeneralHalinConfirm"));
-    txtGeneralHalInMoney_ = amountBox(QStringLiteral("txtGeneralHalInMoney"));
+    txtGeneralHalInMoney_ = amountBox(QStringLiteral("txtGeneralHalInMoney"), fraNewSunap_);
     cboGeneralJeolsaGubun_ = named(new QComboBox, QStringLiteral("cboGeneralJeolsaGubun"));
-    txtGeneralJeolSaMoney_ = amountBox(QStringLiteral("txtGeneralJeolSaMoney"));
+    txtGeneralJeolSaMoney_ = amountBox(QStringLiteral("txtGeneralJeolSaMoney"), fraNewSunap_);
     for (int medium : {Cash, Card})
-        txtGeneralSuNapMoney_[medium] = amountBox(QStringLiteral("txtGeneralSuNapMoney"), medium);
+        txtGeneralSuNapMoney_[medium] = amountBoxOf(QStringLiteral("txtGeneralSuNapMoney"), medium);
     const QString whole = QStringLiteral("전액");
     const QString others = QStringLiteral("나머지");
     chkGeneralRemain2Money_
@@ -179,7 +159,7 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
 void frmSimpleReceipt::layOutOldFrame()
 {
     fraOldSunap_ = named(new QGroupBox(QStringLiteral("수납 내역 수정"), this), QStringLiteral("fraOldSunap"));
-    txtMoney_ = amountBox(QStringLiteral("txtMoney"));
+    txtMoney_ = amountBox(QStringLiteral("txtMoney"), fraOldSunap_);
     mudEditSunap_ = new MoneyUpDown(QStringLiteral("mudEditSunap"), fraOldSunap_);
     auto *grid = new QGridLayout(fraOldSunap_);
     grid->setHorizontalSpacing(8);

@@ -59,6 +59,7 @@ int mostInkRuns(const QImage &image)
 
 QColor systemColor(SystemColor color)
 {
+    const QPalette desk = QGuiApplication::palette();
     switch (color) {
     case SystemColor::Window:
         return Qt::white;
@@ -66,10 +67,17 @@ QColor systemColor(SystemColor color)
         return QColor(0xE4, 0xE7, 0xEB);
     case SystemColor::InfoBackground:
         return QColor(0xFF, 0xFF, 0xE1);
+    // A palette does not tell the colours of captions; they go with those of what is selected.
+    case SystemColor::ActiveCaption:
+        return desk.color(QPalette::Active, QPalette::Highlight);
+    case SystemColor::CaptionText:
+        return desk.color(QPalette::Active, QPalette::HighlightedText);
+    case SystemColor::ButtonText:
+        return desk.color(QPalette::ButtonText);
     case SystemColor::ButtonFace:
         break;
     }
-    return QGuiApplication::palette().color(QPalette::Window);
+    return desk.color(QPalette::Window);
 }
 
 void setBackColor(QWidget *control, const QColor &color)

@@ -7,7 +7,15 @@
 namespace controls {
 
 /// System colours by their number, as the desktop's own palette gives them.
-enum class SystemColor : int { Window = 5, InactiveBorder = 11, ButtonFace = 15, InfoBackground = 24 };
+enum class SystemColor : int {
+    ActiveCaption = 2,
+    Window = 5,
+    CaptionText = 9,
+    InactiveBorder = 11,
+    ButtonFace = 15,
+    ButtonText = 18,
+    InfoBackground = 24,
+};
 QColor systemColor(SystemColor color);
 /// The grey of a locked field.
 inline const QColor LockedColor{0xEF, 0xEF, 0xEF};

@@ -66,11 +66,12 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
 {
     QStyledItemDelegate::initStyleOption(option, index);
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator; // drawn here, in the middle of the cell
-    // Several grids stand in one window: only the one with the focus shows its row in full colour.
+    // Several grids stand in one window: only the one with the focus shows its row in full colour, the others as in a
+    // window that is not in front.
     const QWidget *focused = QApplication::focusWidget();
     if (option->widget && !(focused && (focused == option->widget || option->widget->isAncestorOf(focused)))) {
-        option->palette.setColor(QPalette::Highlight, QColor(0xD3, 0xE2, 0xF1));
-        option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
+        for (const QPalette::ColorRole role : {QPalette::Highlight, QPalette::HighlightedText})
+            option->palette.setColor(role, option->palette.color(QPalette::Inactive, role));
     }
 }
 

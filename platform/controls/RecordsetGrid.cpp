@@ -29,6 +29,8 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     setHorizontalScrollMode(ScrollPerPixel);
     QPalette calm = palette();
     calm.setColor(QPalette::AlternateBase, QColor(0xF4, 0xF7, 0xFA));
+    calm.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xD3, 0xE2, 0xF1));
+    calm.setColor(QPalette::Inactive, QPalette::HighlightedText, calm.color(QPalette::Text));
     setPalette(calm);
     d->makeHeaders();
 
@@ -190,8 +192,13 @@ void RecordsetGrid::mouseMoveEvent(QMouseEvent *event)
 
 void RecordsetGrid::focusInEvent(QFocusEvent *event)
 {
-    const QScopedValueRollback guard(d->following, true); // the focus alone moves nothing
-    QTableView::focusInEvent(event);
+    {
+        const QScopedValueRollback guard(d->following, true); // the focus alone moves nothing
+        QTableView::focusInEvent(event);
+    }
+    // The stock view stands on its first row then, which a key for the next row would pass over.
+    if (!d->hasRow())
+        d->follow(false);
 }
 
 void RecordsetGrid::changeEvent(QEvent *event)

@@ -37,6 +37,7 @@ struct GridColumn
     bool editable = false; ///< a text cell typed into, or a check column toggled by mouse and blank key
     std::vector<Item> values = {};
     QString checkedText = QStringLiteral("True");
+    QString format = {}; ///< of a money column, instead of the won sign with grouping (see runtime::Format)
 };
 
 /// A grid bound both ways to a recordset's position. The recordset moves first, then the handlers of rowChange() run,

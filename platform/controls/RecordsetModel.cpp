@@ -140,7 +140,7 @@ QString RecordsetModel::shownText(int row, int column) const
     case Kind::Unbound:
         return unboundText(row, column);
     case Kind::Money:
-        return runtime::Format(storedValue(row, column), runtime::strMoneyFormat);
+        return runtime::Format(storedValue(row, column), shown.format.isEmpty() ? runtime::strMoneyFormat : shown.format);
     case Kind::Values:
         return translated(shown.values, storedValue(row, column));
     case Kind::Check:

@@ -1,0 +1,38 @@
+#include "money/OutstandingFlow.h"
+
+#include "money/LedgerPane.h"
+#include "money/OutstandingMoney.h"
+#include "money/frmMisuMoneyManager.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/runtime/Attempt.h"
+#include "session/modGlobalVars.h"
+
+#include <QPointer>
+#include <QScopeGuard>
+
+OutstandingFlow::OutstandingFlow(SaleSession &session, LedgerPane &ledgerPane, QWidget *owner)
+    : QObject(owner)
+    , session_(session)
+    , owner_(owner)
+{
+    controls::onEvent(&ledgerPane, &LedgerPane::outstandingMoneyAsked, this, [this] { showOutstandingMoney(); });
+}
+
+void OutstandingFlow::showOutstandingMoney()
+{
+    const QPointer<OutstandingFlow> self(this);
+    {
+        // The window may go while the dialog stands over it, and takes the dialog along.
+        const QPointer<frmMisuMoneyManager> dialog = new frmMisuMoneyManager(owner_);
+        const auto release = qScopeGuard([dialog] { delete dialog.data(); });
+        dialog->MisuMoneyManager(gcnnMasterDB, owner_, outstanding::OneCustomer, session_.customer.lngCustPK, 0);
+    }
+    if (!self || !session_.rsCustSaleMaster)
+        return;
+    ado::Recordset &orders = *session_.rsCustSaleMaster;
+    runtime::Attempt attempt; // a list that cannot be read again stays as it is
+    ado::Bookmark current;
+    attempt([&] { current = orders.bookmark(); });
+    attempt([&] { orders.Requery(); });
+    attempt([&] { orders.setBookmark(current); });
+}

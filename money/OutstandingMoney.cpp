@@ -1,0 +1,38 @@
+#include "money/OutstandingMoney.h"
+
+#include "data/StatementText.h"
+#include "data/clsSQL.h"
+#include "platform/runtime/Attempt.h"
+
+namespace outstanding {
+
+QString listSQL(qint16 intMode, qint32 lngCustPK)
+{
+    QString condition;
+    if (intMode == AllCustomers)
+        condition = QStringLiteral("WHERE tPSOrderMaster.OrdM_Misugum <> 0 ");
+    else if (intMode == OneCustomer)
+        condition = QStringLiteral("WHERE Cust_PK=[CUSTPK] AND OrdM_Misugum <> 0 ");
+    const QString text = QStringLiteral("SELECT Customer.sn, Customer.name, tPSOrderMaster.* FROM tPSOrderMaster ")
+        + QStringLiteral("INNER JOIN Customer  ON tPSOrderMaster.Cust_PK = Customer.Customer_PK ") + condition
+        + QStringLiteral("ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC");
+    return statement::fill(text, {{u"[CUSTPK]", statement::number(lngCustPK)}});
+}
+
+void pay(ado::Connection &connection, const ledger::Row &row)
+{
+    connection.BeginTrans();
+    try {
+        if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.lngOrdMPK, row.lngMoney)) == 0)
+            throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 거래입니다."));
+        ledger::append(connection, row);
+        connection.CommitTrans();
+    } catch (const runtime::RuntimeError &) {
+        // At once: nothing may stay locked while the user reads of it. A lost server refuses this as well.
+        runtime::Attempt undo;
+        undo([&] { connection.RollbackTrans(); });
+        throw;
+    }
+}
+
+} // namespace outstanding

@@ -1,0 +1,217 @@
+#include "money/frmMisuMoneyManager.h"
+
+#include "money/OutstandingMoney.h"
+#include "money/frmMisuMoneyPay.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "settings/clsFormPosition.h"
+#include "settings/modFormLocate.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+using controls::InformationIcon;
+using controls::MsgBox;
+using runtime::Currency;
+
+namespace {
+
+const QString payTitle = QStringLiteral("미수금 수납");
+
+QString countText(qint32 number)
+{
+    return runtime::Format(number, QStringLiteral("##,###")); // nothing for 0
+}
+
+qint32 wholeWon(const QVariant &stored)
+{
+    return runtime::CLng(runtime::Val(stored));
+}
+
+} // namespace
+
+frmMisuMoneyManager::frmMisuMoneyManager(QWidget *owner)
+    : QDialog(owner)
+{
+    createControls();
+    connectControls();
+    setKeys();
+}
+
+frmMisuMoneyManager::~frmMisuMoneyManager() = default;
+
+void frmMisuMoneyManager::connectControls()
+{
+    using controls::onEvent;
+    using controls::RecordsetGrid;
+    onEvent(dgReceiptView_, &RecordsetGrid::headClick, this, [this](int column) {
+        sortBy(column, QApplication::keyboardModifiers().testFlag(Qt::ControlModifier));
+    });
+    onEvent(dgReceiptView_, &RecordsetGrid::rowDoubleClicked, this, [this] { cmdMisuMoneyPay_->setValue(1); });
+    onEvent(dgReceiptView_, &RecordsetGrid::rowChange, this, [this] {
+        if (rsReceiptView_ && rsReceiptView_->hasCurrent())
+            dgReceiptView_->setFocus();
+    });
+    cmdMisuMoneyPay_->onPush(this, [this] { payCurrent(); });
+    connect(cmdClose_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+qint16 frmMisuMoneyManager::MisuMoneyManager(const ado::ConnectionPtr &cnCon, QWidget *frmOwner, qint16 intMode,
+                                             qint32 lngCustPK, qint32)
+{
+    cnCon_ = cnCon;
+    intListMode_ = intMode;
+    lngCustPK_ = lngCustPK;
+    const QPointer<frmMisuMoneyManager> self(this);
+    const auto release = qScopeGuard([self] {
+        if (!self) // the window may have gone and taken the dialog along
+            return;
+        self->dgReceiptView_->setDataSource(nullptr);
+        self->rsReceiptView_.reset();
+        self->cnCon_.reset();
+    });
+    if (!openList()) {
+        MsgBox(QStringLiteral("데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요."), InformationIcon,
+               QStringLiteral("미수금 관리"), frmOwner);
+        return 0;
+    }
+    computeTotals();
+    if (frmOwner)
+        clsFormPosition().CenterMain(*frmOwner->window(), *this);
+    else
+        clsFormPosition().CenterScreen(*this);
+    keepOnScreen(*this);
+    setWindowModality(Qt::ApplicationModal);
+    exec();
+    return -1;
+}
+
+bool frmMisuMoneyManager::openList()
+{
+    rsReceiptView_ = std::make_unique<ado::Recordset>();
+    dgReceiptView_->setDataSource(rsReceiptView_.get());
+    rsReceiptView_->setCursorLocation(ado::CursorLocation::Client);
+    runtime::Attempt attempt;
+    attempt([this] {
+        rsReceiptView_->Open(outstanding::listSQL(intListMode_, lngCustPK_), cnCon_, ado::CursorType::Keyset,
+                             ado::LockType::Optimistic);
+        dgReceiptView_->Rebind();
+    });
+    return !attempt.failed();
+}
+
+void frmMisuMoneyManager::computeTotals()
+{
+    const int field = rsReceiptView_->columnIndex(QStringLiteral("OrdM_Misugum"));
+    const int rows = rsReceiptView_->rowCount();
+    const int first = rsReceiptView_->hasCurrent() ? rsReceiptView_->currentRow() : rows;
+    qint32 total = 0;
+    for (int row = first; row < rows; ++row)
+        total = runtime::CLng(QVariant::fromValue(Currency::fromWon(total)
+                                                  + runtime::CCur(rsReceiptView_->valueAt(row, field))));
+    txtCount_->setText(countText(rows - first));
+    txtTotal_->setText(countText(total));
+    rsReceiptView_->moveTo(rows);
+}
+
+/// A click sorts by one column; with Ctrl held it sorts by the columns chosen before and then by this one.
+void frmMisuMoneyManager::sortBy(int column, bool asWell)
+{
+    if (!asWell)
+        sortColumns_.clear();
+    if (std::find(sortColumns_.begin(), sortColumns_.end(), column) == sortColumns_.end())
+        sortColumns_.push_back(column);
+    QString order;
+    for (const int chosen : sortColumns_) {
+        const QString &field = dgReceiptView_->columns()[std::size_t(chosen)].field;
+        if (!order.isEmpty())
+            order += QStringLiteral(", ");
+        // The newest treatment comes first, in lists that have treatments.
+        const bool newestFirst = field == QLatin1String("TxDate");
+        order += QLatin1Char('[') + field + (newestFirst ? QStringLiteral("] DESC") : QStringLiteral("]"));
+    }
+    rsReceiptView_->Sort(order);
+    dgReceiptView_->horizontalHeader()->setSortIndicator(sortColumns_.front(), Qt::AscendingOrder);
+}
+
+frmMisuMoneyManager::Order frmMisuMoneyManager::currentOrder() const
+{
+    const ado::Recordset &rows = *rsReceiptView_;
+    return {runtime::CLng(rows[QStringLiteral("OrdM_PK")]),
+            runtime::CLng(rows[QStringLiteral("Cust_PK")]),
+            runtime::text(rows[QStringLiteral("sn")]),
+            runtime::text(rows[QStringLiteral("name")]),
+            rows[QStringLiteral("OrdM_Date")].toDate(),
+            wholeWon(rows[QStringLiteral("OrdM_Misugum")]),
+            wholeWon(rows[QStringLiteral("OrdM_Total")])};
+}
+
+void frmMisuMoneyManager::payCurrent()
+{
+    if (!rsReceiptView_ || !rsReceiptView_->hasCurrent())
+        return;
+    // What another desk has collected since the list was opened must not be collected once more.
+    rsReceiptView_->Resync();
+    const Order order = currentOrder();
+    if (order.lngMisu == 0) {
+        MsgBox(QStringLiteral("현재 기록된 미수금이 없습니다."), InformationIcon, payTitle, this);
+        return;
+    }
+    Payment payment;
+    if (askPayment(order, payment) && payment.lngMoney != 0)
+        record(order, payment);
+}
+
+bool frmMisuMoneyManager::askPayment(const Order &order, Payment &payment)
+{
+    const QPointer<frmMisuMoneyPay> dialog = new frmMisuMoneyPay(this);
+    const auto release = qScopeGuard([dialog] { delete dialog.data(); });
+    return dialog->MisuMoneyPayBoninGeneral(cnCon_, order.strChartNum, order.strName, order.date, order.lngOrdMPK,
+                                            order.lngMisu, order.lngTotal, payment.date, payment.lngMoney,
+                                            payment.strMethod);
+}
+
+void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
+{
+    runtime::Attempt attempt;
+    attempt([&] {
+        outstanding::pay(*cnCon_, {order.lngCustPK, order.lngOrdMPK, payment.date, ledger::Payment, payment.lngMoney,
+                                   payment.strMethod});
+    });
+    if (attempt.failed()) {
+        MsgBox(QStringLiteral("수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ") + attempt.description(),
+               InformationIcon, QStringLiteral("미수금 수납 기록 오류"), this);
+        return;
+    }
+    attempt([this] {
+        rsReceiptView_->Resync();
+        dgReceiptView_->Refresh();
+        computeTotals();
+    });
+    // The payment stands: whoever reads of this must not take it once more.
+    if (attempt.failed())
+        MsgBox(QStringLiteral("수납은 기록되었으나 목록을 다시 읽지 못했습니다.\n원인: ") + attempt.description(),
+               InformationIcon, payTitle, this);
+    dgReceiptView_->setFocus(); // the next order is chosen there
+}
+
+bool frmMisuMoneyManager::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == dgReceiptView_ && event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_Space) {
+            if (!key->isAutoRepeat())
+                cmdMisuMoneyPay_->setValue(1);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}

@@ -1,0 +1,87 @@
+#include "money/frmMisuMoneyPay.h"
+
+#include "money/DialogForm.h"
+#include "money/clsOperationMoney.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "settings/clsFormPosition.h"
+#include "settings/modFormLocate.h"
+
+#include <QPointer>
+
+using dialogForm::groupedWon;
+
+frmMisuMoneyPay::frmMisuMoneyPay(QWidget *owner)
+    : QDialog(owner)
+{
+    createControls();
+    controls::onEvent(cmdConfirm_, &QPushButton::clicked, this, [this](bool) { confirm(); });
+    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+    setKeys();
+}
+
+qint32 frmMisuMoneyPay::showSummary(const ado::ConnectionPtr &cnCon, const QDate &dtOrder, qint32 lngOrdMPK, qint32 lngTotal)
+{
+    clsOperationMoney operations;
+    qint32 lngCut = 0, lngDiscount = 0, lngPaid = 0, lngRefund = 0;
+    operations.OPM_GetCutByReceiptBoninGeneral(cnCon, lngOrdMPK, lngCut, dtOrder);
+    operations.OPM_GetDiscountByReceiptBoninGeneral(cnCon, lngOrdMPK, lngDiscount, dtOrder);
+    operations.OPM_GetPayByReceiptBoninGeneral(cnCon, lngOrdMPK, lngPaid, dtOrder);
+    operations.OPM_GetRefundByReceiptBoninGeneral(cnCon, lngOrdMPK, lngRefund, dtOrder);
+    const qint32 shown[] = {lngDiscount, lngCut, lngPaid, lngRefund};
+    for (std::size_t figure = 0; figure < txtGeneral_.size(); ++figure)
+        txtGeneral_[figure]->setText(groupedWon(shown[figure]));
+
+    qint32 rest = lngTotal;
+    for (const qint64 change : {-qint64(lngCut), -qint64(lngDiscount), -qint64(lngPaid), qint64(lngRefund)})
+        rest = runtime::toLong(rest + change);
+    return rest;
+}
+
+bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, const QString &strChartNum,
+                                               const QString &strName, const QDate &dtOrder, qint32 lngOrdMPK,
+                                               qint32 lngMisu, qint32 lngTotal, QDate &dtPay, qint32 &lngPay,
+                                               QString &strMethod)
+{
+    bConfirmed_ = false;
+    txtReceiptTxDate_->setText(runtime::dateText(dtOrder));
+    txtReceiptGeneral_->setText(groupedWon(lngTotal));
+    dtpTodat_->setDate(QDate::currentDate());
+    txtChartnum_->setText(strChartNum);
+    txtName_->setText(strName);
+    lngPay = showSummary(cnCon, dtOrder, lngOrdMPK, lngTotal);
+    txtGeneralSunap_->setText(QString::number(lngMisu));
+    cboGeneralPayMethod_->setCurrentIndex(0);
+
+    adjustSize();
+    if (parentWidget())
+        clsFormPosition().CenterMain(*parentWidget()->window(), *this);
+    else
+        clsFormPosition().CenterScreen(*this);
+    keepOnScreen(*this);
+    mudMisuSunap_->setEnabled(false);
+    setWindowModality(Qt::ApplicationModal);
+    txtGeneralSunap_->setFocus(Qt::OtherFocusReason);
+    const QPointer<frmMisuMoneyPay> self(this);
+    exec();
+    if (!self || !bConfirmed_) // the window may have gone and taken the dialog along
+        return false;
+
+    dtPay = dtpTodat_->date();
+    lngPay = wholeMoney(txtGeneralSunap_->text());
+    strMethod = QString::number(cboGeneralPayMethod_->currentData().toInt());
+    return true;
+}
+
+void frmMisuMoneyPay::confirm()
+{
+    if (!runtime::IsNumeric(txtGeneralSunap_->text())) {
+        controls::MsgBox(QStringLiteral("수납 금액을 수값으로 입력하십시오."), controls::InformationIcon,
+                         QStringLiteral("미수금 수납"), this);
+        return;
+    }
+    bConfirmed_ = true;
+    accept();
+}
