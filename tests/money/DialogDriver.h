@@ -43,12 +43,20 @@ private:
     QWidget *dialog_;
 };
 
-/// Acts on the next modal dialog once it stands, then closes it if it still does.
+/// Acts on the next modal dialog once it stands over the window of now, then closes it if it still does.
 inline void whenDialogStands(const std::function<void(const DialogDriver &)> &act)
 {
-    QTimer::singleShot(0, qApp, [act] {
+    auto *watch = new QTimer(qApp);
+    watch->start(5);
+    const QWidget *before = QApplication::activeModalWidget();
+    QObject::connect(watch, &QTimer::timeout, watch, [watch, before, act, looks = 0]() mutable {
         QWidget *dialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(dialog) << "no dialog came up";
+        const bool stands = dialog && dialog != before;
+        if (!stands && ++looks < 400)
+            return;
+        watch->stop();
+        watch->deleteLater();
+        ASSERT_TRUE(stands) << "no dialog came up";
         EXPECT_TRUE(QTest::qWaitForWindowActive(dialog)); // focus events come only to an active window
         act(DialogDriver(dialog));
         if (QApplication::activeModalWidget() == dialog)

@@ -1,0 +1,270 @@
+#include "money/OutstandingFlow.h"
+#include "money/frmMisuMoneyManager.h"
+#include "platform/runtime/Conversions.h"
+#include "tests/money/DialogDriver.h"
+#include "tests/money/LedgerDesk.h"
+
+#include <QHeaderView>
+#include <QWindow>
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+/// "미수금관리" pressed by a customer who owes for two orders, beside another one who owes too.
+class OutstandingButton : public LedgerDesk
+{
+protected:
+    using Act = std::function<void(const DialogDriver &)>;
+
+    OutstandingButton()
+    {
+        atOtherDesk(QStringLiteral("INSERT INTO Customer (Customer_PK, name, sn) VALUES (41, '홍길동', 'C-1'), (42, '김영희', 'C-2')"));
+        first_ = owing("2026-11-20", 12340, 300, 5000);
+        second_ = owing("2026-11-22", 9000, 0, 2000);
+        owing("2026-11-23", 700, 0, 0);
+        owing("2026-11-24", 100000, 0, 900, 42);
+        loadOrders();
+        session_.rsCustSaleMaster->setBookmark(first_);
+    }
+    int owing(const char *date, int total, int discount, int owed, int customer = Patient)
+    {
+        const int key = order(QString::fromLatin1(date), customer);
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_HalinTotal = %3, OrdM_Misugum = %4 WHERE OrdM_PK = %1")
+                        .arg(key)
+                        .arg(total)
+                        .arg(discount)
+                        .arg(owed));
+        return key;
+    }
+    void openList(const Act &act)
+    {
+        whenDialogStands(act);
+        press("chkCmdRunMisuMoneyManger");
+    }
+    static void key(const DialogDriver &form, Qt::Key code, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(form.window()->windowHandle(), code, modifiers);
+    }
+    static controls::RecordsetGrid *grid(const DialogDriver &form) { return form.find<controls::RecordsetGrid>("dgReceiptView"); }
+    /// The list as it shows, a line each.
+    static Rows shown(const DialogDriver &form)
+    {
+        Rows lines;
+        const QAbstractItemModel *model = grid(form)->model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model->columnCount(); ++column)
+                cells += model->index(row, column).data().toString();
+            lines.push_back(cells.join(u'|').toStdString());
+        }
+        return lines;
+    }
+    static std::string totals(const DialogDriver &form) { return form.text("txtCount") + " / " + form.text("txtTotal"); }
+    /// The amount typed into the dialog that comes up for the current row, and saved.
+    static void pay(const DialogDriver &form, const char *amount)
+    {
+        whenDialogStands([amount](const DialogDriver &payment) {
+            payment.type("txtGeneralSunap", amount);
+            payment.press("cmdConfirm");
+        });
+        form.press("cmdMisuMoneyPay");
+    }
+    Rows owed() { return rows(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK")); }
+
+    OutstandingFlow outstanding_{session_, *pane_, &window_};
+    int first_ = 0;
+    int second_ = 0;
+};
+
+} // namespace
+
+TEST_F(OutstandingButton, ListsWhatTheCustomerOwesAndTakesAPaymentForTheChosenOrder)
+{
+    openList([this](const DialogDriver &form) {
+        EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmMisuMoneyManager"));
+        EXPECT_THAT(shown(form), ElementsAre("홍길동|C-1|2026-11-22|0|9,000|2,000", "홍길동|C-1|2026-11-20|300|12,340|5,000"));
+        EXPECT_EQ(totals(form), "2 / 7,000");
+        form.press("cmdMisuMoneyPay"); // no row is chosen yet: nothing comes up
+        form.press("cmdMisuMoneySend2Excel");
+        EXPECT_EQ(QApplication::activeModalWidget(), form.window());
+
+        EXPECT_EQ(form.focus(), "dgReceiptView");
+        key(form, Qt::Key_Down);
+        key(form, Qt::Key_Down);
+        whenDialogStands([](const DialogDriver &payment) {
+            EXPECT_EQ(payment.text("txtReceiptTxDate"), "2026-11-20");
+            EXPECT_EQ(payment.text("txtGeneralSunap"), "5000");
+            payment.find<QDateEdit>("dtpTodat")->setDate(QDate(2026, 12, 1));
+            payment.type("txtGeneralSunap", "3,000");
+            payment.find<QComboBox>("cboGeneralPayMethod")->setCurrentIndex(1);
+            key(payment, Qt::Key_F12);
+        });
+        key(form, Qt::Key_Space);
+        EXPECT_EQ(shown(form).at(1), "홍길동|C-1|2026-11-20|300|12,340|2,000");
+        EXPECT_EQ(totals(form), "1 / 2,000") << "counted from the paid row on";
+        EXPECT_EQ(form.focus(), "dgReceiptView");
+        form.press("cmdMisuMoneyPay"); // at the end again
+        key(form, Qt::Key_F12);
+        EXPECT_FALSE(form.window()->isVisible());
+    });
+    EXPECT_THAT(owed(), ElementsAre("2000", "2000", "0", "900"));
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-12-01|3|3000|11|"));
+    EXPECT_THAT(rows(QStringLiteral("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction")),
+                ElementsAre("41|" + std::to_string(first_)));
+    EXPECT_EQ(session_.rsCustSaleMaster->bookmark(), first_) << "the window stays on its order";
+    EXPECT_EQ(runtime::text(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_Misugum"))), QStringLiteral("2000"));
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}
+
+TEST_F(OutstandingButton, APaidOrderStaysInTheListUntilItIsOpenedAnew)
+{
+    const std::string nothing = "미수금 수납: 현재 기록된 미수금이 없습니다.";
+    openList([&](const DialogDriver &form) {
+        key(form, Qt::Key_End);
+        pay(form, "5000");
+        EXPECT_EQ(shown(form).at(1), "홍길동|C-1|2026-11-20|300|12,340|0");
+        EXPECT_EQ(totals(form), "1 / ");
+        key(form, Qt::Key_End);
+        form.press("cmdMisuMoneyPay");
+        EXPECT_THAT(boxes_.take(), ElementsAre(nothing));
+        key(form, Qt::Key_Home);
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 0 WHERE OrdM_PK = %1").arg(second_));
+        form.press("cmdMisuMoneyPay");
+        EXPECT_THAT(boxes_.take(), ElementsAre(nothing)) << "collected by another desk in the meantime";
+    });
+    EXPECT_EQ(ledgerRows().size(), 1u);
+
+    openList([](const DialogDriver &form) {
+        EXPECT_THAT(shown(form), IsEmpty());
+        EXPECT_EQ(totals(form), " / ");
+        key(form, Qt::Key_Down);
+        form.press("cmdMisuMoneyPay");
+    });
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}
+
+TEST_F(OutstandingButton, MoreThanWasOwedTurnsNegativeNothingWritesNothingAndAMinusRaises)
+{
+    openList([](const DialogDriver &form) {
+        key(form, Qt::Key_Down);
+        pay(form, "0");
+        pay(form, "2500"); // still the same row: money of 0 has not moved the list
+        EXPECT_EQ(shown(form).at(0), "홍길동|C-1|2026-11-22|0|9,000|-500");
+        EXPECT_EQ(totals(form), "2 / 4,500");
+        key(form, Qt::Key_End);
+        pay(form, "-1000");
+    });
+    EXPECT_THAT(owed(), ElementsAre("6000", "-500", "0", "900"));
+    const std::string today = QDate::currentDate().toString(Qt::ISODate).toStdString();
+    EXPECT_THAT(ledgerRows(), ElementsAre(today + "|3|2500|10|", today + "|3|-1000|10|"));
+    openList([](const DialogDriver &form) { EXPECT_EQ(totals(form), "2 / 5,500"); });
+}
+
+TEST_F(OutstandingButton, AFailedPaymentIsToldAndChangesNothing)
+{
+    openList([this](const DialogDriver &form) {
+        for (const char16_t *event : {u"BEFORE UPDATE ON tPSOrderMaster", u"BEFORE INSERT ON tPSTransaction"}) {
+            refuse(QString::fromUtf16(event));
+            key(form, Qt::Key_Down);
+            pay(form, "500");
+            EXPECT_THAT(boxes_.take(),
+                        ElementsAre(StartsWith("미수금 수납 기록 오류: 수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ")));
+            EXPECT_EQ(totals(form), "2 / 7,000");
+            EXPECT_FALSE(gcnnMasterDB->inTransaction());
+            allowAgain();
+            key(form, Qt::Key_Home);
+        }
+        EXPECT_THAT(ledgerRows(), IsEmpty());
+        EXPECT_THAT(owed(), ElementsAre("5000", "2000", "0", "900"));
+        pay(form, "500"); // the row is still the current one
+        EXPECT_THAT(boxes_.take(), IsEmpty());
+    });
+    EXPECT_EQ(owed().at(1), "1500");
+}
+
+TEST_F(OutstandingButton, WithoutTheDatabaseItSaysSoAndOpensNothing)
+{
+    gcnnMasterDB.reset();
+    press("chkCmdRunMisuMoneyManger");
+    EXPECT_THAT(boxes_.take(), ElementsAre("미수금 관리: 데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요."));
+    frmMisuMoneyManager form;
+    EXPECT_EQ(form.MisuMoneyManager(gcnnMasterDB, nullptr, 1, Patient, 0), 0);
+}
+
+TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHeads)
+{
+    whenDialogStands([](const DialogDriver &form) {
+        EXPECT_EQ(totals(form), "3 / 7,900");
+        const auto clickHead = [&](int column, Qt::KeyboardModifiers modifiers) {
+            const QHeaderView *head = grid(form)->horizontalHeader();
+            const QPoint place(head->sectionViewportPosition(column) + 20, head->height() / 2);
+            QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, modifiers, head->viewport()->mapTo(form.window(), place));
+        };
+        const auto amounts = [&] {
+            std::string owed;
+            for (const std::string &line : shown(form))
+                owed += line.substr(line.rfind('|') + 1) + " ";
+            return owed;
+        };
+        enum { Name, Chart, Date, Discount, Total, Owed };
+        EXPECT_EQ(amounts(), "900 2,000 5,000 ");
+        clickHead(Total, {});
+        EXPECT_EQ(amounts(), "2,000 5,000 900 ");
+        clickHead(Owed, {});
+        EXPECT_EQ(amounts(), "900 2,000 5,000 ") << "as a number, not as a text";
+        clickHead(Name, {});
+        clickHead(Discount, Qt::ControlModifier);
+        EXPECT_EQ(amounts(), "900 2,000 5,000 ");
+        clickHead(Discount, {});
+        clickHead(Total, Qt::ControlModifier);
+        EXPECT_EQ(amounts(), "2,000 900 5,000 ");
+        whenDialogStands([](const DialogDriver &payment) { EXPECT_EQ(payment.text("txtGeneralSunap"), "2000"); });
+        key(form, Qt::Key_Space); // sorting stands on the first row
+        key(form, Qt::Key_Escape);
+    });
+    frmMisuMoneyManager form;
+    EXPECT_EQ(form.MisuMoneyManager(gcnnMasterDB, nullptr, 0, Patient, 0), -1);
+}
+
+TEST_F(OutstandingButton, TheKeyboardWorksTheList)
+{
+    openList([this](const DialogDriver &form) {
+        const struct
+        {
+            const char *from;
+            Qt::Key key;
+            Qt::KeyboardModifiers modifiers;
+            const char *to;
+        } cases[] = {
+            {"dgReceiptView", Qt::Key_Return, {}, "cmdMisuMoneyPay"},
+            {"cmdMisuMoneyPay", Qt::Key_Enter, Qt::KeypadModifier, "cmdClose"}, // the button without work is passed over
+            {"cmdClose", Qt::Key_Up, Qt::ControlModifier, "cmdMisuMoneyPay"},
+            {"cmdMisuMoneyPay", Qt::Key_Up, Qt::ControlModifier, "dgReceiptView"},
+            {"dgReceiptView", Qt::Key_Down, Qt::ControlModifier, "cmdMisuMoneyPay"},
+        };
+        for (const auto &c : cases) {
+            SCOPED_TRACE(c.from);
+            form.find<QWidget>(c.from)->setFocus(Qt::TabFocusReason);
+            key(form, c.key, c.modifiers);
+            EXPECT_EQ(form.focus(), c.to);
+        }
+        for (const char *button : {"cmdMisuMoneyPay", "cmdMisuMoneySend2Excel", "cmdClose"})
+            EXPECT_FALSE(form.find<QWidget>(button)->testAttribute(Qt::WA_InputMethodEnabled));
+
+        form.find<QWidget>("cmdClose")->setFocus();
+        const QRect cell = grid(form)->visualRect(grid(form)->model()->index(0, 0));
+        const QPoint place = grid(form)->viewport()->mapTo(form.window(), cell.center());
+        QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
+        EXPECT_EQ(form.focus(), "dgReceiptView");
+        bool asked = false;
+        whenDialogStands([&](const DialogDriver &payment) { asked = payment.window()->objectName() == QLatin1String("frmMisuMoneyPay"); });
+        QTest::mouseDClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
+        EXPECT_TRUE(asked);
+    });
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}
