@@ -115,6 +115,7 @@ void Actor::inModalWindow(const std::function<void()> &trigger, const std::funct
 {
     // The trigger does not return while the modal window stands, so a timer of the window's own loop acts in it.
     bool acted = false;
+    const QWidget *before = QApplication::activeModalWidget(); // a dialog may open another one
     std::exception_ptr failure;
     QElapsedTimer waited;
     waited.start();
@@ -122,7 +123,7 @@ void Actor::inModalWindow(const std::function<void()> &trigger, const std::funct
     watch.setInterval(20);
     QObject::connect(&watch, &QTimer::timeout, [&] {
         QWidget *modal = QApplication::activeModalWidget();
-        if (acted || !modal || !modal->isVisible())
+        if (acted || !modal || modal == before || !modal->isVisible())
             return;
         acted = true;
         try {
