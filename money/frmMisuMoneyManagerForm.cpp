@@ -11,6 +11,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using controls::named;
 using controls::systemColor;
 using controls::SystemColor;
@@ -95,7 +97,7 @@ QLayout *frmMisuMoneyManager::layOutButtons()
     dialogForm::makeStrong(cmdMisuMoneyPay_);
     auto *buttons = new QHBoxLayout;
     for (QPushButton *button : {static_cast<QPushButton *>(cmdMisuMoneyPay_), cmdMisuMoneySend2Excel_, cmdClose_}) {
-        button->setMinimumSize(110, 32);
+        button->setMinimumSize(std::max(110, button->fontMetrics().horizontalAdvance(button->text()) + 28), 32);
         button->setAccessibleName(button->text());
         if (button == cmdClose_)
             buttons->addStretch();

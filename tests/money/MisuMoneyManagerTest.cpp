@@ -1,5 +1,6 @@
 #include "money/OutstandingFlow.h"
 #include "money/frmMisuMoneyManager.h"
+#include "platform/controls/Appearance.h"
 #include "platform/runtime/Conversions.h"
 #include "tests/money/DialogDriver.h"
 #include "tests/money/LedgerDesk.h"
@@ -261,6 +262,14 @@ TEST_F(OutstandingButton, TheKeyboardWorksTheList)
         const QPoint place = grid(form)->viewport()->mapTo(form.window(), cell.center());
         QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
         EXPECT_EQ(form.focus(), "dgReceiptView");
+        const auto rowIs = [&](controls::SystemColor number) {
+            const QColor painted = grid(form)->viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
+            const QColor color = controls::systemColor(number); // the style shades it a little
+            return qAbs(painted.red() - color.red()) + qAbs(painted.green() - color.green()) + qAbs(painted.blue() - color.blue()) < 12;
+        };
+        EXPECT_TRUE(rowIs(controls::SystemColor::ActiveCaption));
+        form.find<QWidget>("cmdClose")->setFocus();
+        EXPECT_TRUE(rowIs(controls::SystemColor::ButtonFace));
         bool asked = false;
         whenDialogStands([&](const DialogDriver &payment) { asked = payment.window()->objectName() == QLatin1String("frmMisuMoneyPay"); });
         QTest::mouseDClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
