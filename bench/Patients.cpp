@@ -1,0 +1,51 @@
+#include "bench/Patients.h"
+
+#include "bench/BareStatement.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+/// The patients whose keys the statement gives, in that order.
+std::vector<desk::Patient> patientsOf(ado::Connection &connection, const std::string &keys)
+{
+    const std::vector<desk::Patient> all = desk::readPatients(connection);
+    std::vector<desk::Patient> chosen;
+    BareStatement rows(bareHandle(connection), keys);
+    while (rows.step()) {
+        const auto found = std::ranges::find(all, static_cast<int>(rows.integer(0)), &desk::Patient::key);
+        if (found != all.end())
+            chosen.push_back(*found);
+    }
+    if (chosen.empty())
+        throw std::runtime_error("the clinic has no such patient");
+    return chosen;
+}
+
+} // namespace
+
+std::vector<desk::Patient> typicalPatients(ado::Connection &connection)
+{
+    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster WHERE Cust_PK % 997 = 1 GROUP BY Cust_PK"
+                                  " HAVING COUNT(*) BETWEEN 18 AND 24 ORDER BY Cust_PK LIMIT 15");
+}
+
+desk::Patient busiestPatient(ado::Connection &connection)
+{
+    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster GROUP BY Cust_PK ORDER BY COUNT(*) DESC LIMIT 1").front();
+}
+
+LongOrder longOrder(ado::Connection &connection)
+{
+    const std::string from = " FROM tPSOrderMaster WHERE OrdM_PK = (SELECT OrdM_PK FROM tPSOrderDetail GROUP BY OrdM_PK"
+                             " HAVING COUNT(*) = 200 ORDER BY OrdM_PK LIMIT 1)";
+    BareStatement row(bareHandle(connection), "SELECT OrdM_PK" + from);
+    if (!row.step())
+        throw std::runtime_error("the clinic has no order of 200 lines");
+    return {patientsOf(connection, "SELECT Cust_PK" + from).front(), static_cast<int>(row.integer(0))};
+}
+
+} // namespace bench

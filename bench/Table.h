@@ -1,0 +1,40 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// One line of the table: a limit in milliseconds, or as a multiple of what the bare database interface takes.
+struct Line
+{
+    std::string what;
+    std::string measured; ///< name of the benchmark
+    std::string bare;     ///< name of the benchmark it is compared with; empty where the limit is a time
+    double limit = 0;     ///< 0: for information
+};
+
+/// Collects the medians of a run and prints them against their limits.
+class Table : public benchmark::BenchmarkReporter
+{
+public:
+    void add(Line line) { lines_.push_back(std::move(line)); }
+
+    bool ReportContext(const Context &) override { return true; }
+    void ReportRuns(const std::vector<Run> &runs) override;
+
+    /// Prints the lines that were measured; false when a limit was missed or a benchmark failed.
+    bool print() const;
+
+private:
+    bool print(const Line &line, double median) const;
+
+    std::vector<Line> lines_;
+    std::map<std::string, double> medians_; ///< milliseconds
+    bool failed_ = false;
+};
+
+} // namespace bench

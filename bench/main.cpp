@@ -1,0 +1,46 @@
+#include "bench/AddLineBench.h"
+#include "bench/Clinics.h"
+#include "bench/NamesBench.h"
+#include "bench/ProductListBench.h"
+#include "bench/Table.h"
+#include "bench/TotalsBench.h"
+#include "bench/WindowBench.h"
+#include "host/desk/Look.h"
+#include "platform/registry/AppSettings.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+bool measure(bench::Table &table)
+{
+    const bench::Clinics clinics = bench::openClinics();
+    bench::registerProductList(clinics, table);
+    bench::registerWindow(clinics, table);
+    bench::registerTotals(clinics, table);
+    bench::registerAddLine(clinics, table);
+    bench::registerNames(clinics, table);
+    benchmark::RunSpecifiedBenchmarks(&table);
+    return table.print();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    desk::dressUp(application);
+    const QTemporaryDir settings; // not those of whoever runs this
+    registry::setStoreFolder(settings.path());
+    benchmark::Initialize(&argc, argv);
+    bench::Table table;
+    try {
+        return measure(table) ? 0 : 1;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "sale_bench: %s\n", error.what());
+        return 1;
+    }
+}
