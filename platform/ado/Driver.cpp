@@ -74,6 +74,7 @@ void Driver::openDatabase()
 
 void Driver::reopen()
 {
+    endSession();
     database_.close();
     openDatabase();
 }

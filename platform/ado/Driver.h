@@ -52,6 +52,8 @@ protected:
     void openDatabase();
     /// Settings of the new session.
     virtual void prepareSession() {}
+    /// Gives back what the session still holds, before it is closed to be opened anew.
+    virtual void endSession() {}
 
     [[noreturn]] static void refuse(const QString &serverText);
     [[noreturn]] static void connectionLost(const QString &serverText);

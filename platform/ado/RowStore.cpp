@@ -110,7 +110,17 @@ QVariant RowStore::key(int row) const
 
 int RowStore::find(const QVariant &key) const
 {
-    const auto found = std::ranges::find_if(order_, [&](Physical row) { return keyOf(row) == key; });
+    // Most keys are whole numbers, and a grid asks for every row it shows.
+    bool whole = false;
+    const qlonglong number = key.typeId() == QMetaType::Int ? key.toLongLong(&whole) : 0;
+    const auto loaded = static_cast<Physical>(cells_->rowCount());
+    const auto isIt = [&](Physical row) {
+        if (!whole || keyColumn_ < 0 || row >= loaded)
+            return keyOf(row) == key;
+        const CellTable::Cell &cell = cells_->cell(static_cast<int>(row), keyColumn_);
+        return cell.kind == CellTable::Kind::Integer ? cell.integer == number : keyOf(row) == key;
+    };
+    const auto found = std::ranges::find_if(order_, isIt);
     return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
 }
 

@@ -1,5 +1,6 @@
 #include "platform/ado/SqliteDriver.h"
 
+#include "platform/ado/LiftNumbers.h"
 #include "platform/ado/LikeOperator.h"
 
 #include <QFileInfo>
@@ -14,16 +15,21 @@ namespace {
 class Statement
 {
 public:
-    Statement(sqlite3 *handle, const Command &command)
+    Statement(PreparedStatements &prepared, sqlite3 *handle, const Command &command)
+        : prepared_(prepared)
+        , command_(liftNumbers(command))
+        , statement_(prepared.take(handle, command_.text()))
+        , failed_(!statement_)
     {
-        const QString &text = command.text();
-        const void *tail = nullptr;
-        failed_ = sqlite3_prepare16_v2(handle, text.utf16(), bytes(text), &statement_, &tail) != SQLITE_OK || !statement_;
         int at = 0;
-        for (const QVariant &value : command.values())
+        for (const QVariant &value : command_.values())
             failed_ = failed_ || bind(++at, value) != SQLITE_OK;
     }
-    ~Statement() { sqlite3_finalize(statement_); }
+    ~Statement()
+    {
+        if (statement_)
+            prepared_.giveBack(command_.text(), statement_);
+    }
     Statement(const Statement &) = delete;
     Statement &operator=(const Statement &) = delete;
 
@@ -31,8 +37,6 @@ public:
     sqlite3_stmt *get() const { return statement_; }
 
 private:
-    static int bytes(const QString &text) { return static_cast<int>(text.size() * qsizetype{sizeof(char16_t)}); }
-
     int bind(int at, const QVariant &value)
     {
         if (value.typeId() == QMetaType::LongLong)
@@ -40,12 +44,23 @@ private:
         if (value.typeId() == QMetaType::Double)
             return sqlite3_bind_double(statement_, at, value.toDouble());
         const QString text = value.toString();
-        return sqlite3_bind_text16(statement_, at, text.utf16(), bytes(text), SQLITE_TRANSIENT);
+        return sqlite3_bind_text16(statement_, at, text.utf16(), static_cast<int>(text.size() * qsizetype{sizeof(char16_t)}),
+                                   SQLITE_TRANSIENT);
     }
 
-    sqlite3_stmt *statement_ = nullptr;
-    bool failed_ = false;
+    PreparedStatements &prepared_;
+    const Command command_;
+    sqlite3_stmt *const statement_;
+    bool failed_;
 };
+
+std::vector<ResultColumn> describe(sqlite3_stmt *row, QStringView text)
+{
+    std::vector<ResultColumn> described;
+    for (int column = 0; column < sqlite3_column_count(row); ++column)
+        described.push_back(describeColumn(QString::fromUtf8(sqlite3_column_name(row, column)), false, text));
+    return described;
+}
 
 void addCell(CellTable &table, sqlite3_stmt *row, int column)
 {
@@ -88,19 +103,21 @@ void SqliteDriver::prepareSession()
     installLikeOperator(handle_);
 }
 
+void SqliteDriver::endSession()
+{
+    prepared_.clear();
+}
+
 CellTable SqliteDriver::read(const Command &select)
 {
-    const Statement statement(handle_, select);
+    const Statement statement(prepared_, handle_, select);
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
     sqlite3_stmt *const row = statement.get();
-    const int columns = sqlite3_column_count(row);
-    std::vector<ResultColumn> described;
-    for (int column = 0; column < columns; ++column)
-        described.push_back(describeColumn(QString::fromUtf8(sqlite3_column_name(row, column)), false, select.text()));
-    CellTable table(std::move(described));
-    int step = SQLITE_DONE;
-    while ((step = sqlite3_step(row)) == SQLITE_ROW) {
+    int step = sqlite3_step(row);
+    CellTable table(describe(row, select.text()));
+    const int columns = table.columnCount();
+    for (; step == SQLITE_ROW; step = sqlite3_step(row)) {
         for (int column = 0; column < columns; ++column)
             addCell(table, row, column);
     }
@@ -111,7 +128,7 @@ CellTable SqliteDriver::read(const Command &select)
 
 int SqliteDriver::write(const Command &text)
 {
-    const Statement statement(handle_, text);
+    const Statement statement(prepared_, handle_, text);
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
     int step = SQLITE_ROW;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Driver.h"
+#include "platform/ado/PreparedStatements.h"
 
 struct sqlite3;
 
@@ -25,11 +26,13 @@ public:
 
 protected:
     void prepareSession() override;
+    void endSession() override;
 
 private:
     void run(const char *statement);
 
     sqlite3 *handle_ = nullptr;
+    PreparedStatements prepared_;
 };
 
 } // namespace ado

@@ -1,5 +1,7 @@
 #include "platform/ado/TableRegistry.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace ado {
@@ -94,11 +96,18 @@ const Table *findTable(QStringView name)
 
 const Column *findColumn(QStringView name)
 {
-    for (const Table &table : registry) {
-        if (const Column *column = table.column(name))
-            return column;
-    }
-    return nullptr;
+    // Every column of every answer is looked up here.
+    static const QHash<QString, const Column *> columns = [] {
+        QHash<QString, const Column *> found;
+        for (const Table &table : registry) {
+            for (const Column &column : table.columns) {
+                const Column *&first = found[QString::fromUtf16(column.name).toLower()];
+                first = first ? first : &column;
+            }
+        }
+        return found;
+    }();
+    return columns.value(name.toString().toLower());
 }
 
 } // namespace ado
