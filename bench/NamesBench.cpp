@@ -21,14 +21,15 @@ public:
         : window_(connection)
     {
         window_.open(order.patient);
-        window_.pane<DetailPane>().loadCustSaleDetails(order.lngOrdMPK);
+        pane_ = &window_.pane<DetailPane>();
+        pane_->loadCustSaleDetails(order.lngOrdMPK);
         untilPainted();
     }
 
     /// Drops the names that are known and asks for those of the rows on show, as the grid does while it paints.
     std::size_t fill() const
     {
-        window_.pane<DetailPane>().rebind();
+        pane_->rebind();
         const int height = grid().viewport()->height();
         const int last = grid().rowAt(height - 1);
         return lengthOf(grid().rowAt(0), last < 0 ? grid().model()->rowCount() - 1 : last);
@@ -36,12 +37,12 @@ public:
     /// The same for all lines, as when somebody looks through all of them.
     std::size_t fillAll() const
     {
-        window_.pane<DetailPane>().rebind();
+        pane_->rebind();
         return lengthOf(0, grid().model()->rowCount() - 1);
     }
     void paint() const
     {
-        window_.pane<DetailPane>().rebind();
+        pane_->rebind();
         grid().viewport()->repaint();
     }
     std::string names() const
@@ -61,9 +62,10 @@ private:
             length += std::size_t(grid().model()->index(row, NameColumn).data().toString().size());
         return length;
     }
-    controls::RecordsetGrid &grid() const { return window_.grid("tdbCustSaleDetails"); }
+    controls::RecordsetGrid &grid() const { return *pane_->tdbCustSaleDetails(); }
 
     SaleWindow window_;
+    DetailPane *pane_ = nullptr;
 };
 
 std::vector<std::string> lookUps(sqlite3 *handle, int lngOrdMPK)

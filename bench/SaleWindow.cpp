@@ -3,6 +3,7 @@
 #include "entry/clsZelvoProductSale.h"
 #include "entry/frmMain.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QWindow>
 

@@ -4,11 +4,11 @@
 #include "platform/ado/Connection.h"
 #include "platform/controls/RecordsetGrid.h"
 
-#include <QApplication>
+#include <QPointer>
 #include <QWidget>
 
-#include <functional>
 #include <stdexcept>
+#include <string>
 
 namespace bench {
 
