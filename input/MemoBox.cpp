@@ -3,6 +3,9 @@
 #include "input/modFunctions.h"
 
 #include <QFontMetrics>
+#include <QInputMethodEvent>
+
+#include <utility>
 
 namespace {
 
@@ -23,6 +26,7 @@ MemoBox::MemoBox(const TextBoxHabits &habits, QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     if (habits_.caretToEndOnChange)
         connect(this, &QPlainTextEdit::textChanged, this, [this] { caretToEnd(this); });
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { composing_.clear(); });
 }
 
 QSize MemoBox::sizeHint() const
@@ -33,6 +37,22 @@ QSize MemoBox::sizeHint() const
 QSize MemoBox::minimumSizeHint() const
 {
     return linesHigh(*this, 2);
+}
+
+void MemoBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    QPlainTextEdit::inputMethodEvent(event);
+    composing_ = event->preeditString();
+}
+
+void MemoBox::focusOutEvent(QFocusEvent *event)
+{
+    if (!composing_.isEmpty()) {
+        QInputMethodEvent commit;
+        commit.setCommitString(std::exchange(composing_, QString()));
+        QPlainTextEdit::inputMethodEvent(&commit);
+    }
+    QPlainTextEdit::focusOutEvent(event);
 }
 
 void MemoBox::focusInEvent(QFocusEvent *event)

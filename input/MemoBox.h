@@ -19,8 +19,11 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private:
     TextBoxHabits habits_;
+    QString composing_; ///< see MoneyBox
 };

@@ -33,6 +33,7 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
@@ -40,6 +41,7 @@ private:
     void reformat();
 
     TextBoxHabits habits_;
+    QString composing_; ///< the syllable that the input method has not committed yet
     bool focusCameByMouse_ = false;
 };
 

@@ -198,3 +198,37 @@ TEST(MemoBox, IsLeftByTabAndPutsItsCaretAsItsHabitsSay)
     EXPECT_TRUE(onChange->hasFocus());
     EXPECT_EQ(onFocus->text(), QStringLiteral("메모"));
 }
+
+TEST(TextBoxes, KeepASyllableThatIsStillComposedWhenTheFocusLeaves)
+{
+    auto *line = new MoneyBox({.onFocus = OnFocus::CaretToEnd});
+    auto *memo = new MemoBox;
+    auto *last = new QLineEdit;
+    Typist typist({line, memo, last});
+    for (QWidget *box : {static_cast<QWidget *>(line), static_cast<QWidget *>(memo)}) {
+        box->setFocus();
+        QInputMethodEvent composed(QStringLiteral("한"), {});
+        composed.setCommitString(QStringLiteral("대"));
+        QApplication::sendEvent(box, &composed);
+        typist.tab();
+    }
+    EXPECT_EQ(line->text(), QStringLiteral("대한"));
+    EXPECT_EQ(memo->text(), QStringLiteral("대한"));
+
+    // Committed by the input method itself, or written over by code, it is taken once or not at all.
+    line->setFocus();
+    for (const char16_t *commit : {u"민", u""}) {
+        QInputMethodEvent composing(QStringLiteral("민"), {});
+        QApplication::sendEvent(line, &composing);
+        if (*commit) {
+            QInputMethodEvent done;
+            done.setCommitString(QString::fromUtf16(commit));
+            QApplication::sendEvent(line, &done);
+        } else {
+            line->setText(QStringLiteral("국"));
+        }
+        memo->setFocus();
+        EXPECT_EQ(line->text(), *commit ? QStringLiteral("대한민") : QStringLiteral("국"));
+        line->setFocus();
+    }
+}
