@@ -6,6 +6,7 @@
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
 #include "settings/clsProperties.h"
+#include "settings/modFormLocate.h"
 
 namespace {
 
@@ -100,8 +101,10 @@ void frmSimpleReceipt::Operation(qint16 intModal, qint32 lngCustPK, const QStrin
 
     setWindowModality(intModal ? Qt::ApplicationModal : Qt::NonModal);
     adjustSize();
-    if (frmOwner)
+    if (frmOwner) {
         clsFormPosition().CenterMain(*frmOwner, *this);
+        keepOnScreen(*this);
+    }
     if (intModal)
         exec();
     else

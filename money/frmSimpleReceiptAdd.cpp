@@ -11,6 +11,7 @@
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
 #include "settings/clsProperties.h"
+#include "settings/modFormLocate.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -230,8 +231,10 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
     chkAutoMisuMoney_->setChecked(bRecalc);
 
     adjustSize();
-    if (frmOwner)
+    if (frmOwner) {
         clsFormPosition().CenterMain(*frmOwner, *this);
+        keepOnScreen(*this);
+    }
     setWindowModality(Qt::ApplicationModal);
     txtMoney_->setFocus(Qt::OtherFocusReason);
     const QPointer<frmSimpleReceiptAdd> self(this);

@@ -5,16 +5,16 @@
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
+#include "settings/clsWindowPostion.h"
+#include "settings/modFormLocate.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
-
-#include <algorithm>
 
 using runtime::Currency;
 
@@ -37,8 +37,7 @@ qint16 frmRefund::ShowRefundForm(const QString &strUnitName, Currency curUnitPri
     bSaved_ = false;
     intUnitCount_ = intUnitCount;
     dtpUnitSoldDate_->setDate(dtUnitSold);
-    txtUnitName_->setText(strUnitName);
-    txtUnitName_->setCursorPosition(0); // a long name shows its beginning
+    controls::showText(txtUnitName_, strUnitName);
     txtUnitPrice_->setText(runtime::money(curUnitPrice));
     txtUnitDiscount_->setText(runtime::money(curUnitDiscount));
     txtUnitCount_->setText(QString::number(intUnitCount));
@@ -105,18 +104,21 @@ void frmRefund::save()
 void frmRefund::placeBeside(const QWidget &button)
 {
     constexpr int gap = 8;
-    const QRect beside(button.mapToGlobal(QPoint(0, 0)), button.size());
-    const QScreen *screen = QGuiApplication::screenAt(beside.center());
-    const QRect area = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    const clsWindowPostion positions;
+    qint32 x = 0;
+    qint32 y = 0;
+    positions.GetScreenPosition(button, x, y);
+    const QRect beside(positions.pixelsFromTwips(button, x, y), button.size());
+    const QRect screen = button.screen()->availableGeometry();
     // The desktop frames the dialog as it frames the window that it comes from.
     const QSize outer = size() + button.window()->frameSize() - button.window()->size();
 
     QPoint place(beside.right() + 1 + gap, beside.top());
-    if (place.x() + outer.width() > area.right() + 1) {
+    if (place.x() + outer.width() > screen.right() + 1) {
         place = QPoint(beside.left(), beside.bottom() + 1 + gap);
-        if (place.y() + outer.height() > area.bottom() + 1)
+        if (place.y() + outer.height() > screen.bottom() + 1)
             place.setY(beside.top() - gap - outer.height());
     }
-    move(std::max(area.left(), std::min(place.x(), area.right() + 1 - outer.width())),
-         std::max(area.top(), std::min(place.y(), area.bottom() + 1 - outer.height())));
+    move(place);
+    keepOnScreen(*this);
 }

@@ -88,7 +88,7 @@ QGroupBox *frmRefund::makeRefundPane()
     udNoOfProdPlusMinus_->setAccessibleName(QStringLiteral("수량 1씩"));
     // The focus leaves the price as it is; the other habits are those of all money boxes.
     txtRfndUnitSalePrice_ = named(new MoneyBox({true, true, true, OnFocus::Nothing}), QStringLiteral("txtRfndUnitSalePrice"));
-    txtRfndMemo_ = named(new QLineEdit, QStringLiteral("txtRfndMemo"));
+    txtRfndMemo_ = named(new MoneyBox(TextBoxHabits{}), QStringLiteral("txtRfndMemo"));
     txtRfndMemo_->setMinimumWidth(txtRfndMemo_->fontMetrics().averageCharWidth() * 44);
 
     QGridLayout *grid = twoColumnsIn(frame);

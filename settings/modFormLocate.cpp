@@ -102,7 +102,12 @@ void restoreMainWindowLayout(QWidget &window, QSplitter &columns)
 void keepOnScreen(QWidget &window)
 {
     QSize outer = window.frameSize();
-    if (outer == window.size()) // the frame comes with the first showing; its caption is what counts
-        outer.rheight() += window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    if (outer == window.size()) { // the frame comes with the first showing
+        const QWidget *owner = window.parentWidget() ? window.parentWidget()->window() : nullptr;
+        if (owner && owner->isVisible() && owner->frameSize() != owner->size())
+            outer += owner->frameSize() - owner->size(); // framed alike
+        else
+            outer.rheight() += window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    }
     window.move(placeWithin(screenAt(window.geometry().center()), window.pos(), outer));
 }

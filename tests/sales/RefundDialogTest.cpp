@@ -110,9 +110,9 @@ TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
             key(form, digit);
         EXPECT_EQ(form.text("txtRfndUnitSalePrice"), "\\9,050");
         key(form, Qt::Key_Tab);
-        QInputMethodEvent committed;
-        committed.setCommitString(QStringLiteral(" 변심 "));
-        QApplication::sendEvent(form.window()->focusWidget(), &committed);
+        QInputMethodEvent composed(QStringLiteral("심"), {}); // half-composed as the focus leaves
+        composed.setCommitString(QStringLiteral(" 변"));
+        QApplication::sendEvent(form.window()->focusWidget(), &composed);
         key(form, Qt::Key_Enter);
         EXPECT_EQ(form.focus(), "chkCmdSave");
         key(form, Qt::Key_Return);

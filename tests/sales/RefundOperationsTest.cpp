@@ -1,6 +1,7 @@
 #include "sales/RefundOperations.h"
 
 #include "data/clsSQL.h"
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/sales/SaleDesk.h"
 
@@ -135,9 +136,10 @@ TEST_F(LineTakenBack, ALineChangedAtAnotherDeskIsNotTakenBack)
     const SoldLine sold = operations_.currentLine();
     atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 창구'"));
     EXPECT_THROW(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), runtime::RuntimeError);
+    EXPECT_TRUE(runtime::isNull(session_.rsCustSaleDetails->value(QStringLiteral("OrdD_RfndMemo")))) << "nothing stays pending";
     EXPECT_THAT(notes(), ElementsAre("다른 창구"));
     EXPECT_THAT(lines(), ElementsAre(soldLine));
-    EXPECT_EQ(takeBack(-1, "2026-11-20"), Outcome::Done) << "nothing is left in the way";
+    EXPECT_EQ(takeBack(-1, "2026-11-20"), Outcome::Done);
 }
 
 // The order stays behind without its line and is the current one: what is on show must belong to it.
