@@ -137,13 +137,15 @@ void ReceiptFlow::showWritten()
     emit orderGridMustRebind();
 }
 
-void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row)
+void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(ledger::Row row)
 {
     if (!SaleSession::hasCurrent(session_.rsCustTranManage))
         return;
     try {
-        const qint32 lngTpstransPK = runtime::CLng(session_.rsCustTranManage->value(QStringLiteral("tpstrans_PK")));
-        ledger::change(*gcnnMasterDB, lngTpstransPK, row);
+        const ado::Recordset &current = *session_.rsCustTranManage;
+        if (row.intOperator == 0) // none was chosen: the row keeps its own
+            row.intOperator = runtime::CInt(runtime::Val(current[QStringLiteral("tpstrans_Operator")]));
+        ledger::change(*gcnnMasterDB, runtime::CLng(current[QStringLiteral("tpstrans_PK")]), row);
         emit orderGridMustRefresh();
         showWritten();
     } catch (const runtime::RuntimeError &) {

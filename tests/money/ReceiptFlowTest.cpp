@@ -210,7 +210,8 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
             EXPECT_EQ(form.text("txtMoney"), "0");
             form.find<QDateEdit>("dtpTodat")->setDate(QDate(2026, 11, 23));
             form.type("txtMoney", "4000");
-            form.press(option);
+            if (option)
+                form.press(option);
             form.press("cmdConfirm");
         });
         press("chkcmdAddEditDelTran_1");
@@ -219,6 +220,8 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
     EXPECT_EQ(outstanding(), "5");
     EXPECT_EQ(text("txtTranTotalAmount"), "\\16,340");
+    edit(nullptr);
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모")) << "without a choice it keeps its operator";
 
     refuse(QStringLiteral("BEFORE UPDATE ON tPSTransaction"));
     edit("optOperator_0");
