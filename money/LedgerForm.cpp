@@ -247,6 +247,7 @@ LedgerEntry LedgerForm::entry() const
         entry.method = QString::fromUtf16(payMethods[chosen].stored);
     entry.money = runtime::CCur(txtTransMoney_->text());
     entry.memo = memo();
+    entry.recalculates = chkTransMisuMoneyRecalculate_->isChecked();
     return entry;
 }
 

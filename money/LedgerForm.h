@@ -2,6 +2,7 @@
 
 #include "input/MoneyBox.h"
 #include "input/PaneContract.h"
+#include "money/LedgerEntry.h"
 #include "platform/ado/Recordset.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/runtime/Currency.h"
@@ -16,16 +17,6 @@
 
 #include <array>
 #include <optional>
-
-/// What stands in the form's entry fields, in stored values.
-struct LedgerEntry
-{
-    QDate date;
-    qint16 intOperator = 0;
-    QVariant method; ///< NULL when none is chosen
-    runtime::Currency money;
-    QString memo; ///< trimmed
-};
 
 /// The form beside the ledger: one row's date, kind, medium and memo, the balance of the order, and an amount to be typed
 /// with what it would leave. The row's own amount is not shown here.
@@ -46,10 +37,10 @@ public:
     /// Sets the typed amount to 0, so that the balance is what is left.
     void clearMoney();
 
+    /// Raises RuntimeError when the amount is none.
     LedgerEntry entry() const;
     QString memo() const { return txtTransMemo_->text().trimmed(); }
     bool isOperatorOn(int index) const { return optTransOperator_[std::size_t(index)]->isChecked(); }
-    bool recalculates() const { return chkTransMisuMoneyRecalculate_->isChecked(); }
 
     controls::PushCheck *chkCmdSaveTrans(int index) const { return chkCmdSaveTrans_[index]; }
     controls::PushCheck *chkCmdSaveMemo() const { return chkCmdSaveMemo_; }

@@ -46,14 +46,10 @@ void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row)
     }
 }
 
-void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
+void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
 {
-    const QString field = QStringLiteral("OrdM_Misugum");
-    rsCustSaleMaster.Resync();
-    const QVariant stored = rsCustSaleMaster[field];
-    const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);
     try {
-        rsCustSaleMaster.setValue(field, QVariant::fromValue(before + money));
+        rsCustSaleMaster.setValue(QStringLiteral("OrdM_Misugum"), QVariant::fromValue(money));
         rsCustSaleMaster.Update();
     } catch (const runtime::RuntimeError &) {
         // What was not saved must not ride along with a later save of the row.
@@ -61,6 +57,14 @@ void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
         undo([&] { rsCustSaleMaster.CancelUpdate(); });
         throw;
     }
+}
+
+void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
+{
+    rsCustSaleMaster.Resync();
+    const QVariant stored = rsCustSaleMaster[QStringLiteral("OrdM_Misugum")];
+    const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);
+    storeOutstanding(rsCustSaleMaster, before + money);
     rsCustSaleMaster.Resync();
 }
 

@@ -48,6 +48,8 @@ void append(ado::Connection &connection, const Row &row);
 /// Gives a row new values but leaves its method and memo alone, in a transaction of its own.
 void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row);
 
+/// Writes the outstanding money of the current order. What could not be saved does not stay pending.
+void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money);
 /// Adds to the outstanding money of the current order, NULL counting as 0; negative money takes off. The order is read
 /// again before the sum, so that what another desk wrote since is not lost, and after it.
 void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money);

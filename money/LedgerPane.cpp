@@ -139,6 +139,8 @@ void LedgerPane::connectControls()
     });
     onEvent(PopMnuTran_, &QMenu::triggered, this, [this](QAction *) { emit rollReceiptAsked(); });
     c1elaTransInfo_->chkCmdSaveMemo()->onPush(this, [this] { saveMemo(); });
+    c1elaTransInfo_->chkCmdSaveTrans(0)->onPush(this, [this] { saveTrans(intTranEditMode_); });
+    c1elaTransInfo_->chkCmdSaveTrans(1)->onPush(this, [this] { cancelEdit(); });
 }
 
 EditModeTable LedgerPane::editMode() const
@@ -239,6 +241,47 @@ void LedgerPane::deleteRow()
     attempt([this] { tdbCustTranManage_->Delete(); });
     if (attempt.failed())
         MsgBox(QStringLiteral("수납내역을 삭제하지 못했습니다. "), InformationIcon, QStringLiteral("수납삭제"), elTranMnu_);
+}
+
+void LedgerPane::saveTrans(qint16 intTranEditMode)
+{
+    runtime::Attempt outstanding;
+    if (intTranEditMode == 0 || intTranEditMode == 1) {
+        runtime::Attempt reading;
+        LedgerEntry entry;
+        reading([&] { entry = c1elaTransInfo_->entry(); });
+        const bool saved = !reading.failed()
+            && (intTranEditMode == 0 ? ledger::addEntry(session_, entry) : ledger::changeEntry(session_, entry));
+        if (!saved)
+            MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
+                   QStringLiteral("저장"), c1elaTransInfo_);
+        tdbCustTranManage_->Rebind();
+        if (saved && intTranEditMode == 0)
+            outstanding([&] { ledger::followAddedEntry(session_, entry); });
+    }
+    endEdit();
+    if (outstanding.failed()) // the row is saved by then, so this is no failure of the save
+        MsgBox(outstanding.description(), controls::WarningIcon, QStringLiteral("미수금 재계산"), c1elaTransInfo_);
+}
+
+void LedgerPane::cancelEdit()
+{
+    requeryCustTranManage();
+    endEdit();
+}
+
+void LedgerPane::endEdit()
+{
+    if (hasOrder())
+        session_.rsCustSaleMaster->Requery();
+    if (const std::optional<runtime::Currency> owed = balance())
+        c1elaTransInfo_->showBalance(*owed);
+    c1elaTransInfo_->showMemo(hasRow() ? session_.rsCustTranManage->value(QStringLiteral("tpstrans_Memo")) : QVariant());
+    c1elaTransInfo_->clearMoney();
+    shell_.leaveEditMode(ledgerEditCode);
+    shell_.paintEntryColors();
+    tdbCustTranManage_->setFocus();
+    intTranEditMode_ = -1;
 }
 
 void LedgerPane::saveMemo()

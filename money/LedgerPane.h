@@ -41,6 +41,9 @@ public:
     void resetPane();
     /// The current ledger row and the balance of the current order.
     void showRow();
+    /// Saves the form: a new row with mode 0, the current row with mode 1, nothing with any other; then ends the edit. The
+    /// button passes the pane's own mode, which is 0 until its first use and -1 from then on.
+    void saveTrans(qint16 intTranEditMode);
 
 signals:
     // Buttons whose work needs a dialog or another subsystem.
@@ -60,6 +63,8 @@ private:
     void editRow();
     void deleteRow();
     void saveMemo();
+    void cancelEdit();
+    void endEdit();
 
     SaleSession &session_;
     PaneShell &shell_;

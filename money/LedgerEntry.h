@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/runtime/Currency.h"
+#include "session/SaleSession.h"
+
+#include <QDate>
+#include <QString>
+#include <QVariant>
+
+/// What stands in the ledger form, in stored values.
+struct LedgerEntry
+{
+    QDate date;
+    qint16 intOperator = 0;
+    QVariant method; ///< NULL when none is chosen
+    runtime::Currency money;
+    QString memo; ///< trimmed
+    bool recalculates = false; ///< the outstanding money of the order is to follow
+};
+
+/// The writes of the ledger form, on the session's recordsets and gcnnMasterDB; they show nothing.
+namespace ledger {
+
+/// Adds a row to the current order, in a transaction. False: it failed and the ledger stands as before, read anew.
+bool addEntry(SaleSession &session, const LedgerEntry &entry);
+/// What an added entry does to the outstanding money, on its own and after the row was saved: a payment sets it to the
+/// balance, a refund adds to it unless it is NULL, which becomes 0. Raises RuntimeError.
+void followAddedEntry(SaleSession &session, const LedgerEntry &entry);
+/// Gives the current row new values but leaves its operator alone, and lets the outstanding money follow in the same
+/// transaction, whatever the operator. False: it failed and all stands as before.
+bool changeEntry(SaleSession &session, const LedgerEntry &entry);
+
+} // namespace ledger
