@@ -168,6 +168,11 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
         return;
 
     ledger::append(*gcnnMasterDB, row);
+    const auto show = qScopeGuard([this] {
+        // Also when the outstanding money cannot follow: a row that is not seen would be written once more.
+        runtime::Attempt attempt;
+        attempt([this] { ledgerPane_.requeryCustTranManage(); });
+    });
     ado::Recordset &orders = *session_.rsCustSaleMaster;
     // Whatever the operation: a refund taken with recalculation lessens the outstanding money as well, and is meant to.
     if (bRecalc)
@@ -175,7 +180,6 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
     else
         orders.Resync();
     emit session_.orderTotalsChanged();
-    ledgerPane_.requeryCustTranManage();
 }
 
 void ReceiptFlow::tellConnectionFailure(const QString &title) const

@@ -197,6 +197,12 @@ TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
     EXPECT_EQ(ledgerRows().size(), 2u);
     EXPECT_EQ(outstanding(), "-1300");
     EXPECT_THAT(boxes_.take(), IsEmpty());
+
+    refuse(QStringLiteral("BEFORE UPDATE ON tPSOrderMaster"));
+    takeReceipt([](const DialogDriver &form) { form.press("cmdConfirm"); });
+    EXPECT_EQ(ledgerRows().size(), 3u);
+    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 3) << "a row that is written shows, whatever comes after it";
+    EXPECT_EQ(boxes_.take().size(), 1u);
 }
 
 TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)

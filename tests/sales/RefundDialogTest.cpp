@@ -139,6 +139,7 @@ TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
             form.type("txtRfndUnitCount", none);
             form.press("chkCmdSave");
             EXPECT_THAT(reader_.take(), ElementsAre("반품: 반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"));
+            EXPECT_TRUE(form.window()->isVisible());
             EXPECT_EQ(form.text("txtRfndMemo"), "torn");
         }
         form.type("txtRfndUnitCount", "-1");
