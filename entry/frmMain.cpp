@@ -140,6 +140,8 @@ void frmMain::connectPanes()
     });
     connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { detailPane_->loadCustSaleDetails(-1); });
     connect(detailPane_, &DetailPane::receiptAsked, ledgerPane_, &LedgerPane::pressAutomateReceipt);
+    connect(receiptFlow_, &ReceiptFlow::orderGridMustRefresh, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Refresh);
+    connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Rebind);
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
 
     connect(productPane_, &ProductPane::currentProductChanged, incomingPane_, &IncomingPane::loadProductIncoming);
