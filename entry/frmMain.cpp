@@ -145,7 +145,8 @@ void frmMain::connectPanes()
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
 
     connect(productPane_, &ProductPane::currentProductChanged, incomingPane_, &IncomingPane::loadProductIncoming);
-    connect(propertiesPane_, &PropertiesPane::propertiesSaved, productPane_, &ProductPane::loadProductListsManager);
+    connect(propertiesPane_, &PropertiesPane::propertiesSaved, this,
+            [this] { productPane_->loadProductListsManager(!editModes_.current().isEmpty()); });
     connect(propertiesPane_, &PropertiesPane::gridResetRequested, this, [this] { resetGridLayouts(layoutGrids()); });
 }
 
@@ -262,6 +263,9 @@ void frmMain::abandonEdits()
 {
     // Texts typed for one customer must not be saved to another's order.
     orderPane_->abandonEdit();
+    productPane_->abandonEdit();
+    incomingPane_->abandonEdit();
+    dealerPane_->abandonEdit();
     const QString code = editModes_.current();
     if (code.isEmpty())
         return;
@@ -295,7 +299,7 @@ void frmMain::centerFormOnScreen()
 void frmMain::tabChanged(int newTab)
 {
     const int oldTab = std::exchange(currentTab_, newTab);
-    if (newTab == ManageTabIndex && !session_.rsSaleProductListsManager && gcnnMasterDB)
+    if (newTab == ManageTabIndex && gcnnMasterDB)
         loadManagement();
     if (oldTab == ManageTabIndex && newTab == SaleTabIndex) {
         saleListPane_->requerySaleProductLists();
@@ -309,11 +313,15 @@ void frmMain::tabChanged(int newTab)
 
 void frmMain::loadManagement()
 {
-    session_.rsSaleProductListsManager = std::make_unique<ado::Recordset>();
-    session_.rsProductIncoming = std::make_unique<ado::Recordset>();
-    productPane_->loadProductListsManager();
-    session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
-    dealerPane_->loadCompanyMaster();
+    // Only on the first visit. The product list may have been made before by the properties, but nothing else.
+    if (!session_.rsProductIncoming) {
+        session_.rsProductIncoming = std::make_unique<ado::Recordset>();
+        productPane_->loadProductListsManager();
+    }
+    if (!session_.rsCompanyMaster) {
+        session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
+        dealerPane_->loadCompanyMaster();
+    }
 }
 
 void frmMain::closeEvent(QCloseEvent *event)

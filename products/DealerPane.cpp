@@ -3,6 +3,7 @@
 #include "data/clsSQL.h"
 #include "input/FormRow.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
@@ -11,9 +12,14 @@
 
 #include <QVBoxLayout>
 
+using controls::InformationIcon;
+using controls::MsgBox;
+
 namespace {
 
 using controls::GridColumn;
+
+const QString dealerEditCode = QStringLiteral("12");
 
 std::vector<GridColumn> dealerColumns()
 {
@@ -34,6 +40,7 @@ DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     : QWidget(parent)
     , session_(session)
     , shell_(shell)
+    , operations_(session)
 {
     makeList();
     makePanel();
@@ -41,7 +48,18 @@ DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     setTabChain({tdbCompanyMaster_, chkcmdCmpnyMstrAED_[0], chkcmdCmpnyMstrAED_[1], chkcmdCmpnyMstrAED_[2],
                  txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_,
                  chkcmdCmpnyMstrSave_[0], chkcmdCmpnyMstrSave_[1]});
+    connectControls();
     resetPane();
+}
+
+void DealerPane::connectControls()
+{
+    connect(tdbCompanyMaster_, &controls::RecordsetGrid::rowChange, this, &DealerPane::fillPanel);
+    chkcmdCmpnyMstrAED_[0]->onPush(this, [this] { addDealer(); });
+    chkcmdCmpnyMstrAED_[1]->onPush(this, [this] { editDealer(); });
+    chkcmdCmpnyMstrAED_[2]->onPush(this, [this] { deleteDealer(); });
+    chkcmdCmpnyMstrSave_[0]->onPush(this, [this] { saveDealer(); });
+    chkcmdCmpnyMstrSave_[1]->onPush(this, [this] { endEdit(); });
 }
 
 void DealerPane::makeList()
@@ -53,7 +71,6 @@ void DealerPane::makeList()
     grid->setColumns(dealerColumns());
     auto *layout = new QVBoxLayout(sspCompanyMaster_[0]);
     layout->addWidget(grid);
-    connect(grid, &controls::RecordsetGrid::rowChange, this, &DealerPane::fillPanel);
 }
 
 void DealerPane::makePanel()
@@ -145,11 +162,87 @@ void DealerPane::resetPane()
     chkCmIsValid_->setChecked(false);
 }
 
+void DealerPane::addDealer()
+{
+    intCompanyEditMode_ = 0;
+    resetPane();
+    shell_.enterEditMode(dealerEditCode);
+    txtCmCompanyName_->setFocus();
+}
+
+void DealerPane::editDealer()
+{
+    intCompanyEditMode_ = -1;
+    if (!SaleSession::hasCurrent(session_.rsCompanyMaster))
+        return;
+    shell_.enterEditMode(dealerEditCode);
+    txtCmCompanyName_->setFocus();
+    intCompanyEditMode_ = 1;
+}
+
+void DealerPane::deleteDealer()
+{
+    intCompanyEditMode_ = -1;
+    if (!SaleSession::hasCurrent(session_.rsCompanyMaster))
+        return;
+    const QString title = QStringLiteral("거래처삭제");
+    if (MsgBox(QStringLiteral("거래처를 삭제하시겠습니까?"), controls::YesNo | InformationIcon, title, this)
+        != controls::Answer::Yes)
+        return;
+    if (operations_.deleteCurrent() == DealerOperations::Deletion::InUse)
+        MsgBox(QStringLiteral("해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."),
+               InformationIcon, title, this);
+}
+
+DealerEdit DealerPane::typed() const
+{
+    return {txtCmCompanyName_->text(), txtCmRegNum_->text(), txtCmAddress_->text(),
+            txtCmTel_->text(),         txtCmMemo_->text(),   chkCmIsValid_->isChecked()};
+}
+
+void DealerPane::saveDealer()
+{
+    SaveOutcome outcome = SaveOutcome::Saved;
+    if (intCompanyEditMode_ == 0)
+        outcome = operations_.add(typed());
+    else if (intCompanyEditMode_ == 1)
+        outcome = operations_.change(typed());
+    if (outcome == SaveOutcome::Refused) {
+        MsgBox(QStringLiteral("거래처이름을 입력하십시오."), InformationIcon, QStringLiteral("거래처목록"), this);
+        txtCmCompanyName_->setFocus();
+        return;
+    }
+    if (outcome == SaveOutcome::Failed)
+        MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
+               QStringLiteral("저장"), this);
+    endEdit();
+}
+
+/// The trap of the save covers these steps as well.
+void DealerPane::endEdit()
+{
+    shell_.leaveEditMode(dealerEditCode);
+    shell_.paintEntryColors();
+    runtime::Attempt attempt;
+    attempt([this] {
+        if (session_.rsCompanyMaster)
+            session_.rsCompanyMaster->Requery();
+    });
+    tdbCompanyMaster_->setFocus();
+    intCompanyEditMode_ = -1;
+}
+
+void DealerPane::abandonEdit()
+{
+    if (inEdit())
+        endEdit();
+}
+
 EditModeTable DealerPane::editMode() const
 {
     using controls::SystemColor;
     EditModeTable table;
-    table.code = QStringLiteral("12");
+    table.code = dealerEditCode;
     table.containers = {elTranMnu_, sspCompanyMaster_[1]};
     const ControlGroup colCompany{txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_,
                                   txtCmMemo_};

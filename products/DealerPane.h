@@ -5,6 +5,7 @@
 #include "input/PaneContract.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
+#include "products/DealerOperations.h"
 #include "session/SaleSession.h"
 
 #include <QCheckBox>
@@ -30,6 +31,10 @@ public:
     /// The strip of buttons is not among them: it lies on the panel and goes out of reach with it.
     QList<QWidget *> containers() const { return {sspCompanyMaster_[0], sspCompanyMaster_[1]}; }
     EditModeTable editMode() const;
+    /// Leaves an edit under way without saving.
+    void abandonEdit();
+    /// 0 add, 1 edit, -1 neither.
+    std::int16_t intCompanyEditMode() const { return intCompanyEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbCompanyMaster_; }
 
 private:
@@ -37,10 +42,20 @@ private:
     void makeStrip();
     void makePanel();
     QGridLayout *makeFields();
+    void connectControls();
+
+    void addDealer();
+    void editDealer();
+    void deleteDealer();
+    DealerEdit typed() const;
+    void saveDealer();
+    void endEdit();
     bool inEdit() const { return !chkcmdCmpnyMstrSave_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
+    DealerOperations operations_;
+    std::int16_t intCompanyEditMode_ = -1;
 
     std::array<QWidget *, 2> sspCompanyMaster_{};
     QWidget *elTranMnu_ = nullptr;

@@ -2,43 +2,23 @@
 
 #include "data/clsSQL.h"
 #include "input/FormRow.h"
-#include "input/clsMyFunctions.h"
 #include "input/clsNumberRelated.h"
-#include "platform/controls/Appearance.h"
-#include "platform/controls/Named.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "products/frmDealerSelect.h"
 #include "session/modGlobalVars.h"
 
-#include <QVBoxLayout>
+#include <QScopeGuard>
+
+using controls::InformationIcon;
+using controls::MsgBox;
 
 namespace {
 
-using controls::GridColumn;
-
-std::vector<GridColumn> incomingColumns()
-{
-    using Kind = GridColumn::Kind;
-    return {
-        {QStringLiteral("PM_PK"), QStringLiteral("PM_PK"), Kind::Number, 60, false},
-        {QStringLiteral("CM_PK"), QStringLiteral("CM_PK"), Kind::Number, 60, false},
-        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number, 65},
-        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money, 80},
-        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money, 90},
-        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date, 85},
-        {QStringLiteral("IN_HalinTotal"), QStringLiteral("할인가격"), Kind::Money, 80},
-        {QStringLiteral("IN_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
-    };
-}
-
-/// The dealer's name, empty when there is no such dealer.
-QString getCompanyName(std::int32_t lngCMPK)
-{
-    ado::Recordset dealer;
-    dealer.Open(clsSQL().getCmpnyNameSQL(lngCMPK), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
-    return dealer.hasCurrent() ? runtime::text(dealer[QStringLiteral("CM_Name")]) : QString();
-}
+const QString incomingEditCode = QStringLiteral("11");
 
 double pureNumber(const QLineEdit *box)
 {
@@ -61,79 +41,18 @@ IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *pare
     : QWidget(parent)
     , session_(session)
     , shell_(shell)
+    , operations_(session)
 {
     makeList();
     makeStrip();
     makePanel();
     connectFields();
+    connectButtons();
     layOutListAndPanel(this, sspProductIncoming_[0], elTranMnu_, sspProductIncoming_[1]);
     setTabChain({tdbProductIncoming_, chkcmdIncomingAED_[0], chkcmdIncomingAED_[1], chkcmdIncomingAED_[2], txtIncCount_,
                  txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, txtIncCompanyName_,
                  chkCmdIncSelectCompany_, dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
     resetPane();
-}
-
-void IncomingPane::makeList()
-{
-    sspProductIncoming_[0] = makePanelFrame(QStringLiteral("sspProductIncoming"), 0, QStringLiteral("거래내역"), this);
-    auto *grid = new controls::RecordsetGrid(sspProductIncoming_[0]);
-    tdbProductIncoming_ = controls::named(grid, QStringLiteral("tdbProductIncoming"));
-    grid->setAccessibleName(QStringLiteral("거래내역"));
-    grid->setColumns(incomingColumns());
-    auto *layout = new QVBoxLayout(sspProductIncoming_[0]);
-    layout->addWidget(grid);
-    connect(grid, &controls::RecordsetGrid::rowChange, this, &IncomingPane::fillPanel);
-}
-
-void IncomingPane::makeStrip()
-{
-    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 3);
-    chkcmdIncomingAED_ = makePushChecks(QStringLiteral("chkcmdIncomingAED"),
-                                        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")},
-                                        elTranMnu_);
-    chkcmdIncomingSave_ = makePushChecks(QStringLiteral("chkcmdIncomingSave"),
-                                         {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
-    layOutStrip(elTranMnu_, chkcmdIncomingAED_, chkcmdIncomingSave_);
-}
-
-void IncomingPane::makePanel()
-{
-    sspProductIncoming_[1] = makePanelFrame(QStringLiteral("sspProductIncoming"), 1, QString(), this);
-    sspProductIncoming_[1]->setLayout(makeFields());
-}
-
-QGridLayout *IncomingPane::makeFields()
-{
-    using controls::named;
-    txtIncCount_ = named(new MoneyBox({.onFocus = OnFocus::SelectAll}), QStringLiteral("txtIncCount"));
-    txtIncCount_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    udIincomingCount_ = new controls::Stepper(QStringLiteral("udIincomingCount"));
-    txtIncPricePerUnit_ = named(new MoneyBox, QStringLiteral("txtIncPricePerUnit"));
-    txtIncHalinTotal_ = named(new MoneyBox, QStringLiteral("txtIncHalinTotal"));
-    txtIncPriceTotal_ = named(new QLineEdit, QStringLiteral("txtIncPriceTotal"));
-    txtIncPriceTotal_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    txtIncCompanyName_ = named(new QLineEdit, QStringLiteral("txtIncCompanyName"));
-    chkCmdIncSelectCompany_ =
-        named(new controls::PushCheck(QStringLiteral("거래처선택")), QStringLiteral("chkCmdIncSelectCompany"));
-    dtpIncDate_ = named(new controls::DateEdit, QStringLiteral("dtpIncDate"));
-    txtIncMemo_ = named(new MemoBox({.onFocus = OnFocus::CaretToEnd}), QStringLiteral("txtIncMemo"));
-    clsMyFunctions::keepReadOnly(txtIncPriceTotal_);
-    clsMyFunctions::keepReadOnly(txtIncCompanyName_);
-
-    auto *form = new QGridLayout;
-    form->setVerticalSpacing(3);
-    addFormRow(form, 0, 0, QStringLiteral("구매수량:"), txtIncCount_);
-    form->addWidget(udIincomingCount_, 0, 2, Qt::AlignLeft);
-    addFormRow(form, 1, 0, QStringLiteral("개당가격:"), txtIncPricePerUnit_);
-    addFormRow(form, 2, 0, QStringLiteral("할인총액:"), txtIncHalinTotal_);
-    addFormRow(form, 3, 0, QStringLiteral("총액:"), txtIncPriceTotal_);
-    addFormRow(form, 4, 0, QStringLiteral("거래처: "), txtIncCompanyName_);
-    form->addWidget(chkCmdIncSelectCompany_, 4, 2);
-    addFormRow(form, 5, 0, QStringLiteral("날짜:"), dtpIncDate_);
-    addFormRow(form, 6, 0, QStringLiteral("메모: "), txtIncMemo_, 2);
-    form->setColumnStretch(1, 1);
-    form->setRowStretch(6, 1);
-    return form;
 }
 
 void IncomingPane::connectFields()
@@ -163,8 +82,23 @@ void IncomingPane::stepCount(int by)
         txtIncCount_->setText(runtime::text(count + by));
 }
 
+void IncomingPane::connectButtons()
+{
+    connect(tdbProductIncoming_, &controls::RecordsetGrid::rowChange, this, &IncomingPane::fillPanel);
+    chkcmdIncomingAED_[0]->onPush(this, [this] { addIncoming(); });
+    chkcmdIncomingAED_[1]->onPush(this, [this] { editIncoming(); });
+    chkcmdIncomingAED_[2]->onPush(this, [this] { deleteIncoming(); });
+    chkcmdIncomingSave_[0]->onPush(this, [this] { saveIncoming(); });
+    chkcmdIncomingSave_[1]->onPush(this, [this] { endEdit(); });
+    chkCmdIncSelectCompany_->onPush(this, [this] { selectDealer(); });
+}
+
 void IncomingPane::loadProductIncoming(qint32 lngPMPK)
 {
+    lngPMPK_ = lngPMPK;
+    // A product list that is loaded anew beneath an edit must not take the edited purchase away; the list follows then.
+    if (inEdit())
+        return;
     ado::Recordset *incoming = session_.rsProductIncoming.get();
     if (!incoming)
         return;
@@ -175,6 +109,7 @@ void IncomingPane::loadProductIncoming(qint32 lngPMPK)
         incoming->Close();
     incoming->Open(clsSQL().getProdIncomingSQL(lngPMPK), gcnnMasterDB, ado::CursorType::Keyset,
                    ado::LockType::Optimistic);
+    lngLoadedPMPK_ = lngPMPK;
     tdbProductIncoming_->Rebind();
 }
 
@@ -211,33 +146,106 @@ void IncomingPane::resetPane()
     dtpIncDate_->setDate(QDate::currentDate());
 }
 
-void IncomingPane::dealerSelected(qint32 lngCMPK, const QString &name)
+void IncomingPane::addIncoming()
 {
-    txtIncCompanyName_->setProperty("Tag", QString::number(lngCMPK));
-    controls::showText(txtIncCompanyName_, name);
+    if (!SaleSession::hasCurrent(session_.rsSaleProductListsManager)) {
+        MsgBox(QStringLiteral("판매 물품 목록을 추가 하십시오"), InformationIcon, QStringLiteral("물품구매내역추가"), this);
+        return;
+    }
+    intIncomingEditMode_ = 0;
+    resetPane();
+    beginEdit();
 }
 
-EditModeTable IncomingPane::editMode() const
+void IncomingPane::editIncoming()
 {
-    using controls::SystemColor;
-    EditModeTable table;
-    table.code = QStringLiteral("11");
-    table.containers = {elTranMnu_, sspProductIncoming_[1]};
-    const ControlGroup colIncoming{txtIncCount_, udIincomingCount_, txtIncPricePerUnit_, txtIncHalinTotal_,
-                                   txtIncPriceTotal_, txtIncCompanyName_, dtpIncDate_, chkCmdIncSelectCompany_,
-                                   txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
-    table.group = colIncoming;
-    table.commands = {chkcmdIncomingAED_.begin(), chkcmdIncomingAED_.end()};
-    table.saveButtons = {chkcmdIncomingSave_.begin(), chkcmdIncomingSave_.end()};
+    intIncomingEditMode_ = -1;
+    if (!SaleSession::hasCurrent(session_.rsProductIncoming))
+        return;
+    beginEdit();
+    intIncomingEditMode_ = 1;
+}
 
-    const QColor required = controls::systemColor(SystemColor::InfoBackground);
-    const QColor window = controls::systemColor(SystemColor::Window);
-    table.editColors = {
-        {txtIncCount_, required},     {txtIncPricePerUnit_, required}, {txtIncHalinTotal_, required},
-        {txtIncCompanyName_, window}, {txtIncMemo_, window},           {txtIncPriceTotal_, QColor(0xFF, 0xF0, 0xD0)},
-    };
-    table.entryColors = table.editColors;
-    for (const EntryColor &color : table.editColors)
-        table.entryControls += color.control;
-    return table;
+void IncomingPane::beginEdit()
+{
+    // The product on view now is the one that is bought, also when the product list comes anew beneath the edit.
+    const ado::Recordset &products = *session_.rsSaleProductListsManager;
+    lngEditedPMPK_ = runtime::CLng(runtime::Val(products[QStringLiteral("PM_PK")]));
+    shell_.enterEditMode(incomingEditCode);
+    txtIncCount_->setFocus();
+}
+
+void IncomingPane::deleteIncoming()
+{
+    intIncomingEditMode_ = -1;
+    if (!SaleSession::hasCurrent(session_.rsProductIncoming))
+        return;
+    if (MsgBox(QStringLiteral("물품 구매내역을 삭제 하시겠습니까?"), controls::YesNo | InformationIcon,
+               QStringLiteral("삭제"), this)
+        == controls::Answer::Yes)
+        tdbProductIncoming_->Delete();
+}
+
+IncomingEdit IncomingPane::typed() const
+{
+    return {txtIncCompanyName_->property("Tag").toString(),
+            txtIncCount_->text(),
+            txtIncPricePerUnit_->text(),
+            txtIncHalinTotal_->text(),
+            txtIncPriceTotal_->text(),
+            txtIncMemo_->text(),
+            dtpIncDate_->date()};
+}
+
+/// No trap: an error leaves the panel in edit and is told at the edge of the event.
+void IncomingPane::saveIncoming()
+{
+    SaveOutcome outcome = SaveOutcome::Saved;
+    if (intIncomingEditMode_ == 0)
+        outcome = operations_.add(lngEditedPMPK_, typed());
+    else if (intIncomingEditMode_ == 1)
+        outcome = operations_.change(lngEditedPMPK_, typed());
+    if (outcome == SaveOutcome::Refused) {
+        MsgBox(QStringLiteral("거래처를 선택하십시오."), InformationIcon, QStringLiteral("물품구매내역"), this);
+        txtIncCompanyName_->setFocus();
+        return;
+    }
+    endEdit();
+}
+
+void IncomingPane::endEdit()
+{
+    intIncomingEditMode_ = -1;
+    shell_.leaveEditMode(incomingEditCode);
+    shell_.paintEntryColors();
+    tdbProductIncoming_->setFocus();
+    if (lngPMPK_ != lngLoadedPMPK_)
+        loadProductIncoming(lngPMPK_);
+    else if (session_.rsProductIncoming && session_.rsProductIncoming->isOpen())
+        session_.rsProductIncoming->Requery();
+}
+
+void IncomingPane::abandonEdit()
+{
+    if (inEdit())
+        endEdit();
+}
+
+void IncomingPane::selectDealer()
+{
+    // The window may go while the dialog stands over it, and takes the dialog along.
+    insFrmCompanySelect_ = new frmDealerSelect(window());
+    const QPointer<frmDealerSelect> dialog = insFrmCompanySelect_;
+    const auto release = qScopeGuard([dialog] { delete dialog.data(); });
+    connect(dialog, &frmDealerSelect::evtDealerSelected, this, &IncomingPane::insFrmCompanySelect_evtDealerSelected);
+    if (dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, txtIncCompanyName_->text().trimmed(), window(),
+                             chkCmdIncSelectCompany_->winId())
+        == -1)
+        dialog->tellFailure();
+}
+
+void IncomingPane::insFrmCompanySelect_evtDealerSelected(qint32 lngCMPK, const QString &strName)
+{
+    txtIncCompanyName_->setProperty("Tag", QString::number(lngCMPK));
+    controls::showText(txtIncCompanyName_, strName);
 }

@@ -7,12 +7,16 @@
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "platform/controls/Stepper.h"
+#include "products/IncomingOperations.h"
 #include "session/SaleSession.h"
 
 #include <QGridLayout>
+#include <QPointer>
 #include <QWidget>
 
 #include <array>
+
+class frmDealerSelect;
 
 /// Purchases of the current product beside the panel of one purchase.
 class IncomingPane : public QWidget
@@ -22,7 +26,7 @@ public:
     IncomingPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
     /// Opens the purchases of a product in rsProductIncoming and binds the grid; nothing happens while it does not exist.
-    /// Errors go to the caller.
+    /// Errors go to the caller. While the panel is in edit the list stays as it is, and follows when the edit ends.
     void loadProductIncoming(qint32 lngPMPK);
     /// Clears the panel, the chosen dealer included.
     void resetPane();
@@ -30,7 +34,11 @@ public:
     /// touched: an edit saves the dealer last chosen in this panel.
     void fillPanel();
     /// The dealer that the dealer dialog reports; its key lies in the name box's property "Tag".
-    void dealerSelected(qint32 lngCMPK, const QString &name);
+    void insFrmCompanySelect_evtDealerSelected(qint32 lngCMPK, const QString &strName);
+    /// Leaves an edit under way without saving.
+    void abandonEdit();
+    /// 0 add, 1 edit, -1 neither.
+    std::int16_t intIncomingEditMode() const { return intIncomingEditMode_; }
 
     QList<QWidget *> containers() const { return {sspProductIncoming_[0], sspProductIncoming_[1], elTranMnu_}; }
     EditModeTable editMode() const;
@@ -42,12 +50,28 @@ private:
     void makePanel();
     QGridLayout *makeFields();
     void connectFields();
+    void connectButtons();
+
+    void addIncoming();
+    void editIncoming();
+    void beginEdit();
+    void deleteIncoming();
+    IncomingEdit typed() const;
+    void saveIncoming();
+    void endEdit();
+    void selectDealer();
     void recalculateTotal();
     void stepCount(int by);
     bool inEdit() const { return !chkcmdIncomingSave_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
+    IncomingOperations operations_;
+    std::int16_t intIncomingEditMode_ = -1;
+    qint32 lngPMPK_ = -1;       ///< the product on view
+    qint32 lngLoadedPMPK_ = -1; ///< the one whose purchases are listed
+    qint32 lngEditedPMPK_ = -1; ///< the one whose purchase is in edit
+    QPointer<frmDealerSelect> insFrmCompanySelect_;
 
     std::array<QWidget *, 2> sspProductIncoming_{};
     QWidget *elTranMnu_ = nullptr;

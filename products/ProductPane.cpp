@@ -2,53 +2,29 @@
 
 #include "data/clsSQL.h"
 #include "input/FormRow.h"
-#include "platform/controls/Appearance.h"
+#include "input/modFunctions.h"
 #include "platform/controls/EventEdge.h"
-#include "platform/controls/Named.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
 
-#include <QSplitter>
-#include <QVBoxLayout>
+#include <QScopedValueRollback>
+
+#include <utility>
+
+using controls::InformationIcon;
+using controls::MsgBox;
 
 namespace {
 
-using controls::GridColumn;
-using controls::SystemColor;
-
-std::vector<GridColumn> managerColumns()
-{
-    using Kind = GridColumn::Kind;
-    return {
-        {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 50, true, true},
-        {QStringLiteral("PM_Catagory"), QStringLiteral("분류"), Kind::Text, 90},
-        {QStringLiteral("PM_Name"), QStringLiteral("물품명"), Kind::Text, 190},
-        {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money, 95},
-        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check, 45},
-        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check, 65},
-        {QStringLiteral("PM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 130},
-    };
-}
+const QString productEditCode = QStringLiteral("10");
 
 // Stands for no date.
 const QDate noDate(1900, 1, 1);
-
-QGroupBox *makeOptions(const QString &title, const QString &name, const QStringList &captions,
-                       std::array<QRadioButton *, 2> &options)
-{
-    auto *frame = new QGroupBox(title);
-    auto *row = new QHBoxLayout(frame);
-    for (int index = 0; index < 2; ++index) {
-        options[std::size_t(index)] = controls::named(new QRadioButton(captions[index]), name, index);
-        options[std::size_t(index)]->setAccessibleName(captions[index]);
-        row->addWidget(options[std::size_t(index)]);
-    }
-    row->addStretch();
-    return frame;
-}
 
 } // namespace
 
@@ -56,6 +32,7 @@ ProductPane::ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent
     : QWidget(parent)
     , session_(session)
     , shell_(shell)
+    , operations_(session)
 {
     makeList();
     makeStrip();
@@ -65,34 +42,19 @@ ProductPane::ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent
                  chkCmdProdSaleAddEdiDel_[2], txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2],
                  dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0], optIsValid_[1],
                  txtProSaleInfoMemo_, chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]});
+    connectControls();
     resetPane();
 }
 
-void ProductPane::makeList()
+void ProductPane::connectControls()
 {
-    sspPMProductList_ = makePanelFrame(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"), this);
-    auto *grid = new controls::RecordsetGrid(sspPMProductList_);
-    tdbSaleProductListsManager_ = controls::named(grid, QStringLiteral("tdbSaleProductListsManager"));
-    grid->setAccessibleName(QStringLiteral("판매 물품 목록"));
-    grid->setColumns(managerColumns());
-    auto *layout = new QVBoxLayout(sspPMProductList_);
-    layout->addWidget(grid);
-
-    connect(grid, &controls::RecordsetGrid::rowChange, this, &ProductPane::fillPanel);
-    // The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
-    controls::onEvent(grid, &controls::RecordsetGrid::afterColumnUpdate, this,
-                      [this](int) { session_.rsSaleProductListsManager->Update(); });
-}
-
-void ProductPane::makeStrip()
-{
-    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 2);
-    chkCmdProdSaleAddEdiDel_ = makePushChecks(
-        QStringLiteral("chkCmdProdSaleAddEdiDel"),
-        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
-    chkCmdSaveProduct_ = makePushChecks(QStringLiteral("chkCmdSaveProduct"),
-                                        {QStringLiteral("저 장"), QStringLiteral("취소")}, elTranMnu_);
-    layOutStrip(elTranMnu_, chkCmdProdSaleAddEdiDel_, chkCmdSaveProduct_);
+    using controls::RecordsetGrid;
+    connect(tdbSaleProductListsManager_, &RecordsetGrid::rowChange, this, &ProductPane::fillPanel);
+    controls::onEvent(tdbSaleProductListsManager_, &RecordsetGrid::afterColumnUpdate, this, [this](int) { saveHidden(); });
+    for (int index = 0; index < chkCmdProdSaleAddEdiDel_.size(); ++index)
+        chkCmdProdSaleAddEdiDel_[index]->onPush(this, [this, index] { runCommand(index); });
+    chkCmdSaveProduct_[0]->onPush(this, [this] { saveProduct(); });
+    chkCmdSaveProduct_[1]->onPush(this, [this] { endEdit(); });
 }
 
 void ProductPane::disableCommands()
@@ -101,66 +63,11 @@ void ProductPane::disableCommands()
         button->setEnabled(false);
 }
 
-void ProductPane::makePanel()
+void ProductPane::loadProductListsManager(bool keepRow)
 {
-    sspPMProductInfo_ = makePanelFrame(QStringLiteral("sspPMProductInfo"), -1, QString(), this);
-    stock_ = new StockBox(session_);
-    auto *layout = new QHBoxLayout(sspPMProductInfo_);
-    layout->addLayout(makeFields(), 1);
-    layout->addWidget(stock_);
-}
-
-QGridLayout *ProductPane::makeFields()
-{
-    const QString name = QStringLiteral("txtProSaleInfo");
-    txtProSaleInfo_[0] = controls::named(new MoneyBox({.onFocus = OnFocus::CaretToEnd}), name, 0);
-    txtProSaleInfo_[1] = controls::named(new MoneyBox({.onFocus = OnFocus::SelectAll}), name, 1);
-    txtProSaleInfo_[2] = controls::named(new MoneyBox, name, 2);
-    txtProSaleInfoMemo_ = controls::named(new MemoBox({.onFocus = OnFocus::CaretToEnd}), name, 3);
-    dtpProdListAddedDate_ = controls::named(new controls::DateEdit, QStringLiteral("dtpProdListAddedDate"));
-
-    auto *form = new QGridLayout;
-    addFormRow(form, 0, 0, QStringLiteral("분류:"), txtProSaleInfo_[0]);
-    addFormRow(form, 0, 2, QStringLiteral("물품명:"), txtProSaleInfo_[1]);
-    addFormRow(form, 1, 0, QStringLiteral("판매단가:"), txtProSaleInfo_[2]);
-    addFormRow(form, 1, 2, QStringLiteral("등록 날짜:"), dtpProdListAddedDate_);
-    form->addWidget(makeOptions(QStringLiteral("과세/비과세 선택"), QStringLiteral("optIsTaxed"),
-                                {QStringLiteral("과세"), QStringLiteral("비과세")}, optIsTaxed_),
-                    2, 0, 1, 2);
-    form->addWidget(makeOptions(QStringLiteral("취급/취급안함 선택"), QStringLiteral("optIsValid"),
-                                {QStringLiteral("취급"), QStringLiteral("취급안함")}, optIsValid_),
-                    2, 2, 1, 2);
-    addFormRow(form, 3, 0, QStringLiteral("메모:"), txtProSaleInfoMemo_, 3);
-    form->setColumnStretch(1, 2);
-    form->setColumnStretch(3, 3);
-    form->setRowStretch(3, 1);
-    return form;
-}
-
-void ProductPane::arrange()
-{
-    auto *below = new QWidget;
-    auto *belowLayout = new QVBoxLayout(below);
-    belowLayout->setContentsMargins(0, 0, 0, 0);
-    belowLayout->setSpacing(2);
-    belowLayout->addWidget(elTranMnu_);
-    belowLayout->addWidget(sspPMProductInfo_, 1);
-
-    auto *split = new QSplitter(Qt::Vertical, this);
-    split->setChildrenCollapsible(false);
-    split->addWidget(sspPMProductList_);
-    split->addWidget(below);
-    split->setStretchFactor(0, 1);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(split);
-}
-
-void ProductPane::loadProductListsManager()
-{
+    if (!session_.rsSaleProductListsManager)
+        session_.rsSaleProductListsManager = std::make_unique<ado::Recordset>();
     ado::Recordset *products = session_.rsSaleProductListsManager.get();
-    if (!products)
-        return;
     // Bound before it opens: the row change that comes with the rows fills the panel.
     if (tdbSaleProductListsManager_->dataSource() != products)
         tdbSaleProductListsManager_->setDataSource(products);
@@ -168,10 +75,14 @@ void ProductPane::loadProductListsManager()
         clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
     runtime::Attempt attempt;
     attempt([&] {
+        const QScopedValueRollback guard(reloading_, keepRow && SaleSession::hasCurrent(session_.rsSaleProductListsManager));
+        const ado::Bookmark row = reloading_ ? products->bookmark() : ado::Bookmark();
         if (products->isOpen())
             products->Close();
         products->Open(clsSQL().getProductMasterSQL(showAll), gcnnMasterDB, ado::CursorType::Keyset,
                        ado::LockType::Optimistic);
+        if (std::exchange(reloading_, false))
+            products->setBookmark(row);
     });
     if (!attempt.failed())
         tdbSaleProductListsManager_->Rebind();
@@ -179,7 +90,7 @@ void ProductPane::loadProductListsManager()
 
 void ProductPane::fillPanel()
 {
-    if (inEdit() || !session_.rsSaleProductListsManager || !session_.rsSaleProductListsManager->isOpen())
+    if (reloading_ || inEdit() || !session_.rsSaleProductListsManager || !session_.rsSaleProductListsManager->isOpen())
         return;
     const ado::Recordset &product = *session_.rsSaleProductListsManager;
     if (!product.hasCurrent()) {
@@ -187,8 +98,8 @@ void ProductPane::fillPanel()
         return;
     }
     using runtime::text;
-    txtProSaleInfo_[0]->setText(text(product[QStringLiteral("PM_Catagory")]));
-    txtProSaleInfo_[1]->setText(text(product[QStringLiteral("PM_Name")]));
+    controls::showText(txtProSaleInfo_[0], text(product[QStringLiteral("PM_Catagory")]));
+    controls::showText(txtProSaleInfo_[1], text(product[QStringLiteral("PM_Name")]));
     txtProSaleInfo_[2]->setText(runtime::Format(product[QStringLiteral("PM_UnitPrice")], runtime::strMoneyFormat));
     txtProSaleInfoMemo_->setText(text(product[QStringLiteral("PM_EtcMemo")]));
     const QVariant taxed = product[QStringLiteral("PM_IsTaxed")];
@@ -216,30 +127,116 @@ void ProductPane::resetPane()
     dtpProdListAddedDate_->setDate(noDate);
 }
 
-EditModeTable ProductPane::editMode() const
+void ProductPane::runCommand(int index)
 {
-    EditModeTable table;
-    table.code = QStringLiteral("10");
-    table.containers = {elTranMnu_, sspPMProductInfo_};
-    const ControlGroup colProSaleInfo{txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2], txtProSaleInfoMemo_,
-                                      dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0],
-                                      optIsValid_[1], chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
-    table.group = colProSaleInfo;
-    table.commands = {chkCmdProdSaleAddEdiDel_.begin(), chkCmdProdSaleAddEdiDel_.end()};
-    table.saveButtons = {chkCmdSaveProduct_.begin(), chkCmdSaveProduct_.end()};
-
-    const QColor required = controls::systemColor(SystemColor::InfoBackground);
-    const QColor window = controls::systemColor(SystemColor::Window);
-    const QColor face = controls::systemColor(SystemColor::ButtonFace);
-    table.editColors = {
-        {txtProSaleInfo_[0], required}, {txtProSaleInfo_[1], required},
-        {txtProSaleInfo_[2], required}, {txtProSaleInfoMemo_, window},
-        {optIsTaxed_[0], face},         {optIsTaxed_[1], face},
-        {optIsValid_[0], face},         {optIsValid_[1], face},
-        {stock_->txtProdStat()[0], window}, {stock_->txtProdStat()[1], window}, {stock_->txtProdStat()[2], window},
+    struct Command
+    {
+        void (ProductPane::*run)();
+        QString failure;
     };
-    table.entryColors = table.editColors;
-    for (const EntryColor &color : table.editColors)
-        table.entryControls += color.control;
-    return table;
+    const Command commands[] = {
+        {&ProductPane::addProduct, QStringLiteral("판매 물품 추가를 하지 못했습니다.")},
+        {&ProductPane::editProduct, QStringLiteral("판매 물품 수정을 하지 못했습니다.")},
+        {&ProductPane::deleteProduct, QStringLiteral("판매 물품 삭제를 하지 못했습니다.")},
+    };
+    if (!session_.rsSaleProductListsManager || !session_.rsSaleProductListsManager->isOpen())
+        return;
+    try {
+        (this->*commands[index].run)();
+    } catch (const runtime::RuntimeError &) {
+        MsgBox(commands[index].failure, InformationIcon, QStringLiteral("판매 물품"), this);
+    }
+}
+
+void ProductPane::addProduct()
+{
+    intProductEditMode_ = 0;
+    resetPane();
+    shell_.enterEditMode(productEditCode);
+    txtProSaleInfo_[0]->setFocus();
+}
+
+void ProductPane::editProduct()
+{
+    intProductEditMode_ = 1;
+    if (!session_.rsSaleProductListsManager->hasCurrent())
+        return;
+    operations_.beginChange();
+    shell_.enterEditMode(productEditCode);
+    txtProSaleInfo_[0]->setFocus();
+    selectAllText(txtProSaleInfo_[0]);
+}
+
+void ProductPane::deleteProduct()
+{
+    if (!session_.rsSaleProductListsManager->hasCurrent())
+        return;
+    const QString title = QStringLiteral("물품목록삭제");
+    if (MsgBox(QStringLiteral("선택한 물품을 삭제 하시겠습니까?"), controls::YesNo | InformationIcon, title, this)
+        != controls::Answer::Yes)
+        return;
+    if (operations_.deleteCurrent() == ProductOperations::Deletion::Deleted)
+        return;
+    MsgBox(QStringLiteral("물품이 이미 판매 되었으므로 삭제 할 수 없습니다.\r\n"
+                          "   ('고객 판매 디테일'에서 삭제를 원하시는 물품을 모두 삭제하시면 \r\n"
+                          "    물품 삭제가 가능합니다.)"),
+           InformationIcon, title, this);
+}
+
+ProductEdit ProductPane::typed() const
+{
+    return {txtProSaleInfo_[0]->text(),    txtProSaleInfo_[1]->text(), txtProSaleInfo_[2]->text(),
+            txtProSaleInfoMemo_->text(),   optIsTaxed_[0]->isChecked(), optIsValid_[0]->isChecked(),
+            dtpProdListAddedDate_->date()};
+}
+
+void ProductPane::saveProduct()
+{
+    SaveOutcome outcome = SaveOutcome::Saved;
+    if (intProductEditMode_ == 0)
+        outcome = operations_.add(typed());
+    else if (intProductEditMode_ == 1)
+        outcome = operations_.change(typed());
+    if (outcome == SaveOutcome::Refused) {
+        MsgBox(QStringLiteral("분류 또는 물품명이 비어있습니다"), controls::ConfirmOnly, QString(), this);
+        txtProSaleInfo_[0]->setFocus();
+        return;
+    }
+    if (outcome == SaveOutcome::Failed)
+        MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
+               QStringLiteral("저장"), this);
+    endEdit();
+}
+
+/// The trap of the save covers these steps as well.
+void ProductPane::endEdit()
+{
+    shell_.leaveEditMode(productEditCode);
+    shell_.paintEntryColors();
+    runtime::Attempt attempt;
+    attempt([this] { session_.rsSaleProductListsManager->Requery(); });
+    tdbSaleProductListsManager_->setFocus();
+    intProductEditMode_ = -1;
+}
+
+void ProductPane::abandonEdit()
+{
+    if (inEdit())
+        endEdit();
+}
+
+/// The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
+void ProductPane::saveHidden()
+{
+    ado::Recordset &products = *session_.rsSaleProductListsManager;
+    try {
+        products.Update();
+    } catch (const runtime::RuntimeError &) {
+        // What was not saved must neither show nor ride along with a later save of the row.
+        runtime::Attempt undo;
+        undo([&] { products.CancelUpdate(); });
+        undo([&] { products.Resync(); });
+        tdbSaleProductListsManager_->Refresh();
+        throw;
+    }
 }

@@ -6,6 +6,7 @@
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
+#include "products/ProductOperations.h"
 #include "products/StockBox.h"
 #include "session/SaleSession.h"
 
@@ -22,9 +23,9 @@ class ProductPane : public QWidget
 public:
     ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
-    /// Opens rsSaleProductListsManager and binds the grid; nothing happens while it does not exist. Errors end here, told to
-    /// nobody.
-    void loadProductListsManager();
+    /// Opens rsSaleProductListsManager, which it makes if there is none, and binds the grid. Errors end here, told to nobody.
+    /// `keepRow`: the product that was current stays so, if it is still on the list; for a list loaded anew beneath an edit.
+    void loadProductListsManager(bool keepRow = false);
     /// Clears the panel.
     void resetPane();
     /// Shows the current product, or clears the panel; a panel in edit is left alone.
@@ -37,6 +38,10 @@ public:
     /// What every edit puts out of reach.
     QList<QWidget *> containers() const { return {sspPMProductList_, sspPMProductInfo_, elTranMnu_}; }
     EditModeTable editMode() const;
+    /// Leaves an edit under way without saving.
+    void abandonEdit();
+    /// 0 add, 1 edit, -1 neither; 1 also after the try to edit on an empty list.
+    std::int16_t intProductEditMode() const { return intProductEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbSaleProductListsManager_; }
 
 signals:
@@ -49,10 +54,23 @@ private:
     void makePanel();
     QGridLayout *makeFields();
     void arrange();
+    void connectControls();
+
+    void runCommand(int index);
+    void addProduct();
+    void editProduct();
+    void deleteProduct();
+    ProductEdit typed() const;
+    void saveProduct();
+    void endEdit();
+    void saveHidden();
     bool inEdit() const { return !chkCmdSaveProduct_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
+    ProductOperations operations_;
+    std::int16_t intProductEditMode_ = -1;
+    bool reloading_ = false; ///< a list comes anew; the row to be shown is not current yet
 
     QWidget *sspPMProductList_ = nullptr;
     QWidget *sspPMProductInfo_ = nullptr;

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "products/RecordSave.h"
+#include "session/SaleSession.h"
+
+#include <QDate>
+#include <QString>
+#include <QVariant>
+
+#include <map>
+
+/// What the product panel holds when it is saved.
+struct ProductEdit
+{
+    QString catagory;
+    QString name;
+    QString unitPrice; ///< money text
+    QString memo;
+    bool taxed = true;
+    bool valid = true;
+    QDate addedDate;
+};
+
+/// The flows that write to the product list, without a screen: on rsSaleProductListsManager, which is open, and on
+/// gcnnMasterDB. They show nothing.
+class ProductOperations
+{
+public:
+    enum class Deletion { Deleted, Sold };
+
+    /// The session outlives the operations.
+    explicit ProductOperations(SaleSession &session);
+
+    /// Saves a new product. Refused without category or name, but only after transaction and new row were begun. Two
+    /// products of one name are accepted.
+    SaveOutcome add(const ProductEdit &edit);
+
+    /// Keeps in mind the current product, which there is, for change().
+    void beginChange();
+    /// Saves the product that beginChange() saw, even if the list was loaded anew since and stands elsewhere. Refused
+    /// without category or name. Fails when the product changed or went since.
+    SaveOutcome change(const ProductEdit &edit);
+
+    /// Deletes the current product unless it was sold, and reads both product lists anew. A sold product that is no longer
+    /// handled counts as unused and can be deleted; it is meant to stay so. Raises RuntimeError,
+    /// a deletion that failed is rolled back then.
+    Deletion deleteCurrent();
+
+private:
+    bool isSeen() const;
+    bool findSeen();
+    /// All fields but the price.
+    void assign(const ProductEdit &edit);
+
+    SaleSession &session_;
+    std::map<QString, QVariant> seen_; ///< the product as it was when its edit began, by column
+};
+
+/// Products of that name; the list itself does not ask.
+std::int16_t countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName);
+/// Order lines of the product, at most 32,767; 0 for one that is not handled.
+std::int16_t CountNoOfProductUsed(const ado::ConnectionPtr &connection, std::int32_t lngPMPK);

@@ -1,0 +1,38 @@
+#include "products/RecordSave.h"
+
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "session/modGlobalVars.h"
+
+#include <algorithm>
+#include <limits>
+
+SaveOutcome saveTrapped(ado::Recordset &rows, const std::function<SaveOutcome()> &work)
+{
+    const ado::ConnectionPtr connection = gcnnMasterDB;
+    if (!connection)
+        return SaveOutcome::Failed;
+    try {
+        connection->BeginTrans();
+        if (work() == SaveOutcome::Refused)
+            return SaveOutcome::Refused;
+        connection->CommitTrans();
+        return SaveOutcome::Saved;
+    } catch (const runtime::RuntimeError &) {
+        runtime::Attempt undo;
+        undo([&] { connection->RollbackTrans(); });
+        undo([&] { rows.CancelUpdate(); });
+        return SaveOutcome::Failed;
+    }
+}
+
+std::int16_t countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field,
+                     std::int16_t ifEmpty)
+{
+    ado::Recordset rows;
+    rows.Open(statement, connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+    if (!rows.hasCurrent())
+        return ifEmpty;
+    constexpr std::int32_t most = std::numeric_limits<std::int16_t>::max();
+    return std::int16_t(std::min(runtime::CLng(rows[field]), most));
+}
