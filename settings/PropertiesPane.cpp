@@ -2,12 +2,15 @@
 
 #include "input/FormRow.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
 
 #include <QFile>
+#include <QFileDialog>
 #include <QImageReader>
+#include <QSaveFile>
 #include <QVBoxLayout>
 
 namespace {
@@ -21,6 +24,11 @@ const QString noDiscountKey = QStringLiteral("수납시할인사용안함");
 const QString hideKey = QStringLiteral("숨기기체크된판매물품목록감추기");
 
 const QSize largestLogo(360, 120);
+
+QString logoFile()
+{
+    return gstrAppPath + QLatin1String("RcptLog.dat");
+}
 
 QString shopKey(std::size_t index)
 {
@@ -81,6 +89,7 @@ QWidget *PropertiesPane::makeLogo()
     picLogo_->setMinimumHeight(largestLogo.height() + 8);
     chkCmdChooseLog_ =
         controls::named(new controls::PushCheck(QStringLiteral("로고선택")), QStringLiteral("chkCmdChooseLog"));
+    chkCmdChooseLog_->onPush(this, [this] { chooseLogo(); });
     auto *frame = new QGroupBox(QStringLiteral("영수증 로고"));
     auto *layout = new QVBoxLayout(frame);
     layout->addWidget(picLogo_, 1);
@@ -131,11 +140,36 @@ void PropertiesPane::saveProperties()
     emit propertiesSaved();
 }
 
+void PropertiesPane::chooseLogo()
+{
+    const QString title = QStringLiteral("그림파일 선택");
+    QFileDialog dialog(window(), title, QString(), QStringLiteral("그림파일(*.jpg,*.bmp,*ico) (*.jpg *.bmp *.ico)"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    const bool chosen = dialog.exec() == QDialog::Accepted && storeLogo(dialog.selectedFiles().value(0));
+    loadLogo();
+    if (!chosen) // also after a plain cancel
+        controls::MsgBox(QStringLiteral("파일을 선택 할 수 없습니다."), controls::InformationIcon,
+                         QStringLiteral("그림파일 선택 오류"), this);
+}
+
+/// A byte copy, whatever the file holds. The old logo goes only when the new one is whole.
+bool PropertiesPane::storeLogo(const QString &pictureFile)
+{
+    QFile picture(pictureFile);
+    if (!picture.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = picture.readAll();
+    QSaveFile logo(logoFile());
+    return picture.error() == QFile::NoError && logo.open(QIODevice::WriteOnly) && logo.write(bytes) == bytes.size()
+           && logo.commit();
+}
+
 // The file is a plain copy of a picture; its content tells the format, its name does not.
 void PropertiesPane::loadLogo()
 {
     picLogo_->clear();
-    QFile file(gstrAppPath + QLatin1String("RcptLog.dat"));
+    QFile file(logoFile());
     if (!file.open(QIODevice::ReadOnly))
         return;
     QImageReader reader(&file);

@@ -33,6 +33,8 @@ private:
     QWidget *makeLogo();
     QHBoxLayout *makeButtons();
     void saveProperties();
+    void chooseLogo();
+    static bool storeLogo(const QString &pictureFile);
     void loadLogo();
 
     std::array<QLineEdit *, 8> txtProperties_{};

@@ -3,8 +3,13 @@
 #include "settings/clsProperties.h"
 #include "tests/settings/SettingsDatabase.h"
 
+#include "tests/support/MessageRecorder.h"
+
+#include <QApplication>
 #include <QFile>
+#include <QFileDialog>
 #include <QImage>
+#include <QTimer>
 
 namespace {
 
@@ -19,6 +24,19 @@ protected:
     QLineEdit *box(int index) { return pane_.findChild<QLineEdit *>(QStringLiteral("txtProperties_%1").arg(index)); }
     QCheckBox *check(const char *name) { return pane_.findChild<QCheckBox *>(QLatin1String(name)); }
     void press(const char *name) { pane_.findChild<QPushButton *>(QLatin1String(name))->click(); }
+
+    /// Presses "로고선택" and picks the file in the dialog that comes; an empty name cancels it.
+    void chooseLogo(const QString &file)
+    {
+        QTimer::singleShot(0, &pane_, [file] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            EXPECT_EQ(dialog->windowTitle().toStdString(), "그림파일 선택");
+            dialog->selectFile(file);
+            dialog->done(file.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+        });
+        press("chkCmdChooseLog");
+    }
 
     PropertiesPane pane_;
 };
@@ -93,6 +111,37 @@ TEST_F(PropertiesTab, ShowsALogoWhateverItsFormatAndTakesItAwayWithTheFile)
     QFile::remove(file);
     pane_.loadProperties();
     EXPECT_TRUE(logo->pixmap().isNull());
+}
+
+TEST_F(PropertiesTab, TheLogoIsAByteCopyOfTheChosenFileAndStaysWhenNoneIsChosen)
+{
+    MessageRecorder boxes;
+    auto *logo = pane_.findChild<QLabel *>(QStringLiteral("picLogo"));
+    const QString target = folder_.filePath(QStringLiteral("RcptLog.dat"));
+    const auto bytesOf = [](const QString &name) {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QString picture = folder_.filePath(QStringLiteral("로고.bmp"));
+    QImage image(30, 10, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    ASSERT_TRUE(image.save(picture, "BMP"));
+    chooseLogo(picture);
+    EXPECT_TRUE(boxes.messages.isEmpty());
+    EXPECT_EQ(bytesOf(target), bytesOf(picture));
+    EXPECT_EQ(logo->pixmap().width(), 30);
+
+    QFile::rename(picture, folder_.filePath(QStringLiteral("moved.bmp")));
+    for (const QString &none : {QString(), picture}) {
+        logo->clear();
+        chooseLogo(none);
+        EXPECT_EQ(logo->pixmap().width(), 30);
+    }
+    ASSERT_EQ(boxes.messages.size(), 2);
+    for (const MessageRecorder::Message &box : boxes.messages) {
+        EXPECT_EQ((box.title + u'|' + box.text).toStdString(), "그림파일 선택 오류|파일을 선택 할 수 없습니다.");
+        EXPECT_EQ(box.flags, controls::InformationIcon);
+    }
 }
 
 TEST_F(PropertiesTab, StandsWithoutAConnection)

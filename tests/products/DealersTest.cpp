@@ -1,0 +1,255 @@
+#include "tests/money/DialogDriver.h"
+#include "tests/products/ProductDesk.h"
+
+#include "data/clsSQL.h"
+#include "products/frmDealerSelect.h"
+
+#include <QScreen>
+
+#include <gmock/gmock.h>
+
+using controls::Answer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class Dealers : public ProductDesk
+{
+protected:
+    Dealers()
+    {
+        product(QStringLiteral("감초"), 1000);
+        atOtherDesk(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name, CM_RegNum, CM_Address, CM_Tel, CM_EtcMemo, CM_IsValid) "
+                                   "VALUES ('Acme', '1', '서울', '02', '외상', 1), ('xyz', NULL, NULL, NULL, NULL, NULL), "
+                                   "('한약방', NULL, NULL, NULL, NULL, 0)"));
+    }
+    std::string panel()
+    {
+        return window().texts({"txtCmCompanyName", "txtCmRegNum", "txtCmAddress", "txtCmTel", "txtCmMemo", "chkCmIsValid"});
+    }
+    Rows dealers() { return rows(QStringLiteral("SELECT CM_Name, CM_Tel, CM_IsValid FROM tPSCompanyMaster ORDER BY CM_PK")); }
+
+    /// Opens the dialog from the panel of a new purchase and acts in it.
+    void select(const char *start, const std::function<void(const DialogDriver &)> &act)
+    {
+        if (window().modes.current().isEmpty())
+            window().push("chkcmdIncomingAED_0");
+        window().at<QLineEdit>("txtIncCompanyName").setText(QString::fromUtf8(start));
+        whenDialogStands(act);
+        window().push("chkCmdIncSelectCompany");
+    }
+    std::string chosen()
+    {
+        return window().text("txtIncCompanyName") + ' '
+            + window().at("txtIncCompanyName").property("Tag").toString().toStdString();
+    }
+};
+
+Rows listed(const DialogDriver &dialog)
+{
+    Rows names;
+    const QAbstractItemModel *model = dialog.find<QTableView>("tdbDealerSelect")->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        names.push_back(model->index(row, 1).data().toString().toStdString());
+    return names;
+}
+
+void key(const DialogDriver &dialog, Qt::Key pressed, Qt::KeyboardModifiers modifiers = {})
+{
+    QTest::keyClick(dialog.window()->focusWidget(), pressed, modifiers);
+}
+
+} // namespace
+
+TEST_F(Dealers, ThePanelShowsSavesAndDeletesThem)
+{
+    open();
+    EXPECT_EQ(panel(), "Acme|1|서울|02|외상|-");
+    session_.rsCompanyMaster->moveTo(1); // no flag counts as no dealings
+    EXPECT_EQ(panel(), "xyz|||||거래안함");
+
+    window().push("chkcmdCmpnyMstrAED_1");
+    EXPECT_EQ(window().focused(), "txtCmCompanyName");
+    window().type("txtCmCompanyName", "");
+    window().push("chkcmdCmpnyMstrSave_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("거래처목록: 거래처이름을 입력하십시오."));
+    EXPECT_EQ(window().modes.current(), QStringLiteral("12"));
+    window().type("txtCmCompanyName", " ");
+    window().type("txtCmTel", "031");
+    window().at<QAbstractButton>("chkCmIsValid").click();
+    window().push("chkcmdCmpnyMstrSave_0");
+    EXPECT_THAT(dealers(), ElementsAre("Acme|02|1", " |031|1", "한약방|NULL|0"));
+    EXPECT_EQ(window().focused(), "tdbCompanyMaster");
+
+    window().push("chkcmdCmpnyMstrAED_0");
+    EXPECT_EQ(panel(), "|||||-");
+    refuse(QStringLiteral("BEFORE INSERT ON tPSCompanyMaster"));
+    window().type("txtCmCompanyName", "새 거래처");
+    window().push("chkcmdCmpnyMstrSave_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
+    EXPECT_EQ(window().modes.current(), QString());
+    EXPECT_EQ(dealers().size(), 3u);
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+}
+
+TEST_F(Dealers, OneWithPurchasesIsNotDeleted)
+{
+    atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK) VALUES (1, 1)"));
+    open();
+    boxes_.answers = {Answer::Yes, Answer::Confirm, Answer::No, Answer::Yes};
+    window().push("chkcmdCmpnyMstrAED_2");
+    EXPECT_THAT(boxes_.take(),
+                ElementsAre("거래처삭제: 거래처를 삭제하시겠습니까?",
+                            "거래처삭제: 해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."));
+    session_.rsCompanyMaster->moveTo(1);
+    window().push("chkcmdCmpnyMstrAED_2");
+    window().push("chkcmdCmpnyMstrAED_2");
+    EXPECT_THAT(dealers(), ElementsAre("Acme|02|1", "한약방|NULL|0"));
+    EXPECT_EQ(panel(), "한약방|||||거래안함");
+}
+
+// A name never reaches the search: it finds who has one of six letters in his name, whatever was typed.
+TEST_F(Dealers, TheDialogListsAllOrThoseWithTheLetters)
+{
+    open();
+    select("", [](const DialogDriver &dialog) {
+        EXPECT_EQ(dialog.focus(), "txtDealerName");
+        EXPECT_THAT(listed(dialog), ElementsAre("Acme", "xyz", "한약방"));
+        dialog.find<QLineEdit>("txtDealerName")->setText(QStringLiteral(" xyz "));
+        key(dialog, Qt::Key_Return);
+        EXPECT_THAT(listed(dialog), ElementsAre("Acme"));
+        EXPECT_EQ(dialog.focus(), "txtDealerName");
+    });
+    EXPECT_EQ(chosen(), " ");
+    select("한약방", [](const DialogDriver &dialog) {
+        EXPECT_EQ(dialog.text("txtDealerName"), "한약방");
+        EXPECT_EQ(dialog.focus(), "tdbDealerSelect");
+        EXPECT_THAT(listed(dialog), ElementsAre("Acme"));
+        dialog.find<QLineEdit>("txtDealerName")->clear();
+        dialog.press("chkcmdFindDealer");
+        EXPECT_EQ(listed(dialog).size(), 3u);
+    });
+}
+
+TEST_F(Dealers, AreChosenByButtonKeyAndDoubleClick)
+{
+    open();
+    const struct
+    {
+        const char *how;
+        std::function<void(const DialogDriver &)> act;
+        const char *chosen;
+    } cases[] = {
+        {"F12", [](const DialogDriver &dialog) { key(dialog, Qt::Key_F12); }, "Acme 1"},
+        {"Enter in the grid",
+         [](const DialogDriver &dialog) {
+             dialog.find<QTableView>("tdbDealerSelect")->setFocus();
+             key(dialog, Qt::Key_Down);
+             key(dialog, Qt::Key_Return);
+         },
+         "xyz 2"},
+        {"double click",
+         [](const DialogDriver &dialog) {
+             auto *grid = dialog.find<QTableView>("tdbDealerSelect");
+             const QPoint cell = grid->visualRect(grid->model()->index(2, 1)).center();
+             QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell);
+             QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cell);
+         },
+         "한약방 3"},
+        {"F9", [](const DialogDriver &dialog) { key(dialog, Qt::Key_F9); }, "한약방 3"},
+        {"button", [](const DialogDriver &dialog) { dialog.press("cmdOk"); }, "Acme 1"},
+    };
+    for (const auto &row : cases) {
+        bool stood = false;
+        select("", [&](const DialogDriver &dialog) {
+            row.act(dialog);
+            stood = dialog.window()->isVisible();
+        });
+        EXPECT_FALSE(stood) << row.how;
+        if (*row.how == 'F' && row.how[1] == '9')
+            EXPECT_EQ(window().at("txtIncCompanyName").property("Tag").toString(), QStringLiteral("3"));
+        else
+            EXPECT_EQ(chosen(), row.chosen) << row.how;
+    }
+    atOtherDesk(QStringLiteral("DELETE FROM tPSCompanyMaster"));
+    select("", [](const DialogDriver &dialog) {
+        key(dialog, Qt::Key_F12);
+        dialog.find<QTableView>("tdbDealerSelect")->setFocus();
+        key(dialog, Qt::Key_Return);
+        EXPECT_TRUE(dialog.window()->isVisible()) << "nobody to choose";
+    });
+}
+
+TEST_F(Dealers, TheKeysOfTheDialogMoveTheFocus)
+{
+    open();
+    select("", [](const DialogDriver &dialog) {
+        const struct
+        {
+            const char *from;
+            Qt::Key pressed;
+            Qt::KeyboardModifiers modifiers;
+            const char *to;
+        } cases[] = {
+            {"txtDealerName", Qt::Key_Return, {}, "chkcmdFindDealer"},
+            {"txtDealerName", Qt::Key_Down, {}, "chkcmdFindDealer"},
+            {"txtDealerName", Qt::Key_Up, {}, "cmdCancel"},
+            {"tdbDealerSelect", Qt::Key_Up, Qt::ControlModifier, "chkcmdFindDealer"},
+            {"tdbDealerSelect", Qt::Key_Down, Qt::ControlModifier, "chkcmdFindDealer"}, // back as well
+            {"txtDealerName", Qt::Key_Down, Qt::ControlModifier, "cmdCancel"},
+            {"cmdOk", Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier, "tdbDealerSelect"},
+        };
+        for (const auto &row : cases) {
+            dialog.find<QWidget>(row.from)->setFocus();
+            key(dialog, row.pressed, row.modifiers);
+            EXPECT_EQ(dialog.focus(), row.to) << row.from << " " << row.pressed << " " << int(row.modifiers);
+        }
+        auto *name = dialog.find<QLineEdit>("txtDealerName");
+        name->setText(QStringLiteral("abc"));
+        name->setFocus();
+        EXPECT_EQ(name->selectedText(), QStringLiteral("abc"));
+    });
+}
+
+TEST_F(Dealers, TheDialogStandsBesideItsButtonAndOnTheScreen)
+{
+    open();
+    const QRect screen = window().screen()->availableGeometry();
+    const QWidget &button = window().at("chkCmdIncSelectCompany");
+    const struct
+    {
+        QPoint window;
+        bool fits;
+    } cases[] = {{QPoint(-700, 100), true}, {screen.bottomRight(), false}, {QPoint(-4000, -4000), false}};
+    for (const auto &row : cases) {
+        window().move(row.window);
+        select("", [&](const DialogDriver &dialog) {
+            const QRect place = dialog.window()->frameGeometry();
+            EXPECT_TRUE(screen.contains(place)) << place.x() << ' ' << place.y();
+            if (!row.fits)
+                return;
+            const QPoint origin = button.mapToGlobal(QPoint(0, 0));
+            EXPECT_EQ(place.x(), origin.x() + 17); // 255 twips at 96 dpi
+            EXPECT_NEAR(place.bottom(), origin.y() + 93, 40); // 1,395 twips, and what a caption takes
+        });
+    }
+}
+
+TEST_F(Dealers, ASearchThatFailsIsToldWithItsReason)
+{
+    open();
+    select("", [&](const DialogDriver &dialog) {
+        atOtherDesk(QStringLiteral("ALTER TABLE tPSCompanyMaster RENAME TO away"));
+        dialog.press("chkcmdFindDealer");
+    });
+    window().push("chkCmdIncSelectCompany");
+    ASSERT_EQ(boxes_.boxes.size(), 2u);
+    for (const BoxReader::Box &box : boxes_.boxes) {
+        EXPECT_EQ(box.title.toStdString(), "거래처 검색");
+        EXPECT_EQ(box.flags, 64);
+        EXPECT_TRUE(box.text.startsWith(QStringLiteral("거래처를 찾을 수 없습니다. 이유: "))) << box.text.toStdString();
+        EXPECT_GT(box.text.size(), 22);
+    }
+    atOtherDesk(QStringLiteral("ALTER TABLE away RENAME TO tPSCompanyMaster"));
+}

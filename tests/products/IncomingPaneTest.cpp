@@ -1,0 +1,223 @@
+#include "tests/products/ProductDesk.h"
+
+#include "platform/controls/Appearance.h"
+
+#include <gmock/gmock.h>
+
+using controls::Answer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class IncomingPaneTest : public ProductDesk
+{
+protected:
+    IncomingPaneTest()
+    {
+        product(QStringLiteral("가시오갈피"), 1000);
+        product(QStringLiteral("나복자"), 1000);
+        atOtherDesk(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('한약방'), ('제일약초')"));
+    }
+    void purchase(int productKey, int dealer, const char *count)
+    {
+        atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_HalinTotal, "
+                                   "IN_Total, IN_EtcMemo) VALUES (%1, %2, '2026-11-20', %3, 1000, 500, 2500, '외상')")
+                        .arg(productKey)
+                        .arg(dealer)
+                        .arg(QLatin1String(count)));
+    }
+    std::string panel()
+    {
+        return window().texts({"txtIncCount", "txtIncPricePerUnit", "txtIncHalinTotal", "txtIncPriceTotal",
+                               "txtIncCompanyName", "txtIncMemo"})
+            + ' ' + window().at<QDateEdit>("dtpIncDate").date().toString(Qt::ISODate).toStdString();
+    }
+    std::string stock()
+    {
+        return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"});
+    }
+    Rows purchases() { return rows(QStringLiteral("SELECT PM_PK, CM_PK, IN_Count, IN_Total FROM tPSIncoming ORDER BY IN_PK")); }
+    static std::string clearPanel() { return "1|\\0|\\0|\\0|| " + QDate::currentDate().toString(Qt::ISODate).toStdString(); }
+};
+
+} // namespace
+
+TEST_F(IncomingPaneTest, ThePanelShowsThePurchasesOfTheProduct)
+{
+    purchase(1, 2, "3");
+    atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date) VALUES (1, 99, '2026-11-01')"));
+    open();
+    EXPECT_EQ(panel(), "3|\\1,000|\\500|\\2,500|제일약초|외상 2026-11-20");
+    session_.rsProductIncoming->moveTo(1); // a dealer who is gone, and no numbers
+    EXPECT_EQ(panel(), "0|\\0|\\0|\\0|| 2026-11-01");
+    list().moveTo(1);
+    EXPECT_EQ(panel(), clearPanel());
+}
+
+TEST_F(IncomingPaneTest, TheTotalFollowsItsParts)
+{
+    open();
+    window().push("chkcmdIncomingAED_0");
+    const struct
+    {
+        const char *count, *price, *discount, *total;
+    } cases[] = {
+        {"3", "\\1,000", "\\500", "\\2,500"},
+        {"1", "\\1,000", "\\5,000", "-\\4,000"},
+        {"개", "\\1,000", "\\0", "\\0"},
+        {"2개", "\\1,000", "\\0", "\\2,000"},
+        {"", "\\1,000", "\\100", "-\\100"},
+        {"1,000", "\\999,999", "\\0", "\\999,999,000"},
+        {"1000", "\\9,999,999", "\\0", "\\999,999,900"}, // beyond nine characters the rest is cut, as in every money box
+    };
+    const QColor red(255, 0, 0);
+    for (const auto &row : cases) {
+        window().type("txtIncCount", row.count);
+        window().type("txtIncPricePerUnit", row.price);
+        window().type("txtIncHalinTotal", row.discount);
+        EXPECT_EQ(window().text("txtIncPriceTotal"), row.total) << row.count;
+        EXPECT_EQ(controls::foreColor(&window().at("txtIncPriceTotal")) == red, *row.total == '-') << row.count;
+    }
+    EXPECT_TRUE(window().at<QLineEdit>("txtIncPriceTotal").isReadOnly());
+}
+
+TEST_F(IncomingPaneTest, TheStepperStopsAtNothingOnTheWayDown)
+{
+    open();
+    window().push("chkcmdIncomingAED_0");
+    const struct
+    {
+        const char *typed, *button, *count;
+    } cases[] = {
+        {"1", "udIincomingCount_down", "0"},    {"0", "udIincomingCount_down", "0"}, {"0.5", "udIincomingCount_down", "-0.5"},
+        {"-3", "udIincomingCount_down", "-3"},  {"-3", "udIincomingCount_up", "-2"}, {"많이", "udIincomingCount_up", "1"},
+        {"99999", "udIincomingCount_up", "100000"},
+    };
+    for (const auto &row : cases) {
+        window().type("txtIncCount", row.typed);
+        window().push(row.button);
+        EXPECT_EQ(window().text("txtIncCount"), row.count) << row.typed;
+    }
+}
+
+TEST_F(IncomingPaneTest, APurchaseNeedsAProductAndADealer)
+{
+    atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster"));
+    open();
+    window().push("chkcmdIncomingAED_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역추가: 판매 물품 목록을 추가 하십시오"));
+    EXPECT_EQ(window().modes.current(), QString());
+
+    product(QStringLiteral("감초"), 1000);
+    list().Requery();
+    window().push("chkcmdIncomingAED_0");
+    EXPECT_EQ(window().focused(), "txtIncCount");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 거래처를 선택하십시오."));
+    EXPECT_EQ(window().focused(), "txtIncCompanyName");
+    window().incoming->insFrmCompanySelect_evtDealerSelected(2, QStringLiteral("제일약초"));
+    window().type("txtIncCount", "4");
+    window().type("txtIncPricePerUnit", "\\250");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(purchases(), ElementsAre("3|2|4|1000"));
+    EXPECT_EQ(window().focused(), "tdbProductIncoming");
+    EXPECT_EQ(window().incoming->intIncomingEditMode(), -1);
+}
+
+// The key of the dealer is not read from the row: whoever edits chooses the dealer again, or keeps the one chosen last.
+TEST_F(IncomingPaneTest, AnEditTakesTheDealerChosenLastInThePanel)
+{
+    purchase(1, 2, "3");
+    open();
+    window().push("chkcmdIncomingAED_1");
+    EXPECT_EQ(window().text("txtIncCompanyName"), "제일약초");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 거래처를 선택하십시오."));
+    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    window().push("chkcmdIncomingSave_1");
+    EXPECT_EQ(window().text("txtIncCompanyName"), "제일약초");
+
+    window().push("chkcmdIncomingAED_1");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+    EXPECT_THAT(purchases(), ElementsAre("1|1|3|2500"));
+}
+
+TEST_F(IncomingPaneTest, AFailedSaveLeavesThePanelInEditAndTheNextOneStoresOnce)
+{
+    open();
+    window().push("chkcmdIncomingAED_0");
+    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    refuse(QStringLiteral("BEFORE INSERT ON tPSIncoming"));
+    window().push("chkcmdIncomingSave_0");
+    ASSERT_EQ(boxes_.boxes.size(), 1u);
+    EXPECT_NE(boxes_.boxes[0].text, QString());
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+    EXPECT_EQ(window().incoming->intIncomingEditMode(), 0);
+    EXPECT_EQ(window().modes.current(), QStringLiteral("11"));
+    allowAgain();
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(purchases(), ElementsAre("1|1|1|0"));
+}
+
+TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherProduct)
+{
+    open();
+    list().moveTo(1);
+    window().push("chkcmdIncomingAED_0");
+    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    window().products->loadProductListsManager(true);
+    EXPECT_EQ(window().text("txtIncCompanyName"), "한약방");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(purchases(), ElementsAre("2|1|1|0"));
+
+    // The product of the edit goes from the list meanwhile: the purchases of the one on view come when the edit ends.
+    purchase(1, 2, "9");
+    window().push("chkcmdIncomingAED_1");
+    atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster WHERE PM_PK = 2"));
+    window().products->loadProductListsManager(true);
+    EXPECT_EQ(window().text("txtIncCount"), "1");
+    window().push("chkcmdIncomingSave_1");
+    EXPECT_EQ(window().text("txtIncCount"), "9");
+}
+
+TEST_F(IncomingPaneTest, StockIsStaleUntilItIsAskedForAgain)
+{
+    purchase(1, 1, "10");
+    const int sale = order(QStringLiteral("2026-11-24"));
+    for (const char *kindAndCount : {"0, 4", "NULL, -1", "1, 1", "2, 2"})
+        atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (%1, 1, %2)")
+                        .arg(sale)
+                        .arg(QLatin1String(kindAndCount)));
+    open();
+    EXPECT_EQ(stock(), "10|3|4|1|2");
+    boxes_.answers = {Answer::No, Answer::Yes};
+    window().push("chkcmdIncomingAED_2");
+    EXPECT_EQ(purchases().size(), 1u);
+    window().push("chkcmdIncomingAED_2");
+    EXPECT_THAT(boxes_.take(), ElementsAre("삭제: 물품 구매내역을 삭제 하시겠습니까?", "삭제: 물품 구매내역을 삭제 하시겠습니까?"));
+    EXPECT_THAT(purchases(), IsEmpty());
+    EXPECT_EQ(stock(), "10|3|4|1|2");
+    window().push("cmdRefreshProdStat");
+    EXPECT_EQ(stock(), "0|3|-6|1|2");
+    list().moveTo(1);
+    EXPECT_EQ(stock(), "0|0|0|0|0");
+
+    list().moveTo(0);
+    atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster"));
+    list().Requery();
+    window().push("cmdRefreshProdStat");
+    EXPECT_EQ(boxes_.take().size(), 1u) << "on an empty list the error is told and nothing else happens";
+    EXPECT_EQ(stock(), "0|3|-6|1|2");
+}
+
+TEST_F(IncomingPaneTest, AStockBeyondItsNumbersKeepsWhatItShowed)
+{
+    open();
+    EXPECT_EQ(stock(), "0|0|0|0|0");
+    purchase(1, 1, "3000000000");
+    window().push("cmdRefreshProdStat");
+    EXPECT_EQ(stock(), "0|0|0|0|0");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+}

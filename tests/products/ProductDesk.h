@@ -1,0 +1,99 @@
+#pragma once
+
+#include "entry/EditModes.h"
+#include "products/DealerPane.h"
+#include "products/IncomingPane.h"
+#include "products/ProductPane.h"
+#include "tests/sales/SaleDesk.h"
+
+#include <QHBoxLayout>
+#include <QTest>
+
+/// A window with the panes of the second tab, its edit modes and connections those of the main window.
+class ManageWindow : public QWidget, public PaneShell
+{
+public:
+    explicit ManageWindow(SaleSession &session)
+        : products(new ProductPane(session, *this, this))
+        , incoming(new IncomingPane(session, *this, this))
+        , dealers(new DealerPane(session, *this, this))
+    {
+        auto *columns = new QHBoxLayout(this);
+        columns->addWidget(products, 1);
+        auto *purchases = new QVBoxLayout;
+        purchases->addWidget(incoming);
+        purchases->addWidget(dealers);
+        columns->addLayout(purchases, 1);
+        modes.addContainers(products->containers() + incoming->containers() + dealers->containers());
+        for (const EditModeTable &table : {products->editMode(), incoming->editMode(), dealers->editMode()})
+            modes.addTable(table);
+        modes.lockAllPanes();
+        modes.paintEntryColors();
+        connect(products, &ProductPane::currentProductChanged, incoming, &IncomingPane::loadProductIncoming);
+        session.rsProductIncoming = std::make_unique<ado::Recordset>();
+        products->loadProductListsManager();
+        session.rsCompanyMaster = std::make_unique<ado::Recordset>();
+        dealers->loadCompanyMaster();
+        resize(1280, 640);
+        show();
+        (void)QTest::qWaitForWindowActive(this);
+    }
+
+    void enterEditMode(const QString &code) override { modes.enterEditMode(code); }
+    void leaveEditMode(const QString &code) override { modes.leaveEditMode(code); }
+    void paintEntryColors() override { modes.paintEntryColors(); }
+
+    template <typename Control = QWidget>
+    Control &at(const char *name)
+    {
+        auto *control = findChild<Control *>(QString::fromLatin1(name));
+        if (!control)
+            throw std::runtime_error(std::string("no control ") + name);
+        return *control;
+    }
+    std::string text(const char *name)
+    {
+        if (auto *memo = findChild<QPlainTextEdit *>(QString::fromLatin1(name)))
+            return memo->toPlainText().toStdString();
+        return at<QLineEdit>(name).text().toStdString();
+    }
+    /// Text boxes and options of a panel, "|" between them; an option shows its caption when it is chosen.
+    std::string texts(std::initializer_list<const char *> names)
+    {
+        std::string all;
+        for (const char *name : names) {
+            if (!all.empty())
+                all += '|';
+            auto *option = findChild<QAbstractButton *>(QString::fromLatin1(name));
+            all += !option ? text(name) : option->isChecked() ? option->text().toStdString() : "-";
+        }
+        return all;
+    }
+    void type(const char *name, const char *typed)
+    {
+        if (auto *memo = findChild<QPlainTextEdit *>(QString::fromLatin1(name)))
+            memo->setPlainText(QString::fromUtf8(typed));
+        else
+            at<QLineEdit>(name).setText(QString::fromUtf8(typed));
+    }
+    void push(const char *name) { QTest::mouseClick(&at<QAbstractButton>(name), Qt::LeftButton); }
+    std::string focused() { return focusWidget() ? focusWidget()->objectName().toStdString() : ""; }
+
+    EditModes modes;
+    ProductPane *products;
+    IncomingPane *incoming;
+    DealerPane *dealers;
+};
+
+class ProductDesk : public SaleDatabase
+{
+protected:
+    void open() { window_ = std::make_unique<ManageWindow>(session_); }
+    ManageWindow &window() { return *window_; }
+    ado::Recordset &list() { return *session_.rsSaleProductListsManager; }
+
+    BoxReader boxes_;
+
+private:
+    std::unique_ptr<ManageWindow> window_;
+};
