@@ -1,6 +1,8 @@
 #include "tests/money/DialogDriver.h"
 #include "tests/money/LedgerDesk.h"
 
+#include <QScreen>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
@@ -234,6 +236,21 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     EXPECT_THAT(boxes_.take(), ElementsAre("데이터베이스 접속 오류: " + connectionFailure));
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
+}
+
+TEST_F(ReceiptButton, BothDialogsStandWhollyOnTheScreenWhenTheWindowHangsOverItsEdge)
+{
+    const QRect screen = window_.screen()->availableGeometry();
+    window_.show();
+    window_.move(screen.bottomRight() - QPoint(60, 60));
+    const int key = openOrder(12340);
+    for (const char *form : {"frmSimpleReceipt", "frmSimpleReceiptAdd"}) {
+        takeReceipt([&](const DialogDriver &dialog) {
+            EXPECT_EQ(dialog.window()->objectName(), QString::fromLatin1(form));
+            EXPECT_TRUE(screen.contains(dialog.window()->frameGeometry())) << form;
+        });
+        ledgerRow(key, "'2026-11-20', 3, 1000, '00', ''");
+    }
 }
 
 TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)
