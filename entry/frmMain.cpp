@@ -301,7 +301,9 @@ void frmMain::tabChanged(int newTab)
     const int oldTab = std::exchange(currentTab_, newTab);
     if (newTab == ManageTabIndex && gcnnMasterDB)
         loadManagement();
-    if (oldTab == ManageTabIndex && newTab == SaleTabIndex) {
+    // Product changes reach the sale tab, also over another tab on the way back.
+    saleListIsStale_ |= oldTab == ManageTabIndex;
+    if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false)) {
         saleListPane_->requerySaleProductLists();
         detailPane_->rebind();
     }

@@ -72,6 +72,7 @@ private:
     EditModes editModes_;
     QTabWidget *c1tabMain_ = nullptr;
     int currentTab_ = SaleTabIndex;
+    bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
 
     CustomerPane *customerPane_ = nullptr;
     SaleListPane *saleListPane_ = nullptr;

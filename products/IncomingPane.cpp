@@ -239,7 +239,7 @@ void IncomingPane::selectDealer()
     const auto release = qScopeGuard([dialog] { delete dialog.data(); });
     connect(dialog, &frmDealerSelect::evtDealerSelected, this, &IncomingPane::insFrmCompanySelect_evtDealerSelected);
     if (dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, txtIncCompanyName_->text().trimmed(), window(),
-                             chkCmdIncSelectCompany_->winId())
+                             *chkCmdIncSelectCompany_)
         == -1)
         dialog->tellFailure();
 }

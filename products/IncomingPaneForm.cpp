@@ -68,8 +68,6 @@ QGridLayout *IncomingPane::makeFields()
     txtIncCompanyName_ = named(new QLineEdit, QStringLiteral("txtIncCompanyName"));
     chkCmdIncSelectCompany_ =
         named(new controls::PushCheck(QStringLiteral("거래처선택")), QStringLiteral("chkCmdIncSelectCompany"));
-    // The dealer dialog finds its place by the button's handle, which must not give its whole surroundings one.
-    chkCmdIncSelectCompany_->setAttribute(Qt::WA_DontCreateNativeAncestors);
     dtpIncDate_ = named(new controls::DateEdit, QStringLiteral("dtpIncDate"));
     txtIncMemo_ = named(new MemoBox({.onFocus = OnFocus::CaretToEnd}), QStringLiteral("txtIncMemo"));
     clsMyFunctions::keepReadOnly(txtIncPriceTotal_);

@@ -110,7 +110,7 @@ void frmDealerSelect::connectControls()
 }
 
 qint16 frmDealerSelect::SelectDealer(const ado::ConnectionPtr &connection, qint16 intShowMode, const QString &strStart,
-                                     QWidget *frmOwner, WId hWnd)
+                                     QWidget *frmOwner, const QWidget &hWnd)
 {
     connection_ = connection;
     rsDealer_ = std::make_unique<ado::Recordset>();
@@ -133,13 +133,12 @@ qint16 frmDealerSelect::SelectDealer(const ado::ConnectionPtr &connection, qint1
 }
 
 /// From the lower left of the calling control to the right and upwards, but never over the edge of the screen.
-void frmDealerSelect::placeBeside(WId hWnd)
+void frmDealerSelect::placeBeside(const QWidget &hWnd)
 {
     const clsWindowPostion position;
     qint32 x = 0;
     qint32 y = 0;
-    if (!position.GetScreenPosition(hWnd, x, y))
-        return; // a handle of nobody's: where the desktop puts it
+    position.GetScreenPosition(hWnd, x, y);
     const QPoint place = position.pixelsFromTwips(*this, x + rightOfControl, y + belowControl);
     move(place.x(), place.y() - frameSize().height());
     keepOnScreen(*this);

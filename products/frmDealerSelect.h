@@ -18,13 +18,14 @@ public:
     explicit frmDealerSelect(QWidget *owner = nullptr);
     ~frmDealerSelect() override;
 
-    /// Lists the dealers and shows the dialog beside the control of the window handle, wholly on the screen. With Modal it
-    /// returns when the dialog is gone. 1 for shown, -1 when the first search failed: nothing was shown then.
+    /// Lists the dealers and shows the dialog beside the calling control, wholly on the screen. With Modal it returns when
+    /// the dialog is gone. 1 for shown, -1 when the first search failed: nothing was shown then. The control stands in for
+    /// its window handle: a control that is given one of its own takes the focus from the dialog on some desktops.
     ///
     /// A start text lists the dealers whose name holds one of the letters C, P, N, A, M and E, whatever the text is; an
     /// empty one lists all. It is meant to stay so.
     qint16 SelectDealer(const ado::ConnectionPtr &connection, qint16 intShowMode, const QString &strStart,
-                        QWidget *frmOwner, WId hWnd);
+                        QWidget *frmOwner, const QWidget &hWnd);
     /// The box of a search that failed, with its reason.
     void tellFailure();
 
@@ -44,7 +45,7 @@ private:
     bool refreshDealerGrid(const QString &text, bool rebind = true);
     void findDealer();
     void choose();
-    void placeBeside(WId hWnd);
+    void placeBeside(const QWidget &hWnd);
 
     bool keyPressed(const QWidget *control, const QKeyEvent &event);
     bool nameKeyPressed(const QKeyEvent &event);

@@ -61,9 +61,9 @@ public:
     std::string texts(std::initializer_list<const char *> names)
     {
         std::string all;
+        const char *separator = "";
         for (const char *name : names) {
-            if (!all.empty())
-                all += '|';
+            all += std::exchange(separator, "|");
             auto *option = findChild<QAbstractButton *>(QString::fromLatin1(name));
             all += !option ? text(name) : option->isChecked() ? option->text().toStdString() : "-";
         }

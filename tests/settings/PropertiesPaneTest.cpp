@@ -33,7 +33,7 @@ protected:
             ASSERT_TRUE(dialog);
             EXPECT_EQ(dialog->windowTitle().toStdString(), "그림파일 선택");
             dialog->selectFile(file);
-            dialog->done(file.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+            static_cast<QDialog *>(dialog)->done(file.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
         });
         press("chkCmdChooseLog");
     }
