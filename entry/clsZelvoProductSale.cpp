@@ -103,8 +103,8 @@ int clsZelvoProductSale::checkProductServerSync(const QString &callSign) const
     automation::ObjectPtr server;
     if (!openProductServer(callSign, server))
         return NotCreated;
-    const int state = runtime::CLng(automation::call(*server, QStringLiteral("CheckSync")));
-    return state == InStep || state == Unreachable ? state : OutOfStep;
+    const double state = runtime::Val(automation::call(*server, QStringLiteral("CheckSync")));
+    return state == int(InStep) ? InStep : state == int(Unreachable) ? Unreachable : OutOfStep;
 }
 
 bool clsZelvoProductSale::resyncFromProductServer(const QString &callSign) const
