@@ -10,6 +10,7 @@
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
 #include "products/DealerPane.h"
 #include "products/IncomingPane.h"
 #include "products/ProductPane.h"
@@ -18,12 +19,9 @@
 #include "sales/OrderPane.h"
 #include "sales/RefundFlow.h"
 #include "sales/SaleEntryPane.h"
-#include "session/ProgramFolder.h"
 #include "session/modGlobalVars.h"
 #include "settings/GridLayouts.h"
 #include "settings/PropertiesPane.h"
-#include "settings/clsFormPosition.h"
-#include "settings/modFormLocate.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -36,9 +34,12 @@ QPointer<frmMain> defaultInstance;
 
 constexpr QSize designedSize{1280, 720};
 
-QString saleCaption(const QString &name)
+/// A host may end while the window is open. The database layer ends with the program, so the window and the lent
+/// connection go before it.
+void leaveWithProgram()
 {
-    return QStringLiteral("[") + name + QStringLiteral("]") + QStringLiteral("님의 판매관리");
+    delete defaultInstance.data();
+    gcnnMasterDB.reset();
 }
 
 } // namespace
@@ -63,12 +64,8 @@ frmMain::frmMain()
     setWindowTitle(QStringLiteral("물품판매관리"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
-    static const bool released = [] {
-        // The database layer of the toolkit ends with the program; the lent connection must be given back before.
-        qAddPostRoutine([] { gcnnMasterDB.reset(); });
-        return true;
-    }();
-    Q_UNUSED(released)
+    qRemovePostRoutine(leaveWithProgram); // one window after another: it runs once
+    qAddPostRoutine(leaveWithProgram);
     controls::installKoreanFonts();
     setFont(controls::deskFont());
     createPanes();
@@ -78,7 +75,11 @@ frmMain::frmMain()
     resize(designedSize);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain()
+{
+    runtime::Attempt attempt; // nobody is left to read a box
+    attempt([this] { unload(); });
+}
 
 void frmMain::createPanes()
 {
@@ -124,6 +125,10 @@ void frmMain::placePanes()
     c1tabMain_->setDocumentMode(true);
     setCentralWidget(c1tabMain_);
     controls::named(statusBar(), QStringLiteral("MainStatusBar"));
+    // Not a message of the bar: every menu that the mouse passes over would wipe that away.
+    statusText_ = new QLabel;
+    statusText_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(statusText_, 1);
 }
 
 void frmMain::connectPanes()
@@ -210,134 +215,10 @@ void frmMain::paintEntryColors()
     editModes_.paintEntryColors();
 }
 
-qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
-{
-    controls::runEvent([&] {
-        beginSession(cnnMasterDB, customer);
-        c1tabMain_->setCurrentIndex(SaleTabIndex);
-        openSaleRecordsets();
-        showStatus();
-        show();
-        raise();
-        activateWindow();
-        entryPane_->txtSaleProductLists(5)->setFocus();
-        restoreMainWindowLayout(*this, *saleTab_->columns());
-        repaint();
-    });
-    return 0;
-}
-
-qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
-{
-    controls::runEvent([&] {
-        beginSession(cnnMasterDB, customer);
-        openSaleRecordsets();
-        // This entry makes both lists twice. The grids are bound to the second ones: a grid that drove the first would
-        // delete the wrong order.
-        saleListPane_->createSaleProductLists();
-        orderPane_->createCustSaleMaster();
-        saleListPane_->loadSaleProductLists();
-        orderPane_->loadCustSaleMaster();
-        c1tabMain_->setCurrentIndex(ManageTabIndex);
-        showStatus();
-        centerFormOnScreen();
-        show();
-        raise();
-        activateWindow();
-        productPane_->grid()->setFocus();
-    });
-    return 0;
-}
-
-void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
-{
-    abandonEdits();
-    gcnnMasterDB = cnnMasterDB;
-    gstrAppPath = programFolder();
-    session_.customer = customer;
-    c1tabMain_->setTabText(SaleTabIndex, controls::literalCaption(saleCaption(customer.name)));
-    customerPane_->show(customer);
-}
-
-void frmMain::abandonEdits()
-{
-    // Texts typed for one customer must not be saved to another's order.
-    orderPane_->abandonEdit();
-    productPane_->abandonEdit();
-    incomingPane_->abandonEdit();
-    dealerPane_->abandonEdit();
-    const QString code = editModes_.current();
-    if (code.isEmpty())
-        return;
-    leaveEditMode(code);
-    paintEntryColors();
-}
-
-void frmMain::openSaleRecordsets()
-{
-    saleListPane_->createSaleProductLists();
-    saleListPane_->loadSaleProductLists();
-    orderPane_->createCustSaleMaster();
-    orderPane_->loadCustSaleMaster();
-    // Lines and ledger stay empty until an order is selected.
-    detailPane_->createCustSaleDetails();
-    detailPane_->loadCustSaleDetails(-1);
-    ledgerPane_->createCustTranManage();
-    ledgerPane_->loadCustTranManage(-1, -1);
-}
-
-void frmMain::showStatus()
-{
-    statusBar()->showMessage(session_.customer.name + QStringLiteral("님의 판매관리"));
-}
-
-void frmMain::centerFormOnScreen()
-{
-    clsFormPosition().CenterScreen(*this, 0);
-}
-
-void frmMain::tabChanged(int newTab)
-{
-    const int oldTab = std::exchange(currentTab_, newTab);
-    if (newTab == ManageTabIndex && gcnnMasterDB)
-        loadManagement();
-    // Product changes reach the sale tab, also over another tab on the way back.
-    saleListIsStale_ |= oldTab == ManageTabIndex;
-    if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false)) {
-        saleListPane_->requerySaleProductLists();
-        detailPane_->rebind();
-    }
-    if (newTab == StatisticsTabIndex)
-        statisticsPane_->showStatisticsTab();
-    if (newTab == PropertiesTabIndex)
-        propertiesPane_->loadProperties();
-}
-
-void frmMain::loadManagement()
-{
-    // Only on the first visit. The product list may have been made before by the properties, but nothing else.
-    if (!session_.rsProductIncoming) {
-        session_.rsProductIncoming = std::make_unique<ado::Recordset>();
-        productPane_->loadProductListsManager();
-    }
-    if (!session_.rsCompanyMaster) {
-        session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
-        dealerPane_->loadCompanyMaster();
-    }
-}
-
 void frmMain::closeEvent(QCloseEvent *event)
 {
     controls::runEvent([this] { unload(); });
     // A later entry in the same event-loop turn must not meet the window that is going.
     defaultInstance.clear();
     QMainWindow::closeEvent(event);
-}
-
-void frmMain::unload()
-{
-    saveMainWindowLayout(*this, saleTab_->wasShown() ? saleTab_->columns() : nullptr);
-    for (controls::RecordsetGrid *grid : findChildren<controls::RecordsetGrid *>())
-        grid->setDataSource(nullptr);
-    session_.release();
 }

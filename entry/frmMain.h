@@ -5,6 +5,7 @@
 #include "platform/controls/RecordsetGrid.h"
 #include "session/SaleSession.h"
 
+#include <QLabel>
 #include <QMainWindow>
 #include <QTabWidget>
 
@@ -63,16 +64,22 @@ private:
     void beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
     void abandonEdits();
     void openSaleRecordsets();
+    void showNoOrder();
+    void bringUp();
     void showStatus();
     void tabChanged(int newTab);
-    void loadManagement();
+    void visitManagement();
+    void forgetManagement();
+    /// Saves the layout and closes the recordsets, once.
     void unload();
 
     SaleSession session_;
     EditModes editModes_;
     QTabWidget *c1tabMain_ = nullptr;
+    QLabel *statusText_ = nullptr;
     int currentTab_ = SaleTabIndex;
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
+    bool unloaded_ = false;
 
     CustomerPane *customerPane_ = nullptr;
     SaleListPane *saleListPane_ = nullptr;

@@ -1,0 +1,190 @@
+#include "entry/frmMain.h"
+
+#include "entry/CustomerPane.h"
+#include "entry/SaleTab.h"
+#include "input/StatisticsPane.h"
+#include "money/LedgerPane.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/Named.h"
+#include "products/DealerPane.h"
+#include "products/IncomingPane.h"
+#include "products/ProductPane.h"
+#include "products/SaleListPane.h"
+#include "sales/DetailPane.h"
+#include "sales/OrderPane.h"
+#include "sales/SaleEntryPane.h"
+#include "session/ProgramFolder.h"
+#include "session/modGlobalVars.h"
+#include "settings/PropertiesPane.h"
+#include "settings/clsFormPosition.h"
+#include "settings/modFormLocate.h"
+
+#include <QScopeGuard>
+
+#include <utility>
+
+// One customer's session in the window: the two entries, what they load, what each tab loads, and the end of it all.
+
+namespace {
+
+QString saleCaption(const QString &name)
+{
+    return QStringLiteral("[") + name + QStringLiteral("]") + QStringLiteral("님의 판매관리");
+}
+
+} // namespace
+
+qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    controls::runEvent([&] {
+        beginSession(cnnMasterDB, customer);
+        c1tabMain_->setCurrentIndex(SaleTabIndex);
+        openSaleRecordsets();
+        showStatus();
+        bringUp();
+        entryPane_->txtSaleProductLists(5)->setFocus();
+        restoreMainWindowLayout(*this, *saleTab_->columns());
+        repaint();
+    });
+    return 0;
+}
+
+qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    controls::runEvent([&] {
+        beginSession(cnnMasterDB, customer);
+        openSaleRecordsets();
+        // This entry makes both lists twice. The grids are bound to the second ones: a grid that drove the first would
+        // delete the wrong order.
+        saleListPane_->createSaleProductLists();
+        orderPane_->createCustSaleMaster();
+        saleListPane_->loadSaleProductLists();
+        orderPane_->loadCustSaleMaster();
+        showNoOrder();
+        c1tabMain_->setCurrentIndex(ManageTabIndex);
+        visitManagement();
+        showStatus();
+        centerFormOnScreen();
+        bringUp();
+        productPane_->grid()->setFocus();
+    });
+    return 0;
+}
+
+void frmMain::bringUp()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    abandonEdits();
+    if (gcnnMasterDB != cnnMasterDB)
+        forgetManagement();
+    gcnnMasterDB = cnnMasterDB;
+    gstrAppPath = programFolder();
+    session_.customer = customer;
+    c1tabMain_->setTabText(SaleTabIndex, controls::literalCaption(saleCaption(customer.name)));
+    customerPane_->show(customer);
+}
+
+void frmMain::abandonEdits()
+{
+    // Texts typed for one customer must not be saved to another's order.
+    orderPane_->abandonEdit();
+    productPane_->abandonEdit();
+    incomingPane_->abandonEdit();
+    dealerPane_->abandonEdit();
+    const QString code = editModes_.current();
+    if (code.isEmpty())
+        return;
+    leaveEditMode(code);
+    paintEntryColors();
+}
+
+void frmMain::openSaleRecordsets()
+{
+    saleListPane_->createSaleProductLists();
+    saleListPane_->loadSaleProductLists();
+    orderPane_->createCustSaleMaster();
+    orderPane_->loadCustSaleMaster();
+    detailPane_->createCustSaleDetails();
+    ledgerPane_->createCustTranManage();
+    showNoOrder();
+}
+
+/// Lines and ledger stay empty until an order is selected.
+void frmMain::showNoOrder()
+{
+    detailPane_->loadCustSaleDetails(-1);
+    ledgerPane_->loadCustTranManage(-1, -1);
+}
+
+void frmMain::showStatus()
+{
+    statusText_->setText(session_.customer.name + QStringLiteral("님의 판매관리"));
+}
+
+void frmMain::centerFormOnScreen()
+{
+    clsFormPosition().CenterScreen(*this, 0);
+}
+
+void frmMain::tabChanged(int newTab)
+{
+    const int oldTab = std::exchange(currentTab_, newTab);
+    if (newTab == ManageTabIndex)
+        visitManagement();
+    // Product changes reach the sale tab, also over another tab on the way back.
+    saleListIsStale_ |= oldTab == ManageTabIndex;
+    if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false)) {
+        saleListPane_->requerySaleProductLists();
+        detailPane_->rebind();
+    }
+    if (newTab == StatisticsTabIndex)
+        statisticsPane_->showStatisticsTab();
+    if (newTab == PropertiesTabIndex)
+        propertiesPane_->loadProperties();
+}
+
+/// The first visit with a connection makes the lists. The product list may have been made before by the properties, but
+/// nothing else.
+void frmMain::visitManagement()
+{
+    if (!gcnnMasterDB)
+        return;
+    if (!session_.rsProductIncoming) {
+        session_.rsProductIncoming = std::make_unique<ado::Recordset>();
+        productPane_->loadProductListsManager();
+    }
+    if (!session_.rsCompanyMaster) {
+        session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
+        dealerPane_->loadCompanyMaster();
+    }
+}
+
+/// A host that comes with another connection sees that one's lists.
+void frmMain::forgetManagement()
+{
+    for (controls::RecordsetGrid *grid : {productPane_->grid(), incomingPane_->grid(), dealerPane_->grid()})
+        grid->setDataSource(nullptr);
+    for (SaleSession::RecordsetPtr *recordset :
+         {&session_.rsSaleProductListsManager, &session_.rsProductIncoming, &session_.rsCompanyMaster})
+        recordset->reset();
+}
+
+void frmMain::unload()
+{
+    if (std::exchange(unloaded_, true))
+        return;
+    // Also when the layout cannot be saved.
+    const auto release = qScopeGuard([this] {
+        for (controls::RecordsetGrid *grid : findChildren<controls::RecordsetGrid *>())
+            grid->setDataSource(nullptr);
+        session_.release();
+    });
+    saveMainWindowLayout(*this, saleTab_->wasShown() ? saleTab_->columns() : nullptr);
+}
