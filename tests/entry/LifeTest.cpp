@@ -1,0 +1,265 @@
+#include "tests/entry/EntryDesk.h"
+
+#include <QHeaderView>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QSplitter>
+#include <QTimer>
+#include <QTreeWidget>
+
+namespace {
+
+class Life : public EntryDesk
+{
+protected:
+    explicit Life(bool withTables = true)
+        : EntryDesk(withTables)
+    {
+    }
+
+    static QString setting(const char *key)
+    {
+        return registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QLatin1String(key));
+    }
+};
+
+class LifeWithoutTables : public Life
+{
+protected:
+    LifeWithoutTables()
+        : Life(false)
+    {
+    }
+};
+
+/// Works every control of the window as a curious hand does; dialogs and menus that open are closed again.
+class CuriousHand
+{
+public:
+    CuriousHand()
+    {
+        QObject::connect(&closer_, &QTimer::timeout, [] {
+            if (QWidget *popup = QApplication::activePopupWidget())
+                popup->close();
+            else if (QWidget *dialog = QApplication::activeModalWidget())
+                dialog->close();
+        });
+        closer_.start(5);
+    }
+
+    void workAll(QWidget *window)
+    {
+        auto *tabs = window->findChild<QTabWidget *>(QStringLiteral("c1tabMain"));
+        for (int tab : {0, 1, 0, 2, 3, 1, 0}) {
+            tabs->setCurrentIndex(tab);
+            // Fields first: what is typed meets the buttons.
+            for (QWidget *control : window->findChildren<QWidget *>())
+                workField(control);
+            for (auto *button : window->findChildren<QAbstractButton *>()) {
+                if (!button->isVisible() || !button->isEnabled())
+                    continue;
+                QTest::mouseClick(button, Qt::LeftButton);
+                ++clicks;
+            }
+            QCoreApplication::processEvents();
+        }
+    }
+
+    int clicks = 0;
+
+private:
+    static void workField(QWidget *control)
+    {
+        if (!control->isVisible() || !control->isEnabled())
+            return;
+        if (auto *grid = qobject_cast<QTableView *>(control)) {
+            QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
+            QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
+            QTest::mouseClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Space, Qt::Key_Return, Qt::Key_Delete, Qt::Key_Escape})
+                QTest::keyClick(grid, key);
+        } else if (auto *tree = qobject_cast<QTreeWidget *>(control)) {
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_End, Qt::Key_Return})
+                QTest::keyClick(tree, key);
+        } else if (qobject_cast<QLineEdit *>(control) || qobject_cast<QPlainTextEdit *>(control)
+                   || qobject_cast<QComboBox *>(control)) {
+            for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Minus, Qt::Key_7, Qt::Key_Down, Qt::Key_Return})
+                QTest::keyClick(control, key);
+        }
+    }
+
+    QTimer closer_;
+};
+
+} // namespace
+
+TEST_F(Life, ClosingKeepsTheLayoutAndGivesEverythingBackButTheConnection)
+{
+    fillShop();
+    const long lent = database_.connection().use_count();
+    sell();
+    choose("tdbCustSaleMaster", 0);
+    tabs()->setCurrentIndex(1);
+    tabs()->setCurrentIndex(0);
+    EXPECT_GT(database_.connection().use_count(), lent + 1);
+    auto *columns = at<QSplitter>("c1elaMain");
+    QList<int> widths = columns->sizes();
+    widths[0] += 40;
+    widths[1] -= 40;
+    columns->setSizes(widths);
+    widths = columns->sizes();
+    window()->move(31, 17);
+    close();
+
+    EXPECT_FALSE(window()) << "the window is gone, not hidden";
+    EXPECT_EQ(database_.connection().use_count(), lent + 1) << "only the session's own hold is left";
+    database_.connection()->Execute(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_ETCMemo = '열려 있음'"));
+    EXPECT_EQ(setting("ColWidth_0").toInt(), widths[0]);
+    EXPECT_EQ(setting("FormPos_x") + u' ' + setting("FormPos_y"), QStringLiteral("31 17"));
+
+    // The sale comes back as it was left, the management entry does not.
+    sell();
+    EXPECT_EQ(at<QSplitter>("c1elaMain")->sizes(), widths);
+    close();
+    manage();
+    EXPECT_NE(at<QSplitter>("c1elaMain")->sizes(), widths);
+    EXPECT_NE(window()->pos(), QPoint(31, 17));
+    EXPECT_EQ(said(), "");
+}
+
+TEST_F(Life, OpensAgainAtOnceAfterClosing)
+{
+    fillShop();
+    sell();
+    const QPointer<QWidget> first = window();
+    first->close(); // the window is going, but not gone: the event loop has not turned
+    QVariantList again = arguments();
+    automation::call(*sale_, QStringLiteral("showProductSale"), again);
+    int visible = 0;
+    for (const QWidget *one : QApplication::topLevelWidgets())
+        visible += one->objectName() == QLatin1String("frmMain") && one->isVisible();
+    EXPECT_EQ(visible, 1);
+    settle();
+    EXPECT_FALSE(first);
+    ASSERT_TRUE(isUp());
+    EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 2);
+}
+
+TEST_F(Life, OutlivesTheObjectThatOpenedIt)
+{
+    fillShop();
+    sell();
+    sale_.reset();
+    settle();
+    ASSERT_TRUE(isUp());
+    choose("tdbCustSaleMaster", 0);
+    EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 1);
+}
+
+TEST_F(Life, SurvivesEveryControl)
+{
+    const auto workThrough = [this](const char *what) {
+        SCOPED_TRACE(what);
+        CuriousHand hand;
+        hand.workAll(window());
+        EXPECT_TRUE(isUp());
+        EXPECT_EQ(boxes_.texts().filter(QStringLiteral("내부 오류")).join(u'\n').toStdString(), "");
+        EXPECT_GT(hand.clicks, 40);
+        close();
+    };
+    QVariantList nobody = arguments();
+    nobody[0] = QVariant();
+    call("showProductSale", nobody);
+    workThrough("an entry without a connection");
+    EXPECT_FALSE(call("Foo").isValid());
+    EXPECT_TRUE(isUp());
+    workThrough("the bare window");
+    sell();
+    workThrough("an empty shop");
+    manage();
+    boxes_.answers.assign(1000, controls::Answer::Yes);
+    workThrough("an empty shop, every question answered with yes");
+    fillShop();
+    sell({.key = 99});
+    workThrough("a customer without orders");
+    sell();
+    boxes_.answers.assign(1000, controls::Answer::Yes);
+    workThrough("a shop at work");
+}
+
+TEST_F(LifeWithoutTables, SurvivesEveryControl)
+{
+    for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
+        enter(entry);
+        CuriousHand hand;
+        hand.workAll(window());
+        EXPECT_TRUE(isUp());
+        EXPECT_EQ(boxes_.texts().filter(QStringLiteral("내부 오류")).join(u'\n').toStdString(), "");
+        close();
+    }
+}
+
+TEST_F(Life, OpensWhatItCanWhenATableCannotBeRead)
+{
+    const QString title = QStringLiteral("데이터 가져오기: ");
+    const struct
+    {
+        const char *table;
+        QString box;
+    } cases[] = {
+        {"tPSProductMaster", title + QStringLiteral("물품 목록을 가져오지 못했습니다.")},
+        {"tPSOrderMaster", title + QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다.")},
+        {"tPSOrderDetail", title + QStringLiteral("판매 디테일 정보를 가져오지 못했습니다.")},
+        {"tPSTransaction", title + QStringLiteral("수납 정보를 가져오지 못했습니다.")},
+        {"t_HospSetup",
+         QStringLiteral("물품판매 중앙서버연동 호출기호 확인: 데이터베이스 접속에 오류가 발생했습니다. 데이터베이스\r접속을 "
+                        "확인하시고 다시 시도해 주십시오. 오류가 지속되면\r개발사로 문의하시기 바랍니다.")},
+    };
+    for (const auto &c : cases) {
+        for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
+            SCOPED_TRACE(std::string(c.table) + ", " + entry);
+            TestDatabase broken(ado::Engine::SQLite);
+            broken.run(QStringLiteral("DROP TABLE ") + QLatin1String(c.table));
+            QVariantList patient = arguments();
+            patient[0] = QVariant::fromValue(broken.connection());
+            boxes_.messages.clear();
+            EXPECT_EQ(call(entry, patient).toInt(), 0);
+            EXPECT_TRUE(isUp());
+            ASSERT_FALSE(boxes_.messages.isEmpty());
+            for (const MessageRecorder::Message &box : std::as_const(boxes_.messages)) {
+                EXPECT_EQ((box.title + QStringLiteral(": ") + box.text).toStdString(), c.box.toStdString());
+                EXPECT_EQ(box.flags & 0xF, controls::ConfirmOnly);
+            }
+            close();
+        }
+    }
+}
+
+TEST_F(Life, EndsWithAHostThatDoesNotWaitForIt)
+{
+    fillShop();
+    int round = 0;
+    for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
+        for (const char *way : {"quit", "loop ends", "return", "exit", "object first", "connection first"}) {
+            SCOPED_TRACE(std::string(entry) + ", " + way);
+            const QString store = folder_.filePath(QStringLiteral("host-%1").arg(++round));
+            ASSERT_TRUE(QDir().mkpath(store));
+            QProcess host;
+            host.setProcessChannelMode(QProcess::MergedChannels);
+            QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
+            surroundings.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.path());
+            host.setProcessEnvironment(surroundings);
+            host.start(besideTest("test_leaving_host"), {QLatin1String(way), database_.address(), store, QLatin1String(entry)});
+            ASSERT_TRUE(host.waitForFinished(60'000));
+            EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
+            EXPECT_EQ(host.exitCode(), 0);
+            QStringList complaints = QString::fromUtf8(host.readAll()).split(u'\n', Qt::SkipEmptyParts);
+            complaints.removeIf([](const QString &line) { return line.startsWith(u"This plugin does not support"); });
+            EXPECT_EQ(complaints.join(u'\n').toStdString(), "");
+            if (std::string(way) == "exit")
+                continue; // nothing runs any more
+            registry::setStoreFolder(store);
+            EXPECT_NE(setting("FormWidth").toInt(), 0) << "the layout is kept";
+        }
+    }
+}

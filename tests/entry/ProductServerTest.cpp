@@ -1,0 +1,144 @@
+#include "tests/entry/EntryDesk.h"
+
+#include "input/PaneContract.h"
+#include "platform/runtime/RuntimeError.h"
+
+using runtime::ErrorNumber;
+using runtime::RuntimeError;
+
+namespace {
+
+constexpr const char *entries[] = {"showProductSale", "showProductSaleManage"};
+
+constexpr const char *resyncFailed = "물품연동: 물품 연동에 실패했습니다. 프로그램을 종료합니다.";
+constexpr const char *unreachable
+    = "물품관리서버연결: 물품관리서버와의 연결을 실패했습니다. 프로그램을 프로그램을 종료합니다.";
+constexpr const char *checkedOnce = "created CheckSync released";
+constexpr const char *resynced = "created CheckSync released created ResyncFromServer released";
+
+class CentralServer : public EntryDesk
+{
+protected:
+    CentralServer() { fillShop(); }
+
+    void script(const QVariant &sync, bool resync, const char *failing = "", int refuseFrom = 1000)
+    {
+        QVariantList arguments{sync, resync, QLatin1String(failing), refuseFrom};
+        automation::call(*control_, QStringLiteral("Script"), arguments);
+    }
+    std::string log() { return automation::call(*control_, QStringLiteral("Log")).toString().toStdString(); }
+
+    /// Whether the last entry left the product list to a central server: a window loaded from then on has the three
+    /// product buttons out of reach. Leaves no window.
+    bool linked()
+    {
+        close();
+        call("Foo");
+        int enabled = 0;
+        for (int index = 0; index < 3; ++index)
+            enabled += at(QStringLiteral("chkCmdProdSaleAddEdiDel_%1").arg(index))->isEnabled();
+        EXPECT_TRUE(enabled == 0 || enabled == 3);
+        close();
+        return enabled == 0;
+    }
+
+    automation::ObjectPtr control_ = automation::createObject(QStringLiteral("testCentral.Control"));
+};
+
+} // namespace
+
+TEST_F(CentralServer, DecidesWhetherTheWindowOpens)
+{
+    const QString server = QStringLiteral("testCentral.Server");
+    const struct
+    {
+        const char *what;
+        QString callSign;
+        QVariant sync;
+        bool resync;
+        int refuseFrom;
+        const char *log;
+        const char *box;
+        bool opens;
+    } cases[] = {
+        {"no server named", "", 0, false, 1000, "", "", true},
+        {"nobody of that name", "testCentral.Nowhere", 1, true, 1000, "", "", false},
+        {"cannot be created", server, 1, true, 1, "", "", false},
+        {"in step", server, 1, false, 1000, checkedOnce, "", true},
+        {"out of step, brought into it", server, 0, true, 1000, resynced, "", true},
+        {"out of step for good", server, 0, false, 1000, resynced, resyncFailed, false},
+        {"gone before the resync", server, 0, true, 2, checkedOnce, resyncFailed, false},
+        {"unreachable", server, -1, true, 1000, checkedOnce, unreachable, false},
+        {"an unknown answer counts as out of step", server, 5, true, 1000, resynced, "", true},
+        {"so does one that looks like a failed creation", server, -2, false, 1000, resynced, resyncFailed, false},
+        {"and an empty one", server, QVariant(), true, 1000, resynced, "", true},
+    };
+    for (const char *entry : entries) {
+        for (const auto &c : cases) {
+            SCOPED_TRACE(std::string(entry) + ", " + c.what);
+            nameProductServer(c.callSign);
+            script(c.sync, c.resync, "", c.refuseFrom);
+            boxes_.messages.clear();
+            enter(entry);
+            EXPECT_EQ(isUp(), c.opens);
+            EXPECT_EQ(log(), c.log);
+            EXPECT_EQ(said(), c.box);
+            for (const MessageRecorder::Message &box : std::as_const(boxes_.messages))
+                EXPECT_EQ(box.flags, controls::InformationIcon);
+            EXPECT_EQ(linked(), !c.callSign.isEmpty()) << "the name alone makes the link";
+        }
+    }
+}
+
+TEST_F(CentralServer, ReachesTheHostWithItsOwnErrorsAlone)
+{
+    const struct
+    {
+        const char *failing;
+        const char *log;
+    } cases[] = {{"CheckSync", "created CheckSync released"},
+                 {"ResyncFromServer", "created CheckSync released created ResyncFromServer released"}};
+    nameProductServer(QStringLiteral("testCentral.Server"));
+    for (const char *entry : entries) {
+        for (const auto &c : cases) {
+            SCOPED_TRACE(std::string(entry) + ", " + c.failing);
+            script(0, true, c.failing);
+            try {
+                call(entry, arguments());
+                ADD_FAILURE() << "nothing was raised";
+            } catch (const RuntimeError &error) {
+                EXPECT_EQ(error.number(), ErrorNumber::ConnectionLost);
+                EXPECT_EQ(error.description(), QLatin1String(c.failing) + QStringLiteral(" 중에 끊겼습니다."));
+            }
+            EXPECT_EQ(log(), c.log) << "the server is let go all the same";
+            EXPECT_FALSE(isUp());
+            EXPECT_TRUE(linked());
+        }
+    }
+    EXPECT_EQ(said(), "");
+
+    // The next call starts afresh.
+    script(1, false);
+    sell();
+    EXPECT_TRUE(isUp());
+}
+
+TEST_F(CentralServer, KeepsTheProductListWhateverIsEdited)
+{
+    nameProductServer(QStringLiteral("testCentral.Server"));
+    script(1, false);
+    for (const char *entry : entries) {
+        enter(entry);
+        auto *shell = dynamic_cast<PaneShell *>(window());
+        ASSERT_TRUE(shell);
+        for (const char *code : {"00", "02", "10", "11", "12"}) {
+            shell->enterEditMode(QLatin1String(code));
+            shell->leaveEditMode(QLatin1String(code));
+            for (int index = 0; index < 3; ++index) {
+                const QWidget *button = at(QStringLiteral("chkCmdProdSaleAddEdiDel_%1").arg(index));
+                EXPECT_FALSE(button->isEnabled() || button->isHidden()) << entry << ", " << code << ", " << index;
+            }
+        }
+        close();
+    }
+}

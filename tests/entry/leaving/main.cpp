@@ -1,0 +1,68 @@
+#include "platform/ado/Connection.h"
+#include "platform/automation/Automation.h"
+#include "platform/registry/AppSettings.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QApplication>
+#include <QDate>
+#include <QTextStream>
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace {
+
+struct Desk
+{
+    ado::ConnectionPtr connection;
+    automation::ObjectPtr sale;
+};
+
+Desk openSale(const QStringList &words)
+{
+    automation::classRegister::setFile(words.at(3) + QStringLiteral("/classes.ini"));
+    registry::setStoreFolder(words.at(3));
+    automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath() + QStringLiteral("/prjZelvoProductSale"));
+    Desk desk{ado::Connection::open(words.at(2)),
+              automation::createObject(QStringLiteral("prjZelvoProductSale.clsZelvoProductSale"))};
+    QVariantList patient{QVariant::fromValue(desk.connection), 7, QStringLiteral("남궁보람"), QString(), true, QDate(1980, 5, 7),
+                         QString(), QString(), QString(), QString()};
+    automation::call(*desk.sale, words.at(4), patient);
+    return desk;
+}
+
+int leave(const QString &way, QApplication &application, Desk &desk)
+{
+    QCoreApplication::processEvents();
+    if (way == QLatin1String("return"))
+        return 0;
+    if (way == QLatin1String("object first"))
+        desk.sale.reset();
+    if (way == QLatin1String("connection first"))
+        desk.connection.reset();
+    QTimer::singleShot(0, &application, [&application, way] {
+        if (way == QLatin1String("exit"))
+            std::exit(0);
+        if (way == QLatin1String("loop ends"))
+            application.exit(0);
+        else
+            QApplication::quit();
+    });
+    return application.exec();
+}
+
+} // namespace
+
+/// WAY ADDRESS FOLDER ENTRY: opens the sale and ends in that way; the folder holds class register and settings.
+int main(int argc, char **argv)
+{
+    try {
+        QApplication application(argc, argv);
+        const QStringList words = QApplication::arguments();
+        Desk desk = openSale(words);
+        return leave(words.at(1), application, desk);
+    } catch (const runtime::RuntimeError &error) {
+        QTextStream(stderr) << error.description() << Qt::endl;
+        return 1;
+    }
+}
