@@ -91,7 +91,9 @@ TEST_F(HostExample, SaysWhyItCannotStart)
 
 TEST_F(HostExample, OpensTheSaleAsOftenAsAskedAndEndsWithItsOwnWindow)
 {
-    person = [] {
+    bool acted = false;
+    person = [&acted] {
+        acted = true;
         QPushButton *desk = deskButton();
         ASSERT_TRUE(desk);
         for (int visit = 0; visit < 2; ++visit) {
@@ -107,6 +109,7 @@ TEST_F(HostExample, OpensTheSaleAsOftenAsAskedAndEndsWithItsOwnWindow)
         desk->close(); // the sale window is open: the host ends all the same
     };
     EXPECT_EQ(run(address_), 0);
+    EXPECT_TRUE(acted);
 }
 
 int main(int argc, char **argv)
