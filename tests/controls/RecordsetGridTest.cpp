@@ -56,6 +56,24 @@ TEST_F(BoundGrid, ValueItemsTranslateNullAndEmptyApart)
     EXPECT_TRUE(cell(2, 1).data(Qt::ForegroundRole).isValid()) << "whole-won columns go red as well";
 }
 
+TEST_F(BoundGrid, BehindTheLastRowAKeyStartsFromTheTop)
+{
+    makeOrders(2);
+    open();
+    show();
+    const std::pair<Qt::Key, int> steps[] = {{Qt::Key_Down, 1}, {Qt::Key_Up, 1}, {Qt::Key_End, 2}};
+    for (const auto &[step, order] : steps) {
+        orders_.moveTo(2);
+        grid_.clearFocus();
+        grid_.setFocus();
+        EXPECT_THAT(selected(), IsEmpty());
+        EXPECT_FALSE(orders_.hasCurrent());
+        key(step);
+        EXPECT_EQ(currentKey(), order);
+        EXPECT_THAT(selected(), ElementsAre(order - 1));
+    }
+}
+
 TEST_F(BoundGrid, NoRowShowsAsSelectedUntilTheUserTakesOne)
 {
     makeOrders(5);
