@@ -7,6 +7,13 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+namespace {
+
+// Panels one above the other are equally wide, so that their edges line up.
+constexpr int panelCharacters = 26;
+
+} // namespace
+
 void addFormRow(QGridLayout *form, int row, int column, const QString &caption, QWidget *control, int columnSpan)
 {
     auto *label = new QLabel(caption);
@@ -70,6 +77,7 @@ void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *p
     if (strip)
         besideLayout->addWidget(strip);
     besideLayout->addWidget(panel, 1);
+    beside->setMinimumWidth(panelCharacters * pane->fontMetrics().averageCharWidth());
 
     auto *split = new QSplitter(Qt::Horizontal);
     split->setChildrenCollapsible(false);

@@ -50,8 +50,8 @@ IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *pare
     connectButtons();
     layOutListAndPanel(this, sspProductIncoming_[0], elTranMnu_, sspProductIncoming_[1]);
     setTabChain({tdbProductIncoming_, chkcmdIncomingAED_[0], chkcmdIncomingAED_[1], chkcmdIncomingAED_[2], txtIncCount_,
-                 txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, txtIncCompanyName_,
-                 chkCmdIncSelectCompany_, dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
+                 txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, chkCmdIncSelectCompany_,
+                 txtIncCompanyName_, dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
     resetPane();
 }
 
@@ -130,7 +130,7 @@ void IncomingPane::fillPanel()
     const QVariant date = incoming[QStringLiteral("IN_Date")];
     if (!runtime::isNull(date))
         dtpIncDate_->setDate(date.toDate());
-    controls::showText(txtIncCompanyName_, getCompanyName(runtime::CLng(valOf(incoming[QStringLiteral("CM_PK")]))));
+    showCompany(getCompanyName(runtime::CLng(valOf(incoming[QStringLiteral("CM_PK")]))));
 }
 
 void IncomingPane::resetPane()
@@ -140,7 +140,7 @@ void IncomingPane::resetPane()
     txtIncPricePerUnit_->setText(zero);
     txtIncHalinTotal_->setText(zero);
     txtIncPriceTotal_->setText(zero);
-    txtIncCompanyName_->clear();
+    showCompany(QString());
     txtIncCompanyName_->setProperty("Tag", QString());
     txtIncMemo_->clear();
     dtpIncDate_->setDate(QDate::currentDate());
@@ -247,5 +247,11 @@ void IncomingPane::selectDealer()
 void IncomingPane::insFrmCompanySelect_evtDealerSelected(qint32 lngCMPK, const QString &strName)
 {
     txtIncCompanyName_->setProperty("Tag", QString::number(lngCMPK));
+    showCompany(strName);
+}
+
+void IncomingPane::showCompany(const QString &strName)
+{
     controls::showText(txtIncCompanyName_, strName);
+    txtIncCompanyName_->setToolTip(strName); // a long one is read there to its end
 }

@@ -60,6 +60,7 @@ private:
     void saveIncoming();
     void endEdit();
     void selectDealer();
+    void showCompany(const QString &strName);
     void recalculateTotal();
     void stepCount(int by);
     bool inEdit() const { return !chkcmdIncomingSave_.first()->isHidden(); }

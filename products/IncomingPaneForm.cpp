@@ -16,10 +16,10 @@ std::vector<GridColumn> incomingColumns()
     return {
         {QStringLiteral("PM_PK"), QStringLiteral("PM_PK"), Kind::Number, 60, false},
         {QStringLiteral("CM_PK"), QStringLiteral("CM_PK"), Kind::Number, 60, false},
-        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number, 65},
-        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money, 80},
-        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money, 90},
-        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date, 85},
+        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number, 60},
+        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money, 66},
+        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money, 78},
+        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date, 78},
         {QStringLiteral("IN_HalinTotal"), QStringLiteral("할인가격"), Kind::Money, 80},
         {QStringLiteral("IN_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
     };
@@ -80,8 +80,9 @@ QGridLayout *IncomingPane::makeFields()
     addFormRow(form, 1, 0, QStringLiteral("개당가격:"), txtIncPricePerUnit_);
     addFormRow(form, 2, 0, QStringLiteral("할인총액:"), txtIncHalinTotal_);
     addFormRow(form, 3, 0, QStringLiteral("총액:"), txtIncPriceTotal_);
-    addFormRow(form, 4, 0, QStringLiteral("거래처: "), txtIncCompanyName_);
-    form->addWidget(chkCmdIncSelectCompany_, 4, 2);
+    // Above the name that it brings, which takes the whole width: names of firms are long.
+    form->addWidget(chkCmdIncSelectCompany_, 3, 2);
+    addFormRow(form, 4, 0, QStringLiteral("거래처: "), txtIncCompanyName_, 2);
     addFormRow(form, 5, 0, QStringLiteral("날짜:"), dtpIncDate_);
     addFormRow(form, 6, 0, QStringLiteral("메모: "), txtIncMemo_, 2);
     form->setColumnStretch(1, 1);

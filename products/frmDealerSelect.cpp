@@ -140,7 +140,9 @@ void frmDealerSelect::placeBeside(const QWidget &hWnd)
     qint32 y = 0;
     position.GetScreenPosition(hWnd, x, y);
     const QPoint place = position.pixelsFromTwips(*this, x + rightOfControl, y + belowControl);
-    move(place.x(), place.y() - frameSize().height());
+    const QWidget *owner = hWnd.window();
+    const int caption = owner->frameSize().height() - owner->height(); // the dialog's own comes with its showing
+    move(place.x(), place.y() - height() - caption);
     keepOnScreen(*this);
 }
 

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QScreen>
@@ -94,14 +95,37 @@ void Actor::clickRow(QTableView *grid, int row)
     settle();
 }
 
+void Actor::clickCell(QTableView *grid, const QString &text)
+{
+    for (int column = 0; column < grid->model()->columnCount(); ++column) {
+        const QModelIndexList found = grid->model()->match(grid->model()->index(0, column), Qt::DisplayRole, text, 1,
+                                                           Qt::MatchExactly | Qt::MatchCaseSensitive);
+        if (grid->isColumnHidden(column) || found.isEmpty())
+            continue;
+        grid->scrollTo(found.first());
+        const QPoint inViewport = grid->visualRect(found.first()).center();
+        QTest::mouseClick(handleOf(grid), Qt::LeftButton, {}, grid->viewport()->mapTo(grid->window(), inViewport));
+        settle();
+        return;
+    }
+    throw Astray(QStringLiteral("'%1' does not show '%2'").arg(grid->objectName(), text));
+}
+
 void Actor::typeInto(QWidget *field, const QString &text)
 {
     click(field);
     auto *line = qobject_cast<QLineEdit *>(field);
     if (line)
         line->selectAll();
-    for (const QChar &character : text)
-        QTest::keyClick(handleOf(field), character.toLatin1());
+    for (const QChar &character : text) {
+        if (character.unicode() < 0x80) {
+            QTest::keyClick(handleOf(field), character.toLatin1());
+            continue;
+        }
+        QInputMethodEvent syllable;
+        syllable.setCommitString(character);
+        QCoreApplication::sendEvent(field, &syllable);
+    }
     settle();
 }
 

@@ -46,7 +46,9 @@ public:
     void click(QWidget *control);
     /// Clicks the first visible cell of a row.
     void clickRow(QTableView *grid, int row);
-    /// Puts the focus there, selects what stands there and types over it.
+    /// Clicks the first visible cell that shows this text. Raises Astray.
+    void clickCell(QTableView *grid, const QString &text);
+    /// Puts the focus there, selects what stands there and types over it; Hangul comes as from an input method.
     void typeInto(QWidget *field, const QString &text);
     void press(QWidget *window, Qt::Key key);
 

@@ -1,8 +1,9 @@
 #include "host/walk/Road.h"
 
+#include "host/walk/Shop.h"
+
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTabWidget>
 
 namespace walk {
 
@@ -90,14 +91,7 @@ void sellInWindow(Actor &actor, QWidget *sale)
     actor.picture(QStringLiteral("money-taken"), sale);
     actor.say(QStringLiteral("수납이 기록되었습니다. 미수금 %1").arg(shown(actor, sale, QStringLiteral("txtOrderMaster_7"))));
 
-    auto *tabs = actor.control<QTabWidget>(sale, QStringLiteral("c1tabMain"));
-    for (int tab = 1; tab < tabs->count(); ++tab) {
-        if (tab == 2)
-            continue; // starts reports that are components of their own
-        tabs->setCurrentIndex(tab);
-        actor.picture(QStringLiteral("tab-%1").arg(tab), sale);
-    }
-    tabs->setCurrentIndex(0);
+    keepShopInWindow(actor, sale);
     actor.say(QStringLiteral("판매 창을 닫습니다."));
     sale->close();
     settle();

@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QHeaderView>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -30,10 +31,17 @@ struct Grid : controls::RecordsetGrid
                     {.field = QStringLiteral("c"), .caption = QStringLiteral("다"), .width = designedWidth}});
         keepGridLayout(*this);
     }
-    void resizeByUser(bool byUser = true)
+    void resizeByUser()
     {
-        horizontalHeader()->resizeSection(0, usersWidth);
-        emit layoutChanged(byUser);
+        resize(600, 120);
+        show();
+        QWidget *header = horizontalHeader()->viewport();
+        const QPoint edge(designedWidth - 2, header->height() / 2);
+        const QPoint wider = edge + QPoint(usersWidth - designedWidth, 0);
+        QTest::mousePress(header, Qt::LeftButton, {}, edge);
+        QTest::mouseMove(header, (edge + wider) / 2);
+        QTest::mouseMove(header, wider);
+        QTest::mouseRelease(header, Qt::LeftButton, {}, wider);
     }
     int width() const { return horizontalHeader()->sectionSize(0); }
 };
@@ -67,7 +75,7 @@ TEST_F(KeptLayouts, AreSavedBesideTheProgramWhenTheUserChangesThem)
 {
     for (qsizetype i = 0; i < gridNames.size(); ++i) {
         Grid grid(gridNames[i]);
-        grid.resizeByUser(false);
+        emit grid.layoutChanged(false);
         EXPECT_EQ(stored(), layoutFiles.first(i));
         grid.resizeByUser();
         EXPECT_EQ(stored(), layoutFiles.first(i + 1));
