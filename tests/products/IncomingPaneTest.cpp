@@ -169,6 +169,7 @@ TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherPr
     window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
     window().products->loadProductListsManager(true);
     EXPECT_EQ(window().text("txtIncCompanyName"), "한약방");
+    EXPECT_EQ(window().text("txtProSaleInfo_1"), "나복자");
     window().push("chkcmdIncomingSave_0");
     EXPECT_THAT(purchases(), ElementsAre("2|1|1|0"));
 
