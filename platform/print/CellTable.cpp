@@ -1,0 +1,88 @@
+#include "platform/print/CellTable.h"
+
+#include "platform/runtime/RuntimeError.h"
+
+namespace print {
+
+namespace {
+
+std::size_t checkedIndex(int number, std::size_t count, const QString &what)
+{
+    if (number < 1 || std::size_t(number) > count)
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("표에 없는 %1입니다: %2").arg(what).arg(number));
+    return std::size_t(number) - 1;
+}
+
+} // namespace
+
+CellTable::CellTable(int rows, int columns, double rowHeight)
+    : rows_(std::size_t(rows), Row{rowHeight, std::vector<Cell>(std::size_t(columns))})
+    , columnWidths_(std::size_t(columns), 0)
+    , rowHeight_(rowHeight)
+{
+}
+
+int CellTable::appendRow()
+{
+    rows_.push_back({rowHeight_, std::vector<Cell>(columnWidths_.size())});
+    return rowCount();
+}
+
+void CellTable::setColumnWidth(int column, double mm)
+{
+    columnWidths_[checkedIndex(column, columnWidths_.size(), QStringLiteral("열"))] = mm;
+}
+
+double CellTable::columnWidth(int column) const
+{
+    return columnWidths_[checkedIndex(column, columnWidths_.size(), QStringLiteral("열"))];
+}
+
+void CellTable::setRowHeight(int row, double mm)
+{
+    rowAt(row).height = mm;
+}
+
+void CellTable::setSpan(int row, int column, int columns)
+{
+    checkedIndex(column + columns - 1, columnWidths_.size(), QStringLiteral("열"));
+    cellAt(row, column).span = columns;
+}
+
+void CellTable::setText(int row, int column, const QString &text)
+{
+    cellAt(row, column).text = text;
+}
+
+void CellTable::setAlign(int row, int column, Align align)
+{
+    cellAt(row, column).align = align;
+}
+
+void CellTable::setAlign(int row, int firstColumn, int lastColumn, Align align)
+{
+    for (int column = firstColumn; column <= lastColumn; ++column)
+        setAlign(row, column, align);
+}
+
+void CellTable::setBold(int row, int column, bool bold)
+{
+    cellAt(row, column).bold = bold;
+}
+
+void CellTable::setPoints(int row, int column, double points)
+{
+    cellAt(row, column).points = points;
+}
+
+CellTable::Row &CellTable::rowAt(int row)
+{
+    return rows_[checkedIndex(row, rows_.size(), QStringLiteral("행"))];
+}
+
+CellTable::Cell &CellTable::cellAt(int row, int column)
+{
+    return rowAt(row).cells[checkedIndex(column, columnWidths_.size(), QStringLiteral("열"))];
+}
+
+} // namespace print

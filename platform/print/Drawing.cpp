@@ -1,0 +1,148 @@
+#include "platform/print/Lengths.h"
+#include "platform/print/Page.h"
+
+#include <QFontMetricsF>
+#include <QStringList>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace print {
+
+namespace {
+
+// Texts are measured and set in the dots of a fine grid, so that a line is as wide on the screen as on paper.
+constexpr double gridPerInch = 1200;
+constexpr double gridPerMm = gridPerInch / mmPerInch;
+/// Even a text that fills its box keeps this distance to its neighbour.
+constexpr double gapMm = 0.8;
+/// One line is kept down to this part of the font's size before it is broken into more.
+constexpr double leastForOneLine = 0.8;
+constexpr int mostLines = 3;
+
+struct FittedText
+{
+    QFont font;
+    QStringList lines;
+};
+
+QFont gridFont(const TextFont &font, double scale = 1)
+{
+    QFont made(font.family);
+    made.setPixelSize(std::max(1, int(std::floor(font.points / pointsPerInch * gridPerInch * scale))));
+    made.setBold(font.bold);
+    made.setHintingPreference(QFont::PreferNoHinting);
+    made.setKerning(false);
+    return made;
+}
+
+/// Line breaks inside a text are blanks: the text belongs on its line.
+QString onOneLine(QString text)
+{
+    return text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
+}
+
+/// The text broken at words, inside a word only where one is wider than the box.
+QStringList broken(const QString &text, const QFont &font, double width)
+{
+    QTextLayout layout(text, font);
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QStringList lines;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        lines << text.mid(line.textStart(), line.textLength()).trimmed();
+    }
+    layout.endLayout();
+    return lines;
+}
+
+/// The largest setting in exactly that many lines, not smaller than `least`.
+std::optional<double> scaleForLines(const TextItem &item, const QString &text, int count, double width, double height, double least)
+{
+    const double lineAtFull = QFontMetricsF(gridFont(item.font)).height();
+    for (double scale = std::min(1.0, height / count / lineAtFull); scale >= least; scale *= 0.96) {
+        if (broken(text, gridFont(item.font, scale), width).size() <= count)
+            return scale;
+    }
+    return std::nullopt;
+}
+
+FittedText fitted(const TextItem &item)
+{
+    const QString text = onOneLine(item.text);
+    const QFont full = gridFont(item.font);
+    const double needed = QFontMetricsF(full).horizontalAdvance(text);
+    const double boxWidth = item.box.width() * gridPerMm;
+    const double width = std::max(boxWidth - gapMm * gridPerMm, boxWidth / 2);
+    if (needed <= width)
+        return {full, {text}};
+    double scale = width / needed;
+    if (!item.mayBreak || scale >= leastForOneLine)
+        return {gridFont(item.font, scale), {text}};
+
+    int lines = 1;
+    for (int count = 2; count <= mostLines; ++count) {
+        if (const auto found = scaleForLines(item, text, count, width, item.box.height() * gridPerMm, scale)) {
+            scale = *found;
+            lines = count;
+        }
+    }
+    const QFont font = gridFont(item.font, scale);
+    return {font, lines == 1 ? QStringList{text} : broken(text, font, width)};
+}
+
+double startOf(Align align, const QRectF &box, double textWidth)
+{
+    switch (align) {
+    case Align::Right:
+        return box.right() - textWidth;
+    case Align::Center:
+        return box.center().x() - textWidth / 2;
+    case Align::Left:
+        break;
+    }
+    return box.left();
+}
+
+void drawText(QPainter &painter, const TextItem &item)
+{
+    if (item.text.isEmpty())
+        return;
+    const FittedText text = fitted(item);
+    const QFontMetricsF metrics(text.font);
+    const QRectF box(item.box.topLeft() * gridPerMm, item.box.size() * gridPerMm);
+    double baseline = box.top() + metrics.ascent();
+    if (item.middle)
+        baseline += (box.height() - metrics.height() * double(text.lines.size())) / 2;
+    painter.setFont(text.font);
+    for (const QString &line : text.lines) {
+        painter.drawText(QPointF(startOf(item.align, box, metrics.horizontalAdvance(line)), baseline), line);
+        baseline += metrics.height();
+    }
+}
+
+} // namespace
+
+void drawPage(QPainter &painter, const Page &page, double dotsPerInch)
+{
+    painter.save();
+    painter.scale(dotsPerInch / gridPerInch, dotsPerInch / gridPerInch);
+    painter.setPen(Qt::black);
+    for (const PictureItem &picture : page.pictures)
+        painter.drawImage(QRectF(picture.box.topLeft() * gridPerMm, picture.box.size() * gridPerMm), picture.image);
+    for (const TextItem &text : page.texts)
+        drawText(painter, text);
+    painter.restore();
+}
+
+double lineHeight(const TextFont &font)
+{
+    return QFontMetricsF(gridFont(font)).height() / gridPerMm;
+}
+
+} // namespace print

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QImage>
+#include <QMarginsF>
+#include <QPainter>
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+namespace print {
+
+enum class Align { Left, Right, Center };
+
+struct TextFont
+{
+    QString family;
+    double points = 9;
+    bool bold = false;
+};
+
+/// A text in its box (mm). A text wider than its box is drawn smaller, never cut; where the box has room for more lines it
+/// is broken rather than made very small.
+struct TextItem
+{
+    QString text;
+    QRectF box;
+    TextFont font;
+    Align align = Align::Left;
+    bool middle = false;   ///< vertically in the middle of the box; otherwise at its top
+    bool mayBreak = false; ///< into several lines
+};
+
+struct PictureItem
+{
+    QImage image;
+    QRectF box; ///< mm
+};
+
+struct Page
+{
+    std::vector<PictureItem> pictures;
+    std::vector<TextItem> texts;
+};
+
+/// Draws a page with the sheet's upper left corner at the painter's origin. `dotsPerInch` is the painter's scale. Screen,
+/// PDF and printer all come from here.
+void drawPage(QPainter &painter, const Page &page, double dotsPerInch);
+
+/// Height of one line of this font, mm.
+double lineHeight(const TextFont &font);
+
+} // namespace print

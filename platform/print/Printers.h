@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/print/Document.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace print {
+
+/// Device names of the system's printers, in the system's order; empty where there is no printing system.
+QStringList printerNames();
+/// The system's default printer, else its first; empty when there is none.
+QString defaultPrinter();
+/// Size of a printer's page as it is set up, mm. Raises InvalidCall when the printer cannot tell it.
+QSizeF pageSize(const QString &printer);
+
+/// Prints all pages on a printer (the default one for an empty name). A name that ends in ".pdf" is a file, written in the
+/// printer's place. Raises InvalidCall with a text for the user when there is no such printer or the job is not taken.
+void send(const Document &document, const QString &device, const QString &title);
+/// Writes all pages as a PDF file. Raises InvalidCall when the file cannot be written.
+void savePdf(const Document &document, const QString &file, const QString &title);
+
+} // namespace print

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/print/Document.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QWidget>
+
+class QHBoxLayout;
+
+namespace print {
+
+class PageCanvas;
+
+/// The preview of a document: one page at a time, paging, zoom, printing and saving as PDF, by mouse and keyboard. Nothing
+/// is printed before the user asks for it.
+class VSPrinter : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit VSPrinter(QWidget *parent = nullptr);
+
+    void setDocument(Document document, const QString &title);
+    const Document &document() const { return document_; }
+    /// Printer that is chosen at first; empty: the system's default.
+    void setDevice(const QString &device) { device_ = device; }
+
+    int currentPage() const { return page_; } ///< from 0
+    void showPage(int page);                  ///< nearest one that exists
+    double zoom() const { return zoom_; }     ///< 1: as large as on paper
+    void setZoom(double zoom);                ///< kept between 25 % and 400 %
+
+signals:
+    void closeAsked();
+
+private:
+    enum Command { Print, SavePdf, FirstPage, PreviousPage, NextPage, LastPage, ZoomOut, ZoomIn, FitWidth, FitPage, Close, CommandCount };
+
+    void makeButtons(QHBoxLayout *bar);
+    void run(Command command);
+    void printOut();
+    void savePdf();
+    void fillPrinters();
+    void fit(double widthMm, double heightMm);
+    void showState();
+
+    Document document_;
+    QString title_;
+    QString device_;
+    int page_ = 0;
+    double zoom_ = 1;
+    QPushButton *buttons_[CommandCount] = {};
+    QComboBox *cboPrinter_;
+    QLabel *lblPage_;
+    QLabel *lblZoom_;
+    QLabel *lblDone_;
+    QScrollArea *scroll_;
+    PageCanvas *canvas_;
+};
+
+} // namespace print
