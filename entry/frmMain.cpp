@@ -11,6 +11,9 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "printing/PageReceipts.h"
+#include "printing/RollReceipt.h"
 #include "products/DealerPane.h"
 #include "products/IncomingPane.h"
 #include "products/ProductPane.h"
@@ -149,10 +152,26 @@ void frmMain::connectPanes()
     connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Rebind);
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
 
+    onEvent(orderPane_, &OrderPane::orderReceiptAsked, this, [this] { PageReceipts(session_, this).printOrderReceipt(); });
+    onEvent(orderPane_, &OrderPane::periodReceiptAsked, this, [this](const QDate &dtStart, const QDate &dtEnd) {
+        PageReceipts(session_, this).printPeriodReceipt(dtStart, dtEnd);
+    });
+    onEvent(orderPane_, &OrderPane::rollReceiptAsked, this, [this] { printRollReceipt(); });
+
     connect(productPane_, &ProductPane::currentProductChanged, incomingPane_, &IncomingPane::loadProductIncoming);
     connect(propertiesPane_, &PropertiesPane::propertiesSaved, this,
             [this] { productPane_->loadProductListsManager(!editModes_.current().isEmpty()); });
     connect(propertiesPane_, &PropertiesPane::gridResetRequested, this, [this] { resetGridLayouts(layoutGrids()); });
+}
+
+void frmMain::printRollReceipt()
+{
+    const ado::Recordset &order = *session_.rsCustSaleMaster;
+    PrintRollPrintReceipt(this, {.connection = gcnnMasterDB,
+                                 .lngCustPK = session_.customer.lngCustPK,
+                                 .customerName = session_.customer.name,
+                                 .lngOrdMPK = runtime::CLng(order[QStringLiteral("OrdM_PK")]),
+                                 .orderDate = order[QStringLiteral("OrdM_Date")]});
 }
 
 void frmMain::fillEditModes()

@@ -54,6 +54,7 @@ private:
     void createPanes();
     void placePanes();
     void connectPanes();
+    void printRollReceipt();
     void fillEditModes();
     /// The load handler.
     void load();

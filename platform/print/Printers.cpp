@@ -63,6 +63,11 @@ QString defaultPrinter()
     return name.isEmpty() ? QPrinterInfo::availablePrinterNames().value(0) : name;
 }
 
+bool isPrinter(const QString &name)
+{
+    return !QPrinterInfo::printerInfo(name).isNull();
+}
+
 QSizeF pageSize(const QString &printer)
 {
     const QPrinterInfo info = QPrinterInfo::printerInfo(printer);

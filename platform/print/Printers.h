@@ -11,6 +11,8 @@ namespace print {
 QStringList printerNames();
 /// The system's default printer, else its first; empty when there is none.
 QString defaultPrinter();
+/// Whether the system has a printer of this name now.
+bool isPrinter(const QString &name);
 /// Size of a printer's page as it is set up, mm. Raises InvalidCall when the printer cannot tell it.
 QSizeF pageSize(const QString &printer);
 

@@ -1,0 +1,104 @@
+#include "printing/PageReceipts.h"
+
+#include "data/clsSQL.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/RuntimeError.h"
+#include "printing/PageReceipt.h"
+#include "printing/frmPrinter.h"
+#include "session/modGlobalVars.h"
+
+using receipt::Numbers;
+
+namespace {
+
+const QString keyField = QStringLiteral("OrdM_PK");
+const QString dateField = QStringLiteral("OrdM_Date");
+
+PageReceipt::Shape orderShape()
+{
+    const QString dashes = QLatin1Char(' ') + QString(68, QLatin1Char('-'));
+    return {.columnWidths = {u"2.9cm", u"2.9cm", u"2.9cm", u"2.9cm", u"2.9cm", u"2.9cm"},
+            .headDashes = dashes,
+            .moneyDashes = dashes,
+            .nameColumn = 1,
+            .moneyLabel = 1,
+            .customerSpan = 6};
+}
+
+PageReceipt::Shape periodShape()
+{
+    return {.columnWidths = {u"2.4cm", u"2.9cm", u"2.9cm", u"2.9cm", u"1.3cm", u"1.3cm", u"2.9cm"},
+            .headDashes = QString(70, QLatin1Char('-')),
+            .moneyDashes = QString(65, QLatin1Char('-')),
+            .nameColumn = 2,
+            .moneyLabel = 2,
+            .customerSpan = 6};
+}
+
+} // namespace
+
+PageReceipts::PageReceipts(SaleSession &session, QWidget *owner)
+    : session_(session)
+    , owner_(owner)
+{
+}
+
+void PageReceipts::printOrderReceipt()
+{
+    preview([this] { return orderReceipt(); });
+}
+
+void PageReceipts::printPeriodReceipt(const QDate &dtStart, const QDate &dtEnd)
+{
+    preview([&] { return periodReceipt(dtStart, dtEnd); });
+}
+
+template <typename Compose>
+void PageReceipts::preview(Compose &&compose)
+{
+    try {
+        frmPrinter form(owner_);
+        form.vsPrint()->setDocument(compose(), form.windowTitle());
+        form.setWindowState(Qt::WindowMaximized);
+        form.exec();
+    } catch (const runtime::RuntimeError &error) {
+        controls::MsgBox(QStringLiteral("영수증 출력시 오류가 발생했습니다. 이 유: ") + error.description(),
+                         controls::InformationIcon, QStringLiteral("영수증 출력"), owner_);
+    }
+}
+
+print::Document PageReceipts::orderReceipt() const
+{
+    const ado::Recordset &order = *session_.rsCustSaleMaster;
+    const std::int32_t lngOrdMPK = runtime::CLng(order[keyField]);
+    PageReceipt page(orderShape());
+    page.addHead(session_.customer.name.trimmed() + QStringLiteral("님 (구매날짜:") + runtime::text(order[dateField]) + QLatin1Char(')'));
+    std::int16_t intItem = 1;
+    receipt::readLines(gcnnMasterDB, lngOrdMPK, Numbers::NullIsZero, intItem,
+                       [&](const receipt::Line &line) { page.addLine(line); });
+    page.addMoneyRows(receipt::readTotals(gcnnMasterDB, clsSQL().getTranAllEachTotalByOrdMPKSQL(lngOrdMPK)));
+    return page.take();
+}
+
+print::Document PageReceipts::periodReceipt(const QDate &dtStart, const QDate &dtEnd) const
+{
+    const QString start = runtime::dateText(dtStart);
+    const QString end = runtime::dateText(dtEnd);
+    PageReceipt page(periodShape());
+    page.addHead(session_.customer.name.trimmed() + QStringLiteral("님 (구매날짜:  ") + start + QStringLiteral(" ~ ") + end + QLatin1Char(')'));
+
+    std::int16_t intItem = 1; // runs on through all orders
+    const std::unique_ptr<ado::Recordset> orders = session_.rsCustSaleMaster->Clone();
+    for (orders->MoveFirst(); !orders->Eof(); orders->MoveNext()) {
+        const QString date = runtime::text(orders->value(dateField));
+        if (date < start || date > end)
+            continue;
+        receipt::readLines(gcnnMasterDB, runtime::CLng(orders->value(keyField)), Numbers::NullIsZero, intItem,
+                           [&](const receipt::Line &line) { page.addLine(line, date); });
+    }
+    // The shop's whole money of those days, not only this customer's: that is how the page is meant.
+    page.addMoneyRows(receipt::readTotals(gcnnMasterDB, clsSQL().getTranAllEachTotalByPeriodSQL(dtStart, dtEnd)));
+    return page.take();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+#include "platform/print/Document.h"
+
+#include <QDate>
+#include <QString>
+#include <QVariant>
+#include <QWidget>
+
+/// What a roll receipt is of.
+struct RollReceiptOrder
+{
+    ado::ConnectionPtr connection;
+    std::int32_t lngCustPK;
+    QString customerName;
+    std::int32_t lngOrdMPK;
+    QVariant orderDate;
+};
+
+/// Prints the receipt of an order on this station's roll printer, without preview. Tells in a box when there is no such
+/// printer or only one that prints no graphics. Every other error passes to the caller, with nothing printed.
+void PrintRollPrintReceipt(QWidget *owner, const RollReceiptOrder &order);
+
+/// Composes and prints; the printer's driver feeds and cuts.
+void Print2EpsonTMPartialCut(const QString &printer, const RollReceiptOrder &order);
+
+/// The receipt alone, as long as its lines, on paper of this width (mm).
+print::Document rollReceipt(const RollReceiptOrder &order, double paperWidth);

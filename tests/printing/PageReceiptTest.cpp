@@ -1,0 +1,243 @@
+#include "tests/printing/ReceiptDesk.h"
+
+#include <QElapsedTimer>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+constexpr double tolerance = 0.5; // mm
+
+enum Edge { Left, Right };
+
+/// A word and where it must stand: its left or right edge, and the middle of its row.
+struct Place
+{
+    const char *word;
+    Edge edge;
+    double x;
+    double middle;
+};
+
+void expectPlaces(const Paper &paper, std::initializer_list<Place> places)
+{
+    for (const Place &place : places) {
+        SCOPED_TRACE(place.word);
+        const QRectF box = paper.word(QString::fromUtf8(place.word)).box;
+        EXPECT_NEAR(place.edge == Left ? box.left() : box.right(), place.x, tolerance);
+        EXPECT_NEAR(box.center().y(), place.middle, tolerance);
+    }
+}
+
+class PageReceiptTest : public ReceiptDesk
+{
+};
+
+} // namespace
+
+TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
+{
+    const int taxed = product(QStringLiteral("감초차"), 1234);
+    const int free = product(QStringLiteral("경옥고"), 50000, false);
+    const int key = order(QLatin1String(Today));
+    detail(key, free, 50000, 500, 2);
+    detail(key, taxed, 1234, 0, 3);
+    ledger(key, 1, 11); // cut
+    ledger(key, 2, 22); // discount
+    ledger(key, 3, 3333);
+    ledger(key, 3, 4444, "'01'");
+    ledger(key, 4, 55);
+
+    const Paper paper = orderPaper();
+    ASSERT_EQ(paper.sheets().size(), 1);
+    EXPECT_NEAR(paper.sheets()[0].width(), 210, tolerance);
+    EXPECT_NEAR(paper.sheets()[0].height(), 297, tolerance);
+    // Six columns of 29 mm from 15 mm on; rows 1 to 6 and 8 of 10 mm from 20 mm on, 7 and 9 of 5 mm.
+    expectPlaces(paper, {{"젤보한의원", Left, 15, 25},
+                         {"123-45-67890", Left, 102, 25},
+                         {"대표:허준", Left, 15, 35},
+                         {"서울시종로구세종대로1", Left, 15, 45},
+                         {"02-123-4567", Left, 15, 55},
+                         {"www.zelvo.example", Left, 102, 55},
+                         {"남궁보람님", Left, 15, 65},
+                         {"상품명", Left, 15, 90},
+                         {"단가", Right, 102, 90},
+                         {"할인", Right, 131, 90},
+                         {"수량", Right, 160, 90},
+                         {"금액", Right, 189, 90},
+                         // The line added last comes first.
+                         {"001", Left, 15, 104},
+                         {"*차", Left, 15, 112},
+                         {"1,234", Right, 102, 112},
+                         {"0", Right, 131, 112},
+                         {"3", Right, 160, 112},
+                         {"002", Left, 15, 120},
+                         {"50,000", Right, 102, 128},
+                         {"500", Right, 131, 128},
+                         // Money rows of 10 mm, behind the dashes.
+                         {"과세", Left, paper.word(QStringLiteral("과세")).box.left(), 147},
+                         {"합계", Right, 102, 167},
+                         {"102,702", Right, 189, 167},
+                         {"현금수납", Right, 102, 197},
+                         {"3,333", Right, 189, 197},
+                         {"카드수납", Right, 102, 207},
+                         {"4,444", Right, 189, 207},
+                         {"22", Right, 189, 217},
+                         {"11", Right, 189, 227},
+                         {"55", Right, 189, 237},
+                         {"편리합니다.", Left, paper.word(QStringLiteral("편리합니다.")).box.left(), 261}});
+    EXPECT_EQ(paper.line(65).toStdString(), "남궁보람님 (구매날짜:2026-11-24)");
+    EXPECT_THAT(paper.line(75).toStdString(), testing::MatchesRegex("\\[발행일\\]20[0-9]{2}-[0-9]{2}-[0-9]{2} 오[전후] [0-9]+:[0-9]{2}:[0-9]{2}"));
+    EXPECT_EQ(paper.line(104).toStdString(), "001 감초차 일반판매");
+    EXPECT_EQ(paper.line(147).toStdString(), "부가세 과세 물품가액 3,702");
+    EXPECT_EQ(paper.line(157).toStdString(), "부가세 면세 물품가액 99,000");
+    EXPECT_EQ(paper.line(217).toStdString(), "할 인 22");
+    EXPECT_EQ(paper.line(227).toStdString(), "절 사 11");
+    EXPECT_EQ(paper.line(237).toStdString(), "환 불 55");
+    EXPECT_EQ(paper.overlaps(), QStringList());
+}
+
+TEST_F(PageReceiptTest, TellsTheKindOfEveryLine)
+{
+    const int sold = product(QStringLiteral("감초차"), 1000);
+    const int key = order(QLatin1String(Today));
+    struct Case
+    {
+        const char *type;
+        int count;
+        const char *kind;
+        const char *amount;
+    };
+    const Case cases[] = {{"NULL", 1, "일반판매", "1 1,000"}, {"0", 0, "일반판매", "0 0"},    {"NULL", -2, "반품", "-2 -2,000"},
+                          {"1", 3, "서비스", "3 3,000"},      {"1", -1, "서비스", "-1 -1,000"}, {"3", 4, "", "4 4,000"}};
+    for (const Case &one : cases) {
+        const int row = detail(key, sold, 1000, 0, one.count);
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1 WHERE OrdD_PK = %2").arg(QLatin1String(one.type)).arg(row));
+    }
+    detail(key, sold, 7777, 0, 1); // a loss
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = 2 WHERE OrdD_UnitPrice = 7777"));
+
+    const Paper paper = orderPaper();
+    int index = int(std::size(cases));
+    for (const Case &one : cases) {
+        --index;
+        const double row = 104 + 16 * index;
+        EXPECT_EQ(paper.line(row, 0).toStdString(),
+                  QStringLiteral("%1 감초차 %2").arg(index + 1, 3, 10, QLatin1Char('0')).arg(QString::fromUtf8(one.kind)).trimmed().toStdString());
+        EXPECT_EQ(paper.line(row + 8).toStdString(), std::string("*차 1,000 0 ") + one.amount);
+    }
+    EXPECT_FALSE(paper.has(QStringLiteral("7,777")));
+    EXPECT_EQ(paper.line(104 + 96 + 4 + 10 + 1).toStdString(), "부가세 과세 물품가액 5,000");
+}
+
+TEST_F(PageReceiptTest, LosesNoLineOfALongOrderAndStaysQuick)
+{
+    const int sold = product(QStringLiteral("감초차"), 1000);
+    const int key = order(QLatin1String(Today));
+    for (int line = 0; line < 200; ++line)
+        detail(key, sold, 1000 + line, 0, 1);
+    openOrders();
+    QElapsedTimer timer;
+    timer.start();
+    const print::Document document = PageReceipts(session_, nullptr).orderReceipt();
+    EXPECT_LT(timer.elapsed(), 300);
+
+    const Paper paper = Paper::of(document);
+    QStringList numbers;
+    for (const Paper::Word &word : paper.words()) {
+        if (word.box.left() < 16 && word.text.size() == 3 && word.text.toInt() > 0)
+            numbers << word.text;
+        EXPECT_GE(word.box.top(), 19) << word.text.toStdString();
+        EXPECT_LE(word.box.bottom(), 278) << word.text.toStdString();
+    }
+    QStringList expected;
+    for (int number = 1; number <= 200; ++number)
+        expected << QStringLiteral("%1").arg(number, 3, 10, QLatin1Char('0'));
+    EXPECT_EQ(numbers, expected);
+    EXPECT_EQ(paper.sheets().size(), 14);
+    EXPECT_EQ(paper.overlaps(), QStringList());
+}
+
+TEST_F(PageReceiptTest, KeepsLongNamesAndLargeAmountsWhole)
+{
+    const QString name = QStringLiteral("홍삼정 에브리데이 밸런스 프리미엄 골드 선물세트 (10ml x 90포) 쇼핑백 동봉");
+    const int sold = product(name, 98'765'432);
+    const int key = order(QLatin1String(Today));
+    detail(key, sold, 98'765'432, 12'345'678, 32'000);
+    ledger(key, 3, 2'147'483'647);
+
+    for (const Paper &paper : {orderPaper(), periodPaper(today(), today())}) {
+        QStringList nameWords;
+        for (const Paper::Word &word : paper.words()) {
+            if (name.contains(word.text))
+                nameWords << word.text;
+            EXPECT_LE(word.box.right(), 190) << word.text.toStdString();
+            EXPECT_GE(word.box.height(), 1.8) << word.text.toStdString();
+        }
+        EXPECT_THAT(nameWords.join(QLatin1Char(' ')).toStdString(), testing::HasSubstr(name.toStdString()));
+        for (const char *amount : {"98,765,432", "12,345,678", "32000", "2,147,483,647"})
+            EXPECT_TRUE(paper.has(QLatin1String(amount))) << amount;
+        EXPECT_EQ(paper.overlaps(), QStringList());
+    }
+}
+
+TEST_F(PageReceiptTest, OfAPeriodTakesTheCustomersOrdersAndTheShopsMoney)
+{
+    const int taxed = product(QStringLiteral("감초차"), 1000);
+    const int free = product(QStringLiteral("경옥고"), 2000, false);
+    for (const char *date : {"2026-11-01", "2026-11-09", "2026-11-10", "2026-11-20", "2026-11-21"}) {
+        const int key = order(QLatin1String(date));
+        detail(key, taxed, 1000, 100, 2);
+        detail(key, free, 2000, 0, -1);
+        ledger(key, 3, 100);
+    }
+    const int other = order(QStringLiteral("2026-11-15"), Patient + 1);
+    detail(other, taxed, 55555, 0, 1);
+    ledger(other, 3, 7000);
+
+    const Paper paper = periodPaper(QDate(2026, 11, 9), QDate(2026, 11, 20));
+    EXPECT_EQ(paper.line(65).toStdString(), "남궁보람님 (구매날짜: 2026-11-09 ~ 2026-11-20)");
+    EXPECT_EQ(paper.line(90).toStdString(), "날짜 상품명 단가 할인 수량 금액");
+    // Columns of 24, 29, 29, 29, 13, 13 and 29 mm.
+    expectPlaces(paper, {{"날짜", Left, 15, 90},
+                         {"상품명", Left, 39, 90},
+                         {"단가", Right, 126, 90},
+                         {"할인", Right, 139, 90},
+                         {"수량", Right, 152, 90},
+                         {"금액", Right, 181, 90},
+                         {"001", Left, 39, 104},
+                         {"006", Left, 39, 184},
+                         {"현금수납", Right, 126, 261}});
+    // Three orders of two lines; numbers run on. Nothing of the other customer but the money.
+    const char *dates[] = {"2026-11-20", "2026-11-10", "2026-11-09"};
+    for (int index = 0; index < 6; ++index) {
+        const bool freeLine = index % 2 == 0;
+        EXPECT_EQ(paper.line(104 + 16 * index).toStdString(), QStringLiteral("%1 00%2 %3 %4")
+                                                                  .arg(QLatin1String(dates[index / 2]))
+                                                                  .arg(index + 1)
+                                                                  .arg(freeLine ? QStringLiteral("경옥고") : QStringLiteral("감초차"),
+                                                                       freeLine ? QStringLiteral("반품") : QStringLiteral("일반판매"))
+                                                                  .toStdString());
+        EXPECT_EQ(paper.line(112 + 16 * index).toStdString(), freeLine ? "차 2,000 0 -1 -2,000" : "*차 1,000 100 2 1,800");
+    }
+    EXPECT_EQ(paper.line(211).toStdString(), "부가세 과세 물품가액 5,400");
+    EXPECT_EQ(paper.line(221).toStdString(), "부가세 면세 물품가액 -6,000");
+    EXPECT_EQ(paper.line(261).toStdString(), "물품가액 현금수납 7,300");
+
+    const Paper empty = periodPaper(QDate(2026, 11, 15), QDate(2026, 11, 15));
+    EXPECT_EQ(empty.line(115).toStdString(), "부가세 과세 물품가액 0");
+    EXPECT_EQ(empty.line(165).toStdString(), "물품가액 현금수납 7,000");
+}
+
+TEST_F(PageReceiptTest, RefusesANegativeLedgerTotalInItsBox)
+{
+    const int key = order(QLatin1String(Today));
+    ledger(key, 4, -500);
+    openOrders();
+    BoxReader reader;
+    PageReceipts receipts(session_, nullptr);
+    receipts.printOrderReceipt(); // a preview would stand here for ever
+    receipts.printPeriodReceipt(today(), today());
+    const std::string box = "영수증 출력: 영수증 출력시 오류가 발생했습니다. 이 유: 음수는 출력할 수 없습니다. (환불토탈: -500)";
+    EXPECT_THAT(reader.take(), testing::ElementsAre(box, box));
+}

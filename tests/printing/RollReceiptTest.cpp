@@ -1,0 +1,200 @@
+#include "platform/registry/AppSettings.h"
+#include "printing/clsReceiptPrinter.h"
+#include "tests/printing/ReceiptDesk.h"
+
+#include <QFile>
+#include <QImage>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+constexpr double tolerance = 0.5; // mm
+
+double mm(double twips)
+{
+    return twips * 25.4 / 1440;
+}
+
+class RollReceiptTest : public ReceiptDesk
+{
+protected:
+    RollReceiptTest() { registry::setStoreFolder(program_.path()); }
+    ~RollReceiptTest() override { registry::setStoreFolder({}); }
+
+    void choosePrinter(const QString &name)
+    {
+        registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"), QStringLiteral("영수증프린터디바이스"), name);
+    }
+    int orderOfLines(int count)
+    {
+        const int sold = product(QStringLiteral("감초차%1").arg(count), 1234, count % 2 == 1);
+        const int key = order(QLatin1String(Today));
+        for (int line = 0; line < count; ++line)
+            detail(key, sold, 1234, 34, 2);
+        return key;
+    }
+    void writeLogo(const QByteArray &content)
+    {
+        QFile file(program_.filePath(QStringLiteral("RcptLog.dat")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+};
+
+} // namespace
+
+TEST_F(RollReceiptTest, PutsEveryBoxInItsPlaceAndMovesTheFooterByTheItems)
+{
+    for (int lines : {1, 3}) {
+        const int key = orderOfLines(lines);
+        ledger(key, 3, 987);
+        const Paper paper = rollPaper(key);
+        const double moved = (lines - 1) * 10.0;
+        struct Box
+        {
+            const char *word;
+            bool right;
+            double x; ///< twips
+            double y; ///< twips
+            double down;
+        };
+        const Box boxes[] = {{"123-45-67890", false, 2250, 750, 0}, {"대표:허준", false, 30, 1050, 0},
+                             {"서울시종로구세종대로1", false, 30, 1380, 0}, {"02-123-4567", false, 30, 1650, 0},
+                             {"www.zelvo.example", false, 1620, 1620, 0}, {"남궁보람님", false, 30, 1950, 0},
+                             {"상품명", false, 30, 2970, 0}, {"단가", false, 1440, 2970, 0},
+                             {"할인", false, 2220, 2970, 0}, {"수량", false, 2760, 2970, 0},
+                             {"금액", false, 3690, 2970, 0}, {"001감초차%1", false, 0, 3510, 0},
+                             {"합", false, 0, 4980, moved}, {"2,400", true, 4065, 4980, moved},
+                             {"수납금액", true, 570 + 1545, 5430, moved}, {"987", true, 4065, 5400, moved},
+                             {"품목입니다.", false, 0, 6240, moved}};
+        for (const Box &box : boxes) {
+            QString text = QString::fromUtf8(box.word);
+            if (text.contains(QLatin1Char('%')))
+                text = text.arg(lines);
+            if (text == QLatin1String("2,400"))
+                text = lines == 1 ? text : QStringLiteral("7,200");
+            SCOPED_TRACE(text.toStdString());
+            QList<Paper::Word> found;
+            for (const Paper::Word &word : paper.words()) {
+                if (word.text == text)
+                    found << word;
+            }
+            ASSERT_FALSE(found.isEmpty());
+            const QRectF place = found.last().box;
+            if (box.right)
+                EXPECT_NEAR(place.right(), mm(box.x), tolerance);
+            else if (box.x > 0)
+                EXPECT_NEAR(place.left(), mm(box.x), tolerance);
+            EXPECT_NEAR(place.top(), mm(box.y) + box.down, 1.0); // ascents differ from program to program
+        }
+    }
+}
+
+TEST_F(RollReceiptTest, PrintsItemsAndSumsOnPaperAsLongAsTheReceipt)
+{
+    const int taxed = product(QStringLiteral("감초차"), 1000);
+    const int free = product(QStringLiteral("홍삼정 에브리데이 밸런스 프리미엄 골드 세트 90포"), 98'765'432, false);
+    const int key = order(QLatin1String(Today));
+    detail(key, free, 98'765'432, 0, 10);
+    detail(key, taxed, 1000, 50, 3);
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_HalinUnit = NULL WHERE OrdD_Count = 10"));
+    ledger(key, 3, 5000);
+    ledger(key, 1, 9);
+
+    const Paper paper = rollPaper(key);
+    ASSERT_EQ(paper.sheets().size(), 1);
+    EXPECT_NEAR(paper.sheets()[0].width(), 80, tolerance);
+    EXPECT_NEAR(paper.sheets()[0].height(), mm(6240) + 10 + 3.7 + 5, 1);
+    const auto line = [&](double twips, double down = 0) { return paper.line(mm(twips) + down + 1.8).toStdString(); };
+    EXPECT_EQ(line(390), "젤보한의원 젤보한의원"); // the name once more stands below
+    EXPECT_EQ(line(750), "젤보한의원 123-45-67890");
+    EXPECT_EQ(line(1950), "남궁보람님 (구매날짜:2026-11-24)");
+    EXPECT_EQ(line(2280), "영수증이 있으면 교환/환불시 보다 편리합니다.");
+    EXPECT_THAT(line(2520), testing::StartsWith("[발행일]20"));
+    EXPECT_EQ(line(3510), "001감초차");
+    EXPECT_EQ(line(3780), "*차 1,000 50 3 2,850");
+    EXPECT_EQ(line(3510, 10), "002홍삼정 에브리데이 밸런스 프리미엄 골드 세트 90포");
+    EXPECT_EQ(line(3780, 10), "차 98,765,432 0 10 987,654,320");
+    EXPECT_EQ(line(4290, 10), "부가세 과세 물품가액 2,850");
+    EXPECT_EQ(line(4620, 10), "부가세 면세 물품가액 987,654,320");
+    EXPECT_EQ(paper.line(mm(4980) + 10 + 2.8).toStdString(), "합 계 987,657,170");
+    EXPECT_EQ(paper.line(mm(5415) + 10 + 2.8).toStdString(), "수납금액 5,000");
+    EXPECT_EQ(line(5970, 10), "상품명 앞 * 표시가 되어 있는 품목은");
+    EXPECT_EQ(paper.overlaps(), QStringList());
+    for (const Paper::Word &word : paper.words())
+        EXPECT_LE(word.box.right(), 77) << word.text.toStdString();
+}
+
+TEST_F(RollReceiptTest, WithoutLinesMovesTheFooterUp)
+{
+    const Paper paper = rollPaper(order(QLatin1String(Today)));
+    EXPECT_NEAR(paper.word(QStringLiteral("품목입니다.")).box.top(), mm(6240) - 10, 1);
+}
+
+TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
+{
+    const int key = orderOfLines(1);
+    QImage logo(200, 40, QImage::Format_RGB32);
+    logo.fill(Qt::darkGray);
+    ASSERT_TRUE(logo.save(program_.filePath(QStringLiteral("RcptLog.dat")), "BMP"));
+    const print::Document document = rollReceipt(rollOrder(key), 80);
+    ASSERT_EQ(document.pages()[0].pictures.size(), 1u);
+    const QRectF box = document.pages()[0].pictures[0].box;
+    EXPECT_EQ(box.topLeft(), QPointF(0, 0));
+    EXPECT_NEAR(box.width(), 200 * 25.4 / 96, 0.01);
+    EXPECT_NEAR(box.height(), 40 * 25.4 / 96, 0.01);
+    const Paper paper = Paper::of(document);
+    EXPECT_NEAR(paper.word(QStringLiteral("젤보한의원")).box.left(), mm(30), tolerance); // once
+    // A picture that would cover the shop's data is made smaller, in its proportion.
+    ASSERT_TRUE(QImage(3000, 1500, QImage::Format_RGB32).save(program_.filePath(QStringLiteral("RcptLog.dat")), "JPG"));
+    const QRectF large = rollReceipt(rollOrder(key), 80).pages()[0].pictures[0].box;
+    EXPECT_NEAR(large.height(), mm(750), 0.01);
+    EXPECT_NEAR(large.width(), 2 * large.height(), 0.01);
+}
+
+TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
+{
+    const QString file = program_.filePath(QStringLiteral("roll.pdf"));
+    choosePrinter(file);
+    const int key = orderOfLines(1);
+    struct Case
+    {
+        std::function<void()> spoil;
+        const char *says;
+    };
+    const Case cases[] = {
+        {[&] { atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = -1")); }, "음수는 출력할 수 없습니다. (OrdD_Count: -1)"},
+        {[&] {
+             atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = 1"));
+             writeLogo("this is no picture");
+         },
+         "로고 그림파일을 읽을 수 없습니다: "},
+        {[&] {
+             QFile::remove(program_.filePath(QStringLiteral("RcptLog.dat")));
+             choosePrinter(QStringLiteral("없어진 프린터"));
+         },
+         "프린터 '없어진 프린터'을(를) 찾을 수 없습니다."},
+    };
+    for (const Case &one : cases) {
+        one.spoil();
+        try {
+            PrintRollPrintReceipt(nullptr, rollOrder(key));
+            ADD_FAILURE() << "printed: " << one.says;
+        } catch (const runtime::RuntimeError &error) {
+            EXPECT_THAT(error.description().toStdString(), testing::StartsWith(one.says));
+        }
+        EXPECT_FALSE(QFile::exists(file));
+    }
+    choosePrinter(file);
+    PrintRollPrintReceipt(nullptr, rollOrder(key));
+    EXPECT_TRUE(Paper(file).has(QStringLiteral("001감초차1")));
+}
+
+TEST_F(RollReceiptTest, RefusesAPrinterThatPrintsNoGraphics)
+{
+    BoxReader reader;
+    choosePrinter(QStringLiteral("cbm receipt printer (text only)"));
+    PrintRollPrintReceipt(nullptr, rollOrder(1));
+    EXPECT_THAT(reader.take(), testing::ElementsAre("지원되지 않는 프린터: 그래픽 출력이 가능한 프린터를 사용하십시오."));
+}

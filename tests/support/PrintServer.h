@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A printing system for the time of one test program: a server on a socket of its own with an A4 page printer and an 80 mm
+/// roll printer, whose jobs become files. The program's print calls go there as long as it lives.
+class PrintServer
+{
+public:
+    PrintServer();
+    ~PrintServer();
+    PrintServer(const PrintServer &) = delete;
+    PrintServer &operator=(const PrintServer &) = delete;
+
+    inline static const QString pagePrinter = QStringLiteral("Page_A4");
+    inline static const QString rollPrinter = QStringLiteral("EPSON_TM-T88II_Partial_cut");
+
+    /// The job that a printer was sent, as a file; waits for it. Raises std::runtime_error when none comes.
+    QString job(const QString &printer) const;
+    void remove(const QString &printer);
+
+private:
+    void configure();
+    void start();
+    void addQueue(const QString &name, const char *sizeName, int width, int height);
+    void admin(const QStringList &arguments) const;
+    QString file(const QString &name) const { return folder_.filePath(name); }
+
+    QTemporaryDir folder_;
+    std::unique_ptr<QProcess> server_;
+};
