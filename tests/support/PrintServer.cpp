@@ -21,7 +21,7 @@ void write(const QString &name, const QString &text)
 }
 
 /// A printer that takes PDF as it comes, on paper of one size or of any length.
-QString printerDescription(const char *sizeName, int width, int height)
+QString printerDescription(const char *sizeName, int width, int height, const QString &filter)
 {
     return QStringLiteral("*PPD-Adobe: \"4.3\"\n"
                           "*FormatVersion: \"4.3\"\n"
@@ -39,7 +39,7 @@ QString printerDescription(const char *sizeName, int width, int height)
                           "*ColorDevice: False\n"
                           "*DefaultColorSpace: Gray\n"
                           "*FileSystem: False\n"
-                          "*cupsFilter2: \"application/pdf application/pdf 0 -\"\n"
+                          "*cupsFilter2: \"application/pdf application/pdf 0 %4\"\n"
                           "*OpenUI *PageSize/Media Size: PickOne\n"
                           "*OrderDependency: 10 AnySetup *PageSize\n"
                           "*DefaultPageSize: %1\n"
@@ -66,7 +66,8 @@ QString printerDescription(const char *sizeName, int width, int height)
                           "*DefaultFont: Courier\n")
         .arg(QLatin1String(sizeName))
         .arg(width)
-        .arg(height);
+        .arg(height)
+        .arg(filter);
 }
 
 } // namespace
@@ -93,9 +94,15 @@ void PrintServer::configure()
 {
     for (const char *name : {"spool", "cache", "state", "tmp", "root", "root/ppd", "jobs"})
         QDir().mkpath(file(QLatin1String(name)));
-    // The server drops root for its helpers, which need to reach the folder and the job files.
-    for (const char *name : {"", "jobs", "tmp"})
-        QFile::setPermissions(file(QLatin1String(name)), QFile::Permissions(0x7777));
+    // The server drops root for its helpers, which need to reach the folder and its job files. What it runs must stand in
+    // a folder that only its owner can write.
+    const QFile::Permissions all(0x7777);
+    const QFile::Permissions program = QFile::Permissions(0x5555) | QFile::WriteOwner;
+    QFile::setPermissions(folder_.path(), program);
+    for (const char *name : {"jobs", "tmp"})
+        QFile::setPermissions(file(QLatin1String(name)), all);
+    write(file(QStringLiteral("root/pass")), QStringLiteral("#!/bin/sh\nexec cat ${6:+\"$6\"}\n"));
+    QFile::setPermissions(file(QStringLiteral("root/pass")), program);
     write(file(QStringLiteral("cups-files.conf")),
           QStringLiteral("ServerRoot %1/root\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\nTempDir %1/tmp\n"
                          "AccessLog %1/access.log\nErrorLog %1/error.log\nPageLog %1/page.log\nFileDevice Yes\n"
@@ -143,7 +150,7 @@ void PrintServer::admin(const QStringList &arguments) const
 void PrintServer::addQueue(const QString &name, const char *sizeName, int width, int height)
 {
     const QString ppd = file(name + QStringLiteral(".ppd"));
-    write(ppd, printerDescription(sizeName, width, height));
+    write(ppd, printerDescription(sizeName, width, height, file(QStringLiteral("root/pass"))));
     admin({QStringLiteral("lpadmin"), QStringLiteral("-p"), name, QStringLiteral("-E"), QStringLiteral("-v"),
            QStringLiteral("file:") + file(QStringLiteral("jobs/") + name), QStringLiteral("-P"), ppd});
 }

@@ -1,0 +1,140 @@
+#include "platform/print/CellTable.h"
+#include "platform/print/Lengths.h"
+#include "platform/runtime/RuntimeError.h"
+#include "tests/support/Paper.h"
+
+#include <QElapsedTimer>
+
+#include <gmock/gmock.h>
+
+using print::Align;
+
+namespace {
+
+print::Document onPage(const print::CellTable &table)
+{
+    print::Document document(print::A4, {10, 10, 10, 10});
+    document.setFont({QStringLiteral("굴림"), 11.25, false});
+    document.addTable(table);
+    return document;
+}
+
+/// Seconds that a table of so many rows takes to be laid out.
+double layoutTime(int rows)
+{
+    print::CellTable table(rows, 6, 8);
+    for (int row = 1; row <= rows; ++row) {
+        for (int column = 1; column <= 6; ++column)
+            table.setText(row, column, QStringLiteral("12,345"));
+    }
+    QElapsedTimer timer;
+    timer.start();
+    const print::Document document = onPage(table);
+    EXPECT_EQ(document.pageCount(), (rows + 33) / 34);
+    return double(timer.nsecsElapsed()) / 1e9;
+}
+
+} // namespace
+
+TEST(Lengths, ReadCentimetresAndMillimetresAndRefuseTheRest)
+{
+    EXPECT_DOUBLE_EQ(print::length(QStringLiteral("2.9cm")), 29);
+    EXPECT_DOUBLE_EQ(print::length(QStringLiteral("5mm")), 5);
+    for (const char *text : {"", "cm", "2.9", "2,9cm", "2.9in"})
+        EXPECT_THROW(print::length(QLatin1String(text)), runtime::RuntimeError) << text;
+}
+
+TEST(CellTable, RefusesCellsThatItDoesNotHave)
+{
+    print::CellTable table(2, 3, 8);
+    EXPECT_THROW(table.setText(3, 1, QStringLiteral("x")), runtime::RuntimeError);
+    EXPECT_THROW(table.setText(1, 0, QStringLiteral("x")), runtime::RuntimeError);
+    EXPECT_THROW(table.setSpan(1, 2, 3), runtime::RuntimeError);
+    EXPECT_EQ(table.appendRow(), 3);
+    EXPECT_NO_THROW(table.setText(3, 3, QStringLiteral("x")));
+}
+
+TEST(CellTable, PlacesSpansAlignmentsAndHeightsTrueToTheMillimetre)
+{
+    print::CellTable table(3, 3, 8);
+    table.setColumnWidth(1, 20);
+    table.setColumnWidth(2, 30);
+    table.setColumnWidth(3, 50);
+    table.setRowHeight(2, 20);
+    table.setText(1, 1, QStringLiteral("a\nb|c;d")); // nothing in a text splits its cell
+    table.setSpan(2, 1, 2);
+    table.setAlign(2, 1, Align::Right);
+    table.setText(2, 1, QStringLiteral("right"));
+    table.setText(2, 2, QStringLiteral("hidden")); // covered by the span
+    table.setText(2, 3, QStringLiteral("left"));
+    table.setAlign(3, 1, 3, Align::Center);
+    table.setText(3, 3, QStringLiteral("center"));
+
+    const Paper paper = Paper::of(onPage(table));
+    EXPECT_EQ(paper.line(14).toStdString(), "a b|c;d");
+    EXPECT_NEAR(paper.word(QStringLiteral("a")).box.left(), 10, 0.2);
+    EXPECT_NEAR(paper.word(QStringLiteral("right")).box.right(), 60, 0.2);
+    EXPECT_NEAR(paper.word(QStringLiteral("right")).box.center().y(), 28, 0.5);
+    EXPECT_NEAR(paper.word(QStringLiteral("left")).box.left(), 60, 0.2);
+    EXPECT_NEAR(paper.word(QStringLiteral("center")).box.center().x(), 85, 0.2);
+    EXPECT_NEAR(paper.word(QStringLiteral("center")).box.center().y(), 42, 0.5);
+    EXPECT_FALSE(paper.has(QStringLiteral("hidden")));
+}
+
+TEST(CellTable, MakesTextsSmallerOrBreaksThemButNeverCutsThem)
+{
+    print::CellTable table(3, 2, 8);
+    table.setColumnWidth(1, 20);
+    table.setColumnWidth(2, 60);
+    table.setAlign(1, 1, Align::Right);
+    table.setText(1, 1, QStringLiteral("-9,876,543,210,000")); // wider than its cell, never in two lines
+    table.setText(2, 2, QStringLiteral("가나다라마바사아자차카타파하 가나다라마바사아자차카타파하"));
+    table.setText(3, 2, QStringLiteral("가나다라마바사"));
+
+    const Paper paper = Paper::of(onPage(table));
+    const QRectF amount = paper.word(QStringLiteral("-9,876,543,210,000")).box;
+    EXPECT_NEAR(amount.right(), 30, 0.2);
+    EXPECT_GE(amount.left(), 10);
+    const double full = paper.word(QStringLiteral("가나다라마바사")).box.height();
+    QList<QRectF> halves;
+    for (const Paper::Word &word : paper.words()) {
+        if (word.text == QStringLiteral("가나다라마바사아자차카타파하"))
+            halves << word.box;
+    }
+    ASSERT_EQ(halves.size(), 2);
+    EXPECT_NEAR(halves[0].left(), halves[1].left(), 0.1);
+    EXPECT_GT(halves[1].center().y() - halves[0].center().y(), 2.5);
+    EXPECT_GT(halves[0].height(), full * 0.7);
+    EXPECT_GE(halves[0].top(), 17);
+    EXPECT_LE(halves[1].bottom(), 27);
+}
+
+TEST(CellTable, BreaksAcrossPagesWithoutLosingOrRepeatingARow)
+{
+    print::CellTable table(100, 1, 8);
+    table.setColumnWidth(1, 50);
+    for (int row = 1; row <= 100; ++row)
+        table.setText(row, 1, QStringLiteral("행%1").arg(row));
+    table.setRowHeight(35, 300); // higher than a page: stands alone on one
+    const Paper paper = Paper::of(onPage(table));
+    QStringList rows;
+    for (const Paper::Word &word : paper.words())
+        rows << word.text;
+    QStringList expected;
+    for (int row = 1; row <= 100; ++row)
+        expected << QStringLiteral("행%1").arg(row);
+    EXPECT_EQ(rows, expected);
+    EXPECT_EQ(paper.word(QStringLiteral("행34")).page, 0); // 34 rows of 8 mm in 277 mm
+    EXPECT_EQ(paper.word(QStringLiteral("행35")).page, 1);
+    EXPECT_EQ(paper.word(QStringLiteral("행36")).page, 2);
+    EXPECT_EQ(paper.sheets().size(), 4);
+}
+
+TEST(CellTable, IsLaidOutInTimeThatGrowsWithItsRows)
+{
+    layoutTime(1000); // warm
+    const double small = layoutTime(2'000);
+    const double large = layoutTime(20'000);
+    EXPECT_LT(large, std::max(small, 0.001) * 40);
+    EXPECT_LT(large, 2);
+}

@@ -1,0 +1,105 @@
+#include "platform/print/PageCanvas.h"
+#include "platform/print/VSPrinter.h"
+#include "tests/support/MessageRecorder.h"
+
+#include <QScrollArea>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+print::Document threePages()
+{
+    print::CellTable table(3, 1, 200);
+    table.setColumnWidth(1, 180);
+    for (int row = 1; row <= 3; ++row)
+        table.setText(row, 1, QString(row * 3, QChar(u'■')));
+    print::Document document(print::A4, {15, 20, 15, 20});
+    document.addTable(table);
+    return document;
+}
+
+class PreviewTest : public testing::Test
+{
+protected:
+    PreviewTest()
+    {
+        preview_.setDocument(threePages(), QStringLiteral("영수증"));
+        preview_.resize(1200, 700);
+        preview_.show();
+        preview_.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&preview_));
+        preview_.setFocus();
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(preview_.windowHandle(), key, modifiers); }
+    QAbstractButton *button(const char *name) { return preview_.findChild<QAbstractButton *>(QLatin1String(name)); }
+    QWidget *canvas() { return preview_.findChild<print::PageCanvas *>(); }
+    int inkColumns()
+    {
+        const QImage image = canvas()->grab().toImage();
+        int columns = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            bool ink = false;
+            for (int y = 0; y < image.height() && !ink; ++y)
+                ink = qGray(image.pixel(x, y)) < 100;
+            columns += ink;
+        }
+        return columns;
+    }
+
+    print::VSPrinter preview_;
+};
+
+} // namespace
+
+TEST_F(PreviewTest, GoesThroughThePagesByKeysAndButtons)
+{
+    const int first = inkColumns();
+    EXPECT_GT(first, 0);
+    EXPECT_FALSE(button("cmdPreviousPage")->isEnabled());
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(preview_.currentPage(), 1);
+    EXPECT_NEAR(inkColumns(), 2 * first, first / 4.0); // the second page's own text
+    press(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(preview_.currentPage(), 2);
+    EXPECT_EQ(preview_.findChild<QLabel *>(QStringLiteral("lblPage"))->text().toStdString(), "3 / 3쪽");
+    EXPECT_FALSE(button("cmdNextPage")->isEnabled());
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(preview_.currentPage(), 2);
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(preview_.currentPage(), 1);
+    QTest::mouseClick(button("cmdFirstPage"), Qt::LeftButton);
+    EXPECT_EQ(preview_.currentPage(), 0);
+}
+
+TEST_F(PreviewTest, ZoomsThePageByKeys)
+{
+    const QSize natural = canvas()->size();
+    EXPECT_NEAR(natural.width(), 210 / 25.4 * preview_.logicalDpiX(), 1);
+    const int ink = inkColumns();
+    press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_NEAR(canvas()->width(), natural.width() * 1.25, 2);
+    EXPECT_NEAR(inkColumns(), ink * 1.25, ink * 0.1); // the text grows with the page
+    for (int time = 0; time < 30; ++time)
+        press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(preview_.zoom(), 0.25);
+    press(Qt::Key_0, Qt::ControlModifier);
+    const QSize room = preview_.findChild<QScrollArea *>()->viewport()->size();
+    EXPECT_LE(canvas()->height(), room.height() + 2);
+    EXPECT_GE(canvas()->height(), room.height() - 20);
+    press(Qt::Key_1, Qt::ControlModifier);
+    EXPECT_GE(canvas()->width(), room.width() - 40);
+}
+
+TEST_F(PreviewTest, TellsWhenThereIsNoPrinter)
+{
+    qputenv("CUPS_SERVER", "/nowhere/cups.sock");
+    MessageRecorder boxes;
+    press(Qt::Key_P, Qt::ControlModifier);
+    ASSERT_EQ(boxes.messages.size(), 1);
+    EXPECT_EQ(boxes.messages[0].text.toStdString(), "이 컴퓨터에 등록된 프린터가 없습니다.");
+    EXPECT_TRUE(preview_.isVisible());
+    qunsetenv("CUPS_SERVER");
+}
