@@ -10,6 +10,9 @@
 
 namespace {
 
+// Before any test asks for printers: those of the machine are none of theirs.
+const bool apart = PrintServer::keepApart();
+
 print::Document rollOf(double length)
 {
     print::Document document({80, 200});
@@ -42,20 +45,9 @@ std::string refusal(const std::function<void()> &act)
 
 } // namespace
 
-TEST(Printers, WithoutAPrintingSystemSayWhy)
-{
-    qputenv("CUPS_SERVER", "/nowhere/cups.sock");
-    EXPECT_EQ(print::printerNames(), QStringList());
-    EXPECT_EQ(print::defaultPrinter(), QString());
-    EXPECT_EQ(refusal([] { print::send(twoPages(), QString(), QStringLiteral("글")); }), "이 컴퓨터에 등록된 프린터가 없습니다.");
-    EXPECT_EQ(refusal([] { print::send(twoPages(), QStringLiteral("A"), QStringLiteral("글")); }), "프린터 'A'을(를) 찾을 수 없습니다.");
-    EXPECT_EQ(refusal([] { print::savePdf(twoPages(), QStringLiteral("/nowhere/a.pdf"), QStringLiteral("글")); }),
-              "PDF 파일을 쓸 수 없습니다: /nowhere/a.pdf");
-    qunsetenv("CUPS_SERVER");
-}
-
 TEST(Printers, TakeTheirJobs)
 {
+    ASSERT_TRUE(apart);
     PrintServer server;
     EXPECT_THAT(print::printerNames(), testing::UnorderedElementsAre(PrintServer::pagePrinter, PrintServer::rollPrinter));
     EXPECT_EQ(print::defaultPrinter(), PrintServer::pagePrinter);
@@ -81,4 +73,14 @@ TEST(Printers, TakeTheirJobs)
 
     server.remove(PrintServer::rollPrinter);
     EXPECT_THAT(refusal([] { print::send(rollOf(100), PrintServer::rollPrinter, QStringLiteral("글")); }), testing::HasSubstr("찾을 수 없습니다"));
+}
+
+TEST(Printers, WithoutAPrintingSystemSayWhy)
+{
+    EXPECT_EQ(print::printerNames(), QStringList());
+    EXPECT_EQ(print::defaultPrinter(), QString());
+    EXPECT_EQ(refusal([] { print::send(twoPages(), QString(), QStringLiteral("글")); }), "이 컴퓨터에 등록된 프린터가 없습니다.");
+    EXPECT_EQ(refusal([] { print::send(twoPages(), QStringLiteral("A"), QStringLiteral("글")); }), "프린터 'A'을(를) 찾을 수 없습니다.");
+    EXPECT_EQ(refusal([] { print::savePdf(twoPages(), QStringLiteral("/nowhere/a.pdf"), QStringLiteral("글")); }),
+              "PDF 파일을 쓸 수 없습니다: /nowhere/a.pdf");
 }

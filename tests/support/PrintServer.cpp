@@ -13,6 +13,11 @@ namespace {
 
 constexpr int patience = 20'000; // milliseconds
 
+QString serverFolder()
+{
+    return QDir::tempPath() + QStringLiteral("/print-server-%1").arg(getpid());
+}
+
 void write(const QString &name, const QString &text)
 {
     QFile file(name);
@@ -72,8 +77,13 @@ QString printerDescription(const char *sizeName, int width, int height, const QS
 
 } // namespace
 
+bool PrintServer::keepApart()
+{
+    return qputenv("CUPS_SERVER", serverFolder().toLocal8Bit() + "/cups.sock");
+}
+
 PrintServer::PrintServer()
-    : folder_(QDir::tempPath() + QStringLiteral("/print-server-XXXXXX"))
+    : folder_(serverFolder())
 {
     configure();
     start();
@@ -84,10 +94,10 @@ PrintServer::PrintServer()
 
 PrintServer::~PrintServer()
 {
-    qunsetenv("CUPS_SERVER");
     ::kill(pid_t(server_->processId()), SIGTERM);
     if (!server_->waitForFinished(5'000))
         server_->kill();
+    folder_.removeRecursively();
 }
 
 void PrintServer::configure()
@@ -124,7 +134,6 @@ void PrintServer::start()
     server_->start(QStringLiteral("setpriv"),
                    {QStringLiteral("--pdeathsig"), QStringLiteral("TERM"), QStringLiteral("/usr/sbin/cupsd"), QStringLiteral("-f"),
                     QStringLiteral("-c"), file(QStringLiteral("cupsd.conf")), QStringLiteral("-s"), file(QStringLiteral("cups-files.conf"))});
-    qputenv("CUPS_SERVER", file(QStringLiteral("cups.sock")).toLocal8Bit());
     QElapsedTimer waited;
     waited.start();
     QProcess ready;

@@ -2,15 +2,19 @@
 
 #include <QProcess>
 #include <QString>
-#include <QTemporaryDir>
+#include <QDir>
 
 #include <memory>
 
 /// A printing system for the time of one test program: a server on a socket of its own with an A4 page printer and an 80 mm
-/// roll printer, whose jobs become files. The program's print calls go there as long as it lives.
+/// roll printer, whose jobs become files.
 class PrintServer
 {
 public:
+    /// Sends the program's print calls to a place where only this server will answer. The printing library reads where to
+    /// go once: to be called before anything asks it for printers.
+    static bool keepApart();
+
     PrintServer();
     ~PrintServer();
     PrintServer(const PrintServer &) = delete;
@@ -30,6 +34,6 @@ private:
     void admin(const QStringList &arguments) const;
     QString file(const QString &name) const { return folder_.filePath(name); }
 
-    QTemporaryDir folder_;
+    QDir folder_;
     std::unique_ptr<QProcess> server_;
 };
