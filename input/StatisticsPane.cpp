@@ -9,6 +9,8 @@
 #include "session/modGlobalVars.h"
 
 #include <QHash>
+#include <QScopedValueRollback>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -30,17 +32,12 @@ constexpr ReportNode reportNodes[] = {
     {u"기간별 수납 통계", "TSMnuProdTranStat", "TMnuProdTranRelatedStat", "VantoPayPeriod.clsVantoPayPeriod"},
     {u"통합 통계", "TMnuPSaleTranRelStat", nullptr, ""},
     {u"일일 통계", "TSMnuProdDaySale", "TMnuPSaleTranRelStat", "VantoOneDay.clsVantoOneDay"},
-    {u"재고 통계", "TMnuPStockStat", nullptr, "VantoStock.clsVantoStock"},
+    {u"재고 통계", "TMnuPStockStat", "TMnuPSaleTranRelStat", "VantoStock.clsVantoStock"},
 };
 
 const QString firstReport = QStringLiteral("TSMnuDailySaleStat");
 
 enum NodeRole { KeyRole = Qt::UserRole, TagRole };
-
-QWidget *widgetOf(qint32 handle)
-{
-    return QWidget::find(WId(handle));
-}
 
 } // namespace
 
@@ -63,11 +60,18 @@ StatisticsPane::StatisticsPane(QWidget *parent)
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(splitStatMain_);
 
-    // Enter starts a report as a click does; a second click repeats a failed start.
+    // Enter starts a report as a click does. The tree's own activation is not used: some desktops raise it with every
+    // click, and a failed start would be told twice.
     controls::onEvent(treeStatItem_, &QTreeWidget::itemClicked, this,
                       [this](QTreeWidgetItem *node, int) { nodeClicked(node); });
-    controls::onEvent(treeStatItem_, &QTreeWidget::itemActivated, this,
-                      [this](QTreeWidgetItem *node, int) { nodeClicked(node); });
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *enter = new QShortcut(key, treeStatItem_);
+        enter->setContext(Qt::WidgetShortcut);
+        controls::onEvent(enter, &QShortcut::activated, this, [this] {
+            if (treeStatItem_->currentItem())
+                nodeClicked(treeStatItem_->currentItem());
+        });
+    }
 }
 
 void StatisticsPane::buildStatisticsTree()
@@ -99,11 +103,14 @@ void StatisticsPane::nodeClicked(QTreeWidgetItem *node)
     const QString tag = node->data(0, TagRole).toString();
     if (tag.isEmpty() || tag == strCurrentStatTag_)
         return; // a group, or the report on show
+    if (starting_)
+        return; // a component that runs events while it starts must not be started over itself
+    const QScopedValueRollback starting(starting_, true);
     if (lngStatWindow_ != 0)
         destroyReportWindow();
     try {
         startReport(tag);
-    } catch (const runtime::RuntimeError &) {
+    } catch (...) { // a component of another maker may throw anything
         // The handle stays, though its window is gone: it is simply not found the next time.
         controls::MsgBox(QStringLiteral("통계 패키지 구성요소가 제대로 설치되어 있지 않습니다.") + QLatin1Char('\r')
                              + QStringLiteral("다시 시도해 보시고 오류가 지속되면 개발사로 문의하십시오."),
@@ -116,9 +123,8 @@ void StatisticsPane::nodeClicked(QTreeWidgetItem *node)
 
 void StatisticsPane::destroyReportWindow()
 {
-    if (QWidget *window = widgetOf(lngStatWindow_))
-        delete window;
-    delete container_;
+    // The component may have destroyed it by itself; its number may by now be another window's.
+    delete reportWindow_;
 }
 
 void StatisticsPane::startReport(const QString &programId)
@@ -133,14 +139,16 @@ void StatisticsPane::startReport(const QString &programId)
 
 void StatisticsPane::hostWindow(qint32 handle)
 {
-    QWidget *window = widgetOf(handle);
-    if (!window) {
-        QWindow *foreign = handle == 0 ? nullptr : QWindow::fromWinId(WId(handle));
-        if (!foreign)
-            throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
-                                        QStringLiteral("통계 창을 표시할 수 없습니다."));
-        window = container_ = QWidget::createWindowContainer(foreign, reportPane_);
+    QWidget *shown = QWidget::find(WId(handle));
+    if (shown && shown->window() == window())
+        shown = nullptr; // a window of our own cannot be shown inside itself
+    else if (!shown && handle != 0) {
+        if (QWindow *foreign = QWindow::fromWinId(WId(handle)))
+            shown = QWidget::createWindowContainer(foreign, reportPane_);
     }
-    reportPane_->layout()->addWidget(window);
-    window->show();
+    if (!shown)
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("통계 창을 표시할 수 없습니다."));
+    reportWindow_ = shown;
+    reportPane_->layout()->addWidget(shown);
+    shown->show();
 }

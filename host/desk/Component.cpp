@@ -8,11 +8,15 @@ namespace desk {
 
 void SaleComponent::registerBesideProgram()
 {
-    QLibrary library(QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("prjZelvoProductSale")));
-    library.setLoadHints(QLibrary::PreventUnloadHint);
-    const QFunctionPointer entry = library.resolve("DllRegisterServer");
-    if (entry)
-        reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
+    const QDir folder(QCoreApplication::applicationDirPath());
+    for (const char *name : {"prjZelvoProductSale", "VantoSalesPeriod", "VantoSalesItem", "VantoPayPeriod", "VantoOneDay",
+                             "VantoStock"}) {
+        QLibrary library(folder.filePath(QLatin1String(name)));
+        library.setLoadHints(QLibrary::PreventUnloadHint);
+        const QFunctionPointer entry = library.resolve("DllRegisterServer");
+        if (entry)
+            reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
+    }
 }
 
 SaleComponent::SaleComponent(ado::ConnectionPtr connection)

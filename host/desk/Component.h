@@ -12,7 +12,8 @@ class SaleComponent
 public:
     inline static const QString ProgramId = QStringLiteral("prjZelvoProductSale.clsZelvoProductSale");
 
-    /// Lets the component library that lies beside the program register itself for this user; nothing when none does.
+    /// Lets the component libraries that lie beside the program, the sale's and the statistics', register themselves for
+    /// this user; those that do not lie there are passed over.
     static void registerBesideProgram();
 
     explicit SaleComponent(ado::ConnectionPtr connection);

@@ -104,10 +104,12 @@ std::span<const IndexPlan> indexPlans()
 {
     static const IndexPlan plans[]{
         {"ixOrderMasterCustomer", "tPSOrderMaster", "Cust_PK, OrdM_Date"},
+        {"ixOrderMasterDate", "tPSOrderMaster", "OrdM_Date"},
         {"ixOrderDetailOrder", "tPSOrderDetail", "OrdM_PK"},
         {"ixOrderDetailProduct", "tPSOrderDetail", "PM_PK"},
         {"ixTransactionOrder", "tPSTransaction", "tpstrans_OrderM_PK"},
         {"ixTransactionCustomer", "tPSTransaction", "tpstrans_Customer_PK, tpstrans_Date"},
+        {"ixTransactionDate", "tPSTransaction", "tpstrans_Date"},
         {"ixIncomingProduct", "tPSIncoming", "PM_PK"},
         {"ixReceiptCustomer", "Receipt", "Customer_PK"},
     };

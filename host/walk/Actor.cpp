@@ -90,8 +90,15 @@ void Actor::clickRow(QTableView *grid, int row)
     const QModelIndex cell = grid->indexAt(QPoint(4, grid->rowViewportPosition(row) + grid->rowHeight(row) / 2));
     if (!cell.isValid())
         throw Astray(QStringLiteral("'%1' has no row %2").arg(grid->objectName()).arg(row + 1));
-    const QPoint inViewport = grid->visualRect(cell).center();
-    QTest::mouseClick(handleOf(grid), Qt::LeftButton, {}, grid->viewport()->mapTo(grid->window(), inViewport));
+    clickItem(grid, cell);
+}
+
+void Actor::clickItem(QAbstractItemView *view, const QModelIndex &item)
+{
+    const QRect place = view->visualRect(item) & view->viewport()->rect();
+    if (place.isEmpty())
+        throw Astray(QStringLiteral("an item of '%1' is out of view").arg(view->objectName()));
+    QTest::mouseClick(handleOf(view), Qt::LeftButton, {}, view->viewport()->mapTo(view->window(), place.center()));
     settle();
 }
 

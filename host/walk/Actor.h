@@ -44,6 +44,8 @@ public:
     }
 
     void click(QWidget *control);
+    /// Clicks an item that is in view.
+    void clickItem(QAbstractItemView *view, const QModelIndex &item);
     /// Clicks the first visible cell of a row.
     void clickRow(QTableView *grid, int row);
     /// Clicks the first visible cell that shows this text. Raises Astray.

@@ -1,5 +1,6 @@
 #include "host/walk/Road.h"
 
+#include "host/walk/Reports.h"
 #include "host/walk/Shop.h"
 
 #include <QLineEdit>
@@ -11,6 +12,7 @@ namespace {
 
 constexpr int QuantityField = 5;
 constexpr int DiscountField = 4;
+constexpr int StatisticsTab = 2;
 
 QString shown(Actor &actor, QWidget *window, const QString &name)
 {
@@ -92,6 +94,10 @@ void sellInWindow(Actor &actor, QWidget *sale)
     actor.say(QStringLiteral("수납이 기록되었습니다. 미수금 %1").arg(shown(actor, sale, QStringLiteral("txtOrderMaster_7"))));
 
     keepShopInWindow(actor, sale);
+    auto *tabs = actor.control<QTabWidget>(sale, QStringLiteral("c1tabMain"));
+    tabs->setCurrentIndex(StatisticsTab);
+    lookAtReports(actor, sale);
+    tabs->setCurrentIndex(0);
     actor.say(QStringLiteral("판매 창을 닫습니다."));
     sale->close();
     settle();

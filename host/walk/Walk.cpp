@@ -3,6 +3,7 @@
 #include "host/desk/DeskWindow.h"
 #include "host/sample/Clinic.h"
 #include "host/walk/Actor.h"
+#include "host/walk/Reports.h"
 #include "host/walk/Road.h"
 #include "platform/registry/AppSettings.h"
 
@@ -46,8 +47,9 @@ void walkFromDesk(Actor &actor, desk::DeskWindow &window)
 
 int walkTheRoad(const QString &folder)
 {
-    // Without its component the desk would stop at a message box that nobody is there to answer.
+    // Without its components the desk would stop at a message box that nobody is there to answer.
     automation::createObject(desk::SaleComponent::ProgramId);
+    needReports();
     try {
         const ado::ConnectionPtr connection = ado::Connection::open(freshClinic(folder));
         Actor actor(folder);

@@ -1,0 +1,98 @@
+#include "plugins/VantoSalesPeriod/SalesPeriodReport.h"
+
+namespace statistics {
+
+namespace {
+
+struct AmountColumn
+{
+    SalesPeriodReport::Amount amount;
+    const char *field;
+    const char16_t *caption;
+    int width;
+};
+
+constexpr AmountColumn lineColumns[] = {
+    {SalesPeriodReport::Gross, "Gross", u"판매금액", 100},   {SalesPeriodReport::Discount, "Discount", u"할인", 90},
+    {SalesPeriodReport::Returns, "Returns", u"반품 건수", 70}, {SalesPeriodReport::Returned, "Returned", u"반품금액", 100},
+    {SalesPeriodReport::Net, "Net", u"순매출", 110},          {SalesPeriodReport::Taxed, "Taxed", u"과세", 100},
+    {SalesPeriodReport::TaxFree, "TaxFree", u"비과세", 100},  {SalesPeriodReport::UnknownTax, "UnknownTax", u"구분 없음", 90},
+};
+
+} // namespace
+
+QString salesPeriod::ordersByDay()
+{
+    return QStringLiteral("SELECT OrdM_Date, COUNT(*) AS Orders FROM tPSOrderMaster "
+                          "WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY OrdM_Date");
+}
+
+QString salesPeriod::linesByDay()
+{
+    // The tax split follows the orders' own totals, in which returns are taken off.
+    return QStringLiteral(
+        "SELECT tPSOrderMaster.OrdM_Date, "
+        "SUM(CASE WHEN OrdD_Count > 0 THEN OrdD_UnitPrice * OrdD_Count ELSE 0 END) AS Gross, "
+        "SUM(CASE WHEN OrdD_Count > 0 THEN OrdD_HalinUnit * OrdD_Count ELSE 0 END) AS Discount, "
+        "SUM(CASE WHEN OrdD_Count < 0 THEN 1 ELSE 0 END) AS Returns, "
+        "SUM(CASE WHEN OrdD_Count < 0 THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS Returned, "
+        "SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) AS Net, "
+        "SUM(CASE WHEN PM_IsTaxed = 1 THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS Taxed, "
+        "SUM(CASE WHEN PM_IsTaxed = 0 THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS TaxFree, "
+        "SUM(CASE WHEN PM_IsTaxed IS NULL THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS UnknownTax "
+        "FROM tPSOrderMaster INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK "
+        "LEFT JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK "
+        "WHERE tPSOrderMaster.OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY tPSOrderMaster.OrdM_Date");
+}
+
+SalesPeriodReport::SalesPeriodReport()
+    : days_(Amounts)
+{
+}
+
+std::vector<Figure> SalesPeriodReport::figures(const Period &period)
+{
+    days_.clear(period);
+    Figure orders{salesPeriod::ordersByDay(), Figure::Slices::Days};
+    orders.take = [this](const ado::Recordset &row) {
+        days_.add(dateOf(row, QStringLiteral("OrdM_Date")), Orders, amountOf(row, QStringLiteral("Orders")));
+    };
+    Figure lines{salesPeriod::linesByDay(), Figure::Slices::Days};
+    lines.take = [this](const ado::Recordset &row) {
+        const QDate day = dateOf(row, QStringLiteral("OrdM_Date"));
+        for (const AmountColumn &column : lineColumns)
+            days_.add(day, column.amount, amountOf(row, QLatin1String(column.field)));
+    };
+    return {orders, lines};
+}
+
+Sheet SalesPeriodReport::sheet(int view) const
+{
+    const auto grain = Grain(view);
+    const std::vector<runtime::Currency> totals = days_.totals();
+    const bool unknownTax = !totals[UnknownTax].isZero();
+
+    Sheet sheet;
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 160}, {QStringLiteral("거래 수"), Column::Kind::Number, 70}};
+    for (const AmountColumn &column : lineColumns) {
+        if (column.amount != UnknownTax || unknownTax)
+            sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
+    }
+    const auto cut = [&](Row row) {
+        row.resize(sheet.columns.size());
+        return row;
+    };
+    sheet.chart.title = QStringLiteral("순매출");
+    sheet.chart.series = {{QStringLiteral("순매출"), {}}};
+    const std::vector<DayTable::Line> lines = days_.lines(grain);
+    for (const DayTable::Line &line : lines) {
+        sheet.rows.push_back(cut(rowOfAmounts(rowCaption(line.period, grain), line.amounts)));
+        sheet.chart.categories << barCaption(line.period, grain);
+        sheet.chart.series[0].values.push_back(line.amounts[Net]);
+    }
+    sheet.totals = cut(rowOfAmounts(QStringLiteral("합계"), totals));
+    sheet.remark = QStringLiteral("순매출 = 판매금액 − 할인 + 반품금액 = 과세 + 비과세");
+    return sheet;
+}
+
+} // namespace statistics

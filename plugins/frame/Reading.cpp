@@ -1,0 +1,106 @@
+#include "plugins/frame/Reading.h"
+
+#include "platform/runtime/Format.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace statistics {
+
+namespace {
+
+// Milliseconds of a slice outside of which the next one is wider or narrower.
+constexpr qint64 quickSlice = 20;
+constexpr qint64 slowSlice = 60;
+
+constexpr qint64 firstDays = 4;
+constexpr qint64 firstKeys = 10'000;
+
+} // namespace
+
+Reading::Reading(ado::ConnectionPtr connection, std::vector<Figure> figures, const Period &period)
+    : connection_(std::move(connection))
+    , figures_(std::move(figures))
+    , period_(period)
+{
+}
+
+void Reading::run(const QString &statement, const std::function<void(const ado::Recordset &)> &take) const
+{
+    ado::Recordset rows;
+    rows.Open(statement, connection_, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
+    for (; !rows.Eof(); rows.MoveNext())
+        take(rows);
+}
+
+void Reading::enter()
+{
+    const Figure &figure = figures_[current_];
+    entered_ = true;
+    lowest_ = highest_ = 0;
+    width_ = 1;
+    if (figure.slices == Figure::Slices::Days) {
+        highest_ = period_.days() - 1;
+        width_ = firstDays;
+    } else if (figure.slices == Figure::Slices::Keys) {
+        highest_ = -1; // no row
+        run(figure.bounds, [this](const ado::Recordset &row) {
+            lowest_ = keyOf(row, QStringLiteral("Lowest"));
+            highest_ = lowest_ == 0 ? -1 : keyOf(row, QStringLiteral("Highest"));
+        });
+        width_ = firstKeys;
+    }
+    next_ = lowest_;
+}
+
+QString Reading::place(qint64 position) const
+{
+    return figures_[current_].slices == Figure::Slices::Keys ? QString::number(position)
+                                                              : runtime::dateText(period_.first.addDays(position));
+}
+
+void Reading::step()
+{
+    if (isDone())
+        return;
+    if (!entered_)
+        enter();
+    const Figure &figure = figures_[current_];
+    if (next_ <= highest_) {
+        const bool whole = figure.slices == Figure::Slices::Whole;
+        const qint64 last = std::min(highest_, next_ + width_ - 1);
+        QString statement = figure.statement;
+        statement.replace(QStringLiteral("[FROM]"), whole ? runtime::dateText(period_.first) : place(next_));
+        statement.replace(QStringLiteral("[TO]"), whole ? runtime::dateText(period_.last) : place(last));
+        QElapsedTimer taken;
+        taken.start();
+        run(statement, figure.take);
+        next_ = last + 1;
+        if (taken.elapsed() < quickSlice)
+            width_ *= 2;
+        else if (taken.elapsed() > slowSlice)
+            width_ = std::max<qint64>(1, width_ / 2);
+    }
+    if (next_ > highest_) {
+        ++current_;
+        entered_ = false;
+    }
+}
+
+double Reading::progress() const
+{
+    if (figures_.empty())
+        return 1;
+    const double span = double(highest_ - lowest_ + 1);
+    const double part = entered_ && span > 0 ? double(next_ - lowest_) / span : 0;
+    return (double(current_) + part) / double(figures_.size());
+}
+
+void Reading::readAll()
+{
+    while (!isDone())
+        step();
+}
+
+} // namespace statistics

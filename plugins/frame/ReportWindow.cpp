@@ -1,0 +1,248 @@
+#include "plugins/frame/ReportWindow.h"
+
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/RuntimeError.h"
+#include "plugins/frame/CsvFile.h"
+#include "plugins/frame/PeriodBar.h"
+#include "plugins/frame/SheetChart.h"
+#include "plugins/frame/SheetPrint.h"
+#include "plugins/frame/SheetView.h"
+#include "plugins/frame/SummaryBox.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace statistics {
+
+namespace {
+
+QPushButton *commandButton(const char *name, const QString &caption)
+{
+    auto *button = controls::named(new QPushButton(caption), QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr connection, QWidget *parent)
+    : QWidget(parent)
+    , report_(std::move(report))
+    , connection_(std::move(connection))
+    , periodBar_(new PeriodBar(report_->asks()))
+    , cboView_(controls::named(new QComboBox, QStringLiteral("cboView")))
+    , cmdRead_(commandButton("cmdRead", QStringLiteral("다시 읽기")))
+    , cmdCsv_(commandButton("cmdCsv", QStringLiteral("CSV 저장")))
+    , cmdPrint_(commandButton("cmdPrint", QStringLiteral("인쇄")))
+    , lblState_(controls::named(new QLabel, QStringLiteral("lblState")))
+    , prgReading_(controls::named(new QProgressBar, QStringLiteral("prgReading")))
+    , cmdCancel_(commandButton("cmdCancel", QStringLiteral("중지")))
+    , summary_(new SummaryBox)
+    , table_(new SheetView)
+    , chart_(new SheetChart)
+{
+    setWindowTitle(report_->title());
+    auto *parts = new QSplitter(Qt::Vertical);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(table_);
+    parts->addWidget(chart_);
+    parts->setStretchFactor(0, 3);
+    parts->setStretchFactor(1, 2);
+    chart_->setMinimumHeight(140);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 6, 8, 6);
+    layout->addLayout(head());
+    layout->addLayout(choices());
+    layout->addLayout(state());
+    layout->addWidget(summary_);
+    layout->addWidget(parts, 1);
+    wire();
+    QTimer::singleShot(0, this, &ReportWindow::open);
+}
+
+ReportWindow::~ReportWindow() = default;
+
+QLayout *ReportWindow::head()
+{
+    auto *title = controls::named(new QLabel(report_->title()), QStringLiteral("lblTitle"));
+    QFont large = title->font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    title->setFont(large);
+    auto *row = new QHBoxLayout;
+    row->addWidget(title);
+    row->addStretch();
+    row->addWidget(new QLabel(QStringLiteral("단위: 원")));
+    return row;
+}
+
+QLayout *ReportWindow::choices()
+{
+    auto *row = new QHBoxLayout;
+    row->addWidget(periodBar_);
+    cboView_->addItems(report_->views());
+    cboView_->setAccessibleName(QStringLiteral("보기"));
+    auto *label = new QLabel(QStringLiteral("보기:"));
+    label->setBuddy(cboView_);
+    row->addSpacing(8);
+    row->addWidget(label);
+    row->addWidget(cboView_);
+    label->setVisible(cboView_->count() > 0);
+    cboView_->setVisible(cboView_->count() > 0);
+    row->addStretch();
+    for (QPushButton *button : {cmdRead_, cmdCsv_, cmdPrint_})
+        row->addWidget(button);
+    cmdRead_->setShortcut(Qt::Key_F5);
+    cmdRead_->setToolTip(QStringLiteral("다시 읽기 (F5)"));
+    return row;
+}
+
+QLayout *ReportWindow::state()
+{
+    prgReading_->setRange(0, 1000);
+    prgReading_->setFormat(QStringLiteral("%p%"));
+    prgReading_->setMaximumWidth(260);
+    prgReading_->setAccessibleName(QStringLiteral("읽는 중"));
+    auto *row = new QHBoxLayout;
+    row->addWidget(lblState_, 1);
+    row->addWidget(prgReading_);
+    row->addWidget(cmdCancel_);
+    lblState_->setMinimumHeight(cmdCancel_->sizeHint().height()); // the table does not jump when the bar comes
+    lblState_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    prgReading_->hide();
+    cmdCancel_->hide();
+    return row;
+}
+
+void ReportWindow::wire()
+{
+    using controls::onEvent;
+    onEvent(periodBar_, &PeriodBar::chosen, this, [this] { read(); });
+    onEvent(cmdRead_, &QPushButton::clicked, this, [this](bool) { read(); });
+    onEvent(cmdCsv_, &QPushButton::clicked, this, [this](bool) { saveCsv(); });
+    onEvent(cmdPrint_, &QPushButton::clicked, this, [this](bool) { print(); });
+    onEvent(cmdCancel_, &QPushButton::clicked, this, [this](bool) {
+        work_.cancel();
+        stopped(QStringLiteral("읽기를 중지했습니다. 다시 보려면 '다시 읽기'를 누르십시오."));
+    });
+    onEvent(cboView_, &QComboBox::currentIndexChanged, this, [this](int) {
+        if (read_.isValid())
+            showSheet();
+    });
+    onEvent(&work_, &Work::progressed, this, [this](double part) {
+        prgReading_->setValue(int(part * 1000));
+        prgReading_->show();
+        cmdCancel_->show();
+    });
+    onEvent(&work_, &Work::finished, this, [this] { done(); });
+    onEvent(&work_, &Work::failed, this, [this](const QString &description) {
+        stopped(QStringLiteral("통계를 읽지 못했습니다: ") + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+    });
+}
+
+void ReportWindow::open()
+{
+    // A shop that is closed today begins with the days on which there was something to report.
+    QDate last = QDate::currentDate();
+    opened_ = true;
+    try {
+        Figure figure{report_->lastDayStatement()};
+        figure.take = [&last](const ado::Recordset &row) {
+            if (const QDate day = dateOf(row, QStringLiteral("LastDay")); day.isValid())
+                last = day;
+        };
+        Reading(connection_, {figure}, dayOf(last)).readAll();
+    } catch (const runtime::RuntimeError &error) {
+        stopped(QStringLiteral("통계를 읽지 못했습니다: ") + error.description());
+        return;
+    }
+    periodBar_->choose(report_->asks() == Report::Asks::Period ? monthOf(last) : dayOf(last));
+}
+
+void ReportWindow::read()
+{
+    const Period period = periodBar_->period();
+    work_.cancel();
+    if (!period.isValid()) {
+        stopped(QStringLiteral("시작일이 종료일보다 늦습니다."));
+        return;
+    }
+    read_ = period;
+    setBusy(true);
+    work_.start(Reading(connection_, report_->figures(period), period));
+}
+
+void ReportWindow::setBusy(bool busy)
+{
+    cmdCsv_->setEnabled(!busy && read_.isValid());
+    cmdPrint_->setEnabled(!busy && read_.isValid());
+    cboView_->setEnabled(!busy);
+    if (busy) {
+        lblState_->setText(QStringLiteral("%1 읽는 중입니다.").arg(periodText()));
+        return;
+    }
+    prgReading_->hide();
+    prgReading_->reset();
+    cmdCancel_->hide();
+}
+
+QString ReportWindow::periodText() const
+{
+    return report_->asks() == Report::Asks::LastDay ? QStringLiteral("판매 속도 기준일 ") + read_.text() : read_.text();
+}
+
+void ReportWindow::done()
+{
+    setBusy(false);
+    showSheet();
+}
+
+void ReportWindow::showSheet()
+{
+    sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
+    const QString rows = sheet_.rows.empty() ? QStringLiteral("이 기간에는 자료가 없습니다.")
+                                             : QStringLiteral("%1건").arg(sheet_.rows.size());
+    lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
+    summary_->setLines(sheet_.summary);
+    table_->setSheet(sheet_);
+    chart_->setPlan(sheet_.chart);
+}
+
+void ReportWindow::stopped(const QString &why)
+{
+    // What stood there belongs to other days than those that are now asked for.
+    read_ = {};
+    sheet_ = {};
+    summary_->setLines({});
+    table_->setSheet(sheet_);
+    chart_->setPlan(sheet_.chart);
+    setBusy(false);
+    lblState_->setText(why);
+}
+
+void ReportWindow::saveCsv()
+{
+    const QByteArray content = csvOf(report_->title(), periodText(), sheet_, table_->rows());
+    const QPointer<ReportWindow> alive(this);
+    const QString path = QFileDialog::getSaveFileName(
+        this, QStringLiteral("CSV 저장"), QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()),
+        QStringLiteral("CSV 파일 (*.csv)"));
+    if (!alive || path.isEmpty())
+        return;
+    saveFile(path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ? path : path + QStringLiteral(".csv"), content);
+}
+
+void ReportWindow::print()
+{
+    Sheet printed = sheet_;
+    printed.rows = table_->rows();
+    SheetPrint({report_->title(), periodText(), std::move(printed)}).preview(this);
+}
+
+} // namespace statistics

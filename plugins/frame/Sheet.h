@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/runtime/Currency.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <variant>
+#include <vector>
+
+namespace statistics {
+
+/// What a report has to say: lines at the top, a table with its totals, a chart.
+
+/// Nothing, a text, or an exact number (won, pieces, days).
+using Cell = std::variant<std::monostate, QString, runtime::Currency>;
+
+struct Column
+{
+    enum class Kind {
+        Text,
+        Number, ///< won or pieces: grouped, right-aligned
+    };
+
+    QString caption;
+    Kind kind = Kind::Number;
+    int width = 90; ///< pixels at 96 dpi
+};
+
+using Row = std::vector<Cell>;
+
+struct SummaryLine
+{
+    QString group;
+    QString caption;
+    runtime::Currency amount;
+    bool isResult = false; ///< the figure that the group is read for
+    QString unit = {};     ///< empty for won
+};
+
+struct Chart
+{
+    struct Series
+    {
+        QString caption;
+        std::vector<runtime::Currency> values; ///< one a category
+    };
+
+    QString title;
+    QStringList categories;
+    std::vector<Series> series;
+    bool lying = false;   ///< horizontal bars, the first category on top
+    bool inTenThousands = true; ///< won, shown in units of 10,000; otherwise pieces
+};
+
+struct Sheet
+{
+    std::vector<SummaryLine> summary;
+    std::vector<Column> columns;
+    std::vector<Row> rows;
+    Row totals;
+    Chart chart;
+    QString remark; ///< one line on how to read the table
+};
+
+/// As it stands in the table: numbers grouped, with as many decimals as they have.
+QString shownText(const Cell &cell);
+/// As it stands in a file: numbers without grouping.
+QString plainText(const Cell &cell);
+/// Lowest first; what is nothing before all else.
+bool isBefore(const Cell &a, const Cell &b);
+bool isNumber(const Cell &cell);
+
+} // namespace statistics

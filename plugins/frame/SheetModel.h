@@ -1,0 +1,36 @@
+#pragma once
+
+#include "plugins/frame/Sheet.h"
+
+#include <QAbstractTableModel>
+
+namespace statistics {
+
+/// Rows of a sheet for a table; sorts them by a column, equal ones staying in their order.
+class SheetModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    /// `numbered` rows bear their running number.
+    explicit SheetModel(bool numbered, QObject *parent = nullptr)
+        : QAbstractTableModel(parent)
+        , numbered_(numbered)
+    {
+    }
+
+    void setRows(const std::vector<Column> &columns, std::vector<Row> rows);
+    const std::vector<Row> &rows() const { return rows_; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    void sort(int column, Qt::SortOrder order) override;
+
+private:
+    bool numbered_;
+    std::vector<Column> columns_;
+    std::vector<Row> rows_;
+};
+
+} // namespace statistics
