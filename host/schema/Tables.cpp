@@ -106,7 +106,8 @@ std::span<const IndexPlan> indexPlans()
         {"ixOrderMasterCustomer", "tPSOrderMaster", "Cust_PK, OrdM_Date"},
         {"ixOrderMasterDate", "tPSOrderMaster", "OrdM_Date"},
         {"ixOrderDetailOrder", "tPSOrderDetail", "OrdM_PK"},
-        {"ixOrderDetailProduct", "tPSOrderDetail", "PM_PK"},
+        // Whole, so that the stock is counted without a look at the lines themselves.
+        {"ixOrderDetailProduct", "tPSOrderDetail", "PM_PK, OrdD_OrderType, OrdD_Count"},
         {"ixTransactionOrder", "tPSTransaction", "tpstrans_OrderM_PK"},
         {"ixTransactionCustomer", "tPSTransaction", "tpstrans_Customer_PK, tpstrans_Date"},
         {"ixTransactionDate", "tPSTransaction", "tpstrans_Date"},

@@ -88,6 +88,8 @@ void PeriodBar::addButtons(QBoxLayout *layout)
 
 Period PeriodBar::period() const
 {
+    if (asks_ == Report::Asks::LastDay)
+        return {dtpFirst_->date().addDays(1 - Report::rateDays), dtpFirst_->date()};
     return {dtpFirst_->date(), (dtpLast_ ? dtpLast_ : dtpFirst_)->date()};
 }
 

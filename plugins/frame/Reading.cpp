@@ -15,7 +15,7 @@ constexpr qint64 quickSlice = 20;
 constexpr qint64 slowSlice = 60;
 
 constexpr qint64 firstDays = 4;
-constexpr qint64 firstKeys = 10'000;
+constexpr qint64 firstKeys = 500;
 
 } // namespace
 

@@ -18,8 +18,9 @@ public:
     enum class Asks {
         Period,
         Day,
-        LastDay, ///< the last of the days that a rate is taken from
+        LastDay, ///< the last of the rateDays that a rate is taken from
     };
+    static constexpr int rateDays = 90;
 
     virtual ~Report() = default;
 

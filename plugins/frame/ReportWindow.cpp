@@ -194,7 +194,7 @@ void ReportWindow::setBusy(bool busy)
 
 QString ReportWindow::periodText() const
 {
-    return report_->asks() == Report::Asks::LastDay ? QStringLiteral("판매 속도 기준일 ") + read_.text() : read_.text();
+    return report_->asks() == Report::Asks::LastDay ? QStringLiteral("출고 속도: ") + read_.text() : read_.text();
 }
 
 void ReportWindow::done()

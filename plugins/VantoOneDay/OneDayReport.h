@@ -1,0 +1,73 @@
+#pragma once
+
+#include "plugins/frame/Report.h"
+
+#include <array>
+#include <map>
+#include <tuple>
+
+namespace statistics {
+
+/// Statements of one day, [FROM].
+namespace oneDay {
+/// OrdM_PK, Cust_PK, name, sn, OrdM_Misugum: the orders of the day with what they still owe now.
+QString orders();
+/// OrdM_PK, Cust_PK, then sums over its lines: Gross, Discount, Returned (negative), Net.
+QString linesByOrder();
+/// tpstrans_OrderM_PK, tpstrans_Customer_PK, name, sn, tpstrans_Operator, tpstrans_Method, Amount: the ledger of the day.
+QString ledgerByOrder();
+/// Made: the outstanding money that the orders of the day left: what they owe now and what was paid against it since.
+QString outstandingMade();
+} // namespace oneDay
+
+/// One day for the evening's count of the drawer: sales, money by medium, outstanding money, a row an order. The money
+/// of a row is what moved on that day, so orders of other days stand there too.
+class OneDayReport : public Report
+{
+public:
+    /// Amounts of a row. PaidCash to PaidBank and RefundCash to RefundBank are in the order of Medium.
+    enum Amount {
+        Gross,
+        Discount,
+        Returned,
+        Net,
+        Forgone, ///< discounts and cuts at the till
+        PaidCash,
+        PaidCard,
+        PaidBank,
+        RefundCash,
+        RefundCard,
+        RefundBank,
+        Late, ///< the part of the payments that was taken against outstanding money
+        Owed,
+        Amounts
+    };
+
+    QString title() const override { return QStringLiteral("일일 통계"); }
+    Asks asks() const override { return Asks::Day; }
+    std::vector<Figure> figures(const Period &period) override;
+    Sheet sheet(int view) const override;
+
+private:
+    using Sums = std::array<runtime::Currency, Amounts>;
+    /// Of the day or not; then the order and the customer, since the ledger holds keys of the desk's receipts too.
+    using Key = std::tuple<bool, int, int>;
+    struct Line
+    {
+        QString chart;
+        QString name;
+        Sums sums{};
+    };
+
+    void takeOrder(const ado::Recordset &row);
+    void takeLines(const ado::Recordset &row);
+    void takeLedger(const ado::Recordset &row);
+    std::vector<SummaryLine> summary(const Sums &totals) const;
+
+    std::map<Key, Line> lines_;
+    runtime::Currency outstandingMade_;
+    runtime::Currency discounts_; ///< at the till
+    runtime::Currency cuts_;
+};
+
+} // namespace statistics

@@ -1,0 +1,94 @@
+#include "plugins/VantoPayPeriod/PayPeriodReport.h"
+
+#include "plugins/frame/Ledger.h"
+
+namespace statistics {
+
+namespace {
+
+struct PayColumn
+{
+    const char16_t *caption;
+    int width;
+};
+
+/// In the order of PayPeriodReport::Amount.
+constexpr PayColumn payColumns[] = {{u"현금", 90},      {u"카드", 90},      {u"통장", 80},  {u"미수 현금", 80}, {u"미수 카드", 80}, {u"미수 통장", 80},
+                                    {u"수납 합계", 100}, {u"환불", 90},      {u"순수납", 100}, {u"할인", 80},     {u"절사", 70}};
+static_assert(std::size(payColumns) == PayPeriodReport::Amounts);
+
+} // namespace
+
+QString payPeriod::ledgerByDay()
+{
+    return QStringLiteral("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Method, SUM(tpstrans_Money) AS Amount "
+                          "FROM tPSTransaction WHERE tpstrans_Date BETWEEN '[FROM]' AND '[TO]' "
+                          "GROUP BY tpstrans_Date, tpstrans_Operator, tpstrans_Method");
+}
+
+QString payPeriod::lastDay()
+{
+    return QStringLiteral("SELECT MAX(tpstrans_Date) AS LastDay FROM tPSTransaction WHERE tpstrans_Date <= '[TO]'");
+}
+
+PayPeriodReport::PayPeriodReport()
+    : days_(Amounts)
+{
+}
+
+void PayPeriodReport::take(const ado::Recordset &row)
+{
+    const QDate day = dateOf(row, QStringLiteral("tpstrans_Date"));
+    const QString method = textOf(row, QStringLiteral("tpstrans_Method"));
+    const runtime::Currency amount = amountOf(row, QStringLiteral("Amount"));
+    switch (keyOf(row, QStringLiteral("tpstrans_Operator"))) {
+    case Operator::Payment:
+        days_.add(day, std::size_t(mediumOf(method)) + (isAgainstOutstanding(method) ? LateCash : Cash), amount);
+        days_.add(day, Taken, amount);
+        days_.add(day, Net, amount);
+        break;
+    case Operator::Refund:
+        days_.add(day, Refunded, -amount);
+        days_.add(day, Net, -amount);
+        break;
+    case Operator::Discount:
+        days_.add(day, Discounts, amount);
+        break;
+    case Operator::Cut:
+        days_.add(day, Cuts, amount);
+        break;
+    default: // no kind of operation that moves money
+        break;
+    }
+}
+
+std::vector<Figure> PayPeriodReport::figures(const Period &period)
+{
+    days_.clear(period);
+    Figure ledger{payPeriod::ledgerByDay(), Figure::Slices::Days};
+    ledger.take = [this](const ado::Recordset &row) { take(row); };
+    return {ledger};
+}
+
+Sheet PayPeriodReport::sheet(int view) const
+{
+    const auto grain = Grain(view);
+    Sheet sheet;
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 150}};
+    for (const PayColumn &column : payColumns)
+        sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
+    sheet.chart.title = QStringLiteral("수납 (미수금 수납 포함)");
+    sheet.chart.series = {{QStringLiteral("현금"), {}}, {QStringLiteral("카드"), {}}, {QStringLiteral("통장"), {}}};
+    const std::vector<DayTable::Line> lines = days_.lines(grain);
+    for (const DayTable::Line &line : lines) {
+        sheet.rows.push_back(rowOfAmounts(rowCaption(line.period, grain), line.amounts));
+        sheet.chart.categories << barCaption(line.period, grain);
+        for (std::size_t medium = 0; medium < sheet.chart.series.size(); ++medium)
+            sheet.chart.series[medium].values.push_back(line.amounts[Cash + medium] + line.amounts[LateCash + medium]);
+    }
+    sheet.totals = rowOfAmounts(QStringLiteral("합계"), days_.totals());
+    sheet.remark = QStringLiteral("현금·카드·통장은 판매할 때, 미수는 나중에 받은 돈입니다. 순수납 = 수납 합계 − 환불");
+    return sheet;
+}
+
+} // namespace statistics

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "plugins/frame/DayTable.h"
+#include "plugins/frame/Report.h"
+
+namespace statistics {
+
+/// Statements of the money taken by day. [FROM] and [TO] are days, both included.
+namespace payPeriod {
+/// tpstrans_Date, tpstrans_Operator, tpstrans_Method, Amount: sums of the ledger.
+QString ledgerByDay();
+/// LastDay of the ledger up to [TO].
+QString lastDay();
+} // namespace payPeriod
+
+/// Money taken in a period, a row a day, week or month.
+class PayPeriodReport : public Report
+{
+public:
+    /// Columns behind the first. Cash to Bank were taken at the sale, the next three against outstanding money, in the
+    /// order of Medium.
+    enum Amount { Cash, Card, Bank, LateCash, LateCard, LateBank, Taken, Refunded, Net, Discounts, Cuts, Amounts };
+
+    PayPeriodReport();
+
+    QString title() const override { return QStringLiteral("기간별 수납 통계"); }
+    QStringList views() const override { return DayTable::grains(); }
+    QString lastDayStatement() const override { return payPeriod::lastDay(); }
+    std::vector<Figure> figures(const Period &period) override;
+    Sheet sheet(int view) const override;
+
+private:
+    void take(const ado::Recordset &row);
+
+    DayTable days_;
+};
+
+} // namespace statistics

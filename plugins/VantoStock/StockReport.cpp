@@ -1,0 +1,205 @@
+#include "plugins/VantoStock/StockReport.h"
+
+#include "platform/runtime/Conversions.h"
+
+#include <algorithm>
+
+namespace statistics {
+
+namespace {
+
+constexpr std::size_t mostBarsShown = 10;
+enum View { HandledView, AllView, WorryView };
+
+} // namespace
+
+QString stock::products()
+{
+    return QStringLiteral("SELECT PM_PK, PM_Catagory, PM_Name, PM_IsValid FROM tPSProductMaster");
+}
+
+QString stock::incoming()
+{
+    return QStringLiteral("SELECT PM_PK, SUM(IN_Count) AS Incoming FROM tPSIncoming WHERE PM_PK BETWEEN [FROM] AND [TO] "
+                          "GROUP BY PM_PK");
+}
+
+QString stock::incomingBounds()
+{
+    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSIncoming");
+}
+
+QString stock::outgoing()
+{
+    return QStringLiteral("SELECT PM_PK, "
+                          "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
+                          "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
+                          "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost "
+                          "FROM tPSOrderDetail WHERE PM_PK BETWEEN [FROM] AND [TO] GROUP BY PM_PK");
+}
+
+QString stock::outgoingBounds()
+{
+    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSOrderDetail");
+}
+
+QString stock::lastPrice()
+{
+    return QStringLiteral("SELECT tPSIncoming.PM_PK, MAX(tPSIncoming.IN_UnitPrice) AS LastPrice FROM tPSIncoming "
+                          "INNER JOIN (SELECT PM_PK AS Product, MAX(IN_Date) AS LastDate FROM tPSIncoming "
+                          "WHERE PM_PK BETWEEN [FROM] AND [TO] GROUP BY PM_PK) AS Latest "
+                          "ON tPSIncoming.PM_PK = Latest.Product AND tPSIncoming.IN_Date = Latest.LastDate "
+                          "WHERE tPSIncoming.PM_PK BETWEEN [FROM] AND [TO] GROUP BY tPSIncoming.PM_PK");
+}
+
+QString stock::recent()
+{
+    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, SUM(OrdD_Count) AS Recent FROM tPSOrderMaster "
+                          "INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK "
+                          "WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY tPSOrderDetail.PM_PK");
+}
+
+runtime::Currency StockReport::Product::remaining() const
+{
+    return sums[Incoming] - sums[Sold] - sums[Service] - sums[Lost];
+}
+
+int StockReport::Product::daysLeft(int rateDays) const
+{
+    const std::int64_t left = remaining().scaled();
+    const std::int64_t gone = sums[Recent].scaled();
+    return left <= 0 || gone <= 0 ? -1 : runtime::toLong(left / gone * rateDays + left % gone * rateDays / gone);
+}
+
+QString StockReport::Product::state(int rateDays) const
+{
+    if (remaining() < runtime::Currency())
+        return QStringLiteral("마이너스 재고");
+    if (remaining().isZero())
+        return QStringLiteral("재고 없음");
+    const int days = daysLeft(rateDays);
+    return days >= 0 && days < enoughDays ? QStringLiteral("곧 소진") : QString();
+}
+
+runtime::Currency StockReport::Product::worth() const
+{
+    const std::int64_t pieces = remaining().toWon();
+    return pieces > 0 ? sums[LastPrice] * pieces : runtime::Currency();
+}
+
+QStringList StockReport::views() const
+{
+    return {QStringLiteral("취급 물품"), QStringLiteral("모든 물품"), QStringLiteral("확인할 물품")};
+}
+
+Figure StockReport::figureOf(Amount amount, const QString &statement, const QString &field, Figure::Slices slices,
+                             const QString &bounds)
+{
+    Figure figure{statement, slices, bounds};
+    figure.take = [this, amount, field](const ado::Recordset &row) {
+        const auto product = products_.find(keyOf(row, QStringLiteral("PM_PK")));
+        if (product != products_.end())
+            product->second.sums[amount] += amountOf(row, field);
+    };
+    return figure;
+}
+
+std::vector<Figure> StockReport::figures(const Period &period)
+{
+    using Slices = Figure::Slices;
+    products_.clear();
+    rateDays_ = period.days();
+    Figure products{stock::products()};
+    products.take = [this](const ado::Recordset &row) {
+        products_[keyOf(row, QStringLiteral("PM_PK"))] = {textOf(row, QStringLiteral("PM_Catagory")),
+                                                          textOf(row, QStringLiteral("PM_Name")),
+                                                          runtime::isTrue(row[QStringLiteral("PM_IsValid")])};
+    };
+    Figure outgoing = figureOf(Sold, stock::outgoing(), QStringLiteral("Sold"), Slices::Keys, stock::outgoingBounds());
+    outgoing.take = [this](const ado::Recordset &row) {
+        const auto product = products_.find(keyOf(row, QStringLiteral("PM_PK")));
+        if (product == products_.end())
+            return;
+        product->second.sums[Sold] += amountOf(row, QStringLiteral("Sold"));
+        product->second.sums[Service] += amountOf(row, QStringLiteral("Service"));
+        product->second.sums[Lost] += amountOf(row, QStringLiteral("Lost"));
+    };
+    return {products, figureOf(Incoming, stock::incoming(), QStringLiteral("Incoming"), Slices::Keys, stock::incomingBounds()),
+            outgoing, figureOf(LastPrice, stock::lastPrice(), QStringLiteral("LastPrice"), Slices::Keys, stock::incomingBounds()),
+            figureOf(Recent, stock::recent(), QStringLiteral("Recent"), Slices::Days)};
+}
+
+std::vector<const StockReport::Product *> StockReport::shown(int view) const
+{
+    std::vector<const Product *> shown;
+    for (const auto &[key, product] : products_) {
+        const bool worry = product.isHandled && !product.state(rateDays_).isEmpty();
+        if (view == AllView || (view == HandledView && product.isHandled) || (view == WorryView && worry))
+            shown.push_back(&product);
+    }
+    std::stable_sort(shown.begin(), shown.end(), [](const Product *a, const Product *b) {
+        const int groups = QString::localeAwareCompare(a->category, b->category);
+        return groups != 0 ? groups < 0 : QString::localeAwareCompare(a->name, b->name) < 0;
+    });
+    return shown;
+}
+
+Row StockReport::rowOf(const Product &product) const
+{
+    const int days = product.daysLeft(rateDays_);
+    return {product.category,
+            product.name,
+            product.sums[Incoming],
+            product.sums[Sold],
+            product.sums[Service],
+            product.sums[Lost],
+            product.remaining(),
+            product.sums[LastPrice],
+            product.worth(),
+            product.sums[Recent],
+            days < 0 ? Cell() : Cell(runtime::Currency::fromWon(days)),
+            product.state(rateDays_)};
+}
+
+Sheet StockReport::sheet(int view) const
+{
+    using Kind = Column::Kind;
+    constexpr std::size_t lastPriceColumn = 7;
+    constexpr std::size_t worthColumn = 8;
+    Sheet sheet;
+    sheet.columns = {{QStringLiteral("분류"), Kind::Text, 100},       {QStringLiteral("물품명"), Kind::Text, 190},
+                     {QStringLiteral("입고"), Kind::Number, 66},      {QStringLiteral("판매"), Kind::Number, 66},
+                     {QStringLiteral("서비스"), Kind::Number, 60},    {QStringLiteral("망실"), Kind::Number, 56},
+                     {QStringLiteral("재고"), Kind::Number, 66},      {QStringLiteral("최근 매입가"), Kind::Number, 90},
+                     {QStringLiteral("재고 금액"), Kind::Number, 100}, {QStringLiteral("%1일 출고").arg(rateDays_), Kind::Number, 80},
+                     {QStringLiteral("남은 일수"), Kind::Number, 76},  {QStringLiteral("상태"), Kind::Text, 110}};
+    std::vector<const Product *> products = shown(view);
+    sheet.totals = {QStringLiteral("합계"), Cell()};
+    for (std::size_t column = 2; column < sheet.columns.size(); ++column) {
+        const bool adds = column != lastPriceColumn && column < sheet.columns.size() - 2;
+        sheet.totals.push_back(adds ? Cell(runtime::Currency()) : Cell());
+    }
+    for (const Product *product : products) {
+        Row row = rowOf(*product);
+        for (std::size_t column = 2; column < row.size(); ++column) {
+            if (isNumber(sheet.totals[column]))
+                std::get<runtime::Currency>(sheet.totals[column]) += std::get<runtime::Currency>(row[column]);
+        }
+        sheet.rows.push_back(std::move(row));
+    }
+
+    sheet.chart.title = QStringLiteral("재고 금액 상위 %1").arg(std::min(mostBarsShown, products.size()));
+    sheet.chart.lying = true;
+    sheet.chart.series = {{QStringLiteral("재고 금액"), {}}};
+    std::vector<Row> dearest = sheet.rows;
+    std::stable_sort(dearest.begin(), dearest.end(),
+                     [](const Row &a, const Row &b) { return isBefore(b[worthColumn], a[worthColumn]); });
+    for (std::size_t place = 0; place < std::min(mostBarsShown, dearest.size()); ++place) {
+        sheet.chart.categories << plainText(dearest[place][1]);
+        sheet.chart.series[0].values.push_back(std::get<runtime::Currency>(dearest[place][worthColumn]));
+    }
+    sheet.remark = QStringLiteral("재고는 지금의 것입니다. 남은 일수는 %1일 동안 나간 속도로 셉니다.").arg(rateDays_);
+    return sheet;
+}
+
+} // namespace statistics
