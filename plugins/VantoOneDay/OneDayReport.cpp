@@ -187,13 +187,13 @@ Sheet OneDayReport::sheet(int) const
 {
     using Kind = Column::Kind;
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("챠트번호"), Kind::Text, 80}, {QStringLiteral("이름"), Kind::Text, 80},
-                     {QStringLiteral("거래일"), Kind::Text, 64},   {QStringLiteral("판매금액"), Kind::Number, 86},
-                     {QStringLiteral("할인"), Kind::Number, 74},   {QStringLiteral("반품"), Kind::Number, 80},
-                     {QStringLiteral("순매출"), Kind::Number, 90}, {QStringLiteral("할인·절사"), Kind::Number, 78},
-                     {QStringLiteral("현금"), Kind::Number, 86},   {QStringLiteral("카드"), Kind::Number, 86},
-                     {QStringLiteral("통장"), Kind::Number, 80},   {QStringLiteral("환불"), Kind::Number, 80},
-                     {QStringLiteral("미수금"), Kind::Number, 80}};
+    sheet.columns = {{QStringLiteral("챠트번호"), Kind::Text, 66}, {QStringLiteral("이름"), Kind::Text, 66},
+                     {QStringLiteral("거래일"), Kind::Text, 48},   {QStringLiteral("판매금액"), Kind::Number, 76},
+                     {QStringLiteral("할인"), Kind::Number, 62},   {QStringLiteral("반품"), Kind::Number, 70},
+                     {QStringLiteral("순매출"), Kind::Number, 76}, {QStringLiteral("할인·절사"), Kind::Number, 66},
+                     {QStringLiteral("현금"), Kind::Number, 72},   {QStringLiteral("카드"), Kind::Number, 72},
+                     {QStringLiteral("통장"), Kind::Number, 66},   {QStringLiteral("환불"), Kind::Number, 70},
+                     {QStringLiteral("미수금"), Kind::Number, 70}};
     Sums totals{};
     for (const auto &[key, line] : lines_) {
         const QString kind = std::get<0>(key) ? QStringLiteral("이전") : QStringLiteral("당일");

@@ -13,8 +13,8 @@ struct PayColumn
 };
 
 /// In the order of PayPeriodReport::Amount.
-constexpr PayColumn payColumns[] = {{u"현금", 90},      {u"카드", 90},      {u"통장", 80},  {u"미수 현금", 80}, {u"미수 카드", 80}, {u"미수 통장", 80},
-                                    {u"수납 합계", 100}, {u"환불", 90},      {u"순수납", 100}, {u"할인", 80},     {u"절사", 70}};
+constexpr PayColumn payColumns[] = {{u"현금", 76},      {u"카드", 76}, {u"통장", 62},   {u"미수 현금", 66}, {u"미수 카드", 66}, {u"미수 통장", 66},
+                                    {u"수납 합계", 84}, {u"환불", 74}, {u"순수납", 84}, {u"할인", 66},     {u"절사", 56}};
 static_assert(std::size(payColumns) == PayPeriodReport::Amounts);
 
 } // namespace
@@ -74,7 +74,7 @@ Sheet PayPeriodReport::sheet(int view) const
 {
     const auto grain = Grain(view);
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 150}};
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 128}};
     for (const PayColumn &column : payColumns)
         sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
     sheet.chart.title = QStringLiteral("수납 (미수금 수납 포함)");

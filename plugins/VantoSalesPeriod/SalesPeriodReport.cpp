@@ -13,10 +13,10 @@ struct AmountColumn
 };
 
 constexpr AmountColumn lineColumns[] = {
-    {SalesPeriodReport::Gross, "Gross", u"판매금액", 100},   {SalesPeriodReport::Discount, "Discount", u"할인", 90},
-    {SalesPeriodReport::Returns, "Returns", u"반품 건수", 70}, {SalesPeriodReport::Returned, "Returned", u"반품금액", 100},
-    {SalesPeriodReport::Net, "Net", u"순매출", 110},          {SalesPeriodReport::Taxed, "Taxed", u"과세", 100},
-    {SalesPeriodReport::TaxFree, "TaxFree", u"비과세", 100},  {SalesPeriodReport::UnknownTax, "UnknownTax", u"구분 없음", 90},
+    {SalesPeriodReport::Gross, "Gross", u"판매금액", 88},   {SalesPeriodReport::Discount, "Discount", u"할인", 76},
+    {SalesPeriodReport::Returns, "Returns", u"반품 건수", 66}, {SalesPeriodReport::Returned, "Returned", u"반품금액", 84},
+    {SalesPeriodReport::Net, "Net", u"순매출", 92},          {SalesPeriodReport::Taxed, "Taxed", u"과세", 88},
+    {SalesPeriodReport::TaxFree, "TaxFree", u"비과세", 84},  {SalesPeriodReport::UnknownTax, "UnknownTax", u"구분 없음", 76},
 };
 
 } // namespace
@@ -73,7 +73,7 @@ Sheet SalesPeriodReport::sheet(int view) const
     const bool unknownTax = !totals[UnknownTax].isZero();
 
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 160}, {QStringLiteral("거래 수"), Column::Kind::Number, 70}};
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 130}, {QStringLiteral("거래 수"), Column::Kind::Number, 60}};
     for (const AmountColumn &column : lineColumns) {
         if (column.amount != UnknownTax || unknownTax)
             sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});

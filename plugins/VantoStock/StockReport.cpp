@@ -167,12 +167,12 @@ Sheet StockReport::sheet(int view) const
     constexpr std::size_t lastPriceColumn = 7;
     constexpr std::size_t worthColumn = 8;
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("분류"), Kind::Text, 100},       {QStringLiteral("물품명"), Kind::Text, 190},
-                     {QStringLiteral("입고"), Kind::Number, 66},      {QStringLiteral("판매"), Kind::Number, 66},
-                     {QStringLiteral("서비스"), Kind::Number, 60},    {QStringLiteral("망실"), Kind::Number, 56},
-                     {QStringLiteral("재고"), Kind::Number, 66},      {QStringLiteral("최근 매입가"), Kind::Number, 90},
-                     {QStringLiteral("재고 금액"), Kind::Number, 100}, {QStringLiteral("%1일 출고").arg(rateDays_), Kind::Number, 80},
-                     {QStringLiteral("남은 일수"), Kind::Number, 76},  {QStringLiteral("상태"), Kind::Text, 110}};
+    sheet.columns = {{QStringLiteral("분류"), Kind::Text, 76},       {QStringLiteral("물품명"), Kind::Text, 176},
+                     {QStringLiteral("입고"), Kind::Number, 52},     {QStringLiteral("판매"), Kind::Number, 52},
+                     {QStringLiteral("서비스"), Kind::Number, 50},   {QStringLiteral("망실"), Kind::Number, 44},
+                     {QStringLiteral("재고"), Kind::Number, 52},     {QStringLiteral("최근 매입가"), Kind::Number, 76},
+                     {QStringLiteral("재고 금액"), Kind::Number, 88}, {QStringLiteral("%1일 출고").arg(rateDays_), Kind::Number, 66},
+                     {QStringLiteral("남은 일수"), Kind::Number, 64}, {QStringLiteral("상태"), Kind::Text, 92}};
     std::vector<const Product *> products = shown(view);
     sheet.totals = {QStringLiteral("합계"), Cell()};
     for (std::size_t column = 2; column < sheet.columns.size(); ++column) {

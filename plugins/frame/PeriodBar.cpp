@@ -15,6 +15,7 @@ namespace statistics {
 namespace {
 
 constexpr int restAfterTyping = 600; // ms
+constexpr int buttonPadding = 24;    // pixels; the stock width would push the tree of reports aside
 
 struct PresetButton
 {
@@ -55,7 +56,7 @@ PeriodBar::PeriodBar(Report::Asks asks, QWidget *parent)
     dtpFirst_ = dateBox(layout, "dtpFirst",
                         asks == Report::Asks::Period ? QStringLiteral("기간:")
                         : asks == Report::Asks::Day  ? QStringLiteral("날짜:")
-                                                     : QStringLiteral("판매 속도 기준일:"));
+                                                     : QStringLiteral("출고 속도 기준일:"));
     dtpLast_ = oneDay ? nullptr : dateBox(layout, "dtpLast", QStringLiteral("~"));
     if (dtpLast_) {
         dtpFirst_->setAccessibleName(QStringLiteral("시작일"));
@@ -77,6 +78,7 @@ void PeriodBar::addButtons(QBoxLayout *layout)
     const auto add = [&](const PresetButton &preset) {
         auto *button = controls::named(new QPushButton(QString::fromUtf16(preset.caption)), QLatin1String(preset.name));
         button->setAutoDefault(false);
+        button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + buttonPadding);
         connect(button, &QPushButton::clicked, this, [this, preset] { choose(preset.period(QDate::currentDate())); });
         layout->addWidget(button);
     };

@@ -14,7 +14,6 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QPointer>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace statistics {
@@ -45,15 +44,14 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , summary_(new SummaryBox)
     , table_(new SheetView)
     , chart_(new SheetChart)
+    , parts_(new QSplitter(Qt::Vertical))
 {
     setWindowTitle(report_->title());
-    auto *parts = new QSplitter(Qt::Vertical);
-    parts->setChildrenCollapsible(false);
-    parts->addWidget(table_);
-    parts->addWidget(chart_);
-    parts->setStretchFactor(0, 3);
-    parts->setStretchFactor(1, 2);
-    chart_->setMinimumHeight(140);
+    parts_->setChildrenCollapsible(false);
+    parts_->addWidget(table_);
+    parts_->addWidget(chart_);
+    table_->setMinimumHeight(120);
+    chart_->setMinimumHeight(120);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 6, 8, 6);
@@ -61,7 +59,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     layout->addLayout(choices());
     layout->addLayout(state());
     layout->addWidget(summary_);
-    layout->addWidget(parts, 1);
+    layout->addWidget(parts_, 1);
     wire();
     QTimer::singleShot(0, this, &ReportWindow::open);
 }
@@ -207,11 +205,16 @@ void ReportWindow::showSheet()
 {
     sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
     const QString rows = sheet_.rows.empty() ? QStringLiteral("이 기간에는 자료가 없습니다.")
-                                             : QStringLiteral("%1건").arg(sheet_.rows.size());
+                                             : QStringLiteral("%1행").arg(sheet_.rows.size());
     lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
     summary_->setLines(sheet_.summary);
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
+    if (!parted_) {
+        // Lying bars need a line each; afterwards the parts are as the user leaves them.
+        parts_->setSizes(sheet_.chart.lying ? QList<int>{500, 500} : QList<int>{600, 400});
+        parted_ = true;
+    }
 }
 
 void ReportWindow::stopped(const QString &why)

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSplitter>
 #include <QWidget>
 
 #include <memory>
@@ -64,6 +65,8 @@ private:
     SummaryBox *summary_;
     SheetView *table_;
     SheetChart *chart_;
+    QSplitter *parts_; ///< table over chart
+    bool parted_ = false;
 };
 
 } // namespace statistics

@@ -11,6 +11,8 @@
 #include <QtCharts/QStackedBarSeries>
 #include <QtCharts/QValueAxis>
 
+#include <QGraphicsLayout>
+
 #include <algorithm>
 
 namespace statistics {
@@ -95,10 +97,9 @@ QValueAxis *lengths(const Chart &plan, double lowest, double highest)
 {
     auto *axis = new QValueAxis;
     axis->setRange(std::min(0.0, lowest), highest > 0 ? highest * 1.05 : 1);
-    axis->setTickCount(5);
+    axis->setTickCount(plan.lying ? 6 : 4);
     axis->applyNiceNumbers();
     axis->setLabelFormat(axis->max() - axis->min() < 5 ? QStringLiteral("%.1f") : QStringLiteral("%.0f"));
-    axis->setTitleText(plan.inTenThousands ? QStringLiteral("만원") : QStringLiteral("개"));
     axis->setGridLineColor(QColor(0xE4, 0xE7, 0xEB));
     return axis;
 }
@@ -131,10 +132,11 @@ SheetChart::SheetChart(QWidget *parent)
     setAccessibleName(QStringLiteral("통계 그림"));
     setRenderHint(QPainter::Antialiasing);
     setFocusPolicy(Qt::NoFocus);
-    chart()->setMargins({4, 4, 4, 4});
+    chart()->setMargins({4, 0, 8, 0});
+    chart()->layout()->setContentsMargins(0, 0, 0, 0);
     chart()->setBackgroundRoundness(0);
     chart()->setLocalizeNumbers(true);
-    chart()->legend()->setAlignment(Qt::AlignTop);
+    chart()->legend()->setAlignment(Qt::AlignRight);
     QFont title = font();
     title.setBold(true);
     chart()->setTitleFont(title);
@@ -148,7 +150,7 @@ void SheetChart::setPlan(const Chart &plan)
         chart()->removeAxis(axis);
         delete axis;
     }
-    chart()->setTitle(plan.title);
+    chart()->setTitle(plan.categories.isEmpty() ? QString() : plan.title + (plan.inTenThousands ? QStringLiteral(" (만원)") : QString()));
     if (plan.categories.isEmpty())
         return;
     const bool asLines = !plan.lying && plan.categories.size() > mostBars;
@@ -157,8 +159,6 @@ void SheetChart::setPlan(const Chart &plan)
     QAbstractAxis *up = lengths(plan, lowest, highest);
     for (QAbstractAxis *axis : {along, up})
         axis->setLabelsFont(font());
-    along->setTitleFont(font());
-    up->setTitleFont(font());
     chart()->addAxis(along, plan.lying ? Qt::AlignLeft : Qt::AlignBottom);
     chart()->addAxis(up, plan.lying ? Qt::AlignBottom : Qt::AlignLeft);
     const QList<QAbstractSeries *> all = asLines ? lines(plan) : QList<QAbstractSeries *>{bars(plan)};

@@ -1,0 +1,219 @@
+#include "platform/runtime/RuntimeError.h"
+#include "plugins/VantoSalesPeriod/clsVantoSalesPeriod.h"
+#include "plugins/frame/CsvFile.h"
+#include "plugins/frame/Ledger.h"
+#include "plugins/frame/ReportWindow.h"
+#include "plugins/frame/SheetPrint.h"
+#include "tests/plugins/SampleRows.h"
+
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPrinter>
+#include <QTableView>
+#include <QTest>
+#include <QThread>
+
+using namespace statistics;
+
+namespace {
+
+/// A report of one figure over the lines' keys, each row of which takes its time.
+class SlowReport : public Report
+{
+public:
+    explicit SlowReport(QString statement)
+        : statement_(std::move(statement))
+    {
+    }
+    QString title() const override { return QStringLiteral("느린 통계"); }
+    std::vector<Figure> figures(const Period &) override
+    {
+        Figure figure{statement_, Figure::Slices::Days};
+        figure.take = [](const ado::Recordset &) { QThread::msleep(10); };
+        return {figure};
+    }
+    Sheet sheet(int) const override
+    {
+        Sheet sheet;
+        sheet.columns = {{QStringLiteral("가"), Column::Kind::Text}};
+        sheet.rows = {{QStringLiteral("다 읽음")}};
+        return sheet;
+    }
+
+private:
+    QString statement_;
+};
+
+class Window : public testing::Test
+{
+protected:
+    ReportWindow &open(const QString &statement)
+    {
+        window_ = std::make_unique<ReportWindow>(std::make_unique<SlowReport>(statement),
+                                                 samplerows::clinic(ado::Engine::SQLite).connection());
+        window_->show();
+        return *window_;
+    }
+    template <typename Control>
+    Control *control(const char *name) const
+    {
+        return window_->findChild<Control *>(QLatin1String(name));
+    }
+    QString state() const { return control<QLabel>("lblState")->text(); }
+    int rows() const { return control<QTableView>("tblReport")->model()->rowCount(); }
+    bool waitFor(const std::function<bool()> &condition) const { return QTest::qWaitFor(condition, 10'000); }
+    bool readToItsEnd() const
+    {
+        return waitFor([this] { return !window_->isReading(); });
+    }
+
+    std::unique_ptr<ReportWindow> window_;
+};
+
+const QString ordersOfADay = QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]'");
+
+} // namespace
+
+TEST(Ledger, TellsTheMediumByTheLastCharacterAndTheTimeByTheFirst)
+{
+    const struct
+    {
+        const char *method;
+        Medium medium;
+        bool late;
+    } cases[] = {{"", Medium::Cash, false},   {"00", Medium::Cash, false}, {"01", Medium::Card, false}, {"02", Medium::Bank, false},
+                 {"10", Medium::Cash, true},  {"11", Medium::Card, true},  {"12", Medium::Bank, true},  {"03", Medium::Cash, false},
+                 {"1", Medium::Card, true}};
+    for (const auto &one : cases) {
+        EXPECT_EQ(mediumOf(QLatin1String(one.method)), one.medium) << one.method;
+        EXPECT_EQ(isAgainstOutstanding(QLatin1String(one.method)), one.late) << one.method;
+    }
+}
+
+TEST(Csv, KeepsKoreanCommasAndExactNumbersAndDisarmsFormulas)
+{
+    Sheet sheet;
+    sheet.summary = {{QStringLiteral("매출"), QStringLiteral("순매출"), runtime::Currency::fromWon(-1500)}};
+    sheet.columns = {{QStringLiteral("물품, 이름"), Column::Kind::Text}, {QStringLiteral("금액")}};
+    sheet.rows = {{QStringLiteral("6\" 붕대"), runtime::Currency::fromWon(922337203685477)},
+                  {QStringLiteral("=1+1"), runtime::Currency::fromScaled(12'5000)},
+                  {QStringLiteral("두\n줄"), Cell()}};
+    sheet.totals = {QStringLiteral("합계"), runtime::Currency()};
+    EXPECT_EQ(csvOf(QStringLiteral("통계"), QStringLiteral("2026-06"), sheet, sheet.rows).toStdString(),
+              "\xEF\xBB\xBF통계,2026-06\r\n매출,순매출,-1500\r\n\r\n\"물품, 이름\",금액\r\n\"6\"\" 붕대\",922337203685477\r\n"
+              "'=1+1,12.5\r\n\"두\n줄\",\r\n합계,0\r\n");
+    EXPECT_EQ(shownText(sheet.rows[1][1]).toStdString(), "12.5");
+    EXPECT_EQ(shownText(sheet.rows[0][1]).toStdString(), "922,337,203,685,477");
+}
+
+TEST(StatStart, GivesTheWindowBeforeAnythingIsRead)
+{
+    clsVantoSalesPeriod component;
+    ado::ConnectionPtr connection = samplerows::clinic(ado::Engine::SQLite).connection();
+    const int handle = component.StatStart(connection);
+    const std::unique_ptr<QWidget> window(QWidget::find(WId(handle)));
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->property("reading").toBool());
+    EXPECT_EQ(window->findChild<QTableView *>(QStringLiteral("tblReport"))->model()->rowCount(), 0);
+
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->property("reading").toBool(); }, 10'000));
+    // The shop's last month, since nothing was sold in the one of today.
+    EXPECT_EQ(window->findChild<QDateEdit *>(QStringLiteral("dtpFirst"))->date(), QDate(2026, 6, 1));
+    EXPECT_EQ(window->findChild<QDateEdit *>(QStringLiteral("dtpLast"))->date(), QDate(2026, 6, 30));
+    EXPECT_GT(window->findChild<QTableView *>(QStringLiteral("tblReport"))->model()->rowCount(), 10);
+
+    connection.reset();
+    EXPECT_THROW(component.StatStart(connection), runtime::RuntimeError);
+}
+
+TEST_F(Window, StaysAliveAndShowsItsProgressWhileItReads)
+{
+    ReportWindow &window = open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    EXPECT_EQ(rows(), 1);
+    EXPECT_FALSE(control<QWidget>("cmdCancel")->isVisible());
+
+    control<QDateEdit>("dtpFirst")->setDate(samplerows::firstDay); // some 300 orders, 3 s
+    ASSERT_TRUE(waitFor([&] { return window.isReading(); }));
+    QElapsedTimer begun;
+    begun.start();
+    int turns = 0;
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout, [&turns] { ++turns; });
+    other.start(0);
+    ASSERT_TRUE(waitFor([&] { return control<QWidget>("prgReading")->isVisible(); }));
+    EXPECT_GE(begun.elapsed(), 400);
+    EXPECT_LT(begun.elapsed(), 1500);
+    EXPECT_GT(turns, 3);
+    EXPECT_TRUE(window.isReading());
+
+    QTest::mouseClick(control<QPushButton>("cmdCancel"), Qt::LeftButton);
+    EXPECT_FALSE(window.isReading());
+    EXPECT_FALSE(control<QWidget>("prgReading")->isVisible());
+    EXPECT_EQ(rows(), 0); // what stood there belonged to other days
+    EXPECT_TRUE(state().contains(QStringLiteral("중지")));
+    EXPECT_FALSE(control<QPushButton>("cmdCsv")->isEnabled());
+}
+
+TEST_F(Window, MayBeDestroyedWhileItReads)
+{
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    control<QDateEdit>("dtpFirst")->setDate(samplerows::firstDay);
+    ASSERT_TRUE(waitFor([&] { return window_->isReading(); }));
+    window_.reset();
+    QTest::qWait(50);
+}
+
+TEST_F(Window, TellsWhyItCannotRead)
+{
+    open(QStringLiteral("SELECT * FROM nowhere"));
+    ASSERT_TRUE(readToItsEnd());
+    EXPECT_TRUE(state().startsWith(QStringLiteral("통계를 읽지 못했습니다: "))) << state().toStdString();
+    EXPECT_EQ(rows(), 0);
+
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    control<QDateEdit>("dtpFirst")->setDate(QDate(2026, 7, 1));
+    ASSERT_TRUE(waitFor([&] { return rows() == 0; }));
+    EXPECT_EQ(state(), QStringLiteral("시작일이 종료일보다 늦습니다."));
+}
+
+TEST_F(Window, SortsByAColumnAndKeepsTheTotalsBelow)
+{
+    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(),
+                                             samplerows::clinic(ado::Engine::SQLite).connection());
+    window_->show();
+    ASSERT_TRUE(readToItsEnd());
+    auto *table = control<QTableView>("tblReport");
+    const int net = 6;
+    table->sortByColumn(net, Qt::DescendingOrder);
+    qint64 before = std::numeric_limits<qint64>::max();
+    qint64 sum = 0;
+    for (int row = 0; row < table->model()->rowCount(); ++row) {
+        const qint64 amount = table->model()->index(row, net).data().toString().remove(u',').toLongLong();
+        EXPECT_LE(amount, before);
+        before = amount;
+        sum += amount;
+    }
+    EXPECT_EQ(control<QTableView>("tblTotals")->model()->index(0, net).data().toString().remove(u',').toLongLong(), sum);
+}
+
+TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
+{
+    Sheet sheet;
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text}, {QStringLiteral("금액")}};
+    for (int row = 0; row < 120; ++row)
+        sheet.rows.push_back({QStringLiteral("줄 %1").arg(row), runtime::Currency::fromWon(row)});
+    sheet.totals = {QStringLiteral("합계"), runtime::Currency::fromWon(7140)};
+    const QTemporaryDir folder;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.filePath(QStringLiteral("report.pdf")));
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    ASSERT_TRUE(SheetPrint({QStringLiteral("통계"), QStringLiteral("2026"), sheet}).draw(printer));
+    QFile pdf(printer.outputFileName());
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_EQ(pdf.readAll().count("/Type /Page\n"), 3);
+}
