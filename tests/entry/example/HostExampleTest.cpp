@@ -2,6 +2,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/automation/Automation.h"
 #include "platform/registry/AppSettings.h"
+#include "tests/support/MessageRecorder.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -63,6 +64,7 @@ protected:
     }
     ~HostExample() override
     {
+        EXPECT_EQ(boxes_.texts().join(u'\n').toStdString(), "");
         automation::classRegister::setFile(QString());
         registry::setStoreFolder(QString());
     }
@@ -76,6 +78,7 @@ protected:
     }
 
     QTemporaryDir folder_;
+    MessageRecorder boxes_;
     QString address_ = QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"));
 };
 
