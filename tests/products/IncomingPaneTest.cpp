@@ -123,6 +123,10 @@ TEST_F(IncomingPaneTest, APurchaseNeedsAProductAndADealer)
     EXPECT_THAT(purchases(), ElementsAre("3|2|4|1000"));
     EXPECT_EQ(window().focused(), "tdbProductIncoming");
     EXPECT_EQ(window().incoming->intIncomingEditMode(), -1);
+
+    window().push("chkcmdIncomingAED_0"); // a new purchase begins without the dealer of the last one
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 거래처를 선택하십시오."));
 }
 
 // The key of the dealer is not read from the row: whoever edits chooses the dealer again, or keeps the one chosen last.
@@ -178,8 +182,9 @@ TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherPr
     window().push("chkcmdIncomingAED_1");
     atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster WHERE PM_PK = 2"));
     window().products->loadProductListsManager(true);
-    EXPECT_EQ(window().text("txtIncCount"), "1");
-    window().push("chkcmdIncomingSave_1");
+    window().type("txtIncCount", "5");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(purchases(), ElementsAre("2|1|5|0", "1|2|9|2500"));
     EXPECT_EQ(window().text("txtIncCount"), "9");
 }
 
