@@ -6,6 +6,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/ShowText.h"
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "products/frmDealerSelect.h"
@@ -227,8 +228,10 @@ void IncomingPane::endEdit()
 
 void IncomingPane::abandonEdit()
 {
-    if (inEdit())
-        endEdit();
+    if (!inEdit())
+        return;
+    runtime::Attempt attempt; // a lost server is met by whatever begins next
+    attempt([this] { endEdit(); });
 }
 
 void IncomingPane::selectDealer()
