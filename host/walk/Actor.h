@@ -28,6 +28,7 @@ public:
     /// Pictures go to the folder as 01-name.png, 02-name.png ...
     explicit Actor(const QString &folder);
 
+    const QString &folder() const { return folder_; }
     void say(const QString &sentence);
     void picture(const QString &name, QWidget *window);
 

@@ -3,10 +3,12 @@
 #include "host/desk/DeskWindow.h"
 #include "host/sample/Clinic.h"
 #include "host/walk/Actor.h"
+#include "host/walk/Receipts.h"
 #include "host/walk/Reports.h"
 #include "host/walk/Road.h"
 #include "platform/registry/AppSettings.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -55,6 +57,8 @@ int walkTheRoad(const QString &folder)
         Actor actor(folder);
         const QTemporaryDir settings; // a trial run leaves the user's own window where it was
         registry::setStoreFolder(settings.path());
+        printRollToFile(folder);
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // the desktop's own cannot be walked through
         desk::DeskWindow window(connection);
         walkFromDesk(actor, window);
         actor.say(QStringLiteral("끝났습니다. 그림과 walk.db는 %1에 있습니다.").arg(QDir(folder).absolutePath()));

@@ -17,7 +17,7 @@ namespace {
 constexpr double gridPerInch = 1200;
 constexpr double gridPerMm = gridPerInch / mmPerInch;
 /// Even a text that fills its box keeps this distance to its neighbour.
-constexpr double gapMm = 0.8;
+constexpr double gapMm = 1.2;
 /// One line is kept down to this part of the font's size before it is broken into more.
 constexpr double leastForOneLine = 0.8;
 constexpr int mostLines = 3;

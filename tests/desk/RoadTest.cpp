@@ -1,4 +1,5 @@
 #include "tests/desk/SaleDesk.h"
+#include "tests/support/Paper.h"
 
 #include <QDate>
 #include <QProcess>
@@ -93,5 +94,12 @@ TEST(Walk, LeavesItsSaleInItsDatabase)
                                                                               "프로바이오틱스 30포|36000|500|1\n"
                                                                               "2|1000|\n"
                                                                               "3|20000|00\n");
+    // What was paid stands on paper.
+    const Paper receipt(folder.filePath(QStringLiteral("out/receipt.pdf")));
+    EXPECT_EQ(receipt.word(QStringLiteral("111,500")).page, 0);
+    const Paper roll(folder.filePath(QStringLiteral("out/roll.pdf")));
+    EXPECT_TRUE(roll.has(QStringLiteral("111,500")));
+    EXPECT_TRUE(roll.has(QStringLiteral("20,000")));
+    EXPECT_TRUE(Paper(folder.filePath(QStringLiteral("out/period.pdf"))).has(QStringLiteral("111,500")));
     EXPECT_GE(QDir(folder.filePath(QStringLiteral("out"))).entryList({QStringLiteral("*.png")}).size(), 10);
 }
