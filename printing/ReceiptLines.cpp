@@ -11,19 +11,19 @@ namespace {
 
 /// The number 0 written before the column's text, so that NULL gives 0. A negative number makes "0-5", which is no number:
 /// that is how a receipt refuses it.
-QVariant withLeadingZero(const ado::Recordset &row, const QString &field)
+QVariant withLeadingZero(const ado::Recordset &row, const QString &field, const QString &caption)
 {
     const QString digits = runtime::text(row[field]);
     if (digits.startsWith(QLatin1Char('-')))
         throw runtime::RuntimeError(runtime::ErrorNumber::TypeMismatch,
-                                    QStringLiteral("음수는 출력할 수 없습니다. (%1: %2)").arg(field, digits));
+                                    QStringLiteral("음수는 출력할 수 없습니다. (%1: %2)").arg(caption, digits));
     return QLatin1Char('0') + digits;
 }
 
-QVariant numberOf(const ado::Recordset &row, const QString &field, Numbers numbers)
+QVariant numberOf(const ado::Recordset &row, const QString &field, const QString &caption, Numbers numbers)
 {
     if (numbers == Numbers::LeadingZero)
-        return withLeadingZero(row, field);
+        return withLeadingZero(row, field, caption);
     const QVariant value = row[field];
     return runtime::isNull(value) ? QVariant(0) : value;
 }
@@ -42,9 +42,9 @@ Line lineOf(const ado::Recordset &row, Numbers numbers, std::int16_t intItem)
     line.intItem = intItem;
     line.name = runtime::text(row[QStringLiteral("PM_Name")]);
     line.category = runtime::text(row[QStringLiteral("PM_Catagory")]);
-    line.curUnit = runtime::CCur(numberOf(row, QStringLiteral("OrdD_UnitPrice"), numbers));
-    line.curDisc = runtime::CCur(numberOf(row, QStringLiteral("OrdD_HalinUnit"), numbers));
-    line.intCount = runtime::CInt(numberOf(row, QStringLiteral("OrdD_Count"), numbers));
+    line.curUnit = runtime::CCur(numberOf(row, QStringLiteral("OrdD_UnitPrice"), QStringLiteral("단가"), numbers));
+    line.curDisc = runtime::CCur(numberOf(row, QStringLiteral("OrdD_HalinUnit"), QStringLiteral("할인"), numbers));
+    line.intCount = runtime::CInt(numberOf(row, QStringLiteral("OrdD_Count"), QStringLiteral("수량"), numbers));
     line.kind = kindOf(row[QStringLiteral("OrdD_OrderType")], line.intCount);
     line.taxed = runtime::isTrue(row[QStringLiteral("PM_IsTaxed")]);
     if (line.taxed)
@@ -93,8 +93,10 @@ LedgerTotals readTotals(const ado::ConnectionPtr &connection, const QString &sta
     row.Open(statement, connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     if (!row.hasCurrent())
         return totals;
-    for (const Column &column : columns)
-        totals.*column.total = runtime::CCur(withLeadingZero(row, QString::fromUtf16(column.name)));
+    for (const Column &column : columns) {
+        const QString name = QString::fromUtf16(column.name);
+        totals.*column.total = runtime::CCur(withLeadingZero(row, name, name));
+    }
     return totals;
 }
 

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace print {
 
@@ -22,22 +23,21 @@ struct CommandFace
     const char *name;
     const char16_t *caption;
     const char *keys; ///< separated by blanks
-    bool gapAfter;
 };
 
 // In the order of the commands.
 constexpr CommandFace faces[] = {
-    {"cmdPrint", u"인쇄", "Ctrl+P", false},
-    {"cmdSavePdf", u"PDF 저장", "Ctrl+S", true},
-    {"cmdFirstPage", u"처음", "Ctrl+Home", false},
-    {"cmdPreviousPage", u"이전", "PgUp", false},
-    {"cmdNextPage", u"다음", "PgDown", false},
-    {"cmdLastPage", u"끝", "Ctrl+End", true},
-    {"cmdZoomOut", u"축소", "Ctrl+-", false},
-    {"cmdZoomIn", u"확대", "Ctrl++ Ctrl+=", false},
-    {"cmdFitWidth", u"폭 맞춤", "Ctrl+1", false},
-    {"cmdFitPage", u"쪽 맞춤", "Ctrl+0", true},
-    {"cmdClose", u"닫기", "", false},
+    {"cmdPrint", u"인쇄", "Ctrl+P"},
+    {"cmdSavePdf", u"PDF 저장", "Ctrl+S"},
+    {"cmdFirstPage", u"처음", "Ctrl+Home"},
+    {"cmdPreviousPage", u"이전", "PgUp"},
+    {"cmdNextPage", u"다음", "PgDown"},
+    {"cmdLastPage", u"끝", "Ctrl+End"},
+    {"cmdZoomOut", u"축소", "Ctrl+-"},
+    {"cmdZoomIn", u"확대", "Ctrl++ Ctrl+="},
+    {"cmdFitWidth", u"폭 맞춤", "Ctrl+1"},
+    {"cmdFitPage", u"쪽 맞춤", "Ctrl+0"},
+    {"cmdClose", u"닫기", ""},
 };
 
 constexpr double zoomStep = 1.25;
@@ -55,63 +55,75 @@ VSPrinter::VSPrinter(QWidget *parent)
     , scroll_(new QScrollArea(this))
     , canvas_(new PageCanvas)
 {
-    auto *bar = new QHBoxLayout;
-    bar->setContentsMargins(8, 6, 8, 0);
-    bar->setSpacing(4);
-    makeButtons(bar);
-
-    cboPrinter_->setAccessibleName(QStringLiteral("프린터"));
-    cboPrinter_->setMinimumWidth(170);
-    lblPage_->setMinimumWidth(64);
-    lblPage_->setAlignment(Qt::AlignCenter);
-    lblZoom_->setMinimumWidth(44);
-    lblZoom_->setAlignment(Qt::AlignCenter);
-
+    for (int command = 0; command < CommandCount; ++command)
+        buttons_[command] = makeButton(Command(command));
     scroll_->setBackgroundRole(QPalette::Dark);
     scroll_->setAlignment(Qt::AlignCenter);
     scroll_->setWidget(canvas_);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addLayout(bar);
+    for (QHBoxLayout *bar : {makeOutputBar(), makeViewBar()}) {
+        bar->setContentsMargins(8, 2, 8, 2);
+        layout->addLayout(bar);
+    }
     layout->addWidget(scroll_, 1);
+    QWidget *before = cboPrinter_;
+    for (QPushButton *button : buttons_)
+        setTabOrder(std::exchange(before, button), button);
+    setTabOrder(before, scroll_);
     setFocusProxy(scroll_);
     // Asking the printing system may take a while; the page stands first.
     QTimer::singleShot(0, this, [this] { fillPrinters(); });
 }
 
-void VSPrinter::makeButtons(QHBoxLayout *bar)
+QPushButton *VSPrinter::makeButton(Command command)
 {
-    for (int index = 0; index < CommandCount; ++index) {
-        const CommandFace &face = faces[index];
-        const auto command = Command(index);
-        auto *button = controls::named(new QPushButton(QString::fromUtf16(face.caption), this), QString::fromLatin1(face.name));
-        button->setAutoDefault(false);
-        button->setAccessibleName(button->text());
-        button->setToolTip(QString::fromLatin1(face.keys).section(QLatin1Char(' '), 0, 0));
-        controls::onEvent(button, &QPushButton::clicked, this, [this, command](bool) { run(command); });
-        const QStringList keys = QString::fromLatin1(face.keys).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        for (const QString &key : keys)
-            connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, button, &QPushButton::click);
-        buttons_[index] = button;
-        if (index == Close) {
-            bar->addWidget(lblDone_, 1);
-            bar->addWidget(button);
-            break;
-        }
-        if (index == Print) {
-            auto *caption = new QLabel(QStringLiteral("프린터(&R)"), this);
-            caption->setBuddy(cboPrinter_);
-            bar->addWidget(caption);
-            bar->addWidget(cboPrinter_);
-        }
-        bar->addWidget(button);
-        if (index == PreviousPage)
-            bar->addWidget(lblPage_);
-        if (index == ZoomOut)
-            bar->addWidget(lblZoom_);
-        if (face.gapAfter)
-            bar->addSpacing(14);
+    const CommandFace &face = faces[command];
+    auto *button = controls::named(new QPushButton(QString::fromUtf16(face.caption), this), QString::fromLatin1(face.name));
+    button->setAutoDefault(false);
+    button->setAccessibleName(button->text());
+    const QStringList keys = QString::fromLatin1(face.keys).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    button->setToolTip(keys.value(0));
+    for (const QString &key : keys)
+        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, button, &QPushButton::click);
+    controls::onEvent(button, &QPushButton::clicked, this, [this, command](bool) { run(command); });
+    return button;
+}
+
+QHBoxLayout *VSPrinter::makeOutputBar()
+{
+    auto *caption = new QLabel(QStringLiteral("프린터(&R)"), this);
+    caption->setBuddy(cboPrinter_);
+    cboPrinter_->setAccessibleName(QStringLiteral("프린터"));
+    cboPrinter_->setMinimumWidth(200);
+    // A long file name must not widen the window.
+    lblDone_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto *bar = new QHBoxLayout;
+    bar->addWidget(caption);
+    bar->addWidget(cboPrinter_);
+    bar->addWidget(buttons_[Print]);
+    bar->addSpacing(14);
+    bar->addWidget(buttons_[SavePdf]);
+    bar->addWidget(lblDone_, 1);
+    bar->addWidget(buttons_[Close]);
+    return bar;
+}
+
+QHBoxLayout *VSPrinter::makeViewBar()
+{
+    for (QLabel *label : {lblPage_, lblZoom_}) {
+        label->setMinimumWidth(64);
+        label->setAlignment(Qt::AlignCenter);
     }
+    auto *bar = new QHBoxLayout;
+    bar->addStretch();
+    for (QWidget *widget : QWidgetList{buttons_[FirstPage], buttons_[PreviousPage], lblPage_, buttons_[NextPage], buttons_[LastPage]})
+        bar->addWidget(widget);
+    bar->addSpacing(24);
+    for (QWidget *widget : QWidgetList{buttons_[ZoomOut], lblZoom_, buttons_[ZoomIn], buttons_[FitWidth], buttons_[FitPage]})
+        bar->addWidget(widget);
+    bar->addStretch();
+    return bar;
 }
 
 void VSPrinter::run(Command command)

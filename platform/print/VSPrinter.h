@@ -38,7 +38,9 @@ signals:
 private:
     enum Command { Print, SavePdf, FirstPage, PreviousPage, NextPage, LastPage, ZoomOut, ZoomIn, FitWidth, FitPage, Close, CommandCount };
 
-    void makeButtons(QHBoxLayout *bar);
+    QPushButton *makeButton(Command command);
+    QHBoxLayout *makeOutputBar();
+    QHBoxLayout *makeViewBar();
     void run(Command command);
     void printOut();
     void savePdf();

@@ -76,7 +76,7 @@ TEST_F(ReceiptsInWindow, OfAReturnAreRefusedByTheRollAndTheWindowLivesOn)
     desk_.choose("tdbCustSaleMaster", 0);
     desk_.click("chkCmdPrintReceiptRollPrinter");
     ASSERT_EQ(desk_.boxes.messages.size(), 1);
-    EXPECT_EQ(desk_.boxes.messages[0].text.toStdString(), "음수는 출력할 수 없습니다. (OrdD_Count: -1)");
+    EXPECT_EQ(desk_.boxes.messages[0].text.toStdString(), "음수는 출력할 수 없습니다. (수량: -1)");
     EXPECT_FALSE(QFile::exists(file("roll.pdf")));
     EXPECT_TRUE(desk_.window()->isVisible());
 }

@@ -162,7 +162,7 @@ TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
         const char *says;
     };
     const Case cases[] = {
-        {[&] { atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = -1")); }, "음수는 출력할 수 없습니다. (OrdD_Count: -1)"},
+        {[&] { atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = -1")); }, "음수는 출력할 수 없습니다. (수량: -1)"},
         {[&] {
              atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = 1"));
              writeLogo("this is no picture");
