@@ -2,8 +2,8 @@
 
 #include "platform/print/Lengths.h"
 #include "platform/print/Printers.h"
-#include "platform/registry/AppSettings.h"
 #include "platform/runtime/Attempt.h"
+#include "settings/clsUserSetting.h"
 
 namespace {
 
@@ -14,8 +14,7 @@ constexpr double rollWidthTwips = 7000;
 
 QString clsReceiptPrinter::GetReceiptPrinter() const
 {
-    const QString stored = registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"),
-                                                QStringLiteral("영수증프린터디바이스"), automatic);
+    const QString stored = clsUserSetting().ReceiptPrinter();
     return stored == automatic ? GetPrinterList() : stored;
 }
 

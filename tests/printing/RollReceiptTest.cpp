@@ -1,7 +1,9 @@
 #include "platform/registry/AppSettings.h"
 #include "platform/runtime/RuntimeError.h"
 #include "printing/clsReceiptPrinter.h"
+#include "settings/clsUserSetting.h"
 #include "tests/printing/ReceiptDesk.h"
+#include "tests/support/PrintServer.h"
 
 #include <QFile>
 #include <QImage>
@@ -9,6 +11,9 @@
 #include <gmock/gmock.h>
 
 namespace {
+
+// Before any test asks for printers: those of the machine are none of theirs.
+const bool apart = PrintServer::keepApart();
 
 constexpr double tolerance = 0.5; // mm
 
@@ -23,10 +28,7 @@ protected:
     RollReceiptTest() { registry::setStoreFolder(program_.path()); }
     ~RollReceiptTest() override { registry::setStoreFolder({}); }
 
-    void choosePrinter(const QString &name)
-    {
-        registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"), QStringLiteral("영수증프린터디바이스"), name);
-    }
+    static void choosePrinter(const QString &name) { clsUserSetting().setReceiptPrinter(name); }
     int orderOfLines(int count)
     {
         const int sold = product(QStringLiteral("감초차%1").arg(count), 1234, count % 2 == 1);
@@ -195,4 +197,37 @@ TEST_F(RollReceiptTest, RefusesAPrinterThatPrintsNoGraphics)
     choosePrinter(QStringLiteral("cbm receipt printer (text only)"));
     PrintRollPrintReceipt(nullptr, rollOrder(1));
     EXPECT_THAT(reader.take(), testing::ElementsAre("지원되지 않는 프린터: 그래픽 출력이 가능한 프린터를 사용하십시오."));
+}
+
+TEST_F(RollReceiptTest, FindsTheRollPrinterAmongTheSystemsPrinters)
+{
+    ASSERT_TRUE(apart);
+    const int key = orderOfLines(30);
+    BoxReader reader;
+    PrintRollPrintReceipt(nullptr, rollOrder(key)); // no printing system at all
+    const std::string notFound = "프린터를 찾지 못했습니다.: 롤 프린터를 찾을 수 없습니다. 롤 프린터로 출력하기 위해서는\r[EPSON TM-T88II Partial "
+                                 "cut]으로 등록된 프린터가 필요합니다.";
+    EXPECT_THAT(reader.take(), testing::ElementsAre(notFound));
+
+    PrintServer server;
+    const clsReceiptPrinter printers;
+    EXPECT_EQ(printers.GetReceiptPrinter(), PrintServer::rollPrinter);
+    QComboBox box;
+    EXPECT_TRUE(printers.FillPrinterList(box));
+    EXPECT_EQ(box.count(), 2);
+
+    PrintRollPrintReceipt(nullptr, rollOrder(key));
+    const Paper paper(server.job(PrintServer::rollPrinter));
+    ASSERT_EQ(paper.sheets().size(), 1);
+    EXPECT_NEAR(paper.sheets()[0].height(), mm(6240) + 290 + 3.7 + 5, 1);
+    EXPECT_NEAR(paper.word(QStringLiteral("001감초차30")).box.left(), 0, tolerance);
+    EXPECT_NEAR(paper.word(QStringLiteral("030감초차30")).box.top(), mm(3510) + 290, 1);
+    EXPECT_TRUE(reader.take().empty());
+
+    server.remove(PrintServer::rollPrinter);
+    EXPECT_EQ(printers.GetReceiptPrinter(), QString()); // a page printer is none
+    PrintRollPrintReceipt(nullptr, rollOrder(key));
+    EXPECT_THAT(reader.take(), testing::ElementsAre(notFound));
+    choosePrinter(QStringLiteral("없어진 프린터"));
+    EXPECT_EQ(printers.GetReceiptPrinter(), QStringLiteral("없어진 프린터")); // handed on unchecked
 }
