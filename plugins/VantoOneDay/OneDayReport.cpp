@@ -86,35 +86,35 @@ QString oneDay::outstandingMade()
                           "WHERE OrdM_Date = '[FROM]' AND tpstrans_Operator = 3 AND tpstrans_Method LIKE '1%') AS Parts");
 }
 
-void OneDayReport::takeOrder(const ado::Recordset &row)
+void OneDayReport::takeOrder(const Record &row)
 {
-    Line &line = lines_[{false, keyOf(row, QStringLiteral("OrdM_PK")), keyOf(row, QStringLiteral("Cust_PK"))}];
-    line.chart = textOf(row, QStringLiteral("sn"));
-    line.name = textOf(row, QStringLiteral("name"));
-    line.sums[Owed] += amountOf(row, QStringLiteral("OrdM_Misugum"));
+    Line &line = lines_[{false, row.key(0), row.key(1)}];
+    line.name = row.text(2);
+    line.chart = row.text(3);
+    line.sums[Owed] += row.amount(4);
 }
 
-void OneDayReport::takeLines(const ado::Recordset &row)
+void OneDayReport::takeLines(const Record &row)
 {
-    Sums &sums = lines_[{false, keyOf(row, QStringLiteral("OrdM_PK")), keyOf(row, QStringLiteral("Cust_PK"))}].sums;
-    sums[Gross] += amountOf(row, QStringLiteral("Gross"));
-    sums[Discount] += amountOf(row, QStringLiteral("Discount"));
-    sums[Returned] += amountOf(row, QStringLiteral("Returned"));
-    sums[Net] += amountOf(row, QStringLiteral("Net"));
+    Sums &sums = lines_[{false, row.key(0), row.key(1)}].sums;
+    sums[Gross] += row.amount(2);
+    sums[Discount] += row.amount(3);
+    sums[Returned] += row.amount(4);
+    sums[Net] += row.amount(5);
 }
 
-void OneDayReport::takeLedger(const ado::Recordset &row)
+void OneDayReport::takeLedger(const Record &row)
 {
-    const int order = keyOf(row, QStringLiteral("tpstrans_OrderM_PK"));
-    const int customer = keyOf(row, QStringLiteral("tpstrans_Customer_PK"));
+    const int order = row.key(0);
+    const int customer = row.key(1);
     const bool ofTheDay = lines_.contains({false, order, customer});
     Line &line = lines_[{!ofTheDay, order, customer}];
-    line.chart = textOf(row, QStringLiteral("sn"));
-    line.name = textOf(row, QStringLiteral("name"));
-    const QString method = textOf(row, QStringLiteral("tpstrans_Method"));
+    line.name = row.text(2);
+    line.chart = row.text(3);
+    const QString method = row.text(5);
     const auto medium = std::size_t(mediumOf(method));
-    const runtime::Currency amount = amountOf(row, QStringLiteral("Amount"));
-    switch (keyOf(row, QStringLiteral("tpstrans_Operator"))) {
+    const runtime::Currency amount = row.amount(6);
+    switch (row.key(4)) {
     case Operator::Payment:
         line.sums[PaidCash + medium] += amount;
         if (isAgainstOutstanding(method))
@@ -141,13 +141,13 @@ std::vector<Figure> OneDayReport::figures(const Period &)
     lines_.clear();
     outstandingMade_ = discounts_ = cuts_ = {};
     Figure orders{oneDay::orders()};
-    orders.take = [this](const ado::Recordset &row) { takeOrder(row); };
+    orders.take = [this](const Record &row) { takeOrder(row); };
     Figure lines{oneDay::linesByOrder()};
-    lines.take = [this](const ado::Recordset &row) { takeLines(row); };
+    lines.take = [this](const Record &row) { takeLines(row); };
     Figure ledger{oneDay::ledgerByOrder()}; // behind the orders, among which it looks for its own
-    ledger.take = [this](const ado::Recordset &row) { takeLedger(row); };
+    ledger.take = [this](const Record &row) { takeLedger(row); };
     Figure made{oneDay::outstandingMade()};
-    made.take = [this](const ado::Recordset &row) { outstandingMade_ += amountOf(row, QStringLiteral("Made")); };
+    made.take = [this](const Record &row) { outstandingMade_ += row.amount(0); };
     return {orders, lines, ledger, made};
 }
 

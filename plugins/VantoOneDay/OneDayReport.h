@@ -59,9 +59,9 @@ private:
         Sums sums{};
     };
 
-    void takeOrder(const ado::Recordset &row);
-    void takeLines(const ado::Recordset &row);
-    void takeLedger(const ado::Recordset &row);
+    void takeOrder(const Record &row);
+    void takeLines(const Record &row);
+    void takeLedger(const Record &row);
     std::vector<SummaryLine> summary(const Sums &totals) const;
 
     std::map<Key, Line> lines_;

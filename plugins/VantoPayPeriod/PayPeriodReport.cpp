@@ -36,12 +36,12 @@ PayPeriodReport::PayPeriodReport()
 {
 }
 
-void PayPeriodReport::take(const ado::Recordset &row)
+void PayPeriodReport::take(const Record &row)
 {
-    const QDate day = dateOf(row, QStringLiteral("tpstrans_Date"));
-    const QString method = textOf(row, QStringLiteral("tpstrans_Method"));
-    const runtime::Currency amount = amountOf(row, QStringLiteral("Amount"));
-    switch (keyOf(row, QStringLiteral("tpstrans_Operator"))) {
+    const QDate day = row.date(0);
+    const QString method = row.text(2);
+    const runtime::Currency amount = row.amount(3);
+    switch (row.key(1)) {
     case Operator::Payment:
         days_.add(day, std::size_t(mediumOf(method)) + (isAgainstOutstanding(method) ? LateCash : Cash), amount);
         days_.add(day, Taken, amount);
@@ -66,7 +66,7 @@ std::vector<Figure> PayPeriodReport::figures(const Period &period)
 {
     days_.clear(period);
     Figure ledger{payPeriod::ledgerByDay(), Figure::Slices::Days};
-    ledger.take = [this](const ado::Recordset &row) { take(row); };
+    ledger.take = [this](const Record &row) { take(row); };
     return {ledger};
 }
 

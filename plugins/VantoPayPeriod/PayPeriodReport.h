@@ -30,7 +30,7 @@ public:
     Sheet sheet(int view) const override;
 
 private:
-    void take(const ado::Recordset &row);
+    void take(const Record &row);
 
     DayTable days_;
 };

@@ -10,21 +10,25 @@ constexpr std::size_t mostBarsShown = 10;
 
 struct ItemColumn
 {
-    const char *field;
     const char16_t *caption;
     int width;
 };
 
-/// In the order of SalesItemReport::Amount.
+/// In the order of SalesItemReport::Amount and of the statement, behind the product.
 constexpr ItemColumn itemColumns[] = {
-    {"Sold", u"판매 수량", 90}, {"Service", u"서비스", 80}, {"Lost", u"망실", 80}, {"Returned", u"반품", 80}, {"Net", u"순매출", 120}};
+    {u"판매 수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120}};
 static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
 } // namespace
 
 QString salesItem::products()
 {
-    return QStringLiteral("SELECT PM_PK, PM_Catagory, PM_Name FROM tPSProductMaster");
+    return QStringLiteral("SELECT PM_PK, PM_Catagory, PM_Name FROM tPSProductMaster WHERE PM_PK BETWEEN [FROM] AND [TO]");
+}
+
+QString salesItem::productBounds()
+{
+    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSProductMaster");
 }
 
 QString salesItem::linesByProduct()
@@ -44,16 +48,13 @@ std::vector<Figure> SalesItemReport::figures(const Period &)
 {
     products_.clear();
     sums_.clear();
-    Figure products{salesItem::products()};
-    products.take = [this](const ado::Recordset &row) {
-        products_[keyOf(row, QStringLiteral("PM_PK"))] = {textOf(row, QStringLiteral("PM_Catagory")),
-                                                          textOf(row, QStringLiteral("PM_Name"))};
-    };
+    Figure products{salesItem::products(), Figure::Slices::Keys, salesItem::productBounds()};
+    products.take = [this](const Record &row) { products_[row.key(0)] = {row.text(1), row.text(2)}; };
     Figure lines{salesItem::linesByProduct(), Figure::Slices::Days};
-    lines.take = [this](const ado::Recordset &row) {
-        Sums &sums = sums_[keyOf(row, QStringLiteral("PM_PK"))];
+    lines.take = [this](const Record &row) {
+        Sums &sums = sums_[row.key(0)];
         for (std::size_t amount = 0; amount < Amounts; ++amount)
-            sums[amount] += amountOf(row, QLatin1String(itemColumns[amount].field));
+            sums[amount] += row.amount(int(amount) + 1);
     };
     return {products, lines};
 }

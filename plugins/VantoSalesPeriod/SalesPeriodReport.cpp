@@ -7,16 +7,16 @@ namespace {
 struct AmountColumn
 {
     SalesPeriodReport::Amount amount;
-    const char *field;
     const char16_t *caption;
     int width;
 };
 
+/// In the order of the statement, behind the day.
 constexpr AmountColumn lineColumns[] = {
-    {SalesPeriodReport::Gross, "Gross", u"판매금액", 88},   {SalesPeriodReport::Discount, "Discount", u"할인", 76},
-    {SalesPeriodReport::Returns, "Returns", u"반품 건수", 66}, {SalesPeriodReport::Returned, "Returned", u"반품금액", 84},
-    {SalesPeriodReport::Net, "Net", u"순매출", 92},          {SalesPeriodReport::Taxed, "Taxed", u"과세", 88},
-    {SalesPeriodReport::TaxFree, "TaxFree", u"비과세", 84},  {SalesPeriodReport::UnknownTax, "UnknownTax", u"구분 없음", 76},
+    {SalesPeriodReport::Gross, u"판매금액", 88},   {SalesPeriodReport::Discount, u"할인", 76},
+    {SalesPeriodReport::Returns, u"반품 건수", 66}, {SalesPeriodReport::Returned, u"반품금액", 84},
+    {SalesPeriodReport::Net, u"순매출", 92},          {SalesPeriodReport::Taxed, u"과세", 88},
+    {SalesPeriodReport::TaxFree, u"비과세", 84},  {SalesPeriodReport::UnknownTax, u"구분 없음", 76},
 };
 
 } // namespace
@@ -54,14 +54,12 @@ std::vector<Figure> SalesPeriodReport::figures(const Period &period)
 {
     days_.clear(period);
     Figure orders{salesPeriod::ordersByDay(), Figure::Slices::Days};
-    orders.take = [this](const ado::Recordset &row) {
-        days_.add(dateOf(row, QStringLiteral("OrdM_Date")), Orders, amountOf(row, QStringLiteral("Orders")));
-    };
+    orders.take = [this](const Record &row) { days_.add(row.date(0), Orders, row.amount(1)); };
     Figure lines{salesPeriod::linesByDay(), Figure::Slices::Days};
-    lines.take = [this](const ado::Recordset &row) {
-        const QDate day = dateOf(row, QStringLiteral("OrdM_Date"));
-        for (const AmountColumn &column : lineColumns)
-            days_.add(day, column.amount, amountOf(row, QLatin1String(column.field)));
+    lines.take = [this](const Record &row) {
+        const QDate day = row.date(0);
+        for (std::size_t column = 0; column < std::size(lineColumns); ++column)
+            days_.add(day, lineColumns[column].amount, row.amount(int(column) + 1));
     };
     return {orders, lines};
 }

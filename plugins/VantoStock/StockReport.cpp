@@ -3,6 +3,7 @@
 #include "platform/runtime/Conversions.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace statistics {
 
@@ -15,7 +16,13 @@ enum View { HandledView, AllView, WorryView };
 
 QString stock::products()
 {
-    return QStringLiteral("SELECT PM_PK, PM_Catagory, PM_Name, PM_IsValid FROM tPSProductMaster");
+    return QStringLiteral("SELECT PM_PK, PM_Catagory, PM_Name, PM_IsValid FROM tPSProductMaster "
+                          "WHERE PM_PK BETWEEN [FROM] AND [TO]");
+}
+
+QString stock::productBounds()
+{
+    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSProductMaster");
 }
 
 QString stock::incoming()
@@ -92,14 +99,17 @@ QStringList StockReport::views() const
     return {QStringLiteral("취급 물품"), QStringLiteral("모든 물품"), QStringLiteral("확인할 물품")};
 }
 
-Figure StockReport::figureOf(Amount amount, const QString &statement, const QString &field, Figure::Slices slices,
+Figure StockReport::figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices,
                              const QString &bounds)
 {
     Figure figure{statement, slices, bounds};
-    figure.take = [this, amount, field](const ado::Recordset &row) {
-        const auto product = products_.find(keyOf(row, QStringLiteral("PM_PK")));
-        if (product != products_.end())
-            product->second.sums[amount] += amountOf(row, field);
+    figure.take = [this, amounts = std::move(amounts)](const Record &row) {
+        const auto product = products_.find(row.key(0));
+        if (product == products_.end())
+            return;
+        int column = 0;
+        for (const Amount amount : amounts)
+            product->second.sums[amount] += row.amount(++column);
     };
     return figure;
 }
@@ -109,24 +119,12 @@ std::vector<Figure> StockReport::figures(const Period &period)
     using Slices = Figure::Slices;
     products_.clear();
     rateDays_ = period.days();
-    Figure products{stock::products()};
-    products.take = [this](const ado::Recordset &row) {
-        products_[keyOf(row, QStringLiteral("PM_PK"))] = {textOf(row, QStringLiteral("PM_Catagory")),
-                                                          textOf(row, QStringLiteral("PM_Name")),
-                                                          runtime::isTrue(row[QStringLiteral("PM_IsValid")])};
-    };
-    Figure outgoing = figureOf(Sold, stock::outgoing(), QStringLiteral("Sold"), Slices::Keys, stock::outgoingBounds());
-    outgoing.take = [this](const ado::Recordset &row) {
-        const auto product = products_.find(keyOf(row, QStringLiteral("PM_PK")));
-        if (product == products_.end())
-            return;
-        product->second.sums[Sold] += amountOf(row, QStringLiteral("Sold"));
-        product->second.sums[Service] += amountOf(row, QStringLiteral("Service"));
-        product->second.sums[Lost] += amountOf(row, QStringLiteral("Lost"));
-    };
-    return {products, figureOf(Incoming, stock::incoming(), QStringLiteral("Incoming"), Slices::Keys, stock::incomingBounds()),
-            outgoing, figureOf(LastPrice, stock::lastPrice(), QStringLiteral("LastPrice"), Slices::Keys, stock::incomingBounds()),
-            figureOf(Recent, stock::recent(), QStringLiteral("Recent"), Slices::Days)};
+    Figure products{stock::products(), Slices::Keys, stock::productBounds()};
+    products.take = [this](const Record &row) { products_[row.key(0)] = {row.text(1), row.text(2), row.flag(3)}; };
+    return {products, figureOf({Incoming}, stock::incoming(), Slices::Keys, stock::incomingBounds()),
+            figureOf({Sold, Service, Lost}, stock::outgoing(), Slices::Keys, stock::outgoingBounds()),
+            figureOf({LastPrice}, stock::lastPrice(), Slices::Keys, stock::incomingBounds()),
+            figureOf({Recent}, stock::recent(), Slices::Days)};
 }
 
 std::vector<const StockReport::Product *> StockReport::shown(int view) const
@@ -138,8 +136,7 @@ std::vector<const StockReport::Product *> StockReport::shown(int view) const
             shown.push_back(&product);
     }
     std::stable_sort(shown.begin(), shown.end(), [](const Product *a, const Product *b) {
-        const int groups = QString::localeAwareCompare(a->category, b->category);
-        return groups != 0 ? groups < 0 : QString::localeAwareCompare(a->name, b->name) < 0;
+        return std::tie(a->category, a->name) < std::tie(b->category, b->name);
     });
     return shown;
 }
@@ -149,6 +146,7 @@ Row StockReport::rowOf(const Product &product) const
     const int days = product.daysLeft(rateDays_);
     return {product.category,
             product.name,
+            product.state(rateDays_),
             product.sums[Incoming],
             product.sums[Sold],
             product.sums[Service],
@@ -157,26 +155,26 @@ Row StockReport::rowOf(const Product &product) const
             product.sums[LastPrice],
             product.worth(),
             product.sums[Recent],
-            days < 0 ? Cell() : Cell(runtime::Currency::fromWon(days)),
-            product.state(rateDays_)};
+            days < 0 ? Cell() : Cell(runtime::Currency::fromWon(days))};
 }
 
 Sheet StockReport::sheet(int view) const
 {
     using Kind = Column::Kind;
-    constexpr std::size_t lastPriceColumn = 7;
-    constexpr std::size_t worthColumn = 8;
+    constexpr std::size_t lastPriceColumn = 8;
+    constexpr std::size_t worthColumn = 9;
     Sheet sheet;
     sheet.columns = {{QStringLiteral("분류"), Kind::Text, 76},       {QStringLiteral("물품명"), Kind::Text, 176},
+                     {QStringLiteral("상태"), Kind::Text, 92},
                      {QStringLiteral("입고"), Kind::Number, 52},     {QStringLiteral("판매"), Kind::Number, 52},
                      {QStringLiteral("서비스"), Kind::Number, 50},   {QStringLiteral("망실"), Kind::Number, 44},
                      {QStringLiteral("재고"), Kind::Number, 52},     {QStringLiteral("최근 매입가"), Kind::Number, 76},
                      {QStringLiteral("재고 금액"), Kind::Number, 88}, {QStringLiteral("%1일 출고").arg(rateDays_), Kind::Number, 66},
-                     {QStringLiteral("남은 일수"), Kind::Number, 64}, {QStringLiteral("상태"), Kind::Text, 92}};
+                     {QStringLiteral("남은 일수"), Kind::Number, 64}};
     std::vector<const Product *> products = shown(view);
     sheet.totals = {QStringLiteral("합계"), Cell()};
     for (std::size_t column = 2; column < sheet.columns.size(); ++column) {
-        const bool adds = column != lastPriceColumn && column < sheet.columns.size() - 2;
+        const bool adds = column > 2 && column != lastPriceColumn && column < sheet.columns.size() - 1;
         sheet.totals.push_back(adds ? Cell(runtime::Currency()) : Cell());
     }
     for (const Product *product : products) {

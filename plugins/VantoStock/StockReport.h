@@ -9,8 +9,9 @@ namespace statistics {
 
 /// Statements of the stock. [FROM] and [TO] are product keys, but for recent().
 namespace stock {
-/// PM_PK, PM_Catagory, PM_Name, PM_IsValid of all products.
+/// PM_PK, PM_Catagory, PM_Name, PM_IsValid.
 QString products();
+QString productBounds();
 /// PM_PK, Incoming: pieces bought.
 QString incoming();
 QString incomingBounds();
@@ -54,8 +55,8 @@ private:
         runtime::Currency worth() const;
     };
 
-    Figure figureOf(Amount amount, const QString &statement, const QString &field, Figure::Slices slices,
-                    const QString &bounds = {});
+    /// Adds the amounts that follow the product in the statement.
+    Figure figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices, const QString &bounds = {});
     std::vector<const Product *> shown(int view) const;
     Row rowOf(const Product &product) const;
 

@@ -4,29 +4,34 @@
 
 namespace statistics {
 
-runtime::Currency amountOf(const ado::Recordset &row, const QString &field)
+runtime::Currency Record::amount(int column) const
 {
-    const QVariant value = row[field];
+    const QVariant value = rows_.valueAt(row_, column);
     return runtime::isNull(value) ? runtime::Currency() : runtime::CCur(value);
 }
 
-int keyOf(const ado::Recordset &row, const QString &field)
+int Record::key(int column) const
 {
-    const QVariant value = row[field];
+    const QVariant value = rows_.valueAt(row_, column);
     return runtime::isNull(value) ? 0 : runtime::CLng(value);
 }
 
-QDate dateOf(const ado::Recordset &row, const QString &field)
+QDate Record::date(int column) const
 {
-    const QVariant value = row[field];
+    const QVariant value = rows_.valueAt(row_, column);
     if (value.metaType() == QMetaType::fromType<QDate>())
         return value.toDate();
     return QDate::fromString(runtime::text(value).left(10), Qt::ISODate); // the greatest of dates comes as a text
 }
 
-QString textOf(const ado::Recordset &row, const QString &field)
+QString Record::text(int column) const
 {
-    return runtime::text(row[field]);
+    return runtime::text(rows_.valueAt(row_, column));
+}
+
+bool Record::flag(int column) const
+{
+    return runtime::isTrue(rows_.valueAt(row_, column));
 }
 
 } // namespace statistics

@@ -10,6 +10,28 @@
 
 namespace statistics {
 
+/// One row of a statement's result, its columns counted from 0 in the order of the statement. Looked at where it lies:
+/// a year of a large shop gives some hundred thousand of them.
+class Record
+{
+public:
+    Record(const ado::Recordset &rows, int row)
+        : rows_(rows)
+        , row_(row)
+    {
+    }
+
+    runtime::Currency amount(int column) const; ///< exact; NULL is 0
+    int key(int column) const;                  ///< NULL is 0
+    QDate date(int column) const;               ///< NULL is an invalid date
+    QString text(int column) const;             ///< NULL is empty
+    bool flag(int column) const;                ///< NULL is false
+
+private:
+    const ado::Recordset &rows_;
+    int row_;
+};
+
 /// One statement of a report's catalogue and what is done with each of its rows. The statement may be run in slices, so
 /// that a long one neither holds the window nor has to be waited for: `take` adds up, it never replaces.
 struct Figure
@@ -22,14 +44,8 @@ struct Figure
 
     QString statement;
     Slices slices = Slices::Whole;
-    QString bounds = {}; ///< a statement with the columns Lowest and Highest, NULL when there is no row
-    std::function<void(const ado::Recordset &row)> take = {};
+    QString bounds = {}; ///< a statement that gives the lowest and the highest, NULL when there is no row
+    std::function<void(const Record &row)> take = {};
 };
-
-// Values of the current row.
-runtime::Currency amountOf(const ado::Recordset &row, const QString &field); ///< exact; NULL is 0
-int keyOf(const ado::Recordset &row, const QString &field);                  ///< NULL is 0
-QDate dateOf(const ado::Recordset &row, const QString &field);               ///< NULL is an invalid date
-QString textOf(const ado::Recordset &row, const QString &field);             ///< NULL is empty
 
 } // namespace statistics

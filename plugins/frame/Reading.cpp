@@ -26,12 +26,13 @@ Reading::Reading(ado::ConnectionPtr connection, std::vector<Figure> figures, con
 {
 }
 
-void Reading::run(const QString &statement, const std::function<void(const ado::Recordset &)> &take) const
+void Reading::run(const QString &statement, const std::function<void(const Record &)> &take) const
 {
     ado::Recordset rows;
     rows.Open(statement, connection_, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
-    for (; !rows.Eof(); rows.MoveNext())
-        take(rows);
+    const int count = rows.rowCount();
+    for (int row = 0; row < count; ++row)
+        take(Record(rows, row));
 }
 
 void Reading::enter()
@@ -45,9 +46,9 @@ void Reading::enter()
         width_ = firstDays;
     } else if (figure.slices == Figure::Slices::Keys) {
         highest_ = -1; // no row
-        run(figure.bounds, [this](const ado::Recordset &row) {
-            lowest_ = keyOf(row, QStringLiteral("Lowest"));
-            highest_ = lowest_ == 0 ? -1 : keyOf(row, QStringLiteral("Highest"));
+        run(figure.bounds, [this](const Record &row) {
+            lowest_ = row.key(0);
+            highest_ = lowest_ == 0 ? -1 : row.key(1);
         });
         width_ = firstKeys;
     }

@@ -24,7 +24,7 @@ public:
 
 private:
     void enter();
-    void run(const QString &statement, const std::function<void(const ado::Recordset &)> &take) const;
+    void run(const QString &statement, const std::function<void(const Record &)> &take) const;
     QString place(qint64 position) const;
 
     ado::ConnectionPtr connection_;

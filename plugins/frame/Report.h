@@ -28,7 +28,7 @@ public:
     virtual Asks asks() const { return Asks::Period; }
     /// Ways to look at the same rows; the first is taken at the start. Empty when there is only one.
     virtual QStringList views() const { return {}; }
-    /// Gives LastDay, the last day with anything to report up to [TO]: where a report begins.
+    /// Gives the last day with anything to report up to [TO]: where a report begins.
     virtual QString lastDayStatement() const;
 
     /// The statements of a period; forgets what was read before. The report lives longer than the figures.

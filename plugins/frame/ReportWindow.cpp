@@ -151,8 +151,8 @@ void ReportWindow::open()
     opened_ = true;
     try {
         Figure figure{report_->lastDayStatement()};
-        figure.take = [&last](const ado::Recordset &row) {
-            if (const QDate day = dateOf(row, QStringLiteral("LastDay")); day.isValid())
+        figure.take = [&last](const Record &row) {
+            if (const QDate day = row.date(0); day.isValid())
                 last = day;
         };
         Reading(connection_, {figure}, dayOf(last)).readAll();
@@ -204,8 +204,9 @@ void ReportWindow::done()
 void ReportWindow::showSheet()
 {
     sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
-    const QString rows = sheet_.rows.empty() ? QStringLiteral("이 기간에는 자료가 없습니다.")
-                                             : QStringLiteral("%1행").arg(sheet_.rows.size());
+    const QString none = report_->asks() == Report::Asks::LastDay ? QStringLiteral("해당하는 물품이 없습니다.")
+                                                                  : QStringLiteral("이 기간에는 자료가 없습니다.");
+    const QString rows = sheet_.rows.empty() ? none : QStringLiteral("%1행").arg(sheet_.rows.size());
     lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
     summary_->setLines(sheet_.summary);
     table_->setSheet(sheet_);

@@ -30,11 +30,7 @@ QString shownText(const Cell &cell)
 
 bool isBefore(const Cell &a, const Cell &b)
 {
-    const auto *left = std::get_if<QString>(&a);
-    const auto *right = std::get_if<QString>(&b);
-    if (left && right)
-        return QString::localeAwareCompare(*left, *right) < 0;
-    return a < b;
+    return a < b; // Hangul stands in the order of its alphabet as it is
 }
 
 bool isNumber(const Cell &cell)

@@ -47,7 +47,8 @@ QAbstractSeries *bars(const Chart &plan)
 {
     const auto series = plan.lying ? static_cast<QAbstractBarSeries *>(new QHorizontalBarSeries)
                                    : static_cast<QAbstractBarSeries *>(new QStackedBarSeries);
-    series->setBarWidth(plan.categories.size() > 40 ? 0.8 : 0.6);
+    const qsizetype places = plan.categories.size();
+    series->setBarWidth(places > 40 ? 0.8 : places > 5 || plan.lying ? 0.6 : 0.2);
     for (std::size_t number = 0; number < plan.series.size(); ++number) {
         auto *set = new QBarSet(plan.series[number].caption);
         set->setColor(colorOf(number));

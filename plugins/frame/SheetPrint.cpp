@@ -97,22 +97,33 @@ private:
         y_ += lineHeight + 1;
     }
 
+    /// The groups side by side, as on the screen.
     void drawSummary()
     {
-        const double column = width_ / 2;
-        bool right = false;
-        for (const SummaryLine &line : report_.sheet.summary) {
-            const double x = right ? column : 0;
-            text(x, column - 30, QStringLiteral("%1 · %2").arg(line.group, line.caption), Qt::AlignLeft, line.isResult);
-            text(x + column - 38, 34, shownText(line.amount) + line.unit, Qt::AlignRight, line.isResult);
-            if (right)
+        const std::vector<SummaryLine> &lines = report_.sheet.summary;
+        if (lines.empty())
+            return;
+        int groups = 0;
+        for (std::size_t number = 0; number < lines.size(); ++number)
+            groups += number == 0 || lines[number].group != lines[number - 1].group ? 1 : 0;
+        const double column = width_ / groups;
+        const double top = y_;
+        double bottom = y_;
+        double x = -column;
+        for (std::size_t number = 0; number < lines.size(); ++number) {
+            const SummaryLine &line = lines[number];
+            if (number == 0 || line.group != lines[number - 1].group) {
+                x += column;
+                y_ = top;
+                text(x, column, line.group, Qt::AlignLeft, true, 9);
                 y_ += lineHeight;
-            right = !right;
-        }
-        if (right)
+            }
+            text(x, column * 0.6, line.caption, Qt::AlignLeft, line.isResult);
+            text(x + column * 0.5, column * 0.45, shownText(line.amount) + line.unit, Qt::AlignRight, line.isResult);
             y_ += lineHeight;
-        if (!report_.sheet.summary.empty())
-            y_ += 2;
+            bottom = std::max(bottom, y_);
+        }
+        y_ = bottom + 2;
     }
 
     void drawCaptions()

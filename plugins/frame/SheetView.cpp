@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <numeric>
 
 namespace statistics {
 
@@ -90,13 +91,19 @@ void SheetView::setSheet(const Sheet &sheet)
 void SheetView::fitColumns(const std::vector<Column> &columns)
 {
     const QFontMetrics metrics(tblTotals_->font());
+    std::vector<int> widths;
     for (int column = 0; column < int(columns.size()); ++column) {
-        const Column &plan = columns[std::size_t(column)];
         // The totals are the widest of a column's numbers.
         const QString total = totals_->index(0, column).data().toString();
-        const int needed = std::max(metrics.horizontalAdvance(total) + cellPadding,
-                                    tblReport_->horizontalHeader()->sectionSizeHint(column));
-        tblReport_->setColumnWidth(column, std::max(plan.width, needed));
+        widths.push_back(std::max({columns[std::size_t(column)].width, metrics.horizontalAdvance(total) + cellPadding,
+                                   tblReport_->horizontalHeader()->sectionSizeHint(column)}));
+    }
+    // Room that is left over goes to all columns, within measure.
+    const int needed = std::accumulate(widths.begin(), widths.end(), 0);
+    const int room = std::min(tblReport_->viewport()->width(), needed * 4 / 3);
+    for (int column = 0; column < int(widths.size()); ++column) {
+        const int width = widths[std::size_t(column)];
+        tblReport_->setColumnWidth(column, room > needed ? width * room / needed : width);
         tblTotals_->setColumnWidth(column, tblReport_->columnWidth(column));
     }
 }

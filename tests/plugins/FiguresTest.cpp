@@ -296,15 +296,15 @@ TEST_P(Figures, StockIsThatOfTheModulesOwnPane)
         const qint64 left = in - out[0].toLongLong() - out[1].toLongLong() - out[2].toLongLong();
         const statistics::Row &row = byName[product.section(u'|', 1).toStdString()];
         ASSERT_EQ(row.size(), 12u) << product.toStdString();
-        EXPECT_EQ(rendered(statistics::Row(row.begin() + 2, row.begin() + 7)),
+        EXPECT_EQ(rendered(statistics::Row(row.begin() + 3, row.begin() + 8)),
                   QStringList({QString::number(in), QString::number(out[2].toLongLong()), QString::number(out[1].toLongLong()),
                                QString::number(out[0].toLongLong()), QString::number(left)})
                       .join(u'|')
                       .toStdString())
             << product.toStdString();
-        EXPECT_EQ(statistics::plainText(row[9]).toLongLong(), recent[key]);
+        EXPECT_EQ(statistics::plainText(row[10]).toLongLong(), recent[key]);
         const bool lasts = left > 0 && recent[key] > 0;
-        EXPECT_EQ(statistics::plainText(row[10]).toStdString(), lasts ? std::to_string(left * 90 / recent[key]) : std::string());
+        EXPECT_EQ(statistics::plainText(row[11]).toStdString(), lasts ? std::to_string(left * 90 / recent[key]) : std::string());
     }
 }
 
@@ -314,7 +314,7 @@ TEST_P(Figures, StockIsWorthItsLastPriceAndTellsInWordsWhatRunsOut)
     const auto tail = [&](const char16_t *name) {
         for (const statistics::Row &row : sheet(report, {lastDay.addDays(-89), lastDay}, 2).rows) {
             if (statistics::plainText(row[1]) == QString::fromUtf16(name))
-                return rendered(statistics::Row(row.begin() + 6, row.end()));
+                return rendered(statistics::Row(row.begin() + 7, row.end())) + '|' + rendered({row[2]});
         }
         return std::string("none");
     };
@@ -333,7 +333,7 @@ TEST_P(Figures, BeginWithTheLastDayOfTheirTable)
     const auto lastDayOf = [&](const statistics::Report &report, QDate until) {
         QDate day;
         statistics::Figure figure{report.lastDayStatement()};
-        figure.take = [&day](const ado::Recordset &row) { day = statistics::dateOf(row, QStringLiteral("LastDay")); };
+        figure.take = [&day](const statistics::Record &row) { day = row.date(0); };
         statistics::Reading(database_.connection(), {figure}, statistics::dayOf(until)).readAll();
         return day;
     };

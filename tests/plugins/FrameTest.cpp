@@ -30,7 +30,7 @@ public:
     std::vector<Figure> figures(const Period &) override
     {
         Figure figure{statement_, Figure::Slices::Days};
-        figure.take = [](const ado::Recordset &) { QThread::msleep(10); };
+        figure.take = [](const Record &) { QThread::msleep(10); };
         return {figure};
     }
     Sheet sheet(int) const override
