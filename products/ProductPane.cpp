@@ -50,7 +50,9 @@ void ProductPane::connectControls()
 {
     using controls::RecordsetGrid;
     connect(tdbSaleProductListsManager_, &RecordsetGrid::rowChange, this, &ProductPane::fillPanel);
-    controls::onEvent(tdbSaleProductListsManager_, &RecordsetGrid::afterColumnUpdate, this, [this](int) { saveHidden(); });
+    // The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
+    controls::onEvent(tdbSaleProductListsManager_, &RecordsetGrid::afterColumnUpdate, this,
+                      [this](int) { session_.rsSaleProductListsManager->Update(); });
     for (int index = 0; index < chkCmdProdSaleAddEdiDel_.size(); ++index)
         chkCmdProdSaleAddEdiDel_[index]->onPush(this, [this, index] { runCommand(index); });
     chkCmdSaveProduct_[0]->onPush(this, [this] { saveProduct(); });
@@ -223,20 +225,4 @@ void ProductPane::abandonEdit()
 {
     if (inEdit())
         endEdit();
-}
-
-/// The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
-void ProductPane::saveHidden()
-{
-    ado::Recordset &products = *session_.rsSaleProductListsManager;
-    try {
-        products.Update();
-    } catch (const runtime::RuntimeError &) {
-        // What was not saved must neither show nor ride along with a later save of the row.
-        runtime::Attempt undo;
-        undo([&] { products.CancelUpdate(); });
-        undo([&] { products.Resync(); });
-        tdbSaleProductListsManager_->Refresh();
-        throw;
-    }
 }

@@ -63,7 +63,6 @@ private:
     ProductEdit typed() const;
     void saveProduct();
     void endEdit();
-    void saveHidden();
     bool inEdit() const { return !chkCmdSaveProduct_.first()->isHidden(); }
 
     SaleSession &session_;
