@@ -3,6 +3,7 @@
 #include "host/sample/Clinic.h"
 #include "tests/support/PostgresServer.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace samplerows {
@@ -62,6 +63,8 @@ QString orEmpty(const QString &text)
 TestDatabase &clinic(ado::Engine engine)
 {
     static std::map<ado::Engine, std::unique_ptr<TestDatabase>> clinics;
+    // The toolkit's database layer ends with the application: the clinics go before it.
+    [[maybe_unused]] static const bool endWithApplication = (qAddPostRoutine([] { clinics.clear(); }), true);
     std::unique_ptr<TestDatabase> &found = clinics[engine];
     if (!found) {
         PostgresServer::instance(); // outlives the databases on it
