@@ -26,7 +26,7 @@ constexpr auto Header = frmRollReceipt::Header;
 constexpr auto Cont = frmRollReceipt::Cont;
 constexpr auto FT = frmRollReceipt::FT;
 constexpr auto Amount = frmRollReceipt::FTTotAmount;
-constexpr const char16_t *dashes = u"---------------------------------------------";
+constexpr const char16_t *rollDashes = u"---------------------------------------------";
 /// The print head's reach.
 constexpr int printedWidth = 4185;
 
@@ -42,13 +42,13 @@ constexpr Design designs[] = {
     {Header, 8, 30, 1950, 4125, 285, 9.75, Align::Left, u""},
     {Header, 9, 30, 2280, 4125, 270, 9, Align::Left, u""},
     {Header, 7, 30, 2520, 3255, 270, 9, Align::Left, u""},
-    {HD, 1, 30, 2760, 4185, 270, 9, Align::Left, dashes},
+    {HD, 1, 30, 2760, 4185, 270, 9, Align::Left, rollDashes},
     {HD, 3, 30, 2970, 855, 285, 9.75, Align::Left, u"상품명"},
     {HD, 4, 1440, 2970, 525, 285, 9.75, Align::Left, u"단가"},
     {HD, 5, 2220, 2970, 495, 285, 9.75, Align::Left, u"할인"},
     {HD, 6, 2760, 2970, 525, 285, 9.75, Align::Left, u"수량"},
     {HD, 7, 3690, 2970, 495, 285, 9.75, Align::Left, u"금액"},
-    {HD, 2, 30, 3210, 4185, 270, 9, Align::Left, dashes},
+    {HD, 2, 30, 3210, 4185, 270, 9, Align::Left, rollDashes},
     {Cont, 0, 0, 3510, 3015, 270, 9, Align::Left, u""},
     {Cont, 1, 0, 3780, 1215, 270, 9, Align::Left, u""},
     {Cont, 2, 1080, 3780, 825, 270, 9, Align::Right, u""},
@@ -81,9 +81,9 @@ frmRollReceipt::frmRollReceipt()
 {
     for (const Design &design : designs)
         boxes_[{design.array, design.index}] = made(design);
-    // A name stands alone on its line; the category shares its line with the unit price, whose box reaches into its own.
+    // A name stands alone on its line; a category must end where the unit price's box begins, which reaches into its own;
+    // a telephone number may go on up to the home page.
     txtCont(0).room = fromTwips(printedWidth);
     txtCont(1).room = txtCont(2).place.left();
-    // So do the shop's number of telephone and the free end of its line.
     txtHeader(5).room = txtHeader(6).place.left() - txtHeader(5).place.left();
 }

@@ -3,6 +3,7 @@
 #include "platform/print/CellTable.h"
 #include "platform/print/Page.h"
 
+#include <QMarginsF>
 #include <QSizeF>
 
 #include <vector>

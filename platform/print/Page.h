@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QImage>
-#include <QMarginsF>
 #include <QPainter>
 #include <QRectF>
 #include <QString>
