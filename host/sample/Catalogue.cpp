@@ -17,7 +17,7 @@ struct Listed
     const char16_t *memo;
 };
 
-// Farm goods that are only dried or cut are free of tax, everything made of them is not.
+// Produce that is only dried or cut is free of tax, everything made of it is not.
 constexpr Listed shelf[] = {
     {u"홍삼", u"6년근 홍삼정 240g", 165'000, Plain, u"하루 3회 1g"},
     {u"홍삼", u"6년근 홍삼정 100g", 78'000, Plain, u""},
