@@ -19,6 +19,14 @@ namespace walk {
 
 namespace {
 
+constexpr int desktopTakes = 3000; ///< ms at most, from asking for a window or the focus to having it
+
+/// Where it does not come to that, the walk goes on and finds out.
+void waitUpToThat(const std::function<bool()> &isThere)
+{
+    [[maybe_unused]] const bool there = QTest::qWaitFor(isThere, desktopTakes);
+}
+
 QWindow *handleOf(QWidget *widget)
 {
     QWindow *handle = widget->window()->windowHandle();
@@ -69,8 +77,10 @@ QWidget *Actor::window(const QString &name, int milliseconds) const
     do {
         const QWidgetList windows = QApplication::topLevelWidgets();
         for (QWidget *window : windows) {
-            if (window->isVisible() && window->objectName() == name)
+            if (window->isVisible() && window->objectName() == name) {
+                waitUpToThat([window] { return window->isActiveWindow(); });
                 return window;
+            }
         }
         settle();
     } while (waited.elapsed() < milliseconds);
@@ -121,6 +131,7 @@ void Actor::clickCell(QTableView *grid, const QString &text)
 void Actor::typeInto(QWidget *field, const QString &text)
 {
     click(field);
+    waitUpToThat([field] { return field->hasFocus(); });
     auto *line = qobject_cast<QLineEdit *>(field);
     if (line)
         line->selectAll();
@@ -156,6 +167,9 @@ void Actor::inModalWindow(const std::function<void()> &trigger, const std::funct
         QWidget *modal = QApplication::activeModalWidget();
         if (acted || !modal || modal == before || !modal->isVisible())
             return;
+        // Keys typed before the desktop has made it the active window would be lost.
+        if (!modal->isActiveWindow() && waited.elapsed() < desktopTakes)
+            return;
         acted = true;
         try {
             settle();
@@ -168,7 +182,7 @@ void Actor::inModalWindow(const std::function<void()> &trigger, const std::funct
     });
     watch.start();
     trigger();
-    while (!acted && waited.elapsed() < 5000)
+    while (!acted && waited.elapsed() < 2 * desktopTakes)
         settle();
     watch.stop();
     if (failure)

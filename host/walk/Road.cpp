@@ -1,5 +1,6 @@
 #include "host/walk/Road.h"
 
+#include "host/walk/LaterMoney.h"
 #include "host/walk/Receipts.h"
 #include "host/walk/Reports.h"
 #include "host/walk/Shop.h"
@@ -95,6 +96,7 @@ void sellInWindow(Actor &actor, QWidget *sale)
     actor.say(QStringLiteral("수납이 기록되었습니다. 미수금 %1").arg(shown(actor, sale, QStringLiteral("txtOrderMaster_7"))));
 
     printReceipts(actor, sale);
+    settleLater(actor, sale);
     keepShopInWindow(actor, sale);
     auto *tabs = actor.control<QTabWidget>(sale, QStringLiteral("c1tabMain"));
     tabs->setCurrentIndex(StatisticsTab);

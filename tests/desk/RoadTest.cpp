@@ -89,11 +89,15 @@ TEST(Walk, LeavesItsSaleInItsDatabase)
                                 "tpstrans_Date = '%1' ORDER BY tpstrans_PK")
                      .arg(today())});
     ASSERT_TRUE(shell.waitForFinished());
-    EXPECT_EQ(QString::fromUtf8(shell.readAllStandardOutput()).toStdString(), "35500|76000|500|111500|90500\n"
+    EXPECT_EQ(QString::fromUtf8(shell.readAllStandardOutput()).toStdString(), "0|76000|500|76000|0\n"
                                                                               "아카시아 벌꿀 1kg|38000|0|2\n"
                                                                               "프로바이오틱스 30포|36000|500|1\n"
+                                                                              "프로바이오틱스 30포|35500|0|-1\n"
                                                                               "2|1000|\n"
-                                                                              "3|20000|00\n");
+                                                                              "3|20000|00\n"
+                                                                              "3|50000|01\n"
+                                                                              "3|40500|10\n"
+                                                                              "4|35500|\n");
     // What was paid stands on paper.
     const Paper receipt(folder.filePath(QStringLiteral("out/receipt.pdf")));
     EXPECT_EQ(receipt.word(QStringLiteral("111,500")).page, 0);
