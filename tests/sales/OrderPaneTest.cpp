@@ -187,19 +187,27 @@ TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
     EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 0);
 }
 
-TEST_F(OrderPaneTest, ADeleteThatFailsHalfWayIsToldAndShowsTheOrderAgain)
+TEST_F(OrderPaneTest, ADeleteThatFailsAtAnyOfItsStepsIsToldAndShowsTheOrderAgain)
 {
     twoOrders();
     detail(1, product(QStringLiteral("홍삼"), 1000), 1000, 0, 1);
+    atOtherDesk(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+                               "tpstrans_Money) SELECT Cust_PK, OrdM_PK, OrdM_Date, 3, 1000 FROM tPSOrderMaster WHERE OrdM_PK = 1"));
     open();
-    refuse(QStringLiteral("BEFORE DELETE ON tPSOrderMaster"));
-    reader_.answers = {Answer::Yes};
-    desk().push("chkCmdOrderMasterED_1");
-    EXPECT_EQ(reader_.boxes.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_EQ(grid("tdbCustSaleMaster").model()->rowCount(), 2);
-    EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 1);
-    EXPECT_EQ(form(), fullForm);
+    for (const char16_t *table : {u"tPSOrderDetail", u"tPSTransaction", u"tPSOrderMaster"}) {
+        SCOPED_TRACE(qPrintable(QString::fromUtf16(table)));
+        refuse(QStringLiteral("BEFORE DELETE ON ") + QString::fromUtf16(table));
+        reader_.answers = {Answer::Yes};
+        desk().push("chkCmdOrderMasterED_1");
+        EXPECT_EQ(reader_.boxes.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
+        EXPECT_FALSE(gcnnMasterDB->inTransaction());
+        allowAgain();
+        for (const char16_t *kept : {u"tPSOrderDetail", u"tPSTransaction"})
+            EXPECT_THAT(rows(QStringLiteral("SELECT * FROM ") + QString::fromUtf16(kept)), testing::SizeIs(1));
+        EXPECT_EQ(grid("tdbCustSaleMaster").model()->rowCount(), 2);
+        EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 1);
+        EXPECT_EQ(form(), fullForm);
+    }
 }
 
 TEST_F(OrderPaneTest, NamesComeFromTheProductsAndStayEmptyForThoseThatAreGone)
