@@ -293,8 +293,8 @@ TEST_P(Updates, RowsWithoutAKeyCannotBeChanged)
     const char *const statements[]{
         "SELECT SUM(tpstrans_Money) AS Result, tpstrans_Operator FROM tPSTransaction GROUP BY tpstrans_Operator",
         "SELECT DISTINCT tpstrans_Operator FROM tPSTransaction",
-        "SELECT Receipt.TxDate, tPSTransaction.tpstrans_Operator FROM Receipt LEFT JOIN tPSTransaction "
-        "ON (Receipt.Receipt_PK = tPSTransaction.tpstrans_OrderM_PK) ORDER BY TxDate, tpstrans_Operator",
+        ("SELECT Receipt.TxDate, tPSTransaction.tpstrans_Operator FROM Receipt LEFT JOIN tPSTransaction "
+         "ON (Receipt.Receipt_PK = tPSTransaction.tpstrans_OrderM_PK) ORDER BY TxDate, tpstrans_Operator"),
     };
     for (const char *statement : statements) {
         const auto rows = opened(QString::fromLatin1(statement));

@@ -37,8 +37,8 @@ TEST_P(Schema, AcceptsWhatTheSystemWrites)
         u"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES (1, '2026-02-28', -1, -9000)",
         u"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 100, -32768)",
         u"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count, OrdD_OrderType) VALUES (1, 999, 32767, 2)",
-        u"INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-        u"tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (1, 1, '2026-02-28', 3, -2147483648, '', 'it''s')",
+        (u"INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+         u"tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (1, 1, '2026-02-28', 3, -2147483648, '', 'it''s')"),
         u"INSERT INTO tPSTransaction (tpstrans_Money, tpstrans_Method) VALUES (2147483647, NULL)",
         u"INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_Total) VALUES (1, 1, '2024-02-29', 2.5, -10)",
         u"INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('지점명', '')",

@@ -86,7 +86,7 @@ protected:
 
 TEST_F(OutstandingButton, ListsWhatTheCustomerOwesAndTakesAPaymentForTheChosenOrder)
 {
-    openList([this](const DialogDriver &form) {
+    openList([](const DialogDriver &form) {
         EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmMisuMoneyManager"));
         EXPECT_THAT(shown(form), ElementsAre("홍길동|C-1|2026-11-22|0|9,000|2,000", "홍길동|C-1|2026-11-20|300|12,340|5,000"));
         EXPECT_EQ(totals(form), "2 / 7,000");
@@ -234,7 +234,7 @@ TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHea
 
 TEST_F(OutstandingButton, TheKeyboardWorksTheList)
 {
-    openList([this](const DialogDriver &form) {
+    openList([](const DialogDriver &form) {
         const struct
         {
             const char *from;
