@@ -1,7 +1,9 @@
+#include "host/check/CheckOnTerminal.h"
 #include "host/desk/CommandLine.h"
 #include "host/desk/DeskWindow.h"
 #include "host/desk/Look.h"
 #include "host/sample/MakeOnTerminal.h"
+#include "host/schema/Address.h"
 #include "host/schema/Schema.h"
 #include "host/walk/Walk.h"
 #include "platform/runtime/RuntimeError.h"
@@ -33,20 +35,23 @@ void makeDefaultClinic()
     sample::makeClinic(desk::defaultDatabase(), sample::Size::Small);
 }
 
-ado::ConnectionPtr openClinic(const desk::Options &options)
+QString addressOf(const desk::Options &options)
 {
-    if (options.database.isEmpty())
-        makeDefaultClinic();
-    const QString address = options.database.isEmpty() ? desk::defaultDatabase() : options.database;
+    return options.database.isEmpty() ? desk::defaultDatabase() : options.database;
+}
+
+ado::ConnectionPtr openClinic(const QString &address)
+{
     ado::ConnectionPtr connection;
     try {
         connection = ado::Connection::open(address);
     } catch (const runtime::RuntimeError &error) {
-        throw runtime::RuntimeError(error.number(), address + QStringLiteral("\n") + error.description());
+        throw runtime::RuntimeError(error.number(), schema::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
     if (!schema::hasSchema(*connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + address
+                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ")
+                                        + schema::addressToShow(address)
                                         + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
     return connection;
 }
@@ -85,7 +90,9 @@ int start(const desk::Options &options, QApplication &application)
     desk::SaleComponent::registerBesideProgram();
     if (!options.walkFolder.isEmpty())
         return walk::walkTheRoad(options.walkFolder);
-    const ado::ConnectionPtr connection = openClinic(options);
+    if (options.database.isEmpty())
+        makeDefaultClinic();
+    const ado::ConnectionPtr connection = openClinic(addressOf(options));
     if (options.patient)
         return sellTo(*options.patient, options.manage, connection, application);
     desk::DeskWindow window(connection);
@@ -97,7 +104,15 @@ int make(const desk::Options &options)
 {
     if (options.database.isEmpty())
         QDir().mkpath(QFileInfo(desk::defaultDatabase().section(QLatin1Char(':'), 1)).path());
-    return sample::makeOnTerminal(options.database.isEmpty() ? desk::defaultDatabase() : options.database, *options.make);
+    return sample::makeOnTerminal(addressOf(options), *options.make);
+}
+
+/// What works on a database and opens no window.
+int tend(const desk::Options &options)
+{
+    if (options.make)
+        return make(options);
+    return check::checkOnTerminal(*openClinic(addressOf(options)));
 }
 
 } // namespace
@@ -115,9 +130,9 @@ int main(int argc, char **argv)
             QTextStream(stdout) << desk::usageText();
             return 0;
         }
-        if (options.make) {
+        if (options.make || options.check) {
             QCoreApplication application(argc, argv);
-            return make(options);
+            return tend(options);
         }
         QApplication application(argc, argv);
         return start(options, application);

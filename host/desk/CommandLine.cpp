@@ -27,13 +27,27 @@ int patientOf(const QString &word)
     return key;
 }
 
+/// The one task on a database that was asked for; empty for none.
+QString taskOf(const Options &options)
+{
+    QStringList tasks;
+    if (options.make)
+        tasks << QStringLiteral("--make");
+    if (options.check)
+        tasks << QStringLiteral("--check");
+    if (tasks.size() > 1)
+        throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
+    return tasks.value(0);
+}
+
 void checkTogether(const Options &options)
 {
+    const QString task = taskOf(options);
     if (!options.walkFolder.isEmpty()
-        && (!options.database.isEmpty() || options.make || options.patient || options.manage))
+        && (!options.database.isEmpty() || !task.isEmpty() || options.patient || options.manage))
         throw WrongUse(QStringLiteral("--walk는 자신의 데이터베이스로만 하므로 다른 옵션과 함께 쓸 수 없습니다."));
-    if (options.make && (options.patient || options.manage))
-        throw WrongUse(QStringLiteral("--make는 데이터베이스만 만들므로 --patient, --manage와 함께 쓸 수 없습니다."));
+    if (!task.isEmpty() && (options.patient || options.manage))
+        throw WrongUse(QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage와 함께 쓸 수 없습니다.").arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
 }
@@ -64,6 +78,8 @@ Options readCommandLine(const QStringList &arguments)
             options.manage = true;
         else if (option == QLatin1String("--walk"))
             options.walkFolder = value();
+        else if (option == QLatin1String("--check"))
+            options.check = true;
         else if (option == QLatin1String("--help"))
             options.help = true;
         else
@@ -81,6 +97,7 @@ QString usageText()
         "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
         "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
         "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
+        "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"

@@ -18,6 +18,7 @@ struct Options
     std::optional<int> patient; ///< Customer_PK
     bool manage = false;
     QString walkFolder; ///< empty unless a walk was asked for
+    bool check = false;
     bool help = false;
 };
 
