@@ -98,6 +98,11 @@ TEST(Walk, LeavesItsSaleInItsDatabase)
                                                                               "3|50000|01\n"
                                                                               "3|40500|10\n"
                                                                               "4|35500|\n");
+    QProcess check;
+    check.start(QCoreApplication::applicationDirPath() + QStringLiteral("/desk"),
+                {QStringLiteral("--check"), QStringLiteral("--database"), QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("out/walk.db"))});
+    ASSERT_TRUE(check.waitForFinished());
+    EXPECT_EQ(check.exitCode(), 0) << check.readAllStandardOutput().toStdString();
     // What was paid stands on paper.
     const Paper receipt(folder.filePath(QStringLiteral("out/receipt.pdf")));
     EXPECT_EQ(receipt.word(QStringLiteral("111,500")).page, 0);
