@@ -1,3 +1,4 @@
+#include "host/backup/Backup.h"
 #include "host/check/CheckOnTerminal.h"
 #include "host/desk/CommandLine.h"
 #include "host/desk/DeskWindow.h"
@@ -112,6 +113,10 @@ int tend(const desk::Options &options)
 {
     if (options.make)
         return make(options);
+    if (!options.backupFile.isEmpty())
+        return backup::backUpOnTerminal(addressOf(options), options.backupFile);
+    if (!options.restoreFile.isEmpty())
+        return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
     return check::checkOnTerminal(*openClinic(addressOf(options)));
 }
 
@@ -130,7 +135,7 @@ int main(int argc, char **argv)
             QTextStream(stdout) << desk::usageText();
             return 0;
         }
-        if (options.make || options.check) {
+        if (options.make || options.check || !options.backupFile.isEmpty() || !options.restoreFile.isEmpty()) {
             QCoreApplication application(argc, argv);
             return tend(options);
         }

@@ -35,6 +35,10 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--make");
     if (options.check)
         tasks << QStringLiteral("--check");
+    if (!options.backupFile.isEmpty())
+        tasks << QStringLiteral("--backup");
+    if (!options.restoreFile.isEmpty())
+        tasks << QStringLiteral("--restore");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -80,6 +84,10 @@ Options readCommandLine(const QStringList &arguments)
             options.walkFolder = value();
         else if (option == QLatin1String("--check"))
             options.check = true;
+        else if (option == QLatin1String("--backup"))
+            options.backupFile = value();
+        else if (option == QLatin1String("--restore"))
+            options.restoreFile = value();
         else if (option == QLatin1String("--help"))
             options.help = true;
         else
@@ -98,6 +106,8 @@ QString usageText()
         "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
         "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
         "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
+        "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
+        "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"

@@ -6,6 +6,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include <algorithm>
+
 namespace schema {
 
 namespace {
@@ -92,18 +94,22 @@ void continueKeys(ado::Connection &connection)
     }
 }
 
-bool hasSchema(ado::Connection &connection)
+QStringList probes()
 {
+    QStringList statements;
     for (const TablePlan &table : tablePlans()) {
         QStringList names;
         for (const ColumnPlan &column : table.columns)
             names << QString::fromLatin1(column.name);
-        QSqlQuery query(connection.database());
-        if (!query.exec(QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0")
-                            .arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name))))
-            return false;
+        statements << QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0").arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name));
     }
-    return true;
+    return statements;
+}
+
+bool hasSchema(ado::Connection &connection)
+{
+    const QStringList statements = probes();
+    return std::ranges::all_of(statements, [&](const QString &probe) { return QSqlQuery(connection.database()).exec(probe); });
 }
 
 } // namespace schema

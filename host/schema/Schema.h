@@ -2,6 +2,8 @@
 
 #include "platform/ado/Connection.h"
 
+#include <QStringList>
+
 /// The clinic's tables as this desk makes them. The sale component has no schema of its own: it relies on these.
 namespace schema {
 
@@ -18,5 +20,7 @@ void continueKeys(ado::Connection &connection);
 
 /// Whether every table that the desk and the component use is there.
 bool hasSchema(ado::Connection &connection);
+/// Readings without rows that a database takes only when it holds every table and column, one a table.
+QStringList probes();
 
 } // namespace schema

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSqlDatabase>
+#include <QStringList>
+
+#include <functional>
+
+namespace backup {
+
+/// Where a database is, for the server's own programs.
+struct PostgresPlace
+{
+    QString connection; ///< "host='...' user='...' ...", without a password: others on the machine see a program's arguments
+    QString password;   ///< goes over by the environment; empty leaves it to the user's own password file
+
+    static PostgresPlace of(const QSqlDatabase &database);
+};
+
+/// Told each line that the program says while it works; answering false stops it.
+using Listener = std::function<bool(const QString &line)>;
+
+/// Runs one of the server's programs to its end and returns what it wrote. Raises RuntimeError with the program's last words
+/// when it is not there or fails.
+QByteArray runPostgresTool(const QString &program, const QStringList &arguments, const PostgresPlace &place = {},
+                           const Listener &listener = {});
+
+} // namespace backup
