@@ -2,9 +2,8 @@
 #include "host/sample/Clinic.h"
 #include "host/sample/Trade.h"
 #include "host/schema/Schema.h"
-#include "host/schema/Tables.h"
 #include "platform/runtime/RuntimeError.h"
-#include "tests/support/TestDatabase.h"
+#include "tests/host/Content.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,18 +14,6 @@
 using sample::Size;
 
 namespace {
-
-/// Every row of every table, by key.
-QStringList contentOf(TestDatabase &clinic)
-{
-    QStringList lines;
-    for (const schema::TablePlan &table : schema::tablePlans()) {
-        lines << QString::fromLatin1(table.name);
-        lines << clinic.rows(QStringLiteral("SELECT * FROM %1 ORDER BY %2")
-                                 .arg(QString::fromLatin1(table.name), QString::fromLatin1(table.columns.front().name)));
-    }
-    return lines;
-}
 
 class SmallClinic : public testing::Test
 {
