@@ -3,6 +3,7 @@
 #include "settings/clsFormSizePosSetting.h"
 
 #include <QGuiApplication>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QStyle>
 
@@ -61,7 +62,7 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
     QList<int> widths = columns.sizes();
     if (widths.size() < 3)
         return;
-    const int total = widths[0] + widths[1] + widths[2];
+    const int total = columns.contentsRect().width() - 2 * columns.handleWidth();
     const std::optional<int> first = numberIn(setting.FirstColWidth());
     const std::optional<int> second = numberIn(setting.SecondColWidth());
     if (!first || !second || *first <= 0 || *second <= 0)
@@ -71,6 +72,44 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
     widths[2] = std::max(numberIn(setting.ThirdColWidth()).value_or(total - *first - *second), 1);
     columns.setSizes(widths);
 }
+
+/// A desktop enlarges a window some time after it was asked to, and the columns stretch with it, away from the stored
+/// widths. Those are set once more when that happens, and never after the user touched the columns.
+class WidthsOfTheMaximized : public QObject
+{
+public:
+    WidthsOfTheMaximized(const QWidget &window, QSplitter &columns)
+        : QObject(&columns)
+        , window_(window)
+        , columns_(columns)
+    {
+        delete columns.findChild<QObject *>(name(), Qt::FindDirectChildrenOnly); // of an earlier restoring
+        setObjectName(name());
+        columns.installEventFilter(this);
+        connect(&columns, &QSplitter::splitterMoved, this, &QObject::deleteLater);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() != QEvent::Resize || done_)
+            return false;
+        const auto *resize = static_cast<QResizeEvent *>(event);
+        if (resize->size().width() == resize->oldSize().width())
+            return false;
+        done_ = true;
+        if (window_.isMaximized())
+            restoreColumns(columns_, clsFormSizePosSetting());
+        deleteLater();
+        return false;
+    }
+
+private:
+    static QString name() { return QStringLiteral("widthsOfTheMaximized"); }
+
+    const QWidget &window_;
+    QSplitter &columns_;
+    bool done_ = false;
+};
 
 } // namespace
 
@@ -94,8 +133,10 @@ void restoreMainWindowLayout(QWidget &window, QSplitter &columns)
     const clsFormSizePosSetting setting;
     const bool maximized = numberIn(setting.FormIsMaximized()) == maximizedState;
     restorePlace(window, setting);
-    if (maximized)
+    if (maximized) {
         window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
+        new WidthsOfTheMaximized(window, columns); // owned by the columns
+    }
     restoreColumns(columns, setting);
 }
 

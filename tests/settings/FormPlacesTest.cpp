@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -126,6 +127,44 @@ TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
         fresh.show();
         restoreMainWindowLayout(fresh, columns_);
         EXPECT_FALSE(fresh.isMinimized() || fresh.isMaximized()) << state;
+    }
+}
+
+// The desktop enlarges the window after the widths were set; then they are set again, once.
+TEST_F(RememberedWindow, KeepsItsColumnsWhenItComesBackMaximized)
+{
+    setting_.FirstColWidth(QStringLiteral("150"));
+    setting_.SecondColWidth(QStringLiteral("130"));
+    setting_.FormWidth(QStringLiteral("500"));
+    setting_.FormIsMaximized(QStringLiteral("2"));
+    const struct
+    {
+        const char *what;
+        bool restoredTwice, draggedBefore;
+        int first; ///< width of the first column once the window is large
+    } cases[] = {{"opened", false, false, 150}, {"opened for the next customer", true, false, 150}, {"dragged at once", false, true, 190}};
+    for (const auto &entry : cases) {
+        QWidget window;
+        QSplitter columns(&window);
+        columns.resize(500, 200);
+        for (int stretch : {0, 1, 1}) {
+            columns.addWidget(new QWidget);
+            columns.setStretchFactor(columns.count() - 1, stretch);
+        }
+        window.show();
+        for (int times = 0; times <= int(entry.restoredTwice); ++times)
+            restoreMainWindowLayout(window, columns);
+        if (entry.draggedBefore) {
+            columns.setSizes({190, 100, 200});
+            emit columns.splitterMoved(190, 1);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        columns.resize(700, 200); // comes with the window's enlarging by the desktop
+        EXPECT_EQ(columns.sizes().value(0), entry.first) << entry.what;
+        EXPECT_EQ(columns.sizes().value(1) == 130, !entry.draggedBefore) << entry.what;
+        columns.setSizes({300, 100, 290});
+        columns.resize(690, 200);
+        EXPECT_EQ(columns.sizes().value(0), 300) << entry.what;
     }
 }
 
