@@ -94,6 +94,7 @@ protected:
     static ProductEdit tea() { return {" 차 ", "감초차", "\\12,000", "단 맛", true, false, QDate(2026, 11, 24)}; }
     static IncomingEdit twelve() { return {"7", "12", "\\1,000", "\\500", "\\11,500", "외상", QDate(2026, 11, 24)}; }
 
+    const QString writer = QCoreApplication::applicationDirPath() + QStringLiteral("/product_writer");
     TestDatabase database_{GetParam()};
 
 private:
@@ -272,8 +273,7 @@ TEST_P(Shop, TwoDesksThatAddAtOnceLoseNothing)
     constexpr int each = 500;
     std::array<QProcess, 2> desks;
     for (std::size_t i = 0; i < desks.size(); ++i)
-        desks[i].start(QCoreApplication::applicationDirPath() + QStringLiteral("/product_writer"),
-                       {database_.address(), QStringLiteral("desk%1-").arg(i), QString::number(each)});
+        desks[i].start(writer, {database_.address(), QStringLiteral("desk%1-").arg(i), QString::number(each)});
     for (QProcess &desk : desks) {
         ASSERT_TRUE(desk.waitForFinished(120'000));
         ASSERT_EQ(desk.exitCode(), 0) << desk.readAllStandardError().toStdString();
@@ -285,6 +285,45 @@ TEST_P(Shop, TwoDesksThatAddAtOnceLoseNothing)
     EXPECT_THAT(rows("SELECT COUNT(*), SUM(IN_Count) FROM tPSIncoming INNER JOIN tPSProductMaster ON tPSIncoming.PM_PK = "
                      "tPSProductMaster.PM_PK WHERE IN_Count = PM_UnitPrice"),
                 ElementsAre("1000|" + std::to_string(each * (each + 1))));
+}
+
+// Two programs: whichever is second is told and changes nothing of the first one's row.
+TEST_P(Shop, OneOfTwoDesksThatSaveTheSameRowAtOnceFails)
+{
+    run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('가', '첫째')");
+    run("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('한약방')");
+    run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Count) VALUES (1, 1, 1)");
+    run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-01')");
+    const struct
+    {
+        QString row;
+        const char *stored;
+    } races[] = {
+        {"product", "SELECT PM_Name, PM_EtcMemo FROM tPSProductMaster"},
+        {"dealer", "SELECT CM_Name, CM_EtcMemo FROM tPSCompanyMaster"},
+        {"purchase", "SELECT IN_EtcMemo, IN_EtcMemo FROM tPSIncoming"},
+        {"order", "SELECT OrdM_Address, OrdM_ETCMemo FROM tPSOrderMaster"},
+    };
+    for (const auto &race : races) {
+        std::array<QProcess, 2> desks;
+        for (std::size_t i = 0; i < desks.size(); ++i)
+            desks[i].start(writer, {database_.address(), QStringLiteral("desk%1").arg(i), race.row});
+        for (QProcess &desk : desks) {
+            while (!desk.canReadLine())
+                ASSERT_TRUE(desk.waitForReadyRead(20'000)) << desk.readAllStandardError().toStdString();
+            ASSERT_EQ(desk.readLine(), "ready\n");
+        }
+        for (QProcess &desk : desks)
+            desk.write("now\n");
+        Lines saved;
+        for (std::size_t i = 0; i < desks.size(); ++i) {
+            ASSERT_TRUE(desks[i].waitForFinished(20'000));
+            if (desks[i].readAllStandardOutput() == "saved\n")
+                saved.push_back("desk" + std::to_string(i) + "|desk" + std::to_string(i));
+        }
+        EXPECT_EQ(saved.size(), 1u) << race.row.toStdString();
+        EXPECT_EQ(rows(race.stored), saved) << race.row.toStdString();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, Shop, testing::ValuesIn(allEngines), engineName);
