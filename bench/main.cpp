@@ -2,6 +2,7 @@
 #include "bench/Clinics.h"
 #include "bench/NamesBench.h"
 #include "bench/ProductListBench.h"
+#include "bench/ReceiptBench.h"
 #include "bench/Table.h"
 #include "bench/TotalsBench.h"
 #include "bench/WindowBench.h"
@@ -23,6 +24,7 @@ bool measure(bench::Table &table)
     bench::registerTotals(clinics, table);
     bench::registerAddLine(clinics, table);
     bench::registerNames(clinics, table);
+    bench::registerReceipts(clinics, table);
     benchmark::RunSpecifiedBenchmarks(&table);
     return table.print();
 }
