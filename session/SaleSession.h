@@ -50,6 +50,5 @@ public:
 
 signals:
     // What one pane tells another; the receiver loads or shows.
-    void orderTotalsChanged();  ///< the current order's sums were read anew
-    void productsChanged();     ///< product names shown elsewhere may be stale
+    void orderTotalsChanged(); ///< the current order's sums were read anew
 };
