@@ -6,6 +6,7 @@
 #include "money/LedgerPane.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/ProgramFolder.h"
 #include "products/DealerPane.h"
 #include "products/IncomingPane.h"
 #include "products/ProductPane.h"
@@ -13,7 +14,6 @@
 #include "sales/DetailPane.h"
 #include "sales/OrderPane.h"
 #include "sales/SaleEntryPane.h"
-#include "session/ProgramFolder.h"
 #include "session/modGlobalVars.h"
 #include "settings/PropertiesPane.h"
 #include "settings/clsFormPosition.h"
@@ -85,7 +85,7 @@ void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer
     if (gcnnMasterDB != cnnMasterDB)
         forgetManagement();
     gcnnMasterDB = cnnMasterDB;
-    gstrAppPath = programFolder();
+    gstrAppPath = runtime::programFolder();
     session_.customer = customer;
     c1tabMain_->setTabText(SaleTabIndex, controls::literalCaption(saleCaption(customer.name)));
     customerPane_->show(customer);

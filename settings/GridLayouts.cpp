@@ -2,8 +2,8 @@
 
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/runtime/ProgramFolder.h"
 #include "platform/runtime/RuntimeError.h"
-#include "session/ProgramFolder.h"
 
 #include <QFile>
 
@@ -35,7 +35,7 @@ const LayoutPlace *placeOf(const controls::RecordsetGrid &grid)
 
 QString pathOf(const LayoutPlace &place)
 {
-    return programFolder() + QLatin1String(place.file);
+    return runtime::programFolder() + QLatin1String(place.file);
 }
 
 void deleteFile(const QString &path)

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QScreen>
+#include <QTabWidget>
 #include <QTest>
 #include <QTextStream>
 #include <QTimer>
@@ -189,6 +190,12 @@ void Actor::inModalWindow(const std::function<void()> &trigger, const std::funct
         std::rethrow_exception(failure);
     if (!acted)
         throw Astray(QStringLiteral("no box or dialog appeared"));
+}
+
+void goTo(Actor &actor, QWidget *sale, Tab tab)
+{
+    actor.control<QTabWidget>(sale, QStringLiteral("c1tabMain"))->setCurrentIndex(tab);
+    settle();
 }
 
 } // namespace walk

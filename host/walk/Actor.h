@@ -67,4 +67,9 @@ private:
 /// Lets pending events and paints happen.
 void settle(int milliseconds = 30);
 
+enum Tab { SaleTab, ManageTab, StatisticsTab, PropertiesTab };
+
+/// Brings a tab of the sale window to the front.
+void goTo(Actor &actor, QWidget *saleWindow, Tab tab);
+
 } // namespace walk

@@ -43,10 +43,14 @@ void savePreview(Actor &actor, QWidget *sale, const QString &button, const QStri
 
 } // namespace
 
-void printRollToFile(const QString &folder)
+void printRoll(Actor &actor, QWidget *sale, const QString &name)
 {
-    registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"), QStringLiteral("영수증프린터디바이스"),
-                          QDir(folder).absoluteFilePath(QStringLiteral("roll.pdf")));
+    const QString file = freshFile(actor, name + QStringLiteral(".pdf"));
+    // A printer of this name is a file.
+    registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"), QStringLiteral("영수증프린터디바이스"), file);
+    actor.click(actor.control(sale, QStringLiteral("chkCmdPrintReceiptRollPrinter")));
+    mustExist(file);
+    actor.say(QStringLiteral("롤 프린터 영수증을 %1.pdf로 출력했습니다.").arg(name));
 }
 
 void printReceipts(Actor &actor, QWidget *sale)
@@ -55,10 +59,7 @@ void printReceipts(Actor &actor, QWidget *sale)
     actor.say(QStringLiteral("영수증을 미리 보고 receipt.pdf로 저장했습니다."));
     savePreview(actor, sale, QStringLiteral("chkCmdPrintReceipt_1"), QStringLiteral("period"));
     actor.say(QStringLiteral("기간별 영수증을 미리 보고 period.pdf로 저장했습니다."));
-    const QString roll = freshFile(actor, QStringLiteral("roll.pdf"));
-    actor.click(actor.control(sale, QStringLiteral("chkCmdPrintReceiptRollPrinter")));
-    mustExist(roll);
-    actor.say(QStringLiteral("롤 프린터 영수증을 roll.pdf로 출력했습니다."));
+    printRoll(actor, sale, QStringLiteral("roll"));
 }
 
 } // namespace walk

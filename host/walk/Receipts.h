@@ -4,8 +4,8 @@
 
 namespace walk {
 
-/// Makes this station's roll printer a file of the folder. To be called before the sale window prints.
-void printRollToFile(const QString &folder);
+/// Prints the roll receipt of the current order into a file of the folder, as NAME.pdf. Raises Astray where it is missing.
+void printRoll(Actor &actor, QWidget *saleWindow, const QString &name);
 
 /// Prints the three receipts of the current order by their buttons: both previews saved as receipt.pdf and period.pdf, the
 /// roll as roll.pdf. Raises Astray where one is missing.

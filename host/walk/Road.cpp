@@ -3,7 +3,6 @@
 #include "host/walk/LaterMoney.h"
 #include "host/walk/Receipts.h"
 #include "host/walk/Reports.h"
-#include "host/walk/Shop.h"
 
 #include <QLineEdit>
 #include <QRadioButton>
@@ -14,7 +13,6 @@ namespace {
 
 constexpr int QuantityField = 5;
 constexpr int DiscountField = 4;
-constexpr int StatisticsTab = 2;
 
 QString shown(Actor &actor, QWidget *window, const QString &name)
 {
@@ -97,14 +95,11 @@ void sellInWindow(Actor &actor, QWidget *sale)
 
     printReceipts(actor, sale);
     settleLater(actor, sale);
-    keepShopInWindow(actor, sale);
-    auto *tabs = actor.control<QTabWidget>(sale, QStringLiteral("c1tabMain"));
-    tabs->setCurrentIndex(StatisticsTab);
+    goTo(actor, sale, ManageTab);
+    actor.picture(QStringLiteral("management"), sale);
+    goTo(actor, sale, StatisticsTab);
     lookAtReports(actor, sale);
-    tabs->setCurrentIndex(0);
-    actor.say(QStringLiteral("판매 창을 닫습니다."));
-    sale->close();
-    settle();
+    goTo(actor, sale, SaleTab);
 }
 
 } // namespace walk

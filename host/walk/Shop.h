@@ -4,9 +4,9 @@
 
 namespace walk {
 
-/// The shop's own work on the tabs behind the sale: a new dealer, a new product, its first purchase with the stock it leaves,
-/// the shop's data. Ends on the sale tab, where the new product stands on the list. Raises Astray where the window does not
-/// follow.
-void keepShopInWindow(Actor &actor, QWidget *saleWindow);
+/// A shop set up from nothing in a window whose lists are empty: a dealer, a product, its first purchase with the stock it
+/// leaves, the shop's data and logo. Then the first sale from it, its receipt on the roll (first-roll.pdf in the folder) and
+/// the stock that is left. Raises Astray where the window does not follow.
+void openShopInWindow(Actor &actor, QWidget *saleWindow);
 
 } // namespace walk

@@ -3,10 +3,11 @@
 #include "host/desk/DeskWindow.h"
 #include "host/sample/Clinic.h"
 #include "host/walk/Actor.h"
-#include "host/walk/Receipts.h"
 #include "host/walk/Reports.h"
 #include "host/walk/Road.h"
+#include "host/walk/Shop.h"
 #include "platform/registry/AppSettings.h"
+#include "platform/runtime/ProgramFolder.h"
 
 #include <QApplication>
 #include <QDir>
@@ -20,29 +21,51 @@ namespace {
 
 const QString ChartNumber = QStringLiteral("000007");
 
-QString freshClinic(const QString &folder)
+QString freshClinic(const QString &folder, const QString &name, sample::Size size)
 {
     if (!QDir().mkpath(folder))
         throw Astray(QStringLiteral("폴더를 만들 수 없습니다: ") + folder);
-    const QString file = QDir(folder).filePath(QStringLiteral("walk.db"));
+    const QString file = QDir(folder).filePath(name);
     for (const char *suffix : {"", "-wal", "-shm"})
         QFile::remove(file + QLatin1String(suffix));
     const QString address = QStringLiteral("sqlite:") + file;
-    sample::makeClinic(address, sample::Size::Small);
+    sample::makeClinic(address, size);
     return address;
 }
 
-void walkFromDesk(Actor &actor, desk::DeskWindow &window)
+QWidget *saleWindowFor(Actor &actor, desk::DeskWindow &desk, const QString &chartNumber)
 {
+    actor.typeInto(actor.control(&desk, QStringLiteral("txtSearch")), chartNumber);
+    actor.say(QStringLiteral("챠트번호 %1으로 환자를 찾습니다.").arg(chartNumber));
+    actor.picture(QStringLiteral("patient-found"), &desk);
+    actor.say(QStringLiteral("'물품판매'를 누릅니다."));
+    actor.click(actor.control(&desk, QStringLiteral("cmdSale")));
+    return actor.window(QStringLiteral("frmMain"));
+}
+
+/// The desk on a clinic, what is done in the sale window, and both closed.
+void atDesk(Actor &actor, const ado::ConnectionPtr &connection, void (*work)(Actor &, QWidget *))
+{
+    desk::DeskWindow window(connection);
     window.show();
     actor.say(QStringLiteral("접수 데스크를 엽니다."));
     actor.picture(QStringLiteral("desk"), &window);
-    actor.typeInto(actor.control(&window, QStringLiteral("txtSearch")), ChartNumber);
-    actor.say(QStringLiteral("챠트번호 %1으로 환자를 찾습니다.").arg(ChartNumber));
-    actor.picture(QStringLiteral("patient-found"), &window);
-    actor.say(QStringLiteral("'물품판매'를 누릅니다."));
-    actor.click(actor.control(&window, QStringLiteral("cmdSale")));
-    sellInWindow(actor, actor.window(QStringLiteral("frmMain")));
+    QWidget *sale = saleWindowFor(actor, window, ChartNumber);
+    work(actor, sale);
+    actor.say(QStringLiteral("판매 창을 닫습니다."));
+    sale->close();
+    settle();
+}
+
+void walkBothShops(Actor &actor)
+{
+    atDesk(actor, ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("walk.db"), sample::Size::Small)), sellInWindow);
+
+    actor.say(QStringLiteral("빈 매점을 처음부터 차립니다."));
+    const ado::ConnectionPtr empty =
+        ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("new-shop.db"), sample::Size::Empty));
+    empty->Execute(QStringLiteral("INSERT INTO Customer (Customer_PK, name, sn) VALUES (1, '서문하늘', '%1')").arg(ChartNumber));
+    atDesk(actor, empty, openShopInWindow);
 }
 
 } // namespace
@@ -53,14 +76,13 @@ int walkTheRoad(const QString &folder)
     automation::createObject(desk::SaleComponent::ProgramId);
     needReports();
     try {
-        const ado::ConnectionPtr connection = ado::Connection::open(freshClinic(folder));
         Actor actor(folder);
-        const QTemporaryDir settings; // a trial run leaves the user's own window where it was
-        registry::setStoreFolder(settings.path());
-        printRollToFile(folder);
+        // A trial run leaves the user's own window, layouts and logo where they were.
+        const QTemporaryDir own;
+        registry::setStoreFolder(own.path());
+        runtime::setProgramFolder(own.path());
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // the desktop's own cannot be walked through
-        desk::DeskWindow window(connection);
-        walkFromDesk(actor, window);
+        walkBothShops(actor);
         actor.say(QStringLiteral("끝났습니다. 그림과 walk.db는 %1에 있습니다.").arg(QDir(folder).absolutePath()));
         return 0;
     } catch (const Astray &error) {

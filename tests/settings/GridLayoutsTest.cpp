@@ -1,6 +1,6 @@
 #include "settings/GridLayouts.h"
 
-#include "session/ProgramFolder.h"
+#include "platform/runtime/ProgramFolder.h"
 #include "tests/support/MessageRecorder.h"
 
 #include <QFile>
@@ -54,13 +54,13 @@ protected:
     static void removeAll()
     {
         for (const QString &file : layoutFiles)
-            QFile::remove(programFolder() + file);
+            QFile::remove(runtime::programFolder() + file);
     }
     static QStringList stored()
     {
         QStringList found;
         for (const QString &file : layoutFiles) {
-            if (QFile::exists(programFolder() + file))
+            if (QFile::exists(runtime::programFolder() + file))
                 found << file;
         }
         return found;
@@ -88,9 +88,9 @@ TEST_F(KeptLayouts, AreSavedBesideTheProgramWhenTheUserChangesThem)
 TEST_F(KeptLayouts, PassOverAFileThatIsNoneOfTheirs)
 {
     Grid(gridNames[1]).resizeByUser();
-    ASSERT_TRUE(QFile::copy(programFolder() + layoutFiles[1], programFolder() + layoutFiles[0]));
+    ASSERT_TRUE(QFile::copy(runtime::programFolder() + layoutFiles[1], runtime::programFolder() + layoutFiles[0]));
     EXPECT_EQ(Grid(gridNames[0]).width(), designedWidth) << "the layout of another grid";
-    QFile file(programFolder() + layoutFiles[1]);
+    QFile file(runtime::programFolder() + layoutFiles[1]);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("\x00\xff TDB", 6);
     file.close();
