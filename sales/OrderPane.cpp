@@ -4,8 +4,8 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
-#include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
 #include <QVBoxLayout>
@@ -202,20 +202,12 @@ void OrderPane::deleteOrder()
 }
 
 /// The cell's value goes to the database at once; the form shows it, so that its own save does not bring the old one back.
+/// What cannot be saved the grid takes back.
 void OrderPane::saveOutstanding()
 {
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
-    ado::Recordset &orders = *session_.rsCustSaleMaster;
-    try {
-        orders.Update();
-    } catch (const runtime::RuntimeError &) {
-        runtime::Attempt undo;
-        undo([&] { orders.CancelUpdate(); });
-        undo([&] { orders.Resync(); });
-        tdbCustSaleMaster_->Refresh();
-        throw;
-    }
+    session_.rsCustSaleMaster->Update();
     showOrderTotals();
 }
 
