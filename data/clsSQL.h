@@ -25,6 +25,9 @@ public:
     /// Leaves method and memo of the row untouched.
     Q_INVOKABLE QString UpdateTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator,
                                              qint32 lngMoney, qint32 lngOrderMasterPK, qint32 lngTpstrans_PK) const;
+    /// The same, and leaves the operator untouched as well, a NULL too.
+    static QString updateButOperatorSQL(qint32 Customer_PK, const QDate &TxDate, qint32 lngMoney, qint32 lngOrderMasterPK,
+                                        qint32 lngTpstrans_PK);
     /// All products, or without the hidden ones.
     Q_INVOKABLE QString getProductMasterSQL(bool bShowAll = true) const;
     /// Its first row is the customer's first order of that date.

@@ -7,6 +7,25 @@ using statement::date;
 using statement::fill;
 using statement::number;
 
+namespace {
+
+/// `intOperator` is what the operator is set to, a number or the column's own name.
+QString updateTransaction(qint32 Customer_PK, const QDate &TxDate, const QString &intOperator, qint32 lngMoney,
+                          qint32 lngOrderMasterPK, qint32 lngTpstrans_PK)
+{
+    return fill(u"Update tPSTransaction SET tpstrans_Customer_PK=[CUSTPK], "
+                u"tpstrans_Date='[TRANSDATE]', tpstrans_Operator=[INTOPER], "
+                u"tpstrans_Money=[MONEY], tpstrans_OrderM_PK=[ORDERMASTERPK] WHERE tpstrans_PK=[TRANSPK]",
+                {{u"[CUSTPK]", number(Customer_PK)},
+                 {u"[TRANSDATE]", date(TxDate)},
+                 {u"[INTOPER]", intOperator},
+                 {u"[MONEY]", number(lngMoney)},
+                 {u"[ORDERMASTERPK]", number(lngOrderMasterPK)},
+                 {u"[TRANSPK]", number(lngTpstrans_PK)}});
+}
+
+} // namespace
+
 QString clsSQL::InsertTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator, qint32 lngMoney,
                                      qint32 lngOrderMasterPK, const QString &strMethod, const QString &strMemo) const
 {
@@ -25,15 +44,13 @@ QString clsSQL::InsertTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qi
 QString clsSQL::UpdateTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator, qint32 lngMoney,
                                      qint32 lngOrderMasterPK, qint32 lngTpstrans_PK) const
 {
-    return fill(u"Update tPSTransaction SET tpstrans_Customer_PK=[CUSTPK], "
-                u"tpstrans_Date='[TRANSDATE]', tpstrans_Operator=[INTOPER], "
-                u"tpstrans_Money=[MONEY], tpstrans_OrderM_PK=[ORDERMASTERPK] WHERE tpstrans_PK=[TRANSPK]",
-                {{u"[CUSTPK]", number(Customer_PK)},
-                 {u"[TRANSDATE]", date(TxDate)},
-                 {u"[INTOPER]", number(intOperator)},
-                 {u"[MONEY]", number(lngMoney)},
-                 {u"[ORDERMASTERPK]", number(lngOrderMasterPK)},
-                 {u"[TRANSPK]", number(lngTpstrans_PK)}});
+    return updateTransaction(Customer_PK, TxDate, number(intOperator), lngMoney, lngOrderMasterPK, lngTpstrans_PK);
+}
+
+QString clsSQL::updateButOperatorSQL(qint32 Customer_PK, const QDate &TxDate, qint32 lngMoney, qint32 lngOrderMasterPK,
+                                     qint32 lngTpstrans_PK)
+{
+    return updateTransaction(Customer_PK, TxDate, QStringLiteral("tpstrans_Operator"), lngMoney, lngOrderMasterPK, lngTpstrans_PK);
 }
 
 QString clsSQL::InsertPSTransaction(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator, qint32 lngMoney,

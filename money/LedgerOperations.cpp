@@ -34,10 +34,12 @@ void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment
 
 void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row)
 {
+    const QString statement = row.intOperator == NoOperator
+        ? clsSQL::updateButOperatorSQL(row.lngCustPK, row.date, row.lngMoney, row.lngOrdMPK, lngTpstransPK)
+        : clsSQL().UpdateTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney, row.lngOrdMPK, lngTpstransPK);
     connection.BeginTrans();
     try {
-        connection.Execute(clsSQL().UpdateTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney,
-                                                         row.lngOrdMPK, lngTpstransPK));
+        connection.Execute(statement);
         connection.CommitTrans();
     } catch (const runtime::RuntimeError &) {
         // At once: nothing may stay locked while the user reads of it.

@@ -10,8 +10,8 @@
 /// What is written to the ledger and to the outstanding money of an order. Each raises RuntimeError and shows nothing.
 namespace ledger {
 
-/// Kinds of a ledger row, as stored.
-enum Operator : qint16 { Cut = 1, Discount = 2, Payment = 3, Refund = 4 };
+/// Kinds of a ledger row, as stored; none is no kind but a choice not made.
+enum Operator : qint16 { NoOperator = 0, Cut = 1, Discount = 2, Payment = 3, Refund = 4 };
 
 /// Media of a payment, as stored. Cuts and discounts bear an empty method.
 inline const QString CashMethod = QStringLiteral("00");
@@ -45,7 +45,8 @@ struct Row
 /// failure half-way leaves the rows before it.
 void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment);
 void append(ado::Connection &connection, const Row &row);
-/// Gives a row new values but leaves its method and memo alone, in a transaction of its own.
+/// Gives a row new values but leaves its method and memo alone, and its operator where none was chosen, in a transaction
+/// of its own.
 void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row);
 
 /// Writes the outstanding money of the current order. What could not be saved does not stay pending.

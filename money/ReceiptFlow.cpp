@@ -137,15 +137,13 @@ void ReceiptFlow::showWritten()
     emit orderGridMustRebind();
 }
 
-void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(ledger::Row row)
+void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row)
 {
     if (!SaleSession::hasCurrent(session_.rsCustTranManage))
         return;
     try {
-        const ado::Recordset &current = *session_.rsCustTranManage;
-        if (row.intOperator == 0) // none was chosen: the row keeps its own
-            row.intOperator = runtime::CInt(runtime::Val(current[QStringLiteral("tpstrans_Operator")]));
-        ledger::change(*gcnnMasterDB, runtime::CLng(current[QStringLiteral("tpstrans_PK")]), row);
+        const QVariant key = session_.rsCustTranManage->value(QStringLiteral("tpstrans_PK"));
+        ledger::change(*gcnnMasterDB, runtime::CLng(key), row);
         emit orderGridMustRefresh();
         showWritten();
     } catch (const runtime::RuntimeError &) {

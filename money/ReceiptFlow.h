@@ -42,7 +42,7 @@ private:
     void openSimpleReceipt(const Order &order, bool edit);
     void takeFurtherOperation(const Order &order);
     void insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding);
-    void insfrmSimpleReceipt_ExecuteDB(ledger::Row row);
+    void insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row);
     void showWritten();
     void tellConnectionFailure(const QString &title) const;
 

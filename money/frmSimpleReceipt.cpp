@@ -256,7 +256,7 @@ void frmSimpleReceipt::save()
 
 void frmSimpleReceipt::saveEdit()
 {
-    qint16 intOperator = 0; // without a choice the operator is none of the four
+    qint16 intOperator = 0; // none of the four where none is chosen
     for (int option = CutOption; option <= RefundOption; ++option) {
         if (optOperator_[option]->isChecked())
             intOperator = qint16(option + 1);

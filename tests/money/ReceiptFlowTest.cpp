@@ -228,13 +228,17 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
     EXPECT_EQ(outstanding(), "5");
     EXPECT_EQ(text("txtTranTotalAmount"), "\\16,340");
-    edit(nullptr);
-    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모")) << "without a choice it keeps its operator";
+    // Without a choice it keeps its operator, also one that the list has not seen yet, and none.
+    for (const char *kept : {"4", "2", "NULL"}) {
+        atOtherDesk(QStringLiteral("UPDATE tPSTransaction SET tpstrans_Operator = %1").arg(QLatin1String(kept)));
+        edit(nullptr);
+        EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|" + std::string(kept) + "|4000|01|메모"));
+    }
 
     refuse(QStringLiteral("BEFORE UPDATE ON tPSTransaction"));
     edit("optOperator_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("데이터베이스 접속 오류: " + connectionFailure));
-    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|NULL|4000|01|메모"));
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
 }
 
