@@ -91,6 +91,7 @@ void LedgerPane::makeStrip()
     chkcmdAddEditDelTran_ = makePushChecks(QStringLiteral("chkcmdAddEditDelTran"),
                                            {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     PopMnuTran_ = named(new QMenu(elTranMnu_), QStringLiteral("PopMnuTran"));
+    // The one entry has no work behind it; the strip above the orders prints the receipt.
     named(PopMnuTran_->addAction(QStringLiteral("영수증출력")), QStringLiteral("PopSubMnuRollReceipt"));
 
     // Taking money is what goes on; it is told from the rest at a glance.
@@ -137,7 +138,6 @@ void LedgerPane::connectControls()
     chkCmdMnuCustTrans_->onPush(this, [this] {
         PopMnuTran_->popup(chkCmdMnuCustTrans_->mapToGlobal(QPoint(0, chkCmdMnuCustTrans_->height())));
     });
-    onEvent(PopMnuTran_, &QMenu::triggered, this, [this](QAction *) { emit rollReceiptAsked(); });
     c1elaTransInfo_->chkCmdSaveMemo()->onPush(this, [this] { saveMemo(); });
     c1elaTransInfo_->chkCmdSaveTrans(0)->onPush(this, [this] { saveTrans(intTranEditMode_); });
     c1elaTransInfo_->chkCmdSaveTrans(1)->onPush(this, [this] { cancelEdit(); });
@@ -255,7 +255,6 @@ void LedgerPane::saveTrans(qint16 intTranEditMode)
         if (!saved)
             MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                    QStringLiteral("저장"), c1elaTransInfo_);
-        tdbCustTranManage_->Rebind();
         if (saved && intTranEditMode == 0)
             outstanding([&] { ledger::followAddedEntry(session_, entry); });
     }
@@ -266,17 +265,28 @@ void LedgerPane::saveTrans(qint16 intTranEditMode)
 
 void LedgerPane::cancelEdit()
 {
-    requeryCustTranManage();
+    runtime::Attempt attempt;
+    attempt([this] { requeryCustTranManage(); });
     endEdit();
 }
 
+/// Step by step, whatever fails: an edit that stayed open would add its row once more.
 void LedgerPane::endEdit()
 {
-    if (hasOrder())
-        session_.rsCustSaleMaster->Requery();
-    if (const std::optional<runtime::Currency> owed = balance())
-        c1elaTransInfo_->showBalance(*owed);
-    c1elaTransInfo_->showMemo(hasRow() ? session_.rsCustTranManage->value(QStringLiteral("tpstrans_Memo")) : QVariant());
+    runtime::Attempt attempt;
+    attempt([this] { tdbCustTranManage_->Rebind(); });
+    attempt([this] {
+        if (hasOrder())
+            session_.rsCustSaleMaster->Requery();
+    });
+    attempt([this] {
+        if (const std::optional<runtime::Currency> owed = balance())
+            c1elaTransInfo_->showBalance(*owed);
+    });
+    attempt([this] {
+        const bool row = hasRow();
+        c1elaTransInfo_->showMemo(row ? session_.rsCustTranManage->value(QStringLiteral("tpstrans_Memo")) : QVariant());
+    });
     c1elaTransInfo_->clearMoney();
     shell_.leaveEditMode(ledgerEditCode);
     shell_.paintEntryColors();

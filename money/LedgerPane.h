@@ -50,7 +50,6 @@ signals:
     void receiptAsked();          ///< "수납"
     void editOfRowAsked();        ///< the current ledger row of the current order is to be changed
     void outstandingMoneyAsked(); ///< "미수금관리"; there is a current order
-    void rollReceiptAsked();      ///< "영수증출력" of the menu
 
 private:
     void makeGrid();

@@ -13,7 +13,8 @@
 class LedgerDesk : public SaleDatabase
 {
 protected:
-    LedgerDesk()
+    explicit LedgerDesk(ado::Engine engine = ado::Engine::SQLite)
+        : SaleDatabase(engine)
     {
         session_.customer.name = QStringLiteral("홍길동");
         session_.customer.chartNumber = QStringLiteral("C-1");

@@ -1,15 +1,9 @@
 #include "tests/sales/SaleDesk.h"
 
-#include <QSqlError>
-#include <QSqlRecord>
-#include <QStringList>
-
-SaleDatabase::SaleDatabase()
+SaleDatabase::SaleDatabase(ado::Engine engine)
+    : database_(engine)
 {
-    const QString address = QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"));
-    gcnnMasterDB = ado::Connection::open(address, true);
-    schema::createSchema(*gcnnMasterDB);
-    otherDesk_ = ado::Connection::open(address);
+    gcnnMasterDB = database_.connection();
     session_.customer.lngCustPK = Patient;
     session_.customer.address = QStringLiteral(" 서울시 종로구 1 ");
     session_.customer.phone = QStringLiteral("02-123-4567");
@@ -21,35 +15,29 @@ SaleDatabase::~SaleDatabase()
     gcnnMasterDB.reset();
 }
 
-void SaleDatabase::run(ado::Connection &connection, const QString &statement)
-{
-    QSqlQuery query(connection.database());
-    ASSERT_TRUE(query.exec(statement)) << qPrintable(query.lastError().text() + QLatin1Char('\n') + statement);
-}
-
-Rows SaleDatabase::ask(ado::Connection &connection, const QString &statement)
+Rows SaleDatabase::rows(const QString &statement)
 {
     Rows rows;
-    QSqlQuery query(connection.database());
-    if (!query.exec(statement))
-        return {qPrintable(query.lastError().text())};
-    while (query.next()) {
-        QStringList cells;
-        for (int column = 0; column < query.record().count(); ++column)
-            cells << (query.isNull(column) ? QStringLiteral("NULL") : query.value(column).toString());
-        rows.push_back(cells.join(QLatin1Char('|')).toStdString());
-    }
+    for (const QString &row : database_.rows(statement))
+        rows.push_back(row.toStdString());
     return rows;
 }
 
 void SaleDatabase::refuse(const QString &event)
 {
-    atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 BEGIN SELECT RAISE(ABORT, 'refused'); END").arg(event));
+    if (database_.engine() == ado::Engine::SQLite) {
+        atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 BEGIN SELECT RAISE(ABORT, 'refused'); END").arg(event));
+        return;
+    }
+    atOtherDesk(QStringLiteral("CREATE FUNCTION refusal() RETURNS trigger LANGUAGE plpgsql "
+                               "AS 'BEGIN RAISE EXCEPTION ''refused''; END'"));
+    atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 FOR EACH ROW EXECUTE FUNCTION refusal()").arg(event));
 }
 
 void SaleDatabase::allowAgain()
 {
-    atOtherDesk(QStringLiteral("DROP TRIGGER refusal"));
+    atOtherDesk(database_.engine() == ado::Engine::SQLite ? QStringLiteral("DROP TRIGGER refusal")
+                                                          : QStringLiteral("DROP FUNCTION refusal CASCADE"));
 }
 
 int SaleDatabase::lastKey(const QString &table, const QString &key)

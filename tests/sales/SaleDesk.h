@@ -1,12 +1,9 @@
 #pragma once
 
-#include "host/schema/Schema.h"
 #include "platform/controls/MessageBox.h"
 #include "session/SaleSession.h"
 #include "session/modGlobalVars.h"
-
-#include <QSqlQuery>
-#include <QTemporaryDir>
+#include "tests/support/TestDatabase.h"
 
 #include <gtest/gtest.h>
 
@@ -20,12 +17,12 @@ using Rows = std::vector<std::string>;
 class SaleDatabase : public testing::Test
 {
 protected:
-    SaleDatabase();
+    explicit SaleDatabase(ado::Engine engine = ado::Engine::SQLite);
     ~SaleDatabase() override;
 
     /// One statement on a connection that is not the session's; money and keys are whole numbers.
-    void atOtherDesk(const QString &statement) { run(*otherDesk_, statement); }
-    Rows rows(const QString &statement) { return ask(*otherDesk_, statement); }
+    void atOtherDesk(const QString &statement) { database_.run(statement); }
+    Rows rows(const QString &statement);
     /// A trigger that refuses an event on a table: "BEFORE DELETE ON tPSOrderMaster".
     void refuse(const QString &event);
     void allowAgain();
@@ -41,12 +38,9 @@ protected:
     SaleSession session_;
 
 private:
-    static void run(ado::Connection &connection, const QString &statement);
-    static Rows ask(ado::Connection &connection, const QString &statement);
     int lastKey(const QString &table, const QString &key);
 
-    QTemporaryDir folder_;
-    ado::ConnectionPtr otherDesk_;
+    TestDatabase database_;
 };
 
 /// Answers message boxes and keeps what they said.
