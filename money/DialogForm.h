@@ -1,8 +1,12 @@
 #pragma once
 
-#include <QHBoxLayout>
+#include <QDateEdit>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+
+#include <array>
 
 /// What the forms of the money dialogs have in common.
 namespace dialogForm {
@@ -15,6 +19,32 @@ QLineEdit *readOnlyBox(const QString &name, Holds holds, QWidget *parent);
 QLineEdit *amountBox(const QString &name, QWidget *parent);
 /// Room for any amount of 32 bits, in pixels.
 int amountWidth(const QWidget &box);
+
+/// The head of a receipt: whose it is, the two dates, and the shares of the amount as they were laid out for treatments.
+struct ReceiptHead
+{
+    QLineEdit *txtName = nullptr;
+    QLineEdit *txtChartnum = nullptr;
+    QDateEdit *dtpTodat = nullptr; ///< of the payment; all else is only shown
+    QLineEdit *txtDate = nullptr;  ///< of the order
+    QLineEdit *txtBonin = nullptr;
+    QLineEdit *txtCheonggu = nullptr;
+    QLineEdit *txtGeneral = nullptr;
+};
+/// Makes the head and lays it out in four columns; the right half of its fourth line is free. The boxes of the last four
+/// are named with `prefix`, the first of these goes on with `date`.
+QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString &date, QWidget *parent);
+
+/// Kinds of operation in the order of their options; one more is the stored code.
+enum OperatorOption { CutOption, DiscountOption, PaymentOption, RefundOption };
+using OperatorOptions = std::array<QRadioButton *, 4>;
+/// Makes optOperator, none of them on.
+QHBoxLayout *layOutOperators(OperatorOptions &optOperator, QWidget *parent);
+/// Stored code of the option that is on, 0 when none is.
+qint16 chosenOperator(const OperatorOptions &optOperator);
+/// Where the shop gives no discounts, their option is out of reach and the payment's is on. Returns whether it gives them.
+bool applyDiscountSwitch(const OperatorOptions &optOperator);
+
 /// "저장(F12)" and "취소(F9)" in the lower right corner, under the names cmdConfirm and cmdCancel.
 QHBoxLayout *layOutSaveAndCancel(QPushButton *&cmdConfirm, QPushButton *&cmdCancel, QWidget *parent);
 /// The button that goes on is told from the rest at a glance.

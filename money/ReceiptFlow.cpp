@@ -13,6 +13,8 @@
 #include <QPointer>
 #include <QScopeGuard>
 
+#include <optional>
+
 using controls::InformationIcon;
 using controls::MsgBox;
 using runtime::Currency;
@@ -27,17 +29,18 @@ struct LedgerSums
     qint32 refund = 0;
 };
 
-LedgerSums ledgerSumsOf(qint32 lngOrdMPK)
+/// Nothing when one of them cannot be read: taken as 0 it would be asked of the customer once more.
+std::optional<LedgerSums> ledgerSumsOf(qint32 lngOrdMPK)
 {
     LedgerSums sums;
     clsOperationMoney operations;
     operations.OPM_SetConnection(gcnnMasterDB);
-    operations.OPM_GetCutByTransaction(lngOrdMPK, sums.cut);
-    operations.OPM_GetDiscountByTransaction(lngOrdMPK, sums.discount);
-    operations.OPM_GetPayByTransaction(lngOrdMPK, sums.payment);
-    operations.OPM_GetRefundByTransaction(gcnnMasterDB, lngOrdMPK, sums.refund);
+    const bool read = operations.OPM_GetCutByTransaction(lngOrdMPK, sums.cut)
+        && operations.OPM_GetDiscountByTransaction(lngOrdMPK, sums.discount)
+        && operations.OPM_GetPayByTransaction(lngOrdMPK, sums.payment)
+        && operations.OPM_GetRefundByTransaction(gcnnMasterDB, lngOrdMPK, sums.refund);
     operations.OPM_DestroyConnection();
-    return sums;
+    return read ? std::optional(sums) : std::nullopt;
 }
 
 qint16 existsOperation(qint32 lngOrdMPK)
@@ -153,14 +156,18 @@ void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row)
 
 void ReceiptFlow::takeFurtherOperation(const Order &order)
 {
-    const LedgerSums sums = ledgerSumsOf(order.lngOrdMPK);
+    const std::optional<LedgerSums> sums = ledgerSumsOf(order.lngOrdMPK);
+    if (!sums) {
+        tellConnectionFailure(QStringLiteral("수납 작업"));
+        return;
+    }
     const QVariant stored = session_.rsCustSaleMaster->value(QStringLiteral("OrdM_Misugum"));
     bool bRecalc = runtime::Val(stored) != 0;
     ledger::Row row{order.lngCustPK, order.lngOrdMPK, order.date, 0, 0, QString()};
 
     const QPointer<frmSimpleReceiptAdd> dialog = new frmSimpleReceiptAdd(owner_);
     const auto release = qScopeGuard([&] { delete dialog.data(); });
-    if (!dialog->OperationAdd(owner_, order.date, order.lngTotal, sums.discount, sums.cut, sums.payment, sums.refund,
+    if (!dialog->OperationAdd(owner_, order.date, order.lngTotal, sums->discount, sums->cut, sums->payment, sums->refund,
                               order.lngOrdMPK, session_.customer.chartNumber, session_.customer.name, row.date,
                               row.intOperator, row.lngMoney, row.strMethod, bRecalc))
         return;

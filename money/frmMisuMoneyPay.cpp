@@ -1,6 +1,5 @@
 #include "money/frmMisuMoneyPay.h"
 
-#include "money/DialogForm.h"
 #include "money/clsOperationMoney.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -46,11 +45,11 @@ bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, 
                                                QString &strMethod)
 {
     bConfirmed_ = false;
-    txtReceiptTxDate_->setText(runtime::dateText(dtOrder));
-    txtReceiptGeneral_->setText(groupedWon(lngTotal));
-    dtpTodat_->setDate(QDate::currentDate());
-    txtChartnum_->setText(strChartNum);
-    txtName_->setText(strName);
+    head_.txtDate->setText(runtime::dateText(dtOrder));
+    head_.txtGeneral->setText(groupedWon(lngTotal));
+    head_.dtpTodat->setDate(QDate::currentDate());
+    head_.txtChartnum->setText(strChartNum);
+    head_.txtName->setText(strName);
     lngPay = showSummary(cnCon, dtOrder, lngOrdMPK, lngTotal);
     txtGeneralSunap_->setText(QString::number(lngMisu));
     cboGeneralPayMethod_->setCurrentIndex(0);
@@ -69,7 +68,7 @@ bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, 
     if (!self || !bConfirmed_) // the window may have gone and taken the dialog along
         return false;
 
-    dtPay = dtpTodat_->date();
+    dtPay = head_.dtpTodat->date();
     lngPay = wholeMoney(txtGeneralSunap_->text());
     strMethod = QString::number(cboGeneralPayMethod_->currentData().toInt());
     return true;

@@ -1,16 +1,13 @@
 #pragma once
 
+#include "money/DialogForm.h"
 #include "money/MoneyUpDown.h"
 #include "platform/ado/Connection.h"
 
 #include <QComboBox>
 #include <QDate>
-#include <QDateEdit>
 #include <QDialog>
-#include <QGridLayout>
 #include <QGroupBox>
-#include <QLineEdit>
-#include <QPushButton>
 
 #include <array>
 
@@ -32,7 +29,6 @@ public:
 private:
     // The form: controls and their places.
     void createControls();
-    QGridLayout *layOutHeader();
     QGroupBox *makeSummary();
     QGroupBox *makeEntry();
     void setKeys();
@@ -43,13 +39,7 @@ private:
 
     bool bConfirmed_ = false;
 
-    QLineEdit *txtChartnum_ = nullptr;
-    QLineEdit *txtName_ = nullptr;
-    QDateEdit *dtpTodat_ = nullptr;
-    QLineEdit *txtReceiptTxDate_ = nullptr;
-    QLineEdit *txtReceiptBonin_ = nullptr;
-    QLineEdit *txtReceiptCheonggu_ = nullptr;
-    QLineEdit *txtReceiptGeneral_ = nullptr;
+    dialogForm::ReceiptHead head_; ///< its boxes are txtReceiptTxDate, txtReceiptBonin and so on
     // Discount, cut, payment, refund. The patient's own shares are those of treatments: a sale has none, they stay empty.
     std::array<QLineEdit *, 4> txtGeneral_{};
     std::array<QLineEdit *, 4> txtBonin_{};

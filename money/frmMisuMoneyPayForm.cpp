@@ -2,10 +2,8 @@
 #include "money/frmMisuMoneyPay.h"
 
 #include "input/FormRow.h"
-#include "money/DialogForm.h"
 #include "money/DialogKeys.h"
 #include "money/OutstandingMoney.h"
-#include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
 
 #include <QLabel>
@@ -37,35 +35,11 @@ void frmMisuMoneyPay::createControls()
     auto *form = new QVBoxLayout(this);
     form->setSizeConstraint(QLayout::SetFixedSize);
     form->setSpacing(8);
-    form->addLayout(layOutHeader());
+    form->addLayout(dialogForm::layOutHead(head_, QStringLiteral("txtReceipt"), QStringLiteral("TxDate"), this));
     form->addWidget(makeSummary());
     form->addWidget(makeEntry());
     form->addLayout(dialogForm::layOutSaveAndCancel(cmdConfirm_, cmdCancel_, this));
-    setTabChain({dtpTodat_, txtGeneralSunap_, cboGeneralPayMethod_, cmdConfirm_, cmdCancel_});
-}
-
-QGridLayout *frmMisuMoneyPay::layOutHeader()
-{
-    txtName_ = readOnlyBox(QStringLiteral("txtName"), Holds::Text, this);
-    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), Holds::Text, this);
-    dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
-    txtReceiptTxDate_ = readOnlyBox(QStringLiteral("txtReceiptTxDate"), Holds::Text, this);
-    txtReceiptBonin_ = readOnlyBox(QStringLiteral("txtReceiptBonin"), Holds::Money, this);
-    txtReceiptCheonggu_ = readOnlyBox(QStringLiteral("txtReceiptCheonggu"), Holds::Money, this);
-    txtReceiptGeneral_ = readOnlyBox(QStringLiteral("txtReceiptGeneral"), Holds::Money, this);
-
-    auto *grid = new QGridLayout;
-    grid->setHorizontalSpacing(8);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    addFormRow(grid, 0, 0, QStringLiteral("성명"), txtName_);
-    addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), txtChartnum_);
-    addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), dtpTodat_);
-    addFormRow(grid, 1, 2, QStringLiteral("거래일자"), txtReceiptTxDate_);
-    addFormRow(grid, 2, 0, QStringLiteral("판매금액"), txtReceiptBonin_);
-    addFormRow(grid, 2, 2, QStringLiteral("청구금액"), txtReceiptCheonggu_);
-    addFormRow(grid, 3, 0, QStringLiteral("일반진료금액"), txtReceiptGeneral_);
-    return grid;
+    setTabChain({head_.dtpTodat, txtGeneralSunap_, cboGeneralPayMethod_, cmdConfirm_, cmdCancel_});
 }
 
 QGroupBox *frmMisuMoneyPay::makeSummary()

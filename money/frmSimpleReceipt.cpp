@@ -5,7 +5,6 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
-#include "settings/clsProperties.h"
 #include "settings/modFormLocate.h"
 
 namespace {
@@ -15,7 +14,6 @@ using singleMoney::read;
 using singleMoney::write;
 
 enum CutEntry { BelowHundred = 2 };
-enum OperatorOption { CutOption, DiscountOption, PaymentOption, RefundOption };
 
 } // namespace
 
@@ -41,11 +39,7 @@ void frmSimpleReceipt::fillLists()
 
 void frmSimpleReceipt::readDiscountSwitch()
 {
-    const bool noDiscounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) == QLatin1String("1");
-    if (noDiscounts)
-        optOperator_[PaymentOption]->setChecked(true);
-    optOperator_[DiscountOption]->setEnabled(!noDiscounts);
-    txtGeneralHalInMoney_->setEnabled(!noDiscounts);
+    txtGeneralHalInMoney_->setEnabled(dialogForm::applyDiscountSwitch(optOperator_));
 }
 
 void frmSimpleReceipt::connectControls()
@@ -88,10 +82,10 @@ void frmSimpleReceipt::Operation(qint16 intModal, qint32 lngCustPK, const QStrin
     lngOrdMPK_ = lngOrdMPK;
     bEditMode_ = bEdit;
     shownBefore_ = false;
-    txtName_->setText(strName);
-    txtChartnum_->setText(strChartNum);
-    txtGeneral_->setText(QString::number(lngGeneral));
-    txtDate_->setText(runtime::dateText(dtOrder));
+    head_.txtName->setText(strName);
+    head_.txtChartnum->setText(strChartNum);
+    head_.txtGeneral->setText(QString::number(lngGeneral));
+    head_.txtDate->setText(runtime::dateText(dtOrder));
     mudFirstSunap_->setEnabled(false);
     mudEditSunap_->setEnabled(false);
     if (bEditMode_)
@@ -113,10 +107,11 @@ void frmSimpleReceipt::Operation(qint16 intModal, qint32 lngCustPK, const QStrin
 
 void frmSimpleReceipt::beginEdit(const QDate &dtOper, qint32 lngMoney, const QString &strOperator)
 {
-    dtpTodat_->setDate(dtOper);
+    head_.dtpTodat->setDate(dtOper);
     fraNewSunap_->hide();
     fraOldSunap_->show();
     txtMoney_->setText(QString::number(lngMoney));
+    using namespace dialogForm;
     for (int option = CutOption; option <= RefundOption; ++option) {
         if (optOperator_[option]->text() != strOperator)
             continue;
@@ -128,7 +123,7 @@ void frmSimpleReceipt::beginEdit(const QDate &dtOper, qint32 lngMoney, const QSt
 
 void frmSimpleReceipt::beginNew(const QDate &dtOrder)
 {
-    dtpTodat_->setDate(dtOrder); // the day of the order, which need not be today
+    head_.dtpTodat->setDate(dtOrder); // the day of the order, which need not be today
     fraOldSunap_->hide();
     fraNewSunap_->show();
     lblGeneralRemain_->setText(QStringLiteral("0"));
@@ -147,10 +142,10 @@ void frmSimpleReceipt::showEvent(QShowEvent *event)
 
 void frmSimpleReceipt::showShareTaken()
 {
-    float base = read(txtGeneral_->text()) + read(txtBonin_->text());
+    float base = read(head_.txtGeneral->text()) + read(head_.txtBonin->text());
     if (chkBonin100_->isChecked())
-        base = read(txtCheonggu_->text()) + base;
-    lblGeneral_->setText(runtime::Format(txtGeneral_->text(), QStringLiteral("##,##0")));
+        base = read(head_.txtCheonggu->text()) + base;
+    lblGeneral_->setText(runtime::Format(head_.txtGeneral->text(), QStringLiteral("##,##0")));
     lblMustReceipt_[0]->setText(grouped(base));
     lblMustReceipt_[2]->setText(grouped(base));
     txtGeneralHalInMoney_->setText(QStringLiteral("0"));
@@ -256,13 +251,8 @@ void frmSimpleReceipt::save()
 
 void frmSimpleReceipt::saveEdit()
 {
-    qint16 intOperator = 0; // none of the four where none is chosen
-    for (int option = CutOption; option <= RefundOption; ++option) {
-        if (optOperator_[option]->isChecked())
-            intOperator = qint16(option + 1);
-    }
-    emit ExecuteDB(lngCustPK_, dtpTodat_->date(), intOperator, wholeMoney(txtMoney_->text()), lngOrdMPK_,
-                   txtChartnum_->text());
+    emit ExecuteDB(lngCustPK_, head_.dtpTodat->date(), dialogForm::chosenOperator(optOperator_), wholeMoney(txtMoney_->text()),
+                   lngOrdMPK_, head_.txtChartnum->text());
 }
 
 void frmSimpleReceipt::saveNew()
@@ -274,7 +264,7 @@ void frmSimpleReceipt::saveNew()
         halin += remain;
     else if (chkGeneralRemainToMisuMoney_->isChecked())
         outstanding = remain;
-    emit AppendDBGeneral(lngCustPK_, dtpTodat_->date(), halin, read(txtGeneralJeolSaMoney_->text()),
+    emit AppendDBGeneral(lngCustPK_, head_.dtpTodat->date(), halin, read(txtGeneralJeolSaMoney_->text()),
                          read(txtGeneralSuNapMoney_[Cash]->text()), read(txtGeneralSuNapMoney_[Card]->text()), outstanding,
-                         lngOrdMPK_, txtChartnum_->text());
+                         lngOrdMPK_, head_.txtChartnum->text());
 }

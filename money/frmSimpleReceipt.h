@@ -1,19 +1,15 @@
 #pragma once
 
+#include "money/DialogForm.h"
 #include "money/MoneyUpDown.h"
 #include "platform/controls/PushCheck.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDate>
-#include <QDateEdit>
 #include <QDialog>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 
 #include <array>
 
@@ -49,7 +45,6 @@ private:
 
     // The form: controls and their places.
     void createControls();
-    QGridLayout *layOutHeader();
     void layOutNewFrame();
     void layOutEntries(QGridLayout *grid, int row);
     void layOutOldFrame();
@@ -81,14 +76,8 @@ private:
     qint32 lngOrdMPK_ = 0;
     bool shownBefore_ = false;
 
-    QLineEdit *txtName_ = nullptr;
-    QLineEdit *txtChartnum_ = nullptr;
+    dialogForm::ReceiptHead head_;
     QLineEdit *txtReceipt_PK_ = nullptr;
-    QDateEdit *dtpTodat_ = nullptr;
-    QLineEdit *txtDate_ = nullptr;
-    QLineEdit *txtBonin_ = nullptr;
-    QLineEdit *txtCheonggu_ = nullptr;
-    QLineEdit *txtGeneral_ = nullptr;
 
     QGroupBox *fraNewSunap_ = nullptr;
     QLabel *lblGeneral_ = nullptr;
@@ -110,7 +99,7 @@ private:
     QGroupBox *fraOldSunap_ = nullptr;
     QLineEdit *txtMoney_ = nullptr;
     MoneyUpDown *mudEditSunap_ = nullptr;
-    std::array<QRadioButton *, 4> optOperator_{};
+    dialogForm::OperatorOptions optOperator_{};
 
     QPushButton *cmdConfirm_ = nullptr;
     QPushButton *cmdCancel_ = nullptr;

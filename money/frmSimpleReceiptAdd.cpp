@@ -1,16 +1,14 @@
 #include "money/frmSimpleReceiptAdd.h"
 
 #include "input/FormRow.h"
-#include "money/DialogForm.h"
 #include "money/DialogKeys.h"
-#include "platform/controls/DateEdit.h"
+#include "money/LedgerOperations.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
-#include "settings/clsProperties.h"
 #include "settings/modFormLocate.h"
 
 #include <QPointer>
@@ -23,8 +21,6 @@ using dialogForm::Holds;
 using dialogForm::readOnlyBox;
 
 namespace {
-
-enum FurtherOperatorOption { FurtherCutOption, FurtherDiscountOption, FurtherPaymentOption, FurtherRefundOption };
 
 struct FurtherMethod
 {
@@ -51,7 +47,7 @@ frmSimpleReceiptAdd::frmSimpleReceiptAdd(QWidget *owner)
     }
     controls::onEvent(cmdConfirm_, &QPushButton::clicked, this, [this](bool) { confirm(); });
     connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
-    readDiscountSwitch();
+    dialogForm::applyDiscountSwitch(optOperator_);
     setKeys();
 }
 
@@ -62,36 +58,14 @@ void frmSimpleReceiptAdd::createControls()
     auto *form = new QVBoxLayout(this);
     form->setSizeConstraint(QLayout::SetFixedSize);
     form->setSpacing(8);
-    form->addLayout(layOutHeader());
+    QGridLayout *head = dialogForm::layOutHead(head_, QStringLiteral("txt"), QStringLiteral("Date"), this);
+    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), Holds::Text, this);
+    addFormRow(head, 3, 2, QStringLiteral("거래번호"), txtReceipt_PK_);
+    form->addLayout(head);
     form->addWidget(makeSummary());
     form->addWidget(makeEntry());
     form->addLayout(dialogForm::layOutSaveAndCancel(cmdConfirm_, cmdCancel_, this));
     setTabOrderOfWork();
-}
-
-QLayout *frmSimpleReceiptAdd::layOutHeader()
-{
-    txtName_ = readOnlyBox(QStringLiteral("txtName"), Holds::Text, this);
-    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), Holds::Text, this);
-    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), Holds::Text, this);
-    dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
-    txtDate_ = readOnlyBox(QStringLiteral("txtDate"), Holds::Text, this);
-    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"), Holds::Money, this);
-    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"), Holds::Money, this);
-    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"), Holds::Money, this);
-    auto *grid = new QGridLayout;
-    grid->setHorizontalSpacing(8);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    addFormRow(grid, 0, 0, QStringLiteral("성명"), txtName_);
-    addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), txtChartnum_);
-    addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), dtpTodat_);
-    addFormRow(grid, 1, 2, QStringLiteral("거래일자"), txtDate_);
-    addFormRow(grid, 2, 0, QStringLiteral("판매금액"), txtBonin_);
-    addFormRow(grid, 2, 2, QStringLiteral("청구금액"), txtCheonggu_);
-    addFormRow(grid, 3, 0, QStringLiteral("일반진료금액"), txtGeneral_);
-    addFormRow(grid, 3, 2, QStringLiteral("거래번호"), txtReceipt_PK_);
-    return grid;
 }
 
 QGroupBox *frmSimpleReceiptAdd::makeSummary()
@@ -124,15 +98,6 @@ QGroupBox *frmSimpleReceiptAdd::makeSummary()
 QGroupBox *frmSimpleReceiptAdd::makeEntry()
 {
     auto *frame = named(new QGroupBox(QStringLiteral("수납 내역 추가"), this), QStringLiteral("fraOldSunap"));
-    auto *options = new QHBoxLayout;
-    const QString captions[] = {QStringLiteral("절사"), QStringLiteral("할인"), QStringLiteral("수납"), QStringLiteral("환불")};
-    for (int index = 0; index < int(optOperator_.size()); ++index) {
-        auto *option = named(new QRadioButton(captions[index], frame), QStringLiteral("optOperator"), index);
-        options->addWidget(option);
-        optOperator_[std::size_t(index)] = option;
-    }
-    options->addStretch(1);
-
     txtMoney_ = amountBox(QStringLiteral("txtMoney"), frame);
     mudOperationAdd_ = new MoneyUpDown(QStringLiteral("mudOperationAdd"), frame);
     mudOperationAdd_->setEnabled(false);
@@ -150,8 +115,9 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
     auto *grid = new QGridLayout(frame);
     grid->setHorizontalSpacing(8);
     grid->setColumnStretch(1, 1);
-    grid->addLayout(options, 0, 0, 1, 3);
+    grid->addLayout(dialogForm::layOutOperators(optOperator_, frame), 0, 0, 1, 3);
     addFormRow(grid, 1, 0, QStringLiteral("금액"), txtMoney_);
+    grid->setColumnMinimumWidth(0, panel->itemAtPosition(0, 0)->sizeHint().width()); // both boxes stand in line
     grid->addWidget(mudOperationAdd_, 1, 2, 2, 1);
     grid->addWidget(sspSunapInfo_, 2, 0, 1, 2);
     grid->addWidget(chkAutoMisuMoney_, 3, 0, 1, 3);
@@ -160,11 +126,10 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
 
 void frmSimpleReceiptAdd::setTabOrderOfWork()
 {
-    QList<QWidget *> order{dtpTodat_};
+    QList<QWidget *> order{head_.dtpTodat};
     order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
     order << txtMoney_ << cboPayMothod_ << chkAutoMisuMoney_ << cmdConfirm_ << cmdCancel_;
-    for (int index = 1; index < order.size(); ++index)
-        setTabOrder(order[index - 1], order[index]);
+    setTabChain(order);
 }
 
 void frmSimpleReceiptAdd::setKeys()
@@ -174,24 +139,16 @@ void frmSimpleReceiptAdd::setKeys()
     mudOperationAdd_->serve(txtMoney_, MoneyUpDown::OnKey::Keep);
 }
 
-void frmSimpleReceiptAdd::readDiscountSwitch()
-{
-    const bool noDiscounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) == QLatin1String("1");
-    if (noDiscounts)
-        optOperator_[FurtherPaymentOption]->setChecked(true);
-    optOperator_[FurtherDiscountOption]->setEnabled(!noDiscounts);
-}
-
 void frmSimpleReceiptAdd::operatorChosen(int index)
 {
-    sspSunapInfo_->setEnabled(index == FurtherPaymentOption || index == FurtherRefundOption);
+    sspSunapInfo_->setEnabled(index == dialogForm::PaymentOption || index == dialogForm::RefundOption);
     chkAutoMisuMoney_->setEnabled(true);
 }
 
 bool frmSimpleReceiptAdd::propose(qint32 rest)
 {
     if (rest != 0) {
-        optOperator_[rest > 0 ? FurtherPaymentOption : FurtherRefundOption]->setChecked(true);
+        optOperator_[rest > 0 ? dialogForm::PaymentOption : dialogForm::RefundOption]->setChecked(true);
         txtMoney_->setText(QString::number(qAbs(qint64(rest))));
         return true;
     }
@@ -200,8 +157,8 @@ bool frmSimpleReceiptAdd::propose(qint32 rest)
     constexpr int flags = controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault;
     if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes)
         return false;
-    const bool discounts = optOperator_[FurtherDiscountOption]->isEnabled();
-    optOperator_[discounts ? FurtherDiscountOption : FurtherPaymentOption]->setChecked(true);
+    const bool discounts = optOperator_[dialogForm::DiscountOption]->isEnabled();
+    optOperator_[discounts ? dialogForm::DiscountOption : dialogForm::PaymentOption]->setChecked(true);
     txtMoney_->setText(QStringLiteral("0"));
     return true;
 }
@@ -212,16 +169,16 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
                                        qint16 &intOperator, qint32 &lngMoney, QString &strMethod, bool &bRecalc)
 {
     bConfirmed_ = false;
-    txtDate_->setText(runtime::dateText(dtOrder));
-    txtBonin_->setText(groupedWon(lngTotal));
+    head_.txtDate->setText(runtime::dateText(dtOrder));
+    head_.txtBonin->setText(groupedWon(lngTotal));
     txtDiscount_->setText(groupedWon(lngDiscount));
     txtCut_->setText(groupedWon(lngCut));
     txtPay_->setText(groupedWon(lngPay));
     txtRefund_->setText(groupedWon(lngRefund));
-    dtpTodat_->setDate(dtOrder);
+    head_.dtpTodat->setDate(dtOrder);
     txtReceipt_PK_->setText(QString::number(lngOrdMPK));
-    txtChartnum_->setText(strChartNum);
-    txtName_->setText(strName);
+    head_.txtChartnum->setText(strChartNum);
+    head_.txtName->setText(strName);
     mudOperationAdd_->setEnabled(false);
     const qint64 taken = qint64(lngDiscount) + lngCut + lngPay - lngRefund;
     if (!propose(runtime::toLong(lngTotal - taken)))
@@ -242,12 +199,9 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
     if (!self || !bConfirmed_) // the window may have gone and taken the dialog along
         return false;
 
-    dtOper = dtpTodat_->date();
-    for (int option = FurtherCutOption; option <= FurtherRefundOption; ++option) {
-        if (optOperator_[std::size_t(option)]->isChecked())
-            intOperator = qint16(option + 1);
-    }
-    const bool moneyMoves = optOperator_[FurtherPaymentOption]->isChecked() || optOperator_[FurtherRefundOption]->isChecked();
+    dtOper = head_.dtpTodat->date();
+    intOperator = dialogForm::chosenOperator(optOperator_);
+    const bool moneyMoves = intOperator == ledger::Payment || intOperator == ledger::Refund;
     strMethod = moneyMoves ? QString::fromUtf16(furtherMethods[cboPayMothod_->currentIndex()].stored) : QString();
     bRecalc = chkAutoMisuMoney_->isChecked();
     lngMoney = wholeMoney(txtMoney_->text());

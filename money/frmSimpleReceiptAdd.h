@@ -1,18 +1,13 @@
 #pragma once
 
+#include "money/DialogForm.h"
 #include "money/MoneyUpDown.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDate>
-#include <QDateEdit>
 #include <QDialog>
 #include <QGroupBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-
-#include <array>
 
 /// A further operation on an order that has ledger rows: shows what has been taken, proposes what is left, and hands one
 /// operation back for the caller to write. Made for one showing.
@@ -32,12 +27,10 @@ public:
 
 private:
     void createControls();
-    QLayout *layOutHeader();
     QGroupBox *makeSummary();
     QGroupBox *makeEntry();
     void setTabOrderOfWork();
     void setKeys();
-    void readDiscountSwitch();
 
     /// Proposes an operation for what is left; false when the order is settled and the user has nothing to add.
     bool propose(qint32 rest);
@@ -46,19 +39,13 @@ private:
 
     bool bConfirmed_ = false;
 
-    QLineEdit *txtName_ = nullptr;
-    QLineEdit *txtChartnum_ = nullptr;
+    dialogForm::ReceiptHead head_;
     QLineEdit *txtReceipt_PK_ = nullptr;
-    QDateEdit *dtpTodat_ = nullptr;
-    QLineEdit *txtDate_ = nullptr;
-    QLineEdit *txtBonin_ = nullptr;
-    QLineEdit *txtCheonggu_ = nullptr;
-    QLineEdit *txtGeneral_ = nullptr;
     QLineEdit *txtDiscount_ = nullptr;
     QLineEdit *txtCut_ = nullptr;
     QLineEdit *txtPay_ = nullptr;
     QLineEdit *txtRefund_ = nullptr;
-    std::array<QRadioButton *, 4> optOperator_{};
+    dialogForm::OperatorOptions optOperator_{};
     QLineEdit *txtMoney_ = nullptr;
     MoneyUpDown *mudOperationAdd_ = nullptr;
     QWidget *sspSunapInfo_ = nullptr;

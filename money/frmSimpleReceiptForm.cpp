@@ -2,17 +2,13 @@
 #include "money/frmSimpleReceipt.h"
 
 #include "input/FormRow.h"
-#include "money/DialogForm.h"
 #include "money/DialogKeys.h"
-#include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
 
 #include <QVBoxLayout>
 
 using controls::named;
 using dialogForm::amountBox;
-using dialogForm::Holds;
-using dialogForm::readOnlyBox;
 
 namespace {
 
@@ -43,7 +39,12 @@ void frmSimpleReceipt::createControls()
     auto *form = new QVBoxLayout(this);
     form->setSizeConstraint(QLayout::SetFixedSize);
     form->setSpacing(8);
-    form->addLayout(layOutHeader());
+    QGridLayout *head = dialogForm::layOutHead(head_, QStringLiteral("txt"), QStringLiteral("Date"), this);
+    txtReceipt_PK_ = dialogForm::readOnlyBox(QStringLiteral("txtReceipt_PK"), dialogForm::Holds::Text, this);
+    txtReceipt_PK_->hide(); // the number of a host's receipt, which a product sale has none of
+    chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로"), this), QStringLiteral("chkBonin100"));
+    head->addWidget(chkBonin100_, 3, 3);
+    form->addLayout(head);
     // Both frames have the same place; one of them shows.
     layOutNewFrame();
     layOutOldFrame();
@@ -52,34 +53,6 @@ void frmSimpleReceipt::createControls()
 
     form->addLayout(dialogForm::layOutSaveAndCancel(cmdConfirm_, cmdCancel_, this));
     setTabOrderOfWork();
-}
-
-QGridLayout *frmSimpleReceipt::layOutHeader()
-{
-    txtName_ = readOnlyBox(QStringLiteral("txtName"), Holds::Text, this);
-    txtChartnum_ = readOnlyBox(QStringLiteral("txtChartnum"), Holds::Text, this);
-    txtReceipt_PK_ = readOnlyBox(QStringLiteral("txtReceipt_PK"), Holds::Text, this);
-    txtReceipt_PK_->hide(); // the number of a host's receipt, which a product sale has none of
-    dtpTodat_ = named(new controls::DateEdit(this), QStringLiteral("dtpTodat"));
-    txtDate_ = readOnlyBox(QStringLiteral("txtDate"), Holds::Text, this);
-    txtBonin_ = readOnlyBox(QStringLiteral("txtBonin"), Holds::Money, this);
-    txtCheonggu_ = readOnlyBox(QStringLiteral("txtCheonggu"), Holds::Money, this);
-    txtGeneral_ = readOnlyBox(QStringLiteral("txtGeneral"), Holds::Money, this);
-    chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로"), this), QStringLiteral("chkBonin100"));
-
-    auto *grid = new QGridLayout;
-    grid->setHorizontalSpacing(8);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    addFormRow(grid, 0, 0, QStringLiteral("성명"), txtName_);
-    addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), txtChartnum_);
-    addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), dtpTodat_);
-    addFormRow(grid, 1, 2, QStringLiteral("거래일자"), txtDate_);
-    addFormRow(grid, 2, 0, QStringLiteral("판매금액"), txtBonin_);
-    addFormRow(grid, 2, 2, QStringLiteral("청구금액"), txtCheonggu_);
-    addFormRow(grid, 3, 0, QStringLiteral("일반진료금액"), txtGeneral_);
-    grid->addWidget(chkBonin100_, 3, 3);
-    return grid;
 }
 
 void frmSimpleReceipt::layOutNewFrame()
@@ -164,20 +137,14 @@ void frmSimpleReceipt::layOutOldFrame()
     auto *grid = new QGridLayout(fraOldSunap_);
     grid->setHorizontalSpacing(8);
     grid->setColumnStretch(1, 1);
-    auto *options = new QHBoxLayout;
-    const QString captions[] = {QStringLiteral("절사"), QStringLiteral("할인"), QStringLiteral("수납"), QStringLiteral("환불")};
-    for (int index = 0; index < int(optOperator_.size()); ++index) {
-        optOperator_[index] = named(new QRadioButton(captions[index], fraOldSunap_), QStringLiteral("optOperator"), index);
-        options->addWidget(optOperator_[index]);
-    }
-    grid->addLayout(options, 0, 0, 1, 3);
+    grid->addLayout(dialogForm::layOutOperators(optOperator_, fraOldSunap_), 0, 0, 1, 3);
     addFormRow(grid, 1, 0, QStringLiteral("금액"), txtMoney_);
     grid->addWidget(mudEditSunap_, 1, 2);
 }
 
 void frmSimpleReceipt::setTabOrderOfWork()
 {
-    QList<QWidget *> order{dtpTodat_, chkBonin100_, cboGeneralPercent_, chkGeneralHalinConfirm_, txtGeneralHalInMoney_,
+    QList<QWidget *> order{head_.dtpTodat, chkBonin100_, cboGeneralPercent_, chkGeneralHalinConfirm_, txtGeneralHalInMoney_,
                            cboGeneralJeolsaGubun_, txtGeneralJeolSaMoney_};
     for (int medium : {Cash, Card}) {
         order << txtGeneralSuNapMoney_[medium];
@@ -188,8 +155,7 @@ void frmSimpleReceipt::setTabOrderOfWork()
     order << chkGeneralRemainToHalin_ << chkGeneralRemainToMisuMoney_;
     order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
     order << txtMoney_ << cmdConfirm_ << cmdCancel_;
-    for (int index = 1; index < order.size(); ++index)
-        setTabOrder(order[index - 1], order[index]);
+    setTabChain(order);
 }
 
 void frmSimpleReceipt::setKeys()

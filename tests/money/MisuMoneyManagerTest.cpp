@@ -2,8 +2,8 @@
 #include "money/frmMisuMoneyManager.h"
 #include "platform/controls/Appearance.h"
 #include "platform/runtime/Conversions.h"
-#include "tests/money/DialogDriver.h"
 #include "tests/money/LedgerDesk.h"
+#include "tests/support/DialogDriver.h"
 
 #include <QHeaderView>
 #include <QWindow>

@@ -1,7 +1,7 @@
 #include "money/frmMisuMoneyPay.h"
 #include "platform/runtime/RuntimeError.h"
-#include "tests/money/DialogDriver.h"
 #include "tests/money/LedgerDesk.h"
+#include "tests/support/DialogDriver.h"
 
 #include <QWindow>
 

@@ -1,5 +1,6 @@
-#include "tests/money/DialogDriver.h"
+#include "money/frmSimpleReceipt.h"
 #include "tests/money/LedgerDesk.h"
+#include "tests/support/DialogDriver.h"
 
 #include <QScreen>
 

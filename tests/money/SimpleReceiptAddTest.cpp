@@ -1,6 +1,6 @@
 #include "money/frmSimpleReceiptAdd.h"
-#include "tests/money/DialogDriver.h"
 #include "tests/sales/SaleDesk.h"
+#include "tests/support/DialogDriver.h"
 
 #include <gmock/gmock.h>
 

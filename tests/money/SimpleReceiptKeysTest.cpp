@@ -1,4 +1,5 @@
-#include "tests/money/DialogDriver.h"
+#include "money/frmSimpleReceipt.h"
+#include "tests/support/DialogDriver.h"
 
 #include <QClipboard>
 #include <QInputMethodEvent>

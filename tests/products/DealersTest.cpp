@@ -1,4 +1,4 @@
-#include "tests/money/DialogDriver.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/products/ProductDesk.h"
 
 #include "data/clsSQL.h"

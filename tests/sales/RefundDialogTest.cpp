@@ -1,7 +1,7 @@
 #include "sales/RefundFlow.h"
 #include "sales/frmRefund.h"
-#include "tests/money/DialogDriver.h"
 #include "tests/sales/PanesOnADesk.h"
+#include "tests/support/DialogDriver.h"
 
 #include <QInputMethodEvent>
 #include <QScreen>

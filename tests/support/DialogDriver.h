@@ -1,8 +1,9 @@
 #pragma once
 
-#include "money/frmSimpleReceipt.h"
-
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
