@@ -1,0 +1,118 @@
+#include "host/desk/Look.h"
+#include "platform/runtime/RuntimeError.h"
+#include "plugins/VantoOneDay/OneDayReport.h"
+#include "plugins/VantoPayPeriod/PayPeriodReport.h"
+#include "plugins/VantoSalesItem/SalesItemReport.h"
+#include "plugins/VantoSalesPeriod/SalesPeriodReport.h"
+#include "plugins/VantoStock/StockReport.h"
+#include "plugins/frame/PeriodBar.h"
+#include "plugins/frame/ReportWindow.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+using namespace statistics;
+
+constexpr int repetitions = 5;
+const QDate lastDay(2026, 6, 30); // of the sample clinics
+
+template <typename Kind>
+std::unique_ptr<Report> make()
+{
+    return std::make_unique<Kind>();
+}
+
+constexpr std::unique_ptr<Report> (*reports[])() = {make<SalesPeriodReport>, make<SalesItemReport>, make<PayPeriodReport>,
+                                                    make<OneDayReport>, make<StockReport>};
+
+struct Times
+{
+    qint64 whole = 0;   ///< ms from the choice until the report is painted
+    qint64 longest = 0; ///< ms in which the window answered nothing
+};
+
+Times untilRead(const ReportWindow &window)
+{
+    Times times;
+    QElapsedTimer sinceStart;
+    sinceStart.start();
+    bool painted = false;
+    while (window.isReading() || !painted) {
+        painted = !window.isReading(); // one more turn, for what is shown now
+        QElapsedTimer turn;
+        turn.start();
+        QApplication::processEvents();
+        times.longest = std::max(times.longest, turn.elapsed());
+    }
+    times.whole = sinceStart.elapsed();
+    return times;
+}
+
+/// The worst of the repetitions counts, but for the first, which fills the caches.
+Times measure(const ReportWindow &window, PeriodBar &bar, const Period &period)
+{
+    Times worst;
+    for (int time = 0; time <= repetitions; ++time) {
+        bar.choose(period);
+        const Times times = untilRead(window);
+        if (time > 0)
+            worst = {std::max(worst.whole, times.whole), std::max(worst.longest, times.longest)};
+    }
+    return worst;
+}
+
+constexpr Times limits[] = {{1000, 100}, {3000, 100}}; // month, year
+
+bool measureReport(std::unique_ptr<Report> report, const ado::ConnectionPtr &connection, const char *engine)
+{
+    const QString title = report->title();
+    const bool ofPeriod = report->asks() == Report::Asks::Period;
+    ReportWindow window(std::move(report), connection);
+    window.resize(1000, 700);
+    window.show();
+    untilRead(window);
+    auto &bar = *window.findChild<PeriodBar *>();
+    const Period periods[] = {ofPeriod ? monthOf(lastDay) : dayOf(lastDay), {lastDay.addYears(-1).addDays(1), lastDay}};
+    bool kept = true;
+    for (int number = 0; number < (ofPeriod ? 2 : 1); ++number) {
+        const Times times = measure(window, bar, periods[number]);
+        const Times &limit = limits[number];
+        const bool missed = times.whole > limit.whole || times.longest > limit.longest;
+        std::printf("| %s | %s | %s | %lld ms | %lld ms | %lld ms%s |\n", qUtf8Printable(title),
+                    number == 1 ? "year" : ofPeriod ? "month" : "day", engine, static_cast<long long>(times.whole),
+                    static_cast<long long>(times.longest), static_cast<long long>(limit.whole), missed ? " **missed**" : "");
+        std::fflush(stdout);
+        kept = kept && !missed && window.sheet().rows.size() > 1;
+    }
+    return kept;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    desk::dressUp(application);
+    std::printf("| report | of a | engine | read and shown | longest without an answer | limit |\n|---|---|---|---:|---:|---:|\n");
+    bool kept = argc > 1;
+    try {
+        for (int number = 1; number < argc; ++number) {
+            const QString address = QString::fromLocal8Bit(argv[number]);
+            const ado::ConnectionPtr connection = ado::Connection::open(address);
+            const char *engine = address.startsWith(QStringLiteral("sqlite:")) ? "SQLite"
+                : address.startsWith(QStringLiteral("odbc:"))                  ? "ODBC"
+                                                                               : "PostgreSQL";
+            for (const auto &report : reports)
+                kept = measureReport(report(), connection, engine) && kept;
+        }
+    } catch (const runtime::RuntimeError &error) {
+        std::fprintf(stderr, "report_times: %s\n", qUtf8Printable(error.description()));
+        return 1;
+    }
+    return kept ? 0 : 1;
+}
