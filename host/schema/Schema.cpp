@@ -45,7 +45,9 @@ Dialect dialectOf(ado::Connection &connection)
 
 QStringList tableStatements(Dialect dialect)
 {
-    QStringList statements = dialect == Dialect::PostgreSQL ? postgresLikeStatements() : QStringList();
+    QStringList statements;
+    if (dialect == Dialect::PostgreSQL)
+        statements = postgresLikeStatements() + postgresPlannerStatements();
     for (const TablePlan &table : tablePlans())
         statements << createTableStatement(table, dialect);
     return statements;

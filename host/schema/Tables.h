@@ -53,5 +53,7 @@ QString createIndexStatement(const IndexPlan &index);
 QString continueKeyStatement(const TablePlan &table, const ColumnPlan &key);
 /// What gives LIKE on PostgreSQL the clinic server's meaning, one statement each.
 QStringList postgresLikeStatements();
+/// What PostgreSQL's planner is told of a clinic, one statement each; it holds for the sessions that begin later.
+QStringList postgresPlannerStatements();
 
 } // namespace schema

@@ -39,9 +39,8 @@ QString salesItem::linesByProduct()
         "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
         "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
         "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS Returned, "
-        "SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) AS Net "
-        "FROM tPSOrderMaster INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK "
-        "WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY tPSOrderDetail.PM_PK");
+        "SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) AS Net FROM ")
+        + linesOfOrders() + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
 }
 
 std::vector<Figure> SalesItemReport::figures(const Period &)
@@ -50,7 +49,7 @@ std::vector<Figure> SalesItemReport::figures(const Period &)
     sums_.clear();
     Figure products{salesItem::products(), Figure::Slices::Keys, salesItem::productBounds()};
     products.take = [this](const Record &row) { products_[row.key(0)] = {row.text(1), row.text(2)}; };
-    Figure lines{salesItem::linesByProduct(), Figure::Slices::Days};
+    Figure lines{salesItem::linesByProduct(), Figure::Slices::Keys, orderBounds()};
     lines.take = [this](const Record &row) {
         Sums &sums = sums_[row.key(0)];
         for (std::size_t amount = 0; amount < Amounts; ++amount)

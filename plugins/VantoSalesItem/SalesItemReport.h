@@ -12,8 +12,8 @@ namespace salesItem {
 /// PM_PK, PM_Catagory, PM_Name of the products [FROM] to [TO].
 QString products();
 QString productBounds();
-/// PM_PK, then sums over the lines of the days [FROM] to [TO]: the pieces Sold, Service and Lost of the line kinds,
-/// Returned (negative) of normal lines that came back, and Net, the money of all of them.
+/// PM_PK, then sums over the lines of the period's orders [FROM] to [TO]: the pieces Sold, Service and Lost of the line
+/// kinds, Returned (negative) of normal lines that came back, and Net, the money of all of them.
 QString linesByProduct();
 } // namespace salesItem
 

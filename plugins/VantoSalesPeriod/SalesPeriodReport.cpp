@@ -11,7 +11,7 @@ struct AmountColumn
     int width;
 };
 
-/// In the order of the statement, behind the day.
+/// In the order of Amount, behind the number of orders.
 constexpr AmountColumn lineColumns[] = {
     {SalesPeriodReport::Gross, u"판매금액", 88},   {SalesPeriodReport::Discount, u"할인", 76},
     {SalesPeriodReport::Returns, u"반품 건수", 66}, {SalesPeriodReport::Returned, u"반품금액", 84},
@@ -29,20 +29,12 @@ QString salesPeriod::ordersByDay()
 
 QString salesPeriod::linesByDay()
 {
-    // The tax split follows the orders' own totals, in which returns are taken off.
-    return QStringLiteral(
-        "SELECT tPSOrderMaster.OrdM_Date, "
-        "SUM(CASE WHEN OrdD_Count > 0 THEN OrdD_UnitPrice * OrdD_Count ELSE 0 END) AS Gross, "
-        "SUM(CASE WHEN OrdD_Count > 0 THEN OrdD_HalinUnit * OrdD_Count ELSE 0 END) AS Discount, "
-        "SUM(CASE WHEN OrdD_Count < 0 THEN 1 ELSE 0 END) AS Returns, "
-        "SUM(CASE WHEN OrdD_Count < 0 THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS Returned, "
-        "SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) AS Net, "
-        "SUM(CASE WHEN PM_IsTaxed = 1 THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS Taxed, "
-        "SUM(CASE WHEN PM_IsTaxed = 0 THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS TaxFree, "
-        "SUM(CASE WHEN PM_IsTaxed IS NULL THEN (OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count ELSE 0 END) AS UnknownTax "
-        "FROM tPSOrderMaster INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK "
-        "LEFT JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK "
-        "WHERE tPSOrderMaster.OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY tPSOrderMaster.OrdM_Date");
+    const QString way = QStringLiteral("CASE WHEN OrdD_Count > 0 THEN 1 WHEN OrdD_Count < 0 THEN -1 ELSE 0 END");
+    return QStringLiteral("SELECT tPSOrderMaster.OrdM_Date, PM_IsTaxed, %1 AS Way, COUNT(*) AS Lines, "
+                          "SUM(OrdD_UnitPrice * OrdD_Count) AS Gross, SUM(OrdD_HalinUnit * OrdD_Count) AS Discount FROM %2"
+                          "GROUP BY tPSOrderMaster.OrdM_Date, PM_IsTaxed, %1")
+        .arg(way, linesOfOrders(
+                      QStringLiteral("LEFT JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK ")));
 }
 
 SalesPeriodReport::SalesPeriodReport()
@@ -50,17 +42,31 @@ SalesPeriodReport::SalesPeriodReport()
 {
 }
 
+void SalesPeriodReport::takeLines(const Record &row)
+{
+    const QDate day = row.date(0);
+    const int way = row.key(2);
+    const runtime::Currency gross = row.amount(4);
+    const runtime::Currency discount = row.amount(5);
+    if (way > 0) {
+        days_.add(day, Gross, gross);
+        days_.add(day, Discount, discount);
+    } else if (way < 0) {
+        days_.add(day, Returns, row.amount(3));
+        days_.add(day, Returned, gross - discount);
+    }
+    days_.add(day, Net, gross - discount);
+    // The tax split follows the orders' own totals, in which returns are taken off.
+    days_.add(day, row.isNull(1) ? UnknownTax : row.flag(1) ? Taxed : TaxFree, gross - discount);
+}
+
 std::vector<Figure> SalesPeriodReport::figures(const Period &period)
 {
     days_.clear(period);
     Figure orders{salesPeriod::ordersByDay(), Figure::Slices::Days};
     orders.take = [this](const Record &row) { days_.add(row.date(0), Orders, row.amount(1)); };
-    Figure lines{salesPeriod::linesByDay(), Figure::Slices::Days};
-    lines.take = [this](const Record &row) {
-        const QDate day = row.date(0);
-        for (std::size_t column = 0; column < std::size(lineColumns); ++column)
-            days_.add(day, lineColumns[column].amount, row.amount(int(column) + 1));
-    };
+    Figure lines{salesPeriod::linesByDay(), Figure::Slices::Keys, orderBounds()};
+    lines.take = [this](const Record &row) { takeLines(row); };
     return {orders, lines};
 }
 

@@ -5,12 +5,12 @@
 
 namespace statistics {
 
-/// Statements of the sales by day. [FROM] and [TO] are days, both included.
+/// Statements of the sales by day.
 namespace salesPeriod {
-/// OrdM_Date, Orders: the number of orders.
+/// OrdM_Date, Orders: the number of orders on the days [FROM] to [TO].
 QString ordersByDay();
-/// OrdM_Date, then sums over the lines of the day: Gross and Discount of what was sold, Returns (lines) and Returned
-/// (negative) of what came back, Net of both, which Taxed, TaxFree and UnknownTax (the product is gone) add up to.
+/// OrdM_Date, PM_IsTaxed (NULL: the product is gone), Way (1 sold, -1 came back, 0 no pieces), then of these lines in
+/// the period's orders [FROM] to [TO] their number, Gross and Discount, both negative for what came back.
 QString linesByDay();
 } // namespace salesPeriod
 
@@ -18,7 +18,7 @@ QString linesByDay();
 class SalesPeriodReport : public Report
 {
 public:
-    /// Columns behind the first.
+    /// Columns behind the first. Net is Gross less Discount plus Returned (negative), and Taxed plus TaxFree plus UnknownTax.
     enum Amount { Orders, Gross, Discount, Returns, Returned, Net, Taxed, TaxFree, UnknownTax, Amounts };
 
     SalesPeriodReport();
@@ -29,6 +29,8 @@ public:
     Sheet sheet(int view) const override;
 
 private:
+    void takeLines(const Record &row);
+
     DayTable days_;
 };
 

@@ -12,6 +12,21 @@ namespace {
 constexpr std::size_t mostBarsShown = 10;
 enum View { HandledView, AllView, WorryView };
 
+/// The rows of the highest worth, the highest first; equal ones in their order.
+std::vector<const Row *> dearestOf(const std::vector<Row> &rows, std::size_t worthColumn)
+{
+    std::vector<const Row *> dearest;
+    for (const Row &row : rows)
+        dearest.push_back(&row);
+    const auto end = dearest.begin() + std::ptrdiff_t(std::min(mostBarsShown, dearest.size()));
+    std::partial_sort(dearest.begin(), end, dearest.end(), [worthColumn](const Row *a, const Row *b) {
+        return isBefore((*b)[worthColumn], (*a)[worthColumn])
+            || (!isBefore((*a)[worthColumn], (*b)[worthColumn]) && a < b);
+    });
+    dearest.erase(end, dearest.end());
+    return dearest;
+}
+
 } // namespace
 
 QString stock::products()
@@ -61,9 +76,8 @@ QString stock::lastPrice()
 
 QString stock::recent()
 {
-    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, SUM(OrdD_Count) AS Recent FROM tPSOrderMaster "
-                          "INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK "
-                          "WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY tPSOrderDetail.PM_PK");
+    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, SUM(OrdD_Count) AS Recent FROM ") + linesOfOrders()
+        + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
 }
 
 runtime::Currency StockReport::Product::remaining() const
@@ -124,7 +138,7 @@ std::vector<Figure> StockReport::figures(const Period &period)
     return {products, figureOf({Incoming}, stock::incoming(), Slices::Keys, stock::incomingBounds()),
             figureOf({Sold, Service, Lost}, stock::outgoing(), Slices::Keys, stock::outgoingBounds()),
             figureOf({LastPrice}, stock::lastPrice(), Slices::Keys, stock::incomingBounds()),
-            figureOf({Recent}, stock::recent(), Slices::Days)};
+            figureOf({Recent}, stock::recent(), Slices::Keys, orderBounds())};
 }
 
 std::vector<const StockReport::Product *> StockReport::shown(int view) const
@@ -189,12 +203,10 @@ Sheet StockReport::sheet(int view) const
     sheet.chart.title = QStringLiteral("재고 금액 상위 %1").arg(std::min(mostBarsShown, products.size()));
     sheet.chart.lying = true;
     sheet.chart.series = {{QStringLiteral("재고 금액"), {}}};
-    std::vector<Row> dearest = sheet.rows;
-    std::stable_sort(dearest.begin(), dearest.end(),
-                     [](const Row &a, const Row &b) { return isBefore(b[worthColumn], a[worthColumn]); });
-    for (std::size_t place = 0; place < std::min(mostBarsShown, dearest.size()); ++place) {
-        sheet.chart.categories << plainText(dearest[place][1]);
-        sheet.chart.series[0].values.push_back(std::get<runtime::Currency>(dearest[place][worthColumn]));
+    const auto dearest = dearestOf(sheet.rows, worthColumn);
+    for (const Row *row : dearest) {
+        sheet.chart.categories << plainText((*row)[1]);
+        sheet.chart.series[0].values.push_back(std::get<runtime::Currency>((*row)[worthColumn]));
     }
     sheet.remark = QStringLiteral("재고는 지금의 것입니다. 남은 일수는 %1일 동안 나간 속도로 셉니다.").arg(rateDays_);
     return sheet;

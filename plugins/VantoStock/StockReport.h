@@ -20,7 +20,7 @@ QString outgoing();
 QString outgoingBounds();
 /// PM_PK, LastPrice: the price of a piece at the last purchase; the highest where a day saw several.
 QString lastPrice();
-/// PM_PK, Recent: pieces of all kinds that left on the days [FROM] to [TO].
+/// PM_PK, Recent: pieces of all kinds that left with the period's orders [FROM] to [TO].
 QString recent();
 } // namespace stock
 

@@ -29,9 +29,29 @@ QString Record::text(int column) const
     return runtime::text(rows_.valueAt(row_, column));
 }
 
+bool Record::isNull(int column) const
+{
+    return runtime::isNull(rows_.valueAt(row_, column));
+}
+
 bool Record::flag(int column) const
 {
     return runtime::isTrue(rows_.valueAt(row_, column));
+}
+
+QString orderBounds()
+{
+    // The number of orders keeps a server from looking for the lowest key from key 1 on.
+    return QStringLiteral("SELECT MIN(OrdM_PK) AS Lowest, MAX(OrdM_PK) AS Highest, COUNT(*) AS Orders FROM tPSOrderMaster "
+                          "WHERE OrdM_Date BETWEEN '[FIRST]' AND '[LAST]'");
+}
+
+QString linesOfOrders(const QString &joined)
+{
+    return QStringLiteral("tPSOrderMaster INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK ")
+        + joined
+        + QStringLiteral("WHERE tPSOrderMaster.OrdM_Date BETWEEN '[FIRST]' AND '[LAST]' "
+                         "AND tPSOrderMaster.OrdM_PK BETWEEN [FROM] AND [TO] AND tPSOrderDetail.OrdM_PK BETWEEN [FROM] AND [TO] ");
 }
 
 } // namespace statistics

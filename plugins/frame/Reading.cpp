@@ -10,9 +10,10 @@ namespace statistics {
 
 namespace {
 
-// Milliseconds of a slice outside of which the next one is wider or narrower.
-constexpr qint64 quickSlice = 20;
-constexpr qint64 slowSlice = 60;
+// Milliseconds of a slice outside of which the next one is wider or narrower. A server takes some for a slice of any
+// width, so that narrow ones only make the whole longer: what the window can bear is used.
+constexpr qint64 quickSlice = 30;
+constexpr qint64 slowSlice = 90;
 
 constexpr qint64 firstDays = 4;
 constexpr qint64 firstKeys = 500;
@@ -46,13 +47,25 @@ void Reading::enter()
         width_ = firstDays;
     } else if (figure.slices == Figure::Slices::Keys) {
         highest_ = -1; // no row
-        run(figure.bounds, [this](const Record &row) {
+        run(filled(figure.bounds, {}, {}), [this](const Record &row) {
             lowest_ = row.key(0);
             highest_ = lowest_ == 0 ? -1 : row.key(1);
         });
         width_ = firstKeys;
     }
     next_ = lowest_;
+}
+
+QString Reading::filled(const QString &statement, const QString &from, const QString &to) const
+{
+    const std::pair<const char *, QString> places[] = {{"[FROM]", from},
+                                                       {"[TO]", to},
+                                                       {"[FIRST]", runtime::dateText(period_.first)},
+                                                       {"[LAST]", runtime::dateText(period_.last)}};
+    QString text = statement;
+    for (const auto &[mark, value] : places)
+        text.replace(QLatin1String(mark), value);
+    return text;
 }
 
 QString Reading::place(qint64 position) const
@@ -71,9 +84,8 @@ void Reading::step()
     if (next_ <= highest_) {
         const bool whole = figure.slices == Figure::Slices::Whole;
         const qint64 last = std::min(highest_, next_ + width_ - 1);
-        QString statement = figure.statement;
-        statement.replace(QStringLiteral("[FROM]"), whole ? runtime::dateText(period_.first) : place(next_));
-        statement.replace(QStringLiteral("[TO]"), whole ? runtime::dateText(period_.last) : place(last));
+        const QString statement = filled(figure.statement, whole ? runtime::dateText(period_.first) : place(next_),
+                                         whole ? runtime::dateText(period_.last) : place(last));
         QElapsedTimer taken;
         taken.start();
         run(statement, figure.take);

@@ -25,6 +25,7 @@ public:
 private:
     void enter();
     void run(const QString &statement, const std::function<void(const Record &)> &take) const;
+    QString filled(const QString &statement, const QString &from, const QString &to) const;
     QString place(qint64 position) const;
 
     ado::ConnectionPtr connection_;
