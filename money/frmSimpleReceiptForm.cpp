@@ -39,12 +39,9 @@ void frmSimpleReceipt::createControls()
     auto *form = new QVBoxLayout(this);
     form->setSizeConstraint(QLayout::SetFixedSize);
     form->setSpacing(8);
-    QGridLayout *head = dialogForm::layOutHead(head_, QStringLiteral("txt"), QStringLiteral("Date"), this);
+    form->addLayout(dialogForm::layOutHead(head_, QStringLiteral("txt"), QStringLiteral("Date"), this));
     txtReceipt_PK_ = dialogForm::readOnlyBox(QStringLiteral("txtReceipt_PK"), dialogForm::Holds::Text, this);
     txtReceipt_PK_->hide(); // the number of a host's receipt, which a product sale has none of
-    chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로"), this), QStringLiteral("chkBonin100"));
-    head->addWidget(chkBonin100_, 3, 3);
-    form->addLayout(head);
     // Both frames have the same place; one of them shows.
     layOutNewFrame();
     layOutOldFrame();
@@ -101,12 +98,14 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
                                     fraNewSunap_);
     lblGeneralRemain_ = figureLabel(QStringLiteral("lblGeneralRemain"), -1, 2);
     mudFirstSunap_ = new MoneyUpDown(QStringLiteral("mudFirstSunap"), fraNewSunap_);
+    chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로")), QStringLiteral("chkBonin100"));
     chkGeneralRemainToHalin_ = named(new QCheckBox(QStringLiteral("잔액이 있는 경우 잔액을 할인으로 기록")),
                                      QStringLiteral("chkGeneralRemainToHalin"));
     chkGeneralRemainToMisuMoney_ = named(new QCheckBox(QStringLiteral("잔액이 있는 경우 잔액을 미수금에 기록")),
                                          QStringLiteral("chkGeneralRemainToMisuMoney"));
 
     addFormRow(grid, row, 0, QStringLiteral("수납할 금액"), lblGeneral_);
+    grid->addWidget(chkBonin100_, row, 2, 1, 3);
     addFormRow(grid, row + 1, 0, QStringLiteral("할인율(%)"), cboGeneralPercent_);
     grid->addWidget(chkGeneralHalinConfirm_, row + 1, 2);
     addFormRow(grid, row + 2, 0, QStringLiteral("할인"), txtGeneralHalInMoney_);

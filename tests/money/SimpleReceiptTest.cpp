@@ -260,6 +260,8 @@ TEST(SimpleReceiptEdit, HandsBackOneRowWithTheOperatorChosen)
         for (int option = 0; option < 4; ++option)
             EXPECT_EQ(form.checked(qPrintable(QStringLiteral("optOperator_%1").arg(option))), option == c.option);
         EXPECT_TRUE(form.find<QWidget>("fraOldSunap")->isVisible());
+        for (const char *ofNewOnes : {"fraNewSunap", "chkBonin100"})
+            EXPECT_FALSE(form.find<QWidget>(ofNewOnes)->isVisible());
         EXPECT_EQ(form.text("txtMoney"), "500");
         form.press("optOperator_3");
         form.type("txtMoney", "");
