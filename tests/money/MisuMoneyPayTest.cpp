@@ -3,8 +3,6 @@
 #include "tests/money/LedgerDesk.h"
 #include "tests/support/DialogDriver.h"
 
-#include <QWindow>
-
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
@@ -24,10 +22,6 @@ protected:
         frmMisuMoneyPay dialog;
         return dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QStringLiteral("C-1"), QStringLiteral("홍길동"), QDate(2026, 11, 20),
                                                order_, 5000, total, date_, money_, method_);
-    }
-    static void key(const DialogDriver &form, Qt::Key code, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(form.window()->windowHandle(), code, modifiers);
     }
 
     int order_ = 0;
@@ -80,7 +74,7 @@ TEST_F(OutstandingPayment, HandsBackWhatWasTypedAndChosen)
             form.find<QDateEdit>("dtpTodat")->setDate(QDate(2026, 12, 1));
             form.type("txtGeneralSunap", c.typed);
             form.find<QComboBox>("cboGeneralPayMethod")->setCurrentIndex(c.entry);
-            key(form, Qt::Key_F12);
+            form.key(Qt::Key_F12);
         }));
         EXPECT_EQ(money_, c.money) << c.typed;
         EXPECT_EQ(method_, QString::fromLatin1(c.method));
@@ -97,10 +91,10 @@ TEST_F(OutstandingPayment, OnlyANumberThatFitsIsTaken)
             EXPECT_THAT(boxes_.take(), ElementsAre("미수금 수납: 수납 금액을 수값으로 입력하십시오."));
             EXPECT_TRUE(form.window()->isVisible());
         }
-        key(form, Qt::Key_F9);
+        form.key(Qt::Key_F9);
         EXPECT_FALSE(form.window()->isVisible());
     }));
-    EXPECT_FALSE(ask([](const DialogDriver &form) { key(form, Qt::Key_Escape); }));
+    EXPECT_FALSE(ask([](const DialogDriver &form) { form.key(Qt::Key_Escape); }));
     EXPECT_THROW(ask([](const DialogDriver &form) {
                      form.type("txtGeneralSunap", "99999999999");
                      form.press("cmdConfirm");
@@ -121,13 +115,7 @@ TEST_F(OutstandingPayment, TheKeyboardWorksTheDialog)
         auto *steps = form.find<QWidget>("mudMisuSunap");
         EXPECT_EQ(form.focus(), "txtGeneralSunap");
         EXPECT_EQ(amount->selectedText(), QStringLiteral("5000"));
-        const struct
-        {
-            const char *from;
-            Qt::Key key;
-            Qt::KeyboardModifiers modifiers;
-            const char *to;
-        } cases[] = {
+        form.expectMoves({
             {"txtGeneralSunap", Qt::Key_Return, {}, "cboGeneralPayMethod"},
             {"txtGeneralSunap", Qt::Key_Down, {}, "cboGeneralPayMethod"},
             {"txtGeneralSunap", Qt::Key_Up, {}, "dtpTodat"},
@@ -135,13 +123,7 @@ TEST_F(OutstandingPayment, TheKeyboardWorksTheDialog)
             {"cmdConfirm", Qt::Key_Return, {}, "cmdCancel"},
             {"cmdCancel", Qt::Key_Up, Qt::ControlModifier, "cmdConfirm"},
             {"dtpTodat", Qt::Key_Down, Qt::ControlModifier, "txtGeneralSunap"},
-        };
-        for (const auto &c : cases) {
-            SCOPED_TRACE(c.from);
-            form.find<QWidget>(c.from)->setFocus(Qt::TabFocusReason);
-            key(form, c.key, c.modifiers);
-            EXPECT_EQ(form.focus(), c.to);
-        }
+        });
         EXPECT_TRUE(steps->isEnabled());
         form.find<QWidget>("cmdConfirm")->setFocus();
         EXPECT_FALSE(steps->isEnabled());

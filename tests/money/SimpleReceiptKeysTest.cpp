@@ -3,7 +3,6 @@
 
 #include <QClipboard>
 #include <QInputMethodEvent>
-#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -25,10 +24,7 @@ protected:
         dialog_->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog_.get()));
     }
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(dialog_->windowHandle(), key, modifiers);
-    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { form_->key(key, modifiers); }
     void repeat(Qt::Key key)
     {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
@@ -75,14 +71,7 @@ TEST_F(SimpleReceiptKeys, FunctionKeysSaveAndCancelOnce)
 
 TEST_F(SimpleReceiptKeys, KeysMoveTheFocusAndPressNothing)
 {
-    struct Case
-    {
-        const char *from;
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        const char *to;
-    };
-    const Case cases[] = {
+    form_->expectMoves({
         {"txtGeneralSuNapMoney_0", Qt::Key_Return, {}, "chkGeneralRemain2Money_0"},
         {"txtGeneralSuNapMoney_0", Qt::Key_Enter, Qt::KeypadModifier, "chkGeneralRemain2Money_0"},
         {"txtGeneralSuNapMoney_0", Qt::Key_Down, {}, "chkGeneralRemain2Money_0"},
@@ -96,13 +85,7 @@ TEST_F(SimpleReceiptKeys, KeysMoveTheFocusAndPressNothing)
         {"cboGeneralJeolsaGubun", Qt::Key_Down, Qt::ControlModifier, "txtGeneralJeolSaMoney"},
         {"cmdConfirm", Qt::Key_Up, Qt::ControlModifier, "chkGeneralRemainToMisuMoney"},
         {"txtGeneralSuNapMoney_1", Qt::Key_Down, Qt::ControlModifier, "chkGeneralRemain2Money_2"},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.from);
-        standOn(c.from);
-        key(c.key, c.modifiers);
-        EXPECT_EQ(form_->focus(), c.to);
-    }
+    });
     EXPECT_TRUE(dialog_->isVisible());
     EXPECT_EQ(saved_, 0);
     EXPECT_EQ(form_->text("txtGeneralSuNapMoney_0"), "12300");

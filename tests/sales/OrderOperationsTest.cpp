@@ -261,25 +261,6 @@ TEST_F(OrderFlow, TheLastLineLeavesItsOrderWithZeroSumsAndItsLedger)
     EXPECT_EQ(operations_.deleteDetail(), Outcome::Failed) << "nothing is left to delete";
 }
 
-TEST_F(OrderFlow, AReturnIsALineWithANegativeQuantity)
-{
-    using runtime::Currency;
-    EXPECT_EQ(operations_.addDetailToNewOrder(line("3", "\\100")), Outcome::Done);
-    EXPECT_EQ(operations_.findOrderByDate(Patient, today()), 1);
-    EXPECT_EQ(operations_.findOrderByDate(Patient, today().addDays(1)), -1);
-
-    EXPECT_EQ(operations_.addRefundOrderDetail(1, ginseng_, Currency::fromWon(900), -1, QStringLiteral("교환")), Outcome::Done);
-    EXPECT_EQ(operations_.addToNewRefundOrder(today().addDays(1), ginseng_, Currency::fromWon(900), -2, QString()),
-              Outcome::Done);
-    EXPECT_THAT(orders(), ElementsAre("1|2026-11-24|1800", "2|2026-11-25|-1800"));
-    EXPECT_THAT(lines(), ElementsAre("1|1|1000|100|3|0", "1|1|900|0|-1|NULL", "2|1|900|0|-2|NULL"));
-    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_HalinTotal FROM tPSOrderMaster WHERE OrdM_PK = 1")), ElementsAre("300"));
-
-    // A quote in the remark goes out as it is and breaks the statement.
-    EXPECT_EQ(operations_.addRefundOrderDetail(1, ginseng_, Currency::fromWon(900), -1, QStringLiteral("it's")), Outcome::Failed);
-    EXPECT_THAT(lines(), testing::SizeIs(3));
-}
-
 TEST(OrderFlowWithoutASession, EndsAsFailedAndRaisesNothing)
 {
     SaleSession session;

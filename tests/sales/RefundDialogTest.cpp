@@ -34,11 +34,6 @@ protected:
     std::unique_ptr<RefundFlow> flow_;
 };
 
-void key(const DialogDriver &form, Qt::Key code)
-{
-    QTest::keyClick(form.window()->windowHandle(), code);
-}
-
 QColor color(const DialogDriver &form, const char *name)
 {
     return form.find<QLineEdit>(name)->palette().color(QPalette::Active, QPalette::Text);
@@ -63,7 +58,7 @@ TEST_F(RefundDialog, ComesUpWithTheWholeLineAndLeavesEverythingWhenCancelled)
             if (*button)
                 form.press(button);
             else
-                key(form, Qt::Key_Escape);
+                form.key(Qt::Key_Escape);
             EXPECT_FALSE(form.window()->isVisible());
         });
     }
@@ -97,28 +92,28 @@ TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
     push([](const DialogDriver &form) {
         EXPECT_EQ(form.focus(), "dtpRfndDate");
         form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
-        key(form, Qt::Key_Tab);
+        form.key(Qt::Key_Tab);
         EXPECT_EQ(form.focus(), "txtRfndUnitCount");
         for (Qt::Key digit : {Qt::Key_Minus, Qt::Key_2})
-            key(form, digit);
+            form.key(digit);
         EXPECT_EQ(form.text("txtRfndUnitCount"), "-2");
-        key(form, Qt::Key_Return);
+        form.key(Qt::Key_Return);
         EXPECT_EQ(form.focus(), "txtRfndUnitSalePrice");
         EXPECT_EQ(form.find<QLineEdit>("txtRfndUnitSalePrice")->selectedText(), QString());
         for (Qt::Key digit : {Qt::Key_Backspace, Qt::Key_5, Qt::Key_X, Qt::Key_0})
-            key(form, digit);
+            form.key(digit);
         EXPECT_EQ(form.text("txtRfndUnitSalePrice"), "\\9,050");
-        key(form, Qt::Key_Tab);
+        form.key(Qt::Key_Tab);
         QInputMethodEvent composed(QStringLiteral("심"), {}); // half-composed as the focus leaves
         composed.setCommitString(QStringLiteral(" 변"));
         QApplication::sendEvent(form.window()->focusWidget(), &composed);
-        key(form, Qt::Key_Enter);
+        form.key(Qt::Key_Enter);
         EXPECT_EQ(form.focus(), "chkCmdSave");
-        key(form, Qt::Key_Return);
+        form.key(Qt::Key_Return);
         EXPECT_TRUE(form.window()->isVisible()) << "Enter presses nothing";
         EXPECT_EQ(form.focus(), "chkCmdCancel");
-        key(form, Qt::Key_Backtab);
-        key(form, Qt::Key_Space);
+        form.key(Qt::Key_Backtab);
+        form.key(Qt::Key_Space);
     });
     EXPECT_THAT(reader_.take(), IsEmpty());
     EXPECT_THAT(lines(), ElementsAre("1000|3", "9050|-2"));

@@ -23,11 +23,12 @@ protected:
         openAll();
     }
 
-    void openAll()
+    /// The line, current on the order that it stands on.
+    void openAll(int order = 1)
     {
         open(session_.rsCustSaleMaster, clsSQL().getOrderMasterSQL(Patient));
-        session_.rsCustSaleMaster->setBookmark(1);
-        open(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(1));
+        session_.rsCustSaleMaster->setBookmark(order);
+        open(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order));
         session_.rsCustSaleDetails->setBookmark(1);
     }
     Outcome takeBack(int count, const char *date, const char *memo = "")
@@ -85,6 +86,7 @@ TEST_F(LineTakenBack, TheRowGoesOnAnOrderOfTheReturnsDateWhichIsMadeWhenThereIsN
         EXPECT_EQ(orders(), c.orders);
         EXPECT_EQ(lines(), c.lines);
     }
+    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_HalinTotal FROM tPSOrderMaster ORDER BY OrdM_PK")), ElementsAre("300", "0"));
     EXPECT_THAT(rows(QStringLiteral("SELECT Cust_PK, OrdM_Address, OrdM_Tel, OrdM_Cel FROM tPSOrderMaster WHERE OrdM_PK = 2")),
                 ElementsAre("41|서울시 종로구 1|02-123-4567|010-1234-5678"));
 }
@@ -93,11 +95,7 @@ TEST_F(LineTakenBack, OfSeveralOrdersOfADateTheFirstTakesTheRowEvenIfTheLineStan
 {
     const int second = order(QStringLiteral("2026-11-20"));
     atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdM_PK = %1").arg(second));
-    session_.rsCustSaleMaster->Requery();
-    session_.rsCustSaleMaster->setBookmark(second);
-    session_.rsCustSaleDetails->Close();
-    session_.rsCustSaleDetails->Open(clsSQL().getOrderDetailSQL(second), gcnnMasterDB, ado::CursorType::Keyset,
-                                     ado::LockType::Optimistic);
+    openAll(second);
     EXPECT_EQ(operations_.takeBack(operations_.currentLine(), {-3, QDate(2026, 11, 20), {}, Currency::fromWon(900)}),
               Outcome::Done);
     EXPECT_THAT(lines(), ElementsAre("2|1|1000|100|3|0", "1|1|900|0|-3|NULL"));

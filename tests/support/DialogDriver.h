@@ -6,10 +6,12 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <initializer_list>
 
 /// Finds the controls of a dialog by their names, as a user finds them by their captions.
 class DialogDriver
@@ -36,7 +38,26 @@ public:
     void type(const char *name, const char *text) const { find<QLineEdit>(name)->setText(QString::fromLatin1(text)); }
     void press(const char *name) const { find<QAbstractButton>(name)->click(); }
     bool checked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
-    /// The control that has the focus, for keys sent to whatever the user stands on.
+    /// A key as the keyboard sends it, to whatever the user stands on.
+    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(dialog_->windowHandle(), code, modifiers);
+    }
+    struct KeyMove
+    {
+        const char *from;
+        Qt::Key code;
+        Qt::KeyboardModifiers modifiers;
+        const char *to;
+    };
+    void expectMoves(std::initializer_list<KeyMove> moves) const
+    {
+        for (const KeyMove &move : moves) {
+            find<QWidget>(move.from)->setFocus(Qt::TabFocusReason);
+            key(move.code, move.modifiers);
+            EXPECT_EQ(focus(), move.to) << "from " << move.from;
+        }
+    }
     std::string focus() const { return dialog_->focusWidget() ? dialog_->focusWidget()->objectName().toStdString() : ""; }
     QWidget *window() const { return dialog_; }
 
