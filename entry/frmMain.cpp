@@ -117,8 +117,7 @@ void frmMain::placePanes()
     splitPMMain->setChildrenCollapsible(false);
     splitPMMain->addWidget(productPane_);
     splitPMMain->addWidget(purchases);
-    splitPMMain->setStretchFactor(0, 1);
-    splitPMMain->setStretchFactor(1, 1);
+    splitPMMain->setSizes({590, 690}); // the date of a purchase shows without scrolling, in a narrow window too
 
     c1tabMain_ = controls::named(new QTabWidget(this), QStringLiteral("c1tabMain"));
     c1tabMain_->addTab(saleTab_, QStringLiteral("[]님의 판매관리"));

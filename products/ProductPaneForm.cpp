@@ -17,10 +17,10 @@ std::vector<GridColumn> managerColumns()
     return {
         {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 50, true, true},
         {QStringLiteral("PM_Catagory"), QStringLiteral("분류"), Kind::Text, 74},
-        {QStringLiteral("PM_Name"), QStringLiteral("물품명"), Kind::Text, 170},
+        {QStringLiteral("PM_Name"), QStringLiteral("물품명"), Kind::Text, 160},
         {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money, 84},
-        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check, 45},
-        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check, 65},
+        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check, 40},
+        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check, 58},
         {QStringLiteral("PM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 130},
     };
 }

@@ -104,7 +104,8 @@ void fillInShopData(Actor &actor, QWidget *sale)
             {"txtProperties_1", "김가온"},
             {"txtProperties_2", "105-81-00002"},
             {"txtProperties_4", "서울특별시 마포구 월드컵로 1"},
-            {"txtProperties_5", "02-555-0199"}});
+            {"txtProperties_5", "02-555-0199"},
+            {"txtProperties_7", "영수증을 보관해 주십시오."}});
     click(actor, sale, "chkCmdSaveProperties");
     const QString logo = drawnLogo(actor);
     actor.inModalWindow([&] { click(actor, sale, "chkCmdChooseLog"); },

@@ -110,5 +110,19 @@ TEST(Walk, LeavesItsSaleInItsDatabase)
     EXPECT_TRUE(roll.has(QStringLiteral("111,500")));
     EXPECT_TRUE(roll.has(QStringLiteral("20,000")));
     EXPECT_TRUE(Paper(folder.filePath(QStringLiteral("out/period.pdf"))).has(QStringLiteral("111,500")));
+    // The shop set up from nothing: what was bought, less what was sold; its receipt under its own name.
+    shell.start(QStringLiteral("sqlite3"), {folder.filePath(QStringLiteral("out/new-shop.db")),
+                                            QStringLiteral("SELECT CM_Name FROM tPSCompanyMaster;"
+                                                           "SELECT PM_Name, IN_Count, IN_Total FROM tPSIncoming JOIN tPSProductMaster USING (PM_PK);"
+                                                           "SELECT PM_PK, OrdD_UnitPrice, OrdD_Count FROM tPSOrderDetail;"
+                                                           "SELECT OrdM_Total, OrdM_Misugum FROM tPSOrderMaster;"
+                                                           "SELECT tpstrans_Operator, tpstrans_Money FROM tPSTransaction")});
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(QString::fromUtf8(shell.readAllStandardOutput()).toStdString(), "가온약초\n"
+                                                                              "감초생강차|30|230000\n"
+                                                                              "1|12000|3\n"
+                                                                              "36000|0\n"
+                                                                              "3|36000\n");
+    EXPECT_TRUE(Paper(folder.filePath(QStringLiteral("out/first-roll.pdf"))).has(QStringLiteral("001감초생강차")));
     EXPECT_GE(QDir(folder.filePath(QStringLiteral("out"))).entryList({QStringLiteral("*.png")}).size(), 10);
 }

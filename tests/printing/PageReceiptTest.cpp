@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
 namespace {
 
 constexpr double tolerance = 0.5; // mm
@@ -143,10 +145,16 @@ TEST_F(PageReceiptTest, LosesNoLineOfALongOrderAndStaysQuick)
     EXPECT_LT(timer.elapsed(), 300);
 
     const Paper paper = Paper::of(document);
+    // As many numbers as categories on every page: no line has its two rows on different pages.
+    std::map<int, int> rowsOfPage;
     QStringList numbers;
     for (const Paper::Word &word : paper.words()) {
-        if (word.box.left() < 16 && word.text.size() == 3 && word.text.toInt() > 0)
+        if (word.box.left() < 16 && word.text.size() == 3 && word.text.toInt() > 0) {
             numbers << word.text;
+            ++rowsOfPage[word.page];
+        }
+        if (word.text == QStringLiteral("*차"))
+            --rowsOfPage[word.page];
         EXPECT_GE(word.box.top(), 19) << word.text.toStdString();
         EXPECT_LE(word.box.bottom(), 278) << word.text.toStdString();
     }
@@ -154,6 +162,7 @@ TEST_F(PageReceiptTest, LosesNoLineOfALongOrderAndStaysQuick)
     for (int number = 1; number <= 200; ++number)
         expected << QStringLiteral("%1").arg(number, 3, 10, QLatin1Char('0'));
     EXPECT_EQ(numbers, expected);
+    EXPECT_THAT(rowsOfPage, testing::Each(testing::Pair(testing::_, 0)));
     EXPECT_EQ(paper.sheets().size(), 14);
     EXPECT_EQ(paper.overlaps(), QStringList());
 }

@@ -86,7 +86,7 @@ TEST_F(RollReceiptTest, PutsEveryBoxInItsPlaceAndMovesTheFooterByTheItems)
             }
             ASSERT_FALSE(place.isNull());
             EXPECT_NEAR(box.right ? place.right() : place.left(), mm(box.x), tolerance);
-            EXPECT_NEAR(place.top(), top, 1.0); // ascents differ from program to program
+            EXPECT_NEAR(place.top(), top, tolerance);
         }
     }
 }

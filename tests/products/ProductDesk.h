@@ -5,12 +5,12 @@
 #include "products/IncomingPane.h"
 #include "products/ProductPane.h"
 #include "tests/sales/SaleDesk.h"
+#include "tests/support/PaneWindow.h"
 
 #include <QHBoxLayout>
-#include <QTest>
 
 /// A window with the panes of the second tab, its edit modes and connections those of the main window.
-class ManageWindow : public QWidget, public PaneShell
+class ManageWindow : public PaneWindow
 {
 public:
     explicit ManageWindow(SaleSession &session)
@@ -43,32 +43,6 @@ public:
     void leaveEditMode(const QString &code) override { modes.leaveEditMode(code); }
     void paintEntryColors() override { modes.paintEntryColors(); }
 
-    template <typename Control = QWidget>
-    Control &at(const char *name)
-    {
-        auto *control = findChild<Control *>(QString::fromLatin1(name));
-        if (!control)
-            throw std::runtime_error(std::string("no control ") + name);
-        return *control;
-    }
-    std::string text(const char *name)
-    {
-        if (auto *memo = findChild<QPlainTextEdit *>(QString::fromLatin1(name)))
-            return memo->toPlainText().toStdString();
-        return at<QLineEdit>(name).text().toStdString();
-    }
-    /// Text boxes and options of a panel, "|" between them; an option shows its caption when it is chosen.
-    std::string texts(std::initializer_list<const char *> names)
-    {
-        std::string all;
-        const char *separator = "";
-        for (const char *name : names) {
-            all += std::exchange(separator, "|");
-            auto *option = findChild<QAbstractButton *>(QString::fromLatin1(name));
-            all += !option ? text(name) : option->isChecked() ? option->text().toStdString() : "-";
-        }
-        return all;
-    }
     void type(const char *name, const char *typed)
     {
         if (auto *memo = findChild<QPlainTextEdit *>(QString::fromLatin1(name)))
@@ -76,8 +50,6 @@ public:
         else
             at<QLineEdit>(name).setText(QString::fromUtf8(typed));
     }
-    void push(const char *name) { QTest::mouseClick(&at<QAbstractButton>(name), Qt::LeftButton); }
-    std::string focused() { return focusWidget() ? focusWidget()->objectName().toStdString() : ""; }
 
     EditModes modes;
     ProductPane *products;

@@ -1,22 +1,19 @@
 #pragma once
 
-#include "input/PaneContract.h"
 #include "input/clsMyFunctions.h"
 #include "products/SaleListPane.h"
 #include "sales/DetailPane.h"
 #include "sales/OrderPane.h"
 #include "sales/SaleEntryPane.h"
 #include "tests/sales/SaleDesk.h"
+#include "tests/support/PaneWindow.h"
 
-#include <QAbstractButton>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <QApplication>
 #include <QInputMethodEvent>
-#include <QTest>
 
 /// A window with the four panes, connected as the main window connects them.
-class Desk : public QWidget, public PaneShell
+class Desk : public PaneWindow
 {
 public:
     explicit Desk(SaleSession &session)
@@ -62,16 +59,6 @@ public:
     }
     void paintEntryColors() override { ++painted; }
 
-    template <typename Control = QWidget>
-    Control &at(const char *name)
-    {
-        auto *control = findChild<Control *>(QString::fromLatin1(name));
-        if (!control)
-            throw std::runtime_error(std::string("no control ") + name);
-        return *control;
-    }
-    std::string text(const char *name) { return at<QLineEdit>(name).text().toStdString(); }
-    void push(const char *name) { QTest::mouseClick(&at<QAbstractButton>(name), Qt::LeftButton); }
     /// Typed over what the box holds.
     void type(const char *name, const char *keys)
     {
