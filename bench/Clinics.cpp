@@ -34,29 +34,53 @@ QString largeClinic()
     return file;
 }
 
-/// The large clinic's products five times, under names of their own.
-void fillManyProducts(const ado::Connection &connection, const QString &largeClinic)
+/// An empty clinic filled from the large one, which its statements call "large".
+ado::ConnectionPtr openFilled(const char *name, const QString &largeClinic, const std::vector<std::string> &statements)
 {
-    sqlite3 *const handle = bareHandle(connection);
-    runBare(handle, "ATTACH '" + largeClinic.toStdString() + "' AS large");
-    for (int series = 0; series < 5; ++series) {
-        const std::string mark = series == 0 ? "''" : "' (" + std::to_string(series) + ")'";
-        runBare(handle,
-                "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide,"
-                " PM_EtcMemo, PM_AddedDate) SELECT PM_Catagory, PM_Name || " + mark + ", PM_UnitPrice, PM_IsTaxed,"
-                " PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate FROM large.tPSProductMaster ORDER BY PM_PK");
-    }
-    runBare(handle, "DETACH large");
-}
-
-ado::ConnectionPtr openManyProducts(const QString &largeClinic)
-{
-    const QString file = fileOf("products.db");
+    const QString file = fileOf(name);
     removeDatabase(file);
     ado::ConnectionPtr connection = ado::Connection::open(Engine + file, true);
     schema::createSchema(*connection);
-    fillManyProducts(*connection, largeClinic);
+    sqlite3 *const handle = bareHandle(*connection);
+    runBare(handle, "ATTACH '" + largeClinic.toStdString() + "' AS large");
+    runBare(handle, "BEGIN");
+    for (const std::string &statement : statements)
+        runBare(handle, statement);
+    runBare(handle, "COMMIT");
+    runBare(handle, "DETACH large");
     return connection;
+}
+
+/// The large clinic's products five times, under names of their own.
+std::vector<std::string> manyProducts()
+{
+    std::vector<std::string> statements;
+    for (int series = 0; series < 5; ++series) {
+        const std::string mark = series == 0 ? "''" : "' (" + std::to_string(series) + ")'";
+        statements.push_back(
+            "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide,"
+            " PM_EtcMemo, PM_AddedDate) SELECT PM_Catagory, PM_Name || " + mark + ", PM_UnitPrice, PM_IsTaxed,"
+            " PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate FROM large.tPSProductMaster ORDER BY PM_PK");
+    }
+    return statements;
+}
+
+/// One of so many patients with all that is theirs, and the shop as it is.
+std::vector<std::string> partOfPatients(int every)
+{
+    std::vector<std::string> statements;
+    for (const char *table : {"tPSProductMaster", "tPSCompanyMaster", "tPSIncoming", "tPSProperties", "t_HospSetup"})
+        statements.push_back(std::string("INSERT INTO main.") + table + " SELECT * FROM large." + table);
+    const std::pair<const char *, const char *> tables[] = {{"Customer", "Customer_PK"},
+                                                            {"Receipt", "Customer_PK"},
+                                                            {"tPSOrderMaster", "Cust_PK"},
+                                                            {"tPSTransaction", "tpstrans_Customer_PK"}};
+    for (const auto &[table, patient] : tables)
+        statements.push_back(std::string("INSERT INTO main.") + table + " SELECT * FROM large." + table + " WHERE " + patient
+                             + " % " + std::to_string(every) + " = 1");
+    statements.push_back("INSERT INTO main.tPSOrderDetail SELECT * FROM large.tPSOrderDetail"
+                         " WHERE OrdM_PK IN (SELECT OrdM_PK FROM main.tPSOrderMaster)");
+    return statements;
 }
 
 ado::ConnectionPtr openCopy(const QString &original)
@@ -74,7 +98,10 @@ Clinics openClinics()
 {
     QDir().mkpath(QStringLiteral(ZELVO_BENCH_DATA));
     const QString large = largeClinic();
-    return {openCopy(large), openManyProducts(large)};
+    return {openCopy(large), openFilled("products.db", large, manyProducts()),
+            openFilled("few-products.db", large,
+                       {"INSERT INTO main.tPSProductMaster SELECT * FROM large.tPSProductMaster ORDER BY PM_PK LIMIT 1000"}),
+            openFilled("tenth.db", large, partOfPatients(10)), openFilled("hundredth.db", large, partOfPatients(100))};
 }
 
 } // namespace bench

@@ -29,8 +29,8 @@ std::vector<desk::Patient> patientsOf(ado::Connection &connection, const std::st
 
 std::vector<desk::Patient> typicalPatients(ado::Connection &connection)
 {
-    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster WHERE Cust_PK % 997 = 1 GROUP BY Cust_PK"
-                                  " HAVING COUNT(*) BETWEEN 18 AND 24 ORDER BY Cust_PK LIMIT 15");
+    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster GROUP BY Cust_PK"
+                                  " HAVING COUNT(*) BETWEEN 18 AND 24 ORDER BY Cust_PK * 7919 % 50021 LIMIT 15");
 }
 
 desk::Patient busiestPatient(ado::Connection &connection)

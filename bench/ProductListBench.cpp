@@ -1,6 +1,7 @@
 #include "bench/ProductListBench.h"
 
 #include "bench/BareStatement.h"
+#include "bench/StockModel.h"
 #include "data/clsSQL.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
@@ -91,7 +92,11 @@ void registerSize(const ado::ConnectionPtr &connection, const std::string &size,
         for (auto _ : state)
             benchmark::DoNotOptimize(readBare(bareHandle(*connection), statement).text.size());
     });
-    table.add({"load the product list, " + size + " products", name + "/recordset", name + "/bare", 1.3});
+    benchmark::RegisterBenchmark((name + "/stock").c_str(), [connection, statement](benchmark::State &state) {
+        for (auto _ : state)
+            benchmark::DoNotOptimize(stockRows(*connection, QString::fromStdString(statement)));
+    });
+    table.add({"load the product list, " + size + " products", name + "/recordset", name + "/bare", 1.2, name + "/stock"});
 }
 
 } // namespace
@@ -99,6 +104,7 @@ void registerSize(const ado::ConnectionPtr &connection, const std::string &size,
 void registerProductList(const Clinics &clinics, Table &table)
 {
     // Some are hidden and stay out of the list.
+    registerSize(clinics.fewProducts, "1,000", 850, table);
     registerSize(clinics.large, "20,000", 18'000, table);
     registerSize(clinics.manyProducts, "100,000", 90'000, table);
 }

@@ -56,7 +56,7 @@ void registerOpening(const ado::ConnectionPtr &connection, Table &table)
         benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
             openings(state, connection, patients, windowStands);
         })->Iterations(Steps);
-        table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted", name, {}, 300});
+        table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted", name, {}, 100});
     }
 }
 

@@ -1,8 +1,14 @@
 #include "bench/AddLineBench.h"
 #include "bench/Clinics.h"
+#include "bench/DayBench.h"
 #include "bench/NamesBench.h"
 #include "bench/ProductListBench.h"
 #include "bench/ReceiptBench.h"
+#include "bench/ProductSaveBench.h"
+#include "bench/ReadBench.h"
+#include "bench/SaleBench.h"
+#include "bench/StartBench.h"
+#include "bench/StatisticsBench.h"
 #include "bench/Table.h"
 #include "bench/TotalsBench.h"
 #include "bench/WindowBench.h"
@@ -19,12 +25,18 @@ namespace {
 bool measure(bench::Table &table)
 {
     const bench::Clinics clinics = bench::openClinics();
+    bench::registerStart(clinics, table);
     bench::registerProductList(clinics, table);
     bench::registerWindow(clinics, table);
     bench::registerTotals(clinics, table);
     bench::registerAddLine(clinics, table);
     bench::registerNames(clinics, table);
     bench::registerReceipts(clinics, table);
+    bench::registerRead(clinics, table);
+    bench::registerSale(clinics, table);
+    bench::registerProductSave(clinics, table);
+    bench::registerDay(clinics, table);
+    bench::registerStatistics(clinics, table);
     benchmark::RunSpecifiedBenchmarks(&table);
     return table.print();
 }

@@ -2,6 +2,7 @@
 #include "host/check/CheckOnTerminal.h"
 #include "host/desk/CommandLine.h"
 #include "host/desk/DeskWindow.h"
+#include "host/desk/FirstPaint.h"
 #include "host/desk/Look.h"
 #include "host/sample/MakeOnTerminal.h"
 #include "host/schema/Address.h"
@@ -94,6 +95,9 @@ int start(const desk::Options &options, QApplication &application)
     if (options.database.isEmpty())
         makeDefaultClinic();
     const ado::ConnectionPtr connection = openClinic(addressOf(options));
+    desk::FirstPaint firstPaint;
+    if (options.untilShown)
+        QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, &QCoreApplication::quit);
     if (options.patient)
         return sellTo(*options.patient, options.manage, connection, application);
     desk::DeskWindow window(connection);

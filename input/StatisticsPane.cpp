@@ -55,7 +55,7 @@ StatisticsPane::StatisticsPane(QWidget *parent)
     splitStatMain_->addWidget(treeStatItem_);
     splitStatMain_->addWidget(reportPane_);
     splitStatMain_->setStretchFactor(1, 1);
-    splitStatMain_->setSizes({220, 800});
+    splitStatMain_->setSizes({150, 870});
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->addWidget(splitStatMain_);

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <vector>
 
 namespace {
 
@@ -66,26 +67,45 @@ Times measure(const ReportWindow &window, PeriodBar &bar, const Period &period)
     return worst;
 }
 
-constexpr Times limits[] = {{1000, 100}, {3000, 100}}; // month, year
+/// What is asked of a report, and how long it may take.
+struct Question
+{
+    const char *name;
+    Period period;
+    qint64 limit; ///< ms
+};
+
+constexpr qint64 longestSilence = 200; ///< ms in which a window may answer nothing
+
+std::vector<Question> questionsTo(const Report &report)
+{
+    switch (report.asks()) {
+    case Report::Asks::Period:
+        return {{"month", monthOf(lastDay), 1000}, {"year", {lastDay.addYears(-1).addDays(1), lastDay}, 3000}};
+    case Report::Asks::Day:
+        return {{"day", dayOf(lastDay), 1000}};
+    case Report::Asks::LastDay:
+        return {{"five years", dayOf(lastDay), 3000}}; // the stock counts all that was ever bought and sold
+    }
+    Q_UNREACHABLE();
+}
 
 bool measureReport(std::unique_ptr<Report> report, const ado::ConnectionPtr &connection, const char *engine)
 {
     const QString title = report->title();
-    const bool ofPeriod = report->asks() == Report::Asks::Period;
+    const std::vector<Question> questions = questionsTo(*report);
     ReportWindow window(std::move(report), connection);
     window.resize(1000, 700);
     window.show();
     untilRead(window);
     auto &bar = *window.findChild<PeriodBar *>();
-    const Period periods[] = {ofPeriod ? monthOf(lastDay) : dayOf(lastDay), {lastDay.addYears(-1).addDays(1), lastDay}};
     bool kept = true;
-    for (int number = 0; number < (ofPeriod ? 2 : 1); ++number) {
-        const Times times = measure(window, bar, periods[number]);
-        const Times &limit = limits[number];
-        const bool missed = times.whole > limit.whole || times.longest > limit.longest;
-        std::printf("| %s | %s | %s | %lld ms | %lld ms | %lld ms%s |\n", qUtf8Printable(title),
-                    number == 1 ? "year" : ofPeriod ? "month" : "day", engine, static_cast<long long>(times.whole),
-                    static_cast<long long>(times.longest), static_cast<long long>(limit.whole), missed ? " **missed**" : "");
+    for (const Question &question : questions) {
+        const Times times = measure(window, bar, question.period);
+        const bool missed = times.whole > question.limit || times.longest > longestSilence;
+        std::printf("| %s | %s | %s | %lld ms | %lld ms | %lld ms%s |\n", qUtf8Printable(title), question.name, engine,
+                    static_cast<long long>(times.whole), static_cast<long long>(times.longest),
+                    static_cast<long long>(question.limit), missed ? " **missed**" : "");
         std::fflush(stdout);
         kept = kept && !missed && window.sheet().rows.size() > 1;
     }

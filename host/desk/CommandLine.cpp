@@ -48,10 +48,10 @@ void checkTogether(const Options &options)
 {
     const QString task = taskOf(options);
     if (!options.walkFolder.isEmpty()
-        && (!options.database.isEmpty() || !task.isEmpty() || options.patient || options.manage))
+        && (!options.database.isEmpty() || !task.isEmpty() || options.patient || options.manage || options.untilShown))
         throw WrongUse(QStringLiteral("--walk는 자신의 데이터베이스로만 하므로 다른 옵션과 함께 쓸 수 없습니다."));
-    if (!task.isEmpty() && (options.patient || options.manage))
-        throw WrongUse(QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage와 함께 쓸 수 없습니다.").arg(task));
+    if (!task.isEmpty() && (options.patient || options.manage || options.untilShown))
+        throw WrongUse(QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage, --until-shown과 함께 쓸 수 없습니다.").arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
 }
@@ -88,6 +88,8 @@ Options readCommandLine(const QStringList &arguments)
             options.backupFile = value();
         else if (option == QLatin1String("--restore"))
             options.restoreFile = value();
+        else if (option == QLatin1String("--until-shown"))
+            options.untilShown = true;
         else if (option == QLatin1String("--help"))
             options.help = true;
         else
@@ -111,6 +113,7 @@ QString usageText()
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
+        "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
         "  --help            이 안내\n");
 }
 

@@ -21,6 +21,7 @@ struct Options
     bool check = false;
     QString backupFile;  ///< to write; empty unless asked for
     QString restoreFile; ///< to read; empty unless asked for
+    bool untilShown = false; ///< ends when the first window is painted
     bool help = false;
 };
 

@@ -233,13 +233,17 @@ void ReportWindow::stopped(const QString &why)
 void ReportWindow::saveCsv()
 {
     const QByteArray content = csvOf(report_->title(), periodText(), sheet_, table_->rows());
-    const QPointer<ReportWindow> alive(this);
-    const QString path = QFileDialog::getSaveFileName(
-        this, QStringLiteral("CSV 저장"), QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()),
-        QStringLiteral("CSV 파일 (*.csv)"));
-    if (!alive || path.isEmpty())
-        return;
-    saveFile(path.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ? path : path + QStringLiteral(".csv"), content);
+    // The window may be closed under the dialog, which goes with it.
+    const QPointer<QFileDialog> dialog =
+        new QFileDialog(this, QStringLiteral("CSV 저장"), QString(), QStringLiteral("CSV 파일 (*.csv)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("csv")); // before the question whether to replace a file of that name
+    dialog->selectFile(QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()));
+    const bool chosen = dialog->exec() == QDialog::Accepted;
+    const QString path = dialog && chosen ? dialog->selectedFiles().constFirst() : QString();
+    delete dialog;
+    if (!path.isEmpty())
+        saveFile(path, content);
 }
 
 void ReportWindow::print()

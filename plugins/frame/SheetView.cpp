@@ -14,7 +14,7 @@ namespace statistics {
 namespace {
 
 constexpr int rowHeight = 24;
-constexpr int numberColumn = 44; // the running number at the left
+constexpr int numberColumn = 36; // the running number at the left
 constexpr int cellPadding = 16;
 
 void dressTable(QTableView *table)

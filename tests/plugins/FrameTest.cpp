@@ -5,10 +5,17 @@
 #include "plugins/frame/ReportWindow.h"
 #include "plugins/frame/SheetPrint.h"
 #include "tests/plugins/SampleRows.h"
+#include "tests/support/MessageRecorder.h"
 
+#include <QApplication>
 #include <QDateEdit>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QTableView>
 #include <QTest>
@@ -66,6 +73,24 @@ protected:
     bool readToItsEnd() const
     {
         return waitFor([this] { return !window_->isReading(); });
+    }
+
+    /// Clicks the button and works in the dialog that comes; returns how many came.
+    template <typename Dialog>
+    int inDialog(const char *button, const std::function<void(Dialog &)> &work) const
+    {
+        int dialogs = 0;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget())) {
+                watch.stop();
+                ++dialogs;
+                work(*dialog);
+            }
+        });
+        watch.start(10);
+        QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton);
+        return dialogs;
     }
 
     std::unique_ptr<ReportWindow> window_;
@@ -178,6 +203,62 @@ TEST_F(Window, TellsWhyItCannotRead)
     control<QDateEdit>("dtpFirst")->setDate(QDate(2026, 7, 1));
     ASSERT_TRUE(waitFor([&] { return rows() == 0; }));
     EXPECT_EQ(state(), QStringLiteral("시작일이 종료일보다 늦습니다."));
+}
+
+TEST_F(Window, SavesItsTableWhereTheUserSays)
+{
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    const QTemporaryDir folder;
+    const auto saveAs = [&](const QString &name) {
+        return inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
+            dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(folder.filePath(name));
+            QMetaObject::invokeMethod(&dialog, "accept");
+        });
+    };
+    const MessageRecorder boxes;
+    EXPECT_EQ(saveAs(QStringLiteral("통계 6월")), 1);
+    QFile file(folder.filePath(QStringLiteral("통계 6월.csv")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll().toStdString(), "\xEF\xBB\xBF느린 통계,2026-06-01 ~ 2026-06-30\r\n\r\n가\r\n다 읽음\r\n");
+    EXPECT_TRUE(boxes.messages.isEmpty());
+
+    EXPECT_EQ(inDialog<QFileDialog>("cmdCsv", [](QFileDialog &dialog) { dialog.reject(); }), 1);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_TRUE(boxes.messages.isEmpty());
+
+    // An old file is not lost without a question, however the name was typed.
+    inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
+        dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(file.fileName().chopped(4));
+        QTimer::singleShot(0, &dialog, [&dialog] {
+            auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            ASSERT_TRUE(question);
+            question->reject();
+            dialog.reject();
+        });
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+
+    saveAs(QStringLiteral("nowhere/taken"));
+    ASSERT_EQ(boxes.messages.size(), 1);
+    EXPECT_TRUE(boxes.messages[0].text.startsWith(QStringLiteral("파일을 저장하지 못했습니다: "))) << boxes.messages[0].text.toStdString();
+}
+
+TEST_F(Window, ShowsItsPagesBeforeItPrints)
+{
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    const int shown = inDialog<QPrintPreviewDialog>("cmdPrint", [](QPrintPreviewDialog &dialog) {
+        auto *pages = dialog.findChild<QPrintPreviewWidget *>();
+        EXPECT_TRUE(QTest::qWaitFor([pages] { return pages->pageCount() == 1; }));
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("느린 통계 인쇄"));
+        EXPECT_EQ(pages->orientation(), QPageLayout::Portrait);
+        dialog.reject();
+    });
+    EXPECT_EQ(shown, 1);
+
+    // The host may close the window under the preview.
+    EXPECT_EQ(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }), 1);
 }
 
 TEST_F(Window, SortsByAColumnAndKeepsTheTotalsBelow)

@@ -1,0 +1,136 @@
+#include "bench/SaleBench.h"
+
+#include "bench/BareStatement.h"
+#include "bench/OpenSale.h"
+#include "bench/Patients.h"
+#include "bench/StockModel.h"
+#include "bench/Work.h"
+#include "data/clsSQL.h"
+#include "money/LedgerOperations.h"
+#include "platform/runtime/Conversions.h"
+#include "sales/OrderOperations.h"
+
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QSqlTableModel>
+
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+using Sale = std::shared_ptr<OpenSale>;
+
+void need(bool done, const char *what)
+{
+    if (!done)
+        throw std::runtime_error(std::string(what) + " was refused");
+}
+
+void addLine(OpenSale &sale)
+{
+    need(OrderOperations(sale.session()).addDetailToSelectedOrder({0, QStringLiteral("0"), QStringLiteral("1")}) == Outcome::Done,
+         "a line");
+}
+
+void deleteOrder(OpenSale &sale)
+{
+    need(OrderOperations(sale.session()).deleteOrder() == Outcome::Done, "the deletion of an order");
+}
+
+void takeFirstPayment(OpenSale &sale)
+{
+    ledger::appendFirstPayment(sale.connection(), {.lngCustPK = sale.lngCustPK(), .lngOrdMPK = sale.lngOrdMPK(),
+                                                   .date = QDate(2026, 7, 1), .cash = 20'000, .card = 10'000});
+    ledger::addOutstanding(*sale.session().rsCustSaleMaster, runtime::Currency::fromWon(5'000));
+    sale.session().rsCustTranManage->Requery();
+}
+
+/// An order's lines and its customer's orders in models of the toolkit.
+struct StockSale
+{
+    std::unique_ptr<QSqlTableModel> lines;
+    std::unique_ptr<QSqlTableModel> orders;
+};
+
+std::unique_ptr<QSqlTableModel> stockTable(OpenSale &sale, const char *table, const QString &filter)
+{
+    auto model = std::make_unique<QSqlTableModel>(nullptr, sale.connection().database());
+    model->setTable(QLatin1String(table));
+    model->setEditStrategy(QSqlTableModel::OnManualSubmit);
+    model->setFilter(filter);
+    need(model->select(), table);
+    return model;
+}
+
+void openStock(OpenSale &sale, StockSale &stock)
+{
+    stock.lines = stockTable(sale, "tPSOrderDetail", QStringLiteral("OrdM_PK = %1").arg(sale.lngOrdMPK()));
+    stock.orders = stockTable(sale, "tPSOrderMaster", QStringLiteral("Cust_PK = %1").arg(sale.lngCustPK()));
+}
+
+QString stockSum(OpenSale &sale, const QString &statement)
+{
+    QSqlQuery sum(sale.connection().database());
+    need(sum.exec(statement) && sum.next(), "a sum");
+    return QString::number(sum.value(0).toLongLong());
+}
+
+/// The model writes the line and reads the lines anew; queries of the toolkit do the rest.
+void addLineInStock(OpenSale &sale, StockSale &stock)
+{
+    const ado::Recordset &products = *sale.session().rsSaleProductLists;
+    QSqlRecord line = stock.lines->record();
+    const std::pair<const char *, QVariant> values[] = {{"OrdM_PK", sale.lngOrdMPK()},
+                                                        {"PM_PK", products[QStringLiteral("PM_PK")]},
+                                                        {"OrdD_UnitPrice", runtime::text(products[QStringLiteral("PM_UnitPrice")]).toLongLong()},
+                                                        {"OrdD_HalinUnit", 0},
+                                                        {"OrdD_Count", 1},
+                                                        {"OrdD_OrderType", 0}};
+    for (const auto &[field, value] : values)
+        line.setValue(QLatin1String(field), value);
+    for (const char *field : {"OrdD_PK", "OrdD_RfndMemo"})
+        line.setGenerated(QLatin1String(field), false);
+    need(stock.lines->insertRecord(-1, line) && stock.lines->submitAll(), "a line in the model");
+    const clsSQL sql;
+    const QString taxed = stockSum(sale, sql.getSumTaxOrTaxFreeTotalSQL(sale.lngOrdMPK(), true));
+    const QString taxFree = stockSum(sale, sql.getSumTaxOrTaxFreeTotalSQL(sale.lngOrdMPK(), false));
+    const QString discount = stockSum(sale, sql.getSumHalinTotalSQL(sale.lngOrdMPK()));
+    need(QSqlQuery(sale.connection().database())
+             .exec(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_TaxTotal=%1, OrdM_TaxFreeTotal=%2, OrdM_HalinTotal=%3, "
+                                  "OrdM_Total=%1 + %2 WHERE OrdM_PK = %4")
+                       .arg(taxed, taxFree, discount, QString::number(sale.lngOrdMPK()))),
+         "the totals");
+    need(stock.orders->select(), "the orders");
+}
+
+void registerSize(const OrderedClinic &clinic, Table &table)
+{
+    const auto sale = std::make_shared<OpenSale>(clinic.connection, typicalPatients(*clinic.connection).front());
+    const auto stock = std::make_shared<StockSale>();
+    const std::string size = "/" + std::to_string(clinic.orders);
+    const std::string among = ", " + grouped(clinic.orders) + " orders";
+    const auto rows = [sale] { return sale->rows(); };
+    Work line{"write_line" + size, "add a line and sum the order" + among, 1.1, [sale] { addLine(*sale); }};
+    line.stock = [sale, stock] { addLineInStock(*sale, *stock); };
+    line.prepareStock = [sale, stock] { openStock(*sale, *stock); };
+    Work payment{"write_payment" + size, "first payment: cash, card, outstanding money" + among, 1.1,
+                 [sale] { takeFirstPayment(*sale); }};
+    Work deletion{"delete_order" + size, "delete an order" + among, 1.1, [sale] { deleteOrder(*sale); }};
+    for (Work *work : {&line, &payment, &deletion}) {
+        work->prepare = [sale] { sale->restore(); };
+        work->state = rows;
+        registerWork(clinic.connection, *work, table);
+    }
+}
+
+} // namespace
+
+void registerSale(const Clinics &clinics, Table &table)
+{
+    for (const OrderedClinic &clinic : byOrders(clinics))
+        registerSize(clinic, table);
+}
+
+} // namespace bench

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "bench/Clinics.h"
+#include "bench/Table.h"
+
+namespace bench {
+
+/// What selling writes: a line more, the first payment, an order deleted, without the window.
+void registerSale(const Clinics &clinics, Table &table);
+
+} // namespace bench

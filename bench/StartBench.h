@@ -1,0 +1,11 @@
+#pragma once
+
+#include "bench/Clinics.h"
+#include "bench/Table.h"
+
+namespace bench {
+
+/// From the start of the process until its first window is painted.
+void registerStart(const Clinics &clinics, Table &table);
+
+} // namespace bench

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+class QSqlQueryModel;
+
+namespace bench {
+
+/// Has the toolkit's model fetch all of its rows, as a grid does that is scrolled to its end; returns their number.
+int fetchAll(QSqlQueryModel &model);
+/// Rows of a statement in a model of the toolkit. Raises std::runtime_error.
+int stockRows(const ado::Connection &connection, const QString &statement);
+
+} // namespace bench
