@@ -11,11 +11,12 @@
 #include "printing/clsReceiptPrinter.h"
 #include "printing/frmRollReceipt.h"
 #include "session/modGlobalVars.h"
+#include "settings/LogoFile.h"
 #include "settings/clsProperties.h"
 
 #include <QDateTime>
 #include <QFile>
-#include <QImageReader>
+#include <QImage>
 
 namespace {
 
@@ -85,7 +86,7 @@ void RollComposer::fillHeader()
 
 void RollComposer::printLogoOrName()
 {
-    const QString file = gstrAppPath + QLatin1String("RcptLog.dat");
+    const QString file = logoFile();
     if (!QFile::exists(file)) {
         // Twice, beside each other and once more in the line below: that is the receipt's face without a logo.
         form_.txtHD(0).text = form_.txtHeader(0).text = form_.txtHeader(1).text;
@@ -93,9 +94,7 @@ void RollComposer::printLogoOrName()
         printBoxes(frmRollReceipt::Header, 0, 0, 0);
         return;
     }
-    QImageReader reader(file);
-    reader.setDecideFormatFromContent(true); // the name tells nothing
-    const QImage logo = reader.read();
+    const QImage logo = readLogo(file);
     if (logo.isNull())
         throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("로고 그림파일을 읽을 수 없습니다: ") + file);
     QSizeF size = QSizeF(logo.size()) * (print::mmPerInch / pictureDotsPerInch);

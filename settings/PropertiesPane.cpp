@@ -4,12 +4,11 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
-#include "session/modGlobalVars.h"
+#include "settings/LogoFile.h"
 #include "settings/clsProperties.h"
 
 #include <QFile>
 #include <QFileDialog>
-#include <QImageReader>
 #include <QSaveFile>
 #include <QVBoxLayout>
 
@@ -24,11 +23,6 @@ const QString noDiscountKey = QStringLiteral("수납시할인사용안함");
 const QString hideKey = QStringLiteral("숨기기체크된판매물품목록감추기");
 
 const QSize largestLogo(360, 120);
-
-QString logoFile()
-{
-    return gstrAppPath + QLatin1String("RcptLog.dat");
-}
 
 QString shopKey(std::size_t index)
 {
@@ -169,12 +163,7 @@ bool PropertiesPane::storeLogo(const QString &pictureFile)
 void PropertiesPane::loadLogo()
 {
     picLogo_->clear();
-    QFile file(logoFile());
-    if (!file.open(QIODevice::ReadOnly))
-        return;
-    QImageReader reader(&file);
-    reader.setDecideFormatFromContent(true);
-    QPixmap logo = QPixmap::fromImage(reader.read());
+    QPixmap logo = QPixmap::fromImage(readLogo(logoFile()));
     if (logo.width() > largestLogo.width() || logo.height() > largestLogo.height())
         logo = logo.scaled(largestLogo, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     picLogo_->setPixmap(logo);

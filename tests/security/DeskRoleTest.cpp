@@ -1,0 +1,106 @@
+#include "data/clsSQL.h"
+#include "host/sample/Clinic.h"
+#include "host/schema/Schema.h"
+#include "platform/ado/Recordset.h"
+#include "platform/runtime/RuntimeError.h"
+#include "sales/clsFunctions.h"
+#include "tests/support/TestDatabase.h"
+
+#include <QProcess>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+/// A small clinic and a desk that logs in with the role of host/schema/desk-role.sql.
+class DeskRole : public testing::Test
+{
+protected:
+    DeskRole()
+        : clinic_(ado::Engine::PostgreSQL, false)
+    {
+        sample::fill(*clinic_.connection(), sample::Size::Small);
+        makeRole();
+        const QString address = QString(clinic_.address()).replace(QStringLiteral("clinic@"), QStringLiteral("desk_of_test@"));
+        desk_ = ado::Connection::open(address);
+    }
+
+    void makeRole()
+    {
+        QProcess psql;
+        psql.setProcessChannelMode(QProcess::MergedChannels);
+        psql.start(QStringLiteral("psql"), {QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("desk=desk_of_test"),
+                                            QStringLiteral("-f"), QStringLiteral(ROLE_SCRIPT), clinic_.address()});
+        if (!psql.waitForFinished() || psql.exitCode() != 0)
+            throw std::runtime_error(psql.readAll().toStdString());
+    }
+
+    std::string refusal(const QString &statement)
+    {
+        try {
+            desk_->Execute(statement);
+            return {};
+        } catch (const runtime::RuntimeError &error) {
+            return error.description().toStdString();
+        }
+    }
+
+    TestDatabase clinic_;
+    ado::ConnectionPtr desk_;
+};
+
+} // namespace
+
+TEST_F(DeskRole, DoesADesksWork)
+{
+    makeRole(); // a second time does no harm
+    EXPECT_TRUE(schema::hasSchema(*desk_));
+    ado::Recordset orders;
+    orders.Open(clsSQL().getOrderMasterSQL(1), desk_, ado::CursorType::Keyset, ado::LockType::Optimistic);
+    desk_->BeginTrans();
+    orders.AddNew();
+    orders.setValue(QStringLiteral("Cust_PK"), 1);
+    orders.setValue(QStringLiteral("OrdM_Date"), QDate(2026, 11, 24));
+    orders.Update();
+    desk_->CommitTrans();
+    desk_->Execute(clsSQL().insDB2OrderDetailSQL(321, 1, runtime::Currency::fromWon(1'000), {}, 2, 0));
+    EXPECT_EQ(clsFunctions().reCalculateOMTotal(desk_, 321), 1);
+    EXPECT_EQ(clinic_.value(QStringLiteral("SELECT OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK = 321")), QStringLiteral("2000"));
+    desk_->Execute(clsSQL().delCustSaleDetailByOrdMPKSQL(321));
+    desk_->Execute(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('새', '')"));
+    desk_->Execute(QStringLiteral("UPDATE t_HospSetup SET HS_Value = 'x'"));
+    const QString like = QStringLiteral("SELECT COUNT(*) AS found FROM tPSOrderDetail WHERE OrdD_RfndMemo LIKE '[▶]%'");
+    for (const ado::ConnectionPtr &connection : {desk_, clinic_.connection()}) {
+        ado::Recordset rows;
+        rows.Open(like, connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+        EXPECT_GT(rows[QStringLiteral("found")].toInt(), 4);
+    }
+}
+
+TEST_F(DeskRole, MayNothingElse)
+{
+    clinic_.run(QStringLiteral("CREATE SCHEMA treatment"));
+    clinic_.run(QStringLiteral("CREATE TABLE treatment.record (note text)"));
+    clinic_.run(QStringLiteral("CREATE TABLE payroll (note text)"));
+    for (const char *statement : {
+             "CREATE TABLE mine (x integer)", "CREATE TEMPORARY TABLE mine (x integer)", "CREATE SCHEMA mine",
+             "DROP TABLE tPSProperties", "ALTER TABLE tPSOrderMaster ADD COLUMN x integer", "TRUNCATE tPSTransaction",
+             "CREATE INDEX mine ON tPSOrderMaster (OrdM_Tel)", "SELECT * FROM treatment.record", "SELECT * FROM payroll",
+             "UPDATE Customer SET name = 'x'", "DELETE FROM Receipt", "DELETE FROM tPSProperties", "DELETE FROM t_HospSetup",
+             "SELECT setval('tpsordermaster_ordm_pk_seq', 1)", "SELECT pg_read_file('/etc/hostname')",
+             "SELECT lo_from_bytea(0, 'x')", "COPY tPSTransaction TO PROGRAM 'cat'", "CREATE ROLE other", "SET ROLE clinic",
+             "DROP SCHEMA clinic_like CASCADE",
+         })
+        EXPECT_THAT(refusal(QString::fromLatin1(statement)), testing::Not(testing::IsEmpty())) << statement;
+}
+
+TEST_F(DeskRole, CanStillDisturbTheOtherDesks)
+{
+    const ado::ConnectionPtr other = ado::Connection::open(desk_->address());
+    ado::Recordset session;
+    session.Open(QStringLiteral("SELECT pg_backend_pid() AS pid"), other, ado::CursorType::Static, ado::LockType::ReadOnly);
+    const QString attack = QStringLiteral("' OR pg_terminate_backend(%1, 5000) AND '' = '").arg(session[QStringLiteral("pid")].toInt());
+    ado::Recordset rows;
+    rows.Open(clsSQL().getNumOfSameProdName(attack), desk_, ado::CursorType::Static, ado::LockType::ReadOnly);
+    EXPECT_EQ(clinic_.value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE usename = 'desk_of_test'")), QStringLiteral("1"));
+}
