@@ -23,6 +23,14 @@ std::optional<int> numberIn(const QString &text)
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
+/// Nothing as well for what no screen is wide enough for: widths are added up.
+std::optional<int> columnWidthIn(const QString &text)
+{
+    constexpr int widest = 100'000;
+    const std::optional<int> width = numberIn(text);
+    return width && *width > 0 && *width <= widest ? width : std::nullopt;
+}
+
 /// Where the window stands, or goes back to when it is maximized or minimized.
 QRect normalGeometry(const QWidget &window)
 {
@@ -63,13 +71,13 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
     if (widths.size() < 3)
         return;
     const int total = columns.contentsRect().width() - 2 * columns.handleWidth();
-    const std::optional<int> first = numberIn(setting.FirstColWidth());
-    const std::optional<int> second = numberIn(setting.SecondColWidth());
-    if (!first || !second || *first <= 0 || *second <= 0)
+    const std::optional<int> first = columnWidthIn(setting.FirstColWidth());
+    const std::optional<int> second = columnWidthIn(setting.SecondColWidth());
+    if (!first || !second)
         return;
     widths[0] = *first;
     widths[1] = *second;
-    widths[2] = std::max(numberIn(setting.ThirdColWidth()).value_or(total - *first - *second), 1);
+    widths[2] = columnWidthIn(setting.ThirdColWidth()).value_or(std::max(total - *first - *second, 1));
     columns.setSizes(widths);
 }
 

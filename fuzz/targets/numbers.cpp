@@ -75,7 +75,7 @@ void fuzz(const QByteArray &given)
     const QString pattern = takeText(bytes);
     const QString text = QString::fromUtf8(bytes);
     convertText(text);
-    for (const QVariant &value : {QVariant(text), QVariant::fromValue(Currency::fromScaled(amounts[0])), QVariant(amounts[0]),
+    for (const QVariant &value : {QVariant(text), QVariant::fromValue(Currency::fromScaled(amounts[0])), QVariant(qlonglong(amounts[0])),
                                   QVariant(), QVariant(QDate::fromJulianDay(amounts[1] % 5'000'000))}) {
         std::optional<runtime::ErrorNumber> error;
         attempt([&] { return runtime::Format(value, pattern); }, error);

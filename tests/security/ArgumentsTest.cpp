@@ -2,6 +2,7 @@
 #include "host/sample/Clinic.h"
 #include "money/clsOperationMoney.h"
 #include "platform/ado/Recordset.h"
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
@@ -41,7 +42,7 @@ protected:
             ado::Recordset rows;
             rows.Open(statement, clinic_.connection(), ado::CursorType::Static, ado::LockType::ReadOnly);
             if (value)
-                *value = rows.hasCurrent() ? rows[rows.fieldNames().first()].toString() : QString();
+                *value = rows.hasCurrent() ? runtime::text(rows[rows.fieldNames().first()]) : QString();
         });
     }
     QString count(const char *from) { return clinic_.value(QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromUtf8(from)); }

@@ -2,6 +2,7 @@
 #include "host/sample/Clinic.h"
 #include "host/schema/Schema.h"
 #include "platform/ado/Recordset.h"
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "sales/clsFunctions.h"
 #include "tests/support/TestDatabase.h"
@@ -73,7 +74,7 @@ TEST_F(DeskRole, DoesADesksWork)
     for (const ado::ConnectionPtr &connection : {desk_, clinic_.connection()}) {
         ado::Recordset rows;
         rows.Open(like, connection, ado::CursorType::Static, ado::LockType::ReadOnly);
-        EXPECT_GT(rows[QStringLiteral("found")].toInt(), 4);
+        EXPECT_GT(runtime::CLng(rows[QStringLiteral("found")]), 4);
     }
 }
 
@@ -99,7 +100,7 @@ TEST_F(DeskRole, CanStillDisturbTheOtherDesks)
     const ado::ConnectionPtr other = ado::Connection::open(desk_->address());
     ado::Recordset session;
     session.Open(QStringLiteral("SELECT pg_backend_pid() AS pid"), other, ado::CursorType::Static, ado::LockType::ReadOnly);
-    const QString attack = QStringLiteral("' OR pg_terminate_backend(%1, 5000) AND '' = '").arg(session[QStringLiteral("pid")].toInt());
+    const QString attack = QStringLiteral("' OR pg_terminate_backend(%1, 5000) AND '' = '").arg(runtime::CLng(session[QStringLiteral("pid")]));
     ado::Recordset rows;
     rows.Open(clsSQL().getNumOfSameProdName(attack), desk_, ado::CursorType::Static, ado::LockType::ReadOnly);
     EXPECT_EQ(clinic_.value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE usename = 'desk_of_test'")), QStringLiteral("1"));

@@ -82,6 +82,11 @@ TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
     EXPECT_EQ(window_.geometry(), QRect(30, 40, 400, 300));
     EXPECT_EQ(columns_.sizes(), (QList<int>{200, 200, 200}));
     EXPECT_FALSE(window_.isMaximized());
+
+    setting_.FirstColWidth(QStringLiteral("2147483647")); // no screen is as wide, and two of them are no number
+    setting_.SecondColWidth(QStringLiteral("2147483647"));
+    restoreMainWindowLayout(window_, columns_);
+    EXPECT_EQ(columns_.sizes(), (QList<int>{200, 200, 200}));
 }
 
 TEST_F(RememberedWindow, IsBroughtOntoTheScreenAndCutToIt)
