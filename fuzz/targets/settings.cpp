@@ -5,6 +5,8 @@
 #include "settings/modFormLocate.h"
 
 #include <QFile>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -25,6 +27,7 @@ void placeWindow(QByteArray bytes)
     if (columns.count() == 0) {
         for (int column = 0; column < 3; ++column)
             columns.addWidget(new QWidget);
+        (new QVBoxLayout(&window))->addWidget(new QPushButton(QStringLiteral("저장"))); // as every window, it has a least size
         window.resize(900, 600);
         columns.resize(900, 300);
     }
