@@ -91,6 +91,7 @@ TEST_P(Check, FindsEachDamageAndNothingBeside)
         {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = NULL WHERE tpstrans_PK = 1", "주문도 진료 영수증도 없는 수납 내역"},
         {"UPDATE tPSTransaction SET tpstrans_Customer_PK = tpstrans_Customer_PK + 1 WHERE tpstrans_PK = 1",
          "다른 환자의 주문에 적힌 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_Operator = 0 WHERE tpstrans_PK = 1", "방법이나 결재 코드가 잘못된 수납 내역"},
         {"UPDATE tPSTransaction SET tpstrans_Operator = 5 WHERE tpstrans_PK = 1", "방법이나 결재 코드가 잘못된 수납 내역"},
         {"UPDATE tPSTransaction SET tpstrans_Method = '03' WHERE tpstrans_PK = 1", "방법이나 결재 코드가 잘못된 수납 내역"},
         {"UPDATE tPSTransaction SET tpstrans_Money = NULL WHERE tpstrans_PK = 1", "금액이 없거나 범위를 벗어난 수납 내역"},
@@ -117,8 +118,8 @@ TEST_P(Check, LetsPassWhatTheDesksThemselvesMake)
              // Set by hand in the order pane, or left by a payment beyond the total or the outstanding money.
              "UPDATE tPSOrderMaster SET OrdM_Misugum = -500, OrdM_HalinTotal = 7 WHERE OrdM_PK = 1",
              "UPDATE tPSOrderMaster SET OrdM_Gubun = NULL, OrdM_Misugum = NULL WHERE OrdM_PK = 1",
-             // An edit in which no operation was chosen, with no amount; a bank transfer; a refund under zero.
-             "UPDATE tPSTransaction SET tpstrans_Operator = 0, tpstrans_Money = 0 WHERE tpstrans_PK = 1",
+             // An edit to no amount; a bank transfer; a payment under zero; a row that tells neither kind nor method.
+             "UPDATE tPSTransaction SET tpstrans_Money = 0, tpstrans_Method = '' WHERE tpstrans_PK = 1",
              "UPDATE tPSTransaction SET tpstrans_Method = '02', tpstrans_Money = -3000 WHERE tpstrans_PK = 1",
              "UPDATE tPSTransaction SET tpstrans_Method = NULL, tpstrans_Operator = NULL WHERE tpstrans_PK = 1",
              // The desk's own treatment receipts, one of them under the key of another patient's order.
