@@ -108,8 +108,12 @@ void fuzz(const QByteArray &bytes)
     compareWithTheEngine(value, clinic.handle());
     comparePlainly(value);
     const clsSQL catalogue;
-    const auto execute = [&](const QString &statement) { clinic.connection()->Execute(statement); };
+    const auto execute = [&](const QString &statement) {
+        compareWithTheEngine(statement, clinic.handle());
+        clinic.connection()->Execute(statement);
+    };
     const auto read = [&](const QString &statement) {
+        compareWithTheEngine(statement, clinic.handle());
         ado::Recordset rows;
         rows.Open(statement, clinic.connection(), ado::CursorType::Static, ado::LockType::ReadOnly);
     };
