@@ -3,14 +3,22 @@
 #include "platform/ado/LiftNumbers.h"
 #include "platform/ado/LikeOperator.h"
 
-#include <QFileInfo>
 #include <QSqlDriver>
 
 #include <sqlite3.h>
 
+#include <filesystem>
+
 namespace ado {
 
 namespace {
+
+/// Asked of the disk itself: to the toolkit a name that begins with ':' is one of the program's own resources.
+bool isThere(const QString &file)
+{
+    std::error_code unreadable;
+    return std::filesystem::exists(std::filesystem::path(file.toStdU16String()), unreadable);
+}
 
 class Statement
 {
@@ -83,7 +91,7 @@ void addCell(CellTable &table, sqlite3_stmt *row, int column)
 SqliteDriver::SqliteDriver(const QString &file, bool create)
     : Driver(newDatabase(QStringLiteral("QSQLITE")))
 {
-    if (!create && file != QLatin1String(":memory:") && !QFileInfo::exists(file))
+    if (!create && file != QLatin1String(":memory:") && !isThere(file))
         connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file));
     QSqlDatabase database = this->database();
     database.setDatabaseName(file);

@@ -3,6 +3,8 @@
 
 #include <QUrl>
 
+#include <filesystem>
+
 TEST(Addresses, OfAPostgresServerTakeAPercentEncodedHostAndOptions)
 {
     TestDatabase clinic(ado::Engine::PostgreSQL);
@@ -28,4 +30,12 @@ TEST(Addresses, OfAnOdbcSourceNeedNotKnowThePeculiarSettingOfTheServerBehindIt)
     desk->Execute(QStringLiteral("INSERT INTO t_HospSetup (HS_KEY) VALUES ('b')"));
     desk->CommitTrans();
     EXPECT_EQ(clinic.rows(QStringLiteral("SELECT HS_KEY FROM t_HospSetup ORDER BY 1")), (QStringList{"a", "b"}));
+}
+
+TEST(Addresses, OfAFileThatIsMissingMakeNone)
+{
+    for (const char *name : {"sqlite:none.db", "sqlite:", "sqlite::", "sqlite::/"}) {
+        EXPECT_EQ(errorOf([&] { ado::Connection::open(QString::fromLatin1(name)); }), ErrorNumber::ConnectionLost) << name;
+        EXPECT_FALSE(std::filesystem::exists(name + 7)) << name;
+    }
 }
