@@ -2,12 +2,14 @@
 
 #include "settings/clsFormSizePosSetting.h"
 
+#include <QEvent>
 #include <QGuiApplication>
-#include <QResizeEvent>
 #include <QScreen>
 #include <QStyle>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
 
 namespace {
@@ -16,11 +18,13 @@ namespace {
 constexpr int normalState = 0;
 constexpr int maximizedState = 2;
 
+/// What lies beyond every screen comes back as less, so that places and sizes can be added up.
 std::optional<int> numberIn(const QString &text)
 {
+    constexpr int beyondEveryScreen = 100'000'000;
     bool isNumber = false;
     const int number = text.trimmed().toInt(&isNumber);
-    return isNumber ? std::optional(number) : std::nullopt;
+    return isNumber ? std::optional(std::clamp(number, -beyondEveryScreen, beyondEveryScreen)) : std::nullopt;
 }
 
 /// Nothing as well for what no screen is wide enough for: widths are added up.
@@ -31,12 +35,21 @@ std::optional<int> columnWidthIn(const QString &text)
     return width && *width > 0 && *width <= widest ? width : std::nullopt;
 }
 
-/// Where the window stands, or goes back to when it is maximized or minimized.
+/// Where the window's inner area stands, or goes back to when it is maximized or minimized. Not the frame: that comes from
+/// the desktop some time after the showing, and a window placed by its frame before that moves with every start.
 QRect normalGeometry(const QWidget &window)
 {
-    if (window.isMaximized() || window.isMinimized())
-        return window.normalGeometry();
-    return {window.pos(), window.size()};
+    return window.isMaximized() || window.isMinimized() ? window.normalGeometry() : window.geometry();
+}
+
+/// Caption and borders; a caption's usual height where the desktop has given none yet.
+QMargins frameOf(const QWidget &window)
+{
+    const QRect inner = window.geometry();
+    const QRect outer = window.frameGeometry();
+    if (inner == outer)
+        return {0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window), 0, 0};
+    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(), outer.bottom() - inner.bottom()};
 }
 
 QRect screenAt(const QPoint &place)
@@ -54,15 +67,15 @@ QPoint placeWithin(const QRect &screen, const QPoint &place, const QSize &outer)
 
 void restorePlace(QWidget &window, const clsFormSizePosSetting &setting)
 {
-    const QPoint place(numberIn(setting.FormPos_x()).value_or(window.x()),
-                       numberIn(setting.FormPos_y()).value_or(window.y()));
+    const QPoint place(numberIn(setting.FormPos_x()).value_or(window.geometry().x()),
+                       numberIn(setting.FormPos_y()).value_or(window.geometry().y()));
     const QRect screen = screenAt(place);
-    const QSize frame = window.frameSize() - window.size(); // caption and borders
+    const QMargins frame = frameOf(window);
     QSize size(numberIn(setting.FormWidth()).value_or(window.width()),
                numberIn(setting.FormHeight()).value_or(window.height()));
-    size = size.boundedTo(screen.size() - frame).expandedTo(window.minimumSizeHint());
-    window.resize(size);
-    window.move(placeWithin(screen, place, size + frame));
+    size = size.boundedTo(screen.size().shrunkBy(frame)).expandedTo(window.minimumSizeHint());
+    const QPoint corner(frame.left(), frame.top());
+    window.setGeometry({placeWithin(screen, place - corner, size.grownBy(frame)) + corner, size});
 }
 
 void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
@@ -81,42 +94,39 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
     columns.setSizes(widths);
 }
 
-/// A desktop enlarges a window some time after it was asked to, and the columns stretch with it, away from the stored
-/// widths. Those are set once more when that happens, and never after the user touched the columns.
-class WidthsOfTheMaximized : public QObject
+/// A desktop gives a window its size some time after it was asked to, maximized or not, and the columns stretch with it,
+/// away from the stored widths. Those are set again whenever that happens in the first moments, but not once the user has
+/// touched the columns.
+class SettlingColumns : public QObject
 {
 public:
-    WidthsOfTheMaximized(const QWidget &window, QSplitter &columns)
+    explicit SettlingColumns(QSplitter &columns)
         : QObject(&columns)
-        , window_(window)
         , columns_(columns)
     {
-        delete columns.findChild<QObject *>(name(), Qt::FindDirectChildrenOnly); // of an earlier restoring
-        setObjectName(name());
+        setObjectName(QStringLiteral("settling"));
         columns.installEventFilter(this);
-        connect(&columns, &QSplitter::splitterMoved, this, &QObject::deleteLater);
+        connect(&columns, &QSplitter::splitterMoved, this, [this] { end(); });
+        QTimer::singleShot(settlingTime, this, [this] { end(); });
     }
 
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() != QEvent::Resize || done_)
-            return false;
-        const auto *resize = static_cast<QResizeEvent *>(event);
-        if (resize->size().width() == resize->oldSize().width())
-            return false;
-        done_ = true;
-        if (window_.isMaximized())
+        if (event->type() == QEvent::Resize)
             restoreColumns(columns_, clsFormSizePosSetting());
-        deleteLater();
         return false;
     }
 
 private:
-    static QString name() { return QStringLiteral("widthsOfTheMaximized"); }
+    static constexpr std::chrono::milliseconds settlingTime{1500};
 
-    const QWidget &window_;
+    void end()
+    {
+        columns_.removeEventFilter(this);
+        deleteLater();
+    }
+
     QSplitter &columns_;
-    bool done_ = false;
 };
 
 } // namespace
@@ -141,11 +151,10 @@ void restoreMainWindowLayout(QWidget &window, QSplitter &columns)
     const clsFormSizePosSetting setting;
     const bool maximized = numberIn(setting.FormIsMaximized()) == maximizedState;
     restorePlace(window, setting);
-    if (maximized) {
+    if (maximized)
         window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
-        new WidthsOfTheMaximized(window, columns); // owned by the columns
-    }
     restoreColumns(columns, setting);
+    new SettlingColumns(columns); // owned by the columns
 }
 
 void keepOnScreen(QWidget &window)

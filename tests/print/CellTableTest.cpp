@@ -3,8 +3,6 @@
 #include "platform/runtime/RuntimeError.h"
 #include "tests/support/Paper.h"
 
-#include <QElapsedTimer>
-
 #include <gmock/gmock.h>
 
 using print::Align;
@@ -17,21 +15,6 @@ print::Document onPage(const print::CellTable &table)
     document.setFont({QStringLiteral("굴림"), 11.25, false});
     document.addTable(table);
     return document;
-}
-
-/// Seconds that a table of so many rows takes to be laid out.
-double layoutTime(int rows)
-{
-    print::CellTable table(rows, 6, 8);
-    for (int row = 1; row <= rows; ++row) {
-        for (int column = 1; column <= 6; ++column)
-            table.setText(row, column, QStringLiteral("12,345"));
-    }
-    QElapsedTimer timer;
-    timer.start();
-    const print::Document document = onPage(table);
-    EXPECT_EQ(document.pageCount(), (rows + 33) / 34);
-    return double(timer.nsecsElapsed()) / 1e9;
 }
 
 } // namespace
@@ -128,13 +111,4 @@ TEST(CellTable, BreaksAcrossPagesWithoutLosingOrRepeatingARow)
     EXPECT_EQ(paper.word(QStringLiteral("행35")).page, 1);
     EXPECT_EQ(paper.word(QStringLiteral("행36")).page, 2);
     EXPECT_EQ(paper.sheets().size(), 4);
-}
-
-TEST(CellTable, IsLaidOutInTimeThatGrowsWithItsRows)
-{
-    layoutTime(1000); // warm
-    const double small = layoutTime(2'000);
-    const double large = layoutTime(20'000);
-    EXPECT_LT(large, std::max(small, 0.001) * 40);
-    EXPECT_LT(large, 2);
 }

@@ -33,7 +33,31 @@ void expectPlaces(const Paper &paper, std::initializer_list<Place> places)
 
 class PageReceiptTest : public ReceiptDesk
 {
+protected:
+    PageReceiptTest() { clsProperties().PropValue(QStringLiteral("지점명"), QStringLiteral(" 젤보한의원 ")); } // is trimmed
 };
+
+/// Texts of the first page that are printed bold, in their order.
+std::string boldTexts(const print::Document &document)
+{
+    QStringList texts;
+    for (const print::TextItem &item : document.pages()[0].texts) {
+        if (item.font.bold)
+            texts << item.text;
+    }
+    return texts.join(QLatin1Char('|')).toStdString();
+}
+
+/// Where the dash lines end, from top to bottom, mm.
+std::vector<double> dashEnds(const Paper &paper)
+{
+    std::vector<double> ends;
+    for (const Paper::Word &word : paper.words()) {
+        if (word.text.size() > 10 && word.text.count(QLatin1Char('-')) == word.text.size())
+            ends.push_back(word.box.right());
+    }
+    return ends;
+}
 
 } // namespace
 
@@ -50,7 +74,10 @@ TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
     ledger(key, 3, 4444, "'01'");
     ledger(key, 4, 55);
 
-    const Paper paper = orderPaper();
+    openOrders();
+    const print::Document document = PageReceipts(session_, nullptr).orderReceipt();
+    EXPECT_EQ(boldTexts(document), "젤보한의원|물품가액 합계|102,702|물품가액 현금수납|3,333|물품가액 카드수납|4,444");
+    const Paper paper = Paper::of(document);
     ASSERT_EQ(paper.sheets().size(), 1);
     EXPECT_NEAR(paper.sheets()[0].width(), 210, tolerance);
     EXPECT_NEAR(paper.sheets()[0].height(), 297, tolerance);
@@ -96,6 +123,9 @@ TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
     EXPECT_EQ(paper.line(217).toStdString(), "할 인 22");
     EXPECT_EQ(paper.line(227).toStdString(), "절 사 11");
     EXPECT_EQ(paper.line(237).toStdString(), "환 불 55");
+    const auto right = testing::DoubleNear(189, tolerance);
+    const auto shorter = testing::Lt(185);
+    EXPECT_THAT(dashEnds(paper), testing::ElementsAre(shorter, shorter, shorter, right, right));
     EXPECT_EQ(paper.overlaps(), QStringList());
 }
 
@@ -218,6 +248,11 @@ TEST_F(PageReceiptTest, OfAPeriodTakesTheCustomersOrdersAndTheShopsMoney)
                          {"006", Left, 39, 184},
                          {"현금수납", Right, 126, 261}});
     // Three orders of two lines; numbers run on. Nothing of the other customer but the money.
+    for (const Paper::Word &word : paper.words()) {
+        if (word.text != QLatin1String("2026-11-10")) // 9 points beside 11.25
+            continue;
+        EXPECT_NEAR(word.box.height(), paper.word(QStringLiteral("001")).box.height() * 0.8, 0.1);
+    }
     const char *dates[] = {"2026-11-20", "2026-11-10", "2026-11-09"};
     for (int index = 0; index < 6; ++index) {
         const bool freeLine = index % 2 == 0;

@@ -135,74 +135,49 @@ TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
     }
 }
 
-// The desktop enlarges the window after the widths were set; then they are set again, once.
-TEST_F(RememberedWindow, KeepsItsColumnsWhenItComesBackMaximized)
+// The desktop gives the window its size after the widths were set; they are set again until it has settled.
+TEST_F(RememberedWindow, KeepsItsColumnsWhileTheDesktopSizesIt)
 {
     setting_.FirstColWidth(QStringLiteral("150"));
     setting_.SecondColWidth(QStringLiteral("130"));
-    setting_.FormWidth(QStringLiteral("500"));
-    setting_.FormIsMaximized(QStringLiteral("2"));
-    const struct
-    {
-        const char *what;
-        bool restoredTwice, draggedBefore;
-        int first; ///< width of the first column once the window is large
-    } cases[] = {{"opened", false, false, 150}, {"opened for the next customer", true, false, 150}, {"dragged at once", false, true, 190}};
-    for (const auto &entry : cases) {
-        QWidget window;
-        QSplitter columns(&window);
-        columns.resize(500, 200);
-        for (int stretch : {0, 1, 1}) {
-            columns.addWidget(new QWidget);
-            columns.setStretchFactor(columns.count() - 1, stretch);
-        }
-        window.show();
-        for (int times = 0; times <= int(entry.restoredTwice); ++times)
-            restoreMainWindowLayout(window, columns);
-        if (entry.draggedBefore) {
-            columns.setSizes({190, 100, 200});
-            emit columns.splitterMoved(190, 1);
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-        columns.resize(700, 200); // comes with the window's enlarging by the desktop
-        EXPECT_EQ(columns.sizes().value(0), entry.first) << entry.what;
-        EXPECT_EQ(columns.sizes().value(1) == 130, !entry.draggedBefore) << entry.what;
-        columns.setSizes({300, 100, 290});
-        columns.resize(690, 200);
-        EXPECT_EQ(columns.sizes().value(0), 300) << entry.what;
+    QSplitter columns;
+    for (int stretch : {0, 1, 1}) {
+        columns.addWidget(new QWidget);
+        columns.setStretchFactor(columns.count() - 1, stretch);
     }
+    columns.resize(500, 200);
+    columns.show();
+    restoreMainWindowLayout(window_, columns);
+    for (int width : {700, 500, 900}) {
+        columns.resize(width, 200);
+        EXPECT_EQ(columns.sizes().mid(0, 2), (QList<int>{150, 130})) << width;
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !columns.findChild<QObject *>(QStringLiteral("settling")); }));
+    columns.resize(700, 200); // by the user
+    EXPECT_NE(columns.sizes().value(1), 130);
+
+    restoreMainWindowLayout(window_, columns);
+    columns.setSizes({190, 100, 390});
+    emit columns.splitterMoved(190, 1); // dragged at once
+    columns.resize(800, 200);
+    EXPECT_EQ(columns.sizes().value(0), 190);
 }
 
 TEST_F(RememberedWindow, EveryPropertyHasAValueOfItsOwn)
 {
-    using Get = QString (clsFormSizePosSetting::*)() const;
-    using Let = void (clsFormSizePosSetting::*)(const QString &);
-    const struct
-    {
-        Get get;
-        Let let;
-        const char *key;
-    } cases[] = {
-        {&clsFormSizePosSetting::FirstRowHeight, &clsFormSizePosSetting::FirstRowHeight, "RowHeight_0"},
-        {&clsFormSizePosSetting::SecondRowHeight, &clsFormSizePosSetting::SecondRowHeight, "RowHeight_1"},
-        {&clsFormSizePosSetting::ThirdRowHeight, &clsFormSizePosSetting::ThirdRowHeight, "RowHeight_2"},
-        {&clsFormSizePosSetting::FirstColWidth, &clsFormSizePosSetting::FirstColWidth, "ColWidth_0"},
-        {&clsFormSizePosSetting::SecondColWidth, &clsFormSizePosSetting::SecondColWidth, "ColWidth_1"},
-        {&clsFormSizePosSetting::ThirdColWidth, &clsFormSizePosSetting::ThirdColWidth, "ColWidth_2"},
-        {&clsFormSizePosSetting::FormPos_x, &clsFormSizePosSetting::FormPos_x, "FormPos_x"},
-        {&clsFormSizePosSetting::FormPos_y, &clsFormSizePosSetting::FormPos_y, "FormPos_y"},
-        {&clsFormSizePosSetting::FormHeight, &clsFormSizePosSetting::FormHeight, "FormHeight"},
-        {&clsFormSizePosSetting::FormWidth, &clsFormSizePosSetting::FormWidth, "FormWidth"},
-        {&clsFormSizePosSetting::FormIsMaximized, &clsFormSizePosSetting::FormIsMaximized, "IsFormMaximized"},
+    const std::pair<const char *, QString> properties[] = {
+        {"FirstRowHeight", "RowHeight_0"}, {"SecondRowHeight", "RowHeight_1"}, {"ThirdRowHeight", "RowHeight_2"},
+        {"FirstColWidth", "ColWidth_0"},   {"SecondColWidth", "ColWidth_1"},   {"ThirdColWidth", "ColWidth_2"},
+        {"FormPos_x", "FormPos_x"},        {"FormPos_y", "FormPos_y"},         {"FormHeight", "FormHeight"},
+        {"FormWidth", "FormWidth"},        {"FormIsMaximized", "IsFormMaximized"},
     };
-    for (const auto &entry : cases) {
-        EXPECT_EQ((setting_.*entry.get)(), QString()) << entry.key;
-        (setting_.*entry.let)(QLatin1String(entry.key));
-    }
-    for (const auto &entry : cases) {
-        EXPECT_EQ((setting_.*entry.get)(), QLatin1String(entry.key));
-        EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QLatin1String(entry.key)),
-                  QLatin1String(entry.key));
+    for (const auto &[name, key] : properties)
+        EXPECT_TRUE(QMetaObject::invokeMethod(&setting_, name, Q_ARG(QString, key))) << name;
+    for (const auto &[name, key] : properties) {
+        QString value;
+        EXPECT_TRUE(QMetaObject::invokeMethod(&setting_, name, Q_RETURN_ARG(QString, value))) << name;
+        EXPECT_EQ(value, key) << name;
+        EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), key), key) << name;
     }
 }
 

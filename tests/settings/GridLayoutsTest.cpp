@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QHeaderView>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -49,13 +50,8 @@ struct Grid : controls::RecordsetGrid
 class KeptLayouts : public testing::Test
 {
 protected:
-    KeptLayouts() { removeAll(); }
-    ~KeptLayouts() override { removeAll(); }
-    static void removeAll()
-    {
-        for (const QString &file : layoutFiles)
-            QFile::remove(runtime::programFolder() + file);
-    }
+    KeptLayouts() { runtime::setProgramFolder(folder_.path()); }
+    ~KeptLayouts() override { runtime::setProgramFolder({}); }
     static QStringList stored()
     {
         QStringList found;
@@ -66,6 +62,7 @@ protected:
         return found;
     }
 
+    QTemporaryDir folder_;
     MessageRecorder boxes_;
 };
 
