@@ -27,8 +27,13 @@ struct Plan
 Plan planOf(Size size)
 {
     const QDate last(2026, 6, 30);
+    const auto grown = [&](int orders) { return Plan{20'000, 50'000, 500, orders, last.addYears(-5).addDays(1), last}; };
     if (size == Size::Large)
-        return {20'000, 50'000, 500, 1'000'000, last.addYears(-5).addDays(1), last};
+        return grown(1'000'000);
+    if (size == Size::Tenth)
+        return grown(100'000);
+    if (size == Size::Hundredth)
+        return grown(10'000);
     return {listedProducts(), 30, 2, 320, last.addYears(-1).addDays(1), last};
 }
 

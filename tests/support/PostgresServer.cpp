@@ -37,12 +37,13 @@ const passwd *serverUser()
 
 PostgresServer &PostgresServer::instance()
 {
-    static PostgresServer server;
+    static PostgresServer server(Writing::Careless);
     return server;
 }
 
-PostgresServer::PostgresServer()
-    : folder_(QDir::tempPath() + QStringLiteral("/clinic-server-XXXXXX"))
+PostgresServer::PostgresServer(Writing writing)
+    : writing_(writing)
+    , folder_(QDir::tempPath() + QStringLiteral("/clinic-server-XXXXXX"))
 {
     if (chown(folder_.path().toUtf8().constData(), serverUser()->pw_uid, serverUser()->pw_gid) != 0)
         throw std::runtime_error("the server's folder cannot be handed over");
@@ -84,10 +85,13 @@ void PostgresServer::start()
     server_ = std::make_unique<QProcess>();
     server_->setProcessChannelMode(QProcess::MergedChannels);
     server_->setStandardOutputFile(QProcess::nullDevice());
-    QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path(),
-                          QStringLiteral("-F")};
-    for (const char *setting : {"listen_addresses=", "full_page_writes=off", "synchronous_commit=off", "max_connections=60"})
-        arguments << QStringLiteral("-c") << QString::fromLatin1(setting);
+    QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path()};
+    QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=60")};
+    if (writing_ == Writing::Careless)
+        settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off")
+                 << QStringLiteral("synchronous_commit=off");
+    for (const QString &setting : settings)
+        arguments << QStringLiteral("-c") << setting;
     launch(*server_, QStringLiteral("postgres"), arguments);
 
     QElapsedTimer waited;

@@ -13,6 +13,9 @@ class PostgresServer
 public:
     static PostgresServer &instance();
 
+    /// Careless: nothing has to outlast the program. Durable: as a clinic's server writes.
+    enum class Writing { Careless, Durable };
+    explicit PostgresServer(Writing writing);
     PostgresServer(const PostgresServer &) = delete;
     PostgresServer &operator=(const PostgresServer &) = delete;
     ~PostgresServer();
@@ -30,11 +33,11 @@ public:
     void start();
 
 private:
-    PostgresServer();
     void initialise();
     void sql(const QString &statement);
     void launch(QProcess &process, const QString &program, const QStringList &arguments) const;
 
+    const Writing writing_;
     QTemporaryDir folder_;
     std::unique_ptr<QProcess> server_;
     int databases_ = 0;

@@ -1,0 +1,247 @@
+#include "trials/audit/Audit.h"
+
+#include "trials/audit/Stand.h"
+
+#include <algorithm>
+#include <set>
+
+namespace trial {
+
+namespace {
+
+bool writesLines(const Deed &deed)
+{
+    return deed.kind == "sell" || deed.kind == "sell-new" || deed.kind == "return" || deed.kind == "delete-line";
+}
+
+/// The tokens of the rows that an operation adds, in the order in which it writes them.
+std::vector<qint64> added(const Deed &deed)
+{
+    std::vector<qint64> tokens;
+    if (deed.kind != "edit") {
+        for (const char *name : {"token", "part1", "part2", "part3", "part4"})
+            if (const qint64 token = deed.number(name))
+                tokens.push_back(token);
+    }
+    return tokens;
+}
+
+class Auditor
+{
+public:
+    Auditor(const Stand &stand, const std::vector<std::vector<Deed>> &journals)
+        : stand_(stand)
+    {
+        for (const auto &journal : journals)
+            for (const Deed &deed : journal)
+                deeds_.push_back(&deed);
+        for (const Deed *deed : deeds_)
+            index(*deed);
+    }
+
+    Findings run()
+    {
+        findings_.orders = int(stand_.orders.size());
+        findings_.lines = stand_.lines;
+        findings_.entries = stand_.entries;
+        checkRows();
+        for (const Deed *deed : deeds_)
+            check(*deed);
+        checkTakenOnce();
+        for (const auto &[key, order] : stand_.orders)
+            checkOrder(key, order);
+        checkEdits();
+        return std::move(findings_);
+    }
+
+private:
+    void index(const Deed &deed)
+    {
+        (deed.state == State::Done ? findings_.acknowledged
+             : deed.state == State::Refused ? findings_.refused : findings_.unfinished)++;
+        for (const qint64 token : added(deed)) {
+            adders_[token] = &deed;
+            // A desk that died between a line and the new totals leaves the old ones.
+            const auto row = stand_.rows.find(token);
+            if (deed.state == State::Open && writesLines(deed) && row != stand_.rows.end())
+                unsettled_.insert(row->second.order);
+        }
+        if (const qint64 token = deed.number("gone"))
+            takers_[token].push_back(&deed);
+        for (const char *name : {"order", "to"}) {
+            const auto key = qint32(deed.number(name));
+            if (key && std::find(ofOrder_[key].begin(), ofOrder_[key].end(), &deed) == ofOrder_[key].end())
+                ofOrder_[key].push_back(&deed);
+        }
+        if (deed.number("to") == 0 && (deed.kind == "sell-new" || deed.kind == "return"))
+            withoutOrder_.push_back(&deed);
+    }
+
+    /// Rows of the database that nobody added, that stand twice, or whose order is gone.
+    void checkRows()
+    {
+        for (auto row = stand_.rows.begin(); row != stand_.rows.end(); ++row) {
+            const auto &[token, place] = *row;
+            if (!adders_.count(token))
+                fault("a row with %1 on order %2 was added by nobody", token, place.order);
+            if (!stand_.orders.count(place.order))
+                fault("the row with %1 stands without its order %2", token, place.order);
+            if (stand_.rows.count(token) > 1)
+                fault("the row with %1 stands twice, on order %2", token, place.order);
+        }
+    }
+
+    void check(const Deed &deed)
+    {
+        const std::vector<qint64> tokens = added(deed);
+        const auto stands = [this](qint64 token) { return stand_.rows.count(token) > 0; };
+        const bool some = std::any_of(tokens.begin(), tokens.end(), stands);
+        if (deed.state == State::Done) {
+            for (const qint64 token : tokens)
+                if (!stands(token) && !mayBeGone(deed, token))
+                    fault("the acknowledged row with %1 on order %2 is lost", token, orderOf(deed));
+        } else if (!std::is_partitioned(tokens.begin(), tokens.end(), stands) && !orderMayBeGone(orderOf(deed))) {
+            fault("a later part of the payment stands without an earlier one: %1 on order %2", tokens.front(), orderOf(deed));
+        } else if (some) {
+            ++findings_.halfDone;
+        }
+        if (deed.state == State::Done && deed.kind == "delete" && stand_.orders.count(orderOf(deed)))
+            fault("%1 order was acknowledged as deleted and stands: %2", 1, orderOf(deed));
+        if (const qint64 token = deed.number("gone"); token && deed.state == State::Done && stands(token))
+            fault("the row with %1 was acknowledged as deleted and stands on order %2", token, orderOf(deed));
+        if (deed.state == State::Refused)
+            checkConflict(deed, tokens, some);
+    }
+
+    /// A refusal must have its reason in what another desk wrote to the order since the rows were read.
+    void checkConflict(const Deed &deed, const std::vector<qint64> &tokens, bool some)
+    {
+        const auto wrote = [&](const Deed *other) {
+            return other->desk != deed.desk && other->state != State::Refused && other->begun <= deed.ended
+                && (other->state == State::Open || other->ended >= deed.number("seen"));
+        };
+        const auto others = ofOrder_.find(orderOf(deed));
+        if (others != ofOrder_.end() && std::any_of(others->second.begin(), others->second.end(), wrote))
+            ++findings_.conflicts;
+        else if (std::none_of(withoutOrder_.begin(), withoutOrder_.end(), wrote))
+            findings_.faults << QStringLiteral("%1 on order %2 was refused, and no other desk wrote there: %3")
+                                    .arg(QString::fromLatin1(deed.kind)).arg(orderOf(deed)).arg(deed.reason);
+        // What is one step must leave nothing when it is refused.
+        if (some && (deed.kind == "collect" || deed.kind == "entry" || deed.kind == "pay-more"))
+            fault("the refused row with %1 stands on order %2", tokens.front(), orderOf(deed));
+    }
+
+    void checkOrder(qint32 key, const Stand::Order &order)
+    {
+        qint64 owed = 0;
+        std::set<qint64> possible{0};
+        bool unsettled = false;
+        for (const Deed *deed : ofOrder_[key]) {
+            const qint64 change = deed->number("owed");
+            // A payment of outstanding money is one with its row: it counts exactly when the row stands or was deleted.
+            const bool counts = deed->state == State::Done
+                || (deed->kind == "collect" && stand_.rows.count(deed->number("token")));
+            if (counts)
+                owed += change;
+            else if (deed->kind == "owe" && deed->state == State::Open)
+                possible.insert(change);
+            unsettled = unsettled || (deed->kind == "delete-line" && deed->state == State::Open);
+        }
+        if (!possible.count(order.owed - owed))
+            fault("outstanding money of %1, not as paid and owed, on order %2", order.owed, key);
+        if (!order.summed && !unsettled && !unsettled_.count(key))
+            fault("the totals are not those of the %1 orders' lines: order %2", 1, key);
+    }
+    /// Of two desks that delete the same, one must have been told that it did not.
+    void checkTakenOnce()
+    {
+        const auto done = [](const Deed *deed) { return deed->state == State::Done; };
+        for (const auto &[token, takers] : takers_)
+            if (std::count_if(takers.begin(), takers.end(), done) > 1)
+                fault("the row with %1 was acknowledged as deleted twice, on order %2", token, orderOf(*takers.front()));
+        for (const auto &[key, deeds] : ofOrder_)
+            if (std::count_if(deeds.begin(), deeds.end(), [&](const Deed *d) { return d->kind == "delete" && done(d); }) > 1)
+                fault("%1 order was acknowledged as deleted twice: %2", 1, key);
+    }
+
+    /// Each acknowledged edit began from the one before it, so no two from the same.
+    void checkEdits()
+    {
+        std::map<std::pair<qint32, qint64>, const Deed *> from;
+        for (const Deed *deed : deeds_) {
+            if (deed->kind != "edit" || deed->state != State::Done)
+                continue;
+            const auto [earlier, first] = from.insert({{orderOf(*deed), deed->number("before")}, deed});
+            if (!first)
+                fault("two edits from the same state were acknowledged, one of them is lost: %1 on order %2",
+                      deed->number("token"), orderOf(*deed));
+        }
+        for (const auto &[key, order] : stand_.orders) {
+            qint64 memo = 0;
+            for (auto step = from.find({key, memo}); step != from.end(); step = from.find({key, memo}))
+                memo = step->second->number("token");
+            if (memo != order.memo && !openEdit(key, memo, order.memo))
+                fault("the memo %1 is not that of the last acknowledged edit of order %2", order.memo, key);
+        }
+    }
+    bool openEdit(qint32 key, qint64 earlier, qint64 memo)
+    {
+        return std::any_of(ofOrder_[key].begin(), ofOrder_[key].end(), [&](const Deed *deed) {
+            return deed->kind == "edit" && deed->state == State::Open && deed->number("token") == memo
+                && deed->number("before") == earlier;
+        });
+    }
+
+    bool mayBeGone(const Deed &deed, qint64 token)
+    {
+        for (const Deed *taker : takers_[token])
+            if (taker->state != State::Refused)
+                return true;
+        const qint32 order = orderOf(deed);
+        return order ? orderMayBeGone(order) : deletedFor(deed.number("cust"));
+    }
+    bool orderMayBeGone(qint32 order)
+    {
+        if (stand_.orders.count(order))
+            return false; // an order goes with all its rows or not at all
+        return std::any_of(ofOrder_[order].begin(), ofOrder_[order].end(),
+                           [](const Deed *deed) { return deed->kind == "delete" && deed->state != State::Refused; });
+    }
+    /// The line was deleted before its desk could look up where it went.
+    bool deletedFor(qint64 patient) const
+    {
+        return std::any_of(deeds_.begin(), deeds_.end(), [&](const Deed *deed) {
+            return deed->kind == "delete" && deed->number("cust") == patient && deed->state != State::Refused;
+        });
+    }
+    static qint32 orderOf(const Deed &deed)
+    {
+        const auto to = qint32(deed.number("to"));
+        const bool elsewhere = deed.kind == "return" || deed.kind == "sell-new";
+        return elsewhere && (to || deed.state == State::Done) ? to : qint32(deed.number("order"));
+    }
+
+    void fault(const char *sentence, qint64 token, qint32 order)
+    {
+        findings_.faults << QString::fromLatin1(sentence).arg(token).arg(order);
+    }
+
+    const Stand &stand_;
+    std::vector<const Deed *> deeds_;
+    std::unordered_map<qint64, const Deed *> adders_;
+    std::unordered_map<qint64, std::vector<const Deed *>> takers_;
+    std::unordered_map<qint32, std::vector<const Deed *>> ofOrder_;
+    std::set<qint32> unsettled_;
+    std::vector<const Deed *> withoutOrder_; ///< that wrote to an order which the journal does not know
+    Findings findings_;
+};
+
+} // namespace
+
+Findings audit(const ado::Connection &clinic, const Before &before, const std::vector<std::vector<Deed>> &journals)
+{
+    const Stand stand = readStand(clinic, before);
+    return Auditor(stand, journals).run();
+}
+
+} // namespace trial

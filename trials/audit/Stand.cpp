@@ -1,0 +1,104 @@
+#include "trials/audit/Stand.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include <stdexcept>
+
+namespace trial {
+
+namespace {
+
+QSqlQuery asked(const ado::Connection &clinic, const QString &select)
+{
+    QSqlQuery query(clinic.database());
+    query.setForwardOnly(true);
+    if (!query.exec(select))
+        throw std::runtime_error((query.lastError().text() + u'\n' + select).toStdString());
+    return query;
+}
+
+/// Counts and sums of the rows up to a key, each money column by itself.
+QString sumsOf(const ado::Connection &clinic, const char *table, const char *key, qint32 last, const char *sums)
+{
+    QSqlQuery query = asked(clinic, QStringLiteral("SELECT COUNT(*), %4 FROM %1 WHERE %2 <= %3")
+                                        .arg(QLatin1String(table), QLatin1String(key))
+                                        .arg(last)
+                                        .arg(QLatin1String(sums)));
+    query.next();
+    QString text;
+    for (int column = 0; query.value(column).isValid(); ++column)
+        text += query.value(column).toString() + u' ';
+    return text;
+}
+
+qint32 lastKey(const ado::Connection &clinic, const char *table, const char *key)
+{
+    QSqlQuery query = asked(clinic, QStringLiteral("SELECT MAX(%1) FROM %2").arg(QLatin1String(key), QLatin1String(table)));
+    query.next();
+    return query.value(0).toInt();
+}
+
+QString sumsOfOldRows(const ado::Connection &clinic, const Before &before)
+{
+    return sumsOf(clinic, "tPSOrderMaster", "OrdM_PK", before.lastOrder, "SUM(OrdM_Total), SUM(OrdM_HalinTotal), SUM(OrdM_Misugum)")
+        + sumsOf(clinic, "tPSOrderDetail", "OrdD_PK", before.lastLine, "SUM(OrdD_UnitPrice), SUM(OrdD_HalinUnit), SUM(OrdD_Count)")
+        + sumsOf(clinic, "tPSTransaction", "tpstrans_PK", before.lastEntry, "SUM(tpstrans_Money)");
+}
+
+void readOrders(const ado::Connection &clinic, const Before &before, Stand &stand)
+{
+    // The totals as the lines give them now, beside those that are stored.
+    QSqlQuery query = asked(
+        clinic,
+        QStringLiteral("SELECT m.OrdM_PK, m.OrdM_Address, m.OrdM_ETCMemo, m.OrdM_Misugum, m.OrdM_TaxTotal, m.OrdM_TaxFreeTotal, "
+                       "m.OrdM_HalinTotal, m.OrdM_Total, s.taxed, s.free, s.discount FROM tPSOrderMaster m LEFT JOIN "
+                       "(SELECT d.OrdM_PK AS pk, SUM(CASE WHEN p.PM_IsTaxed = 1 THEN (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * d.OrdD_Count "
+                       "ELSE 0 END) AS taxed, SUM(CASE WHEN p.PM_IsTaxed = 1 THEN 0 ELSE (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
+                       "d.OrdD_Count END) AS free, SUM(d.OrdD_HalinUnit * d.OrdD_Count) AS discount FROM tPSOrderDetail d JOIN "
+                       "tPSProductMaster p ON p.PM_PK = d.PM_PK WHERE d.OrdM_PK > %1 GROUP BY d.OrdM_PK) s ON s.pk = m.OrdM_PK "
+                       "WHERE m.OrdM_PK > %1")
+            .arg(before.lastOrder));
+    while (query.next()) {
+        const auto number = [&](int column) { return qRound64(query.value(column).toDouble()); };
+        Stand::Order &order = stand.orders[query.value(0).toInt()];
+        order.address = query.value(1).toLongLong();
+        order.memo = query.value(2).toLongLong();
+        order.owed = number(3);
+        order.summed = number(4) == number(8) && number(5) == number(9) && number(6) == number(10)
+            && number(7) == number(8) + number(9);
+    }
+}
+
+} // namespace
+
+Before before(const ado::Connection &clinic)
+{
+    Before before;
+    before.lastOrder = lastKey(clinic, "tPSOrderMaster", "OrdM_PK");
+    before.lastLine = lastKey(clinic, "tPSOrderDetail", "OrdD_PK");
+    before.lastEntry = lastKey(clinic, "tPSTransaction", "tpstrans_PK");
+    before.sums = sumsOfOldRows(clinic, before);
+    return before;
+}
+
+Stand readStand(const ado::Connection &clinic, const Before &before)
+{
+    if (sumsOfOldRows(clinic, before) != before.sums)
+        throw std::runtime_error("rows from before the trial were touched");
+    Stand stand;
+    readOrders(clinic, before, stand);
+    QSqlQuery lines = asked(clinic, QStringLiteral("SELECT OrdM_PK, CASE WHEN OrdD_Count < 0 THEN OrdD_UnitPrice ELSE "
+                                                   "OrdD_HalinUnit END FROM tPSOrderDetail WHERE OrdD_PK > %1")
+                                        .arg(before.lastLine));
+    for (; lines.next(); ++stand.lines)
+        stand.rows.insert({qRound64(lines.value(1).toDouble()), {lines.value(0).toInt(), false}});
+    QSqlQuery entries = asked(clinic, QStringLiteral("SELECT tpstrans_OrderM_PK, tpstrans_Money FROM tPSTransaction "
+                                                     "WHERE tpstrans_PK > %1")
+                                          .arg(before.lastEntry));
+    for (; entries.next(); ++stand.entries)
+        stand.rows.insert({entries.value(1).toLongLong(), {entries.value(0).toInt(), true}});
+    return stand;
+}
+
+} // namespace trial

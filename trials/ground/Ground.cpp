@@ -1,0 +1,85 @@
+#include "trials/ground/Ground.h"
+
+#include "tests/support/PostgresServer.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSqlQuery>
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace trial {
+
+namespace {
+
+bool tell(qint64 done, qint64 total)
+{
+    if (total >= 10'000 && done % (total / 10) == 0)
+        std::fprintf(stderr, "orders made: %lld of %lld\n", static_cast<long long>(done), static_cast<long long>(total));
+    return true;
+}
+
+QString firstValue(const ado::Connection &clinic, const char *select)
+{
+    QSqlQuery query(clinic.database());
+    return query.exec(QLatin1String(select)) && query.next() ? query.value(0).toString() : QString();
+}
+
+} // namespace
+
+Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server)
+    : folder_(QCoreApplication::applicationDirPath() + QStringLiteral("/trial-XXXXXX"))
+    , engine_(engine)
+{
+    address_ = engine == ado::Engine::SQLite ? QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"))
+                                             : server->postgresAddress(server->createDatabase());
+    sample::makeClinic(address_, size, tell);
+    const ado::ConnectionPtr clinic = ado::Connection::open(address_);
+    if (engine == ado::Engine::PostgreSQL) // as a server does by itself some time after so much was written
+        QSqlQuery(clinic->database()).exec(QStringLiteral("VACUUM ANALYZE"));
+    patients_ = firstValue(*clinic, "SELECT MAX(Customer_PK) FROM Customer").toInt();
+    before_ = trial::before(*clinic);
+}
+
+Ground::~Ground() = default;
+
+QString Ground::damage() const
+{
+    if (engine_ != ado::Engine::SQLite)
+        return {};
+    const QString verdict = firstValue(*ado::Connection::open(address_), "PRAGMA integrity_check");
+    return verdict == QLatin1String("ok") ? QString() : verdict;
+}
+
+std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding)
+{
+    const std::pair<const char *, qint64> options[] = {
+        {"--seconds", seconds}, {"--seed", seed}, {"--token", firstToken}, {"--before", before_.lastOrder},
+        {"--patients", patients_}, {"--crowding", crowding}};
+    journals_ << folder_.filePath(QStringLiteral("desk-%1.journal").arg(journals_.size()));
+    QStringList arguments{address_, journals_.last()};
+    for (const auto &[name, value] : options)
+        arguments << QLatin1String(name) << QString::number(value);
+    auto desk = std::make_unique<QProcess>();
+    desk->setProcessChannelMode(QProcess::ForwardedChannels);
+    desk->start(QCoreApplication::applicationDirPath() + QStringLiteral("/trial_worker"), arguments);
+    if (!desk->waitForStarted())
+        throw std::runtime_error("a desk does not start");
+    return desk;
+}
+
+std::vector<std::vector<Deed>> Ground::readJournals() const
+{
+    std::vector<std::vector<Deed>> read;
+    for (const QString &file : journals_)
+        read.push_back(readJournal(file, int(read.size())));
+    return read;
+}
+
+Findings Ground::check() const
+{
+    return audit(*ado::Connection::open(address_), before_, readJournals());
+}
+
+} // namespace trial

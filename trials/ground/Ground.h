@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/sample/Clinic.h"
+#include "trials/audit/Audit.h"
+#include "trials/desk/Clerk.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+
+class PostgresServer;
+
+/// What a trial stands on: a clinic on a throw-away server or in a file, desks that work on it, and their journals.
+namespace trial {
+
+class Ground
+{
+public:
+    /// Makes the clinic, which takes minutes for a large one. Raises.
+    Ground(ado::Engine engine, sample::Size size, PostgresServer *server);
+    ~Ground();
+    Ground(const Ground &) = delete;
+    Ground &operator=(const Ground &) = delete;
+
+    const QString &address() const { return address_; }
+    int patients() const { return patients_; }
+    /// Says whether the engine itself finds the database sound; empty when it does.
+    QString damage() const;
+
+    /// Starts a desk that works for so many seconds; its journal is the next one.
+    std::unique_ptr<QProcess> startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding);
+    QString lastJournal() const { return journals_.last(); }
+    std::vector<std::vector<Deed>> readJournals() const;
+    Findings check() const;
+
+private:
+    QTemporaryDir folder_;
+    ado::Engine engine_;
+    QString address_;
+    int patients_ = 0;
+    Before before_;
+    QStringList journals_;
+};
+
+} // namespace trial

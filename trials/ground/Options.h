@@ -1,0 +1,59 @@
+#pragma once
+
+#include "host/sample/Clinic.h"
+#include "tests/support/PostgresServer.h"
+
+#include <QCommandLineParser>
+
+#include <memory>
+#include <stdexcept>
+
+namespace trial {
+
+/// The arguments that the trials share: an engine, a size, and numbers with what they are when not given.
+class Options
+{
+public:
+    Options(const QCoreApplication &application, const std::vector<std::pair<QString, int>> &numbers)
+    {
+        parser_.addHelpOption();
+        parser_.addPositionalArgument(QStringLiteral("engine"), QStringLiteral("sqlite or postgresql"));
+        parser_.addOption({QStringLiteral("orders"), QStringLiteral("320, 10000, 100000 or 1000000"), QStringLiteral("number"),
+                           QStringLiteral("320")});
+        for (const auto &[name, usual] : numbers)
+            parser_.addOption({name, {}, QStringLiteral("number"), QString::number(usual)});
+        parser_.process(application);
+    }
+
+    int number(const char *name) const { return parser_.value(QLatin1String(name)).toInt(); }
+
+    ado::Engine engine() const
+    {
+        const QString name = parser_.positionalArguments().value(0);
+        if (name != QLatin1String("sqlite") && name != QLatin1String("postgresql"))
+            throw std::runtime_error("name an engine: sqlite or postgresql");
+        return name == QLatin1String("sqlite") ? ado::Engine::SQLite : ado::Engine::PostgreSQL;
+    }
+
+    sample::Size size() const
+    {
+        switch (number("orders")) {
+        case 320: return sample::Size::Small;
+        case 10'000: return sample::Size::Hundredth;
+        case 100'000: return sample::Size::Tenth;
+        case 1'000'000: return sample::Size::Large;
+        default: throw std::runtime_error("clinics have 320, 10000, 100000 or 1000000 orders");
+        }
+    }
+
+    /// A server that writes as a clinic's does; none for a file.
+    std::unique_ptr<PostgresServer> server() const
+    {
+        return engine() == ado::Engine::SQLite ? nullptr : std::make_unique<PostgresServer>(PostgresServer::Writing::Durable);
+    }
+
+private:
+    QCommandLineParser parser_;
+};
+
+} // namespace trial

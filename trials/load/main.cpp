@@ -1,0 +1,98 @@
+#include "platform/runtime/RuntimeError.h"
+#include "trials/ground/Ground.h"
+#include "trials/ground/Options.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+struct Kind
+{
+    std::vector<qint64> times; ///< microseconds
+    int refused = 0;
+};
+
+double milliseconds(std::vector<qint64> &sorted, double part)
+{
+    return sorted.empty() ? 0 : double(sorted[std::size_t(double(sorted.size() - 1) * part)]) / 1000;
+}
+
+void row(const char *name, Kind &kind)
+{
+    std::sort(kind.times.begin(), kind.times.end());
+    std::printf("| %-12s | %7zu | %7d | %8.2f | %8.2f | %8.2f |\n", name, kind.times.size(), kind.refused,
+                milliseconds(kind.times, 0.5), milliseconds(kind.times, 0.95), milliseconds(kind.times, 1));
+}
+
+void print(const std::vector<std::vector<trial::Deed>> &journals, int seconds)
+{
+    std::map<QByteArray, Kind> kinds;
+    Kind all;
+    for (const auto &journal : journals) {
+        for (const trial::Deed &deed : journal) {
+            for (Kind *kind : {&kinds[deed.kind], &all}) {
+                if (deed.state == trial::State::Refused)
+                    ++kind->refused;
+                else if (deed.state == trial::State::Done)
+                    kind->times.push_back(deed.ended - deed.begun);
+            }
+        }
+    }
+    std::printf("| %-12s | %7s | %7s | %8s | %8s | %8s |\n|---|---:|---:|---:|---:|---:|\n", "operation", "done", "refused", "p50 ms",
+                "p95 ms", "max ms");
+    for (auto &[name, kind] : kinds)
+        row(name.constData(), kind);
+    row("all", all);
+    std::printf("\n%.0f operations a second\n", double(all.times.size()) / seconds);
+}
+
+int tell(const trial::Findings &findings)
+{
+    std::printf("%d acknowledged, %d refused (%d of them conflicts), %d left half done; standing: %d orders, %d lines, "
+                "%d ledger rows\n",
+                findings.acknowledged, findings.refused, findings.conflicts, findings.halfDone, findings.orders, findings.lines,
+                findings.entries);
+    for (const QString &fault : findings.faults.first(std::min<qsizetype>(20, findings.faults.size())))
+        std::printf("FAULT: %s\n", qPrintable(fault));
+    std::printf("%d faults\n", int(findings.faults.size()));
+    return findings.faults.isEmpty() && findings.acknowledged > 0 ? 0 : 1;
+}
+
+int run(const trial::Options &options)
+{
+    const std::unique_ptr<PostgresServer> server = options.server();
+    trial::Ground ground(options.engine(), options.size(), server.get());
+    const int seconds = options.number("seconds");
+    std::vector<std::unique_ptr<QProcess>> desks;
+    for (int desk = 0; desk < options.number("desks"); ++desk)
+        desks.push_back(ground.startDesk(seconds, unsigned(options.number("seed") + desk), 1'000'000 * desk + 1,
+                                         options.number("crowding")));
+    bool ended = true;
+    for (const auto &desk : desks)
+        ended = desk->waitForFinished((seconds + 60) * 1000) && desk->exitCode() == 0 && ended;
+    print(ground.readJournals(), seconds);
+    const int result = tell(ground.check());
+    if (!ended)
+        std::printf("a desk did not end by itself\n");
+    return ended ? result : 1;
+}
+
+} // namespace
+
+/// trial_load ENGINE [--desks N] [--seconds N] [--orders N] [--crowding PERCENT] [--seed N]
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    try {
+        return run({application, {{QStringLiteral("desks"), 8}, {QStringLiteral("seconds"), 60},
+                                  {QStringLiteral("crowding"), 10}, {QStringLiteral("seed"), 1}}});
+    } catch (const runtime::RuntimeError &error) {
+        std::fprintf(stderr, "trial_load: %s\n", qPrintable(error.description()));
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "trial_load: %s\n", error.what());
+    }
+    return 1;
+}
