@@ -1,5 +1,6 @@
 #include "money/LedgerEntry.h"
 
+#include "data/HeldOrder.h"
 #include "data/OrderBalance.h"
 #include "money/LedgerOperations.h"
 #include "platform/runtime/Attempt.h"
@@ -60,9 +61,11 @@ void setOutstandingToBalance(SaleSession &session)
 bool addEntry(SaleSession &session, const LedgerEntry &entry)
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
+        const QVariant lngOrdMPK = openRows(session.rsCustSaleMaster)[QStringLiteral("OrdM_PK")];
+        holdOrder(*gcnnMasterDB, runtime::CLng(lngOrdMPK));
         ledger.AddNew();
         ledger.setValue(QStringLiteral("tpstrans_Customer_PK"), session.customer.lngCustPK);
-        ledger.setValue(QStringLiteral("tpstrans_OrderM_PK"), openRows(session.rsCustSaleMaster)[QStringLiteral("OrdM_PK")]);
+        ledger.setValue(QStringLiteral("tpstrans_OrderM_PK"), lngOrdMPK);
         ledger.setValue(QStringLiteral("tpstrans_Operator"), entry.intOperator);
         assign(ledger, entry);
         ledger.Update();

@@ -1,5 +1,6 @@
 #include "money/LedgerOperations.h"
 
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
@@ -8,8 +9,9 @@ namespace ledger {
 
 void append(ado::Connection &connection, const Row &row)
 {
-    connection.Execute(clsSQL().InsertTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney, row.lngOrdMPK,
-                                                     row.strMethod, QString()));
+    const QString statement = clsSQL().InsertTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney,
+                                                            row.lngOrdMPK, row.strMethod, QString());
+    onHeldOrder(connection, row.lngOrdMPK, [&] { connection.Execute(statement); });
 }
 
 void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment)

@@ -1,5 +1,6 @@
 #include "sales/OrderOperations.h"
 
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "input/clsNumberRelated.h"
 #include "platform/runtime/Attempt.h"
@@ -85,7 +86,7 @@ Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
     return onNewOrder(today_(), [&](std::int32_t lngOrdMPK) {
         // Here the discount is read as a pure number: an empty field counts as 0.
         const QString statement = insertStatement(lngOrdMPK, line, clsNumberRelated().GetPureNumber(line.unitDiscount));
-        inTransaction([&](ado::Connection &connection) { connection.Execute(statement); });
+        onHeldOrder(*masterDB(), lngOrdMPK, [&] { masterDB()->Execute(statement); });
         return recalculate(lngOrdMPK);
     });
 }
@@ -95,7 +96,8 @@ Outcome OrderOperations::addDetailToSelectedOrder(const EntryLine &line)
     return trapped([&] {
         const std::int32_t lngOrdMPK = runtime::CLng(opened(session_.rsCustSaleMaster)[QStringLiteral("OrdM_PK")]);
         // Unlike on a new order, the discount goes straight into currency: an empty field fails. It is meant to stay so.
-        masterDB()->Execute(insertStatement(lngOrdMPK, line, line.unitDiscount));
+        const QString statement = insertStatement(lngOrdMPK, line, line.unitDiscount);
+        onHeldOrder(*masterDB(), lngOrdMPK, [&] { masterDB()->Execute(statement); });
         return recalculate(lngOrdMPK);
     });
 }
@@ -115,7 +117,7 @@ Outcome OrderOperations::addRefundOrderDetail(std::int32_t lngOrdMPK, std::int32
 {
     return trapped([&] {
         const QString statement = clsSQL().insDB2RfndOrderDetailSQL(lngOrdMPK, lngPMPK, curPrice, intCount, strMemo);
-        inTransaction([&](ado::Connection &connection) { connection.Execute(statement); });
+        onHeldOrder(*masterDB(), lngOrdMPK, [&] { masterDB()->Execute(statement); });
         return recalculate(lngOrdMPK);
     });
 }
@@ -177,6 +179,7 @@ Outcome OrderOperations::deleteOrder()
         const QString details = clsSQL().delCustSaleDetailByOrdMPKSQL(lngOrdMPK);
         const QString ledger = clsSQL().delCustTranSQL(lngOrdMPK, session_.customer.lngCustPK);
         inTransaction([&](ado::Connection &connection) {
+            holdOrder(connection, lngOrdMPK);
             connection.Execute(details);
             connection.Execute(ledger);
             orders.Delete();

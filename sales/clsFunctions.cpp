@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 using runtime::Currency;
 
@@ -24,6 +25,30 @@ Currency firstMoney(const ado::ConnectionPtr &connection, const QString &stateme
 {
     const QVariant money = firstValue(connection, statement, column);
     return runtime::isNull(money) ? Currency() : runtime::CCur(money);
+}
+
+struct Totals
+{
+    std::optional<Currency> tax; ///< none: not summed yet
+    Currency taxFree;
+    Currency discount;
+
+    bool operator==(const Totals &) const = default;
+};
+
+Totals sumsOf(const ado::ConnectionPtr &connection, qint32 lngOrdMPK)
+{
+    const clsSQL sql;
+    const QString taxOrFree = QStringLiteral("TAXORFREETOTAL");
+    return {firstMoney(connection, sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, true), taxOrFree),
+            firstMoney(connection, sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, false), taxOrFree),
+            firstMoney(connection, sql.getSumHalinTotalSQL(lngOrdMPK), QStringLiteral("HALINTOTAL"))};
+}
+
+void write(const ado::ConnectionPtr &connection, qint32 lngOrdMPK, const Totals &sums)
+{
+    connection->Execute(clsSQL().updateOrderMasterTotalSQL(lngOrdMPK, *sums.tax, sums.taxFree, sums.discount,
+                                                           *sums.tax + sums.taxFree, Currency()));
 }
 
 /// A count that leaves 16 bits must not read as none: a product in use would be deleted.
@@ -47,18 +72,14 @@ clsFunctions::clsFunctions(QObject *parent)
 
 qint16 clsFunctions::reCalculateOMTotal(ado::ConnectionPtr &cnnMasterDB, qint32 lngOrdMPK)
 {
-    const clsSQL sql;
-    const QString taxOrFree = QStringLiteral("TAXORFREETOTAL");
     try {
-        const Currency curTaxTotal =
-            firstMoney(cnnMasterDB, sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, true), taxOrFree);
-        const Currency curTaxFreeTotal =
-            firstMoney(cnnMasterDB, sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, false), taxOrFree);
-        const Currency curHalinTotal =
-            firstMoney(cnnMasterDB, sql.getSumHalinTotalSQL(lngOrdMPK), QStringLiteral("HALINTOTAL"));
-        const Currency curTotal = curTaxTotal + curTaxFreeTotal;
-        cnnMasterDB->Execute(sql.updateOrderMasterTotalSQL(lngOrdMPK, curTaxTotal, curTaxFreeTotal, curHalinTotal,
-                                                           curTotal, Currency()));
+        // Another desk may add a line between the sums and their writing and write its own sums before these: whoever
+        // writes last looks once more.
+        Totals written;
+        for (Totals sums = sumsOf(cnnMasterDB, lngOrdMPK); sums != written; sums = sumsOf(cnnMasterDB, lngOrdMPK)) {
+            write(cnnMasterDB, lngOrdMPK, sums);
+            written = sums;
+        }
         return 1;
     } catch (const runtime::RuntimeError &) {
         return 0;

@@ -45,6 +45,10 @@ public:
     /// Runs one writing statement; returns the number of rows it touched, -1 where the engine does not tell.
     int Execute(const QString &statement);
 
+    /// Within a transaction: whether the row of that key is there. If it is, no other desk changes or deletes it until the
+    /// transaction ends; one that tries waits.
+    bool holdRow(const QString &table, const QString &key, qint32 value);
+
     /// For the layer itself: called before a write, starts the server's transaction if one is pending.
     void beforeWrite();
     /// For the layer itself: reconnects after a lost server when no transaction is under way.

@@ -120,10 +120,14 @@ private:
             return other->desk != deed.desk && other->state != State::Refused && other->begun <= deed.ended
                 && (other->state == State::Open || other->ended >= deed.number("seen"));
         };
+        const auto wroteToPatient = [&](const Deed *other) { return other->number("cust") == deed.number("cust") && wrote(other); };
         const auto others = ofOrder_.find(orderOf(deed));
-        if (others != ofOrder_.end() && std::any_of(others->second.begin(), others->second.end(), wrote))
+        // Which order such an operation goes to is not known before it is done.
+        const bool anyOrder = deed.kind == "sell-new" || deed.kind == "return";
+        if ((others != ofOrder_.end() && std::any_of(others->second.begin(), others->second.end(), wrote))
+            || (anyOrder && std::any_of(deeds_.begin(), deeds_.end(), wroteToPatient)))
             ++findings_.conflicts;
-        else if (std::none_of(withoutOrder_.begin(), withoutOrder_.end(), wrote))
+        else if (std::none_of(withoutOrder_.begin(), withoutOrder_.end(), wroteToPatient))
             findings_.faults << QStringLiteral("%1 on order %2 was refused, and no other desk wrote there: %3")
                                     .arg(QString::fromLatin1(deed.kind)).arg(orderOf(deed)).arg(deed.reason);
         // What is one step must leave nothing when it is refused.

@@ -2,6 +2,7 @@
 
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 
 #include <stdexcept>
 
@@ -27,7 +28,7 @@ QString sumsOf(const ado::Connection &clinic, const char *table, const char *key
                                         .arg(QLatin1String(sums)));
     query.next();
     QString text;
-    for (int column = 0; query.value(column).isValid(); ++column)
+    for (int column = 0; column < query.record().count(); ++column)
         text += query.value(column).toString() + u' ';
     return text;
 }

@@ -59,7 +59,6 @@ void Clerk::payFurther()
 
 void Clerk::owe(qint64 won)
 {
-    seen_ = now();
     perform("owe", {{"owed", won}, {"order", order_}}, [&] {
         ledger::addOutstanding(*session_.rsCustSaleMaster, runtime::Currency::fromWon(won));
         return Outcome::Done;
@@ -69,7 +68,6 @@ void Clerk::owe(qint64 won)
 void Clerk::collect()
 {
     const qint64 token = next();
-    seen_ = now();
     perform("collect", {{"token", token}, {"owed", -token}, {"order", order_}}, [&] {
         outstanding::pay(*gcnnMasterDB, {session_.customer.lngCustPK, order_, day(), ledger::Payment, qint32(token),
                                          QStringLiteral("10")});
