@@ -127,7 +127,6 @@ void Clerk::noteOrderOf(qint64 token)
 bool Clerk::standOn(SaleSession::RecordsetPtr &rows, const QString &source,
                     const std::function<bool(const ado::Recordset &)> &fits)
 {
-    seen_ = now();
     openRows(rows, source);
     const int count = rows->rowCount();
     for (int at = 0, row = count ? roll(count) : 0; at < count; ++at, row = (row + 1) % count) {

@@ -63,7 +63,6 @@ private:
     int roll(int below) { return int(random_() % unsigned(below)); }
     qint64 next() { return token_++; }
     QDate day() { return QDate(2026, 11, 1).addDays(roll(20)); }
-    qint32 order() const { return order_; }
 
     const Task task_;
     Journal &journal_;
@@ -73,7 +72,7 @@ private:
     OrderOperations sales_{session_};
     RefundOperations returns_{session_};
     qint32 order_ = 0; ///< stood on; 0 none
-    qint64 seen_ = 0;  ///< when the rows in hand were read
+    qint64 seen_ = 0;  ///< when the first of the rows in hand was read
 };
 
 } // namespace trial
