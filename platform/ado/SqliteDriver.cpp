@@ -4,6 +4,7 @@
 #include "platform/ado/LikeOperator.h"
 
 #include <QSqlDriver>
+#include <QThread>
 
 #include <sqlite3.h>
 
@@ -86,6 +87,17 @@ void addCell(CellTable &table, sqlite3_stmt *row, int column)
     }
 }
 
+/// Desks may write at the same moment; each write is short. The engine's own waiting sleeps longer each time, up to a tenth
+/// of a second, and so always comes too late where several desks write again and again.
+int waitForOtherDesk(void *, int tries)
+{
+    constexpr int step = 2, most = 15'000; // milliseconds
+    if (tries >= most / step)
+        return 0;
+    QThread::msleep(step);
+    return 1;
+}
+
 } // namespace
 
 SqliteDriver::SqliteDriver(const QString &file, bool create)
@@ -95,8 +107,6 @@ SqliteDriver::SqliteDriver(const QString &file, bool create)
         connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file));
     QSqlDatabase database = this->database();
     database.setDatabaseName(file);
-    // Two desks may write at the same moment; each write is short.
-    database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
 }
 
 void SqliteDriver::prepareSession()
@@ -105,6 +115,7 @@ void SqliteDriver::prepareSession()
     if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
         connectionLost(QStringLiteral("QSQLITE: no handle"));
     handle_ = *static_cast<sqlite3 *const *>(handle.constData());
+    sqlite3_busy_handler(handle_, waitForOtherDesk, nullptr);
     run("PRAGMA journal_mode = WAL");
     run("PRAGMA synchronous = FULL"); // this is money: a committed sale survives a power cut
     run("PRAGMA cache_size = -65536");

@@ -148,7 +148,8 @@ private:
             if (counts)
                 owed += change;
             else if (deed->kind == "owe" && deed->state == State::Open)
-                possible.insert(change);
+                for (const qint64 earlier : std::vector(possible.begin(), possible.end()))
+                    possible.insert(earlier + change);
             unsettled = unsettled || (deed->kind == "delete-line" && deed->state == State::Open);
         }
         if (!possible.count(order.owed - owed))
@@ -180,19 +181,21 @@ private:
                 fault("two edits from the same state were acknowledged, one of them is lost: %1 on order %2",
                       deed->number("token"), orderOf(*deed));
         }
-        for (const auto &[key, order] : stand_.orders) {
-            qint64 memo = 0;
-            for (auto step = from.find({key, memo}); step != from.end(); step = from.find({key, memo}))
-                memo = step->second->number("token");
-            if (memo != order.memo && !openEdit(key, memo, order.memo))
+        for (const auto &[key, order] : stand_.orders)
+            if (!leadsTo(order.memo, key, 0, from))
                 fault("the memo %1 is not that of the last acknowledged edit of order %2", order.memo, key);
-        }
     }
-    bool openEdit(qint32 key, qint64 earlier, qint64 memo)
+    /// Whether the edits of the order lead from one memo to the other. An edit in which the desk died may have been saved.
+    bool leadsTo(qint64 memo, qint32 key, qint64 at, const std::map<std::pair<qint32, qint64>, const Deed *> &acknowledged)
     {
-        return std::any_of(ofOrder_[key].begin(), ofOrder_[key].end(), [&](const Deed *deed) {
-            return deed->kind == "edit" && deed->state == State::Open && deed->number("token") == memo
-                && deed->number("before") == earlier;
+        if (const auto next = acknowledged.find({key, at}); next != acknowledged.end())
+            return leadsTo(memo, key, next->second->number("token"), acknowledged);
+        if (memo == at)
+            return true;
+        const std::vector<const Deed *> &deeds = ofOrder_[key];
+        return std::any_of(deeds.begin(), deeds.end(), [&](const Deed *deed) {
+            return deed->kind == "edit" && deed->state == State::Open && deed->number("before") == at
+                && leadsTo(memo, key, deed->number("token"), acknowledged);
         });
     }
 
