@@ -71,7 +71,7 @@ void registerRead(const Clinics &clinics, Table &table)
         const std::string among = ", " + grouped(clinic.orders) + " orders";
         registerLists(clinic.connection, "read_patient" + size, "open a patient: orders, lines, ledger" + among, ofPatient, table);
         registerLists(clinic.connection, "read_order" + size, "another order: lines, ledger" + among, ofOrder, table);
-        registerLists(clinic.connection, "read_outstanding" + size, "orders with outstanding money" + among,
+        registerLists(clinic.connection, "read_outstanding" + size, "orders with outstanding money, all patients" + among,
                       {{outstanding::listSQL(outstanding::AllCustomers, 0), ado::CursorLocation::Client}}, table);
     }
 }
