@@ -143,10 +143,12 @@ void ProductPane::runCommand(int index)
     };
     if (!session_.rsSaleProductListsManager || !session_.rsSaleProductListsManager->isOpen())
         return;
+    // Chosen before it is called: GCC 12's sanitizers lose the index of a member function called straight out of a table.
+    const Command &command = commands[index];
     try {
-        (this->*commands[index].run)();
+        (this->*command.run)();
     } catch (const runtime::RuntimeError &) {
-        MsgBox(commands[index].failure, InformationIcon, QStringLiteral("판매 물품"), this);
+        MsgBox(command.failure, InformationIcon, QStringLiteral("판매 물품"), this);
     }
 }
 
