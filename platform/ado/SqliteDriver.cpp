@@ -91,7 +91,7 @@ void addCell(CellTable &table, sqlite3_stmt *row, int column)
 /// of a second, and so always comes too late where several desks write again and again.
 int waitForOtherDesk(void *, int tries)
 {
-    constexpr int step = 2, most = 15'000; // milliseconds
+    constexpr int step = 2, most = 5'000; // milliseconds
     if (tries >= most / step)
         return 0;
     QThread::msleep(step);
