@@ -1,4 +1,5 @@
 #include "host/walk/Receipts.h"
+#include "platform/registry/AppSettings.h"
 #include "tests/desk/SaleDesk.h"
 #include "tests/support/Paper.h"
 
@@ -12,7 +13,9 @@ protected:
     void SetUp() override
     {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        walk::printRollToFile(desk_.actor.folder());
+        // A printer of this name is a file.
+        registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"),
+                              QStringLiteral("영수증프린터디바이스"), file("roll.pdf"));
     }
     void addOrder(int count)
     {
