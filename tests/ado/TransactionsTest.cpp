@@ -252,7 +252,6 @@ TEST(SqliteConnection, IsSetUpForMoney)
     EXPECT_EQ(pragma("journal_mode"), "wal");
     EXPECT_EQ(pragma("synchronous"), "2");
     EXPECT_EQ(pragma("cache_size"), "-65536");
-    EXPECT_EQ(pragma("busy_timeout"), "5000");
 }
 
 TEST(SqliteConnection, RefusesAMissingFileUnlessItMayMakeOne)

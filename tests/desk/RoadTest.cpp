@@ -119,7 +119,7 @@ TEST(Walk, LeavesItsSaleInItsDatabase)
                                                            "SELECT tpstrans_Operator, tpstrans_Money FROM tPSTransaction")});
     ASSERT_TRUE(shell.waitForFinished());
     EXPECT_EQ(QString::fromUtf8(shell.readAllStandardOutput()).toStdString(), "가온약초\n"
-                                                                              "감초생강차|30|230000\n"
+                                                                              "감초생강차|30.0|230000\n"
                                                                               "1|12000|3\n"
                                                                               "36000|0\n"
                                                                               "3|36000\n");

@@ -139,14 +139,14 @@ TEST_P(LedgerSave, TheButtonsAddOnceThenOnlyEndTheEdit)
     fresh.loadCustTranManage(Patient, 1);
     auto *form = fresh.c1elaTransInfo();
     // The first time the orders cannot be read again, which must not leave the edit open.
-    atOtherDesk(QStringLiteral("ALTER TABLE tPSOrderMaster RENAME TO hidden"));
+    atOtherDesk(QStringLiteral("ALTER TABLE tPSOrderMaster RENAME COLUMN Cust_PK TO hidden"));
     for (int time : {1, 2}) {
         form->findChild<QLineEdit *>(QStringLiteral("txtTransMoney"))->setText(QStringLiteral("\\500"));
         form->findChild<QAbstractButton *>(QStringLiteral("chkCmdSaveTrans_0"))->click();
         EXPECT_EQ(ledgerRows().size(), 1u) << time;
         EXPECT_EQ(shell_.left.size(), std::size_t(2 + time));
         if (time == 1)
-            atOtherDesk(QStringLiteral("ALTER TABLE hidden RENAME TO tPSOrderMaster"));
+            atOtherDesk(QStringLiteral("ALTER TABLE tPSOrderMaster RENAME COLUMN hidden TO Cust_PK"));
     }
 }
 
