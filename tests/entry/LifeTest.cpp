@@ -109,13 +109,15 @@ TEST_F(Life, ClosingKeepsTheLayoutAndGivesEverythingBackButTheConnection)
     columns->setSizes(widths);
     widths = columns->sizes();
     window()->move(31, 17);
+    const QPoint place = window()->geometry().topLeft(); // of the inner area: the frame is the desktop's
     close();
 
     EXPECT_FALSE(window()) << "the window is gone, not hidden";
     EXPECT_EQ(database_.connection().use_count(), lent + 1) << "only the session's own hold is left";
     database_.connection()->Execute(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_ETCMemo = '열려 있음'"));
     EXPECT_EQ(setting("ColWidth_0").toInt(), widths[0]);
-    EXPECT_EQ(setting("FormPos_x") + u' ' + setting("FormPos_y"), QStringLiteral("31 17"));
+    EXPECT_EQ(setting("FormPos_x").toInt(), place.x());
+    EXPECT_EQ(setting("FormPos_y").toInt(), place.y());
 
     // The sale comes back as it was left, the management entry does not.
     sell();
