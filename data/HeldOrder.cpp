@@ -2,19 +2,23 @@
 
 #include "platform/runtime/Attempt.h"
 
+bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK)
+{
+    return connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"), lngOrdMPK);
+}
+
 void holdOrder(ado::Connection &connection, qint32 lngOrdMPK)
 {
-    if (!connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"), lngOrdMPK))
+    if (!orderIsHeld(connection, lngOrdMPK))
         throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 거래입니다."));
 }
 
-void onHeldOrder(ado::Connection &connection, qint32 lngOrdMPK, const std::function<void()> &work)
+void inOneStep(ado::Connection &connection, const std::function<void()> &work)
 {
     const bool own = !connection.inTransaction();
     if (own)
         connection.BeginTrans();
     try {
-        holdOrder(connection, lngOrdMPK);
         work();
         if (own)
             connection.CommitTrans();
@@ -24,4 +28,12 @@ void onHeldOrder(ado::Connection &connection, qint32 lngOrdMPK, const std::funct
             undo([&] { connection.RollbackTrans(); });
         throw;
     }
+}
+
+void onHeldOrder(ado::Connection &connection, qint32 lngOrdMPK, const std::function<void()> &work)
+{
+    inOneStep(connection, [&] {
+        holdOrder(connection, lngOrdMPK);
+        work();
+    });
 }

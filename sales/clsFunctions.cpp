@@ -1,5 +1,6 @@
 #include "sales/clsFunctions.h"
 
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <optional>
 
 using runtime::Currency;
 
@@ -29,11 +29,9 @@ Currency firstMoney(const ado::ConnectionPtr &connection, const QString &stateme
 
 struct Totals
 {
-    std::optional<Currency> tax; ///< none: not summed yet
+    Currency tax;
     Currency taxFree;
     Currency discount;
-
-    bool operator==(const Totals &) const = default;
 };
 
 Totals sumsOf(const ado::ConnectionPtr &connection, qint32 lngOrdMPK)
@@ -47,8 +45,8 @@ Totals sumsOf(const ado::ConnectionPtr &connection, qint32 lngOrdMPK)
 
 void write(const ado::ConnectionPtr &connection, qint32 lngOrdMPK, const Totals &sums)
 {
-    connection->Execute(clsSQL().updateOrderMasterTotalSQL(lngOrdMPK, *sums.tax, sums.taxFree, sums.discount,
-                                                           *sums.tax + sums.taxFree, Currency()));
+    connection->Execute(clsSQL().updateOrderMasterTotalSQL(lngOrdMPK, sums.tax, sums.taxFree, sums.discount,
+                                                           sums.tax + sums.taxFree, Currency()));
 }
 
 /// A count that leaves 16 bits must not read as none: a product in use would be deleted.
@@ -72,14 +70,15 @@ clsFunctions::clsFunctions(QObject *parent)
 
 qint16 clsFunctions::reCalculateOMTotal(ado::ConnectionPtr &cnnMasterDB, qint32 lngOrdMPK)
 {
+    if (!cnnMasterDB)
+        return 0;
     try {
-        // Another desk may add a line between the sums and their writing and write its own sums before these: whoever
-        // writes last looks once more.
-        Totals written;
-        for (Totals sums = sumsOf(cnnMasterDB, lngOrdMPK); sums != written; sums = sumsOf(cnnMasterDB, lngOrdMPK)) {
-            write(cnnMasterDB, lngOrdMPK, sums);
-            written = sums;
-        }
+        // Held while it is summed: otherwise another desk adds a line between the sums and their writing, writes its own
+        // sums first, and its line is missing from the total.
+        inOneStep(*cnnMasterDB, [&] {
+            orderIsHeld(*cnnMasterDB, lngOrdMPK); // one that is gone takes no totals, and that is no failure
+            write(cnnMasterDB, lngOrdMPK, sumsOf(cnnMasterDB, lngOrdMPK));
+        });
         return 1;
     } catch (const runtime::RuntimeError &) {
         return 0;
