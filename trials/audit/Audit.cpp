@@ -95,12 +95,14 @@ private:
     {
         const std::vector<qint64> tokens = added(deed);
         const auto stands = [this](qint64 token) { return stand_.rows.count(token) > 0; };
+        // A row of a desk that was killed may be deleted at the next desk.
+        const auto stoodOnce = [&](qint64 token) { return stands(token) || takenLater(token); };
         const bool some = std::any_of(tokens.begin(), tokens.end(), stands);
         if (deed.state == State::Done) {
             for (const qint64 token : tokens)
                 if (!stands(token) && !mayBeGone(deed, token))
                     fault("the acknowledged row with %1 on order %2 is lost", token, orderOf(deed));
-        } else if (!std::is_partitioned(tokens.begin(), tokens.end(), stands) && !orderMayBeGone(orderOf(deed))) {
+        } else if (!std::is_partitioned(tokens.begin(), tokens.end(), stoodOnce) && !orderMayBeGone(orderOf(deed))) {
             fault("a later part of the payment stands without an earlier one: %1 on order %2", tokens.front(), orderOf(deed));
         } else if (some) {
             ++findings_.halfDone;
@@ -201,11 +203,15 @@ private:
 
     bool mayBeGone(const Deed &deed, qint64 token)
     {
-        for (const Deed *taker : takers_[token])
-            if (taker->state != State::Refused)
-                return true;
+        if (takenLater(token))
+            return true;
         const qint32 order = orderOf(deed);
         return order ? orderMayBeGone(order) : deletedFor(deed.number("cust"));
+    }
+    bool takenLater(qint64 token)
+    {
+        const auto &takers = takers_[token];
+        return std::any_of(takers.begin(), takers.end(), [](const Deed *taker) { return taker->state != State::Refused; });
     }
     bool orderMayBeGone(qint32 order)
     {
