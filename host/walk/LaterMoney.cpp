@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QLocale>
 
 namespace walk {
 
@@ -68,7 +69,8 @@ void payOut(Actor &actor, QWidget *sale)
     chooseOrder(actor, sale);
     inDialogOf(actor, sale, "chkCmdAutomateReceipt", [&](QWidget *receipt) {
         actor.picture(QStringLiteral("refund"), receipt);
-        actor.say(QStringLiteral("더 받은 돈 %1원을 환불합니다.").arg(shown(actor, receipt, "txtMoney")));
+        const int over = shown(actor, receipt, "txtMoney").toInt();
+        actor.say(QStringLiteral("더 받은 돈 %1원을 환불합니다.").arg(QLocale(QLocale::Korean).toString(over)));
         actor.press(receipt, Qt::Key_F12);
     });
     actor.picture(QStringLiteral("settled"), sale);
