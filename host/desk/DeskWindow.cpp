@@ -63,7 +63,7 @@ QString describe(const Patient &patient)
 
 } // namespace
 
-DeskWindow::DeskWindow(ado::ConnectionPtr connection, QWidget *parent)
+DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     : QWidget(parent)
     , connection_(connection)
     , component_(connection)

@@ -18,7 +18,7 @@ class DeskWindow : public QWidget
 {
     Q_OBJECT
 public:
-    explicit DeskWindow(ado::ConnectionPtr connection, QWidget *parent = nullptr);
+    explicit DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent = nullptr);
 
     /// Reads the patients anew.
     void refresh();

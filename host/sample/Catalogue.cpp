@@ -96,7 +96,7 @@ Product product(const Listed &listed, int index)
     else if (index % 3 != 0)
         result.hidden = false;
     result.memo = QString::fromUtf16(listed.memo);
-    result.added = QDate(2019, 3, 4).addDays(index * 13);
+    result.added = QDate(2019, 3, 4).addDays(qint64(index) * 13);
     return result;
 }
 

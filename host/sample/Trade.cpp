@@ -176,7 +176,7 @@ void Trade::payFor(Order &order, qint64 sum)
         rest -= money;
     };
     if (rest > 30'000 && random_.percent(12))
-        enter(2, random_.between(1, 5) * 1'000, NoText);
+        enter(2, qint64(random_.between(1, 5)) * 1'000, NoText);
     enter(1, rest % 100, NoText);
 
     const int way = random_.below(100);

@@ -109,7 +109,7 @@ void writeReceipts(const QSqlDatabase &database, const Plan &plan)
     Random random(77);
     const int days = int(plan.first.daysTo(plan.last));
     for (int number = 0; number < plan.patients * 3; ++number) {
-        const qint64 own = random.between(50, 320) * 100;
+        const qint64 own = qint64(random.between(50, 320)) * 100;
         rows.add({firstKey + number, number % plan.patients + 1, dateText(plan.first.addDays(random.below(days))), own,
                   own * 7 / 3 / 10 * 10, qint64(random.percent(30) ? random.between(1, 12) * 10'000 : 0)});
     }

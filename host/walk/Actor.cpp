@@ -183,7 +183,7 @@ void Actor::inModalWindow(const std::function<void()> &trigger, const std::funct
     });
     watch.start();
     trigger();
-    while (!acted && waited.elapsed() < 2 * desktopTakes)
+    while (!acted && waited.elapsed() < 2LL * desktopTakes)
         settle();
     watch.stop();
     if (failure)

@@ -50,8 +50,8 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
     return driver;
 }
 
-Driver::Driver(QSqlDatabase database)
-    : database_(std::move(database))
+Driver::Driver(const QSqlDatabase &database)
+    : database_(database)
 {
 }
 

@@ -47,7 +47,7 @@ public:
     void reopen();
 
 protected:
-    explicit Driver(QSqlDatabase database);
+    explicit Driver(const QSqlDatabase &database);
     /// Opens database_; raises ConnectionLost.
     void openDatabase();
     /// Settings of the new session.

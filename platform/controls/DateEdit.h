@@ -13,6 +13,7 @@ public:
 
 protected:
     /// Tab leaves the picker; the stock control would walk through year, month and day first.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): it is the stock control's own override that is left out
     bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
 };
 

@@ -68,7 +68,7 @@ std::optional<GridLayout> readGridLayout(const QString &file, const QString &nam
         return std::nullopt;
 
     GridLayout layout;
-    for (const QJsonValue &entry : entries) {
+    for (const QJsonValueConstRef entry : entries) {
         const std::optional<GridLayout::Place> place = readPlace(entry.toObject(), columns);
         if (!place)
             return std::nullopt;

@@ -17,7 +17,7 @@ int StatComponent::StatStart(ado::ConnectionPtr &connection)
         throw runtime::RuntimeError(runtime::ErrorNumber::ObjectClosed, QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
     auto window = std::make_unique<ReportWindow>(make_(), connection);
     const int handle = runtime::toLong(std::int64_t(window->winId()));
-    window.release(); // the caller's from here on
+    static_cast<void>(window.release()); // the caller's from here on
     return handle;
 }
 
