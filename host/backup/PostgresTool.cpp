@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -52,16 +51,8 @@ QString quoted(const QString &name, QString value)
 
 PostgresPlace PostgresPlace::of(const QSqlDatabase &database)
 {
-    static const QRegularExpression passwordOption(QStringLiteral("password='((?:[^'\\\\]|\\\\.)*)'"));
     PostgresPlace place;
     place.password = database.password();
-    QString options = database.connectOptions();
-    const QRegularExpressionMatch given = passwordOption.match(options);
-    if (given.hasMatch()) {
-        static const QRegularExpression escaped(QStringLiteral("\\\\(.)"));
-        place.password = given.captured(1).replace(escaped, QStringLiteral("\\1"));
-        options.remove(given.capturedStart(), given.capturedLength());
-    }
     QStringList words{quoted(QStringLiteral("dbname"), database.databaseName())};
     if (!database.userName().isEmpty())
         words << quoted(QStringLiteral("user"), database.userName());
@@ -69,7 +60,7 @@ PostgresPlace PostgresPlace::of(const QSqlDatabase &database)
         words << quoted(QStringLiteral("host"), database.hostName());
     if (database.port() > 0)
         words << quoted(QStringLiteral("port"), QString::number(database.port()));
-    place.connection = words.join(u' ') + u' ' + options.replace(u';', u' ');
+    place.connection = words.join(u' ') + u' ' + database.connectOptions().replace(u';', u' ');
     return place;
 }
 

@@ -45,7 +45,7 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
         driver = std::make_unique<OdbcDriver>(after(odbc));
     else
         throw RuntimeError(ErrorNumber::ConnectionLost,
-                           QStringLiteral("데이터베이스 주소 '%1'을(를) 알 수 없습니다.").arg(address));
+                           QStringLiteral("데이터베이스 주소의 종류 '%1'을(를) 알 수 없습니다.").arg(address.section(u':', 0, 0)));
     driver->openDatabase();
     return driver;
 }

@@ -21,9 +21,12 @@ QString decoded(const QString &part)
     return QUrl::fromPercentEncoding(part.toUtf8());
 }
 
-/// A value of a connection option: quoted, since a blank would end it.
+/// A connection option: quoted, since a blank would end it. Qt parts options at every ';', quoted or not.
 QString option(const QString &name, QString value)
 {
+    if (value.contains(u';'))
+        throw runtime::RuntimeError(runtime::ErrorNumber::ConnectionLost,
+                                    QStringLiteral("데이터베이스 주소의 %1 값에는 ';'을 쓸 수 없습니다.").arg(name));
     value.replace(u'\\', QStringLiteral("\\\\")).replace(u'\'', QStringLiteral("\\'"));
     return QStringLiteral("%1='%2'").arg(name, value);
 }
@@ -49,6 +52,12 @@ void applyAddress(QSqlDatabase &database, const QString &address)
             database.setHostName(value);
         else if (name == QLatin1String("port"))
             database.setPort(value.toInt());
+        else if (name == QLatin1String("dbname"))
+            database.setDatabaseName(value);
+        else if (name == QLatin1String("user"))
+            database.setUserName(value);
+        else if (name == QLatin1String("password"))
+            database.setPassword(value);
         else
             options << option(name, value);
     }

@@ -19,6 +19,31 @@ TEST(Addresses, OfAPostgresServerTakeAPercentEncodedHostAndOptions)
     EXPECT_EQ(errorOf([&] { ado::Connection::open(address + QStringLiteral("&port=1")); }), ErrorNumber::ConnectionLost);
 }
 
+TEST(Addresses, HandOnAPasswordOfAnySigns)
+{
+    const auto replaced = [](QString text, const char *from, const char *to) { return text.replace(QLatin1String(from), QLatin1String(to)); };
+    TestDatabase clinic(ado::Engine::PostgreSQL);
+    const ado::ConnectionPtr owner = ado::Connection::open(clinic.address());
+    const QString password = QStringLiteral(R"(a;b'c"d\e=f g%3B@/?&{h}})");
+    owner->Execute(QStringLiteral("CREATE ROLE guarded LOGIN PASSWORD '%1'").arg(replaced(password, "'", "''")));
+
+    const QString name = clinic.serverDatabase();
+    const QString folder = clinic.address().section(QStringLiteral("host="), 1);
+    const QString encoded = QString::fromUtf8(QUrl::toPercentEncoding(password));
+    const QString braced = replaced(password, "}", "}}");
+    const QString source = replaced(PostgresServer::instance().odbcAddress(name), "Username=clinic", "Username=guarded");
+    for (const QString &address : {QStringLiteral("postgresql://guarded:%1@/%2?host=%3").arg(encoded, name, folder),
+                                   QStringLiteral("postgresql:///?user=guarded&dbname=%2&password=%1&host=%3").arg(encoded, name, folder),
+                                   source + QStringLiteral(";Password={%1}").arg(braced)}) {
+        SCOPED_TRACE(address.toStdString());
+        EXPECT_EQ(errorOf([&] { ado::Connection::open(address); }), std::nullopt);
+        const QString wrong = replaced(replaced(address, "a;b", "a b"), "a%3Bb", "a%20b");
+        EXPECT_EQ(errorOf([&] { ado::Connection::open(wrong); }), ErrorNumber::ConnectionLost);
+    }
+    owner->Execute(QStringLiteral("DROP ROLE guarded"));
+    EXPECT_EQ(errorOf([&] { ado::Connection::open(clinic.address() + QStringLiteral("&sslrootcert=a%3Bb")); }), ErrorNumber::ConnectionLost);
+}
+
 TEST(Addresses, OfAnOdbcSourceNeedNotKnowThePeculiarSettingOfTheServerBehindIt)
 {
     TestDatabase clinic(ado::Engine::Odbc);

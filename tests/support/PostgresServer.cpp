@@ -78,6 +78,14 @@ void PostgresServer::initialise()
             QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
     if (!initdb.waitForFinished(startTimeout) || initdb.exitCode() != 0)
         throw std::runtime_error("initdb: " + initdb.readAll().toStdString());
+
+    // One role has to give its password.
+    QFile access(folder_.filePath(QStringLiteral("data/pg_hba.conf")));
+    if (!access.open(QIODevice::ReadWrite))
+        throw std::runtime_error("pg_hba.conf: " + access.errorString().toStdString());
+    const QByteArray rest = access.readAll();
+    access.seek(0);
+    access.write("local all guarded scram-sha-256\n" + rest);
 }
 
 void PostgresServer::start()

@@ -20,7 +20,8 @@ public:
     PostgresServer &operator=(const PostgresServer &) = delete;
     ~PostgresServer();
 
-    /// A fresh empty database; returns its name.
+    /// A fresh empty database; returns its name. Everybody is let in but a role named "guarded", which a test may make:
+    /// it has to give its password.
     QString createDatabase();
     void dropDatabase(const QString &name);
 
