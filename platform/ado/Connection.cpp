@@ -159,14 +159,18 @@ void Connection::Private::reconnect()
 {
     // A view that paints its rows asks hundreds of times; one attempt, which may wait for seconds, answers all of them.
     constexpr qint64 pause = 1000;
+    const auto raise = [] {
+        throw RuntimeError(ErrorNumber::ConnectionLost,
+                           QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
+    };
     if (unreachable_.isValid() && unreachable_.elapsed() < pause)
-        throw RuntimeError(ErrorNumber::ConnectionLost, QStringLiteral("데이터베이스에 연결할 수 없습니다."));
+        raise();
     try {
         driver->reopen();
         unreachable_.invalidate();
     } catch (const RuntimeError &) {
         unreachable_.start();
-        throw;
+        raise();
     }
 }
 

@@ -91,6 +91,13 @@ void Driver::refuse(const QString &serverText)
                        QStringLiteral("데이터베이스가 작업을 처리하지 못했습니다.\n") + serverText.trimmed());
 }
 
+void Driver::sessionLost()
+{
+    // What the server was doing nobody knows: it may have saved before it went. Its own words help nobody at a desk.
+    throw RuntimeError(ErrorNumber::ConnectionLost,
+                       QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 하십시오."));
+}
+
 void Driver::connectionLost(const QString &serverText)
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,

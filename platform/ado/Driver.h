@@ -56,6 +56,9 @@ protected:
     virtual void endSession() {}
 
     [[noreturn]] static void refuse(const QString &serverText);
+    /// A session that stood is gone.
+    [[noreturn]] static void sessionLost();
+    /// None could be opened.
     [[noreturn]] static void connectionLost(const QString &serverText);
     /// Name of a new Qt connection of that Qt driver.
     static QSqlDatabase newDatabase(const QString &qtDriver);

@@ -88,7 +88,7 @@ void OdbcDriver::fail(const QSqlError &error)
     lost_ = !answers();
     if (lost_) {
         inTransaction_ = false;
-        connectionLost(text);
+        sessionLost();
     }
     refuse(text);
 }

@@ -115,7 +115,7 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
         return result;
     if (PQstatus(handle_) == CONNECTION_BAD)
-        connectionLost(QString::fromUtf8(PQerrorMessage(handle_)));
+        sessionLost();
     refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(handle_)));
 }
 

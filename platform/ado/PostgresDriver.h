@@ -29,6 +29,7 @@ public:
 
 protected:
     void prepareSession() override;
+    void endSession() override { handle_ = nullptr; }
 
 private:
     struct ResultDeleter
@@ -42,7 +43,7 @@ private:
 
     static void notice(void *driver, const pg_result *message);
 
-    pg_conn *handle_ = nullptr;
+    pg_conn *handle_ = nullptr; ///< null while there is no session: the library takes that for a lost one
     bool ending_ = false; ///< the server said that it ends this session
 };
 
