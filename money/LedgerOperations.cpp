@@ -59,6 +59,7 @@ void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
         // What was not saved must not ride along with a later save of the row.
         runtime::Attempt undo;
         undo([&] { rsCustSaleMaster.CancelUpdate(); });
+        undo([&] { rsCustSaleMaster.Resync(); }); // a server that is lost may have saved before it went
         throw;
     }
 }

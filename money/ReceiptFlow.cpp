@@ -124,13 +124,13 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment
             // After a failure too, so that the rows that were written are seen.
             runtime::Attempt attempt;
             attempt([this] { showWritten(); });
+            attempt([this] { emit session_.orderTotalsChanged(); });
         });
         ledger::appendFirstPayment(*gcnnMasterDB, payment);
         if (outstanding == 0)
             return;
         ledger::addOutstanding(*session_.rsCustSaleMaster, Currency::fromWon(runtime::CLng(double(outstanding))));
         emit orderGridMustRefresh();
-        emit session_.orderTotalsChanged();
     });
 }
 
@@ -150,6 +150,8 @@ void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row)
         emit orderGridMustRefresh();
         showWritten();
     } catch (const runtime::RuntimeError &) {
+        runtime::Attempt show; // what the server saved before it was lost
+        show([this] { showWritten(); });
         tellConnectionFailure(QStringLiteral("데이터베이스 접속 오류"));
     }
 }
@@ -172,19 +174,19 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
                               row.intOperator, row.lngMoney, row.strMethod, bRecalc))
         return;
 
-    ledger::append(*gcnnMasterDB, row);
     const auto show = qScopeGuard([this] {
-        // Also when the outstanding money cannot follow: a row that is not seen would be written once more.
+        // After a failure too: a row that is not seen would be written once more.
         runtime::Attempt attempt;
         attempt([this] { ledgerPane_.requeryCustTranManage(); });
+        attempt([this] { emit session_.orderTotalsChanged(); });
     });
+    ledger::append(*gcnnMasterDB, row);
     ado::Recordset &orders = *session_.rsCustSaleMaster;
     // Whatever the operation: a refund taken with recalculation lessens the outstanding money as well, and is meant to.
     if (bRecalc)
         ledger::addOutstanding(orders, -Currency::fromWon(row.lngMoney));
     else
         orders.Resync();
-    emit session_.orderTotalsChanged();
 }
 
 void ReceiptFlow::tellConnectionFailure(const QString &title) const

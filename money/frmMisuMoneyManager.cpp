@@ -179,23 +179,30 @@ bool frmMisuMoneyManager::askPayment(const Order &order, Payment &payment)
                                             payment.strMethod);
 }
 
+void frmMisuMoneyManager::showPaidOrder()
+{
+    rsReceiptView_->Resync();
+    dgReceiptView_->Refresh();
+    computeTotals();
+}
+
 void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
 {
     runtime::Attempt attempt;
-    attempt([&] {
+    try {
         outstanding::pay(*cnCon_, {order.lngCustPK, order.lngOrdMPK, payment.date, ledger::Payment, payment.lngMoney,
                                    payment.strMethod});
-    });
-    if (attempt.failed()) {
-        MsgBox(QStringLiteral("수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ") + attempt.description(),
+    } catch (const runtime::RuntimeError &error) {
+        // A server that is lost may have saved before it went.
+        const bool lost = error.number() == runtime::ErrorNumber::ConnectionLost;
+        if (lost)
+            attempt([this] { showPaidOrder(); });
+        MsgBox((lost ? QStringLiteral("수납이 기록되었는지 알 수 없습니다.\n원인: ")
+                     : QStringLiteral("수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ")) + error.description(),
                InformationIcon, QStringLiteral("미수금 수납 기록 오류"), this);
         return;
     }
-    attempt([this] {
-        rsReceiptView_->Resync();
-        dgReceiptView_->Refresh();
-        computeTotals();
-    });
+    attempt([this] { showPaidOrder(); });
     // The payment stands: whoever reads of this must not take it once more.
     if (attempt.failed())
         MsgBox(QStringLiteral("수납은 기록되었으나 목록을 다시 읽지 못했습니다.\n원인: ") + attempt.description(),

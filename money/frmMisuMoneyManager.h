@@ -64,6 +64,8 @@ private:
     /// False when the user took no money, or when the window went while it was asked.
     bool askPayment(const Order &order, Payment &payment);
     void record(const Order &order, const Payment &payment);
+    /// The current order as it stands now, and the sums below the list.
+    void showPaidOrder();
 
     qint16 intListMode_ = 0;
     qint32 lngCustPK_ = 0;

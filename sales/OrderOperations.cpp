@@ -65,6 +65,23 @@ Outcome trapped(Flow &&flow)
     }
 }
 
+/// The same for what changes an order's lines. A server that is lost may have saved before it went: the lists must tell
+/// what it holds now, or the line would be written once more.
+template <typename Flow>
+Outcome trappedAndShown(const SaleSession &session, Flow &&flow)
+{
+    try {
+        return std::forward<Flow>(flow)();
+    } catch (const RuntimeError &error) {
+        runtime::Attempt show;
+        if (error.number() == runtime::ErrorNumber::ConnectionLost) {
+            show([&] { requeryIfOpen(session.rsCustSaleMaster); });
+            show([&] { requeryIfOpen(session.rsCustSaleDetails); });
+        }
+        return Outcome::Failed;
+    }
+}
+
 /// First value of a statement's first row; NULL when it gives no row.
 QVariant firstValue(const QString &statement)
 {
@@ -93,7 +110,7 @@ Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 
 Outcome OrderOperations::addDetailToSelectedOrder(const EntryLine &line)
 {
-    return trapped([&] {
+    return trappedAndShown(session_, [&] {
         const std::int32_t lngOrdMPK = runtime::CLng(opened(session_.rsCustSaleMaster)[QStringLiteral("OrdM_PK")]);
         // Unlike on a new order, the discount goes straight into currency: an empty field fails. It is meant to stay so.
         const QString statement = insertStatement(lngOrdMPK, line, line.unitDiscount);
@@ -115,7 +132,7 @@ std::int16_t OrderOperations::countTodayOrders(std::int32_t lngCustPK, const QDa
 Outcome OrderOperations::addRefundOrderDetail(std::int32_t lngOrdMPK, std::int32_t lngPMPK, Currency curPrice,
                                               std::int16_t intCount, const QString &strMemo)
 {
-    return trapped([&] {
+    return trappedAndShown(session_, [&] {
         const QString statement = clsSQL().insDB2RfndOrderDetailSQL(lngOrdMPK, lngPMPK, curPrice, intCount, strMemo);
         onHeldOrder(*masterDB(), lngOrdMPK, [&] { masterDB()->Execute(statement); });
         return recalculate(lngOrdMPK);
@@ -197,7 +214,7 @@ Outcome OrderOperations::deleteOrder()
 
 Outcome OrderOperations::deleteDetail()
 {
-    return trapped([&] {
+    return trappedAndShown(session_, [&] {
         opened(session_.rsCustSaleDetails).Delete();
         return recalculate(runtime::CLng(opened(session_.rsCustSaleMaster)[QStringLiteral("OrdM_PK")]));
     });
@@ -205,7 +222,7 @@ Outcome OrderOperations::deleteDetail()
 
 Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outcome(std::int32_t lngOrdMPK)> &addLine)
 {
-    return trapped([&] {
+    return trappedAndShown(session_, [&] {
         createOrder(date);
         const Outcome outcome = trapped([&] { return addLine(orderKeyOf(date)); });
         // The new order stays behind and is the current one now: the lines on show must be those of the current order.

@@ -4,6 +4,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
@@ -173,8 +174,11 @@ void OrderPane::endEdit()
     intOrderEditState_ = -1;
     shell_.leaveEditMode(editCode);
     shell_.paintEntryColors();
-    if (session_.rsCustSaleMaster && session_.rsCustSaleMaster->isOpen())
-        session_.rsCustSaleMaster->Requery();
+    runtime::Attempt attempt; // what went wrong with the save was told by now
+    attempt([this] {
+        if (session_.rsCustSaleMaster && session_.rsCustSaleMaster->isOpen())
+            session_.rsCustSaleMaster->Requery();
+    });
     tdbCustSaleMaster_->setFocus();
 }
 
