@@ -59,7 +59,7 @@ public:
         patient.phone = QStringLiteral("02-000-0000");
         patient.cell = QStringLiteral("010-0000-0000");
         if (!component_)
-            component_ = std::make_unique<desk::SaleComponent>(database.connection());
+            component_ = std::make_unique<desk::SaleComponent>(connection ? connection : database.connection());
         component_->showProductSale(patient);
         window_ = actor.window(QStringLiteral("frmMain"));
         walk::settle();
@@ -110,6 +110,7 @@ private:
 
 public:
     TestDatabase database;
+    ado::ConnectionPtr connection; ///< the window's, where it is another one than the database's own
     MessageRecorder boxes;
     walk::Actor actor{folder_.filePath(QStringLiteral("pictures"))};
 
