@@ -1,6 +1,7 @@
 #include "host/sample/Clinic.h"
 
 #include "host/sample/TradeWriter.h"
+#include "host/schema/Address.h"
 #include "host/schema/Schema.h"
 #include "platform/runtime/RuntimeError.h"
 
@@ -62,7 +63,7 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
     };
     if (schema::hasSchema(connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ") + connection.address());
+                                    QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ") + schema::addressToShow(connection.address()));
     if (!database.transaction())
         refuse();
     try {

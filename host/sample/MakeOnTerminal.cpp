@@ -1,5 +1,6 @@
 #include "host/sample/MakeOnTerminal.h"
 
+#include "host/schema/Address.h"
 #include "host/terminal/ProgressLine.h"
 #include "platform/runtime/RuntimeError.h"
 
@@ -19,7 +20,7 @@ int makeOnTerminal(const QString &address, Size size)
         QTextStream(stderr) << QStringLiteral("중단하였습니다. 만들던 데이터베이스는 남기지 않았습니다.") << Qt::endl;
         return 1;
     }
-    line.finish(QStringLiteral("데이터베이스를 만들었습니다"), address);
+    line.finish(QStringLiteral("데이터베이스를 만들었습니다"), schema::addressToShow(address));
     return 0;
 }
 

@@ -1,3 +1,5 @@
+#include "tests/support/TestDatabase.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -138,4 +140,16 @@ TEST_F(CommandLine, TellsItsOptionsWhenAsked)
     EXPECT_EQ(outcome.status, 0);
     for (const char *option : {"--database", "--make", "--patient", "--manage", "--walk", "--check", "--backup", "--restore"})
         EXPECT_TRUE(outcome.output.contains(QString::fromLatin1(option))) << option;
+}
+
+TEST_F(CommandLine, MakesAClinicWithoutShowingThePassword)
+{
+    TestDatabase server(ado::Engine::PostgreSQL, false);
+    const QString address = QString(server.address()).replace(QStringLiteral("clinic@"), QStringLiteral("clinic:s3cret@"));
+    for (const int status : {0, 2}) { // the second time there is one already
+        const Outcome outcome = desk({QStringLiteral("--make"), QStringLiteral("empty"), QStringLiteral("--database"), address});
+        EXPECT_EQ(outcome.status, status);
+        EXPECT_TRUE(outcome.complaint.contains(server.serverDatabase())) << outcome.complaint.toStdString();
+        EXPECT_FALSE(outcome.complaint.contains(QStringLiteral("s3cret"))) << outcome.complaint.toStdString();
+    }
 }
