@@ -44,6 +44,30 @@ TEST(Addresses, HandOnAPasswordOfAnySigns)
     EXPECT_EQ(errorOf([&] { ado::Connection::open(clinic.address() + QStringLiteral("&sslrootcert=a%3Bb")); }), ErrorNumber::ConnectionLost);
 }
 
+TEST(Addresses, HandOnNamesOfAnySigns)
+{
+    TestDatabase clinic(ado::Engine::PostgreSQL);
+    const ado::ConnectionPtr owner = ado::Connection::open(clinic.address());
+    const QString user = QStringLiteral(R"(a;b'c\d=e f%3B@/?&{g})");
+    const QString database = QStringLiteral(R"(한;의'원\a=b c%3B@/?&{d})");
+    owner->Execute(QStringLiteral("CREATE ROLE \"%1\" LOGIN").arg(user));
+    owner->Execute(QStringLiteral("CREATE DATABASE \"%1\" TEMPLATE template0").arg(database));
+
+    const auto encoded = [](const QString &text) { return QString::fromUtf8(QUrl::toPercentEncoding(text)); };
+    const QString folder = clinic.address().section(QStringLiteral("host="), 1);
+    for (const QString &address : {QStringLiteral("postgresql://%1@/%2?host=%3").arg(encoded(user), encoded(database), folder),
+                                   QStringLiteral("postgresql:///?user=%1&dbname=%2&host=%3").arg(encoded(user), encoded(database), folder)}) {
+        SCOPED_TRACE(address.toStdString());
+        const ado::ConnectionPtr desk = ado::Connection::open(address);
+        Recordset who;
+        who.Open(QStringLiteral("SELECT current_user AS u, current_database() AS d"), desk, CursorType::Static, LockType::ReadOnly);
+        EXPECT_EQ(who.value("u").toString(), user);
+        EXPECT_EQ(who.value("d").toString(), database);
+    }
+    PostgresServer::instance().dropDatabase(u'"' + database + u'"');
+    owner->Execute(QStringLiteral("DROP ROLE \"%1\"").arg(user));
+}
+
 TEST(Addresses, OfAnOdbcSourceNeedNotKnowThePeculiarSettingOfTheServerBehindIt)
 {
     TestDatabase clinic(ado::Engine::Odbc);
