@@ -1,5 +1,7 @@
 #include "platform/ado/OdbcDriver.h"
 
+#include "platform/ado/LibpqPatience.h"
+
 #include <QDate>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -8,6 +10,7 @@
 #include <QSqlRecord>
 
 #include <algorithm>
+#include <utility>
 
 namespace ado {
 
@@ -41,6 +44,21 @@ void addCell(CellTable &table, const QVariant &value)
     }
 }
 
+/// The connection string with what it does not settle itself.
+QString withSettingsForPostgres(QString connectionString)
+{
+    // The driver rolls a whole transaction back on any failed statement unless it is told to set savepoints.
+    const std::pair<QString, QString> settings[]{
+        {QStringLiteral("Protocol="), QStringLiteral("7.4-2")},
+        {QStringLiteral("pqopt="), u'{' + libpqPatience.join(u' ') + u'}'},
+    };
+    for (const auto &[name, value] : settings) {
+        if (!connectionString.contains(name, Qt::CaseInsensitive))
+            connectionString += u';' + name + value;
+    }
+    return connectionString;
+}
+
 bool isNumeric(const QSqlField &field)
 {
     return std::ranges::find(odbcNumericTypes, field.typeID()) != std::end(odbcNumericTypes);
@@ -65,11 +83,10 @@ void OdbcDriver::prepareSession()
     if (database.driver()->dbmsType() != QSqlDriver::PostgreSQL)
         return;
     dialect_ = Dialect::PostgreSQL;
-    // This driver rolls a whole transaction back on any failed statement unless it is told to set savepoints.
-    const QString protocol = QStringLiteral("Protocol=");
-    if (!database.databaseName().contains(protocol, Qt::CaseInsensitive)) {
+    const QString asked = withSettingsForPostgres(database.databaseName());
+    if (asked != database.databaseName()) {
         database.close();
-        database.setDatabaseName(database.databaseName() + u';' + protocol + QStringLiteral("7.4-2"));
+        database.setDatabaseName(asked);
         openDatabase();
         return;
     }

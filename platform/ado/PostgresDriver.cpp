@@ -1,5 +1,8 @@
 #include "platform/ado/PostgresDriver.h"
 
+#include "platform/ado/LibpqPatience.h"
+
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QUrl>
 #include <QUrlQuery>
@@ -40,13 +43,13 @@ void applyAddress(QSqlDatabase &database, const QString &address)
     database.setDatabaseName(decoded(place.section(u'/', 1)));
     database.setUserName(decoded(user.section(u':', 0, 0)));
     database.setPassword(decoded(user.section(u':', 1)));
-    database.setHostName(decoded(host.section(u':', 0, 0)));
-    if (host.contains(u':'))
-        database.setPort(host.section(u':', 1).toInt());
+    static const QRegularExpression hostAndPort(QStringLiteral("^(?:\\[([^]]*)\\]|([^:]*))(?::(\\d+))?"));
+    const QRegularExpressionMatch parts = hostAndPort.match(host);
+    database.setHostName(decoded(parts.captured(1) + parts.captured(2)));
+    if (parts.hasCaptured(3))
+        database.setPort(parts.captured(3).toInt());
 
-    // A server that went away silently must not hold the desk for minutes.
-    QStringList options{QStringLiteral("connect_timeout=5"), QStringLiteral("keepalives_idle=30"),
-                        QStringLiteral("tcp_user_timeout=20000")};
+    QStringList options = libpqPatience; // of two of a name the library takes the later, that is the address's
     for (const auto &[name, value] : QUrlQuery(address.section(u'?', 1)).queryItems(QUrl::FullyDecoded)) {
         if (name == QLatin1String("host"))
             database.setHostName(value);

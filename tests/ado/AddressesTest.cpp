@@ -1,3 +1,4 @@
+#include "platform/ado/PostgresDriver.h"
 #include "tests/ado/Desks.h"
 #include "tests/support/PostgresServer.h"
 
@@ -66,6 +67,26 @@ TEST(Addresses, HandOnNamesOfAnySigns)
     }
     PostgresServer::instance().dropDatabase(u'"' + database + u'"');
     owner->Execute(QStringLiteral("DROP ROLE \"%1\"").arg(user));
+}
+
+TEST(Addresses, NameAServerByNameNumberOrSocket)
+{
+    const struct
+    {
+        const char *address;
+        const char *host;
+        int port;
+    } servers[] = {
+        {"desk@clinic-server/clinic", "clinic-server", -1},  {"desk:pw@10.0.0.2:5433/clinic", "10.0.0.2", 5433},
+        {"[::1]:5433/clinic", "::1", 5433},                  {"desk@[fe80::2%25eth0]/clinic", "fe80::2%eth0", -1},
+        {"desk@%2Frun%2Fpg:5434/clinic", "/run/pg", 5434},   {"/clinic?host=/run/pg&port=1", "/run/pg", 1},
+    };
+    for (const auto &server : servers) {
+        const ado::PostgresDriver driver(QString::fromLatin1(server.address)); // nothing is dialled yet
+        EXPECT_EQ(driver.database().hostName().toStdString(), server.host) << server.address;
+        EXPECT_EQ(driver.database().port(), server.port) << server.address;
+        EXPECT_EQ(driver.database().databaseName(), "clinic") << server.address;
+    }
 }
 
 TEST(Addresses, OfAnOdbcSourceNeedNotKnowThePeculiarSettingOfTheServerBehindIt)
