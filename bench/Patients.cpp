@@ -2,7 +2,6 @@
 
 #include "bench/BareStatement.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace bench {
@@ -12,13 +11,11 @@ namespace {
 /// The patients whose keys the statement gives, in that order.
 std::vector<desk::Patient> patientsOf(ado::Connection &connection, const std::string &keys)
 {
-    const std::vector<desk::Patient> all = desk::readPatients(connection);
     std::vector<desk::Patient> chosen;
     BareStatement rows(bareHandle(connection), keys);
     while (rows.step()) {
-        const auto found = std::ranges::find(all, static_cast<int>(rows.integer(0)), &desk::Patient::key);
-        if (found != all.end())
-            chosen.push_back(*found);
+        if (const auto patient = desk::readPatient(connection.shared_from_this(), static_cast<int>(rows.integer(0))))
+            chosen.push_back(*patient);
     }
     if (chosen.empty())
         throw std::runtime_error("the clinic has no such patient");

@@ -3,6 +3,7 @@
 #include "bench/Patients.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QProcess>
 
 namespace bench {
@@ -11,16 +12,27 @@ namespace {
 
 constexpr int Starts = 3; ///< in one repetition
 
+/// From the start of the process to its word that the window is painted, in seconds; 0 when it did not say so.
+double untilShown(const QString &program, const QStringList &arguments)
+{
+    QProcess desk;
+    QElapsedTimer clock;
+    clock.start();
+    desk.start(program, arguments);
+    const double seconds = desk.waitForReadyRead() ? double(clock.nsecsElapsed()) / 1e9 : 0;
+    return desk.waitForFinished() && desk.exitStatus() == QProcess::NormalExit && desk.exitCode() == 0 ? seconds : 0;
+}
+
 void start(benchmark::State &state, const QStringList &arguments)
 {
     const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/desk");
     for (auto _ : state) {
-        QProcess desk;
-        desk.start(program, arguments);
-        if (!desk.waitForFinished() || desk.exitStatus() != QProcess::NormalExit || desk.exitCode() != 0) {
+        const double seconds = untilShown(program, arguments);
+        if (seconds == 0) {
             state.SkipWithError("desk did not show a window");
             return;
         }
+        state.SetIterationTime(seconds);
     }
 }
 
@@ -35,12 +47,12 @@ void registerStart(const Clinics &clinics, Table &table)
         const char *name;
         const char *what;
         QStringList arguments;
-    } starts[] = {{"start/desk", "start the desk, 50,000 patients, until its window is painted and the process gone", desk},
+    } starts[] = {{"start/desk", "start the desk, 50,000 patients, until its window is painted", desk},
                   {"start/sale", "start with a patient's sale, likewise", desk + QStringList{QStringLiteral("--patient"), patient}}};
     for (const auto &one : starts) {
         benchmark::RegisterBenchmark(one.name, [arguments = one.arguments](benchmark::State &state) {
             start(state, arguments);
-        })->Iterations(Starts)->UseRealTime();
+        })->Iterations(Starts)->UseManualTime();
         table.add({one.what, one.name, {}, 500});
     }
 }

@@ -16,6 +16,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -67,10 +68,8 @@ QWidget *openWindow()
 
 int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplication &application)
 {
-    const std::vector<desk::Patient> patients = desk::readPatients(*connection);
-    const auto patient =
-        std::find_if(patients.begin(), patients.end(), [key](const desk::Patient &one) { return one.key == key; });
-    if (patient == patients.end())
+    const std::optional<desk::Patient> patient = desk::readPatient(connection, key);
+    if (!patient)
         return complain(QStringLiteral("그 번호의 환자가 없습니다: %1").arg(key));
     desk::SaleComponent component(connection);
     // Neither a message box on the way nor the window itself ends the program by being the last one closed.
@@ -86,18 +85,30 @@ int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplicat
     return application.exec();
 }
 
+/// Whoever times the start reads the line; the program's end is no part of it.
+void tellAndQuit()
+{
+    QTextStream(stdout) << QStringLiteral("창이 그려졌습니다.") << Qt::endl;
+    QCoreApplication::quit();
+}
+
 int start(const desk::Options &options, QApplication &application)
 {
     desk::dressUp(application);
-    desk::SaleComponent::registerBesideProgram();
-    if (!options.walkFolder.isEmpty())
+    if (!options.walkFolder.isEmpty()) {
+        desk::SaleComponent::registerBesideProgram();
         return walk::walkTheRoad(options.walkFolder);
+    }
+    desk::SaleComponent::registerSale();
     if (options.database.isEmpty())
         makeDefaultClinic();
     const ado::ConnectionPtr connection = openClinic(addressOf(options));
     desk::FirstPaint firstPaint;
-    if (options.untilShown)
-        QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, &QCoreApplication::quit);
+    QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, [&options] {
+        if (options.untilShown)
+            return tellAndQuit();
+        desk::SaleComponent::registerReports();
+    });
     if (options.patient)
         return sellTo(*options.patient, options.manage, connection, application);
     desk::DeskWindow window(connection);

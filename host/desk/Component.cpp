@@ -6,17 +6,36 @@
 
 namespace desk {
 
-void SaleComponent::registerBesideProgram()
+namespace {
+
+void registerLibraries(std::initializer_list<const char *> names)
 {
     const QDir folder(QCoreApplication::applicationDirPath());
-    for (const char *name : {"prjZelvoProductSale", "VantoSalesPeriod", "VantoSalesItem", "VantoPayPeriod", "VantoOneDay",
-                             "VantoStock"}) {
+    for (const char *name : names) {
         QLibrary library(folder.filePath(QLatin1String(name)));
         library.setLoadHints(QLibrary::PreventUnloadHint);
         const QFunctionPointer entry = library.resolve("DllRegisterServer");
         if (entry)
             reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
     }
+}
+
+} // namespace
+
+void SaleComponent::registerSale()
+{
+    registerLibraries({"prjZelvoProductSale"});
+}
+
+void SaleComponent::registerReports()
+{
+    registerLibraries({"VantoSalesPeriod", "VantoSalesItem", "VantoPayPeriod", "VantoOneDay", "VantoStock"});
+}
+
+void SaleComponent::registerBesideProgram()
+{
+    registerSale();
+    registerReports();
 }
 
 SaleComponent::SaleComponent(ado::ConnectionPtr connection)

@@ -15,6 +15,9 @@ public:
     /// Lets the component libraries that lie beside the program, the sale's and the statistics', register themselves for
     /// this user; those that do not lie there are passed over.
     static void registerBesideProgram();
+    // Its two halves: a window can be shown before the statistics are there.
+    static void registerSale();
+    static void registerReports();
 
     explicit SaleComponent(ado::ConnectionPtr connection);
 

@@ -183,7 +183,7 @@ void DeskWindow::connectControls()
 
 void DeskWindow::refresh()
 {
-    model_->setPatients(readPatients(*connection_));
+    model_->setPatients(PatientFile(connection_));
     table_->selectRow(0);
     showSelected();
 }
@@ -195,9 +195,9 @@ void DeskWindow::showSelected()
     const bool filtered = model_->rowCount() != model_->allPatients();
     count_->setText(filtered ? QStringLiteral("%1명 / %2명").arg(korean.toString(model_->rowCount()), all)
                              : QStringLiteral("%1명").arg(all));
-    const Patient *patient = selected();
-    sale_->setEnabled(patient);
-    manage_->setEnabled(patient);
+    const std::optional<Patient> patient = selected();
+    sale_->setEnabled(patient.has_value());
+    manage_->setEnabled(patient.has_value());
     if (patient) {
         chosenName_->setText(patient->name + QStringLiteral(" 님"));
         chosenDetail_->setText(describe(*patient));
@@ -208,21 +208,23 @@ void DeskWindow::showSelected()
     }
 }
 
-const Patient *DeskWindow::selected() const
+std::optional<Patient> DeskWindow::selected() const
 {
     const QModelIndex current = table_->currentIndex();
-    return current.isValid() && current.row() < model_->rowCount() ? &model_->patient(current.row()) : nullptr;
+    if (!current.isValid() || current.row() >= model_->rowCount())
+        return std::nullopt;
+    return model_->patient(current.row());
 }
 
 void DeskWindow::openSale()
 {
-    if (const Patient *patient = selected())
+    if (const std::optional<Patient> patient = selected())
         component_.showProductSale(*patient);
 }
 
 void DeskWindow::openManagement()
 {
-    if (const Patient *patient = selected())
+    if (const std::optional<Patient> patient = selected())
         component_.showProductSaleManage(*patient);
 }
 

@@ -34,7 +34,7 @@ private:
     void makeTable();
     void connectControls();
     void showSelected();
-    const Patient *selected() const;
+    std::optional<Patient> selected() const;
     void openSale();
     void openManagement();
 

@@ -2,41 +2,60 @@
 
 #include "platform/runtime/RuntimeError.h"
 
-#include <QSqlError>
-#include <QSqlQuery>
-
-#include <algorithm>
-#include <tuple>
-
 namespace desk {
 
-std::vector<Patient> readPatients(ado::Connection &connection)
+namespace {
+
+enum Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, Cell, Vip };
+
+std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, const QString &condition)
 {
-    QSqlQuery rows(connection.database());
-    rows.setForwardOnly(true);
-    if (!rows.exec(QStringLiteral("SELECT Customer_PK, name, sn, sex, birth, zipcode, address, phone, cell, vip FROM Customer")))
-        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("환자 목록을 읽지 못했습니다.\n") + rows.lastError().text());
-    std::vector<Patient> list;
-    while (rows.next()) {
-        Patient patient;
-        patient.key = rows.value(0).toInt();
-        patient.name = rows.value(1).toString();
-        patient.chartNumber = rows.value(2).toString();
-        patient.male = rows.value(3).toInt() != 0;
-        patient.birth = QDate::fromString(rows.value(4).toString(), Qt::ISODate);
-        patient.zipCode = rows.value(5).toString();
-        patient.address = rows.value(6).toString();
-        patient.phone = rows.value(7).toString();
-        patient.cell = rows.value(8).toString();
-        patient.vip = rows.value(9).toString();
-        list.push_back(std::move(patient));
+    auto rows = std::make_unique<ado::Recordset>();
+    try {
+        // The order is the recordset's own, so that a patient stands at the same place on all servers.
+        rows->Open(QStringLiteral("SELECT Customer_PK, name, sn, sex, birth, zipcode, address, phone, cell, vip FROM Customer%1 "
+                                  "ORDER BY name, sn, Customer_PK")
+                       .arg(condition),
+                   connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+    } catch (const runtime::RuntimeError &error) {
+        throw runtime::RuntimeError(error.number(), QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
     }
-    // Servers sort by alphabets of their own; a patient stands at the same place on all of them.
-    std::sort(list.begin(), list.end(), [](const Patient &one, const Patient &other) {
-        return std::tie(one.name, one.chartNumber, one.key) < std::tie(other.name, other.chartNumber, other.key);
-    });
-    return list;
+    return rows;
+}
+
+Patient patientAt(const ado::Recordset &rows, int row)
+{
+    const auto text = [&](Field field) { return rows.valueAt(row, field).toString(); };
+    Patient patient;
+    patient.key = rows.valueAt(row, Key).toInt();
+    patient.name = text(Name);
+    patient.chartNumber = text(ChartNumber);
+    patient.male = rows.valueAt(row, Sex).toBool();
+    patient.birth = rows.valueAt(row, Birth).toDate();
+    patient.zipCode = text(ZipCode);
+    patient.address = text(Address);
+    patient.phone = text(Phone);
+    patient.cell = text(Cell);
+    patient.vip = text(Vip);
+    return patient;
+}
+
+} // namespace
+
+PatientFile::PatientFile(const ado::ConnectionPtr &connection)
+    : rows_(rowsWhere(connection, {}))
+{
+}
+
+Patient PatientFile::at(int row) const
+{
+    return patientAt(*rows_, row);
+}
+
+std::optional<Patient> readPatient(const ado::ConnectionPtr &connection, int key)
+{
+    const auto rows = rowsWhere(connection, QStringLiteral(" WHERE Customer_PK = %1").arg(key));
+    return rows->rowCount() == 0 ? std::nullopt : std::optional(patientAt(*rows, 0));
 }
 
 } // namespace desk

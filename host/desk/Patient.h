@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/ado/Connection.h"
+#include "platform/ado/Recordset.h"
 
 #include <QDate>
 #include <QString>
 
-#include <vector>
+#include <memory>
+#include <optional>
 
 namespace desk {
 
@@ -24,7 +26,24 @@ struct Patient
     QString vip;
 };
 
-/// All patients, by name and chart number. Raises RuntimeError.
-std::vector<Patient> readPatients(ado::Connection &connection);
+/// All patients, by name and chart number, as they stood when they were read. A patient is made when somebody asks: of
+/// fifty thousand a window shows some twenty.
+class PatientFile
+{
+public:
+    PatientFile() = default; ///< of nobody
+    /// Raises RuntimeError.
+    explicit PatientFile(const ado::ConnectionPtr &connection);
+
+    int count() const { return rows_ ? rows_->rowCount() : 0; }
+    /// `row` from 0 to below count().
+    Patient at(int row) const;
+
+private:
+    std::unique_ptr<ado::Recordset> rows_;
+};
+
+/// The patient of that key, if there is one. Raises RuntimeError.
+std::optional<Patient> readPatient(const ado::ConnectionPtr &connection, int key);
 
 } // namespace desk

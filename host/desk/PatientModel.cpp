@@ -9,14 +9,11 @@ PatientModel::PatientModel(QObject *parent)
 {
 }
 
-void PatientModel::setPatients(std::vector<Patient> patients)
+void PatientModel::setPatients(PatientFile patients)
 {
     beginResetModel();
     patients_ = std::move(patients);
     keys_.clear();
-    keys_.reserve(patients_.size());
-    for (const Patient &patient : patients_)
-        keys_.emplace_back(patient);
     choose();
     endResetModel();
 }
@@ -32,15 +29,21 @@ void PatientModel::setSearch(const QString &typed)
 void PatientModel::choose()
 {
     shown_.clear();
-    for (std::size_t index = 0; index < keys_.size(); ++index) {
-        if (keys_[index].matches(typed_))
-            shown_.push_back(index);
+    filtered_ = !typed_.isEmpty();
+    if (!filtered_)
+        return;
+    keys_.reserve(std::size_t(patients_.count()));
+    for (int row = int(keys_.size()); row < patients_.count(); ++row)
+        keys_.emplace_back(patients_.at(row));
+    for (int row = 0; row < patients_.count(); ++row) {
+        if (keys_[std::size_t(row)].matches(typed_))
+            shown_.push_back(row);
     }
 }
 
 int PatientModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(shown_.size());
+    return parent.isValid() ? 0 : filtered_ ? int(shown_.size()) : patients_.count();
 }
 
 int PatientModel::columnCount(const QModelIndex &parent) const
@@ -52,16 +55,14 @@ QVariant PatientModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
         return {};
-    const Patient &row = patient(index.row());
     const auto column = Column(index.column());
     if (role == Qt::TextAlignmentRole) {
         const bool centred = column == Birth || column == Sex || column == ChartNumber;
         return int(Qt::AlignVCenter | (centred ? Qt::AlignHCenter : Qt::AlignLeft));
     }
-    if (role == Qt::ToolTipRole)
-        return column == Address ? QVariant(row.address) : QVariant();
-    if (role != Qt::DisplayRole)
+    if (role != Qt::DisplayRole && (role != Qt::ToolTipRole || column != Address))
         return {};
+    const Patient row = patient(index.row());
     switch (column) {
     case Name:
         return row.name;

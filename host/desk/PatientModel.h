@@ -5,6 +5,8 @@
 
 #include <QAbstractTableModel>
 
+#include <vector>
+
 namespace desk {
 
 /// The patients that fit what was typed.
@@ -16,10 +18,10 @@ public:
 
     explicit PatientModel(QObject *parent = nullptr);
 
-    void setPatients(std::vector<Patient> patients);
+    void setPatients(PatientFile patients);
     void setSearch(const QString &typed);
-    int allPatients() const { return int(patients_.size()); }
-    const Patient &patient(int row) const { return patients_[shown_[std::size_t(row)]]; }
+    int allPatients() const { return patients_.count(); }
+    Patient patient(int row) const { return patients_.at(filtered_ ? shown_[std::size_t(row)] : row); }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -29,9 +31,10 @@ public:
 private:
     void choose();
 
-    std::vector<Patient> patients_;
-    std::vector<SearchKey> keys_;
-    std::vector<std::size_t> shown_;
+    PatientFile patients_;
+    std::vector<SearchKey> keys_; ///< of all patients, made when the first search needs them
+    bool filtered_ = false;
+    std::vector<int> shown_; ///< while filtered_
     QString typed_;
 };
 

@@ -11,9 +11,21 @@ constexpr char16_t LastSyllable = u'힣';
 constexpr int SyllablesPerConsonant = 588;
 constexpr char16_t Consonants[] = u"ㄱㄲㄴㄷㄸㄹㅁㅂㅃㅅㅆㅇㅈㅉㅊㅋㅌㅍㅎ";
 
-QString bare(QString text)
+constexpr QChar Border = u'\n'; ///< between texts that are searched together; nobody types one
+
+void appendBare(QString &target, const QString &text)
 {
-    return text.remove(QLatin1Char('-')).remove(QLatin1Char(' ')).toLower();
+    for (const QChar sign : text) {
+        if (sign != u'-' && sign != u' ')
+            target += sign.toLower();
+    }
+}
+
+QString bare(const QString &text)
+{
+    QString result;
+    appendBare(result, text);
+    return result;
 }
 
 bool isDigits(const QString &text)
@@ -36,20 +48,22 @@ QString initialConsonants(const QString &text)
 }
 
 SearchKey::SearchKey(const Patient &patient)
-    : name_(bare(patient.name))
-    , consonants_(initialConsonants(name_))
-    , chartNumber_(bare(patient.chartNumber))
-    , phone_(bare(patient.phone))
-    , cell_(bare(patient.cell))
 {
+    words_.reserve(2 * patient.name.size() + patient.chartNumber.size() + 2);
+    appendBare(words_, patient.name);
+    const QString consonants = initialConsonants(words_);
+    words_.append(Border).append(consonants).append(Border);
+    appendBare(words_, patient.chartNumber);
+    telephones_.reserve(patient.phone.size() + patient.cell.size() + 1);
+    appendBare(telephones_, patient.phone);
+    telephones_.append(Border);
+    appendBare(telephones_, patient.cell);
 }
 
 bool SearchKey::matches(const QString &typed) const
 {
     const QString wanted = bare(typed);
-    if (wanted.isEmpty() || name_.contains(wanted) || consonants_.contains(wanted) || chartNumber_.contains(wanted))
-        return true;
-    return isDigits(wanted) && (phone_.contains(wanted) || cell_.contains(wanted));
+    return wanted.isEmpty() || words_.contains(wanted) || (isDigits(wanted) && telephones_.contains(wanted));
 }
 
 } // namespace desk

@@ -20,11 +20,8 @@ public:
     bool matches(const QString &typed) const;
 
 private:
-    QString name_;
-    QString consonants_;
-    QString chartNumber_;
-    QString phone_;
-    QString cell_;
+    QString words_; ///< name, its consonants, chart number
+    QString telephones_;
 };
 
 } // namespace desk

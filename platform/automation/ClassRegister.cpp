@@ -47,7 +47,9 @@ void store(QSettings &classes)
 void add(const QString &programId, const QString &libraryPath)
 {
     QSettings classes(registerFile(), QSettings::IniFormat);
-    classes.setValue(entryOf(programId), libraryPath);
+    // Every start registers; a file that says so already is not written again.
+    if (classes.value(entryOf(programId)) != libraryPath)
+        classes.setValue(entryOf(programId), libraryPath);
     store(classes);
 }
 
