@@ -2,48 +2,66 @@
 
 #include "platform/ado/ColumnValue.h"
 
+#include <algorithm>
+
 namespace ado {
+
+const char *TextBlocks::add(const char *utf8, std::size_t length)
+{
+    constexpr std::size_t smallest = 512, largest = 64 * 1024;
+    if (length > room_ || !free_) {
+        blockSize_ = std::clamp(blockSize_ * 2, smallest, largest);
+        room_ = std::max(blockSize_, length);
+        blocks_.emplace_back(new char[room_]);
+        free_ = blocks_.back().get();
+    }
+    char *const text = free_;
+    std::copy_n(utf8, length, text);
+    free_ += length;
+    room_ -= length;
+    return text;
+}
 
 CellTable::CellTable(std::vector<ResultColumn> columns)
     : columns_(std::move(columns))
 {
 }
 
-void CellTable::reserveRows(int rows)
+void CellTable::add(const Cell &cell)
 {
-    cells_.reserve(static_cast<std::size_t>(rows) * columns_.size());
+    if (count_++ % BlockCells == 0) {
+        // The first block grows as it must: most lists are short.
+        blocks_.emplace_back();
+        if (count_ > 1)
+            blocks_.back().reserve(BlockCells);
+    }
+    blocks_.back().push_back(cell);
 }
 
 void CellTable::addNull()
 {
-    cells_.push_back({{.integer = 0}, 0, Kind::Null});
+    add({{.integer = 0}, 0, Kind::Null});
 }
 
 void CellTable::addInteger(std::int64_t value)
 {
-    cells_.push_back({{.integer = value}, 0, Kind::Integer});
+    add({{.integer = value}, 0, Kind::Integer});
 }
 
 void CellTable::addReal(double value)
 {
-    cells_.push_back({{.real = value}, 0, Kind::Real});
+    add({{.real = value}, 0, Kind::Real});
 }
 
 void CellTable::addText(const char *utf8, std::size_t length)
 {
-    cells_.push_back({{.offset = texts_.size()}, static_cast<std::uint32_t>(length), Kind::Text});
-    texts_.append(utf8, length);
+    add({{.text = texts_.add(utf8, length)}, static_cast<std::uint32_t>(length), Kind::Text});
 }
 
 void CellTable::replace(int row, int column, const CellTable &source, int sourceRow)
 {
-    Cell cell = source.cell(sourceRow, column);
-    if (cell.kind == Kind::Text) {
-        const QByteArrayView text = source.text(cell);
-        cell.offset = texts_.size();
-        texts_.append(text.data(), cell.length);
-    }
-    cells_[static_cast<std::size_t>(row) * columns_.size() + static_cast<std::size_t>(column)] = cell;
+    const std::size_t at = place(row, column);
+    blocks_[at / BlockCells][at % BlockCells] = source.cell(sourceRow, column);
 }
 
 QVariant CellTable::raw(int row, int column) const

@@ -7,7 +7,7 @@
 #include <QVariant>
 
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <vector>
 
 namespace ado {
@@ -20,8 +20,31 @@ struct ResultColumn
     bool numeric = false;               ///< what the engine says; read for unregistered columns that come as text
 };
 
-/// Rows as they come from the server: cells of fixed size, and all texts in one UTF-8 buffer. A list of a hundred thousand
-/// products is two allocations; values are made when somebody asks.
+/// UTF-8 texts one behind the other, in blocks that never move.
+class TextBlocks
+{
+public:
+    TextBlocks() = default;
+    /// The copy looks at the same texts and adds its own elsewhere.
+    TextBlocks(const TextBlocks &other)
+        : blocks_(other.blocks_)
+    {
+    }
+    TextBlocks(TextBlocks &&) = default;
+    TextBlocks &operator=(TextBlocks &&) = default;
+    ~TextBlocks() = default;
+
+    const char *add(const char *utf8, std::size_t length);
+
+private:
+    std::vector<std::shared_ptr<char[]>> blocks_;
+    char *free_ = nullptr; ///< in the last block
+    std::size_t room_ = 0;
+    std::size_t blockSize_ = 0;
+};
+
+/// Rows as they come from the server: cells of fixed size and their texts, both in blocks that are filled once and never
+/// moved, however long the list grows. Values are made when somebody asks.
 class CellTable
 {
 public:
@@ -32,7 +55,7 @@ public:
         union {
             std::int64_t integer;
             double real;
-            std::size_t offset;
+            const char *text;
         };
         std::uint32_t length;
         Kind kind;
@@ -43,22 +66,22 @@ public:
     const std::vector<ResultColumn> &columns() const { return columns_; }
     std::vector<ResultColumn> &columns() { return columns_; }
     int columnCount() const { return static_cast<int>(columns_.size()); }
-    int rowCount() const { return columns_.empty() ? 0 : static_cast<int>(cells_.size() / columns_.size()); }
-    void reserveRows(int rows);
+    int rowCount() const { return columns_.empty() ? 0 : static_cast<int>(count_ / columns_.size()); }
 
     void addNull();
     void addInteger(std::int64_t value);
     void addReal(double value);
     void addText(const char *utf8, std::size_t length);
 
-    /// Takes the cell of that column from a row of another table.
+    /// Takes the cell of that column from a row of another table, which must outlive this one: the text stays there.
     void replace(int row, int column, const CellTable &source, int sourceRow);
 
     const Cell &cell(int row, int column) const
     {
-        return cells_[static_cast<std::size_t>(row) * columns_.size() + static_cast<std::size_t>(column)];
+        const std::size_t at = place(row, column);
+        return blocks_[at / BlockCells][at % BlockCells];
     }
-    QByteArrayView text(const Cell &cell) const { return {texts_.data() + cell.offset, static_cast<qsizetype>(cell.length)}; }
+    QByteArrayView text(const Cell &cell) const { return {cell.text, static_cast<qsizetype>(cell.length)}; }
 
     /// The value in the column's type; raises TypeMismatch or Overflow when the cell does not hold one.
     QVariant value(int row, int column) const;
@@ -66,9 +89,18 @@ public:
     QVariant raw(int row, int column) const;
 
 private:
+    static constexpr std::size_t BlockCells = 4096; ///< 64 KB
+
+    std::size_t place(int row, int column) const
+    {
+        return static_cast<std::size_t>(row) * columns_.size() + static_cast<std::size_t>(column);
+    }
+    void add(const Cell &cell);
+
     std::vector<ResultColumn> columns_;
-    std::vector<Cell> cells_;
-    std::string texts_;
+    std::vector<std::vector<Cell>> blocks_;
+    std::size_t count_ = 0; ///< of cells
+    TextBlocks texts_;
 };
 
 } // namespace ado

@@ -138,7 +138,6 @@ CellTable PostgresDriver::read(const Command &select)
         described.push_back(describeColumn(QString::fromUtf8(PQfname(rows, column)), isNumeric(PQftype(rows, column)),
                                            select.text()));
     CellTable table(std::move(described));
-    table.reserveRows(rowCount);
     for (int row = 0; row < rowCount; ++row) {
         for (int column = 0; column < columnCount; ++column) {
             if (PQgetisnull(rows, row, column))

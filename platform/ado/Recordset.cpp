@@ -29,13 +29,13 @@ void Recordset::Private::requireCurrent() const
         throw RuntimeError(ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 행입니다. 목록을 다시 읽어 주십시오."));
 }
 
-std::shared_ptr<RowStore> Recordset::Private::load() const
+std::shared_ptr<RowStore> Recordset::Private::load(const RowStore *before) const
 {
     if (!connection)
         throw RuntimeError(ErrorNumber::ObjectClosed, QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
     const SelectShape shape(source, connection->layer().driver->dialect());
     const bool keyset = cursor == CursorType::Keyset && location == CursorLocation::Server;
-    return std::make_shared<RowStore>(connection, shape, keyset);
+    return std::make_shared<RowStore>(connection, shape, keyset, before);
 }
 
 void Recordset::Private::take(std::shared_ptr<RowStore> loaded)
@@ -150,7 +150,7 @@ void Recordset::Requery()
     d->open();
     d->discardPending();
     const std::shared_ptr<RowStore> old = d->rows;
-    d->take(d->load());
+    d->take(d->load(old.get()));
     old->drop();
     announceRows();
 }
@@ -305,7 +305,7 @@ QVariant Recordset::valueAt(int row, int column) const
     if (row < 0 || row >= rowCount() || column < 0 || column >= static_cast<int>(d->rows->columns().size()))
         return {};
     try {
-        return d->rows->image(row).value(column);
+        return d->rows->value(row, column);
     } catch (const RuntimeError &) {
         // Views ask while they paint, where no error can go anywhere; whoever then works with the row meets it.
         return {};

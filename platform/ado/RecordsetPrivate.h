@@ -33,7 +33,7 @@ struct Recordset::Private
     void requireCurrent() const;
     bool atRow() const { return rows && position < rows->count(); }
 
-    std::shared_ptr<RowStore> load() const;
+    std::shared_ptr<RowStore> load(const RowStore *before = nullptr) const;
     void take(std::shared_ptr<RowStore> loaded);
     void release();
     void discardPending();

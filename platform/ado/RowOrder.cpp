@@ -18,7 +18,7 @@ constexpr std::uint64_t signBit = std::uint64_t{1} << 63;
 struct SortKey
 {
     std::uint64_t prefix = 0;
-    std::size_t offset = 0;
+    const char *text = nullptr;
     std::uint32_t length = 0;
     enum Rank : std::uint8_t { Null, Number, Text } rank = Null;
 };
@@ -32,15 +32,25 @@ bool mayHaveCase(std::string_view utf8)
     });
 }
 
-void appendFolded(std::string &target, std::string_view utf8)
+bool hasCapital(std::string_view utf8)
 {
+    return std::ranges::any_of(utf8, [](char c) { return c >= 'A' && c <= 'Z'; });
+}
+
+/// The text with case folded; most texts are so already and stay where they are.
+std::string_view folded(std::string_view utf8, TextBlocks &others)
+{
+    std::string result;
     if (mayHaveCase(utf8)) {
-        const QString folded = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toCaseFolded();
-        target += folded.toStdString();
-        return;
+        result = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toCaseFolded().toStdString();
+    } else {
+        if (!hasCapital(utf8))
+            return utf8;
+        result = utf8;
+        for (char &c : result)
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     }
-    for (char c : utf8)
-        target += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return {others.add(result.data(), result.size()), result.size()};
 }
 
 std::uint64_t textPrefix(std::string_view text)
@@ -57,26 +67,43 @@ std::uint64_t realPrefix(double value)
     return bits & signBit ? ~bits : bits | signBit;
 }
 
-/// The keys of one column.
+/// The keys of one column, made when rows first have to be told apart by it.
 class SortColumn
 {
 public:
     SortColumn(const CellTable &table, OrderColumn column)
-        : descending_(column.descending)
+        : table_(table)
+        , column_(column.column)
+        , descending_(column.descending)
     {
-        const int rows = table.rowCount();
-        keys_.reserve(static_cast<std::size_t>(rows));
-        for (int row = 0; row < rows; ++row)
-            keys_.push_back(keyOf(table, row, column.column));
     }
 
-    int compare(std::uint32_t a, std::uint32_t b) const
+    int compare(std::uint32_t a, std::uint32_t b)
     {
-        const int ascending = compareKeys(keys_[a], keys_[b]);
+        const std::vector<SortKey> &made = keys();
+        const int ascending = compareKeys(made[a], made[b]);
         return descending_ ? -ascending : ascending;
+    }
+    /// What most comparisons end at: goes up in the column's order, but may be the same for rows that differ.
+    std::pair<std::uint8_t, std::uint64_t> begin(std::uint32_t row)
+    {
+        const SortKey &key = keys()[row];
+        const std::uint8_t rank = key.rank;
+        return descending_ ? std::pair(static_cast<std::uint8_t>(~rank), ~key.prefix) : std::pair(rank, key.prefix);
     }
 
 private:
+    const std::vector<SortKey> &keys()
+    {
+        const auto rows = static_cast<std::size_t>(table_.rowCount());
+        if (keys_.size() != rows) {
+            keys_.reserve(rows);
+            for (std::size_t row = 0; row < rows; ++row)
+                keys_.push_back(keyOf(table_, static_cast<int>(row), column_));
+        }
+        return keys_;
+    }
+
     SortKey keyOf(const CellTable &table, int row, int column)
     {
         const CellTable::Cell &cell = table.cell(row, column);
@@ -87,19 +114,17 @@ private:
             : description.numeric || cell.kind != CellTable::Kind::Text ? ColumnType::Money
                                                                           : ColumnType::Text;
         if (type == ColumnType::Number)
-            return {realPrefix(typedValue(table, cell, type).toDouble()), 0, 0, SortKey::Number};
+            return {realPrefix(typedValue(table, cell, type).toDouble()), nullptr, 0, SortKey::Number};
         if (type != ColumnType::Text && type != ColumnType::Date)
-            return {static_cast<std::uint64_t>(moneyOf(table, cell).scaled()) ^ signBit, 0, 0, SortKey::Number};
+            return {static_cast<std::uint64_t>(moneyOf(table, cell).scaled()) ^ signBit, nullptr, 0, SortKey::Number};
+        if (cell.kind != CellTable::Kind::Text)
+            return {0, nullptr, 0, SortKey::Text};
         const QByteArrayView text = table.text(cell);
-        SortKey key{0, folded_.size(), 0, SortKey::Text};
-        if (cell.kind == CellTable::Kind::Text)
-            appendFolded(folded_, {text.data(), static_cast<std::size_t>(text.size())});
-        key.length = static_cast<std::uint32_t>(folded_.size() - key.offset);
-        key.prefix = textPrefix({folded_.data() + key.offset, key.length});
-        return key;
+        const std::string_view sorted = folded({text.data(), static_cast<std::size_t>(text.size())}, folded_);
+        return {textPrefix(sorted), sorted.data(), static_cast<std::uint32_t>(sorted.size()), SortKey::Text};
     }
 
-    int compareKeys(const SortKey &a, const SortKey &b) const
+    static int compareKeys(const SortKey &a, const SortKey &b)
     {
         if (a.rank != b.rank)
             return a.rank < b.rank ? -1 : 1;
@@ -107,37 +132,99 @@ private:
             return a.prefix < b.prefix ? -1 : 1;
         if (a.rank != SortKey::Text)
             return 0;
-        return std::string_view(folded_.data() + a.offset, a.length)
-            .compare(std::string_view(folded_.data() + b.offset, b.length));
+        return std::string_view(a.text, a.length).compare(std::string_view(b.text, b.length));
     }
 
+    const CellTable &table_;
+    int column_;
     bool descending_;
     std::vector<SortKey> keys_;
-    std::string folded_;
+    TextBlocks folded_;
 };
 
-} // namespace
-
-std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn)
+/// Compares rows by all columns.
+class Order
 {
-    std::vector<SortColumn> sortColumns;
-    for (const OrderColumn &column : columns)
-        sortColumns.emplace_back(table, column);
-    if (keyColumn >= 0)
-        sortColumns.emplace_back(table, OrderColumn{keyColumn});
+public:
+    Order(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn)
+    {
+        for (const OrderColumn &column : columns)
+            columns_.emplace_back(table, column);
+        if (keyColumn >= 0)
+            columns_.emplace_back(table, OrderColumn{keyColumn});
+    }
 
-    std::vector<std::uint32_t> rows(static_cast<std::size_t>(table.rowCount()));
-    std::iota(rows.begin(), rows.end(), 0U);
-    const auto before = [&](std::uint32_t a, std::uint32_t b) {
-        for (const SortColumn &column : sortColumns) {
+    bool before(std::uint32_t a, std::uint32_t b)
+    {
+        for (SortColumn &column : columns_) {
             if (const int order = column.compare(a, b))
                 return order < 0;
         }
         return a < b;
-    };
-    if (!std::ranges::is_sorted(rows, before))
-        std::ranges::sort(rows, before);
+    }
+
+    void sort(std::vector<std::uint32_t> &rows)
+    {
+        if (columns_.empty()) {
+            std::ranges::sort(rows);
+            return;
+        }
+        struct Entry
+        {
+            std::uint64_t prefix;
+            std::uint32_t row;
+            std::uint8_t rank;
+        };
+        std::vector<Entry> entries;
+        entries.reserve(rows.size());
+        for (std::uint32_t row : rows) {
+            const auto [rank, prefix] = columns_.front().begin(row);
+            entries.push_back({prefix, row, rank});
+        }
+        std::ranges::sort(entries, [this](const Entry &a, const Entry &b) {
+            if (a.rank != b.rank)
+                return a.rank < b.rank;
+            return a.prefix != b.prefix ? a.prefix < b.prefix : before(a.row, b.row);
+        });
+        std::ranges::transform(entries, rows.begin(), &Entry::row);
+    }
+
+private:
+    std::vector<SortColumn> columns_;
+};
+
+std::vector<std::uint32_t> asTheyCame(int count)
+{
+    std::vector<std::uint32_t> rows(static_cast<std::size_t>(count));
+    std::iota(rows.begin(), rows.end(), 0U);
     return rows;
+}
+
+} // namespace
+
+std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
+                                       std::vector<std::uint32_t> nearly)
+{
+    Order order(table, columns, keyColumn);
+    if (nearly.size() != static_cast<std::size_t>(table.rowCount()))
+        nearly = asTheyCame(table.rowCount());
+    // Where two neighbours stand wrongly, either may be the one that has moved: both are set aside.
+    std::vector<std::uint32_t> standing, aside;
+    standing.reserve(nearly.size());
+    for (std::uint32_t row : nearly) {
+        if (standing.empty() || !order.before(row, standing.back())) {
+            standing.push_back(row);
+            continue;
+        }
+        aside.insert(aside.end(), {standing.back(), row});
+        standing.pop_back();
+    }
+    order.sort(aside);
+    const auto middle = static_cast<std::ptrdiff_t>(standing.size());
+    standing.insert(standing.end(), aside.begin(), aside.end());
+    std::inplace_merge(standing.begin(), standing.begin() + middle, standing.end(),
+                       [&](std::uint32_t a, std::uint32_t b) { return order.before(a, b); });
+    return standing;
 }
 
 } // namespace ado

@@ -16,6 +16,9 @@ struct OrderColumn
 
 /// Row numbers of the table in the clinic server's order, whatever the engine's own collation: NULL lowest, numbers by
 /// value, texts by code point with case folded; equal rows by `keyColumn` where there is one (-1: none), else as they came.
-std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn);
+/// `nearly`: all row numbers, each once, in an order that is thought to be nearly the right one; the better the guess, the
+/// less there is to sort. Passed over when it is not of the table's length.
+std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
+                                       std::vector<std::uint32_t> nearly = {});
 
 } // namespace ado

@@ -3,8 +3,6 @@
 #include "platform/ado/ColumnValue.h"
 #include "platform/ado/ConnectionPrivate.h"
 
-#include <QSet>
-
 #include <algorithm>
 
 namespace ado {
@@ -15,21 +13,21 @@ constexpr int blockRows = 64; ///< about what a grid shows
 
 } // namespace
 
-RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset)
+RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before)
     : connection_(connection)
     , shape_(shape)
 {
     if (keyset && shape_.base()) {
-        loadKeys();
+        loadKeys(before);
         if (!shape_.joined() || !keysRepeat()) {
             readBlock(0);
             return;
         }
     }
-    loadWhole();
+    loadWhole(before);
 }
 
-void RowStore::loadKeys()
+void RowStore::loadKeys(const RowStore *before)
 {
     Connection::Private &layer = connection_->layer();
     cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.keys()));
@@ -37,10 +35,10 @@ void RowStore::loadKeys()
     std::vector<OrderColumn> columns;
     for (const OrderItem &item : shape_.order())
         columns.push_back({static_cast<int>(columns.size()) + 1, item.descending});
-    loadedOrder_ = order_ = orderedRows(*cells_, columns, keyColumn_);
+    orderLoaded(columns, before);
 }
 
-void RowStore::loadWhole()
+void RowStore::loadWhole(const RowStore *before)
 {
     Connection::Private &layer = connection_->layer();
     cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.all()));
@@ -49,9 +47,34 @@ void RowStore::loadWhole()
     columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
     if (shape_.base())
         keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(QString::fromUtf16(shape_.base()->key));
-    loadedOrder_ = order_ = orderedRows(*cells_, orderColumns(*cells_, firstAdded), keyColumn_);
+    orderLoaded(orderColumns(*cells_, firstAdded), before);
     if (shape_.joined() && keyColumn_ >= 0 && keysRepeat())
         keyColumn_ = -1;
+}
+
+void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore *before)
+{
+    order_ = orderedRows(*cells_, columns, keyColumn_, before ? before->guessedOrder(cells_->rowCount()) : std::vector<Physical>());
+    loadedOrder_ = order_;
+}
+
+std::vector<RowStore::Physical> RowStore::guessedOrder(int rows) const
+{
+    const auto count = static_cast<Physical>(rows);
+    std::vector<Physical> guess;
+    guess.reserve(count);
+    std::vector<bool> there(count);
+    for (Physical row : loadedOrder_) {
+        if (row < count) {
+            guess.push_back(row);
+            there[row] = true;
+        }
+    }
+    for (Physical row = 0; row < count; ++row) {
+        if (!there[row])
+            guess.push_back(row);
+    }
+    return guess;
 }
 
 /// Where the order items stand in rows that were read whole; none when one of them is missing, and the server's order stays.
@@ -72,14 +95,18 @@ std::vector<OrderColumn> RowStore::orderColumns(const CellTable &table, int firs
 
 bool RowStore::keysRepeat() const
 {
-    QSet<QString> seen;
+    std::vector<std::int64_t> numbers;
+    std::vector<QString> others;
     for (int row = 0; row < cells_->rowCount(); ++row) {
-        const QString key = cells_->raw(row, keyColumn_).toString();
-        if (seen.contains(key))
-            return true;
-        seen.insert(key);
+        const CellTable::Cell &cell = cells_->cell(row, keyColumn_);
+        if (cell.kind == CellTable::Kind::Integer)
+            numbers.push_back(cell.integer);
+        else
+            others.push_back(cells_->raw(row, keyColumn_).toString());
     }
-    return false;
+    std::ranges::sort(numbers);
+    std::ranges::sort(others);
+    return std::ranges::adjacent_find(numbers) != numbers.end() || std::ranges::adjacent_find(others) != others.end();
 }
 
 int RowStore::columnIndex(const QString &field) const
@@ -133,6 +160,14 @@ RowImage RowStore::image(int row)
         return {cells_, static_cast<int>(physical)};
     readBlock(row);
     return read_.at(physical);
+}
+
+QVariant RowStore::value(int row, int column)
+{
+    // Reports ask for every cell of long lists that nobody writes to.
+    if (whole_ && read_.empty() && appended_.empty())
+        return cells_->value(static_cast<int>(order_[static_cast<std::size_t>(row)]), column);
+    return image(row).value(column);
 }
 
 RowImage RowStore::readAgain(int row)

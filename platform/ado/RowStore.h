@@ -33,7 +33,8 @@ struct RowImage
 class RowStore
 {
 public:
-    RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset);
+    /// `before`: the same list as it was read before, if it was; most rows will stand where they stood.
+    RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before = nullptr);
 
     const SelectShape &shape() const { return shape_; }
     const std::vector<ResultColumn> &columns() const { return columns_; } ///< the statement's own
@@ -48,6 +49,8 @@ public:
 
     /// The row as it was last read.
     RowImage image(int row);
+    /// One value of it.
+    QVariant value(int row, int column);
     /// Reads the row from the server; unkeyed rows stay as they are.
     RowImage readAgain(int row);
 
@@ -64,8 +67,11 @@ public:
 private:
     using Physical = std::uint32_t;
 
-    void loadKeys();
-    void loadWhole();
+    void loadKeys(const RowStore *before);
+    void loadWhole(const RowStore *before);
+    void orderLoaded(std::span<const OrderColumn> columns, const RowStore *before);
+    /// Where rows of a list of that length would stand if nothing had changed.
+    std::vector<Physical> guessedOrder(int rows) const;
     bool keysRepeat() const;
     std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
     void readBlock(int row);

@@ -71,21 +71,39 @@ std::vector<ResultColumn> describe(sqlite3_stmt *row, QStringView text)
     return described;
 }
 
-void addCell(CellTable &table, sqlite3_stmt *row, int column)
+void addCell(CellTable &table, sqlite3_value *cell)
 {
-    switch (sqlite3_column_type(row, column)) {
+    switch (sqlite3_value_type(cell)) {
     case SQLITE_INTEGER:
-        return table.addInteger(sqlite3_column_int64(row, column));
+        return table.addInteger(sqlite3_value_int64(cell));
     case SQLITE_FLOAT:
-        return table.addReal(sqlite3_column_double(row, column));
+        return table.addReal(sqlite3_value_double(cell));
     case SQLITE_NULL:
         return table.addNull();
     default: {
-        const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(row, column));
-        table.addText(text, static_cast<std::size_t>(sqlite3_column_bytes(row, column)));
+        const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(cell));
+        table.addText(text, static_cast<std::size_t>(sqlite3_value_bytes(cell)));
     }
     }
 }
+
+/// Holds the connection's own lock, so that it is not taken for each cell of a long list; a cell may be looked at as it
+/// stands only under it.
+class Held
+{
+public:
+    explicit Held(sqlite3 *handle)
+        : mutex_(sqlite3_db_mutex(handle))
+    {
+        sqlite3_mutex_enter(mutex_);
+    }
+    ~Held() { sqlite3_mutex_leave(mutex_); }
+    Held(const Held &) = delete;
+    Held &operator=(const Held &) = delete;
+
+private:
+    sqlite3_mutex *const mutex_;
+};
 
 /// Desks may write at the same moment; each write is short. The engine's own waiting sleeps longer each time, up to a tenth
 /// of a second, and so always comes too late where several desks write again and again.
@@ -133,12 +151,13 @@ CellTable SqliteDriver::read(const Command &select)
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
     sqlite3_stmt *const row = statement.get();
+    const Held held(handle_);
     int step = sqlite3_step(row);
     CellTable table(describe(row, select.text()));
     const int columns = table.columnCount();
     for (; step == SQLITE_ROW; step = sqlite3_step(row)) {
         for (int column = 0; column < columns; ++column)
-            addCell(table, row, column);
+            addCell(table, sqlite3_column_value(row, column));
     }
     if (step != SQLITE_DONE)
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));

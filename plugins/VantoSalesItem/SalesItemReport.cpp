@@ -48,7 +48,9 @@ std::vector<Figure> SalesItemReport::figures(const Period &)
     products_.clear();
     sums_.clear();
     Figure products{salesItem::products(), Figure::Slices::Keys, salesItem::productBounds()};
-    products.take = [this](const Record &row) { products_[row.key(0)] = {row.text(1), row.text(2)}; };
+    products.take = [this](const Record &row) {
+        products_.insert_or_assign(products_.end(), row.key(0), Product{row.text(1), row.text(2)}); // they come by key
+    };
     Figure lines{salesItem::linesByProduct(), Figure::Slices::Keys, orderBounds()};
     lines.take = [this](const Record &row) {
         Sums &sums = sums_[row.key(0)];

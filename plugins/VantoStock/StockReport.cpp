@@ -134,7 +134,9 @@ std::vector<Figure> StockReport::figures(const Period &period)
     products_.clear();
     rateDays_ = period.days();
     Figure products{stock::products(), Slices::Keys, stock::productBounds()};
-    products.take = [this](const Record &row) { products_[row.key(0)] = {row.text(1), row.text(2), row.flag(3)}; };
+    products.take = [this](const Record &row) {
+        products_.insert_or_assign(products_.end(), row.key(0), Product{row.text(1), row.text(2), row.flag(3)}); // they come by key
+    };
     return {products, figureOf({Incoming}, stock::incoming(), Slices::Keys, stock::incomingBounds()),
             figureOf({Sold, Service, Lost}, stock::outgoing(), Slices::Keys, stock::outgoingBounds()),
             figureOf({LastPrice}, stock::lastPrice(), Slices::Keys, stock::incomingBounds()),
