@@ -1,5 +1,6 @@
 #include "bench/Table.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace bench {
@@ -18,8 +19,13 @@ void Table::ReportRuns(const std::vector<Run> &runs)
     }
 }
 
-bool Table::print() const
+bool Table::print()
 {
+    for (auto &[name, times] : times_) {
+        const auto middle = times.begin() + std::ptrdiff_t(times.size() / 2);
+        std::ranges::nth_element(times, middle);
+        medians_[name] = *middle;
+    }
     std::printf("| what | measured | bare API | ratio | stock model | ratio | limit |\n|---|---:|---:|---:|---:|---:|---:|\n");
     bool kept = !failed_;
     for (const Line &line : lines_) {

@@ -14,6 +14,8 @@ namespace {
 // width, so that narrow ones only make the whole longer: what the window can bear is used.
 constexpr qint64 quickSlice = 30;
 constexpr qint64 slowSlice = 90;
+constexpr qint64 aimedSlice = 45;
+constexpr qint64 mostGrowth = 8; ///< at once: the rows of the next slice may lie closer
 
 constexpr qint64 firstDays = 4;
 constexpr qint64 firstKeys = 500;
@@ -91,7 +93,7 @@ void Reading::step()
         run(statement, figure.take);
         next_ = last + 1;
         if (taken.elapsed() < quickSlice)
-            width_ *= 2;
+            width_ *= std::clamp<qint64>(aimedSlice / (taken.elapsed() + 1), 2, mostGrowth);
         else if (taken.elapsed() > slowSlice)
             width_ = std::max<qint64>(1, width_ / 2);
     }

@@ -134,6 +134,29 @@ TEST_P(Values, AreInTheClinicServersOrderOnEveryEngine)
     EXPECT_EQ(errorOf([&] { opened(allProducts)->Sort(QStringLiteral("PM_Name")); }), ErrorNumber::InvalidCall);
 }
 
+TEST_P(Values, AreInOrderHoweverMuchChangedSinceTheListWasReadBefore)
+{
+    for (const QChar name : QStringLiteral("사나라마바다"))
+        clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(name));
+    const char *const changes[]{"UPDATE tPSProductMaster SET PM_Name = '하' WHERE PM_PK = 2",
+                                "UPDATE tPSProductMaster SET PM_Name = '가' WHERE PM_PK = 5",
+                                "UPDATE tPSProductMaster SET PM_Name = '라' WHERE PM_PK IN (1, 4)",
+                                "INSERT INTO tPSProductMaster (PM_Name) VALUES ('나')",
+                                "DELETE FROM tPSProductMaster WHERE PM_PK IN (3, 6)",
+                                "INSERT INTO tPSProductMaster (PM_Name) VALUES ('A')"};
+    const char *const orders[]{"6 3 4 5 1 2", "5 6 3 4 1 2", "5 6 1 3 4 2", "5 7 6 1 3 4 2", "5 7 1 4 2", "8 5 7 1 4 2"};
+    const QString byName = QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_Name");
+    const auto keyset = opened(byName);
+    const auto whole = opened(byName, CursorType::Static, LockType::ReadOnly);
+    for (std::size_t change = 0; change < std::size(changes); ++change) {
+        clinic.run(QString::fromUtf8(changes[change]));
+        for (Recordset *rows : {keyset.get(), whole.get()}) {
+            rows->Requery();
+            EXPECT_EQ(column(*rows, "PM_PK"), orders[change]) << changes[change];
+        }
+    }
+}
+
 TEST_P(Values, FirstRowWithoutAnOrderIsTheLowestKey)
 {
     for (int order = 0; order < 3; ++order)
