@@ -106,6 +106,8 @@ std::span<const IndexPlan> indexPlans()
         {"ixOrderMasterCustomer", "tPSOrderMaster", "Cust_PK, OrdM_Date"},
         // With the key, so that a server finds the range of a period's orders without a look at them.
         {"ixOrderMasterDate", "tPSOrderMaster", "OrdM_Date, OrdM_PK"},
+        // Few orders have money outstanding, and a list of them must not look at all the others.
+        {"ixOrderMasterOutstanding", "tPSOrderMaster", "Cust_PK, OrdM_Date", "OrdM_Misugum <> 0"},
         {"ixOrderDetailOrder", "tPSOrderDetail", "OrdM_PK"},
         // Whole, so that the stock is counted without a look at the lines themselves.
         {"ixOrderDetailProduct", "tPSOrderDetail", "PM_PK, OrdD_OrderType, OrdD_Count"},
@@ -195,8 +197,10 @@ QString createTableStatement(const TablePlan &table, Dialect dialect)
 
 QString createIndexStatement(const IndexPlan &index)
 {
-    return QStringLiteral("CREATE INDEX %1 ON %2 (%3)")
-        .arg(QString::fromLatin1(index.name), QString::fromLatin1(index.table), QString::fromLatin1(index.columns));
+    const QString rows = QString::fromLatin1(index.rows);
+    return QStringLiteral("CREATE INDEX %1 ON %2 (%3)%4")
+        .arg(QString::fromLatin1(index.name), QString::fromLatin1(index.table), QString::fromLatin1(index.columns),
+             rows.isEmpty() ? QString() : QStringLiteral(" WHERE ") + rows);
 }
 
 QString continueKeyStatement(const TablePlan &table, const ColumnPlan &key)

@@ -39,6 +39,7 @@ struct IndexPlan
     const char *name;
     const char *table;
     const char *columns;
+    const char *rows = ""; ///< condition of the rows that stand in it; all rows where it is empty
 };
 
 /// The ten tables: the sale component's seven, and the desk's patients, treatment receipts and shared settings.
