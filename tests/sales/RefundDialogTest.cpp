@@ -6,11 +6,6 @@
 #include <QInputMethodEvent>
 #include <QScreen>
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace {
 
 /// A line of 3 at 1,000 less 100, sold on the 20th, and the button that takes it back.
@@ -19,7 +14,7 @@ class RefundDialog : public DeskTest
 protected:
     RefundDialog()
     {
-        detail(order(QStringLiteral("2026-11-20")), product(QStringLiteral("홍삼 & 녹용"), 1200), 1000, 100, 3);
+        detail(order("2026-11-20"), product("홍삼 & 녹용", 1200), 1000, 100, 3);
         open();
         flow_ = std::make_unique<RefundFlow>(session_, *desk().details, &desk());
     }
@@ -28,8 +23,8 @@ protected:
         whenDialogStands(act);
         desk().push("chkCmdRefund");
     }
-    Rows lines() { return rows(QStringLiteral("SELECT OrdD_UnitPrice, OrdD_Count FROM tPSOrderDetail ORDER BY OrdD_PK")); }
-    Rows notes() { return rows(QStringLiteral("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK")); }
+    Rows lines() { return rows("SELECT OrdD_UnitPrice, OrdD_Count FROM tPSOrderDetail ORDER BY OrdD_PK"); }
+    Rows notes() { return rows("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK"); }
 
     std::unique_ptr<RefundFlow> flow_;
 };
@@ -105,7 +100,7 @@ TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
         EXPECT_EQ(form.text("txtRfndUnitSalePrice"), "\\9,050");
         form.key(Qt::Key_Tab);
         QInputMethodEvent composed(QStringLiteral("심"), {}); // half-composed as the focus leaves
-        composed.setCommitString(QStringLiteral(" 변"));
+        composed.setCommitString(" 변");
         QApplication::sendEvent(form.window()->focusWidget(), &composed);
         form.key(Qt::Key_Enter);
         EXPECT_EQ(form.focus(), "chkCmdSave");

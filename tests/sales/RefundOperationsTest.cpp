@@ -5,10 +5,7 @@
 #include "platform/runtime/RuntimeError.h"
 #include "tests/sales/SaleDesk.h"
 
-#include <gmock/gmock.h>
-
 using runtime::Currency;
-using testing::ElementsAre;
 
 namespace {
 
@@ -18,17 +15,17 @@ class LineTakenBack : public SaleDatabase
 protected:
     LineTakenBack()
     {
-        const int ginseng = product(QStringLiteral("홍삼"), 1200);
-        detail(order(QStringLiteral("2026-11-20")), ginseng, 1000, 100, 3);
+        const int ginseng = product("홍삼", 1200);
+        detail(order("2026-11-20"), ginseng, 1000, 100, 3);
         openAll();
     }
 
     /// The line, current on the order that it stands on.
     void openAll(int order = 1)
     {
-        open(session_.rsCustSaleMaster, clsSQL().getOrderMasterSQL(Patient));
+        openRows(session_.rsCustSaleMaster, clsSQL().getOrderMasterSQL(Patient));
         session_.rsCustSaleMaster->setBookmark(order);
-        open(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order));
+        openRows(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order));
         session_.rsCustSaleDetails->setBookmark(1);
     }
     Outcome takeBack(int count, const char *date, const char *memo = "")
@@ -39,22 +36,15 @@ protected:
         return operations_.takeBack(operations_.currentLine(), refund);
     }
 
-    Rows orders() { return rows(QStringLiteral("SELECT OrdM_PK, OrdM_Date, OrdM_Total FROM tPSOrderMaster ORDER BY OrdM_PK")); }
+    Rows orders() { return rows("SELECT OrdM_PK, OrdM_Date, OrdM_Total FROM tPSOrderMaster ORDER BY OrdM_PK"); }
     Rows lines()
     {
-        return rows(QStringLiteral("SELECT OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType "
-                                   "FROM tPSOrderDetail ORDER BY OrdD_PK"));
+        return rows("SELECT OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType "
+                    "FROM tPSOrderDetail ORDER BY OrdD_PK");
     }
-    Rows notes() { return rows(QStringLiteral("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK")); }
+    Rows notes() { return rows("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK"); }
 
     RefundOperations operations_{session_};
-
-private:
-    static void open(SaleSession::RecordsetPtr &recordset, const QString &source)
-    {
-        recordset = std::make_unique<ado::Recordset>();
-        recordset->Open(source, gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
-    }
 };
 
 constexpr const char *soldLine = "1|1|1000|100|3|0";
@@ -63,13 +53,7 @@ constexpr const char *soldLine = "1|1|1000|100|3|0";
 
 TEST_F(LineTakenBack, TheRowGoesOnAnOrderOfTheReturnsDateWhichIsMadeWhenThereIsNone)
 {
-    struct Case
-    {
-        const char *date;
-        Rows orders;
-        Rows lines;
-    };
-    const Case cases[] = {
+    const struct { const char *date; Rows orders; Rows lines; } cases[] = {
         // On the day of the sale: the same order.
         {"2026-11-20", {"1|2026-11-20|1850"}, {soldLine, "1|1|850|0|-1|NULL"}},
         // No order on that day: a new one.
@@ -81,23 +65,22 @@ TEST_F(LineTakenBack, TheRowGoesOnAnOrderOfTheReturnsDateWhichIsMadeWhenThereIsN
          {"1|2026-11-20|1850", "2|2026-11-24|-1700"},
          {soldLine, "1|1|850|0|-1|NULL", "2|1|850|0|-1|NULL", "2|1|850|0|-1|NULL"}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         EXPECT_EQ(takeBack(-1, c.date), Outcome::Done);
         EXPECT_EQ(orders(), c.orders);
         EXPECT_EQ(lines(), c.lines);
     }
-    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_HalinTotal FROM tPSOrderMaster ORDER BY OrdM_PK")), ElementsAre("300", "0"));
-    EXPECT_THAT(rows(QStringLiteral("SELECT Cust_PK, OrdM_Address, OrdM_Tel, OrdM_Cel FROM tPSOrderMaster WHERE OrdM_PK = 2")),
+    EXPECT_THAT(rows("SELECT OrdM_HalinTotal FROM tPSOrderMaster ORDER BY OrdM_PK"), ElementsAre("300", "0"));
+    EXPECT_THAT(rows("SELECT Cust_PK, OrdM_Address, OrdM_Tel, OrdM_Cel FROM tPSOrderMaster WHERE OrdM_PK = 2"),
                 ElementsAre("41|서울시 종로구 1|02-123-4567|010-1234-5678"));
 }
 
 TEST_F(LineTakenBack, OfSeveralOrdersOfADateTheFirstTakesTheRowEvenIfTheLineStandsOnAnother)
 {
-    const int second = order(QStringLiteral("2026-11-20"));
+    const int second = order("2026-11-20");
     atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdM_PK = %1").arg(second));
     openAll(second);
-    EXPECT_EQ(operations_.takeBack(operations_.currentLine(), {-3, QDate(2026, 11, 20), {}, Currency::fromWon(900)}),
-              Outcome::Done);
+    EXPECT_EQ(operations_.takeBack(operations_.currentLine(), {-3, QDate(2026, 11, 20), {}, Currency::fromWon(900)}), Outcome::Done);
     EXPECT_THAT(lines(), ElementsAre("2|1|1000|100|3|0", "1|1|900|0|-3|NULL"));
 }
 
@@ -123,7 +106,7 @@ TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
     // The sale's order is another customer's by now: no row may hang on an order that is not there.
     openAll();
     const SoldLine sold = operations_.currentLine();
-    atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET Cust_PK = 42"));
+    atOtherDesk("UPDATE tPSOrderMaster SET Cust_PK = 42");
     EXPECT_EQ(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), Outcome::Failed);
     EXPECT_THAT(lines(), ElementsAre(soldLine));
     EXPECT_THAT(notes(), ElementsAre(note + "\n▶2026-11-20일 (-1)개 반품"));
@@ -132,9 +115,9 @@ TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
 TEST_F(LineTakenBack, ALineChangedAtAnotherDeskIsNotTakenBack)
 {
     const SoldLine sold = operations_.currentLine();
-    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 창구'"));
+    atOtherDesk("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 창구'");
     EXPECT_THROW(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), runtime::RuntimeError);
-    EXPECT_TRUE(runtime::isNull(session_.rsCustSaleDetails->value(QStringLiteral("OrdD_RfndMemo")))) << "nothing stays pending";
+    EXPECT_TRUE(runtime::isNull(session_.rsCustSaleDetails->value("OrdD_RfndMemo"))) << "nothing stays pending";
     EXPECT_THAT(notes(), ElementsAre("다른 창구"));
     EXPECT_THAT(lines(), ElementsAre(soldLine));
     EXPECT_EQ(takeBack(-1, "2026-11-20"), Outcome::Done);
@@ -144,11 +127,10 @@ TEST_F(LineTakenBack, ALineChangedAtAnotherDeskIsNotTakenBack)
 TEST_F(LineTakenBack, AnOrderMadeInVainIsShownWithItsOwnLines)
 {
     int rowChanges = 0;
-    QObject::connect(session_.rsCustSaleMaster.get(), &ado::Recordset::rowChanged, session_.rsCustSaleMaster.get(),
-                     [&] { ++rowChanges; });
-    refuse(QStringLiteral("BEFORE INSERT ON tPSOrderDetail"));
+    QObject::connect(session_.rsCustSaleMaster.get(), &ado::Recordset::rowChanged, session_.rsCustSaleMaster.get(), [&] { ++rowChanges; });
+    refuse("BEFORE INSERT ON tPSOrderDetail");
     const SoldLine sold = operations_.currentLine();
     EXPECT_EQ(operations_.takeBack(sold, {-1, QDate(2026, 11, 24), {}, Currency::fromWon(900)}), Outcome::Failed);
-    EXPECT_EQ(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK")).toInt(), 2);
+    EXPECT_EQ(session_.rsCustSaleMaster->value("OrdM_PK").toInt(), 2);
     EXPECT_EQ(rowChanges, 1);
 }

@@ -5,10 +5,13 @@
 #include "session/modGlobalVars.h"
 #include "tests/support/TestDatabase.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <deque>
 #include <vector>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 /// "7|2026-11-24|NULL": the cells of a row, the rows of an answer one below the other.
 using Rows = std::vector<std::string>;
@@ -30,6 +33,8 @@ protected:
     int product(const QString &name, int price, bool taxed = true, bool handled = true);
     int order(const QString &date, int customer = Patient);
     int detail(int orderKey, int productKey, int price, int discount, int count);
+    /// Rows to be changed, on the session's connection.
+    static void openRows(SaleSession::RecordsetPtr &recordset, const QString &source);
 
     static constexpr int Patient = 41;
     static constexpr const char *Today = "2026-11-24";
@@ -47,12 +52,7 @@ private:
 class BoxReader
 {
 public:
-    struct Box
-    {
-        QString text;
-        int flags;
-        QString title;
-    };
+    struct Box { QString text; int flags; QString title; };
 
     BoxReader();
     ~BoxReader();

@@ -17,10 +17,7 @@
 class DialogDriver
 {
 public:
-    explicit DialogDriver(QWidget *dialog)
-        : dialog_(dialog)
-    {
-    }
+    explicit DialogDriver(QWidget *dialog) : dialog_(dialog) {}
 
     template <typename Control>
     Control *find(const char *name) const
@@ -39,17 +36,8 @@ public:
     void press(const char *name) const { find<QAbstractButton>(name)->click(); }
     bool checked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
     /// A key as the keyboard sends it, to whatever the user stands on.
-    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {}) const
-    {
-        QTest::keyClick(dialog_->windowHandle(), code, modifiers);
-    }
-    struct KeyMove
-    {
-        const char *from;
-        Qt::Key code;
-        Qt::KeyboardModifiers modifiers;
-        const char *to;
-    };
+    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {}) const { QTest::keyClick(dialog_->windowHandle(), code, modifiers); }
+    struct KeyMove { const char *from; Qt::Key code; Qt::KeyboardModifiers modifiers; const char *to; };
     void expectMoves(std::initializer_list<KeyMove> moves) const
     {
         for (const KeyMove &move : moves) {

@@ -12,12 +12,7 @@
 class MessageRecorder
 {
 public:
-    struct Message
-    {
-        QString text;
-        int flags;
-        QString title;
-    };
+    struct Message { QString text; int flags; QString title; };
 
     MessageRecorder()
     {

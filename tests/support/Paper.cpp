@@ -47,7 +47,7 @@ Paper::Paper(const QString &file)
 Paper Paper::of(const print::Document &document)
 {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("paper.pdf"));
+    const QString file = folder.filePath("paper.pdf");
     print::savePdf(document, file, QStringLiteral("paper"));
     return Paper(file);
 }

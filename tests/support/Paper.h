@@ -11,12 +11,8 @@
 class Paper
 {
 public:
-    struct Word
-    {
-        QString text;
-        int page; ///< from 0
-        QRectF box; ///< mm
-    };
+    // page: from 0; box: mm
+    struct Word { QString text; int page; QRectF box; };
 
     /// Reads a PDF file. Raises std::runtime_error when it is none.
     explicit Paper(const QString &file);

@@ -72,15 +72,14 @@ void PostgresServer::initialise()
 {
     QProcess initdb;
     initdb.setProcessChannelMode(QProcess::MergedChannels);
-    launch(initdb, QStringLiteral("initdb"),
-           {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
+    launch(initdb, QStringLiteral("initdb"), {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
             QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
             QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
     if (!initdb.waitForFinished(startTimeout) || initdb.exitCode() != 0)
         throw std::runtime_error("initdb: " + initdb.readAll().toStdString());
 
     // One role has to give its password.
-    QFile access(folder_.filePath(QStringLiteral("data/pg_hba.conf")));
+    QFile access(folder_.filePath("data/pg_hba.conf"));
     if (!access.open(QIODevice::ReadWrite))
         throw std::runtime_error("pg_hba.conf: " + access.errorString().toStdString());
     const QByteArray rest = access.readAll();
@@ -96,8 +95,7 @@ void PostgresServer::start()
     QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path()};
     QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=60")};
     if (writing_ == Writing::Careless)
-        settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off")
-                 << QStringLiteral("synchronous_commit=off");
+        settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off") << QStringLiteral("synchronous_commit=off");
     for (const QString &setting : settings)
         arguments << QStringLiteral("-c") << setting;
     launch(*server_, QStringLiteral("postgres"), arguments);

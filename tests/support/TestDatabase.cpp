@@ -42,7 +42,7 @@ TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
     : engine_(engine)
 {
     if (engine == ado::Engine::SQLite) {
-        address_ = QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"));
+        address_ = QStringLiteral("sqlite:") + folder_.filePath("clinic.db");
     } else {
         serverDatabase_ = PostgresServer::instance().createDatabase();
         address_ = engine == ado::Engine::Odbc ? PostgresServer::instance().odbcAddress(serverDatabase_)
@@ -61,7 +61,7 @@ TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
     QSqlDatabase plain;
     if (engine == ado::Engine::SQLite) {
         plain = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), plainName_);
-        plain.setDatabaseName(folder_.filePath(QStringLiteral("clinic.db")));
+        plain.setDatabaseName(folder_.filePath("clinic.db"));
         plain.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
     } else {
         const QString address = PostgresServer::instance().postgresAddress(serverDatabase_);
