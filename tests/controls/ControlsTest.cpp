@@ -53,46 +53,25 @@ QString accessibleName(QWidget *widget)
 
 } // namespace
 
-TEST(MessageBox, EachButtonGivesItsAnswer)
+TEST(MessageBox, EachButtonAndKeyGivesItsAnswer)
 {
-    struct Case
-    {
-        int flags;
-        QString caption;
-        Answer answer;
+    using namespace controls;
+    const struct { int flags; const char *caption; Qt::Key key; Answer answer; } cases[] = {
+        {ConfirmOnly, "확인", {}, Answer::Confirm},
+        {YesNo | QuestionIcon, "예", {}, Answer::Yes},
+        {YesNo, "아니오", {}, Answer::No},
+        {YesNoCancel | InformationIcon, "예", {}, Answer::Yes},
+        {YesNoCancel, "아니오", {}, Answer::No},
+        {YesNoCancel, "취소", {}, Answer::Cancel},
+        {ConfirmOnly, nullptr, Qt::Key_Escape, Answer::Confirm},
+        {YesNo, nullptr, Qt::Key_Escape, Answer::No},
+        {YesNoCancel, nullptr, Qt::Key_Escape, Answer::Cancel},
+        {YesNo, nullptr, Qt::Key_Return, Answer::Yes},
+        {YesNo | SecondButtonDefault, nullptr, Qt::Key_Return, Answer::No},
     };
-    const Case cases[] = {
-        {controls::ConfirmOnly, QStringLiteral("확인"), Answer::Confirm},
-        {controls::YesNo | controls::QuestionIcon, QStringLiteral("예"), Answer::Yes},
-        {controls::YesNo, QStringLiteral("아니오"), Answer::No},
-        {controls::YesNoCancel | controls::InformationIcon, QStringLiteral("예"), Answer::Yes},
-        {controls::YesNoCancel, QStringLiteral("아니오"), Answer::No},
-        {controls::YesNoCancel, QStringLiteral("취소"), Answer::Cancel},
-    };
-    for (const Case &row : cases) {
-        inBox([&](QMessageBox &box) { press(box, row.caption); });
-        EXPECT_EQ(MsgBox(QStringLiteral("계속 하시겠습니까?"), row.flags), row.answer) << row.caption.toStdString();
-    }
-}
-
-TEST(MessageBox, EscAndEnterAnswerWithoutTheMouse)
-{
-    struct Case
-    {
-        int flags;
-        Qt::Key key;
-        Answer answer;
-    };
-    const Case cases[] = {
-        {controls::ConfirmOnly, Qt::Key_Escape, Answer::Confirm},
-        {controls::YesNo, Qt::Key_Escape, Answer::No},
-        {controls::YesNoCancel, Qt::Key_Escape, Answer::Cancel},
-        {controls::YesNo, Qt::Key_Return, Answer::Yes},
-        {controls::YesNo | controls::SecondButtonDefault, Qt::Key_Return, Answer::No},
-    };
-    for (const Case &row : cases) {
-        inBox([&](QMessageBox &box) { QTest::keyClick(&box, row.key); });
-        EXPECT_EQ(MsgBox(QStringLiteral("?"), row.flags), row.answer) << row.flags << ' ' << row.key;
+    for (const auto &row : cases) {
+        inBox([&](QMessageBox &box) { row.caption ? press(box, row.caption) : QTest::keyClick(&box, row.key); });
+        EXPECT_EQ(MsgBox("계속 하시겠습니까?", row.flags), row.answer) << row.flags << ' ' << row.key;
     }
 }
 
@@ -110,11 +89,11 @@ TEST(MessageBox, TextIsPlainWithItsLineBreaksAndTheTitleFallsToTheWindow)
         seen << shown.text() << shown.windowTitle();
     };
     inBox(look);
-    MsgBox(QStringLiteral("<b>첫째</b>\r둘째\r\n셋째\n"), controls::InformationIcon, QString(), box);
+    MsgBox("<b>첫째</b>\r둘째\r\n셋째\n", controls::InformationIcon, QString(), box);
     inBox(look);
-    MsgBox(QStringLiteral("?"));
+    MsgBox("?");
     inBox(look);
-    MsgBox(QStringLiteral("!"), 0, QStringLiteral("저장"));
+    MsgBox("!", 0, QStringLiteral("저장"));
     EXPECT_EQ(seen, (QStringList{QStringLiteral("<b>첫째</b>\n둘째\n셋째\n"), window.windowTitle(), QStringLiteral("?"),
                                  window.windowTitle(), QStringLiteral("!"), QStringLiteral("저장")}));
 }
@@ -132,12 +111,12 @@ TEST(Stepper, ItsButtonsFollowItsNameAndLeaveTheFocusToTheBox)
     int value = 0;
     QObject::connect(stepper, &controls::Stepper::up, [&] { value += 5; });
     QObject::connect(stepper, &controls::Stepper::down, [&] { value -= 2; });
-    QTest::mouseClick(window.findChild<QToolButton *>(QStringLiteral("udNoOfProdPlusMinus_0_up")), Qt::LeftButton);
-    QTest::mouseClick(window.findChild<QToolButton *>(QStringLiteral("udNoOfProdPlusMinus_0_down")), Qt::LeftButton);
+    QTest::mouseClick(window.findChild<QToolButton *>("udNoOfProdPlusMinus_0_up"), Qt::LeftButton);
+    QTest::mouseClick(window.findChild<QToolButton *>("udNoOfProdPlusMinus_0_down"), Qt::LeftButton);
     EXPECT_EQ(value, 3);
     EXPECT_TRUE(box->hasFocus());
     stepper->setObjectName(QStringLiteral("udIincomingCount"));
-    EXPECT_NE(window.findChild<QToolButton *>(QStringLiteral("udIincomingCount_up")), nullptr);
+    EXPECT_NE(window.findChild<QToolButton *>("udIincomingCount_up"), nullptr);
 }
 
 TEST(Appearance, TheDeskFontDrawsTheBackslashAsTheWonSign)

@@ -19,11 +19,9 @@ protected:
     /// Orders 1 to `count`, one a day, owing 100 won times their key; the last one owes a negative sum.
     void makeOrders(int count)
     {
-        database_.run(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                                     "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo) "
-                                     "SELECT 41, '2026-11-20', 1 + i % 2, CASE WHEN i = %1 THEN -5000 ELSE i * 100 END, "
-                                     "'메모 ' || i FROM n")
-                          .arg(count));
+        database_.run(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO "
+                                     "tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo) SELECT 41, '2026-11-20', "
+                                     "1 + i % 2, CASE WHEN i = %1 THEN -5000 ELSE i * 100 END, '메모 ' || i FROM n").arg(count));
     }
 
     void open(ado::CursorType cursor = ado::CursorType::Keyset)

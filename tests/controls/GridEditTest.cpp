@@ -46,14 +46,7 @@ protected:
 
 TEST_F(EditedGrid, AnEntryIsSavedWhenTheCellIsLeft)
 {
-    struct Case
-    {
-        const char *typed;
-        Qt::Key leave;
-        const char *stored;
-        const char *shown;
-    };
-    const Case cases[] = {
+    const struct { const char *typed; Qt::Key leave; const char *stored, *shown; } cases[] = {
         {"2500", Qt::Key_Return, "2500", "\\2,500"},
         {"-\\1,200", Qt::Key_Return, "-1200", "-\\1,200"},
         {"7x8-", Qt::Key_Tab, "78", "\\78"}, // only money can be typed
@@ -61,7 +54,7 @@ TEST_F(EditedGrid, AnEntryIsSavedWhenTheCellIsLeft)
         {"900", Qt::Key_Escape, "0", "\\0"},
     };
     openForEditing();
-    for (const Case &row : cases) {
+    for (const auto &row : cases) {
         type(1, row.typed);
         QTest::keyClick(editor(), row.leave); // alone, without what a pass of the event loop would do
         EXPECT_EQ(stored(2), row.stored) << row.typed;
@@ -77,7 +70,7 @@ TEST_F(EditedGrid, AnotherRowTakesTheEntryFirstAndTheStepAfterwards)
 {
     openForEditing();
     type(0, "55");
-    EXPECT_EQ(grid_.columnValue(QStringLiteral("OrdM_Misugum")).toString(), QStringLiteral("55")) << "as typed so far";
+    EXPECT_EQ(grid_.columnValue("OrdM_Misugum").toString(), QStringLiteral("55")) << "as typed so far";
     click(2, 1);
     EXPECT_EQ(stored(1), "55");
     EXPECT_EQ(stored(3), "-5000");
@@ -97,7 +90,7 @@ TEST_F(EditedGrid, AConflictIsToldAndTheCellShowsWhatTheOtherDeskStored)
 {
     openForEditing();
     type(1, "55");
-    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 777 WHERE OrdM_PK = 2"));
+    database_.run("UPDATE tPSOrderMaster SET OrdM_Misugum = 777 WHERE OrdM_PK = 2");
     key(Qt::Key_Return);
     settle();
     EXPECT_EQ(boxes_.messages.size(), 1);
@@ -137,7 +130,7 @@ TEST_F(EditedGrid, AHandlerMayRequeryTheVeryRowsThatAreBeingEdited)
     EXPECT_EQ(editor(), nullptr);
 
     onEvent(&grid_, &RecordsetGrid::afterColumnUpdate, &grid_, [this](int) {
-        database_.run(QStringLiteral("DELETE FROM tPSOrderMaster"));
+        database_.run("DELETE FROM tPSOrderMaster");
         orders_.Requery();
     });
     type(1, "70");
@@ -148,7 +141,7 @@ TEST_F(EditedGrid, AHandlerMayRequeryTheVeryRowsThatAreBeingEdited)
 
 TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)
 {
-    database_.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_IsHide, PM_IsTaxed) VALUES ('경옥고', NULL, 1), ('쌍화차', 1, 1)"));
+    database_.run("INSERT INTO tPSProductMaster (PM_Name, PM_IsHide, PM_IsTaxed) VALUES ('경옥고', NULL, 1), ('쌍화차', 1, 1)");
     ado::Recordset products;
     products.Open(QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_PK"), database_.connection(),
                   ado::CursorType::Keyset, ado::LockType::Optimistic);
@@ -162,7 +155,7 @@ TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)
         changedColumn = column;
         products.Update();
     });
-    const auto hidden = [&] { return database_.rows(QStringLiteral("SELECT PM_IsHide, PM_IsTaxed FROM tPSProductMaster ORDER BY PM_PK")).join(u' ').toStdString(); };
+    const auto hidden = [&] { return database_.rows("SELECT PM_IsHide, PM_IsTaxed FROM tPSProductMaster ORDER BY PM_PK").join(u' ').toStdString(); };
 
     click(1, 0);
     EXPECT_EQ(hidden(), "NULL|1 0|1") << "one click takes the row and toggles its cell";
@@ -175,7 +168,7 @@ TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)
     key(Qt::Key_Space);
     EXPECT_EQ(hidden(), "0|1 0|1");
 
-    database_.run(QStringLiteral("UPDATE tPSProductMaster SET PM_IsHide = 1, PM_Name = '경옥고 大' WHERE PM_PK = 1"));
+    database_.run("UPDATE tPSProductMaster SET PM_IsHide = 1, PM_Name = '경옥고 大' WHERE PM_PK = 1");
     key(Qt::Key_Space);
     EXPECT_EQ(boxes_.messages.size(), 1);
     EXPECT_EQ(shown(0, 1), "경옥고 大") << "the row shows what the other desk stored";

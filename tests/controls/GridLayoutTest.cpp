@@ -204,10 +204,10 @@ TEST_F(UserLayout, AForeignOrDamagedFileIsPassedOver)
 
 TEST_F(UserLayout, AFileThatCannotBeWrittenIsAnError)
 {
-    EXPECT_THROW(grid_.saveLayout(folder_.filePath(QStringLiteral("missing/a.tdb")), layoutName), runtime::RuntimeError);
+    EXPECT_THROW(grid_.saveLayout(folder_.filePath("missing/a.tdb"), layoutName), runtime::RuntimeError);
     QObject::connect(&grid_, &RecordsetGrid::layoutChanged, &grid_,
-            [this] { grid_.saveLayout(folder_.filePath(QStringLiteral("missing/a.tdb")), layoutName); });
+            [this] { grid_.saveLayout(folder_.filePath("missing/a.tdb"), layoutName); });
     choose(QStringLiteral("택배"));
     ASSERT_EQ(boxes_.messages.size(), 1);
-    EXPECT_TRUE(boxes_.messages[0].text.contains(QStringLiteral("저장하지 못했습니다")));
+    EXPECT_TRUE(boxes_.messages[0].text.contains("저장하지 못했습니다"));
 }
