@@ -91,11 +91,7 @@ TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
 
 TEST_F(RememberedWindow, IsBroughtOntoTheScreenAndCutToIt)
 {
-    const struct
-    {
-        const char *what;
-        int x, y, width, height;
-    } cases[] = {
+    const struct { const char *what; int x, y, width, height; } cases[] = {
         {"right and below", 100000, 100000, 400, 300},
         {"left and above", -100000, -100000, 400, 300},
         {"half off the right edge", screen().right() - 50, 40, 400, 300},
@@ -152,7 +148,7 @@ TEST_F(RememberedWindow, KeepsItsColumnsWhileTheDesktopSizesIt)
         columns.resize(width, 200);
         EXPECT_EQ(columns.sizes().mid(0, 2), (QList<int>{150, 130})) << width;
     }
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !columns.findChild<QObject *>(QStringLiteral("settling")); }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !columns.findChild<QObject *>("settling"); }));
     columns.resize(700, 200); // by the user
     EXPECT_NE(columns.sizes().value(1), 130);
 
@@ -236,10 +232,7 @@ TEST(FormPosition, KeepsAWindowOnTheScreen)
     form.resize(300, 200);
     const int caption = form.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const QPoint corner(screen().right() + 1 - 300, screen().bottom() + 1 - 200 - caption);
-    const struct
-    {
-        QPoint from, to;
-    } cases[] = {
+    const struct { QPoint from, to; } cases[] = {
         {{40, 50}, {40, 50}},
         {{-20, -1}, screen().topLeft()},
         {corner + QPoint(5, 5), corner},

@@ -68,11 +68,11 @@ TEST_F(PropertiesTab, SavesTrimmedTextsAndBothSwitchesAndTellsOfIt)
     int saved = 0;
     QObject::connect(&pane_, &PropertiesPane::propertiesSaved, &pane_, [&] {
         ++saved;
-        EXPECT_EQ(clsProperties().PropValue(QStringLiteral("수납시할인사용안함")), QStringLiteral("1"));
+        EXPECT_EQ(clsProperties().PropValue("수납시할인사용안함"), QStringLiteral("1"));
     });
     press("chkCmdSaveProperties");
     EXPECT_EQ(saved, 1);
-    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")), QStringLiteral("0"));
+    EXPECT_EQ(clsProperties().PropValue("숨기기체크된판매물품목록감추기"), QStringLiteral("0"));
 
     PropertiesPane otherDesk;
     otherDesk.loadProperties();
@@ -81,14 +81,14 @@ TEST_F(PropertiesTab, SavesTrimmedTextsAndBothSwitchesAndTellsOfIt)
         EXPECT_EQ(otherDesk.findChild<QLineEdit *>(QStringLiteral("txtProperties_%1").arg(index))->text(),
                   QStringLiteral("값 %1").arg(index));
     }
-    EXPECT_TRUE(otherDesk.findChild<QCheckBox *>(QStringLiteral("chkDoNotUseDiscountForSunap"))->isChecked());
-    EXPECT_FALSE(otherDesk.findChild<QCheckBox *>(QStringLiteral("chkHideHiddenCheckedProducts"))->isChecked());
+    EXPECT_TRUE(otherDesk.findChild<QCheckBox *>("chkDoNotUseDiscountForSunap")->isChecked());
+    EXPECT_FALSE(otherDesk.findChild<QCheckBox *>("chkHideHiddenCheckedProducts")->isChecked());
 }
 
 TEST_F(PropertiesTab, OnlyTheTextOneSwitchesOn)
 {
     for (const char *stored : {"0", "", "True", "01"}) {
-        clsProperties().PropValue(QStringLiteral("수납시할인사용안함"), QLatin1String(stored));
+        clsProperties().PropValue("수납시할인사용안함", QLatin1String(stored));
         check("chkDoNotUseDiscountForSunap")->setChecked(true);
         pane_.loadProperties();
         EXPECT_FALSE(check("chkDoNotUseDiscountForSunap")->isChecked()) << stored;
@@ -97,10 +97,10 @@ TEST_F(PropertiesTab, OnlyTheTextOneSwitchesOn)
 
 TEST_F(PropertiesTab, ShowsALogoWhateverItsFormatAndTakesItAwayWithTheFile)
 {
-    auto *logo = pane_.findChild<QLabel *>(QStringLiteral("picLogo"));
+    auto *logo = pane_.findChild<QLabel *>("picLogo");
     QImage picture(900, 300, QImage::Format_RGB32);
     picture.fill(Qt::red);
-    const QString file = folder_.filePath(QStringLiteral("RcptLog.dat"));
+    const QString file = folder_.filePath("RcptLog.dat");
     for (const char *format : {"BMP", "JPG"}) {
         ASSERT_TRUE(picture.save(file, format));
         pane_.loadProperties();
@@ -116,13 +116,13 @@ TEST_F(PropertiesTab, ShowsALogoWhateverItsFormatAndTakesItAwayWithTheFile)
 TEST_F(PropertiesTab, TheLogoIsAByteCopyOfTheChosenFileAndStaysWhenNoneIsChosen)
 {
     MessageRecorder boxes;
-    auto *logo = pane_.findChild<QLabel *>(QStringLiteral("picLogo"));
-    const QString target = folder_.filePath(QStringLiteral("RcptLog.dat"));
+    auto *logo = pane_.findChild<QLabel *>("picLogo");
+    const QString target = folder_.filePath("RcptLog.dat");
     const auto bytesOf = [](const QString &name) {
         QFile file(name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     };
-    const QString picture = folder_.filePath(QStringLiteral("로고.bmp"));
+    const QString picture = folder_.filePath("로고.bmp");
     QImage image(30, 10, QImage::Format_RGB32);
     image.fill(Qt::blue);
     ASSERT_TRUE(image.save(picture, "BMP"));
@@ -131,7 +131,7 @@ TEST_F(PropertiesTab, TheLogoIsAByteCopyOfTheChosenFileAndStaysWhenNoneIsChosen)
     EXPECT_EQ(bytesOf(target), bytesOf(picture));
     EXPECT_EQ(logo->pixmap().width(), 30);
 
-    QFile::rename(picture, folder_.filePath(QStringLiteral("moved.bmp")));
+    QFile::rename(picture, folder_.filePath("moved.bmp"));
     for (const QString &none : {QString(), picture}) {
         logo->clear();
         chooseLogo(none);

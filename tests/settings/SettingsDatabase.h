@@ -14,7 +14,7 @@ class SettingsDatabase : public testing::Test
 protected:
     SettingsDatabase()
     {
-        gcnnMasterDB = ado::Connection::open(QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db")), true);
+        gcnnMasterDB = ado::Connection::open(QStringLiteral("sqlite:") + folder_.filePath("clinic.db"), true);
         schema::createSchema(*gcnnMasterDB);
         gstrAppPath = folder_.path() + QLatin1Char('/');
     }
@@ -29,7 +29,7 @@ protected:
     {
         QStringList found;
         QSqlQuery query(gcnnMasterDB->database());
-        query.exec(QStringLiteral("SELECT tpsps_Key, tpsps_Value FROM tPSProperties ORDER BY tpsps_Key"));
+        query.exec("SELECT tpsps_Key, tpsps_Value FROM tPSProperties ORDER BY tpsps_Key");
         while (query.next())
             found += query.value(0).toString() + QLatin1Char('=')
                 + (query.isNull(1) ? QStringLiteral("NULL") : query.value(1).toString());

@@ -6,16 +6,16 @@ using Properties = SettingsDatabase;
 
 TEST_F(Properties, ReadingAnUnknownKeyMakesItWithAnEmptyValue)
 {
-    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("지점명")), QString());
+    EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
     EXPECT_EQ(properties(), QStringList{QStringLiteral("지점명=")});
-    clsProperties().PropValue(QStringLiteral("지점명"));
+    clsProperties().PropValue("지점명");
     EXPECT_EQ(properties().size(), 1);
 }
 
 TEST_F(Properties, NullReadsAsAnEmptyText)
 {
-    ASSERT_TRUE(run(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key) VALUES ('지점명')")));
-    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("지점명")), QString());
+    ASSERT_TRUE(run("INSERT INTO tPSProperties (tpsps_Key) VALUES ('지점명')"));
+    EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
     EXPECT_EQ(properties(), QStringList{QStringLiteral("지점명=NULL")});
 }
 
@@ -25,34 +25,33 @@ TEST_F(Properties, ARowMadeByAWriteIsCutAndOneThatExistsIsNot)
     const QString longValue(300, u'값');
     clsProperties setting;
     setting.PropValue(longKey, QStringLiteral("하나"));
-    setting.PropValue(QStringLiteral("긴값"), longValue);
-    EXPECT_EQ(properties(),
-              (QStringList{longKey.left(20) + QStringLiteral("=하나"), QStringLiteral("긴값=") + longValue.left(250)}));
+    setting.PropValue("긴값", longValue);
+    EXPECT_EQ(properties(), (QStringList{longKey.left(20) + QStringLiteral("=하나"), QStringLiteral("긴값=") + longValue.left(250)}));
 
     // The whole key misses the row that was cut, and makes a second one, whole.
     EXPECT_EQ(setting.PropValue(longKey), QString());
     EXPECT_EQ(properties().size(), 3);
-    setting.PropValue(QStringLiteral("긴값"), longValue);
-    EXPECT_EQ(setting.PropValue(QStringLiteral("긴값")), longValue);
+    setting.PropValue("긴값", longValue);
+    EXPECT_EQ(setting.PropValue("긴값"), longValue);
 }
 
 TEST_F(Properties, AQuoteFailsWhereTheRowIsMadeAndPassesWhereItExists)
 {
     const QString value = QStringLiteral("O'Neill");
     clsProperties setting;
-    setting.PropValue(QStringLiteral("지점대표자"), value);
+    setting.PropValue("지점대표자", value);
     EXPECT_TRUE(properties().isEmpty());
-    setting.PropValue(QStringLiteral("지점대표자")); // makes the row
-    setting.PropValue(QStringLiteral("지점대표자"), value);
-    EXPECT_EQ(setting.PropValue(QStringLiteral("지점대표자")), value);
+    setting.PropValue("지점대표자"); // makes the row
+    setting.PropValue("지점대표자", value);
+    EXPECT_EQ(setting.PropValue("지점대표자"), value);
 }
 
 TEST_F(Properties, ErrorsAreTrappedWithoutAWord)
 {
-    ASSERT_TRUE(run(QStringLiteral("DROP TABLE tPSProperties")));
-    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("지점명")), QString());
-    clsProperties().PropValue(QStringLiteral("지점명"), QStringLiteral("종로점"));
+    ASSERT_TRUE(run("DROP TABLE tPSProperties"));
+    EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
+    clsProperties().PropValue("지점명", QStringLiteral("종로점"));
     gcnnMasterDB.reset(); // the window can stand without a connection
-    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("지점명")), QString());
-    clsProperties().PropValue(QStringLiteral("지점명"), QStringLiteral("종로점"));
+    EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
+    clsProperties().PropValue("지점명", QStringLiteral("종로점"));
 }
