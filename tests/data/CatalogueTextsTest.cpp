@@ -18,13 +18,7 @@ Currency won(qint64 amount)
 
 TEST(CatalogueTexts, FillTheirPlacesInTurn)
 {
-    const struct
-    {
-        const char *what;
-        QString text;
-        QString holds;
-        QString doesNotHold;
-    } table[] = {
+    const struct { const char *what; QString text, holds, doesNotHold; } table[] = {
         {"quotes of a method and a memo are doubled", clsSQL().InsertTransactionSQL(1, Day, 3, -5, 2, "'", "a''b'"),
          "VALUES (1, '2026-03-09', 3, -5, 2, '''', 'a''''b''')", "["},
         {"left-out texts are empty", clsSQL().InsertTransactionSQL(1, Day, 3, 5, 2), "2, '', '')", "["},

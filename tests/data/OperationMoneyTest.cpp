@@ -134,11 +134,7 @@ TEST_P(OperationMoney, TellsWhetherAKeyHasRows)
 
 TEST_P(OperationMoney, DeletesOnlyMarkedRowsWhenAMarkIsGiven)
 {
-    const struct
-    {
-        const char *mark;
-        qint32 left;
-    } table[] = {{"x", 7}, {"표", 6}, {"' OR '1'='1", 6}, {"표'시", 5}, {"", 0}};
+    const struct { const char *mark; qint32 left; } table[] = {{"x", 7}, {"표", 6}, {"' OR '1'='1", 6}, {"표'시", 5}, {"", 0}};
     for (const auto &row : table) {
         EXPECT_EQ(money_.OPM_DeleteAllByReceipt(connection_, 101, QString::fromUtf8(row.mark)), 0) << row.mark;
         EXPECT_EQ(rowsLeft(101), row.left) << row.mark;
@@ -148,12 +144,7 @@ TEST_P(OperationMoney, DeletesOnlyMarkedRowsWhenAMarkIsGiven)
 
 TEST_P(OperationMoney, SplitsAPeriodByMedium)
 {
-    const struct
-    {
-        const char *what;
-        int first, last;
-        qint32 cash, bank, card;
-    } table[] = {
+    const struct { const char *what; int first, last; qint32 cash, bank, card; } table[] = {
         {"NULL, 00, 10 and an unknown 03 are cash; 02 and 12 bank; 01 and 11 card; refunds subtract", 1, 30, 12500, 2800, 9100},
         {"both ends are in", 5, 5, 10000, 0, 5000},
         {"a negative payment and a refund", 7, 7, -500, 0, -300},
@@ -178,13 +169,7 @@ TEST_P(OperationMoney, SumsOneReceipt)
 
 TEST_P(OperationMoney, HandsOutTheTreatmentReceiptsOfSomeDays)
 {
-    const struct
-    {
-        const char *what;
-        QList<QDate> days;
-        qint32 bonin, halin, jeolsa, sunap, refund;
-        int rows;
-    } table[] = {
+    const struct { const char *what; QList<QDate> days; qint32 bonin, halin, jeolsa, sunap, refund; int rows; } table[] = {
         {"all days when none is given", {}, 6500, 30, 10, 4990, 700, 6},
         {"two days", {day(1), day(20)}, 6500, 30, 10, 4990, 700, 5},
         {"one day", {day(20)}, 1500, 30, 0, 0, 700, 2},
@@ -195,8 +180,7 @@ TEST_P(OperationMoney, HandsOutTheTreatmentReceiptsOfSomeDays)
     for (const auto &row : table) {
         qint32 bonin = 1, halin = 1, jeolsa = 1, sunap = 1, refund = 1;
         EXPECT_EQ(money_.OPM_MakeTransactionRecordSet(connection_, 1, row.days, &rows, bonin, halin, jeolsa, sunap, refund), 0);
-        EXPECT_EQ(std::tuple(bonin, halin, jeolsa, sunap, refund),
-                  std::tuple(row.bonin, row.halin, row.jeolsa, row.sunap, row.refund))
+        EXPECT_EQ(std::tuple(bonin, halin, jeolsa, sunap, refund), std::tuple(row.bonin, row.halin, row.jeolsa, row.sunap, row.refund))
             << row.what;
         EXPECT_EQ(clinic::render(rows).size() - 1, row.rows) << row.what;
     }
@@ -210,8 +194,7 @@ TEST_P(OperationMoney, KeepsAReceiptWithoutLedgerRowsInTheList)
     const QString first = "QDate 2026-11-01|runtime::Currency 5000|runtime::Currency 12000|runtime::Currency 0|";
     EXPECT_EQ(clinic::render(rows).mid(1).join(u'\n').replace(" \n", "\n").toStdString(),
               (first + "QDate 2026-11-01|int 1|int 10|QString\n" + first + "QDate 2026-11-02|int 3|int 4000|QString 01\n"
-               + first + "QDate 2026-11-02|int 3|int 990|NULL\n" + "QDate 2026-11-02|NULL|NULL|NULL|NULL|NULL|NULL|NULL")
-                  .toStdString());
+               + first + "QDate 2026-11-02|int 3|int 990|NULL\n" + "QDate 2026-11-02|NULL|NULL|NULL|NULL|NULL|NULL|NULL").toStdString());
 }
 
 TEST_P(OperationMoney, ListsPaymentsAndRefundsThatAreToBeSubmitted)

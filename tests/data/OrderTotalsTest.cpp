@@ -13,17 +13,12 @@ namespace {
 class OrderTotals : public testing::TestWithParam<ado::Engine>
 {
 protected:
-    OrderTotals()
-        : database_(clinic::filledToWrite(GetParam()))
-        , connection_(database_.connection())
-    {
-    }
+    OrderTotals() : database_(clinic::filledToWrite(GetParam())), connection_(database_.connection()) {}
 
     QString totalsOf(qint32 order)
     {
         return database_.value(QStringLiteral("SELECT OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, "
-                                              "OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1")
-                                   .arg(order));
+                                              "OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order));
     }
 
     TestDatabase &database_;
@@ -32,12 +27,8 @@ protected:
 
 TEST_P(OrderTotals, AreTheSumsOfTheLinesAndLeaveOutstandingMoneyAlone)
 {
-    const struct
-    {
-        const char *what;
-        qint32 order;
-        QString totals; ///< taxed, tax-free, discounts, total, outstanding
-    } table[] = {
+    // totals: taxed, tax-free, discounts, total, outstanding
+    const struct { const char *what; qint32 order; QString totals; } table[] = {
         {"a return subtracts; service and loss add nothing", 101, "1800|0|300|1800|500"},
         {"a line whose product is gone counts among the discounts alone", 102, "0|85000|5020|85000|0"},
         {"a line without price adds nothing", 103, "100000|0|0|100000|NULL"},
@@ -89,14 +80,7 @@ TEST_P(OrderTotals, KeepAMuchSoldProductInUse)
 
 TEST_P(OrderTotals, AndTheLedgerGiveTheBalance)
 {
-    const struct
-    {
-        const char *what;
-        qint32 operation;
-        qint32 money;
-        qint64 balance;
-        qint64 outstanding;
-    } table[] = {
+    const struct { const char *what; qint32 operation, money; qint64 balance, outstanding; } table[] = {
         {"nothing taken", 0, 0, 2700, 2700},
         {"a payment", 3, 2000, 700, 700},
         {"and a cut", 1, 100, 600, 600},
