@@ -22,11 +22,6 @@ QString Till::Replace(ado::ConnectionPtr &connection, const QString &address)
     return before;
 }
 
-void Till::Fail()
-{
-    throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("서버가 거절했습니다."));
-}
-
 namespace {
 
 QObject *refuse()

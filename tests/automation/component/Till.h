@@ -28,8 +28,6 @@ public:
     /// Hands back another connection in the place of the one given; returns the address of the given one.
     Q_INVOKABLE QString Replace(ado::ConnectionPtr &connection, const QString &address);
 
-    Q_INVOKABLE void Fail();
-
 signals:
     void counted();
 
