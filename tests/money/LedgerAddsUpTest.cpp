@@ -59,8 +59,8 @@ protected:
     {
         gcnnMasterDB = database_.connection();
         if (GetParam() == ado::Engine::SQLite) { // nothing here has to outlast a power cut
-            QSqlQuery(gcnnMasterDB->database()).exec(QStringLiteral("PRAGMA synchronous = OFF"));
-            database_.run(QStringLiteral("PRAGMA synchronous = OFF"));
+            QSqlQuery(gcnnMasterDB->database()).exec("PRAGMA synchronous = OFF");
+            database_.run("PRAGMA synchronous = OFF");
         }
         session_.customer.lngCustPK = Patient;
     }
@@ -108,12 +108,12 @@ private:
         for (const char *table : {"tPSProductMaster", "tPSOrderMaster", "tPSOrderDetail", "tPSTransaction"})
             database_.run(QStringLiteral("DELETE FROM ") + QLatin1String(table));
         // Orders of somebody else on the same days, which nothing may touch.
-        database_.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Misugum) VALUES (42, '2026-11-20', 7), "
-                                     "(42, '2026-11-21', 7), (42, '2026-11-22', 7), (42, '2026-11-23', 7)"));
+        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Misugum) VALUES (42, '2026-11-20', 7), "
+                      "(42, '2026-11-21', 7), (42, '2026-11-22', 7), (42, '2026-11-23', 7)");
         for (const int price : {1200, 35000, 450}) {
             database_.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_IsTaxed) VALUES ('차', %1, %2)")
                               .arg(price).arg(int(price < 2000)));
-            products_[database_.value(QStringLiteral("SELECT MAX(PM_PK) FROM tPSProductMaster")).toInt()] = price;
+            products_[database_.value("SELECT MAX(PM_PK) FROM tPSProductMaster").toInt()] = price;
         }
         open(session_.rsSaleProductLists, clsSQL().getProductMasterSQL());
         open(session_.rsCustSaleMaster, clsSQL().getOrderMasterSQL(Patient));
@@ -157,7 +157,7 @@ private:
     /// Of several orders of the date the server chooses which one takes the line.
     void adoptLine(int product, Won amount, QDate date)
     {
-        const int key = database_.value(QStringLiteral("SELECT OrdM_PK FROM tPSOrderDetail ORDER BY OrdD_PK DESC LIMIT 1")).toInt();
+        const int key = database_.value("SELECT OrdM_PK FROM tPSOrderDetail ORDER BY OrdD_PK DESC LIMIT 1").toInt();
         require(books_.count(key) && books_[key].date == date, QStringLiteral("line on order %1").arg(key));
         books_[key].sold[product] += amount;
         ++books_[key].lines;
@@ -165,7 +165,7 @@ private:
     }
     void adoptOrder(QDate date)
     {
-        const int key = database_.value(QStringLiteral("SELECT MAX(OrdM_PK) FROM tPSOrderMaster")).toInt();
+        const int key = database_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster").toInt();
         require(!books_.count(key), QStringLiteral("no new order"));
         books_[key].date = date;
     }
@@ -369,8 +369,8 @@ private:
             "SELECT OrdM_PK, OrdM_Date, OrdM_Total, OrdM_Misugum, (SELECT COUNT(*) FROM tPSOrderDetail d WHERE d.OrdM_PK = m.OrdM_PK), "
             "(SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK = OrdM_PK) FROM tPSOrderMaster m WHERE Cust_PK = 41 ORDER BY OrdM_PK"));
         // Nothing left over of other orders, and nothing done to those of somebody else.
-        rows += database_.rows(QStringLiteral("SELECT (SELECT COUNT(*) FROM tPSOrderDetail), (SELECT COUNT(*) FROM tPSTransaction), "
-                                              "COUNT(*) FROM tPSOrderMaster WHERE OrdM_Misugum = 7 AND Cust_PK = 42 AND OrdM_Total IS NULL"));
+        rows += database_.rows("SELECT (SELECT COUNT(*) FROM tPSOrderDetail), (SELECT COUNT(*) FROM tPSTransaction), "
+                               "COUNT(*) FROM tPSOrderMaster WHERE OrdM_Misugum = 7 AND Cust_PK = 42 AND OrdM_Total IS NULL");
         expected += QStringLiteral("%1|%2|4").arg(lines).arg(entries);
         require(rows == expected, QStringLiteral("database:\n  %1\nbooks:\n  %2").arg(rows.join(QLatin1String("\n  ")), expected.join(QLatin1String("\n  "))));
     }

@@ -27,35 +27,27 @@ protected:
     /// An order of the customer with this total and outstanding money ("NULL" or an amount), made current.
     int openOrder(int total, const QString &outstanding = QStringLiteral("0"))
     {
-        const int key = order(QStringLiteral("2026-11-20"));
-        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_Misugum = %3 WHERE OrdM_PK = %1")
-                        .arg(key)
-                        .arg(total)
+        const int key = order("2026-11-20");
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_Misugum = %3 WHERE OrdM_PK = %1").arg(key).arg(total)
                         .arg(outstanding));
         loadOrders();
         session_.rsCustSaleMaster->setBookmark(key);
         pane_->loadCustTranManage(Patient, key);
         return key;
     }
-    void loadOrders()
-    {
-        session_.rsCustSaleMaster = std::make_unique<ado::Recordset>();
-        session_.rsCustSaleMaster->Open(clsSQL().getOrderMasterSQL(Patient), gcnnMasterDB, ado::CursorType::Keyset,
-                                        ado::LockType::Optimistic);
-    }
+    void loadOrders() { openRows(session_.rsCustSaleMaster, clsSQL().getOrderMasterSQL(Patient)); }
     /// "date|operator|money|method|memo" of all ledger rows.
     Rows ledgerRows()
     {
-        return rows(QStringLiteral("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo "
-                                   "FROM tPSTransaction ORDER BY tpstrans_PK"));
+        return rows("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo "
+                    "FROM tPSTransaction ORDER BY tpstrans_PK");
     }
-    std::string outstanding() { return rows(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK DESC")).at(0); }
+    std::string outstanding() { return rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK DESC").at(0); }
     /// One ledger row of an order; texts go in as they stand in a statement.
     void ledgerRow(int orderKey, const char *values)
     {
         atOtherDesk(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-                                   "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (41, %1, %2)")
-                        .arg(orderKey)
+                                   "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (41, %1, %2)").arg(orderKey)
                         .arg(QString::fromUtf8(values)));
     }
 

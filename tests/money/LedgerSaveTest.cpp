@@ -1,11 +1,7 @@
 #include "money/LedgerEntry.h"
 #include "tests/money/LedgerDesk.h"
 
-#include <gmock/gmock.h>
-
 using runtime::Currency;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -15,17 +11,14 @@ const std::string notSaved = "저장: 저장을 하지 못했습니다. 서버�
 class LedgerSave : public LedgerDesk, public testing::WithParamInterface<ado::Engine>
 {
 protected:
-    LedgerSave()
-        : LedgerDesk(GetParam())
-    {
-    }
+    LedgerSave() : LedgerDesk(GetParam()) {}
     void fill(int option, int method, const char *money, bool recalculates)
     {
         find<QDateEdit>("dtpTransReceiveDate")->setDate(QDate(2026, 11, 23));
         find<QRadioButton>(qPrintable(QStringLiteral("optTransOperator_%1").arg(option)))->setChecked(true);
         find<QComboBox>("cboPayMethod")->setCurrentIndex(method);
         find<QLineEdit>("txtTransMoney")->setText(QString::fromLatin1(money));
-        find<QLineEdit>("txtTransMemo")->setText(QStringLiteral(" 메모 "));
+        find<QLineEdit>("txtTransMemo")->setText(" 메모 ");
         find<QCheckBox>("chkTransMisuMoneyRecalculate")->setChecked(recalculates);
     }
 };
@@ -34,16 +27,8 @@ protected:
 
 TEST_P(LedgerSave, AnAddedRowHoldsTheFormAndTheOutstandingMoneyFollowsPaymentsAndRefunds)
 {
-    struct Case
-    {
-        int option;
-        int method;
-        bool recalculates;
-        const char *outstanding; ///< before, of an order of 10,000
-        const char *row;
-        const char *outstandingAfter;
-    };
-    const Case cases[] = {
+    // outstanding: before, of an order of 10,000
+    const struct { int option, method; bool recalculates; const char *outstanding, *row, *outstandingAfter; } cases[] = {
         {0, 0, true, "700", "2026-11-23|2|5000|NULL|메모", "700"},
         {1, 1, true, "700", "2026-11-23|1|5000|00|메모", "700"},
         {2, 2, true, "700", "2026-11-23|3|5000|01|메모", "5000"}, // what is left of the order
@@ -52,15 +37,14 @@ TEST_P(LedgerSave, AnAddedRowHoldsTheFormAndTheOutstandingMoneyFollowsPaymentsAn
         {3, 5, true, "NULL", "2026-11-23|4|5000|12|메모", "0"},
         {3, 0, true, "1000", "2026-11-23|4|5000|NULL|메모", "6000"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.row);
-        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+        atOtherDesk("DELETE FROM tPSTransaction");
         const int key = openOrder(10000, QString::fromLatin1(c.outstanding));
         fill(c.option, c.method, "\\5,000", c.recalculates);
         pane_->saveTrans(0);
         EXPECT_THAT(ledgerRows(), ElementsAre(c.row));
-        EXPECT_THAT(rows(QStringLiteral("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction")),
-                    ElementsAre("41|" + std::to_string(key)));
+        EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction"), ElementsAre("41|" + std::to_string(key)));
         EXPECT_EQ(outstanding(), c.outstandingAfter);
         EXPECT_EQ(text("txtTransMoney"), "\\0");
         EXPECT_EQ(shell_.left.back(), "02");
@@ -86,19 +70,13 @@ TEST_P(LedgerSave, AFailureIsToldAndLeavesEverythingAsItWas)
 {
     const int key = openOrder(10000, QStringLiteral("700"));
     ledgerRow(key, "'2026-11-20', 3, 300, '01', '옛것'");
-    struct Case
-    {
-        qint16 mode;
-        const char16_t *event;
-        const char *money;
-    };
-    const Case cases[] = {
+    const struct { qint16 mode; const char16_t *event; const char *money; } cases[] = {
         {0, u"BEFORE INSERT ON tPSTransaction", "\\5,000"},
         {1, u"BEFORE UPDATE ON tPSTransaction", "\\5,000"},
         {1, u"BEFORE UPDATE ON tPSOrderMaster", "\\5,000"}, // the row has been changed by then
         {0, u"BEFORE DELETE ON tPSTransaction", "none"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(qPrintable(QString::fromUtf16(c.event)));
         pane_->requeryCustTranManage();
         refuse(QString::fromUtf16(c.event));
@@ -113,7 +91,7 @@ TEST_P(LedgerSave, AFailureIsToldAndLeavesEverythingAsItWas)
         allowAgain();
     }
     // The row of an addition is saved before the outstanding money, which fails on its own.
-    refuse(QStringLiteral("BEFORE UPDATE ON tPSOrderMaster"));
+    refuse("BEFORE UPDATE ON tPSOrderMaster");
     fill(2, 1, "\\500", true);
     pane_->saveTrans(0);
     EXPECT_EQ(ledgerRows().size(), 2u);
@@ -139,14 +117,14 @@ TEST_P(LedgerSave, TheButtonsAddOnceThenOnlyEndTheEdit)
     fresh.loadCustTranManage(Patient, 1);
     auto *form = fresh.c1elaTransInfo();
     // The first time the orders cannot be read again, which must not leave the edit open.
-    atOtherDesk(QStringLiteral("ALTER TABLE tPSOrderMaster RENAME COLUMN Cust_PK TO hidden"));
+    atOtherDesk("ALTER TABLE tPSOrderMaster RENAME COLUMN Cust_PK TO hidden");
     for (int time : {1, 2}) {
-        form->findChild<QLineEdit *>(QStringLiteral("txtTransMoney"))->setText(QStringLiteral("\\500"));
-        form->findChild<QAbstractButton *>(QStringLiteral("chkCmdSaveTrans_0"))->click();
+        form->findChild<QLineEdit *>("txtTransMoney")->setText("\\500");
+        form->findChild<QAbstractButton *>("chkCmdSaveTrans_0")->click();
         EXPECT_EQ(ledgerRows().size(), 1u) << time;
         EXPECT_EQ(shell_.left.size(), std::size_t(2 + time));
         if (time == 1)
-            atOtherDesk(QStringLiteral("ALTER TABLE tPSOrderMaster RENAME COLUMN hidden TO Cust_PK"));
+            atOtherDesk("ALTER TABLE tPSOrderMaster RENAME COLUMN hidden TO Cust_PK");
     }
 }
 

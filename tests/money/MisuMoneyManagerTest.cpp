@@ -1,4 +1,5 @@
 #include "money/OutstandingFlow.h"
+#include "money/OutstandingMoney.h"
 #include "money/frmMisuMoneyManager.h"
 #include "platform/controls/Appearance.h"
 #include "platform/runtime/Conversions.h"
@@ -8,10 +9,6 @@
 #include <QHeaderView>
 #include <QWindow>
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 namespace {
@@ -24,7 +21,7 @@ protected:
 
     OutstandingButton()
     {
-        atOtherDesk(QStringLiteral("INSERT INTO Customer (Customer_PK, name, sn) VALUES (41, '홍길동', 'C-1'), (42, '김영희', 'C-2')"));
+        atOtherDesk("INSERT INTO Customer (Customer_PK, name, sn) VALUES (41, '홍길동', 'C-1'), (42, '김영희', 'C-2')");
         first_ = owing("2026-11-20", 12340, 300, 5000);
         second_ = owing("2026-11-22", 9000, 0, 2000);
         owing("2026-11-23", 700, 0, 0);
@@ -36,10 +33,7 @@ protected:
     {
         const int key = order(QString::fromLatin1(date), customer);
         atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_HalinTotal = %3, OrdM_Misugum = %4 WHERE OrdM_PK = %1")
-                        .arg(key)
-                        .arg(total)
-                        .arg(discount)
-                        .arg(owed));
+                        .arg(key).arg(total).arg(discount).arg(owed));
         return key;
     }
     void openList(const Act &act)
@@ -71,7 +65,7 @@ protected:
         });
         form.press("cmdMisuMoneyPay");
     }
-    Rows owed() { return rows(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK")); }
+    Rows owed() { return rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"); }
 
     OutstandingFlow outstanding_{session_, *pane_, &window_};
     int first_ = 0;
@@ -111,10 +105,9 @@ TEST_F(OutstandingButton, ListsWhatTheCustomerOwesAndTakesAPaymentForTheChosenOr
     });
     EXPECT_THAT(owed(), ElementsAre("2000", "2000", "0", "900"));
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-12-01|3|3000|11|"));
-    EXPECT_THAT(rows(QStringLiteral("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction")),
-                ElementsAre("41|" + std::to_string(first_)));
+    EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction"), ElementsAre("41|" + std::to_string(first_)));
     EXPECT_EQ(session_.rsCustSaleMaster->bookmark(), first_) << "the window stays on its order";
-    EXPECT_EQ(runtime::text(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_Misugum"))), QStringLiteral("2000"));
+    EXPECT_EQ(runtime::text(session_.rsCustSaleMaster->value("OrdM_Misugum")), QStringLiteral("2000"));
     EXPECT_THAT(boxes_.take(), IsEmpty());
 }
 
@@ -166,6 +159,17 @@ TEST_F(OutstandingButton, AFailedPaymentIsToldAndChangesNothing)
         EXPECT_THAT(boxes_.take(), IsEmpty());
     });
     EXPECT_EQ(owed().at(1), "1500");
+
+    openList([this](const DialogDriver &form) { // another desk deletes the order meanwhile
+        form.key(Qt::Key_End);
+        whenDialogStands([this](const DialogDriver &payment) {
+            atOtherDesk(QStringLiteral("DELETE FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(first_));
+            payment.press("cmdConfirm");
+        });
+        form.press("cmdMisuMoneyPay");
+    });
+    EXPECT_THAT(boxes_.take(), ElementsAre(StartsWith("미수금 수납 기록 오류: ")));
+    EXPECT_EQ(ledgerRows().size(), 1u);
 }
 
 TEST_F(OutstandingButton, WithoutTheDatabaseItSaysSoAndOpensNothing)
@@ -210,6 +214,7 @@ TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHea
     });
     frmMisuMoneyManager form;
     EXPECT_EQ(form.MisuMoneyManager(gcnnMasterDB, nullptr, 0, Patient, 0), -1);
+    EXPECT_FALSE(outstanding::listSQL(2, Patient).contains("WHERE")) << "no other mode leaves anything out";
 }
 
 TEST_F(OutstandingButton, TheKeyboardWorksTheList)

@@ -3,18 +3,13 @@
 #include "tests/money/LedgerDesk.h"
 #include "tests/support/DialogDriver.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace {
 
 /// The payment dialog for an order of 12,340 of 2026-11-20 that owes 5,000.
 class OutstandingPayment : public LedgerDesk
 {
 protected:
-    OutstandingPayment() { order_ = order(QStringLiteral("2026-11-20")); }
+    OutstandingPayment() { order_ = order("2026-11-20"); }
 
     bool ask(const std::function<void(const DialogDriver &)> &act, qint32 total = 12340)
     {
@@ -40,11 +35,7 @@ TEST_F(OutstandingPayment, ShowsTheOrderAndWhatWasTakenOnItsDay)
         ledgerRow(order_, row);
     EXPECT_FALSE(ask([](const DialogDriver &form) {
         EXPECT_EQ(form.window()->windowTitle(), QStringLiteral("미수금 수납"));
-        const struct
-        {
-            const char *name;
-            const char *text;
-        } cases[] = {
+        const struct { const char *name, *text; } cases[] = {
             {"txtName", "홍길동"},     {"txtChartnum", "C-1"},      {"txtReceiptTxDate", "2026-11-20"}, {"txtReceiptGeneral", "12,340"},
             {"txtReceiptBonin", ""},   {"txtReceiptCheonggu", ""},  {"txtGeneralCut", "40"},            {"txtGeneralDiscount", "300"},
             {"txtGeneralPay", "8,000"}, {"txtGeneralRefund", "1,000"}, {"txtGeneralSunap", "5000"},      {"txtBoninCut", ""},
@@ -60,13 +51,7 @@ TEST_F(OutstandingPayment, ShowsTheOrderAndWhatWasTakenOnItsDay)
 
 TEST_F(OutstandingPayment, HandsBackWhatWasTypedAndChosen)
 {
-    const struct
-    {
-        const char *typed;
-        int entry;
-        qint32 money;
-        const char *method;
-    } cases[] = {
+    const struct { const char *typed; int entry; qint32 money; const char *method; } cases[] = {
         {"5000", 0, 5000, "10"}, {"1,500", 1, 1500, "11"}, {"-300", 2, -300, "12"}, {"0", 0, 0, "10"}, {"2.5", 0, 2, "10"}, {"3.5", 0, 4, "10"},
     };
     for (const auto &c : cases) {
@@ -98,13 +83,11 @@ TEST_F(OutstandingPayment, OnlyANumberThatFitsIsTaken)
     EXPECT_THROW(ask([](const DialogDriver &form) {
                      form.type("txtGeneralSunap", "99999999999");
                      form.press("cmdConfirm");
-                 }),
-                 runtime::RuntimeError);
+                 }), runtime::RuntimeError);
     ledgerRow(order_, "'2026-11-20', 4, 2000000000, '00', ''");
     frmMisuMoneyPay dialog;
     EXPECT_THROW(dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QString(), QString(), QDate(2026, 11, 20), order_, 1, 2000000000,
-                                                 date_, money_, method_),
-                 runtime::RuntimeError);
+                                                 date_, money_, method_), runtime::RuntimeError);
     EXPECT_THAT(boxes_.take(), IsEmpty());
 }
 
@@ -128,7 +111,7 @@ TEST_F(OutstandingPayment, TheKeyboardWorksTheDialog)
         form.find<QWidget>("cmdConfirm")->setFocus();
         EXPECT_FALSE(steps->isEnabled());
         amount->setFocus();
-        steps->findChild<QAbstractButton *>(QStringLiteral("ssrUpDown_3"))->click();
+        steps->findChild<QAbstractButton *>("ssrUpDown_3")->click();
         EXPECT_EQ(amount->text(), QStringLiteral("-5000"));
         for (const char *button : {"cmdConfirm", "cmdCancel"})
             EXPECT_FALSE(form.find<QWidget>(button)->testAttribute(Qt::WA_InputMethodEnabled));

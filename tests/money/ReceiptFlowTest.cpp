@@ -4,11 +4,6 @@
 
 #include <QScreen>
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace {
 
 const std::string connectionFailure
@@ -43,11 +38,10 @@ TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToT
         form.press("chkGeneralRemainToMisuMoney");
         form.press("cmdConfirm");
     });
-    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|2|300||", "2026-11-20|1|40||", "2026-11-20|3|5000|00|",
-                                          "2026-11-20|3|4000|01|"));
-    EXPECT_THAT(rows(QStringLiteral("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction LIMIT 1")),
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|2|300||", "2026-11-20|1|40||", "2026-11-20|3|5000|00|", "2026-11-20|3|4000|01|"));
+    EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction LIMIT 1"),
                 ElementsAre("41|" + std::to_string(key)));
-    EXPECT_THAT(rows(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK")), ElementsAre("3000", "7"));
+    EXPECT_THAT(rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"), ElementsAre("3000", "7"));
     EXPECT_EQ(session_.rsCustTranManage->rowCount(), 4);
     EXPECT_EQ(text("txtTranTotalAmount"), "\\3,000");
     EXPECT_THAT(boxes_.take(), IsEmpty());
@@ -56,24 +50,19 @@ TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToT
 TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
 {
     using runtime::Currency;
-    struct Case
-    {
-        ledger::FirstPayment payment;
-        Rows rows;
-    };
     const QDate day(2026, 11, 24);
     openOrder(1000, QStringLiteral("500"));
-    const Case cases[] = {
+    const struct { ledger::FirstPayment payment; Rows rows; } cases[] = {
         {{41, 1, day, 0, 0, 0, 0}, {}},
         {{41, 1, day, -2700, -50, -1200, -1}, {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|",
                                                 "2026-11-24|3|-1|01|"}},
         {{41, 1, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
         {{41, 1, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         ledger::appendFirstPayment(*gcnnMasterDB, c.payment);
         EXPECT_EQ(ledgerRows(), c.rows);
-        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+        atOtherDesk("DELETE FROM tPSTransaction");
     }
 
     ledger::addOutstanding(*session_.rsCustSaleMaster, Currency::fromWon(-700));
@@ -98,7 +87,7 @@ TEST_F(ReceiptButton, OutstandingMoneyIsAddedToWhatTheOrderHoldsNow)
 {
     openOrder(10050, QStringLiteral("100"));
     takeReceipt([this](const DialogDriver &form) {
-        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 900, OrdM_ETCMemo = '다른 접수대'"));
+        atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 900, OrdM_ETCMemo = '다른 접수대'");
         form.press("chkAllSetting_2");
         form.press("cmdConfirm");
     });
@@ -109,16 +98,11 @@ TEST_F(ReceiptButton, OutstandingMoneyIsAddedToWhatTheOrderHoldsNow)
 
 TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialog)
 {
-    struct Case
-    {
-        const char16_t *event;
-        Rows rows;
-    };
-    const Case cases[] = {
+    const struct { const char16_t *event; Rows rows; } cases[] = {
         {u"BEFORE INSERT ON tPSTransaction WHEN NEW.tpstrans_Method = '01'", {"2026-11-20|1|40||", "2026-11-20|3|300|00|"}},
         {u"BEFORE UPDATE ON tPSOrderMaster", {"2026-11-20|1|40||", "2026-11-20|3|300|00|", "2026-11-20|3|1000|01|"}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         openOrder(12340, QStringLiteral("5"));
         refuse(QString::fromUtf16(c.event));
         bool closed = false;
@@ -139,7 +123,7 @@ TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialo
         // Nothing of the failed save rides along with a later one.
         ledger::addOutstanding(*session_.rsCustSaleMaster, runtime::Currency::fromWon(1));
         EXPECT_EQ(outstanding(), "6");
-        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+        atOtherDesk("DELETE FROM tPSTransaction");
     }
 }
 
@@ -147,7 +131,7 @@ TEST_F(ReceiptButton, WithoutTheDatabaseOrTheLedgersSumsItSaysSoAndOpensNothing)
 {
     ledgerRow(openOrder(12340), "'2026-11-20', 3, 10000, '00', ''");
     // That there are rows can be read, what they come to cannot: all would be asked for once more.
-    atOtherDesk(QStringLiteral("ALTER TABLE tPSTransaction RENAME COLUMN tpstrans_Money TO hidden"));
+    atOtherDesk("ALTER TABLE tPSTransaction RENAME COLUMN tpstrans_Money TO hidden");
     for (const bool connected : {true, false}) {
         if (!connected)
             gcnnMasterDB.reset();
@@ -163,16 +147,8 @@ TEST_F(ReceiptButton, WithoutTheDatabaseOrTheLedgersSumsItSaysSoAndOpensNothing)
 
 TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
 {
-    struct Case
-    {
-        const char *outstanding; ///< of the order before
-        const char *option;      ///< chosen
-        int method;
-        bool recalculates;
-        const char *row;
-        const char *outstandingAfter;
-    };
-    const Case cases[] = {
+    // outstanding: of the order before; option: chosen
+    const struct { const char *outstanding, *option; int method; bool recalculates; const char *row, *outstandingAfter; } cases[] = {
         {"0", "optOperator_2", 0, false, "2026-11-20|3|1000||", "0"},
         {"NULL", "optOperator_2", 1, false, "2026-11-20|3|1000|01|", "NULL"},
         {"5000", "optOperator_2", 2, true, "2026-11-20|3|1000|10|", "4000"},
@@ -181,9 +157,9 @@ TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
         {"5000", "optOperator_0", 3, true, "2026-11-20|1|1000||", "4000"},   // a cut bears no method
         {"-300", "optOperator_1", 0, true, "2026-11-20|2|1000||", "-1300"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.row);
-        atOtherDesk(QStringLiteral("DELETE FROM tPSTransaction"));
+        atOtherDesk("DELETE FROM tPSTransaction");
         const int key = openOrder(12340, QString::fromLatin1(c.outstanding));
         ledgerRow(key, "'2026-11-20', 3, 10000, '00', ''");
         takeReceipt([&](const DialogDriver &form) {
@@ -211,7 +187,7 @@ TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
     EXPECT_EQ(outstanding(), "-1300");
     EXPECT_THAT(boxes_.take(), IsEmpty());
 
-    refuse(QStringLiteral("BEFORE UPDATE ON tPSOrderMaster"));
+    refuse("BEFORE UPDATE ON tPSOrderMaster");
     takeReceipt([](const DialogDriver &form) { form.press("cmdConfirm"); });
     EXPECT_EQ(ledgerRows().size(), 3u);
     EXPECT_EQ(session_.rsCustTranManage->rowCount(), 3) << "a row that is written shows, whatever comes after it";
@@ -246,7 +222,7 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
         EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|" + std::string(kept) + "|4000|01|메모"));
     }
 
-    refuse(QStringLiteral("BEFORE UPDATE ON tPSTransaction"));
+    refuse("BEFORE UPDATE ON tPSTransaction");
     edit("optOperator_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("데이터베이스 접속 오류: " + connectionFailure));
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|NULL|4000|01|메모"));
@@ -272,7 +248,7 @@ TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)
 {
     for (const bool off : {false, true}) {
         SCOPED_TRACE(off);
-        atOtherDesk(QStringLiteral("DELETE FROM tPSProperties"));
+        atOtherDesk("DELETE FROM tPSProperties");
         atOtherDesk(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('수납시할인사용안함', '%1')")
                         .arg(off ? QStringLiteral("1") : QStringLiteral("yes")));
         frmSimpleReceipt dialog;

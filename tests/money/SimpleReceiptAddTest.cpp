@@ -2,11 +2,6 @@
 #include "tests/sales/SaleDesk.h"
 #include "tests/support/DialogDriver.h"
 
-#include <gmock/gmock.h>
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 namespace {
 
 /// What has been taken of an order of 10,000.
@@ -25,8 +20,7 @@ protected:
     {
         frmSimpleReceiptAdd dialog;
         return dialog.OperationAdd(nullptr, QDate(2026, 11, 20), 10000, taken.discount, taken.cut, taken.pay, taken.refund,
-                                   7, QStringLiteral("C-1"), QStringLiteral("홍길동"), date_, operator_, money_, method_,
-                                   recalculates_);
+                                   7, QStringLiteral("C-1"), QStringLiteral("홍길동"), date_, operator_, money_, method_, recalculates_);
     }
 
     BoxReader boxes_;
@@ -41,18 +35,12 @@ protected:
 
 TEST_F(FurtherReceipt, ProposesWhatIsLeftAsAPaymentAndWhatWasTooMuchAsARefund)
 {
-    struct Case
-    {
-        Taken taken;
-        qint16 code;
-        qint32 money;
-    };
-    const Case cases[] = {
+    const struct { Taken taken; qint16 code; qint32 money; } cases[] = {
         {{500, 50, 4000, 0}, 3, 5450},
         {{500, 50, 4000, 1000}, 3, 6450},
         {{0, 0, 12000, 0}, 4, 2000},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         whenDialogStands([](const DialogDriver &form) {
             EXPECT_EQ(form.text("txtDate"), "2026-11-20");
             EXPECT_EQ(form.text("txtReceipt_PK"), "7");
@@ -103,7 +91,7 @@ TEST_F(FurtherReceipt, OnlyANumberIsTakenAndItMayBeNegative)
         form.find<QWidget>("optOperator_2")->setFocus();
         EXPECT_FALSE(steps->isEnabled());
         form.find<QWidget>("txtMoney")->setFocus();
-        steps->findChild<QAbstractButton *>(QStringLiteral("ssrUpDown_3"))->click();
+        steps->findChild<QAbstractButton *>("ssrUpDown_3")->click();
         EXPECT_EQ(form.text("txtMoney"), "-7000");
         QTest::keyClick(form.window()->focusWidget(), Qt::Key_F12);
     });

@@ -82,14 +82,7 @@ TEST_F(SimpleReceipt, ComesUpWithTheOrdersDayAndTheTotalInCashButForTheSmallMone
 
 TEST_F(SimpleReceipt, DiscountAndCutLeaveTheCashToBePaid)
 {
-    struct Case
-    {
-        qint32 total;
-        int cutEntry;
-        const char *discount;
-        const char *figures;
-    };
-    const Case cases[] = {
+    const struct { qint32 total; int cutEntry; const char *discount, *figures; } cases[] = {
         {12340, 0, "0", "0 0 12340 0 0 | 12,340"},
         {12340, 1, "0", "0 0 12340 0 0 | 12,340"},
         {12345, 1, "0", "0 5 12340 0 0 | 12,340"},
@@ -100,7 +93,7 @@ TEST_F(SimpleReceipt, DiscountAndCutLeaveTheCashToBePaid)
         {0, 2, "0", "0 0 0 0 0 | 0"},
         {-1250, 2, "0", "0 -50 -1200 0 0 | -1,200"}, // an order of returns
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.figures);
         open(c.total);
         chooseCut(c.cutEntry);
@@ -111,21 +104,14 @@ TEST_F(SimpleReceipt, DiscountAndCutLeaveTheCashToBePaid)
 
 TEST_F(SimpleReceipt, APercentRoundsHalfToEven)
 {
-    struct Case
-    {
-        qint32 total;
-        const char *percent;
-        int cutEntry;
-        const char *figures;
-    };
-    const Case cases[] = {
+    const struct { qint32 total; const char *percent; int cutEntry; const char *figures; } cases[] = {
         {9999, "10", 2, "1000 99 8900 0 0 | 8,900"},
         {125, "10", 0, "12 0 113 0 0 | 113"},
         {135, "10", 0, "14 0 121 0 0 | 121"},
         {12340, "", 2, "0 40 12300 0 0 | 12,300"},
         {12340, "100", 2, "12340 0 0 0 0 | 0"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.total);
         open(c.total);
         chooseCut(c.cutEntry);
@@ -150,14 +136,7 @@ TEST_F(SimpleReceipt, AmountsOfEightDigitsLoseTheirLastOnes)
 
 TEST_F(SimpleReceipt, ButtonsPutTheRestWhereTheySay)
 {
-    struct Case
-    {
-        const char *button;
-        const char *cash;
-        const char *card;
-        const char *figures;
-    };
-    const Case cases[] = {
+    const struct { const char *button, *cash, *card, *figures; } cases[] = {
         {"chkGeneralRemain2Money_0", "1", "2", "300 40 12000 0 0 | 12,000"},
         {"chkGeneralRemain2Money_1", "1", "2000", "300 40 10000 2000 0 | 12,000"},
         {"chkGeneralRemain2Money_2", "1", "2", "300 40 0 12000 0 | 12,000"},
@@ -166,7 +145,7 @@ TEST_F(SimpleReceipt, ButtonsPutTheRestWhereTheySay)
         {"chkAllSetting_1", "1", "2", "300 40 12000 0 0 | 12,000"},
         {"chkAllSetting_2", "1", "2", "300 40 0 0 12,000 | 12,000"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.button);
         open(12340);
         form_->type("txtGeneralHalInMoney", "300");
@@ -180,13 +159,8 @@ TEST_F(SimpleReceipt, ButtonsPutTheRestWhereTheySay)
 
 TEST_F(SimpleReceipt, TheRemainderGoesToOnePlaceOrNone)
 {
-    struct Case
-    {
-        const char *box; ///< ticked, nullptr for none
-        const char *cash;
-        std::vector<float> saved;
-    };
-    const Case cases[] = {
+    // box: ticked, nullptr for none
+    const struct { const char *box, *cash; std::vector<float> saved; } cases[] = {
         {nullptr, "10000", {0, 40, 10000, 0, 0}},
         {"chkGeneralRemainToHalin", "10000", {2300, 40, 10000, 0, 0}},
         {"chkGeneralRemainToMisuMoney", "10000", {0, 40, 10000, 0, 2300}},
@@ -195,7 +169,7 @@ TEST_F(SimpleReceipt, TheRemainderGoesToOnePlaceOrNone)
         {"chkGeneralRemainToHalin", "15000", {-2700, 40, 15000, 0, 0}},
         {"chkGeneralRemainToMisuMoney", "15000", {0, 40, 15000, 0, -2700}},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.saved));
         open(12340);
         form_->type("txtGeneralSuNapMoney_0", c.cash);
@@ -229,23 +203,11 @@ TEST_F(SimpleReceipt, TheRemainderFollowsAlsoWhenThePaymentStaysTheSame)
     EXPECT_EQ(figures(), "300 400 12000 0 -360 | 11,640");
 }
 
-TEST_F(SimpleReceipt, CancelRaisesNothing)
-{
-    open(12340);
-    form_->press("cmdCancel");
-    EXPECT_FALSE(dialog_->isVisible());
-    EXPECT_FALSE(payment_);
-}
-
 TEST(SimpleReceiptEdit, HandsBackOneRowWithTheOperatorChosen)
 {
-    struct Case
-    {
-        const char16_t *caption;
-        int option; ///< that is on at first, -1 none
-    };
-    const Case cases[] = {{u"절사", 0}, {u"할인", 1}, {u"수납", 2}, {u"환불", 3}, {u"0", -1}};
-    for (const Case &c : cases) {
+    // option: that is on at first, -1 none
+    const struct { const char16_t *caption; int option; } cases[] = {{u"절사", 0}, {u"할인", 1}, {u"수납", 2}, {u"환불", 3}, {u"0", -1}};
+    for (const auto &c : cases) {
         frmSimpleReceipt dialog;
         std::vector<qint32> row;
         QDate day;
