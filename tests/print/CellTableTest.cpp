@@ -55,13 +55,13 @@ TEST(CellTable, PlacesSpansAlignmentsAndHeightsTrueToTheMillimetre)
 
     const Paper paper = Paper::of(onPage(table));
     EXPECT_EQ(paper.line(14).toStdString(), "a b|c;d");
-    EXPECT_NEAR(paper.word(QStringLiteral("a")).box.left(), 10, 0.2);
-    EXPECT_NEAR(paper.word(QStringLiteral("right")).box.right(), 60, 0.2);
-    EXPECT_NEAR(paper.word(QStringLiteral("right")).box.center().y(), 28, 0.5);
-    EXPECT_NEAR(paper.word(QStringLiteral("left")).box.left(), 60.9, 0.5); // behind its blank
-    EXPECT_NEAR(paper.word(QStringLiteral("center")).box.center().x(), 85, 0.2);
-    EXPECT_NEAR(paper.word(QStringLiteral("center")).box.center().y(), 42, 0.5);
-    EXPECT_FALSE(paper.has(QStringLiteral("hidden")));
+    EXPECT_NEAR(paper.word("a").box.left(), 10, 0.2);
+    EXPECT_NEAR(paper.word("right").box.right(), 60, 0.2);
+    EXPECT_NEAR(paper.word("right").box.center().y(), 28, 0.5);
+    EXPECT_NEAR(paper.word("left").box.left(), 60.9, 0.5); // behind its blank
+    EXPECT_NEAR(paper.word("center").box.center().x(), 85, 0.2);
+    EXPECT_NEAR(paper.word("center").box.center().y(), 42, 0.5);
+    EXPECT_FALSE(paper.has("hidden"));
 }
 
 TEST(CellTable, MakesTextsSmallerOrBreaksThemButNeverCutsThem)
@@ -75,10 +75,10 @@ TEST(CellTable, MakesTextsSmallerOrBreaksThemButNeverCutsThem)
     table.setText(3, 2, QStringLiteral("가나다라마바사"));
 
     const Paper paper = Paper::of(onPage(table));
-    const QRectF amount = paper.word(QStringLiteral("-9,876,543,210,000")).box;
+    const QRectF amount = paper.word("-9,876,543,210,000").box;
     EXPECT_NEAR(amount.right(), 30, 0.2);
     EXPECT_GE(amount.left(), 10);
-    const double full = paper.word(QStringLiteral("가나다라마바사")).box.height();
+    const double full = paper.word("가나다라마바사").box.height();
     QList<QRectF> halves;
     for (const Paper::Word &word : paper.words()) {
         if (word.text == QStringLiteral("가나다라마바사아자차카타파하"))
@@ -107,8 +107,8 @@ TEST(CellTable, BreaksAcrossPagesWithoutLosingOrRepeatingARow)
     for (int row = 1; row <= 100; ++row)
         expected << QStringLiteral("행%1").arg(row);
     EXPECT_EQ(rows, expected);
-    EXPECT_EQ(paper.word(QStringLiteral("행34")).page, 0); // 34 rows of 8 mm in 277 mm
-    EXPECT_EQ(paper.word(QStringLiteral("행35")).page, 1);
-    EXPECT_EQ(paper.word(QStringLiteral("행36")).page, 2);
+    EXPECT_EQ(paper.word("행34").page, 0); // 34 rows of 8 mm in 277 mm
+    EXPECT_EQ(paper.word("행35").page, 1);
+    EXPECT_EQ(paper.word("행36").page, 2);
     EXPECT_EQ(paper.sheets().size(), 4);
 }

@@ -64,7 +64,7 @@ TEST_F(PreviewTest, GoesThroughThePagesByKeysAndButtons)
     EXPECT_NEAR(inkColumns(), 2 * first, first / 4.0); // the second page's own text
     press(Qt::Key_End, Qt::ControlModifier);
     EXPECT_EQ(preview_.currentPage(), 2);
-    EXPECT_EQ(preview_.findChild<QLabel *>(QStringLiteral("lblPage"))->text().toStdString(), "3 / 3쪽");
+    EXPECT_EQ(preview_.findChild<QLabel *>("lblPage")->text().toStdString(), "3 / 3쪽");
     EXPECT_FALSE(button("cmdNextPage")->isEnabled());
     press(Qt::Key_PageDown);
     EXPECT_EQ(preview_.currentPage(), 2);

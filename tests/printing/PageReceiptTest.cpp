@@ -2,8 +2,6 @@
 
 #include <QElapsedTimer>
 
-#include <gmock/gmock.h>
-
 #include <map>
 
 namespace {
@@ -34,7 +32,7 @@ void expectPlaces(const Paper &paper, std::initializer_list<Place> places)
 class PageReceiptTest : public ReceiptDesk
 {
 protected:
-    PageReceiptTest() { clsProperties().PropValue(QStringLiteral("지점명"), QStringLiteral(" 젤보한의원 ")); } // is trimmed
+    PageReceiptTest() { clsProperties().PropValue("지점명", QStringLiteral(" 젤보한의원 ")); } // is trimmed
 };
 
 /// Texts of the first page that are printed bold, in their order.
@@ -63,8 +61,8 @@ std::vector<double> dashEnds(const Paper &paper)
 
 TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
 {
-    const int taxed = product(QStringLiteral("감초차"), 1234);
-    const int free = product(QStringLiteral("경옥고"), 50000, false);
+    const int taxed = product("감초차", 1234);
+    const int free = product("경옥고", 50000, false);
     const int key = order(QLatin1String(Today));
     detail(key, free, 50000, 500, 2);
     detail(key, taxed, 1234, 0, 3);
@@ -104,7 +102,7 @@ TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
                          {"50,000", Right, 102, 128},
                          {"500", Right, 131, 128},
                          // Money rows of 10 mm, behind the dashes.
-                         {"과세", Left, paper.word(QStringLiteral("과세")).box.left(), 147},
+                         {"과세", Left, paper.word("과세").box.left(), 147},
                          {"합계", Right, 102, 167},
                          {"102,702", Right, 189, 167},
                          {"현금수납", Right, 102, 197},
@@ -114,7 +112,7 @@ TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
                          {"22", Right, 189, 217},
                          {"11", Right, 189, 227},
                          {"55", Right, 189, 237},
-                         {"편리합니다.", Left, paper.word(QStringLiteral("편리합니다.")).box.left(), 261}});
+                         {"편리합니다.", Left, paper.word("편리합니다.").box.left(), 261}});
     EXPECT_EQ(paper.line(65).toStdString(), "남궁보람님 (구매날짜:2026-11-24)");
     EXPECT_THAT(paper.line(75).toStdString(), testing::MatchesRegex("\\[발행일\\]20[0-9]{2}-[0-9]{2}-[0-9]{2} 오[전후] [0-9]+:[0-9]{2}:[0-9]{2}"));
     EXPECT_EQ(paper.line(104).toStdString(), "001 감초차 일반판매");
@@ -131,15 +129,9 @@ TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
 
 TEST_F(PageReceiptTest, TellsTheKindOfEveryLine)
 {
-    const int sold = product(QStringLiteral("감초차"), 1000);
+    const int sold = product("감초차", 1000);
     const int key = order(QLatin1String(Today));
-    struct Case
-    {
-        const char *type;
-        int count;
-        const char *kind;
-        const char *amount;
-    };
+    struct Case { const char *type; int count; const char *kind, *amount; };
     const Case cases[] = {{"NULL", 1, "일반판매", "1 1,000"}, {"0", 0, "일반판매", "0 0"},    {"NULL", -2, "반품", "-2 -2,000"},
                           {"1", 3, "서비스", "3 3,000"},      {"1", -1, "서비스", "-1 -1,000"}, {"3", 4, "", "4 4,000"}};
     for (const Case &one : cases) {
@@ -147,7 +139,7 @@ TEST_F(PageReceiptTest, TellsTheKindOfEveryLine)
         atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1 WHERE OrdD_PK = %2").arg(QLatin1String(one.type)).arg(row));
     }
     detail(key, sold, 7777, 0, 1); // a loss
-    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = 2 WHERE OrdD_UnitPrice = 7777"));
+    atOtherDesk("UPDATE tPSOrderDetail SET OrdD_OrderType = 2 WHERE OrdD_UnitPrice = 7777");
 
     const Paper paper = orderPaper();
     int index = int(std::size(cases));
@@ -158,13 +150,13 @@ TEST_F(PageReceiptTest, TellsTheKindOfEveryLine)
                   QStringLiteral("%1 감초차 %2").arg(index + 1, 3, 10, QLatin1Char('0')).arg(QString::fromUtf8(one.kind)).trimmed().toStdString());
         EXPECT_EQ(paper.line(row + 8).toStdString(), std::string("*차 1,000 0 ") + one.amount);
     }
-    EXPECT_FALSE(paper.has(QStringLiteral("7,777")));
+    EXPECT_FALSE(paper.has("7,777"));
     EXPECT_EQ(paper.line(211).toStdString(), "부가세 과세 물품가액 5,000");
 }
 
 TEST_F(PageReceiptTest, LosesNoLineOfALongOrderAndStaysQuick)
 {
-    const int sold = product(QStringLiteral("감초차"), 1000);
+    const int sold = product("감초차", 1000);
     const int key = order(QLatin1String(Today));
     for (int line = 0; line < 200; ++line)
         detail(key, sold, 1000 + line, 0, 1);
@@ -222,15 +214,15 @@ TEST_F(PageReceiptTest, KeepsLongNamesAndLargeAmountsWhole)
 
 TEST_F(PageReceiptTest, OfAPeriodTakesTheCustomersOrdersAndTheShopsMoney)
 {
-    const int taxed = product(QStringLiteral("감초차"), 1000);
-    const int free = product(QStringLiteral("경옥고"), 2000, false);
+    const int taxed = product("감초차", 1000);
+    const int free = product("경옥고", 2000, false);
     for (const char *date : {"2026-11-01", "2026-11-09", "2026-11-10", "2026-11-20", "2026-11-21"}) {
         const int key = order(QLatin1String(date));
         detail(key, taxed, 1000, 100, 2);
         detail(key, free, 2000, 0, -1);
         ledger(key, 3, 100);
     }
-    const int other = order(QStringLiteral("2026-11-15"), Patient + 1);
+    const int other = order("2026-11-15", Patient + 1);
     detail(other, taxed, 55555, 0, 1);
     ledger(other, 3, 7000);
 
@@ -251,13 +243,12 @@ TEST_F(PageReceiptTest, OfAPeriodTakesTheCustomersOrdersAndTheShopsMoney)
     for (const Paper::Word &word : paper.words()) {
         if (word.text != QLatin1String("2026-11-10")) // 9 points beside 11.25
             continue;
-        EXPECT_NEAR(word.box.height(), paper.word(QStringLiteral("001")).box.height() * 0.8, 0.1);
+        EXPECT_NEAR(word.box.height(), paper.word("001").box.height() * 0.8, 0.1);
     }
     const char *dates[] = {"2026-11-20", "2026-11-10", "2026-11-09"};
     for (int index = 0; index < 6; ++index) {
         const bool freeLine = index % 2 == 0;
-        EXPECT_EQ(paper.line(104 + 16 * index).toStdString(), QStringLiteral("%1 00%2 %3 %4")
-                                                                  .arg(QLatin1String(dates[index / 2]))
+        EXPECT_EQ(paper.line(104 + 16 * index).toStdString(), QStringLiteral("%1 00%2 %3 %4").arg(QLatin1String(dates[index / 2]))
                                                                   .arg(index + 1)
                                                                   .arg(freeLine ? QStringLiteral("경옥고") : QStringLiteral("감초차"),
                                                                        freeLine ? QStringLiteral("반품") : QStringLiteral("일반판매"))

@@ -38,10 +38,7 @@ protected:
     {
         atOtherDesk(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
                                    "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (41, %1, '2026-11-24', %2, %3, %4)")
-                        .arg(orderKey)
-                        .arg(operation)
-                        .arg(money)
-                        .arg(QLatin1String(method)));
+                        .arg(orderKey).arg(operation).arg(money).arg(QLatin1String(method)));
     }
     Paper orderPaper()
     {

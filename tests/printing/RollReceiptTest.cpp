@@ -8,8 +8,6 @@
 #include <QFile>
 #include <QImage>
 
-#include <gmock/gmock.h>
-
 namespace {
 
 // Before any test asks for printers: those of the machine are none of theirs.
@@ -39,7 +37,7 @@ protected:
     }
     void writeLogo(const QByteArray &content)
     {
-        QFile file(program_.filePath(QStringLiteral("RcptLog.dat")));
+        QFile file(program_.filePath("RcptLog.dat"));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
     }
@@ -93,12 +91,12 @@ TEST_F(RollReceiptTest, PutsEveryBoxInItsPlaceAndMovesTheFooterByTheItems)
 
 TEST_F(RollReceiptTest, PrintsItemsAndSumsOnPaperAsLongAsTheReceipt)
 {
-    const int taxed = product(QStringLiteral("감초차"), 1000);
-    const int free = product(QStringLiteral("홍삼정 에브리데이 밸런스 프리미엄 골드 세트 90포"), 98'765'432, false);
+    const int taxed = product("감초차", 1000);
+    const int free = product("홍삼정 에브리데이 밸런스 프리미엄 골드 세트 90포", 98'765'432, false);
     const int key = order(QLatin1String(Today));
     detail(key, free, 98'765'432, 0, 10);
     detail(key, taxed, 1000, 50, 3);
-    atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_HalinUnit = NULL WHERE OrdD_Count = 10"));
+    atOtherDesk("UPDATE tPSOrderDetail SET OrdD_HalinUnit = NULL WHERE OrdD_Count = 10");
     ledger(key, 3, 5000);
     ledger(key, 1, 9);
 
@@ -129,7 +127,7 @@ TEST_F(RollReceiptTest, PrintsItemsAndSumsOnPaperAsLongAsTheReceipt)
 TEST_F(RollReceiptTest, WithoutLinesMovesTheFooterUp)
 {
     const Paper paper = rollPaper(order(QLatin1String(Today)));
-    EXPECT_NEAR(paper.word(QStringLiteral("품목입니다.")).box.top(), mm(6240) - 10, 1);
+    EXPECT_NEAR(paper.word("품목입니다.").box.top(), mm(6240) - 10, 1);
 }
 
 TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
@@ -137,7 +135,7 @@ TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
     const int key = orderOfLines(1);
     QImage logo(200, 40, QImage::Format_RGB32);
     logo.fill(Qt::darkGray);
-    ASSERT_TRUE(logo.save(program_.filePath(QStringLiteral("RcptLog.dat")), "BMP"));
+    ASSERT_TRUE(logo.save(program_.filePath("RcptLog.dat"), "BMP"));
     const print::Document document = rollReceipt(rollOrder(key), 80);
     ASSERT_EQ(document.pages()[0].pictures.size(), 1u);
     const QRectF box = document.pages()[0].pictures[0].box;
@@ -145,9 +143,9 @@ TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
     EXPECT_NEAR(box.width(), 200 * 25.4 / 96, 0.01);
     EXPECT_NEAR(box.height(), 40 * 25.4 / 96, 0.01);
     const Paper paper = Paper::of(document);
-    EXPECT_NEAR(paper.word(QStringLiteral("젤보한의원")).box.left(), mm(30), tolerance); // once
+    EXPECT_NEAR(paper.word("젤보한의원").box.left(), mm(30), tolerance); // once
     // A picture that would cover the shop's data is made smaller, in its proportion.
-    ASSERT_TRUE(QImage(3000, 1500, QImage::Format_RGB32).save(program_.filePath(QStringLiteral("RcptLog.dat")), "JPG"));
+    ASSERT_TRUE(QImage(3000, 1500, QImage::Format_RGB32).save(program_.filePath("RcptLog.dat"), "JPG"));
     const QRectF large = rollReceipt(rollOrder(key), 80).pages()[0].pictures[0].box;
     EXPECT_NEAR(large.height(), mm(750), 0.01);
     EXPECT_NEAR(large.width(), 2 * large.height(), 0.01);
@@ -155,28 +153,23 @@ TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
 
 TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
 {
-    const QString file = program_.filePath(QStringLiteral("roll.pdf"));
+    const QString file = program_.filePath("roll.pdf");
     choosePrinter(file);
     const int key = orderOfLines(1);
-    struct Case
-    {
-        std::function<void()> spoil;
-        const char *says;
-    };
-    const Case cases[] = {
-        {[&] { atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = -1")); }, "음수는 출력할 수 없습니다. (수량: -1)"},
+    const struct { std::function<void()> spoil; const char *says; } cases[] = {
+        {[&] { atOtherDesk("UPDATE tPSOrderDetail SET OrdD_Count = -1"); }, "음수는 출력할 수 없습니다. (수량: -1)"},
         {[&] {
-             atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_Count = 1"));
+             atOtherDesk("UPDATE tPSOrderDetail SET OrdD_Count = 1");
              writeLogo("this is no picture");
          },
          "로고 그림파일을 읽을 수 없습니다: "},
         {[&] {
-             QFile::remove(program_.filePath(QStringLiteral("RcptLog.dat")));
+             QFile::remove(program_.filePath("RcptLog.dat"));
              choosePrinter(QStringLiteral("없어진 프린터"));
          },
          "프린터 '없어진 프린터'을(를) 찾을 수 없습니다."},
     };
-    for (const Case &one : cases) {
+    for (const auto &one : cases) {
         one.spoil();
         try {
             PrintRollPrintReceipt(nullptr, rollOrder(key));
@@ -188,7 +181,7 @@ TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
     }
     choosePrinter(file);
     PrintRollPrintReceipt(nullptr, rollOrder(key));
-    EXPECT_TRUE(Paper(file).has(QStringLiteral("001감초차1")));
+    EXPECT_TRUE(Paper(file).has("001감초차1"));
 }
 
 TEST_F(RollReceiptTest, RefusesAPrinterThatPrintsNoGraphics)
@@ -220,8 +213,8 @@ TEST_F(RollReceiptTest, FindsTheRollPrinterAmongTheSystemsPrinters)
     const Paper paper(server.job(PrintServer::rollPrinter));
     ASSERT_EQ(paper.sheets().size(), 1);
     EXPECT_NEAR(paper.sheets()[0].height(), mm(6240) + 290 + 3.7 + 5, 1);
-    EXPECT_NEAR(paper.word(QStringLiteral("001감초차30")).box.left(), 0, tolerance);
-    EXPECT_NEAR(paper.word(QStringLiteral("030감초차30")).box.top(), mm(3510) + 290, 1);
+    EXPECT_NEAR(paper.word("001감초차30").box.left(), 0, tolerance);
+    EXPECT_NEAR(paper.word("030감초차30").box.top(), mm(3510) + 290, 1);
     EXPECT_TRUE(reader.take().empty());
 
     server.remove(PrintServer::rollPrinter);
