@@ -2,11 +2,7 @@
 
 #include "platform/controls/Appearance.h"
 
-#include <gmock/gmock.h>
-
 using controls::Answer;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -15,17 +11,15 @@ class IncomingPaneTest : public ProductDesk
 protected:
     IncomingPaneTest()
     {
-        product(QStringLiteral("가시오갈피"), 1000);
-        product(QStringLiteral("나복자"), 1000);
-        atOtherDesk(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('한약방'), ('제일약초')"));
+        product("가시오갈피", 1000);
+        product("나복자", 1000);
+        atOtherDesk("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('한약방'), ('제일약초')");
     }
     void purchase(int productKey, int dealer, const char *count)
     {
         atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_HalinTotal, "
-                                   "IN_Total, IN_EtcMemo) VALUES (%1, %2, '2026-11-20', %3, 1000, 500, 2500, '외상')")
-                        .arg(productKey)
-                        .arg(dealer)
-                        .arg(QLatin1String(count)));
+                                   "IN_Total, IN_EtcMemo) VALUES (%1, %2, '2026-11-20', %3, 1000, 500, 2500, '외상')").arg(productKey)
+                        .arg(dealer).arg(QLatin1String(count)));
     }
     std::string panel()
     {
@@ -33,11 +27,8 @@ protected:
                                "txtIncCompanyName", "txtIncMemo"})
             + ' ' + window().at<QDateEdit>("dtpIncDate").date().toString(Qt::ISODate).toStdString();
     }
-    std::string stock()
-    {
-        return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"});
-    }
-    Rows purchases() { return rows(QStringLiteral("SELECT PM_PK, CM_PK, IN_Count, IN_Total FROM tPSIncoming ORDER BY IN_PK")); }
+    std::string stock() { return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"}); }
+    Rows purchases() { return rows("SELECT PM_PK, CM_PK, IN_Count, IN_Total FROM tPSIncoming ORDER BY IN_PK"); }
     static std::string clearPanel() { return "1|\\0|\\0|\\0|| " + QDate::currentDate().toString(Qt::ISODate).toStdString(); }
 };
 
@@ -46,7 +37,7 @@ protected:
 TEST_F(IncomingPaneTest, ThePanelShowsThePurchasesOfTheProduct)
 {
     purchase(1, 2, "3");
-    atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date) VALUES (1, 99, '2026-11-01')"));
+    atOtherDesk("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date) VALUES (1, 99, '2026-11-01')");
     open();
     EXPECT_EQ(panel(), "3|\\1,000|\\500|\\2,500|제일약초|외상 2026-11-20");
     session_.rsProductIncoming->moveTo(1); // a dealer who is gone, and no numbers
@@ -59,10 +50,7 @@ TEST_F(IncomingPaneTest, TheTotalFollowsItsParts)
 {
     open();
     window().push("chkcmdIncomingAED_0");
-    const struct
-    {
-        const char *count, *price, *discount, *total;
-    } cases[] = {
+    const struct { const char *count, *price, *discount, *total; } cases[] = {
         {"3", "\\1,000", "\\500", "\\2,500"},
         {"1", "\\1,000", "\\5,000", "-\\4,000"},
         {"개", "\\1,000", "\\0", "\\0"},
@@ -86,10 +74,7 @@ TEST_F(IncomingPaneTest, TheStepperStopsAtNothingOnTheWayDown)
 {
     open();
     window().push("chkcmdIncomingAED_0");
-    const struct
-    {
-        const char *typed, *button, *count;
-    } cases[] = {
+    const struct { const char *typed, *button, *count; } cases[] = {
         {"1", "udIincomingCount_down", "0"},    {"0", "udIincomingCount_down", "0"}, {"0.5", "udIincomingCount_down", "-0.5"},
         {"-3", "udIincomingCount_down", "-3"},  {"-3", "udIincomingCount_up", "-2"}, {"많이", "udIincomingCount_up", "1"},
         {"99999", "udIincomingCount_up", "100000"},
@@ -103,13 +88,13 @@ TEST_F(IncomingPaneTest, TheStepperStopsAtNothingOnTheWayDown)
 
 TEST_F(IncomingPaneTest, APurchaseNeedsAProductAndADealer)
 {
-    atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster"));
+    atOtherDesk("DELETE FROM tPSProductMaster");
     open();
     window().push("chkcmdIncomingAED_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역추가: 판매 물품 목록을 추가 하십시오"));
     EXPECT_EQ(window().modes.current(), QString());
 
-    product(QStringLiteral("감초"), 1000);
+    product("감초", 1000);
     list().Requery();
     window().push("chkcmdIncomingAED_0");
     EXPECT_EQ(window().focused(), "txtIncCount");
@@ -153,7 +138,7 @@ TEST_F(IncomingPaneTest, AFailedSaveLeavesThePanelInEditAndTheNextOneStoresOnce)
     open();
     window().push("chkcmdIncomingAED_0");
     window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
-    refuse(QStringLiteral("BEFORE INSERT ON tPSIncoming"));
+    refuse("BEFORE INSERT ON tPSIncoming");
     window().push("chkcmdIncomingSave_0");
     ASSERT_EQ(boxes_.boxes.size(), 1u);
     EXPECT_NE(boxes_.boxes[0].text, QString());
@@ -180,7 +165,7 @@ TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherPr
     // The product of the edit goes from the list meanwhile: the purchases of the one on view come when the edit ends.
     purchase(1, 2, "9");
     window().push("chkcmdIncomingAED_1");
-    atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster WHERE PM_PK = 2"));
+    atOtherDesk("DELETE FROM tPSProductMaster WHERE PM_PK = 2");
     window().products->loadProductListsManager(true);
     window().type("txtIncCount", "5");
     window().push("chkcmdIncomingSave_0");
@@ -191,10 +176,9 @@ TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherPr
 TEST_F(IncomingPaneTest, StockIsStaleUntilItIsAskedForAgain)
 {
     purchase(1, 1, "10");
-    const int sale = order(QStringLiteral("2026-11-24"));
+    const int sale = order("2026-11-24");
     for (const char *kindAndCount : {"0, 4", "NULL, -1", "1, 1", "2, 2"})
-        atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (%1, 1, %2)")
-                        .arg(sale)
+        atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (%1, 1, %2)").arg(sale)
                         .arg(QLatin1String(kindAndCount)));
     open();
     EXPECT_EQ(stock(), "10|3|4|1|2");
@@ -211,7 +195,7 @@ TEST_F(IncomingPaneTest, StockIsStaleUntilItIsAskedForAgain)
     EXPECT_EQ(stock(), "0|0|0|0|0");
 
     list().moveTo(0);
-    atOtherDesk(QStringLiteral("DELETE FROM tPSProductMaster"));
+    atOtherDesk("DELETE FROM tPSProductMaster");
     list().Requery();
     window().push("cmdRefreshProdStat");
     EXPECT_EQ(boxes_.take().size(), 1u) << "on an empty list the error is told and nothing else happens";

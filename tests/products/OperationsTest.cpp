@@ -1,5 +1,4 @@
 #include "data/clsSQL.h"
-#include "products/DealerOperations.h"
 #include "products/IncomingOperations.h"
 #include "products/ProductOperations.h"
 #include "platform/runtime/RuntimeError.h"
@@ -24,11 +23,7 @@ using Lines = std::vector<std::string>;
 /// One desk of the shop: its own session on its own connection.
 struct Till
 {
-    explicit Till(const ado::ConnectionPtr &lent)
-        : connection(lent)
-    {
-        load();
-    }
+    explicit Till(const ado::ConnectionPtr &lent) : connection(lent) { load(); }
     /// What works on gcnnMasterDB works on this desk's connection now.
     Till &here()
     {
@@ -50,7 +45,6 @@ struct Till
     ado::ConnectionPtr connection;
     SaleSession session;
     ProductOperations products{session};
-    DealerOperations dealers{session};
     IncomingOperations incoming{session};
 };
 
@@ -85,12 +79,6 @@ protected:
         return second_->here();
     }
 
-    static DealerEdit dealer(const char *name)
-    {
-        DealerEdit edit;
-        edit.name = QString::fromUtf8(name);
-        return edit;
-    }
     static ProductEdit tea() { return {" 차 ", "감초차", "\\12,000", "단 맛", true, false, QDate(2026, 11, 24)}; }
     static IncomingEdit twelve() { return {"7", "12", "\\1,000", "\\500", "\\11,500", "외상", QDate(2026, 11, 24)}; }
 
@@ -188,41 +176,6 @@ TEST_P(Shop, APurchaseThatAnotherDeskChangedIsNotForcedThrough)
     EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
 }
 
-TEST_P(Shop, OnlyAProductThatIsHandledIsHeldByItsSales)
-{
-    run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_IsValid) VALUES ('가', '팔린', 1), ('나', '접은', 0), "
-        "('다', '새', 1)");
-    run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count) VALUES (1, 1, 1), (1, 2, 1)");
-    desk().load();
-    using Deletion = ProductOperations::Deletion;
-    ado::Recordset &list = *desk().session.rsSaleProductListsManager;
-    EXPECT_EQ(desk().products.deleteCurrent(), Deletion::Sold);
-    for (int row : {1, 1}) {
-        list.moveTo(row);
-        EXPECT_EQ(desk().products.deleteCurrent(), Deletion::Deleted);
-    }
-    EXPECT_THAT(rows("SELECT PM_Name FROM tPSProductMaster"), ElementsAre("팔린"));
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-}
-
-TEST_P(Shop, ADealerNeedsANameOfAnyKindAndIsKeptByItsPurchases)
-{
-    EXPECT_EQ(desk().dealers.add(dealer("")), SaveOutcome::Refused);
-    EXPECT_FALSE(gcnnMasterDB->inTransaction()) << "here the check comes before the begin";
-    EXPECT_EQ(desk().dealers.add(dealer(" ")), SaveOutcome::Saved);
-    EXPECT_EQ(desk().dealers.add({"약초", "123-45", " 서울 ", "02", "단골", true}), SaveOutcome::Saved);
-    EXPECT_THAT(rows("SELECT CM_Name, CM_RegNum, CM_Address, CM_Tel, CM_EtcMemo, CM_IsValid FROM tPSCompanyMaster ORDER BY CM_PK"),
-                ElementsAre(" |||||1", "약초|123-45| 서울 |02|단골|0"));
-    EXPECT_EQ(desk().dealers.change(dealer("")), SaveOutcome::Refused);
-
-    run("INSERT INTO tPSIncoming (PM_PK, CM_PK) VALUES (1, 2)");
-    desk().load();
-    using Deletion = DealerOperations::Deletion;
-    EXPECT_EQ(desk().dealers.deleteCurrent(), Deletion::Deleted);
-    EXPECT_EQ(desk().dealers.deleteCurrent(), Deletion::InUse);
-    EXPECT_THAT(rows("SELECT CM_Name FROM tPSCompanyMaster"), ElementsAre("약초"));
-}
-
 TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
 {
     IncomingEdit edit = twelve();
@@ -251,7 +204,7 @@ TEST_P(Shop, AnOpenEditKeepsNobodyWaiting)
     QElapsedTimer clock;
     clock.start();
     otherDesk();
-    gcnnMasterDB->Execute(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count) VALUES (1, 1, 1)"));
+    gcnnMasterDB->Execute("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count) VALUES (1, 1, 1)");
     EXPECT_EQ(otherDesk().products.add(tea()), SaveOutcome::Saved);
     EXPECT_LT(clock.elapsed(), 2'000);
     EXPECT_EQ(desk().products.add(tea()), SaveOutcome::Saved);
@@ -270,11 +223,9 @@ TEST_P(Shop, TwoDesksThatAddAtOnceLoseNothing)
     }
     const std::string sum = std::to_string(each * (each + 1) / 2);
     EXPECT_THAT(rows("SELECT PM_Catagory, COUNT(DISTINCT PM_Name), SUM(PM_UnitPrice) FROM tPSProductMaster GROUP BY PM_Catagory "
-                     "ORDER BY PM_Catagory"),
-                ElementsAre("desk0-|500|" + sum, "desk1-|500|" + sum));
+                     "ORDER BY PM_Catagory"), ElementsAre("desk0-|500|" + sum, "desk1-|500|" + sum));
     EXPECT_THAT(rows("SELECT COUNT(*), SUM(IN_Count) FROM tPSIncoming INNER JOIN tPSProductMaster ON tPSIncoming.PM_PK = "
-                     "tPSProductMaster.PM_PK WHERE IN_Count = PM_UnitPrice"),
-                ElementsAre("1000|" + std::to_string(each * (each + 1))));
+                     "tPSProductMaster.PM_PK WHERE IN_Count = PM_UnitPrice"), ElementsAre("1000|" + std::to_string(each * (each + 1))));
 }
 
 // Two programs: whichever is second is told and changes nothing of the first one's row.
@@ -284,11 +235,7 @@ TEST_P(Shop, OneOfTwoDesksThatSaveTheSameRowAtOnceFails)
     run("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('한약방')");
     run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Count) VALUES (1, 1, 1)");
     run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-01')");
-    const struct
-    {
-        QString row;
-        const char *stored;
-    } races[] = {
+    const struct { QString row; const char *stored; } races[] = {
         {"product", "SELECT PM_Name, PM_EtcMemo FROM tPSProductMaster"},
         {"dealer", "SELECT CM_Name, CM_EtcMemo FROM tPSCompanyMaster"},
         {"purchase", "SELECT IN_EtcMemo, IN_EtcMemo FROM tPSIncoming"},
