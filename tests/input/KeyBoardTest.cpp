@@ -28,14 +28,8 @@ void arrows(int &keyCode, Qt::KeyboardModifiers &)
 TEST(KeysAsTab, MoveTheFocusAndEatTheKey)
 {
     constexpr int stays = 1;
-    const struct
-    {
-        const char *what;
-        Routine routine;
-        int key;
-        Qt::KeyboardModifiers state;
-        int focus; // index of the box that has the focus then; it starts at 1
-    } cases[] = {
+    // focus: index of the box that has the focus then; it starts at 1
+    const struct { const char *what; Routine routine; int key; Qt::KeyboardModifiers state; int focus; } cases[] = {
         {"Enter", plainEnter, Qt::Key_Return, {}, 2},
         {"Enter of the keypad", plainEnter, Qt::Key_Enter, {}, 2},
         {"Down means nothing to Enter's routine", plainEnter, Qt::Key_Down, {}, stays},
@@ -73,18 +67,10 @@ TEST(SelectAllText, TakesTextBoxesAndPassesOverTheRest)
     QComboBox combo;
     selectAllText(&combo); // cannot be typed into
     combo.setEditable(true);
-    combo.setEditText(QStringLiteral("현금"));
+    combo.setEditText("현금");
     selectAllText(&combo);
     EXPECT_EQ(combo.lineEdit()->selectedText(), QStringLiteral("현금"));
     QPushButton button;
     selectAllText(&button);
     selectAllText(nullptr);
-}
-
-TEST(DisableIme, LeavesAButtonToPlainKeys)
-{
-    QLineEdit box;
-    ASSERT_TRUE(box.testAttribute(Qt::WA_InputMethodEnabled));
-    disableIme(&box);
-    EXPECT_FALSE(box.testAttribute(Qt::WA_InputMethodEnabled));
 }

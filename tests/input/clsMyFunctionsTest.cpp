@@ -61,20 +61,11 @@ TEST(LockedGroup, ListsAreGreyedAndAllOtherControlsDisabled)
     EXPECT_EQ(controls::backColor(&button), buttonColor);
 }
 
-TEST(LockedGroup, ABoxThatOnlyShowsAResultStaysReadOnlyWhenItsGroupOpens)
-{
-    QLineEdit total;
-    clsMyFunctions::keepReadOnly(&total);
-    clsMyFunctions().setCollection2Locked({&total}, false);
-    EXPECT_TRUE(total.isReadOnly());
-    EXPECT_FALSE(total.hasFrame());
-}
-
 TEST(ResetGroup, EmptiesTextBoxesAndLeavesTheRest)
 {
     QLineEdit line(QStringLiteral("값"));
     MemoBox memo;
-    memo.setText(QStringLiteral("메모"));
+    memo.setText("메모");
     QCheckBox check(QStringLiteral("과세"));
     check.setChecked(true);
     clsMyFunctions().resetCollection({&line, &memo, &check});
