@@ -22,15 +22,13 @@ const QStringList saveButtons = QStringLiteral("chkcmdCSSaveInfo_0 chkcmdCSSaveI
                                                "chkCmdSaveProduct_0 chkCmdSaveProduct_1 chkcmdIncomingSave_0 chkcmdIncomingSave_1 "
                                                "chkcmdCmpnyMstrSave_0 chkcmdCmpnyMstrSave_1").split(u' ');
 const QString saleEntry = QStringLiteral("txtSaleProductLists_4 txtSaleProductLists_5 udNoOfProdPlusMinus cmdCSAppendDetail");
-const QString orderGroup = QStringLiteral("dtpOrderMasterDate optTakBae_0 optTakBae_1 txtOrderMaster_2 txtOrderMaster_3 "
-                                          "txtOrderMaster_4 txtOrderMaster_5 txtOrderMaster_6 txtOrderMaster_7 "
-                                          "chkcmdCSSaveInfo_0 chkcmdCSSaveInfo_1");
+const QString orderGroup = QStringLiteral("dtpOrderMasterDate optTakBae_0 optTakBae_1 txtOrderMaster_2 txtOrderMaster_3 txtOrderMaster_4 "
+                                          "txtOrderMaster_5 txtOrderMaster_6 txtOrderMaster_7 chkcmdCSSaveInfo_0 chkcmdCSSaveInfo_1");
 const QString ledgerGroup = QStringLiteral("dtpTransReceiveDate optTransOperator_0 optTransOperator_1 optTransOperator_2 "
                                            "optTransOperator_3 txtTransMoney cboPayMethod chkTransMisuMoneyRecalculate "
                                            "chkCmdSaveTrans_0 chkCmdSaveTrans_1");
-const QString productGroup = QStringLiteral("txtProSaleInfo_0 txtProSaleInfo_1 txtProSaleInfo_2 txtProSaleInfo_3 "
-                                            "dtpProdListAddedDate optIsTaxed_0 optIsTaxed_1 optIsValid_0 optIsValid_1 "
-                                            "chkCmdSaveProduct_0 chkCmdSaveProduct_1");
+const QString productGroup = QStringLiteral("txtProSaleInfo_0 txtProSaleInfo_1 txtProSaleInfo_2 txtProSaleInfo_3 dtpProdListAddedDate "
+                                            "optIsTaxed_0 optIsTaxed_1 optIsValid_0 optIsValid_1 chkCmdSaveProduct_0 chkCmdSaveProduct_1");
 // The total and the dealer's name belong to the purchase's group and stay read-only: they are figured and chosen.
 const QString incomingGroup = QStringLiteral("txtIncCount udIincomingCount txtIncPricePerUnit txtIncHalinTotal dtpIncDate "
                                              "chkCmdIncSelectCompany txtIncMemo chkcmdIncomingSave_0 chkcmdIncomingSave_1");
@@ -95,14 +93,7 @@ protected:
 
 TEST_F(EditModes, OpenOnePaneAndLockItAgain)
 {
-    const struct
-    {
-        const char *code;
-        QString panes;
-        QString group;
-        QString hidden;
-        QString shown;
-    } cases[] = {
+    const struct { const char *code; QString panes, group, hidden, shown; } cases[] = {
         {"00", "c1elaCustSaleInfo", orderGroup, "chkCmdOrderMasterED_0 chkCmdOrderMasterED_1", "chkcmdCSSaveInfo_0 chkcmdCSSaveInfo_1"},
         {"02", "c1elaTransInfo", ledgerGroup, "chkcmdAddEditDelTran_0 chkcmdAddEditDelTran_1 chkcmdAddEditDelTran_2",
          "chkCmdSaveTrans_0 chkCmdSaveTrans_1"},
@@ -140,13 +131,7 @@ TEST_F(EditModes, TellOpenPanesFromLockedOnesByColour)
     const QColor needed = controls::systemColor(SystemColor::InfoBackground);
     const QColor out = controls::systemColor(SystemColor::InactiveBorder);
     const QColor locked = controls::LockedColor;
-    const struct
-    {
-        const char *control;
-        const char *code;
-        QColor browsing;
-        QColor inEdit;
-    } cases[] = {
+    const struct { const char *control, *code; QColor browsing, inEdit; } cases[] = {
         {"txtOrderMaster_2", "00", locked, window},     {"txtOrderMaster_0", "00", locked, out},
         {"txtSaleProductLists_5", "00", window, out},   {"txtSaleProductLists_0", "00", locked, out},
         {"txtProSaleInfo_1", "10", needed, needed},     {"txtProSaleInfo_1", "00", needed, out},

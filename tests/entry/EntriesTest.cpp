@@ -124,10 +124,10 @@ TEST_F(Entries, OfBothKindsGiveTheWholeWindow)
         tabs()->setCurrentIndex(1);
         EXPECT_EQ(rowsOf("tdbSaleProductListsManager"), 3);
         close();
-        database_.run(QStringLiteral("DELETE FROM tPSOrderMaster WHERE Cust_PK = 7"));
-        database_.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (7, '2026-04-01'), (7, '2026-04-02')"));
-        database_.run(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count, OrdD_OrderType) "
-                                     "SELECT OrdM_PK, 1, 1, 0 FROM tPSOrderMaster WHERE Cust_PK = 7"));
+        database_.run("DELETE FROM tPSOrderMaster WHERE Cust_PK = 7");
+        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (7, '2026-04-01'), (7, '2026-04-02')");
+        database_.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count, OrdD_OrderType) "
+                      "SELECT OrdM_PK, 1, 1, 0 FROM tPSOrderMaster WHERE Cust_PK = 7");
     }
 }
 
@@ -167,7 +167,7 @@ TEST_F(Entries, LeaveEveryEditForTheNextCustomer)
         tabs()->setCurrentIndex(0);
         choose("tdbCustSaleMaster", 0);
         dynamic_cast<PaneShell *>(window())->enterEditMode(QLatin1String(code));
-        at<QLineEdit>("txtOrderMaster_5")->setText(QStringLiteral("meant for the first"));
+        at<QLineEdit>("txtOrderMaster_5")->setText("meant for the first");
         manage(next);
         for (const char *container : {"c1elaList_0", "c1elaList_3", "c1elaCustSaleInfo", "sspPMProductList", "sspCompanyMaster_1"})
             EXPECT_TRUE(at(container)->isEnabled()) << container;
@@ -185,7 +185,7 @@ TEST_F(Entries, ReadTheManagementListsFromTheConnectionThatCameLast)
 {
     // Seen first without a connection, then with one, then with that of another clinic.
     TestDatabase other(ado::Engine::SQLite);
-    other.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_IsValid) VALUES ('라', '새 물품', 1)"));
+    other.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_IsValid) VALUES ('라', '새 물품', 1)");
     QVariantList nobody = arguments();
     nobody[0] = QVariant();
     call("showProductSaleManage", nobody);
@@ -217,12 +217,7 @@ TEST_F(Entries, AreFoundByNameAndRefuseWhatDoesNotFit)
         changed[index] = value;
         return changed;
     };
-    const struct
-    {
-        const char *member;
-        QVariantList arguments;
-        ErrorNumber error;
-    } cases[] = {
+    const struct { const char *member; QVariantList arguments; ErrorNumber error; } cases[] = {
         {"showProduct", {}, ErrorNumber::NoSuchMember},
         {"openProductServer", {QString()}, ErrorNumber::NoSuchMember},
         {"Foo", {1}, ErrorNumber::WrongArguments},

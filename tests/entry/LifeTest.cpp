@@ -12,10 +12,7 @@ namespace {
 class Life : public EntryDesk
 {
 protected:
-    explicit Life(bool withTables = true)
-        : EntryDesk(withTables)
-    {
-    }
+    explicit Life(bool withTables = true) : EntryDesk(withTables) {}
 
     static QString setting(const char *key)
     {
@@ -26,10 +23,7 @@ protected:
 class LifeWithoutTables : public Life
 {
 protected:
-    LifeWithoutTables()
-        : Life(false)
-    {
-    }
+    LifeWithoutTables() : Life(false) {}
 };
 
 /// Works every control of the window as a curious hand does; dialogs and menus that open are closed again.
@@ -49,7 +43,7 @@ public:
 
     void workAll(QWidget *window)
     {
-        auto *tabs = window->findChild<QTabWidget *>(QStringLiteral("c1tabMain"));
+        auto *tabs = window->findChild<QTabWidget *>("c1tabMain");
         for (int tab : {0, 1, 0, 2, 3, 1, 0}) {
             tabs->setCurrentIndex(tab);
             // Fields first: what is typed meets the buttons.
@@ -81,8 +75,7 @@ private:
         } else if (auto *tree = qobject_cast<QTreeWidget *>(control)) {
             for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_End, Qt::Key_Return})
                 QTest::keyClick(tree, key);
-        } else if (qobject_cast<QLineEdit *>(control) || qobject_cast<QPlainTextEdit *>(control)
-                   || qobject_cast<QComboBox *>(control)) {
+        } else if (qobject_cast<QLineEdit *>(control) || qobject_cast<QPlainTextEdit *>(control) || qobject_cast<QComboBox *>(control)) {
             for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Minus, Qt::Key_7, Qt::Key_Down, Qt::Key_Return})
                 QTest::keyClick(control, key);
         }
@@ -114,7 +107,7 @@ TEST_F(Life, ClosingKeepsTheLayoutAndGivesEverythingBackButTheConnection)
 
     EXPECT_FALSE(window()) << "the window is gone, not hidden";
     EXPECT_EQ(database_.connection().use_count(), lent + 1) << "only the session's own hold is left";
-    database_.connection()->Execute(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_ETCMemo = '열려 있음'"));
+    database_.connection()->Execute("UPDATE tPSOrderMaster SET OrdM_ETCMemo = '열려 있음'");
     EXPECT_EQ(setting("ColWidth_0").toInt(), widths[0]);
     EXPECT_EQ(setting("FormPos_x").toInt(), place.x());
     EXPECT_EQ(setting("FormPos_y").toInt(), place.y());
@@ -204,11 +197,7 @@ TEST_F(LifeWithoutTables, SurvivesEveryControl)
 TEST_F(Life, OpensWhatItCanWhenATableCannotBeRead)
 {
     const QString title = QStringLiteral("데이터 가져오기: ");
-    const struct
-    {
-        const char *table;
-        QString box;
-    } cases[] = {
+    const struct { const char *table; QString box; } cases[] = {
         {"tPSProductMaster", title + QStringLiteral("물품 목록을 가져오지 못했습니다.")},
         {"tPSOrderMaster", title + QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다.")},
         {"tPSOrderDetail", title + QStringLiteral("판매 디테일 정보를 가져오지 못했습니다.")},

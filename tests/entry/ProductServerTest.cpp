@@ -92,11 +92,7 @@ TEST_F(CentralServer, DecidesWhetherTheWindowOpens)
 
 TEST_F(CentralServer, ReachesTheHostWithItsOwnErrorsAlone)
 {
-    const struct
-    {
-        const char *failing;
-        const char *log;
-    } cases[] = {{"CheckSync", "created CheckSync released"},
+    const struct { const char *failing, *log; } cases[] = {{"CheckSync", "created CheckSync released"},
                  {"ResyncFromServer", "created CheckSync released created ResyncFromServer released"}};
     nameProductServer(QStringLiteral("testCentral.Server"));
     for (const char *entry : entries) {

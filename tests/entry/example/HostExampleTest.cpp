@@ -50,7 +50,7 @@ class HostExample : public testing::Test
 protected:
     HostExample()
     {
-        automation::classRegister::setFile(folder_.filePath(QStringLiteral("classes.ini")));
+        automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
         {
             int argc = 1;
@@ -79,7 +79,7 @@ protected:
 
     QTemporaryDir folder_;
     MessageRecorder boxes_;
-    QString address_ = QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"));
+    QString address_ = QStringLiteral("sqlite:") + folder_.filePath("clinic.db");
 };
 
 } // namespace
@@ -87,8 +87,8 @@ protected:
 TEST_F(HostExample, SaysWhyItCannotStart)
 {
     person = [] {};
-    EXPECT_EQ(run(QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("missing.db"))), 1);
-    automation::classRegister::setFile(folder_.filePath(QStringLiteral("nothing-registered.ini")));
+    EXPECT_EQ(run(QStringLiteral("sqlite:") + folder_.filePath("missing.db")), 1);
+    automation::classRegister::setFile(folder_.filePath("nothing-registered.ini"));
     EXPECT_EQ(run(address_), 1);
 }
 
@@ -103,7 +103,7 @@ TEST_F(HostExample, OpensTheSaleAsOftenAsAskedAndEndsWithItsOwnWindow)
             QTest::mouseClick(desk, Qt::LeftButton);
             QWidget *sale = windowNamed("frmMain");
             ASSERT_TRUE(sale) << visit;
-            EXPECT_EQ(sale->findChild<QLineEdit *>(QStringLiteral("txtCustDetail_0"))->text().toStdString(), "김한방");
+            EXPECT_EQ(sale->findChild<QLineEdit *>("txtCustDetail_0")->text().toStdString(), "김한방");
             EXPECT_TRUE(sale->close());
             QTest::qWait(50); // closing the sale does not end the host
         }
