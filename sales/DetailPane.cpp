@@ -178,6 +178,10 @@ void DetailPane::doubleClicked()
 
 void DetailPane::askRefund()
 {
+    if (operations_.foundChangedAfterLoss()) {
+        MsgBox(changedAfterLoss, InformationIcon, QStringLiteral("반품"), c1elaList_);
+        return;
+    }
     if (!SaleSession::hasCurrent(session_.rsCustSaleDetails))
         return;
     const ado::Recordset &details = *session_.rsCustSaleDetails;

@@ -68,7 +68,7 @@ Outcome trapped(Flow &&flow)
 /// The same for what changes an order's lines. A server that is lost may have saved before it went: the lists must tell
 /// what it holds now, or the line would be written once more.
 template <typename Flow>
-Outcome trappedAndShown(const SaleSession &session, Flow &&flow)
+Outcome trappedAndShown(SaleSession &session, Flow &&flow)
 {
     try {
         return std::forward<Flow>(flow)();
@@ -77,6 +77,7 @@ Outcome trappedAndShown(const SaleSession &session, Flow &&flow)
         if (error.number() == runtime::ErrorNumber::ConnectionLost) {
             show([&] { requeryIfOpen(session.rsCustSaleMaster); });
             show([&] { requeryIfOpen(session.rsCustSaleDetails); });
+            session.linesMayBeStale = show.failed();
         }
         return Outcome::Failed;
     }
@@ -96,6 +97,28 @@ OrderOperations::OrderOperations(SaleSession &session, Clock today)
     : session_(session)
     , today_(std::move(today))
 {
+}
+
+bool OrderOperations::foundChangedAfterLoss()
+{
+    if (!session_.linesMayBeStale)
+        return false;
+    const auto rowsShown = [this] {
+        const auto count = [](const SaleSession::RecordsetPtr &rows) { return rows && rows->isOpen() ? rows->rowCount() : 0; };
+        return std::pair(count(session_.rsCustSaleMaster), count(session_.rsCustSaleDetails));
+    };
+    const auto before = rowsShown();
+    runtime::Attempt read; // while the server is still away, the change itself will say so
+    read([&] {
+        ado::Recordset &orders = opened(session_.rsCustSaleMaster);
+        const ado::Bookmark current = orders.bookmark();
+        orders.Requery();
+        runtime::Attempt stay; // the order may be gone
+        stay([&] { orders.setBookmark(current); });
+        requeryIfOpen(session_.rsCustSaleDetails);
+    });
+    session_.linesMayBeStale = read.failed();
+    return rowsShown() != before;
 }
 
 Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)

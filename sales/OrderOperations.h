@@ -16,6 +16,10 @@ enum class Outcome : std::int16_t {
     Done = 1,
 };
 
+/// Told instead of adding a line, where foundChangedAfterLoss().
+inline const QString changedAfterLoss =
+    QStringLiteral("서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 하십시오.");
+
 /// What the entry pane holds when a line is added. The texts are converted where the line is written.
 struct EntryLine
 {
@@ -50,6 +54,10 @@ public:
     explicit OrderOperations(
         SaleSession &session, Clock today = [] { return QDate::currentDate(); });
     void setToday(Clock today) { today_ = std::move(today); }
+
+    /// To be asked before a line is added. After a lost server that could not be asked since: reads the lists again, and
+    /// tells whether there are other rows than those on view. The last line may be among them.
+    bool foundChangedAfterLoss();
 
     /// Creates today's order for the session's customer and puts the line of the current product on it: on the first
     /// order of that date that the server gives.

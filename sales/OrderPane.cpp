@@ -118,6 +118,7 @@ void OrderPane::loadCustSaleMaster()
             orders.Close();
         orders.Open(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK), gcnnMasterDB, ado::CursorType::Keyset,
                     ado::LockType::Optimistic);
+        session_.linesMayBeStale = false;
         tdbCustSaleMaster_->Rebind();
     } catch (const runtime::RuntimeError &) {
         MsgBox(QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다."), InformationIcon,

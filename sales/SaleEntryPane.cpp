@@ -326,6 +326,10 @@ void SaleEntryPane::appendDetail()
                c1elaProductInfo_);
         return;
     }
+    if (operations_.foundChangedAfterLoss()) {
+        MsgBox(changedAfterLoss, controls::InformationIcon, QString(), c1elaProductInfo_);
+        return;
+    }
     EntryLine line;
     line.intSellType = sellType();
     line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();

@@ -33,6 +33,10 @@ public:
 
     Customer customer;
 
+    /// The server was lost in the middle of a change, and orders and lines could not be read since: what is shown may lack
+    /// what was saved.
+    bool linesMayBeStale = false;
+
     RecordsetPtr rsSaleProductLists;
     RecordsetPtr rsCustSaleMaster;
     RecordsetPtr rsCustSaleDetails;

@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -304,4 +305,28 @@ TEST_F(ServerGone, ForAWhileIsToldByEveryOperationAndForgottenWhenItIsBack)
     wire_.mend();
     QThread::msleep(1100); // a desk does not ask a dead server more than once a second
     expectNextSale();
+}
+
+// The answer to the commit is lost and the list cannot be read: the same once more would double the line.
+TEST_F(ServerGone, WithTheLastAnswerStopsTheUserFromAddingTheLineTwice)
+{
+    const auto operation = [](const char *name) { return *std::ranges::find(operations, std::string(name), &Operation::name); };
+    const std::pair<Operation, int> lastCommits[]{{operation("adding a line"), 1}, {operation("taking goods back"), 2}};
+    for (const auto &[add, commit] : lastCommits) {
+        SCOPED_TRACE(add.name);
+        prepare(add);
+        wire_.cutAtWriting(commit, Wire::Moment::Unanswered, Wire::Then::Away);
+        add.run(desk_);
+        EXPECT_EQ(told(), add.told.back());
+        wire_.mend();
+        QThread::msleep(1100);
+
+        desk_.boxes.messages.clear();
+        desk_.window()->activateWindow();
+        add.run(desk_);
+        EXPECT_EQ(told(), "서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 하십시오.");
+        EXPECT_EQ(stored(), add.halves.front());
+        expectShown();
+        expectNextSale();
+    }
 }

@@ -132,11 +132,12 @@ QString Wire::address(const QString &database) const
     return QStringLiteral("postgresql://clinic@/%1?host=%2").arg(database, folder_.path());
 }
 
-void Wire::cutAtWriting(int statement, Moment moment)
+void Wire::cutAtWriting(int statement, Moment moment, Then then)
 {
     const std::lock_guard lock(mutex_);
     due_ = statement;
     moment_ = moment;
+    then_ = then;
     cut_ = false;
 }
 
@@ -208,6 +209,7 @@ bool Wire::carryMessages(Line &line)
             if (!cut)
                 swallowAnswer(line.server);
             due_ = -1;
+            away_ = then_ == Then::Away;
             cut_ = true;
             return false;
         }

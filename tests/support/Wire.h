@@ -23,9 +23,10 @@ public:
         Before,     ///< the statement does not reach the server
         Unanswered, ///< it is run, and the desk never hears of it
     };
+    enum class Then { Back, Away };
     /// Cuts at the given one, counted from 0, of the statements from now on that change or commit something. The server can
-    /// be reached anew at once.
-    void cutAtWriting(int statement, Moment moment);
+    /// be reached anew at once, or not until mend().
+    void cutAtWriting(int statement, Moment moment, Then then = Then::Back);
     bool wasCut() const { return cut_; }
     /// Cuts now; the server cannot be reached until mend().
     void takeAway();
@@ -41,6 +42,7 @@ private:
     std::mutex mutex_;
     int due_ = -1; ///< the writing to cut at, -1 for none
     Moment moment_{};
+    Then then_{};
     std::atomic<bool> cut_{false};
     std::atomic<bool> away_{false};
     std::atomic<bool> ending_{false};
