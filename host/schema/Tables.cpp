@@ -114,7 +114,8 @@ std::span<const IndexPlan> indexPlans()
         {"ixTransactionOrder", "tPSTransaction", "tpstrans_OrderM_PK"},
         {"ixTransactionCustomer", "tPSTransaction", "tpstrans_Customer_PK, tpstrans_Date"},
         {"ixTransactionDate", "tPSTransaction", "tpstrans_Date"},
-        {"ixIncomingProduct", "tPSIncoming", "PM_PK"},
+        // Whole as well: sums and last prices of purchases are read from it alone.
+        {"ixIncomingProduct", "tPSIncoming", "PM_PK, IN_Date, IN_UnitPrice, IN_Count"},
         {"ixReceiptCustomer", "Receipt", "Customer_PK"},
     };
     return plans;
