@@ -1,10 +1,16 @@
 #include "bench/StartBench.h"
 
 #include "bench/Patients.h"
+#include "bench/SaleWindow.h"
+#include "host/desk/DeskWindow.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QProcess>
+#include <QTest>
+
+#include <memory>
 
 namespace bench {
 
@@ -36,6 +42,24 @@ void start(benchmark::State &state, const QStringList &arguments)
     }
 }
 
+/// The first sign that is typed into the patient search, half a second after the window came up.
+void search(benchmark::State &state, const ado::ConnectionPtr &connection)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto window = std::make_unique<desk::DeskWindow>(connection);
+        window->show();
+        QTest::qWait(500);
+        auto *typed = window->findChild<QLineEdit *>(QStringLiteral("txtSearch"));
+        state.ResumeTiming();
+        typed->setText(QStringLiteral("김"));
+        untilPainted();
+        state.PauseTiming();
+        window.reset();
+        state.ResumeTiming();
+    }
+}
+
 } // namespace
 
 void registerStart(const Clinics &clinics, Table &table)
@@ -55,6 +79,10 @@ void registerStart(const Clinics &clinics, Table &table)
         })->Iterations(Starts)->UseManualTime();
         table.add({one.what, one.name, {}, 500});
     }
+    benchmark::RegisterBenchmark("search", [connection = clinics.large](benchmark::State &state) {
+        search(state, connection);
+    })->Iterations(Starts);
+    table.add({"search a patient, 50,000 patients, first sign typed, painted", "search", {}, 100});
 }
 
 } // namespace bench

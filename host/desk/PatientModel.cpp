@@ -2,11 +2,15 @@
 
 #include "platform/runtime/Format.h"
 
+#include <algorithm>
+
 namespace desk {
 
 PatientModel::PatientModel(QObject *parent)
     : QAbstractTableModel(parent)
 {
+    constexpr int aFewMilliseconds = 1000; // of keys, so that nobody at the desk notices
+    connect(&idle_, &QTimer::timeout, this, [this] { makeKeys(aFewMilliseconds); });
 }
 
 void PatientModel::setPatients(PatientFile patients)
@@ -14,6 +18,8 @@ void PatientModel::setPatients(PatientFile patients)
     beginResetModel();
     patients_ = std::move(patients);
     keys_.clear();
+    keys_.reserve(std::size_t(patients_.count()));
+    idle_.start(0);
     choose();
     endResetModel();
 }
@@ -32,13 +38,21 @@ void PatientModel::choose()
     filtered_ = !typed_.isEmpty();
     if (!filtered_)
         return;
-    keys_.reserve(std::size_t(patients_.count()));
-    for (int row = int(keys_.size()); row < patients_.count(); ++row)
-        keys_.emplace_back(patients_.at(row));
+    makeKeys(patients_.count());
     for (int row = 0; row < patients_.count(); ++row) {
         if (keys_[std::size_t(row)].matches(typed_))
             shown_.push_back(row);
     }
+}
+
+void PatientModel::makeKeys(int most)
+{
+    const int made = int(keys_.size());
+    const int end = made + std::min(most, patients_.count() - made);
+    for (int row = made; row < end; ++row)
+        keys_.emplace_back(patients_.at(row));
+    if (end == patients_.count())
+        idle_.stop();
 }
 
 int PatientModel::rowCount(const QModelIndex &parent) const

@@ -4,6 +4,7 @@
 #include "host/desk/PatientSearch.h"
 
 #include <QAbstractTableModel>
+#include <QTimer>
 
 #include <vector>
 
@@ -30,9 +31,12 @@ public:
 
 private:
     void choose();
+    /// Makes the search keys of that many more patients; stops the timer with the last one.
+    void makeKeys(int most);
 
     PatientFile patients_;
-    std::vector<SearchKey> keys_; ///< of all patients, made when the first search needs them
+    std::vector<SearchKey> keys_; ///< of the first patients, in the end of all
+    QTimer idle_;                 ///< makes keys while nothing else is to be done
     bool filtered_ = false;
     std::vector<int> shown_; ///< while filtered_
     QString typed_;
