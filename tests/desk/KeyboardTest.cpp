@@ -14,10 +14,7 @@ using walk::settle;
 class Typist
 {
 public:
-    explicit Typist(SaleDesk &desk)
-        : desk_(desk)
-    {
-    }
+    explicit Typist(SaleDesk &desk) : desk_(desk) {}
 
     /// Waits until the window is in front; keys go to it from now on.
     void standBefore(QWidget *window)
@@ -99,8 +96,8 @@ class ByKeyboard : public testing::TestWithParam<ado::Engine>
 protected:
     void SetUp() override
     {
-        desk_.database.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                                          "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-03-02', 1, 0, 50000, 0, 50000, 13000)"));
+        desk_.database.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+                           "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-03-02', 1, 0, 50000, 0, 50000, 13000)");
         controls::setMessageHandler({}); // boxes really open here, and are answered by keys
         desk_.open();
         typist_.standBefore(desk_.window());
@@ -168,6 +165,10 @@ TEST_P(ByKeyboard, ASaleIsPaidReturnedRefundedAndAnOlderOneCollected)
     payTheRefund();
     collect("10000");
 
+    // The window stays on the order that was collected for, and shows what is stored now.
+    EXPECT_EQ(desk_.text("txtOrderMaster_7").toStdString(), "\\3,000");
+    EXPECT_EQ(desk_.grid("tdbCustSaleMaster")->currentIndex().row(), 1);
+    EXPECT_EQ(desk_.grid("tdbCustTranManage")->model()->rowCount(), 1);
     EXPECT_EQ(desk_.orders(), "1|7|2026-03-02|0|50000|0|50000|3000\n"
                               "2|7|" + today() + "|3000|0|0|3000|0");
     EXPECT_EQ(desk_.lines(), "2|1|1000|0|4|0\n"
@@ -176,7 +177,7 @@ TEST_P(ByKeyboard, ASaleIsPaidReturnedRefundedAndAnOlderOneCollected)
                               "2|7|3|2000|01\n"
                               "2|7|4|1000|\n"
                               "1|7|3|10000|11");
-    EXPECT_EQ(desk_.joined(QStringLiteral("SELECT DISTINCT tpstrans_Date FROM tPSTransaction")), today());
+    EXPECT_EQ(desk_.joined("SELECT DISTINCT tpstrans_Date FROM tPSTransaction"), today());
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, ByKeyboard, testing::ValuesIn(allEngines), engineName);
@@ -215,12 +216,11 @@ TEST_P(HalfASyllable, IsSavedWithItsMemo)
 {
     const auto &[memo, byMouse] = GetParam();
     SaleDesk desk;
-    desk.database.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) "
-                                     "VALUES (7, '2026-03-02', 1, 0, 0, 0)"));
-    desk.database.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-                                     "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES "
-                                     "(7, 1, '2026-03-02', 3, 53000, '00', '')"));
-    desk.database.run(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('Acme')"));
+    desk.database.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) "
+                      "VALUES (7, '2026-03-02', 1, 0, 0, 0)");
+    desk.database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+                      "tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (7, 1, '2026-03-02', 3, 53000, '00', '')");
+    desk.database.run("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('Acme')");
     desk.open();
     desk.choose("tdbCustSaleMaster", 0);
     desk.control<QTabWidget>("c1tabMain")->setCurrentIndex(memo.tab);
@@ -232,7 +232,7 @@ TEST_P(HalfASyllable, IsSavedWithItsMemo)
     typist.tabTo(memo.box);
 
     QInputMethodEvent composed(QStringLiteral("약"), {});
-    composed.setCommitString(QStringLiteral("한"));
+    composed.setCommitString("한");
     QApplication::sendEvent(desk.control(memo.box), &composed);
     if (byMouse)
         desk.click(memo.save);

@@ -26,16 +26,13 @@ public:
         : database(engine)
     {
         desk::dressUp(*qApp);
-        automation::classRegister::setFile(folder_.filePath(QStringLiteral("classes.ini")));
+        automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
         desk::SaleComponent::registerBesideProgram();
-        database.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, "
-                                    "PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate) VALUES "
-                                    "('가', '감초차', 1000, 1, 1, 0, '', '2026-01-01'), "
-                                    "('나', '경옥고', 50000, 0, 1, NULL, '', '2026-01-01'), "
-                                    "('다', '옛날환', 1000, 1, 0, 0, '', '2026-01-01')"));
-        database.run(QStringLiteral("INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', '000007'), "
-                                    "(8, '서문하늘', '000008')"));
+        database.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, "
+                     "PM_AddedDate) VALUES ('가', '감초차', 1000, 1, 1, 0, '', '2026-01-01'), ('나', '경옥고', 50000, 0, 1, NULL, '', "
+                     "'2026-01-01'), ('다', '옛날환', 1000, 1, 0, 0, '', '2026-01-01')");
+        database.run("INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', '000007'), (8, '서문하늘', '000008')");
     }
 
     ~SaleDesk()
@@ -67,10 +64,7 @@ public:
 
     QWidget *window() const { return window_; }
     template <typename Control = QWidget>
-    Control *control(const char *name) const
-    {
-        return actor.control<Control>(window_, QString::fromLatin1(name));
-    }
+    Control *control(const char *name) const { return actor.control<Control>(window_, QString::fromLatin1(name)); }
     QTableView *grid(const char *name) const { return control<QTableView>(name); }
     QString text(const char *name) const { return control<QLineEdit>(name)->text(); }
     void click(const char *name) { actor.click(control(name)); }
@@ -88,18 +82,18 @@ public:
     // Rows of the tables, one a line.
     std::string orders()
     {
-        return joined(QStringLiteral("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                                            "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"));
+        return joined("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+                             "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK");
     }
     std::string lines()
     {
-        return joined(QStringLiteral("SELECT OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType "
-                                            "FROM tPSOrderDetail ORDER BY OrdD_PK"));
+        return joined("SELECT OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType "
+                             "FROM tPSOrderDetail ORDER BY OrdD_PK");
     }
     std::string ledger()
     {
-        return joined(QStringLiteral("SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, tpstrans_Operator, tpstrans_Money, "
-                                            "tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK"));
+        return joined("SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, tpstrans_Operator, tpstrans_Money, "
+                             "tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK");
     }
 
     /// The rows of a plain query, one a line.
@@ -112,7 +106,7 @@ public:
     TestDatabase database;
     ado::ConnectionPtr connection; ///< the window's, where it is another one than the database's own
     MessageRecorder boxes;
-    walk::Actor actor{folder_.filePath(QStringLiteral("pictures"))};
+    walk::Actor actor{folder_.filePath("pictures")};
 
 private:
     std::unique_ptr<desk::SaleComponent> component_;
