@@ -28,10 +28,7 @@ const QString written = QStringLiteral("SELECT COUNT(*) FROM tPSOrderMaster WHER
 class BusyDesk
 {
 public:
-    explicit BusyDesk(const QSqlDatabase &like)
-        : desk_([this, like = like.connectionName()] { sell(like); })
-    {
-    }
+    explicit BusyDesk(const QSqlDatabase &like) : desk_([this, like = like.connectionName()] { sell(like); }) {}
     ~BusyDesk() { stop(); }
 
     void stop()
@@ -61,10 +58,8 @@ private:
                 bool fine = query.exec(QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, "
                                                       "OrdM_TaxTotal, OrdM_ETCMemo) VALUES (%1, 1, '2026-11-24', 700, 700, 'written')")
                                            .arg(key));
-                fine = query.exec(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, "
-                                                 "OrdD_Count) SELECT %1, MIN(PM_PK), 700, 0, 1 FROM tPSProductMaster WHERE "
-                                                 "PM_IsTaxed = 1")
-                                      .arg(key))
+                fine = query.exec(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) "
+                                                 "SELECT %1, MIN(PM_PK), 700, 0, 1 FROM tPSProductMaster WHERE PM_IsTaxed = 1").arg(key))
                     && fine;
                 EXPECT_TRUE(database.commit() && fine) << query.lastError().text().toStdString();
                 ++sales_;
@@ -81,11 +76,7 @@ private:
 class Backup : public testing::TestWithParam<ado::Engine>
 {
 protected:
-    Backup()
-        : clinic_(GetParam(), false)
-    {
-        sample::fill(*clinic_.connection(), sample::Size::Small);
-    }
+    Backup() : clinic_(GetParam(), false) { sample::fill(*clinic_.connection(), sample::Size::Small); }
 
     QString file(const char *name) const { return folder_.filePath(QString::fromLatin1(name)); }
     QStringList files() const { return QDir(folder_.path()).entryList(QDir::Files); }
@@ -169,10 +160,10 @@ TEST_P(Backup, ComesBackUnderOpenDesksAndKeepsWhatWasThere)
     EXPECT_EQ(files().size(), 2) << joined(files());
     orders.Requery(); // the desk that was open all the time
     ASSERT_TRUE(orders.hasCurrent());
-    orders.setValue(QStringLiteral("OrdM_ETCMemo"), QStringLiteral("고침"));
+    orders.setValue("OrdM_ETCMemo", QStringLiteral("고침"));
     orders.Update();
-    clinic_.connection()->Execute(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')"));
-    EXPECT_EQ(clinic_.value(QStringLiteral("SELECT MAX(OrdM_PK) FROM tPSOrderMaster")), QStringLiteral("321"));
+    clinic_.connection()->Execute("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')");
+    EXPECT_EQ(clinic_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), QStringLiteral("321"));
 
     backup::restore(clinic_.address(), kept);
     EXPECT_EQ(joined(contentOf(clinic_)), joined(damaged));
@@ -191,13 +182,12 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     TestDatabase other(GetParam() == ado::Engine::SQLite ? ado::Engine::PostgreSQL : ado::Engine::SQLite);
     backup::backUp(other.address(), file("other.backup"));
     TestDatabase older(GetParam());
-    older.run(QStringLiteral("ALTER TABLE Customer DROP COLUMN vip"));
+    older.run("ALTER TABLE Customer DROP COLUMN vip");
     if (GetParam() == ado::Engine::SQLite)
         older.run(QStringLiteral("VACUUM INTO '%1'").arg(file("older.backup")));
     else
         ASSERT_EQ(QProcess::execute(QStringLiteral("pg_dump"), {QStringLiteral("-Fc"), QStringLiteral("-f"), file("older.backup"),
-                                                                QStringLiteral("-d"), older.address()}),
-                  0);
+                                                                QStringLiteral("-d"), older.address()}), 0);
     const QStringList before = contentOf(clinic_);
     const QStringList filesBefore = files();
 
@@ -229,9 +219,9 @@ TEST(BackupOfAFile, ReplacesADamagedClinicAndMakesAMissingOne)
     const QTemporaryDir folder;
     const auto address = [&](const char *name) { return QStringLiteral("sqlite:") + folder.filePath(QString::fromLatin1(name)); };
     sample::makeClinic(address("clinic.db"), sample::Size::Small);
-    backup::backUp(address("clinic.db"), folder.filePath(QStringLiteral("good.backup")));
+    backup::backUp(address("clinic.db"), folder.filePath("good.backup"));
     {
-        QFile clinic(folder.filePath(QStringLiteral("clinic.db")));
+        QFile clinic(folder.filePath("clinic.db"));
         ASSERT_TRUE(clinic.open(QIODevice::ReadWrite));
         for (int page = 30; page < 45; ++page) {
             clinic.seek(page * 4096);
@@ -239,13 +229,13 @@ TEST(BackupOfAFile, ReplacesADamagedClinicAndMakesAMissingOne)
         }
     }
     EXPECT_EQ(check::examineFile(*ado::Connection::open(address("clinic.db"))).violations > 0, true);
-    EXPECT_ANY_THROW(backup::backUp(address("clinic.db"), folder.filePath(QStringLiteral("bad.backup"))));
-    EXPECT_TRUE(QFile::exists(backup::restore(address("clinic.db"), folder.filePath(QStringLiteral("good.backup")))));
-    EXPECT_EQ(backup::restore(address("other.db"), folder.filePath(QStringLiteral("good.backup"))), QString());
+    EXPECT_ANY_THROW(backup::backUp(address("clinic.db"), folder.filePath("bad.backup")));
+    EXPECT_TRUE(QFile::exists(backup::restore(address("clinic.db"), folder.filePath("good.backup"))));
+    EXPECT_EQ(backup::restore(address("other.db"), folder.filePath("good.backup")), QString());
     for (const char *name : {"clinic.db", "other.db"}) {
         const ado::ConnectionPtr restored = ado::Connection::open(address(name));
         EXPECT_EQ(check::examineFile(*restored).violations, 0);
         EXPECT_EQ(check::examine(*restored, {{}, {}, QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster")}, 0ms).violations, 320);
     }
-    EXPECT_ANY_THROW(backup::restore(address("clinic.db"), folder.filePath(QStringLiteral("clinic.db"))));
+    EXPECT_ANY_THROW(backup::restore(address("clinic.db"), folder.filePath("clinic.db")));
 }

@@ -65,11 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Engines, Check, testing::ValuesIn(allEngines), engineNa
 TEST_P(Check, FindsEachDamageAndNothingBeside)
 {
     // The keys: order 1 is patient 1's here, with lines of normal sale and a ledger; 900 and above are nobody's.
-    const struct
-    {
-        const char *damage;
-        const char *title;
-    } damages[]{
+    const struct { const char *damage, *title; } damages[]{
         {"UPDATE tPSOrderMaster SET OrdM_TaxTotal = OrdM_TaxTotal + 1 WHERE OrdM_PK = 1", "총액이 과세·비과세 합계와 다른 주문"},
         {"UPDATE tPSOrderMaster SET OrdM_Total = OrdM_Total + 1, OrdM_TaxFreeTotal = OrdM_TaxFreeTotal + 1 WHERE OrdM_PK = 1",
          "총액이 판매 내역의 합계와 다른 주문"},
@@ -153,8 +149,7 @@ TEST_P(Check, ShowsTheFirstRowsWithTheirKeys)
     EXPECT_EQ(finding.violations, 320);
     EXPECT_EQ(finding.firstRows.size(), check::ShownRows);
     EXPECT_EQ(finding.firstRows.value(0).toStdString(), "주문번호 1 · 날짜 (없음) · 금액 0 · 메모 (빈 값)");
-    EXPECT_EQ(check::examine(*connection_, {many.title, many.remedy, QStringLiteral("SELECT nothing")}, 0ms).failure.isEmpty(),
-              false);
+    EXPECT_EQ(check::examine(*connection_, {many.title, many.remedy, QStringLiteral("SELECT nothing")}, 0ms).failure.isEmpty(), false);
 }
 
 TEST(CheckQueries, CountOnlyWhatStandsTwice)

@@ -23,7 +23,7 @@ protected:
     void SetUp() override
     {
         // No component is registered for this user, and none beside the test.
-        automation::classRegister::setFile(folder_.filePath(QStringLiteral("classes.ini")));
+        automation::classRegister::setFile(folder_.filePath("classes.ini"));
         window_.show();
         QApplication::setActiveWindow(&window_);
         search_->setFocus();
@@ -36,9 +36,9 @@ protected:
     QTemporaryDir folder_;
     MessageRecorder boxes_;
     desk::DeskWindow window_{clinic_->connection()};
-    QLineEdit *search_ = window_.findChild<QLineEdit *>(QStringLiteral("txtSearch"));
-    QTableView *table_ = window_.findChild<QTableView *>(QStringLiteral("tblPatients"));
-    QPushButton *sale_ = window_.findChild<QPushButton *>(QStringLiteral("cmdSale"));
+    QLineEdit *search_ = window_.findChild<QLineEdit *>("txtSearch");
+    QTableView *table_ = window_.findChild<QTableView *>("tblPatients");
+    QPushButton *sale_ = window_.findChild<QPushButton *>("cmdSale");
 };
 
 } // namespace
@@ -51,11 +51,7 @@ TEST(PatientSearch, FindsByNameConsonantsChartNumberAndTelephone)
     patient.phone = QStringLiteral("02-0649-3741");
     patient.cell = QStringLiteral("010-0696-0351");
     const desk::SearchKey key(patient);
-    const struct
-    {
-        const char *typed;
-        bool found;
-    } cases[]{
+    const struct { const char *typed; bool found; } cases[]{
         {"", true},          {"  ", true},         {"남궁", true},  {"궁보", true},       {"보람이", false}, {"ㄴㄱㅂㄹ", true},
         {"ㄱㅂ", true},      {"ㄴㅂ", false},      {"a0001", true}, {"A-0001", true},     {"00018", false},  {"0649-37", true},
         {"06493741", true},  {"6960351", true},    {"-", true},     {"010-0696x", false}, {"ㅂ람", false},
@@ -70,7 +66,7 @@ TEST_F(Reception, NarrowsTheListWithEveryKey)
     EXPECT_EQ(table_->model()->rowCount(), 30);
     QTest::keyClicks(search_, QStringLiteral("000007"));
     ASSERT_EQ(table_->model()->rowCount(), 1);
-    EXPECT_EQ(chosen().toStdString(), clinic_->value(QStringLiteral("SELECT name FROM Customer WHERE sn = '000007'")).toStdString());
+    EXPECT_EQ(chosen().toStdString(), clinic_->value("SELECT name FROM Customer WHERE sn = '000007'").toStdString());
     EXPECT_TRUE(sale_->isEnabled());
 
     QTest::keyClicks(search_, QStringLiteral("000"));
@@ -108,7 +104,7 @@ TEST_F(Reception, IsWalkedThroughFromTheSearch)
 TEST_F(Reception, SaysSoWhenTheComponentIsMissing)
 {
     QTest::keyClick(search_, Qt::Key_Return);
-    QTest::mouseClick(window_.findChild<QPushButton *>(QStringLiteral("cmdManage")), Qt::LeftButton);
+    QTest::mouseClick(window_.findChild<QPushButton *>("cmdManage"), Qt::LeftButton);
     ASSERT_EQ(boxes_.messages.size(), 2);
     EXPECT_FALSE(boxes_.messages.front().text.isEmpty());
     EXPECT_TRUE(window_.isVisible());

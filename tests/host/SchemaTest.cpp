@@ -84,18 +84,18 @@ TEST_P(Schema, HasEveryColumnThatTheRegistryKnows)
 
 TEST_P(Schema, GivesKeysThatGoOnFromTheHighestWritten)
 {
-    clinic.run(QStringLiteral("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK) VALUES (40, 1, 1)"));
+    clinic.run("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK) VALUES (40, 1, 1)");
     schema::continueKeys(*clinic.connection());
-    clinic.run(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK) VALUES (1, 1)"));
-    clinic.run(QStringLiteral("INSERT INTO tPSIncoming (PM_PK) VALUES (1)"));
-    EXPECT_EQ(clinic.value(QStringLiteral("SELECT MAX(OrdD_PK) FROM tPSOrderDetail")), QStringLiteral("41"));
-    EXPECT_EQ(clinic.value(QStringLiteral("SELECT MAX(IN_PK) FROM tPSIncoming")), QStringLiteral("1"));
+    clinic.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK) VALUES (1, 1)");
+    clinic.run("INSERT INTO tPSIncoming (PM_PK) VALUES (1)");
+    EXPECT_EQ(clinic.value("SELECT MAX(OrdD_PK) FROM tPSOrderDetail"), QStringLiteral("41"));
+    EXPECT_EQ(clinic.value("SELECT MAX(IN_PK) FROM tPSIncoming"), QStringLiteral("1"));
 }
 
 TEST_P(Schema, IsRecognisedOnlyWhenWhole)
 {
     EXPECT_TRUE(schema::hasSchema(*clinic.connection()));
-    clinic.run(QStringLiteral("ALTER TABLE tPSTransaction DROP COLUMN trans_temp"));
+    clinic.run("ALTER TABLE tPSTransaction DROP COLUMN trans_temp");
     EXPECT_FALSE(schema::hasSchema(*clinic.connection()));
     TestDatabase bare(GetParam(), false);
     EXPECT_FALSE(schema::hasSchema(*bare.connection()));
@@ -104,11 +104,11 @@ TEST_P(Schema, IsRecognisedOnlyWhenWhole)
 TEST_P(Schema, IsMadeWholeOrNotAtAll)
 {
     TestDatabase halfMade(GetParam(), false);
-    halfMade.run(QStringLiteral("CREATE TABLE tPSProperties (other INTEGER)"));
+    halfMade.run("CREATE TABLE tPSProperties (other INTEGER)");
     EXPECT_THROW(schema::createSchema(*halfMade.connection()), runtime::RuntimeError);
-    EXPECT_THROW(halfMade.rows(QStringLiteral("SELECT * FROM tPSProductMaster")), std::runtime_error);
+    EXPECT_THROW(halfMade.rows("SELECT * FROM tPSProductMaster"), std::runtime_error);
 
-    halfMade.run(QStringLiteral("DROP TABLE tPSProperties"));
+    halfMade.run("DROP TABLE tPSProperties");
     EXPECT_NO_THROW(schema::createSchema(*halfMade.connection()));
     EXPECT_TRUE(schema::hasSchema(*halfMade.connection()));
 }
@@ -128,7 +128,7 @@ TEST(SchemaIndexes, ServeTheStatementsThatRunOnEveryClick)
     };
     for (const char16_t *statement : statements) {
         const QString plan = clinic.rows(QStringLiteral("EXPLAIN QUERY PLAN ") + QString::fromUtf16(statement)).join(u'\n');
-        EXPECT_TRUE(plan.contains(QStringLiteral(" INDEX "))) << plan.toStdString();
-        EXPECT_FALSE(plan.contains(QStringLiteral("SCAN"))) << plan.toStdString();
+        EXPECT_TRUE(plan.contains(" INDEX ")) << plan.toStdString();
+        EXPECT_FALSE(plan.contains("SCAN")) << plan.toStdString();
     }
 }
