@@ -250,8 +250,7 @@ TEST_P(Figures, OfOneDayFillTheSheetOfTheEveningCount)
         const statistics::Sheet shown = sheet(report, statistics::dayOf(day));
         ASSERT_EQ(shown.summary.size(), 17u);
         for (const statistics::SummaryLine &line : shown.summary)
-            EXPECT_EQ(line.amount.toText().toStdString(),
-                      std::to_string(sums[(line.group + u'/' + line.caption).toStdString()]))
+            EXPECT_EQ(line.amount.toText().toStdString(), std::to_string(sums[(line.group + u'/' + line.caption).toStdString()]))
                 << day.toString(Qt::ISODate).toStdString() << ' ' << line.caption.toStdString();
     }
 }
@@ -286,7 +285,7 @@ TEST_P(Figures, StockIsThatOfTheModulesOwnPane)
     for (const Line &line : lines(database_))
         recent[line.product] += line.date >= rate.first && line.date <= rate.last ? line.count : 0;
 
-    const QStringList products = database_.rows(QStringLiteral("SELECT PM_PK, PM_Name FROM tPSProductMaster"));
+    const QStringList products = database_.rows("SELECT PM_PK, PM_Name FROM tPSProductMaster");
     ASSERT_GT(products.size(), 50);
     EXPECT_EQ(byName.size(), std::size_t(products.size()));
     for (const QString &product : products) {
@@ -298,9 +297,7 @@ TEST_P(Figures, StockIsThatOfTheModulesOwnPane)
         ASSERT_EQ(row.size(), 12u) << product.toStdString();
         EXPECT_EQ(rendered(statistics::Row(row.begin() + 3, row.begin() + 8)),
                   QStringList({QString::number(in), QString::number(out[2].toLongLong()), QString::number(out[1].toLongLong()),
-                               QString::number(out[0].toLongLong()), QString::number(left)})
-                      .join(u'|')
-                      .toStdString())
+                               QString::number(out[0].toLongLong()), QString::number(left)}).join(u'|').toStdString())
             << product.toStdString();
         EXPECT_EQ(statistics::plainText(row[10]).toLongLong(), recent[key]);
         const bool lasts = left > 0 && recent[key] > 0;

@@ -1,7 +1,6 @@
 #include "platform/runtime/RuntimeError.h"
 #include "plugins/VantoSalesPeriod/clsVantoSalesPeriod.h"
 #include "plugins/frame/CsvFile.h"
-#include "plugins/frame/Ledger.h"
 #include "plugins/frame/ReportWindow.h"
 #include "plugins/frame/SheetPrint.h"
 #include "tests/plugins/SampleRows.h"
@@ -29,10 +28,7 @@ namespace {
 class SlowReport : public Report
 {
 public:
-    explicit SlowReport(QString statement)
-        : statement_(std::move(statement))
-    {
-    }
+    explicit SlowReport(QString statement) : statement_(std::move(statement)) {}
     QString title() const override { return QStringLiteral("느린 통계"); }
     std::vector<Figure> figures(const Period &) override
     {
@@ -63,17 +59,11 @@ protected:
         return *window_;
     }
     template <typename Control>
-    Control *control(const char *name) const
-    {
-        return window_->findChild<Control *>(QLatin1String(name));
-    }
+    Control *control(const char *name) const { return window_->findChild<Control *>(QLatin1String(name)); }
     QString state() const { return control<QLabel>("lblState")->text(); }
     int rows() const { return control<QTableView>("tblReport")->model()->rowCount(); }
     bool waitFor(const std::function<bool()> &condition) const { return QTest::qWaitFor(condition, 10'000); }
-    bool readToItsEnd() const
-    {
-        return waitFor([this] { return !window_->isReading(); });
-    }
+    bool readToItsEnd() const { return waitFor([this] { return !window_->isReading(); }); }
 
     /// Clicks the button and works in the dialog that comes; returns how many came.
     template <typename Dialog>
@@ -100,22 +90,6 @@ const QString ordersOfADay = QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster 
 
 } // namespace
 
-TEST(Ledger, TellsTheMediumByTheLastCharacterAndTheTimeByTheFirst)
-{
-    const struct
-    {
-        const char *method;
-        Medium medium;
-        bool late;
-    } cases[] = {{"", Medium::Cash, false},   {"00", Medium::Cash, false}, {"01", Medium::Card, false}, {"02", Medium::Bank, false},
-                 {"10", Medium::Cash, true},  {"11", Medium::Card, true},  {"12", Medium::Bank, true},  {"03", Medium::Cash, false},
-                 {"1", Medium::Card, true}};
-    for (const auto &one : cases) {
-        EXPECT_EQ(mediumOf(QLatin1String(one.method)), one.medium) << one.method;
-        EXPECT_EQ(isAgainstOutstanding(QLatin1String(one.method)), one.late) << one.method;
-    }
-}
-
 TEST(Csv, KeepsKoreanCommasAndExactNumbersAndDisarmsFormulas)
 {
     Sheet sheet;
@@ -140,13 +114,13 @@ TEST(StatStart, GivesTheWindowBeforeAnythingIsRead)
     const std::unique_ptr<QWidget> window(QWidget::find(WId(handle)));
     ASSERT_TRUE(window);
     EXPECT_TRUE(window->property("reading").toBool());
-    EXPECT_EQ(window->findChild<QTableView *>(QStringLiteral("tblReport"))->model()->rowCount(), 0);
+    EXPECT_EQ(window->findChild<QTableView *>("tblReport")->model()->rowCount(), 0);
 
     ASSERT_TRUE(QTest::qWaitFor([&] { return !window->property("reading").toBool(); }, 10'000));
     // The shop's last month, since nothing was sold in the one of today.
-    EXPECT_EQ(window->findChild<QDateEdit *>(QStringLiteral("dtpFirst"))->date(), QDate(2026, 6, 1));
-    EXPECT_EQ(window->findChild<QDateEdit *>(QStringLiteral("dtpLast"))->date(), QDate(2026, 6, 30));
-    EXPECT_GT(window->findChild<QTableView *>(QStringLiteral("tblReport"))->model()->rowCount(), 10);
+    EXPECT_EQ(window->findChild<QDateEdit *>("dtpFirst")->date(), QDate(2026, 6, 1));
+    EXPECT_EQ(window->findChild<QDateEdit *>("dtpLast")->date(), QDate(2026, 6, 30));
+    EXPECT_GT(window->findChild<QTableView *>("tblReport")->model()->rowCount(), 10);
 
     connection.reset();
     EXPECT_THROW(component.StatStart(connection), runtime::RuntimeError);
@@ -177,7 +151,7 @@ TEST_F(Window, StaysAliveAndShowsItsProgressWhileItReads)
     EXPECT_FALSE(window.isReading());
     EXPECT_FALSE(control<QWidget>("prgReading")->isVisible());
     EXPECT_EQ(rows(), 0); // what stood there belonged to other days
-    EXPECT_TRUE(state().contains(QStringLiteral("중지")));
+    EXPECT_TRUE(state().contains("중지"));
     EXPECT_FALSE(control<QPushButton>("cmdCsv")->isEnabled());
 }
 
@@ -195,7 +169,7 @@ TEST_F(Window, TellsWhyItCannotRead)
 {
     open(QStringLiteral("SELECT * FROM nowhere"));
     ASSERT_TRUE(readToItsEnd());
-    EXPECT_TRUE(state().startsWith(QStringLiteral("통계를 읽지 못했습니다: "))) << state().toStdString();
+    EXPECT_TRUE(state().startsWith("통계를 읽지 못했습니다: ")) << state().toStdString();
     EXPECT_EQ(rows(), 0);
 
     open(ordersOfADay);
@@ -212,13 +186,13 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
     const QTemporaryDir folder;
     const auto saveAs = [&](const QString &name) {
         return inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
-            dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(folder.filePath(name));
+            dialog.findChild<QLineEdit *>("fileNameEdit")->setText(folder.filePath(name));
             QMetaObject::invokeMethod(&dialog, "accept");
         });
     };
     const MessageRecorder boxes;
     EXPECT_EQ(saveAs(QStringLiteral("통계 6월")), 1);
-    QFile file(folder.filePath(QStringLiteral("통계 6월.csv")));
+    QFile file(folder.filePath("통계 6월.csv"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll().toStdString(), "\xEF\xBB\xBF느린 통계,2026-06-01 ~ 2026-06-30\r\n\r\n가\r\n다 읽음\r\n");
     EXPECT_TRUE(boxes.messages.isEmpty());
@@ -229,7 +203,7 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
 
     // An old file is not lost without a question, however the name was typed.
     inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
-        dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(file.fileName().chopped(4));
+        dialog.findChild<QLineEdit *>("fileNameEdit")->setText(file.fileName().chopped(4));
         QTimer::singleShot(0, &dialog, [&dialog] {
             auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             ASSERT_TRUE(question);
@@ -241,7 +215,7 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
 
     saveAs(QStringLiteral("nowhere/taken"));
     ASSERT_EQ(boxes.messages.size(), 1);
-    EXPECT_TRUE(boxes.messages[0].text.startsWith(QStringLiteral("파일을 저장하지 못했습니다: "))) << boxes.messages[0].text.toStdString();
+    EXPECT_TRUE(boxes.messages[0].text.startsWith("파일을 저장하지 못했습니다: ")) << boxes.messages[0].text.toStdString();
 }
 
 TEST_F(Window, ShowsItsPagesBeforeItPrints)
@@ -263,8 +237,7 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
 
 TEST_F(Window, SortsByAColumnAndKeepsTheTotalsBelow)
 {
-    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(),
-                                             samplerows::clinic(ado::Engine::SQLite).connection());
+    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(), samplerows::clinic(ado::Engine::SQLite).connection());
     window_->show();
     ASSERT_TRUE(readToItsEnd());
     auto *table = control<QTableView>("tblReport");
@@ -291,7 +264,7 @@ TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
     const QTemporaryDir folder;
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(folder.filePath(QStringLiteral("report.pdf")));
+    printer.setOutputFileName(folder.filePath("report.pdf"));
     printer.setPageSize(QPageSize(QPageSize::A4));
     ASSERT_TRUE(SheetPrint({QStringLiteral("통계"), QStringLiteral("2026"), sheet}).draw(printer));
     QFile pdf(printer.outputFileName());

@@ -20,7 +20,7 @@ class Launcher : public testing::Test
 protected:
     Launcher()
     {
-        automation::classRegister::setFile(folder_.filePath(QStringLiteral("classes.ini")));
+        automation::classRegister::setFile(folder_.filePath("classes.ini"));
         gcnnMasterDB = database_.connection();
         qApp->setProperty("starts", 0);
         behave("good");
@@ -105,7 +105,7 @@ TEST_F(Launcher, KeepsTheReportOnShowUntilAnotherIsClicked)
 {
     install();
     pane_.showStatisticsTab();
-    const QPointer<QLabel> first = pane_.findChild<QLabel *>(QStringLiteral("report"));
+    const QPointer<QLabel> first = pane_.findChild<QLabel *>("report");
     click(firstReport);
     click(QStringLiteral("통합 통계"));
     pane_.showStatisticsTab();
@@ -162,7 +162,7 @@ TEST_F(Launcher, LeavesAWindowAloneThatIsGoneAlready)
 {
     install();
     pane_.showStatisticsTab();
-    delete pane_.findChild<QLabel *>(QStringLiteral("report"));
+    delete pane_.findChild<QLabel *>("report");
     behave("second");
     click(secondReport);
     EXPECT_EQ(shown(), QStringLiteral("second"));

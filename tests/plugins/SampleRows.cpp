@@ -14,9 +14,8 @@ namespace {
 const char *const oddities[] = {
     // a line whose product is gone, taken back in part on the same day; one of an unknown kind; a second order
     // without lines, and one of a patient who is gone
-    "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES "
-    "(90001, 1, '2026-03-14', NULL, NULL), (90002, 2, '2026-03-14', 5000, 1500), (90003, 2, '2026-03-14', 700, 700), "
-    "(90004, 99999, '2026-03-14', 700, 700)",
+    "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES (90001, 1, '2026-03-14', NULL, NULL), "
+    "(90002, 2, '2026-03-14', 5000, 1500), (90003, 2, '2026-03-14', 700, 700), (90004, 99999, '2026-03-14', 700, 700)",
     "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) VALUES "
     "(90001, 99999, 7000, 500, 3, NULL), (90001, 99999, 6500, 100, -1, NULL), (90002, 1, 2500, 0, 2, 3), (90002, 2, 0, 0, 4, 2)",
     // every method, known or not, and operators that are no payment
@@ -42,8 +41,7 @@ std::unique_ptr<TestDatabase> made(ado::Engine engine)
 {
     auto database = std::make_unique<TestDatabase>(engine, false);
     const ado::ConnectionPtr maker =
-        ado::Connection::open(engine == ado::Engine::Odbc
-                                  ? PostgresServer::instance().postgresAddress(database->serverDatabase())
+        ado::Connection::open(engine == ado::Engine::Odbc ? PostgresServer::instance().postgresAddress(database->serverDatabase())
                                   : database->address());
     sample::fill(*maker, sample::Size::Small);
     for (const char *oddity : oddities)
@@ -94,8 +92,8 @@ std::vector<Line> lines(TestDatabase &database)
 std::vector<LedgerRow> ledger(TestDatabase &database)
 {
     std::vector<LedgerRow> all;
-    const QStringList rows = database.rows(QStringLiteral("SELECT tpstrans_Date, tpstrans_OrderM_PK, tpstrans_Customer_PK, "
-                                                          "tpstrans_Operator, tpstrans_Money, tpstrans_Method FROM tPSTransaction"));
+    const QStringList rows = database.rows("SELECT tpstrans_Date, tpstrans_OrderM_PK, tpstrans_Customer_PK, "
+                                           "tpstrans_Operator, tpstrans_Money, tpstrans_Method FROM tPSTransaction");
     for (const QString &row : rows) {
         const QStringList cells = row.split(u'|');
         all.push_back({date(cells[0]), cells[1].toInt(), cells[2].toInt(), cells[3].toInt(), cells[4].toLongLong(),
@@ -108,7 +106,7 @@ std::vector<Order> orders(TestDatabase &database)
 {
     std::vector<Order> all;
     const QStringList rows =
-        database.rows(QStringLiteral("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_Misugum FROM tPSOrderMaster"));
+        database.rows("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_Misugum FROM tPSOrderMaster");
     for (const QString &row : rows) {
         const QStringList cells = row.split(u'|');
         all.push_back({cells[0].toInt(), cells[1].toInt(), date(cells[2]), cells[3].toLongLong()});

@@ -49,8 +49,7 @@ TEST(CCur, ReadsWhatAKoreanDesktopReads)
     for (const auto &c : cases)
         EXPECT_EQ(CCur(QString::fromUtf16(c.text)).toText().toStdString(), c.amount);
     for (const char16_t *bad : {u"", u"\\", u"abc", u"12원", u"1-2", u"--1"})
-        EXPECT_EQ(errorOf([&] { CCur(QString::fromUtf16(bad)); }), ErrorNumber::TypeMismatch)
-            << QString::fromUtf16(bad).toStdString();
+        EXPECT_EQ(errorOf([&] { CCur(QString::fromUtf16(bad)); }), ErrorNumber::TypeMismatch) << QString::fromUtf16(bad).toStdString();
     EXPECT_EQ(CCur(QStringLiteral("１２,３４５")), Currency::fromWon(12345)) << "digits as a Korean input method gives them";
     EXPECT_EQ(errorOf([] { CCur(QVariant()); }), ErrorNumber::InvalidUseOfNull);
     EXPECT_EQ(errorOf([] { CCur(QStringLiteral("9e15")); }), ErrorNumber::Overflow);
@@ -103,8 +102,7 @@ TEST(Currency, RaisesInsteadOfWrappingAndLeavesTheAmountAsItWas)
     EXPECT_EQ(errorOf([] { Currency::fromWon(most); }), ErrorNumber::Overflow);
 
     bool ok = false;
-    EXPECT_EQ(Currency::fromPlainText(QStringLiteral("-922337203685477.5808"), &ok).scaled(),
-              std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(Currency::fromPlainText(QStringLiteral("-922337203685477.5808"), &ok).scaled(), std::numeric_limits<std::int64_t>::min());
     EXPECT_TRUE(ok);
 }
 

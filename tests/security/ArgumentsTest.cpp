@@ -69,11 +69,7 @@ TEST_P(Arguments, NeverBeginASecondStatementNorHideTheRest)
 {
     const QString lines = count("tPSOrderDetail");
     const QString ledger = count("tPSTransaction");
-    const struct
-    {
-        const char *remark;
-        const char *refusal;
-    } attacks[]{
+    const struct { const char *remark, *refusal; } attacks[]{
         {"x'); DELETE FROM tPSTransaction; SELECT ('", "한 문장만"},
         {"x'); DELETE FROM tPSTransaction", "한 문장만"},
         {"x') --", "주석"},
@@ -101,14 +97,13 @@ TEST_P(Arguments, AreBoundToTheStatementsOwnTable)
         EXPECT_THAT(returnWith(QString::fromLatin1(remark)), testing::Not(testing::IsEmpty())) << remark;
     EXPECT_THAT(read(clsSQL().getNumOfSameProdName(
                     QStringLiteral("' UNION (WITH gone AS (DELETE FROM tPSTransaction RETURNING 1) SELECT COUNT(*) FROM gone) "
-                                   "UNION SELECT 1 WHERE 'x' = '"))),
-                testing::Not(testing::IsEmpty()));
+                                   "UNION SELECT 1 WHERE 'x' = '"))), testing::Not(testing::IsEmpty()));
     EXPECT_EQ(count("tPSTransaction WHERE tpstrans_Money <> 0"), ledger);
 
     // Rows that are there cannot be changed by an insertion, since its columns hold no key to collide with.
-    const QString before = clinic_.rows(QStringLiteral("SELECT * FROM tPSOrderDetail ORDER BY OrdD_PK")).join(u'\n');
+    const QString before = clinic_.rows("SELECT * FROM tPSOrderDetail ORDER BY OrdD_PK").join(u'\n');
     returnWith(QStringLiteral("x') ON CONFLICT (OrdD_PK) DO UPDATE SET OrdD_Count = ('0"));
-    EXPECT_EQ(clinic_.rows(QStringLiteral("SELECT * FROM tPSOrderDetail ORDER BY OrdD_PK")).join(u'\n').left(before.size()), before);
+    EXPECT_EQ(clinic_.rows("SELECT * FROM tPSOrderDetail ORDER BY OrdD_PK").join(u'\n').left(before.size()), before);
 }
 
 TEST_P(Arguments, CanAddRowsToTheStatementsOwnTable)
@@ -116,10 +111,10 @@ TEST_P(Arguments, CanAddRowsToTheStatementsOwnTable)
     EXPECT_EQ(returnWith(QStringLiteral("x'), (2, 1, 1, 0, -500, 'of another order")), "");
     EXPECT_EQ(count("tPSOrderDetail WHERE OrdM_PK = 2 AND OrdD_Count = -500"), QStringLiteral("1"));
     // So does a property that is written for the first time; one that is there takes any text as it is.
-    clsProperties().PropValue(QStringLiteral("새 항목"), QStringLiteral("x'), ('또 하나', 'y"));
+    clsProperties().PropValue("새 항목", QStringLiteral("x'), ('또 하나', 'y"));
     EXPECT_EQ(count("tPSProperties WHERE tpsps_Key = '또 하나'"), QStringLiteral("1"));
-    clsProperties().PropValue(QStringLiteral("지점명"), QStringLiteral("x'), ('셋', 'y"));
-    EXPECT_EQ(clsProperties().PropValue(QStringLiteral("지점명")), QStringLiteral("x'), ('셋', 'y"));
+    clsProperties().PropValue("지점명", QStringLiteral("x'), ('셋', 'y"));
+    EXPECT_EQ(clsProperties().PropValue("지점명"), QStringLiteral("x'), ('셋', 'y"));
     EXPECT_EQ(count("tPSProperties WHERE tpsps_Key = '셋'"), QStringLiteral("0"));
 }
 
@@ -160,8 +155,6 @@ TEST(ArgumentsOfAFile, ReachNoFunctionsOutsideTheDatabase)
     for (const char *call : {"load_extension('x.so')", "writefile('/tmp/x', 'y')", "readfile('/etc/hostname')"}) {
         ado::Recordset rows;
         EXPECT_THROW(rows.Open(clsSQL().getNumOfSameProdName(QStringLiteral("' || %1 || '").arg(QString::fromLatin1(call))),
-                               clinic.connection(), ado::CursorType::Static, ado::LockType::ReadOnly),
-                     runtime::RuntimeError)
-            << call;
+                               clinic.connection(), ado::CursorType::Static, ado::LockType::ReadOnly), runtime::RuntimeError) << call;
     }
 }

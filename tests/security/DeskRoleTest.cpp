@@ -60,16 +60,16 @@ TEST_F(DeskRole, DoesADesksWork)
     orders.Open(clsSQL().getOrderMasterSQL(1), desk_, ado::CursorType::Keyset, ado::LockType::Optimistic);
     desk_->BeginTrans();
     orders.AddNew();
-    orders.setValue(QStringLiteral("Cust_PK"), 1);
-    orders.setValue(QStringLiteral("OrdM_Date"), QDate(2026, 11, 24));
+    orders.setValue("Cust_PK", 1);
+    orders.setValue("OrdM_Date", QDate(2026, 11, 24));
     orders.Update();
     desk_->CommitTrans();
     desk_->Execute(clsSQL().insDB2OrderDetailSQL(321, 1, runtime::Currency::fromWon(1'000), {}, 2, 0));
     EXPECT_EQ(clsFunctions().reCalculateOMTotal(desk_, 321), 1);
-    EXPECT_EQ(clinic_.value(QStringLiteral("SELECT OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK = 321")), QStringLiteral("2000"));
+    EXPECT_EQ(clinic_.value("SELECT OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK = 321"), QStringLiteral("2000"));
     desk_->Execute(clsSQL().delCustSaleDetailByOrdMPKSQL(321));
-    desk_->Execute(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('새', '')"));
-    desk_->Execute(QStringLiteral("UPDATE t_HospSetup SET HS_Value = 'x'"));
+    desk_->Execute("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('새', '')");
+    desk_->Execute("UPDATE t_HospSetup SET HS_Value = 'x'");
     const QString like = QStringLiteral("SELECT COUNT(*) AS found FROM tPSOrderDetail WHERE OrdD_RfndMemo LIKE '[▶]%'");
     for (const ado::ConnectionPtr &connection : {desk_, clinic_.connection()}) {
         ado::Recordset rows;
@@ -80,9 +80,9 @@ TEST_F(DeskRole, DoesADesksWork)
 
 TEST_F(DeskRole, MayNothingElse)
 {
-    clinic_.run(QStringLiteral("CREATE SCHEMA treatment"));
-    clinic_.run(QStringLiteral("CREATE TABLE treatment.record (note text)"));
-    clinic_.run(QStringLiteral("CREATE TABLE payroll (note text)"));
+    clinic_.run("CREATE SCHEMA treatment");
+    clinic_.run("CREATE TABLE treatment.record (note text)");
+    clinic_.run("CREATE TABLE payroll (note text)");
     for (const char *statement : {
              "CREATE TABLE mine (x integer)", "CREATE TEMPORARY TABLE mine (x integer)", "CREATE SCHEMA mine",
              "DROP TABLE tPSProperties", "ALTER TABLE tPSOrderMaster ADD COLUMN x integer", "TRUNCATE tPSTransaction",
@@ -103,5 +103,5 @@ TEST_F(DeskRole, CanStillDisturbTheOtherDesks)
     const QString attack = QStringLiteral("' OR pg_terminate_backend(%1, 5000) AND '' = '").arg(runtime::CLng(session[QStringLiteral("pid")]));
     ado::Recordset rows;
     rows.Open(clsSQL().getNumOfSameProdName(attack), desk_, ado::CursorType::Static, ado::LockType::ReadOnly);
-    EXPECT_EQ(clinic_.value(QStringLiteral("SELECT COUNT(*) FROM pg_stat_activity WHERE usename = 'desk_of_test'")), QStringLiteral("1"));
+    EXPECT_EQ(clinic_.value("SELECT COUNT(*) FROM pg_stat_activity WHERE usename = 'desk_of_test'"), QStringLiteral("1"));
 }
