@@ -8,7 +8,7 @@ namespace ado {
 
 const char *TextBlocks::add(const char *utf8, std::size_t length)
 {
-    constexpr std::size_t smallest = 512, largest = 64 * 1024;
+    constexpr std::size_t smallest = 512, largest = 65'536;
     if (length > room_ || !free_) {
         blockSize_ = std::clamp(blockSize_ * 2, smallest, largest);
         room_ = std::max(blockSize_, length);

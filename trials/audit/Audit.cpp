@@ -146,7 +146,7 @@ private:
             const qint64 change = deed->number("owed");
             // A payment of outstanding money is one with its row: it counts exactly when the row stands or was deleted.
             const bool counts = deed->state == State::Done
-                || (deed->kind == "collect" && stand_.rows.count(deed->number("token")));
+                || (deed->kind == "collect" && (stand_.rows.count(deed->number("token")) || takenLater(deed->number("token"))));
             if (counts)
                 owed += change;
             else if (deed->kind == "owe" && deed->state == State::Open)
