@@ -179,6 +179,11 @@ bool Recordset::Eof() const
     return d->position >= d->open().count() && !d->adding;
 }
 
+bool Recordset::isGone() const
+{
+    return d->atRow() && !d->adding && d->current.gone();
+}
+
 void Recordset::MoveFirst()
 {
     moveTo(0);
@@ -205,6 +210,20 @@ void Recordset::moveTo(int row)
         emit rowRead(d->position);
     if (alive)
         emit rowChanged();
+}
+
+bool Recordset::moveToKey(const Bookmark &key)
+{
+    const int row = d->open().find(key);
+    if (row < 0)
+        return false;
+    if (row != currentRow() || d->adding) {
+        const RowImage image = d->rows->readWhole() || d->looksOnly ? d->rows->image(row) : d->rows->readAgain(row);
+        if (image.gone())
+            return false;
+        moveTo(row);
+    }
+    return !isGone();
 }
 
 QStringList Recordset::fieldNames() const

@@ -51,11 +51,16 @@ public:
     bool Bof() const;
     bool Eof() const;
     bool hasCurrent() const { return isOpen() && !Bof() && !Eof(); } ///< neither at its beginning nor at its end
+    /// Whether the current row was gone when it was last read: another desk deleted it.
+    bool isGone() const;
 
     void MoveFirst();
     void MoveNext();
     void MoveLast();
     void moveTo(int row); ///< 0-based; out of range is Eof
+    /// Makes the row of the key current, without a move where it is already. False, and nothing moves, when the key is no
+    /// member or its row is gone.
+    bool moveToKey(const Bookmark &key);
 
     QStringList fieldNames() const;
     bool hasField(const QString &field) const;
