@@ -2,6 +2,7 @@
 
 #include "data/clsUserSettingDB.h"
 #include "entry/frmMain.h"
+#include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
@@ -45,10 +46,8 @@ qint16 clsZelvoProductSale::showProductSale(ado::ConnectionPtr &cnnMasterDB, qin
                                             const QString &strZipCode, const QString &strAddress,
                                             const QString &strPhone, const QString &strCell, const QString &)
 {
-    if (settleProductServer(cnnMasterDB))
-        frmMain::instance().showProductSaleForm(cnnMasterDB, customerOf(lngCustPK, strName, strSN, bSex, dtBirth, strZipCode,
-                                                                        strAddress, strPhone, strCell));
-    return 0;
+    return enter(&frmMain::showProductSaleForm, cnnMasterDB,
+                 customerOf(lngCustPK, strName, strSN, bSex, dtBirth, strZipCode, strAddress, strPhone, strCell));
 }
 
 qint16 clsZelvoProductSale::showProductSaleManage(ado::ConnectionPtr &cnnMasterDB, qint32 lngCustPK,
@@ -57,10 +56,34 @@ qint16 clsZelvoProductSale::showProductSaleManage(ado::ConnectionPtr &cnnMasterD
                                                   const QString &strAddress, const QString &strPhone,
                                                   const QString &strCell, const QString &)
 {
-    if (settleProductServer(cnnMasterDB))
-        frmMain::instance().showProductSaleManageForm(cnnMasterDB, customerOf(lngCustPK, strName, strSN, bSex, dtBirth,
-                                                                              strZipCode, strAddress, strPhone, strCell));
-    return 0;
+    return enter(&frmMain::showProductSaleManageForm, cnnMasterDB,
+                 customerOf(lngCustPK, strName, strSN, bSex, dtBirth, strZipCode, strAddress, strPhone, strCell));
+}
+
+bool clsZelvoProductSale::openProductServer(const QString &callSign, automation::ObjectPtr &server)
+{
+    try {
+        server = automation::createObject(callSign);
+        return server != nullptr;
+    } catch (const runtime::RuntimeError &) {
+        return false;
+    }
+}
+
+int clsZelvoProductSale::checkProductServerSync(const QString &callSign)
+{
+    automation::ObjectPtr server;
+    if (!openProductServer(callSign, server))
+        return NotCreated;
+    const double state = runtime::Val(automation::call(*server, QStringLiteral("CheckSync")));
+    return state == int(InStep) ? InStep : state == int(Unreachable) ? Unreachable : OutOfStep;
+}
+
+bool clsZelvoProductSale::resyncFromProductServer(const QString &callSign)
+{
+    automation::ObjectPtr server; // a fresh object, not the one that was asked
+    return openProductServer(callSign, server)
+        && runtime::isTrue(automation::call(*server, QStringLiteral("ResyncFromServer")));
 }
 
 bool clsZelvoProductSale::settleProductServer(const ado::ConnectionPtr &cnnMasterDB)
@@ -88,28 +111,21 @@ bool clsZelvoProductSale::settleProductServer(const ado::ConnectionPtr &cnnMaste
     }
 }
 
-bool clsZelvoProductSale::openProductServer(const QString &callSign, automation::ObjectPtr &server) const
+/// The server's own errors go to the host, so this is no event; yet its boxes keep other entries waiting.
+void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    try {
-        server = automation::createObject(callSign);
-        return server != nullptr;
-    } catch (const runtime::RuntimeError &) {
-        return false;
-    }
+    const controls::EventScope scope;
+    if (settleProductServer(cnnMasterDB))
+        (frmMain::instance().*entry)(cnnMasterDB, customer);
 }
 
-int clsZelvoProductSale::checkProductServerSync(const QString &callSign) const
+/// An entry that comes while a box or a dialog of ours waits for the user is put off until that work has ended: it must
+/// end on the customer with whom it began.
+qint16 clsZelvoProductSale::enter(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    automation::ObjectPtr server;
-    if (!openProductServer(callSign, server))
-        return NotCreated;
-    const double state = runtime::Val(automation::call(*server, QStringLiteral("CheckSync")));
-    return state == int(InStep) ? InStep : state == int(Unreachable) ? Unreachable : OutOfStep;
-}
-
-bool clsZelvoProductSale::resyncFromProductServer(const QString &callSign) const
-{
-    automation::ObjectPtr server; // a fresh object, not the one that was asked
-    return openProductServer(callSign, server)
-        && runtime::isTrue(automation::call(*server, QStringLiteral("ResyncFromServer")));
+    if (controls::eventIsRunning() || controls::eventsWait())
+        controls::afterEvents([=] { enterNow(entry, cnnMasterDB, customer); });
+    else
+        enterNow(entry, cnnMasterDB, customer);
+    return 0;
 }

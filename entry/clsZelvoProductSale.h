@@ -8,9 +8,13 @@
 #include <QObject>
 #include <QVariant>
 
+class frmMain;
+
 /// The component's face: a host creates it by "prjZelvoProductSale.clsZelvoProductSale" and calls one of the entries
 /// with its open connection and one patient. An entry returns at once, always with 0; the window stays open on the
-/// host's event loop until the user closes it. Only errors inside the central product server's own calls reach the host.
+/// host's event loop until the user closes it. While a box or a dialog of the window waits for the user, an entry waits for
+/// its end, though it returns at once all the same. Only errors inside the central product server's own calls reach the
+/// host.
 class clsZelvoProductSale : public QObject
 {
     Q_OBJECT
@@ -32,9 +36,13 @@ public:
                                              const QString &strVIP = QString());
 
 private:
+    using FormEntry = qint16 (frmMain::*)(const ado::ConnectionPtr &, const Customer &);
+    static qint16 enter(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+    static void enterNow(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+
     /// Whether the window may open: no central product server is named, or the product list is in step with it.
-    bool settleProductServer(const ado::ConnectionPtr &cnnMasterDB);
-    bool openProductServer(const QString &callSign, automation::ObjectPtr &server) const;
-    int checkProductServerSync(const QString &callSign) const;
-    bool resyncFromProductServer(const QString &callSign) const;
+    static bool settleProductServer(const ado::ConnectionPtr &cnnMasterDB);
+    static bool openProductServer(const QString &callSign, automation::ObjectPtr &server);
+    static int checkProductServerSync(const QString &callSign);
+    static bool resyncFromProductServer(const QString &callSign);
 };

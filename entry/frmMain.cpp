@@ -26,10 +26,13 @@
 #include "settings/GridLayouts.h"
 #include "settings/PropertiesPane.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QPointer>
 #include <QStatusBar>
+
+#include <utility>
 
 namespace {
 
@@ -145,11 +148,16 @@ void frmMain::connectPanes()
         detailPane_->loadCustSaleDetails(lngOrdMPK);
         ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK);
     });
-    connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { detailPane_->loadCustSaleDetails(-1); });
+    connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { showNoOrder(); });
+    connect(orderPane_, &OrderPane::ordersNotRead, this, [this] {
+        detailPane_->clear();
+        ledgerPane_->clear();
+    });
     connect(detailPane_, &DetailPane::receiptAsked, ledgerPane_, &LedgerPane::pressAutomateReceipt);
     connect(receiptFlow_, &ReceiptFlow::orderGridMustRefresh, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Refresh);
     connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Rebind);
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
+    connect(&session_, &SaleSession::changedElsewhere, this, [this] { readAnew(); });
 
     onEvent(orderPane_, &OrderPane::orderReceiptAsked, this, [this] { PageReceipts(session_, this).printOrderReceipt(); });
     onEvent(orderPane_, &OrderPane::periodReceiptAsked, this, [this](const QDate &dtStart, const QDate &dtEnd) {
@@ -235,8 +243,26 @@ void frmMain::paintEntryColors()
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    controls::runEvent([this] { unload(); });
+    // The work that stands in a box or a dialog of ours ends on the window in which it began.
+    if (!closesNow_ && controls::eventIsRunning() && QApplication::activeModalWidget()) {
+        if (!std::exchange(closingWaits_, true))
+            controls::afterEvents([self = QPointer<frmMain>(this)] {
+                if (self)
+                    self->closeNow();
+            });
+        event->ignore();
+        return;
+    }
+    // A program that is left closes the dialogs first: their work still unwinds, and the window unloads when it goes.
+    if (closesNow_ || !controls::eventIsRunning())
+        controls::runEvent([this] { unload(); });
     // A later entry in the same event-loop turn must not meet the window that is going.
     defaultInstance.clear();
     QMainWindow::closeEvent(event);
+}
+
+void frmMain::closeNow()
+{
+    closesNow_ = true;
+    close();
 }

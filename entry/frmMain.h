@@ -63,7 +63,12 @@ private:
     QList<controls::RecordsetGrid *> layoutGrids() const;
 
     void beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+    /// Without saving; what was dropped is told once the entry has ended.
     void abandonEdits();
+    void tellAbandonedEdit(const QString &code, const QString &customer);
+    /// Orders, lines and ledger after another desk was quicker, each standing where it stood as far as that is there.
+    void readAnew();
+    void closeNow();
     void openSaleRecordsets();
     void showNoOrder();
     void bringUp();
@@ -81,6 +86,8 @@ private:
     int currentTab_ = SaleTabIndex;
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
     bool unloaded_ = false;
+    bool closesNow_ = false;
+    bool closingWaits_ = false;
 
     CustomerPane *customerPane_ = nullptr;
     SaleListPane *saleListPane_ = nullptr;

@@ -5,7 +5,9 @@
 #include "input/StatisticsPane.h"
 #include "money/LedgerPane.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/ProgramFolder.h"
 #include "products/DealerPane.h"
 #include "products/IncomingPane.h"
@@ -19,6 +21,8 @@
 #include "settings/clsFormPosition.h"
 #include "settings/modFormLocate.h"
 
+#include <QHash>
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <utility>
@@ -81,7 +85,7 @@ void frmMain::bringUp()
 
 void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    abandonEdits();
+    abandonEdits(); // texts typed for one customer must not be saved to another's order
     if (gcnnMasterDB != cnnMasterDB)
         forgetManagement();
     gcnnMasterDB = cnnMasterDB;
@@ -93,16 +97,46 @@ void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer
 
 void frmMain::abandonEdits()
 {
-    // Texts typed for one customer must not be saved to another's order.
+    const QString code = editModes_.current();
     orderPane_->abandonEdit();
     productPane_->abandonEdit();
     incomingPane_->abandonEdit();
     dealerPane_->abandonEdit();
-    const QString code = editModes_.current();
     if (code.isEmpty())
         return;
-    leaveEditMode(code);
-    paintEntryColors();
+    if (!editModes_.current().isEmpty()) {
+        leaveEditMode(code);
+        paintEntryColors();
+    }
+    tellAbandonedEdit(code, session_.customer.name);
+}
+
+void frmMain::tellAbandonedEdit(const QString &code, const QString &customer)
+{
+    static const QHash<QString, QString> edited = {
+        {QStringLiteral("00"), QStringLiteral("거래")},      {QStringLiteral("02"), QStringLiteral("수납 내역")},
+        {QStringLiteral("10"), QStringLiteral("판매 물품")}, {QStringLiteral("11"), QStringLiteral("물품 구매 내역")},
+        {QStringLiteral("12"), QStringLiteral("거래처")},
+    };
+    QString what = edited.value(code);
+    if (code.startsWith(u'0')) // a customer's own
+        what += QStringLiteral(" (%1)").arg(customer);
+    const QString text = QStringLiteral("새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
+                                        "필요하면 다시 수정하십시오: ")
+        + what;
+    controls::afterEvents([text, self = QPointer<frmMain>(this)] {
+        controls::MsgBox(text, controls::InformationIcon, QStringLiteral("수정 취소"), self);
+    });
+}
+
+void frmMain::readAnew()
+{
+    runtime::Attempt attempt; // the box of the conflict follows
+    attempt([this] {
+        const LineKey line = detailPane_->currentLine();
+        orderPane_->readAnew();
+        detailPane_->choose(line);
+    });
 }
 
 void frmMain::openSaleRecordsets()

@@ -19,25 +19,28 @@ namespace {
 ado::Recordset &openRows(const SaleSession::RecordsetPtr &rows)
 {
     if (!rows || !rows->isOpen() || !gcnnMasterDB)
-        throw RuntimeError(runtime::ErrorNumber::ObjectClosed, QStringLiteral("자료가 열려 있지 않습니다."));
+        throw RuntimeError(runtime::ErrorNumber::ObjectClosed, QStringLiteral("목록이 열려 있지 않습니다."));
     return *rows;
 }
 
 /// An error rolls back, and what the failed save left in the list goes.
 bool savedInTransaction(SaleSession &session, const std::function<void(ado::Recordset &)> &write)
 {
-    try {
+    runtime::Attempt save;
+    save([&] {
         ado::Recordset &ledger = openRows(session.rsCustTranManage);
         gcnnMasterDB->BeginTrans();
         write(ledger);
         gcnnMasterDB->CommitTrans();
+    });
+    if (!save.failed())
         return true;
-    } catch (const RuntimeError &) {
-        runtime::Attempt undo;
-        undo([&] { gcnnMasterDB->RollbackTrans(); });
+    runtime::Attempt undo;
+    if (gcnnMasterDB)
+        undo([] { gcnnMasterDB->RollbackTrans(); });
+    if (session.rsCustTranManage && session.rsCustTranManage->isOpen())
         undo([&] { session.rsCustTranManage->Requery(); });
-        return false;
-    }
+    return false;
 }
 
 void assign(ado::Recordset &ledger, const LedgerEntry &entry)
@@ -48,52 +51,54 @@ void assign(ado::Recordset &ledger, const LedgerEntry &entry)
     ledger.setValue(QStringLiteral("tpstrans_Memo"), entry.memo);
 }
 
-void setOutstandingToBalance(SaleSession &session)
+void setOutstandingToBalance(SaleSession &session, OrderKey order)
 {
     ado::Recordset &orders = openRows(session.rsCustSaleMaster);
-    orders.Resync();
+    standOnOrder(orders, order);
     storeOutstanding(orders, calcOrderMisugum(&orders, gcnnMasterDB, runtime::CLng(orders[QStringLiteral("Cust_PK")]),
-                                              runtime::CLng(orders[QStringLiteral("OrdM_PK")])));
+                                              order.number()));
 }
 
 } // namespace
 
-bool addEntry(SaleSession &session, const LedgerEntry &entry)
+bool addEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
-        const QVariant lngOrdMPK = openRows(session.rsCustSaleMaster)[QStringLiteral("OrdM_PK")];
-        holdOrder(*gcnnMasterDB, runtime::CLng(lngOrdMPK));
+        holdOrder(*gcnnMasterDB, order.number());
         ledger.AddNew();
         ledger.setValue(QStringLiteral("tpstrans_Customer_PK"), session.customer.lngCustPK);
-        ledger.setValue(QStringLiteral("tpstrans_OrderM_PK"), lngOrdMPK);
+        ledger.setValue(QStringLiteral("tpstrans_OrderM_PK"), order.number());
         ledger.setValue(QStringLiteral("tpstrans_Operator"), entry.intOperator);
         assign(ledger, entry);
         ledger.Update();
     });
 }
 
-void followAddedEntry(SaleSession &session, const LedgerEntry &entry)
+void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
 {
     if (!entry.recalculates)
         return;
     if (entry.intOperator == Payment) {
-        setOutstandingToBalance(session);
+        setOutstandingToBalance(session, order);
     } else if (entry.intOperator == Refund) {
         ado::Recordset &orders = openRows(session.rsCustSaleMaster);
-        orders.Resync();
+        standOnOrder(orders, order);
         const QVariant stored = orders[QStringLiteral("OrdM_Misugum")];
         // Meant as it stands: the first refund of an order without outstanding money only makes it 0.
         storeOutstanding(orders, runtime::isNull(stored) ? Currency() : runtime::CCur(stored) + entry.money);
     }
 }
 
-bool changeEntry(SaleSession &session, const LedgerEntry &entry)
+bool changeEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry)
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
+        if (!ledger.moveToKey(row.bookmark()))
+            throw RuntimeError(runtime::ErrorNumber::Conflict,
+                               QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다."));
         assign(ledger, entry); // the operator stays as it was stored, whichever is chosen; it is meant so
         ledger.Update();
         if (entry.recalculates)
-            setOutstandingToBalance(session);
+            setOutstandingToBalance(session, order);
     });
 }
 

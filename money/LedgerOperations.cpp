@@ -7,11 +7,21 @@
 
 namespace ledger {
 
+namespace {
+
+[[noreturn]] void raiseGone()
+{
+    throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
+                                QStringLiteral("다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
+}
+
+} // namespace
+
 void append(ado::Connection &connection, const Row &row)
 {
-    const QString statement = clsSQL().InsertTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney,
-                                                            row.lngOrdMPK, row.strMethod, QString());
-    onHeldOrder(connection, row.lngOrdMPK, [&] { connection.Execute(statement); });
+    const QString statement = clsSQL().InsertTransactionSQL(row.customer.number(), row.date, row.intOperator,
+                                                            row.lngMoney, row.order.number(), row.strMethod, QString());
+    onHeldOrder(connection, row.order.number(), [&] { connection.Execute(statement); });
 }
 
 void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment)
@@ -29,25 +39,36 @@ void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment
     };
     for (const auto &part : parts) {
         if (part.money != 0)
-            append(connection, {payment.lngCustPK, payment.lngOrdMPK, payment.date, part.intOperator,
+            append(connection, {payment.customer, payment.order, payment.date, part.intOperator,
                                 runtime::CLng(double(part.money)), part.strMethod});
     }
 }
 
-void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row)
+void change(ado::Connection &connection, LedgerKey key, const Row &row)
 {
+    const qint32 customer = row.customer.number();
+    const qint32 order = row.order.number();
     const QString statement = row.intOperator == NoOperator
-        ? clsSQL::updateButOperatorSQL(row.lngCustPK, row.date, row.lngMoney, row.lngOrdMPK, lngTpstransPK)
-        : clsSQL().UpdateTransactionSQL(row.lngCustPK, row.date, row.intOperator, row.lngMoney, row.lngOrdMPK, lngTpstransPK);
+        ? clsSQL::updateButOperatorSQL(customer, row.date, row.lngMoney, order, key.number())
+        : clsSQL().UpdateTransactionSQL(customer, row.date, row.intOperator, row.lngMoney, order, key.number());
     connection.BeginTrans();
     try {
-        connection.Execute(statement);
+        if (connection.Execute(statement) == 0)
+            raiseGone();
         connection.CommitTrans();
     } catch (const runtime::RuntimeError &) {
         // At once: nothing may stay locked while the user reads of it.
-        connection.RollbackTrans();
+        runtime::Attempt undo; // a lost server refuses this as well
+        undo([&] { connection.RollbackTrans(); });
         throw;
     }
+}
+
+void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order)
+{
+    if (!rsCustSaleMaster.moveToKey(order.bookmark()))
+        raiseGone();
+    rsCustSaleMaster.Resync();
 }
 
 void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
@@ -64,9 +85,9 @@ void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
     }
 }
 
-void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
+void addOutstanding(ado::Recordset &rsCustSaleMaster, OrderKey order, runtime::Currency money)
 {
-    rsCustSaleMaster.Resync();
+    standOnOrder(rsCustSaleMaster, order);
     const QVariant stored = rsCustSaleMaster[QStringLiteral("OrdM_Misugum")];
     const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);
     storeOutstanding(rsCustSaleMaster, before + money);

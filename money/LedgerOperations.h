@@ -3,6 +3,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Currency.h"
+#include "session/Keys.h"
 
 #include <QDate>
 #include <QString>
@@ -21,8 +22,8 @@ inline const QString CardMethod = QStringLiteral("01");
 /// written too.
 struct FirstPayment
 {
-    qint32 lngCustPK = 0;
-    qint32 lngOrdMPK = 0;
+    CustomerKey customer;
+    OrderKey order;
     QDate date;
     float discount = 0;
     float cut = 0;
@@ -33,8 +34,8 @@ struct FirstPayment
 /// One ledger row, amount in whole won.
 struct Row
 {
-    qint32 lngCustPK = 0;
-    qint32 lngOrdMPK = 0;
+    CustomerKey customer;
+    OrderKey order;
     QDate date;
     qint16 intOperator = 0;
     qint32 lngMoney = 0;
@@ -46,13 +47,15 @@ struct Row
 void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment);
 void append(ado::Connection &connection, const Row &row);
 /// Gives a row new values but leaves its method and memo alone, and its operator where none was chosen, in a transaction
-/// of its own.
-void change(ado::Connection &connection, qint32 lngTpstransPK, const Row &row);
+/// of its own. Conflict when another desk deleted it.
+void change(ado::Connection &connection, LedgerKey key, const Row &row);
 
+/// Makes the order current and reads it again. Conflict when it is gone.
+void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order);
 /// Writes the outstanding money of the current order. What could not be saved does not stay pending.
 void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money);
-/// Adds to the outstanding money of the current order, NULL counting as 0; negative money takes off. The order is read
-/// again before the sum, so that what another desk wrote since is not lost, and after it.
-void addOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money);
+/// Adds to the outstanding money of the order, NULL counting as 0; negative money takes off. The order is read again
+/// before the sum, so that what another desk wrote since is not lost, and after it.
+void addOutstanding(ado::Recordset &rsCustSaleMaster, OrderKey order, runtime::Currency money);
 
 } // namespace ledger

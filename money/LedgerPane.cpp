@@ -12,6 +12,7 @@
 #include "session/modGlobalVars.h"
 
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QVBoxLayout>
 
 using controls::InformationIcon;
@@ -177,6 +178,7 @@ void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
                     ado::LockType::Optimistic);
         tdbCustTranManage_->Rebind();
     } catch (const runtime::RuntimeError &) {
+        showRow();
         MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"), c1elaList_);
     }
 }
@@ -187,6 +189,26 @@ void LedgerPane::requeryCustTranManage()
         return;
     session_.rsCustTranManage->Requery();
     tdbCustTranManage_->Rebind();
+}
+
+void LedgerPane::clear()
+{
+    if (session_.rsCustTranManage)
+        session_.rsCustTranManage->Close();
+    resetPane();
+    c1elaTransInfo_->showWithoutRow(std::nullopt);
+}
+
+LedgerKey LedgerPane::currentRow() const
+{
+    const bool current = hasRow() && !session_.rsCustTranManage->isGone();
+    return current ? LedgerKey(session_.rsCustTranManage->value(QStringLiteral("tpstrans_PK"))) : LedgerKey();
+}
+
+OrderKey LedgerPane::currentOrder() const
+{
+    const bool current = hasOrder() && !session_.rsCustSaleMaster->isGone();
+    return current ? OrderKey(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))) : OrderKey();
 }
 
 void LedgerPane::pressAutomateReceipt()
@@ -201,11 +223,11 @@ void LedgerPane::resetPane()
 
 std::optional<runtime::Currency> LedgerPane::balance() const
 {
-    if (!hasOrder())
+    const OrderKey order = currentOrder();
+    if (!order)
         return std::nullopt;
     const ado::Recordset &orders = *session_.rsCustSaleMaster;
-    return calcOrderBalance(&orders, gcnnMasterDB, runtime::CLng(orders[QStringLiteral("Cust_PK")]),
-                            runtime::CLng(orders[QStringLiteral("OrdM_PK")]));
+    return calcOrderBalance(&orders, gcnnMasterDB, runtime::CLng(orders[QStringLiteral("Cust_PK")]), order.number());
 }
 
 void LedgerPane::showRow()
@@ -213,10 +235,28 @@ void LedgerPane::showRow()
     resetPane();
     if (!session_.rsCustTranManage)
         return;
-    if (hasRow())
+    if (hasRow() && session_.rsCustTranManage->isGone())
+        rowIsGone();
+    else if (hasRow())
         c1elaTransInfo_->showRow(*session_.rsCustTranManage, balance());
     else
         c1elaTransInfo_->showWithoutRow(balance());
+}
+
+void LedgerPane::rowIsGone()
+{
+    session_.rsCustTranManage->requeryAt({});
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다. 목록을 새로 가져왔습니다."), InformationIcon,
+           QStringLiteral("수납 내역"), c1elaList_);
+}
+
+bool LedgerPane::readAnew(const ado::Bookmark &row)
+{
+    ado::Recordset &ledger = *session_.rsCustTranManage;
+    const bool stands = ledger.requeryAt(row);
+    if (stands)
+        tdbCustTranManage_->selectRow(ledger.currentRow());
+    return stands;
 }
 
 void LedgerPane::editRow()
@@ -237,27 +277,37 @@ void LedgerPane::deleteRow()
         MsgBox(QStringLiteral("선택된 수납내역이 없습니다."), InformationIcon, QString(), elTranMnu_);
         return;
     }
+    const ado::Bookmark row = session_.rsCustTranManage->bookmark();
     runtime::Attempt attempt;
     attempt([this] { tdbCustTranManage_->Delete(); });
-    if (attempt.failed())
-        MsgBox(QStringLiteral("수납내역을 삭제하지 못했습니다. "), InformationIcon, QStringLiteral("수납삭제"), elTranMnu_);
+    if (!attempt.failed())
+        return;
+    // Another desk may have changed the row, or deleted it: what stands now is shown, and can be deleted then.
+    runtime::Attempt show;
+    show([&] { readAnew(row); });
+    MsgBox(QStringLiteral("수납내역을 삭제하지 못했습니다. "), InformationIcon, QStringLiteral("수납삭제"), elTranMnu_);
 }
 
 void LedgerPane::saveTrans(qint16 intTranEditMode)
 {
+    const QPointer<LedgerPane> alive(this);
+    const OrderKey order = currentOrder();
     runtime::Attempt outstanding;
     if (intTranEditMode == 0 || intTranEditMode == 1) {
         runtime::Attempt reading;
         LedgerEntry entry;
         reading([&] { entry = c1elaTransInfo_->entry(); });
         const bool saved = !reading.failed()
-            && (intTranEditMode == 0 ? ledger::addEntry(session_, entry) : ledger::changeEntry(session_, entry));
+            && (intTranEditMode == 0 ? ledger::addEntry(session_, order, entry)
+                                     : ledger::changeEntry(session_, order, currentRow(), entry));
         if (!saved)
             MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                    QStringLiteral("저장"), c1elaTransInfo_);
         if (saved && intTranEditMode == 0)
-            outstanding([&] { ledger::followAddedEntry(session_, entry); });
+            outstanding([&] { ledger::followAddedEntry(session_, order, entry); });
     }
+    if (!alive)
+        return;
     endEdit();
     if (outstanding.failed()) // the row is saved by then, so this is no failure of the save
         MsgBox(outstanding.description(), controls::WarningIcon, QStringLiteral("미수금 재계산"), c1elaTransInfo_);
@@ -284,7 +334,7 @@ void LedgerPane::endEdit()
             c1elaTransInfo_->showBalance(*owed);
     });
     attempt([this] {
-        const bool row = hasRow();
+        const bool row = bool(currentRow());
         c1elaTransInfo_->showMemo(row ? session_.rsCustTranManage->value(QStringLiteral("tpstrans_Memo")) : QVariant());
     });
     c1elaTransInfo_->clearMoney();
@@ -299,13 +349,20 @@ void LedgerPane::saveMemo()
     if (!hasRow())
         return;
     ado::Recordset &ledger = *session_.rsCustTranManage;
+    const ado::Bookmark row = ledger.bookmark();
+    const QString typed = c1elaTransInfo_->memo();
     try {
-        ledger.setValue(QStringLiteral("tpstrans_Memo"), c1elaTransInfo_->memo());
+        ledger.setValue(QStringLiteral("tpstrans_Memo"), typed);
         ledger.Update();
-    } catch (const runtime::RuntimeError &) {
+    } catch (const runtime::RuntimeError &error) {
         // What was not saved must not ride along with a later save of the row.
         runtime::Attempt undo;
         undo([&] { ledger.CancelUpdate(); });
+        if (error.number() == runtime::ErrorNumber::Conflict)
+            undo([&] {
+                if (readAnew(row))
+                    c1elaTransInfo_->showMemo(typed); // it can be saved now
+            });
         throw;
     }
     tdbCustTranManage_->Rebind();

@@ -35,6 +35,10 @@ public:
     void loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK);
     /// Reads the ledger of the same order anew; its first row becomes current and is shown.
     void requeryCustTranManage();
+    /// The orders could not be read: no ledger, and nothing of the last one.
+    void clear();
+    /// The current ledger row; of no row where there is none, or where another desk deleted it.
+    LedgerKey currentRow() const;
     /// Presses "수납", as a double click on a sold line does.
     void pressAutomateReceipt();
     /// The form without a row ("수납관리").
@@ -57,6 +61,11 @@ private:
     void connectControls();
     bool hasOrder() const { return SaleSession::hasCurrent(session_.rsCustSaleMaster); }
     bool hasRow() const { return SaleSession::hasCurrent(session_.rsCustTranManage); }
+    OrderKey currentOrder() const;
+    /// The current row is gone: the ledger is read anew, and none of its rows is current.
+    void rowIsGone();
+    /// Reads the ledger anew where it stands; whether the row is still there.
+    bool readAnew(const ado::Bookmark &row);
     /// What the customer still owes for the current order; nothing where there is none.
     std::optional<runtime::Currency> balance() const;
     void editRow();

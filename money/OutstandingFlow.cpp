@@ -4,11 +4,11 @@
 #include "money/OutstandingMoney.h"
 #include "money/frmMisuMoneyManager.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/Attempt.h"
 #include "session/modGlobalVars.h"
 
 #include <QPointer>
-#include <QScopeGuard>
 
 OutstandingFlow::OutstandingFlow(SaleSession &session, LedgerPane &ledgerPane, QWidget *owner)
     : QObject(owner)
@@ -22,9 +22,7 @@ void OutstandingFlow::showOutstandingMoney()
 {
     const QPointer<OutstandingFlow> self(this);
     {
-        // The window may go while the dialog stands over it, and takes the dialog along.
-        const QPointer<frmMisuMoneyManager> dialog = new frmMisuMoneyManager(owner_);
-        const auto release = qScopeGuard([dialog] { delete dialog.data(); });
+        const controls::Modal<frmMisuMoneyManager> dialog(owner_);
         dialog->MisuMoneyManager(gcnnMasterDB, owner_, outstanding::OneCustomer, session_.customer.lngCustPK, 0);
     }
     if (!self || !session_.rsCustSaleMaster)
@@ -34,5 +32,8 @@ void OutstandingFlow::showOutstandingMoney()
     ado::Bookmark current;
     attempt([&] { current = orders.bookmark(); });
     attempt([&] { orders.Requery(); });
-    attempt([&] { orders.setBookmark(current); });
+    attempt([&] {
+        if (!orders.moveToKey(current)) // another desk deleted it: its neighbour was not chosen
+            orders.moveTo(orders.rowCount());
+    });
 }

@@ -23,8 +23,8 @@ void pay(ado::Connection &connection, const ledger::Row &row)
 {
     connection.BeginTrans();
     try {
-        if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.lngOrdMPK, row.lngMoney)) == 0)
-            throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 거래입니다."));
+        if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
+            throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
         ledger::append(connection, row);
         connection.CommitTrans();
     } catch (const runtime::RuntimeError &) {

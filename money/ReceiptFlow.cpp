@@ -6,6 +6,7 @@
 #include "money/frmSimpleReceiptAdd.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
@@ -30,8 +31,9 @@ struct LedgerSums
 };
 
 /// Nothing when one of them cannot be read: taken as 0 it would be asked of the customer once more.
-std::optional<LedgerSums> ledgerSumsOf(qint32 lngOrdMPK)
+std::optional<LedgerSums> ledgerSumsOf(OrderKey order)
 {
+    const qint32 lngOrdMPK = order.number();
     LedgerSums sums;
     clsOperationMoney operations;
     operations.OPM_SetConnection(gcnnMasterDB);
@@ -43,11 +45,11 @@ std::optional<LedgerSums> ledgerSumsOf(qint32 lngOrdMPK)
     return read ? std::optional(sums) : std::nullopt;
 }
 
-qint16 existsOperation(qint32 lngOrdMPK)
+qint16 existsOperation(OrderKey order)
 {
     clsOperationMoney operations;
     operations.OPM_SetConnection(gcnnMasterDB);
-    const qint16 exists = operations.OPM_ExistOperationByReceipt(lngOrdMPK);
+    const qint16 exists = operations.OPM_ExistOperationByReceipt(order.number());
     operations.OPM_DestroyConnection();
     return exists;
 }
@@ -64,12 +66,17 @@ ReceiptFlow::ReceiptFlow(SaleSession &session, LedgerPane &ledgerPane, QWidget *
     controls::onEvent(&ledgerPane, &LedgerPane::editOfRowAsked, this, [this] { editCurrentRow(); });
 }
 
-ReceiptFlow::Order ReceiptFlow::currentOrder() const
+ReceiptFlow::Order ReceiptFlow::currentOrder()
 {
-    const ado::Recordset &orders = *session_.rsCustSaleMaster;
-    return {runtime::CLng(orders[QStringLiteral("OrdM_PK")]), runtime::CLng(orders[QStringLiteral("Cust_PK")]),
-            orders[QStringLiteral("OrdM_Date")].toDate(),
-            runtime::CLng(runtime::Val(orders[QStringLiteral("OrdM_Total")]))};
+    Order order;
+    session_.readAnewOnConflict([&] {
+        const ado::Recordset &orders = *session_.rsCustSaleMaster;
+        order = {OrderKey(orders[QStringLiteral("OrdM_PK")]), CustomerKey(orders[QStringLiteral("Cust_PK")]),
+                 orders[QStringLiteral("OrdM_Date")].toDate(),
+                 runtime::CLng(runtime::Val(orders[QStringLiteral("OrdM_Total")])),
+                 runtime::Val(orders[QStringLiteral("OrdM_Misugum")]) != 0};
+    });
+    return order;
 }
 
 void ReceiptFlow::takeReceipt()
@@ -77,12 +84,12 @@ void ReceiptFlow::takeReceipt()
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
     const Order order = currentOrder();
-    switch (existsOperation(order.lngOrdMPK)) {
+    switch (existsOperation(order.key)) {
     case -1:
         tellConnectionFailure(QStringLiteral("수납 작업"));
         break;
     case 0:
-        openSimpleReceipt(order, false);
+        openSimpleReceipt(order, {});
         break;
     default:
         takeFurtherOperation(order);
@@ -92,27 +99,28 @@ void ReceiptFlow::takeReceipt()
 
 void ReceiptFlow::editCurrentRow()
 {
-    if (SaleSession::hasCurrent(session_.rsCustSaleMaster) && SaleSession::hasCurrent(session_.rsCustTranManage))
-        openSimpleReceipt(currentOrder(), true);
+    const LedgerKey row = ledgerPane_.currentRow();
+    if (row && SaleSession::hasCurrent(session_.rsCustSaleMaster))
+        openSimpleReceipt(currentOrder(), row);
 }
 
-void ReceiptFlow::openSimpleReceipt(const Order &order, bool edit)
+void ReceiptFlow::openSimpleReceipt(const Order &order, LedgerKey edited)
 {
-    // The window may go while the dialog stands over it, and takes the dialog along.
-    const QPointer<frmSimpleReceipt> insfrmSimpleReceipt = new frmSimpleReceipt(owner_);
-    const auto release = qScopeGuard([&] { delete insfrmSimpleReceipt.data(); });
-    connect(insfrmSimpleReceipt, &frmSimpleReceipt::AppendDBGeneral, this,
+    const controls::Modal<frmSimpleReceipt> insfrmSimpleReceipt(owner_);
+    connect(insfrmSimpleReceipt.get(), &frmSimpleReceipt::AppendDBGeneral, this,
             [this](qint32 lngCustPK, const QDate &date, float discount, float cut, float cash, float card,
                    float outstanding, qint32 lngOrdMPK, const QString &) {
-                insfrmSimpleReceipt_AppendDBGeneral({lngCustPK, lngOrdMPK, date, discount, cut, cash, card}, outstanding);
+                insfrmSimpleReceipt_AppendDBGeneral(
+                    {CustomerKey(lngCustPK), OrderKey(lngOrdMPK), date, discount, cut, cash, card}, outstanding);
             });
-    connect(insfrmSimpleReceipt, &frmSimpleReceipt::ExecuteDB, this,
-            [this](qint32 lngCustPK, const QDate &date, qint16 intOperator, qint32 lngMoney, qint32 lngOrdMPK,
-                   const QString &) {
-                insfrmSimpleReceipt_ExecuteDB({lngCustPK, lngOrdMPK, date, intOperator, lngMoney, QString()});
+    connect(insfrmSimpleReceipt.get(), &frmSimpleReceipt::ExecuteDB, this,
+            [this, edited](qint32 lngCustPK, const QDate &date, qint16 intOperator, qint32 lngMoney, qint32 lngOrdMPK,
+                           const QString &) {
+                insfrmSimpleReceipt_ExecuteDB(edited, {CustomerKey(lngCustPK), OrderKey(lngOrdMPK), date, intOperator,
+                                                       lngMoney, QString()});
             });
-    insfrmSimpleReceipt->Operation(1, order.lngCustPK, session_.customer.name, session_.customer.chartNumber, order.date,
-                                   order.lngTotal, order.lngOrdMPK, edit ? -1 : 0, QDate::currentDate(), 0,
+    insfrmSimpleReceipt->Operation(1, order.customer.number(), session_.customer.name, session_.customer.chartNumber,
+                                   order.date, order.lngTotal, order.key.number(), edited ? -1 : 0, QDate::currentDate(), 0,
                                    QStringLiteral("0"), owner_);
 }
 
@@ -126,11 +134,14 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment
             attempt([this] { showWritten(); });
             attempt([this] { emit session_.orderTotalsChanged(); });
         });
-        ledger::appendFirstPayment(*gcnnMasterDB, payment);
-        if (outstanding == 0)
-            return;
-        ledger::addOutstanding(*session_.rsCustSaleMaster, Currency::fromWon(runtime::CLng(double(outstanding))));
-        emit orderGridMustRefresh();
+        session_.readAnewOnConflict([&] {
+            ledger::appendFirstPayment(*gcnnMasterDB, payment);
+            if (outstanding == 0)
+                return;
+            ledger::addOutstanding(*session_.rsCustSaleMaster, payment.order,
+                                   Currency::fromWon(runtime::CLng(double(outstanding))));
+            emit orderGridMustRefresh();
+        });
     });
 }
 
@@ -140,53 +151,62 @@ void ReceiptFlow::showWritten()
     emit orderGridMustRebind();
 }
 
-void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row)
+void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::Row &row)
 {
-    if (!SaleSession::hasCurrent(session_.rsCustTranManage))
-        return;
     try {
-        const QVariant key = session_.rsCustTranManage->value(QStringLiteral("tpstrans_PK"));
-        ledger::change(*gcnnMasterDB, runtime::CLng(key), row);
+        ledger::change(*gcnnMasterDB, edited, row);
         emit orderGridMustRefresh();
         showWritten();
-    } catch (const runtime::RuntimeError &) {
+    } catch (const runtime::RuntimeError &error) {
         runtime::Attempt show; // what the server saved before it was lost
         show([this] { showWritten(); });
-        tellConnectionFailure(QStringLiteral("데이터베이스 접속 오류"));
+        if (error.number() == runtime::ErrorNumber::Conflict)
+            MsgBox(error.description(), InformationIcon, QStringLiteral("수납 내역 수정"), owner_);
+        else
+            tellConnectionFailure(QStringLiteral("데이터베이스 접속 오류"));
     }
 }
 
 void ReceiptFlow::takeFurtherOperation(const Order &order)
 {
-    const std::optional<LedgerSums> sums = ledgerSumsOf(order.lngOrdMPK);
+    const std::optional<LedgerSums> sums = ledgerSumsOf(order.key);
     if (!sums) {
         tellConnectionFailure(QStringLiteral("수납 작업"));
         return;
     }
-    const QVariant stored = session_.rsCustSaleMaster->value(QStringLiteral("OrdM_Misugum"));
-    bool bRecalc = runtime::Val(stored) != 0;
-    ledger::Row row{order.lngCustPK, order.lngOrdMPK, order.date, 0, 0, QString()};
-
-    const QPointer<frmSimpleReceiptAdd> dialog = new frmSimpleReceiptAdd(owner_);
-    const auto release = qScopeGuard([&] { delete dialog.data(); });
-    if (!dialog->OperationAdd(owner_, order.date, order.lngTotal, sums->discount, sums->cut, sums->payment, sums->refund,
-                              order.lngOrdMPK, session_.customer.chartNumber, session_.customer.name, row.date,
-                              row.intOperator, row.lngMoney, row.strMethod, bRecalc))
+    bool bRecalc = order.owes;
+    ledger::Row row{order.customer, order.key, order.date, 0, 0, QString()};
+    const QPointer<ReceiptFlow> alive(this);
+    const controls::Modal<frmSimpleReceiptAdd> dialog(owner_);
+    const bool saved =
+        dialog->OperationAdd(owner_, order.date, order.lngTotal, sums->discount, sums->cut, sums->payment, sums->refund,
+                             order.key.number(), session_.customer.chartNumber, session_.customer.name, row.date,
+                             row.intOperator, row.lngMoney, row.strMethod, bRecalc);
+    if (!alive)
         return;
-
     const auto show = qScopeGuard([this] {
-        // After a failure too: a row that is not seen would be written once more.
+        // After a failure too: a row that is not seen would be written once more. After a cancellation too: another desk
+        // may have written meanwhile.
         runtime::Attempt attempt;
         attempt([this] { ledgerPane_.requeryCustTranManage(); });
         attempt([this] { emit session_.orderTotalsChanged(); });
     });
+    session_.readAnewOnConflict([&] {
+        if (saved)
+            writeFurtherOperation(row, bRecalc);
+        else if (session_.rsCustSaleMaster)
+            ledger::standOnOrder(*session_.rsCustSaleMaster, order.key);
+    });
+}
+
+void ReceiptFlow::writeFurtherOperation(const ledger::Row &row, bool bRecalc)
+{
     ledger::append(*gcnnMasterDB, row);
-    ado::Recordset &orders = *session_.rsCustSaleMaster;
     // Whatever the operation: a refund taken with recalculation lessens the outstanding money as well, and is meant to.
     if (bRecalc)
-        ledger::addOutstanding(orders, -Currency::fromWon(row.lngMoney));
+        ledger::addOutstanding(*session_.rsCustSaleMaster, row.order, -Currency::fromWon(row.lngMoney));
     else
-        orders.Resync();
+        ledger::standOnOrder(*session_.rsCustSaleMaster, row.order);
 }
 
 void ReceiptFlow::tellConnectionFailure(const QString &title) const

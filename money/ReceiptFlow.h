@@ -32,17 +32,21 @@ private:
     /// The order at hand as the dialogs want it.
     struct Order
     {
-        qint32 lngOrdMPK;
-        qint32 lngCustPK;
+        OrderKey key;
+        CustomerKey customer;
         QDate date;
-        qint32 lngTotal;
+        qint32 lngTotal = 0;
+        bool owes = false; ///< outstanding money is recorded
     };
-    Order currentOrder() const;
+    /// The current order, which there is. Conflict when another desk deleted it.
+    Order currentOrder();
 
-    void openSimpleReceipt(const Order &order, bool edit);
+    /// With a row, that one is to be changed.
+    void openSimpleReceipt(const Order &order, LedgerKey edited);
     void takeFurtherOperation(const Order &order);
+    void writeFurtherOperation(const ledger::Row &row, bool bRecalc);
     void insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding);
-    void insfrmSimpleReceipt_ExecuteDB(const ledger::Row &row);
+    void insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::Row &row);
     void showWritten();
     void tellConnectionFailure(const QString &title) const;
 

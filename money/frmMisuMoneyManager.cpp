@@ -190,7 +190,7 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
 {
     runtime::Attempt attempt;
     try {
-        outstanding::pay(*cnCon_, {order.lngCustPK, order.lngOrdMPK, payment.date, ledger::Payment, payment.lngMoney,
+        outstanding::pay(*cnCon_, {CustomerKey(order.lngCustPK), OrderKey(order.lngOrdMPK), payment.date, ledger::Payment, payment.lngMoney,
                                    payment.strMethod});
     } catch (const runtime::RuntimeError &error) {
         // A server that is lost may have saved before it went.

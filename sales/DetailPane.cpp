@@ -13,6 +13,7 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QVBoxLayout>
 
 using controls::InformationIcon;
@@ -66,7 +67,7 @@ DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
     placeControls();
 
-    controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowChange, this, [this] { showRefundMemo(); });
+    controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowChange, this, [this] { rowChanged(); });
     controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowDoubleClicked, this, [this] { doubleClicked(); });
     chkCmdRefund_->onPush(this, [this] { askRefund(); });
     chkCmdDelOrderDetail_->onPush(this, [this] { deleteDetail(); });
@@ -123,9 +124,34 @@ void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
                      ado::LockType::Optimistic);
         tdbCustSaleDetails_->Rebind();
     } catch (const runtime::RuntimeError &) {
+        showRefundMemo();
         MsgBox(QStringLiteral("판매 디테일 정보를 가져오지 못했습니다."), InformationIcon,
                QStringLiteral("데이터 가져오기"), c1elaList_);
     }
+}
+
+void DetailPane::clear()
+{
+    if (session_.rsCustSaleDetails)
+        session_.rsCustSaleDetails->Close();
+    showRefundMemo();
+}
+
+LineKey DetailPane::currentLine() const
+{
+    const bool current = SaleSession::hasCurrent(session_.rsCustSaleDetails) && !session_.rsCustSaleDetails->isGone();
+    return current ? LineKey(session_.rsCustSaleDetails->value(QStringLiteral("OrdD_PK"))) : LineKey();
+}
+
+void DetailPane::choose(LineKey line)
+{
+    if (!session_.rsCustSaleDetails || !session_.rsCustSaleDetails->isOpen())
+        return;
+    ado::Recordset &details = *session_.rsCustSaleDetails;
+    if (details.moveToKey(line.bookmark()))
+        tdbCustSaleDetails_->selectRow(details.currentRow());
+    else
+        details.moveTo(details.rowCount());
 }
 
 void DetailPane::rebind()
@@ -158,9 +184,21 @@ QString DetailPane::productName(const ado::Bookmark &row)
     }
 }
 
+/// Another desk deleted the line that was chosen: its order has other sums by now, too.
+void DetailPane::rowChanged()
+{
+    if (!SaleSession::hasCurrent(session_.rsCustSaleDetails) || !session_.rsCustSaleDetails->isGone()) {
+        showRefundMemo();
+        return;
+    }
+    emit session_.changedElsewhere();
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 판매 내역입니다. 목록을 새로 가져왔습니다."), InformationIcon,
+           QStringLiteral("판매 상세 내역"), c1elaList_);
+}
+
 void DetailPane::showRefundMemo()
 {
-    const bool current = SaleSession::hasCurrent(session_.rsCustSaleDetails);
+    const bool current = bool(currentLine());
     txtCustOrderRfndMemo_->setText(
         current ? runtime::text(session_.rsCustSaleDetails->value(QStringLiteral("OrdD_RfndMemo"))) : QString());
 }
@@ -201,15 +239,21 @@ void DetailPane::askRefund()
 
 void DetailPane::deleteDetail()
 {
-    if (!SaleSession::hasCurrent(session_.rsCustSaleDetails))
+    const LineKey line = currentLine();
+    if (!line)
         return;
+    const OrderKey order(session_.rsCustSaleDetails->value(QStringLiteral("OrdM_PK")));
+    const QPointer<DetailPane> alive(this);
     if (MsgBox(QStringLiteral("판매 상세 내역을 삭제 하시겠습니까?"), controls::YesNo | controls::QuestionIcon,
                QStringLiteral("판매 상세 내역"), c1elaList_)
-        != controls::Answer::Yes)
+            != controls::Answer::Yes
+        || !alive)
         return;
-    const Outcome outcome = operations_.deleteDetail();
+    const Outcome outcome = operations_.deleteDetail(order, line);
     rebind();
-    if (outcome == Outcome::Failed) {
+    if (outcome == Outcome::Conflict)
+        emit session_.changedElsewhere();
+    if (hasFailed(outcome)) {
         MsgBox(QStringLiteral("고객 판매 디테일을 삭제하지 못했습니다."), InformationIcon,
                QStringLiteral("고객 판매 디테일 삭제"), c1elaList_);
     }

@@ -32,6 +32,12 @@ public:
     /// Opens the lines of the order, none for -1, rebinds the grid and renews rsCustSaleDetailsClone; makes the recordset
     /// if it is missing. A failure is told in its box and leaves the grid empty.
     void loadCustSaleDetails(std::int32_t lngOrdMPK);
+    /// The orders could not be read: no lines, and nothing of the last one.
+    void clear();
+    /// The current line; of no row where there is none.
+    LineKey currentLine() const;
+    /// Makes the line current; without it none is.
+    void choose(LineKey line);
     /// Coming back from the management tab: product names may have changed.
     void rebind();
     /// Shows the return memo of the current line, none without one.
@@ -47,6 +53,7 @@ private:
     void placeControls();
     void renewClone();
     QString productName(const ado::Bookmark &row);
+    void rowChanged();
     void doubleClicked();
     void askRefund();
     void deleteDetail();

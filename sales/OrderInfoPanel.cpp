@@ -67,8 +67,8 @@ void OrderInfoPanel::makeControls()
     optTakBae_[0]->setChecked(true);
 
     for (const OrderFieldSource &field : moneyFields) {
-        // Only the outstanding money is typed into; the sums come from the lines.
-        const bool typed = field.index == Misugum;
+        // The other sums come from the lines.
+        const bool typed = field.index == Misugum || field.index == HalinTotal;
         auto *box = new MoneyBox(typed ? MoneyHabits : TextBoxHabits(), this);
         box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         if (!typed)
@@ -92,6 +92,7 @@ void OrderInfoPanel::makeControls()
     }
     // A form without a window is locked all the same.
     clsMyFunctions().setCollection2Locked(colOrderMaster(), true);
+    openDiscount(false);
 }
 
 void OrderInfoPanel::placeControls()
@@ -178,6 +179,13 @@ OrderEdit OrderInfoPanel::edit() const
     edit.takbae = !optTakBae_[0]->isChecked();
     edit.date = dtpOrderMasterDate_->date();
     return edit;
+}
+
+void OrderInfoPanel::openDiscount(bool open)
+{
+    clsMyFunctions().setCollection2Locked({txtOrderMaster(HalinTotal)}, !open);
+    if (open)
+        controls::setBackColor(txtOrderMaster(HalinTotal), controls::systemColor(controls::SystemColor::Window));
 }
 
 ControlGroup OrderInfoPanel::colOrderMaster() const

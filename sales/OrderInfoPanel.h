@@ -3,7 +3,7 @@
 #include "input/PaneContract.h"
 #include "platform/ado/Recordset.h"
 #include "platform/controls/PushCheck.h"
-#include "sales/OrderOperations.h"
+#include "sales/OrderSave.h"
 
 #include <QDateEdit>
 #include <QLineEdit>
@@ -27,6 +27,8 @@ public:
     /// Empties the text boxes; the date and the kind of delivery stay as they are.
     void clear();
     OrderEdit edit() const;
+    /// The discount total stands in no group of controls, yet it is typed into during an edit.
+    void openDiscount(bool open);
 
     /// Controls of the edit, in the order in which they are locked and opened.
     ControlGroup colOrderMaster() const;

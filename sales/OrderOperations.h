@@ -11,10 +11,16 @@
 
 /// How a flow ended; the numbers are those of the system's private routines.
 enum class Outcome : std::int16_t {
+    Conflict = -2, ///< failed, since another desk changed or deleted the row: the lists are to be read anew
     Failed = -1, ///< a trapped error; the caller shows its failure text
     Stopped = 0, ///< stopped early, nothing to tell
     Done = 1,
 };
+
+inline bool hasFailed(Outcome outcome)
+{
+    return outcome == Outcome::Failed || outcome == Outcome::Conflict;
+}
 
 /// Told instead of adding a line, where foundChangedAfterLoss().
 inline const QString changedAfterLoss =
@@ -26,20 +32,8 @@ struct EntryLine
     std::int16_t intSellType = 0; ///< 0 normal sale, 1 service, 2 loss; the code of OrdD_OrderType
     QString unitDiscount;         ///< money text
     QString quantity;
-};
-
-/// What the order pane holds when its edit is saved.
-struct OrderEdit
-{
-    QString address;
-    QString cell;
-    QString telephone;
-    QString takbaeMemo;
-    QString memo;
-    QString discountTotal; ///< money text
-    QString outstanding;   ///< money text
-    bool takbae = false;
-    QDate date;
+    ProductKey product;
+    QVariant unitPrice; ///< of the product's row; the line's price, whatever the pane shows
 };
 
 /// The flows of a sale that write to the database, without a screen. They work on the session's recordsets and on
@@ -59,39 +53,41 @@ public:
     /// tells whether there are other rows than those on view. The last line may be among them.
     bool foundChangedAfterLoss();
 
-    /// Creates today's order for the session's customer and puts the line of the current product on it: on the first
-    /// order of that date that the server gives.
+    /// Gives the line the current product of the sale list, which there is.
+    void takeCurrentProduct(EntryLine &line) const;
+    /// The current order of rsCustSaleMaster; of no row where there is none, or where another desk deleted it.
+    OrderKey currentOrder() const;
+    /// Creates today's order for the session's customer and puts the line on it: on the first order of that date that the
+    /// server gives.
     Outcome addDetailToNewOrder(const EntryLine &line);
-    /// Puts the line on the current order of rsCustSaleMaster, whatever its date.
-    Outcome addDetailToSelectedOrder(const EntryLine &line);
+    /// Puts the line on the order, whatever its date.
+    Outcome addDetailToSelectedOrder(OrderKey order, const EntryLine &line);
     /// Orders of the customer on the date, at most 32,767; -1 when they could not be counted.
-    std::int16_t countTodayOrders(std::int32_t lngCustPK, const QDate &date);
-    std::int16_t countTodayOrders() { return countTodayOrders(session_.customer.lngCustPK, today_()); }
+    std::int16_t countTodayOrders(CustomerKey customer, const QDate &date);
+    std::int16_t countTodayOrders() { return countTodayOrders(session_.customer.key(), today_()); }
 
     /// A return row on the order: price and negative quantity as given, the remark goes out as it is.
-    Outcome addRefundOrderDetail(std::int32_t lngOrdMPK, std::int32_t lngPMPK, runtime::Currency curPrice,
-                                 std::int16_t intCount, const QString &strMemo);
+    Outcome addRefundOrderDetail(OrderKey order, ProductKey product, runtime::Currency curPrice, std::int16_t intCount,
+                                 const QString &strMemo);
     /// The same on a new order of the return date.
-    Outcome addToNewRefundOrder(const QDate &dtRefund, std::int32_t lngPMPK, runtime::Currency curPrice,
+    Outcome addToNewRefundOrder(const QDate &dtRefund, ProductKey product, runtime::Currency curPrice,
                                 std::int16_t intCount, const QString &strMemo);
-    /// Key of the customer's first order of the date, -1 when there is none or it could not be looked up.
-    std::int32_t findOrderByDate(std::int32_t lngCustPK, const QDate &date);
+    /// The customer's first order of the date, of no row when there is none or it could not be looked up.
+    OrderKey findOrderByDate(CustomerKey customer, const QDate &date);
 
-    /// Writes the edit to the current order.
-    Outcome saveOrder(const OrderEdit &edit);
-    /// Deletes the current order with its details and ledger rows; after a failure all of them stand as before.
-    Outcome deleteOrder();
-    /// Deletes the current detail and sums the current order anew. The ledger is left alone, so a paid order can end up
-    /// with money beyond its total.
-    Outcome deleteDetail();
+    /// Deletes the order with its details and ledger rows; after a failure all of them stand as before.
+    Outcome deleteOrder(OrderKey order);
+    /// Deletes the detail and sums its order anew. The ledger is left alone, so a paid order can end up with money beyond
+    /// its total.
+    Outcome deleteDetail(OrderKey order, LineKey line);
 
 private:
     /// Creates an order and adds a line to the first order of its date.
-    Outcome onNewOrder(const QDate &date, const std::function<Outcome(std::int32_t lngOrdMPK)> &addLine);
+    Outcome onNewOrder(const QDate &date, const std::function<Outcome(OrderKey)> &addLine);
     void createOrder(const QDate &date);
-    std::int32_t orderKeyOf(const QDate &date) const;
-    QString insertStatement(std::int32_t lngOrdMPK, const EntryLine &line, const QString &unitDiscount) const;
-    Outcome recalculate(std::int32_t lngOrdMPK);
+    OrderKey orderKeyOf(const QDate &date) const;
+    QString insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const;
+    Outcome recalculate(OrderKey order);
 
     SaleSession &session_;
     Clock today_;

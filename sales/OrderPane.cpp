@@ -9,6 +9,7 @@
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
+#include <QPointer>
 #include <QVBoxLayout>
 
 using controls::InformationIcon;
@@ -50,6 +51,7 @@ OrderPane::OrderPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     , session_(session)
     , shell_(shell)
     , operations_(session)
+    , save_(session)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 1))
     , elTranMnu_(named(new OrderStrip(parent), QStringLiteral("elTranMnu"), 0))
     , c1elaCustSaleInfo_(named(new OrderInfoPanel(parent), QStringLiteral("c1elaCustSaleInfo")))
@@ -121,9 +123,21 @@ void OrderPane::loadCustSaleMaster()
         session_.linesMayBeStale = false;
         tdbCustSaleMaster_->Rebind();
     } catch (const runtime::RuntimeError &) {
+        resetPane();
+        emit ordersNotRead();
         MsgBox(QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다."), InformationIcon,
                QStringLiteral("데이터 가져오기"), c1elaList_);
     }
+}
+
+void OrderPane::readAnew()
+{
+    if (!session_.rsCustSaleMaster || !session_.rsCustSaleMaster->isOpen())
+        return;
+    ado::Recordset &orders = *session_.rsCustSaleMaster;
+    const bool shownSelected = tdbCustSaleMaster_->selectionModel()->hasSelection();
+    if (orders.requeryAt(orders.bookmark()) && shownSelected)
+        tdbCustSaleMaster_->selectRow(orders.currentRow());
 }
 
 void OrderPane::rowChanged()
@@ -136,9 +150,22 @@ void OrderPane::rowChanged()
         emit noOrderSelected();
         return;
     }
+    if (session_.rsCustSaleMaster->isGone()) {
+        orderIsGone();
+        return;
+    }
     if (fill)
         c1elaCustSaleInfo_->showOrder(*session_.rsCustSaleMaster);
     emit orderRowChanged(runtime::CLng(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))));
+}
+
+/// Another desk deleted the order that was chosen: without it no order is current, and nothing of the one before may stay on
+/// view beside it.
+void OrderPane::orderIsGone()
+{
+    session_.rsCustSaleMaster->requeryAt({});
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다.\n거래를 다시 선택하십시오."),
+           InformationIcon, QStringLiteral("거래 선택"), c1elaList_);
 }
 
 void OrderPane::showOrderTotals()
@@ -154,27 +181,35 @@ void OrderPane::resetPane()
 
 void OrderPane::editOrder()
 {
-    intOrderEditState_ = SaleSession::hasCurrent(session_.rsCustSaleMaster) ? 1 : -1;
-    if (intOrderEditState_ == 1)
-        shell_.enterEditMode(editCode);
+    intOrderEditState_ = save_.begin(c1elaCustSaleInfo_->edit()) ? 1 : -1;
+    if (intOrderEditState_ != 1)
+        return;
+    shell_.enterEditMode(editCode);
+    c1elaCustSaleInfo_->openDiscount(true);
 }
 
 void OrderPane::saveOrder()
 {
-    if (intOrderEditState_ == 1 && SaleSession::hasCurrent(session_.rsCustSaleMaster)
-        && operations_.saveOrder(c1elaCustSaleInfo_->edit()) == Outcome::Failed) {
+    const QPointer<OrderPane> alive(this);
+    const Outcome outcome = intOrderEditState_ == 1 ? save_.save(c1elaCustSaleInfo_->edit()) : Outcome::Stopped;
+    if (outcome == Outcome::Conflict) {
+        // What was typed stays, and the edit open: the user decides over it.
+        MsgBox(QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다. 저장하지 않았습니다.\n"
+                              "입력한 내용을 확인한 뒤 다시 저장하거나 취소하십시오."),
+               InformationIcon, QStringLiteral("저장"), c1elaCustSaleInfo_);
+        return;
+    }
+    if (outcome == Outcome::Failed)
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                QStringLiteral("저장"), c1elaCustSaleInfo_);
-    }
-    endEdit();
+    if (alive)
+        endEdit();
 }
 
 void OrderPane::endEdit()
 {
     // Before the requery, which fills the form from the row.
-    intOrderEditState_ = -1;
-    shell_.leaveEditMode(editCode);
-    shell_.paintEntryColors();
+    leaveEdit();
     runtime::Attempt attempt; // what went wrong with the save was told by now
     attempt([this] {
         if (session_.rsCustSaleMaster && session_.rsCustSaleMaster->isOpen())
@@ -183,26 +218,38 @@ void OrderPane::endEdit()
     tdbCustSaleMaster_->setFocus();
 }
 
-void OrderPane::abandonEdit()
+void OrderPane::leaveEdit()
 {
-    if (intOrderEditState_ != 1)
-        return;
     intOrderEditState_ = -1;
+    c1elaCustSaleInfo_->openDiscount(false);
     shell_.leaveEditMode(editCode);
     shell_.paintEntryColors();
+}
+
+bool OrderPane::abandonEdit()
+{
+    const bool open = intOrderEditState_ == 1;
+    if (open)
+        leaveEdit();
+    return open;
 }
 
 void OrderPane::deleteOrder()
 {
     intOrderEditState_ = -1;
-    if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
+    const OrderKey order = operations_.currentOrder();
+    if (!order)
         return;
+    const QPointer<OrderPane> alive(this);
     const QString title = QStringLiteral("판매 마스터 삭제");
     const QString question = QStringLiteral("선택한 고객 판매 마스터을 삭제 하시겠습니까?") + QLatin1Char('\n')
                              + QStringLiteral("(고객 판매 디테일도 모두 삭제됩니다.)");
-    if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes)
+    if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes || !alive)
         return;
-    if (operations_.deleteOrder() == Outcome::Failed)
+    const Outcome outcome = operations_.deleteOrder(order);
+    if (outcome == Outcome::Conflict)
+        emit session_.changedElsewhere();
+    if (hasFailed(outcome))
         MsgBox(QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."), InformationIcon, title, c1elaList_);
 }
 
@@ -212,7 +259,7 @@ void OrderPane::saveOutstanding()
 {
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
-    session_.rsCustSaleMaster->Update();
+    session_.readAnewOnConflict([this] { session_.rsCustSaleMaster->Update(); });
     showOrderTotals();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/controls/RecordsetGrid.h"
 #include "sales/OrderInfoPanel.h"
 #include "sales/OrderOperations.h"
+#include "sales/OrderSave.h"
 #include "sales/OrderStrip.h"
 #include "session/SaleSession.h"
 
@@ -30,14 +31,16 @@ public:
     /// A new recordset in the session, bound to the grid; the old one goes.
     void createCustSaleMaster();
     /// Opens the orders of the session's customer anew and rebinds the grid; a failure is told in its box and leaves the
-    /// grid empty.
+    /// list and all that depends on it empty.
     void loadCustSaleMaster();
+    /// Reads the same orders anew. The current one stays current; without it there is none.
+    void readAnew();
     /// The sums of the current order, as read last.
     void showOrderTotals();
     /// Empties the form's text boxes ("고객").
     void resetPane();
-    /// Leaves an edit under way without saving, before another customer's orders come.
-    void abandonEdit();
+    /// Leaves an edit under way without saving, before another customer's orders come. Whether there was one.
+    bool abandonEdit();
     /// 1 while the form is open for editing, otherwise -1.
     std::int16_t intOrderEditState() const { return intOrderEditState_; }
 
@@ -46,6 +49,8 @@ signals:
     void orderRowChanged(int lngOrdMPK);
     /// There is no current order.
     void noOrderSelected();
+    /// The orders could not be read: nothing may stay on view that belongs to one.
+    void ordersNotRead();
     // The receipts of the current order, and of the customer's orders in a period; there is a current order.
     void orderReceiptAsked();
     void periodReceiptAsked(const QDate &dtStart, const QDate &dtEnd);
@@ -54,9 +59,11 @@ signals:
 private:
     void connectButtons();
     void rowChanged();
+    void orderIsGone();
     void editOrder();
     void saveOrder();
     void endEdit();
+    void leaveEdit();
     void deleteOrder();
     void saveOutstanding();
     bool hasOrderToPrint();
@@ -65,6 +72,7 @@ private:
     SaleSession &session_;
     PaneShell &shell_;
     OrderOperations operations_;
+    OrderSave save_;
     QWidget *c1elaList_;
     OrderStrip *elTranMnu_;
     OrderInfoPanel *c1elaCustSaleInfo_;

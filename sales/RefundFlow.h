@@ -19,6 +19,7 @@ public:
     void takeBack();
 
 private:
+    SaleSession &session_;
     DetailPane &detailPane_;
     RefundOperations operations_;
     QWidget *owner_;

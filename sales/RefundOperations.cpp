@@ -4,6 +4,7 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "sales/Flow.h"
 
 namespace {
 
@@ -45,8 +46,10 @@ SoldLine RefundOperations::currentLine() const
 {
     const ado::Recordset &details = *session_.rsCustSaleDetails;
     SoldLine line;
-    line.lngPMPK = runtime::CLng(details[QStringLiteral("PM_PK")]);
-    line.name = ProductNames().name(line.lngPMPK);
+    line.customer = session_.customer.key();
+    line.line = LineKey(details[QStringLiteral("OrdD_PK")]);
+    line.product = ProductKey(details[QStringLiteral("PM_PK")]);
+    line.name = ProductNames().name(line.product.number());
     line.unitPrice = moneyOf(details[QStringLiteral("OrdD_UnitPrice")]);
     line.unitDiscount = moneyOf(details[QStringLiteral("OrdD_HalinUnit")]);
     line.count = runtime::CInt(details[QStringLiteral("OrdD_Count")]);
@@ -56,14 +59,18 @@ SoldLine RefundOperations::currentLine() const
 
 Outcome RefundOperations::takeBack(const SoldLine &sold, const Refund &refund)
 {
-    noteOnCurrentLine(refund);
-    return addRow(sold, refund);
+    return flow::trapped([&] {
+        noteOnLine(sold.line, refund);
+        return addRow(sold, refund);
+    });
 }
 
 /// Saved at once, before it is known whether the row can be added; it stays when the row fails, and is meant to.
-void RefundOperations::noteOnCurrentLine(const Refund &refund)
+void RefundOperations::noteOnLine(LineKey line, const Refund &refund)
 {
-    ado::Recordset &details = *session_.rsCustSaleDetails;
+    ado::Recordset &details = flow::opened(session_.rsCustSaleDetails);
+    if (!details.moveToKey(line.bookmark()))
+        flow::raiseConflict();
     const QString field = QStringLiteral("OrdD_RfndMemo");
     const QVariant earlier = details[field];
     const QString note = noteOf(refund);
@@ -82,16 +89,15 @@ void RefundOperations::noteOnCurrentLine(const Refund &refund)
 Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund)
 {
     const QString remark = remarkOf(sold, refund);
-    const std::int32_t lngCustPK = session_.customer.lngCustPK;
     if (refund.date != sold.date) {
-        const std::int16_t ordersOfDate = orders_.countTodayOrders(lngCustPK, refund.date);
+        const std::int16_t ordersOfDate = orders_.countTodayOrders(sold.customer, refund.date);
         if (ordersOfDate < 0)
             return Outcome::Failed;
         if (ordersOfDate == 0)
-            return orders_.addToNewRefundOrder(refund.date, sold.lngPMPK, refund.unitPrice, refund.count, remark);
+            return orders_.addToNewRefundOrder(refund.date, sold.product, refund.unitPrice, refund.count, remark);
     }
-    const std::int32_t lngOrdMPK = orders_.findOrderByDate(lngCustPK, refund.date);
-    if (lngOrdMPK < 0)
+    const OrderKey order = orders_.findOrderByDate(sold.customer, refund.date);
+    if (!order)
         return Outcome::Failed;
-    return orders_.addRefundOrderDetail(lngOrdMPK, sold.lngPMPK, refund.unitPrice, refund.count, remark);
+    return orders_.addRefundOrderDetail(order, sold.product, refund.unitPrice, refund.count, remark);
 }

@@ -6,7 +6,9 @@
 /// A sold line as its return begins from it.
 struct SoldLine
 {
-    std::int32_t lngPMPK = 0;
+    CustomerKey customer;
+    LineKey line;
+    ProductKey product;
     QString name; ///< empty when the product is gone
     runtime::Currency unitPrice;
     runtime::Currency unitDiscount;
@@ -35,12 +37,12 @@ public:
     /// The current line of the current order. Raises RuntimeError when one of them cannot be read.
     SoldLine currentLine() const;
 
-    /// Writes the note to the current line, then the row. RuntimeError: the note could not be written, and nothing was.
-    /// Failed: the row could not be added; the note stays.
+    /// Writes the note to the sold line, then the row. Conflict: another desk changed or deleted the line or the order of
+    /// the row; Failed: something else went wrong. A note that was written stays when the row fails.
     Outcome takeBack(const SoldLine &sold, const Refund &refund);
 
 private:
-    void noteOnCurrentLine(const Refund &refund);
+    void noteOnLine(LineKey line, const Refund &refund);
     Outcome addRow(const SoldLine &sold, const Refund &refund);
 
     SaleSession &session_;

@@ -16,6 +16,7 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QPointer>
 
 using controls::MsgBox;
 using controls::named;
@@ -334,17 +335,16 @@ void SaleEntryPane::appendDetail()
     line.intSellType = sellType();
     line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();
     line.quantity = txtSaleProductLists(Quantity)->text();
+    operations_.takeCurrentProduct(line);
 
-    const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
-    switch (addToChosenOrder(line)) {
-    case Outcome::Done:
+    const Outcome outcome = addToChosenOrder(line); // Stopped when the window went meanwhile
+    if (outcome == Outcome::Done)
         emit lineAdded();
-        break;
-    case Outcome::Failed:
+    if (outcome == Outcome::Conflict)
+        emit session_.changedElsewhere();
+    if (hasFailed(outcome)) {
+        const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
         MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_);
-        break;
-    case Outcome::Stopped:
-        break;
     }
 }
 
@@ -352,21 +352,31 @@ void SaleEntryPane::appendDetail()
 /// whether to ask.
 Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
 {
-    if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
+    const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
+    if (!hasOrders)
         return operations_.addDetailToNewOrder(line);
+    const OrderKey order = operations_.currentOrder();
     const std::int16_t orders = operations_.countTodayOrders();
-    if (orders != 0)
-        return orders > 0 ? operations_.addDetailToSelectedOrder(line) : Outcome::Failed;
+    if (orders < 0)
+        return Outcome::Failed;
+    const QPointer<SaleEntryPane> alive(this);
+    const controls::Answer answer = orders > 0 ? controls::Answer::No : askForToday(line);
+    if (answer == controls::Answer::Cancel || !alive)
+        return Outcome::Stopped;
+    if (answer == controls::Answer::Yes)
+        return operations_.addDetailToNewOrder(line);
+    if (order)
+        return operations_.addDetailToSelectedOrder(order, line);
+    MsgBox(QStringLiteral("선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오."), controls::InformationIcon,
+           QStringLiteral("거래 선택"), c1elaProductInfo_);
+    return Outcome::Stopped;
+}
 
+/// Yes: on an order of today. No: on the selected one.
+controls::Answer SaleEntryPane::askForToday(const EntryLine &line) const
+{
     const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
     const QString question = QStringLiteral("오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?")
                              + QStringLiteral("\n\n") + kind.choices;
-    switch (MsgBox(question, controls::YesNoCancel | controls::InformationIcon, kind.questionTitle, c1elaProductInfo_)) {
-    case controls::Answer::Yes:
-        return operations_.addDetailToNewOrder(line);
-    case controls::Answer::No:
-        return operations_.addDetailToSelectedOrder(line);
-    default:
-        return Outcome::Stopped;
-    }
+    return MsgBox(question, controls::YesNoCancel | controls::InformationIcon, kind.questionTitle, c1elaProductInfo_);
 }

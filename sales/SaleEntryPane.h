@@ -2,6 +2,7 @@
 
 #include "input/MoneyBox.h"
 #include "input/PaneContract.h"
+#include "platform/controls/MessageBox.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/Stepper.h"
 #include "platform/runtime/Currency.h"
@@ -61,6 +62,7 @@ private:
 
     void appendDetail();
     Outcome addToChosenOrder(const EntryLine &line);
+    controls::Answer askForToday(const EntryLine &line) const;
 
     SaleSession &session_;
     OrderOperations operations_;

@@ -1,5 +1,7 @@
 #include "session/SaleSession.h"
 
+#include "platform/runtime/Attempt.h"
+
 void SaleSession::release()
 {
     for (RecordsetPtr *recordset : {&rsCustSaleDetailsClone, &rsCustSaleDetails, &rsProductIncoming, &rsCustSaleMaster,
@@ -8,5 +10,16 @@ void SaleSession::release()
         if (*recordset && (*recordset)->isOpen())
             (*recordset)->Close();
         recordset->reset();
+    }
+}
+
+void SaleSession::readAnewOnConflict(const std::function<void()> &work)
+{
+    try {
+        work();
+    } catch (const runtime::RuntimeError &error) {
+        if (error.number() == runtime::ErrorNumber::Conflict)
+            emit changedElsewhere();
+        throw;
     }
 }

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/ado/Recordset.h"
+#include "session/Keys.h"
 
 #include <QDate>
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 /// The customer whose sale is on show, as the host gave it.
@@ -21,6 +23,8 @@ struct Customer
     QString phone;
     QString cell;
     QString vip;
+
+    CustomerKey key() const { return CustomerKey(lngCustPK); }
 };
 
 /// One session of the sale window: the customer and the recordsets that the panes share. The main window owns it and
@@ -52,7 +56,12 @@ public:
     /// Whether the recordset exists, is open and has a current row.
     static bool hasCurrent(const RecordsetPtr &recordset) { return recordset && recordset->hasCurrent(); }
 
+    /// Runs a flow's work. After a conflict the lists are read anew, so that the next try works; the error goes on.
+    void readAnewOnConflict(const std::function<void()> &work);
+
 signals:
     // What one pane tells another; the receiver loads or shows.
     void orderTotalsChanged(); ///< the current order's sums were read anew
+    /// Another desk was quicker: the orders and the lines of the current one are to be read anew.
+    void changedElsewhere();
 };

@@ -48,6 +48,15 @@ void Recordset::Private::take(std::shared_ptr<RowStore> loaded)
     keep(atRow() ? rows->image(0) : RowImage());
 }
 
+void Recordset::Private::loadAnew()
+{
+    open();
+    discardPending();
+    const std::shared_ptr<RowStore> old = rows;
+    take(load(old.get()));
+    old->drop();
+}
+
 void Recordset::Private::release()
 {
     if (rows)
@@ -147,12 +156,17 @@ const QString &Recordset::source() const
 
 void Recordset::Requery()
 {
-    d->open();
-    d->discardPending();
-    const std::shared_ptr<RowStore> old = d->rows;
-    d->take(d->load(old.get()));
-    old->drop();
+    d->loadAnew();
     announceRows();
+}
+
+bool Recordset::requeryAt(const Bookmark &key)
+{
+    d->loadAnew();
+    const int row = d->rows->find(key);
+    d->stand(row);
+    announceRows();
+    return row >= 0;
 }
 
 void Recordset::Resync()

@@ -46,6 +46,8 @@ public:
     const QString &source() const;
 
     void Requery();
+    /// The same, but stands on the row of the key; behind the last row, and false, when it is no member any more.
+    bool requeryAt(const Bookmark &key);
     /// Reads the current row again by its key, even if it no longer meets the filter.
     void Resync();
     bool Bof() const;

@@ -35,6 +35,7 @@ struct Recordset::Private
 
     std::shared_ptr<RowStore> load(const RowStore *before = nullptr) const;
     void take(std::shared_ptr<RowStore> loaded);
+    void loadAnew();
     void release();
     void discardPending();
     /// Makes the row current, read anew; at the end of the set there is nothing to read.

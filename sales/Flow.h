@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/runtime/Attempt.h"
+#include "sales/OrderOperations.h"
+#include "session/modGlobalVars.h"
+
+#include <utility>
+
+/// What the flows of a sale have in common.
+namespace flow {
+
+/// The host's connection; raises ObjectClosed when there is none.
+inline ado::ConnectionPtr &masterDB()
+{
+    if (!gcnnMasterDB)
+        throw runtime::RuntimeError(runtime::ErrorNumber::ObjectClosed,
+                                    QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
+    return gcnnMasterDB;
+}
+
+/// The recordset; raises ObjectClosed when it is not open.
+inline ado::Recordset &opened(const SaleSession::RecordsetPtr &recordset)
+{
+    if (!recordset || !recordset->isOpen())
+        throw runtime::RuntimeError(runtime::ErrorNumber::ObjectClosed, QStringLiteral("목록이 열려 있지 않습니다."));
+    return *recordset;
+}
+
+/// Work between begin and commit; an error rolls back and goes on to the caller.
+template <typename Work>
+void inTransaction(Work &&work)
+{
+    const ado::ConnectionPtr connection = masterDB();
+    connection->BeginTrans();
+    try {
+        work(*connection);
+        connection->CommitTrans();
+    } catch (const runtime::RuntimeError &) {
+        runtime::Attempt undo; // the first error is the one that tells something
+        undo([&] { connection->RollbackTrans(); });
+        throw;
+    }
+}
+
+[[noreturn]] inline void raiseConflict()
+{
+    throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
+                                QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다."));
+}
+
+inline Outcome outcomeOf(const runtime::RuntimeError &error)
+{
+    return error.number() == runtime::ErrorNumber::Conflict ? Outcome::Conflict : Outcome::Failed;
+}
+
+/// The trap around a flow.
+template <typename Work>
+Outcome trapped(Work &&work)
+{
+    try {
+        return std::forward<Work>(work)();
+    } catch (const runtime::RuntimeError &error) {
+        return outcomeOf(error);
+    }
+}
+
+} // namespace flow

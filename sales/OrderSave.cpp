@@ -1,0 +1,92 @@
+#include "sales/OrderSave.h"
+
+#include "data/HeldOrder.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "sales/Flow.h"
+
+using runtime::RuntimeError;
+
+namespace {
+
+struct WrittenColumn
+{
+    const char *name;
+    QVariant (*value)(const OrderEdit &edit);
+};
+
+QVariant moneyOf(const QString &typed)
+{
+    return QVariant::fromValue(runtime::CCur(typed));
+}
+
+// In the order in which they are assigned.
+constexpr WrittenColumn writtenColumns[] = {
+    {"OrdM_Address", [](const OrderEdit &edit) { return QVariant(edit.address.trimmed()); }},
+    {"OrdM_Tel", [](const OrderEdit &edit) { return QVariant(edit.telephone.trimmed()); }},
+    {"OrdM_Cel", [](const OrderEdit &edit) { return QVariant(edit.cell.trimmed()); }},
+    {"OrdM_TakbaeMemo", [](const OrderEdit &edit) { return QVariant(edit.takbaeMemo.trimmed()); }},
+    {"OrdM_ETCMemo", [](const OrderEdit &edit) { return QVariant(edit.memo.trimmed()); }},
+    {"OrdM_HalinTotal", [](const OrderEdit &edit) { return moneyOf(edit.discountTotal); }},
+    {"OrdM_Misugum", [](const OrderEdit &edit) { return moneyOf(edit.outstanding); }},
+    {"OrdM_Gubun", [](const OrderEdit &edit) { return QVariant(edit.takbae ? 2 : 1); }},
+    {"OrdM_Date", [](const OrderEdit &edit) { return QVariant(edit.date); }},
+};
+
+} // namespace
+
+OrderSave::OrderSave(SaleSession &session)
+    : session_(session)
+{
+}
+
+OrderKey OrderSave::begin(const OrderEdit &shown)
+{
+    order_ = OrderOperations(session_).currentOrder();
+    shown_ = shown;
+    seen_.clear();
+    if (order_) {
+        for (const WrittenColumn &column : writtenColumns)
+            seen_[QLatin1String(column.name)] = session_.rsCustSaleMaster->value(QLatin1String(column.name));
+    }
+    return order_;
+}
+
+Outcome OrderSave::save(const OrderEdit &edit)
+{
+    return flow::trapped([&] {
+        ado::Recordset &orders = flow::opened(session_.rsCustSaleMaster);
+        try {
+            flow::inTransaction([&](ado::Connection &connection) {
+                holdOrder(connection, order_.number());
+                if (!orders.moveToKey(order_.bookmark()))
+                    flow::raiseConflict();
+                orders.Resync();
+                assign(orders, edit);
+                orders.Update();
+            });
+        } catch (const RuntimeError &) {
+            runtime::Attempt undo;
+            undo([&] { orders.CancelUpdate(); });
+            throw;
+        }
+        return Outcome::Done;
+    });
+}
+
+void OrderSave::assign(ado::Recordset &orders, const OrderEdit &edit)
+{
+    bool collides = false;
+    for (const WrittenColumn &column : writtenColumns) {
+        const QString name = QLatin1String(column.name);
+        const QVariant typed = column.value(edit);
+        const bool writtenHere = typed != column.value(shown_);
+        const bool writtenElsewhere = orders[name] != std::exchange(seen_[name], orders[name]);
+        if (writtenElsewhere && !writtenHere)
+            continue;
+        collides |= writtenElsewhere;
+        orders.setValue(name, typed);
+    }
+    if (collides)
+        flow::raiseConflict();
+}
