@@ -43,11 +43,15 @@ OrderSave::OrderSave(SaleSession &session)
 OrderKey OrderSave::begin(const OrderEdit &shown)
 {
     order_ = OrderOperations(session_).currentOrder();
-    shown_ = shown;
+    shown_.clear();
     seen_.clear();
-    if (order_) {
-        for (const WrittenColumn &column : writtenColumns)
-            seen_[QLatin1String(column.name)] = session_.rsCustSaleMaster->value(QLatin1String(column.name));
+    if (!order_)
+        return order_;
+    for (const WrittenColumn &column : writtenColumns) {
+        const QString name = QLatin1String(column.name);
+        runtime::Attempt convert; // an amount that cannot be read counts as typed over
+        convert([&] { shown_[name] = column.value(shown); });
+        seen_[name] = session_.rsCustSaleMaster->value(name);
     }
     return order_;
 }
@@ -80,7 +84,7 @@ void OrderSave::assign(ado::Recordset &orders, const OrderEdit &edit)
     for (const WrittenColumn &column : writtenColumns) {
         const QString name = QLatin1String(column.name);
         const QVariant typed = column.value(edit);
-        const bool writtenHere = typed != column.value(shown_);
+        const bool writtenHere = typed != shown_[name];
         const bool writtenElsewhere = orders[name] != std::exchange(seen_[name], orders[name]);
         if (writtenElsewhere && !writtenHere)
             continue;

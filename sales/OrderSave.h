@@ -37,6 +37,6 @@ private:
 
     SaleSession &session_;
     OrderKey order_;
-    OrderEdit shown_;
-    std::map<QString, QVariant> seen_; ///< the written columns as they were when the edit began, or when it was told
+    std::map<QString, QVariant> shown_; ///< what the form would have written when the edit began
+    std::map<QString, QVariant> seen_;  ///< the same columns as the row held them then, or when a conflict was told
 };

@@ -198,7 +198,9 @@ private:
     {
         const int product = anyOf(products_), kindOfLine = roll(5) ? 0 : 1 + roll(2), discount = roll(3) * 50, count = 1 + roll(5);
         session_.rsSaleProductLists->setBookmark(product);
-        return {{std::int16_t(kindOfLine), QString::number(discount), QString::number(count)}, product,
+        EntryLine typed{std::int16_t(kindOfLine), QString::number(discount), QString::number(count), {}, {}};
+        sales_.takeCurrentProduct(typed);
+        return {typed, product,
                 kindOfLine == 0 ? Won(products_[product] - discount) * count : 0};
     }
     void sellOnNewOrder()
@@ -216,7 +218,7 @@ private:
         const Sale sold = sale();
         note("sell on order", key_, sold.amount);
         const int lines = at().lines;
-        require(sales_.addDetailToSelectedOrder(sold.typed) == Outcome::Done);
+        require(sales_.addDetailToSelectedOrder(OrderKey(key_), sold.typed) == Outcome::Done);
         adoptLine(sold.product, sold.amount, at().date);
         require(at().lines == lines + 1, QStringLiteral("on another order"));
     }
@@ -237,7 +239,7 @@ private:
         if (!standOnLine())
             return;
         note("delete line", chosen_.key);
-        require(sales_.deleteDetail() == Outcome::Done);
+        require(sales_.deleteDetail(OrderKey(key_), LineKey(chosen_.key)) == Outcome::Done);
         at().sold[int(chosen_.kind)] -= chosen_.amount;
         --at().lines;
         sum(at());
@@ -250,9 +252,9 @@ private:
                                                      {ledger::Payment, money()}, {ledger::Payment, roll(2) ? money() : 0}};
         const int rest = money();
         note("first payment on order", key_, rest);
-        ledger::appendFirstPayment(*gcnnMasterDB, {Patient, key_, date, float(parts[0].money), float(parts[1].money),
+        ledger::appendFirstPayment(*gcnnMasterDB, {CustomerKey(Patient), OrderKey(key_), date, float(parts[0].money), float(parts[1].money),
                                                    float(parts[2].money), float(parts[3].money)});
-        ledger::addOutstanding(orders(), Currency::fromWon(rest));
+        ledger::addOutstanding(orders(), OrderKey(key_), Currency::fromWon(rest));
         for (const auto &part : parts) {
             if (part.money != 0)
                 book(part.kind, part.money);
@@ -263,10 +265,10 @@ private:
     {
         const int code = kind(), amount = money();
         note("further operation on order", key_, amount);
-        ledger::append(*gcnnMasterDB, {Patient, key_, day(), qint16(code), amount, QStringLiteral("01")});
+        ledger::append(*gcnnMasterDB, {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, QStringLiteral("01")});
         book(code, amount);
         if (roll(2)) {
-            ledger::addOutstanding(orders(), -Currency::fromWon(amount));
+            ledger::addOutstanding(orders(), OrderKey(key_), -Currency::fromWon(amount));
             addOwed(-amount);
         }
     }
@@ -280,8 +282,8 @@ private:
         const LedgerEntry form = typedEntry(code, amount);
         note(form.recalculates ? "entry, recalculating, on order" : "entry on order", key_, amount);
         open(session_.rsCustTranManage, clsSQL().getCustTranSQL(Patient, key_));
-        require(ledger::addEntry(session_, form));
-        ledger::followAddedEntry(session_, form);
+        require(ledger::addEntry(session_, OrderKey(key_), form));
+        ledger::followAddedEntry(session_, OrderKey(key_), form);
         book(code, amount);
         if (form.recalculates && code == ledger::Payment)
             at().owed = std::max<Won>(0, at().balance());
@@ -295,7 +297,7 @@ private:
         const int amount = money();
         const LedgerEntry form = typedEntry(kind(), amount); // the row keeps its own kind
         note(form.recalculates ? "change of an entry, recalculating, on order" : "change of an entry on order", key_, amount);
-        require(ledger::changeEntry(session_, form));
+        require(ledger::changeEntry(session_, OrderKey(key_), LedgerKey(chosen_.key), form));
         at().ledger[chosen_.kind] += amount - chosen_.amount;
         if (form.recalculates)
             at().owed = std::max<Won>(0, at().balance());
@@ -306,7 +308,7 @@ private:
             return;
         const int code = roll(5), amount = money(); // 0: none chosen
         note("entry rewritten", chosen_.key, amount);
-        ledger::change(*gcnnMasterDB, chosen_.key, {Patient, key_, day(), qint16(code), amount, {}});
+        ledger::change(*gcnnMasterDB, LedgerKey(chosen_.key), {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, {}});
         at().ledger[chosen_.kind] -= chosen_.amount;
         at().ledger[code ? std::size_t(code) : chosen_.kind] += amount;
     }
@@ -323,7 +325,7 @@ private:
     {
         const int amount = money();
         note("collect outstanding money of order", key_, amount);
-        outstanding::pay(*gcnnMasterDB, {Patient, key_, day(), ledger::Payment, amount, QStringLiteral("10")});
+        outstanding::pay(*gcnnMasterDB, {CustomerKey(Patient), OrderKey(key_), day(), ledger::Payment, amount, QStringLiteral("10")});
         book(ledger::Payment, amount);
         if (at().owed)
             addOwed(-amount);
@@ -332,7 +334,7 @@ private:
     {
         note("delete order", key_);
         orders().Resync();
-        require(sales_.deleteOrder() == Outcome::Done);
+        require(sales_.deleteOrder(OrderKey(key_)) == Outcome::Done);
         books_.erase(key_);
     }
     /// An order of the time before outstanding money was kept, written by another desk.

@@ -50,14 +50,16 @@ TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToT
 TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
 {
     using runtime::Currency;
+    const CustomerKey patient(41);
+    const OrderKey first(1);
     const QDate day(2026, 11, 24);
     openOrder(1000, QStringLiteral("500"));
     const struct { ledger::FirstPayment payment; Rows rows; } cases[] = {
-        {{41, 1, day, 0, 0, 0, 0}, {}},
-        {{41, 1, day, -2700, -50, -1200, -1}, {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|",
+        {{patient, first, day, 0, 0, 0, 0}, {}},
+        {{patient, first, day, -2700, -50, -1200, -1}, {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|",
                                                 "2026-11-24|3|-1|01|"}},
-        {{41, 1, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
-        {{41, 1, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
+        {{patient, first, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
+        {{patient, first, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
     };
     for (const auto &c : cases) {
         ledger::appendFirstPayment(*gcnnMasterDB, c.payment);
@@ -65,7 +67,7 @@ TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
         atOtherDesk("DELETE FROM tPSTransaction");
     }
 
-    ledger::addOutstanding(*session_.rsCustSaleMaster, Currency::fromWon(-700));
+    ledger::addOutstanding(*session_.rsCustSaleMaster, first, Currency::fromWon(-700));
     EXPECT_EQ(outstanding(), "-200");
 }
 
@@ -121,7 +123,7 @@ TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialo
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
         allowAgain();
         // Nothing of the failed save rides along with a later one.
-        ledger::addOutstanding(*session_.rsCustSaleMaster, runtime::Currency::fromWon(1));
+        ledger::addOutstanding(*session_.rsCustSaleMaster, OrderKey(session_.rsCustSaleMaster->value("OrdM_PK")), runtime::Currency::fromWon(1));
         EXPECT_EQ(outstanding(), "6");
         atOtherDesk("DELETE FROM tPSTransaction");
     }

@@ -1,4 +1,4 @@
-#include "sales/OrderOperations.h"
+#include "sales/OrderSave.h"
 
 #include "data/clsSQL.h"
 #include "tests/sales/SaleDesk.h"
@@ -30,9 +30,17 @@ protected:
                     "FROM tPSOrderDetail ORDER BY OrdD_PK");
     }
 
-    static EntryLine line(const char *quantity, const char *discount = "\\0", std::int16_t kind = 0)
+    EntryLine line(const char *quantity, const char *discount = "\\0", std::int16_t kind = 0)
     {
-        return {kind, QString::fromUtf8(discount), QString::fromUtf8(quantity)};
+        EntryLine typed{kind, QString::fromUtf8(discount), QString::fromUtf8(quantity), {}, {}};
+        operations_.takeCurrentProduct(typed);
+        return typed;
+    }
+    Outcome save(const OrderEdit &edit)
+    {
+        OrderSave save(session_);
+        save.begin({});
+        return save.save(edit);
     }
 
     OrderOperations operations_{session_, [] { return today(); }};
@@ -83,7 +91,7 @@ TEST_F(OrderFlow, QuantitiesAndDiscountsAreConvertedWhereTheLineIsWritten)
         SCOPED_TRACE(qPrintable(c.typed.quantity + QLatin1Char('/') + c.typed.unitDiscount));
         session_.rsCustSaleMaster->Requery();
         const std::size_t before = lines().size();
-        EXPECT_EQ(operations_.addDetailToSelectedOrder(c.typed), c.onSelected);
+        EXPECT_EQ(operations_.addDetailToSelectedOrder(operations_.currentOrder(), c.typed), c.onSelected);
         EXPECT_EQ(lines().size(), before + (c.onSelected == Outcome::Done));
         EXPECT_EQ(operations_.addDetailToNewOrder(c.typed), c.onNewOrder);
         EXPECT_EQ(lines().size(), before + (c.onSelected == Outcome::Done) + (c.onNewOrder == Outcome::Done));
@@ -134,7 +142,7 @@ TEST_F(OrderFlow, AnEditIsSavedFieldByFieldAndLeavesTheSumsAlone)
     atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Total = 9000");
     session_.rsCustSaleMaster->Requery();
 
-    EXPECT_EQ(operations_.saveOrder(typedEdit), Outcome::Done);
+    EXPECT_EQ(save(typedEdit), Outcome::Done);
     EXPECT_THAT(rows("SELECT OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Tel, OrdM_Cel, OrdM_TakbaeMemo, "
                      "OrdM_ETCMemo, OrdM_HalinTotal, OrdM_Misugum, OrdM_Total FROM tPSOrderMaster"),
                 ElementsAre("2026-11-20|2|부산시|051|010|문앞|단골|100|-1500|9000"));
@@ -147,10 +155,10 @@ TEST_F(OrderFlow, AnEditWithoutAnAmountChangesNothingAndDoesNotStandInTheWay)
 
     OrderEdit noAmount = typedEdit;
     noAmount.outstanding.clear();
-    EXPECT_EQ(operations_.saveOrder(noAmount), Outcome::Failed);
+    EXPECT_EQ(save(noAmount), Outcome::Failed);
     EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Misugum FROM tPSOrderMaster"), ElementsAre("NULL|0"));
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_EQ(operations_.saveOrder(typedEdit), Outcome::Done);
+    EXPECT_EQ(save(typedEdit), Outcome::Done);
 }
 
 TEST_F(OrderFlow, AnOrderGoesWithItsLinesAndItsOwnLedgerRows)
@@ -162,7 +170,7 @@ TEST_F(OrderFlow, AnOrderGoesWithItsLinesAndItsOwnLedgerRows)
     session_.rsCustSaleMaster->Requery();
     select(2);
     openDetails(2);
-    EXPECT_EQ(operations_.deleteOrder(), Outcome::Done);
+    EXPECT_EQ(operations_.deleteOrder(OrderKey(2)), Outcome::Done);
     EXPECT_THAT(orders(), ElementsAre("1|2026-11-23|0"));
     EXPECT_THAT(lines(), ElementsAre("1|1|1000|0|1|0"));
     EXPECT_THAT(rows("SELECT tpstrans_OrderM_PK, tpstrans_Money FROM tPSTransaction"), ElementsAre("1|1000", "2|77"));
@@ -175,9 +183,9 @@ TEST_F(OrderFlow, TheLastLineLeavesItsOrderWithZeroSumsAndItsLedger)
     atOtherDesk("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Money) VALUES (41, 1, 2000)");
     openDetails(1);
 
-    EXPECT_EQ(operations_.deleteDetail(), Outcome::Done);
+    EXPECT_EQ(operations_.deleteDetail(OrderKey(1), LineKey(1)), Outcome::Done);
     EXPECT_THAT(lines(), IsEmpty());
     EXPECT_THAT(orders(), ElementsAre("1|2026-11-24|0"));
     EXPECT_THAT(rows("SELECT COUNT(*) FROM tPSTransaction"), ElementsAre("1"));
-    EXPECT_EQ(operations_.deleteDetail(), Outcome::Failed) << "nothing is left to delete";
+    EXPECT_EQ(operations_.deleteDetail(OrderKey(1), LineKey(1)), Outcome::Conflict) << "nothing is left to delete";
 }

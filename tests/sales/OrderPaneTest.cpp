@@ -74,8 +74,10 @@ TEST_F(OrderPaneTest, AnEditIsSavedAndTheFormLockedAgain)
     EXPECT_EQ(desk().orders->intOrderEditState(), 1);
     EXPECT_FALSE(desk().at("c1elaList_1").isEnabled());
     EXPECT_TRUE(desk().at("chkcmdCSSaveInfo_0").isVisible());
-    EXPECT_TRUE(desk().at<QLineEdit>("txtOrderMaster_1").isReadOnly()) << "the discount total is no field of the edit";
+    for (const char *sum : {"txtOrderMaster_0", "txtOrderMaster_8", "txtOrderMaster_9"})
+        EXPECT_TRUE(desk().at<QLineEdit>(sum).isReadOnly()) << sum << " comes from the lines";
 
+    desk().type("txtOrderMaster_1", "250");
     desk().type("txtOrderMaster_2", " 부산 ");
     desk().type("txtOrderMaster_7", "1234");
     desk().at<QDateEdit>("dtpOrderMasterDate").setDate(QDate(2026, 11, 21));
@@ -84,11 +86,12 @@ TEST_F(OrderPaneTest, AnEditIsSavedAndTheFormLockedAgain)
 
     EXPECT_THAT(reader_.take(), IsEmpty());
     EXPECT_THAT(rows("SELECT OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Misugum, OrdM_HalinTotal, OrdM_Tel FROM "
-                     "tPSOrderMaster WHERE OrdM_PK = 1"), ElementsAre("2026-11-21|1|부산|1234|100|02"));
+                     "tPSOrderMaster WHERE OrdM_PK = 1"), ElementsAre("2026-11-21|1|부산|1234|250|02"));
     EXPECT_EQ(desk().orders->intOrderEditState(), -1);
     EXPECT_TRUE(desk().at("c1elaList_1").isEnabled());
     EXPECT_FALSE(desk().at("chkcmdCSSaveInfo_0").isVisible());
-    EXPECT_TRUE(desk().at<QLineEdit>("txtOrderMaster_2").isReadOnly());
+    for (const char *field : {"txtOrderMaster_1", "txtOrderMaster_2"})
+        EXPECT_TRUE(desk().at<QLineEdit>(field).isReadOnly()) << field;
     EXPECT_EQ(desk().focusWidget(), &desk().at("tdbCustSaleMaster"));
     EXPECT_EQ(desk().painted, 1);
     EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
@@ -106,22 +109,45 @@ TEST_F(OrderPaneTest, ACancelledEditShowsTheOrderAsItIs)
     EXPECT_EQ(desk().orders->intOrderEditState(), -1);
 }
 
-TEST_F(OrderPaneTest, AnEditThatMeetsAnotherDesksChangeIsToldAndNotSaved)
+TEST_F(OrderPaneTest, AnEditLeavesAloneWhatAnotherDeskWroteToOtherFields)
 {
     twoOrders();
     open();
     desk().push("chkCmdOrderMasterED_0");
     desk().type("txtOrderMaster_2", "부산");
-    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Tel = '031' WHERE OrdM_PK = 1");
+    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Tel = '031', OrdM_HalinTotal = 300, OrdM_Misugum = 70, OrdM_Total = 9000 "
+                "WHERE OrdM_PK = 1"); // a line, a payment and a telephone
     desk().push("chkcmdCSSaveInfo_0");
-    EXPECT_THAT(reader_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
-    EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Tel FROM tPSOrderMaster WHERE OrdM_PK = 1"), ElementsAre("서울|031"));
+    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Tel, OrdM_HalinTotal, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = 1"),
+                ElementsAre("부산|031|300|70"));
     EXPECT_EQ(desk().text("txtOrderMaster_4"), "031");
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    desk().push("chkCmdOrderMasterED_0");
-    desk().type("txtOrderMaster_2", "부산");
-    desk().push("chkcmdCSSaveInfo_0");
-    EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Tel FROM tPSOrderMaster WHERE OrdM_PK = 1"), ElementsAre("부산|031"));
+}
+
+TEST_F(OrderPaneTest, AFieldThatBothDesksWroteIsToldOnceAndTheTypedTextStays)
+{
+    const QStringList changes{QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Address = '대구' WHERE OrdM_PK = 1"),
+                              QStringLiteral("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 1")};
+    const Rows written[] = {{"1|부산", "2|NULL"}, {"2|NULL"}};
+    twoOrders();
+    open();
+    for (qsizetype at = 0; at < changes.size(); ++at) {
+        SCOPED_TRACE(qPrintable(changes[at]));
+        desk().push("chkCmdOrderMasterED_0");
+        desk().type("txtOrderMaster_2", "부산");
+        atOtherDesk(changes[at]);
+        desk().push("chkcmdCSSaveInfo_0");
+        EXPECT_THAT(reader_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
+        EXPECT_FALSE(gcnnMasterDB->inTransaction());
+        EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
+        EXPECT_EQ(desk().orders->intOrderEditState(), 1) << "the user decides over what was typed";
+        desk().push("chkcmdCSSaveInfo_0"); // told once: the last writer wins, but never over a row that is gone
+        EXPECT_EQ(rows("SELECT OrdM_PK, OrdM_Address FROM tPSOrderMaster ORDER BY OrdM_PK"), written[at]);
+        if (desk().orders->intOrderEditState() == 1)
+            desk().push("chkcmdCSSaveInfo_1");
+        reader_.take();
+    }
+    EXPECT_EQ(desk().orders->intOrderEditState(), -1);
 }
 
 TEST_F(OrderPaneTest, AReloadDoesNotWipeAFormInEdit)

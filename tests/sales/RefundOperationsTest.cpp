@@ -115,10 +115,10 @@ TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
 TEST_F(LineTakenBack, ALineChangedAtAnotherDeskIsNotTakenBack)
 {
     const SoldLine sold = operations_.currentLine();
-    atOtherDesk("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 창구'");
-    EXPECT_THROW(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), runtime::RuntimeError);
+    atOtherDesk("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 데스크'");
+    EXPECT_EQ(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), Outcome::Conflict);
     EXPECT_TRUE(runtime::isNull(session_.rsCustSaleDetails->value("OrdD_RfndMemo"))) << "nothing stays pending";
-    EXPECT_THAT(notes(), ElementsAre("다른 창구"));
+    EXPECT_THAT(notes(), ElementsAre("다른 데스크"));
     EXPECT_THAT(lines(), ElementsAre(soldLine));
     EXPECT_EQ(takeBack(-1, "2026-11-20"), Outcome::Done);
 }

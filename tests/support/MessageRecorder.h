@@ -6,6 +6,8 @@
 #include <QString>
 
 #include <deque>
+#include <functional>
+#include <utility>
 
 /// Stands in for the person who answers message boxes: answers from a queue, Confirm when the queue is empty and the box
 /// has one button, and keeps what was asked. A question without an answer in the queue answers No.
@@ -18,6 +20,8 @@ public:
     {
         controls::setMessageHandler([this](const QString &text, int flags, const QString &title) {
             messages.append({text, flags, title});
+            if (const auto act = std::exchange(whileItStands, {}))
+                act();
             if (answers.empty())
                 return flags & 0xF ? controls::Answer::No : controls::Answer::Confirm;
             const controls::Answer answer = answers.front();
@@ -37,6 +41,8 @@ public:
         return all;
     }
 
+    /// What happens once while the next box stands.
+    std::function<void()> whileItStands;
     std::deque<controls::Answer> answers;
     QList<Message> messages;
 };

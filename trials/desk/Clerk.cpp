@@ -147,7 +147,9 @@ EntryLine Clerk::lineFor(qint64 token)
 {
     ado::Recordset &products = *session_.rsSaleProductLists;
     products.moveTo(roll(products.rowCount()));
-    return {0, QString::number(token), QString::number(1 + roll(4))};
+    EntryLine line{0, QString::number(token), QString::number(1 + roll(4)), {}, {}};
+    sales_.takeCurrentProduct(line);
+    return line;
 }
 
 void Clerk::sellOnNewOrder()
@@ -165,7 +167,7 @@ void Clerk::sell()
 {
     const qint64 token = next();
     const EntryLine line = lineFor(token);
-    perform("sell", {{"token", token}, {"order", order_}}, [&] { return sales_.addDetailToSelectedOrder(line); });
+    perform("sell", {{"token", token}, {"order", order_}}, [&] { return sales_.addDetailToSelectedOrder(OrderKey(order_), line); });
 }
 
 void Clerk::takeBack()
@@ -190,8 +192,9 @@ void Clerk::deleteLine()
         return;
     const ado::Recordset &line = *session_.rsCustSaleDetails;
     const bool sold = runtime::CInt(line[QStringLiteral("OrdD_Count")]) > 0;
+    const LineKey key(line[QStringLiteral("OrdD_PK")]);
     const QVariant token = line[sold ? QStringLiteral("OrdD_HalinUnit") : QStringLiteral("OrdD_UnitPrice")];
-    perform("delete-line", {{"gone", runtime::CLng(token)}, {"order", order_}}, [&] { return sales_.deleteDetail(); });
+    perform("delete-line", {{"gone", runtime::CLng(token)}, {"order", order_}}, [&] { return sales_.deleteDetail(OrderKey(order_), key); });
 }
 
 void Clerk::editOrder()
@@ -205,15 +208,18 @@ void Clerk::editOrder()
         edit = {text("OrdM_Address"), text("OrdM_Cel"), text("OrdM_Tel"), text("OrdM_TakbaeMemo"), QString::number(token),
                 text("OrdM_HalinTotal"), text("OrdM_Misugum"), roll(2) == 1, order[QStringLiteral("OrdM_Date")].toDate()};
         before = text("OrdM_ETCMemo").toLongLong();
+        OrderEdit shown = edit;
+        shown.memo = text("OrdM_ETCMemo");
+        save_.begin(shown);
     } catch (const RuntimeError &) {
         return; // deleted while it was looked at
     }
-    perform("edit", {{"token", token}, {"before", before}, {"order", order_}}, [&] { return sales_.saveOrder(edit); });
+    perform("edit", {{"token", token}, {"before", before}, {"order", order_}}, [&] { return save_.save(edit); });
 }
 
 void Clerk::deleteOrder()
 {
-    perform("delete", {{"order", order_}}, [&] { return sales_.deleteOrder(); });
+    perform("delete", {{"order", order_}}, [&] { return sales_.deleteOrder(OrderKey(order_)); });
 }
 
 } // namespace trial

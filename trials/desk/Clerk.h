@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sales/OrderSave.h"
 #include "sales/RefundOperations.h"
 #include "session/SaleSession.h"
 #include "trials/desk/Journal.h"
@@ -70,6 +71,7 @@ private:
     qint64 token_;
     SaleSession session_;
     OrderOperations sales_{session_};
+    OrderSave save_{session_};
     RefundOperations returns_{session_};
     qint32 order_ = 0; ///< stood on; 0 none
     qint64 seen_ = 0;  ///< when the first of the rows in hand was read

@@ -25,8 +25,8 @@ void Clerk::payFirst()
 {
     Numbers numbers{{"order", order_}};
     ledger::FirstPayment payment;
-    payment.lngCustPK = session_.customer.lngCustPK;
-    payment.lngOrdMPK = order_;
+    payment.customer = session_.customer.key();
+    payment.order = OrderKey(order_);
     payment.date = day();
     // In the order in which the operation writes them.
     const std::pair<const char *, float *> parts[] = {
@@ -50,7 +50,7 @@ void Clerk::payFurther()
     const qint64 token = next();
     const auto kind = qint16(1 + roll(4));
     const bool paid = perform("pay-more", {{"token", token}, {"order", order_}}, [&] {
-        ledger::append(*gcnnMasterDB, {session_.customer.lngCustPK, order_, day(), kind, qint32(token), ledger::CardMethod});
+        ledger::append(*gcnnMasterDB, {session_.customer.key(), OrderKey(order_), day(), kind, qint32(token), ledger::CardMethod});
         return Outcome::Done;
     });
     if (paid && roll(2))
@@ -60,7 +60,7 @@ void Clerk::payFurther()
 void Clerk::owe(qint64 won)
 {
     perform("owe", {{"owed", won}, {"order", order_}}, [&] {
-        ledger::addOutstanding(*session_.rsCustSaleMaster, runtime::Currency::fromWon(won));
+        ledger::addOutstanding(*session_.rsCustSaleMaster, OrderKey(order_), runtime::Currency::fromWon(won));
         return Outcome::Done;
     });
 }
@@ -69,7 +69,7 @@ void Clerk::collect()
 {
     const qint64 token = next();
     perform("collect", {{"token", token}, {"owed", -token}, {"order", order_}}, [&] {
-        outstanding::pay(*gcnnMasterDB, {session_.customer.lngCustPK, order_, day(), ledger::Payment, qint32(token),
+        outstanding::pay(*gcnnMasterDB, {session_.customer.key(), OrderKey(order_), day(), ledger::Payment, qint32(token),
                                          QStringLiteral("10")});
         return Outcome::Done;
     });
@@ -85,7 +85,7 @@ void Clerk::addEntry()
     entry.intOperator = ledger::Payment;
     entry.money = runtime::Currency::fromWon(token);
     perform("entry", {{"token", token}, {"order", order_}},
-            [&] { return ledger::addEntry(session_, entry) ? Outcome::Done : Outcome::Failed; });
+            [&] { return ledger::addEntry(session_, OrderKey(order_), entry) ? Outcome::Done : Outcome::Failed; });
 }
 
 void Clerk::deleteEntry()

@@ -3,7 +3,7 @@
 #include "products/DealerOperations.h"
 #include "products/IncomingOperations.h"
 #include "products/ProductOperations.h"
-#include "sales/OrderOperations.h"
+#include "sales/OrderSave.h"
 #include "session/modGlobalVars.h"
 
 #include <QCoreApplication>
@@ -52,7 +52,9 @@ bool saveFirstRow(SaleSession &session, const QString &what, const QString &name
     order.memo = order.address = name;
     order.discountTotal = order.outstanding = QStringLiteral("0");
     order.date = day;
-    return OrderOperations(session).saveOrder(order) == Outcome::Done;
+    OrderSave save(session);
+    save.begin({});
+    return save.save(order) == Outcome::Done;
 }
 
 /// Reads the first rows, says so, waits for a line of input and saves the row that is asked for.
