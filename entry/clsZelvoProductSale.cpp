@@ -8,6 +8,8 @@
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
+#include <QScopedValueRollback>
+
 namespace {
 
 // What a look at the central product server says.
@@ -22,6 +24,9 @@ Customer customerOf(qint32 lngCustPK, const QString &strName, const QString &str
     customer.vip = QStringLiteral("");
     return customer;
 }
+
+/// An entry is under way: it may stand in a box before there is a window.
+bool entering = false;
 
 void tellAboutServer(const QString &text, const QString &title)
 {
@@ -114,7 +119,8 @@ bool clsZelvoProductSale::settleProductServer(const ado::ConnectionPtr &cnnMaste
 /// The server's own errors go to the host, so this is no event; yet its boxes keep other entries waiting.
 void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    const controls::EventScope scope;
+    const controls::EventScope scope; // the end of it is a moment to go on with what waits
+    const QScopedValueRollback guard(entering, true);
     if (settleProductServer(cnnMasterDB))
         (frmMain::instance().*entry)(cnnMasterDB, customer);
 }
@@ -123,8 +129,9 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
 /// end on the customer with whom it began.
 qint16 clsZelvoProductSale::enter(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    if (controls::eventIsRunning() || controls::eventsWait())
-        controls::afterEvents([=] { enterNow(entry, cnnMasterDB, customer); });
+    const auto busy = [] { return entering || frmMain::isAtWork(); };
+    if (busy() || controls::workWaits())
+        controls::runWhenFree(busy, [=] { enterNow(entry, cnnMasterDB, customer); });
     else
         enterNow(entry, cnnMasterDB, customer);
     return 0;

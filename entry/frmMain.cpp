@@ -244,9 +244,9 @@ void frmMain::paintEntryColors()
 void frmMain::closeEvent(QCloseEvent *event)
 {
     // The work that stands in a box or a dialog of ours ends on the window in which it began.
-    if (!closesNow_ && controls::eventIsRunning() && QApplication::activeModalWidget()) {
+    if (!closesNow_ && controls::eventRunsIn(*this) && QApplication::activeModalWidget()) {
         if (!std::exchange(closingWaits_, true))
-            controls::afterEvents([self = QPointer<frmMain>(this)] {
+            whenFree([self = QPointer<frmMain>(this)] {
                 if (self)
                     self->closeNow();
             });
@@ -254,11 +254,21 @@ void frmMain::closeEvent(QCloseEvent *event)
         return;
     }
     // A program that is left closes the dialogs first: their work still unwinds, and the window unloads when it goes.
-    if (closesNow_ || !controls::eventIsRunning())
+    if (closesNow_ || !controls::eventRunsIn(*this))
         controls::runEvent([this] { unload(); });
     // A later entry in the same event-loop turn must not meet the window that is going.
     defaultInstance.clear();
     QMainWindow::closeEvent(event);
+}
+
+bool frmMain::isAtWork()
+{
+    return defaultInstance && controls::eventRunsIn(*defaultInstance);
+}
+
+void frmMain::whenFree(std::function<void()> work)
+{
+    controls::runWhenFree(&frmMain::isAtWork, std::move(work));
 }
 
 void frmMain::closeNow()

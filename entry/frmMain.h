@@ -37,6 +37,9 @@ public:
 
     ~frmMain() override;
 
+    /// Whether a flow of the window is under way, perhaps in a box or a dialog that waits for the user.
+    static bool isAtWork();
+
     /// Both return 0 always; errors end here.
     qint16 showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
     qint16 showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
@@ -69,6 +72,7 @@ private:
     /// Orders, lines and ledger after another desk was quicker, each standing where it stood as far as that is there.
     void readAnew();
     void closeNow();
+    static void whenFree(std::function<void()> work);
     void openSaleRecordsets();
     void showNoOrder();
     void bringUp();

@@ -40,7 +40,7 @@ QString saleCaption(const QString &name)
 
 qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    controls::runEvent([&] {
+    const auto begin = [&] {
         beginSession(cnnMasterDB, customer);
         c1tabMain_->setCurrentIndex(SaleTabIndex);
         openSaleRecordsets();
@@ -49,13 +49,14 @@ qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const
         entryPane_->txtSaleProductLists(5)->setFocus();
         restoreMainWindowLayout(*this, *saleTab_->columns());
         repaint();
-    });
+    };
+    controls::runEvent(begin, this);
     return 0;
 }
 
 qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    controls::runEvent([&] {
+    const auto begin = [&] {
         beginSession(cnnMasterDB, customer);
         openSaleRecordsets();
         // This entry makes both lists twice. The grids are bound to the second ones: a grid that drove the first would
@@ -71,7 +72,8 @@ qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB,
         centerFormOnScreen();
         bringUp();
         productPane_->grid()->setFocus();
-    });
+    };
+    controls::runEvent(begin, this);
     return 0;
 }
 
@@ -124,7 +126,7 @@ void frmMain::tellAbandonedEdit(const QString &code, const QString &customer)
     const QString text = QStringLiteral("새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
                                         "필요하면 다시 수정하십시오: ")
         + what;
-    controls::afterEvents([text, self = QPointer<frmMain>(this)] {
+    whenFree([text, self = QPointer<frmMain>(this)] {
         controls::MsgBox(text, controls::InformationIcon, QStringLiteral("수정 취소"), self);
     });
 }
@@ -219,6 +221,8 @@ void frmMain::unload()
         for (controls::RecordsetGrid *grid : findChildren<controls::RecordsetGrid *>())
             grid->setDataSource(nullptr);
         session_.release();
+        if (!existing() || existing() == this) // a window that came after it has the connection that it was given
+            gcnnMasterDB.reset();
     });
     saveMainWindowLayout(*this, saleTab_->wasShown() ? saleTab_->columns() : nullptr);
 }

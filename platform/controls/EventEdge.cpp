@@ -6,38 +6,52 @@
 
 #include <QCoreApplication>
 #include <QMetaObject>
+#include <QPointer>
 
+#include <algorithm>
 #include <deque>
 #include <new>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace controls {
 
 namespace {
 
-int running = 0;
-
-std::deque<std::function<void()>> &waiting()
+/// Where handlers are at work, the innermost last.
+std::vector<QPointer<const QWidget>> &running()
 {
-    static std::deque<std::function<void()>> works;
+    static std::vector<QPointer<const QWidget>> sources;
+    return sources;
+}
+
+struct WaitingWork
+{
+    std::function<bool()> busy;
+    std::function<void()> run;
+};
+
+std::deque<WaitingWork> &waiting()
+{
+    static std::deque<WaitingWork> works;
     return works;
 }
 
 void runWaiting()
 {
     // One at a time: each may open a box, and then the next waits for its end.
-    if (running > 0 || waiting().empty())
+    if (waiting().empty() || waiting().front().busy())
         return;
-    const std::function<void()> work = std::move(waiting().front());
+    const WaitingWork next = std::move(waiting().front());
     waiting().pop_front();
-    runEvent(work);
+    runEvent(next.run);
 }
 
 /// From the event loop: whoever has just ended may still stand on objects that the work takes away.
 void runWaitingSoon()
 {
-    if (running == 0 && !waiting().empty() && qApp)
+    if (!waiting().empty() && qApp)
         QMetaObject::invokeMethod(qApp, &runWaiting, Qt::QueuedConnection);
 }
 
@@ -69,36 +83,40 @@ std::optional<QString> runGuarded(const std::function<void()> &handler)
 
 } // namespace
 
-EventScope::EventScope()
+EventScope::EventScope(const QWidget *source)
 {
-    ++running;
+    running().emplace_back(source);
 }
 
 EventScope::~EventScope()
 {
-    --running;
+    running().pop_back();
     runWaitingSoon();
 }
 
-bool eventIsRunning()
+bool eventRunsIn(const QWidget &window)
 {
-    return running > 0;
+    return std::ranges::any_of(running(), [&](const QWidget *source) {
+        while (source && source != &window)
+            source = source->parentWidget();
+        return source != nullptr;
+    });
 }
 
-void afterEvents(std::function<void()> work)
+void runWhenFree(std::function<bool()> busy, std::function<void()> work)
 {
-    waiting().push_back(std::move(work));
+    waiting().push_back({std::move(busy), std::move(work)});
     runWaitingSoon();
 }
 
-bool eventsWait()
+bool workWaits()
 {
     return !waiting().empty();
 }
 
-void runEvent(const std::function<void()> &handler)
+void runEvent(const std::function<void()> &handler, const QWidget *source)
 {
-    const EventScope scope;
+    const EventScope scope(source);
     if (const std::optional<QString> failure = runGuarded(handler))
         MsgBox(*failure, WarningIcon);
 }

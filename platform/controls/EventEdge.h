@@ -1,41 +1,50 @@
 #pragma once
 
 #include <QObject>
+#include <QWidget>
 
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 namespace controls {
 
 /// The edge of an event handler. Runs the handler; an error that leaves it is shown in a box with its description, and
-/// transactions that the handler began and left open are rolled back. The window and the host live on.
-void runEvent(const std::function<void()> &handler);
+/// transactions that the handler began and left open are rolled back. The window and the host live on. `source` is the
+/// control in which the event happened, if it happened in one.
+void runEvent(const std::function<void()> &handler, const QWidget *source = nullptr);
 
-/// Whether a handler is still at work, perhaps in a box or a dialog that waits for the user.
-bool eventIsRunning();
+/// Whether a handler of an event in the window, or in a dialog over it, is still at work: perhaps in a box or a dialog that
+/// waits for the user. Handlers of other windows, the host's own for example, do not count.
+bool eventRunsIn(const QWidget &window);
 
-/// Marks the time of work that is no event handler, yet may open a box.
+/// Marks the time of work that may open a box, as if it were a handler.
 class EventScope
 {
 public:
-    EventScope();
+    explicit EventScope(const QWidget *source = nullptr);
     ~EventScope();
     EventScope(const EventScope &) = delete;
     EventScope &operator=(const EventScope &) = delete;
 };
 
-/// What comes from outside while a handler is at work waits until the last one has ended, and then runs from the event
-/// loop, inside an edge of its own, in the order of its coming.
-void afterEvents(std::function<void()> work);
-/// Whether something waits.
-bool eventsWait();
+/// What must not come into the middle of a handler's work: runs from the event loop, inside an edge of its own, once `busy`
+/// says no, which is asked whenever a handler has ended. Works run in the order of their coming.
+void runWhenFree(std::function<bool()> busy, std::function<void()> work);
+/// Whether such work waits.
+bool workWaits();
 
 /// Connects a signal to a handler that runs inside its own event edge.
 template <typename Sender, typename Signal, typename Handler>
 QMetaObject::Connection onEvent(Sender *sender, Signal signal, QObject *context, Handler handler)
 {
-    return QObject::connect(sender, signal, context, [handler = std::move(handler)](auto &&...args) {
-        runEvent([&] { handler(args...); });
+    const QWidget *source = nullptr;
+    if constexpr (std::is_base_of_v<QWidget, Sender>)
+        source = sender;
+    else
+        source = qobject_cast<QWidget *>(context);
+    return QObject::connect(sender, signal, context, [source, handler = std::move(handler)](auto &&...args) {
+        runEvent([&] { handler(args...); }, source);
     });
 }
 

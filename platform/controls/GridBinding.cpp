@@ -21,15 +21,15 @@ void RecordsetGrid::Private::makeHeaders()
     header = new GridHeader(grid);
     grid->setHorizontalHeader(header);
     connect(header, &QHeaderView::sectionClicked, grid, [this](int column) {
-        runEvent([&] { emit grid->headClick(column); });
+        runEvent([&] { emit grid->headClick(column); }, grid);
     });
     connect(header, &GridHeader::changedByUser, grid, [this] {
         noteWidths();
-        runEvent([&] { emit grid->layoutChanged(true); });
+        runEvent([&] { emit grid->layoutChanged(true); }, grid);
     });
     connect(header, &GridHeader::designAsked, grid, [this] {
         grid->resetLayout();
-        runEvent([&] { emit grid->layoutChanged(true); });
+        runEvent([&] { emit grid->layoutChanged(true); }, grid);
     });
 
     QHeaderView *rows = grid->verticalHeader();
@@ -95,10 +95,11 @@ void RecordsetGrid::Private::moveRecordset()
     if (following || row < 0 || !recordset() || !recordset()->isOpen() || row == recordset()->currentRow())
         return;
     const QPointer<RecordsetGrid> alive(grid);
-    runEvent([&] {
+    const auto move = [&] {
         movedByUser = true;
         recordset()->moveTo(row);
-    });
+    };
+    runEvent(move, grid);
     if (!alive)
         return;
     movedByUser = false;
@@ -121,7 +122,7 @@ void RecordsetGrid::Private::chooseCurrent(bool untold)
 void RecordsetGrid::Private::tellRowChange()
 {
     ++told;
-    runEvent([this] { emit grid->rowChange(); });
+    runEvent([this] { emit grid->rowChange(); }, grid);
 }
 
 int RecordsetGrid::Private::columnToStandIn() const
@@ -158,12 +159,13 @@ void RecordsetGrid::Private::follow(bool select)
 void RecordsetGrid::Private::takeTyped(const QModelIndex &cell, QString typed)
 {
     const GridColumn column = model.column(cell.column());
-    runEvent([&] {
+    const auto take = [&] {
         if (before)
             before(cell.column(), typed);
         const bool money = column.kind == GridColumn::Kind::Money;
         assign(cell.column(), money ? QVariant::fromValue(runtime::CCur(typed)) : QVariant(typed));
-    });
+    };
+    runEvent(take, grid);
 }
 
 void RecordsetGrid::Private::toggle(const QModelIndex &cell)
@@ -172,7 +174,7 @@ void RecordsetGrid::Private::toggle(const QModelIndex &cell)
         || !model.flags(cell).testFlag(Qt::ItemIsUserCheckable))
         return;
     const bool checked = cell.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    runEvent([&] { assign(cell.column(), !checked); });
+    runEvent([&] { assign(cell.column(), !checked); }, grid);
 }
 
 /// The value goes to the field, then the handler saves it.
@@ -184,7 +186,7 @@ void RecordsetGrid::Private::assign(int column, const QVariant &value)
     const QString field = model.column(column).field;
     const ado::Bookmark row = recordset()->bookmark();
     recordset()->setValue(field, value);
-    runEvent([&] { emit grid->afterColumnUpdate(column); });
+    runEvent([&] { emit grid->afterColumnUpdate(column); }, grid);
     if (alive)
         settle(row, field, value);
 }

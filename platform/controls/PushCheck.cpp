@@ -30,7 +30,7 @@ void PushCheck::onPush(QObject *context, std::function<void()> work)
             return;
         setValue(0); // raises the click a second time; that pass ends at the test above
         repaint();
-        runEvent(work); // may end with the button gone
+        runEvent(work, this); // may end with the button gone
     });
 }
 

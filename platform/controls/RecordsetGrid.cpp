@@ -37,7 +37,7 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     connect(this, &QTableView::clicked, this, [this](const QModelIndex &cell) { d->toggle(cell); });
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &cell) {
         if (!d->model.column(cell.column()).editable)
-            runEvent([this] { emit rowDoubleClicked(); });
+            runEvent([this] { emit rowDoubleClicked(); }, this);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "tests/entry/EntryDesk.h"
 
 #include "input/PaneContract.h"
+#include "platform/controls/EventEdge.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QDateEdit>
@@ -255,4 +256,14 @@ TEST_F(Entries, StandBesideTheOtherPublicTypes)
     }
     for (const char *name : {"DllRegisterServer", "DllUnregisterServer", "DllGetClassObject", "DllCanUnloadNow"})
         EXPECT_TRUE(QLibrary::resolve(besideTest("prjZelvoProductSale"), name)) << name;
+}
+
+// The host's handlers end at the same edge as the window's: only the window's own work makes an entry wait.
+TEST_F(Entries, OpensAtOnceFromAHandlerOfTheHost)
+{
+    controls::runEvent([this] {
+        call("showProductSale", arguments());
+        EXPECT_TRUE(isUp());
+    });
+    EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 2);
 }

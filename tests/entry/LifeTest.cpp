@@ -106,7 +106,7 @@ TEST_F(Life, ClosingKeepsTheLayoutAndGivesEverythingBackButTheConnection)
     close();
 
     EXPECT_FALSE(window()) << "the window is gone, not hidden";
-    EXPECT_EQ(database_.connection().use_count(), lent + 1) << "only the session's own hold is left";
+    EXPECT_EQ(database_.connection().use_count(), lent) << "the lent connection is not kept";
     database_.connection()->Execute("UPDATE tPSOrderMaster SET OrdM_ETCMemo = '열려 있음'");
     EXPECT_EQ(setting("ColWidth_0").toInt(), widths[0]);
     EXPECT_EQ(setting("FormPos_x").toInt(), place.x());
