@@ -90,6 +90,13 @@ TEST_P(LedgerSave, AFailureIsToldAndLeavesEverythingAsItWas)
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
         allowAgain();
     }
+    const ado::ConnectionPtr connection = std::exchange(gcnnMasterDB, nullptr);
+    for (const qint16 mode : {0, 1}) {
+        fill(3, 1, "\\5,000", true);
+        pane_->saveTrans(mode);
+        EXPECT_THAT(boxes_.take(), ElementsAre(notSaved)) << "without a connection";
+    }
+    gcnnMasterDB = connection;
     // The row of an addition is saved before the outstanding money, which fails on its own.
     refuse("BEFORE UPDATE ON tPSOrderMaster");
     fill(2, 1, "\\500", true);

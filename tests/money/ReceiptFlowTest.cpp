@@ -184,15 +184,20 @@ TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
         EXPECT_EQ(outstanding(), c.outstandingAfter);
         EXPECT_EQ(session_.rsCustTranManage->rowCount(), 2);
     }
-    takeReceipt([](const DialogDriver &form) { form.press("cmdCancel"); });
-    EXPECT_EQ(ledgerRows().size(), 2u);
+    takeReceipt([this](const DialogDriver &form) {
+        ledgerRow(1, "'2026-11-21', 3, 70, '00', ''"); // at another desk
+        atOtherDesk("UPDATE tPSTransaction SET tpstrans_OrderM_PK = (SELECT MAX(OrdM_PK) FROM tPSOrderMaster)");
+        form.press("cmdCancel");
+    });
+    EXPECT_EQ(ledgerRows().size(), 3u);
+    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 3) << "the ledger is read anew after a cancellation as well";
     EXPECT_EQ(outstanding(), "-1300");
     EXPECT_THAT(boxes_.take(), IsEmpty());
 
     refuse("BEFORE UPDATE ON tPSOrderMaster");
     takeReceipt([](const DialogDriver &form) { form.press("cmdConfirm"); });
-    EXPECT_EQ(ledgerRows().size(), 3u);
-    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 3) << "a row that is written shows, whatever comes after it";
+    EXPECT_EQ(ledgerRows().size(), 4u);
+    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 4) << "a row that is written shows, whatever comes after it";
     EXPECT_EQ(boxes_.take().size(), 1u);
 }
 
@@ -229,6 +234,12 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     EXPECT_THAT(boxes_.take(), ElementsAre("데이터베이스 접속 오류: " + connectionFailure));
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|NULL|4000|01|메모"));
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
+    allowAgain();
+
+    atOtherDesk("DELETE FROM tPSTransaction");
+    edit("optOperator_0");
+    EXPECT_THAT(boxes_.take(), ElementsAre("수납 내역 수정: 다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
+    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 0);
 }
 
 TEST_F(ReceiptButton, BothDialogsStandWhollyOnTheScreenWhenTheWindowHangsOverItsEdge)
