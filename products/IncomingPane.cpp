@@ -112,12 +112,18 @@ void IncomingPane::loadProductIncoming(ProductKey product)
     if (incoming->isOpen())
         incoming->Close();
     loaded_ = {};
-    resetPane();
-    if (!product)
+    if (!product) {
+        resetPane();
         return;
+    }
     const QPointer<IncomingPane> alive(this); // a row that is shown may open a box
-    incoming->Open(clsSQL().getProdIncomingSQL(product.number()), gcnnMasterDB, ado::CursorType::Keyset,
-                   ado::LockType::Optimistic);
+    try {
+        incoming->Open(clsSQL().getProdIncomingSQL(product.number()), gcnnMasterDB, ado::CursorType::Keyset,
+                       ado::LockType::Optimistic);
+    } catch (const runtime::RuntimeError &) {
+        resetPane();
+        throw;
+    }
     if (!alive)
         return;
     loaded_ = product;
