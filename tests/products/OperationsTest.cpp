@@ -145,6 +145,7 @@ TEST_P(Shop, AnEditSavesTheProductItBeganWith)
     ado::Recordset &list = *desk().session.rsSaleProductListsManager;
     list.moveTo(1);
     desk().products.beginChange();
+    run("UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_PK = 2"); // what no save assigns takes no part
     list.Requery(); // stands on the first product again
     EXPECT_EQ(desk().products.change(tea()), SaveOutcome::Saved);
     EXPECT_THAT(rows("SELECT PM_Name FROM tPSProductMaster ORDER BY PM_PK"), ElementsAre("첫째", "감초차"));
