@@ -1,7 +1,7 @@
 #include "products/DealerOperations.h"
 
 #include "data/clsSQL.h"
-#include "platform/runtime/Conversions.h"
+#include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
 
 DealerOperations::DealerOperations(SaleSession &session)
@@ -11,15 +11,15 @@ DealerOperations::DealerOperations(SaleSession &session)
 
 SaveOutcome DealerOperations::add(const DealerEdit &edit)
 {
-    return save(edit, true);
+    return save({}, edit);
 }
 
-SaveOutcome DealerOperations::change(const DealerEdit &edit)
+SaveOutcome DealerOperations::change(DealerKey dealer, const DealerEdit &edit)
 {
-    return save(edit, false);
+    return dealer ? save(dealer, edit) : SaveOutcome::Failed;
 }
 
-SaveOutcome DealerOperations::save(const DealerEdit &edit, bool isNew)
+SaveOutcome DealerOperations::save(DealerKey dealer, const DealerEdit &edit)
 {
     if (edit.name.isEmpty())
         return SaveOutcome::Refused;
@@ -27,8 +27,10 @@ SaveOutcome DealerOperations::save(const DealerEdit &edit, bool isNew)
         return SaveOutcome::Failed;
     ado::Recordset &dealers = *session_.rsCompanyMaster;
     return saveTrapped(dealers, [&] {
-        if (isNew)
+        if (!dealer)
             dealers.AddNew();
+        else if (!dealers.moveToKey(dealer.bookmark()))
+            raiseConflict();
         dealers.setValue(QStringLiteral("CM_Name"), edit.name);
         dealers.setValue(QStringLiteral("CM_RegNum"), edit.regNum);
         dealers.setValue(QStringLiteral("CM_Address"), edit.address);
@@ -40,14 +42,15 @@ SaveOutcome DealerOperations::save(const DealerEdit &edit, bool isNew)
     });
 }
 
-DealerOperations::Deletion DealerOperations::deleteCurrent()
+DealerOperations::Deletion DealerOperations::remove(DealerKey dealer)
 {
-    ado::Recordset &dealers = *session_.rsCompanyMaster;
-    const std::int32_t lngCMPK = runtime::CLng(dealers[QStringLiteral("CM_PK")]);
     const std::int16_t used =
-        countOf(gcnnMasterDB, clsSQL().getNumOfUsedCmpnySQL(lngCMPK), QStringLiteral("CMPNYCOUNT"), -1);
+        countOf(gcnnMasterDB, clsSQL().getNumOfUsedCmpnySQL(dealer.number()), QStringLiteral("CMPNYCOUNT"), -1);
     if (used != 0)
         return used > 0 ? Deletion::InUse : Deletion::Unknown;
+    ado::Recordset &dealers = *session_.rsCompanyMaster;
+    if (!dealers.moveToKey(dealer.bookmark()))
+        raiseConflict();
     dealers.Delete();
     return Deletion::Deleted;
 }

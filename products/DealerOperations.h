@@ -1,6 +1,7 @@
 #pragma once
 
 #include "products/RecordSave.h"
+#include "session/Keys.h"
 #include "session/SaleSession.h"
 
 #include <QString>
@@ -32,13 +33,14 @@ public:
 
     /// Saves a new dealer. Refused without a name, before anything is begun; a blank is a name.
     SaveOutcome add(const DealerEdit &edit);
-    /// The same for the current dealer.
-    SaveOutcome change(const DealerEdit &edit);
-    /// Deletes the current dealer unless a purchase names it. Raises RuntimeError; a failed deletion leaves the row.
-    Deletion deleteCurrent();
+    /// The same for a dealer of the list, wherever the list stands.
+    SaveOutcome change(DealerKey dealer, const DealerEdit &edit);
+    /// Deletes the dealer unless a purchase names it. Raises RuntimeError; a failed deletion leaves the row.
+    Deletion remove(DealerKey dealer);
 
 private:
-    SaveOutcome save(const DealerEdit &edit, bool isNew);
+    /// Without a key a new one.
+    SaveOutcome save(DealerKey dealer, const DealerEdit &edit);
 
     SaleSession &session_;
 };

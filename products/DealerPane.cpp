@@ -8,8 +8,11 @@
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
 
+#include <QPointer>
+#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 using controls::InformationIcon;
@@ -20,6 +23,7 @@ namespace {
 using controls::GridColumn;
 
 const QString dealerEditCode = QStringLiteral("12");
+const QString listTitle = QStringLiteral("거래처목록");
 
 std::vector<GridColumn> dealerColumns()
 {
@@ -126,23 +130,66 @@ void DealerPane::loadCompanyMaster()
     // Bound before it opens: the row change that comes with the rows fills the panel.
     if (tdbCompanyMaster_->dataSource() != dealers)
         tdbCompanyMaster_->setDataSource(dealers);
+    const QPointer<DealerPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
     attempt([&] {
         if (dealers->isOpen())
             dealers->Close();
         dealers->Open(clsSQL().getCmpnyMstrSQL(), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
     });
+    if (!alive)
+        return;
     if (!attempt.failed())
         tdbCompanyMaster_->Rebind();
+    else if (!inEdit())
+        resetPane();
+}
+
+bool DealerPane::isLoaded() const
+{
+    return session_.rsCompanyMaster && session_.rsCompanyMaster->isOpen();
+}
+
+void DealerPane::loadIfClosed()
+{
+    if (!isLoaded())
+        loadCompanyMaster();
+}
+
+/// Whether the dealer is still there; then it is on view.
+bool DealerPane::readListAnew(DealerKey dealer)
+{
+    bool found = false;
+    {
+        const QScopedValueRollback guard(reloading_, true);
+        found = readAnew(*session_.rsCompanyMaster, dealer.bookmark());
+    }
+    fillPanel();
+    return found;
+}
+
+void DealerPane::leaveGone()
+{
+    QString told;
+    {
+        const QScopedValueRollback guard(reloading_, true);
+        told = leaveGoneRow(*session_.rsCompanyMaster, QStringLiteral("거래처"));
+    }
+    resetPane();
+    MsgBox(told, InformationIcon, listTitle, this);
 }
 
 void DealerPane::fillPanel()
 {
-    if (inEdit() || !session_.rsCompanyMaster || !session_.rsCompanyMaster->isOpen())
+    if (reloading_ || inEdit() || !isLoaded())
         return;
     const ado::Recordset &dealer = *session_.rsCompanyMaster;
     if (!dealer.hasCurrent()) {
         resetPane();
+        return;
+    }
+    if (dealer.isGone()) {
+        leaveGone();
         return;
     }
     using runtime::text;
@@ -175,6 +222,7 @@ void DealerPane::editDealer()
     intCompanyEditMode_ = -1;
     if (!SaleSession::hasCurrent(session_.rsCompanyMaster))
         return;
+    edited_ = DealerKey(session_.rsCompanyMaster->bookmark());
     shell_.enterEditMode(dealerEditCode);
     txtCmCompanyName_->setFocus();
     intCompanyEditMode_ = 1;
@@ -185,13 +233,22 @@ void DealerPane::deleteDealer()
     intCompanyEditMode_ = -1;
     if (!SaleSession::hasCurrent(session_.rsCompanyMaster))
         return;
+    const DealerKey dealer(session_.rsCompanyMaster->bookmark());
     const QString title = QStringLiteral("거래처삭제");
+    const QPointer<DealerPane> alive(this);
     if (MsgBox(QStringLiteral("거래처를 삭제하시겠습니까?"), controls::YesNo | InformationIcon, title, this)
-        != controls::Answer::Yes)
+            != controls::Answer::Yes
+        || !alive)
         return;
-    if (operations_.deleteCurrent() == DealerOperations::Deletion::InUse)
-        MsgBox(QStringLiteral("해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."),
-               InformationIcon, title, this);
+    try {
+        if (operations_.remove(dealer) == DealerOperations::Deletion::InUse)
+            MsgBox(QStringLiteral("해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."),
+                   InformationIcon, title, this);
+    } catch (const runtime::RuntimeError &error) {
+        if (!isConflict(error) || readListAnew(dealer))
+            throw;
+        leaveGone();
+    }
 }
 
 DealerEdit DealerPane::typed() const
@@ -202,40 +259,54 @@ DealerEdit DealerPane::typed() const
 
 void DealerPane::saveDealer()
 {
+    const bool changes = intCompanyEditMode_ == 1;
     SaveOutcome outcome = SaveOutcome::Saved;
     if (intCompanyEditMode_ == 0)
         outcome = operations_.add(typed());
-    else if (intCompanyEditMode_ == 1)
-        outcome = operations_.change(typed());
+    else if (changes)
+        outcome = operations_.change(edited_, typed());
+    const QPointer<DealerPane> alive(this);
     if (outcome == SaveOutcome::Refused) {
-        MsgBox(QStringLiteral("거래처이름을 입력하십시오."), InformationIcon, QStringLiteral("거래처목록"), this);
-        txtCmCompanyName_->setFocus();
+        MsgBox(QStringLiteral("거래처이름을 입력하십시오."), InformationIcon, listTitle, this);
+        if (alive)
+            txtCmCompanyName_->setFocus();
         return;
     }
-    if (outcome == SaveOutcome::Failed)
+    const bool failed = outcome == SaveOutcome::Failed;
+    if (failed)
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                QStringLiteral("저장"), this);
-    endEdit();
+    if (alive)
+        endEdit(failed && changes ? edited_ : DealerKey());
 }
 
 /// The trap of the save covers these steps as well.
-void DealerPane::endEdit()
+void DealerPane::endEdit(DealerKey dealer)
 {
     shell_.leaveEditMode(dealerEditCode);
     shell_.paintEntryColors();
+    const QPointer<DealerPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
-    attempt([this] {
-        if (session_.rsCompanyMaster)
+    attempt([&] {
+        if (!isLoaded())
+            loadCompanyMaster();
+        else if (dealer)
+            readListAnew(dealer);
+        else
             session_.rsCompanyMaster->Requery();
     });
+    if (!alive)
+        return;
     tdbCompanyMaster_->setFocus();
     intCompanyEditMode_ = -1;
 }
 
-void DealerPane::abandonEdit()
+bool DealerPane::abandonEdit()
 {
-    if (inEdit())
+    const bool open = inEdit();
+    if (open)
         endEdit();
+    return open;
 }
 
 EditModeTable DealerPane::editMode() const

@@ -3,33 +3,68 @@
 #include "data/clsSQL.h"
 #include "input/clsNumberRelated.h"
 #include "platform/runtime/Conversions.h"
+#include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int mostDigits = 9;
+
+SaveOutcome outcomeOfCheck(const IncomingEdit &edit)
+{
+    if (edit.companyTag.trimmed().isEmpty())
+        return SaveOutcome::Refused;
+    return isCountTooLong(edit.count) ? SaveOutcome::TooMuch : SaveOutcome::Saved;
+}
+
+} // namespace
 
 IncomingOperations::IncomingOperations(SaleSession &session)
     : session_(session)
 {
 }
 
-SaveOutcome IncomingOperations::add(std::int32_t lngPMPK, const IncomingEdit &edit)
+SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit)
 {
-    return save(lngPMPK, edit, true);
+    const SaveOutcome outcome = outcomeOfCheck(edit);
+    if (outcome != SaveOutcome::Saved)
+        return outcome;
+    gcnnMasterDB->BeginTrans();
+    session_.rsProductIncoming->AddNew();
+    save(product.number(), edit);
+    return outcome;
 }
 
-SaveOutcome IncomingOperations::change(std::int32_t lngPMPK, const IncomingEdit &edit)
+SaveOutcome IncomingOperations::change(IncomingKey purchase, const IncomingEdit &edit)
 {
-    return save(lngPMPK, edit, false);
+    const SaveOutcome outcome = outcomeOfCheck(edit);
+    if (outcome != SaveOutcome::Saved)
+        return outcome;
+    find(purchase);
+    gcnnMasterDB->BeginTrans();
+    save(session_.rsProductIncoming->value(QStringLiteral("PM_PK")), edit);
+    return outcome;
 }
 
-SaveOutcome IncomingOperations::save(std::int32_t lngPMPK, const IncomingEdit &edit, bool isNew)
+void IncomingOperations::remove(IncomingKey purchase)
 {
-    if (edit.companyTag.trimmed().isEmpty())
-        return SaveOutcome::Refused;
+    find(purchase);
+    session_.rsProductIncoming->Delete();
+}
+
+void IncomingOperations::find(IncomingKey purchase)
+{
+    if (!session_.rsProductIncoming->moveToKey(purchase.bookmark()))
+        raiseConflict();
+}
+
+void IncomingOperations::save(const QVariant &product, const IncomingEdit &edit)
+{
     const auto pure = [](const QString &typed) { return clsNumberRelated().GetPureNumber(typed.trimmed()); };
     ado::Recordset &incoming = *session_.rsProductIncoming;
-    gcnnMasterDB->BeginTrans();
-    if (isNew)
-        incoming.AddNew();
-    incoming.setValue(QStringLiteral("PM_PK"), lngPMPK);
+    incoming.setValue(QStringLiteral("PM_PK"), product);
     incoming.setValue(QStringLiteral("CM_PK"), runtime::Val(edit.companyTag.trimmed()));
     incoming.setValue(QStringLiteral("IN_Count"), runtime::Val(edit.count));
     incoming.setValue(QStringLiteral("IN_UnitPrice"), pure(edit.unitPrice));
@@ -39,12 +74,24 @@ SaveOutcome IncomingOperations::save(std::int32_t lngPMPK, const IncomingEdit &e
     incoming.setValue(QStringLiteral("IN_Date"), edit.date);
     incoming.Update();
     gcnnMasterDB->CommitTrans();
-    return SaveOutcome::Saved;
 }
 
-QString getCompanyName(std::int32_t lngCMPK)
+bool isCountTooLong(const QString &typed)
 {
-    ado::Recordset dealer;
-    dealer.Open(clsSQL().getCmpnyNameSQL(lngCMPK), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
-    return dealer.hasCurrent() ? runtime::text(dealer[QStringLiteral("CM_Name")]) : QString();
+    int digits = 0;
+    for (const QChar character : typed) {
+        if (character.isDigit())
+            ++digits;
+        else if (!character.isSpace() && (digits > 0 || (character != u'-' && character != u'+')))
+            break;
+    }
+    // An exponent makes a long number of few digits.
+    return digits > mostDigits || std::abs(runtime::Val(typed)) >= std::pow(10.0, mostDigits);
+}
+
+QString getCompanyName(DealerKey dealer)
+{
+    ado::Recordset name;
+    name.Open(clsSQL().getCmpnyNameSQL(dealer.number()), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    return name.hasCurrent() ? runtime::text(name[QStringLiteral("CM_Name")]) : QString();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "products/RecordSave.h"
+#include "session/Keys.h"
 #include "session/SaleSession.h"
 
 #include <QDate>
@@ -29,17 +30,24 @@ public:
     /// The session outlives the operations.
     explicit IncomingOperations(SaleSession &session);
 
-    /// Saves a new purchase of the product. Refused without a dealer, before anything is begun. Raises RuntimeError; saved
-    /// again after that, the purchase is stored once.
-    SaveOutcome add(std::int32_t lngPMPK, const IncomingEdit &edit);
-    /// The same for the current purchase, which takes the dealer of the edit, not the one it had.
-    SaveOutcome change(std::int32_t lngPMPK, const IncomingEdit &edit);
+    /// Saves a new purchase of the product. Refused without a dealer, TooMuch for a quantity of more than nine digits,
+    /// before anything is begun. Raises RuntimeError; saved again after that, the purchase is stored once.
+    SaveOutcome add(ProductKey product, const IncomingEdit &edit);
+    /// The same for a purchase of the list, wherever the list stands. It stays one of its product and takes the dealer of
+    /// the edit, not the one it had.
+    SaveOutcome change(IncomingKey purchase, const IncomingEdit &edit);
+    /// Deletes the purchase. Raises RuntimeError; a failed deletion leaves the row.
+    void remove(IncomingKey purchase);
 
 private:
-    SaveOutcome save(std::int32_t lngPMPK, const IncomingEdit &edit, bool isNew);
+    void find(IncomingKey purchase);
+    void save(const QVariant &product, const IncomingEdit &edit);
 
     SaleSession &session_;
 };
 
+/// Whether a quantity has more than nine digits before its decimal point, as one has that was scanned from a package.
+bool isCountTooLong(const QString &typed);
+
 /// The dealer's name, empty when there is no such dealer.
-QString getCompanyName(std::int32_t lngCMPK);
+QString getCompanyName(DealerKey dealer);

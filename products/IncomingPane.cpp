@@ -5,14 +5,16 @@
 #include "input/clsNumberRelated.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "products/GoneRow.h"
 #include "products/frmDealerSelect.h"
 #include "session/modGlobalVars.h"
 
-#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -20,6 +22,7 @@ using controls::MsgBox;
 namespace {
 
 const QString incomingEditCode = QStringLiteral("11");
+const QString incomingTitle = QStringLiteral("물품구매내역");
 
 double pureNumber(const QLineEdit *box)
 {
@@ -64,8 +67,8 @@ void IncomingPane::connectFields()
     connect(txtIncPriceTotal_, &QLineEdit::textChanged, this, [this](const QString &typed) {
         showMoney(txtIncPriceTotal_, clsNumberRelated().GetPureNumber(typed.trimmed()));
     });
-    connect(udIincomingCount_, &controls::Stepper::up, this, [this] { stepCount(1); });
-    connect(udIincomingCount_, &controls::Stepper::down, this, [this] { stepCount(-1); });
+    controls::onEvent(udIincomingCount_, &controls::Stepper::up, this, [this] { stepCount(1); });
+    controls::onEvent(udIincomingCount_, &controls::Stepper::down, this, [this] { stepCount(-1); });
 }
 
 // The discount is on the whole purchase, not per unit; nothing stops a negative total.
@@ -94,9 +97,9 @@ void IncomingPane::connectButtons()
     chkCmdIncSelectCompany_->onPush(this, [this] { selectDealer(); });
 }
 
-void IncomingPane::loadProductIncoming(qint32 lngPMPK)
+void IncomingPane::loadProductIncoming(ProductKey product)
 {
-    lngPMPK_ = lngPMPK;
+    product_ = product;
     // A product list that is loaded anew beneath an edit must not take the edited purchase away; the list follows then.
     if (inEdit())
         return;
@@ -108,19 +111,72 @@ void IncomingPane::loadProductIncoming(qint32 lngPMPK)
         tdbProductIncoming_->setDataSource(incoming);
     if (incoming->isOpen())
         incoming->Close();
-    incoming->Open(clsSQL().getProdIncomingSQL(lngPMPK), gcnnMasterDB, ado::CursorType::Keyset,
-                   ado::LockType::Optimistic);
-    lngLoadedPMPK_ = lngPMPK;
+    loaded_ = {};
+    if (!product) {
+        resetPane();
+        return;
+    }
+    const QPointer<IncomingPane> alive(this); // a row that is shown may open a box
+    try {
+        incoming->Open(clsSQL().getProdIncomingSQL(product.number()), gcnnMasterDB, ado::CursorType::Keyset,
+                       ado::LockType::Optimistic);
+    } catch (const runtime::RuntimeError &) {
+        resetPane();
+        throw;
+    }
+    if (!alive)
+        return;
+    loaded_ = product;
     tdbProductIncoming_->Rebind();
+}
+
+bool IncomingPane::isLoaded() const
+{
+    return session_.rsProductIncoming && session_.rsProductIncoming->isOpen();
+}
+
+void IncomingPane::loadIfClosed()
+{
+    if (isLoaded() || !product_)
+        return;
+    runtime::Attempt attempt;
+    attempt([this] { loadProductIncoming(product_); });
+}
+
+/// Whether the purchase is still there; then it is on view.
+bool IncomingPane::readListAnew(IncomingKey purchase)
+{
+    bool found = false;
+    {
+        const QScopedValueRollback guard(reloading_, true);
+        found = readAnew(*session_.rsProductIncoming, purchase.bookmark());
+    }
+    fillPanel();
+    return found;
+}
+
+void IncomingPane::leaveGone()
+{
+    QString told;
+    {
+        const QScopedValueRollback guard(reloading_, true);
+        told = leaveGoneRow(*session_.rsProductIncoming, QStringLiteral("구매내역"));
+    }
+    resetPane();
+    MsgBox(told, InformationIcon, incomingTitle, this);
 }
 
 void IncomingPane::fillPanel()
 {
-    if (inEdit() || !session_.rsProductIncoming || !session_.rsProductIncoming->isOpen())
+    if (reloading_ || inEdit() || !isLoaded())
         return;
     const ado::Recordset &incoming = *session_.rsProductIncoming;
     if (!incoming.hasCurrent()) {
         resetPane();
+        return;
+    }
+    if (incoming.isGone()) {
+        leaveGone();
         return;
     }
     txtIncCount_->setText(runtime::text(valOf(incoming[QStringLiteral("IN_Count")])));
@@ -131,7 +187,7 @@ void IncomingPane::fillPanel()
     const QVariant date = incoming[QStringLiteral("IN_Date")];
     if (!runtime::isNull(date))
         dtpIncDate_->setDate(date.toDate());
-    showCompany(getCompanyName(runtime::CLng(valOf(incoming[QStringLiteral("CM_PK")]))));
+    showCompany(getCompanyName(DealerKey(QVariant(valOf(incoming[QStringLiteral("CM_PK")])))));
 }
 
 void IncomingPane::resetPane()
@@ -154,8 +210,11 @@ void IncomingPane::addIncoming()
         return;
     }
     intIncomingEditMode_ = 0;
+    // The product on view now is the one that is bought, also when the product list comes anew beneath the edit.
+    bought_ = ProductKey(session_.rsSaleProductListsManager->bookmark());
     resetPane();
-    beginEdit();
+    shell_.enterEditMode(incomingEditCode);
+    txtIncCount_->setFocus();
 }
 
 void IncomingPane::editIncoming()
@@ -163,17 +222,10 @@ void IncomingPane::editIncoming()
     intIncomingEditMode_ = -1;
     if (!SaleSession::hasCurrent(session_.rsProductIncoming))
         return;
-    beginEdit();
-    intIncomingEditMode_ = 1;
-}
-
-void IncomingPane::beginEdit()
-{
-    // The product on view now is the one that is bought, also when the product list comes anew beneath the edit.
-    const ado::Recordset &products = *session_.rsSaleProductListsManager;
-    lngEditedPMPK_ = runtime::CLng(runtime::Val(products[QStringLiteral("PM_PK")]));
+    edited_ = IncomingKey(session_.rsProductIncoming->bookmark());
     shell_.enterEditMode(incomingEditCode);
     txtIncCount_->setFocus();
+    intIncomingEditMode_ = 1;
 }
 
 void IncomingPane::deleteIncoming()
@@ -181,10 +233,20 @@ void IncomingPane::deleteIncoming()
     intIncomingEditMode_ = -1;
     if (!SaleSession::hasCurrent(session_.rsProductIncoming))
         return;
+    const IncomingKey purchase(session_.rsProductIncoming->bookmark());
+    const QPointer<IncomingPane> alive(this);
     if (MsgBox(QStringLiteral("물품 구매내역을 삭제 하시겠습니까?"), controls::YesNo | InformationIcon,
                QStringLiteral("삭제"), this)
-        == controls::Answer::Yes)
-        tdbProductIncoming_->Delete();
+            != controls::Answer::Yes
+        || !alive)
+        return;
+    try {
+        operations_.remove(purchase);
+    } catch (const runtime::RuntimeError &error) {
+        if (!isConflict(error) || readListAnew(purchase))
+            throw;
+        leaveGone();
+    }
 }
 
 IncomingEdit IncomingPane::typed() const
@@ -198,20 +260,39 @@ IncomingEdit IncomingPane::typed() const
             dtpIncDate_->date()};
 }
 
+SaveOutcome IncomingPane::save()
+{
+    if (intIncomingEditMode_ == 0)
+        return operations_.add(bought_, typed());
+    if (intIncomingEditMode_ != 1)
+        return SaveOutcome::Saved;
+    try {
+        return operations_.change(edited_, typed());
+    } catch (const runtime::RuntimeError &error) {
+        if (isConflict(error)) {
+            // What the other desk stored shows in the list; the edit stays as typed, and may be saved over it.
+            runtime::Attempt attempt;
+            attempt([this] { readAnew(*session_.rsProductIncoming, edited_.bookmark()); });
+        }
+        throw;
+    }
+}
+
 /// No trap: an error leaves the panel in edit and is told at the edge of the event.
 void IncomingPane::saveIncoming()
 {
-    SaveOutcome outcome = SaveOutcome::Saved;
-    if (intIncomingEditMode_ == 0)
-        outcome = operations_.add(lngEditedPMPK_, typed());
-    else if (intIncomingEditMode_ == 1)
-        outcome = operations_.change(lngEditedPMPK_, typed());
-    if (outcome == SaveOutcome::Refused) {
-        MsgBox(QStringLiteral("거래처를 선택하십시오."), InformationIcon, QStringLiteral("물품구매내역"), this);
-        txtIncCompanyName_->setFocus();
+    const SaveOutcome outcome = save();
+    if (outcome == SaveOutcome::Saved) {
+        endEdit();
         return;
     }
-    endEdit();
+    const bool tooMuch = outcome == SaveOutcome::TooMuch;
+    const QPointer<IncomingPane> alive(this);
+    MsgBox(tooMuch ? QStringLiteral("구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 입력하십시오.")
+                   : QStringLiteral("거래처를 선택하십시오."),
+           InformationIcon, incomingTitle, this);
+    if (alive)
+        (tooMuch ? static_cast<QLineEdit *>(txtIncCount_) : txtIncCompanyName_)->setFocus();
 }
 
 void IncomingPane::endEdit()
@@ -220,30 +301,29 @@ void IncomingPane::endEdit()
     shell_.leaveEditMode(incomingEditCode);
     shell_.paintEntryColors();
     tdbProductIncoming_->setFocus();
-    if (lngPMPK_ != lngLoadedPMPK_)
-        loadProductIncoming(lngPMPK_);
-    else if (session_.rsProductIncoming && session_.rsProductIncoming->isOpen())
+    if (product_ != loaded_)
+        loadProductIncoming(product_);
+    else if (isLoaded())
         session_.rsProductIncoming->Requery();
 }
 
-void IncomingPane::abandonEdit()
+bool IncomingPane::abandonEdit()
 {
     if (!inEdit())
-        return;
+        return false;
     runtime::Attempt attempt; // a lost server is met by whatever begins next
     attempt([this] { endEdit(); });
+    return true;
 }
 
 void IncomingPane::selectDealer()
 {
-    // The window may go while the dialog stands over it, and takes the dialog along.
-    insFrmCompanySelect_ = new frmDealerSelect(window());
-    const QPointer<frmDealerSelect> dialog = insFrmCompanySelect_;
-    const auto release = qScopeGuard([dialog] { delete dialog.data(); });
-    connect(dialog, &frmDealerSelect::evtDealerSelected, this, &IncomingPane::insFrmCompanySelect_evtDealerSelected);
-    if (dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, txtIncCompanyName_->text().trimmed(), window(),
-                             *chkCmdIncSelectCompany_)
-        == -1)
+    const controls::Modal<frmDealerSelect> dialog(window());
+    insFrmCompanySelect_ = dialog.get();
+    connect(dialog.get(), &frmDealerSelect::evtDealerSelected, this, &IncomingPane::insFrmCompanySelect_evtDealerSelected);
+    const qint16 shown = dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, txtIncCompanyName_->text().trimmed(),
+                                              window(), *chkCmdIncSelectCompany_);
+    if (dialog && shown == -1)
         dialog->tellFailure();
 }
 

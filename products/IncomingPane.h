@@ -26,17 +26,22 @@ public:
     IncomingPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
     /// Opens the purchases of a product in rsProductIncoming and binds the grid; nothing happens while it does not exist.
-    /// Errors go to the caller. While the panel is in edit the list stays as it is, and follows when the edit ends.
-    void loadProductIncoming(qint32 lngPMPK);
+    /// Without a key the list is closed, and no server is asked. Errors go to the caller, nothing is on view then. While the
+    /// panel is in edit the list stays as it is, and follows when the edit ends.
+    void loadProductIncoming(ProductKey product);
+    bool isLoaded() const;
+    /// For a list that could not be loaded before; errors end here, told to nobody.
+    void loadIfClosed();
     /// Clears the panel, the chosen dealer included.
     void resetPane();
     /// Shows the current purchase, or clears the panel; a panel in edit is left alone. The chosen dealer's key is not
-    /// touched: an edit saves the dealer last chosen in this panel.
+    /// touched: an edit saves the dealer last chosen in this panel. A purchase that another desk deleted is told, and none
+    /// is current then.
     void fillPanel();
     /// The dealer that the dealer dialog reports; its key lies in the name box's property "Tag".
     void insFrmCompanySelect_evtDealerSelected(qint32 lngCMPK, const QString &strName);
-    /// Leaves an edit under way without saving.
-    void abandonEdit();
+    /// Leaves an edit under way without saving; whether there was one.
+    bool abandonEdit();
     /// 0 add, 1 edit, -1 neither.
     std::int16_t intIncomingEditMode() const { return intIncomingEditMode_; }
 
@@ -52,11 +57,14 @@ private:
     void connectFields();
     void connectButtons();
 
+    bool readListAnew(IncomingKey purchase);
+    void leaveGone();
+
     void addIncoming();
     void editIncoming();
-    void beginEdit();
     void deleteIncoming();
     IncomingEdit typed() const;
+    SaveOutcome save();
     void saveIncoming();
     void endEdit();
     void selectDealer();
@@ -69,9 +77,11 @@ private:
     PaneShell &shell_;
     IncomingOperations operations_;
     std::int16_t intIncomingEditMode_ = -1;
-    qint32 lngPMPK_ = -1;       ///< the product on view
-    qint32 lngLoadedPMPK_ = -1; ///< the one whose purchases are listed
-    qint32 lngEditedPMPK_ = -1; ///< the one whose purchase is in edit
+    bool reloading_ = false; ///< the list comes anew; the row to be shown is not current yet
+    ProductKey product_;     ///< on view
+    ProductKey loaded_;      ///< whose purchases are listed
+    ProductKey bought_;      ///< of the purchase that is added
+    IncomingKey edited_;
     QPointer<frmDealerSelect> insFrmCompanySelect_;
 
     std::array<QWidget *, 2> sspProductIncoming_{};

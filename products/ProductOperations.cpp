@@ -4,11 +4,17 @@
 #include "input/clsNumberRelated.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
+
+#include <QPointer>
 
 #include <algorithm>
 
 namespace {
+
+constexpr const char *savedColumns[] = {"PM_Catagory",  "PM_Name",    "PM_IsTaxed",  "PM_IsValid",
+                                        "PM_UnitPrice", "PM_EtcMemo", "PM_AddedDate"};
 
 bool lacksName(const ProductEdit &edit)
 {
@@ -29,19 +35,19 @@ SaveOutcome ProductOperations::add(const ProductEdit &edit)
         products.AddNew();
         if (lacksName(edit))
             return SaveOutcome::Refused;
-        assign(edit);
-        products.setValue(QStringLiteral("PM_UnitPrice"), clsNumberRelated().GetPureNumber(edit.unitPrice));
+        assign(edit, true);
         products.Update();
         return SaveOutcome::Saved;
     });
 }
 
-void ProductOperations::beginChange()
+ProductKey ProductOperations::beginChange()
 {
     seen_.clear();
     const ado::Recordset &products = *session_.rsSaleProductListsManager;
-    for (const QString &field : products.fieldNames())
-        seen_[field] = products[field];
+    for (const char *field : savedColumns)
+        seen_[QLatin1String(field)] = products[QLatin1String(field)];
+    return edited_ = ProductKey(products.bookmark());
 }
 
 SaveOutcome ProductOperations::change(const ProductEdit &edit)
@@ -51,63 +57,58 @@ SaveOutcome ProductOperations::change(const ProductEdit &edit)
     ado::Recordset &products = *session_.rsSaleProductListsManager;
     return saveTrapped(products, [&] {
         if (!findSeen())
-            throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
-                                        QStringLiteral("고치던 물품이 바뀌었거나 목록에 없습니다."));
-        assign(edit);
-        const QString price = QStringLiteral("PM_UnitPrice");
+            raiseConflict();
         // A product without a price shows an empty box; saved unchanged it does not come to cost nothing.
-        if (!edit.unitPrice.isEmpty() || !runtime::isNull(products[price]))
-            products.setValue(price, clsNumberRelated().GetPureNumber(edit.unitPrice));
+        assign(edit, !edit.unitPrice.isEmpty() || !runtime::isNull(products[QStringLiteral("PM_UnitPrice")]));
         products.Update();
         return SaveOutcome::Saved;
     });
 }
 
-bool ProductOperations::isSeen() const
-{
-    const ado::Recordset &products = *session_.rsSaleProductListsManager;
-    return products.hasCurrent() && std::all_of(seen_.begin(), seen_.end(), [&](const auto &field) {
-               return products[field.first] == field.second;
-           });
-}
-
+/// A list that was read anew since shows what another desk changed; the edit knows nothing of that.
 bool ProductOperations::findSeen()
 {
-    if (isSeen())
-        return true;
-    session_.rsSaleProductListsManager->setBookmark(seen_[QStringLiteral("PM_PK")]);
-    return isSeen();
+    ado::Recordset &products = *session_.rsSaleProductListsManager;
+    return products.moveToKey(edited_.bookmark())
+        && std::all_of(seen_.begin(), seen_.end(),
+                       [&](const auto &field) { return products[field.first] == field.second; });
 }
 
-void ProductOperations::assign(const ProductEdit &edit)
+void ProductOperations::assign(const ProductEdit &edit, bool withPrice)
 {
     ado::Recordset &products = *session_.rsSaleProductListsManager;
     products.setValue(QStringLiteral("PM_Catagory"), edit.catagory.trimmed());
     products.setValue(QStringLiteral("PM_Name"), edit.name.trimmed());
     products.setValue(QStringLiteral("PM_IsTaxed"), int(edit.taxed));
     products.setValue(QStringLiteral("PM_IsValid"), int(edit.valid));
+    if (withPrice)
+        products.setValue(QStringLiteral("PM_UnitPrice"), clsNumberRelated().GetPureNumber(edit.unitPrice));
     products.setValue(QStringLiteral("PM_EtcMemo"), edit.memo.trimmed());
     products.setValue(QStringLiteral("PM_AddedDate"), edit.addedDate);
 }
 
-ProductOperations::Deletion ProductOperations::deleteCurrent()
+ProductOperations::Deletion ProductOperations::remove(ProductKey product)
 {
-    ado::Recordset &products = *session_.rsSaleProductListsManager;
-    const std::int32_t lngPMPK = runtime::CLng(products[QStringLiteral("PM_PK")]);
-    if (CountNoOfProductUsed(gcnnMasterDB, lngPMPK) >= 1)
+    if (CountNoOfProductUsed(gcnnMasterDB, product.number()) >= 1)
         return Deletion::Sold;
+    int touched = 0;
     gcnnMasterDB->BeginTrans();
     try {
-        gcnnMasterDB->Execute(clsSQL().delAProductSQL(lngPMPK));
+        touched = gcnnMasterDB->Execute(clsSQL().delAProductSQL(product.number()));
         gcnnMasterDB->CommitTrans();
     } catch (const runtime::RuntimeError &) {
         runtime::Attempt undo;
         undo([] { gcnnMasterDB->RollbackTrans(); });
         throw;
     }
-    products.Requery();
-    if (session_.rsSaleProductLists && session_.rsSaleProductLists->isOpen())
-        session_.rsSaleProductLists->Requery();
+    if (touched == 0)
+        return Deletion::Gone;
+    // A row that is shown may open a box, and the window may go beneath that.
+    const QPointer<SaleSession> alive(&session_);
+    for (const SaleSession::RecordsetPtr *list : {&session_.rsSaleProductListsManager, &session_.rsSaleProductLists}) {
+        if (alive && *list && (*list)->isOpen())
+            (*list)->Requery();
+    }
     return Deletion::Deleted;
 }
 

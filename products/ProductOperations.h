@@ -1,6 +1,7 @@
 #pragma once
 
 #include "products/RecordSave.h"
+#include "session/Keys.h"
 #include "session/SaleSession.h"
 
 #include <QDate>
@@ -26,7 +27,11 @@ struct ProductEdit
 class ProductOperations
 {
 public:
-    enum class Deletion { Deleted, Sold };
+    enum class Deletion {
+        Deleted,
+        Sold,
+        Gone, ///< another desk was first; nothing was read anew
+    };
 
     /// The session outlives the operations.
     explicit ProductOperations(SaleSession &session);
@@ -35,25 +40,24 @@ public:
     /// products of one name are accepted.
     SaveOutcome add(const ProductEdit &edit);
 
-    /// Keeps in mind the current product, which there is, for change().
-    void beginChange();
+    /// Keeps in mind the current product, which there is, for change(). Returns its key.
+    ProductKey beginChange();
     /// Saves the product that beginChange() saw, even if the list was loaded anew since and stands elsewhere. Refused
     /// without category or name. Fails when the product changed or went since.
     SaveOutcome change(const ProductEdit &edit);
 
-    /// Deletes the current product unless it was sold, and reads both product lists anew. A sold product that is no longer
+    /// Deletes the product unless it was sold, and reads both product lists anew. A sold product that is no longer
     /// handled counts as unused and can be deleted; it is meant to stay so. Raises RuntimeError,
     /// a deletion that failed is rolled back then.
-    Deletion deleteCurrent();
+    Deletion remove(ProductKey product);
 
 private:
-    bool isSeen() const;
     bool findSeen();
-    /// All fields but the price.
-    void assign(const ProductEdit &edit);
+    void assign(const ProductEdit &edit, bool withPrice);
 
     SaleSession &session_;
-    std::map<QString, QVariant> seen_; ///< the product as it was when its edit began, by column
+    ProductKey edited_;
+    std::map<QString, QVariant> seen_; ///< what a save assigns, as it was when the edit began, by column
 };
 
 /// Products of that name; the list itself does not ask.

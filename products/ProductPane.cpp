@@ -9,12 +9,12 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
 
+#include <QPointer>
 #include <QScopedValueRollback>
-
-#include <utility>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -22,6 +22,7 @@ using controls::MsgBox;
 namespace {
 
 const QString productEditCode = QStringLiteral("10");
+const QString commandTitle = QStringLiteral("판매 물품");
 
 // Stands for no date.
 const QDate noDate(1900, 1, 1);
@@ -52,11 +53,27 @@ void ProductPane::connectControls()
     connect(tdbSaleProductListsManager_, &RecordsetGrid::rowChange, this, &ProductPane::fillPanel);
     // The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
     controls::onEvent(tdbSaleProductListsManager_, &RecordsetGrid::afterColumnUpdate, this,
-                      [this](int) { session_.rsSaleProductListsManager->Update(); });
+                      [this](int) { saveHideMark(); });
     for (int index = 0; index < chkCmdProdSaleAddEdiDel_.size(); ++index)
         chkCmdProdSaleAddEdiDel_[index]->onPush(this, [this, index] { runCommand(index); });
     chkCmdSaveProduct_[0]->onPush(this, [this] { saveProduct(); });
     chkCmdSaveProduct_[1]->onPush(this, [this] { endEdit(); });
+}
+
+void ProductPane::saveHideMark()
+{
+    ado::Recordset &products = *session_.rsSaleProductListsManager;
+    try {
+        products.Update();
+    } catch (const runtime::RuntimeError &error) {
+        if (!isConflict(error))
+            throw;
+        runtime::Attempt attempt;
+        attempt([&] { products.Resync(); });
+        if (!products.isGone())
+            throw;
+        leaveGone();
+    }
 }
 
 void ProductPane::disableCommands()
@@ -73,30 +90,92 @@ void ProductPane::loadProductListsManager(bool keepRow)
     // Bound before it opens: the row change that comes with the rows fills the panel.
     if (tdbSaleProductListsManager_->dataSource() != products)
         tdbSaleProductListsManager_->setDataSource(products);
-    const bool showAll =
-        clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
+    const QPointer<ProductPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
     attempt([&] {
-        const QScopedValueRollback guard(reloading_, keepRow && SaleSession::hasCurrent(session_.rsSaleProductListsManager));
-        const ado::Bookmark row = reloading_ ? products->bookmark() : ado::Bookmark();
-        if (products->isOpen())
-            products->Close();
-        products->Open(clsSQL().getProductMasterSQL(showAll), gcnnMasterDB, ado::CursorType::Keyset,
-                       ado::LockType::Optimistic);
-        if (std::exchange(reloading_, false))
-            products->setBookmark(row);
+        if (!keepRow || !products->hasCurrent())
+            return reopen();
+        const ado::Bookmark row = products->bookmark();
+        {
+            const QScopedValueRollback guard(reloading_, true);
+            reopen();
+        }
+        products->setBookmark(row);
     });
+    if (!alive)
+        return;
     if (!attempt.failed())
         tdbSaleProductListsManager_->Rebind();
+    else if (!inEdit())
+        showNoProduct();
+}
+
+void ProductPane::reopen()
+{
+    const bool showAll =
+        clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
+    ado::Recordset &products = *session_.rsSaleProductListsManager;
+    if (products.isOpen())
+        products.Close();
+    products.Open(clsSQL().getProductMasterSQL(showAll), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+}
+
+bool ProductPane::isLoaded() const
+{
+    return session_.rsSaleProductListsManager && session_.rsSaleProductListsManager->isOpen();
+}
+
+void ProductPane::loadIfClosed()
+{
+    if (!isLoaded())
+        loadProductListsManager();
+}
+
+/// Whether the product is still there; then it is on view.
+bool ProductPane::readListAnew(ProductKey product)
+{
+    bool found = false;
+    {
+        const QScopedValueRollback guard(reloading_, true);
+        found = readAnew(*session_.rsSaleProductListsManager, product.bookmark());
+    }
+    if (found)
+        fillPanel();
+    else
+        showNoProduct();
+    return found;
+}
+
+/// Unlike on an empty list, what stays on view of a product that is gone would be taken for another's.
+void ProductPane::showNoProduct()
+{
+    resetPane();
+    stock_->clear();
+    emit currentProductChanged({});
+}
+
+void ProductPane::leaveGone()
+{
+    QString told;
+    {
+        const QScopedValueRollback guard(reloading_, true);
+        told = leaveGoneRow(*session_.rsSaleProductListsManager, QStringLiteral("물품"));
+    }
+    showNoProduct();
+    MsgBox(told, InformationIcon, commandTitle, this);
 }
 
 void ProductPane::fillPanel()
 {
-    if (reloading_ || inEdit() || !session_.rsSaleProductListsManager || !session_.rsSaleProductListsManager->isOpen())
+    if (reloading_ || inEdit() || !isLoaded())
         return;
     const ado::Recordset &product = *session_.rsSaleProductListsManager;
     if (!product.hasCurrent()) {
         resetPane(); // the stock figures of the last product stay on view
+        return;
+    }
+    if (product.isGone()) {
+        leaveGone();
         return;
     }
     using runtime::text;
@@ -113,9 +192,11 @@ void ProductPane::fillPanel()
     const QVariant added = product[QStringLiteral("PM_AddedDate")];
     dtpProdListAddedDate_->setDate(runtime::isNull(added) ? noDate : added.toDate());
 
-    const std::int32_t lngPMPK = runtime::CLng(product[QStringLiteral("PM_PK")]);
-    emit currentProductChanged(lngPMPK);
-    stock_->loadStockFigures(lngPMPK);
+    const QPointer<ProductPane> alive(this); // a purchase that is shown may open a box
+    const ProductKey key(product.bookmark());
+    emit currentProductChanged(key);
+    if (alive)
+        stock_->loadStockFigures(key);
 }
 
 void ProductPane::resetPane()
@@ -141,14 +222,15 @@ void ProductPane::runCommand(int index)
         {&ProductPane::editProduct, QStringLiteral("판매 물품 수정을 하지 못했습니다.")},
         {&ProductPane::deleteProduct, QStringLiteral("판매 물품 삭제를 하지 못했습니다.")},
     };
-    if (!session_.rsSaleProductListsManager || !session_.rsSaleProductListsManager->isOpen())
+    if (!isLoaded())
         return;
     // Chosen before it is called: GCC 12's sanitizers lose the index of a member function called straight out of a table.
     const Command &command = commands[index];
+    const QPointer<ProductPane> alive(this);
     try {
         (this->*command.run)();
     } catch (const runtime::RuntimeError &) {
-        MsgBox(command.failure, InformationIcon, QStringLiteral("판매 물품"), this);
+        MsgBox(command.failure, InformationIcon, commandTitle, alive);
     }
 }
 
@@ -165,7 +247,7 @@ void ProductPane::editProduct()
     intProductEditMode_ = 1;
     if (!session_.rsSaleProductListsManager->hasCurrent())
         return;
-    operations_.beginChange();
+    edited_ = operations_.beginChange();
     shell_.enterEditMode(productEditCode);
     txtProSaleInfo_[0]->setFocus();
     selectAllText(txtProSaleInfo_[0]);
@@ -175,11 +257,17 @@ void ProductPane::deleteProduct()
 {
     if (!session_.rsSaleProductListsManager->hasCurrent())
         return;
+    const ProductKey product(session_.rsSaleProductListsManager->bookmark());
     const QString title = QStringLiteral("물품목록삭제");
+    const QPointer<ProductPane> alive(this);
     if (MsgBox(QStringLiteral("선택한 물품을 삭제 하시겠습니까?"), controls::YesNo | InformationIcon, title, this)
-        != controls::Answer::Yes)
+            != controls::Answer::Yes
+        || !alive)
         return;
-    if (operations_.deleteCurrent() == ProductOperations::Deletion::Deleted)
+    const ProductOperations::Deletion deletion = operations_.remove(product);
+    if (deletion == ProductOperations::Deletion::Gone)
+        leaveGone();
+    if (deletion != ProductOperations::Deletion::Sold)
         return;
     MsgBox(QStringLiteral("물품이 이미 판매 되었으므로 삭제 할 수 없습니다.\r\n"
                           "   ('고객 판매 디테일'에서 삭제를 원하시는 물품을 모두 삭제하시면 \r\n"
@@ -196,35 +284,52 @@ ProductEdit ProductPane::typed() const
 
 void ProductPane::saveProduct()
 {
+    const bool changes = intProductEditMode_ == 1;
     SaveOutcome outcome = SaveOutcome::Saved;
     if (intProductEditMode_ == 0)
         outcome = operations_.add(typed());
-    else if (intProductEditMode_ == 1)
+    else if (changes)
         outcome = operations_.change(typed());
+    const QPointer<ProductPane> alive(this);
     if (outcome == SaveOutcome::Refused) {
         MsgBox(QStringLiteral("분류 또는 물품명이 비어있습니다"), controls::ConfirmOnly, QString(), this);
-        txtProSaleInfo_[0]->setFocus();
+        if (alive)
+            txtProSaleInfo_[0]->setFocus();
         return;
     }
-    if (outcome == SaveOutcome::Failed)
+    const bool failed = outcome == SaveOutcome::Failed;
+    if (failed)
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                QStringLiteral("저장"), this);
-    endEdit();
+    if (alive)
+        endEdit(failed && changes ? edited_ : ProductKey());
 }
 
 /// The trap of the save covers these steps as well.
-void ProductPane::endEdit()
+void ProductPane::endEdit(ProductKey product)
 {
     shell_.leaveEditMode(productEditCode);
     shell_.paintEntryColors();
+    const QPointer<ProductPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
-    attempt([this] { session_.rsSaleProductListsManager->Requery(); });
+    attempt([&] {
+        if (!isLoaded())
+            loadProductListsManager();
+        else if (product)
+            readListAnew(product);
+        else
+            session_.rsSaleProductListsManager->Requery();
+    });
+    if (!alive)
+        return;
     tdbSaleProductListsManager_->setFocus();
     intProductEditMode_ = -1;
 }
 
-void ProductPane::abandonEdit()
+bool ProductPane::abandonEdit()
 {
-    if (inEdit())
+    const bool open = inEdit();
+    if (open)
         endEdit();
+    return open;
 }

@@ -23,12 +23,17 @@ class ProductPane : public QWidget
 public:
     ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent = nullptr);
 
-    /// Opens rsSaleProductListsManager, which it makes if there is none, and binds the grid. Errors end here, told to nobody.
+    /// Opens rsSaleProductListsManager, which it makes if there is none, and binds the grid. Errors end here, told to nobody;
+    /// then no product is on view.
     /// `keepRow`: the product that was current stays so, if it is still on the list; for a list loaded anew beneath an edit.
     void loadProductListsManager(bool keepRow = false);
+    bool isLoaded() const;
+    /// For a list that could not be loaded before.
+    void loadIfClosed();
     /// Clears the panel.
     void resetPane();
-    /// Shows the current product, or clears the panel; a panel in edit is left alone.
+    /// Shows the current product, or clears the panel; a panel in edit is left alone. A product that another desk deleted is
+    /// told, and none is current then.
     void fillPanel();
 
     /// For a list that belongs to a central product server: add, edit and delete are out of reach, and no edit mode brings
@@ -38,15 +43,16 @@ public:
     /// What every edit puts out of reach.
     QList<QWidget *> containers() const { return {sspPMProductList_, sspPMProductInfo_, elTranMnu_}; }
     EditModeTable editMode() const;
-    /// Leaves an edit under way without saving.
-    void abandonEdit();
+    /// Leaves an edit under way without saving; whether there was one.
+    bool abandonEdit();
     /// 0 add, 1 edit, -1 neither; 1 also after the try to edit on an empty list.
     std::int16_t intProductEditMode() const { return intProductEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbSaleProductListsManager_; }
 
 signals:
-    /// The panel shows another product; its purchases are to be shown. Raised before its stock is summed.
-    void currentProductChanged(qint32 lngPMPK);
+    /// The panel shows another product; its purchases are to be shown. Raised before its stock is summed. Without a key none
+    /// is on view, and there is no server to ask.
+    void currentProductChanged(ProductKey product);
 
 private:
     void makeList();
@@ -56,19 +62,27 @@ private:
     void arrange();
     void connectControls();
 
+    void reopen();
+    bool readListAnew(ProductKey product);
+    void showNoProduct();
+    void leaveGone();
+
+    void saveHideMark();
     void runCommand(int index);
     void addProduct();
     void editProduct();
     void deleteProduct();
     ProductEdit typed() const;
     void saveProduct();
-    void endEdit();
+    /// `product`: the one that stays current, if it is still there.
+    void endEdit(ProductKey product = {});
     bool inEdit() const { return !chkCmdSaveProduct_.first()->isHidden(); }
 
     SaleSession &session_;
     PaneShell &shell_;
     ProductOperations operations_;
     std::int16_t intProductEditMode_ = -1;
+    ProductKey edited_;
     bool reloading_ = false; ///< a list comes anew; the row to be shown is not current yet
 
     QWidget *sspPMProductList_ = nullptr;

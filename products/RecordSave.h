@@ -2,12 +2,14 @@
 
 #include "platform/ado/Recordset.h"
 
+#include <cstdint>
 #include <functional>
 
 /// How the save of a panel ended.
 enum class SaveOutcome {
     Saved,
     Refused, ///< something that must be filled in is missing; the panel stays in edit
+    TooMuch, ///< a number is beyond what may be stored; the panel stays in edit
     Failed,  ///< an error was trapped and all of it rolled back
 };
 

@@ -7,7 +7,10 @@
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
+#include <QPointer>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -58,20 +61,34 @@ void SaleListPane::loadSaleProductLists()
         ado::Recordset &products = *session_.rsSaleProductLists;
         if (products.isOpen())
             products.Close();
+        const QPointer<SaleListPane> alive(this);
         products.Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
-        tdbSaleProductLists_->Rebind();
+        if (alive)
+            tdbSaleProductLists_->Rebind();
     } catch (const runtime::RuntimeError &) {
+        emit productRowChanged();
         controls::MsgBox(QStringLiteral("물품 목록을 가져오지 못했습니다."), controls::InformationIcon,
                          QStringLiteral("데이터 가져오기"), c1elaList_);
     }
 }
 
+bool SaleListPane::isLoaded() const
+{
+    return session_.rsSaleProductLists && session_.rsSaleProductLists->isOpen();
+}
+
 void SaleListPane::requerySaleProductLists()
 {
-    if (!session_.rsSaleProductLists || !session_.rsSaleProductLists->isOpen())
+    if (!gcnnMasterDB)
+        return; // a window that was shown without a customer
+    if (!isLoaded()) {
+        loadSaleProductLists();
         return;
+    }
+    const QPointer<SaleListPane> alive(this);
     session_.rsSaleProductLists->Requery();
-    tdbSaleProductLists_->Rebind();
+    if (alive)
+        tdbSaleProductLists_->Rebind();
 }
 
 /// The numbers sit one place off the columns as they stand in the grid: a click on the name sorts by category, one on the
@@ -89,13 +106,13 @@ void SaleListPane::sortBy(int column)
         {2, "PM_Name", &bSortNameDesc_},
         {5, "PM_UnitPrice", &bSortPriceDesc_},
     };
-    if (!session_.rsSaleProductLists || !session_.rsSaleProductLists->isOpen())
+    if (!isLoaded())
         return;
     for (const HeaderSort &sort : sorts) {
         if (sort.column != column)
             continue;
-        session_.rsSaleProductLists->Sort(QLatin1String(sort.field)
-                                          + (*sort.descending ? QLatin1String(" DESC") : QLatin1String(" ASC")));
-        *sort.descending = !*sort.descending;
+        const QLatin1String direction(std::exchange(*sort.descending, !*sort.descending) ? " DESC" : " ASC");
+        session_.rsSaleProductLists->Sort(QLatin1String(sort.field) + direction);
+        return;
     }
 }

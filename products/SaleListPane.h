@@ -20,9 +20,10 @@ public:
 
     /// A new recordset in the session, bound to the grid; the old one goes.
     void createSaleProductLists();
-    /// Opens the list anew and rebinds the grid; a failure is told in its box and leaves the grid empty.
+    /// Opens the list anew and rebinds the grid; a failure is told in its box and leaves grid and entry pane empty.
     void loadSaleProductLists();
-    /// Coming back from the management tab: product changes reach the list.
+    bool isLoaded() const;
+    /// Coming back from the management tab: product changes reach the list. One that could not be loaded before is now.
     void requerySaleProductLists();
 
 signals:

@@ -9,7 +9,6 @@
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
 
-
 namespace {
 
 struct StockFigures
@@ -28,11 +27,11 @@ void readFigure(const ado::Recordset &row, const QString &field, std::int32_t &f
         figure = runtime::CLng(value);
 }
 
-StockFigures sumStock(std::int32_t lngPMPK)
+StockFigures sumStock(ProductKey product)
 {
     StockFigures figures;
     ado::Recordset sums;
-    sums.Open(clsSQL().getStockSaleTotCountSQL(lngPMPK), gcnnMasterDB, ado::CursorType::Static,
+    sums.Open(clsSQL().getStockSaleTotCountSQL(product.number()), gcnnMasterDB, ado::CursorType::Static,
               ado::LockType::ReadOnly);
     if (sums.hasCurrent()) {
         readFigure(sums, QStringLiteral("일반판매토탈"), figures.sale);
@@ -40,16 +39,20 @@ StockFigures sumStock(std::int32_t lngPMPK)
         readFigure(sums, QStringLiteral("서비스토탈"), figures.service);
     }
     sums.Close();
-    sums.Open(clsSQL().getStockIncomingTotCountSQL(lngPMPK), gcnnMasterDB, ado::CursorType::Static,
+    sums.Open(clsSQL().getStockIncomingTotCountSQL(product.number()), gcnnMasterDB, ado::CursorType::Static,
               ado::LockType::ReadOnly);
     if (sums.hasCurrent())
         readFigure(sums, QStringLiteral("입고량"), figures.incoming);
     return figures;
 }
 
+/// Raises Overflow as soon as one step leaves 32 bits, also where the next would come back.
 std::int32_t remainder(const StockFigures &figures)
 {
-    return runtime::toLong(std::int64_t(figures.incoming) - figures.sale - figures.loss - figures.service);
+    std::int32_t left = figures.sale;
+    for (const std::int32_t figure : {figures.loss, figures.service})
+        left = runtime::toLong(std::int64_t(left) + figure);
+    return runtime::toLong(std::int64_t(figures.incoming) - left);
 }
 
 // Index of the box, in the order in which they are read from top to bottom.
@@ -83,11 +86,17 @@ StockBox::StockBox(SaleSession &session, QWidget *parent)
     controls::onEvent(cmdRefreshProdStat_, &QPushButton::clicked, this, [this](bool) { refreshClicked(); });
 }
 
-void StockBox::loadStockFigures(std::int32_t lngPMPK)
+void StockBox::clear()
+{
+    for (QLineEdit *box : txtProdStat_)
+        box->clear();
+}
+
+void StockBox::loadStockFigures(ProductKey product)
 {
     runtime::Attempt attempt;
     attempt([&] {
-        const StockFigures figures = sumStock(lngPMPK);
+        const StockFigures figures = sumStock(product);
         txtProdStat_[0]->setText(QString::number(figures.incoming));
         txtProdStat_[1]->setText(QString::number(figures.sale));
         txtProdStat_[3]->setText(QString::number(figures.service));
@@ -103,5 +112,5 @@ void StockBox::refreshClicked()
         return;
     const QVariant key = session_.rsSaleProductListsManager->value(QStringLiteral("PM_PK"));
     if (!runtime::isNull(key))
-        loadStockFigures(runtime::CLng(key));
+        loadStockFigures(ProductKey(key));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "session/Keys.h"
 #include "session/SaleSession.h"
 
 #include <QGroupBox>
@@ -17,7 +18,9 @@ public:
     explicit StockBox(SaleSession &session, QWidget *parent = nullptr);
 
     /// Sums the product's stock; after an error the boxes keep what they showed, and nothing is told.
-    void loadStockFigures(std::int32_t lngPMPK);
+    void loadStockFigures(ProductKey product);
+    /// For a product that is gone: its figures are nobody's.
+    void clear();
 
     /// Incoming, sale, remainder, service, loss.
     const std::array<QLineEdit *, 5> &txtProdStat() const { return txtProdStat_; }

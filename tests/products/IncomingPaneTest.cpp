@@ -209,5 +209,53 @@ TEST_F(IncomingPaneTest, AStockBeyondItsNumbersKeepsWhatItShowed)
     purchase(1, 1, "3000000000");
     window().push("cmdRefreshProdStat");
     EXPECT_EQ(stock(), "0|0|0|0|0");
+
+    // Each figure fits, but not what is to be taken off, though the remainder would.
+    atOtherDesk("UPDATE tPSIncoming SET IN_Count = 2000000000");
+    atOtherDesk("PRAGMA ignore_check_constraints = ON"); // in place of a hundred thousand lines
+    for (const char *kind : {"0", "2"})
+        atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (1, 1, %1, "
+                                   "2000000000)").arg(QLatin1String(kind)));
+    window().push("cmdRefreshProdStat");
+    EXPECT_EQ(stock(), "2000000000|2000000000|0|0|2000000000");
     EXPECT_THAT(boxes_.take(), IsEmpty());
+}
+
+TEST_F(IncomingPaneTest, AQuantityOfMoreThanNineDigitsIsNotStored)
+{
+    open();
+    window().push("chkcmdIncomingAED_0");
+    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    for (const char *typed : {"8801234567890", "0000012345678", " -1234567890", "1234567890.5", "8801234567890개", "1e12"}) {
+        window().type("txtIncCount", typed);
+        window().push("chkcmdIncomingSave_0");
+        EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 "
+                                               "입력하십시오.")) << typed;
+        EXPECT_EQ(window().modes.current(), QStringLiteral("11")) << typed;
+        EXPECT_EQ(window().focused(), "txtIncCount");
+    }
+    EXPECT_THAT(purchases(), IsEmpty());
+    for (const char *typed : {"123456789", "-123456789.25", "12개 8801234567890", "0.1234567891"}) {
+        window().type("txtIncCount", typed);
+        window().push("chkcmdIncomingSave_0");
+        window().push("chkcmdIncomingAED_0");
+        window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    }
+    EXPECT_THAT(rows("SELECT IN_Count FROM tPSIncoming ORDER BY IN_PK"),
+                ElementsAre("123456789", "-123456789.25", "12", "0.1234567891"));
+}
+
+TEST_F(IncomingPaneTest, APurchaseIsEditedWithoutAProductOnTheList)
+{
+    purchase(1, 2, "3");
+    open();
+    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    atOtherDesk("DELETE FROM tPSProductMaster");
+    list().Requery();
+    window().push("chkcmdIncomingAED_1");
+    EXPECT_EQ(window().modes.current(), QStringLiteral("11"));
+    window().type("txtIncCount", "4");
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+    EXPECT_THAT(purchases(), ElementsAre("1|1|4|3500"));
 }

@@ -145,6 +145,7 @@ TEST_P(Shop, AnEditSavesTheProductItBeganWith)
     ado::Recordset &list = *desk().session.rsSaleProductListsManager;
     list.moveTo(1);
     desk().products.beginChange();
+    run("UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_PK = 2"); // what no save assigns takes no part
     list.Requery(); // stands on the first product again
     EXPECT_EQ(desk().products.change(tea()), SaveOutcome::Saved);
     EXPECT_THAT(rows("SELECT PM_Name FROM tPSProductMaster ORDER BY PM_PK"), ElementsAre("첫째", "감초차"));
@@ -168,10 +169,10 @@ TEST_P(Shop, APurchaseThatAnotherDeskChangedIsNotForcedThrough)
     run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Count) VALUES (1, 1, 1)");
     desk().load();
     otherDesk();
-    EXPECT_EQ(desk().incoming.change(1, twelve()), SaveOutcome::Saved);
+    EXPECT_EQ(desk().incoming.change(IncomingKey(1), twelve()), SaveOutcome::Saved);
     for (int attempt = 0; attempt < 2; ++attempt) {
         ado::AbandonedTransactions edgeOfEvent;
-        EXPECT_THROW(otherDesk().incoming.change(2, twelve()), runtime::RuntimeError);
+        EXPECT_THROW(otherDesk().incoming.change(IncomingKey(1), twelve()), runtime::RuntimeError);
     }
     EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
 }
@@ -180,22 +181,22 @@ TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
 {
     IncomingEdit edit = twelve();
     edit.companyTag = QStringLiteral(" ");
-    EXPECT_EQ(desk().incoming.add(1, edit), SaveOutcome::Refused);
+    EXPECT_EQ(desk().incoming.add(ProductKey(1), edit), SaveOutcome::Refused);
     edit = twelve();
     edit.date = QDate();
     {
         ado::AbandonedTransactions edgeOfEvent;
-        EXPECT_THROW(desk().incoming.add(1, edit), runtime::RuntimeError);
+        EXPECT_THROW(desk().incoming.add(ProductKey(1), edit), runtime::RuntimeError);
         EXPECT_TRUE(gcnnMasterDB->inTransaction());
     }
     EXPECT_THAT(purchases(), IsEmpty());
-    EXPECT_EQ(desk().incoming.add(1, twelve()), SaveOutcome::Saved);
+    EXPECT_EQ(desk().incoming.add(ProductKey(1), twelve()), SaveOutcome::Saved);
     EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
 
     // What no number is counts as far as it is one in the quantity, and by its digits in money.
     edit = {"3", "-2.5개", "값 1,500", "", "-\\3,750", "", QDate(2026, 1, 2)};
-    EXPECT_EQ(desk().incoming.change(2, edit), SaveOutcome::Saved);
-    EXPECT_THAT(purchases(), ElementsAre("2|3|-2.5|1500|0|-3750||2026-01-02"));
+    EXPECT_EQ(desk().incoming.change(IncomingKey(1), edit), SaveOutcome::Saved);
+    EXPECT_THAT(purchases(), ElementsAre("1|3|-2.5|1500|0|-3750||2026-01-02"));
 }
 
 TEST_P(Shop, AnOpenEditKeepsNobodyWaiting)

@@ -8,6 +8,9 @@
 #include "tests/support/PaneWindow.h"
 
 #include <QHBoxLayout>
+#include <QTableView>
+
+#include <functional>
 
 /// A window with the panes of the second tab, its edit modes and connections those of the main window.
 class ManageWindow : public PaneWindow
@@ -61,8 +64,29 @@ class ProductDesk : public SaleDatabase
 {
 protected:
     void open() { window_ = std::make_unique<ManageWindow>(session_); }
+    /// As at the end of the real one, which owns its session.
+    void close()
+    {
+        window_.reset();
+        session_.release();
+    }
+    bool isUp() const { return window_ != nullptr; }
     ManageWindow &window() { return *window_; }
     ado::Recordset &list() { return *session_.rsSaleProductListsManager; }
+    void choose(const char *grid, int row)
+    {
+        auto &view = window().at<QTableView>(grid);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(view.model()->index(row, 2)).center());
+    }
+    /// Every box is answered with yes or confirmed, after this was done.
+    void whileABoxStands(const std::function<void()> &act)
+    {
+        controls::setMessageHandler([this, act](const QString &text, int flags, const QString &title) {
+            boxes_.boxes.push_back({text, flags, title});
+            act();
+            return flags & controls::YesNo ? controls::Answer::Yes : controls::Answer::Confirm;
+        });
+    }
 
     BoxReader boxes_;
 

@@ -34,7 +34,7 @@ void addAll(const QString &name, int count)
         if (products.add({name, name + text, text, QString(), true, true, day}) != SaveOutcome::Saved)
             throw runtime::RuntimeError(runtime::ErrorNumber::Database, QStringLiteral("product %1 was not saved").arg(text));
         const std::int32_t key = session.rsSaleProductListsManager->value("PM_PK").toInt();
-        incoming.add(key, {QStringLiteral("1"), text, text, QString(), text, QString(), day});
+        incoming.add(ProductKey(key), {QStringLiteral("1"), text, text, QString(), text, QString(), day});
     }
 }
 
@@ -44,9 +44,9 @@ bool saveFirstRow(SaleSession &session, const QString &what, const QString &name
     if (what == QLatin1String("product"))
         return products.change({name, name, QString(), name, true, true, day}) == SaveOutcome::Saved;
     if (what == QLatin1String("dealer"))
-        return DealerOperations(session).change({name, name, name, name, name}) == SaveOutcome::Saved;
+        return DealerOperations(session).change(DealerKey(1), {name, name, name, name, name}) == SaveOutcome::Saved;
     if (what == QLatin1String("purchase"))
-        return IncomingOperations(session).change(1, {QStringLiteral("1"), QStringLiteral("2"), QString(), QString(), QString(), name, day})
+        return IncomingOperations(session).change(IncomingKey(1), {QStringLiteral("1"), QStringLiteral("2"), QString(), QString(), QString(), name, day})
             == SaveOutcome::Saved;
     OrderEdit order;
     order.memo = order.address = name;

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/ado/Recordset.h"
+#include "platform/runtime/RuntimeError.h"
+
+/// What the lists do about a row that another desk changed or deleted.
+
+/// Ends the work on a row that is not there any more.
+[[noreturn]] void raiseConflict();
+bool isConflict(const runtime::RuntimeError &error);
+
+/// Reads the list anew. The row of the key is current then, or none when it is gone. Raises RuntimeError.
+bool readAnew(ado::Recordset &rows, const ado::Bookmark &key);
+
+/// Leaves the row that another desk deleted: the list is read anew, if it can be, and no row is current. Returns what to
+/// tell the user; `kind` names what was deleted.
+QString leaveGoneRow(ado::Recordset &rows, const QString &kind);
