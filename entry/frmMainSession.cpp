@@ -75,6 +75,7 @@ void frmMain::bringUp()
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
+    watchNormalPlace(*this);
     raise();
     activateWindow();
 }
