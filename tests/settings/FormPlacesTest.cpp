@@ -171,10 +171,10 @@ TEST_F(RememberedWindow, KnowsItsOwnSizeWhateverTheDesktopMadeOfIt)
 {
     watchNormalPlace(window_);
     const QRect own(55, 66, 420, 310);
-    const struct { const char *what; QRect sent; Qt::WindowStates state; const char *stored; } cases[] = {
-        {"maximized", screen(), Qt::WindowMaximized, "2"},
-        {"minimized", own, Qt::WindowMinimized, "0"},
-        {"minimized out of maximized", screen(), Qt::WindowMinimized | Qt::WindowMaximized, "2"},
+    const struct { const char *what; QRect sent; QList<Qt::WindowState> states; const char *stored; } cases[] = {
+        {"maximized", screen(), {Qt::WindowMaximized}, "2"},
+        {"minimized", own, {Qt::WindowMinimized}, "0"},
+        {"maximized, then minimized", screen(), {Qt::WindowMaximized, Qt::WindowMinimized}, "2"},
     };
     for (const auto &entry : cases) {
         SCOPED_TRACE(entry.what);
@@ -183,8 +183,10 @@ TEST_F(RememberedWindow, KnowsItsOwnSizeWhateverTheDesktopMadeOfIt)
         window_.setGeometry(own);
         QTest::qWait(300);
         window_.windowHandle()->setGeometry(entry.sent);
-        window_.windowHandle()->setWindowStates(entry.state);
-        QTest::qWait(300);
+        for (const Qt::WindowState state : entry.states) {
+            window_.windowHandle()->setWindowState(state);
+            QTest::qWait(300);
+        }
         saveMainWindowLayout(window_, nullptr);
         EXPECT_EQ(setting_.FormIsMaximized(), QLatin1String(entry.stored));
         EXPECT_EQ(QRect(setting_.FormPos_x().toInt(), setting_.FormPos_y().toInt(), setting_.FormWidth().toInt(),
@@ -285,6 +287,16 @@ TEST(FormPosition, PlacesWindows)
     form.resize(500, 100); // wider than the reference: the screen's edge
     position.LocateFormBottomRight(mainForm, form);
     EXPECT_EQ(form.pos(), QPoint(screen().width() - 500, 200));
+}
+
+TEST(FormPosition, LeavesAMaximizedWindowWhereItIs)
+{
+    QWidget form;
+    form.showMaximized();
+    const QRect large = form.geometry();
+    clsFormPosition().CenterScreen(form, 0);
+    EXPECT_TRUE(form.isMaximized());
+    EXPECT_EQ(form.geometry(), large);
 }
 
 TEST(FormPosition, KeepsAWindowOnTheScreen)
