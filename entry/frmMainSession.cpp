@@ -175,6 +175,7 @@ void frmMain::forgetManagement()
     for (SaleSession::RecordsetPtr *recordset :
          {&session_.rsSaleProductListsManager, &session_.rsProductIncoming, &session_.rsCompanyMaster})
         recordset->reset();
+    statisticsPane_->connectionChanged();
 }
 
 void frmMain::unload()
