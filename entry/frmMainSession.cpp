@@ -81,6 +81,7 @@ void frmMain::bringUp()
 {
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
+    watchNormalPlace(*this);
     raise();
     activateWindow();
 }
@@ -210,6 +211,7 @@ void frmMain::forgetManagement()
     for (SaleSession::RecordsetPtr *recordset :
          {&session_.rsSaleProductListsManager, &session_.rsProductIncoming, &session_.rsCompanyMaster})
         recordset->reset();
+    statisticsPane_->connectionChanged();
 }
 
 void frmMain::unload()

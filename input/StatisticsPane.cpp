@@ -1,5 +1,6 @@
 #include "input/StatisticsPane.h"
 
+#include "input/WindowHandles.h"
 #include "platform/automation/Automation.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -11,6 +12,7 @@
 #include <QHash>
 #include <QScopedValueRollback>
 #include <QShortcut>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -98,6 +100,20 @@ void StatisticsPane::showStatisticsTab()
     nodeClicked(treeStatItem_->currentItem());
 }
 
+void StatisticsPane::connectionChanged()
+{
+    destroyReportWindow();
+    lngStatWindow_ = 0;
+    strCurrentStatTag_.clear();
+    // The caller is about to change the connection, and perhaps the tab.
+    QTimer::singleShot(0, this, [this] {
+        controls::runEvent([this] {
+            if (isVisible() && strCurrentStatTag_.isEmpty() && treeStatItem_->currentItem())
+                nodeClicked(treeStatItem_->currentItem());
+        });
+    });
+}
+
 void StatisticsPane::nodeClicked(QTreeWidgetItem *node)
 {
     const QString tag = node->data(0, TagRole).toString();
@@ -142,7 +158,7 @@ void StatisticsPane::hostWindow(qint32 handle)
     QWidget *shown = QWidget::find(WId(handle));
     if (shown && shown->window() == window())
         shown = nullptr; // a window of our own cannot be shown inside itself
-    else if (!shown && handle != 0) {
+    else if (!shown && namesAWindow(WId(handle))) {
         if (QWindow *foreign = QWindow::fromWinId(WId(handle)))
             shown = QWidget::createWindowContainer(foreign, reportPane_);
     }

@@ -15,6 +15,9 @@ public:
     /// Builds the tree anew and starts its first report; called on each visit of the tab.
     void showStatisticsTab();
     void buildStatisticsTree();
+    /// Ends the report on show, which reads from the connection that is left: the next visit of the tab starts it anew, and
+    /// the event loop at once where the tab is on show.
+    void connectionChanged();
 
     QTreeWidget *tree() const { return treeStatItem_; }
 

@@ -15,6 +15,8 @@ QRect screenOf(const QWidget &form)
 
 void centerOver(const QRect &area, QWidget &form, float rate)
 {
+    if (form.isMaximized())
+        return; // it fills the screen, and to be moved would cost it its state
     if (rate != 0)
         form.resize((QSizeF(area.size()) * double(rate)).toSize());
     const QSize size = form.frameSize();

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 /// Places windows and controls. Positions and sizes are pixels. `sngRate` 0 keeps the form's size, any other value gives
-/// it that share of the size that it is placed over.
+/// it that share of the size that it is placed over. A maximized form is left alone.
 class clsFormPosition
 {
 public:

@@ -18,6 +18,8 @@ namespace {
 constexpr int normalState = 0;
 constexpr int maximizedState = 2;
 
+const QString normalPlaceName = QStringLiteral("normalPlace");
+
 /// What lies beyond every screen comes back as less, so that places and sizes can be added up.
 std::optional<int> numberIn(const QString &text)
 {
@@ -35,11 +37,59 @@ std::optional<int> columnWidthIn(const QString &text)
     return width && *width > 0 && *width <= widest ? width : std::nullopt;
 }
 
-/// Where the window's inner area stands, or goes back to when it is maximized or minimized. Not the frame: that comes from
-/// the desktop some time after the showing, and a window placed by its frame before that moves with every start.
+/// Where the window's inner area stood when it was last neither maximized nor minimized. The toolkit's normalGeometry() does
+/// not always tell: a desktop sends the large size ahead of the state that explains it, and hides a window unasked. Not the
+/// frame either: that comes from the desktop some time after the showing, and a window placed by its frame before that moves
+/// with every start.
+class NormalPlace : public QObject
+{
+public:
+    explicit NormalPlace(QWidget &window)
+        : QObject(&window)
+        , window_(window)
+    {
+        setObjectName(normalPlaceName);
+        note();
+        settled_.setSingleShot(true);
+        settled_.setInterval(settlingTime);
+        connect(&settled_, &QTimer::timeout, this, [this] { note(); });
+        window.installEventFilter(this);
+    }
+
+    /// Null when nobody watches the window.
+    static NormalPlace *of(const QWidget &window)
+    {
+        return static_cast<NormalPlace *>(window.findChild<QObject *>(normalPlaceName, Qt::FindDirectChildrenOnly));
+    }
+
+    void note()
+    {
+        if (!window_.isMaximized() && !window_.isMinimized())
+            place_ = window_.geometry();
+    }
+    const QRect &place() const { return place_; }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Move || event->type() == QEvent::Resize)
+            settled_.start();
+        return false;
+    }
+
+private:
+    static constexpr std::chrono::milliseconds settlingTime{200};
+
+    QWidget &window_;
+    QTimer settled_;
+    QRect place_;
+};
+
 QRect normalGeometry(const QWidget &window)
 {
-    return window.isMaximized() || window.isMinimized() ? window.normalGeometry() : window.geometry();
+    if (!window.isMaximized() && !window.isMinimized())
+        return window.geometry();
+    const NormalPlace *watched = NormalPlace::of(window);
+    return watched ? watched->place() : window.normalGeometry();
 }
 
 /// Caption and borders; a caption's usual height where the desktop has given none yet.
@@ -84,13 +134,19 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
     if (widths.size() < 3)
         return;
     const int total = columns.contentsRect().width() - 2 * columns.handleWidth();
-    const std::optional<int> first = columnWidthIn(setting.FirstColWidth());
-    const std::optional<int> second = columnWidthIn(setting.SecondColWidth());
-    if (!first || !second)
+    const std::optional<int> stored[] = {columnWidthIn(setting.FirstColWidth()), columnWidthIn(setting.SecondColWidth()),
+                                         columnWidthIn(setting.ThirdColWidth())};
+    if (!stored[0] && !stored[1] && !stored[2])
         return;
-    widths[0] = *first;
-    widths[1] = *second;
-    widths[2] = columnWidthIn(setting.ThirdColWidth()).value_or(std::max(total - *first - *second, 1));
+    for (int column = 0; column < 3; ++column)
+        widths[column] = stored[column].value_or(widths[column]);
+    // What the others leave goes to the last one that has no width of its own.
+    for (int column = 2; column >= 0; --column) {
+        if (stored[column])
+            continue;
+        widths[column] = std::max(total - widths[(column + 1) % 3] - widths[(column + 2) % 3], 1);
+        break;
+    }
     columns.setSizes(widths);
 }
 
@@ -146,13 +202,23 @@ void saveMainWindowLayout(const QWidget &window, const QSplitter *columns)
     setting.FormHeight(QString::number(geometry.height()));
 }
 
+void watchNormalPlace(QWidget &window)
+{
+    if (!NormalPlace::of(window))
+        new NormalPlace(window); // owned by the window
+}
+
 void restoreMainWindowLayout(QWidget &window, QSplitter &columns)
 {
     const clsFormSizePosSetting setting;
-    const bool maximized = numberIn(setting.FormIsMaximized()) == maximizedState;
-    restorePlace(window, setting);
-    if (maximized)
-        window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
+    // A maximized window has its size from the desktop, which another one would only part from what is inside.
+    if (!window.isMaximized()) {
+        restorePlace(window, setting);
+        watchNormalPlace(window);
+        NormalPlace::of(window)->note();
+        if (numberIn(setting.FormIsMaximized()) == maximizedState)
+            window.setWindowState((window.windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
+    }
     restoreColumns(columns, setting);
     new SettlingColumns(columns); // owned by the columns
 }

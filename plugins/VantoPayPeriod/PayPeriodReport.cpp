@@ -13,17 +13,21 @@ struct PayColumn
 };
 
 /// In the order of PayPeriodReport::Amount.
-constexpr PayColumn payColumns[] = {{u"현금", 76},      {u"카드", 76}, {u"통장", 62},   {u"미수 현금", 66}, {u"미수 카드", 66}, {u"미수 통장", 66},
-                                    {u"수납 합계", 84}, {u"환불", 74}, {u"순수납", 84}, {u"할인", 66},     {u"절사", 56}};
+constexpr PayColumn payColumns[] = {
+    {u"현금", 76},       {u"카드", 76},       {u"통장", 62},     {u"현금(미수)", 72}, {u"카드(미수)", 72},
+    {u"통장(미수)", 72}, {u"수납합계", 84},   {u"환불", 74},     {u"순수납", 84},     {u"할인", 66},
+    {u"절사", 56},
+};
 static_assert(std::size(payColumns) == PayPeriodReport::Amounts);
 
 } // namespace
 
 QString payPeriod::ledgerByDay()
 {
-    return QStringLiteral("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Method, SUM(tpstrans_Money) AS Amount "
-                          "FROM tPSTransaction WHERE tpstrans_Date BETWEEN '[FROM]' AND '[TO]' "
-                          "GROUP BY tpstrans_Date, tpstrans_Operator, tpstrans_Method");
+    return QStringLiteral("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Method, %2 AS IsAfter, "
+                          "SUM(tpstrans_Money) AS Amount FROM %1WHERE tpstrans_Date BETWEEN '[FROM]' AND '[TO]' "
+                          "GROUP BY tpstrans_Date, tpstrans_Operator, tpstrans_Method, %2")
+        .arg(ledgerWithOrders(), afterItsDay());
 }
 
 QString payPeriod::lastDay()
@@ -40,10 +44,10 @@ void PayPeriodReport::take(const Record &row)
 {
     const QDate day = row.date(0);
     const QString method = row.text(2);
-    const runtime::Currency amount = row.amount(3);
+    const Sum amount = row.amount(4);
     switch (row.key(1)) {
     case Operator::Payment:
-        days_.add(day, std::size_t(mediumOf(method)) + (isAgainstOutstanding(method) ? LateCash : Cash), amount);
+        days_.add(day, std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(3)) ? LateCash : Cash), amount);
         days_.add(day, Taken, amount);
         days_.add(day, Net, amount);
         break;
@@ -70,7 +74,7 @@ std::vector<Figure> PayPeriodReport::figures(const Period &period)
     return {ledger};
 }
 
-Sheet PayPeriodReport::sheet(int view) const
+Sheet PayPeriodReport::makeSheet(int view) const
 {
     const auto grain = Grain(view);
     Sheet sheet;
@@ -83,11 +87,13 @@ Sheet PayPeriodReport::sheet(int view) const
     for (const DayTable::Line &line : lines) {
         sheet.rows.push_back(rowOfAmounts(rowCaption(line.period, grain), line.amounts));
         sheet.chart.categories << barCaption(line.period, grain);
-        for (std::size_t medium = 0; medium < sheet.chart.series.size(); ++medium)
-            sheet.chart.series[medium].values.push_back(line.amounts[Cash + medium] + line.amounts[LateCash + medium]);
+        for (std::size_t medium = 0; medium < sheet.chart.series.size(); ++medium) {
+            const Sum received = line.amounts[Cash + medium] + line.amounts[LateCash + medium];
+            sheet.chart.series[medium].values.push_back(received.orZero());
+        }
     }
     sheet.totals = rowOfAmounts(QStringLiteral("합계"), days_.totals());
-    sheet.remark = QStringLiteral("현금·카드·통장은 판매할 때, 미수는 나중에 받은 돈입니다. 순수납 = 수납 합계 − 환불");
+    sheet.remark = QStringLiteral("(미수)는 판매일이 지나 받았거나 미수로 받은 금액입니다. 환불은 음수입니다. 순수납 = 수납합계 + 환불");
     return sheet;
 }
 

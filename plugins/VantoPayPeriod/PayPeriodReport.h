@@ -7,7 +7,7 @@ namespace statistics {
 
 /// Statements of the money taken by day. [FROM] and [TO] are days, both included.
 namespace payPeriod {
-/// tpstrans_Date, tpstrans_Operator, tpstrans_Method, Amount: sums of the ledger.
+/// tpstrans_Date, tpstrans_Operator, tpstrans_Method, IsAfter (1: dated after the order's day), Amount: sums of the ledger.
 QString ledgerByDay();
 /// LastDay of the ledger up to [TO].
 QString lastDay();
@@ -17,8 +17,8 @@ QString lastDay();
 class PayPeriodReport : public Report
 {
 public:
-    /// Columns behind the first. Cash to Bank were taken at the sale, the next three against outstanding money, in the
-    /// order of Medium.
+    /// Columns behind the first. Cash to Bank were taken at the sale, the next three were received later, in the order of
+    /// Medium. Refunded is negative; Net is Taken plus Refunded.
     enum Amount { Cash, Card, Bank, LateCash, LateCard, LateBank, Taken, Refunded, Net, Discounts, Cuts, Amounts };
 
     PayPeriodReport();
@@ -27,9 +27,9 @@ public:
     QStringList views() const override { return DayTable::grains(); }
     QString lastDayStatement() const override { return payPeriod::lastDay(); }
     std::vector<Figure> figures(const Period &period) override;
-    Sheet sheet(int view) const override;
 
 private:
+    Sheet makeSheet(int view) const override;
     void take(const Record &row);
 
     DayTable days_;

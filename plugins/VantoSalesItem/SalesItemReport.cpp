@@ -16,7 +16,7 @@ struct ItemColumn
 
 /// In the order of SalesItemReport::Amount and of the statement, behind the product.
 constexpr ItemColumn itemColumns[] = {
-    {u"판매 수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120}};
+    {u"판매수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120}};
 static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
 } // namespace
@@ -39,7 +39,7 @@ QString salesItem::linesByProduct()
         "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
         "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
         "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS Returned, "
-        "SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) AS Net FROM ")
+        "SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net FROM ")
         + linesOfOrders() + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
 }
 
@@ -86,7 +86,7 @@ std::vector<SalesItemReport::Line> SalesItemReport::linesByCategory() const
     return lines;
 }
 
-Sheet SalesItemReport::sheet(int view) const
+Sheet SalesItemReport::makeSheet(int view) const
 {
     const bool byCategory = view == 1;
     std::vector<Line> lines = byCategory ? linesByCategory() : linesByProduct();
@@ -111,9 +111,9 @@ Sheet SalesItemReport::sheet(int view) const
         sheet.rows.push_back(std::move(row));
         for (std::size_t amount = 0; amount < Amounts; ++amount)
             totals[amount] += line.sums[amount];
-        if (std::size_t(sheet.chart.categories.size()) < mostBarsShown && line.sums[Net] > runtime::Currency()) {
+        if (std::size_t(sheet.chart.categories.size()) < mostBarsShown && line.sums[Net] > Sum()) {
             sheet.chart.categories << (byCategory ? line.product.category : line.product.name);
-            sheet.chart.series[0].values.push_back(line.sums[Net]);
+            sheet.chart.series[0].values.push_back(line.sums[Net].orZero());
         }
     }
     sheet.totals = {QStringLiteral("합계")};

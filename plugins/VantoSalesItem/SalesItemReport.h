@@ -27,10 +27,9 @@ public:
     QString title() const override { return QStringLiteral("물품별 매출 통계"); }
     QStringList views() const override { return {QStringLiteral("물품별"), QStringLiteral("분류별")}; }
     std::vector<Figure> figures(const Period &period) override;
-    Sheet sheet(int view) const override;
 
 private:
-    using Sums = std::array<runtime::Currency, Amounts>;
+    using Sums = std::array<Sum, Amounts>;
     struct Product
     {
         QString category;
@@ -42,6 +41,7 @@ private:
         Sums sums{};
     };
 
+    Sheet makeSheet(int view) const override;
     std::vector<Line> linesByProduct() const;
     std::vector<Line> linesByCategory() const;
 

@@ -14,9 +14,9 @@ struct AmountColumn
 /// In the order of Amount, behind the number of orders.
 constexpr AmountColumn lineColumns[] = {
     {SalesPeriodReport::Gross, u"판매금액", 88},   {SalesPeriodReport::Discount, u"할인", 76},
-    {SalesPeriodReport::Returns, u"반품 건수", 66}, {SalesPeriodReport::Returned, u"반품금액", 84},
+    {SalesPeriodReport::Returns, u"반품건수", 66}, {SalesPeriodReport::Returned, u"반품금액", 84},
     {SalesPeriodReport::Net, u"순매출", 92},          {SalesPeriodReport::Taxed, u"과세", 88},
-    {SalesPeriodReport::TaxFree, u"비과세", 84},  {SalesPeriodReport::UnknownTax, u"구분 없음", 76},
+    {SalesPeriodReport::TaxFree, u"비과세", 84},  {SalesPeriodReport::UnknownTax, u"구분없음", 76},
 };
 
 } // namespace
@@ -31,7 +31,8 @@ QString salesPeriod::linesByDay()
 {
     const QString way = QStringLiteral("CASE WHEN OrdD_Count > 0 THEN 1 WHEN OrdD_Count < 0 THEN -1 ELSE 0 END");
     return QStringLiteral("SELECT tPSOrderMaster.OrdM_Date, PM_IsTaxed, %1 AS Way, COUNT(*) AS Lines, "
-                          "SUM(OrdD_UnitPrice * OrdD_Count) AS Gross, SUM(OrdD_HalinUnit * OrdD_Count) AS Discount FROM %2"
+                          "SUM(OrdD_UnitPrice * OrdD_Count) AS Gross, "
+                          "SUM(COALESCE(OrdD_HalinUnit, 0) * OrdD_Count) AS Discount FROM %2"
                           "GROUP BY tPSOrderMaster.OrdM_Date, PM_IsTaxed, %1")
         .arg(way, linesOfOrders(
                       QStringLiteral("LEFT JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK ")));
@@ -46,8 +47,8 @@ void SalesPeriodReport::takeLines(const Record &row)
 {
     const QDate day = row.date(0);
     const int way = row.key(2);
-    const runtime::Currency gross = row.amount(4);
-    const runtime::Currency discount = row.amount(5);
+    const Sum gross = row.amount(4);
+    const Sum discount = row.amount(5);
     if (way > 0) {
         days_.add(day, Gross, gross);
         days_.add(day, Discount, discount);
@@ -70,14 +71,14 @@ std::vector<Figure> SalesPeriodReport::figures(const Period &period)
     return {orders, lines};
 }
 
-Sheet SalesPeriodReport::sheet(int view) const
+Sheet SalesPeriodReport::makeSheet(int view) const
 {
     const auto grain = Grain(view);
-    const std::vector<runtime::Currency> totals = days_.totals();
-    const bool unknownTax = !totals[UnknownTax].isZero();
+    const std::vector<Sum> totals = days_.totals();
+    const bool unknownTax = totals[UnknownTax] != Sum();
 
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 130}, {QStringLiteral("거래 수"), Column::Kind::Number, 60}};
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 130}, {QStringLiteral("거래건수"), Column::Kind::Number, 60}};
     for (const AmountColumn &column : lineColumns) {
         if (column.amount != UnknownTax || unknownTax)
             sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
@@ -92,7 +93,7 @@ Sheet SalesPeriodReport::sheet(int view) const
     for (const DayTable::Line &line : lines) {
         sheet.rows.push_back(cut(rowOfAmounts(rowCaption(line.period, grain), line.amounts)));
         sheet.chart.categories << barCaption(line.period, grain);
-        sheet.chart.series[0].values.push_back(line.amounts[Net]);
+        sheet.chart.series[0].values.push_back(line.amounts[Net].orZero());
     }
     sheet.totals = cut(rowOfAmounts(QStringLiteral("합계"), totals));
     sheet.remark = QStringLiteral("순매출 = 판매금액 − 할인 + 반품금액 = 과세 + 비과세");

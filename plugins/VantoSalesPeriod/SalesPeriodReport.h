@@ -26,9 +26,9 @@ public:
     QString title() const override { return QStringLiteral("기간별 매출 통계"); }
     QStringList views() const override { return DayTable::grains(); }
     std::vector<Figure> figures(const Period &period) override;
-    Sheet sheet(int view) const override;
 
 private:
+    Sheet makeSheet(int view) const override;
     void takeLines(const Record &row);
 
     DayTable days_;

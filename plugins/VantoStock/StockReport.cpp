@@ -12,6 +12,22 @@ namespace {
 constexpr std::size_t mostBarsShown = 10;
 enum View { HandledView, AllView, WorryView };
 
+struct StockColumn
+{
+    const char16_t *caption; ///< may hold the days of the rate
+    Column::Kind kind;
+    int width;
+    bool adds; ///< whether the column has a total
+};
+
+using enum Column::Kind;
+constexpr StockColumn stockColumns[] = {
+    {u"분류", Text, 76, false},         {u"물품명", Text, 176, false},         {u"상태", Text, 92, false},
+    {u"입고", Number, 52, true},        {u"판매", Number, 52, true},           {u"서비스", Number, 50, true},
+    {u"망실", Number, 44, true},        {u"재고", Number, 52, true},           {u"최근 구매단가", Number, 84, false},
+    {u"재고금액", Number, 88, true},    {u"%1일 출고", Number, 66, true},      {u"남은일수", Number, 64, false},
+};
+
 /// The rows of the highest worth, the highest first; equal ones in their order.
 std::vector<const Row *> dearestOf(const std::vector<Row> &rows, std::size_t worthColumn)
 {
@@ -80,32 +96,45 @@ QString stock::recent()
         + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
 }
 
-runtime::Currency StockReport::Product::remaining() const
+Sum StockReport::Product::remaining() const
 {
     return sums[Incoming] - sums[Sold] - sums[Service] - sums[Lost];
 }
 
-int StockReport::Product::daysLeft(int rateDays) const
+Cell StockReport::Product::daysLeft(int rateDays) const
 {
-    const std::int64_t left = remaining().scaled();
-    const std::int64_t gone = sums[Recent].scaled();
-    return left <= 0 || gone <= 0 ? -1 : runtime::toLong(left / gone * rateDays + left % gone * rateDays / gone);
+    const Sum left = remaining();
+    if (!left.isKnown() || !sums[Recent].isKnown())
+        return Sum::unknown();
+    const std::int64_t pieces = left.orZero().scaled();
+    const std::int64_t gone = sums[Recent].orZero().scaled();
+    if (pieces <= 0 || gone <= 0)
+        return {};
+    // Whole days, exactly: first for the whole times that the rate goes into what is left, then for the rest.
+    const Sum rest = Sum(runtime::Currency::fromScaled(pieces % gone)) * rateDays;
+    if (!rest.isKnown())
+        return rest;
+    const Sum day = runtime::Currency::fromWon(1);
+    return day * (pieces / gone) * rateDays + day * (rest.orZero().scaled() / gone);
 }
 
 QString StockReport::Product::state(int rateDays) const
 {
-    if (remaining() < runtime::Currency())
+    const Sum left = remaining();
+    if (!worth().isKnown())
+        return QStringLiteral("확인 필요");
+    if (left < Sum())
         return QStringLiteral("마이너스 재고");
-    if (remaining().isZero())
+    if (left == Sum())
         return QStringLiteral("재고 없음");
-    const int days = daysLeft(rateDays);
-    return days >= 0 && days < enoughDays ? QStringLiteral("곧 소진") : QString();
+    const Cell days = daysLeft(rateDays);
+    return isNumber(days) && days < Cell(runtime::Currency::fromWon(enoughDays)) ? QStringLiteral("곧 소진") : QString();
 }
 
-runtime::Currency StockReport::Product::worth() const
+Sum StockReport::Product::worth() const
 {
-    const std::int64_t pieces = remaining().toWon();
-    return pieces > 0 ? sums[LastPrice] * pieces : runtime::Currency();
+    const Sum left = remaining();
+    return left.isKnown() ? sums[LastPrice] * left.notBelowZero().orZero().toWon() : left;
 }
 
 QStringList StockReport::views() const
@@ -159,7 +188,6 @@ std::vector<const StockReport::Product *> StockReport::shown(int view) const
 
 Row StockReport::rowOf(const Product &product) const
 {
-    const int days = product.daysLeft(rateDays_);
     return {product.category,
             product.name,
             product.state(rateDays_),
@@ -171,46 +199,41 @@ Row StockReport::rowOf(const Product &product) const
             product.sums[LastPrice],
             product.worth(),
             product.sums[Recent],
-            days < 0 ? Cell() : Cell(runtime::Currency::fromWon(days))};
+            product.daysLeft(rateDays_)};
 }
 
-Sheet StockReport::sheet(int view) const
+Sheet StockReport::makeSheet(int view) const
 {
-    using Kind = Column::Kind;
-    constexpr std::size_t lastPriceColumn = 8;
     constexpr std::size_t worthColumn = 9;
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("분류"), Kind::Text, 76},       {QStringLiteral("물품명"), Kind::Text, 176},
-                     {QStringLiteral("상태"), Kind::Text, 92},
-                     {QStringLiteral("입고"), Kind::Number, 52},     {QStringLiteral("판매"), Kind::Number, 52},
-                     {QStringLiteral("서비스"), Kind::Number, 50},   {QStringLiteral("망실"), Kind::Number, 44},
-                     {QStringLiteral("재고"), Kind::Number, 52},     {QStringLiteral("최근 매입가"), Kind::Number, 76},
-                     {QStringLiteral("재고 금액"), Kind::Number, 88}, {QStringLiteral("%1일 출고").arg(rateDays_), Kind::Number, 66},
-                     {QStringLiteral("남은 일수"), Kind::Number, 64}};
-    std::vector<const Product *> products = shown(view);
-    sheet.totals = {QStringLiteral("합계"), Cell()};
-    for (std::size_t column = 2; column < sheet.columns.size(); ++column) {
-        const bool adds = column > 2 && column != lastPriceColumn && column < sheet.columns.size() - 1;
-        sheet.totals.push_back(adds ? Cell(runtime::Currency()) : Cell());
+    std::vector<Sum> totals(std::size(stockColumns));
+    const QString days = QString::number(rateDays_);
+    for (const StockColumn &column : stockColumns) {
+        const QString caption = QString::fromUtf16(column.caption).replace(QStringLiteral("%1"), days);
+        sheet.columns.push_back({caption, column.kind, column.width});
     }
+    const std::vector<const Product *> products = shown(view);
     for (const Product *product : products) {
         Row row = rowOf(*product);
-        for (std::size_t column = 2; column < row.size(); ++column) {
-            if (isNumber(sheet.totals[column]))
-                std::get<runtime::Currency>(sheet.totals[column]) += std::get<runtime::Currency>(row[column]);
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            if (stockColumns[column].adds)
+                totals[column] += Sum::of(row[column]);
         }
         sheet.rows.push_back(std::move(row));
     }
+    for (std::size_t column = 0; column < totals.size(); ++column)
+        sheet.totals.push_back(stockColumns[column].adds ? Cell(totals[column]) : Cell());
+    sheet.totals[0] = QStringLiteral("합계");
 
-    sheet.chart.title = QStringLiteral("재고 금액 상위 %1").arg(std::min(mostBarsShown, products.size()));
+    sheet.chart.title = QStringLiteral("재고금액 상위 %1").arg(std::min(mostBarsShown, products.size()));
     sheet.chart.lying = true;
-    sheet.chart.series = {{QStringLiteral("재고 금액"), {}}};
+    sheet.chart.series = {{QStringLiteral("재고금액"), {}}};
     const auto dearest = dearestOf(sheet.rows, worthColumn);
     for (const Row *row : dearest) {
         sheet.chart.categories << plainText((*row)[1]);
-        sheet.chart.series[0].values.push_back(std::get<runtime::Currency>((*row)[worthColumn]));
+        sheet.chart.series[0].values.push_back(Sum::of((*row)[worthColumn]).orZero());
     }
-    sheet.remark = QStringLiteral("재고는 지금의 것입니다. 남은 일수는 %1일 동안 나간 속도로 셉니다.").arg(rateDays_);
+    sheet.remark = QStringLiteral("재고는 현재 수량입니다. 남은일수는 출고 기간 %1일의 출고량으로 계산합니다.").arg(rateDays_);
     return sheet;
 }
 

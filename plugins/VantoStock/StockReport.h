@@ -36,7 +36,6 @@ public:
     Asks asks() const override { return Asks::LastDay; }
     QStringList views() const override;
     std::vector<Figure> figures(const Period &period) override;
-    Sheet sheet(int view) const override;
 
 private:
     struct Product
@@ -44,17 +43,18 @@ private:
         QString category;
         QString name;
         bool isHandled = false;
-        std::array<runtime::Currency, Amounts> sums{};
+        std::array<Sum, Amounts> sums{};
 
-        runtime::Currency remaining() const;
-        /// Whole days, -1 when nothing is left or nothing leaves.
-        int daysLeft(int rateDays) const;
+        Sum remaining() const;
+        /// Whole days; nothing when nothing is left or nothing leaves.
+        Cell daysLeft(int rateDays) const;
         /// What has to be looked at, in words; empty for nothing.
         QString state(int rateDays) const;
         /// What lies on the shelf at the last purchase price; nothing below zero.
-        runtime::Currency worth() const;
+        Sum worth() const;
     };
 
+    Sheet makeSheet(int view) const override;
     /// Adds the amounts that follow the product in the statement.
     Figure figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices, const QString &bounds = {});
     std::vector<const Product *> shown(int view) const;

@@ -8,9 +8,9 @@ void DayTable::clear(const Period &period)
     days_.clear();
 }
 
-void DayTable::add(QDate day, std::size_t column, runtime::Currency amount)
+void DayTable::add(QDate day, std::size_t column, const Sum &amount)
 {
-    std::vector<runtime::Currency> &amounts = days_[day];
+    std::vector<Sum> &amounts = days_[day];
     amounts.resize(columns_);
     amounts[column] += amount;
 }
@@ -21,16 +21,16 @@ std::vector<DayTable::Line> DayTable::lines(Grain grain) const
     for (const auto &[day, amounts] : days_) {
         const Period period = rowOf(day, grain, period_);
         if (lines.empty() || lines.back().period != period)
-            lines.push_back({period, std::vector<runtime::Currency>(columns_)});
+            lines.push_back({period, std::vector<Sum>(columns_)});
         for (std::size_t column = 0; column < columns_; ++column)
             lines.back().amounts[column] += amounts[column];
     }
     return lines;
 }
 
-std::vector<runtime::Currency> DayTable::totals() const
+std::vector<Sum> DayTable::totals() const
 {
-    std::vector<runtime::Currency> sums(columns_);
+    std::vector<Sum> sums(columns_);
     for (const auto &[day, amounts] : days_) {
         for (std::size_t column = 0; column < columns_; ++column)
             sums[column] += amounts[column];
@@ -43,7 +43,7 @@ QStringList DayTable::grains()
     return {QStringLiteral("일별"), QStringLiteral("주별"), QStringLiteral("월별")};
 }
 
-Row rowOfAmounts(const QString &caption, const std::vector<runtime::Currency> &amounts)
+Row rowOfAmounts(const QString &caption, const std::vector<Sum> &amounts)
 {
     Row row{caption};
     row.insert(row.end(), amounts.begin(), amounts.end());

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plugins/frame/Period.h"
-#include "plugins/frame/Sheet.h"
+#include "plugins/frame/Sum.h"
 
 #include <map>
 
@@ -14,7 +14,7 @@ public:
     struct Line
     {
         Period period;
-        std::vector<runtime::Currency> amounts;
+        std::vector<Sum> amounts;
     };
 
     explicit DayTable(std::size_t columns)
@@ -23,11 +23,11 @@ public:
     }
 
     void clear(const Period &period);
-    void add(QDate day, std::size_t column, runtime::Currency amount);
+    void add(QDate day, std::size_t column, const Sum &amount);
 
     /// Rows in the order of their days; days without anything are left out.
     std::vector<Line> lines(Grain grain) const;
-    std::vector<runtime::Currency> totals() const;
+    std::vector<Sum> totals() const;
 
     /// "일별", "주별", "월별", in the order of Grain.
     static QStringList grains();
@@ -35,10 +35,10 @@ public:
 private:
     std::size_t columns_;
     Period period_;
-    std::map<QDate, std::vector<runtime::Currency>> days_;
+    std::map<QDate, std::vector<Sum>> days_;
 };
 
 /// A row that begins with a text.
-Row rowOfAmounts(const QString &caption, const std::vector<runtime::Currency> &amounts);
+Row rowOfAmounts(const QString &caption, const std::vector<Sum> &amounts);
 
 } // namespace statistics

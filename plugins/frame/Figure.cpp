@@ -1,13 +1,22 @@
 #include "plugins/frame/Figure.h"
 
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
 
 namespace statistics {
 
-runtime::Currency Record::amount(int column) const
+Sum Record::amount(int column) const
 {
-    const QVariant value = rows_.valueAt(row_, column);
-    return runtime::isNull(value) ? runtime::Currency() : runtime::CCur(value);
+    using runtime::ErrorNumber;
+    try {
+        const QVariant value = rows_.valueAt(row_, column);
+        return runtime::isNull(value) ? Sum() : Sum(runtime::CCur(value));
+    } catch (const runtime::RuntimeError &error) {
+        // One cell that is none leaves the others right. Whatever else fails, a lost server above all, ends the reading.
+        if (error.number() != ErrorNumber::TypeMismatch && error.number() != ErrorNumber::Overflow)
+            throw;
+        return Sum::unknown();
+    }
 }
 
 int Record::key(int column) const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ado/Recordset.h"
-#include "platform/runtime/Currency.h"
+#include "plugins/frame/Sum.h"
 
 #include <QDate>
 #include <QString>
@@ -11,7 +11,7 @@
 namespace statistics {
 
 /// One row of a statement's result, its columns counted from 0 in the order of the statement. Looked at where it lies:
-/// a year of a large shop gives some hundred thousand of them.
+/// a year of a large shop gives some hundred thousand of them. What cannot be read raises RuntimeError, but for an amount.
 class Record
 {
 public:
@@ -21,7 +21,7 @@ public:
     {
     }
 
-    runtime::Currency amount(int column) const; ///< exact; NULL is 0
+    Sum amount(int column) const;               ///< exact; NULL is 0, unknown where the cell holds no amount
     int key(int column) const;                  ///< NULL is 0
     QDate date(int column) const;               ///< NULL is an invalid date
     QString text(int column) const;             ///< NULL is empty

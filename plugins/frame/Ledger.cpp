@@ -14,4 +14,21 @@ bool isAgainstOutstanding(const QString &method)
     return method.startsWith(QLatin1Char('1'));
 }
 
+QString ledgerWithOrders()
+{
+    return QStringLiteral("tPSTransaction LEFT JOIN tPSOrderMaster "
+                          "ON tPSTransaction.tpstrans_OrderM_PK = tPSOrderMaster.OrdM_PK "
+                          "AND tPSTransaction.tpstrans_Customer_PK = tPSOrderMaster.Cust_PK ");
+}
+
+QString afterItsDay()
+{
+    return QStringLiteral("CASE WHEN OrdM_Date < tpstrans_Date THEN 1 ELSE 0 END");
+}
+
+bool isReceivedLater(const QString &method, bool afterItsDay)
+{
+    return afterItsDay || isAgainstOutstanding(method);
+}
+
 } // namespace statistics

@@ -56,7 +56,7 @@ PeriodBar::PeriodBar(Report::Asks asks, QWidget *parent)
     dtpFirst_ = dateBox(layout, "dtpFirst",
                         asks == Report::Asks::Period ? QStringLiteral("기간:")
                         : asks == Report::Asks::Day  ? QStringLiteral("날짜:")
-                                                     : QStringLiteral("출고 속도 기준일:"));
+                                                     : QStringLiteral("출고 기준일:"));
     dtpLast_ = oneDay ? nullptr : dateBox(layout, "dtpLast", QStringLiteral("~"));
     if (dtpLast_) {
         dtpFirst_->setAccessibleName(QStringLiteral("시작일"));

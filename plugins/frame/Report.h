@@ -33,8 +33,11 @@ public:
 
     /// The statements of a period; forgets what was read before. The report lives longer than the figures.
     virtual std::vector<Figure> figures(const Period &period) = 0;
-    /// What was read, in the view of that index.
-    virtual Sheet sheet(int view) const = 0;
+    /// What was read, in the view of that index. Where a number cannot be told, the remark says so.
+    Sheet sheet(int view) const;
+
+private:
+    virtual Sheet makeSheet(int view) const = 0;
 };
 
 } // namespace statistics

@@ -35,8 +35,8 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , connection_(std::move(connection))
     , periodBar_(new PeriodBar(report_->asks()))
     , cboView_(controls::named(new QComboBox, QStringLiteral("cboView")))
-    , cmdRead_(commandButton("cmdRead", QStringLiteral("다시 읽기")))
-    , cmdCsv_(commandButton("cmdCsv", QStringLiteral("CSV 저장")))
+    , cmdRead_(commandButton("cmdRead", QStringLiteral("새로고침")))
+    , cmdCsv_(commandButton("cmdCsv", QStringLiteral("Excel용 저장")))
     , cmdPrint_(commandButton("cmdPrint", QStringLiteral("인쇄")))
     , lblState_(controls::named(new QLabel, QStringLiteral("lblState")))
     , prgReading_(controls::named(new QProgressBar, QStringLiteral("prgReading")))
@@ -96,8 +96,9 @@ QLayout *ReportWindow::choices()
     row->addStretch();
     for (QPushButton *button : {cmdRead_, cmdCsv_, cmdPrint_})
         row->addWidget(button);
+    cmdCsv_->setToolTip(QStringLiteral("CSV 파일로 저장"));
     cmdRead_->setShortcut(Qt::Key_F5);
-    cmdRead_->setToolTip(QStringLiteral("다시 읽기 (F5)"));
+    cmdRead_->setToolTip(QStringLiteral("새로고침 (F5)"));
     return row;
 }
 
@@ -106,7 +107,7 @@ QLayout *ReportWindow::state()
     prgReading_->setRange(0, 1000);
     prgReading_->setFormat(QStringLiteral("%p%"));
     prgReading_->setMaximumWidth(260);
-    prgReading_->setAccessibleName(QStringLiteral("읽는 중"));
+    prgReading_->setAccessibleName(QStringLiteral("가져오는 중"));
     auto *row = new QHBoxLayout;
     row->addWidget(lblState_, 1);
     row->addWidget(prgReading_);
@@ -127,7 +128,7 @@ void ReportWindow::wire()
     onEvent(cmdPrint_, &QPushButton::clicked, this, [this](bool) { print(); });
     onEvent(cmdCancel_, &QPushButton::clicked, this, [this](bool) {
         work_.cancel();
-        stopped(QStringLiteral("읽기를 중지했습니다. 다시 보려면 '다시 읽기'를 누르십시오."));
+        stopped(QStringLiteral("중지했습니다. 다시 보려면 '새로고침'을 누르십시오."));
     });
     onEvent(cboView_, &QComboBox::currentIndexChanged, this, [this](int) {
         if (read_.isValid())
@@ -140,7 +141,7 @@ void ReportWindow::wire()
     });
     onEvent(&work_, &Work::finished, this, [this] { done(); });
     onEvent(&work_, &Work::failed, this, [this](const QString &description) {
-        stopped(QStringLiteral("통계를 읽지 못했습니다: ") + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+        stopped(QStringLiteral("통계를 가져오지 못했습니다: ") + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     });
 }
 
@@ -157,7 +158,7 @@ void ReportWindow::open()
         };
         Reading(connection_, {figure}, dayOf(last)).readAll();
     } catch (const runtime::RuntimeError &error) {
-        stopped(QStringLiteral("통계를 읽지 못했습니다: ") + error.description());
+        stopped(QStringLiteral("통계를 가져오지 못했습니다: ") + error.description());
         return;
     }
     periodBar_->choose(report_->asks() == Report::Asks::Period ? monthOf(last) : dayOf(last));
@@ -182,7 +183,7 @@ void ReportWindow::setBusy(bool busy)
     cmdPrint_->setEnabled(!busy && read_.isValid());
     cboView_->setEnabled(!busy);
     if (busy) {
-        lblState_->setText(QStringLiteral("%1 읽는 중입니다.").arg(periodText()));
+        lblState_->setText(QStringLiteral("가져오는 중입니다: ") + periodText());
         return;
     }
     prgReading_->hide();
@@ -192,7 +193,7 @@ void ReportWindow::setBusy(bool busy)
 
 QString ReportWindow::periodText() const
 {
-    return report_->asks() == Report::Asks::LastDay ? QStringLiteral("출고 속도: ") + read_.text() : read_.text();
+    return report_->asks() == Report::Asks::LastDay ? QStringLiteral("출고 기간: ") + read_.text() : read_.text();
 }
 
 void ReportWindow::done()
@@ -205,9 +206,11 @@ void ReportWindow::showSheet()
 {
     sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
     const QString none = report_->asks() == Report::Asks::LastDay ? QStringLiteral("해당하는 물품이 없습니다.")
-                                                                  : QStringLiteral("이 기간에는 자료가 없습니다.");
-    const QString rows = sheet_.rows.empty() ? none : QStringLiteral("%1행").arg(sheet_.rows.size());
+                                                                  : QStringLiteral("이 기간에는 내역이 없습니다. 기간을 바꾸십시오.");
+    const QString count = shownText(runtime::Currency::fromWon(qint64(sheet_.rows.size())));
+    const QString rows = sheet_.rows.empty() ? none : count + QStringLiteral("행");
     lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
+    lblState_->setToolTip(sheet_.remark);
     summary_->setLines(sheet_.summary);
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
@@ -228,6 +231,7 @@ void ReportWindow::stopped(const QString &why)
     chart_->setPlan(sheet_.chart);
     setBusy(false);
     lblState_->setText(why);
+    lblState_->setToolTip(why);
 }
 
 void ReportWindow::saveCsv()
@@ -235,7 +239,7 @@ void ReportWindow::saveCsv()
     const QByteArray content = csvOf(report_->title(), periodText(), sheet_, table_->rows());
     // The window may be closed under the dialog, which goes with it.
     const QPointer<QFileDialog> dialog =
-        new QFileDialog(this, QStringLiteral("CSV 저장"), QString(), QStringLiteral("CSV 파일 (*.csv)"));
+        new QFileDialog(this, QStringLiteral("Excel용 저장"), QString(), QStringLiteral("CSV 파일 (*.csv)"));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("csv")); // before the question whether to replace a file of that name
     dialog->selectFile(QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()));

@@ -4,6 +4,8 @@
 
 #include <QVariant>
 
+#include <algorithm>
+
 namespace statistics {
 
 QString plainText(const Cell &cell)
@@ -36,6 +38,21 @@ bool isBefore(const Cell &a, const Cell &b)
 bool isNumber(const Cell &cell)
 {
     return std::holds_alternative<runtime::Currency>(cell);
+}
+
+bool holdsUnknown(const Sheet &sheet)
+{
+    const auto isUnknown = [](const Cell &cell) { return cell == Cell(unknownSign); };
+    const auto within = [&](const Row &row) {
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            if (sheet.columns[column].kind == Column::Kind::Number && isUnknown(row[column]))
+                return true;
+        }
+        return false;
+    };
+    const auto inLine = [&](const SummaryLine &line) { return isUnknown(line.amount); };
+    return within(sheet.totals) || std::any_of(sheet.rows.begin(), sheet.rows.end(), within)
+        || std::any_of(sheet.summary.begin(), sheet.summary.end(), inLine);
 }
 
 } // namespace statistics

@@ -15,6 +15,9 @@ namespace statistics {
 /// Nothing, a text, or an exact number (won, pieces, days).
 using Cell = std::variant<std::monostate, QString, runtime::Currency>;
 
+/// Stands for a number that cannot be told.
+inline const QString unknownSign = QStringLiteral("?");
+
 struct Column
 {
     enum class Kind {
@@ -33,7 +36,7 @@ struct SummaryLine
 {
     QString group;
     QString caption;
-    runtime::Currency amount;
+    Cell amount;
     bool isResult = false; ///< the figure that the group is read for
     QString unit = {};     ///< empty for won
 };
@@ -70,5 +73,7 @@ QString plainText(const Cell &cell);
 /// Lowest first; what is nothing before all else.
 bool isBefore(const Cell &a, const Cell &b);
 bool isNumber(const Cell &cell);
+/// Whether a number of the sheet cannot be told.
+bool holdsUnknown(const Sheet &sheet);
 
 } // namespace statistics

@@ -130,7 +130,7 @@ SheetChart::SheetChart(QWidget *parent)
     : QChartView(new QChart, parent)
 {
     controls::named(this, QStringLiteral("chtReport"));
-    setAccessibleName(QStringLiteral("통계 그림"));
+    setAccessibleName(QStringLiteral("통계 그래프"));
     setRenderHint(QPainter::Antialiasing);
     setFocusPolicy(Qt::NoFocus);
     chart()->setMargins({4, 0, 8, 0});

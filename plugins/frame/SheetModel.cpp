@@ -4,6 +4,7 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <numeric>
 
 namespace statistics {
 
@@ -73,12 +74,34 @@ void SheetModel::sort(int column, Qt::SortOrder order)
 {
     if (column < 0 || column >= columnCount())
         return;
-    emit layoutAboutToBeChanged();
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
     const auto place = std::size_t(column);
-    std::stable_sort(rows_.begin(), rows_.end(), [place, order](const Row &a, const Row &b) {
-        return order == Qt::AscendingOrder ? isBefore(a[place], b[place]) : isBefore(b[place], a[place]);
+    std::vector<std::size_t> before(rows_.size()); // where the row of each place stood
+    std::iota(before.begin(), before.end(), std::size_t{0});
+    std::stable_sort(before.begin(), before.end(), [&](std::size_t a, std::size_t b) {
+        const Cell &first = rows_[a][place];
+        const Cell &second = rows_[b][place];
+        return order == Qt::AscendingOrder ? isBefore(first, second) : isBefore(second, first);
     });
-    emit layoutChanged();
+    std::vector<Row> sorted;
+    std::vector<int> after(rows_.size());
+    for (std::size_t row = 0; row < before.size(); ++row) {
+        sorted.push_back(std::move(rows_[before[row]]));
+        after[before[row]] = int(row);
+    }
+    rows_ = std::move(sorted);
+    followRows(after);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+/// Whoever holds on to a row, the selection above all, finds it where it stands now.
+void SheetModel::followRows(const std::vector<int> &after)
+{
+    const QModelIndexList held = persistentIndexList();
+    QModelIndexList moved;
+    for (const QModelIndex &old : held)
+        moved << index(after[std::size_t(old.row())], old.column());
+    changePersistentIndexList(held, moved);
 }
 
 } // namespace statistics

@@ -6,7 +6,7 @@
 
 namespace statistics {
 
-/// Rows of a sheet for a table; sorts them by a column, equal ones staying in their order.
+/// Rows of a sheet for a table; sorts them by a column, equal ones staying in their order. What is selected stays so.
 class SheetModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -28,6 +28,8 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 private:
+    void followRows(const std::vector<int> &after);
+
     bool numbered_;
     std::vector<Column> columns_;
     std::vector<Row> rows_;

@@ -201,6 +201,24 @@ TEST_F(Entries, ReadTheManagementListsFromTheConnectionThatCameLast)
     manage();
 }
 
+TEST_F(Entries, StartTheReportAnewForAnotherConnection)
+{
+    automation::classRegister::registerLibrary(besideTest("test_reports"));
+    qApp->setProperty("behaviour", QStringLiteral("tells its connection"));
+    TestDatabase other(ado::Engine::SQLite);
+    QVariantList elsewhere = arguments();
+    elsewhere[0] = QVariant::fromValue(other.connection());
+    for (const auto &[host, address] : {std::pair(arguments(), database_.address()), std::pair(elsewhere, other.address())}) {
+        for (int visit = 0; visit < 2; ++visit) {
+            call("showProductSale", host);
+            tabs()->setCurrentIndex(2);
+            EXPECT_EQ(at<QLabel>("report")->text().toStdString(), address.toStdString());
+        }
+    }
+    EXPECT_EQ(qApp->property("starts").toInt(), 2);
+    EXPECT_EQ(said(), "");
+}
+
 TEST_F(Entries, AreFoundByNameAndRefuseWhatDoesNotFit)
 {
     QStringList members;

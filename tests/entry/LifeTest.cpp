@@ -3,9 +3,11 @@
 #include <QHeaderView>
 #include <QPlainTextEdit>
 #include <QProcess>
+#include <QScreen>
 #include <QSplitter>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 
 namespace {
 
@@ -120,6 +122,26 @@ TEST_F(Life, ClosingKeepsTheLayoutAndGivesEverythingBackButTheConnection)
     EXPECT_NE(at<QSplitter>("c1elaMain")->sizes(), widths);
     EXPECT_NE(window()->pos(), QPoint(31, 17));
     EXPECT_EQ(said(), "");
+}
+
+TEST_F(Life, AMaximizedWindowStaysSoAndKeepsTheSizeThatItHadBefore)
+{
+    fillShop();
+    manage();
+    QTest::qWait(300);
+    const QRect own = window()->geometry();
+    // By hand: the desktop sends the size first, then the state.
+    window()->windowHandle()->setGeometry(window()->screen()->availableGeometry());
+    window()->windowHandle()->setWindowState(Qt::WindowMaximized);
+    QTest::qWait(300);
+    for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
+        enter(entry);
+        EXPECT_TRUE(window()->isMaximized()) << entry;
+    }
+    close();
+    EXPECT_EQ(setting("IsFormMaximized").toInt(), 2);
+    EXPECT_EQ(QRect(setting("FormPos_x").toInt(), setting("FormPos_y").toInt(), setting("FormWidth").toInt(),
+                    setting("FormHeight").toInt()), own);
 }
 
 TEST_F(Life, OpensAgainAtOnceAfterClosing)

@@ -54,6 +54,23 @@ std::size_t medium(const QString &method)
     return endsWith(method, '1') ? 1 : endsWith(method, '2') ? 2 : 0;
 }
 
+/// Orders by key and customer, as the ledger names them.
+std::map<std::pair<int, int>, Order> ordersOf(TestDatabase &database)
+{
+    std::map<std::pair<int, int>, Order> all;
+    for (const Order &order : orders(database))
+        all[{order.key, order.customer}] = order;
+    return all;
+}
+
+/// Whether a payment is money received later: after its order's day, or coded so.
+bool isLate(const LedgerRow &row, const std::map<std::pair<int, int>, Order> &orders)
+{
+    const auto order = orders.find({row.order, row.customer});
+    return row.operation == 3
+        && (row.method.startsWith(QLatin1Char('1')) || (order != orders.end() && row.date > order->second.date));
+}
+
 Days salesByDay(TestDatabase &database)
 {
     enum { Orders, Gross, Discount, Returns, Returned, Net, Taxed, TaxFree, Unknown, Columns };
@@ -83,6 +100,7 @@ Days moneyByDay(TestDatabase &database)
 {
     enum { Taken = 6, Refunded, Net, Discounts, Cuts, Columns };
     Days days;
+    const auto ordersByKey = ordersOf(database);
     for (const LedgerRow &row : ledger(database)) {
         if (row.operation < 1 || row.operation > 4)
             continue;
@@ -93,7 +111,7 @@ Days moneyByDay(TestDatabase &database)
         if (row.operation == 2)
             day[Discounts] += row.money;
         if (row.operation == 3) {
-            day[medium(row.method) + (row.method.startsWith(QLatin1Char('1')) ? 3 : 0)] += row.money;
+            day[medium(row.method) + (isLate(row, ordersByKey) ? 3 : 0)] += row.money;
             day[Taken] += row.money;
             day[Net] += row.money;
         }
@@ -125,7 +143,7 @@ TEST_P(Figures, OfAPeriodAreTheSumsOfItsDaysWeeksAndMonths)
     statistics::SalesPeriodReport sales;
     statistics::PayPeriodReport money;
     for (statistics::Report *report : {static_cast<statistics::Report *>(&sales), static_cast<statistics::Report *>(&money)}) {
-        std::vector<runtime::Currency> days;
+        std::vector<statistics::Sum> days;
         for (QDate day = period.first; day <= period.last; day = day.addDays(1)) {
             const statistics::Row totals = sheet(*report, statistics::dayOf(day)).totals;
             days.resize(std::max(days.size(), totals.size() - 1));
@@ -135,7 +153,7 @@ TEST_P(Figures, OfAPeriodAreTheSumsOfItsDaysWeeksAndMonths)
         for (int view = 0; view < 3; ++view) {
             const statistics::Sheet whole = sheet(*report, period, view);
             EXPECT_EQ(rendered(whole.totals), rendered(statistics::rowOfAmounts(QStringLiteral("합계"), days))) << view;
-            std::vector<runtime::Currency> rows(days.size());
+            std::vector<statistics::Sum> rows(days.size());
             for (const statistics::Row &row : whole.rows) {
                 for (std::size_t column = 1; column < row.size(); ++column)
                     rows[column - 1] += std::get<runtime::Currency>(row[column]);
@@ -205,17 +223,18 @@ TEST_P(Figures, OfOneDayFillTheSheetOfTheEveningCount)
 {
     const std::vector<Line> allLines = lines(database_);
     const std::vector<LedgerRow> allMoney = ledger(database_);
-    const std::vector<Order> allOrders = orders(database_);
+    const auto allOrders = ordersOf(database_);
     statistics::OneDayReport report;
     for (QDate day = QDate(2026, 3, 2); day < QDate(2026, 3, 20); day = day.addDays(1)) {
         std::map<std::string, qint64> sums;
-        std::map<int, Order> ofTheDay;
-        for (const Order &order : allOrders) {
+        std::map<std::pair<int, int>, qint64> unpaid; // of the day's orders, but for what was paid as outstanding
+        std::map<int, bool> ofTheDay;
+        for (const auto &[key, order] : allOrders) {
             if (order.date != day)
                 continue;
-            ofTheDay[order.key] = order;
+            unpaid[key] = order.total;
+            ofTheDay[order.key] = true;
             ++sums["매출/거래"];
-            sums["미수·감면/미수 발생"] += order.owed;
         }
         for (const Line &line : allLines) {
             if (!ofTheDay.contains(line.order))
@@ -226,31 +245,34 @@ TEST_P(Figures, OfOneDayFillTheSheetOfTheEveningCount)
             sums["매출/순매출"] += line.net();
         }
         for (const LedgerRow &row : allMoney) {
-            const bool late = row.operation == 3 && row.method.startsWith(QLatin1Char('1'));
-            if (late && ofTheDay.contains(row.order) && ofTheDay[row.order].customer == row.customer)
-                sums["미수·감면/미수 발생"] += row.money;
+            const bool moves = row.operation >= 1 && row.operation <= 4;
+            const bool asOutstanding = row.operation == 3 && row.method.startsWith(QLatin1Char('1'));
+            if (const auto order = unpaid.find({row.order, row.customer}); order != unpaid.end() && row.date <= day && moves)
+                order->second -= row.operation == 4 ? -row.money : asOutstanding ? 0 : row.money;
             if (row.date != day || row.operation == 0)
                 continue;
             const bool cash = medium(row.method) == 0;
             if (row.operation == 3) {
                 sums[std::string("수납/") + (cash ? "현금" : medium(row.method) == 1 ? "카드" : "통장")] += row.money;
                 sums["수납/순수납"] += row.money;
-                sums["미수·감면/미수 수납"] += late ? row.money : 0;
+                sums["미수·감면/미수 수납"] += isLate(row, allOrders) ? row.money : 0;
                 sums["현금 시재/현금 수납"] += cash ? row.money : 0;
-                sums["현금 시재/서랍에 늘어야 할 현금"] += cash ? row.money : 0;
+                sums["현금 시재/현금 증감"] += cash ? row.money : 0;
             } else if (row.operation == 4) {
                 sums["수납/환불"] -= row.money;
                 sums["수납/순수납"] -= row.money;
                 sums["현금 시재/현금 환불"] -= cash ? row.money : 0;
-                sums["현금 시재/서랍에 늘어야 할 현금"] -= cash ? row.money : 0;
+                sums["현금 시재/현금 증감"] -= cash ? row.money : 0;
             } else {
                 sums[row.operation == 2 ? "미수·감면/수납 시 할인" : "미수·감면/절사"] += row.money;
             }
         }
+        for (const auto &[key, left] : unpaid)
+            sums["미수·감면/미수 발생"] += std::max<qint64>(left, 0);
         const statistics::Sheet shown = sheet(report, statistics::dayOf(day));
         ASSERT_EQ(shown.summary.size(), 17u);
         for (const statistics::SummaryLine &line : shown.summary)
-            EXPECT_EQ(line.amount.toText().toStdString(), std::to_string(sums[(line.group + u'/' + line.caption).toStdString()]))
+            EXPECT_EQ(statistics::plainText(line.amount).toStdString(), std::to_string(sums[(line.group + u'/' + line.caption).toStdString()]))
                 << day.toString(Qt::ISODate).toStdString() << ' ' << line.caption.toStdString();
     }
 }
@@ -268,10 +290,60 @@ TEST_P(Figures, OfOneDayNameThePatientOfEveryOrderAndOfMoneyForOlderOnes)
         }
         return std::string("none");
     };
-    EXPECT_EQ(row(QDate(2026, 3, 14), "당일", 2), "당일|10000|0|0|10000|0|23|29|31|121|1500");
+    EXPECT_EQ(row(QDate(2026, 3, 14), "당일", 2), "당일|10000|0|0|10000|0|23|29|31|-121|5038");
     EXPECT_EQ(row(QDate(2026, 3, 14), "이전", 3), "이전|0|0|0|0|0|53|0|0|0|0");  // a receipt of the desk
     EXPECT_EQ(row(QDate(2026, 3, 14), "이전", 1), "이전|0|0|0|0|59|0|0|0|0|0"); // another customer's order
     EXPECT_EQ(row(QDate(2026, 3, 16), "이전", 2), "이전|0|0|0|0|0|61|0|0|0|0");
+}
+
+// Money for the orders of a day that comes on the next day, however it is coded and whatever else is stored with it.
+TEST_P(Figures, OfADayStayWhenItsOrdersArePaidLater)
+{
+    const QDate day(2026, 3, 10);
+    const auto told = [&](const QDate &of) {
+        statistics::OneDayReport report;
+        const statistics::Sheet shown = sheet(report, statistics::dayOf(of));
+        std::string all = rendered(shown);
+        for (const statistics::SummaryLine &line : shown.summary)
+            all += '\n' + line.caption.toStdString() + ' ' + statistics::plainText(line.amount).toStdString();
+        return std::pair(all, shown.summary);
+    };
+    const auto lateOf = [](const std::vector<statistics::SummaryLine> &summary) {
+        const auto line = std::find_if(summary.begin(), summary.end(),
+                                       [](const auto &one) { return one.caption == QStringLiteral("미수 수납"); });
+        return statistics::plainText(line->amount).toLongLong();
+    };
+    const auto periodOf = [&](const QDate &of) {
+        statistics::PayPeriodReport report;
+        return sheet(report, statistics::dayOf(of)).totals;
+    };
+    const auto before = told(day);
+    const auto nextBefore = told(day.addDays(1));
+    const statistics::Row moneyBefore = periodOf(day.addDays(1));
+    const int order = database_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster WHERE OrdM_Date = '2026-03-10'").toInt();
+    ASSERT_GT(order, 0);
+    const QString stored = database_.value(QStringLiteral("SELECT Cust_PK, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order));
+    const QString row = QStringLiteral("(%1, %2, '2026-03-11', %3, %4, %5, 'later')").arg(stored.section(u'|', 0, 0)).arg(order);
+    database_.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+                                 "tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES ")
+                  + QStringList{row.arg(3).arg(1000).arg("'00'"), row.arg(3).arg(300).arg("'01'"), row.arg(3).arg(70).arg("'10'"),
+                                row.arg(3).arg(5).arg("NULL"), row.arg(2).arg(40).arg("''"), row.arg(4).arg(20).arg("'00'")}.join(u','));
+    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 1 WHERE OrdM_PK = %1").arg(order));
+
+    EXPECT_EQ(told(day).first, before.first);
+    EXPECT_EQ(lateOf(told(day.addDays(1)).second), lateOf(nextBefore.second) + 1375);
+    const statistics::Row money = periodOf(day.addDays(1));
+    const auto grown = [&](std::size_t column) {
+        return statistics::plainText(money[column + 1]).toLongLong() - statistics::plainText(moneyBefore[column + 1]).toLongLong();
+    };
+    using Money = statistics::PayPeriodReport;
+    EXPECT_EQ(grown(Money::Cash), 0);
+    EXPECT_EQ(grown(Money::LateCash), 1075);
+    EXPECT_EQ(grown(Money::LateCard), 300);
+    EXPECT_EQ(grown(Money::Refunded), -20);
+
+    database_.run("DELETE FROM tPSTransaction WHERE tpstrans_Memo = 'later'");
+    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = %1 WHERE OrdM_PK = %2").arg(stored.section(u'|', 1, 1)).arg(order));
 }
 
 TEST_P(Figures, StockIsThatOfTheModulesOwnPane)
@@ -323,6 +395,71 @@ TEST_P(Figures, StockIsWorthItsLastPriceAndTellsInWordsWhatRunsOut)
     const std::size_t handled = sheet(report, wholeYear, 0).rows.size();
     EXPECT_LT(sheet(report, wholeYear, 2).rows.size(), handled);
     EXPECT_LT(handled, sheet(report, wholeYear, 1).rows.size());
+}
+
+// A product's code, scanned into the field of the quantity.
+TEST_P(Figures, BeyondMeasureAreAQuestionMarkAndTheOthersStayRight)
+{
+    const Period rate{lastDay.addDays(-89), lastDay};
+    statistics::StockReport report;
+    const statistics::Sheet before = sheet(report, rate, 1);
+    EXPECT_FALSE(before.remark.contains(QLatin1Char('?')));
+    database_.run("INSERT INTO tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsValid) VALUES (9101, '힣', '바코드', 1)");
+    database_.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (9101, 1, '2026-06-05', 8801234567890, 450)");
+    database_.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) "
+                  "SELECT MAX(OrdM_PK), 9101, 1000, 1 FROM tPSOrderMaster WHERE OrdM_PK < 90000");
+
+    const statistics::Sheet after = sheet(report, rate, 1);
+    ASSERT_EQ(after.rows.size(), before.rows.size() + 1);
+    EXPECT_EQ(rendered(after.rows.back()), "힣|바코드|확인 필요|8801234567890|1|0|0|8801234567889|450|?|1|792111111110010");
+    for (std::size_t row = 0; row < before.rows.size(); ++row)
+        EXPECT_EQ(rendered(after.rows[row]), rendered(before.rows[row]));
+    EXPECT_EQ(rendered({after.totals[9]}), "?") << "no total that is not whole";
+    EXPECT_EQ(statistics::plainText(after.totals[4]).toLongLong(), statistics::plainText(before.totals[4]).toLongLong() + 1);
+    EXPECT_TRUE(after.remark.startsWith("'?'")) << after.remark.toStdString();
+    EXPECT_EQ(after.chart.categories, before.chart.categories);
+
+    for (const char *table : {"tPSProductMaster", "tPSIncoming", "tPSOrderDetail"})
+        database_.run(QStringLiteral("DELETE FROM %1 WHERE PM_PK = 9101").arg(QLatin1String(table)));
+}
+
+// A shop that was never told the types of its columns holds what it is given.
+TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
+{
+    TestDatabase database(ado::Engine::SQLite, false);
+    for (const char *table : {"tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsTaxed, PM_IsValid)",
+                              "tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice)",
+                              "tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total)",
+                              "tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType)",
+                              "tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+                              "tpstrans_Money, tpstrans_Method)", "Customer (Customer_PK, name, sn)"})
+        database.run(QStringLiteral("CREATE TABLE ") + QLatin1String(table));
+    database.run("INSERT INTO tPSProductMaster (PM_PK, PM_Name, PM_IsTaxed, PM_IsValid) VALUES (1, '가', 1, 1), (2, '나', 1, 1)");
+    database.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (1, 1, '2026-06-05', 3, '삼백'), "
+                 "(2, 1, '2026-06-05', 3, 300)");
+    database.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (1, 1, '2026-06-10', 1000), "
+                 "(2, 1, '2026-06-11', 9e999)");
+    database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 1000, 1), (2, 2, 9e999, 1)");
+    database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+                 "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-06-10', 3, 1000, '00'), (1, 2, '2026-06-11', 3, 9e999, '01')");
+    const auto told = [&](statistics::Report &report, const Period &period, int view) {
+        statistics::Reading(database.connection(), report.figures(period), period).readAll();
+        const statistics::Sheet sheet = report.sheet(view);
+        EXPECT_TRUE(sheet.remark.startsWith("'?'")) << sheet.remark.toStdString();
+        return rendered(sheet);
+    };
+    const Period june = statistics::monthOf(QDate(2026, 6, 1));
+    statistics::StockReport stock;
+    EXPECT_EQ(told(stock, june, 1), "|가|확인 필요|3|1|0|0|2|?|?|1|60\n|나||3|1|0|0|2|300|600|1|60\n합계|||6|2|0|0|4||?|2|");
+    statistics::SalesPeriodReport sales;
+    EXPECT_EQ(told(sales, june, 0), "2026-06-10 (수)|1|1000|0|0|0|1000|1000|0\n2026-06-11 (목)|1|?|0|0|0|?|?|0\n합계|2|?|0|0|0|?|?|0");
+    statistics::SalesItemReport items;
+    EXPECT_EQ(told(items, june, 0), "|가|1|0|0|0|1000\n|나|1|0|0|0|?\n합계||2|0|0|0|?");
+    statistics::PayPeriodReport money;
+    EXPECT_EQ(told(money, june, 2), "2026-06|1000|?|0|0|0|0|?|0|?|0|0\n합계|1000|?|0|0|0|0|?|0|?|0|0");
+    statistics::OneDayReport day;
+    EXPECT_EQ(told(day, statistics::dayOf(QDate(2026, 6, 11)), 0),
+              "||당일|?|0|0|?|0|0|?|0|0|?\n합계|||?|0|0|?|0|0|?|0|0|?");
 }
 
 TEST_P(Figures, BeginWithTheLastDayOfTheirTable)

@@ -4,6 +4,7 @@
 #include "plugins/frame/ReportWindow.h"
 #include "plugins/frame/SheetPrint.h"
 #include "tests/plugins/SampleRows.h"
+#include "tests/support/PostgresServer.h"
 #include "tests/support/MessageRecorder.h"
 
 #include <QApplication>
@@ -36,7 +37,9 @@ public:
         figure.take = [](const Record &) { QThread::msleep(10); };
         return {figure};
     }
-    Sheet sheet(int) const override
+
+private:
+    Sheet makeSheet(int) const override
     {
         Sheet sheet;
         sheet.columns = {{QStringLiteral("가"), Column::Kind::Text}};
@@ -44,7 +47,6 @@ public:
         return sheet;
     }
 
-private:
     QString statement_;
 };
 
@@ -104,6 +106,23 @@ TEST(Csv, KeepsKoreanCommasAndExactNumbersAndDisarmsFormulas)
               "'=1+1,12.5\r\n\"두\n줄\",\r\n합계,0\r\n");
     EXPECT_EQ(shownText(sheet.rows[1][1]).toStdString(), "12.5");
     EXPECT_EQ(shownText(sheet.rows[0][1]).toStdString(), "922,337,203,685,477");
+}
+
+TEST(Sums, AreUnknownOnceAnythingOfThemIs)
+{
+    const Sum most = runtime::Currency::fromScaled(std::numeric_limits<std::int64_t>::max());
+    const Sum won = runtime::Currency::fromWon(1);
+    const struct { const char *what; Sum sum; std::string shown; } cases[] = {
+        {"known", won - won * 3, "-2"},
+        {"too much", most + won, "?"},
+        {"too little", -most - won, "?"},
+        {"too many", won * 1'000'000'000'000'000, "?"},
+        {"unknown less itself", Sum::unknown() - Sum::unknown(), "?"},
+        {"an unknown one is not below zero", Sum::unknown().notBelowZero(), "?"},
+        {"below zero", (-won).notBelowZero(), "0"},
+    };
+    for (const auto &entry : cases)
+        EXPECT_EQ(plainText(entry.sum).toStdString(), entry.shown) << entry.what;
 }
 
 TEST(StatStart, GivesTheWindowBeforeAnythingIsRead)
@@ -169,7 +188,7 @@ TEST_F(Window, TellsWhyItCannotRead)
 {
     open(QStringLiteral("SELECT * FROM nowhere"));
     ASSERT_TRUE(readToItsEnd());
-    EXPECT_TRUE(state().startsWith("통계를 읽지 못했습니다: ")) << state().toStdString();
+    EXPECT_TRUE(state().startsWith("통계를 가져오지 못했습니다: ")) << state().toStdString();
     EXPECT_EQ(rows(), 0);
 
     open(ordersOfADay);
@@ -179,6 +198,34 @@ TEST_F(Window, TellsWhyItCannotRead)
     EXPECT_EQ(state(), QStringLiteral("시작일이 종료일보다 늦습니다."));
 }
 
+TEST(Readings, EndWithTheServerAndCountNothingThatWasNotRead)
+{
+    TestDatabase &clinic = samplerows::clinic(ado::Engine::PostgreSQL);
+    ado::Recordset lines;
+    lines.Open(QStringLiteral("SELECT * FROM tPSOrderDetail"), clinic.connection(), ado::CursorType::Keyset, ado::LockType::Optimistic);
+    ReportWindow window(std::make_unique<SalesPeriodReport>(), clinic.connection());
+    window.show();
+    const auto readToItsEnd = [&] { return QTest::qWaitFor([&] { return !window.isReading(); }, 20'000); };
+    ASSERT_TRUE(readToItsEnd());
+    const auto rows = window.sheet().rows.size();
+    EXPECT_GT(rows, 10u);
+
+    PostgresServer::instance().stop();
+    QTest::mouseClick(window.findChild<QPushButton *>("cmdRead"), Qt::LeftButton);
+    EXPECT_TRUE(readToItsEnd());
+    const QString state = window.findChild<QLabel *>("lblState")->text();
+    EXPECT_TRUE(state.startsWith("통계를 가져오지 못했습니다: ")) << state.toStdString();
+    EXPECT_TRUE(window.sheet().totals.empty());
+    EXPECT_THROW(Record(lines, lines.rowCount() - 1).amount(lines.columnIndex("OrdD_UnitPrice")), runtime::RuntimeError);
+
+    PostgresServer::instance().start();
+    QTest::qWait(1100); // a desk does not ask a dead server more than once a second
+    QTest::mouseClick(window.findChild<QPushButton *>("cmdRead"), Qt::LeftButton);
+    EXPECT_TRUE(readToItsEnd());
+    EXPECT_EQ(window.sheet().rows.size(), rows) << window.findChild<QLabel *>("lblState")->text().toStdString();
+    samplerows::forgetClinics();
+}
+
 TEST_F(Window, SavesItsTableWhereTheUserSays)
 {
     open(ordersOfADay);
@@ -186,6 +233,7 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
     const QTemporaryDir folder;
     const auto saveAs = [&](const QString &name) {
         return inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
+            EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Excel용 저장"));
             dialog.findChild<QLineEdit *>("fileNameEdit")->setText(folder.filePath(name));
             QMetaObject::invokeMethod(&dialog, "accept");
         });
@@ -235,14 +283,23 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
     EXPECT_EQ(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }), 1);
 }
 
-TEST_F(Window, SortsByAColumnAndKeepsTheTotalsBelow)
+TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
 {
     window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(), samplerows::clinic(ado::Engine::SQLite).connection());
     window_->show();
     ASSERT_TRUE(readToItsEnd());
     auto *table = control<QTableView>("tblReport");
     const int net = 6;
-    table->sortByColumn(net, Qt::DescendingOrder);
+    table->selectRow(table->model()->rowCount() - 1);
+    const QString selected = table->currentIndex().siblingAtColumn(0).data().toString();
+    for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        table->sortByColumn(net, order);
+        const QModelIndexList rows = table->selectionModel()->selectedRows();
+        ASSERT_EQ(rows.size(), 1);
+        EXPECT_EQ(rows.constFirst().data().toString(), selected);
+        EXPECT_EQ(table->currentIndex().row(), rows.constFirst().row());
+        EXPECT_TRUE(table->viewport()->rect().contains(table->visualRect(table->currentIndex().siblingAtColumn(1)).center()));
+    }
     qint64 before = std::numeric_limits<qint64>::max();
     qint64 sum = 0;
     for (int row = 0; row < table->model()->rowCount(); ++row) {

@@ -5,10 +5,15 @@
 #include "tests/support/TestDatabase.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
+#include <QLibraryInfo>
+#include <QProcess>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTreeWidgetItemIterator>
+#include <QWindow>
 
 namespace {
 
@@ -144,6 +149,44 @@ TEST_F(Launcher, OutlivesABadComponent)
     }
 }
 
+TEST_F(Launcher, ShowsAWindowThatIsNoWidget)
+{
+    if (QGuiApplication::platformName() != QStringLiteral("xcb"))
+        GTEST_SKIP() << "needs a desktop that shows windows of others";
+    install();
+    QWindow window;
+    qApp->setProperty("caller", qlonglong(window.winId()));
+    behave("window of the caller");
+    pane_.showStatisticsTab();
+    click(firstReport);
+    EXPECT_TRUE(boxes_.messages.isEmpty());
+    EXPECT_EQ(starts(), 1) << "it is on show";
+}
+
+// All of the above once more in a program of its own on an X server, for which the toolkit takes any number for a window.
+TEST(LauncherOnX, DoesTheSame)
+{
+    const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    const QString desktop = QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms/libqxcb.so");
+    if (server.isEmpty() || !QFile::exists(desktop))
+        GTEST_SKIP() << "there is no X server";
+    QProcess display;
+    display.start(server, {"-displayfd", "1", "-screen", "0", "1024x768x24", "-nolisten", "tcp"});
+    ASSERT_TRUE(display.waitForReadyRead(20'000)) << display.readAllStandardError().toStdString();
+    QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
+    surroundings.insert("DISPLAY", ":" + QString::fromLatin1(display.readLine().trimmed()));
+    surroundings.insert("QT_QPA_PLATFORM", "xcb");
+    QProcess launcher;
+    launcher.setProcessEnvironment(surroundings);
+    launcher.setProcessChannelMode(QProcess::MergedChannels);
+    launcher.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=Launcher.*"});
+    EXPECT_TRUE(launcher.waitForFinished(120'000));
+    EXPECT_EQ(launcher.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(launcher.exitCode(), 0) << launcher.readAll().toStdString();
+    display.terminate();
+    display.waitForFinished();
+}
+
 TEST_F(Launcher, DoesNotStartAReportOverOneThatIsStarting)
 {
     install();
@@ -167,6 +210,29 @@ TEST_F(Launcher, LeavesAWindowAloneThatIsGoneAlready)
     click(secondReport);
     EXPECT_EQ(shown(), QStringLiteral("second"));
     EXPECT_TRUE(boxes_.messages.isEmpty());
+}
+
+TEST_F(Launcher, StartsTheReportAnewWhenTheConnectionChanges)
+{
+    install();
+    pane_.buildStatisticsTree();
+    behave("tells its connection");
+    click(secondReport);
+    ASSERT_EQ(shown(), database_.address());
+    TestDatabase other(ado::Engine::SQLite);
+    pane_.connectionChanged();
+    EXPECT_EQ(shown(), QString()) << "it would go on reading the other clinic";
+    gcnnMasterDB = other.connection();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown().toStdString(), other.address().toStdString());
+
+    pane_.hide(); // another tab is on show
+    pane_.connectionChanged();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(starts(), 2);
+    pane_.show();
+    pane_.showStatisticsTab();
+    EXPECT_EQ(starts(), 3);
 }
 
 TEST_F(Launcher, StoresTheConnectionThatComesBack)

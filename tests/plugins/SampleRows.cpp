@@ -17,7 +17,8 @@ const char *const oddities[] = {
     "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES (90001, 1, '2026-03-14', NULL, NULL), "
     "(90002, 2, '2026-03-14', 5000, 1500), (90003, 2, '2026-03-14', 700, 700), (90004, 99999, '2026-03-14', 700, 700)",
     "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) VALUES "
-    "(90001, 99999, 7000, 500, 3, NULL), (90001, 99999, 6500, 100, -1, NULL), (90002, 1, 2500, 0, 2, 3), (90002, 2, 0, 0, 4, 2)",
+    "(90001, 99999, 7000, 500, 3, NULL), (90001, 99999, 6500, 100, -1, NULL), (90002, 1, 2500, 0, 2, 3), (90002, 2, 0, 0, 4, 2), "
+    "(90003, 1, 800, NULL, 2, 0), (90003, 1, 800, NULL, -1, 0)", // a discount that nobody stored is none
     // every method, known or not, and operators that are no payment
     "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, tpstrans_Money, "
     "tpstrans_Method) VALUES (1, 90001, '2026-03-14', 3, 11, NULL), (1, 90001, '2026-03-14', 3, 13, ''), "
@@ -49,6 +50,12 @@ std::unique_ptr<TestDatabase> made(ado::Engine engine)
     return database;
 }
 
+std::map<ado::Engine, std::unique_ptr<TestDatabase>> &clinics()
+{
+    static std::map<ado::Engine, std::unique_ptr<TestDatabase>> filled;
+    return filled;
+}
+
 QDate date(const QString &text)
 {
     return QDate::fromString(text, Qt::ISODate);
@@ -61,12 +68,16 @@ QString orEmpty(const QString &text)
 
 } // namespace
 
+void forgetClinics()
+{
+    clinics().clear();
+}
+
 TestDatabase &clinic(ado::Engine engine)
 {
-    static std::map<ado::Engine, std::unique_ptr<TestDatabase>> clinics;
     // The toolkit's database layer ends with the application: the clinics go before it.
-    [[maybe_unused]] static const bool endWithApplication = (qAddPostRoutine([] { clinics.clear(); }), true);
-    std::unique_ptr<TestDatabase> &found = clinics[engine];
+    [[maybe_unused]] static const bool endWithApplication = (qAddPostRoutine(forgetClinics), true);
+    std::unique_ptr<TestDatabase> &found = clinics()[engine];
     if (!found) {
         PostgresServer::instance(); // outlives the databases on it
         found = made(engine);
@@ -106,7 +117,7 @@ std::vector<Order> orders(TestDatabase &database)
 {
     std::vector<Order> all;
     const QStringList rows =
-        database.rows("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_Misugum FROM tPSOrderMaster");
+        database.rows("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total FROM tPSOrderMaster");
     for (const QString &row : rows) {
         const QStringList cells = row.split(u'|');
         all.push_back({cells[0].toInt(), cells[1].toInt(), date(cells[2]), cells[3].toLongLong()});

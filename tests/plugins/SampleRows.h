@@ -16,6 +16,8 @@ namespace samplerows {
 
 /// Filled once an engine.
 TestDatabase &clinic(ado::Engine engine);
+/// They are filled anew: the server was stopped, or they were written to.
+void forgetClinics();
 
 inline const QDate firstDay{2025, 7, 1};
 inline const QDate lastDay{2026, 6, 30};
@@ -49,7 +51,7 @@ struct Order
     int key = 0;
     int customer = 0;
     QDate date;
-    qint64 owed = 0;
+    qint64 total = 0; ///< NULL is 0
 };
 
 std::vector<Line> lines(TestDatabase &database);

@@ -10,6 +10,7 @@
 #include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -75,7 +76,7 @@ TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
     restoreMainWindowLayout(window_, columns_);
     setting_.FormPos_x(QStringLiteral("왼쪽"));
     setting_.FormWidth(QStringLiteral("12a"));
-    setting_.FirstColWidth(QStringLiteral("100"));
+    setting_.FirstColWidth(QStringLiteral("넓게"));
     setting_.SecondColWidth(QStringLiteral("-5"));
     setting_.FormIsMaximized(QStringLiteral("yes"));
     restoreMainWindowLayout(window_, columns_);
@@ -87,6 +88,25 @@ TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
     setting_.SecondColWidth(QStringLiteral("2147483647"));
     restoreMainWindowLayout(window_, columns_);
     EXPECT_EQ(columns_.sizes(), (QList<int>{200, 200, 200}));
+}
+
+TEST_F(RememberedWindow, HonoursEachStoredWidthAlone)
+{
+    const struct { const char *first, *second, *third; QList<int> widths; } cases[] = {
+        {"150", "", "", {150, 200, 250}},
+        {"", "150", "", {200, 150, 250}},
+        {"", "", "150", {200, 250, 150}},
+        {"150", "-5", "130", {150, 320, 130}},
+        {"100", "320", "", {100, 320, 180}},
+    };
+    for (const auto &entry : cases) {
+        columns_.setSizes({200, 200, 200});
+        setting_.FirstColWidth(QLatin1String(entry.first));
+        setting_.SecondColWidth(QLatin1String(entry.second));
+        setting_.ThirdColWidth(QLatin1String(entry.third));
+        restoreMainWindowLayout(window_, columns_);
+        EXPECT_EQ(columns_.sizes(), entry.widths);
+    }
 }
 
 TEST_F(RememberedWindow, IsBroughtOntoTheScreenAndCutToIt)
@@ -128,6 +148,49 @@ TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
         fresh.show();
         restoreMainWindowLayout(fresh, columns_);
         EXPECT_FALSE(fresh.isMinimized() || fresh.isMaximized()) << state;
+    }
+}
+
+TEST_F(RememberedWindow, StaysAsItIsWhileItIsMaximized)
+{
+    saveMainWindowLayout(window_, &columns_);
+    window_.windowHandle()->setWindowStates(Qt::WindowMaximized); // by hand
+    QApplication::processEvents();
+    const QRect large = window_.geometry();
+    ASSERT_GT(large.width(), 400);
+    for (const char *stored : {"0", "2"}) {
+        setting_.FormIsMaximized(QLatin1String(stored));
+        restoreMainWindowLayout(window_, columns_); // the next customer
+        EXPECT_TRUE(window_.isMaximized()) << stored;
+        EXPECT_EQ(window_.geometry(), large) << stored;
+    }
+}
+
+// A desktop sends the new size ahead of the new state, and minimizes without a word before.
+TEST_F(RememberedWindow, KnowsItsOwnSizeWhateverTheDesktopMadeOfIt)
+{
+    watchNormalPlace(window_);
+    const QRect own(55, 66, 420, 310);
+    const struct { const char *what; QRect sent; QList<Qt::WindowState> states; const char *stored; } cases[] = {
+        {"maximized", screen(), {Qt::WindowMaximized}, "2"},
+        {"minimized", own, {Qt::WindowMinimized}, "0"},
+        {"maximized, then minimized", screen(), {Qt::WindowMaximized, Qt::WindowMinimized}, "2"},
+    };
+    for (const auto &entry : cases) {
+        SCOPED_TRACE(entry.what);
+        window_.windowHandle()->setWindowStates(Qt::WindowNoState);
+        QApplication::processEvents();
+        window_.setGeometry(own);
+        QTest::qWait(300);
+        window_.windowHandle()->setGeometry(entry.sent);
+        for (const Qt::WindowState state : entry.states) {
+            window_.windowHandle()->setWindowState(state);
+            QTest::qWait(300);
+        }
+        saveMainWindowLayout(window_, nullptr);
+        EXPECT_EQ(setting_.FormIsMaximized(), QLatin1String(entry.stored));
+        EXPECT_EQ(QRect(setting_.FormPos_x().toInt(), setting_.FormPos_y().toInt(), setting_.FormWidth().toInt(),
+                        setting_.FormHeight().toInt()), own);
     }
 }
 
@@ -224,6 +287,16 @@ TEST(FormPosition, PlacesWindows)
     form.resize(500, 100); // wider than the reference: the screen's edge
     position.LocateFormBottomRight(mainForm, form);
     EXPECT_EQ(form.pos(), QPoint(screen().width() - 500, 200));
+}
+
+TEST(FormPosition, LeavesAMaximizedWindowWhereItIs)
+{
+    QWidget form;
+    form.showMaximized();
+    const QRect large = form.geometry();
+    clsFormPosition().CenterScreen(form, 0);
+    EXPECT_TRUE(form.isMaximized());
+    EXPECT_EQ(form.geometry(), large);
 }
 
 TEST(FormPosition, KeepsAWindowOnTheScreen)

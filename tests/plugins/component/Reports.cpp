@@ -32,7 +32,7 @@ QVariant Report::StatStart(ado::ConnectionPtr &connection)
         QMetaObject::invokeMethod(qApp->property("clicker").value<QObject *>(), "click");
     if (behaviour == QStringLiteral("takes the connection"))
         connection.reset();
-    auto *window = new QLabel(behaviour);
+    auto *window = new QLabel(behaviour == QStringLiteral("tells its connection") ? connection->address() : behaviour);
     window->setObjectName(QStringLiteral("report"));
     return qlonglong(window->winId());
 }
