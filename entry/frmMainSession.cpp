@@ -201,6 +201,10 @@ void frmMain::visitManagement()
         session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
         dealerPane_->loadCompanyMaster();
     }
+    // What could not be loaded then may be now.
+    productPane_->loadIfClosed();
+    incomingPane_->loadIfClosed();
+    dealerPane_->loadIfClosed();
 }
 
 /// A host that comes with another connection sees that one's lists.
