@@ -1,4 +1,5 @@
 #include "data/clsSQL.h"
+#include "products/GoneRow.h"
 #include "products/IncomingOperations.h"
 #include "products/ProductOperations.h"
 #include "platform/runtime/RuntimeError.h"
@@ -173,8 +174,24 @@ TEST_P(Shop, APurchaseThatAnotherDeskChangedIsNotForcedThrough)
     for (int attempt = 0; attempt < 2; ++attempt) {
         ado::AbandonedTransactions edgeOfEvent;
         EXPECT_THROW(otherDesk().incoming.change(IncomingKey(1), twelve()), runtime::RuntimeError);
+        // The way its pane goes on, before the event ends.
+        EXPECT_TRUE(attempt == 0 || readAnew(*otherDesk().session.rsProductIncoming, IncomingKey(1).bookmark()));
     }
     EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
+    IncomingEdit edit = twelve();
+    edit.memo = QStringLiteral("덮어씀");
+    EXPECT_EQ(otherDesk().incoming.change(IncomingKey(1), edit), SaveOutcome::Saved);
+    EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|덮어씀|2026-11-24"));
+}
+
+TEST_P(Shop, AProductIsDeletedByOneDeskAndGoneForTheNext)
+{
+    run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('가', '첫째'), ('나', '둘째')");
+    desk().load();
+    EXPECT_EQ(otherDesk().products.remove(ProductKey(1)), ProductOperations::Deletion::Deleted);
+    EXPECT_EQ(desk().products.remove(ProductKey(1)), ProductOperations::Deletion::Gone);
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+    EXPECT_THAT(rows("SELECT PM_Name FROM tPSProductMaster"), ElementsAre("둘째"));
 }
 
 TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
