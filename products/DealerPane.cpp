@@ -162,7 +162,7 @@ bool DealerPane::readListAnew(DealerKey dealer)
     bool found = false;
     {
         const QScopedValueRollback guard(reloading_, true);
-        found = readAnew(*session_.rsCompanyMaster, dealer.bookmark());
+        found = session_.rsCompanyMaster->requeryAt(dealer.bookmark());
     }
     fillPanel();
     return found;

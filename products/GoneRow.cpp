@@ -15,18 +15,11 @@ bool isConflict(const RuntimeError &error)
     return error.number() == ErrorNumber::Conflict;
 }
 
-bool readAnew(ado::Recordset &rows, const ado::Bookmark &key)
-{
-    rows.Requery();
-    rows.moveTo(rows.rowCount()); // stands on the first row otherwise, which nobody chose
-    return rows.moveToKey(key);
-}
-
 QString leaveGoneRow(ado::Recordset &rows, const QString &kind)
 {
     rows.moveTo(rows.rowCount());
     runtime::Attempt attempt;
-    attempt([&] { readAnew(rows, {}); });
+    attempt([&] { rows.requeryAt({}); });
     return QStringLiteral("다른 데스크에서 먼저 삭제한 %1입니다. ").arg(kind)
         + (attempt.failed() ? QStringLiteral("목록은 새로 가져오지 못했습니다.") : QStringLiteral("목록을 새로 가져왔습니다."));
 }

@@ -9,9 +9,6 @@
 [[noreturn]] void raiseConflict();
 bool isConflict(const runtime::RuntimeError &error);
 
-/// Reads the list anew. The row of the key is current then, or none when it is gone. Raises RuntimeError.
-bool readAnew(ado::Recordset &rows, const ado::Bookmark &key);
-
 /// Leaves the row that another desk deleted: the list is read anew, if it can be, and no row is current. Returns what to
 /// tell the user; `kind` names what was deleted.
 QString leaveGoneRow(ado::Recordset &rows, const QString &kind);

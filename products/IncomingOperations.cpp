@@ -32,6 +32,9 @@ SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit
     if (outcome != SaveOutcome::Saved)
         return outcome;
     gcnnMasterDB->BeginTrans();
+    // Another desk may have deleted the product since its row was read: nobody would see the purchase again.
+    if (!gcnnMasterDB->holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number()))
+        raiseConflict();
     session_.rsProductIncoming->AddNew();
     save(product.number(), edit);
     return outcome;

@@ -149,7 +149,7 @@ bool IncomingPane::readListAnew(IncomingKey purchase)
     bool found = false;
     {
         const QScopedValueRollback guard(reloading_, true);
-        found = readAnew(*session_.rsProductIncoming, purchase.bookmark());
+        found = session_.rsProductIncoming->requeryAt(purchase.bookmark());
     }
     fillPanel();
     return found;
@@ -272,7 +272,7 @@ SaveOutcome IncomingPane::save()
         if (isConflict(error)) {
             // What the other desk stored shows in the list; the edit stays as typed, and may be saved over it.
             runtime::Attempt attempt;
-            attempt([this] { readAnew(*session_.rsProductIncoming, edited_.bookmark()); });
+            attempt([this] { session_.rsProductIncoming->requeryAt(edited_.bookmark()); });
         }
         throw;
     }

@@ -137,7 +137,7 @@ bool ProductPane::readListAnew(ProductKey product)
     bool found = false;
     {
         const QScopedValueRollback guard(reloading_, true);
-        found = readAnew(*session_.rsSaleProductListsManager, product.bookmark());
+        found = session_.rsSaleProductListsManager->requeryAt(product.bookmark());
     }
     if (found)
         fillPanel();

@@ -41,10 +41,10 @@ const ListCase *const lists[] = {&productList, &purchaseList, &dealerList};
 
 /// Three rows in each list, 첫째, 둘째 and 셋째; the purchases are those of the first product. Nothing was sold, and the
 /// purchases name a dealer who is not on the list.
-class OtherDesk : public ProductDesk
+class GoneRows : public ProductDesk
 {
 protected:
-    OtherDesk()
+    GoneRows()
     {
         const struct { int number; const char *name; } all[] = {{1, "첫째"}, {2, "둘째"}, {3, "셋째"}};
         for (const auto &[number, name] : all) {
@@ -85,7 +85,7 @@ protected:
 
 } // namespace
 
-TEST_F(OtherDesk, ARowThatIsGoneWhenItIsChosenIsToldOnceAndNothingStaysOnView)
+TEST_F(GoneRows, ARowThatIsGoneWhenItIsChosenIsToldOnceAndNothingStaysOnView)
 {
     for (const ListCase *list : lists) {
         SCOPED_TRACE(list->name);
@@ -116,7 +116,7 @@ TEST_F(OtherDesk, ARowThatIsGoneWhenItIsChosenIsToldOnceAndNothingStaysOnView)
     }
 }
 
-TEST_F(OtherDesk, WhatIsDeletedIsTheRowThatWasAskedFor)
+TEST_F(GoneRows, WhatIsDeletedIsTheRowThatWasAskedFor)
 {
     for (const ListCase *list : lists) {
         SCOPED_TRACE(list->name);
@@ -143,7 +143,7 @@ TEST_F(OtherDesk, WhatIsDeletedIsTheRowThatWasAskedFor)
 }
 
 // Once told, the user sees what the other desk made of it, and may delete that.
-TEST_F(OtherDesk, ARowThatWasChangedIsDeletedAtTheSecondTry)
+TEST_F(GoneRows, ARowThatWasChangedIsDeletedAtTheSecondTry)
 {
     for (const ListCase *list : {&purchaseList, &dealerList}) {
         SCOPED_TRACE(list->name);
@@ -162,7 +162,7 @@ TEST_F(OtherDesk, ARowThatWasChangedIsDeletedAtTheSecondTry)
     }
 }
 
-TEST_F(OtherDesk, AnEditSavesTheRowItBeganWithWhereverTheListStands)
+TEST_F(GoneRows, AnEditSavesTheRowItBeganWithWhereverTheListStands)
 {
     for (const ListCase *list : lists) {
         SCOPED_TRACE(list->name);
@@ -179,7 +179,7 @@ TEST_F(OtherDesk, AnEditSavesTheRowItBeganWithWhereverTheListStands)
     }
 }
 
-TEST_F(OtherDesk, AnEditThatCollidesKeepsItsRowAndTheNextOneIsSaved)
+TEST_F(GoneRows, AnEditThatCollidesKeepsItsRowAndTheNextOneIsSaved)
 {
     for (const ListCase *list : {&productList, &dealerList}) {
         SCOPED_TRACE(list->name);
@@ -209,7 +209,7 @@ TEST_F(OtherDesk, AnEditThatCollidesKeepsItsRowAndTheNextOneIsSaved)
 }
 
 // The save of a purchase traps nothing: the edit stays open, with what was typed.
-TEST_F(OtherDesk, APurchaseThatCollidesStaysInEditAndIsSavedAtTheNextTry)
+TEST_F(GoneRows, APurchaseThatCollidesStaysInEditAndIsSavedAtTheNextTry)
 {
     open();
     window().incoming->insFrmCompanySelect_evtDealerSelected(99, QString());
@@ -240,7 +240,20 @@ TEST_F(OtherDesk, APurchaseThatCollidesStaysInEditAndIsSavedAtTheNextTry)
     EXPECT_THAT(stored(purchaseList), ElementsAre("첫째", "고침"));
 }
 
-TEST_F(OtherDesk, HidingAProductThatIsGoneIsToldOnce)
+TEST_F(GoneRows, APurchaseIsNotAddedToAProductThatIsGone)
+{
+    open();
+    window().push("chkcmdIncomingAED_0");
+    window().incoming->insFrmCompanySelect_evtDealerSelected(99, QString());
+    deleteElsewhere(productList, 1);
+    window().push("chkcmdIncomingSave_0");
+    EXPECT_EQ(boxes_.take().size(), 1u);
+    EXPECT_EQ(window().modes.current(), QStringLiteral("11"));
+    EXPECT_FALSE(gcnnMasterDB->inTransaction());
+    EXPECT_THAT(stored(purchaseList), ElementsAre("첫째", "둘째", "셋째"));
+}
+
+TEST_F(GoneRows, HidingAProductThatIsGoneIsToldOnce)
 {
     open();
     choose("tdbSaleProductListsManager", 1);
@@ -252,7 +265,7 @@ TEST_F(OtherDesk, HidingAProductThatIsGoneIsToldOnce)
     EXPECT_EQ(stock(), "||||");
 }
 
-TEST_F(OtherDesk, AListThatCannotBeLoadedLeavesNothingOnViewAndIsLoadedWhenItCanBe)
+TEST_F(GoneRows, AListThatCannotBeLoadedLeavesNothingOnViewAndIsLoadedWhenItCanBe)
 {
     open();
     const struct { const ListCase *list; std::function<void()> load, loadIfClosed; std::function<bool()> isLoaded; } cases[] = {
@@ -287,7 +300,7 @@ TEST_F(OtherDesk, AListThatCannotBeLoadedLeavesNothingOnViewAndIsLoadedWhenItCan
     }
 }
 
-TEST_F(OtherDesk, AProductListThatFailsBeneathAnEditLeavesTheEditAndComesWithItsEnd)
+TEST_F(GoneRows, AProductListThatFailsBeneathAnEditLeavesTheEditAndComesWithItsEnd)
 {
     open();
     choose("tdbSaleProductListsManager", 1);
@@ -302,7 +315,7 @@ TEST_F(OtherDesk, AProductListThatFailsBeneathAnEditLeavesTheEditAndComesWithIts
     EXPECT_EQ(window().text("txtProSaleInfo_3"), "첫째");
 }
 
-TEST_F(OtherDesk, TheSaleListThatCannotBeLoadedShowsNoProductAndIsLoadedWhenItCanBe)
+TEST_F(GoneRows, TheSaleListThatCannotBeLoadedShowsNoProductAndIsLoadedWhenItCanBe)
 {
     open();
     SaleListPane saleList(session_, window(), &window());
@@ -320,7 +333,7 @@ TEST_F(OtherDesk, TheSaleListThatCannotBeLoadedShowsNoProductAndIsLoadedWhenItCa
 }
 
 // The host may delete its window beneath any box; whoever asked must not go on with it.
-TEST_F(OtherDesk, TheWindowMayGoBeneathEveryBox)
+TEST_F(GoneRows, TheWindowMayGoBeneathEveryBox)
 {
     const auto push = [&](const char *name) { return [this, name] { window().at<QAbstractButton>(name).click(); }; };
     const struct { const char *box; std::function<void()> before, act; } cases[] = {
