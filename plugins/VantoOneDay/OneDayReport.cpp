@@ -80,11 +80,13 @@ QString oneDay::ledgerByOrder()
 
 QString oneDay::settledByOrder()
 {
+    // The day in the sum: as a condition it would lure the engine to look through each customer's whole past by its dates.
     return QStringLiteral("SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method, "
-                          "SUM(tpstrans_Money) AS Amount FROM tPSOrderMaster INNER JOIN tPSTransaction "
+                          "SUM(CASE WHEN tpstrans_Date <= '[FROM]' THEN tpstrans_Money ELSE 0 END) AS Amount "
+                          "FROM tPSOrderMaster INNER JOIN tPSTransaction "
                           "ON tPSOrderMaster.OrdM_PK = tPSTransaction.tpstrans_OrderM_PK "
                           "AND tPSOrderMaster.Cust_PK = tPSTransaction.tpstrans_Customer_PK "
-                          "WHERE OrdM_Date = '[FROM]' AND tpstrans_Date <= '[FROM]' "
+                          "WHERE OrdM_Date = '[FROM]' "
                           "GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method");
 }
 
