@@ -175,7 +175,7 @@ TEST_P(Shop, APurchaseThatAnotherDeskChangedIsNotForcedThrough)
         ado::AbandonedTransactions edgeOfEvent;
         EXPECT_THROW(otherDesk().incoming.change(IncomingKey(1), twelve()), runtime::RuntimeError);
         // The way its pane goes on, before the event ends.
-        EXPECT_TRUE(attempt == 0 || readAnew(*otherDesk().session.rsProductIncoming, IncomingKey(1).bookmark()));
+        EXPECT_TRUE(attempt == 0 || otherDesk().session.rsProductIncoming->requeryAt(IncomingKey(1).bookmark()));
     }
     EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
     IncomingEdit edit = twelve();
@@ -196,6 +196,7 @@ TEST_P(Shop, AProductIsDeletedByOneDeskAndGoneForTheNext)
 
 TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
 {
+    run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('가', '첫째')");
     IncomingEdit edit = twelve();
     edit.companyTag = QStringLiteral(" ");
     EXPECT_EQ(desk().incoming.add(ProductKey(1), edit), SaveOutcome::Refused);
