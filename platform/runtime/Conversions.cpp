@@ -129,6 +129,18 @@ QString text(double value)
     return significant(value, 15);
 }
 
+QString Trim(const QString &text)
+{
+    constexpr QChar blank(u' ');
+    qsizetype first = 0;
+    qsizetype end = text.size();
+    while (first < end && text.at(first) == blank)
+        ++first;
+    while (end > first && text.at(end - 1) == blank)
+        --end;
+    return text.mid(first, end - first);
+}
+
 double Val(const QString &text)
 {
     return numericPrefix(text).toDouble();

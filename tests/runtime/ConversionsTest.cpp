@@ -39,6 +39,16 @@ TEST(Val, TakesTheNumericPrefixAndNothingElse)
         EXPECT_EQ(Val(QString::fromUtf16(c.text)), c.value) << QString::fromUtf16(c.text).toStdString();
 }
 
+TEST(Trim, TakesBlanksAndNoOtherWhiteSpace)
+{
+    const struct { const char16_t *text; const char16_t *trimmed; } cases[] = {
+        {u"  약 봉투  ", u"약 봉투"}, {u"\t아침\r\n", u"\t아침\r\n"}, {u" \u3000이름 \u3000 ", u"\u3000이름 \u3000"},
+        {u"\u00A0값", u"\u00A0값"}, {u"   ", u""},                  {u"", u""},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(Trim(QString::fromUtf16(c.text)), QString::fromUtf16(c.trimmed));
+}
+
 TEST(CCur, ReadsWhatAKoreanDesktopReads)
 {
     const struct { const char16_t *text; const char *amount; } cases[] = {
