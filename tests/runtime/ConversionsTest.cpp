@@ -37,6 +37,9 @@ TEST(Val, TakesTheNumericPrefixAndNothingElse)
     };
     for (const auto &c : cases)
         EXPECT_EQ(Val(QString::fromUtf16(c.text)), c.value) << QString::fromUtf16(c.text).toStdString();
+    EXPECT_EQ(Val(QStringLiteral("1e308개")), 1e308);
+    for (const QString &huge : {QStringLiteral("1e309"), QStringLiteral("-2d400 개"), QString(400, u'9')})
+        EXPECT_EQ(errorOf([&] { Val(huge); }), ErrorNumber::Overflow) << huge.toStdString();
 }
 
 TEST(Trim, TakesBlanksAndNoOtherWhiteSpace)
