@@ -144,6 +144,7 @@ QString RecordsetModel::shownText(int row, int column) const
     case Kind::Values:
         return translated(shown.values, storedValue(row, column));
     case Kind::Check:
+        storedValue(row, column); // shown by the box alone, unless it cannot be read
         return {};
     default:
         return runtime::text(storedValue(row, column));
@@ -183,7 +184,7 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
             return {};
         }
     } catch (const runtime::RuntimeError &) {
-        return role == Qt::DisplayRole ? QVariant(unreadable) : QVariant();
+        return role == Qt::DisplayRole || role == Qt::AccessibleTextRole ? QVariant(unreadable) : QVariant();
     }
 }
 
