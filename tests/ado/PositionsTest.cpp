@@ -179,7 +179,7 @@ TEST_P(Positions, ACloneOnADeletedRowGivesNoOtherRowsValues)
     products->moveTo(1);
     products->Delete();
     EXPECT_FALSE(onDeleted->hasCurrent());
-    EXPECT_EQ(onDeleted->bookmark(), Bookmark());
+    EXPECT_EQ(onDeleted->bookmark(), QVariant());
     EXPECT_EQ(errorOf([&] { onDeleted->value("PM_Name"); }), ErrorNumber::NoCurrentRow);
     EXPECT_EQ(onNext->value("PM_Name"), "c");
     EXPECT_EQ(onNext->bookmark(), onNext->value("PM_PK"));

@@ -41,7 +41,8 @@ TEST_P(Values, ComeInTheTypeThatTheRegistryTells)
 
 TEST(StoredValues, ThatCannotBeReadAreAnErrorAndNotEmpty)
 {
-    TestDatabase clinic(ado::Engine::SQLite);
+    TestDatabase clinic(ado::Engine::SQLite, false);
+    clinic.run(QStringLiteral("CREATE TABLE tPSProductMaster (PM_PK INTEGER PRIMARY KEY, PM_Name, PM_UnitPrice, PM_AddedDate)"));
     clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_AddedDate) VALUES ('a', 'dear', 'soon'), "
                               "('b', 1, NULL)"));
     for (const CursorType cursor : {CursorType::Static, CursorType::Keyset}) {

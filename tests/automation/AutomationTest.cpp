@@ -130,14 +130,15 @@ TEST_F(Automation, WhatCannotBeCreatedSaysSo)
 
 TEST_F(Automation, RegistrationIsWrittenByTheLibraryAndClearedByIt)
 {
-    EXPECT_TRUE(QFile::exists(automation::classRegister::libraryOf(till))) << "the path stands in full";
+    const QString served = automation::classRegister::libraryOf(till);
+    EXPECT_TRUE(QFile::exists(served)) << "the path stands in full";
     EXPECT_EQ(exported("DllUnregisterServer"), automation::Ok);
     EXPECT_EQ(automation::classRegister::libraryOf(till), QString());
     EXPECT_EQ(errorOf([] { automation::createObject(till); }), ErrorNumber::CannotCreateObject);
 
     // Called bare, as by a host with a loader of its own, and from a folder that is not the program's.
     const QString elsewhere = folder_.filePath("elsewhere.so");
-    ASSERT_TRUE(QFile::copy(libraryPath() + QStringLiteral(".so"), elsewhere));
+    ASSERT_TRUE(QFile::copy(served, elsewhere));
     const auto registerServer = reinterpret_cast<int (*)()>(QLibrary::resolve(elsewhere, "DllRegisterServer"));
     ASSERT_TRUE(registerServer);
     EXPECT_EQ(registerServer(), automation::Ok);

@@ -233,6 +233,8 @@ TEST_F(BoundGrid, AFetchThatFailsShowsInItsCellAndIsNotRepeatedWhilePainting)
 
 TEST_F(BoundGrid, ACellThatCannotBeReadSaysSo)
 {
+    database_.run("DROP TABLE tPSOrderMaster");
+    database_.run("CREATE TABLE tPSOrderMaster (OrdM_PK INTEGER PRIMARY KEY, Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo)");
     makeOrders(2);
     database_.run("UPDATE tPSOrderMaster SET OrdM_Date = 'soon', OrdM_Misugum = 'much', OrdM_Gubun = 'by car' WHERE OrdM_PK = 2");
     open();
