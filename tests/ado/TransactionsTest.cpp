@@ -376,8 +376,7 @@ TEST(SqliteConnection, KeptInAGlobalOfTheHostsEndsWithTheProcess)
     const auto leave = [] {
         TestDatabase clinic(ado::Engine::SQLite);
         keptByTheHost = ado::Connection::open(clinic.address());
-        Recordset products;
-        products.Open(allProducts, keptByTheHost, CursorType::Keyset, LockType::Optimistic);
+        Recordset().Open(allProducts, keptByTheHost, CursorType::Keyset, LockType::Optimistic);
         keptByTheHost->BeginTrans();
         keptByTheHost->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('a')"));
         std::exit(0);
