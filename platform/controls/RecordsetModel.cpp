@@ -2,11 +2,11 @@
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
-#include "platform/runtime/RuntimeError.h"
 
 #include <QColor>
 
 #include <algorithm>
+#include <exception>
 
 namespace controls {
 
@@ -183,7 +183,7 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         default:
             return {};
         }
-    } catch (const runtime::RuntimeError &) {
+    } catch (const std::exception &) { // none may leave a painting
         return role == Qt::DisplayRole || role == Qt::AccessibleTextRole ? QVariant(unreadable) : QVariant();
     }
 }

@@ -176,10 +176,10 @@ TEST_F(ProductPaneTest, TheCheckColumnHidesAtOnceButTheRowStaysInView)
     EXPECT_THAT(rows(hidden), ElementsAre("1", "NULL"));
     EXPECT_EQ(grid.model()->rowCount(), 2);
 
-    atOtherDesk("UPDATE tPSProductMaster SET PM_EtcMemo = '품절' WHERE PM_PK = 1");
+    atOtherDesk("UPDATE tPSProductMaster SET PM_IsHide = -1 WHERE PM_PK = 1");
     clickCheck(); // meets the other desk's change: told, and what is shown is what is stored
     EXPECT_EQ(boxes_.take().size(), 1u);
-    EXPECT_THAT(rows(hidden), ElementsAre("1", "NULL"));
+    EXPECT_THAT(rows(hidden), ElementsAre("-1", "NULL"));
     EXPECT_EQ(list()[QStringLiteral("PM_IsHide")], QVariant(true));
     window().products->loadProductListsManager();
     EXPECT_EQ(grid.model()->rowCount(), 1);
