@@ -10,7 +10,7 @@ bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK)
 void holdOrder(ado::Connection &connection, qint32 lngOrdMPK)
 {
     if (!orderIsHeld(connection, lngOrdMPK))
-        throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 거래입니다."));
+        ado::raiseConflict();
 }
 
 void inOneStep(ado::Connection &connection, const std::function<void()> &work)

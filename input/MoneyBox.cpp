@@ -3,6 +3,7 @@
 #include "input/clsNumberRelated.h"
 #include "input/modFunctions.h"
 #include "platform/controls/Appearance.h"
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 
 #include <QApplication>
@@ -145,7 +146,7 @@ void MoneyBox::mousePressEvent(QMouseEvent *event)
 void MoneyBox::reformat()
 {
     if (habits_.reformats)
-        showMoney(this, clsNumberRelated().GetPureNumber(text().trimmed()));
+        showMoney(this, clsNumberRelated().GetPureNumber(runtime::Trim(text())));
 }
 
 void showMoney(QLineEdit *box, const QString &pureNumber)

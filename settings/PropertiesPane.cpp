@@ -4,6 +4,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Conversions.h"
 #include "settings/LogoFile.h"
 #include "settings/clsProperties.h"
 
@@ -128,7 +129,7 @@ void PropertiesPane::saveProperties()
     const auto flag = [](const QCheckBox *box) { return QString::number(int(box->isChecked())); };
     clsProperties properties;
     for (std::size_t index = 0; index < txtProperties_.size(); ++index)
-        properties.PropValue(shopKey(index), txtProperties_[index]->text().trimmed());
+        properties.PropValue(shopKey(index), runtime::Trim(txtProperties_[index]->text()));
     properties.PropValue(noDiscountKey, flag(chkDoNotUseDiscountForSunap_));
     properties.PropValue(hideKey, flag(chkHideHiddenCheckedProducts_));
     emit propertiesSaved();

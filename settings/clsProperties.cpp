@@ -26,6 +26,26 @@ QString insertStatement(const QString &key, const QString &value)
         .replace(QLatin1String("[KEYVALUE]"), value);
 }
 
+/// For a table that has no column to know a row by but the key text itself.
+QString updateStatement(const QString &key, QString value)
+{
+    return QStringLiteral("UPDATE tPSProperties SET tpsps_Value = '[KEYVALUE]' WHERE tpsps_Key = '[KEYNAME]'")
+        .replace(QLatin1String("[KEYNAME]"), key)
+        .replace(QLatin1String("[KEYVALUE]"), value.replace(u'\'', QLatin1String("''")));
+}
+
+bool openForChange(ado::Recordset &row, const QString &key)
+{
+    runtime::Attempt attempt;
+    attempt([&] { row.Open(selectStatement(key), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic); });
+    return !attempt.failed();
+}
+
+void openForReading(ado::Recordset &row, const QString &key)
+{
+    row.Open(selectStatement(key), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+}
+
 } // namespace
 
 clsProperties::clsProperties(QObject *parent)
@@ -41,7 +61,7 @@ QString clsProperties::PropValue(const QString &strKey) const
     ado::Recordset row;
     runtime::Attempt attempt;
     attempt([&] {
-        row.Open(selectStatement(strKey), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+        openForReading(row, strKey);
         if (row.hasCurrent())
             value = runtime::text(row[valueField]);
         else
@@ -57,12 +77,16 @@ void clsProperties::PropValue(const QString &strKey, const QString &strValue)
     ado::Recordset row;
     runtime::Attempt attempt;
     attempt([&] {
-        row.Open(selectStatement(strKey), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+        const bool known = openForChange(row, strKey);
+        if (!known)
+            openForReading(row, strKey);
         if (!row.hasCurrent()) {
             gcnnMasterDB->Execute(insertStatement(strKey.left(longestKey), strValue.left(longestValue)));
-            return;
+        } else if (known) {
+            row.setValue(valueField, strValue);
+            row.Update();
+        } else {
+            gcnnMasterDB->Execute(updateStatement(strKey, strValue));
         }
-        row.setValue(valueField, strValue);
-        row.Update();
     });
 }

@@ -1,6 +1,6 @@
 #include "host/desk/Patient.h"
 
-#include "platform/runtime/RuntimeError.h"
+#include "platform/runtime/Attempt.h"
 
 namespace desk {
 
@@ -25,13 +25,20 @@ std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, 
 
 Patient patientAt(const ado::Recordset &rows, int row)
 {
-    const auto text = [&](Field field) { return rows.valueAt(row, field).toString(); };
+    // One figure that nobody can read must not keep the patient from being found.
+    const auto value = [&](Field field) {
+        QVariant read;
+        runtime::Attempt attempt;
+        attempt([&] { read = rows.valueAt(row, field); });
+        return read;
+    };
+    const auto text = [&](Field field) { return value(field).toString(); };
     Patient patient;
-    patient.key = rows.valueAt(row, Key).toInt();
+    patient.key = value(Key).toInt();
     patient.name = text(Name);
     patient.chartNumber = text(ChartNumber);
-    patient.male = rows.valueAt(row, Sex).toBool();
-    patient.birth = rows.valueAt(row, Birth).toDate();
+    patient.male = value(Sex).toBool();
+    patient.birth = value(Birth).toDate();
     patient.zipCode = text(ZipCode);
     patient.address = text(Address);
     patient.phone = text(Phone);

@@ -1,8 +1,7 @@
 #include "platform/ado/ConnectionPrivate.h"
 
-#include "platform/runtime/RuntimeError.h"
-
 #include <algorithm>
+#include <exception>
 
 namespace ado {
 
@@ -22,17 +21,25 @@ AbandonedTransactions::~AbandonedTransactions()
 {
     try {
         rollBack();
-    } catch (const runtime::RuntimeError &) {
-        // The server is gone and has rolled back itself; the next statement tells the user.
+    } catch (...) {
+        // The server is gone and has rolled back itself; the next statement tells the user. Nothing may leave a destructor.
     }
 }
 
 void AbandonedTransactions::rollBack()
 {
+    std::exception_ptr first;
     for (Connection *connection : connectionsInTransaction()) {
-        if (std::ranges::find(d->openBefore, connection->transactionSerial()) == d->openBefore.end())
+        if (std::ranges::find(d->openBefore, connection->transactionSerial()) != d->openBefore.end())
+            continue;
+        try {
             connection->RollbackTrans();
+        } catch (...) {
+            first = first ? first : std::current_exception();
+        }
     }
+    if (first)
+        std::rethrow_exception(first);
 }
 
 } // namespace ado

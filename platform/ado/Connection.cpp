@@ -1,5 +1,6 @@
 #include "platform/ado/ConnectionPrivate.h"
 
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <algorithm>
@@ -15,17 +16,23 @@ using runtime::RuntimeError;
 /// Every open connection, for those that end what an event left open.
 std::vector<Connection *> &openConnections()
 {
-    static std::vector<Connection *> connections;
-    return connections;
+    // Never destroyed: a host may hold a connection longer than this library holds anything, as in a global.
+    static auto *const connections = new std::vector<Connection *>;
+    return *connections;
 }
 
 [[noreturn]] void transactionGone()
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,
-                       QStringLiteral("작업이 끝나기 전에 데이터베이스가 취소했습니다. 처음부터 다시 하십시오."));
+                       QStringLiteral("연결이 끊어져 저장이 취소되었습니다. 처음부터 다시 입력하십시오."));
 }
 
 } // namespace
+
+void raiseConflict()
+{
+    throw RuntimeError(ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다."));
+}
 
 std::vector<Connection *> connectionsInTransaction()
 {
@@ -82,13 +89,14 @@ void Connection::CommitTrans()
 {
     using enum Private::Transaction;
     const Private::Transaction ended = std::exchange(d->transaction, None);
-    d->serial = 0;
+    const quint64 serial = std::exchange(d->serial, 0);
     switch (ended) {
     case None:
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("저장할 작업이 시작되지 않았습니다."));
     case Pending:
         return;
     case Lost:
+        emit d->rollbacks.happened(serial);
         transactionGone();
     case Started:
         break;
@@ -96,18 +104,29 @@ void Connection::CommitTrans()
     try {
         d->driver->commit();
     } catch (const RuntimeError &) {
-        d->rollBackServer();
+        runtime::Attempt undo; // why it was not saved is the error that tells something
+        undo([this] { d->rollBackServer(); });
+        emit d->rollbacks.happened(serial);
         throw;
     }
 }
 
 void Connection::RollbackTrans()
 {
-    const bool started = d->transaction == Private::Transaction::Started;
-    d->transaction = Private::Transaction::None;
-    d->serial = 0;
-    if (started)
-        d->rollBackServer();
+    using enum Private::Transaction;
+    const Private::Transaction ended = std::exchange(d->transaction, None);
+    const quint64 serial = std::exchange(d->serial, 0);
+    std::exception_ptr failure;
+    try {
+        if (ended == Started)
+            d->rollBackServer();
+    } catch (const RuntimeError &) {
+        failure = std::current_exception();
+    }
+    if (ended == Started || ended == Lost)
+        emit d->rollbacks.happened(serial);
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 bool Connection::inTransaction() const
@@ -185,7 +204,6 @@ void Connection::Private::beforeWrite()
 
 void Connection::Private::rollBackServer()
 {
-    ++rollbacks;
     try {
         if (driver->holdsTransaction())
             driver->rollback();
@@ -199,10 +217,8 @@ void Connection::Private::rollBackServer()
 
 void Connection::Private::noteFailure()
 {
-    if (transaction == Transaction::Started && !driver->holdsTransaction()) {
+    if (transaction == Transaction::Started && !driver->holdsTransaction())
         transaction = Transaction::Lost;
-        ++rollbacks;
-    }
 }
 
 template <typename Run>

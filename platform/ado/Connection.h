@@ -64,6 +64,9 @@ private:
 
 using ConnectionPtr = std::shared_ptr<Connection>;
 
+/// Another desk was faster: what was to be written or looked at is no longer what this desk knows.
+[[noreturn]] void raiseConflict();
+
 /// Stands around an event handler: transactions that were begun inside it and are still open at its end are rolled back,
 /// on every connection. Those that were open before it, the host's included, are left alone.
 class AbandonedTransactions
@@ -74,7 +77,8 @@ public:
     AbandonedTransactions(const AbandonedTransactions &) = delete;
     AbandonedTransactions &operator=(const AbandonedTransactions &) = delete;
 
-    /// Rolls back now what was begun since the construction, before a message box is shown.
+    /// Rolls back now what was begun since the construction, before a message box is shown. One that cannot be rolled back
+    /// keeps none of the others open; its error is raised when all are done.
     void rollBack();
 
 private:

@@ -4,11 +4,20 @@
 #include "platform/ado/Driver.h"
 
 #include <QElapsedTimer>
+#include <QObject>
 
 #include <memory>
 #include <vector>
 
 namespace ado {
+
+/// Tells the recordsets of a connection that what was read and written in a transaction never was.
+class Rollbacks : public QObject
+{
+    Q_OBJECT
+signals:
+    void happened(quint64 serial);
+};
 
 struct Connection::Private
 {
@@ -23,9 +32,10 @@ struct Connection::Private
     std::unique_ptr<Driver> driver;
     Transaction transaction = Transaction::None;
     quint64 serial = 0;
-    /// Counts what was rolled back: a row image that was written since then may no longer be true.
-    quint64 rollbacks = 0;
+    Rollbacks rollbacks;
 
+    /// Serial of the transaction that the server holds as well, 0 for none: what is read in it may never come true.
+    quint64 startedSerial() const { return transaction == Transaction::Started ? serial : 0; }
     void ensureAlive(Driver::Asking asking);
     void beforeWrite();
     int write(const Command &statement);

@@ -30,7 +30,30 @@ QString spelledIn(QStringView statement, const QString &name)
     return name;
 }
 
+/// Every driver there is. Never destroyed, since a host's connection may be the last thing that goes.
+std::vector<Driver *> &livingDrivers()
+{
+    static auto *const drivers = new std::vector<Driver *>;
+    return *drivers;
+}
+
 } // namespace
+
+/// Ends at the process's end what a host did not: a connection in a global of its own outlives Qt's list of them, without
+/// which none can be closed any more.
+struct Driver::LastSessions
+{
+    LastSessions() = default;
+    LastSessions(const LastSessions &) = delete;
+    LastSessions &operator=(const LastSessions &) = delete;
+    ~LastSessions()
+    {
+        for (Driver *driver : livingDrivers()) {
+            driver->closeSession();
+            driver->forgetDatabase();
+        }
+    }
+};
 
 std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
 {
@@ -53,11 +76,26 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
 Driver::Driver(const QSqlDatabase &database)
     : database_(database)
 {
+    livingDrivers().push_back(this);
 }
 
 Driver::~Driver()
 {
+    std::erase(livingDrivers(), this);
+    forgetDatabase();
+}
+
+void Driver::closeSession()
+{
+    endSession();
+    database_.close();
+}
+
+void Driver::forgetDatabase()
+{
     const QString name = database_.connectionName();
+    if (name.isEmpty())
+        return;
     database_.close();
     database_ = QSqlDatabase();
     QSqlDatabase::removeDatabase(name);
@@ -74,28 +112,35 @@ void Driver::openDatabase()
 
 void Driver::reopen()
 {
-    endSession();
-    database_.close();
-    openDatabase();
+    closeSession();
+    try {
+        openDatabase();
+    } catch (const RuntimeError &) {
+        closeSession(); // one that is half set up is none
+        throw;
+    }
 }
 
 QSqlDatabase Driver::newDatabase(const QString &qtDriver)
 {
     static int serial = 0;
-    return QSqlDatabase::addDatabase(qtDriver, QStringLiteral("clinic-%1").arg(++serial));
+    QSqlDatabase made = QSqlDatabase::addDatabase(qtDriver, QStringLiteral("clinic-%1").arg(++serial));
+    static const LastSessions last; // made after Qt's list, and so gone before it
+    return made;
 }
 
 void Driver::refuse(const QString &serverText)
 {
     throw RuntimeError(ErrorNumber::Database,
-                       QStringLiteral("데이터베이스가 작업을 처리하지 못했습니다.\n") + serverText.trimmed());
+                       QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")
+                           .arg(serverText.trimmed()));
 }
 
 void Driver::sessionLost()
 {
     // What the server was doing nobody knows: it may have saved before it went. Its own words help nobody at a desk.
     throw RuntimeError(ErrorNumber::ConnectionLost,
-                       QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 하십시오."));
+                       QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."));
 }
 
 void Driver::connectionLost(const QString &serverText)

@@ -44,6 +44,7 @@ public:
     /// Whether the server is still there. Where the engine does not notice a lost server by itself, it is asked if that is
     /// allowed: before a writing, which unlike a reading cannot be tried a second time.
     virtual bool alive(Asking) { return true; }
+    /// Ends the session and opens another; where that fails there is none, and the next statement tries again.
     void reopen();
 
 protected:
@@ -52,7 +53,7 @@ protected:
     void openDatabase();
     /// Settings of the new session.
     virtual void prepareSession() {}
-    /// Gives back what the session still holds, before it is closed to be opened anew.
+    /// Gives back what the session still holds, before it is closed. No statement reaches it afterwards.
     virtual void endSession() {}
 
     [[noreturn]] static void refuse(const QString &serverText);
@@ -64,6 +65,11 @@ protected:
     static QSqlDatabase newDatabase(const QString &qtDriver);
 
 private:
+    struct LastSessions;
+
+    void closeSession();
+    void forgetDatabase();
+
     QSqlDatabase database_;
 };
 

@@ -93,6 +93,12 @@ void OdbcDriver::prepareSession()
     run(command() << u"SET standard_conforming_strings = on");
 }
 
+void OdbcDriver::endSession()
+{
+    lost_ = true;
+    inTransaction_ = false;
+}
+
 Command OdbcDriver::command() const
 {
     return Command(dialect_ == Dialect::SqlServer ? Command::Values::NationalLiteral : Command::Values::Literal);

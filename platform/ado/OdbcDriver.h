@@ -26,6 +26,7 @@ public:
 
 protected:
     void prepareSession() override;
+    void endSession() override;
 
 private:
     QSqlQuery run(const Command &statement);

@@ -2,6 +2,7 @@
 
 #include "platform/ado/ConnectionPrivate.h"
 #include "platform/ado/RecordsetPrivate.h"
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QPointer>
@@ -26,7 +27,7 @@ void Recordset::Private::requireCurrent() const
     if (!atRow() && !adding)
         throw RuntimeError(ErrorNumber::NoCurrentRow, QStringLiteral("선택된 행이 없습니다."));
     if (!adding && current.gone())
-        throw RuntimeError(ErrorNumber::Conflict, QStringLiteral("다른 창구에서 삭제한 행입니다. 목록을 다시 읽어 주십시오."));
+        raiseConflict();
 }
 
 std::shared_ptr<RowStore> Recordset::Private::load(const RowStore *before) const
@@ -83,15 +84,27 @@ void Recordset::Private::stand(int row)
 void Recordset::Private::keep(const RowImage &image)
 {
     current = image;
-    const Connection::Private &layer = connection->layer();
-    currentIsOurs = layer.transaction == Connection::Private::Transaction::Started;
-    rollbacksSeen = layer.rollbacks;
+    currentReadIn = connection->layer().startedSerial();
+    currentIsUndone = false;
 }
 
 void Recordset::Private::refreshAfterRollback()
 {
-    if (currentIsOurs && rollbacksSeen != connection->layer().rollbacks && atRow() && !adding && assigned.empty())
-        keep(rows->readAgain(position));
+    if (currentIsUndone && atRow() && !adding && assigned.empty())
+        keep(looksOnly ? rows->image(position) : rows->readAgain(position));
+}
+
+void Recordset::Private::reload()
+{
+    const Bookmark key = atRow() ? rows->key(position) : Bookmark();
+    const bool wasAdding = adding;
+    std::map<const Column *, QVariant> pending = assigned;
+    take(load(rows.get()));
+    const int row = key.isValid() ? rows->find(key) : -1;
+    position = row >= 0 ? row : rows->count();
+    keep(atRow() ? rows->image(position) : RowImage());
+    adding = wasAdding;
+    assigned = std::move(pending);
 }
 
 int Recordset::Private::column(const QString &field) const
@@ -124,7 +137,35 @@ void Recordset::Open(const QString &source, const ConnectionPtr &connection, Cur
     d->cursor = cursor;
     d->lock = lock;
     d->take(d->load());
+    watchRollbacks();
     announceRows();
+}
+
+void Recordset::watchRollbacks()
+{
+    disconnect(d->rollbackBond);
+    d->rollbackBond = connect(&d->connection->layer().rollbacks, &Rollbacks::happened, this,
+                              [this](quint64 transaction) { afterRollback(transaction); });
+}
+
+/// Raises no rowChanged: nothing was chosen, and the handlers of one would wipe what the user typed.
+void Recordset::afterRollback(quint64 transaction)
+{
+    if (!d->rows)
+        return;
+    d->currentIsUndone = d->currentIsUndone || d->currentReadIn == transaction;
+    const RowStore::Undone undone = d->rows->undo(transaction);
+    if (undone.loaded && !d->looksOnly) {
+        runtime::Attempt attempt; // a server that is gone is told by the next reading
+        attempt([this] { d->reload(); });
+        emit rowsReset();
+    } else if (undone.membership) {
+        emit rowsReset();
+    } else {
+        const QPointer<Recordset> alive(this);
+        for (std::size_t at = 0; alive && at < undone.rows.size(); ++at)
+            emit rowRead(undone.rows[at]);
+    }
 }
 
 void Recordset::announceRows()
@@ -139,6 +180,7 @@ void Recordset::Close()
 {
     if (!d->rows)
         return;
+    disconnect(d->rollbackBond);
     d->discardPending();
     d->release();
     emit rowsReset();
@@ -295,6 +337,7 @@ std::unique_ptr<Recordset> Recordset::Clone() const
     clone->d->location = d->location;
     clone->d->looksOnly = true;
     clone->d->take(d->rows);
+    clone->watchRollbacks();
     return clone;
 }
 
@@ -337,12 +380,7 @@ QVariant Recordset::valueAt(int row, int column) const
 {
     if (row < 0 || row >= rowCount() || column < 0 || column >= static_cast<int>(d->rows->columns().size()))
         return {};
-    try {
-        return d->rows->value(row, column);
-    } catch (const RuntimeError &) {
-        // Views ask while they paint, where no error can go anywhere; whoever then works with the row meets it.
-        return {};
-    }
+    return d->rows->value(row, column);
 }
 
 } // namespace ado

@@ -20,9 +20,11 @@ using Bookmark = QVariant;
 /// The rows of one SELECT with a current row.
 ///
 /// Keyset: membership is fixed at Open, a row is read again when it becomes current. Update writes only the assigned
-/// columns, under the condition that every base column still is as last read; no row hit raises Conflict. What was
-/// assigned stays pending after a failed Update, until a move, CancelUpdate, Resync or Requery discards it.
+/// columns, under the condition that these still are as last read: edits of different columns do not collide. Delete
+/// compares every base column. No row hit raises Conflict. What was assigned stays pending after a failed Update, until a
+/// move, CancelUpdate, Resync or Requery discards it.
 /// A row that another desk deleted stays a member; reading a value of it raises Conflict.
+/// After a rollback of a transaction the rows are those that are stored: what was read, added and deleted in it is undone.
 /// Static and client-side: all rows are read once, into flat cells; Sort orders them in memory.
 /// Positions: Open, Requery and Sort stand on the first row, Eof and Bof are both true when there is none.
 ///
@@ -81,8 +83,8 @@ public:
     Bookmark bookmark() const;
     /// Finds the row of the key; if it is gone, the first row.
     void setBookmark(const Bookmark &key);
-    /// Shares the rows as they were last read, with a position of its own that raises nothing here. Requery of the original
-    /// drops the clone's rows.
+    /// Shares the rows as they were last read, with a position of its own that raises nothing here. A clone whose row the
+    /// original deletes stands behind the last one. Requery of the original drops the clone's rows.
     std::unique_ptr<Recordset> Clone() const;
     /// "PM_Name ASC", "[field] DESC, other", empty for the order of Open; static and client-side cursors only. A requery
     /// goes back to the order of Open.
@@ -92,19 +94,23 @@ public:
     int rowCount() const;
     int currentRow() const; ///< 0-based, -1 when there is no current row
     Bookmark bookmarkAt(int row) const;
-    QVariant valueAt(int row, int column) const; ///< as stored, without what is pending; never raises
+    /// As stored, without what is pending; NULL out of range. Raises what reading raises.
+    QVariant valueAt(int row, int column) const;
     int columnIndex(const QString &field) const; ///< -1 when absent
 
 signals:
     void rowChanged();
-    /// Rows were replaced (Open, Requery, Sort, Close) or one was added (Update of a new row); a view reads them anew.
+    /// Rows were replaced (Open, Requery, Sort, Close), one was added (Update of a new row), or a rollback took rows out or
+    /// brought them back; a view reads them anew.
     void rowsReset();
     void rowRemoved(int row);
-    /// The cached values of one row are new (Update, Resync, a row read again).
+    /// The cached values of one row are new (Update, Resync, a row read again, a rollback).
     void rowRead(int row);
 
 private:
     void announceRows();
+    void watchRollbacks();
+    void afterRollback(quint64 transaction);
 
     struct Private;
     std::unique_ptr<Private> d;

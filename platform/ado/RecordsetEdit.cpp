@@ -17,24 +17,24 @@ const Column *Recordset::Private::writable(const QString &field) const
 {
     column(field);
     if (lock == LockType::ReadOnly || !rows->keyed())
-        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 고칠 수 없습니다."));
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 수정할 수 없습니다."));
     const Column *const own = rows->shape().baseColumn(field);
     const bool isKey = own && QStringView(own->name) == QStringView(rows->shape().base()->key);
     if (!own || own->type == ColumnType::Key || (isKey && !adding))
-        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("'%1' 항목은 고칠 수 없습니다.").arg(field));
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("'%1' 항목은 수정할 수 없습니다.").arg(field));
     return own;
 }
 
-/// The row itself, as long as no base column differs from what was last read: another desk's change must not be overwritten
-/// unseen, not even where it touched other columns.
-Command Recordset::Private::conditions(Command command) const
+/// The row itself, as long as the compared columns are as they were last read: another desk's change must not be overwritten
+/// unseen, nor go with a deleted row.
+Command Recordset::Private::conditions(Command command, Compared compared) const
 {
     const SelectShape &shape = rows->shape();
     command << u" WHERE " << QString::fromUtf16(shape.base()->key);
     command.equals(parameter(rows->key(position)));
     for (int at = 0; at < static_cast<int>(rows->columns().size()); ++at) {
         const Column *const own = shape.baseColumn(rows->columns()[static_cast<std::size_t>(at)].name);
-        if (!own || own->type == ColumnType::Key)
+        if (!own || own->type == ColumnType::Key || (compared == Compared::Assigned && !assigned.contains(own)))
             continue;
         command << u" AND " << QString::fromUtf16(own->name);
         command.equals(current.raw(at));
@@ -45,8 +45,7 @@ Command Recordset::Private::conditions(Command command) const
 void Recordset::Private::requireTouched(int touched) const
 {
     if (touched == 0)
-        throw RuntimeError(ErrorNumber::Conflict,
-                           QStringLiteral("다른 창구에서 먼저 고치거나 삭제한 행입니다. 목록을 다시 읽은 후 다시 하십시오."));
+        raiseConflict();
 }
 
 void Recordset::Private::updateRow()
@@ -58,7 +57,7 @@ void Recordset::Private::updateRow()
         command << std::exchange(separator, u", ") << QString::fromUtf16(column->name) << u" = ";
         command.value(parameter(value));
     }
-    requireTouched(layer.write(conditions(std::move(command))));
+    requireTouched(layer.write(conditions(std::move(command), Compared::Assigned)));
     discardPending();
     keep(rows->readAgain(position));
 }
@@ -88,6 +87,9 @@ void Recordset::Private::insertRow()
     if (!sqlServer)
         command << u" RETURNING " << key;
     const CellTable answer = layer.readBack(command);
+    if (answer.rowCount() == 0) // a trigger of the server's may drop a row without an error
+        throw RuntimeError(ErrorNumber::Database,
+                           QStringLiteral("새로 입력한 내용이 저장되지 않았습니다. 다시 시도하고, 계속되면 개발사로 문의하십시오."));
     discardPending();
     position = rows->append(answer.value(0, 0));
     keep(rows->readAgain(position));
@@ -96,8 +98,8 @@ void Recordset::Private::insertRow()
 void Recordset::Private::deleteRow()
 {
     Connection::Private &layer = connection->layer();
-    requireTouched(layer.write(
-        conditions(layer.driver->command() << u"DELETE FROM " << QString::fromUtf16(rows->shape().base()->name))));
+    Command command = layer.driver->command() << u"DELETE FROM " << QString::fromUtf16(rows->shape().base()->name);
+    requireTouched(layer.write(conditions(std::move(command), Compared::All)));
     rows->remove(position);
 }
 
@@ -146,8 +148,8 @@ void Recordset::Delete()
     d->discardPending();
     d->refreshAfterRollback();
     d->requireCurrent();
-    d->deleteRow();
     const int removed = d->position;
+    d->deleteRow();
     d->stand(std::min(removed, d->rows->count() - 1));
     const QPointer<Recordset> alive(this);
     emit rowRemoved(removed);

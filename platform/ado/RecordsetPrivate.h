@@ -21,8 +21,9 @@ struct Recordset::Private
     std::shared_ptr<RowStore> rows; ///< null while closed
     int position = 0;               ///< rows->count() at the end
     RowImage current;               ///< as it was when it became current; what Update compares with
-    bool currentIsOurs = false;     ///< read inside a transaction that may still be rolled back
-    quint64 rollbacksSeen = 0;
+    quint64 currentReadIn = 0;      ///< serial of the transaction that it was read in, 0 for none
+    bool currentIsUndone = false;   ///< and that was rolled back
+    QMetaObject::Connection rollbackBond;
 
     bool looksOnly = false; ///< a clone: it takes rows as they were last read by whoever read them
 
@@ -43,6 +44,8 @@ struct Recordset::Private
     void keep(const RowImage &image);
     /// An image that this desk wrote and then rolled back is no longer what the server holds.
     void refreshAfterRollback();
+    /// Opens the list again, on the same row and with what is pending.
+    void reload();
 
     int column(const QString &field) const; ///< raises InvalidCall when absent
     const Column *writable(const QString &field) const;
@@ -52,7 +55,8 @@ struct Recordset::Private
     void deleteRow();
 
 private:
-    Command conditions(Command command) const;
+    enum class Compared { Assigned, All };
+    Command conditions(Command command, Compared compared) const;
     void requireTouched(int touched) const;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/ado/ConnectionPrivate.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ado {
 
@@ -17,6 +18,8 @@ RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bo
     : connection_(connection)
     , shape_(shape)
 {
+    if (Inside *const now = inside())
+        now->loaded = true;
     if (keyset && shape_.base()) {
         loadKeys(before);
         if (!shape_.joined() || !keysRepeat()) {
@@ -40,8 +43,7 @@ void RowStore::loadKeys(const RowStore *before)
 
 void RowStore::loadWhole(const RowStore *before)
 {
-    Connection::Private &layer = connection_->layer();
-    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.all()));
+    cells_ = std::make_shared<CellTable>(readAll());
     whole_ = true;
     const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
     columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
@@ -50,6 +52,20 @@ void RowStore::loadWhole(const RowStore *before)
     orderLoaded(orderColumns(*cells_, firstAdded), before);
     if (shape_.joined() && keyColumn_ >= 0 && keysRepeat())
         keyColumn_ = -1;
+}
+
+/// A clinic's own table may lack the key that its rows are known by here: they can still be looked at.
+CellTable RowStore::readAll()
+{
+    Connection::Private &layer = connection_->layer();
+    try {
+        return layer.read(layer.driver->command() << shape_.all());
+    } catch (const runtime::RuntimeError &error) {
+        if (error.number() != runtime::ErrorNumber::Database || !shape_.keyIsAdded())
+            throw;
+    }
+    shape_ = shape_.withoutKey();
+    return layer.read(layer.driver->command() << shape_.all());
 }
 
 void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore *before)
@@ -156,16 +172,19 @@ RowImage RowStore::image(int row)
     const Physical physical = order_.at(static_cast<std::size_t>(row));
     if (const auto read = read_.find(physical); read != read_.end())
         return read->second;
-    if (whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+    if (forgotten_.contains(physical))
+        readRows({&physical, 1});
+    else if (whole_ && physical < static_cast<Physical>(cells_->rowCount()))
         return {cells_, static_cast<int>(physical)};
-    readBlock(row);
+    else
+        readBlock(row);
     return read_.at(physical);
 }
 
 QVariant RowStore::value(int row, int column)
 {
     // Reports ask for every cell of long lists that nobody writes to.
-    if (whole_ && read_.empty() && appended_.empty())
+    if (whole_ && read_.empty() && appended_.empty() && forgotten_.empty())
         return cells_->value(static_cast<int>(order_[static_cast<std::size_t>(row)]), column);
     return image(row).value(column);
 }
@@ -212,8 +231,13 @@ void RowStore::readRows(std::span<const Physical> rows)
     }
     const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1
                                               : columnIndex(QString::fromUtf16(shape_.base()->key));
-    for (Physical row : rows)
+    Inside *const now = inside();
+    for (Physical row : rows) {
         read_[row] = {};
+        forgotten_.erase(row);
+        if (now)
+            now->read.insert(row);
+    }
     for (int row = 0; row < table->rowCount(); ++row) {
         const QVariant key = table->value(row, keyColumn);
         const auto owner = std::ranges::find_if(rows, [&](Physical physical) { return keyOf(physical) == key; });
@@ -225,11 +249,35 @@ void RowStore::readRows(std::span<const Physical> rows)
 void RowStore::remove(int row)
 {
     const Physical physical = order_.at(static_cast<std::size_t>(row));
+    if (Inside *const now = inside()) {
+        const auto loaded = std::ranges::find(loadedOrder_, physical) - loadedOrder_.begin();
+        now->changes.push_back({physical, false, row, static_cast<int>(loaded)});
+    }
+    takeOut(row);
+}
+
+void RowStore::takeOut(int row)
+{
+    const Physical physical = order_.at(static_cast<std::size_t>(row));
     order_.erase(order_.begin() + row);
     std::erase(loadedOrder_, physical);
     for (int *position : positions_) {
-        if (*position > row)
+        if (*position == row)
+            *position = count();
+        else if (*position > row)
             --*position;
+    }
+}
+
+void RowStore::putBack(const Change &removed)
+{
+    const int row = std::min(removed.row, count());
+    order_.insert(order_.begin() + row, removed.physical);
+    loadedOrder_.insert(loadedOrder_.begin() + std::min(removed.loadedRow, static_cast<int>(loadedOrder_.size())),
+                        removed.physical);
+    for (int *position : positions_) {
+        if (*position >= row)
+            ++*position;
     }
 }
 
@@ -237,9 +285,56 @@ int RowStore::append(const QVariant &key)
 {
     const auto physical = static_cast<Physical>(cells_->rowCount() + static_cast<int>(appended_.size()));
     appended_.push_back(key);
+    for (int *position : positions_) {
+        if (*position == count())
+            ++*position; // behind the last row still
+    }
+    if (Inside *const now = inside())
+        now->changes.push_back({physical, true});
     order_.push_back(physical);
     loadedOrder_.push_back(physical);
     return count() - 1;
+}
+
+RowStore::Inside *RowStore::inside()
+{
+    const quint64 transaction = connection_->layer().startedSerial();
+    if (transaction == 0)
+        return nullptr;
+    if (inside_.transaction != transaction) {
+        inside_ = {};
+        inside_.transaction = transaction;
+    }
+    return &inside_;
+}
+
+const RowStore::Undone &RowStore::undo(quint64 transaction)
+{
+    if (undone_.transaction == transaction)
+        return undone_;
+    undone_ = {};
+    undone_.transaction = transaction;
+    if (inside_.transaction != transaction)
+        return undone_;
+    const Inside before = std::exchange(inside_, {});
+    undone_.loaded = before.loaded;
+    undone_.membership = !before.changes.empty();
+    for (Physical physical : before.read) {
+        if (read_.erase(physical) > 0 && whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+            forgotten_.insert(physical);
+    }
+    for (auto change = before.changes.rbegin(); change != before.changes.rend(); ++change) {
+        const auto found = std::ranges::find(order_, change->physical);
+        if (change->added && found != order_.end())
+            takeOut(static_cast<int>(found - order_.begin()));
+        else if (!change->added && found == order_.end())
+            putBack(*change);
+    }
+    for (int row = 0; row < count(); ++row) {
+        if (before.read.contains(order_[static_cast<std::size_t>(row)]))
+            undone_.rows.push_back(row);
+    }
+    return undone_;
 }
 
 void RowStore::sort(std::span<const OrderColumn> columns)
@@ -248,6 +343,7 @@ void RowStore::sort(std::span<const OrderColumn> columns)
         order_ = loadedOrder_;
         return;
     }
+    readForgotten();
     const std::vector<Physical> sorted = read_.empty() ? orderedRows(*cells_, columns, keyColumn_)
                                                        : orderedRows(asLastRead(), columns, keyColumn_);
     std::vector<bool> present(static_cast<std::size_t>(cells_->rowCount()) + appended_.size());
@@ -258,6 +354,13 @@ void RowStore::sort(std::span<const OrderColumn> columns)
     std::ranges::copy_if(order_, std::back_inserter(ordered),
                          [&](Physical row) { return row >= static_cast<Physical>(cells_->rowCount()); });
     order_ = std::move(ordered);
+}
+
+void RowStore::readForgotten()
+{
+    const std::vector<Physical> rows(forgotten_.begin(), forgotten_.end());
+    if (!rows.empty())
+        readRows(rows);
 }
 
 /// The rows that were read whole, with those that were read again since.
@@ -278,6 +381,8 @@ void RowStore::drop()
     order_.clear();
     loadedOrder_.clear();
     read_.clear();
+    forgotten_.clear();
+    inside_ = {};
 }
 
 } // namespace ado

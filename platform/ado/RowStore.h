@@ -11,6 +11,7 @@
 #include <memory>
 #include <span>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace ado {
@@ -54,21 +55,55 @@ public:
     /// Reads the row from the server; unkeyed rows stay as they are.
     RowImage readAgain(int row);
 
+    /// Whoever stands on the row stands behind the last one afterwards.
     void remove(int row);
     int append(const QVariant &key);
     void sort(std::span<const OrderColumn> columns); ///< none: as loaded
     /// Forgets all rows, for those that still look at them.
     void drop();
 
-    /// Row numbers that follow a removal.
+    /// What a rolled back transaction left to be shown anew.
+    struct Undone
+    {
+        quint64 transaction = 0;
+        bool loaded = false;     ///< the list itself was opened in it
+        bool membership = false; ///< rows came or went
+        std::vector<int> rows;   ///< to be read again
+    };
+    /// Forgets what was read in the transaction, takes out the rows that were added in it and puts the deleted ones back.
+    /// Everybody who shares the rows may call it: it is done once.
+    const Undone &undo(quint64 transaction);
+
+    /// Row numbers that follow their row.
     void attach(int *position) { positions_.push_back(position); }
     void detach(int *position) { std::erase(positions_, position); }
 
 private:
     using Physical = std::uint32_t;
 
+    /// A row that was added or removed.
+    struct Change
+    {
+        Physical physical;
+        bool added;
+        int row = 0;       ///< where a removed one stood
+        int loadedRow = 0; ///< the same in the order of loading
+    };
+    /// What happened inside a transaction that the server holds.
+    struct Inside
+    {
+        quint64 transaction = 0;
+        bool loaded = false;
+        std::unordered_set<Physical> read;
+        std::vector<Change> changes;
+    };
+
+    Inside *inside(); ///< null outside of a transaction
+    void takeOut(int row);
+    void putBack(const Change &removed);
     void loadKeys(const RowStore *before);
     void loadWhole(const RowStore *before);
+    CellTable readAll();
     void orderLoaded(std::span<const OrderColumn> columns, const RowStore *before);
     /// Where rows of a list of that length would stand if nothing had changed.
     std::vector<Physical> guessedOrder(int rows) const;
@@ -76,6 +111,7 @@ private:
     std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
     void readBlock(int row);
     CellTable asLastRead() const;
+    void readForgotten();
     void readRows(std::span<const Physical> rows);
     QVariant rawKey(Physical row) const;
     QVariant keyOf(Physical row) const;
@@ -90,7 +126,10 @@ private:
     std::vector<Physical> loadedOrder_;
     std::vector<QVariant> appended_; ///< keys of rows behind those of cells_
     std::unordered_map<Physical, RowImage> read_;
+    std::unordered_set<Physical> forgotten_; ///< read whole, and again in a transaction that was rolled back
     std::vector<int *> positions_;
+    Inside inside_;
+    Undone undone_;
 };
 
 } // namespace ado

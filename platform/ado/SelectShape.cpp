@@ -59,6 +59,13 @@ bool SelectShape::keyIsAdded() const
     return base_ && (joined() || !baseColumn(QString::fromUtf16(base_->key)) || !listHolds(QString::fromUtf16(base_->key)));
 }
 
+SelectShape SelectShape::withoutKey() const
+{
+    SelectShape unkeyed(*this);
+    unkeyed.base_ = nullptr;
+    return unkeyed;
+}
+
 QStringList SelectShape::added() const
 {
     QStringList expressions;

@@ -40,6 +40,8 @@ public:
     /// Expressions that all() adds behind the statement's own columns: the key and order columns that are not among them.
     QStringList added() const;
     bool keyIsAdded() const;
+    /// The same statement with rows that are not keyed.
+    SelectShape withoutKey() const;
 
     /// Every row, in any order where it can be ordered here.
     QString all() const;

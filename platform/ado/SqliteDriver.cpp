@@ -143,10 +143,18 @@ void SqliteDriver::prepareSession()
 void SqliteDriver::endSession()
 {
     prepared_.clear();
+    handle_ = nullptr;
+}
+
+void SqliteDriver::requireSession() const
+{
+    if (!handle_)
+        sessionLost();
 }
 
 CellTable SqliteDriver::read(const Command &select)
 {
+    requireSession();
     const Statement statement(prepared_, handle_, select);
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
@@ -166,6 +174,7 @@ CellTable SqliteDriver::read(const Command &select)
 
 int SqliteDriver::write(const Command &text)
 {
+    requireSession();
     const Statement statement(prepared_, handle_, text);
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
@@ -179,6 +188,7 @@ int SqliteDriver::write(const Command &text)
 
 void SqliteDriver::run(const char *statement)
 {
+    requireSession();
     if (sqlite3_exec(handle_, statement, nullptr, nullptr, nullptr) != SQLITE_OK)
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
 }
@@ -201,7 +211,7 @@ void SqliteDriver::rollback()
 
 bool SqliteDriver::holdsTransaction() const
 {
-    return sqlite3_get_autocommit(handle_) == 0;
+    return handle_ && sqlite3_get_autocommit(handle_) == 0;
 }
 
 } // namespace ado

@@ -23,6 +23,7 @@ public:
     void commit() override;
     void rollback() override;
     bool holdsTransaction() const override;
+    bool alive(Asking) override { return handle_ != nullptr; }
 
 protected:
     void prepareSession() override;
@@ -30,8 +31,10 @@ protected:
 
 private:
     void run(const char *statement);
+    /// The engine takes no null handle.
+    void requireSession() const;
 
-    sqlite3 *handle_ = nullptr;
+    sqlite3 *handle_ = nullptr; ///< null while there is no session
     PreparedStatements prepared_;
 };
 

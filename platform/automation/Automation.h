@@ -32,8 +32,6 @@ void remove(const QString &programId);
 QString libraryOf(const QString &programId);
 /// Lets a component library write its own entries: loads it and calls its DllRegisterServer. Raises CannotCreateObject.
 void registerLibrary(const QString &libraryPath);
-/// Path of the library that registerLibrary is registering; empty outside of it.
-QString libraryUnderWay();
 /// Another register file, for tests and trial runs; an empty text brings the user's own back.
 void setFile(const QString &path);
 } // namespace classRegister

@@ -2,7 +2,6 @@
 #include "platform/runtime/RuntimeError.h"
 
 #include <QLibrary>
-#include <QScopeGuard>
 #include <QSettings>
 #include <QStandardPaths>
 
@@ -21,12 +20,6 @@ QString registerFile()
     return otherFile().isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
                                        + QStringLiteral("/zelvo-classes.ini")
                                  : otherFile();
-}
-
-QString &pathUnderWay()
-{
-    static QString path;
-    return path;
 }
 
 QString entryOf(const QString &programId)
@@ -70,16 +63,9 @@ void registerLibrary(const QString &libraryPath)
     QLibrary library(libraryPath);
     library.setLoadHints(QLibrary::PreventUnloadHint);
     const auto registerServer = reinterpret_cast<DllRegisterServerFunction>(library.resolve("DllRegisterServer"));
-    pathUnderWay() = library.fileName(); // as found, with folder and suffix
-    const auto done = qScopeGuard([] { pathUnderWay().clear(); });
     if (!registerServer || registerServer() != Ok)
         throw runtime::RuntimeError(runtime::ErrorNumber::CannotCreateObject,
                                     QStringLiteral("구성요소를 등록하지 못했습니다: %1").arg(libraryPath));
-}
-
-QString libraryUnderWay()
-{
-    return pathUnderWay();
 }
 
 void setFile(const QString &path)

@@ -1,12 +1,32 @@
 #include "platform/automation/ClassServer.h"
 
-#include "platform/runtime/RuntimeError.h"
+#include "platform/automation/OwnLibrary.h"
+#include "platform/controls/EventEdge.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QWidget>
 
+#include <algorithm>
 #include <exception>
 
 namespace automation {
+
+namespace {
+
+/// A window may stay long after the object that opened it.
+bool hasWindows(const void *library)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::ranges::any_of(windows, [&](const QWidget *window) {
+        for (const QMetaObject *kind = window->metaObject(); kind; kind = kind->superClass()) {
+            if (libraryHolding(kind) == library)
+                return true;
+        }
+        return false;
+    });
+}
+
+} // namespace
 
 ClassServer::ClassServer(const QString &libraryName, std::vector<Class> classes)
     : libraryName_(libraryName)
@@ -14,9 +34,9 @@ ClassServer::ClassServer(const QString &libraryName, std::vector<Class> classes)
 {
 }
 
-int ClassServer::registerServer() const
+int ClassServer::registerServer(const void *within) const
 {
-    QString path = classRegister::libraryUnderWay();
+    QString path = libraryFileHolding(within);
     if (path.isEmpty())
         path = QCoreApplication::applicationDirPath() + QLatin1Char('/') + libraryName_;
     return onEveryClass([&path](const QString &programId) { classRegister::add(programId, path); });
@@ -32,7 +52,7 @@ int ClassServer::onEveryClass(const std::function<void(const QString &)> &step) 
     try {
         for (const Class &served : classes_)
             step(served.programId);
-    } catch (const runtime::RuntimeError &) {
+    } catch (const std::exception &) {
         return Failed; // an error must not cross a plain C export
     }
     return Ok;
@@ -59,9 +79,11 @@ int ClassServer::classObject(const char *programId, QObject **object)
     return ClassNotAvailable;
 }
 
-int ClassServer::canUnloadNow() const
+int ClassServer::canUnloadNow(const void *within) const
 {
-    return *living_ == 0 ? Ok : False;
+    const bool busy = controls::eventIsRunning() || controls::eventsWait();
+    const void *const library = libraryHolding(within);
+    return *living_ == 0 && !busy && !(library && hasWindows(library)) ? Ok : False;
 }
 
 } // namespace automation

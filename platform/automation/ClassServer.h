@@ -20,16 +20,17 @@ public:
         std::function<QObject *()> create;
     };
 
-    /// `libraryName` is the library's file name without prefix and suffix; it is looked for beside the program unless
-    /// the register knows its path.
+    /// `libraryName` is the library's file name without prefix and suffix, for a system that cannot tell where it lies.
     ClassServer(const QString &libraryName, std::vector<Class> classes);
 
-    int registerServer() const;
+    /// Enters the library that holds the address, which is its own.
+    int registerServer(const void *within) const;
     int unregisterServer() const;
     /// The caller owns *object.
     int classObject(const char *programId, QObject **object);
-    /// Ok when no object of this library lives, otherwise False.
-    int canUnloadNow() const;
+    /// Ok when nothing needs the code of the library that holds the address: no object of it lives and no window of its
+    /// classes, and no event is under way or waits. Otherwise False.
+    int canUnloadNow(const void *within) const;
 
 private:
     int onEveryClass(const std::function<void(const QString &)> &step) const;
@@ -43,12 +44,13 @@ private:
 
 /// Defines the four exports of a component library over a function that returns its ClassServer.
 #define ZELVO_CLASS_SERVER(serverFunction)                                                                             \
+    static const char withinThisLibrary = 0;                                                                           \
     extern "C" {                                                                                                       \
-    Q_DECL_EXPORT int DllRegisterServer() { return serverFunction().registerServer(); }                                \
+    Q_DECL_EXPORT int DllRegisterServer() { return serverFunction().registerServer(&withinThisLibrary); }              \
     Q_DECL_EXPORT int DllUnregisterServer() { return serverFunction().unregisterServer(); }                            \
     Q_DECL_EXPORT int DllGetClassObject(const char *programId, QObject **object)                                       \
     {                                                                                                                  \
         return serverFunction().classObject(programId, object);                                                        \
     }                                                                                                                  \
-    Q_DECL_EXPORT int DllCanUnloadNow() { return serverFunction().canUnloadNow(); }                                    \
+    Q_DECL_EXPORT int DllCanUnloadNow() { return serverFunction().canUnloadNow(&withinThisLibrary); }                  \
     }

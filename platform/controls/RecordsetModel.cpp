@@ -2,11 +2,11 @@
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
-#include "platform/runtime/RuntimeError.h"
 
 #include <QColor>
 
 #include <algorithm>
+#include <exception>
 
 namespace controls {
 
@@ -144,6 +144,7 @@ QString RecordsetModel::shownText(int row, int column) const
     case Kind::Values:
         return translated(shown.values, storedValue(row, column));
     case Kind::Check:
+        storedValue(row, column); // shown by the box alone, unless it cannot be read
         return {};
     default:
         return runtime::text(storedValue(row, column));
@@ -182,8 +183,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         default:
             return {};
         }
-    } catch (const runtime::RuntimeError &) {
-        return role == Qt::DisplayRole ? QVariant(unreadable) : QVariant();
+    } catch (const std::exception &) { // none may leave a painting
+        return role == Qt::DisplayRole || role == Qt::AccessibleTextRole ? QVariant(unreadable) : QVariant();
     }
 }
 

@@ -13,6 +13,13 @@ std::size_t checkedIndex(int number, std::size_t count, const QString &what)
     return std::size_t(number) - 1;
 }
 
+/// No text can be fitted into nothing, however small it is made.
+void refuseNothing(bool something, const QString &what, double value)
+{
+    if (!something)
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("%1은 0보다 커야 합니다: %2").arg(what).arg(value));
+}
+
 } // namespace
 
 CellTable::CellTable(int rows, int columns, double rowHeight)
@@ -30,6 +37,7 @@ int CellTable::appendRow()
 
 void CellTable::setColumnWidth(int column, double mm)
 {
+    refuseNothing(mm > 0, QStringLiteral("열의 폭"), mm);
     columnWidths_[checkedIndex(column, columnWidths_.size(), QStringLiteral("열"))] = mm;
 }
 
@@ -45,6 +53,7 @@ void CellTable::setRowHeight(int row, double mm)
 
 void CellTable::setSpan(int row, int column, int columns)
 {
+    refuseNothing(columns >= 1, QStringLiteral("합친 칸 수"), columns);
     checkedIndex(column + columns - 1, columnWidths_.size(), QStringLiteral("열"));
     cellAt(row, column).span = columns;
 }

@@ -6,7 +6,8 @@
 
 namespace print {
 
-/// A table of one document, filled cell by cell. Rows and columns count from 1; one that does not exist raises InvalidCall.
+/// A table of one document, filled cell by cell. Rows and columns count from 1; one that does not exist, a width of nothing
+/// and a span of no column raise InvalidCall. A column has no width, and no room for a text, until it is given one.
 /// A cell's text is never split into further cells, whatever it holds. No borders are drawn.
 class CellTable
 {

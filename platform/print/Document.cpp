@@ -1,5 +1,7 @@
 #include "platform/print/Document.h"
 
+#include "platform/runtime/RuntimeError.h"
+
 #include <algorithm>
 
 namespace print {
@@ -37,6 +39,9 @@ void Document::placeRow(const CellTable &table, const CellTable::Row &row, doubl
         for (int end = column + cell.span; column < end; ++column)
             width += table.columnWidth(column);
         if (!cell.text.isEmpty()) {
+            if (!(width > 0)) // a column whose width nobody gave
+                throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                            QStringLiteral("폭이 없는 칸에는 인쇄할 수 없습니다: ") + cell.text);
             TextItem item{.text = cell.text, .box = {left, top, width, row.height}, .font = font_, .align = cell.align};
             item.middle = true;
             item.mayBreak = cell.align == Align::Left;

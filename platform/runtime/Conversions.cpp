@@ -13,19 +13,19 @@ namespace {
 
 [[noreturn]] void raiseOverflow()
 {
-    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("오버플로: 수가 너무 큽니다."));
+    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("숫자가 너무 큽니다."));
 }
 
 [[noreturn]] void raiseMismatch(const QVariant &value)
 {
     throw RuntimeError(ErrorNumber::TypeMismatch,
-                       QStringLiteral("형식이 일치하지 않습니다: '%1'").arg(value.toString()));
+                       QStringLiteral("숫자나 날짜로 입력하십시오: %1").arg(value.toString()));
 }
 
 void refuseNull(const QVariant &value)
 {
     if (isNull(value))
-        throw RuntimeError(ErrorNumber::InvalidUseOfNull, QStringLiteral("값이 비어 있습니다(NULL)."));
+        throw RuntimeError(ErrorNumber::InvalidUseOfNull, QStringLiteral("값이 비어 있습니다."));
 }
 
 bool isWhole(const QVariant &value)
@@ -129,9 +129,24 @@ QString text(double value)
     return significant(value, 15);
 }
 
+QString Trim(const QString &text)
+{
+    constexpr QChar blank(u' ');
+    qsizetype first = 0;
+    qsizetype end = text.size();
+    while (first < end && text.at(first) == blank)
+        ++first;
+    while (end > first && text.at(end - 1) == blank)
+        --end;
+    return text.mid(first, end - first);
+}
+
 double Val(const QString &text)
 {
-    return numericPrefix(text).toDouble();
+    const double number = numericPrefix(text).toDouble();
+    if (std::isinf(number))
+        raiseOverflow();
+    return number;
 }
 
 double Val(const QVariant &value)

@@ -18,7 +18,11 @@ bool isNull(const QVariant &value);
 /// The flag reading: NULL false, a number true when it is not 0.
 bool isTrue(const QVariant &value);
 
-/// The numeric prefix of a text, blanks passed over: Val("12 원") is 12, Val("1,000") is 1, Val("") is 0.
+/// Without the blanks at both ends. Tabs, line breaks and the ideographic blank are letters that somebody typed; they stay.
+QString Trim(const QString &text);
+
+/// The numeric prefix of a text, blanks passed over: Val("12 원") is 12, Val("1,000") is 1, Val("") is 0. Raises Overflow
+/// for one that no double holds.
 double Val(const QString &text);
 double Val(const QVariant &value);
 

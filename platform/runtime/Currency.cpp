@@ -13,7 +13,7 @@ namespace {
 
 [[noreturn]] void raiseAmountOverflow()
 {
-    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("오버플로: 금액이 너무 큽니다."));
+    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("금액이 너무 큽니다."));
 }
 
 } // namespace

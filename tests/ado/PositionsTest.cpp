@@ -168,6 +168,29 @@ TEST_P(Positions, ACloneSharesTheRowsWithAPositionOfItsOwn)
     EXPECT_EQ(products->Clone()->rowCount(), 3);
 }
 
+TEST_P(Positions, ACloneOnADeletedRowGivesNoOtherRowsValues)
+{
+    addProducts({"a", "b", "c"});
+    const auto products = opened(allProducts);
+    const std::unique_ptr<Recordset> onDeleted = products->Clone();
+    const std::unique_ptr<Recordset> onNext = products->Clone();
+    onDeleted->moveTo(1);
+    onNext->moveTo(2);
+    products->moveTo(1);
+    products->Delete();
+    EXPECT_FALSE(onDeleted->hasCurrent());
+    EXPECT_EQ(onDeleted->bookmark(), QVariant());
+    EXPECT_EQ(errorOf([&] { onDeleted->value("PM_Name"); }), ErrorNumber::NoCurrentRow);
+    EXPECT_EQ(onNext->value("PM_Name"), "c");
+    EXPECT_EQ(onNext->bookmark(), onNext->value("PM_PK"));
+
+    products->AddNew();
+    products->setValue("PM_Name", "new");
+    products->Update();
+    EXPECT_FALSE(onDeleted->hasCurrent()) << "nor those of a row that came later";
+    EXPECT_EQ(products->value("PM_Name"), "new");
+}
+
 TEST_P(Positions, ACloneOutlivesItsOriginal)
 {
     addProducts({"a", "b"});

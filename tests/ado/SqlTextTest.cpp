@@ -105,7 +105,7 @@ TEST_P(Statements, TheFailureTellsTheServersWordsBehindAKoreanSentence)
         FAIL();
     } catch (const runtime::RuntimeError &error) {
         EXPECT_EQ(error.number(), ErrorNumber::Database);
-        EXPECT_TRUE(error.description().startsWith(QStringLiteral("데이터베이스가 작업을 처리하지 못했습니다.")));
+        EXPECT_TRUE(error.description().startsWith(QStringLiteral("저장하거나 가져오지 못했습니다.")));
         EXPECT_TRUE(error.description().contains(QStringLiteral("tPSNothing"), Qt::CaseInsensitive))
             << error.description().toStdString();
     }

@@ -1,5 +1,13 @@
 #include "tests/ado/Desks.h"
 
+#include <QDir>
+#include <QSqlDriver>
+#include <QThread>
+
+#include <sqlite3.h>
+
+#include <cstdlib>
+
 using ado::AbandonedTransactions;
 
 class Transactions : public Desks
@@ -228,6 +236,69 @@ TEST_P(Transactions, RolledBackLeaveNoFalseImageOfTheRow)
     EXPECT_EQ(clinic.value(QStringLiteral("SELECT PM_Name, PM_EtcMemo FROM tPSProductMaster")), "a|saved");
 }
 
+TEST_P(Transactions, RolledBackLeaveEveryListAsItIsStored)
+{
+    addProducts({"a", "b", "c"});
+    const auto products = opened(allProducts);
+    const auto clone = products->Clone();
+    const auto other = opened(allProducts);
+    const auto shown = [](const Recordset &rows) {
+        QStringList names;
+        for (int row = 0; row < rows.rowCount(); ++row)
+            names << runtime::text(rows.valueAt(row, rows.columnIndex("PM_Name")));
+        return names.join(u' ');
+    };
+    std::unique_ptr<Recordset> openedInside;
+    Told toldOther(*other);
+    Told told(*products);
+    {
+        AbandonedTransactions edge;
+        desk->BeginTrans();
+        desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'lost' WHERE PM_Name = 'a'"));
+        other->moveTo(0);
+        products->moveTo(1);
+        products->setValue("PM_Name", "lost");
+        products->Update();
+        products->MoveNext();
+        products->Delete();
+        products->AddNew();
+        products->setValue("PM_Name", "new");
+        products->Update();
+        openedInside = opened(allProducts);
+        EXPECT_EQ(shown(*openedInside), "lost lost new");
+        other->moveTo(1);
+        toldOther.take();
+        told.take();
+    }
+    EXPECT_EQ(told.take(), "reset") << "and no change of row: its handlers would wipe what was typed";
+    EXPECT_EQ(toldOther.take(), "read0 read1");
+    for (Recordset *rows : {products.get(), clone.get(), other.get(), openedInside.get()})
+        EXPECT_EQ(shown(*rows), "a b c");
+    EXPECT_FALSE(products->hasCurrent()) << "the new row never was";
+    EXPECT_EQ(other->value("PM_Name"), "b");
+    EXPECT_EQ(clone->value("PM_Name"), "a");
+    products->moveTo(2);
+    products->Delete(); // no conflict with a deletion that never was
+    EXPECT_EQ(seen(), "a b");
+}
+
+TEST_P(Transactions, RolledBackLeaveAListThatWasReadWholeAsItIsStored)
+{
+    addProducts({"a", "b"});
+    Recordset products;
+    products.setCursorLocation(CursorLocation::Client);
+    products.Open(allProducts, desk, CursorType::Keyset, LockType::Optimistic);
+    clinic.run(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'y' WHERE PM_Name = 'a'"));
+    products.Resync();
+    desk->BeginTrans();
+    products.setValue("PM_Name", "lost");
+    products.Update();
+    desk->RollbackTrans();
+    EXPECT_EQ(products.valueAt(0, products.columnIndex("PM_Name")), "y") << "neither the lost value nor the one before";
+    products.Sort(QStringLiteral("PM_Name"));
+    EXPECT_EQ(column(products, "PM_Name"), "b y");
+}
+
 TEST_P(Transactions, WaitForAnotherDesksShortOne)
 {
     addProducts({"a"});
@@ -252,6 +323,65 @@ TEST(SqliteConnection, IsSetUpForMoney)
     EXPECT_EQ(pragma("journal_mode"), "wal");
     EXPECT_EQ(pragma("synchronous"), "2");
     EXPECT_EQ(pragma("cache_size"), "-65536");
+}
+
+namespace {
+
+int refuseRollback(void *, int action, const char *what, const char *, const char *, const char *)
+{
+    return action == SQLITE_TRANSACTION && qstrcmp(what, "ROLLBACK") == 0 ? SQLITE_DENY : SQLITE_OK;
+}
+
+ado::ConnectionPtr keptByTheHost;
+
+} // namespace
+
+TEST(SqliteConnection, ThatCanNeitherRollBackNorReopenLeavesTheOthersAloneAndIsFoundAgain)
+{
+    QTemporaryDir folder;
+    const QString place = folder.filePath(QStringLiteral("here")), away = folder.filePath(QStringLiteral("away"));
+    ASSERT_TRUE(QDir().mkdir(place));
+    const ado::ConnectionPtr broken = ado::Connection::open(QStringLiteral("sqlite:") + place + QStringLiteral("/a.db"), true);
+    const ado::ConnectionPtr sound = ado::Connection::open(QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("b.db")), true);
+    for (const ado::ConnectionPtr &connection : {broken, sound})
+        connection->Execute(QStringLiteral("CREATE TABLE money (won INTEGER)"));
+    const auto count = [](const ado::ConnectionPtr &connection) {
+        Recordset rows;
+        rows.Open(QStringLiteral("SELECT COUNT(*) AS n FROM money"), connection, CursorType::Static, LockType::ReadOnly);
+        return runtime::text(rows.value("n"));
+    };
+    {
+        AbandonedTransactions edge;
+        for (const ado::ConnectionPtr &connection : {broken, sound}) {
+            connection->BeginTrans();
+            connection->Execute(QStringLiteral("INSERT INTO money VALUES (1)"));
+        }
+        const QVariant handle = broken->database().driver()->handle();
+        sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuseRollback, nullptr);
+        ASSERT_TRUE(QDir().rename(place, away));
+        EXPECT_EQ(errorOf([&] { edge.rollBack(); }), ErrorNumber::ConnectionLost);
+    }
+    EXPECT_FALSE(broken->inTransaction() || sound->inTransaction());
+    EXPECT_EQ(count(sound), "0");
+    EXPECT_EQ(errorOf([&] { count(broken); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { broken->Execute(QStringLiteral("INSERT INTO money VALUES (2)")); }), ErrorNumber::ConnectionLost);
+    ASSERT_TRUE(QDir().rename(away, place));
+    QThread::msleep(1100); // a desk does not ask again more than once a second
+    EXPECT_EQ(count(broken), "0");
+}
+
+TEST(SqliteConnection, KeptInAGlobalOfTheHostsEndsWithTheProcess)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto leave = [] {
+        TestDatabase clinic(ado::Engine::SQLite);
+        keptByTheHost = ado::Connection::open(clinic.address());
+        Recordset().Open(allProducts, keptByTheHost, CursorType::Keyset, LockType::Optimistic);
+        keptByTheHost->BeginTrans();
+        keptByTheHost->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('a')"));
+        std::exit(0);
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
 }
 
 TEST(SqliteConnection, RefusesAMissingFileUnlessItMayMakeOne)

@@ -68,11 +68,11 @@ TEST_P(Updates, FailWhenAnotherDeskChangedTheRow)
     };
     const Case cases[]{
         {"PM_Name", "mine", "PM_Name = 'theirs'"},
-        {"PM_Name", "mine", "PM_UnitPrice = 5"},           // another column, too
-        {"PM_Name", "mine", "PM_IsHide = 1"},              // NULL before
-        {"PM_Name", "mine", "PM_UnitPrice = NULL"},        // NULL after
-        {"PM_Name", "mine", "PM_EtcMemo = ''"},            // NULL is no empty text
-        {"PM_Name", "mine", "PM_AddedDate = '2020-01-01'"},
+        {"PM_IsHide", true, "PM_IsHide = 0"},                                        // NULL before
+        {"PM_UnitPrice", QVariant::fromValue(Currency::fromWon(7)), "PM_UnitPrice = NULL"}, // NULL after
+        {"PM_EtcMemo", "mine", "PM_EtcMemo = ''"},                                   // NULL is no empty text
+        {"PM_AddedDate", QDate(2026, 1, 2), "PM_AddedDate = '2020-01-01'"},
+        {"PM_Name", "mine", "PM_Name = 'theirs', PM_UnitPrice = 5"},
     };
     for (const Case &one : cases) {
         SCOPED_TRACE(one.there);
@@ -87,7 +87,7 @@ TEST_P(Updates, FailWhenAnotherDeskChangedTheRow)
             ADD_FAILURE() << "their change is lost";
         } catch (const runtime::RuntimeError &error) {
             EXPECT_EQ(error.number(), ErrorNumber::Conflict);
-            EXPECT_TRUE(error.description().contains(QStringLiteral("다른 창구")));
+            EXPECT_EQ(error.description().toStdString(), "다른 데스크에서 먼저 수정하거나 삭제했습니다.");
         }
         EXPECT_EQ(product("PM_Name, PM_UnitPrice, PM_IsHide, PM_EtcMemo, PM_AddedDate"), theirs);
         EXPECT_EQ(products->value(QLatin1String(one.here)), one.value) << "what was typed stays pending";
@@ -95,8 +95,26 @@ TEST_P(Updates, FailWhenAnotherDeskChangedTheRow)
         products->Requery();
         products->setValue(QLatin1String(one.here), one.value);
         products->Update();
-        EXPECT_EQ(product("PM_Name"), "mine");
+        EXPECT_EQ(runtime::text(opened(allProducts)->value(QLatin1String(one.here))), runtime::text(one.value));
     }
+}
+
+TEST_P(Updates, OfDifferentColumnsDoNotCollide)
+{
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    setAtOtherDesk("PM_UnitPrice = 5, PM_IsTaxed = NULL, PM_EtcMemo = 'theirs'");
+    products->setValue("PM_Name", "mine");
+    products->setValue("PM_IsHide", true);
+    products->Update();
+    EXPECT_EQ(product("PM_Name, PM_IsHide, PM_UnitPrice, PM_IsTaxed, PM_EtcMemo"), "mine|1|5|NULL|theirs");
+    EXPECT_EQ(products->value("PM_EtcMemo"), "theirs") << "the whole row is read anew";
+
+    setAtOtherDesk("PM_Name = 'theirs'");
+    products->setValue("PM_EtcMemo", "ours");
+    products->setValue("PM_Name", "mine again");
+    EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Conflict) << "one column that collides is enough";
+    EXPECT_EQ(product("PM_Name, PM_EtcMemo"), "theirs|theirs");
 }
 
 TEST_P(Updates, MeetARowThatAnotherDeskDeleted)
@@ -151,9 +169,9 @@ TEST_P(Updates, AreNotMisledByACloneThatReadTheRowLater)
     addProducts({"a"});
     const auto products = opened(allProducts);
     const auto clone = products->Clone();
-    setAtOtherDesk("PM_UnitPrice = 5");
+    setAtOtherDesk("PM_Name = 'theirs'");
     clone->Resync();
-    EXPECT_EQ(runtime::text(clone->value("PM_UnitPrice")), "5");
+    EXPECT_EQ(clone->value("PM_Name"), "theirs");
     products->setValue("PM_Name", "mine");
     EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Conflict);
 }
@@ -281,6 +299,31 @@ TEST_P(Updates, ARefusedNewRowStaysPending)
     orders->setValue("Cust_PK", 5);
     orders->Update();
     EXPECT_EQ(clinic.value(QStringLiteral("SELECT Cust_PK, OrdM_Date FROM tPSOrderMaster")), "5|2026-11-24");
+}
+
+TEST_P(Updates, ANewRowThatTheServerDropsWithoutAWordIsToldAndStaysPending)
+{
+    if (GetParam() == ado::Engine::SQLite) {
+        clinic.run(QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster WHEN NEW.PM_Name = 'dropped' "
+                                  "BEGIN SELECT RAISE(IGNORE); END"));
+    } else {
+        clinic.run(QStringLiteral("CREATE FUNCTION dropping() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN IF NEW.PM_Name = "
+                                  "''dropped'' THEN RETURN NULL; END IF; RETURN NEW; END'"));
+        clinic.run(QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster FOR EACH ROW EXECUTE FUNCTION "
+                                  "dropping()"));
+    }
+    addProducts({"a"});
+    const auto products = opened(allProducts);
+    products->AddNew();
+    products->setValue("PM_Name", "dropped");
+    products->setValue("PM_EtcMemo", "typed");
+    EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Database);
+    EXPECT_EQ(names(), QStringList{"a"});
+    EXPECT_EQ(products->rowCount(), 1);
+    products->setValue("PM_Name", "b");
+    products->Update();
+    EXPECT_EQ(clinic.rows(QStringLiteral("SELECT PM_Name, PM_EtcMemo FROM tPSProductMaster ORDER BY PM_PK")),
+              (QStringList{"a|NULL", "b|typed"}));
 }
 
 TEST_P(Updates, RowsWithoutAKeyCannotBeChanged)

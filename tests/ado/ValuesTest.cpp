@@ -39,6 +39,24 @@ TEST_P(Values, ComeInTheTypeThatTheRegistryTells)
     }
 }
 
+TEST(StoredValues, ThatCannotBeReadAreAnErrorAndNotEmpty)
+{
+    TestDatabase clinic(ado::Engine::SQLite, false);
+    clinic.run(QStringLiteral("CREATE TABLE tPSProductMaster (PM_PK INTEGER PRIMARY KEY, PM_Name, PM_UnitPrice, PM_AddedDate)"));
+    clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_AddedDate) VALUES ('a', 'dear', 'soon'), "
+                              "('b', 1, NULL)"));
+    for (const CursorType cursor : {CursorType::Static, CursorType::Keyset}) {
+        Recordset products;
+        products.Open(QStringLiteral("SELECT PM_Name, PM_UnitPrice, PM_AddedDate FROM tPSProductMaster"), clinic.connection(), cursor,
+                      LockType::ReadOnly);
+        for (const int column : {1, 2})
+            EXPECT_EQ(errorOf([&] { products.valueAt(0, column); }), ErrorNumber::TypeMismatch) << column;
+        EXPECT_EQ(products.valueAt(0, 0), "a");
+        EXPECT_EQ(products.valueAt(1, 2), QVariant());
+        EXPECT_EQ(products.valueAt(2, 0), QVariant()) << "there is no such row";
+    }
+}
+
 TEST_P(Values, KnowEveryColumnOfTheClinicsTables)
 {
     for (const ado::Table &table : ado::tables()) {

@@ -1,13 +1,15 @@
 #include "platform/ado/Connection.h"
 #include "platform/automation/Automation.h"
+#include "platform/controls/EventEdge.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/RuntimeError.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDate>
 #include <QFile>
 #include <QLibrary>
 #include <QTemporaryDir>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -88,6 +90,30 @@ TEST_F(Automation, EveryCreationGivesAnObjectOfItsOwnAndTheLibraryCountsThem)
     EXPECT_EQ(exported("DllCanUnloadNow"), automation::Ok);
 }
 
+TEST_F(Automation, ALibraryIsNeededAsLongAsItsWindowsOrAnEventAre)
+{
+    automation::ObjectPtr object = automation::createObject(till);
+    automation::call(*object, QStringLiteral("Open"));
+    object.reset();
+    EXPECT_EQ(exported("DllCanUnloadNow"), automation::False) << "the window outlives the object that opened it";
+    for (QWidget *window : QApplication::topLevelWidgets())
+        window->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(exported("DllCanUnloadNow"), automation::Ok);
+
+    QWidget hosts;
+    hosts.show();
+    EXPECT_EQ(exported("DllCanUnloadNow"), automation::Ok) << "a window of the host's";
+    {
+        const controls::EventScope event;
+        EXPECT_EQ(exported("DllCanUnloadNow"), automation::False);
+        controls::afterEvents([] {});
+    }
+    EXPECT_EQ(exported("DllCanUnloadNow"), automation::False) << "something waits for the end of the event";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(exported("DllCanUnloadNow"), automation::Ok);
+}
+
 TEST_F(Automation, WhatCannotBeCreatedSaysSo)
 {
     automation::classRegister::add(QStringLiteral("lost.Library"), folder_.filePath("missing"));
@@ -104,12 +130,19 @@ TEST_F(Automation, WhatCannotBeCreatedSaysSo)
 
 TEST_F(Automation, RegistrationIsWrittenByTheLibraryAndClearedByIt)
 {
-    EXPECT_TRUE(QFile::exists(automation::classRegister::libraryOf(till))) << "the path stands in full";
+    const QString served = automation::classRegister::libraryOf(till);
+    EXPECT_TRUE(QFile::exists(served)) << "the path stands in full";
     EXPECT_EQ(exported("DllUnregisterServer"), automation::Ok);
     EXPECT_EQ(automation::classRegister::libraryOf(till), QString());
     EXPECT_EQ(errorOf([] { automation::createObject(till); }), ErrorNumber::CannotCreateObject);
 
-    EXPECT_EQ(exported("DllRegisterServer"), automation::Ok) << "called bare, the library is looked for beside the program";
+    // Called bare, as by a host with a loader of its own, and from a folder that is not the program's.
+    const QString elsewhere = folder_.filePath("elsewhere.so");
+    ASSERT_TRUE(QFile::copy(served, elsewhere));
+    const auto registerServer = reinterpret_cast<int (*)()>(QLibrary::resolve(elsewhere, "DllRegisterServer"));
+    ASSERT_TRUE(registerServer);
+    EXPECT_EQ(registerServer(), automation::Ok);
+    EXPECT_EQ(automation::classRegister::libraryOf(till), elsewhere);
     EXPECT_TRUE(automation::createObject(till));
 
     automation::classRegister::setFile(QStringLiteral("/proc/nowhere/classes.ini"));

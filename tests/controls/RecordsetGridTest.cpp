@@ -231,6 +231,23 @@ TEST_F(BoundGrid, AFetchThatFailsShowsInItsCellAndIsNotRepeatedWhilePainting)
     EXPECT_TRUE(boxes_.messages.isEmpty());
 }
 
+TEST_F(BoundGrid, ACellThatCannotBeReadSaysSo)
+{
+    database_.run("DROP TABLE tPSOrderMaster");
+    database_.run("CREATE TABLE tPSOrderMaster (OrdM_PK INTEGER PRIMARY KEY, Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo)");
+    makeOrders(2);
+    database_.run("UPDATE tPSOrderMaster SET OrdM_Date = 'soon', OrdM_Misugum = 'much', OrdM_Gubun = 'by car' WHERE OrdM_PK = 2");
+    open();
+    show();
+    for (const int column : {1, owing, 3}) {
+        EXPECT_EQ(shown(1, column), "#오류") << column;
+        EXPECT_NE(shown(0, column), "#오류") << column;
+    }
+    EXPECT_FALSE(cell(1, 3).data(Qt::CheckStateRole).isValid());
+    EXPECT_EQ(cell(1, 3).data(Qt::AccessibleTextRole), QStringLiteral("#오류"));
+    EXPECT_TRUE(boxes_.messages.isEmpty());
+}
+
 TEST_F(BoundGrid, HeaderClicksAndDoubleClicksReachTheirHandlers)
 {
     makeOrders(3);

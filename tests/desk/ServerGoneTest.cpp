@@ -123,7 +123,7 @@ void saveProduct(SaleDesk &desk)
     goTo(desk, 0);
 }
 
-const char *const lost = "데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 하십시오.";
+const char *const lost = "데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오.";
 const char *const unreachable = "데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오.";
 const char *const notAdded = "판매추가를 실패 했습니다. 다시 시도 하십시오.";
 const char *const notSaved = "저장을 하지 못했습니다. 서버와의 연결을 확인하십시오.";
@@ -131,7 +131,7 @@ const char *const orderNotDeleted = "고객 판매 마스터를 삭제하지 못
 const char *const lineNotDeleted = "고객 판매 디테일을 삭제하지 못했습니다.";
 const char *const notTakenBack = "오류가 있어 반품처리를 완료하지 못했습니다.";
 const char *const noConnection = "데이터베이스 접속에 문제가 생겼습니다.\r프로그램을 종료하고 네트워크를 확인한 후\r다시 시도해 보십시오.";
-const char *const maybePaid = "수납이 기록되었는지 알 수 없습니다.\n원인: 데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 하십시오.";
+const char *const maybePaid = "수납이 기록되었는지 알 수 없습니다.\n원인: 데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오.";
 
 /// States are "order's total, outstanding money, memo / quantities / operators, money and methods / new products".
 struct Operation

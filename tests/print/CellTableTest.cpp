@@ -33,8 +33,15 @@ TEST(CellTable, RefusesCellsThatItDoesNotHave)
     EXPECT_THROW(table.setText(3, 1, QStringLiteral("x")), runtime::RuntimeError);
     EXPECT_THROW(table.setText(1, 0, QStringLiteral("x")), runtime::RuntimeError);
     EXPECT_THROW(table.setSpan(1, 2, 3), runtime::RuntimeError);
+    for (const int nothing : {0, -1}) {
+        EXPECT_THROW(table.setSpan(1, 2, nothing), runtime::RuntimeError) << nothing;
+        EXPECT_THROW(table.setColumnWidth(1, nothing), runtime::RuntimeError) << nothing;
+    }
     EXPECT_EQ(table.appendRow(), 3);
     EXPECT_NO_THROW(table.setText(3, 3, QStringLiteral("x")));
+    EXPECT_THROW(onPage(table), runtime::RuntimeError) << "a text in a column without a width";
+    table.setColumnWidth(3, 20);
+    EXPECT_NO_THROW(onPage(table));
 }
 
 TEST(CellTable, PlacesSpansAlignmentsAndHeightsTrueToTheMillimetre)

@@ -37,6 +37,19 @@ TEST(Val, TakesTheNumericPrefixAndNothingElse)
     };
     for (const auto &c : cases)
         EXPECT_EQ(Val(QString::fromUtf16(c.text)), c.value) << QString::fromUtf16(c.text).toStdString();
+    EXPECT_EQ(Val(QStringLiteral("1e308개")), 1e308);
+    for (const QString &huge : {QStringLiteral("1e309"), QStringLiteral("-2d400 개"), QString(400, u'9')})
+        EXPECT_EQ(errorOf([&] { Val(huge); }), ErrorNumber::Overflow) << huge.toStdString();
+}
+
+TEST(Trim, TakesBlanksAndNoOtherWhiteSpace)
+{
+    const struct { const char16_t *text; const char16_t *trimmed; } cases[] = {
+        {u"  약 봉투  ", u"약 봉투"}, {u"\t아침\r\n", u"\t아침\r\n"}, {u" \u3000이름 \u3000 ", u"\u3000이름 \u3000"},
+        {u"\u00A0값", u"\u00A0값"}, {u"   ", u""},                  {u"", u""},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(Trim(QString::fromUtf16(c.text)), QString::fromUtf16(c.trimmed));
 }
 
 TEST(CCur, ReadsWhatAKoreanDesktopReads)

@@ -46,6 +46,24 @@ TEST_F(Properties, AQuoteFailsWhereTheRowIsMadeAndPassesWhereItExists)
     EXPECT_EQ(setting.PropValue("지점대표자"), value);
 }
 
+TEST_F(Properties, ATableWithTheTwoColumnsAloneIsReadAndWritten)
+{
+    ASSERT_TRUE(run("DROP TABLE tPSProperties"));
+    ASSERT_TRUE(run("CREATE TABLE tPSProperties (tpsps_Key TEXT, tpsps_Value TEXT)"));
+    ASSERT_TRUE(run("INSERT INTO tPSProperties VALUES ('지점명', '종로점'), ('우편번호', NULL)"));
+    clsProperties setting;
+    EXPECT_EQ(setting.PropValue("지점명"), QStringLiteral("종로점"));
+    EXPECT_EQ(setting.PropValue("우편번호"), QString());
+
+    const QString longValue = QStringLiteral("O'Neill [KEYNAME] ") + QString(300, u'값');
+    setting.PropValue("지점명", longValue);
+    setting.PropValue("지점주소", QStringLiteral("서울"));
+    EXPECT_EQ(setting.PropValue("지점명"), longValue);
+    EXPECT_EQ(setting.PropValue("지점주소"), QStringLiteral("서울"));
+    EXPECT_EQ(setting.PropValue("우편번호"), QString()) << "its neighbours stay as they were";
+    EXPECT_EQ(properties().size(), 3);
+}
+
 TEST_F(Properties, ErrorsAreTrappedWithoutAWord)
 {
     ASSERT_TRUE(run("DROP TABLE tPSProperties"));

@@ -22,6 +22,13 @@ QString Till::Replace(ado::ConnectionPtr &connection, const QString &address)
     return before;
 }
 
+void Till::Open()
+{
+    auto *window = new TillWindow;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+}
+
 namespace {
 
 QObject *refuse()

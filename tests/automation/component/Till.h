@@ -6,8 +6,14 @@
 #include <QDate>
 #include <QObject>
 #include <QVariant>
+#include <QWidget>
 
 #include <cstdint>
+
+class TillWindow : public QWidget
+{
+    Q_OBJECT
+};
 
 /// A class with a member of every kind that a caller by name meets.
 class Till : public QObject
@@ -27,6 +33,9 @@ public:
     Q_INVOKABLE void Fill(QVariant &value) { value = QStringLiteral("채움"); }
     /// Hands back another connection in the place of the one given; returns the address of the given one.
     Q_INVOKABLE QString Replace(ado::ConnectionPtr &connection, const QString &address);
+
+    /// A window that stays when the till goes.
+    Q_INVOKABLE void Open();
 
 signals:
     void counted();
