@@ -129,10 +129,11 @@ TEST_F(PreviewTest, SavesUnderTheChosenNameAndAsksBeforeItReplacesAFile)
             }
         });
         user.start(5);
-        press(Qt::Key_S, Qt::ControlModifier);
+        QTest::mouseClick(button("cmdSavePdf"), Qt::LeftButton);
         EXPECT_EQ(boxes.messages.size(), c.questions);
         EXPECT_EQ(QFile(file).size() > 0, c.saved);
-        EXPECT_EQ(preview_.findChild<QLabel *>("lblDone")->text(), c.saved ? QStringLiteral("저장했습니다: ") + file : QString());
+        EXPECT_EQ(preview_.findChild<QLabel *>("lblDone")->text().toStdString(),
+                  c.saved ? "저장했습니다: " + file.toStdString() : "");
     }
 }
 
