@@ -5,8 +5,8 @@
 
 namespace controls {
 
-/// Asks for a picture, a table or the like. Empty when the user cancelled, or when the owner went while the dialog stood.
-/// A name that is typed need not be one of a file.
+/// Asks which file to read. Empty when the user cancelled, or when the owner went while the dialog stood. A typed name may
+/// be one of a file that does not exist.
 QString askOpenFile(QWidget *owner, const QString &title, const QString &filter);
 
 /// Asks where to save, and whether to replace a file of that name. Empty as above. A name without the suffix gets

@@ -144,7 +144,8 @@ protected:
         const QString before = shownBy(control);
         area_.verticalScrollBar()->setValue(0);
         turnWheel(control);
-        return std::string(shownBy(control) != before ? "turned" : "") + (area_.verticalScrollBar()->value() > 0 ? "scrolled" : "");
+        return std::string(shownBy(control) != before ? "turned" : "")
+            + (area_.verticalScrollBar()->value() > 0 ? "scrolled" : "");
     }
 
     QLineEdit *box_ = new QLineEdit;

@@ -25,27 +25,33 @@ struct Standing
 
 constexpr Standing standings[] = {
     {"the question before an order is deleted", "tdbCustSaleMaster 0, chkCmdOrderMasterED_1", "판매 마스터 삭제"},
-    {"the question before a line is deleted", "tdbCustSaleMaster 0, tdbCustSaleDetails 0, chkCmdDelOrderDetail", "판매 상세 내역"},
-    {"the question before a product is deleted", "tab 1, tdbSaleProductListsManager 0, chkCmdProdSaleAddEdiDel_2", "물품목록삭제"},
-    {"the question before a purchase is deleted", "tab 1, tdbSaleProductListsManager 0, tdbProductIncoming 0, chkcmdIncomingAED_2",
-     "삭제"},
+    {"the question before a line is deleted",
+     "tdbCustSaleMaster 0, tdbCustSaleDetails 0, chkCmdDelOrderDetail", "판매 상세 내역"},
+    {"the question before a product is deleted",
+     "tab 1, tdbSaleProductListsManager 0, chkCmdProdSaleAddEdiDel_2", "물품목록삭제"},
+    {"the question before a purchase is deleted",
+     "tab 1, tdbSaleProductListsManager 0, tdbProductIncoming 0, chkcmdIncomingAED_2", "삭제"},
     {"the question before a dealer is deleted", "tab 1, tdbCompanyMaster 0, chkcmdCmpnyMstrAED_2", "거래처삭제"},
     {"the question for today's date", "tdbCustSaleMaster 0, tdbSaleProductLists 0, cmdCSAppendDetail", "판매"},
     {"the first payment", "tdbCustSaleMaster 1, chkCmdAutomateReceipt", "frmSimpleReceipt"},
     {"the question whether a settled order takes more", "tdbCustSaleMaster 0, chkCmdAutomateReceipt", "수납 내역 추가"},
     {"a further payment", "tdbCustSaleMaster 2, chkCmdAutomateReceipt", "frmSimpleReceiptAdd"},
-    {"the box of a further payment that is no number", "tdbCustSaleMaster 2, chkCmdAutomateReceipt > txtMoney=x, cmdConfirm", "추가 수납"},
+    {"the box of a further payment that is no number",
+     "tdbCustSaleMaster 2, chkCmdAutomateReceipt > txtMoney=x, cmdConfirm", "추가 수납"},
     {"the change of a payment", "tdbCustSaleMaster 0, tdbCustTranManage 0, chkcmdAddEditDelTran_1", "frmSimpleReceipt"},
-    {"the box of an empty ledger", "tdbCustSaleMaster 1, chkcmdAddEditDelTran_1", ""},
+    {"the box of an empty ledger", "tdbCustSaleMaster 1, chkcmdAddEditDelTran_1", "물품판매관리"},
     {"a return", "tdbCustSaleMaster 0, tdbCustSaleDetails 0, chkCmdRefund", "frmRefund"},
     {"the box of a return that is no number",
      "tdbCustSaleMaster 0, tdbCustSaleDetails 0, chkCmdRefund > txtRfndUnitCount=x, chkCmdSave", "반품"},
     {"the outstanding money", "tdbCustSaleMaster 0, chkCmdRunMisuMoneyManger", "frmMisuMoneyManager"},
-    {"a payment of outstanding money", "tdbCustSaleMaster 0, chkCmdRunMisuMoneyManger > dgReceiptView 0, cmdMisuMoneyPay", "frmMisuMoneyPay"},
-    {"the choice of a dealer", "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkCmdIncSelectCompany", "frmDealerSelect"},
+    {"a payment of outstanding money",
+     "tdbCustSaleMaster 0, chkCmdRunMisuMoneyManger > dgReceiptView 0, cmdMisuMoneyPay", "frmMisuMoneyPay"},
+    {"the choice of a dealer",
+     "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkCmdIncSelectCompany", "frmDealerSelect"},
     {"the preview of a receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0", "frmPrinter"},
     {"the file for the receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf", "PDF로 저장"},
-    {"the question whether to replace the receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf > replace", "PDF로 저장"},
+    {"the question whether to replace the receipt",
+     "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf > replace", "PDF로 저장"},
     {"the logo's file", "tab 3, chkCmdChooseLog", "그림파일 선택"},
     {"the question before the grids are reset", "tab 3, cmdGridReset", "물품판매관리"},
 };
@@ -60,10 +66,10 @@ protected:
         fillShop();
         database_.run("INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', 'A-00007')");
         // The third order owes still, after a payment.
-        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, "
-                      "OrdM_Total, OrdM_Misugum) VALUES (7, '2026-02-28', 1, 9000, 0, 0, 9000, 4000)");
-        database_.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                      "tpstrans_Money, tpstrans_Method) VALUES (7, 4, '2026-02-28', 3, 5000, '00')");
+        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+                      "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-02-28', 1, 9000, 0, 0, 9000, 4000)");
+        database_.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
+                      "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (7, 4, '2026-02-28', 3, 5000, '00')");
         QFile old(pdf());
         EXPECT_TRUE(old.open(QIODevice::WriteOnly));
     }
@@ -76,8 +82,8 @@ protected:
         sell();
         way_ = QString::fromUtf8(standing.way).split(QStringLiteral(" > "));
         act_ = [&](QWidget *modal) {
-            EXPECT_THAT((std::vector<std::string>{modal->objectName().toStdString(), modal->windowTitle().toStdString()}),
-                        testing::Contains(standing.expect));
+            EXPECT_THAT((QStringList{modal->objectName(), modal->windowTitle()}),
+                        testing::Contains(QString::fromUtf8(standing.expect)));
             act(modal);
         };
         stood_ = nullptr;
@@ -132,7 +138,8 @@ private:
         while (view->isColumnHidden(column))
             ++column;
         ASSERT_LT(row, view->model()->rowCount());
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(row, column)).center());
+        const QModelIndex cell = view->model()->index(row, column);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(cell).center());
     }
 
     QStringList way_;
@@ -177,9 +184,10 @@ TEST_F(ModalLife, TheWheelTurnsNothingThatItPassesOver)
         if (QLatin1String(standing.expect).startsWith(QLatin1String("frm")))
             under(standing, [](QWidget *modal) {
                 EXPECT_EQ(turnedByWheel(modal).toStdString(), "");
-                modal->close();
+                delete window();
             });
     }
+    sell();
     for (int tab : {0, 1}) {
         tabs()->setCurrentIndex(tab);
         EXPECT_EQ(turnedByWheel(window()).toStdString(), "");

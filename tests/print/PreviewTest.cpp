@@ -140,7 +140,9 @@ TEST_F(PreviewTest, SavesUnderTheChosenNameAndAsksBeforeItReplacesAFile)
 TEST_F(PreviewTest, TheWheelChoosesNoOtherPrinter)
 {
     QTest::qWait(0); // the printers are asked for when the page stands
-    preview_.findChild<QComboBox *>("cboPrinter")->addItems({QStringLiteral("가"), QStringLiteral("나")});
+    auto *printers = preview_.findChild<QComboBox *>("cboPrinter");
+    printers->addItems({QStringLiteral("가"), QStringLiteral("나")});
+    printers->setCurrentIndex(0);
     EXPECT_EQ(turnedByWheel(&preview_), QString());
 }
 
