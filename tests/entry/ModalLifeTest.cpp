@@ -52,6 +52,11 @@ constexpr Standing standings[] = {
     {"the file for the receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf", "PDF로 저장"},
     {"the question whether to replace the receipt",
      "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf > replace", "PDF로 저장"},
+    {"the box of a product without a name", "tab 1, chkCmdProdSaleAddEdiDel_0, chkCmdSaveProduct_0", "물품판매관리"},
+    {"the box of a purchase without a dealer",
+     "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkcmdIncomingSave_0",
+     "물품구매내역"},
+    {"the box of a dealer without a name", "tab 1, chkcmdCmpnyMstrAED_0, chkcmdCmpnyMstrSave_0", "거래처목록"},
     {"the logo's file", "tab 3, chkCmdChooseLog", "그림파일 선택"},
     {"the question before the grids are reset", "tab 3, cmdGridReset", "물품판매관리"},
 };
