@@ -4,6 +4,7 @@
 
 #include <QFontMetrics>
 #include <QInputMethodEvent>
+#include <QRegularExpression>
 
 #include <utility>
 
@@ -14,6 +15,15 @@ QSize linesHigh(const QPlainTextEdit &box, int lines)
     const QFontMetrics metrics(box.font());
     const int edges = 2 * box.frameWidth() + int(2 * box.document()->documentMargin());
     return {metrics.averageCharWidth() * 16, metrics.lineSpacing() * lines + edges};
+}
+
+/// The kind of the first one; a plain line feed where there is none.
+QString lineBreakOf(const QString &text)
+{
+    const qsizetype first = text.indexOf(QRegularExpression(QStringLiteral("[\r\n]")));
+    if (first < 0 || text[first] == u'\n')
+        return QStringLiteral("\n");
+    return text.mid(first + 1).startsWith(u'\n') ? QStringLiteral("\r\n") : QStringLiteral("\r");
 }
 
 } // namespace
@@ -27,6 +37,19 @@ MemoBox::MemoBox(const TextBoxHabits &habits, QWidget *parent)
     if (habits_.caretToEndOnChange)
         connect(this, &QPlainTextEdit::textChanged, this, [this] { caretToEnd(this); });
     connect(this, &QPlainTextEdit::textChanged, this, [this] { composing_.clear(); });
+}
+
+QString MemoBox::text() const
+{
+    QString text = toPlainText();
+    return text == shown_ ? set_ : text.replace(u'\n', lineBreakOf(set_));
+}
+
+void MemoBox::setText(const QString &text)
+{
+    set_ = text;
+    setPlainText(text);
+    shown_ = toPlainText();
 }
 
 QSize MemoBox::sizeHint() const

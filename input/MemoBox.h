@@ -12,8 +12,9 @@ public:
     /// Only the habits of the caret apply here.
     explicit MemoBox(const TextBoxHabits &habits = {}, QWidget *parent = nullptr);
 
-    QString text() const { return toPlainText(); }
-    void setText(const QString &text) { setPlainText(text); }
+    /// As it was set, unless the user changed it: then with line breaks of the kind that it came with.
+    QString text() const;
+    void setText(const QString &text);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -25,5 +26,7 @@ protected:
 
 private:
     TextBoxHabits habits_;
+    QString set_;   ///< by setText(), as it came
+    QString shown_; ///< the same as the box shows it, which may differ in line breaks and blanks
     QString composing_; ///< see MoneyBox
 };

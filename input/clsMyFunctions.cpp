@@ -1,7 +1,9 @@
 #include "input/clsMyFunctions.h"
 
+#include "input/MemoBox.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/Stepper.h"
+#include "platform/controls/Wheel.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -60,6 +62,7 @@ void clsMyFunctions::setCollection2Locked(const ControlGroup &objCol, bool bCtrl
             setReadOnly(control, bCtrlLocked || control->property(readOnlyMark).toBool());
         else if (list || isSwitch(control))
             control->setEnabled(!bCtrlLocked);
+        controls::lockWheel(control, bCtrlLocked); // also where a pane enables the control again
     }
 }
 
@@ -68,8 +71,8 @@ void clsMyFunctions::resetCollection(const ControlGroup &objCol) const
     for (QWidget *control : objCol) {
         if (auto *line = qobject_cast<QLineEdit *>(control))
             line->clear();
-        else if (auto *memo = qobject_cast<QPlainTextEdit *>(control))
-            memo->clear();
+        else if (auto *memo = qobject_cast<MemoBox *>(control))
+            memo->setText(QString());
     }
 }
 

@@ -12,6 +12,7 @@ public:
     Q_INVOKABLE explicit clsMyFunctions(QObject *parent = nullptr);
 
     /// Locked text boxes are grey, read-only and without a frame; lists, buttons, pickers and steppers are disabled.
+    /// No wheel turns a control of the group while it is locked, though it be enabled by itself.
     /// Opening leaves back colours as they are: whoever opens a group paints it.
     Q_INVOKABLE void setCollection2Locked(const ControlGroup &objCol, bool bCtrlLocked) const;
     /// Empties the text boxes of the group.

@@ -3,9 +3,11 @@
 #include "input/modFunctions.h"
 #include "input/modKeyBoard.h"
 
+#include <QComboBox>
 #include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include <algorithm>
@@ -53,6 +55,9 @@ DialogKeys::DialogKeys(QDialog *dialog, QAbstractButton *f12, QAbstractButton *f
 void DialogKeys::setHabits(QWidget *control, int habits)
 {
     habits_.insert(control, habits);
+    // A combo box gets the focus and the keys, the text box in it the mouse.
+    if (const auto *combo = qobject_cast<QComboBox *>(control); combo && combo->lineEdit())
+        habits_.insert(combo->lineEdit(), habits & SelectsOnFocus);
 }
 
 bool DialogKeys::eventFilter(QObject *watched, QEvent *event)
@@ -74,9 +79,12 @@ bool DialogKeys::eventFilter(QObject *watched, QEvent *event)
             selectAllText(control);
         focusCameByMouse_ = static_cast<QFocusEvent *>(event)->reason() == Qt::MouseFocusReason;
         break;
+    case QEvent::MouseButtonPress:
+        pressBroughtFocus_ = std::exchange(focusCameByMouse_, false);
+        break;
     case QEvent::MouseButtonRelease:
         // The press that brought the focus dropped the selection that came with it.
-        if (std::exchange(focusCameByMouse_, false) && (habits & SelectsOnFocus))
+        if (std::exchange(pressBroughtFocus_, false) && (habits & SelectsOnFocus))
             selectAllText(control);
         break;
     default:

@@ -33,4 +33,5 @@ private:
     QAbstractButton *f9_;
     QHash<const QObject *, int> habits_;
     bool focusCameByMouse_ = false;
+    bool pressBroughtFocus_ = false;
 };

@@ -6,6 +6,7 @@
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 
@@ -55,7 +56,7 @@ void LedgerForm::makeControls()
         optTransOperator_[std::size_t(index)] = option;
     }
     txtTransMoney_ = named(new MoneyBox(MoneyHabits, this), QStringLiteral("txtTransMoney"));
-    cboPayMethod_ = named(new QComboBox(this), QStringLiteral("cboPayMethod"));
+    cboPayMethod_ = named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPayMethod"));
     for (const PayMethod &method : payMethods)
         cboPayMethod_->addItem(QString::fromUtf16(method.caption));
     txtTransMemo_ = named(new MoneyBox({.onFocus = OnFocus::CaretToEnd}, this), QStringLiteral("txtTransMemo"));

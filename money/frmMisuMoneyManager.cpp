@@ -4,6 +4,7 @@
 #include "money/frmMisuMoneyPay.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -13,7 +14,6 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -90,7 +90,7 @@ qint16 frmMisuMoneyManager::MisuMoneyManager(const ado::ConnectionPtr &cnCon, QW
         clsFormPosition().CenterScreen(*this);
     keepOnScreen(*this);
     setWindowModality(Qt::ApplicationModal);
-    exec();
+    controls::runModal(this);
     return -1;
 }
 
@@ -172,8 +172,7 @@ void frmMisuMoneyManager::payCurrent()
 
 bool frmMisuMoneyManager::askPayment(const Order &order, Payment &payment)
 {
-    const QPointer<frmMisuMoneyPay> dialog = new frmMisuMoneyPay(this);
-    const auto release = qScopeGuard([dialog] { delete dialog.data(); });
+    const controls::Modal<frmMisuMoneyPay> dialog(this);
     return dialog->MisuMoneyPayBoninGeneral(cnCon_, order.strChartNum, order.strName, order.date, order.lngOrdMPK,
                                             order.lngMisu, order.lngTotal, payment.date, payment.lngMoney,
                                             payment.strMethod);
@@ -203,11 +202,13 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
         return;
     }
     attempt([this] { showPaidOrder(); });
+    const QPointer<frmMisuMoneyManager> self(this);
     // The payment stands: whoever reads of this must not take it once more.
     if (attempt.failed())
         MsgBox(QStringLiteral("수납은 기록되었으나 목록을 다시 읽지 못했습니다.\n원인: ") + attempt.description(),
                InformationIcon, payTitle, this);
-    dgReceiptView_->setFocus(); // the next order is chosen there
+    if (self)
+        dgReceiptView_->setFocus(); // the next order is chosen there
 }
 
 bool frmMisuMoneyManager::eventFilter(QObject *watched, QEvent *event)

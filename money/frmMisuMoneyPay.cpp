@@ -3,12 +3,11 @@
 #include "money/clsOperationMoney.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
 #include "settings/modFormLocate.h"
-
-#include <QPointer>
 
 using dialogForm::groupedWon;
 
@@ -63,9 +62,7 @@ bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, 
     mudMisuSunap_->setEnabled(false);
     setWindowModality(Qt::ApplicationModal);
     txtGeneralSunap_->setFocus(Qt::OtherFocusReason);
-    const QPointer<frmMisuMoneyPay> self(this);
-    exec();
-    if (!self || !bConfirmed_) // the window may have gone and taken the dialog along
+    if (!controls::runModal(this) || !bConfirmed_)
         return false;
 
     dtPay = head_.dtpTodat->date();

@@ -5,6 +5,7 @@
 #include "money/DialogKeys.h"
 #include "money/OutstandingMoney.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -75,7 +76,7 @@ QGroupBox *frmMisuMoneyPay::makeEntry()
     auto *frame = named(new QGroupBox(QStringLiteral("미수 수납 내역"), this), QStringLiteral("fraOldSunap"));
     txtGeneralSunap_ = amountBox(QStringLiteral("txtGeneralSunap"), frame);
     mudMisuSunap_ = new MoneyUpDown(QStringLiteral("mudMisuSunap"), frame);
-    cboGeneralPayMethod_ = named(new QComboBox(frame), QStringLiteral("cboGeneralPayMethod"));
+    cboGeneralPayMethod_ = named(controls::withGuardedWheel(new QComboBox(frame)), QStringLiteral("cboGeneralPayMethod"));
     cboGeneralPayMethod_->addItem(QStringLiteral("미수(현금)"), outstanding::Cash);
     cboGeneralPayMethod_->addItem(QStringLiteral("미수(카드)"), outstanding::Card);
     cboGeneralPayMethod_->addItem(QStringLiteral("미수(통장)"), outstanding::BankBook);

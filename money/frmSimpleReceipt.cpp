@@ -2,6 +2,7 @@
 
 #include "money/SingleMoney.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
@@ -100,7 +101,7 @@ void frmSimpleReceipt::Operation(qint16 intModal, qint32 lngCustPK, const QStrin
         keepOnScreen(*this);
     }
     if (intModal)
-        exec();
+        controls::runModal(this);
     else
         show();
 }
@@ -242,11 +243,13 @@ void frmSimpleReceipt::setAll(int index)
 
 void frmSimpleReceipt::save()
 {
+    const QPointer<frmSimpleReceipt> self(this); // whoever writes the amounts may open a box, under which the window goes
     if (bEditMode_)
         saveEdit();
     else
         saveNew();
-    accept();
+    if (self)
+        accept();
 }
 
 void frmSimpleReceipt::saveEdit()

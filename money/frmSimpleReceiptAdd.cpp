@@ -5,13 +5,14 @@
 #include "money/LedgerOperations.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
 #include "settings/modFormLocate.h"
 
-#include <QPointer>
 #include <QVBoxLayout>
 
 using controls::named;
@@ -102,7 +103,7 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
     mudOperationAdd_ = new MoneyUpDown(QStringLiteral("mudOperationAdd"), frame);
     mudOperationAdd_->setEnabled(false);
     sspSunapInfo_ = named(new QWidget(frame), QStringLiteral("sspSunapInfo"));
-    cboPayMothod_ = named(new QComboBox, QStringLiteral("cboPayMothod"));
+    cboPayMothod_ = named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboPayMothod"));
     for (const FurtherMethod &method : furtherMethods)
         cboPayMothod_->addItem(QString::fromUtf16(method.caption));
     auto *panel = new QGridLayout(sspSunapInfo_);
@@ -155,7 +156,8 @@ bool frmSimpleReceiptAdd::propose(qint32 rest)
     const QString question = QStringLiteral("물품판매 수납이 완결된 상태입니다.") + QLatin1Char('\r')
         + QStringLiteral("추가적으로 기록할 수납 등의 내용이 있습니까?");
     constexpr int flags = controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault;
-    if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes)
+    const QPointer<frmSimpleReceiptAdd> self(this);
+    if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes || !self)
         return false;
     const bool discounts = optOperator_[dialogForm::DiscountOption]->isEnabled();
     optOperator_[discounts ? dialogForm::DiscountOption : dialogForm::PaymentOption]->setChecked(true);
@@ -194,9 +196,7 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
     }
     setWindowModality(Qt::ApplicationModal);
     txtMoney_->setFocus(Qt::OtherFocusReason);
-    const QPointer<frmSimpleReceiptAdd> self(this);
-    exec();
-    if (!self || !bConfirmed_) // the window may have gone and taken the dialog along
+    if (!controls::runModal(this) || !bConfirmed_)
         return false;
 
     dtOper = head_.dtpTodat->date();

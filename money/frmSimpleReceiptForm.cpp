@@ -4,6 +4,7 @@
 #include "input/FormRow.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 
 #include <QVBoxLayout>
 
@@ -79,13 +80,13 @@ void frmSimpleReceipt::layOutNewFrame()
 
 void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
 {
-    cboGeneralPercent_ = named(new QComboBox, QStringLiteral("cboGeneralPercent"));
+    cboGeneralPercent_ = named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboGeneralPercent"));
     cboGeneralPercent_->setEditable(true);
     cboGeneralPercent_->setInsertPolicy(QComboBox::NoInsert);
     cboGeneralPercent_->setCompleter(nullptr);
     chkGeneralHalinConfirm_ = named(new controls::PushCheck(QStringLiteral("적용")), QStringLiteral("chkGeneralHalinConfirm"));
     txtGeneralHalInMoney_ = amountBox(QStringLiteral("txtGeneralHalInMoney"), fraNewSunap_);
-    cboGeneralJeolsaGubun_ = named(new QComboBox, QStringLiteral("cboGeneralJeolsaGubun"));
+    cboGeneralJeolsaGubun_ = named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboGeneralJeolsaGubun"));
     txtGeneralJeolSaMoney_ = amountBox(QStringLiteral("txtGeneralJeolSaMoney"), fraNewSunap_);
     for (int medium : {Cash, Card})
         txtGeneralSuNapMoney_[medium] = amountBoxOf(QStringLiteral("txtGeneralSuNapMoney"), medium);

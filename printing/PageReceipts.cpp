@@ -2,6 +2,7 @@
 
 #include "data/clsSQL.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
@@ -59,10 +60,10 @@ template <typename Compose>
 void PageReceipts::preview(Compose &&compose)
 {
     try {
-        frmPrinter form(owner_);
-        form.vsPrint()->setDocument(compose(), form.windowTitle());
-        form.setWindowState(Qt::WindowMaximized);
-        form.exec();
+        const controls::Modal<frmPrinter> form(owner_);
+        form->vsPrint()->setDocument(compose(), form->windowTitle());
+        form->setWindowState(Qt::WindowMaximized);
+        controls::runModal(form.get());
     } catch (const runtime::RuntimeError &error) {
         controls::MsgBox(QStringLiteral("영수증 출력시 오류가 발생했습니다. 이 유: ") + error.description(),
                          controls::InformationIcon, QStringLiteral("영수증 출력"), owner_);

@@ -6,6 +6,7 @@
 #include "input/modKeyBoard.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
@@ -126,7 +127,7 @@ qint16 frmDealerSelect::SelectDealer(const ado::ConnectionPtr &connection, qint1
     placeBeside(hWnd);
     setWindowModality(intShowMode == Modal ? Qt::ApplicationModal : Qt::NonModal);
     if (intShowMode == Modal)
-        exec();
+        controls::runModal(this);
     else
         show();
     return 1;
@@ -180,8 +181,10 @@ void frmDealerSelect::choose()
         return;
     const qint32 lngCMPK = runtime::CLng(tdbDealerSelect_->columnValue(QStringLiteral("CM_PK")));
     const QString strName = runtime::text(tdbDealerSelect_->columnValue(QStringLiteral("CM_Name")));
+    const QPointer<frmDealerSelect> self(this);
     emit evtDealerSelected(lngCMPK, strName);
-    accept();
+    if (self)
+        accept();
 }
 
 void frmDealerSelect::showEvent(QShowEvent *event)

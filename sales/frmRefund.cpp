@@ -5,6 +5,7 @@
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -13,7 +14,6 @@
 #include "settings/modFormLocate.h"
 
 #include <QKeyEvent>
-#include <QPointer>
 #include <QScreen>
 
 using runtime::Currency;
@@ -51,9 +51,7 @@ qint16 frmRefund::ShowRefundForm(const QString &strUnitName, Currency curUnitPri
     if (ownerButton)
         placeBeside(*ownerButton);
     dtpRfndDate_->setFocus(Qt::OtherFocusReason);
-    const QPointer<frmRefund> self(this);
-    exec();
-    if (!self || !bSaved_) // the window may have gone and taken the dialog along
+    if (!controls::runModal(this) || !bSaved_)
         return 0;
 
     intRfndUnitCount = runtime::CInt(txtRfndUnitCount_->text());
@@ -91,9 +89,11 @@ void frmRefund::save()
     try {
         runtime::CInt(txtRfndUnitCount_->text());
     } catch (const runtime::RuntimeError &) {
+        const QPointer<frmRefund> self(this);
         controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"), controls::InformationIcon,
                          windowTitle(), this);
-        txtRfndUnitCount_->setFocus(Qt::OtherFocusReason);
+        if (self)
+            txtRfndUnitCount_->setFocus(Qt::OtherFocusReason);
         return;
     }
     bSaved_ = true;

@@ -2,6 +2,7 @@
 
 #include "input/FormRow.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/FileDialog.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Conversions.h"
@@ -9,7 +10,7 @@
 #include "settings/clsProperties.h"
 
 #include <QFile>
-#include <QFileDialog>
+#include <QPointer>
 #include <QSaveFile>
 #include <QVBoxLayout>
 
@@ -138,10 +139,12 @@ void PropertiesPane::saveProperties()
 void PropertiesPane::chooseLogo()
 {
     const QString title = QStringLiteral("그림파일 선택");
-    QFileDialog dialog(window(), title, QString(), QStringLiteral("그림파일(*.jpg,*.bmp,*ico) (*.jpg *.bmp *.ico)"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
-    const bool chosen = dialog.exec() == QDialog::Accepted && storeLogo(dialog.selectedFiles().value(0));
+    const QPointer<PropertiesPane> self(this);
+    const QString picture =
+        controls::askOpenFile(window(), title, QStringLiteral("그림파일(*.jpg,*.bmp,*ico) (*.jpg *.bmp *.ico)"));
+    if (!self)
+        return;
+    const bool chosen = !picture.isEmpty() && storeLogo(picture);
     loadLogo();
     if (!chosen) // also after a plain cancel
         controls::MsgBox(QStringLiteral("파일을 선택 할 수 없습니다."), controls::InformationIcon,

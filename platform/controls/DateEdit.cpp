@@ -1,5 +1,7 @@
 #include "platform/controls/DateEdit.h"
 
+#include "platform/controls/Wheel.h"
+
 #include <QCalendarWidget>
 #include <QLocale>
 
@@ -15,6 +17,7 @@ DateEdit::DateEdit(QWidget *parent)
     calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     setDate(QDate::currentDate());
+    guardWheel(this);
 }
 
 } // namespace controls

@@ -4,7 +4,7 @@
 
 namespace controls {
 
-/// A date picker: "2026-11-24", with a Korean calendar that drops down.
+/// A date picker: "2026-11-24", with a Korean calendar that drops down. The wheel turns it only while it has the focus.
 class DateEdit : public QDateEdit
 {
     Q_OBJECT

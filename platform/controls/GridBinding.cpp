@@ -204,12 +204,12 @@ void RecordsetGrid::Private::settle(const ado::Bookmark &row, const QString &fie
     model.rowRead(recordset()->currentRow());
 }
 
-int RecordsetGrid::Private::firstEditable(bool check) const
+int RecordsetGrid::Private::firstTypedColumn() const
 {
     for (int place = 0; place < header->count(); ++place) {
         const int column = header->logicalIndex(place);
         const GridColumn &shown = model.column(column);
-        if (!header->isSectionHidden(column) && shown.editable && (shown.kind == GridColumn::Kind::Check) == check)
+        if (!header->isSectionHidden(column) && shown.editable && shown.kind != GridColumn::Kind::Check)
             return column;
     }
     return -1;

@@ -1,5 +1,7 @@
 #include "platform/controls/MessageBox.h"
 
+#include "platform/controls/Modal.h"
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
@@ -61,22 +63,22 @@ QString withLineBreaks(QString text)
 
 Answer showBox(const QString &text, int flags, const QString &title, QWidget *owner)
 {
-    QMessageBox box(owner);
-    box.setWindowTitle(title);
-    box.setIcon(iconOf(flags));
-    box.setTextFormat(Qt::PlainText);
-    box.setText(withLineBreaks(text));
+    const Modal<QMessageBox> box(owner);
+    box->setWindowTitle(title);
+    box->setIcon(iconOf(flags));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(withLineBreaks(text));
 
     const std::vector<BoxButton> buttons = buttonsOf(flags);
     std::vector<QPushButton *> shown;
     for (const BoxButton &button : buttons)
-        shown.push_back(box.addButton(QString::fromUtf16(button.caption), button.role));
+        shown.push_back(box->addButton(QString::fromUtf16(button.caption), button.role));
     const bool second = (flags & SecondButtonDefault) && shown.size() > 1;
-    box.setDefaultButton(shown[second ? 1 : 0]);
+    box->setDefaultButton(shown[second ? 1 : 0]);
 
-    box.exec();
-    for (std::size_t i = 0; i < shown.size(); ++i) {
-        if (box.clickedButton() == shown[i])
+    const bool stands = runModal(box.get()).has_value();
+    for (std::size_t i = 0; stands && i < shown.size(); ++i) {
+        if (box->clickedButton() == shown[i])
             return buttons[i].answer;
     }
     return buttons.back().answer;

@@ -8,7 +8,7 @@
 
 namespace controls {
 
-/// A dialog under its owner for the time of one use. The owner may go while the dialog stands and takes it along; then this
+/// A dialog or box under its owner for the time of one use. The owner may go while it stands and takes it along; then this
 /// is empty, and so may be whoever opened it.
 template <typename Dialog>
 class Modal
@@ -29,9 +29,11 @@ private:
 };
 
 /// Shows the dialog and waits for its end; its result. Nothing when it went meanwhile: nobody may touch it, or what it lay
-/// in, any more.
+/// in, any more. Nothing at once when it is gone already.
 inline std::optional<int> runModal(QDialog *dialog)
 {
+    if (!dialog)
+        return std::nullopt;
     const QPointer<QDialog> alive(dialog);
     const int result = dialog->exec();
     return alive ? std::optional(result) : std::nullopt;

@@ -145,15 +145,15 @@ void RecordsetGrid::keyPressEvent(QKeyEvent *event)
 {
     const bool plain = event->modifiers() == Qt::NoModifier;
     if (event->key() == Qt::Key_Space && plain) {
-        const int column = d->firstEditable(true);
-        if (column >= 0 && !event->isAutoRepeat())
-            d->toggle(currentIndex().siblingAtColumn(column));
-        if (d->hasRow())
+        const QPointer<RecordsetGrid> alive(this);
+        if (!event->isAutoRepeat())
+            d->toggle(currentIndex());
+        if (alive && d->hasRow())
             d->follow(true);
         return;
     }
     if (event->key() == Qt::Key_F2 && plain) {
-        const int column = d->firstEditable(false);
+        const int column = d->firstTypedColumn();
         if (d->hasRow() && column >= 0) {
             setCurrentIndex(currentIndex().siblingAtColumn(column));
             edit(currentIndex());
@@ -181,6 +181,16 @@ void RecordsetGrid::mousePressEvent(QMouseEvent *event)
         d->moveRecordset();
     if (alive && onRow)
         d->chooseCurrent(nothingChosen && d->told == toldBefore);
+}
+
+void RecordsetGrid::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const bool onNothing = event->button() == Qt::LeftButton && !indexAt(event->pos()).isValid();
+    const QPointer<RecordsetGrid> alive(this);
+    QTableView::mouseDoubleClickEvent(event);
+    // Whoever works on a row by a double click tells here that there is none.
+    if (alive && onNothing && !d->hasRow())
+        runEvent([this] { emit rowDoubleClicked(); });
 }
 
 void RecordsetGrid::mouseMoveEvent(QMouseEvent *event)

@@ -34,7 +34,7 @@ struct GridColumn
     Kind kind = Kind::Text;
     int width = 100; ///< pixels at 96 dpi
     bool visible = true;
-    bool editable = false; ///< a text cell typed into, or a check column toggled by mouse and blank key
+    bool editable = false; ///< a text cell typed into, or a check cell toggled by a click, or by the blank key on it
     std::vector<Item> values = {};
     QString checkedText = QStringLiteral("True");
     QString format = {}; ///< of a money column, instead of the won sign with grouping (see runtime::Format)
@@ -86,6 +86,7 @@ signals:
     /// The current row is a new one, or may be (see Recordset::rowChanged).
     void rowChange();
     void headClick(int column);
+    /// A double click on a row, or on none while no row is current.
     void rowDoubleClicked();
     /// A typed or toggled value has been assigned to the field; the handler saves it.
     void afterColumnUpdate(int column);
@@ -95,6 +96,7 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;

@@ -33,7 +33,7 @@ struct RecordsetGrid::Private
     void toggle(const QModelIndex &cell);
     void assign(int column, const QVariant &value);
     void settle(const ado::Bookmark &row, const QString &field, const QVariant &value);
-    int firstEditable(bool check) const;
+    int firstTypedColumn() const;
 
     void noteWidths();
     GridLayout currentLayout() const;

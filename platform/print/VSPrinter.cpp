@@ -1,13 +1,15 @@
 #include "platform/print/VSPrinter.h"
 
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/FileDialog.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 #include "platform/print/Lengths.h"
 #include "platform/print/PageCanvas.h"
 #include "platform/print/Printers.h"
 
-#include <QFileDialog>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QShortcut>
 #include <QTimer>
 
@@ -48,7 +50,7 @@ constexpr double mostZoom = 4;
 
 VSPrinter::VSPrinter(QWidget *parent)
     : QWidget(parent)
-    , cboPrinter_(controls::named(new QComboBox(this), QStringLiteral("cboPrinter")))
+    , cboPrinter_(controls::named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPrinter")))
     , lblPage_(controls::named(new QLabel(this), QStringLiteral("lblPage")))
     , lblZoom_(controls::named(new QLabel(this), QStringLiteral("lblZoom")))
     , lblDone_(controls::named(new QLabel(this), QStringLiteral("lblDone")))
@@ -207,12 +209,11 @@ void VSPrinter::printOut()
 void VSPrinter::savePdf()
 {
     lblDone_->clear();
-    QString file = QFileDialog::getSaveFileName(this, QStringLiteral("PDF로 저장"), title_ + QStringLiteral(".pdf"),
-                                                QStringLiteral("PDF (*.pdf)"));
-    if (file.isEmpty())
+    const QPointer<VSPrinter> self(this);
+    const QString file = controls::askSaveFile(this, QStringLiteral("PDF로 저장"), title_ + QStringLiteral(".pdf"),
+                                               QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
+    if (!self || file.isEmpty())
         return;
-    if (!file.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive))
-        file += QLatin1String(".pdf");
     print::savePdf(document_, file, title_);
     lblDone_->setText(QStringLiteral("저장했습니다: %1").arg(file));
 }

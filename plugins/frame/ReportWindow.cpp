@@ -3,6 +3,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 #include "platform/runtime/RuntimeError.h"
 #include "plugins/frame/CsvFile.h"
 #include "plugins/frame/PeriodBar.h"
@@ -34,7 +35,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , report_(std::move(report))
     , connection_(std::move(connection))
     , periodBar_(new PeriodBar(report_->asks()))
-    , cboView_(controls::named(new QComboBox, QStringLiteral("cboView")))
+    , cboView_(controls::named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboView")))
     , cmdRead_(commandButton("cmdRead", QStringLiteral("새로고침")))
     , cmdCsv_(commandButton("cmdCsv", QStringLiteral("Excel용 저장")))
     , cmdPrint_(commandButton("cmdPrint", QStringLiteral("인쇄")))

@@ -4,6 +4,8 @@
 #include "platform/controls/Named.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/Stepper.h"
+#include "platform/controls/Wheel.h"
+#include "tests/support/Wheel.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -14,6 +16,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
 #include <QTest>
 #include <QTimer>
 
@@ -96,6 +101,89 @@ TEST(MessageBox, TextIsPlainWithItsLineBreaksAndTheTitleFallsToTheWindow)
     MsgBox("!", 0, QStringLiteral("저장"));
     EXPECT_EQ(seen, (QStringList{QStringLiteral("<b>첫째</b>\n둘째\n셋째\n"), window.windowTitle(), QStringLiteral("?"),
                                  window.windowTitle(), QStringLiteral("!"), QStringLiteral("저장")}));
+}
+
+TEST(MessageBox, GivesTheAnswerOfEscWhenItsWindowGoesUnderIt)
+{
+    using namespace controls;
+    const struct { int flags; Answer answer; } cases[] = {
+        {ConfirmOnly, Answer::Confirm}, {YesNo, Answer::No}, {YesNoCancel, Answer::Cancel},
+    };
+    for (const auto &row : cases) {
+        auto *window = new QWidget;
+        window->show();
+        QTimer::singleShot(0, [window] { delete window; });
+        EXPECT_EQ(MsgBox("계속 하시겠습니까?", row.flags, QString(), window), row.answer) << row.flags;
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+}
+
+/// A page that scrolls, with a control of each kind that a wheel turns and a text box that has the focus.
+class WheelPage : public testing::Test
+{
+protected:
+    WheelPage()
+    {
+        auto *page = new QWidget;
+        page->resize(200, 2000);
+        int y = 10;
+        for (QWidget *control : QWidgetList{box_, date_, list_, number_, stepper_}) {
+            control->setParent(page);
+            control->move(10, y += 30);
+        }
+        list_->addItems({QStringLiteral("현금"), QStringLiteral("카드")});
+        area_.setWidget(page);
+        area_.resize(240, 240);
+        area_.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&area_));
+        box_->setFocus();
+    }
+    /// "turned", "scrolled" or both.
+    std::string wheelOver(QWidget *control)
+    {
+        const QString before = shownBy(control);
+        area_.verticalScrollBar()->setValue(0);
+        turnWheel(control);
+        return std::string(shownBy(control) != before ? "turned" : "")
+            + (area_.verticalScrollBar()->value() > 0 ? "scrolled" : "");
+    }
+
+    QLineEdit *box_ = new QLineEdit;
+    controls::DateEdit *date_ = new controls::DateEdit;
+    QComboBox *list_ = controls::withGuardedWheel(new QComboBox);
+    QSpinBox *number_ = controls::withGuardedWheel(new QSpinBox);
+    controls::Stepper *stepper_ = new controls::Stepper(QStringLiteral("ud"));
+    QScrollArea area_;
+};
+
+TEST_F(WheelPage, OnlyTheControlWithTheFocusIsTurnedTheOthersAreScrolledPast)
+{
+    number_->setValue(50);
+    QObject::connect(stepper_, &controls::Stepper::down, [] { FAIL() << "stepped"; });
+    for (QWidget *control : QWidgetList{date_, list_, number_, stepper_}) {
+        SCOPED_TRACE(control->metaObject()->className());
+        EXPECT_EQ(wheelOver(control), "scrolled");
+        EXPECT_TRUE(box_->hasFocus());
+        if (control == stepper_)
+            continue;
+        control->setFocus();
+        EXPECT_EQ(wheelOver(control), "turned");
+        control->setEnabled(false);
+        EXPECT_EQ(wheelOver(control), "scrolled");
+        box_->setFocus();
+    }
+}
+
+TEST_F(WheelPage, ADateThatIsReadOnlyOrLockedIsNotTurnedWithTheFocusEither)
+{
+    date_->setFocus();
+    date_->setReadOnly(true);
+    EXPECT_EQ(wheelOver(date_), "scrolled");
+    date_->setReadOnly(false);
+    controls::lockWheel(date_, true);
+    EXPECT_EQ(wheelOver(date_), "scrolled");
+    controls::lockWheel(date_, false);
+    EXPECT_EQ(wheelOver(date_), "turned");
 }
 
 TEST(Stepper, ItsButtonsFollowItsNameAndLeaveTheFocusToTheBox)

@@ -162,6 +162,12 @@ TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)
     EXPECT_EQ(changedColumn, 0);
     click(0, 2);
     EXPECT_EQ(hidden(), "NULL|1 0|1") << "a check mark that only shows stays";
+    for (int column : {2, 1}) {
+        EXPECT_EQ(grid_.currentIndex().column(), column);
+        key(Qt::Key_Space);
+        EXPECT_EQ(hidden(), "NULL|1 0|1") << "the blank key in column " << column;
+        key(Qt::Key_Left);
+    }
     key(Qt::Key_Space);
     EXPECT_EQ(hidden(), "1|1 0|1") << "no value counts as unchecked";
     EXPECT_EQ(cell(0, 0).data(Qt::CheckStateRole), Qt::Checked);

@@ -266,6 +266,18 @@ TEST_F(BoundGrid, HeaderClicksAndDoubleClicksReachTheirHandlers)
     click(1, owing);
     QTest::mouseDClick(grid_.viewport(), Qt::LeftButton, {}, grid_.visualRect(cell(1, owing)).center());
     EXPECT_EQ(doubles.count(), 1) << "a cell that can be typed into opens instead";
+
+    const auto doubleClickBelow = [&](Qt::MouseButton button) {
+        QTest::mouseDClick(grid_.viewport(), button, {}, grid_.viewport()->rect().bottomLeft() + QPoint(5, -5));
+    };
+    doubleClickBelow(Qt::LeftButton);
+    EXPECT_EQ(doubles.count(), 1) << "below the rows, while one is current";
+    database_.run("DELETE FROM tPSOrderMaster");
+    orders_.Requery();
+    doubleClickBelow(Qt::RightButton);
+    EXPECT_EQ(doubles.count(), 1);
+    doubleClickBelow(Qt::LeftButton);
+    EXPECT_EQ(doubles.count(), 2) << "on an empty grid, for whoever tells so";
 }
 
 TEST_F(BoundGrid, ClosedReopenedAndDestroyedRecordsetsLeaveTheGridWhole)

@@ -1,6 +1,7 @@
 #include "input/MoneyBox.h"
 
 #include "input/MemoBox.h"
+#include "input/clsMyFunctions.h"
 #include "platform/controls/Appearance.h"
 #include "tests/input/Typist.h"
 
@@ -186,6 +187,37 @@ TEST(MemoBox, IsLeftByTabAndPutsItsCaretAsItsHabitsSay)
     typist.tab();
     EXPECT_TRUE(onChange->hasFocus());
     EXPECT_EQ(onFocus->text(), QStringLiteral("메모"));
+}
+
+TEST(MemoBox, GivesBackWhatItWasGivenUnlessItIsChangedAndKeepsTheLineBreaksOfWhatCame)
+{
+    // typed at the end: '\n' is Enter, '<' Backspace
+    const struct { const char *what; const char16_t *set, *typed, *text; } cases[] = {
+        {"untouched", u"가\r\n나", u"", u"가\r\n나"},
+        {"untouched, breaks of all kinds and a hard blank", u"가\r나\n다\r\n라\u00A0마\r\n", u"", u"가\r나\n다\r\n라\u00A0마\r\n"},
+        {"typed and taken back", u"가\r\n나", u"1<", u"가\r\n나"},
+        {"a further line", u"가\r\n나", u"\n1", u"가\r\n나\r\n1"},
+        {"a further line after lone carriage returns", u"가\r나", u"\n1", u"가\r나\r1"},
+        {"a further line after line feeds", u"가\n나", u"\n1", u"가\n나\n1"},
+        {"the first break", u"가", u"\n1", u"가\n1"},
+    };
+    auto *memo = new MemoBox;
+    Typist typist({memo});
+    for (const auto &entry : cases) {
+        memo->setText(QString::fromUtf16(entry.set));
+        memo->moveCursor(QTextCursor::End);
+        for (const QChar key : QString::fromUtf16(entry.typed)) {
+            if (key == u'\n')
+                typist.strike(Qt::Key_Return, QStringLiteral("\r"));
+            else
+                typist.type(key);
+        }
+        EXPECT_EQ(memo->text(), QString::fromUtf16(entry.text)) << entry.what;
+    }
+    memo->setText(QStringLiteral("가\r\n나"));
+    clsMyFunctions().resetCollection({memo});
+    typist.strike(Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(memo->text(), QStringLiteral("\n")) << "an emptied box starts anew";
 }
 
 // A syllable left in composition is kept when the focus goes; committed by the input method itself, or written over by code,

@@ -5,6 +5,7 @@
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/Stepper.h"
+#include "tests/support/Wheel.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -59,6 +60,22 @@ TEST(LockedGroup, ListsAreGreyedAndAllOtherControlsDisabled)
     EXPECT_EQ(controls::backColor(&combo), controls::LockedColor);
     EXPECT_EQ(controls::backColor(&list), controls::LockedColor);
     EXPECT_EQ(controls::backColor(&button), buttonColor);
+}
+
+TEST(LockedGroup, ADateThatItsPaneEnablesAgainIsStillNotTurnedByTheWheel)
+{
+    controls::DateEdit picker;
+    picker.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&picker));
+    const clsMyFunctions functions;
+    for (const bool locked : {true, false}) {
+        functions.setCollection2Locked({&picker}, locked);
+        picker.setEnabled(true);
+        picker.setFocus();
+        const QDate before = picker.date();
+        turnWheel(&picker);
+        EXPECT_EQ(picker.date() == before, locked);
+    }
 }
 
 TEST(ResetGroup, EmptiesTextBoxesAndLeavesTheRest)

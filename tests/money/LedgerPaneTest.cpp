@@ -88,7 +88,9 @@ TEST_F(LedgerOfAnOrder, WithoutOrderOrSessionTheFormIsEmptyAndTheButtonsDoNothin
     press("chkcmdAddEditDelTran_2");
     openOrder(2700);
     press("chkcmdAddEditDelTran_1");
-    EXPECT_THAT(boxes_.take(), ElementsAre(": 선택된 수납내역이 없습니다.", ": 선택된 수납내역이 없습니다."));
+    QTest::mouseDClick(find<QTableView>("tdbCustTranManage")->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+    EXPECT_THAT(boxes_.take(), ElementsAre(": 선택된 수납내역이 없습니다.", ": 선택된 수납내역이 없습니다.",
+                                           ": 선택된 수납내역이 없습니다."));
 
     gcnnMasterDB.reset();
     pane_->loadCustTranManage(Patient, 1);

@@ -113,6 +113,26 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
     }
 }
 
+TEST_F(SimpleReceiptKeys, AClickThatBringsTheFocusSelectsTheWholeTextTheNextOneDoesNot)
+{
+    const auto clickAtLeft = [](QWidget *box) { QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(3, box->height() / 2)); };
+    auto *percent = form_->find<QComboBox>("cboGeneralPercent");
+    for (QLineEdit *box : {percent->lineEdit(), form_->find<QLineEdit>("txtGeneralHalInMoney")}) {
+        box->setText(QStringLiteral("0"));
+        clickAtLeft(box);
+        for (char digit : {'1', '5'})
+            QTest::keyClick(dialog_->windowHandle(), digit);
+        EXPECT_EQ(box->text(), QStringLiteral("15"));
+        clickAtLeft(box);
+        EXPECT_EQ(box->selectedText(), QString());
+    }
+    // The click that opens the list brings the focus as well; what follows in the text box is a click of its own.
+    QTest::mouseClick(percent, Qt::LeftButton, {}, QPoint(percent->width() - 8, percent->height() / 2));
+    percent->hidePopup();
+    clickAtLeft(percent->lineEdit());
+    EXPECT_EQ(percent->lineEdit()->selectedText(), QString());
+}
+
 TEST_F(SimpleReceiptKeys, StepsGoToTheAmountThatHasTheFocusUntilAKeyIsTyped)
 {
     EXPECT_TRUE(stepsEnabled());

@@ -1,4 +1,5 @@
 #include "money/frmSimpleReceipt.h"
+#include "platform/controls/Modal.h"
 #include "tests/support/DialogDriver.h"
 
 #include <gmock/gmock.h>
@@ -231,4 +232,16 @@ TEST(SimpleReceiptEdit, HandsBackOneRowWithTheOperatorChosen)
         EXPECT_THAT(row, ElementsAre(41, 4, 0, 7));
         EXPECT_EQ(day, QDate(2026, 11, 24));
     }
+}
+
+TEST_F(SimpleReceipt, ItsWindowMayGoWhileTheAmountsAreBeingWritten)
+{
+    auto *window = new QWidget;
+    window->show();
+    const controls::Modal<frmSimpleReceipt> dialog(window);
+    QObject::connect(dialog.get(), &frmSimpleReceipt::AppendDBGeneral, [window] { delete window; });
+    whenDialogStands([](const DialogDriver &form) { form.press("cmdConfirm"); });
+    dialog->Operation(1, 41, QStringLiteral("홍길동"), QStringLiteral("C-1"), QDate(2026, 11, 20), 10000, 7, 0,
+                      QDate(2026, 11, 24), 0, QStringLiteral("0"), window);
+    EXPECT_FALSE(dialog);
 }

@@ -1,11 +1,18 @@
 #include "platform/print/PageCanvas.h"
 #include "platform/print/VSPrinter.h"
 #include "tests/support/MessageRecorder.h"
+#include "tests/support/Wheel.h"
 
+#include <QFile>
+#include <QFileDialog>
 #include <QScrollArea>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace {
 
@@ -91,6 +98,52 @@ TEST_F(PreviewTest, ZoomsThePageByKeys)
     EXPECT_GE(canvas()->height(), room.height() - 20);
     press(Qt::Key_1, Qt::ControlModifier);
     EXPECT_GE(canvas()->width(), room.width() - 40);
+}
+
+TEST_F(PreviewTest, SavesUnderTheChosenNameAndAsksBeforeItReplacesAFile)
+{
+    using controls::Answer;
+    const struct { const char *what, *chosen; Answer answer; int questions; bool saved; } cases[] = {
+        {"a new name gets its suffix", "영수증 1", Answer::No, 0, true},
+        {"the question answered with yes", "영수증 1.pdf", Answer::Yes, 1, true},
+        {"the question answered with no, then cancelled", "영수증 1", Answer::No, 1, false},
+        {"cancelled", "", Answer::No, 0, false},
+    };
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("영수증 1.pdf"));
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        if (QFile::exists(file)) { // what stands there tells whether it was replaced
+            QFile old(file);
+            ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        }
+        MessageRecorder boxes;
+        boxes.answers = {c.answer};
+        QString next = c.chosen[0] ? folder.filePath(QString::fromUtf8(c.chosen)) : QString();
+        QTimer user;
+        QObject::connect(&user, &QTimer::timeout, [&] {
+            if (auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget())) {
+                const QString chosen = std::exchange(next, QString());
+                dialog->selectFile(chosen);
+                static_cast<QDialog *>(dialog)->done(chosen.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
+            }
+        });
+        user.start(5);
+        QTest::mouseClick(button("cmdSavePdf"), Qt::LeftButton);
+        EXPECT_EQ(boxes.messages.size(), c.questions);
+        EXPECT_EQ(QFile(file).size() > 0, c.saved);
+        EXPECT_EQ(preview_.findChild<QLabel *>("lblDone")->text().toStdString(),
+                  c.saved ? "저장했습니다: " + file.toStdString() : "");
+    }
+}
+
+TEST_F(PreviewTest, TheWheelChoosesNoOtherPrinter)
+{
+    QTest::qWait(0); // the printers are asked for when the page stands
+    auto *printers = preview_.findChild<QComboBox *>("cboPrinter");
+    printers->addItems({QStringLiteral("가"), QStringLiteral("나")});
+    printers->setCurrentIndex(0);
+    EXPECT_EQ(turnedByWheel(&preview_), QString());
 }
 
 TEST_F(PreviewTest, TellsWhenThereIsNoPrinter)

@@ -2,6 +2,7 @@
 #include "tests/products/ProductDesk.h"
 
 #include "data/clsSQL.h"
+#include "platform/controls/Modal.h"
 #include "products/frmDealerSelect.h"
 
 #include <QScreen>
@@ -225,4 +226,15 @@ TEST_F(Dealers, ASearchThatFailsIsToldWithItsReason)
         EXPECT_GT(box.text.size(), 22);
     }
     atOtherDesk("ALTER TABLE away RENAME TO tPSCompanyMaster");
+}
+
+TEST_F(Dealers, TheDialogsWindowMayGoWhileTheChoiceIsTaken)
+{
+    auto *owner = new QWidget;
+    owner->show();
+    const controls::Modal<frmDealerSelect> dialog(owner);
+    QObject::connect(dialog.get(), &frmDealerSelect::evtDealerSelected, [owner] { delete owner; });
+    whenDialogStands([](const DialogDriver &form) { form.press("cmdOk"); });
+    EXPECT_EQ(dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, QString(), owner, *owner), 1);
+    EXPECT_FALSE(dialog);
 }
