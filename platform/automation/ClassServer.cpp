@@ -81,7 +81,7 @@ int ClassServer::classObject(const char *programId, QObject **object)
 
 int ClassServer::canUnloadNow(const void *within) const
 {
-    const bool busy = controls::eventIsRunning() || controls::eventsWait();
+    const bool busy = controls::eventRuns() || controls::workWaits();
     const void *const library = libraryHolding(within);
     return *living_ == 0 && !busy && !(library && hasWindows(library)) ? Ok : False;
 }

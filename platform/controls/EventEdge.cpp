@@ -103,6 +103,11 @@ bool eventRunsIn(const QWidget &window)
     });
 }
 
+bool eventRuns()
+{
+    return !running().empty();
+}
+
 void runWhenFree(std::function<bool()> busy, std::function<void()> work)
 {
     waiting().push_back({std::move(busy), std::move(work)});

@@ -18,6 +18,9 @@ void runEvent(const std::function<void()> &handler, const QWidget *source = null
 /// waits for the user. Handlers of other windows, the host's own for example, do not count.
 bool eventRunsIn(const QWidget &window);
 
+/// The same for handlers of any window, and of none.
+bool eventRuns();
+
 /// Marks the time of work that may open a box, as if it were a handler.
 class EventScope
 {

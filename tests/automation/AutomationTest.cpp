@@ -107,7 +107,7 @@ TEST_F(Automation, ALibraryIsNeededAsLongAsItsWindowsOrAnEventAre)
     {
         const controls::EventScope event;
         EXPECT_EQ(exported("DllCanUnloadNow"), automation::False);
-        controls::afterEvents([] {});
+        controls::runWhenFree([] { return false; }, [] {});
     }
     EXPECT_EQ(exported("DllCanUnloadNow"), automation::False) << "something waits for the end of the event";
     QCoreApplication::processEvents();
