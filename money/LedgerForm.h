@@ -5,6 +5,7 @@
 #include "money/LedgerEntry.h"
 #include "platform/ado/Recordset.h"
 #include "platform/controls/PushCheck.h"
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/Currency.h"
 
 #include <QCheckBox>
@@ -39,7 +40,7 @@ public:
 
     /// Raises RuntimeError when the amount is none.
     LedgerEntry entry() const;
-    QString memo() const { return txtTransMemo_->text().trimmed(); }
+    QString memo() const { return runtime::Trim(txtTransMemo_->text()); }
     bool isOperatorOn(int index) const { return optTransOperator_[std::size_t(index)]->isChecked(); }
 
     controls::PushCheck *chkCmdSaveTrans(int index) const { return chkCmdSaveTrans_[index]; }

@@ -32,7 +32,7 @@ bool leavesWindow(const QEvent *event)
 
 qint32 wholeMoney(const QString &text)
 {
-    const QString typed = text.trimmed();
+    const QString typed = runtime::Trim(text);
     return typed.isEmpty() ? 0 : runtime::CLng(typed);
 }
 

@@ -51,9 +51,9 @@ void PageReceipt::addHead(const QString &customerLine)
 void PageReceipt::addShop()
 {
     const auto shop = [this](const char16_t *key) { return properties_.PropValue(QString::fromUtf16(key)); };
-    put(1, 1, 3, shop(u"지점명").trimmed());
+    put(1, 1, 3, runtime::Trim(shop(u"지점명")));
     table_.setBold(1, 1, true);
-    put(1, 4, 3, shop(u"지점사업자번호").trimmed());
+    put(1, 4, 3, runtime::Trim(shop(u"지점사업자번호")));
     put(2, 1, 3, QStringLiteral("대표:") + shop(u"지점대표자"));
     put(3, 1, 6, shop(u"지점주소"));
     put(4, 1, 3, shop(u"지점전화번호"));

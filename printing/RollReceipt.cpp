@@ -80,7 +80,7 @@ void RollComposer::fillHeader()
     form_.txtHeader(5).text = shop(u"지점전화번호");
     form_.txtHeader(6).text = shop(u"홈페이지주소");
     form_.txtHeader(7).text = QStringLiteral("[발행일]") + runtime::dateTimeText(QDateTime::currentDateTime());
-    form_.txtHeader(8).text = order_.customerName.trimmed() + QStringLiteral("님 (구매날짜:") + runtime::text(order_.orderDate) + QLatin1Char(')');
+    form_.txtHeader(8).text = runtime::Trim(order_.customerName) + QStringLiteral("님 (구매날짜:") + runtime::text(order_.orderDate) + QLatin1Char(')');
     form_.txtHeader(9).text = shop(u"영수증고객안내문");
 }
 

@@ -30,7 +30,7 @@ SaveOutcome DealerOperations::save(DealerKey dealer, const DealerEdit &edit)
         if (!dealer)
             dealers.AddNew();
         else if (!dealers.moveToKey(dealer.bookmark()))
-            raiseConflict();
+            ado::raiseConflict();
         dealers.setValue(QStringLiteral("CM_Name"), edit.name);
         dealers.setValue(QStringLiteral("CM_RegNum"), edit.regNum);
         dealers.setValue(QStringLiteral("CM_Address"), edit.address);
@@ -50,7 +50,7 @@ DealerOperations::Deletion DealerOperations::remove(DealerKey dealer)
         return used > 0 ? Deletion::InUse : Deletion::Unknown;
     ado::Recordset &dealers = *session_.rsCompanyMaster;
     if (!dealers.moveToKey(dealer.bookmark()))
-        raiseConflict();
+        ado::raiseConflict();
     dealers.Delete();
     return Deletion::Deleted;
 }

@@ -5,11 +5,6 @@
 using runtime::ErrorNumber;
 using runtime::RuntimeError;
 
-void raiseConflict()
-{
-    throw RuntimeError(ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다."));
-}
-
 bool isConflict(const RuntimeError &error)
 {
     return error.number() == ErrorNumber::Conflict;

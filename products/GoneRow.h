@@ -5,8 +5,6 @@
 
 /// What the lists do about a row that another desk changed or deleted.
 
-/// Ends the work on a row that is not there any more.
-[[noreturn]] void raiseConflict();
 bool isConflict(const runtime::RuntimeError &error);
 
 /// Leaves the row that another desk deleted: the list is read anew, if it can be, and no row is current. Returns what to

@@ -14,7 +14,7 @@ constexpr int mostDigits = 9;
 
 SaveOutcome outcomeOfCheck(const IncomingEdit &edit)
 {
-    if (edit.companyTag.trimmed().isEmpty())
+    if (runtime::Trim(edit.companyTag).isEmpty())
         return SaveOutcome::Refused;
     return isCountTooLong(edit.count) ? SaveOutcome::TooMuch : SaveOutcome::Saved;
 }
@@ -34,7 +34,7 @@ SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit
     gcnnMasterDB->BeginTrans();
     // Another desk may have deleted the product since its row was read: nobody would see the purchase again.
     if (!gcnnMasterDB->holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number()))
-        raiseConflict();
+        ado::raiseConflict();
     session_.rsProductIncoming->AddNew();
     save(product.number(), edit);
     return outcome;
@@ -60,15 +60,15 @@ void IncomingOperations::remove(IncomingKey purchase)
 void IncomingOperations::find(IncomingKey purchase)
 {
     if (!session_.rsProductIncoming->moveToKey(purchase.bookmark()))
-        raiseConflict();
+        ado::raiseConflict();
 }
 
 void IncomingOperations::save(const QVariant &product, const IncomingEdit &edit)
 {
-    const auto pure = [](const QString &typed) { return clsNumberRelated().GetPureNumber(typed.trimmed()); };
+    const auto pure = [](const QString &typed) { return clsNumberRelated().GetPureNumber(runtime::Trim(typed)); };
     ado::Recordset &incoming = *session_.rsProductIncoming;
     incoming.setValue(QStringLiteral("PM_PK"), product);
-    incoming.setValue(QStringLiteral("CM_PK"), runtime::Val(edit.companyTag.trimmed()));
+    incoming.setValue(QStringLiteral("CM_PK"), runtime::Val(runtime::Trim(edit.companyTag)));
     incoming.setValue(QStringLiteral("IN_Count"), runtime::Val(edit.count));
     incoming.setValue(QStringLiteral("IN_UnitPrice"), pure(edit.unitPrice));
     incoming.setValue(QStringLiteral("IN_HalinTotal"), pure(edit.halinTotal));

@@ -65,7 +65,7 @@ void IncomingPane::connectFields()
                                  static_cast<QLineEdit *>(txtIncHalinTotal_)})
         connect(box, &QLineEdit::textChanged, this, &IncomingPane::recalculateTotal);
     connect(txtIncPriceTotal_, &QLineEdit::textChanged, this, [this](const QString &typed) {
-        showMoney(txtIncPriceTotal_, clsNumberRelated().GetPureNumber(typed.trimmed()));
+        showMoney(txtIncPriceTotal_, clsNumberRelated().GetPureNumber(runtime::Trim(typed)));
     });
     controls::onEvent(udIincomingCount_, &controls::Stepper::up, this, [this] { stepCount(1); });
     controls::onEvent(udIincomingCount_, &controls::Stepper::down, this, [this] { stepCount(-1); });
@@ -321,7 +321,7 @@ void IncomingPane::selectDealer()
     const controls::Modal<frmDealerSelect> dialog(window());
     insFrmCompanySelect_ = dialog.get();
     connect(dialog.get(), &frmDealerSelect::evtDealerSelected, this, &IncomingPane::insFrmCompanySelect_evtDealerSelected);
-    const qint16 shown = dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, txtIncCompanyName_->text().trimmed(),
+    const qint16 shown = dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, runtime::Trim(txtIncCompanyName_->text()),
                                               window(), *chkCmdIncSelectCompany_);
     if (dialog && shown == -1)
         dialog->tellFailure();

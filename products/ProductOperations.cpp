@@ -18,7 +18,7 @@ constexpr const char *savedColumns[] = {"PM_Catagory",  "PM_Name",    "PM_IsTaxe
 
 bool lacksName(const ProductEdit &edit)
 {
-    return edit.catagory.trimmed().isEmpty() || edit.name.trimmed().isEmpty();
+    return runtime::Trim(edit.catagory).isEmpty() || runtime::Trim(edit.name).isEmpty();
 }
 
 } // namespace
@@ -57,7 +57,7 @@ SaveOutcome ProductOperations::change(const ProductEdit &edit)
     ado::Recordset &products = *session_.rsSaleProductListsManager;
     return saveTrapped(products, [&] {
         if (!findSeen())
-            raiseConflict();
+            ado::raiseConflict();
         // A product without a price shows an empty box; saved unchanged it does not come to cost nothing.
         assign(edit, !edit.unitPrice.isEmpty() || !runtime::isNull(products[QStringLiteral("PM_UnitPrice")]));
         products.Update();
@@ -77,13 +77,13 @@ bool ProductOperations::findSeen()
 void ProductOperations::assign(const ProductEdit &edit, bool withPrice)
 {
     ado::Recordset &products = *session_.rsSaleProductListsManager;
-    products.setValue(QStringLiteral("PM_Catagory"), edit.catagory.trimmed());
-    products.setValue(QStringLiteral("PM_Name"), edit.name.trimmed());
+    products.setValue(QStringLiteral("PM_Catagory"), runtime::Trim(edit.catagory));
+    products.setValue(QStringLiteral("PM_Name"), runtime::Trim(edit.name));
     products.setValue(QStringLiteral("PM_IsTaxed"), int(edit.taxed));
     products.setValue(QStringLiteral("PM_IsValid"), int(edit.valid));
     if (withPrice)
         products.setValue(QStringLiteral("PM_UnitPrice"), clsNumberRelated().GetPureNumber(edit.unitPrice));
-    products.setValue(QStringLiteral("PM_EtcMemo"), edit.memo.trimmed());
+    products.setValue(QStringLiteral("PM_EtcMemo"), runtime::Trim(edit.memo));
     products.setValue(QStringLiteral("PM_AddedDate"), edit.addedDate);
 }
 

@@ -116,7 +116,7 @@ qint16 frmDealerSelect::SelectDealer(const ado::ConnectionPtr &connection, qint1
     connection_ = connection;
     rsDealer_ = std::make_unique<ado::Recordset>();
     tdbDealerSelect_->setDataSource(rsDealer_.get());
-    controls::showText(txtDealerName_, strStart.trimmed());
+    controls::showText(txtDealerName_, runtime::Trim(strStart));
     if (!refreshDealerGrid(txtDealerName_->text())) {
         tdbDealerSelect_->setDataSource(nullptr);
         rsDealer_.reset();
@@ -165,7 +165,7 @@ bool frmDealerSelect::refreshDealerGrid(const QString &text, bool rebind)
 
 void frmDealerSelect::findDealer()
 {
-    if (!refreshDealerGrid(txtDealerName_->text().trimmed()))
+    if (!refreshDealerGrid(runtime::Trim(txtDealerName_->text())))
         tellFailure();
 }
 
@@ -230,7 +230,7 @@ bool frmDealerSelect::keyPressed(const QWidget *control, const QKeyEvent &event)
 
 bool frmDealerSelect::nameKeyPressed(const QKeyEvent &event)
 {
-    if (isEnterKey(event) && !txtDealerName_->text().trimmed().isEmpty()) {
+    if (isEnterKey(event) && !runtime::Trim(txtDealerName_->text()).isEmpty()) {
         chkcmdFindDealer_->setValue(1);
         return true;
     }

@@ -42,12 +42,6 @@ void inTransaction(Work &&work)
     }
 }
 
-[[noreturn]] inline void raiseConflict()
-{
-    throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
-                                QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다."));
-}
-
 inline Outcome outcomeOf(const runtime::RuntimeError &error)
 {
     return error.number() == runtime::ErrorNumber::Conflict ? Outcome::Conflict : Outcome::Failed;

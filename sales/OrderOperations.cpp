@@ -164,7 +164,7 @@ Outcome OrderOperations::deleteOrder(OrderKey order)
         flow::inTransaction([&](ado::Connection &connection) {
             holdOrder(connection, order.number());
             if (!orders.moveToKey(order.bookmark()))
-                flow::raiseConflict();
+                ado::raiseConflict();
             connection.Execute(details);
             connection.Execute(ledger);
             orders.Delete();
@@ -185,7 +185,7 @@ Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
     return trappedAndShown(session_, [&] {
         ado::Recordset &details = opened(session_.rsCustSaleDetails);
         if (!details.moveToKey(line.bookmark()))
-            flow::raiseConflict();
+            ado::raiseConflict();
         details.Delete();
         return recalculate(order);
     });
@@ -215,9 +215,9 @@ void OrderOperations::createOrder(const QDate &date)
             orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
             orders.setValue(QStringLiteral("OrdM_Date"), date);
             orders.setValue(QStringLiteral("OrdM_Gubun"), 1);
-            orders.setValue(QStringLiteral("OrdM_Address"), customer.address.trimmed());
-            orders.setValue(QStringLiteral("OrdM_Tel"), customer.phone.trimmed());
-            orders.setValue(QStringLiteral("OrdM_Cel"), customer.cell.trimmed());
+            orders.setValue(QStringLiteral("OrdM_Address"), runtime::Trim(customer.address));
+            orders.setValue(QStringLiteral("OrdM_Tel"), runtime::Trim(customer.phone));
+            orders.setValue(QStringLiteral("OrdM_Cel"), runtime::Trim(customer.cell));
             orders.setValue(QStringLiteral("OrdM_TakbaeMemo"), QStringLiteral(""));
             for (const char *field :
                  {"OrdM_TaxTotal", "OrdM_TaxFreeTotal", "OrdM_HalinTotal", "OrdM_Total", "OrdM_Misugum"})

@@ -24,7 +24,7 @@ inline bool hasFailed(Outcome outcome)
 
 /// Told instead of adding a line, where foundChangedAfterLoss().
 inline const QString changedAfterLoss =
-    QStringLiteral("서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 하십시오.");
+    QStringLiteral("서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 시도하십시오.");
 
 /// What the entry pane holds when a line is added. The texts are converted where the line is written.
 struct EntryLine

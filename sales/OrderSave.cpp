@@ -22,11 +22,11 @@ QVariant moneyOf(const QString &typed)
 
 // In the order in which they are assigned.
 constexpr WrittenColumn writtenColumns[] = {
-    {"OrdM_Address", [](const OrderEdit &edit) { return QVariant(edit.address.trimmed()); }},
-    {"OrdM_Tel", [](const OrderEdit &edit) { return QVariant(edit.telephone.trimmed()); }},
-    {"OrdM_Cel", [](const OrderEdit &edit) { return QVariant(edit.cell.trimmed()); }},
-    {"OrdM_TakbaeMemo", [](const OrderEdit &edit) { return QVariant(edit.takbaeMemo.trimmed()); }},
-    {"OrdM_ETCMemo", [](const OrderEdit &edit) { return QVariant(edit.memo.trimmed()); }},
+    {"OrdM_Address", [](const OrderEdit &edit) { return QVariant(runtime::Trim(edit.address)); }},
+    {"OrdM_Tel", [](const OrderEdit &edit) { return QVariant(runtime::Trim(edit.telephone)); }},
+    {"OrdM_Cel", [](const OrderEdit &edit) { return QVariant(runtime::Trim(edit.cell)); }},
+    {"OrdM_TakbaeMemo", [](const OrderEdit &edit) { return QVariant(runtime::Trim(edit.takbaeMemo)); }},
+    {"OrdM_ETCMemo", [](const OrderEdit &edit) { return QVariant(runtime::Trim(edit.memo)); }},
     {"OrdM_HalinTotal", [](const OrderEdit &edit) { return moneyOf(edit.discountTotal); }},
     {"OrdM_Misugum", [](const OrderEdit &edit) { return moneyOf(edit.outstanding); }},
     {"OrdM_Gubun", [](const OrderEdit &edit) { return QVariant(edit.takbae ? 2 : 1); }},
@@ -64,7 +64,7 @@ Outcome OrderSave::save(const OrderEdit &edit)
             flow::inTransaction([&](ado::Connection &connection) {
                 holdOrder(connection, order_.number());
                 if (!orders.moveToKey(order_.bookmark()))
-                    flow::raiseConflict();
+                    ado::raiseConflict();
                 orders.Resync();
                 assign(orders, edit);
                 orders.Update();
@@ -92,5 +92,5 @@ void OrderSave::assign(ado::Recordset &orders, const OrderEdit &edit)
         orders.setValue(name, typed);
     }
     if (collides)
-        flow::raiseConflict();
+        ado::raiseConflict();
 }

@@ -70,7 +70,7 @@ void RefundOperations::noteOnLine(LineKey line, const Refund &refund)
 {
     ado::Recordset &details = flow::opened(session_.rsCustSaleDetails);
     if (!details.moveToKey(line.bookmark()))
-        flow::raiseConflict();
+        ado::raiseConflict();
     const QString field = QStringLiteral("OrdD_RfndMemo");
     const QVariant earlier = details[field];
     const QString note = noteOf(refund);

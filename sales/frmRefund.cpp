@@ -56,7 +56,7 @@ qint16 frmRefund::ShowRefundForm(const QString &strUnitName, Currency curUnitPri
 
     intRfndUnitCount = runtime::CInt(txtRfndUnitCount_->text());
     dtRfnd = dtpRfndDate_->date();
-    strRfndMemo = txtRfndMemo_->text().trimmed();
+    strRfndMemo = runtime::Trim(txtRfndMemo_->text());
     curRfndUnitSalePrice = runtime::CCur(clsNumberRelated().GetPureNumber(txtRfndUnitSalePrice_->text()));
     return 1;
 }

@@ -324,7 +324,7 @@ TEST_F(ServerGone, WithTheLastAnswerStopsTheUserFromAddingTheLineTwice)
         desk_.boxes.messages.clear();
         desk_.window()->activateWindow();
         add.run(desk_);
-        EXPECT_EQ(told(), "서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 하십시오.");
+        EXPECT_EQ(told(), "서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 시도하십시오.");
         EXPECT_EQ(stored(), add.halves.front());
         expectShown();
         expectNextSale();
