@@ -192,9 +192,13 @@ void OrderPane::saveOrder()
 {
     const QPointer<OrderPane> alive(this);
     const Outcome outcome = intOrderEditState_ == 1 ? save_.save(c1elaCustSaleInfo_->edit()) : Outcome::Stopped;
+    const QString remark = outcome == Outcome::Conflict
+        ? QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"
+                         "확인한 뒤 다시 저장하거나 취소하십시오.")
+        : QString();
     if (hasFailed(outcome))
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
-               QStringLiteral("저장"), c1elaCustSaleInfo_);
+               QStringLiteral("저장"), c1elaCustSaleInfo_, remark);
     // After another desk's change what was typed stays, and the edit open: the user saves over it, or cancels.
     if (alive && outcome != Outcome::Conflict)
         endEdit();

@@ -61,13 +61,14 @@ QString withLineBreaks(QString text)
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
-Answer showBox(const QString &text, int flags, const QString &title, QWidget *owner)
+Answer showBox(const QString &text, int flags, const QString &title, QWidget *owner, const QString &remark)
 {
     const Modal<QMessageBox> box(owner);
     box->setWindowTitle(title);
     box->setIcon(iconOf(flags));
     box->setTextFormat(Qt::PlainText);
     box->setText(withLineBreaks(text));
+    box->setInformativeText(remark);
 
     const std::vector<BoxButton> buttons = buttonsOf(flags);
     std::vector<QPushButton *> shown;
@@ -104,13 +105,13 @@ MessageHandler &installedHandler()
 
 } // namespace
 
-Answer MsgBox(const QString &text, int flags, const QString &title, QWidget *owner)
+Answer MsgBox(const QString &text, int flags, const QString &title, QWidget *owner, const QString &remark)
 {
     QWidget *window = windowBehind(owner);
     const QString shownTitle = !title.isEmpty() || !window ? title : window->windowTitle();
     if (const MessageHandler handler = installedHandler())
         return handler(text, flags, shownTitle);
-    return showBox(text, flags, shownTitle, window);
+    return showBox(text, flags, shownTitle, window, remark);
 }
 
 void setMessageHandler(MessageHandler handler)
