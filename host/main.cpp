@@ -160,5 +160,7 @@ int main(int argc, char **argv)
         return complain(QString::fromUtf8(error.what()) + QStringLiteral("\n\n") + desk::usageText());
     } catch (const runtime::RuntimeError &error) {
         return complain(error.description());
+    } catch (const std::exception &error) {
+        return complain(QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (%1)").arg(QString::fromUtf8(error.what())));
     }
 }
