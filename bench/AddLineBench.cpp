@@ -1,7 +1,7 @@
 #include "bench/AddLineBench.h"
 
 #include "bench/BareStatement.h"
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/PushCheck.h"

@@ -1,8 +1,8 @@
 #include "bench/Clinics.h"
 
 #include "bench/BareStatement.h"
-#include "host/sample/MakeOnTerminal.h"
-#include "host/schema/Schema.h"
+#include "desk/sample/MakeOnTerminal.h"
+#include "desk/schema/Schema.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "bench/DayBench.h"
 
 #include "bench/OpenSale.h"
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
 #include "platform/controls/MessageBox.h"
 

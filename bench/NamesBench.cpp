@@ -1,7 +1,7 @@
 #include "bench/NamesBench.h"
 
 #include "bench/BareStatement.h"
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
 #include "sales/DetailPane.h"
 

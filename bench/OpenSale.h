@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/desk/Patient.h"
+#include "desk/window/Patient.h"
 #include "session/SaleSession.h"
 
 #include <string>

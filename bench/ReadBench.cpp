@@ -1,6 +1,6 @@
 #include "bench/ReadBench.h"
 
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/StockModel.h"
 #include "bench/Work.h"
 #include "data/clsSQL.h"

@@ -1,6 +1,6 @@
 #include "bench/ReceiptBench.h"
 
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
 #include "platform/print/Lengths.h"
 #include "printing/PageReceipt.h"

@@ -2,7 +2,7 @@
 
 #include "bench/BareStatement.h"
 #include "bench/OpenSale.h"
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/StockModel.h"
 #include "bench/Work.h"
 #include "data/clsSQL.h"

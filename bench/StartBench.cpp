@@ -1,8 +1,8 @@
 #include "bench/StartBench.h"
 
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
-#include "host/desk/DeskWindow.h"
+#include "desk/window/DeskWindow.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

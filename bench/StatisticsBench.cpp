@@ -3,12 +3,12 @@
 #include "bench/BareStatement.h"
 #include "bench/Work.h"
 #include "platform/runtime/Format.h"
-#include "plugins/VantoOneDay/OneDayReport.h"
-#include "plugins/VantoPayPeriod/PayPeriodReport.h"
-#include "plugins/VantoSalesItem/SalesItemReport.h"
-#include "plugins/VantoSalesPeriod/SalesPeriodReport.h"
-#include "plugins/VantoStock/StockReport.h"
-#include "plugins/frame/Reading.h"
+#include "components/VantoOneDay/OneDayReport.h"
+#include "components/VantoPayPeriod/PayPeriodReport.h"
+#include "components/VantoSalesItem/SalesItemReport.h"
+#include "components/VantoSalesPeriod/SalesPeriodReport.h"
+#include "components/VantoStock/StockReport.h"
+#include "components/frame/Reading.h"
 
 #include <memory>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 #include "bench/WindowBench.h"
 
-#include "bench/Patients.h"
+#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
 
 #include <QTest>

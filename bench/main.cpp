@@ -12,7 +12,7 @@
 #include "bench/Table.h"
 #include "bench/TotalsBench.h"
 #include "bench/WindowBench.h"
-#include "host/desk/Look.h"
+#include "desk/window/Look.h"
 #include "platform/registry/AppSettings.h"
 
 #include <QApplication>

@@ -1,12 +1,12 @@
-#include "host/desk/Look.h"
+#include "desk/window/Look.h"
 #include "platform/runtime/RuntimeError.h"
-#include "plugins/VantoOneDay/OneDayReport.h"
-#include "plugins/VantoPayPeriod/PayPeriodReport.h"
-#include "plugins/VantoSalesItem/SalesItemReport.h"
-#include "plugins/VantoSalesPeriod/SalesPeriodReport.h"
-#include "plugins/VantoStock/StockReport.h"
-#include "plugins/frame/PeriodBar.h"
-#include "plugins/frame/ReportWindow.h"
+#include "components/VantoOneDay/OneDayReport.h"
+#include "components/VantoPayPeriod/PayPeriodReport.h"
+#include "components/VantoSalesItem/SalesItemReport.h"
+#include "components/VantoSalesPeriod/SalesPeriodReport.h"
+#include "components/VantoStock/StockReport.h"
+#include "components/frame/PeriodBar.h"
+#include "components/frame/ReportWindow.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

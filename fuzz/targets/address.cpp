@@ -1,5 +1,5 @@
 #include "fuzz/Fuzz.h"
-#include "host/schema/Address.h"
+#include "desk/schema/Address.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/PostgresDriver.h"
 #include "platform/runtime/RuntimeError.h"

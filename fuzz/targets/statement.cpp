@@ -1,7 +1,7 @@
 #include "data/clsSQL.h"
 #include "data/modGeneralSQL.h"
 #include "fuzz/Fuzz.h"
-#include "host/schema/Schema.h"
+#include "desk/schema/Schema.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
 #include "platform/ado/SqlText.h"

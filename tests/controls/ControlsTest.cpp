@@ -5,7 +5,7 @@
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/Stepper.h"
 #include "platform/controls/Wheel.h"
-#include "tests/support/Wheel.h"
+#include "tests/support/WheelTurns.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -1,7 +1,7 @@
 #include "tests/data/FilledClinic.h"
 
-#include "host/schema/Schema.h"
-#include "host/schema/Tables.h"
+#include "desk/schema/Schema.h"
+#include "desk/schema/Tables.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/data/ClinicRows.h"

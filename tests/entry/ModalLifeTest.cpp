@@ -1,6 +1,6 @@
 #include "tests/entry/EntryDesk.h"
 
-#include "tests/support/Wheel.h"
+#include "tests/support/WheelTurns.h"
 
 #include <QFile>
 #include <QFileDialog>

@@ -1,6 +1,6 @@
 #include "tests/entry/EntryDesk.h"
 
-#include "input/PaneContract.h"
+#include "forms/PaneContract.h"
 #include "platform/runtime/RuntimeError.h"
 
 using runtime::ErrorNumber;

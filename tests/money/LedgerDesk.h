@@ -3,7 +3,7 @@
 #include "data/clsSQL.h"
 #include "money/LedgerPane.h"
 #include "money/ReceiptFlow.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 
 #include <QLineEdit>
 #include <QTest>

@@ -1,5 +1,5 @@
 #include "money/frmSimpleReceiptAdd.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 #include "tests/support/DialogDriver.h"
 
 namespace {

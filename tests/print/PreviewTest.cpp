@@ -1,7 +1,7 @@
 #include "platform/print/PageCanvas.h"
 #include "platform/print/VSPrinter.h"
 #include "tests/support/MessageRecorder.h"
-#include "tests/support/Wheel.h"
+#include "tests/support/WheelTurns.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -18,7 +18,7 @@ namespace {
 
 print::Document threePages()
 {
-    print::CellTable table(3, 1, 200);
+    print::PageTable table(3, 1, 200);
     table.setColumnWidth(1, 180);
     for (int row = 1; row <= 3; ++row)
         table.setText(row, 1, QString(row * 3, QChar(u'■')));

@@ -24,7 +24,7 @@ print::Document rollOf(double length)
 
 print::Document twoPages()
 {
-    print::CellTable table(30, 1, 10);
+    print::PageTable table(30, 1, 10);
     table.setColumnWidth(1, 100);
     for (int row = 1; row <= 30; ++row)
         table.setText(row, 1, QStringLiteral("행%1").arg(row));

@@ -3,7 +3,7 @@
 #include "printing/PageReceipts.h"
 #include "printing/RollReceipt.h"
 #include "settings/clsProperties.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 #include "tests/support/Paper.h"
 
 #include "data/clsSQL.h"

@@ -4,7 +4,7 @@
 #include "products/DealerPane.h"
 #include "products/IncomingPane.h"
 #include "products/ProductPane.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 #include "tests/support/PaneWindow.h"
 
 #include <QHBoxLayout>

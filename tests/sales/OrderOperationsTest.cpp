@@ -1,7 +1,7 @@
 #include "sales/OrderSave.h"
 
 #include "data/clsSQL.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "input/clsMyFunctions.h"
+#include "forms/clsMyFunctions.h"
 #include "products/SaleListPane.h"
 #include "sales/DetailPane.h"
 #include "sales/OrderPane.h"
 #include "sales/SaleEntryPane.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 #include "tests/support/PaneWindow.h"
 
 #include <QHBoxLayout>

@@ -3,7 +3,7 @@
 #include "data/clsSQL.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-#include "tests/sales/SaleDesk.h"
+#include "tests/sales/SaleDatabase.h"
 
 using runtime::Currency;
 

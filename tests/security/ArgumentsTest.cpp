@@ -1,5 +1,5 @@
 #include "data/clsSQL.h"
-#include "host/sample/Clinic.h"
+#include "desk/sample/Clinic.h"
 #include "money/clsOperationMoney.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"

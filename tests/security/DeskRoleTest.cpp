@@ -1,6 +1,6 @@
 #include "data/clsSQL.h"
-#include "host/sample/Clinic.h"
-#include "host/schema/Schema.h"
+#include "desk/sample/Clinic.h"
+#include "desk/schema/Schema.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"

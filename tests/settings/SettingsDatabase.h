@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/schema/Schema.h"
+#include "desk/schema/Schema.h"
 #include "session/modGlobalVars.h"
 
 #include <QSqlQuery>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "input/PaneContract.h"
+#include "forms/PaneContract.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>

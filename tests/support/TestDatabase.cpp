@@ -1,6 +1,6 @@
 #include "tests/support/TestDatabase.h"
 
-#include "host/schema/Schema.h"
+#include "desk/schema/Schema.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QSqlDatabase>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/sample/Clinic.h"
+#include "desk/sample/Clinic.h"
 #include "trials/audit/Audit.h"
 #include "trials/desk/Clerk.h"
 

@@ -1,4 +1,4 @@
-#include "host/schema/Schema.h"
+#include "desk/schema/Schema.h"
 #include "platform/ado/Connection.h"
 #include "platform/automation/Automation.h"
 #include "platform/registry/AppSettings.h"

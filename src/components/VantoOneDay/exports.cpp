@@ -1,0 +1,16 @@
+#include "platform/automation/ClassServer.h"
+#include "components/VantoOneDay/clsVantoOneDay.h"
+
+namespace {
+
+automation::ClassServer &classServer()
+{
+    static automation::ClassServer server(QStringLiteral("VantoOneDay"),
+                                          {{QStringLiteral("VantoOneDay.clsVantoOneDay"),
+                                            []() -> QObject * { return new clsVantoOneDay; }}});
+    return server;
+}
+
+} // namespace
+
+ZELVO_CLASS_SERVER(classServer)

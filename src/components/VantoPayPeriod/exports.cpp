@@ -1,0 +1,16 @@
+#include "platform/automation/ClassServer.h"
+#include "components/VantoPayPeriod/clsVantoPayPeriod.h"
+
+namespace {
+
+automation::ClassServer &classServer()
+{
+    static automation::ClassServer server(QStringLiteral("VantoPayPeriod"),
+                                          {{QStringLiteral("VantoPayPeriod.clsVantoPayPeriod"),
+                                            []() -> QObject * { return new clsVantoPayPeriod; }}});
+    return server;
+}
+
+} // namespace
+
+ZELVO_CLASS_SERVER(classServer)

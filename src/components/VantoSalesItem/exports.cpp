@@ -1,0 +1,16 @@
+#include "platform/automation/ClassServer.h"
+#include "components/VantoSalesItem/clsVantoSalesItem.h"
+
+namespace {
+
+automation::ClassServer &classServer()
+{
+    static automation::ClassServer server(QStringLiteral("VantoSalesItem"),
+                                          {{QStringLiteral("VantoSalesItem.clsVantoSalesItem"),
+                                            []() -> QObject * { return new clsVantoSalesItem; }}});
+    return server;
+}
+
+} // namespace
+
+ZELVO_CLASS_SERVER(classServer)

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/ado/Recordset.h"
+#include "components/frame/Sum.h"
+
+#include <QDate>
+#include <QString>
+
+#include <functional>
+
+namespace statistics {
+
+/// One row of a statement's result, its columns counted from 0 in the order of the statement. Looked at where it lies:
+/// a year of a large shop gives some hundred thousand of them. What cannot be read raises RuntimeError, but for an amount.
+class Record
+{
+public:
+    Record(const ado::Recordset &rows, int row)
+        : rows_(rows)
+        , row_(row)
+    {
+    }
+
+    Sum amount(int column) const;               ///< exact; NULL is 0, unknown where the cell holds no amount
+    int key(int column) const;                  ///< NULL is 0
+    QDate date(int column) const;               ///< NULL is an invalid date
+    QString text(int column) const;             ///< NULL is empty
+    bool flag(int column) const;                ///< NULL is false
+    bool isNull(int column) const;
+
+private:
+    const ado::Recordset &rows_;
+    int row_;
+};
+
+/// One statement of a report's catalogue and what is done with each of its rows. The statement may be run in slices, so
+/// that a long one neither holds the window nor has to be waited for: `take` adds up, it never replaces.
+struct Figure
+{
+    enum class Slices {
+        Whole, ///< at once
+        Days,  ///< [FROM] and [TO] are days of the report's period
+        Keys,  ///< [FROM] and [TO] are whole numbers between those that `bounds` gives; [FIRST] and [LAST] the period's days
+    };
+
+    QString statement;
+    Slices slices = Slices::Whole;
+    QString bounds = {}; ///< a statement that gives the lowest and the highest first, NULL when there is no row
+    std::function<void(const Record &row)> take = {};
+};
+
+/// The bounds of the keys of the period's orders. A period's orders lie close together but for few, and so do their lines:
+/// the lines of a range of orders are found several times faster than those of each order of a day.
+QString orderBounds();
+/// "tPSOrderMaster INNER JOIN tPSOrderDetail ... WHERE ...": the lines of the period's orders [FROM] to [TO]. `joined` goes
+/// between.
+QString linesOfOrders(const QString &joined = {});
+
+} // namespace statistics

@@ -1,0 +1,64 @@
+#include "components/frame/Period.h"
+
+#include "platform/runtime/Format.h"
+
+#include <QLocale>
+
+#include <algorithm>
+
+namespace statistics {
+
+QString Period::text() const
+{
+    return first == last ? runtime::dateText(first)
+                         : QStringLiteral("%1 ~ %2").arg(runtime::dateText(first), runtime::dateText(last));
+}
+
+Period dayOf(QDate day)
+{
+    return {day, day};
+}
+
+Period weekOf(QDate day)
+{
+    const QDate monday = day.addDays(1 - day.dayOfWeek());
+    return {monday, monday.addDays(6)};
+}
+
+Period monthOf(QDate day)
+{
+    return {QDate(day.year(), day.month(), 1), QDate(day.year(), day.month(), day.daysInMonth())};
+}
+
+Period yearOf(QDate day)
+{
+    return {QDate(day.year(), 1, 1), QDate(day.year(), 12, 31)};
+}
+
+Period rowOf(QDate day, Grain grain, const Period &within)
+{
+    const Period whole = grain == Grain::Day ? dayOf(day) : grain == Grain::Week ? weekOf(day) : monthOf(day);
+    return {std::max(whole.first, within.first), std::min(whole.last, within.last)};
+}
+
+QString rowCaption(const Period &row, Grain grain)
+{
+    switch (grain) {
+    case Grain::Day:
+        return QStringLiteral("%1 (%2)").arg(
+            runtime::dateText(row.first),
+            QLocale(QLocale::Korean, QLocale::SouthKorea).dayName(row.first.dayOfWeek(), QLocale::ShortFormat));
+    case Grain::Week:
+        return QStringLiteral("%1 ~ %2").arg(runtime::dateText(row.first), row.last.toString(QStringLiteral("MM-dd")));
+    case Grain::Month:
+        return row.first.toString(QStringLiteral("yyyy-MM"));
+    }
+    Q_UNREACHABLE();
+}
+
+QString barCaption(const Period &row, Grain grain)
+{
+    return row.first.toString(grain == Grain::Month ? QStringLiteral("yyyy-MM") : QStringLiteral("MM-dd"));
+}
+
+} // namespace statistics

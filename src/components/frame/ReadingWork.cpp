@@ -1,0 +1,55 @@
+#include "components/frame/ReadingWork.h"
+
+#include "platform/runtime/RuntimeError.h"
+
+namespace statistics {
+
+namespace {
+
+constexpr qint64 turnLength = 30;    // ms at one go
+constexpr qint64 progressAfter = 500; // ms
+
+} // namespace
+
+ReadingWork::ReadingWork(QObject *parent)
+    : QObject(parent)
+{
+    turns_.setInterval(0);
+    connect(&turns_, &QTimer::timeout, this, &ReadingWork::goOn);
+}
+
+void ReadingWork::start(Reading reading)
+{
+    reading_ = std::move(reading);
+    since_.start();
+    turns_.start();
+}
+
+void ReadingWork::cancel()
+{
+    turns_.stop();
+    reading_.reset();
+}
+
+void ReadingWork::goOn()
+{
+    QElapsedTimer turn;
+    turn.start();
+    try {
+        do
+            reading_->step();
+        while (!reading_->isDone() && turn.elapsed() < turnLength);
+    } catch (const runtime::RuntimeError &error) {
+        cancel();
+        emit failed(error.description());
+        return;
+    }
+    if (reading_->isDone()) {
+        cancel();
+        emit finished();
+    } else if (since_.elapsed() > progressAfter) {
+        emit progressed(reading_->progress());
+    }
+}
+
+} // namespace statistics

@@ -1,0 +1,261 @@
+#include "components/frame/ReportWindow.h"
+
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
+#include "platform/runtime/RuntimeError.h"
+#include "components/frame/CsvFile.h"
+#include "components/frame/PeriodBar.h"
+#include "components/frame/SheetChart.h"
+#include "components/frame/SheetPrint.h"
+#include "components/frame/SheetView.h"
+#include "components/frame/SummaryBox.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace statistics {
+
+namespace {
+
+QPushButton *commandButton(const char *name, const QString &caption)
+{
+    auto *button = controls::named(new QPushButton(caption), QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr connection, QWidget *parent)
+    : QWidget(parent)
+    , report_(std::move(report))
+    , connection_(std::move(connection))
+    , periodBar_(new PeriodBar(report_->asks()))
+    , cboView_(controls::named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboView")))
+    , cmdRead_(commandButton("cmdRead", QStringLiteral("새로고침")))
+    , cmdCsv_(commandButton("cmdCsv", QStringLiteral("Excel용 저장")))
+    , cmdPrint_(commandButton("cmdPrint", QStringLiteral("인쇄")))
+    , lblState_(controls::named(new QLabel, QStringLiteral("lblState")))
+    , prgReading_(controls::named(new QProgressBar, QStringLiteral("prgReading")))
+    , cmdCancel_(commandButton("cmdCancel", QStringLiteral("중지")))
+    , summary_(new SummaryBox)
+    , table_(new SheetView)
+    , chart_(new SheetChart)
+    , parts_(new QSplitter(Qt::Vertical))
+{
+    setWindowTitle(report_->title());
+    parts_->setChildrenCollapsible(false);
+    parts_->addWidget(table_);
+    parts_->addWidget(chart_);
+    table_->setMinimumHeight(120);
+    chart_->setMinimumHeight(120);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(8, 6, 8, 6);
+    layout->addLayout(head());
+    layout->addLayout(choices());
+    layout->addLayout(state());
+    layout->addWidget(summary_);
+    layout->addWidget(parts_, 1);
+    wire();
+    QTimer::singleShot(0, this, &ReportWindow::open);
+}
+
+ReportWindow::~ReportWindow() = default;
+
+QLayout *ReportWindow::head()
+{
+    auto *title = controls::named(new QLabel(report_->title()), QStringLiteral("lblTitle"));
+    QFont large = title->font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * 1.3);
+    title->setFont(large);
+    auto *row = new QHBoxLayout;
+    row->addWidget(title);
+    row->addStretch();
+    row->addWidget(new QLabel(QStringLiteral("단위: 원")));
+    return row;
+}
+
+QLayout *ReportWindow::choices()
+{
+    auto *row = new QHBoxLayout;
+    row->addWidget(periodBar_);
+    cboView_->addItems(report_->views());
+    cboView_->setAccessibleName(QStringLiteral("보기"));
+    auto *label = new QLabel(QStringLiteral("보기:"));
+    label->setBuddy(cboView_);
+    row->addSpacing(8);
+    row->addWidget(label);
+    row->addWidget(cboView_);
+    label->setVisible(cboView_->count() > 0);
+    cboView_->setVisible(cboView_->count() > 0);
+    row->addStretch();
+    for (QPushButton *button : {cmdRead_, cmdCsv_, cmdPrint_})
+        row->addWidget(button);
+    cmdCsv_->setToolTip(QStringLiteral("CSV 파일로 저장"));
+    cmdRead_->setShortcut(Qt::Key_F5);
+    cmdRead_->setToolTip(QStringLiteral("새로고침 (F5)"));
+    return row;
+}
+
+QLayout *ReportWindow::state()
+{
+    prgReading_->setRange(0, 1000);
+    prgReading_->setFormat(QStringLiteral("%p%"));
+    prgReading_->setMaximumWidth(260);
+    prgReading_->setAccessibleName(QStringLiteral("가져오는 중"));
+    auto *row = new QHBoxLayout;
+    row->addWidget(lblState_, 1);
+    row->addWidget(prgReading_);
+    row->addWidget(cmdCancel_);
+    lblState_->setMinimumHeight(cmdCancel_->sizeHint().height()); // the table does not jump when the bar comes
+    lblState_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    prgReading_->hide();
+    cmdCancel_->hide();
+    return row;
+}
+
+void ReportWindow::wire()
+{
+    using controls::onEvent;
+    onEvent(periodBar_, &PeriodBar::chosen, this, [this] { read(); });
+    onEvent(cmdRead_, &QPushButton::clicked, this, [this](bool) { read(); });
+    onEvent(cmdCsv_, &QPushButton::clicked, this, [this](bool) { saveCsv(); });
+    onEvent(cmdPrint_, &QPushButton::clicked, this, [this](bool) { print(); });
+    onEvent(cmdCancel_, &QPushButton::clicked, this, [this](bool) {
+        work_.cancel();
+        stopped(QStringLiteral("중지했습니다. 다시 보려면 '새로고침'을 누르십시오."));
+    });
+    onEvent(cboView_, &QComboBox::currentIndexChanged, this, [this](int) {
+        if (read_.isValid())
+            showSheet();
+    });
+    onEvent(&work_, &ReadingWork::progressed, this, [this](double part) {
+        prgReading_->setValue(int(part * 1000));
+        prgReading_->show();
+        cmdCancel_->show();
+    });
+    onEvent(&work_, &ReadingWork::finished, this, [this] { done(); });
+    onEvent(&work_, &ReadingWork::failed, this, [this](const QString &description) {
+        stopped(QStringLiteral("통계를 가져오지 못했습니다: ") + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+    });
+}
+
+void ReportWindow::open()
+{
+    // A shop that is closed today begins with the days on which there was something to report.
+    QDate last = QDate::currentDate();
+    opened_ = true;
+    try {
+        Figure figure{report_->lastDayStatement()};
+        figure.take = [&last](const Record &row) {
+            if (const QDate day = row.date(0); day.isValid())
+                last = day;
+        };
+        Reading(connection_, {figure}, dayOf(last)).readAll();
+    } catch (const runtime::RuntimeError &error) {
+        stopped(QStringLiteral("통계를 가져오지 못했습니다: ") + error.description());
+        return;
+    }
+    periodBar_->choose(report_->asks() == Report::Asks::Period ? monthOf(last) : dayOf(last));
+}
+
+void ReportWindow::read()
+{
+    const Period period = periodBar_->period();
+    work_.cancel();
+    if (!period.isValid()) {
+        stopped(QStringLiteral("시작일이 종료일보다 늦습니다."));
+        return;
+    }
+    read_ = period;
+    setBusy(true);
+    work_.start(Reading(connection_, report_->figures(period), period));
+}
+
+void ReportWindow::setBusy(bool busy)
+{
+    cmdCsv_->setEnabled(!busy && read_.isValid());
+    cmdPrint_->setEnabled(!busy && read_.isValid());
+    cboView_->setEnabled(!busy);
+    if (busy) {
+        lblState_->setText(QStringLiteral("가져오는 중입니다: ") + periodText());
+        return;
+    }
+    prgReading_->hide();
+    prgReading_->reset();
+    cmdCancel_->hide();
+}
+
+QString ReportWindow::periodText() const
+{
+    return report_->asks() == Report::Asks::LastDay ? QStringLiteral("출고 기간: ") + read_.text() : read_.text();
+}
+
+void ReportWindow::done()
+{
+    setBusy(false);
+    showSheet();
+}
+
+void ReportWindow::showSheet()
+{
+    sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
+    const QString none = report_->asks() == Report::Asks::LastDay ? QStringLiteral("해당하는 물품이 없습니다.")
+                                                                  : QStringLiteral("이 기간에는 내역이 없습니다. 기간을 바꾸십시오.");
+    const QString count = shownText(runtime::Currency::fromWon(qint64(sheet_.rows.size())));
+    const QString rows = sheet_.rows.empty() ? none : count + QStringLiteral("행");
+    lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
+    lblState_->setToolTip(sheet_.remark);
+    summary_->setLines(sheet_.summary);
+    table_->setSheet(sheet_);
+    chart_->setPlan(sheet_.chart);
+    if (!parted_) {
+        // Lying bars need a line each; afterwards the parts are as the user leaves them.
+        parts_->setSizes(sheet_.chart.lying ? QList<int>{500, 500} : QList<int>{600, 400});
+        parted_ = true;
+    }
+}
+
+void ReportWindow::stopped(const QString &why)
+{
+    // What stood there belongs to other days than those that are now asked for.
+    read_ = {};
+    sheet_ = {};
+    summary_->setLines({});
+    table_->setSheet(sheet_);
+    chart_->setPlan(sheet_.chart);
+    setBusy(false);
+    lblState_->setText(why);
+    lblState_->setToolTip(why);
+}
+
+void ReportWindow::saveCsv()
+{
+    const QByteArray content = csvOf(report_->title(), periodText(), sheet_, table_->rows());
+    // The window may be closed under the dialog, which goes with it.
+    const QPointer<QFileDialog> dialog =
+        new QFileDialog(this, QStringLiteral("Excel용 저장"), QString(), QStringLiteral("CSV 파일 (*.csv)"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("csv")); // before the question whether to replace a file of that name
+    dialog->selectFile(QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()));
+    const bool chosen = dialog->exec() == QDialog::Accepted;
+    const QString path = dialog && chosen ? dialog->selectedFiles().constFirst() : QString();
+    delete dialog;
+    if (!path.isEmpty())
+        saveFile(path, content);
+}
+
+void ReportWindow::print()
+{
+    Sheet printed = sheet_;
+    printed.rows = table_->rows();
+    SheetPrint({report_->title(), periodText(), std::move(printed)}).preview(this);
+}
+
+} // namespace statistics

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "components/frame/Report.h"
+#include "components/frame/ReadingWork.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSplitter>
+#include <QWidget>
+
+#include <memory>
+
+namespace statistics {
+
+class PeriodBar;
+class SheetChart;
+class SheetView;
+class SummaryBox;
+
+/// The window of a report: the days asked for, a table over its totals, a chart; to be saved and printed. It reads in
+/// slices from its own timer, from the first turn of the event loop on.
+class ReportWindow : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(bool reading READ isReading)
+public:
+    ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr connection, QWidget *parent = nullptr);
+    ~ReportWindow() override;
+
+    bool isReading() const { return !opened_ || work_.isRunning(); }
+    const Sheet &sheet() const { return sheet_; }
+
+private:
+    QLayout *head();
+    QLayout *choices();
+    QLayout *state();
+    void wire();
+    void open();
+    void read();
+    void done();
+    void stopped(const QString &why);
+    void showSheet();
+    void setBusy(bool busy);
+    QString periodText() const;
+    void saveCsv();
+    void print();
+
+    std::unique_ptr<Report> report_;
+    ado::ConnectionPtr connection_;
+    ReadingWork work_;
+    bool opened_ = false;
+    Period read_; ///< what the sheet tells of
+    Sheet sheet_;
+
+    PeriodBar *periodBar_;
+    QComboBox *cboView_;
+    QPushButton *cmdRead_;
+    QPushButton *cmdCsv_;
+    QPushButton *cmdPrint_;
+    QLabel *lblState_;
+    QProgressBar *prgReading_;
+    QPushButton *cmdCancel_;
+    SummaryBox *summary_;
+    SheetView *table_;
+    SheetChart *chart_;
+    QSplitter *parts_; ///< table over chart
+    bool parted_ = false;
+};
+
+} // namespace statistics

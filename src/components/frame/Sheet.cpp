@@ -1,0 +1,58 @@
+#include "components/frame/Sheet.h"
+
+#include "platform/runtime/Format.h"
+
+#include <QVariant>
+
+#include <algorithm>
+
+namespace statistics {
+
+QString plainText(const Cell &cell)
+{
+    if (const auto *text = std::get_if<QString>(&cell))
+        return *text;
+    if (const auto *number = std::get_if<runtime::Currency>(&cell))
+        return number->toText();
+    return {};
+}
+
+QString shownText(const Cell &cell)
+{
+    const auto *number = std::get_if<runtime::Currency>(&cell);
+    if (!number)
+        return plainText(cell);
+    const QString plain = number->toText();
+    const qsizetype point = plain.indexOf(QLatin1Char('.'));
+    if (point < 0)
+        return runtime::Format(QVariant::fromValue(*number), QStringLiteral("#,##0"));
+    return runtime::Format(QVariant::fromValue(*number),
+                           QStringLiteral("#,##0.") + QString(plain.size() - point - 1, QLatin1Char('0')));
+}
+
+bool isBefore(const Cell &a, const Cell &b)
+{
+    return a < b; // Hangul stands in the order of its alphabet as it is
+}
+
+bool isNumber(const Cell &cell)
+{
+    return std::holds_alternative<runtime::Currency>(cell);
+}
+
+bool holdsUnknown(const Sheet &sheet)
+{
+    const auto isUnknown = [](const Cell &cell) { return cell == Cell(unknownSign); };
+    const auto within = [&](const Row &row) {
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            if (sheet.columns[column].kind == Column::Kind::Number && isUnknown(row[column]))
+                return true;
+        }
+        return false;
+    };
+    const auto inLine = [&](const SummaryLine &line) { return isUnknown(line.amount); };
+    return within(sheet.totals) || std::any_of(sheet.rows.begin(), sheet.rows.end(), within)
+        || std::any_of(sheet.summary.begin(), sheet.summary.end(), inLine);
+}
+
+} // namespace statistics

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "components/frame/Sheet.h"
+
+#include <QtCharts/QChartView>
+
+namespace statistics {
+
+/// The chart of a sheet: bars standing side by side or lying; a line where there are too many to stand.
+class SheetChart : public QChartView
+{
+    Q_OBJECT
+public:
+    explicit SheetChart(QWidget *parent = nullptr);
+
+    void setPlan(const Chart &plan);
+};
+
+} // namespace statistics

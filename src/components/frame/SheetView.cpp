@@ -1,0 +1,113 @@
+#include "components/frame/SheetView.h"
+
+#include "platform/controls/Named.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <numeric>
+
+namespace statistics {
+
+namespace {
+
+constexpr int rowHeight = 24;
+constexpr int numberColumn = 36; // the running number at the left
+constexpr int cellPadding = 16;
+
+void dressTable(QTableView *table)
+{
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setWordWrap(false);
+    table->setTabKeyNavigation(false);
+    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->verticalHeader()->setDefaultSectionSize(rowHeight);
+    table->verticalHeader()->setFixedWidth(numberColumn);
+    table->verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    table->horizontalHeader()->setHighlightSections(false);
+}
+
+} // namespace
+
+SheetView::SheetView(QWidget *parent)
+    : QWidget(parent)
+    , rows_(new SheetModel(true, this))
+    , totals_(new SheetModel(false, this))
+    , tblReport_(controls::named(new QTableView, QStringLiteral("tblReport")))
+    , tblTotals_(controls::named(new QTableView, QStringLiteral("tblTotals")))
+{
+    tblReport_->setModel(rows_);
+    tblReport_->setAccessibleName(QStringLiteral("통계표"));
+    tblReport_->setAlternatingRowColors(true);
+    dressTable(tblReport_);
+    tblTotals_->setModel(totals_);
+    tblTotals_->setAccessibleName(QStringLiteral("합계"));
+    dressTable(tblTotals_);
+    tblTotals_->horizontalHeader()->hide();
+    tblTotals_->setFocusPolicy(Qt::NoFocus);
+    tblTotals_->setSelectionMode(QAbstractItemView::NoSelection);
+    tblTotals_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tblTotals_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tblTotals_->setFixedHeight(rowHeight + 2 * tblTotals_->frameWidth());
+    QFont bold = tblTotals_->font();
+    bold.setBold(true);
+    tblTotals_->setFont(bold);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(tblReport_);
+    // The rows' scroll bar stays, so that the totals are as wide as the rows and scroll as far.
+    tblReport_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    auto *foot = new QHBoxLayout;
+    foot->setSpacing(0);
+    foot->addWidget(tblTotals_);
+    foot->addSpacing(tblReport_->verticalScrollBar()->sizeHint().width());
+    layout->addLayout(foot);
+
+    // A sorted table shows the row that was worked with, wherever it went.
+    connect(rows_, &QAbstractItemModel::layoutChanged, this, [this] { tblReport_->scrollTo(tblReport_->currentIndex()); });
+    QHeaderView *header = tblReport_->horizontalHeader();
+    connect(header, &QHeaderView::sectionResized, this,
+            [this](int column, int, int width) { tblTotals_->setColumnWidth(column, width); });
+    connect(tblReport_->horizontalScrollBar(), &QScrollBar::valueChanged, tblTotals_->horizontalScrollBar(),
+            &QScrollBar::setValue);
+}
+
+void SheetView::setSheet(const Sheet &sheet)
+{
+    rows_->setRows(sheet.columns, sheet.rows);
+    totals_->setRows(sheet.columns, sheet.totals.empty() ? std::vector<Row>{} : std::vector<Row>{sheet.totals});
+    // No column leads until one is chosen: the report's own order stands.
+    tblReport_->setSortingEnabled(false);
+    tblReport_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    tblReport_->setSortingEnabled(true);
+    tblReport_->scrollToTop();
+    fitColumns(sheet.columns);
+}
+
+void SheetView::fitColumns(const std::vector<Column> &columns)
+{
+    const QFontMetrics metrics(tblTotals_->font());
+    std::vector<int> widths;
+    for (int column = 0; column < int(columns.size()); ++column) {
+        // The totals are the widest of a column's numbers.
+        const QString total = totals_->index(0, column).data().toString();
+        widths.push_back(std::max({columns[std::size_t(column)].width, metrics.horizontalAdvance(total) + cellPadding,
+                                   tblReport_->horizontalHeader()->sectionSizeHint(column)}));
+    }
+    // Room that is left over goes to all columns, within measure.
+    const int needed = std::accumulate(widths.begin(), widths.end(), 0);
+    const int room = std::min(tblReport_->viewport()->width(), needed * 4 / 3);
+    for (int column = 0; column < int(widths.size()); ++column) {
+        const int width = widths[std::size_t(column)];
+        tblReport_->setColumnWidth(column, room > needed ? width * room / needed : width);
+        tblTotals_->setColumnWidth(column, tblReport_->columnWidth(column));
+    }
+}
+
+} // namespace statistics

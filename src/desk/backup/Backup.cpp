@@ -1,0 +1,98 @@
+#include "desk/backup/Backup.h"
+
+#include "desk/backup/PostgresBackup.h"
+#include "desk/backup/Refusal.h"
+#include "desk/backup/SqliteBackup.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace backup {
+
+namespace {
+
+const QString SqlitePrefix = QStringLiteral("sqlite:");
+const QString PostgresPrefix = QStringLiteral("postgresql:");
+
+enum class Kind { Sqlite, Postgres, Unknown };
+
+Kind kindOf(const QString &fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        refuse(QStringLiteral("백업 파일을 읽을 수 없습니다: %1\n%2").arg(fileName, file.errorString()));
+    const QByteArray head = file.read(16);
+    if (head == QByteArray("SQLite format 3", 16))
+        return Kind::Sqlite;
+    return head.startsWith("PGDMP") ? Kind::Postgres : Kind::Unknown;
+}
+
+Kind kindOfAddress(const QString &address)
+{
+    if (address.startsWith(SqlitePrefix))
+        return Kind::Sqlite;
+    if (address.startsWith(PostgresPrefix))
+        return Kind::Postgres;
+    refuse(QStringLiteral("ODBC 주소로는 백업하거나 되돌릴 수 없습니다. PostgreSQL 서버라면 postgresql:// 주소를, 다른 서버라면 그 "
+                          "서버의 백업 도구를 쓰십시오."));
+}
+
+QString sqliteFile(const QString &address)
+{
+    return address.mid(SqlitePrefix.size());
+}
+
+/// Beside the backup: where that lies there is a place for backups.
+QString nameOfSafetyCopy(const QString &file)
+{
+    const QFileInfo backup(file);
+    const QString moment = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    return backup.dir().filePath(QStringLiteral("%1-before-restore-%2.backup").arg(backup.completeBaseName(), moment));
+}
+
+} // namespace
+
+void backUp(const QString &address, const QString &file, const Progress &progress)
+{
+    const Kind kind = kindOfAddress(address);
+    if (QFileInfo::exists(file))
+        refuse(QStringLiteral("이미 있는 파일이라 백업하지 않았습니다: ") + file);
+    const QString unfinished = file + QStringLiteral(".part");
+    const auto discard = [&] {
+        for (const char *suffix : {"", "-wal", "-shm", "-journal"})
+            QFile::remove(unfinished + QLatin1String(suffix));
+    };
+    discard();
+    try {
+        if (kind == Kind::Sqlite)
+            copySqliteClinic(sqliteFile(address), unfinished, progress);
+        else
+            dumpPostgresClinic(address, unfinished, progress);
+    } catch (...) {
+        discard();
+        throw;
+    }
+    if (!QFile::rename(unfinished, file)) {
+        discard();
+        refuse(QStringLiteral("백업 파일을 만들 수 없습니다: ") + file);
+    }
+}
+
+QString restore(const QString &address, const QString &file, const Progress &progress)
+{
+    const Kind kind = kindOfAddress(address);
+    const Kind held = kindOf(file);
+    if (held == Kind::Unknown)
+        refuse(QStringLiteral("백업 파일이 아닙니다: ") + file);
+    if (held != kind)
+        refuse(QStringLiteral("%1의 백업이라 이 주소에 되돌릴 수 없습니다: %2")
+                   .arg(held == Kind::Sqlite ? QStringLiteral("SQLite") : QStringLiteral("PostgreSQL"), file));
+    const QString safetyCopy = nameOfSafetyCopy(file);
+    const bool saved = kind == Kind::Sqlite ? restoreSqliteClinic(sqliteFile(address), file, safetyCopy, progress)
+                                            : restorePostgresClinic(address, file, safetyCopy, progress);
+    return saved ? safetyCopy : QString();
+}
+
+} // namespace backup

@@ -1,0 +1,50 @@
+#include "desk/backup/Backup.h"
+#include "desk/terminal/ProgressLine.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QTextStream>
+
+namespace backup {
+
+namespace {
+
+/// Runs the work beneath a line that counts and tells when it was stopped; true when it was done.
+template <typename Work>
+bool done(terminal::ProgressLine &line, Work work)
+{
+    try {
+        work([&](qint64 sofar, qint64 total) { return line.show(sofar, total); });
+        return true;
+    } catch (const runtime::RuntimeError &) {
+        line.leave();
+        if (!line.stopAsked())
+            throw;
+        QTextStream(stderr) << QStringLiteral("중단하였습니다. 바뀐 것은 없습니다.") << Qt::endl;
+        return false;
+    }
+}
+
+} // namespace
+
+int backUpOnTerminal(const QString &address, const QString &file)
+{
+    terminal::ProgressLine line(QStringLiteral("백업"));
+    if (!done(line, [&](const Progress &progress) { backUp(address, file, progress); }))
+        return 1;
+    line.finish(QStringLiteral("백업하였습니다"), file);
+    return 0;
+}
+
+int restoreOnTerminal(const QString &address, const QString &file)
+{
+    terminal::ProgressLine line(QStringLiteral("되돌리기"));
+    QString safetyCopy;
+    if (!done(line, [&](const Progress &progress) { safetyCopy = restore(address, file, progress); }))
+        return 1;
+    line.finish(QStringLiteral("되돌렸습니다"), file);
+    if (!safetyCopy.isEmpty())
+        QTextStream(stderr) << QStringLiteral("되돌리기 전의 데이터베이스: ") << safetyCopy << Qt::endl;
+    return 0;
+}
+
+} // namespace backup

@@ -1,0 +1,179 @@
+#include "desk/backup/Backup.h"
+#include "desk/check/CheckOnTerminal.h"
+#include "desk/window/CommandLine.h"
+#include "desk/window/DeskWindow.h"
+#include "desk/window/FirstPaint.h"
+#include "desk/window/Look.h"
+#include "desk/sample/MakeOnTerminal.h"
+#include "desk/schema/Address.h"
+#include "desk/schema/Schema.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTextStream>
+
+#include <algorithm>
+#include <optional>
+
+namespace {
+
+constexpr int CannotStart = 2;
+
+int complain(const QString &why)
+{
+    QTextStream(stderr) << QStringLiteral("desk: ") << why << Qt::endl;
+    return CannotStart;
+}
+
+/// The small clinic of a user who names no database is made on first use.
+void makeDefaultClinic()
+{
+    const QString file = desk::defaultDatabase().section(QLatin1Char(':'), 1);
+    if (QFile::exists(file))
+        return;
+    QDir().mkpath(QFileInfo(file).path());
+    sample::makeClinic(desk::defaultDatabase(), sample::Size::Small);
+}
+
+QString addressOf(const desk::Options &options)
+{
+    return options.database.isEmpty() ? desk::defaultDatabase() : options.database;
+}
+
+ado::ConnectionPtr openClinic(const QString &address)
+{
+    ado::ConnectionPtr connection;
+    try {
+        connection = ado::Connection::open(address);
+    } catch (const runtime::RuntimeError &error) {
+        throw runtime::RuntimeError(error.number(), schema::addressToShow(address) + QStringLiteral("\n") + error.description());
+    }
+    if (!schema::hasSchema(*connection))
+        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ")
+                                        + schema::addressToShow(address)
+                                        + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
+    return connection;
+}
+
+QWidget *openWindow()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) { return window->isVisible(); });
+    return shown == windows.end() ? nullptr : *shown;
+}
+
+int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplication &application)
+{
+    const std::optional<desk::Patient> patient = desk::readPatient(connection, key);
+    if (!patient)
+        return complain(QStringLiteral("그 번호의 환자가 없습니다: %1").arg(key));
+    desk::SaleComponent component(connection);
+    // Neither a message box on the way nor the window itself ends the program by being the last one closed.
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (manage)
+        component.showProductSaleManage(*patient);
+    else
+        component.showProductSale(*patient);
+    QWidget *sale = openWindow();
+    if (!sale)
+        return complain(QStringLiteral("판매 창이 열리지 않았습니다."));
+    QObject::connect(sale, &QObject::destroyed, &application, &QCoreApplication::quit);
+    return application.exec();
+}
+
+/// Whoever times the start reads the line; the program's end is no part of it.
+void tellAndQuit()
+{
+    QTextStream(stdout) << QStringLiteral("창이 그려졌습니다.") << Qt::endl;
+    QCoreApplication::quit();
+}
+
+int start(const desk::Options &options, QApplication &application)
+{
+    desk::dressUp(application);
+    desk::SaleComponent::registerSale();
+    if (options.database.isEmpty())
+        makeDefaultClinic();
+    const ado::ConnectionPtr connection = openClinic(addressOf(options));
+    desk::FirstPaint firstPaint;
+    QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, [&options] {
+        if (options.untilShown)
+            return tellAndQuit();
+        desk::SaleComponent::registerReports();
+    });
+    if (options.patient)
+        return sellTo(*options.patient, options.manage, connection, application);
+    desk::DeskWindow window(connection);
+    window.show();
+    return application.exec();
+}
+
+int make(const desk::Options &options)
+{
+    if (options.database.isEmpty())
+        QDir().mkpath(QFileInfo(desk::defaultDatabase().section(QLatin1Char(':'), 1)).path());
+    return sample::makeOnTerminal(addressOf(options), *options.make);
+}
+
+/// The walk has a program of its own: it turns the keys and the mouse, which no desk carries.
+int walkBesideProgram(const QString &folder)
+{
+    const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/desk-walk");
+    const int status = QProcess::execute(program, {folder});
+    return status >= 0 ? status : complain(QStringLiteral("프로그램을 실행하지 못했습니다: ") + program);
+}
+
+QString versionText()
+{
+    return QStringLiteral("desk %1\n").arg(QCoreApplication::applicationVersion());
+}
+
+/// What works on a database and opens no window.
+int tend(const desk::Options &options)
+{
+    if (options.make)
+        return make(options);
+    if (!options.backupFile.isEmpty())
+        return backup::backUpOnTerminal(addressOf(options), options.backupFile);
+    if (!options.restoreFile.isEmpty())
+        return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
+    return check::checkOnTerminal(*openClinic(addressOf(options)));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("zelvo-desk"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZELVO_VERSION));
+    try {
+        QStringList arguments;
+        for (int index = 1; index < argc; ++index)
+            arguments << QString::fromLocal8Bit(argv[index]);
+        const desk::Options options = desk::readCommandLine(arguments);
+        if (options.help || options.version) {
+            QTextStream(stdout) << (options.help ? desk::usageText() : versionText());
+            return 0;
+        }
+        if (options.make || options.check || !options.backupFile.isEmpty() || !options.restoreFile.isEmpty()) {
+            QCoreApplication application(argc, argv);
+            return tend(options);
+        }
+        if (!options.walkFolder.isEmpty()) {
+            QCoreApplication application(argc, argv);
+            return walkBesideProgram(options.walkFolder);
+        }
+        QApplication application(argc, argv);
+        return start(options, application);
+    } catch (const desk::WrongUse &error) {
+        return complain(QString::fromUtf8(error.what()) + QStringLiteral("\n\n") + desk::usageText());
+    } catch (const runtime::RuntimeError &error) {
+        return complain(error.description());
+    } catch (const std::exception &error) {
+        return complain(QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (%1)").arg(QString::fromUtf8(error.what())));
+    }
+}

@@ -1,0 +1,27 @@
+#include "desk/sample/MakeOnTerminal.h"
+
+#include "desk/schema/Address.h"
+#include "desk/terminal/ProgressLine.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QTextStream>
+
+namespace sample {
+
+int makeOnTerminal(const QString &address, Size size)
+{
+    terminal::ProgressLine line(QStringLiteral("주문"));
+    try {
+        makeClinic(address, size, [&](qint64 done, qint64 total) { return line.show(done, total); });
+    } catch (const runtime::RuntimeError &) {
+        line.leave();
+        if (!line.stopAsked())
+            throw;
+        QTextStream(stderr) << QStringLiteral("중단하였습니다. 만들던 데이터베이스는 남기지 않았습니다.") << Qt::endl;
+        return 1;
+    }
+    line.finish(QStringLiteral("데이터베이스를 만들었습니다"), schema::addressToShow(address));
+    return 0;
+}
+
+} // namespace sample

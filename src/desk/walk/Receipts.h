@@ -1,0 +1,14 @@
+#pragma once
+
+#include "desk/walk/Actor.h"
+
+namespace walk {
+
+/// Prints the roll receipt of the current order into a file of the folder, as NAME.pdf. Raises Astray where it is missing.
+void printRoll(Actor &actor, QWidget *saleWindow, const QString &name);
+
+/// Prints the three receipts of the current order by their buttons: both previews saved as receipt.pdf and period.pdf, the
+/// roll as roll.pdf. Raises Astray where one is missing.
+void printReceipts(Actor &actor, QWidget *saleWindow);
+
+} // namespace walk

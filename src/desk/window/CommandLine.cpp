@@ -1,0 +1,129 @@
+#include "desk/window/CommandLine.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace desk {
+
+namespace {
+
+sample::Size sizeOf(const QString &word)
+{
+    if (word == QLatin1String("empty"))
+        return sample::Size::Empty;
+    if (word == QLatin1String("small"))
+        return sample::Size::Small;
+    if (word == QLatin1String("large"))
+        return sample::Size::Large;
+    throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 쓰십시오: %1").arg(word));
+}
+
+int patientOf(const QString &word)
+{
+    bool whole = false;
+    const int key = word.toInt(&whole);
+    if (!whole || key < 1)
+        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 쓰십시오: %1").arg(word));
+    return key;
+}
+
+/// The one task on a database that was asked for; empty for none.
+QString taskOf(const Options &options)
+{
+    QStringList tasks;
+    if (options.make)
+        tasks << QStringLiteral("--make");
+    if (options.check)
+        tasks << QStringLiteral("--check");
+    if (!options.backupFile.isEmpty())
+        tasks << QStringLiteral("--backup");
+    if (!options.restoreFile.isEmpty())
+        tasks << QStringLiteral("--restore");
+    if (tasks.size() > 1)
+        throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
+    return tasks.value(0);
+}
+
+void checkTogether(const Options &options)
+{
+    const QString task = taskOf(options);
+    if (!options.walkFolder.isEmpty()
+        && (!options.database.isEmpty() || !task.isEmpty() || options.patient || options.manage || options.untilShown))
+        throw WrongUse(QStringLiteral("--walk는 자신의 데이터베이스로만 하므로 다른 옵션과 함께 쓸 수 없습니다."));
+    if (!task.isEmpty() && (options.patient || options.manage || options.untilShown))
+        throw WrongUse(QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage, --until-shown과 함께 쓸 수 없습니다.").arg(task));
+    if (options.manage && !options.patient)
+        throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
+}
+
+} // namespace
+
+Options readCommandLine(const QStringList &arguments)
+{
+    Options options;
+    QStringList seen;
+    for (qsizetype at = 0; at < arguments.size(); ++at) {
+        const QString option = arguments[at];
+        if (seen.contains(option))
+            throw WrongUse(QStringLiteral("같은 옵션이 두 번 있습니다: %1").arg(option));
+        seen << option;
+        const auto value = [&] {
+            if (at + 1 == arguments.size() || arguments[at + 1].isEmpty() || arguments[at + 1].startsWith(QLatin1String("--")))
+                throw WrongUse(QStringLiteral("옵션에 값이 없습니다: %1").arg(option));
+            return arguments[++at];
+        };
+        if (option == QLatin1String("--database"))
+            options.database = value();
+        else if (option == QLatin1String("--make"))
+            options.make = sizeOf(value());
+        else if (option == QLatin1String("--patient"))
+            options.patient = patientOf(value());
+        else if (option == QLatin1String("--manage"))
+            options.manage = true;
+        else if (option == QLatin1String("--walk"))
+            options.walkFolder = value();
+        else if (option == QLatin1String("--check"))
+            options.check = true;
+        else if (option == QLatin1String("--backup"))
+            options.backupFile = value();
+        else if (option == QLatin1String("--restore"))
+            options.restoreFile = value();
+        else if (option == QLatin1String("--until-shown"))
+            options.untilShown = true;
+        else if (option == QLatin1String("--help"))
+            options.help = true;
+        else if (option == QLatin1String("--version"))
+            options.version = true;
+        else
+            throw WrongUse(QStringLiteral("모르는 옵션입니다: %1").arg(option));
+    }
+    checkTogether(options);
+    return options;
+}
+
+QString usageText()
+{
+    return QStringLiteral(
+        "desk " ZELVO_VERSION ": 한의원 접수 데스크\n"
+        "\n"
+        "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
+        "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
+        "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
+        "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
+        "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
+        "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+        "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
+        "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
+        "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
+        "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
+        "  --version         판 번호\n"
+        "  --help            이 안내\n");
+}
+
+QString defaultDatabase()
+{
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    return QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("small.db"));
+}
+
+} // namespace desk

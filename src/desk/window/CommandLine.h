@@ -1,0 +1,46 @@
+#pragma once
+
+#include "desk/sample/Clinic.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <stdexcept>
+
+namespace desk {
+
+/// What the program was asked for.
+struct Options
+{
+    QString database; ///< an address; empty when none was given
+    std::optional<sample::Size> make;
+    std::optional<int> patient; ///< Customer_PK
+    bool manage = false;
+    QString walkFolder; ///< empty unless a walk was asked for
+    bool check = false;
+    QString backupFile;  ///< to write; empty unless asked for
+    QString restoreFile; ///< to read; empty unless asked for
+    bool untilShown = false; ///< ends when the first window is painted
+    bool help = false;
+    bool version = false;
+};
+
+/// Options that cannot be followed; the text tells the user why.
+class WrongUse : public std::runtime_error
+{
+public:
+    explicit WrongUse(const QString &why)
+        : std::runtime_error(why.toStdString())
+    {
+    }
+};
+
+/// Reads the arguments after the program's name. Raises WrongUse.
+Options readCommandLine(const QStringList &arguments);
+QString usageText();
+
+/// The small clinic's file in the user's data folder.
+QString defaultDatabase();
+
+} // namespace desk

@@ -1,0 +1,66 @@
+#include "desk/window/Component.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLibrary>
+
+namespace desk {
+
+namespace {
+
+void registerLibraries(std::initializer_list<const char *> names)
+{
+    const QDir folder(QCoreApplication::applicationDirPath());
+    for (const char *name : names) {
+        QLibrary library(folder.filePath(QLatin1String(name)));
+        library.setLoadHints(QLibrary::PreventUnloadHint);
+        const QFunctionPointer entry = library.resolve("DllRegisterServer");
+        if (entry)
+            reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
+    }
+}
+
+} // namespace
+
+void SaleComponent::registerSale()
+{
+    registerLibraries({"prjZelvoProductSale"});
+}
+
+void SaleComponent::registerReports()
+{
+    registerLibraries({"VantoSalesPeriod", "VantoSalesItem", "VantoPayPeriod", "VantoOneDay", "VantoStock"});
+}
+
+void SaleComponent::registerBesideProgram()
+{
+    registerSale();
+    registerReports();
+}
+
+SaleComponent::SaleComponent(ado::ConnectionPtr connection)
+    : connection_(std::move(connection))
+{
+}
+
+void SaleComponent::showProductSale(const Patient &patient)
+{
+    show(QStringLiteral("showProductSale"), patient);
+}
+
+void SaleComponent::showProductSaleManage(const Patient &patient)
+{
+    show(QStringLiteral("showProductSaleManage"), patient);
+}
+
+void SaleComponent::show(const QString &entry, const Patient &patient)
+{
+    if (!object_)
+        object_ = automation::createObject(ProgramId);
+    QVariantList arguments{QVariant::fromValue(connection_), patient.key,     patient.name,    patient.chartNumber, patient.male,
+                           patient.birth,                    patient.zipCode, patient.address, patient.phone,       patient.cell,
+                           patient.vip};
+    automation::call(*object_, entry, arguments);
+}
+
+} // namespace desk

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "desk/window/Component.h"
+#include "desk/window/PatientModel.h"
+#include "desk/window/SearchBox.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
+#include <QWidget>
+
+namespace desk {
+
+/// The reception's window: find a patient, open the sale of goods or their management.
+///
+/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage; its own is deskWindow.
+class DeskWindow : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent = nullptr);
+
+    /// Reads the patients anew.
+    void refresh();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *makeHead();
+    QWidget *makeFoot();
+    void makeTable();
+    void connectControls();
+    void showSelected();
+    std::optional<Patient> selected() const;
+    void openSale();
+    void openManagement();
+
+    ado::ConnectionPtr connection_;
+    SaleComponent component_;
+    PatientModel *model_;
+    SearchBox *search_;
+    QTableView *table_;
+    QLabel *count_;
+    QLabel *chosenName_;
+    QLabel *chosenDetail_;
+    QPushButton *sale_;
+    QPushButton *manage_;
+};
+
+} // namespace desk

@@ -1,0 +1,35 @@
+#include "desk/window/Look.h"
+
+#include "platform/controls/Appearance.h"
+
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QTextStream>
+#include <QTranslator>
+
+namespace desk {
+
+void dressUp(QApplication &application)
+{
+    const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
+    QLocale::setDefault(korean);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Highlight, QColor(0x2E, 0x6E, 0x8E));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::AlternateBase, QColor(0xF3, 0xF6, 0xF7));
+    QApplication::setPalette(palette);
+
+    controls::installKoreanFonts();
+    QApplication::setFont(controls::deskFont());
+    if (!controls::showsWonSign(QApplication::font()))
+        QTextStream(stderr) << QStringLiteral("desk: 원화 기호를 그리는 한글 글꼴이 없어 금액 앞에 빗금이 보입니다 (fonts-nanum).\n");
+
+    auto *translator = new QTranslator(&application);
+    if (translator->load(korean, QStringLiteral("qtbase"), QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(translator);
+}
+
+} // namespace desk

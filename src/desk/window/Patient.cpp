@@ -1,0 +1,68 @@
+#include "desk/window/Patient.h"
+
+#include "platform/runtime/Attempt.h"
+
+namespace desk {
+
+namespace {
+
+enum Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, Cell, Vip };
+
+std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, const QString &condition)
+{
+    auto rows = std::make_unique<ado::Recordset>();
+    try {
+        // The order is the recordset's own, so that a patient stands at the same place on all servers.
+        rows->Open(QStringLiteral("SELECT Customer_PK, name, sn, sex, birth, zipcode, address, phone, cell, vip FROM Customer%1 "
+                                  "ORDER BY name, sn, Customer_PK")
+                       .arg(condition),
+                   connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+    } catch (const runtime::RuntimeError &error) {
+        throw runtime::RuntimeError(error.number(), QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
+    }
+    return rows;
+}
+
+Patient patientAt(const ado::Recordset &rows, int row)
+{
+    // One figure that nobody can read must not keep the patient from being found.
+    const auto value = [&](Field field) {
+        QVariant read;
+        runtime::Attempt attempt;
+        attempt([&] { read = rows.valueAt(row, field); });
+        return read;
+    };
+    const auto text = [&](Field field) { return value(field).toString(); };
+    Patient patient;
+    patient.key = value(Key).toInt();
+    patient.name = text(Name);
+    patient.chartNumber = text(ChartNumber);
+    patient.male = value(Sex).toBool();
+    patient.birth = value(Birth).toDate();
+    patient.zipCode = text(ZipCode);
+    patient.address = text(Address);
+    patient.phone = text(Phone);
+    patient.cell = text(Cell);
+    patient.vip = text(Vip);
+    return patient;
+}
+
+} // namespace
+
+PatientFile::PatientFile(const ado::ConnectionPtr &connection)
+    : rows_(rowsWhere(connection, {}))
+{
+}
+
+Patient PatientFile::at(int row) const
+{
+    return patientAt(*rows_, row);
+}
+
+std::optional<Patient> readPatient(const ado::ConnectionPtr &connection, int key)
+{
+    const auto rows = rowsWhere(connection, QStringLiteral(" WHERE Customer_PK = %1").arg(key));
+    return rows->rowCount() == 0 ? std::nullopt : std::optional(patientAt(*rows, 0));
+}
+
+} // namespace desk

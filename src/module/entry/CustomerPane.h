@@ -1,0 +1,23 @@
+#pragma once
+
+#include "forms/PaneContract.h"
+#include "session/SaleSession.h"
+
+#include <QLineEdit>
+#include <QWidget>
+
+#include <array>
+
+/// The strip above the sale: who the customer is, nine read-only boxes.
+class CustomerPane : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit CustomerPane(QWidget *parent = nullptr);
+
+    void show(const Customer &customer);
+    ControlGroup colCustDetail() const;
+
+private:
+    std::array<QLineEdit *, 9> txtCustDetail_{};
+};

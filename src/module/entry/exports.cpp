@@ -1,0 +1,36 @@
+#include "entry/clsZelvoProductSale.h"
+#include "data/clsSQL.h"
+#include "forms/clsMyFunctions.h"
+#include "money/clsOperationMoney.h"
+#include "platform/automation/ClassServer.h"
+#include "sales/clsFunctions.h"
+#include "settings/clsFormSizePosSetting.h"
+#include "settings/clsProperties.h"
+
+namespace {
+
+template <typename Class>
+automation::ClassServer::Class served(const QString &name)
+{
+    return {QStringLiteral("prjZelvoProductSale.") + name, []() -> QObject * { return new Class; }};
+}
+
+/// The public types of the component, the sale itself first.
+automation::ClassServer &classServer()
+{
+    static automation::ClassServer server(QStringLiteral("prjZelvoProductSale"),
+                                          {
+                                              served<clsZelvoProductSale>(QStringLiteral("clsZelvoProductSale")),
+                                              served<clsSQL>(QStringLiteral("clsSQL")),
+                                              served<clsFunctions>(QStringLiteral("clsFunctions")),
+                                              served<clsMyFunctions>(QStringLiteral("clsMyFunctions")),
+                                              served<clsProperties>(QStringLiteral("clsProperties")),
+                                              served<clsOperationMoney>(QStringLiteral("clsOperationMoney")),
+                                              served<clsFormSizePosSetting>(QStringLiteral("clsFormSizePosSetting")),
+                                          });
+    return server;
+}
+
+} // namespace
+
+ZELVO_CLASS_SERVER(classServer)

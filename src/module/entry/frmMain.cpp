@@ -1,0 +1,278 @@
+#include "entry/frmMain.h"
+
+#include "entry/CustomerPane.h"
+#include "entry/SaleTab.h"
+#include "statistics/StatisticsPane.h"
+#include "forms/clsMyFunctions.h"
+#include "money/LedgerPane.h"
+#include "money/OutstandingFlow.h"
+#include "money/ReceiptFlow.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "printing/PageReceipts.h"
+#include "printing/RollReceipt.h"
+#include "products/DealerPane.h"
+#include "products/IncomingPane.h"
+#include "products/ProductPane.h"
+#include "products/SaleListPane.h"
+#include "sales/DetailPane.h"
+#include "sales/OrderPane.h"
+#include "sales/RefundFlow.h"
+#include "sales/SaleEntryPane.h"
+#include "session/modGlobalVars.h"
+#include "settings/GridLayouts.h"
+#include "settings/PropertiesPane.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QPointer>
+#include <QStatusBar>
+
+#include <utility>
+
+namespace {
+
+QPointer<frmMain> defaultInstance;
+
+constexpr QSize designedSize{1280, 720};
+
+/// A host may end while the window is open. The database layer ends with the program, so the window and the lent
+/// connection go before it.
+void leaveWithProgram()
+{
+    delete defaultInstance.data();
+    gcnnMasterDB.reset();
+}
+
+} // namespace
+
+frmMain &frmMain::instance()
+{
+    if (!defaultInstance) {
+        defaultInstance = new frmMain;
+        controls::runEvent([] { defaultInstance->load(); });
+    }
+    return *defaultInstance;
+}
+
+frmMain *frmMain::existing()
+{
+    return defaultInstance;
+}
+
+frmMain::frmMain()
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("물품판매관리"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
+    qRemovePostRoutine(leaveWithProgram); // one window after another: it runs once
+    qAddPostRoutine(leaveWithProgram);
+    controls::installKoreanFonts();
+    setFont(controls::deskFont());
+    createPanes();
+    placePanes();
+    connectPanes();
+    fillEditModes();
+    resize(designedSize);
+}
+
+frmMain::~frmMain()
+{
+    runtime::Attempt attempt; // nobody is left to read a box
+    attempt([this] { unload(); });
+}
+
+void frmMain::createPanes()
+{
+    customerPane_ = new CustomerPane(this);
+    saleListPane_ = new SaleListPane(session_, *this, this);
+    entryPane_ = new SaleEntryPane(session_, *this, this);
+    orderPane_ = new OrderPane(session_, *this, this);
+    detailPane_ = new DetailPane(session_, *this, this);
+    refundFlow_ = new RefundFlow(session_, *detailPane_, this);
+    ledgerPane_ = new LedgerPane(session_, *this, this);
+    receiptFlow_ = new ReceiptFlow(session_, *ledgerPane_, this);
+    new OutstandingFlow(session_, *ledgerPane_, this);
+    productPane_ = new ProductPane(session_, *this, this);
+    incomingPane_ = new IncomingPane(session_, *this, this);
+    dealerPane_ = new DealerPane(session_, *this, this);
+    statisticsPane_ = new StatisticsPane(this);
+    propertiesPane_ = new PropertiesPane(this);
+}
+
+void frmMain::placePanes()
+{
+    saleTab_ = new SaleTab(customerPane_, saleListPane_->c1elaList(), entryPane_->c1elaProductInfo(),
+                           {{{orderPane_->elTranMnu(), orderPane_->c1elaList(), orderPane_->c1elaCustSaleInfo(), 3},
+                             {nullptr, detailPane_->c1elaList(), detailPane_->c1elaSaleDetailMemo(), 3},
+                             {ledgerPane_->elTranMnu(), ledgerPane_->c1elaList(), ledgerPane_->c1elaTransInfo(), 3}}});
+
+    auto *purchases = new QSplitter(Qt::Vertical);
+    purchases->setChildrenCollapsible(false);
+    purchases->addWidget(incomingPane_);
+    purchases->addWidget(dealerPane_);
+    auto *splitPMMain = controls::named(new QSplitter(Qt::Horizontal), QStringLiteral("splitPMMain"));
+    splitPMMain->setChildrenCollapsible(false);
+    splitPMMain->addWidget(productPane_);
+    splitPMMain->addWidget(purchases);
+    splitPMMain->setSizes({590, 690}); // the date of a purchase shows without scrolling, in a narrow window too
+
+    c1tabMain_ = controls::named(new QTabWidget(this), QStringLiteral("c1tabMain"));
+    c1tabMain_->addTab(saleTab_, QStringLiteral("[]님의 판매관리"));
+    c1tabMain_->addTab(splitPMMain, QStringLiteral("판매물품관리"));
+    c1tabMain_->addTab(statisticsPane_, QStringLiteral("통계"));
+    c1tabMain_->addTab(propertiesPane_, QStringLiteral("환경설정"));
+    c1tabMain_->setDocumentMode(true);
+    setCentralWidget(c1tabMain_);
+    controls::named(statusBar(), QStringLiteral("MainStatusBar"));
+    // Not a message of the bar: every menu that the mouse passes over would wipe that away.
+    statusText_ = new QLabel;
+    statusText_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(statusText_, 1);
+}
+
+void frmMain::connectPanes()
+{
+    using controls::onEvent;
+    onEvent(c1tabMain_, &QTabWidget::currentChanged, this, [this](int tab) { tabChanged(tab); });
+
+    // The road of a sale: product, line, order, its lines and its ledger.
+    connect(saleListPane_, &SaleListPane::productRowChanged, entryPane_, &SaleEntryPane::showProduct);
+    connect(entryPane_, &SaleEntryPane::lineAdded, orderPane_, &OrderPane::loadCustSaleMaster);
+    connect(orderPane_, &OrderPane::orderRowChanged, this, [this](int lngOrdMPK) {
+        detailPane_->loadCustSaleDetails(lngOrdMPK);
+        ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK);
+    });
+    connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { showNoOrder(); });
+    connect(orderPane_, &OrderPane::ordersNotRead, this, [this] {
+        detailPane_->clear();
+        ledgerPane_->clear();
+    });
+    connect(detailPane_, &DetailPane::receiptAsked, ledgerPane_, &LedgerPane::pressAutomateReceipt);
+    connect(receiptFlow_, &ReceiptFlow::orderGridMustRefresh, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Refresh);
+    connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Rebind);
+    connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
+    connect(&session_, &SaleSession::changedElsewhere, this, [this] { readAnew(); });
+
+    onEvent(orderPane_, &OrderPane::orderReceiptAsked, this, [this] { PageReceipts(session_, this).printOrderReceipt(); });
+    onEvent(orderPane_, &OrderPane::periodReceiptAsked, this, [this](const QDate &dtStart, const QDate &dtEnd) {
+        PageReceipts(session_, this).printPeriodReceipt(dtStart, dtEnd);
+    });
+    onEvent(orderPane_, &OrderPane::rollReceiptAsked, this, [this] { printRollReceipt(); });
+
+    connect(productPane_, &ProductPane::currentProductChanged, incomingPane_, &IncomingPane::loadProductIncoming);
+    connect(propertiesPane_, &PropertiesPane::propertiesSaved, this,
+            [this] { productPane_->loadProductListsManager(!editModes_.current().isEmpty()); });
+    connect(propertiesPane_, &PropertiesPane::gridResetRequested, this, [this] { resetGridLayouts(layoutGrids()); });
+}
+
+void frmMain::printRollReceipt()
+{
+    const ado::Recordset &order = *session_.rsCustSaleMaster;
+    PrintRollPrintReceipt(this, {.connection = gcnnMasterDB,
+                                 .lngCustPK = session_.customer.lngCustPK,
+                                 .customerName = session_.customer.name,
+                                 .lngOrdMPK = runtime::CLng(order[QStringLiteral("OrdM_PK")]),
+                                 .orderDate = order[QStringLiteral("OrdM_Date")]});
+}
+
+void frmMain::fillEditModes()
+{
+    editModes_.addContainers({saleListPane_->c1elaList(), orderPane_->c1elaList(), detailPane_->c1elaList(),
+                              ledgerPane_->c1elaList(), entryPane_->c1elaProductInfo(), orderPane_->c1elaCustSaleInfo(),
+                              detailPane_->c1elaSaleDetailMemo(), ledgerPane_->c1elaTransInfo(), orderPane_->elTranMnu(),
+                              ledgerPane_->elTranMnu()});
+    editModes_.addContainers(productPane_->containers());
+    editModes_.addContainers(incomingPane_->containers());
+    editModes_.addContainers(dealerPane_->containers());
+
+    for (const EditModeTable &table : {orderPane_->editMode(), ledgerPane_->editMode(), productPane_->editMode(),
+                                       incomingPane_->editMode(), dealerPane_->editMode(), entryPane_->colors(),
+                                       detailPane_->colors()})
+        editModes_.addTable(table);
+    editModes_.addGroup(customerPane_->colCustDetail(), false);
+    editModes_.addGroup(entryPane_->colProductInfo(), false);
+    editModes_.addGroup(entryPane_->colSaleEntry(), true);
+}
+
+void frmMain::load()
+{
+    entryPane_->resetPane();
+    lockAllPanes();
+    paintEntryColors();
+    if (gbProductServerLinked)
+        productPane_->disableCommands();
+    for (controls::RecordsetGrid *grid : layoutGrids())
+        keepGridLayout(*grid);
+    orderPane_->strip()->uxEndDateDTP()->setDate(QDate::currentDate());
+    orderPane_->strip()->uxStartDateDTP()->setDate(QDate::currentDate().addDays(-7));
+}
+
+QList<controls::RecordsetGrid *> frmMain::layoutGrids() const
+{
+    return {saleListPane_->tdbSaleProductLists(), orderPane_->tdbCustSaleMaster(), detailPane_->tdbCustSaleDetails(),
+            ledgerPane_->tdbCustTranManage()};
+}
+
+void frmMain::lockAllPanes()
+{
+    editModes_.lockAllPanes();
+}
+
+void frmMain::enterEditMode(const QString &code)
+{
+    editModes_.enterEditMode(code);
+}
+
+void frmMain::leaveEditMode(const QString &code)
+{
+    editModes_.leaveEditMode(code);
+    // Meant as it stands: after any edit the unit discount is locked until the window is opened anew.
+    clsMyFunctions().setCollection2Locked({entryPane_->txtSaleProductLists(4), entryPane_->txtSaleProductLists(6)}, true);
+}
+
+void frmMain::paintEntryColors()
+{
+    editModes_.paintEntryColors();
+}
+
+void frmMain::closeEvent(QCloseEvent *event)
+{
+    // The work that stands in a box or a dialog of ours ends on the window in which it began.
+    if (!closesNow_ && controls::eventRunsIn(*this) && QApplication::activeModalWidget()) {
+        if (!std::exchange(closingWaits_, true))
+            whenFree([self = QPointer<frmMain>(this)] {
+                if (self)
+                    self->closeNow();
+            });
+        event->ignore();
+        return;
+    }
+    // A program that is left closes the dialogs first: their work still unwinds, and the window unloads when it goes.
+    if (closesNow_ || !controls::eventRunsIn(*this))
+        controls::runEvent([this] { unload(); });
+    // A later entry in the same event-loop turn must not meet the window that is going.
+    defaultInstance.clear();
+    QMainWindow::closeEvent(event);
+}
+
+bool frmMain::isAtWork()
+{
+    return defaultInstance && controls::eventRunsIn(*defaultInstance);
+}
+
+void frmMain::whenFree(std::function<void()> work)
+{
+    controls::runWhenFree(&frmMain::isAtWork, std::move(work));
+}
+
+void frmMain::closeNow()
+{
+    closesNow_ = true;
+    close();
+}

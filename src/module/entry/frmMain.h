@@ -1,0 +1,110 @@
+#pragma once
+
+#include "entry/EditModes.h"
+#include "forms/PaneContract.h"
+#include "platform/controls/RecordsetGrid.h"
+#include "session/SaleSession.h"
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QTabWidget>
+
+class CustomerPane;
+class DealerPane;
+class DetailPane;
+class IncomingPane;
+class LedgerPane;
+class OrderPane;
+class ProductPane;
+class PropertiesPane;
+class ReceiptFlow;
+class RefundFlow;
+class SaleEntryPane;
+class SaleListPane;
+class SaleTab;
+class StatisticsPane;
+
+/// The one window of a session: tabs, status bar and the edit modes; the work is the panes'. Created on first use,
+/// reused by later entries while it is open, deleted when the user closes it. The connection stays the host's.
+class frmMain : public QMainWindow, public PaneShell
+{
+    Q_OBJECT
+public:
+    /// The default instance, loaded if it does not exist. Loading touches no table.
+    static frmMain &instance();
+    /// The default instance if it exists.
+    static frmMain *existing();
+
+    ~frmMain() override;
+
+    /// Whether a flow of the window is under way, perhaps in a box or a dialog that waits for the user.
+    static bool isAtWork();
+
+    /// Both return 0 always; errors end here.
+    qint16 showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+    qint16 showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+
+    void enterEditMode(const QString &code) override;
+    void leaveEditMode(const QString &code) override;
+    void paintEntryColors() override;
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    enum Tab { SaleTabIndex, ManageTabIndex, StatisticsTabIndex, PropertiesTabIndex };
+
+    frmMain();
+    void createPanes();
+    void placePanes();
+    void connectPanes();
+    void printRollReceipt();
+    void fillEditModes();
+    /// The load handler.
+    void load();
+    void lockAllPanes();
+    void centerFormOnScreen();
+    QList<controls::RecordsetGrid *> layoutGrids() const;
+
+    void beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
+    /// Without saving; what was dropped is told once the entry has ended.
+    void abandonEdits();
+    void tellAbandonedEdit(const QString &code, const QString &customer);
+    /// Orders, lines and ledger after another desk was quicker, each standing where it stood as far as that is there.
+    void readAnew();
+    void closeNow();
+    static void whenFree(std::function<void()> work);
+    void openSaleRecordsets();
+    void showNoOrder();
+    void bringUp();
+    void showStatus();
+    void tabChanged(int newTab);
+    void visitManagement();
+    void forgetManagement();
+    /// Saves the layout and closes the recordsets, once.
+    void unload();
+
+    SaleSession session_;
+    EditModes editModes_;
+    QTabWidget *c1tabMain_ = nullptr;
+    QLabel *statusText_ = nullptr;
+    int currentTab_ = SaleTabIndex;
+    bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
+    bool unloaded_ = false;
+    bool closesNow_ = false;
+    bool closingWaits_ = false;
+
+    CustomerPane *customerPane_ = nullptr;
+    SaleListPane *saleListPane_ = nullptr;
+    SaleEntryPane *entryPane_ = nullptr;
+    OrderPane *orderPane_ = nullptr;
+    DetailPane *detailPane_ = nullptr;
+    RefundFlow *refundFlow_ = nullptr;
+    LedgerPane *ledgerPane_ = nullptr;
+    ReceiptFlow *receiptFlow_ = nullptr;
+    ProductPane *productPane_ = nullptr;
+    IncomingPane *incomingPane_ = nullptr;
+    DealerPane *dealerPane_ = nullptr;
+    StatisticsPane *statisticsPane_ = nullptr;
+    PropertiesPane *propertiesPane_ = nullptr;
+    SaleTab *saleTab_ = nullptr;
+};

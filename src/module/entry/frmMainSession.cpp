@@ -1,0 +1,234 @@
+#include "entry/frmMain.h"
+
+#include "entry/CustomerPane.h"
+#include "entry/SaleTab.h"
+#include "statistics/StatisticsPane.h"
+#include "money/LedgerPane.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/ProgramFolder.h"
+#include "products/DealerPane.h"
+#include "products/IncomingPane.h"
+#include "products/ProductPane.h"
+#include "products/SaleListPane.h"
+#include "sales/DetailPane.h"
+#include "sales/OrderPane.h"
+#include "sales/SaleEntryPane.h"
+#include "session/modGlobalVars.h"
+#include "settings/PropertiesPane.h"
+#include "settings/clsFormPosition.h"
+#include "settings/modFormLocate.h"
+
+#include <QHash>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include <utility>
+
+// One customer's session in the window: the two entries, what they load, what each tab loads, and the end of it all.
+
+namespace {
+
+QString saleCaption(const QString &name)
+{
+    return QStringLiteral("[") + name + QStringLiteral("]") + QStringLiteral("님의 판매관리");
+}
+
+} // namespace
+
+qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    const auto begin = [&] {
+        beginSession(cnnMasterDB, customer);
+        c1tabMain_->setCurrentIndex(SaleTabIndex);
+        openSaleRecordsets();
+        showStatus();
+        bringUp();
+        entryPane_->txtSaleProductLists(5)->setFocus();
+        restoreMainWindowLayout(*this, *saleTab_->columns());
+        repaint();
+    };
+    controls::runEvent(begin, this);
+    return 0;
+}
+
+qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    const auto begin = [&] {
+        beginSession(cnnMasterDB, customer);
+        openSaleRecordsets();
+        // This entry makes both lists twice. The grids are bound to the second ones: a grid that drove the first would
+        // delete the wrong order.
+        saleListPane_->createSaleProductLists();
+        orderPane_->createCustSaleMaster();
+        saleListPane_->loadSaleProductLists();
+        orderPane_->loadCustSaleMaster();
+        showNoOrder();
+        c1tabMain_->setCurrentIndex(ManageTabIndex);
+        visitManagement();
+        showStatus();
+        centerFormOnScreen();
+        bringUp();
+        productPane_->grid()->setFocus();
+    };
+    controls::runEvent(begin, this);
+    return 0;
+}
+
+void frmMain::bringUp()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    watchNormalPlace(*this);
+    raise();
+    activateWindow();
+}
+
+void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
+{
+    abandonEdits(); // texts typed for one customer must not be saved to another's order
+    if (gcnnMasterDB != cnnMasterDB)
+        forgetManagement();
+    gcnnMasterDB = cnnMasterDB;
+    gstrAppPath = runtime::programFolder();
+    session_.customer = customer;
+    c1tabMain_->setTabText(SaleTabIndex, controls::literalCaption(saleCaption(customer.name)));
+    customerPane_->show(customer);
+}
+
+void frmMain::abandonEdits()
+{
+    const QString code = editModes_.current();
+    orderPane_->abandonEdit();
+    productPane_->abandonEdit();
+    incomingPane_->abandonEdit();
+    dealerPane_->abandonEdit();
+    if (code.isEmpty())
+        return;
+    if (!editModes_.current().isEmpty()) {
+        leaveEditMode(code);
+        paintEntryColors();
+    }
+    tellAbandonedEdit(code, session_.customer.name);
+}
+
+void frmMain::tellAbandonedEdit(const QString &code, const QString &customer)
+{
+    static const QHash<QString, QString> edited = {
+        {QStringLiteral("00"), QStringLiteral("거래")},      {QStringLiteral("02"), QStringLiteral("수납 내역")},
+        {QStringLiteral("10"), QStringLiteral("판매 물품")}, {QStringLiteral("11"), QStringLiteral("물품 구매 내역")},
+        {QStringLiteral("12"), QStringLiteral("거래처")},
+    };
+    QString what = edited.value(code);
+    if (code.startsWith(u'0')) // a customer's own
+        what += QStringLiteral(" (%1)").arg(customer);
+    const QString text = QStringLiteral("새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
+                                        "필요하면 다시 수정하십시오: ")
+        + what;
+    whenFree([text, self = QPointer<frmMain>(this)] {
+        controls::MsgBox(text, controls::InformationIcon, QStringLiteral("수정 취소"), self);
+    });
+}
+
+void frmMain::readAnew()
+{
+    runtime::Attempt attempt; // the box of the conflict follows
+    attempt([this] {
+        const LineKey line = detailPane_->currentLine();
+        orderPane_->readAnew();
+        detailPane_->choose(line);
+    });
+}
+
+void frmMain::openSaleRecordsets()
+{
+    saleListPane_->createSaleProductLists();
+    saleListPane_->loadSaleProductLists();
+    orderPane_->createCustSaleMaster();
+    orderPane_->loadCustSaleMaster();
+    detailPane_->createCustSaleDetails();
+    ledgerPane_->createCustTranManage();
+    showNoOrder();
+}
+
+/// Lines and ledger stay empty until an order is selected.
+void frmMain::showNoOrder()
+{
+    detailPane_->loadCustSaleDetails(-1);
+    ledgerPane_->loadCustTranManage(-1, -1);
+}
+
+void frmMain::showStatus()
+{
+    statusText_->setText(session_.customer.name + QStringLiteral("님의 판매관리"));
+}
+
+void frmMain::centerFormOnScreen()
+{
+    clsFormPosition().CenterScreen(*this, 0);
+}
+
+void frmMain::tabChanged(int newTab)
+{
+    const int oldTab = std::exchange(currentTab_, newTab);
+    if (newTab == ManageTabIndex)
+        visitManagement();
+    // Product changes reach the sale tab, also over another tab on the way back.
+    saleListIsStale_ |= oldTab == ManageTabIndex;
+    if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false)) {
+        saleListPane_->requerySaleProductLists();
+        detailPane_->rebind();
+    }
+    if (newTab == StatisticsTabIndex)
+        statisticsPane_->showStatisticsTab();
+    if (newTab == PropertiesTabIndex)
+        propertiesPane_->loadProperties();
+}
+
+/// The first visit with a connection makes the lists. The product list may have been made before by the properties, but
+/// nothing else.
+void frmMain::visitManagement()
+{
+    if (!gcnnMasterDB)
+        return;
+    if (!session_.rsProductIncoming) {
+        session_.rsProductIncoming = std::make_unique<ado::Recordset>();
+        productPane_->loadProductListsManager();
+    }
+    if (!session_.rsCompanyMaster) {
+        session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
+        dealerPane_->loadCompanyMaster();
+    }
+    // What could not be loaded then may be now.
+    productPane_->loadIfClosed();
+    incomingPane_->loadIfClosed();
+    dealerPane_->loadIfClosed();
+}
+
+/// A host that comes with another connection sees that one's lists.
+void frmMain::forgetManagement()
+{
+    for (controls::RecordsetGrid *grid : {productPane_->grid(), incomingPane_->grid(), dealerPane_->grid()})
+        grid->setDataSource(nullptr);
+    for (SaleSession::RecordsetPtr *recordset :
+         {&session_.rsSaleProductListsManager, &session_.rsProductIncoming, &session_.rsCompanyMaster})
+        recordset->reset();
+    statisticsPane_->connectionChanged();
+}
+
+void frmMain::unload()
+{
+    if (std::exchange(unloaded_, true))
+        return;
+    // Also when the layout cannot be saved.
+    const auto release = qScopeGuard([this] {
+        for (controls::RecordsetGrid *grid : findChildren<controls::RecordsetGrid *>())
+            grid->setDataSource(nullptr);
+        session_.release();
+        if (!existing() || existing() == this) // a window that came after it has the connection that it was given
+            gcnnMasterDB.reset();
+    });
+    saveMainWindowLayout(*this, saleTab_->wasShown() ? saleTab_->columns() : nullptr);
+}

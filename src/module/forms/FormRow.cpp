@@ -1,0 +1,90 @@
+#include "forms/FormRow.h"
+
+#include "platform/controls/Named.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+
+// Panels one above the other are equally wide, so that their edges line up.
+constexpr int panelCharacters = 26;
+
+} // namespace
+
+void addFormRow(QGridLayout *form, int row, int column, const QString &caption, QWidget *control, int columnSpan)
+{
+    auto *label = new QLabel(caption);
+    label->setBuddy(control);
+    const bool severalLines = qobject_cast<QPlainTextEdit *>(control);
+    label->setAlignment(Qt::AlignRight | (severalLines ? Qt::AlignTop : Qt::AlignVCenter));
+    if (severalLines)
+        label->setContentsMargins(0, 4, 0, 0);
+    control->setAccessibleName(caption);
+    form->addWidget(label, row, column);
+    form->addWidget(control, row, column + 1, 1, columnSpan);
+}
+
+QList<controls::PushCheck *> makePushChecks(const QString &name, const QStringList &captions, QWidget *parent)
+{
+    QList<controls::PushCheck *> buttons;
+    for (const QString &caption : captions) {
+        auto *button = new controls::PushCheck(caption, parent);
+        controls::named(button, name, int(buttons.size()));
+        button->setAccessibleName(caption);
+        buttons += button;
+    }
+    return buttons;
+}
+
+QHBoxLayout *layOutStrip(QWidget *strip, const QList<controls::PushCheck *> &commands,
+                         const QList<controls::PushCheck *> &saveButtons)
+{
+    auto *row = new QHBoxLayout(strip);
+    row->setContentsMargins(0, 2, 0, 2);
+    for (controls::PushCheck *button : commands.first(commands.size() - 1))
+        row->addWidget(button);
+    for (controls::PushCheck *button : saveButtons) {
+        row->addWidget(button);
+        button->hide();
+    }
+    row->addStretch();
+    row->addWidget(commands.last());
+    return row;
+}
+
+QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, QWidget *parent)
+{
+    auto *frame = new QGroupBox(title, parent);
+    controls::named(frame, name, index);
+    return frame;
+}
+
+void setTabChain(const QList<QWidget *> &controls)
+{
+    for (qsizetype index = 1; index < controls.size(); ++index)
+        QWidget::setTabOrder(controls[index - 1], controls[index]);
+}
+
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel)
+{
+    auto *beside = new QWidget;
+    auto *besideLayout = new QVBoxLayout(beside);
+    besideLayout->setContentsMargins(0, 0, 0, 0);
+    besideLayout->setSpacing(2);
+    if (strip)
+        besideLayout->addWidget(strip);
+    besideLayout->addWidget(panel, 1);
+    beside->setMinimumWidth(panelCharacters * pane->fontMetrics().averageCharWidth());
+
+    auto *split = new QSplitter(Qt::Horizontal);
+    split->setChildrenCollapsible(false);
+    split->addWidget(list);
+    split->addWidget(beside);
+    split->setStretchFactor(0, 1);
+    auto *layout = new QVBoxLayout(pane);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(split);
+}

@@ -1,0 +1,88 @@
+#include "forms/MemoBox.h"
+
+#include "forms/modFunctions.h"
+
+#include <QFontMetrics>
+#include <QInputMethodEvent>
+#include <QRegularExpression>
+
+#include <utility>
+
+namespace {
+
+QSize linesHigh(const QPlainTextEdit &box, int lines)
+{
+    const QFontMetrics metrics(box.font());
+    const int edges = 2 * box.frameWidth() + int(2 * box.document()->documentMargin());
+    return {metrics.averageCharWidth() * 16, metrics.lineSpacing() * lines + edges};
+}
+
+/// The kind of the first one; a plain line feed where there is none.
+QString lineBreakOf(const QString &text)
+{
+    const qsizetype first = text.indexOf(QRegularExpression(QStringLiteral("[\r\n]")));
+    if (first < 0 || text[first] == u'\n')
+        return QStringLiteral("\n");
+    return text.mid(first + 1).startsWith(u'\n') ? QStringLiteral("\r\n") : QStringLiteral("\r");
+}
+
+} // namespace
+
+MemoBox::MemoBox(const TextBoxHabits &habits, QWidget *parent)
+    : QPlainTextEdit(parent)
+    , habits_(habits)
+{
+    setTabChangesFocus(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    if (habits_.caretToEndOnChange)
+        connect(this, &QPlainTextEdit::textChanged, this, [this] { caretToEnd(this); });
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { composing_.clear(); });
+}
+
+QString MemoBox::text() const
+{
+    QString text = toPlainText();
+    return text == shown_ ? set_ : text.replace(u'\n', lineBreakOf(set_));
+}
+
+void MemoBox::setText(const QString &text)
+{
+    set_ = text;
+    setPlainText(text);
+    shown_ = toPlainText();
+}
+
+QSize MemoBox::sizeHint() const
+{
+    return linesHigh(*this, 3);
+}
+
+QSize MemoBox::minimumSizeHint() const
+{
+    return linesHigh(*this, 2);
+}
+
+void MemoBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    QPlainTextEdit::inputMethodEvent(event);
+    composing_ = event->preeditString();
+}
+
+void MemoBox::focusOutEvent(QFocusEvent *event)
+{
+    if (!composing_.isEmpty()) {
+        QInputMethodEvent commit;
+        commit.setCommitString(std::exchange(composing_, QString()));
+        QPlainTextEdit::inputMethodEvent(&commit);
+    }
+    QPlainTextEdit::focusOutEvent(event);
+}
+
+void MemoBox::focusInEvent(QFocusEvent *event)
+{
+    QPlainTextEdit::focusInEvent(event);
+    if (habits_.onFocus == OnFocus::SelectAll)
+        selectAllText(this);
+    else if (habits_.onFocus == OnFocus::CaretToEnd)
+        caretToEnd(this);
+}

@@ -1,0 +1,161 @@
+#include "forms/MoneyBox.h"
+
+#include "forms/clsNumberRelated.h"
+#include "forms/modFunctions.h"
+#include "platform/controls/Appearance.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// Keys that edit, move or command rather than type; told by the key, since Ctrl+V and Del bear a control character as
+// text.
+bool isTypedCharacter(const QKeyEvent *event)
+{
+    if (event->text().isEmpty() || event->modifiers().testFlag(Qt::ControlModifier)
+        || event->modifiers().testFlag(Qt::AltModifier))
+        return false;
+    switch (event->key()) {
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return false;
+    default:
+        return true;
+    }
+}
+
+bool isPassedOn(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape;
+}
+
+} // namespace
+
+MoneyBox::MoneyBox(const TextBoxHabits &habits, QWidget *parent)
+    : QLineEdit(parent)
+    , habits_(habits)
+{
+    if (habits_.filtersKeys || habits_.reformats)
+        setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (habits_.caretToEndOnChange)
+        connect(this, &QLineEdit::textChanged, this, [this] { caretToEnd(this); });
+    connect(this, &QLineEdit::textChanged, this, [this] { composing_.clear(); }); // by code: the syllable is gone
+}
+
+void MoneyBox::keyPressEvent(QKeyEvent *event)
+{
+    if (habits_.filtersKeys && isTypedCharacter(event)) {
+        const QString typed = event->text();
+        if (!std::all_of(typed.begin(), typed.end(), [this](QChar character) { return takes(character); })) {
+            QApplication::beep();
+            event->setAccepted(!isPassedOn(event)); // a dialog may still want Enter and Esc
+            return;
+        }
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+bool MoneyBox::takes(QChar character) const
+{
+    if (character == u'-')
+        return selectedText().size() == text().size() || text() == QLatin1String("\\0");
+    return character.isDigit();
+}
+
+void MoneyBox::keyReleaseEvent(QKeyEvent *event)
+{
+    QLineEdit::keyReleaseEvent(event);
+    // Whatever the key: the Tab that brought the focus reformats as well. A held key is released only once.
+    if (!event->isAutoRepeat())
+        reformat();
+}
+
+void MoneyBox::inputMethodEvent(QInputMethodEvent *event)
+{
+    if (!habits_.filtersKeys) {
+        QLineEdit::inputMethodEvent(event);
+        composing_ = event->preeditString();
+        return;
+    }
+    // What an input method commits never was a key press, so it is sifted here; a syllable in composition isn't shown.
+    QString taken;
+    for (const QChar character : event->commitString()) {
+        if (takes(character))
+            taken += character;
+    }
+    if (taken.size() != event->commitString().size() || !event->preeditString().isEmpty())
+        QApplication::beep();
+    QInputMethodEvent sifted;
+    sifted.setCommitString(taken);
+    QLineEdit::inputMethodEvent(&sifted);
+    event->accept();
+    if (!taken.isEmpty())
+        reformat();
+}
+
+void MoneyBox::focusInEvent(QFocusEvent *event)
+{
+    const int caret = cursorPosition();
+    QLineEdit::focusInEvent(event);
+    if (event->reason() == Qt::PopupFocusReason)
+        return; // the box never lost the focus, its own menu was open
+    switch (habits_.onFocus) {
+    case OnFocus::SelectAll:
+        selectAllText(this);
+        focusCameByMouse_ = event->reason() == Qt::MouseFocusReason;
+        break;
+    case OnFocus::CaretToEnd:
+        caretToEnd(this);
+        break;
+    case OnFocus::Nothing:
+        setCursorPosition(caret); // Qt selects everything when the focus comes by Tab
+        break;
+    }
+}
+
+/// A syllable that is still composed when the focus leaves is taken as it stands, also where the input method does not
+/// commit it by itself: the button that was pressed saves what the user sees.
+void MoneyBox::focusOutEvent(QFocusEvent *event)
+{
+    if (!composing_.isEmpty()) {
+        QInputMethodEvent commit;
+        commit.setCommitString(std::exchange(composing_, QString()));
+        QLineEdit::inputMethodEvent(&commit);
+    }
+    QLineEdit::focusOutEvent(event);
+}
+
+void MoneyBox::mousePressEvent(QMouseEvent *event)
+{
+    QLineEdit::mousePressEvent(event);
+    // The press that brought the focus would drop the selection that came with it.
+    if (std::exchange(focusCameByMouse_, false))
+        selectAllText(this);
+}
+
+void MoneyBox::reformat()
+{
+    if (habits_.reformats)
+        showMoney(this, clsNumberRelated().GetPureNumber(runtime::Trim(text())));
+}
+
+void showMoney(QLineEdit *box, const QString &pureNumber)
+{
+    const QColor color = pureNumber.startsWith(u'-') ? QColor(255, 0, 0) : QColor(0, 0, 0);
+    if (controls::foreColor(box) != color)
+        controls::setForeColor(box, color);
+    // An unchanged text is left alone: writing it would take the selection away that came with the focus.
+    const QString shown = runtime::Format(pureNumber, runtime::strMoneyFormat);
+    if (box->text() != shown)
+        box->setText(shown);
+}

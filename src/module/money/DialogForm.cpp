@@ -1,0 +1,118 @@
+#include "money/DialogForm.h"
+
+#include "forms/FormRow.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/DateEdit.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Format.h"
+#include "settings/clsProperties.h"
+
+using controls::named;
+
+namespace dialogForm {
+
+QLineEdit *amountBox(const QString &name, QWidget *parent)
+{
+    auto *box = named(new QLineEdit(parent), name);
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return box;
+}
+
+QLineEdit *readOnlyBox(const QString &name, Holds holds, QWidget *parent)
+{
+    QLineEdit *box = holds == Holds::Money ? amountBox(name, parent) : named(new QLineEdit(parent), name);
+    box->setReadOnly(true);
+    box->setFrame(false);
+    controls::setBackColor(box, controls::LockedColor);
+    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
+    return box;
+}
+
+int amountWidth(const QWidget &box)
+{
+    return box.fontMetrics().horizontalAdvance(QStringLiteral("-9,999,999,999"));
+}
+
+QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString &date, QWidget *parent)
+{
+    head.txtName = readOnlyBox(QStringLiteral("txtName"), Holds::Text, parent);
+    head.txtChartnum = readOnlyBox(QStringLiteral("txtChartnum"), Holds::Text, parent);
+    head.dtpTodat = named(new controls::DateEdit(parent), QStringLiteral("dtpTodat"));
+    head.txtDate = readOnlyBox(prefix + date, Holds::Text, parent);
+    head.txtBonin = readOnlyBox(prefix + QStringLiteral("Bonin"), Holds::Money, parent);
+    head.txtCheonggu = readOnlyBox(prefix + QStringLiteral("Cheonggu"), Holds::Money, parent);
+    head.txtGeneral = readOnlyBox(prefix + QStringLiteral("General"), Holds::Money, parent);
+
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(8);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    addFormRow(grid, 0, 0, QStringLiteral("성명"), head.txtName);
+    addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), head.txtChartnum);
+    addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), head.dtpTodat);
+    addFormRow(grid, 1, 2, QStringLiteral("거래일자"), head.txtDate);
+    addFormRow(grid, 2, 0, QStringLiteral("판매금액"), head.txtBonin);
+    addFormRow(grid, 2, 2, QStringLiteral("청구금액"), head.txtCheonggu);
+    addFormRow(grid, 3, 0, QStringLiteral("일반진료금액"), head.txtGeneral);
+    return grid;
+}
+
+QHBoxLayout *layOutOperators(OperatorOptions &optOperator, QWidget *parent)
+{
+    const QString captions[] = {QStringLiteral("절사"), QStringLiteral("할인"), QStringLiteral("수납"), QStringLiteral("환불")};
+    auto *options = new QHBoxLayout;
+    options->setSpacing(16);
+    for (int option = CutOption; option <= RefundOption; ++option) {
+        auto *button = named(new QRadioButton(captions[option], parent), QStringLiteral("optOperator"), option);
+        options->addWidget(button);
+        optOperator[std::size_t(option)] = button;
+    }
+    options->addStretch(1);
+    return options;
+}
+
+qint16 chosenOperator(const OperatorOptions &optOperator)
+{
+    for (int option = CutOption; option <= RefundOption; ++option) {
+        if (optOperator[std::size_t(option)]->isChecked())
+            return qint16(option + 1);
+    }
+    return 0;
+}
+
+bool applyDiscountSwitch(const OperatorOptions &optOperator)
+{
+    const bool discounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) != QLatin1String("1");
+    if (!discounts)
+        optOperator[PaymentOption]->setChecked(true);
+    optOperator[DiscountOption]->setEnabled(discounts);
+    return discounts;
+}
+
+void makeStrong(QPushButton *button)
+{
+    QFont strong = button->font();
+    strong.setBold(true);
+    button->setFont(strong);
+}
+
+QHBoxLayout *layOutSaveAndCancel(QPushButton *&cmdConfirm, QPushButton *&cmdCancel, QWidget *parent)
+{
+    cmdConfirm = named(new QPushButton(QStringLiteral("저장(F12)"), parent), QStringLiteral("cmdConfirm"));
+    cmdCancel = named(new QPushButton(QStringLiteral("취소(F9)"), parent), QStringLiteral("cmdCancel"));
+    makeStrong(cmdConfirm);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    for (QPushButton *button : {cmdConfirm, cmdCancel}) {
+        button->setMinimumSize(110, 32);
+        buttons->addWidget(button);
+    }
+    return buttons;
+}
+
+QString groupedWon(qint32 money)
+{
+    return runtime::Format(money, QStringLiteral("##,##0"));
+}
+
+} // namespace dialogForm

@@ -1,0 +1,292 @@
+#include "money/LedgerForm.h"
+
+#include "forms/FormRow.h"
+#include "forms/clsNumberRelated.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/DateEdit.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+
+using controls::named;
+using runtime::Currency;
+
+namespace {
+
+/// Option of each stored operator code, from 1 on: the options stand in another order than the codes.
+constexpr LedgerForm::OperatorOption optionOfCode[] = {LedgerForm::Cut, LedgerForm::Discount, LedgerForm::Payment,
+                                                       LedgerForm::Refund};
+
+struct PayMethod
+{
+    const char16_t *caption;
+    const char16_t *stored;
+};
+
+// The first entry means that none is chosen, which is stored as NULL.
+constexpr PayMethod payMethods[] = {
+    {u"", u""}, {u"현금", u"00"}, {u"카드", u"01"}, {u"현금(미수)", u"10"}, {u"카드(미수)", u"11"}, {u"통장(미수)", u"12"},
+};
+
+} // namespace
+
+LedgerForm::LedgerForm(QWidget *parent)
+    : QWidget(parent)
+{
+    makeControls();
+    placeControls();
+    connectControls();
+    reset();
+}
+
+void LedgerForm::makeControls()
+{
+    dtpTransReceiveDate_ = named(new controls::DateEdit(this), QStringLiteral("dtpTransReceiveDate"));
+    const QString operators[] = {QStringLiteral("할인"), QStringLiteral("절사"), QStringLiteral("수납"), QStringLiteral("환불")};
+    auto *choice = new QButtonGroup(this);
+    for (int index = 0; index < int(optTransOperator_.size()); ++index) {
+        auto *option = named(new QRadioButton(operators[index], this), QStringLiteral("optTransOperator"), index);
+        choice->addButton(option, index);
+        optTransOperator_[std::size_t(index)] = option;
+    }
+    txtTransMoney_ = named(new MoneyBox(MoneyHabits, this), QStringLiteral("txtTransMoney"));
+    cboPayMethod_ = named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPayMethod"));
+    for (const PayMethod &method : payMethods)
+        cboPayMethod_->addItem(QString::fromUtf16(method.caption));
+    txtTransMemo_ = named(new MoneyBox({.onFocus = OnFocus::CaretToEnd}, this), QStringLiteral("txtTransMemo"));
+    txtTranTotalAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranTotalAmount"));
+    txtTranLeftAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranLeftAmount"));
+    for (QLineEdit *figure : {txtTranTotalAmount_, txtTranLeftAmount_}) {
+        figure->setReadOnly(true);
+        figure->setFrame(false);
+        figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        controls::setBackColor(figure, controls::LockedColor);
+    }
+    chkTransMisuMoneyRecalculate_
+        = named(new QCheckBox(QStringLiteral("미수금 재계산"), this), QStringLiteral("chkTransMisuMoneyRecalculate"));
+    chkTranMisuRecord_ = named(new QCheckBox(QStringLiteral("잔액 미수금에 기록"), this), QStringLiteral("chkTranMisuRecord"));
+    chkCmdSaveTrans_
+        = makePushChecks(QStringLiteral("chkCmdSaveTrans"), {QStringLiteral("저장"), QStringLiteral("취소")}, this);
+    for (controls::PushCheck *button : chkCmdSaveTrans_) {
+        // The form does not jump when an edit begins.
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+        button->hide();
+    }
+    chkCmdSaveMemo_ = named(new controls::PushCheck(QStringLiteral("저장"), this), QStringLiteral("chkCmdSaveMemo"));
+    chkCmdSaveMemo_->setAccessibleName(QStringLiteral("메모 저장"));
+}
+
+void LedgerForm::placeControls()
+{
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 4, 6, 4);
+    grid->setHorizontalSpacing(5);
+    grid->setVerticalSpacing(3);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    addFormRow(grid, 0, 0, QStringLiteral("일자:"), dtpTransReceiveDate_);
+    auto *save = new QHBoxLayout;
+    save->setSpacing(4);
+    save->addStretch(1);
+    for (controls::PushCheck *button : chkCmdSaveTrans_) {
+        button->setMaximumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 24);
+        save->addWidget(button);
+    }
+    grid->addLayout(save, 0, 2, 1, 2);
+    auto *operators = new QHBoxLayout;
+    operators->setSpacing(8);
+    for (QRadioButton *option : optTransOperator_)
+        operators->addWidget(option);
+    operators->addStretch(1);
+    auto *caption = new QLabel(QStringLiteral("방법:"), this);
+    caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(caption, 1, 0);
+    grid->addLayout(operators, 1, 1, 1, 3);
+    addFormRow(grid, 2, 0, QStringLiteral("결재방법:"), cboPayMethod_);
+    addFormRow(grid, 2, 2, QStringLiteral("금액:"), txtTransMoney_);
+    addFormRow(grid, 3, 0, QStringLiteral("받을 금액:"), txtTranTotalAmount_);
+    addFormRow(grid, 3, 2, QStringLiteral("잔액 :"), txtTranLeftAmount_);
+    auto *checks = new QHBoxLayout;
+    checks->setSpacing(10);
+    checks->addWidget(chkTransMisuMoneyRecalculate_);
+    checks->addWidget(chkTranMisuRecord_);
+    checks->addStretch(1);
+    grid->addLayout(checks, 4, 0, 1, 4);
+    auto *memo = new QHBoxLayout;
+    memo->setSpacing(4);
+    memo->addWidget(txtTransMemo_, 1);
+    memo->addWidget(chkCmdSaveMemo_);
+    chkCmdSaveMemo_->setMaximumWidth(chkCmdSaveMemo_->fontMetrics().horizontalAdvance(chkCmdSaveMemo_->text()) + 24);
+    auto *memoCaption = new QLabel(QStringLiteral("메모:"), this);
+    memoCaption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    memoCaption->setBuddy(txtTransMemo_);
+    txtTransMemo_->setAccessibleName(memoCaption->text());
+    grid->addWidget(memoCaption, 5, 0);
+    grid->addLayout(memo, 5, 1, 1, 3);
+    grid->setRowStretch(6, 1);
+}
+
+void LedgerForm::connectControls()
+{
+    for (int index = 0; index < int(optTransOperator_.size()); ++index) {
+        controls::onEvent(optTransOperator_[std::size_t(index)], &QRadioButton::toggled, this, [this, index](bool on) {
+            if (on)
+                operatorChosen(index);
+        });
+    }
+    controls::onEvent(txtTransMoney_, &QLineEdit::textChanged, this, [this](const QString &) { moneyTyped(); });
+}
+
+void LedgerForm::operatorChosen(int index)
+{
+    if (index != Refund)
+        controls::setForeColor(txtTranLeftAmount_, Qt::black);
+    else if (optTransOperator_[Refund]->isEnabled())
+        controls::setForeColor(txtTranLeftAmount_, palette().color(QPalette::Disabled, QPalette::Text));
+    // Payments and refunds change the outstanding money unless the user says otherwise; cuts and discounts don't.
+    chkTransMisuMoneyRecalculate_->setChecked(index == Payment || index == Refund);
+}
+
+void LedgerForm::moneyTyped()
+{
+    if (optTransOperator_[Refund]->isChecked())
+        return; // money paid out does not lessen what is left; the figure stands
+    const clsNumberRelated numbers;
+    const Currency left = runtime::CCur(numbers.GetPureNumber(txtTranTotalAmount_->text()))
+        - runtime::CCur(numbers.GetPureNumber(txtTransMoney_->text()));
+    txtTranLeftAmount_->setText(runtime::money(left));
+}
+
+void LedgerForm::reset()
+{
+    dtpTransReceiveDate_->setDate(QDate::currentDate());
+    optTransOperator_[Payment]->setChecked(true);
+    cboPayMethod_->setCurrentIndex(0);
+    txtTransMoney_->setText(runtime::money({}));
+    txtTranLeftAmount_->setText(runtime::money({}));
+    chkTransMisuMoneyRecalculate_->setChecked(false);
+    chkTransMisuMoneyRecalculate_->setEnabled(false);
+    txtTransMemo_->clear();
+}
+
+void LedgerForm::showRow(const ado::Recordset &ledger, std::optional<Currency> balance)
+{
+    const QVariant date = ledger[QStringLiteral("tpstrans_Date")];
+    dtpTransReceiveDate_->setDate(runtime::isNull(date) ? QDate(1900, 1, 1) : date.toDate());
+    showOperator(ledger[QStringLiteral("tpstrans_Operator")]);
+    showMethod(ledger[QStringLiteral("tpstrans_Method")]);
+    if (balance)
+        showBalance(*balance);
+    showMemo(ledger[QStringLiteral("tpstrans_Memo")]);
+    clearMoney();
+}
+
+void LedgerForm::showWithoutRow(std::optional<Currency> balance)
+{
+    showBalance(balance.value_or(Currency()));
+    if (!balance)
+        txtTranLeftAmount_->setText(runtime::money({}));
+}
+
+void LedgerForm::showBalance(Currency balance)
+{
+    txtTranTotalAmount_->setText(runtime::money(balance));
+}
+
+void LedgerForm::showMemo(const QVariant &memo)
+{
+    txtTransMemo_->setText(runtime::text(memo));
+}
+
+void LedgerForm::clearMoney()
+{
+    txtTransMoney_->setText(runtime::money({}));
+    showLeftAmount();
+}
+
+void LedgerForm::showLeftAmount()
+{
+    const QString total = txtTranTotalAmount_->text();
+    const Currency balance = total.isEmpty() ? Currency() : runtime::CCur(total);
+    txtTranLeftAmount_->setText(runtime::money(balance - runtime::CCur(txtTransMoney_->text())));
+}
+
+void LedgerForm::showOperator(const QVariant &code)
+{
+    const qint32 number = runtime::isNull(code) ? 3 : runtime::CLng(code);
+    if (number >= 1 && number <= int(std::size(optionOfCode)))
+        optTransOperator_[optionOfCode[number - 1]]->setChecked(true);
+}
+
+void LedgerForm::showMethod(const QVariant &code)
+{
+    const QString stored = runtime::text(code);
+    for (int index = 0; index < int(std::size(payMethods)); ++index) {
+        if (stored == QString::fromUtf16(payMethods[index].stored))
+            cboPayMethod_->setCurrentIndex(index);
+    }
+}
+
+LedgerEntry LedgerForm::entry() const
+{
+    LedgerEntry entry;
+    entry.date = dtpTransReceiveDate_->date();
+    for (int code = 1; code <= int(std::size(optionOfCode)); ++code) {
+        if (isOperatorOn(optionOfCode[code - 1]))
+            entry.intOperator = qint16(code);
+    }
+    const int chosen = cboPayMethod_->currentIndex();
+    if (chosen > 0)
+        entry.method = QString::fromUtf16(payMethods[chosen].stored);
+    entry.money = runtime::CCur(txtTransMoney_->text());
+    entry.memo = memo();
+    entry.recalculates = chkTransMisuMoneyRecalculate_->isChecked();
+    return entry;
+}
+
+ControlGroup LedgerForm::colTrans() const
+{
+    ControlGroup group{dtpTransReceiveDate_};
+    group.append(ControlGroup(optTransOperator_.begin(), optTransOperator_.end()));
+    group << txtTransMoney_ << cboPayMethod_ << chkTransMisuMoneyRecalculate_;
+    group.append(saveButtons());
+    return group;
+}
+
+QList<QWidget *> LedgerForm::saveButtons() const
+{
+    return {chkCmdSaveTrans_[0], chkCmdSaveTrans_[1]};
+}
+
+QList<EntryColor> LedgerForm::entryColors() const
+{
+    using controls::SystemColor;
+    const QColor open = controls::systemColor(SystemColor::Window);
+    const QColor face = controls::systemColor(SystemColor::ButtonFace);
+    return {
+        {dtpTransReceiveDate_, controls::LockedColor}, {txtTransMoney_, controls::LockedColor},
+        {cboPayMethod_, controls::LockedColor},        {txtTranTotalAmount_, controls::LockedColor},
+        {txtTranLeftAmount_, controls::LockedColor},   {txtTransMemo_, open},
+        {chkTransMisuMoneyRecalculate_, face},         {chkTranMisuRecord_, face},
+    };
+}
+
+QList<EntryColor> LedgerForm::editColors() const
+{
+    using controls::SystemColor;
+    const QColor open = controls::systemColor(SystemColor::Window);
+    return {
+        {txtTransMoney_, controls::systemColor(SystemColor::InfoBackground)},
+        {dtpTransReceiveDate_, open},
+        {cboPayMethod_, open},
+        {txtTransMemo_, open},
+    };
+}

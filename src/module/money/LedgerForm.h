@@ -1,0 +1,78 @@
+#pragma once
+
+#include "forms/MoneyBox.h"
+#include "forms/PaneContract.h"
+#include "money/LedgerEntry.h"
+#include "platform/ado/Recordset.h"
+#include "platform/controls/PushCheck.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Currency.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QWidget>
+
+#include <array>
+#include <optional>
+
+/// The form beside the ledger: one row's date, kind, medium and memo, the balance of the order, and an amount to be typed
+/// with what it would leave. The row's own amount is not shown here.
+class LedgerForm : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit LedgerForm(QWidget *parent = nullptr);
+
+    /// Empties the form; the balance stays.
+    void reset();
+    /// Shows the current row. `balance` is nothing where there is no current order: what stands then stays.
+    void showRow(const ado::Recordset &ledger, std::optional<runtime::Currency> balance);
+    /// Without a row: the balance alone, and 0 for both amounts where there is no order.
+    void showWithoutRow(std::optional<runtime::Currency> balance);
+    void showBalance(runtime::Currency balance);
+    void showMemo(const QVariant &memo);
+    /// Sets the typed amount to 0, so that the balance is what is left.
+    void clearMoney();
+
+    /// Raises RuntimeError when the amount is none.
+    LedgerEntry entry() const;
+    QString memo() const { return runtime::Trim(txtTransMemo_->text()); }
+    bool isOperatorOn(int index) const { return optTransOperator_[std::size_t(index)]->isChecked(); }
+
+    controls::PushCheck *chkCmdSaveTrans(int index) const { return chkCmdSaveTrans_[index]; }
+    controls::PushCheck *chkCmdSaveMemo() const { return chkCmdSaveMemo_; }
+
+    ControlGroup colTrans() const;
+    QList<QWidget *> saveButtons() const;
+    QList<EntryColor> entryColors() const;
+    QList<EntryColor> editColors() const;
+
+    // Indexes of optTransOperator.
+    enum OperatorOption { Discount, Cut, Payment, Refund };
+
+private:
+    void makeControls();
+    void placeControls();
+    void connectControls();
+    void showOperator(const QVariant &code);
+    void showMethod(const QVariant &code);
+    void operatorChosen(int index);
+    void moneyTyped();
+    void showLeftAmount();
+
+    QDateEdit *dtpTransReceiveDate_ = nullptr;
+    std::array<QRadioButton *, 4> optTransOperator_{};
+    MoneyBox *txtTransMoney_ = nullptr;
+    QComboBox *cboPayMethod_ = nullptr;
+    MoneyBox *txtTransMemo_ = nullptr;
+    QLineEdit *txtTranTotalAmount_ = nullptr;
+    QLineEdit *txtTranLeftAmount_ = nullptr;
+    QCheckBox *chkTransMisuMoneyRecalculate_ = nullptr;
+    QCheckBox *chkTranMisuRecord_ = nullptr;
+    QList<controls::PushCheck *> chkCmdSaveTrans_;
+    controls::PushCheck *chkCmdSaveMemo_ = nullptr;
+};

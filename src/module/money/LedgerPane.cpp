@@ -1,0 +1,369 @@
+#include "money/LedgerPane.h"
+
+#include "data/OrderBalance.h"
+#include "data/clsSQL.h"
+#include "forms/FormRow.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "session/modGlobalVars.h"
+
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QVBoxLayout>
+
+using controls::InformationIcon;
+using controls::MsgBox;
+using controls::named;
+using controls::PushCheck;
+using controls::RecordsetGrid;
+
+namespace {
+
+const QString ledgerEditCode = QStringLiteral("02");
+
+std::vector<controls::GridColumn> ledgerColumns()
+{
+    using Kind = controls::GridColumn::Kind;
+    const std::vector<controls::GridColumn::Item> operators = {
+        {QStringLiteral("1"), QStringLiteral("절사")},
+        {QStringLiteral("2"), QStringLiteral("할인")},
+        {QStringLiteral("3"), QStringLiteral("수납")},
+        {QStringLiteral("4"), QStringLiteral("환불")},
+    };
+    const std::vector<controls::GridColumn::Item> methods = {
+        {QString(), QStringLiteral("현금")},
+        {QStringLiteral("00"), QStringLiteral("현금")},
+        {QStringLiteral("01"), QStringLiteral("카드")},
+        {QStringLiteral("10"), QStringLiteral("현금(미수)")},
+        {QStringLiteral("11"), QStringLiteral("카드(미수)")},
+        {QStringLiteral("12"), QStringLiteral("통장(미수)")},
+    };
+    return {
+        {.field = QStringLiteral("tpstrans_PK"), .caption = QStringLiteral("tpstrans_PK"), .visible = false},
+        {.field = QStringLiteral("tpstrans_Customer_PK"), .caption = QStringLiteral("tpstrans_Customer_PK"), .visible = false},
+        {.field = QStringLiteral("tpstrans_OrderM_PK"), .caption = QStringLiteral("tpstrans_OrderM_PK"), .visible = false},
+        {.field = QStringLiteral("tpstrans_Date"), .caption = QStringLiteral("일자"), .kind = Kind::Date, .width = 84},
+        {.field = QStringLiteral("tpstrans_Operator"), .caption = QStringLiteral("방법"), .kind = Kind::Values, .width = 50, .values = operators},
+        {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money, .width = 86},
+        {.field = QStringLiteral("tpstrans_Method"), .caption = QStringLiteral("결재방법"), .kind = Kind::Values, .width = 80, .values = methods},
+        {.field = QStringLiteral("tpstrans_Memo"), .caption = QStringLiteral("메모"), .width = 160},
+    };
+}
+
+} // namespace
+
+LedgerPane::LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
+    : QObject(parent)
+    , session_(session)
+    , shell_(shell)
+    , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 3))
+    , elTranMnu_(named(new QWidget(parent), QStringLiteral("elTranMnu"), 1))
+    , c1elaTransInfo_(named(new LedgerForm(parent), QStringLiteral("c1elaTransInfo")))
+{
+    makeGrid();
+    makeStrip();
+    connectControls();
+}
+
+void LedgerPane::makeGrid()
+{
+    tdbCustTranManage_ = named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustTranManage"));
+    tdbCustTranManage_->setAccessibleName(QStringLiteral("수납 내역"));
+    tdbCustTranManage_->setColumns(ledgerColumns());
+    auto *layout = new QVBoxLayout(c1elaList_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(tdbCustTranManage_);
+}
+
+void LedgerPane::makeStrip()
+{
+    const auto button = [this](const QString &caption, const QString &name) {
+        auto *made = named(new PushCheck(caption, elTranMnu_), name);
+        made->setAccessibleName(caption);
+        return made;
+    };
+    chkCmdAutomateReceipt_ = button(QStringLiteral("수납"), QStringLiteral("chkCmdAutomateReceipt"));
+    chkCmdRunMisuMoneyManger_ = button(QStringLiteral("미수금관리"), QStringLiteral("chkCmdRunMisuMoneyManger"));
+    chkCmdMnuCustTrans_ = button(QStringLiteral("메뉴▼"), QStringLiteral("chkCmdMnuCustTrans"));
+    chkcmdAddEditDelTran_ = makePushChecks(QStringLiteral("chkcmdAddEditDelTran"),
+                                           {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
+    PopMnuTran_ = named(new QMenu(elTranMnu_), QStringLiteral("PopMnuTran"));
+    // The one entry has no work behind it; the strip above the orders prints the receipt.
+    named(PopMnuTran_->addAction(QStringLiteral("영수증출력")), QStringLiteral("PopSubMnuRollReceipt"));
+
+    // Taking money is what goes on; it is told from the rest at a glance.
+    QFont strong = chkCmdAutomateReceipt_->font();
+    strong.setBold(true);
+    chkCmdAutomateReceipt_->setFont(strong);
+    chkCmdAutomateReceipt_->setMinimumWidth(88);
+    controls::setBackColor(chkCmdAutomateReceipt_, QColor(0x2F, 0x6F, 0xB5));
+    controls::setForeColor(chkCmdAutomateReceipt_, Qt::white);
+
+    auto *row = new QHBoxLayout(elTranMnu_);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    row->addWidget(chkCmdAutomateReceipt_);
+    row->addSpacing(8);
+    row->addWidget(chkCmdRunMisuMoneyManger_);
+    row->addWidget(chkcmdAddEditDelTran_[0]);
+    row->addWidget(chkcmdAddEditDelTran_[1]);
+    row->addWidget(chkCmdMnuCustTrans_);
+    row->addStretch(1);
+    row->addWidget(chkcmdAddEditDelTran_[2]);
+    QWidget *previous = chkCmdAutomateReceipt_;
+    for (QWidget *next : {chkCmdRunMisuMoneyManger_, chkcmdAddEditDelTran_[0], chkcmdAddEditDelTran_[1],
+                          chkCmdMnuCustTrans_, chkcmdAddEditDelTran_[2]}) {
+        QWidget::setTabOrder(previous, next);
+        previous = next;
+    }
+}
+
+void LedgerPane::connectControls()
+{
+    using controls::onEvent;
+    onEvent(tdbCustTranManage_, &RecordsetGrid::rowChange, this, [this] { showRow(); });
+    onEvent(tdbCustTranManage_, &RecordsetGrid::rowDoubleClicked, this, [this] { editRow(); });
+    chkCmdAutomateReceipt_->onPush(this, [this] { emit receiptAsked(); });
+    chkCmdRunMisuMoneyManger_->onPush(this, [this] {
+        if (hasOrder())
+            emit outstandingMoneyAsked();
+    });
+    // New money goes through the receipt dialogs; this button is meant to do nothing.
+    chkcmdAddEditDelTran_[0]->onPush(this, [] {});
+    chkcmdAddEditDelTran_[1]->onPush(this, [this] { editRow(); });
+    chkcmdAddEditDelTran_[2]->onPush(this, [this] { deleteRow(); });
+    chkCmdMnuCustTrans_->onPush(this, [this] {
+        PopMnuTran_->popup(chkCmdMnuCustTrans_->mapToGlobal(QPoint(0, chkCmdMnuCustTrans_->height())));
+    });
+    c1elaTransInfo_->chkCmdSaveMemo()->onPush(this, [this] { saveMemo(); });
+    c1elaTransInfo_->chkCmdSaveTrans(0)->onPush(this, [this] { saveTrans(intTranEditMode_); });
+    c1elaTransInfo_->chkCmdSaveTrans(1)->onPush(this, [this] { cancelEdit(); });
+}
+
+EditModeTable LedgerPane::editMode() const
+{
+    EditModeTable table;
+    table.code = ledgerEditCode;
+    table.containers = {c1elaTransInfo_};
+    table.group = c1elaTransInfo_->colTrans();
+    table.commands = {chkcmdAddEditDelTran_.begin(), chkcmdAddEditDelTran_.end()};
+    table.saveButtons = c1elaTransInfo_->saveButtons();
+    table.editColors = c1elaTransInfo_->editColors();
+    table.entryColors = c1elaTransInfo_->entryColors();
+    for (const EntryColor &entry : std::as_const(table.entryColors))
+        table.entryControls.append(entry.control);
+    return table;
+}
+
+void LedgerPane::createCustTranManage()
+{
+    auto ledger = std::make_unique<ado::Recordset>();
+    tdbCustTranManage_->setDataSource(ledger.get());
+    session_.rsCustTranManage = std::move(ledger);
+}
+
+void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
+{
+    try {
+        if (!session_.rsCustTranManage)
+            createCustTranManage();
+        ado::Recordset &ledger = *session_.rsCustTranManage;
+        if (ledger.isOpen())
+            ledger.Close();
+        ledger.Open(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
+                    ado::LockType::Optimistic);
+        tdbCustTranManage_->Rebind();
+    } catch (const runtime::RuntimeError &) {
+        showRow();
+        MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"), c1elaList_);
+    }
+}
+
+void LedgerPane::requeryCustTranManage()
+{
+    if (!session_.rsCustTranManage || !session_.rsCustTranManage->isOpen())
+        return;
+    session_.rsCustTranManage->Requery();
+    tdbCustTranManage_->Rebind();
+}
+
+void LedgerPane::clear()
+{
+    if (session_.rsCustTranManage)
+        session_.rsCustTranManage->Close();
+    resetPane();
+    c1elaTransInfo_->showWithoutRow(std::nullopt);
+}
+
+LedgerKey LedgerPane::currentRow() const
+{
+    const bool current = hasRow() && !session_.rsCustTranManage->isGone();
+    return current ? LedgerKey(session_.rsCustTranManage->value(QStringLiteral("tpstrans_PK"))) : LedgerKey();
+}
+
+OrderKey LedgerPane::currentOrder() const
+{
+    const bool current = hasOrder() && !session_.rsCustSaleMaster->isGone();
+    return current ? OrderKey(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))) : OrderKey();
+}
+
+void LedgerPane::pressAutomateReceipt()
+{
+    chkCmdAutomateReceipt_->setValue(1);
+}
+
+void LedgerPane::resetPane()
+{
+    c1elaTransInfo_->reset();
+}
+
+std::optional<runtime::Currency> LedgerPane::balance() const
+{
+    const OrderKey order = currentOrder();
+    if (!order)
+        return std::nullopt;
+    const ado::Recordset &orders = *session_.rsCustSaleMaster;
+    return calcOrderBalance(&orders, gcnnMasterDB, runtime::CLng(orders[QStringLiteral("Cust_PK")]), order.number());
+}
+
+void LedgerPane::showRow()
+{
+    resetPane();
+    if (!session_.rsCustTranManage)
+        return;
+    if (hasRow() && session_.rsCustTranManage->isGone())
+        rowIsGone();
+    else if (hasRow())
+        c1elaTransInfo_->showRow(*session_.rsCustTranManage, balance());
+    else
+        c1elaTransInfo_->showWithoutRow(balance());
+}
+
+void LedgerPane::rowIsGone()
+{
+    session_.rsCustTranManage->requeryAt({});
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다. 목록을 새로 가져왔습니다."), InformationIcon,
+           QStringLiteral("수납 내역"), c1elaList_);
+}
+
+bool LedgerPane::readAnew(const ado::Bookmark &row)
+{
+    ado::Recordset &ledger = *session_.rsCustTranManage;
+    const bool stands = ledger.requeryAt(row);
+    if (stands)
+        tdbCustTranManage_->selectRow(ledger.currentRow());
+    return stands;
+}
+
+void LedgerPane::editRow()
+{
+    if (!hasOrder())
+        return;
+    if (hasRow())
+        emit editOfRowAsked();
+    else
+        MsgBox(QStringLiteral("선택된 수납내역이 없습니다."), InformationIcon, QString(), elTranMnu_);
+}
+
+/// No question is asked first, and neither the order's outstanding money nor its sums are recalculated: it is meant so.
+void LedgerPane::deleteRow()
+{
+    intTranEditMode_ = -1;
+    if (!hasRow()) {
+        MsgBox(QStringLiteral("선택된 수납내역이 없습니다."), InformationIcon, QString(), elTranMnu_);
+        return;
+    }
+    const ado::Bookmark row = session_.rsCustTranManage->bookmark();
+    runtime::Attempt attempt;
+    attempt([this] { tdbCustTranManage_->Delete(); });
+    if (!attempt.failed())
+        return;
+    // Another desk may have changed the row, or deleted it: what stands now is shown, and can be deleted then.
+    runtime::Attempt show;
+    show([&] { readAnew(row); });
+    MsgBox(QStringLiteral("수납내역을 삭제하지 못했습니다. "), InformationIcon, QStringLiteral("수납삭제"), elTranMnu_);
+}
+
+void LedgerPane::saveTrans(qint16 intTranEditMode)
+{
+    const QPointer<LedgerPane> alive(this);
+    const OrderKey order = currentOrder();
+    runtime::Attempt outstanding;
+    if (intTranEditMode == 0 || intTranEditMode == 1) {
+        runtime::Attempt reading;
+        LedgerEntry entry;
+        reading([&] { entry = c1elaTransInfo_->entry(); });
+        const bool saved = !reading.failed()
+            && (intTranEditMode == 0 ? ledger::addEntry(session_, order, entry)
+                                     : ledger::changeEntry(session_, order, currentRow(), entry));
+        if (!saved)
+            MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
+                   QStringLiteral("저장"), c1elaTransInfo_);
+        if (saved && intTranEditMode == 0)
+            outstanding([&] { ledger::followAddedEntry(session_, order, entry); });
+    }
+    if (!alive)
+        return;
+    endEdit();
+    if (outstanding.failed()) // the row is saved by then, so this is no failure of the save
+        MsgBox(outstanding.description(), controls::WarningIcon, QStringLiteral("미수금 재계산"), c1elaTransInfo_);
+}
+
+void LedgerPane::cancelEdit()
+{
+    runtime::Attempt attempt;
+    attempt([this] { requeryCustTranManage(); });
+    endEdit();
+}
+
+/// Step by step, whatever fails: an edit that stayed open would add its row once more.
+void LedgerPane::endEdit()
+{
+    runtime::Attempt attempt;
+    attempt([this] { tdbCustTranManage_->Rebind(); });
+    attempt([this] {
+        if (hasOrder())
+            session_.rsCustSaleMaster->Requery();
+    });
+    attempt([this] {
+        if (const std::optional<runtime::Currency> owed = balance())
+            c1elaTransInfo_->showBalance(*owed);
+    });
+    attempt([this] {
+        const bool row = bool(currentRow());
+        c1elaTransInfo_->showMemo(row ? session_.rsCustTranManage->value(QStringLiteral("tpstrans_Memo")) : QVariant());
+    });
+    c1elaTransInfo_->clearMoney();
+    shell_.leaveEditMode(ledgerEditCode);
+    shell_.paintEntryColors();
+    tdbCustTranManage_->setFocus();
+    intTranEditMode_ = -1;
+}
+
+void LedgerPane::saveMemo()
+{
+    if (!hasRow())
+        return;
+    ado::Recordset &ledger = *session_.rsCustTranManage;
+    const ado::Bookmark row = ledger.bookmark();
+    const QString typed = c1elaTransInfo_->memo();
+    try {
+        ledger.setValue(QStringLiteral("tpstrans_Memo"), typed);
+        ledger.Update();
+    } catch (const runtime::RuntimeError &error) {
+        // What was not saved must not ride along with a later save of the row.
+        runtime::Attempt undo;
+        undo([&] { ledger.CancelUpdate(); });
+        if (error.number() == runtime::ErrorNumber::Conflict)
+            undo([&] {
+                if (readAnew(row))
+                    c1elaTransInfo_->showMemo(typed); // it can be saved now
+            });
+        throw;
+    }
+    tdbCustTranManage_->Rebind();
+}

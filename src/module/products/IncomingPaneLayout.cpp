@@ -1,0 +1,116 @@
+#include "forms/FormRow.h"
+#include "forms/clsMyFunctions.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/Named.h"
+#include "products/IncomingPane.h"
+
+#include <QVBoxLayout>
+
+namespace {
+
+using controls::GridColumn;
+
+std::vector<GridColumn> incomingColumns()
+{
+    using Kind = GridColumn::Kind;
+    return {
+        {QStringLiteral("PM_PK"), QStringLiteral("PM_PK"), Kind::Number, 60, false},
+        {QStringLiteral("CM_PK"), QStringLiteral("CM_PK"), Kind::Number, 60, false},
+        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number, 54},
+        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money, 62},
+        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money, 72},
+        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date, 80},
+        {QStringLiteral("IN_HalinTotal"), QStringLiteral("할인가격"), Kind::Money, 80},
+        {QStringLiteral("IN_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
+    };
+}
+
+} // namespace
+
+void IncomingPane::makeList()
+{
+    sspProductIncoming_[0] = makePanelFrame(QStringLiteral("sspProductIncoming"), 0, QStringLiteral("거래내역"), this);
+    auto *grid = new controls::RecordsetGrid(sspProductIncoming_[0]);
+    tdbProductIncoming_ = controls::named(grid, QStringLiteral("tdbProductIncoming"));
+    grid->setAccessibleName(QStringLiteral("거래내역"));
+    grid->setColumns(incomingColumns());
+    auto *layout = new QVBoxLayout(sspProductIncoming_[0]);
+    layout->addWidget(grid);
+}
+
+void IncomingPane::makeStrip()
+{
+    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 3);
+    chkcmdIncomingAED_ = makePushChecks(QStringLiteral("chkcmdIncomingAED"),
+                                        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")},
+                                        elTranMnu_);
+    chkcmdIncomingSave_ = makePushChecks(QStringLiteral("chkcmdIncomingSave"),
+                                         {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
+    layOutStrip(elTranMnu_, chkcmdIncomingAED_, chkcmdIncomingSave_);
+}
+
+void IncomingPane::makePanel()
+{
+    sspProductIncoming_[1] = makePanelFrame(QStringLiteral("sspProductIncoming"), 1, QString(), this);
+    sspProductIncoming_[1]->setLayout(makeFields());
+}
+
+QGridLayout *IncomingPane::makeFields()
+{
+    using controls::named;
+    txtIncCount_ = named(new MoneyBox({.onFocus = OnFocus::SelectAll}), QStringLiteral("txtIncCount"));
+    txtIncCount_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    udIincomingCount_ = new controls::Stepper(QStringLiteral("udIincomingCount"));
+    txtIncPricePerUnit_ = named(new MoneyBox, QStringLiteral("txtIncPricePerUnit"));
+    txtIncHalinTotal_ = named(new MoneyBox, QStringLiteral("txtIncHalinTotal"));
+    txtIncPriceTotal_ = named(new QLineEdit, QStringLiteral("txtIncPriceTotal"));
+    txtIncPriceTotal_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtIncCompanyName_ = named(new QLineEdit, QStringLiteral("txtIncCompanyName"));
+    chkCmdIncSelectCompany_ =
+        named(new controls::PushCheck(QStringLiteral("거래처선택")), QStringLiteral("chkCmdIncSelectCompany"));
+    dtpIncDate_ = named(new controls::DateEdit, QStringLiteral("dtpIncDate"));
+    txtIncMemo_ = named(new MemoBox({.onFocus = OnFocus::CaretToEnd}), QStringLiteral("txtIncMemo"));
+    clsMyFunctions::keepReadOnly(txtIncPriceTotal_);
+    clsMyFunctions::keepReadOnly(txtIncCompanyName_);
+
+    auto *form = new QGridLayout;
+    form->setVerticalSpacing(3);
+    addFormRow(form, 0, 0, QStringLiteral("구매수량:"), txtIncCount_);
+    form->addWidget(udIincomingCount_, 0, 2, Qt::AlignLeft);
+    addFormRow(form, 1, 0, QStringLiteral("개당가격:"), txtIncPricePerUnit_);
+    addFormRow(form, 2, 0, QStringLiteral("할인총액:"), txtIncHalinTotal_);
+    addFormRow(form, 3, 0, QStringLiteral("총액:"), txtIncPriceTotal_);
+    // Above the name that it brings, which takes the whole width: names of firms are long.
+    form->addWidget(chkCmdIncSelectCompany_, 3, 2);
+    addFormRow(form, 4, 0, QStringLiteral("거래처: "), txtIncCompanyName_, 2);
+    addFormRow(form, 5, 0, QStringLiteral("날짜:"), dtpIncDate_);
+    addFormRow(form, 6, 0, QStringLiteral("메모: "), txtIncMemo_, 2);
+    form->setColumnStretch(1, 1);
+    form->setRowStretch(6, 1);
+    return form;
+}
+
+EditModeTable IncomingPane::editMode() const
+{
+    using controls::SystemColor;
+    EditModeTable table;
+    table.code = QStringLiteral("11");
+    table.containers = {elTranMnu_, sspProductIncoming_[1]};
+    const ControlGroup colIncoming{txtIncCount_, udIincomingCount_, txtIncPricePerUnit_, txtIncHalinTotal_,
+                                   txtIncPriceTotal_, txtIncCompanyName_, dtpIncDate_, chkCmdIncSelectCompany_,
+                                   txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
+    table.group = colIncoming;
+    table.commands = {chkcmdIncomingAED_.begin(), chkcmdIncomingAED_.end()};
+    table.saveButtons = {chkcmdIncomingSave_.begin(), chkcmdIncomingSave_.end()};
+
+    const QColor required = controls::systemColor(SystemColor::InfoBackground);
+    const QColor window = controls::systemColor(SystemColor::Window);
+    table.editColors = {
+        {txtIncCount_, required},     {txtIncPricePerUnit_, required}, {txtIncHalinTotal_, required},
+        {txtIncCompanyName_, window}, {txtIncMemo_, window},           {txtIncPriceTotal_, QColor(0xFF, 0xF0, 0xD0)},
+    };
+    table.entryColors = table.editColors;
+    for (const EntryColor &color : table.editColors)
+        table.entryControls += color.control;
+    return table;
+}

@@ -1,0 +1,147 @@
+#include "forms/FormRow.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/Named.h"
+#include "products/ProductPane.h"
+
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+
+using controls::GridColumn;
+using controls::SystemColor;
+
+std::vector<GridColumn> managerColumns()
+{
+    using Kind = GridColumn::Kind;
+    return {
+        {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 50, true, true},
+        {QStringLiteral("PM_Catagory"), QStringLiteral("분류"), Kind::Text, 74},
+        {QStringLiteral("PM_Name"), QStringLiteral("물품명"), Kind::Text, 160},
+        {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money, 84},
+        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check, 40},
+        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check, 58},
+        {QStringLiteral("PM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 130},
+    };
+}
+
+QGroupBox *makeOptions(const QString &title, const QString &name, const QStringList &captions,
+                       std::array<QRadioButton *, 2> &options)
+{
+    auto *frame = new QGroupBox(title);
+    auto *row = new QHBoxLayout(frame);
+    for (int index = 0; index < 2; ++index) {
+        options[std::size_t(index)] = controls::named(new QRadioButton(captions[index]), name, index);
+        options[std::size_t(index)]->setAccessibleName(captions[index]);
+        row->addWidget(options[std::size_t(index)]);
+    }
+    row->addStretch();
+    return frame;
+}
+
+} // namespace
+
+void ProductPane::makeList()
+{
+    sspPMProductList_ = makePanelFrame(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"), this);
+    auto *grid = new controls::RecordsetGrid(sspPMProductList_);
+    tdbSaleProductListsManager_ = controls::named(grid, QStringLiteral("tdbSaleProductListsManager"));
+    grid->setAccessibleName(QStringLiteral("판매 물품 목록"));
+    grid->setColumns(managerColumns());
+    auto *layout = new QVBoxLayout(sspPMProductList_);
+    layout->addWidget(grid);
+}
+
+void ProductPane::makeStrip()
+{
+    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 2);
+    chkCmdProdSaleAddEdiDel_ = makePushChecks(
+        QStringLiteral("chkCmdProdSaleAddEdiDel"),
+        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
+    chkCmdSaveProduct_ = makePushChecks(QStringLiteral("chkCmdSaveProduct"),
+                                        {QStringLiteral("저 장"), QStringLiteral("취소")}, elTranMnu_);
+    layOutStrip(elTranMnu_, chkCmdProdSaleAddEdiDel_, chkCmdSaveProduct_);
+}
+
+void ProductPane::makePanel()
+{
+    sspPMProductInfo_ = makePanelFrame(QStringLiteral("sspPMProductInfo"), -1, QString(), this);
+    stock_ = new StockBox(session_);
+    auto *layout = new QHBoxLayout(sspPMProductInfo_);
+    layout->addLayout(makeFields(), 1);
+    layout->addWidget(stock_);
+}
+
+QGridLayout *ProductPane::makeFields()
+{
+    const QString name = QStringLiteral("txtProSaleInfo");
+    txtProSaleInfo_[0] = controls::named(new MoneyBox({.onFocus = OnFocus::CaretToEnd}), name, 0);
+    txtProSaleInfo_[1] = controls::named(new MoneyBox({.onFocus = OnFocus::SelectAll}), name, 1);
+    txtProSaleInfo_[2] = controls::named(new MoneyBox, name, 2);
+    txtProSaleInfoMemo_ = controls::named(new MemoBox({.onFocus = OnFocus::CaretToEnd}), name, 3);
+    dtpProdListAddedDate_ = controls::named(new controls::DateEdit, QStringLiteral("dtpProdListAddedDate"));
+
+    auto *form = new QGridLayout;
+    addFormRow(form, 0, 0, QStringLiteral("분류:"), txtProSaleInfo_[0]);
+    addFormRow(form, 0, 2, QStringLiteral("물품명:"), txtProSaleInfo_[1]);
+    addFormRow(form, 1, 0, QStringLiteral("판매단가:"), txtProSaleInfo_[2]);
+    addFormRow(form, 1, 2, QStringLiteral("등록 날짜:"), dtpProdListAddedDate_);
+    form->addWidget(makeOptions(QStringLiteral("과세/비과세 선택"), QStringLiteral("optIsTaxed"),
+                                {QStringLiteral("과세"), QStringLiteral("비과세")}, optIsTaxed_),
+                    2, 0, 1, 2);
+    form->addWidget(makeOptions(QStringLiteral("취급/취급안함 선택"), QStringLiteral("optIsValid"),
+                                {QStringLiteral("취급"), QStringLiteral("취급안함")}, optIsValid_),
+                    2, 2, 1, 2);
+    addFormRow(form, 3, 0, QStringLiteral("메모:"), txtProSaleInfoMemo_, 3);
+    form->setColumnStretch(1, 2);
+    form->setColumnStretch(3, 3);
+    form->setRowStretch(3, 1);
+    return form;
+}
+
+void ProductPane::arrange()
+{
+    auto *below = new QWidget;
+    auto *belowLayout = new QVBoxLayout(below);
+    belowLayout->setContentsMargins(0, 0, 0, 0);
+    belowLayout->setSpacing(2);
+    belowLayout->addWidget(elTranMnu_);
+    belowLayout->addWidget(sspPMProductInfo_, 1);
+
+    auto *split = new QSplitter(Qt::Vertical, this);
+    split->setChildrenCollapsible(false);
+    split->addWidget(sspPMProductList_);
+    split->addWidget(below);
+    split->setStretchFactor(0, 1);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(split);
+}
+
+EditModeTable ProductPane::editMode() const
+{
+    EditModeTable table;
+    table.code = QStringLiteral("10");
+    table.containers = {elTranMnu_, sspPMProductInfo_};
+    const ControlGroup colProSaleInfo{txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2], txtProSaleInfoMemo_,
+                                      dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0],
+                                      optIsValid_[1], chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
+    table.group = colProSaleInfo;
+    table.commands = {chkCmdProdSaleAddEdiDel_.begin(), chkCmdProdSaleAddEdiDel_.end()};
+    table.saveButtons = {chkCmdSaveProduct_.begin(), chkCmdSaveProduct_.end()};
+
+    const QColor required = controls::systemColor(SystemColor::InfoBackground);
+    const QColor window = controls::systemColor(SystemColor::Window);
+    const QColor face = controls::systemColor(SystemColor::ButtonFace);
+    table.editColors = {
+        {txtProSaleInfo_[0], required}, {txtProSaleInfo_[1], required},
+        {txtProSaleInfo_[2], required}, {txtProSaleInfoMemo_, window},
+        {optIsTaxed_[0], face},         {optIsTaxed_[1], face},
+        {optIsValid_[0], face},         {optIsValid_[1], face},
+        {stock_->txtProdStat()[0], window}, {stock_->txtProdStat()[1], window}, {stock_->txtProdStat()[2], window},
+    };
+    table.entryColors = table.editColors;
+    for (const EntryColor &color : table.editColors)
+        table.entryControls += color.control;
+    return table;
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "forms/PaneContract.h"
+#include "platform/controls/RecordsetGrid.h"
+#include "session/SaleSession.h"
+
+#include <QObject>
+#include <QWidget>
+
+/// The products for sale: the grid on the left of the sale tab. Hidden products never appear here. The container belongs
+/// to the widget it is placed in.
+class SaleListPane : public QObject
+{
+    Q_OBJECT
+public:
+    SaleListPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+
+    QWidget *c1elaList() const { return c1elaList_; }
+    controls::RecordsetGrid *tdbSaleProductLists() const { return tdbSaleProductLists_; }
+
+    /// A new recordset in the session, bound to the grid; the old one goes.
+    void createSaleProductLists();
+    /// Opens the list anew and rebinds the grid; a failure is told in its box and leaves grid and entry pane empty.
+    void loadSaleProductLists();
+    bool isLoaded() const;
+    /// Coming back from the management tab: product changes reach the list. One that could not be loaded before is now.
+    void requerySaleProductLists();
+
+signals:
+    /// The current product is another one, or there is none.
+    void productRowChanged();
+
+private:
+    void sortBy(int column);
+
+    SaleSession &session_;
+    QWidget *c1elaList_;
+    controls::RecordsetGrid *tdbSaleProductLists_;
+    // The next direction of each sort.
+    bool bSortCatagoryDesc_ = false;
+    bool bSortNameDesc_ = false;
+    bool bSortPriceDesc_ = false;
+};

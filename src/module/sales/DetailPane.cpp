@@ -1,0 +1,260 @@
+#include "sales/DetailPane.h"
+
+#include "data/clsSQL.h"
+#include "forms/FormRow.h"
+#include "forms/clsMyFunctions.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/RuntimeError.h"
+#include "session/modGlobalVars.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QVBoxLayout>
+
+using controls::InformationIcon;
+using controls::MsgBox;
+using controls::named;
+using controls::PushCheck;
+using controls::RecordsetGrid;
+
+namespace {
+
+enum OrderType { NormalSale = 0, Service = 1, Loss = 2 };
+
+std::vector<controls::GridColumn> detailColumns()
+{
+    using Kind = controls::GridColumn::Kind;
+    controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"), .caption = QStringLiteral("판매종류"),
+                              .kind = Kind::Values, .width = 66};
+    kind.values = {{QString(), QStringLiteral("일반판매")},
+                   {QStringLiteral("0"), QStringLiteral("일반판매")},
+                   {QStringLiteral("1"), QStringLiteral("서비스")},
+                   {QStringLiteral("2"), QStringLiteral("망실")},
+                   {QStringLiteral("3"), QStringLiteral("3")}};
+    return {
+        {.field = QStringLiteral("OrdD_PK"), .caption = QStringLiteral("OrdD_PK"), .visible = false},
+        {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
+        {.field = QString(), .caption = QStringLiteral("물품명"), .kind = Kind::Unbound, .width = 180},
+        {.field = QStringLiteral("OrdD_Count"), .caption = QStringLiteral("수량"), .kind = Kind::Number, .width = 50},
+        {.field = QStringLiteral("OrdD_UnitPrice"), .caption = QStringLiteral("판매단가"), .kind = Kind::Money, .width = 84},
+        {.field = QStringLiteral("OrdD_HalinUnit"), .caption = QStringLiteral("단가할인"), .kind = Kind::Money, .width = 76},
+        kind,
+        {.field = QStringLiteral("OrdD_RfndMemo"), .caption = QStringLiteral("환불정보"), .width = 160},
+    };
+}
+
+} // namespace
+
+DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
+    : QObject(parent)
+    , session_(session)
+    , operations_(session)
+    , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 2))
+    , c1elaSaleDetailMemo_(named(new QWidget(parent), QStringLiteral("c1elaSaleDetailMemo")))
+    , tdbCustSaleDetails_(named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustSaleDetails")))
+    , chkCmdRefund_(named(new PushCheck(QStringLiteral("반품"), c1elaList_), QStringLiteral("chkCmdRefund")))
+    , chkCmdDelOrderDetail_(named(new PushCheck(QStringLiteral("삭제"), c1elaList_), QStringLiteral("chkCmdDelOrderDetail")))
+    , txtCustOrderRfndMemo_(named(new MemoBox({}, c1elaSaleDetailMemo_), QStringLiteral("txtCustOrderRfndMemo")))
+{
+    tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
+    tdbCustSaleDetails_->setColumns(detailColumns());
+    tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
+    clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
+    placeControls();
+
+    controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowChange, this, [this] { rowChanged(); });
+    controls::onEvent(tdbCustSaleDetails_, &RecordsetGrid::rowDoubleClicked, this, [this] { doubleClicked(); });
+    chkCmdRefund_->onPush(this, [this] { askRefund(); });
+    chkCmdDelOrderDetail_->onPush(this, [this] { deleteDetail(); });
+}
+
+void DetailPane::placeControls()
+{
+    auto *strip = new QHBoxLayout;
+    strip->setSpacing(4);
+    strip->addWidget(chkCmdRefund_);
+    strip->addStretch(1);
+    strip->addWidget(chkCmdDelOrderDetail_);
+    auto *list = new QVBoxLayout(c1elaList_);
+    list->setContentsMargins(0, 0, 0, 0);
+    list->setSpacing(2);
+    list->addLayout(strip);
+    list->addWidget(tdbCustSaleDetails_, 1);
+    QWidget::setTabOrder(tdbCustSaleDetails_, chkCmdRefund_);
+    QWidget::setTabOrder(chkCmdRefund_, chkCmdDelOrderDetail_);
+
+    auto *memo = new QGridLayout(c1elaSaleDetailMemo_);
+    memo->setContentsMargins(6, 2, 6, 2);
+    memo->setHorizontalSpacing(5);
+    addFormRow(memo, 0, 0, QStringLiteral("반품메모"), txtCustOrderRfndMemo_);
+}
+
+EditModeTable DetailPane::colors() const
+{
+    EditModeTable table;
+    table.entryControls = {txtCustOrderRfndMemo_};
+    table.entryColors = {{txtCustOrderRfndMemo_, controls::LockedColor}};
+    return table;
+}
+
+void DetailPane::createCustSaleDetails()
+{
+    auto details = std::make_unique<ado::Recordset>();
+    disconnect(rowsReset_);
+    rowsReset_ = connect(details.get(), &ado::Recordset::rowsReset, this, [this] { renewClone(); });
+    tdbCustSaleDetails_->setDataSource(details.get());
+    session_.rsCustSaleDetailsClone.reset();
+    session_.rsCustSaleDetails = std::move(details);
+}
+
+void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
+{
+    try {
+        if (!session_.rsCustSaleDetails)
+            createCustSaleDetails();
+        ado::Recordset &details = *session_.rsCustSaleDetails;
+        if (details.isOpen())
+            details.Close();
+        details.Open(clsSQL().getOrderDetailSQL(lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
+                     ado::LockType::Optimistic);
+        tdbCustSaleDetails_->Rebind();
+    } catch (const runtime::RuntimeError &) {
+        showRefundMemo();
+        MsgBox(QStringLiteral("판매 디테일 정보를 가져오지 못했습니다."), InformationIcon,
+               QStringLiteral("데이터 가져오기"), c1elaList_);
+    }
+}
+
+void DetailPane::clear()
+{
+    if (session_.rsCustSaleDetails)
+        session_.rsCustSaleDetails->Close();
+    showRefundMemo();
+}
+
+LineKey DetailPane::currentLine() const
+{
+    const bool current = SaleSession::hasCurrent(session_.rsCustSaleDetails) && !session_.rsCustSaleDetails->isGone();
+    return current ? LineKey(session_.rsCustSaleDetails->value(QStringLiteral("OrdD_PK"))) : LineKey();
+}
+
+void DetailPane::choose(LineKey line)
+{
+    if (!session_.rsCustSaleDetails || !session_.rsCustSaleDetails->isOpen())
+        return;
+    ado::Recordset &details = *session_.rsCustSaleDetails;
+    if (details.moveToKey(line.bookmark()))
+        tdbCustSaleDetails_->selectRow(details.currentRow());
+    else
+        details.moveTo(details.rowCount());
+}
+
+void DetailPane::rebind()
+{
+    names_.drop();
+    tdbCustSaleDetails_->Rebind();
+}
+
+/// A clone shares the rows, which a requery replaces.
+void DetailPane::renewClone()
+{
+    names_.drop();
+    session_.rsCustSaleDetailsClone.reset();
+    if (session_.rsCustSaleDetails && session_.rsCustSaleDetails->isOpen())
+        session_.rsCustSaleDetailsClone = session_.rsCustSaleDetails->Clone();
+}
+
+/// Looks at the row through the clone, so that the grid's own row stays. The cell stays empty when the product is gone or
+/// cannot be read: this runs while the grid paints, where no box may open.
+QString DetailPane::productName(const ado::Bookmark &row)
+{
+    if (!session_.rsCustSaleDetailsClone)
+        return {};
+    try {
+        ado::Recordset &clone = *session_.rsCustSaleDetailsClone;
+        clone.setBookmark(row);
+        return names_.name(runtime::CLng(clone[QStringLiteral("PM_PK")]));
+    } catch (const runtime::RuntimeError &) {
+        return {};
+    }
+}
+
+/// Another desk deleted the line that was chosen: its order has other sums by now, too.
+void DetailPane::rowChanged()
+{
+    if (!SaleSession::hasCurrent(session_.rsCustSaleDetails) || !session_.rsCustSaleDetails->isGone()) {
+        showRefundMemo();
+        return;
+    }
+    emit session_.changedElsewhere();
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 판매 내역입니다. 목록을 새로 가져왔습니다."), InformationIcon,
+           QStringLiteral("판매 상세 내역"), c1elaList_);
+}
+
+void DetailPane::showRefundMemo()
+{
+    const bool current = bool(currentLine());
+    txtCustOrderRfndMemo_->setText(
+        current ? runtime::text(session_.rsCustSaleDetails->value(QStringLiteral("OrdD_RfndMemo"))) : QString());
+}
+
+void DetailPane::doubleClicked()
+{
+    if (!SaleSession::hasCurrent(session_.rsCustSaleDetails))
+        return;
+    const ado::Recordset &details = *session_.rsCustSaleDetails;
+    const QVariant type = details[QStringLiteral("OrdD_OrderType")];
+    if (runtime::Val(details[QStringLiteral("OrdD_Count")]) > 0 && !runtime::isNull(type)
+        && runtime::CLng(type) == NormalSale)
+        emit receiptAsked();
+}
+
+void DetailPane::askRefund()
+{
+    if (operations_.foundChangedAfterLoss()) {
+        MsgBox(changedAfterLoss, InformationIcon, QStringLiteral("반품"), c1elaList_);
+        return;
+    }
+    if (!SaleSession::hasCurrent(session_.rsCustSaleDetails))
+        return;
+    const ado::Recordset &details = *session_.rsCustSaleDetails;
+    const QVariant type = details[QStringLiteral("OrdD_OrderType")];
+    if (!runtime::isNull(type) && runtime::CLng(type) == Loss) {
+        MsgBox(QStringLiteral("망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."), InformationIcon,
+               QStringLiteral("반품처리"), c1elaList_);
+        return;
+    }
+    if (runtime::Val(details[QStringLiteral("OrdD_Count")]) < 1) {
+        MsgBox(QStringLiteral("반품된 물품이므로 반품처리를 할 수 없습니다."), InformationIcon, QStringLiteral("반품"),
+               c1elaList_);
+        return;
+    }
+    emit refundAsked();
+}
+
+void DetailPane::deleteDetail()
+{
+    const LineKey line = currentLine();
+    if (!line)
+        return;
+    const OrderKey order(session_.rsCustSaleDetails->value(QStringLiteral("OrdM_PK")));
+    const QPointer<DetailPane> alive(this);
+    if (MsgBox(QStringLiteral("판매 상세 내역을 삭제 하시겠습니까?"), controls::YesNo | controls::QuestionIcon,
+               QStringLiteral("판매 상세 내역"), c1elaList_)
+            != controls::Answer::Yes
+        || !alive)
+        return;
+    const Outcome outcome = operations_.deleteDetail(order, line);
+    rebind();
+    if (outcome == Outcome::Conflict)
+        emit session_.changedElsewhere();
+    if (hasFailed(outcome)) {
+        MsgBox(QStringLiteral("고객 판매 디테일을 삭제하지 못했습니다."), InformationIcon,
+               QStringLiteral("고객 판매 디테일 삭제"), c1elaList_);
+    }
+}

@@ -1,0 +1,216 @@
+#include "sales/OrderInfoPanel.h"
+
+#include "forms/FormRow.h"
+#include "forms/MoneyBox.h"
+#include "forms/clsMyFunctions.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/DateEdit.h"
+#include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+
+using controls::named;
+
+namespace {
+
+// Indexes of txtOrderMaster.
+enum OrderField { TaxTotal, HalinTotal, Address, Cel, Tel, OrderMemo, TakbaeMemo, Misugum, TaxFreeTotal, Total };
+
+struct OrderFieldSource
+{
+    int index;
+    const char *column;
+    const char16_t *caption;
+    int row;    ///< in the form
+    bool right; ///< in its right half
+};
+
+// In the order of work; money first, then where the goods go.
+constexpr OrderFieldSource moneyFields[] = {
+    {TaxTotal, "OrdM_TaxTotal", u"과세상품 총합:", 1, false},
+    {TaxFreeTotal, "OrdM_TaxFreeTotal", u"비과세상품 총합:", 2, false},
+    {HalinTotal, "OrdM_HalinTotal", u"할인총금액:", 3, false},
+    {Total, "OrdM_Total", u"총액:", 1, true},
+    {Misugum, "OrdM_Misugum", u"미수금:", 2, true},
+};
+constexpr OrderFieldSource textFields[] = {
+    {Address, "OrdM_Address", u"고객주소:", 4, false}, {Cel, "OrdM_Cel", u"핸드폰:", 5, false},
+    {Tel, "OrdM_Tel", u"전화번호:", 6, false},         {TakbaeMemo, "OrdM_TakbaeMemo", u"택배메모:", 7, false},
+    {OrderMemo, "OrdM_ETCMemo", u"기타메모:", 8, false},
+};
+constexpr int saveRow = 3;
+
+} // namespace
+
+OrderInfoPanel::OrderInfoPanel(QWidget *parent)
+    : QWidget(parent)
+    , dtpOrderMasterDate_(named(new controls::DateEdit(this), QStringLiteral("dtpOrderMasterDate")))
+{
+    makeControls();
+    placeControls();
+}
+
+void OrderInfoPanel::makeControls()
+{
+    const QString deliveries[] = {QStringLiteral("직접수령"), QStringLiteral("택배")};
+    auto *choice = new QButtonGroup(this);
+    for (int index = 0; index < 2; ++index) {
+        auto *option = named(new QRadioButton(deliveries[index], this), QStringLiteral("optTakBae"), index);
+        option->setAccessibleName(deliveries[index]);
+        choice->addButton(option);
+        optTakBae_[std::size_t(index)] = option;
+    }
+    optTakBae_[0]->setChecked(true);
+
+    for (const OrderFieldSource &field : moneyFields) {
+        // The other sums come from the lines.
+        const bool typed = field.index == Misugum || field.index == HalinTotal;
+        auto *box = new MoneyBox(typed ? MoneyHabits : TextBoxHabits(), this);
+        box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        if (!typed)
+            clsMyFunctions::keepReadOnly(box);
+        txtOrderMaster_[std::size_t(field.index)] = named(box, QStringLiteral("txtOrderMaster"), field.index);
+    }
+    for (const OrderFieldSource &field : textFields) {
+        auto *box = new MoneyBox({.onFocus = OnFocus::CaretToEnd}, this);
+        txtOrderMaster_[std::size_t(field.index)] = named(box, QStringLiteral("txtOrderMaster"), field.index);
+    }
+
+    const QList<controls::PushCheck *> buttons =
+        makePushChecks(QStringLiteral("chkcmdCSSaveInfo"), {QStringLiteral("저장"), QStringLiteral("취소")}, this);
+    for (controls::PushCheck *button : buttons) {
+        // The form does not jump when an edit begins.
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+        button->hide();
+        chkcmdCSSaveInfo_ += button;
+    }
+    // A form without a window is locked all the same.
+    clsMyFunctions().setCollection2Locked(colOrderMaster(), true);
+    openDiscount(false);
+}
+
+void OrderInfoPanel::placeControls()
+{
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 4, 6, 4);
+    grid->setHorizontalSpacing(5);
+    grid->setVerticalSpacing(3);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+
+    auto *first = new QHBoxLayout;
+    first->setSpacing(8);
+    first->addWidget(optTakBae_[0]);
+    first->addWidget(optTakBae_[1]);
+    addFormRow(grid, 0, 0, QStringLiteral("거래일자:"), dtpOrderMasterDate_);
+    grid->addLayout(first, 0, 2, 1, 2, Qt::AlignRight);
+
+    for (const OrderFieldSource &field : moneyFields)
+        addFormRow(grid, field.row, field.right ? 2 : 0, QString::fromUtf16(field.caption), txtOrderMaster(field.index));
+    for (const OrderFieldSource &field : textFields)
+        addFormRow(grid, field.row, 0, QString::fromUtf16(field.caption), txtOrderMaster(field.index), 3);
+
+    auto *save = new QHBoxLayout;
+    save->setSpacing(4);
+    save->addStretch(1);
+    save->addWidget(chkcmdCSSaveInfo_[0]);
+    save->addWidget(chkcmdCSSaveInfo_[1]);
+    grid->addLayout(save, saveRow, 2, 1, 2);
+    grid->setRowStretch(9, 1);
+
+    QWidget *previous = dtpOrderMasterDate_;
+    const auto next = [&previous](QWidget *widget) {
+        setTabOrder(previous, widget);
+        previous = widget;
+    };
+    next(optTakBae_[0]);
+    next(optTakBae_[1]);
+    for (const OrderFieldSource &field : moneyFields)
+        next(txtOrderMaster(field.index));
+    for (const OrderFieldSource &field : textFields)
+        next(txtOrderMaster(field.index));
+    next(chkcmdCSSaveInfo_[0]);
+    next(chkcmdCSSaveInfo_[1]);
+}
+
+void OrderInfoPanel::showOrder(const ado::Recordset &orders)
+{
+    const QVariant gubun = orders[QStringLiteral("OrdM_Gubun")];
+    const bool pickUp = runtime::isNull(gubun) || runtime::CLng(gubun) == 1;
+    optTakBae_[pickUp ? 0 : 1]->setChecked(true);
+    dtpOrderMasterDate_->setDate(orders[QStringLiteral("OrdM_Date")].toDate());
+    for (const OrderFieldSource &field : textFields) {
+        controls::showText(txtOrderMaster(field.index), runtime::text(orders[QLatin1String(field.column)]));
+        txtOrderMaster(field.index)->setCursorPosition(0); // a long address shows its beginning
+    }
+    showTotals(orders);
+}
+
+void OrderInfoPanel::showTotals(const ado::Recordset &orders)
+{
+    for (const OrderFieldSource &field : moneyFields) {
+        const double amount = runtime::Val(runtime::text(orders[QLatin1String(field.column)]));
+        txtOrderMaster(field.index)->setText(runtime::Format(amount, runtime::strMoneyFormat));
+    }
+}
+
+void OrderInfoPanel::clear()
+{
+    for (QLineEdit *box : txtOrderMaster_)
+        box->clear();
+}
+
+OrderEdit OrderInfoPanel::edit() const
+{
+    OrderEdit edit;
+    edit.address = txtOrderMaster(Address)->text();
+    edit.cell = txtOrderMaster(Cel)->text();
+    edit.telephone = txtOrderMaster(Tel)->text();
+    edit.takbaeMemo = txtOrderMaster(TakbaeMemo)->text();
+    edit.memo = txtOrderMaster(OrderMemo)->text();
+    edit.discountTotal = txtOrderMaster(HalinTotal)->text();
+    edit.outstanding = txtOrderMaster(Misugum)->text();
+    edit.takbae = !optTakBae_[0]->isChecked();
+    edit.date = dtpOrderMasterDate_->date();
+    return edit;
+}
+
+void OrderInfoPanel::openDiscount(bool open)
+{
+    clsMyFunctions().setCollection2Locked({txtOrderMaster(HalinTotal)}, !open);
+    if (open)
+        controls::setBackColor(txtOrderMaster(HalinTotal), controls::systemColor(controls::SystemColor::Window));
+}
+
+ControlGroup OrderInfoPanel::colOrderMaster() const
+{
+    ControlGroup group{dtpOrderMasterDate_, optTakBae_[0], optTakBae_[1]};
+    for (int index : {TakbaeMemo, Address, Cel, Tel, OrderMemo, Misugum})
+        group.append(txtOrderMaster(index));
+    group.append({chkcmdCSSaveInfo_[0], chkcmdCSSaveInfo_[1]});
+    return group;
+}
+
+QList<EntryColor> OrderInfoPanel::entryColors() const
+{
+    QList<EntryColor> colors;
+    for (QLineEdit *box : txtOrderMaster_)
+        colors.append({box, controls::LockedColor});
+    colors.append({dtpOrderMasterDate_, controls::LockedColor});
+    return colors;
+}
+
+QList<EntryColor> OrderInfoPanel::editColors() const
+{
+    QList<EntryColor> colors;
+    for (int index : {Misugum, Address, Cel, Tel, TakbaeMemo, OrderMemo})
+        colors.append({txtOrderMaster(index), controls::systemColor(controls::SystemColor::Window)});
+    colors.append({dtpOrderMasterDate_, controls::systemColor(controls::SystemColor::Window)});
+    return colors;
+}

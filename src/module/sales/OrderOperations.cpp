@@ -1,0 +1,257 @@
+#include "sales/OrderOperations.h"
+
+#include "data/HeldOrder.h"
+#include "data/clsSQL.h"
+#include "forms/clsNumberRelated.h"
+#include "platform/runtime/Attempt.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "sales/Flow.h"
+#include "sales/clsFunctions.h"
+
+#include <algorithm>
+#include <limits>
+
+using flow::masterDB;
+using flow::opened;
+using flow::trapped;
+using runtime::Currency;
+using runtime::RuntimeError;
+
+namespace {
+
+void requeryIfOpen(const SaleSession::RecordsetPtr &recordset)
+{
+    if (recordset && recordset->isOpen())
+        recordset->Requery();
+}
+
+/// The trap around what changes an order's lines. A server that is lost may have saved before it went: the lists must tell
+/// what it holds now, or the line would be written once more.
+template <typename Flow>
+Outcome trappedAndShown(SaleSession &session, Flow &&flow)
+{
+    try {
+        return std::forward<Flow>(flow)();
+    } catch (const RuntimeError &error) {
+        runtime::Attempt show;
+        if (error.number() == runtime::ErrorNumber::ConnectionLost) {
+            show([&] { requeryIfOpen(session.rsCustSaleMaster); });
+            show([&] { requeryIfOpen(session.rsCustSaleDetails); });
+            session.linesMayBeStale = show.failed();
+        }
+        return flow::outcomeOf(error);
+    }
+}
+
+/// First value of a statement's first row; NULL when it gives no row.
+QVariant firstValue(const QString &statement)
+{
+    ado::Recordset rows;
+    rows.Open(statement, masterDB(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    return rows.Eof() ? QVariant() : rows.value(rows.fieldNames().constFirst());
+}
+
+} // namespace
+
+OrderOperations::OrderOperations(SaleSession &session, Clock today)
+    : session_(session)
+    , today_(std::move(today))
+{
+}
+
+bool OrderOperations::foundChangedAfterLoss()
+{
+    if (!session_.linesMayBeStale)
+        return false;
+    const auto rowsShown = [this] {
+        const auto count = [](const SaleSession::RecordsetPtr &rows) { return rows && rows->isOpen() ? rows->rowCount() : 0; };
+        return std::pair(count(session_.rsCustSaleMaster), count(session_.rsCustSaleDetails));
+    };
+    const auto before = rowsShown();
+    runtime::Attempt read; // while the server is still away, the change itself will say so
+    read([&] {
+        ado::Recordset &orders = opened(session_.rsCustSaleMaster);
+        orders.requeryAt(orders.bookmark());
+        requeryIfOpen(session_.rsCustSaleDetails);
+    });
+    session_.linesMayBeStale = read.failed();
+    return rowsShown() != before;
+}
+
+void OrderOperations::takeCurrentProduct(EntryLine &line) const
+{
+    const ado::Recordset &products = opened(session_.rsSaleProductLists);
+    line.product = ProductKey(products[QStringLiteral("PM_PK")]);
+    line.unitPrice = products[QStringLiteral("PM_UnitPrice")];
+}
+
+OrderKey OrderOperations::currentOrder() const
+{
+    const bool current = SaleSession::hasCurrent(session_.rsCustSaleMaster) && !session_.rsCustSaleMaster->isGone();
+    return current ? OrderKey(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))) : OrderKey();
+}
+
+Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
+{
+    return onNewOrder(today_(), [&](OrderKey order) {
+        // Here the discount is read as a pure number: an empty field counts as 0.
+        const QString statement = insertStatement(order, line, clsNumberRelated().GetPureNumber(line.unitDiscount));
+        onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
+        return recalculate(order);
+    });
+}
+
+Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLine &line)
+{
+    return trappedAndShown(session_, [&] {
+        // Unlike on a new order, the discount goes straight into currency: an empty field fails. It is meant to stay so.
+        const QString statement = insertStatement(order, line, line.unitDiscount);
+        onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
+        return recalculate(order);
+    });
+}
+
+std::int16_t OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date)
+{
+    try {
+        const double count = runtime::Val(firstValue(clsSQL().getCountOrderMasterSQL(customer.number(), date)));
+        return static_cast<std::int16_t>(std::min<double>(count, std::numeric_limits<std::int16_t>::max()));
+    } catch (const RuntimeError &) {
+        return -1;
+    }
+}
+
+Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, std::int16_t intCount,
+                                              const QString &strMemo)
+{
+    return trappedAndShown(session_, [&] {
+        const QString statement =
+            clsSQL().insDB2RfndOrderDetailSQL(order.number(), product.number(), curPrice, intCount, strMemo);
+        onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
+        return recalculate(order);
+    });
+}
+
+Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey product, Currency curPrice,
+                                             std::int16_t intCount, const QString &strMemo)
+{
+    return onNewOrder(dtRefund, [&](OrderKey order) {
+        return addRefundOrderDetail(order, product, curPrice, intCount, strMemo);
+    });
+}
+
+OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &date)
+{
+    QString statement =
+        QStringLiteral("SELECT OrdM_PK FROM tPSORderMaster WHERE Cust_PK = [CUSTPK] AND OrdM_Date = '[ORDMDATE]'");
+    statement.replace(QLatin1String("[CUSTPK]"), QString::number(customer.number()));
+    statement.replace(QLatin1String("[ORDMDATE]"), runtime::dateText(date));
+    try {
+        const QVariant key = firstValue(statement);
+        return runtime::isNull(key) ? OrderKey() : OrderKey(key);
+    } catch (const RuntimeError &) {
+        return {};
+    }
+}
+
+Outcome OrderOperations::deleteOrder(OrderKey order)
+{
+    const Outcome outcome = trapped([&] {
+        ado::Recordset &orders = opened(session_.rsCustSaleMaster);
+        const QString details = clsSQL().delCustSaleDetailByOrdMPKSQL(order.number());
+        const QString ledger = clsSQL().delCustTranSQL(order.number(), session_.customer.lngCustPK);
+        flow::inTransaction([&](ado::Connection &connection) {
+            holdOrder(connection, order.number());
+            if (!orders.moveToKey(order.bookmark()))
+                ado::raiseConflict();
+            connection.Execute(details);
+            connection.Execute(ledger);
+            orders.Delete();
+            orders.Requery();
+        });
+        return Outcome::Done;
+    });
+    runtime::Attempt show; // after a failure too: the lists must tell what the database holds
+    if (outcome == Outcome::Failed)
+        show([&] { requeryIfOpen(session_.rsCustSaleMaster); });
+    show([&] { requeryIfOpen(session_.rsCustSaleDetails); });
+    show([&] { requeryIfOpen(session_.rsCustTranManage); });
+    return show.failed() ? Outcome::Failed : outcome;
+}
+
+Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
+{
+    return trappedAndShown(session_, [&] {
+        ado::Recordset &details = opened(session_.rsCustSaleDetails);
+        if (!details.moveToKey(line.bookmark()))
+            ado::raiseConflict();
+        details.Delete();
+        return recalculate(order);
+    });
+}
+
+Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outcome(OrderKey)> &addLine)
+{
+    return trappedAndShown(session_, [&] {
+        createOrder(date);
+        const Outcome outcome = trapped([&] { return addLine(orderKeyOf(date)); });
+        // The new order stays behind and is the current one now: the lines on show must be those of the current order.
+        if (hasFailed(outcome))
+            requeryIfOpen(session_.rsCustSaleMaster);
+        return outcome;
+    });
+}
+
+/// Saved by assignment to the recordset, on its own transaction.
+void OrderOperations::createOrder(const QDate &date)
+{
+    ado::Recordset &orders = opened(session_.rsCustSaleMaster);
+    const QVariant nothing = QVariant::fromValue(Currency());
+    const Customer &customer = session_.customer;
+    try {
+        flow::inTransaction([&](ado::Connection &) {
+            orders.AddNew();
+            orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
+            orders.setValue(QStringLiteral("OrdM_Date"), date);
+            orders.setValue(QStringLiteral("OrdM_Gubun"), 1);
+            orders.setValue(QStringLiteral("OrdM_Address"), runtime::Trim(customer.address));
+            orders.setValue(QStringLiteral("OrdM_Tel"), runtime::Trim(customer.phone));
+            orders.setValue(QStringLiteral("OrdM_Cel"), runtime::Trim(customer.cell));
+            orders.setValue(QStringLiteral("OrdM_TakbaeMemo"), QStringLiteral(""));
+            for (const char *field :
+                 {"OrdM_TaxTotal", "OrdM_TaxFreeTotal", "OrdM_HalinTotal", "OrdM_Total", "OrdM_Misugum"})
+                orders.setValue(QLatin1String(field), nothing);
+            orders.setValue(QStringLiteral("OrdM_ETCMemo"), QStringLiteral(""));
+            orders.Update();
+        });
+    } catch (const RuntimeError &) {
+        runtime::Attempt undo;
+        undo([&] { orders.CancelUpdate(); });
+        throw;
+    }
+}
+
+/// On a second order of the same day it may be the earlier one's: the first row that the server gives counts.
+OrderKey OrderOperations::orderKeyOf(const QDate &date) const
+{
+    return OrderKey(firstValue(clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date)));
+}
+
+/// The price is always that of the product row; the pane's price field only shows it.
+QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const
+{
+    const bool sale = line.intSellType == 0;
+    const Currency price = sale ? runtime::CCur(line.unitPrice) : Currency();
+    const Currency discount = sale ? runtime::CCur(unitDiscount) : Currency();
+    return clsSQL().insDB2OrderDetailSQL(order.number(), line.product.number(), price, discount,
+                                         runtime::CInt(line.quantity), line.intSellType);
+}
+
+/// Sums the order anew and shows the orders as they now stand.
+Outcome OrderOperations::recalculate(OrderKey order)
+{
+    const bool done = clsFunctions().reCalculateOMTotal(masterDB(), order.number()) == 1;
+    opened(session_.rsCustSaleMaster).Requery();
+    return done ? Outcome::Done : Outcome::Failed;
+}

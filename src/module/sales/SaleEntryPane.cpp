@@ -1,0 +1,382 @@
+#include "sales/SaleEntryPane.h"
+
+#include "forms/FormRow.h"
+#include "forms/clsMyFunctions.h"
+#include "forms/clsNumberRelated.h"
+#include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/RuntimeError.h"
+#include "sales/LineKinds.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QPointer>
+
+using controls::MsgBox;
+using controls::named;
+using runtime::Currency;
+
+namespace {
+
+// Indexes of txtSaleProductLists.
+enum EntryField { Catagory, Name, UnitPrice, EtcMemo, UnitDiscount, Quantity, SalePrice, Discount, LineTotal };
+
+struct EntryFieldLook
+{
+    const char16_t *caption;
+    int row;
+    int column;
+    int span; ///< columns of the box
+    TextBoxHabits habits;
+    bool open;
+};
+
+constexpr TextBoxHabits plain{};
+constexpr TextBoxHabits shownMoney{true, true, true, OnFocus::Nothing};
+
+// The grid has a column for the steppers beside the quantity; other boxes of the left half take it too.
+constexpr EntryFieldLook entryFields[] = {
+    {u"분류 :", 0, 0, 2, plain, false},
+    {u"물품명 :", 1, 0, 4, plain, false},
+    {u"판매단가 :", 2, 0, 2, shownMoney, false},
+    {u"메모 :", 2, 3, 1, plain, false},
+    {u"단가할인:", 4, 3, 1, MoneyHabits, true},
+    // The quantity is sifted like money but keeps its digits as typed.
+    {u"수량:", 4, 0, 1, {true, false, false, OnFocus::SelectAll}, true},
+    {u"판매단가:", 5, 0, 2, MoneyHabits, false},
+    {u"할인금액:", 5, 3, 1, shownMoney, true},
+    {u"총액:", 6, 0, 2, shownMoney, false},
+};
+constexpr int checkRow = 0;
+constexpr int kindRow = 3;
+constexpr int quantityRow = 4;
+constexpr int appendRow = 6;
+
+const QString unitDiscountFormat = QStringLiteral("\\\\###,##0");
+
+} // namespace
+
+SaleEntryPane::SaleEntryPane(SaleSession &session, PaneShell &, QWidget *parent)
+    : QObject(parent)
+    , session_(session)
+    , operations_(session)
+    , c1elaProductInfo_(named(new QWidget(parent), QStringLiteral("c1elaProductInfo")))
+    , udNoOfProdPlusMinus_(new controls::Stepper(QStringLiteral("udNoOfProdPlusMinus"), -1, c1elaProductInfo_))
+    , udNoOfProdPlusMinusBy5_(new controls::Stepper(QStringLiteral("udNoOfProdPlusMinusBy5"), -1, c1elaProductInfo_))
+    , cmdCSAppendDetail_(
+          named(new controls::PushCheck(QStringLiteral("추가"), c1elaProductInfo_), QStringLiteral("cmdCSAppendDetail")))
+{
+    makeFields();
+    makeKinds();
+    makeSteppers();
+    placeFields();
+    styleAppendButton();
+    orderTabs();
+    resetPane();
+    for (int index : {UnitDiscount, Quantity, Discount})
+        controls::onEvent(txtSaleProductLists(index), &QLineEdit::textChanged, this,
+                          [this](const QString &) { showLineTotal(); });
+    cmdCSAppendDetail_->onPush(this, [this] { appendDetail(); });
+}
+
+void SaleEntryPane::makeFields()
+{
+    for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
+        const EntryFieldLook &look = entryFields[index];
+        auto *box = named(new MoneyBox(look.habits, c1elaProductInfo_), QStringLiteral("txtSaleProductLists"), index);
+        if (!look.open)
+            clsMyFunctions::keepReadOnly(box);
+        txtSaleProductLists_[std::size_t(index)] = box;
+    }
+    const QString checks[] = {QStringLiteral("과세"), QStringLiteral("취급")};
+    for (int index = 0; index < int(chkSaleProductLists_.size()); ++index) {
+        auto *check = new QCheckBox(checks[index], c1elaProductInfo_);
+        check->setAccessibleName(checks[index]);
+        check->setEnabled(false);
+        chkSaleProductLists_[std::size_t(index)] = named(check, QStringLiteral("chkSaleProductLists"), index);
+    }
+}
+
+void SaleEntryPane::makeKinds()
+{
+    auto *choice = new QButtonGroup(c1elaProductInfo_);
+    for (int index = 0; index < int(ssoptSellType_.size()); ++index) {
+        const QString &caption = lineKinds[std::size_t(index)].caption;
+        auto *option = named(new QRadioButton(caption, c1elaProductInfo_), QStringLiteral("ssoptSellType"), index);
+        option->setAccessibleName(caption);
+        choice->addButton(option);
+        ssoptSellType_[std::size_t(index)] = option;
+    }
+    ssoptSellType_[0]->setChecked(true);
+    for (QRadioButton *option : ssoptSellType_) {
+        controls::onEvent(option, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                sellTypeChanged();
+        });
+    }
+}
+
+void SaleEntryPane::makeSteppers()
+{
+    const std::pair<controls::Stepper *, int> steppers[] = {{udNoOfProdPlusMinus_, 1}, {udNoOfProdPlusMinusBy5_, 5}};
+    for (const auto &[stepper, by] : steppers) {
+        stepper->setAccessibleName(QStringLiteral("수량 %1씩").arg(by));
+        stepper->setToolTip(stepper->accessibleName());
+        controls::onEvent(stepper, &controls::Stepper::up, this, [this, by = by] { step(by); });
+        controls::onEvent(stepper, &controls::Stepper::down, this, [this, by = by] { step(-by); });
+    }
+}
+
+void SaleEntryPane::placeFields()
+{
+    auto *grid = new QGridLayout(c1elaProductInfo_);
+    grid->setContentsMargins(6, 4, 6, 4);
+    grid->setHorizontalSpacing(5);
+    grid->setVerticalSpacing(3);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(4, 1);
+    for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
+        const EntryFieldLook &look = entryFields[index];
+        addFormRow(grid, look.row, look.column, QString::fromUtf16(look.caption), txtSaleProductLists(index), look.span);
+    }
+
+    auto *steppers = new QHBoxLayout;
+    steppers->setSpacing(2);
+    steppers->addWidget(udNoOfProdPlusMinus_);
+    steppers->addWidget(udNoOfProdPlusMinusBy5_);
+    grid->addLayout(steppers, quantityRow, 2);
+
+    auto *checks = new QHBoxLayout;
+    checks->setSpacing(10);
+    checks->addStretch(1);
+    for (QCheckBox *check : chkSaleProductLists_)
+        checks->addWidget(check);
+    grid->addLayout(checks, checkRow, 3, 1, 2);
+
+    auto *kinds = new QHBoxLayout;
+    kinds->setSpacing(14);
+    for (QRadioButton *option : ssoptSellType_)
+        kinds->addWidget(option);
+    kinds->addStretch(1);
+    grid->addLayout(kinds, kindRow, 1, 1, 4);
+
+    grid->addWidget(cmdCSAppendDetail_, appendRow, 3, 1, 2);
+    grid->setRowStretch(appendRow + 1, 1);
+}
+
+/// The button that goes on must be found at a glance.
+void SaleEntryPane::styleAppendButton()
+{
+    QFont font = cmdCSAppendDetail_->font();
+    font.setBold(true);
+    cmdCSAppendDetail_->setFont(font);
+    QPalette palette = cmdCSAppendDetail_->palette();
+    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        palette.setColor(group, QPalette::Button, QColor(0x1F, 0x6F, 0xB2));
+        palette.setColor(group, QPalette::ButtonText, Qt::white);
+    }
+    cmdCSAppendDetail_->setPalette(palette);
+}
+
+void SaleEntryPane::orderTabs()
+{
+    const QList<QWidget *> order{
+        ssoptSellType_[0],           ssoptSellType_[1],          ssoptSellType_[2],
+        txtSaleProductLists(Quantity), txtSaleProductLists(UnitDiscount), txtSaleProductLists(SalePrice),
+        txtSaleProductLists(Discount), txtSaleProductLists(LineTotal),  cmdCSAppendDetail_,
+        txtSaleProductLists(Catagory), txtSaleProductLists(Name),       txtSaleProductLists(UnitPrice),
+        txtSaleProductLists(EtcMemo),
+    };
+    for (qsizetype index = 1; index < order.size(); ++index)
+        QWidget::setTabOrder(order[index - 1], order[index]);
+}
+
+ControlGroup SaleEntryPane::colSaleEntry() const
+{
+    return {txtSaleProductLists(UnitDiscount), txtSaleProductLists(Quantity), udNoOfProdPlusMinus_, cmdCSAppendDetail_};
+}
+
+ControlGroup SaleEntryPane::colProductInfo() const
+{
+    return {txtSaleProductLists(Catagory), txtSaleProductLists(Name), txtSaleProductLists(UnitPrice),
+            txtSaleProductLists(EtcMemo), chkSaleProductLists_[0], chkSaleProductLists_[1]};
+}
+
+EditModeTable SaleEntryPane::colors() const
+{
+    EditModeTable table;
+    for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
+        MoneyBox *box = txtSaleProductLists(index);
+        table.entryControls.append(box);
+        table.entryColors.append({box, entryFields[index].open ? controls::systemColor(controls::SystemColor::Window)
+                                                               : controls::LockedColor});
+    }
+    return table;
+}
+
+void SaleEntryPane::setToday(OrderOperations::Clock today)
+{
+    operations_.setToday(std::move(today));
+}
+
+void SaleEntryPane::showProduct()
+{
+    if (!SaleSession::hasCurrent(session_.rsSaleProductLists)) {
+        resetPane();
+        return;
+    }
+    const ado::Recordset &products = *session_.rsSaleProductLists;
+    controls::showText(txtSaleProductLists(Catagory), runtime::text(products[QStringLiteral("PM_Catagory")]));
+    controls::showText(txtSaleProductLists(Name), runtime::text(products[QStringLiteral("PM_Name")]));
+    // The price shows here even for a product that is not handled; it becomes 0 on a change of kind. Both are meant.
+    showPrices(sellType() == 0 ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
+    controls::showText(txtSaleProductLists(EtcMemo), runtime::text(products[QStringLiteral("PM_EtcMemo")]));
+    for (int index : {Catagory, Name, EtcMemo})
+        txtSaleProductLists(index)->setCursorPosition(0); // a long name shows its beginning
+    chkSaleProductLists_[0]->setChecked(runtime::isTrue(products[QStringLiteral("PM_IsTaxed")]));
+    chkSaleProductLists_[1]->setChecked(runtime::isTrue(products[QStringLiteral("PM_IsValid")]));
+    showLineTotal();
+    const QString discount = clsNumberRelated().GetPureNumber(txtSaleProductLists(UnitDiscount)->text());
+    txtSaleProductLists(UnitDiscount)->setText(runtime::Format(discount, unitDiscountFormat));
+}
+
+void SaleEntryPane::resetPane()
+{
+    for (int index : {Catagory, Name, UnitPrice, EtcMemo})
+        txtSaleProductLists(index)->clear();
+    for (QCheckBox *check : chkSaleProductLists_)
+        check->setChecked(false);
+    txtSaleProductLists(Quantity)->setText(QStringLiteral("1"));
+    for (int index : {UnitDiscount, SalePrice, Discount, LineTotal})
+        showMoney(txtSaleProductLists(index), QStringLiteral("0"));
+}
+
+std::int16_t SaleEntryPane::sellType() const
+{
+    return ssoptSellType_[0]->isChecked() ? 0 : ssoptSellType_[1]->isChecked() ? 1 : 2;
+}
+
+void SaleEntryPane::sellTypeChanged()
+{
+    const std::int16_t kind = sellType();
+    MoneyBox *quantity = txtSaleProductLists(Quantity);
+    const double typed = runtime::Val(quantity->text());
+    if (kind != 2 && typed < 0)
+        quantity->setText(runtime::text(-typed));
+    showPrices(kind == 0 ? salePriceOfCurrentProduct() : QVariant(0));
+    if (kind == 0)
+        showLineTotal();
+    else
+        showMoney(txtSaleProductLists(LineTotal), QStringLiteral("0"));
+}
+
+QVariant SaleEntryPane::salePriceOfCurrentProduct() const
+{
+    if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
+        return 0;
+    const ado::Recordset &products = *session_.rsSaleProductLists;
+    return runtime::isTrue(products[QStringLiteral("PM_IsValid")]) ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0);
+}
+
+void SaleEntryPane::showPrices(const QVariant &price)
+{
+    for (int index : {UnitPrice, SalePrice})
+        txtSaleProductLists(index)->setText(runtime::Format(price, runtime::strMoneyFormat));
+}
+
+/// By one or five; downwards only from above that step, so the quantity never reaches 0 here.
+void SaleEntryPane::step(int by)
+{
+    const double quantity = runtime::Val(txtSaleProductLists(Quantity)->text());
+    if (by < 0 && quantity <= -by)
+        return;
+    txtSaleProductLists(Quantity)->setText(runtime::text(quantity + by));
+}
+
+Currency SaleEntryPane::moneyOf(int index) const
+{
+    return runtime::CCur(clsNumberRelated().GetPureNumber(txtSaleProductLists(index)->text()));
+}
+
+/// A further discount is added, and stored by nothing: it counts in this field only.
+void SaleEntryPane::showLineTotal()
+{
+    std::int16_t quantity = 0;
+    try {
+        quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
+    } catch (const runtime::RuntimeError &) {
+        return; // empty, a lone minus or too large while it is being typed: the total stays as it was
+    }
+    const Currency total = (moneyOf(SalePrice) - moneyOf(UnitDiscount)) * quantity + moneyOf(Discount);
+    txtSaleProductLists(LineTotal)->setText(runtime::money(total));
+}
+
+void SaleEntryPane::appendDetail()
+{
+    if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
+        return;
+    const QVariant handled = session_.rsSaleProductLists->value(QStringLiteral("PM_IsValid"));
+    if (!runtime::isNull(handled) && !runtime::isTrue(handled)) {
+        MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."), controls::InformationIcon, QString(),
+               c1elaProductInfo_);
+        return;
+    }
+    if (operations_.foundChangedAfterLoss()) {
+        MsgBox(changedAfterLoss, controls::InformationIcon, QString(), c1elaProductInfo_);
+        return;
+    }
+    EntryLine line;
+    line.intSellType = sellType();
+    line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();
+    line.quantity = txtSaleProductLists(Quantity)->text();
+    operations_.takeCurrentProduct(line);
+
+    const Outcome outcome = addToChosenOrder(line); // Stopped when the window went meanwhile
+    if (outcome == Outcome::Done)
+        emit lineAdded();
+    if (outcome == Outcome::Conflict)
+        emit session_.changedElsewhere();
+    if (hasFailed(outcome)) {
+        const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
+        MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_);
+    }
+}
+
+/// With an order of today the line goes to the order selected in the grid, even to an older one: the count only decides
+/// whether to ask.
+Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
+{
+    const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
+    if (!hasOrders)
+        return operations_.addDetailToNewOrder(line);
+    const OrderKey order = operations_.currentOrder();
+    const std::int16_t orders = operations_.countTodayOrders();
+    if (orders < 0)
+        return Outcome::Failed;
+    const QPointer<SaleEntryPane> alive(this);
+    const controls::Answer answer = orders > 0 ? controls::Answer::No : askForToday(line);
+    if (answer == controls::Answer::Cancel || !alive)
+        return Outcome::Stopped;
+    if (answer == controls::Answer::Yes)
+        return operations_.addDetailToNewOrder(line);
+    if (order)
+        return operations_.addDetailToSelectedOrder(order, line);
+    MsgBox(QStringLiteral("선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오."), controls::InformationIcon,
+           QStringLiteral("거래 선택"), c1elaProductInfo_);
+    return Outcome::Stopped;
+}
+
+/// Yes: on an order of today. No: on the selected one.
+controls::Answer SaleEntryPane::askForToday(const EntryLine &line) const
+{
+    const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
+    const QString question = QStringLiteral("오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?")
+                             + QStringLiteral("\n\n") + kind.choices;
+    return MsgBox(question, controls::YesNoCancel | controls::InformationIcon, kind.questionTitle, c1elaProductInfo_);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/print/PageTable.h"
+#include "platform/print/Page.h"
+
+#include <QMarginsF>
+#include <QSizeF>
+
+#include <vector>
+
+namespace print {
+
+inline constexpr QSizeF A4{210, 297};
+
+/// What one run puts on paper, page by page: tables that break across pages, and text boxes and pictures at fixed places.
+/// Nothing is sent anywhere by composing it. Sizes are mm.
+class Document
+{
+public:
+    explicit Document(QSizeF paper = A4, QMarginsF margins = {});
+
+    const QSizeF &paper() const { return paper_; }
+    void setFont(const TextFont &font) { font_ = font; }
+    const TextFont &font() const { return font_; }
+
+    /// Puts the rows below one another from the upper margin on, each whole on one page. What is not empty is drawn.
+    void addTable(const PageTable &table);
+    /// A text at a fixed place of the last page.
+    void addText(const TextItem &text);
+    /// A picture at a fixed place of the last page.
+    void addPicture(const QImage &image, const QRectF &box);
+    /// Makes the sheet as long as what stands on it: the lowest line of text or picture and `feed` below it.
+    void cutBelowContents(double feed);
+
+    const std::vector<Page> &pages() const { return pages_; }
+    int pageCount() const { return int(pages_.size()); }
+
+private:
+    void placeRow(const PageTable &table, const PageTable::Row &row, double top);
+
+    QSizeF paper_;
+    QMarginsF margins_;
+    TextFont font_;
+    std::vector<Page> pages_;
+};
+
+} // namespace print

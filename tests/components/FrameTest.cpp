@@ -1,0 +1,330 @@
+#include "platform/runtime/RuntimeError.h"
+#include "components/VantoSalesPeriod/clsVantoSalesPeriod.h"
+#include "components/frame/CsvFile.h"
+#include "components/frame/ReportWindow.h"
+#include "components/frame/SheetPrint.h"
+#include "tests/components/SampleRows.h"
+#include "tests/support/PostgresServer.h"
+#include "tests/support/MessageRecorder.h"
+
+#include <QApplication>
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QTableView>
+#include <QTest>
+#include <QThread>
+
+using namespace statistics;
+
+namespace {
+
+/// A report of one figure over the lines' keys, each row of which takes its time.
+class SlowReport : public Report
+{
+public:
+    explicit SlowReport(QString statement) : statement_(std::move(statement)) {}
+    QString title() const override { return QStringLiteral("느린 통계"); }
+    std::vector<Figure> figures(const Period &) override
+    {
+        Figure figure{statement_, Figure::Slices::Days};
+        figure.take = [](const Record &) { QThread::msleep(10); };
+        return {figure};
+    }
+
+private:
+    Sheet makeSheet(int) const override
+    {
+        Sheet sheet;
+        sheet.columns = {{QStringLiteral("가"), Column::Kind::Text}};
+        sheet.rows = {{QStringLiteral("다 읽음")}};
+        return sheet;
+    }
+
+    QString statement_;
+};
+
+class Window : public testing::Test
+{
+protected:
+    ReportWindow &open(const QString &statement)
+    {
+        window_ = std::make_unique<ReportWindow>(std::make_unique<SlowReport>(statement),
+                                                 samplerows::clinic(ado::Engine::SQLite).connection());
+        window_->show();
+        return *window_;
+    }
+    template <typename Control>
+    Control *control(const char *name) const { return window_->findChild<Control *>(QLatin1String(name)); }
+    QString state() const { return control<QLabel>("lblState")->text(); }
+    int rows() const { return control<QTableView>("tblReport")->model()->rowCount(); }
+    bool waitFor(const std::function<bool()> &condition) const { return QTest::qWaitFor(condition, 10'000); }
+    bool readToItsEnd() const { return waitFor([this] { return !window_->isReading(); }); }
+
+    /// Clicks the button and works in the dialog that comes; returns how many came.
+    template <typename Dialog>
+    int inDialog(const char *button, const std::function<void(Dialog &)> &work) const
+    {
+        int dialogs = 0;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget())) {
+                watch.stop();
+                ++dialogs;
+                work(*dialog);
+            }
+        });
+        watch.start(10);
+        QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton);
+        return dialogs;
+    }
+
+    std::unique_ptr<ReportWindow> window_;
+};
+
+const QString ordersOfADay = QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]'");
+
+} // namespace
+
+TEST(Csv, KeepsKoreanCommasAndExactNumbersAndDisarmsFormulas)
+{
+    Sheet sheet;
+    sheet.summary = {{QStringLiteral("매출"), QStringLiteral("순매출"), runtime::Currency::fromWon(-1500)}};
+    sheet.columns = {{QStringLiteral("물품, 이름"), Column::Kind::Text}, {QStringLiteral("금액")}};
+    sheet.rows = {{QStringLiteral("6\" 붕대"), runtime::Currency::fromWon(922337203685477)},
+                  {QStringLiteral("=1+1"), runtime::Currency::fromScaled(12'5000)},
+                  {QStringLiteral("두\n줄"), Cell()}};
+    sheet.totals = {QStringLiteral("합계"), runtime::Currency()};
+    EXPECT_EQ(csvOf(QStringLiteral("통계"), QStringLiteral("2026-06"), sheet, sheet.rows).toStdString(),
+              "\xEF\xBB\xBF통계,2026-06\r\n매출,순매출,-1500\r\n\r\n\"물품, 이름\",금액\r\n\"6\"\" 붕대\",922337203685477\r\n"
+              "'=1+1,12.5\r\n\"두\n줄\",\r\n합계,0\r\n");
+    EXPECT_EQ(shownText(sheet.rows[1][1]).toStdString(), "12.5");
+    EXPECT_EQ(shownText(sheet.rows[0][1]).toStdString(), "922,337,203,685,477");
+}
+
+TEST(Sums, AreUnknownOnceAnythingOfThemIs)
+{
+    const Sum most = runtime::Currency::fromScaled(std::numeric_limits<std::int64_t>::max());
+    const Sum won = runtime::Currency::fromWon(1);
+    const struct { const char *what; Sum sum; std::string shown; } cases[] = {
+        {"known", won - won * 3, "-2"},
+        {"too much", most + won, "?"},
+        {"too little", -most - won, "?"},
+        {"too many", won * 1'000'000'000'000'000, "?"},
+        {"unknown less itself", Sum::unknown() - Sum::unknown(), "?"},
+        {"an unknown one is not below zero", Sum::unknown().notBelowZero(), "?"},
+        {"below zero", (-won).notBelowZero(), "0"},
+    };
+    for (const auto &entry : cases)
+        EXPECT_EQ(plainText(entry.sum).toStdString(), entry.shown) << entry.what;
+}
+
+TEST(StatStart, GivesTheWindowBeforeAnythingIsRead)
+{
+    clsVantoSalesPeriod component;
+    ado::ConnectionPtr connection = samplerows::clinic(ado::Engine::SQLite).connection();
+    const int handle = component.StatStart(connection);
+    const std::unique_ptr<QWidget> window(QWidget::find(WId(handle)));
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->property("reading").toBool());
+    EXPECT_EQ(window->findChild<QTableView *>("tblReport")->model()->rowCount(), 0);
+
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !window->property("reading").toBool(); }, 10'000));
+    // The shop's last month, since nothing was sold in the one of today.
+    EXPECT_EQ(window->findChild<QDateEdit *>("dtpFirst")->date(), QDate(2026, 6, 1));
+    EXPECT_EQ(window->findChild<QDateEdit *>("dtpLast")->date(), QDate(2026, 6, 30));
+    EXPECT_GT(window->findChild<QTableView *>("tblReport")->model()->rowCount(), 10);
+
+    connection.reset();
+    EXPECT_THROW(component.StatStart(connection), runtime::RuntimeError);
+}
+
+TEST_F(Window, StaysAliveAndShowsItsProgressWhileItReads)
+{
+    ReportWindow &window = open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    EXPECT_EQ(rows(), 1);
+    EXPECT_FALSE(control<QWidget>("cmdCancel")->isVisible());
+
+    control<QDateEdit>("dtpFirst")->setDate(samplerows::firstDay); // some 300 orders, 3 s
+    ASSERT_TRUE(waitFor([&] { return window.isReading(); }));
+    QElapsedTimer begun;
+    begun.start();
+    int turns = 0;
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout, [&turns] { ++turns; });
+    other.start(0);
+    ASSERT_TRUE(waitFor([&] { return control<QWidget>("prgReading")->isVisible(); }));
+    EXPECT_GE(begun.elapsed(), 400);
+    EXPECT_LT(begun.elapsed(), 1500);
+    EXPECT_GT(turns, 3);
+    EXPECT_TRUE(window.isReading());
+
+    QTest::mouseClick(control<QPushButton>("cmdCancel"), Qt::LeftButton);
+    EXPECT_FALSE(window.isReading());
+    EXPECT_FALSE(control<QWidget>("prgReading")->isVisible());
+    EXPECT_EQ(rows(), 0); // what stood there belonged to other days
+    EXPECT_TRUE(state().contains("중지"));
+    EXPECT_FALSE(control<QPushButton>("cmdCsv")->isEnabled());
+}
+
+TEST_F(Window, MayBeDestroyedWhileItReads)
+{
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    control<QDateEdit>("dtpFirst")->setDate(samplerows::firstDay);
+    ASSERT_TRUE(waitFor([&] { return window_->isReading(); }));
+    window_.reset();
+    QTest::qWait(50);
+}
+
+TEST_F(Window, TellsWhyItCannotRead)
+{
+    open(QStringLiteral("SELECT * FROM nowhere"));
+    ASSERT_TRUE(readToItsEnd());
+    EXPECT_TRUE(state().startsWith("통계를 가져오지 못했습니다: ")) << state().toStdString();
+    EXPECT_EQ(rows(), 0);
+
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    control<QDateEdit>("dtpFirst")->setDate(QDate(2026, 7, 1));
+    ASSERT_TRUE(waitFor([&] { return rows() == 0; }));
+    EXPECT_EQ(state(), QStringLiteral("시작일이 종료일보다 늦습니다."));
+}
+
+TEST(Readings, EndWithTheServerAndCountNothingThatWasNotRead)
+{
+    TestDatabase &clinic = samplerows::clinic(ado::Engine::PostgreSQL);
+    ado::Recordset lines;
+    lines.Open(QStringLiteral("SELECT * FROM tPSOrderDetail"), clinic.connection(), ado::CursorType::Keyset, ado::LockType::Optimistic);
+    ReportWindow window(std::make_unique<SalesPeriodReport>(), clinic.connection());
+    window.show();
+    const auto readToItsEnd = [&] { return QTest::qWaitFor([&] { return !window.isReading(); }, 20'000); };
+    ASSERT_TRUE(readToItsEnd());
+    const auto rows = window.sheet().rows.size();
+    EXPECT_GT(rows, 10u);
+
+    PostgresServer::instance().stop();
+    QTest::mouseClick(window.findChild<QPushButton *>("cmdRead"), Qt::LeftButton);
+    EXPECT_TRUE(readToItsEnd());
+    const QString state = window.findChild<QLabel *>("lblState")->text();
+    EXPECT_TRUE(state.startsWith("통계를 가져오지 못했습니다: ")) << state.toStdString();
+    EXPECT_TRUE(window.sheet().totals.empty());
+    EXPECT_THROW(Record(lines, lines.rowCount() - 1).amount(lines.columnIndex("OrdD_UnitPrice")), runtime::RuntimeError);
+
+    PostgresServer::instance().start();
+    QTest::qWait(1100); // a desk does not ask a dead server more than once a second
+    QTest::mouseClick(window.findChild<QPushButton *>("cmdRead"), Qt::LeftButton);
+    EXPECT_TRUE(readToItsEnd());
+    EXPECT_EQ(window.sheet().rows.size(), rows) << window.findChild<QLabel *>("lblState")->text().toStdString();
+    samplerows::forgetClinics();
+}
+
+TEST_F(Window, SavesItsTableWhereTheUserSays)
+{
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    const QTemporaryDir folder;
+    const auto saveAs = [&](const QString &name) {
+        return inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
+            EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Excel용 저장"));
+            dialog.findChild<QLineEdit *>("fileNameEdit")->setText(folder.filePath(name));
+            QMetaObject::invokeMethod(&dialog, "accept");
+        });
+    };
+    const MessageRecorder boxes;
+    EXPECT_EQ(saveAs(QStringLiteral("통계 6월")), 1);
+    QFile file(folder.filePath("통계 6월.csv"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll().toStdString(), "\xEF\xBB\xBF느린 통계,2026-06-01 ~ 2026-06-30\r\n\r\n가\r\n다 읽음\r\n");
+    EXPECT_TRUE(boxes.messages.isEmpty());
+
+    EXPECT_EQ(inDialog<QFileDialog>("cmdCsv", [](QFileDialog &dialog) { dialog.reject(); }), 1);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_TRUE(boxes.messages.isEmpty());
+
+    // An old file is not lost without a question, however the name was typed.
+    inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
+        dialog.findChild<QLineEdit *>("fileNameEdit")->setText(file.fileName().chopped(4));
+        QTimer::singleShot(0, &dialog, [&dialog] {
+            auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            ASSERT_TRUE(question);
+            question->reject();
+            dialog.reject();
+        });
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+
+    saveAs(QStringLiteral("nowhere/taken"));
+    ASSERT_EQ(boxes.messages.size(), 1);
+    EXPECT_TRUE(boxes.messages[0].text.startsWith("파일을 저장하지 못했습니다: ")) << boxes.messages[0].text.toStdString();
+}
+
+TEST_F(Window, ShowsItsPagesBeforeItPrints)
+{
+    open(ordersOfADay);
+    ASSERT_TRUE(readToItsEnd());
+    const int shown = inDialog<QPrintPreviewDialog>("cmdPrint", [](QPrintPreviewDialog &dialog) {
+        auto *pages = dialog.findChild<QPrintPreviewWidget *>();
+        EXPECT_TRUE(QTest::qWaitFor([pages] { return pages->pageCount() == 1; }));
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("느린 통계 인쇄"));
+        EXPECT_EQ(pages->orientation(), QPageLayout::Portrait);
+        dialog.reject();
+    });
+    EXPECT_EQ(shown, 1);
+
+    // The host may close the window under the preview.
+    EXPECT_EQ(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }), 1);
+}
+
+TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
+{
+    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(), samplerows::clinic(ado::Engine::SQLite).connection());
+    window_->show();
+    ASSERT_TRUE(readToItsEnd());
+    auto *table = control<QTableView>("tblReport");
+    const int net = 6;
+    table->selectRow(table->model()->rowCount() - 1);
+    const QString selected = table->currentIndex().siblingAtColumn(0).data().toString();
+    for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        table->sortByColumn(net, order);
+        const QModelIndexList rows = table->selectionModel()->selectedRows();
+        ASSERT_EQ(rows.size(), 1);
+        EXPECT_EQ(rows.constFirst().data().toString(), selected);
+        EXPECT_EQ(table->currentIndex().row(), rows.constFirst().row());
+        EXPECT_TRUE(table->viewport()->rect().contains(table->visualRect(table->currentIndex().siblingAtColumn(1)).center()));
+    }
+    qint64 before = std::numeric_limits<qint64>::max();
+    qint64 sum = 0;
+    for (int row = 0; row < table->model()->rowCount(); ++row) {
+        const qint64 amount = table->model()->index(row, net).data().toString().remove(u',').toLongLong();
+        EXPECT_LE(amount, before);
+        before = amount;
+        sum += amount;
+    }
+    EXPECT_EQ(control<QTableView>("tblTotals")->model()->index(0, net).data().toString().remove(u',').toLongLong(), sum);
+}
+
+TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
+{
+    Sheet sheet;
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text}, {QStringLiteral("금액")}};
+    for (int row = 0; row < 120; ++row)
+        sheet.rows.push_back({QStringLiteral("줄 %1").arg(row), runtime::Currency::fromWon(row)});
+    sheet.totals = {QStringLiteral("합계"), runtime::Currency::fromWon(7140)};
+    const QTemporaryDir folder;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder.filePath("report.pdf"));
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    ASSERT_TRUE(SheetPrint({QStringLiteral("통계"), QStringLiteral("2026"), sheet}).draw(printer));
+    QFile pdf(printer.outputFileName());
+    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
+    EXPECT_EQ(pdf.readAll().count("/Type /Page\n"), 3);
+}

@@ -1,0 +1,111 @@
+#include "desk/window/DeskWindow.h"
+#include "desk/window/PatientSearch.h"
+#include "desk/sample/Clinic.h"
+#include "tests/support/MessageRecorder.h"
+#include "tests/support/TestDatabase.h"
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QTest>
+
+namespace {
+
+class Reception : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        clinic_ = new TestDatabase(ado::Engine::SQLite, false);
+        sample::fill(*clinic_->connection(), sample::Size::Small);
+    }
+    static void TearDownTestSuite() { delete std::exchange(clinic_, nullptr); }
+
+    void SetUp() override
+    {
+        // No component is registered for this user, and none beside the test.
+        automation::classRegister::setFile(folder_.filePath("classes.ini"));
+        window_.show();
+        QApplication::setActiveWindow(&window_);
+        search_->setFocus();
+    }
+    void TearDown() override { automation::classRegister::setFile({}); }
+
+    QString chosen() const { return table_->model()->index(table_->currentIndex().row(), 0).data().toString(); }
+
+    static inline TestDatabase *clinic_ = nullptr;
+    QTemporaryDir folder_;
+    MessageRecorder boxes_;
+    desk::DeskWindow window_{clinic_->connection()};
+    QLineEdit *search_ = window_.findChild<QLineEdit *>("txtSearch");
+    QTableView *table_ = window_.findChild<QTableView *>("tblPatients");
+    QPushButton *sale_ = window_.findChild<QPushButton *>("cmdSale");
+};
+
+} // namespace
+
+TEST(PatientSearch, FindsByNameConsonantsChartNumberAndTelephone)
+{
+    desk::Patient patient;
+    patient.name = QStringLiteral("남궁 보람");
+    patient.chartNumber = QStringLiteral("A-00017");
+    patient.phone = QStringLiteral("02-0649-3741");
+    patient.cell = QStringLiteral("010-0696-0351");
+    const desk::SearchKey key(patient);
+    const struct { const char *typed; bool found; } cases[]{
+        {"", true},          {"  ", true},         {"남궁", true},  {"궁보", true},       {"보람이", false}, {"ㄴㄱㅂㄹ", true},
+        {"ㄱㅂ", true},      {"ㄴㅂ", false},      {"a0001", true}, {"A-0001", true},     {"00018", false},  {"0649-37", true},
+        {"06493741", true},  {"6960351", true},    {"-", true},     {"010-0696x", false}, {"ㅂ람", false},
+    };
+    for (const auto &one : cases)
+        EXPECT_EQ(key.matches(QString::fromUtf8(one.typed)), one.found) << one.typed;
+    EXPECT_EQ(desk::initialConsonants(QStringLiteral("가힣 까씨A1")).toStdString(), "ㄱㅎ ㄲㅆA1");
+}
+
+TEST_F(Reception, NarrowsTheListWithEveryKey)
+{
+    EXPECT_EQ(table_->model()->rowCount(), 30);
+    QTest::keyClicks(search_, QStringLiteral("000007"));
+    ASSERT_EQ(table_->model()->rowCount(), 1);
+    EXPECT_EQ(chosen().toStdString(), clinic_->value("SELECT name FROM Customer WHERE sn = '000007'").toStdString());
+    EXPECT_TRUE(sale_->isEnabled());
+
+    QTest::keyClicks(search_, QStringLiteral("000"));
+    EXPECT_EQ(table_->model()->rowCount(), 0);
+    EXPECT_FALSE(sale_->isEnabled());
+    QTest::keyClick(search_, Qt::Key_F2);
+    EXPECT_TRUE(boxes_.messages.isEmpty());
+
+    QTest::keyClick(&window_, Qt::Key_Escape);
+    EXPECT_EQ(table_->model()->rowCount(), 30);
+    EXPECT_TRUE(sale_->isEnabled());
+}
+
+TEST_F(Reception, CountsTheSyllableThatIsBeingComposed)
+{
+    QInputMethodEvent composing(QStringLiteral("ㅅ"), {});
+    QApplication::sendEvent(search_, &composing);
+    const int begins = table_->model()->rowCount();
+    EXPECT_GT(begins, 0);
+    EXPECT_LT(begins, 30);
+    QInputMethodEvent givenUp;
+    QApplication::sendEvent(search_, &givenUp);
+    EXPECT_EQ(table_->model()->rowCount(), 30);
+}
+
+TEST_F(Reception, IsWalkedThroughFromTheSearch)
+{
+    QTest::keyClick(search_, Qt::Key_Down);
+    QTest::keyClick(search_, Qt::Key_Down);
+    EXPECT_EQ(table_->currentIndex().row(), 2);
+    QTest::keyClick(search_, Qt::Key_Up);
+    EXPECT_EQ(table_->currentIndex().row(), 1);
+}
+
+TEST_F(Reception, SaysSoWhenTheComponentIsMissing)
+{
+    QTest::keyClick(search_, Qt::Key_Return);
+    QTest::mouseClick(window_.findChild<QPushButton *>("cmdManage"), Qt::LeftButton);
+    ASSERT_EQ(boxes_.messages.size(), 2);
+    EXPECT_FALSE(boxes_.messages.front().text.isEmpty());
+    EXPECT_TRUE(window_.isVisible());
+}

@@ -1,0 +1,165 @@
+#include "desk/sample/Catalogue.h"
+#include "desk/sample/Clinic.h"
+#include "desk/sample/Trade.h"
+#include "desk/schema/Schema.h"
+#include "platform/runtime/RuntimeError.h"
+#include "tests/desk/Content.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSet>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+using sample::Size;
+
+namespace {
+
+class SmallClinic : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        clinic_ = new TestDatabase(ado::Engine::SQLite, false);
+        sample::fill(*clinic_->connection(), Size::Small);
+    }
+    static void TearDownTestSuite() { delete std::exchange(clinic_, nullptr); }
+
+    static int number(const char *statement) { return clinic_->value(QString::fromUtf8(statement)).toInt(); }
+    static QStringList rows(const char *statement) { return clinic_->rows(QString::fromUtf8(statement)); }
+
+    static inline TestDatabase *clinic_ = nullptr;
+};
+
+} // namespace
+
+TEST_F(SmallClinic, HoldsTheSameRowsOnEveryEngine)
+{
+    const QStringList here = contentOf(*clinic_);
+    EXPECT_GT(here.size(), 1'500);
+    for (ado::Engine engine : {ado::Engine::PostgreSQL, ado::Engine::Odbc}) {
+        TestDatabase elsewhere(engine, false);
+        sample::fill(*elsewhere.connection(), Size::Small);
+        const QStringList there = contentOf(elsewhere);
+        ASSERT_EQ(there.size(), here.size());
+        for (qsizetype line = 0; line < here.size(); ++line)
+            ASSERT_EQ(there[line].toStdString(), here[line].toStdString());
+    }
+}
+
+TEST_F(SmallClinic, OwesWhatTheLedgerLeavesOpen)
+{
+    EXPECT_EQ(rows("SELECT OrdM_PK, OrdM_Misugum FROM tPSOrderMaster o WHERE OrdM_Misugum <> OrdM_Total + "
+                   "(SELECT COALESCE(SUM(CASE tpstrans_Operator WHEN 4 THEN tpstrans_Money ELSE -tpstrans_Money END), 0) "
+                   " FROM tPSTransaction WHERE tpstrans_OrderM_PK = o.OrdM_PK AND tpstrans_Customer_PK = o.Cust_PK)"), QStringList());
+    EXPECT_EQ(number("SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_Money <= 0"), 0);
+}
+
+TEST_F(SmallClinic, TakesBackOnlyWhatItSoldAndNotesBothSides)
+{
+    const QStringList returned =
+        rows("SELECT o.Cust_PK, o.OrdM_Date, d.PM_PK, d.OrdD_Count, d.OrdD_UnitPrice FROM tPSOrderDetail d "
+             "JOIN tPSOrderMaster o ON o.OrdM_PK = d.OrdM_PK WHERE d.OrdD_RfndMemo LIKE '▷판매날짜(%' AND d.OrdD_Count < 0 "
+             "AND d.OrdD_OrderType IS NULL ORDER BY o.Cust_PK, o.OrdM_Date");
+    const QStringList noted =
+        rows("SELECT o.Cust_PK, SUBSTR(d.OrdD_RfndMemo, 2, 10), d.PM_PK, SUBSTR(d.OrdD_RfndMemo, 15, 2), "
+             "d.OrdD_UnitPrice - d.OrdD_HalinUnit FROM tPSOrderDetail d JOIN tPSOrderMaster o ON o.OrdM_PK = d.OrdM_PK "
+             "WHERE d.OrdD_RfndMemo LIKE '▶%' ORDER BY o.Cust_PK, 2");
+    EXPECT_GE(returned.size(), 5);
+    EXPECT_EQ(returned.join(u'\n').toStdString(), noted.join(u'\n').toStdString());
+    EXPECT_EQ(number("SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdD_RfndMemo NOT LIKE '▶%' AND OrdD_RfndMemo NOT LIKE '▷%'"), 0);
+}
+
+TEST_F(SmallClinic, ShowsEveryKindOfTrade)
+{
+    const struct { const char *what, *statement; int atLeast, atMost; } counts[]{
+        {"patients", "SELECT COUNT(*) FROM Customer", 30, 30},
+        {"patients who never bought", "SELECT COUNT(*) FROM Customer WHERE Customer_PK NOT IN (SELECT Cust_PK FROM tPSOrderMaster)",
+         2, 10},
+        {"orders of a day and patient beyond one",
+         "SELECT COUNT(*) FROM (SELECT 1 FROM tPSOrderMaster GROUP BY Cust_PK, OrdM_Date HAVING COUNT(*) > 1)", 0, 0},
+        {"months of trade", "SELECT COUNT(DISTINCT SUBSTR(OrdM_Date, 1, 7)) FROM tPSOrderMaster", 12, 12},
+        {"orders that owe", "SELECT COUNT(*) FROM tPSOrderMaster WHERE OrdM_Misugum > 0", 5, 40},
+        {"methods of payment", "SELECT COUNT(DISTINCT tpstrans_Method) FROM tPSTransaction WHERE tpstrans_Operator = 3", 5, 5},
+        {"orders whose key is also a receipt's",
+         "SELECT COUNT(*) FROM Receipt WHERE Receipt_PK IN (SELECT OrdM_PK FROM tPSOrderMaster)", 0, 0},
+        {"goods of which more was sold than bought",
+         "SELECT COUNT(*) FROM tPSProductMaster p WHERE (SELECT SUM(IN_Count) FROM tPSIncoming i WHERE i.PM_PK = p.PM_PK) < "
+         "(SELECT COALESCE(SUM(OrdD_Count), 0) FROM tPSOrderDetail d WHERE d.PM_PK = p.PM_PK)",
+         0, 0},
+        {"orders whose sums are not those of their lines",
+         "SELECT COUNT(*) FROM tPSOrderMaster o WHERE OrdM_HalinTotal <> (SELECT SUM(OrdD_HalinUnit * OrdD_Count) FROM tPSOrderDetail d "
+         "WHERE d.OrdM_PK = o.OrdM_PK) OR OrdM_TaxTotal <> (SELECT COALESCE(SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count), 0) "
+         "FROM tPSOrderDetail d JOIN tPSProductMaster p ON p.PM_PK = d.PM_PK WHERE d.OrdM_PK = o.OrdM_PK AND p.PM_IsTaxed = 1)", 0, 0},
+        {"purchases that do not add up",
+         "SELECT COUNT(*) FROM tPSIncoming WHERE IN_Total <> IN_Count * IN_UnitPrice - IN_HalinTotal OR IN_UnitPrice <= 0", 0, 0},
+    };
+    for (const auto &count : counts) {
+        EXPECT_GE(number(count.statement), count.atLeast) << count.what;
+        EXPECT_LE(number(count.statement), count.atMost) << count.what;
+    }
+}
+
+TEST(SampleGoods, OfTheLargeClinicHaveNamesOfTheirOwn)
+{
+    QSet<QString> names;
+    for (const sample::Product &product : sample::products(20'000)) {
+        names.insert(product.name);
+        ASSERT_GT(product.price, 0);
+    }
+    EXPECT_EQ(names.size(), 20'000);
+}
+
+TEST(SampleTrade, MakesExactlyTheOrdersAskedForOnOpenDaysInOrder)
+{
+    const std::vector<sample::Product> goods = sample::products(500);
+    sample::Trade trade(goods, 2'000, QDate(2024, 7, 1), QDate(2025, 6, 30), 40'000);
+    int orders = 0;
+    int longest = 0;
+    QDate previous;
+    QSet<int> today;
+    while (const std::optional<sample::Order> order = trade.next()) {
+        ++orders;
+        longest = std::max(longest, int(order->lines.size()));
+        if (order->date != previous)
+            today.clear();
+        ASSERT_TRUE(!previous.isValid() || order->date >= previous);
+        ASSERT_NE(order->date.dayOfWeek(), int(Qt::Sunday));
+        ASSERT_FALSE(today.contains(order->patient));
+        ASSERT_LE(order->date, QDate(2025, 6, 30));
+        today.insert(order->patient);
+        previous = order->date;
+    }
+    EXPECT_EQ(orders, 40'000);
+    EXPECT_EQ(longest, 200); // the group order that long grids are tried with
+}
+
+TEST(SampleClinic, IsLeftOutWhollyWhenStopped)
+{
+    const sample::Progress stop = [](qint64, qint64) { return false; };
+    QTemporaryDir folder;
+    const QString file = folder.filePath("clinic.db");
+    EXPECT_THROW(sample::makeClinic(QStringLiteral("sqlite:") + file, Size::Large, stop), runtime::RuntimeError);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList());
+
+    TestDatabase server(ado::Engine::PostgreSQL, false);
+    EXPECT_THROW(sample::makeClinic(server.address(), Size::Large, stop), runtime::RuntimeError);
+    EXPECT_FALSE(schema::hasSchema(*server.connection()));
+    EXPECT_THROW(server.rows("SELECT * FROM tPSProductMaster"), std::runtime_error);
+}
+
+TEST(SampleClinic, NeverReplacesWhatIsThere)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath("notes.txt");
+    QFile notes(file);
+    ASSERT_TRUE(notes.open(QIODevice::WriteOnly) && notes.write("kept") == 4);
+    notes.close();
+    EXPECT_THROW(sample::makeClinic(QStringLiteral("sqlite:") + file, Size::Empty), runtime::RuntimeError);
+    EXPECT_EQ(QFileInfo(file).size(), 4);
+
+    TestDatabase server(ado::Engine::PostgreSQL);
+    server.run("INSERT INTO Customer (name) VALUES ('환자')");
+    EXPECT_THROW(sample::makeClinic(server.address(), Size::Small), runtime::RuntimeError);
+    EXPECT_EQ(server.value("SELECT COUNT(*) FROM Customer"), QStringLiteral("1"));
+}
