@@ -132,7 +132,7 @@ void LedgerPane::connectControls()
         if (hasOrder())
             emit outstandingMoneyAsked();
     });
-    // New money goes through the receipt dialogs; this button is meant to do nothing.
+    // Quirk (docs/architecture.md): this button does nothing; new money goes through the receipt dialogs.
     chkcmdAddEditDelTran_[0]->onPush(this, [] {});
     chkcmdAddEditDelTran_[1]->onPush(this, [this] { editRow(); });
     chkcmdAddEditDelTran_[2]->onPush(this, [this] { deleteRow(); });
@@ -269,7 +269,7 @@ void LedgerPane::editRow()
         MsgBox(QStringLiteral("선택된 수납내역이 없습니다."), InformationIcon, QString(), elTranMnu_);
 }
 
-/// No question is asked first, and neither the order's outstanding money nor its sums are recalculated: it is meant so.
+/// Quirk (docs/architecture.md): asks nothing first, and leaves the order's outstanding money and sums as they are.
 void LedgerPane::deleteRow()
 {
     intTranEditMode_ = -1;
@@ -320,7 +320,7 @@ void LedgerPane::cancelEdit()
     endEdit();
 }
 
-/// Step by step, whatever fails: an edit that stayed open would add its row once more.
+/// Every step runs, whichever fails: an edit left open would add its row again.
 void LedgerPane::endEdit()
 {
     runtime::Attempt attempt;

@@ -91,8 +91,8 @@ void SaleListPane::requerySaleProductLists()
         tdbSaleProductLists_->Rebind();
 }
 
-/// The numbers sit one place off the columns as they stand in the grid: a click on the name sorts by category, one on the
-/// remark by price. Staff have learned it so; it is meant to stay.
+/// Quirk (docs/architecture.md): the numbers are one off the grid's columns. A click on the name sorts by category, one
+/// on the remark by price; staff have learned it so.
 void SaleListPane::sortBy(int column)
 {
     struct HeaderSort
