@@ -76,8 +76,7 @@ public:
     /// Quirk (docs/architecture.md): no server runs this form of UPDATE; the keys are not used. Not called.
     Q_INVOKABLE QVariant updateOrderMasterMemoSQL(qint32 lngOrdMPK, qint32 lngCustPK, const QString &strMemo) const;
     Q_INVOKABLE QString getTranTotalReceiveAmountSQL(qint32 lngCustPK, qint32 lngOrdMPK) const;
-    /// Ledger totals of one order. Quirk (docs/architecture.md): operator 1 is labelled 할인 and 2 절사, which is
-    /// exchanged.
+    /// Ledger totals of one order. Quirk (docs/architecture.md): the labels 할인 and 절사 of 1 and 2 are exchanged.
     Q_INVOKABLE QString getAllTranAmount(qint32 lngCustPK, qint32 lngOrdMPK) const;
     /// All dealers for an empty name. Quirk (docs/architecture.md): for any other the place [CPNAME] stays unfilled,
     /// and LIKE reads it as a class: every dealer whose name holds one of the letters C, P, N, A, M, E.
