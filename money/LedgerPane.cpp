@@ -42,6 +42,7 @@ std::vector<controls::GridColumn> ledgerColumns()
         {QStringLiteral("11"), QStringLiteral("카드(미수)")},
         {QStringLiteral("12"), QStringLiteral("통장(미수)")},
     };
+    // clang-format off
     return {
         {.field = QStringLiteral("tpstrans_PK"), .caption = QStringLiteral("tpstrans_PK"), .visible = false},
         {.field = QStringLiteral("tpstrans_Customer_PK"), .caption = QStringLiteral("tpstrans_Customer_PK"), .visible = false},
@@ -52,6 +53,7 @@ std::vector<controls::GridColumn> ledgerColumns()
         {.field = QStringLiteral("tpstrans_Method"), .caption = QStringLiteral("결재방법"), .kind = Kind::Values, .width = 80, .values = methods},
         {.field = QStringLiteral("tpstrans_Memo"), .caption = QStringLiteral("메모"), .width = 160},
     };
+    // clang-format on
 }
 
 } // namespace

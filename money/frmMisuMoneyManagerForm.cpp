@@ -27,6 +27,7 @@ std::vector<controls::GridColumn> outstandingColumns()
 {
     using Kind = controls::GridColumn::Kind;
     const QString money = QStringLiteral("##,##0");
+    // clang-format off
     return {
         {.field = QStringLiteral("name"), .caption = QStringLiteral("이름"), .width = 104},
         {.field = QStringLiteral("sn"), .caption = QStringLiteral("챠트번호"), .width = 96},
@@ -35,6 +36,7 @@ std::vector<controls::GridColumn> outstandingColumns()
         {.field = QStringLiteral("OrdM_Total"), .caption = QStringLiteral("판매총액"), .kind = Kind::Money, .width = 104, .format = money},
         {.field = QStringLiteral("OrdM_Misugum"), .caption = QStringLiteral("미수금"), .kind = Kind::Money, .width = 104, .format = money},
     };
+    // clang-format on
 }
 
 } // namespace

@@ -17,6 +17,7 @@ namespace {
 std::vector<controls::GridColumn> saleListColumns()
 {
     using Kind = controls::GridColumn::Kind;
+    // clang-format off
     return {
         {.field = QStringLiteral("PM_Catagory"), .caption = QStringLiteral("분류"), .width = 58},
         {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 106},
@@ -25,6 +26,7 @@ std::vector<controls::GridColumn> saleListColumns()
         {.field = QStringLiteral("PM_UnitPrice"), .caption = QStringLiteral("판매단가(원)"), .kind = Kind::Money, .width = 76},
         {.field = QStringLiteral("PM_EtcMemo"), .caption = QStringLiteral("메모"), .width = 120},
     };
+    // clang-format on
 }
 
 } // namespace

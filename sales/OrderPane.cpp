@@ -26,6 +26,7 @@ constexpr int outstandingColumn = 7;
 std::vector<controls::GridColumn> orderColumns()
 {
     using Kind = controls::GridColumn::Kind;
+    // clang-format off
     return {
         {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
         {.field = QStringLiteral("Cust_PK"), .caption = QStringLiteral("Cust_PK"), .visible = false},
@@ -42,6 +43,7 @@ std::vector<controls::GridColumn> orderColumns()
         {.field = QStringLiteral("OrdM_TakbaeMemo"), .caption = QStringLiteral("택배메모"), .width = 140},
         {.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("메모"), .width = 140},
     };
+    // clang-format on
 }
 
 } // namespace
