@@ -58,7 +58,7 @@ public:
                                                  runtime::Currency curTaxFreeTotal, runtime::Currency curHalinTotal,
                                                  runtime::Currency curTotal, runtime::Currency curMisuGum,
                                                  const QString &strETCMemo) const;
-    /// `curMisuGum` is not used: a recalculation leaves the outstanding money alone.
+    /// Quirk (docs/architecture.md): `curMisuGum` is not used; the outstanding money stays as it is.
     Q_INVOKABLE QString updateOrderMasterTotalSQL(qint32 lngOrdMPK, runtime::Currency curTaxTotal,
                                                   runtime::Currency curTaxFreeTotal, runtime::Currency curHalinTotal,
                                                   runtime::Currency curTotal, runtime::Currency curMisuGum) const;

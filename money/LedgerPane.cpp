@@ -94,7 +94,7 @@ void LedgerPane::makeStrip()
     chkcmdAddEditDelTran_ = makePushChecks(QStringLiteral("chkcmdAddEditDelTran"),
                                            {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     PopMnuTran_ = named(new QMenu(elTranMnu_), QStringLiteral("PopMnuTran"));
-    // The one entry has no work behind it; the strip above the orders prints the receipt.
+    // Quirk (docs/architecture.md): its one entry does nothing; the strip above the orders prints the receipt.
     named(PopMnuTran_->addAction(QStringLiteral("영수증출력")), QStringLiteral("PopSubMnuRollReceipt"));
 
     // Taking money is what goes on; it is told from the rest at a glance.

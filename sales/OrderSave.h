@@ -19,8 +19,8 @@ struct OrderEdit
 };
 
 /// One order's edit, from opening the form to saving it. It belongs to the order that it began with, even if the list
-/// moves on. Only fields that the user changed are written. Where another desk wrote the same field meanwhile, the
-/// first save is a conflict; saving again after that overwrites.
+/// moves on. What another desk wrote meanwhile to a field that the user left alone stays. Where both wrote, the first
+/// save is a conflict; saving again after that overwrites.
 class OrderSave
 {
 public:
