@@ -232,7 +232,7 @@ void OrderOperations::createOrder(const QDate &date)
     }
 }
 
-/// The first order of the day that the server gives: where the day has two, it may be the earlier one.
+/// Quirk (docs/architecture.md): the first order of the day that the server gives, perhaps an earlier one than the new.
 OrderKey OrderOperations::orderKeyOf(const QDate &date) const
 {
     return OrderKey(firstValue(clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date)));
