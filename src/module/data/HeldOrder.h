@@ -4,16 +4,15 @@
 
 #include <functional>
 
-/// Between begin and commit: whether the order is there; if so it stays, and no other desk writes to it, until the
-/// transaction ends.
+/// Locks the order's row, so that no other desk changes or deletes it before the transaction ends; call it within one.
+/// False when there is no such order.
 bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK);
 
-/// The same for what must not go on without the order: no line and no money goes to one that another desk deletes
-/// meanwhile. Raises Conflict when it is gone.
+/// The same, but raises Conflict when the order is gone: lines and money must not go to a deleted order.
 void holdOrder(ado::Connection &connection, qint32 lngOrdMPK);
 
-/// Runs the work in a transaction of its own unless one is under way. An error rolls back and goes on to the caller.
+/// Runs `work` in the open transaction, else in one of its own, which an error rolls back. The error is rethrown.
 void inOneStep(ado::Connection &connection, const std::function<void()> &work);
 
-/// Work on an order that is held, in one step.
+/// inOneStep() with the order held.
 void onHeldOrder(ado::Connection &connection, qint32 lngOrdMPK, const std::function<void()> &work);

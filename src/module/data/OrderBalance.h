@@ -9,8 +9,8 @@ namespace ado {
 class Recordset;
 }
 
-/// Sums of one order's ledger rows. Cut and discount come under the labels of getAllTranAmount, which exchanges them;
-/// their sum is right, each alone is the other.
+/// Sums of one order's ledger rows. Quirk (docs/architecture.md): `cut` holds the discounts and `discount` the cuts,
+/// since getAllTranAmount exchanges their labels. Use only the sum of the two.
 struct OrderTranTotals
 {
     runtime::Currency cut;

@@ -89,7 +89,7 @@ QString clsSQL::insDB2OrderDetailSQL(qint32 lngOrdMPK, qint32 lngPMPK, Currency 
 QString clsSQL::insDB2RfndOrderDetailSQL(qint32 lngOrdMPK, qint32 lngPMPK, Currency curRfndUnitSalePricee,
                                          qint16 intOrderCount, const QString &strRfndMemo) const
 {
-    // The memo's place is spelled unlike its column, on both sides.
+    // The place <OrdD_FrndMemo> is misspelled in the text and below alike, so it is filled all the same.
     return fill(u"INSERT INTO tPSOrderDetail(OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, "
                 u"OrdD_Count, OrdD_RfndMemo) VALUES(<OrdM_PK>, <PM_PK>, <OrdD_UnitPrice>, "
                 u"<OrdD_HalinUnit>, <OrdD_Count>, '<OrdD_FrndMemo>')",

@@ -9,8 +9,8 @@
 
 /// The catalogue of statements. Each method gives the text of one statement and runs nothing; no state is held.
 ///
-/// Keys and amounts of the ledger are 32-bit, quantities and kinds 16-bit. Texts go out as they are: a ' breaks the
-/// statement at the server, but for the arguments marked "quotes doubled".
+/// Keys and amounts of the ledger are 32-bit, quantities and kinds 16-bit. Quirk (docs/architecture.md): texts are
+/// inserted as given, so a ' breaks the statement at the server; only arguments marked "quotes doubled" are protected.
 class clsSQL : public QObject
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     /// Leaves method and memo of the row untouched.
     Q_INVOKABLE QString UpdateTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator,
                                              qint32 lngMoney, qint32 lngOrderMasterPK, qint32 lngTpstrans_PK) const;
-    /// The same, and leaves the operator untouched as well, a NULL too.
+    /// The same, but the operator stays as stored too, even NULL.
     static QString updateButOperatorSQL(qint32 Customer_PK, const QDate &TxDate, qint32 lngMoney, qint32 lngOrderMasterPK,
                                         qint32 lngTpstrans_PK);
     /// All products, or without the hidden ones.
@@ -36,7 +36,7 @@ public:
     /// Key -1 gives an empty set.
     Q_INVOKABLE QString getOrderDetailSQL(qint32 lngOrdMPK) const;
     Q_INVOKABLE QString getCustTranSQL(qint32 lngCustPK, qint32 lngOrderMPK) const;
-    /// Raises Overflow for an amount beyond 16 bits: the amounts are narrowed, and stay so.
+    /// Quirk (docs/architecture.md): amounts are narrowed to 16 bits, beyond which Overflow is raised. Not called.
     Q_INVOKABLE QString insDB2OrderMasterSQL(qint32 lngCustPK, const QDate &dtDate, qint16 intGubun,
                                              const QString &strAddress, const QString &strTel, const QString &strCell,
                                              const QString &strTakBaeMemo, runtime::Currency curTaxTotal,
@@ -51,14 +51,14 @@ public:
                                                  runtime::Currency curRfndUnitSalePricee, qint16 intOrderCount,
                                                  const QString &strRfndMemo) const;
     Q_INVOKABLE QString getCountOrderMasterSQL(qint32 lngCustPK, const QDate &dtTdyDate) const;
-    /// Cannot run: its WHERE clause holds a bare word in the key's place. `lngOrdMPK` is not used.
+    /// Quirk (docs/architecture.md): no server runs it: WHERE holds the word lngOrdMPK, not the key. Not called.
     Q_INVOKABLE QString updateOrderMasterFullSQL(qint32 lngOrdMPK, qint16 intGubun, const QString &strAddress,
                                                  const QString &strTel, const QString &strCell,
                                                  const QString &strTakBaeMemo, runtime::Currency curTaxTotal,
                                                  runtime::Currency curTaxFreeTotal, runtime::Currency curHalinTotal,
                                                  runtime::Currency curTotal, runtime::Currency curMisuGum,
                                                  const QString &strETCMemo) const;
-    /// `curMisuGum` is not used: a recalculation leaves the outstanding money alone.
+    /// Quirk (docs/architecture.md): `curMisuGum` is not used; the outstanding money stays as it is.
     Q_INVOKABLE QString updateOrderMasterTotalSQL(qint32 lngOrdMPK, runtime::Currency curTaxTotal,
                                                   runtime::Currency curTaxFreeTotal, runtime::Currency curHalinTotal,
                                                   runtime::Currency curTotal, runtime::Currency curMisuGum) const;
@@ -73,13 +73,13 @@ public:
     Q_INVOKABLE QString delCustTranSQL(qint32 lngOrdM_PK, qint32 lngCustPK) const;
     /// The date in its default text form.
     Q_INVOKABLE QString delCustSaleMasterSQL(qint32 lngOrdMPK, qint32 lngCustPK, const QDate &dtDate) const;
-    /// Cannot run: no server knows this shape of UPDATE. Both keys are not used.
+    /// Quirk (docs/architecture.md): no server runs this form of UPDATE; the keys are not used. Not called.
     Q_INVOKABLE QVariant updateOrderMasterMemoSQL(qint32 lngOrdMPK, qint32 lngCustPK, const QString &strMemo) const;
     Q_INVOKABLE QString getTranTotalReceiveAmountSQL(qint32 lngCustPK, qint32 lngOrdMPK) const;
-    /// Ledger totals of one order. Its labels for operators 1 and 2 are exchanged: here 1 is 할인 and 2 is 절사.
+    /// Ledger totals of one order. Quirk (docs/architecture.md): the labels 할인 and 절사 of 1 and 2 are exchanged.
     Q_INVOKABLE QString getAllTranAmount(qint32 lngCustPK, qint32 lngOrdMPK) const;
-    /// All dealers for an empty name. For any other the text keeps its place [CPNAME] unfilled: the name plays no part,
-    /// and the place itself is a class of letters to LIKE.
+    /// All dealers for an empty name. Quirk (docs/architecture.md): for any other the place [CPNAME] stays unfilled,
+    /// and LIKE reads it as a class: every dealer whose name holds one of the letters C, P, N, A, M, E.
     Q_INVOKABLE QString getDealerSQL(const QString &strDealerName) const;
     Q_INVOKABLE QString getCmpnyMstrSQL() const;
     Q_INVOKABLE QString getCmpnyNameSQL(qint32 lngCMPK) const;

@@ -112,8 +112,8 @@ QString clsSQL::getAllTranAmount(qint32 lngCustPK, qint32 lngOrdMPK) const
                 {{u"[CUSTPK]", number(lngCustPK)}, {u"[ORDMPK]", number(lngOrdMPK)}});
 }
 
-// The next two name operators 1 and 2 as the ledger does, unlike getAllTranAmount. In their cash column AND binds
-// before OR: a NULL method counts there whatever the operator. Receipts are laid out for both.
+// The next two serve the receipts. Unlike getAllTranAmount they label operators 1 and 2 as the ledger does. Quirk
+// (docs/architecture.md): their cash column lacks parentheses, so a NULL method counts as cash whatever the operator.
 
 QString clsSQL::getTranAllEachTotalByOrdMPKSQL(qint32 lngOrdMPK) const
 {

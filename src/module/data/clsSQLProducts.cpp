@@ -17,7 +17,7 @@ QString clsSQL::getDealerSQL(const QString &strDealerName) const
 {
     if (strDealerName.isEmpty())
         return QStringLiteral("SELECT * FROM tPSCompanyMaster ORDER BY CM_Name");
-    // The text has no such place, so the name never enters it. It is meant to stay so.
+    // Quirk (docs/architecture.md): the text has no such place, so the name never enters it.
     return fill(u"SELECT * FROM tPSCompanyMaster WHERE CM_Name LIKE '%[CPNAME]%' ORDER BY CM_Name",
                 {{u"[CMNAME]", strDealerName}});
 }

@@ -98,7 +98,7 @@ void EditModes::paintEntryColorsAlt() const
     using controls::SystemColor;
     for (const EditModeTable &table : tables_) {
         for (QWidget *control : table.entryControls) {
-            // One option keeps the button face while all others go grey; it is meant to stay so.
+            // Quirk (docs/architecture.md): this option keeps the button face while all others go grey.
             const bool keepsButtonFace = control->objectName() == QLatin1String("optIsTaxed_1");
             controls::setBackColor(control, controls::systemColor(keepsButtonFace ? SystemColor::ButtonFace
                                                                                   : SystemColor::InactiveBorder));

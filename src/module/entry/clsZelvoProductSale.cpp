@@ -20,7 +20,7 @@ Customer customerOf(qint32 lngCustPK, const QString &strName, const QString &str
                     const QString &strCell)
 {
     Customer customer{lngCustPK, strName, strSN, bSex, dtBirth, strZipCode, strAddress, strPhone, strCell, QString()};
-    // The VIP field is meant to stay blank at this level, whatever the host gave.
+    // Quirk (docs/architecture.md): the VIP field stays blank, whatever the host gave.
     customer.vip = QStringLiteral("");
     return customer;
 }
@@ -105,28 +105,29 @@ bool clsZelvoProductSale::settleProductServer(const ado::ConnectionPtr &cnnMaste
         tellAboutServer(QStringLiteral("물품 연동에 실패했습니다. 프로그램을 종료합니다."), QStringLiteral("물품연동"));
         return false;
     case Unreachable:
-        // The repeated word is the box's own text.
+        // Quirk (docs/architecture.md): the text repeats a word.
         tellAboutServer(QStringLiteral("물품관리서버와의 연결을 실패했습니다. 프로그램을 프로그램을 종료합니다."),
                         QStringLiteral("물품관리서버연결"));
         return false;
     case NotCreated:
-        return false; // ends in silence, as meant
+        return false; // quirk (docs/architecture.md): without a box
     default:
         return true;
     }
 }
 
-/// The server's own errors go to the host, so this is no event; yet its boxes keep other entries waiting.
+/// Outside any event edge, since the product server's errors belong to the host; the scope makes other entries wait for
+/// its boxes.
 void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    const controls::EventScope scope; // the end of it is a moment to go on with what waits
+    const controls::EventScope scope; // what waits is tried again at its end
     const QScopedValueRollback guard(entering, true);
     if (settleProductServer(cnnMasterDB))
         (frmMain::instance().*entry)(cnnMasterDB, customer);
 }
 
-/// An entry that comes while a box or a dialog of ours waits for the user is put off until that work has ended: it must
-/// end on the customer with whom it began.
+/// An entry that comes while a box or dialog of ours waits for the user is put off: the work there must end with the
+/// customer with whom it began.
 qint16 clsZelvoProductSale::enter(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
     const auto busy = [] { return entering || frmMain::isAtWork(); };

@@ -232,7 +232,7 @@ void frmMain::enterEditMode(const QString &code)
 void frmMain::leaveEditMode(const QString &code)
 {
     editModes_.leaveEditMode(code);
-    // Meant as it stands: after any edit the unit discount is locked until the window is opened anew.
+    // Quirk (docs/architecture.md): after any edit these two stay locked until the window is opened anew.
     clsMyFunctions().setCollection2Locked({entryPane_->txtSaleProductLists(4), entryPane_->txtSaleProductLists(6)}, true);
 }
 
@@ -243,7 +243,7 @@ void frmMain::paintEntryColors()
 
 void frmMain::closeEvent(QCloseEvent *event)
 {
-    // The work that stands in a box or a dialog of ours ends on the window in which it began.
+    // A flow waits in a box or dialog of ours: it must end in the window in which it began, so closing waits for it.
     if (!closesNow_ && controls::eventRunsIn(*this) && QApplication::activeModalWidget()) {
         if (!std::exchange(closingWaits_, true))
             whenFree([self = QPointer<frmMain>(this)] {
@@ -253,7 +253,7 @@ void frmMain::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
-    // A program that is left closes the dialogs first: their work still unwinds, and the window unloads when it goes.
+    // When the program quits, dialogs close first and their flows still unwind: then the destructor unloads.
     if (closesNow_ || !controls::eventRunsIn(*this))
         controls::runEvent([this] { unload(); });
     // A later entry in the same event-loop turn must not meet the window that is going.

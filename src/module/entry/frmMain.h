@@ -66,10 +66,10 @@ private:
     QList<controls::RecordsetGrid *> layoutGrids() const;
 
     void beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
-    /// Without saving; what was dropped is told once the entry has ended.
+    /// Drops open edits without saving; the user is told once the entry has ended.
     void abandonEdits();
     void tellAbandonedEdit(const QString &code, const QString &customer);
-    /// Orders, lines and ledger after another desk was quicker, each standing where it stood as far as that is there.
+    /// Reads orders, lines and ledger again after a conflict; each stays on its row if that still exists.
     void readAnew();
     void closeNow();
     static void whenFree(std::function<void()> work);

@@ -59,8 +59,8 @@ qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB,
     const auto begin = [&] {
         beginSession(cnnMasterDB, customer);
         openSaleRecordsets();
-        // This entry makes both lists twice. The grids are bound to the second ones: a grid that drove the first would
-        // delete the wrong order.
+        // Quirk (docs/architecture.md): both lists are made twice here. The grids are bound to the second ones; bound
+        // to the first, deleting would take the wrong order.
         saleListPane_->createSaleProductLists();
         orderPane_->createCustSaleMaster();
         saleListPane_->loadSaleProductLists();

@@ -17,7 +17,7 @@ enum class Holds { Text, Money };
 QLineEdit *readOnlyBox(const QString &name, Holds holds, QWidget *parent);
 /// A box for an amount.
 QLineEdit *amountBox(const QString &name, QWidget *parent);
-/// Room for any amount of 32 bits, in pixels.
+/// Width of any 32-bit amount, in pixels.
 int amountWidth(const QWidget &box);
 
 /// The head of a receipt: whose it is, the two dates, and the shares of the amount as they were laid out for treatments.

@@ -84,7 +84,7 @@ void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &e
         ado::Recordset &orders = openRows(session.rsCustSaleMaster);
         standOnOrder(orders, order);
         const QVariant stored = orders[QStringLiteral("OrdM_Misugum")];
-        // Meant as it stands: the first refund of an order without outstanding money only makes it 0.
+        // Quirk (docs/architecture.md): the first refund of an order without outstanding money only makes it 0.
         storeOutstanding(orders, runtime::isNull(stored) ? Currency() : runtime::CCur(stored) + entry.money);
     }
 }
@@ -95,7 +95,7 @@ bool changeEntry(SaleSession &session, OrderKey order, LedgerKey row, const Ledg
         if (!ledger.moveToKey(row.bookmark()))
             throw RuntimeError(runtime::ErrorNumber::Conflict,
                                QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다."));
-        assign(ledger, entry); // the operator stays as it was stored, whichever is chosen; it is meant so
+        assign(ledger, entry); // quirk (docs/architecture.md): the operator stays, whichever is chosen
         ledger.Update();
         if (entry.recalculates)
             setOutstandingToBalance(session, order);

@@ -23,11 +23,11 @@ namespace ledger {
 
 /// Adds a row to the order, in a transaction. False: it failed and the ledger stands as before, read anew.
 bool addEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
-/// What an added entry does to the outstanding money of the order, on its own and after the row was saved: a payment sets
-/// it to the balance, a refund adds to it unless it is NULL, which becomes 0. Raises RuntimeError.
+/// Lets the order's outstanding money follow an entry that was added and saved: a payment sets it to the balance, a
+/// refund adds to it unless it is NULL, which becomes 0. Raises RuntimeError.
 void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
-/// Gives the row of the order new values but leaves its operator alone, and lets the outstanding money follow in the same
-/// transaction, whatever the operator. False: it failed and all stands as before.
+/// Changes a row, but not its operator, and lets the outstanding money follow in the same transaction, whatever the
+/// operator. False: it failed and nothing changed.
 bool changeEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry);
 
 } // namespace ledger

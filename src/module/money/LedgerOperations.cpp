@@ -57,7 +57,7 @@ void change(ado::Connection &connection, LedgerKey key, const Row &row)
             raiseGone();
         connection.CommitTrans();
     } catch (const runtime::RuntimeError &) {
-        // At once: nothing may stay locked while the user reads of it.
+        // Now, before the box: no lock may be held while the user reads it.
         runtime::Attempt undo; // a lost server refuses this as well
         undo([&] { connection.RollbackTrans(); });
         throw;

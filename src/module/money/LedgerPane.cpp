@@ -42,6 +42,7 @@ std::vector<controls::GridColumn> ledgerColumns()
         {QStringLiteral("11"), QStringLiteral("카드(미수)")},
         {QStringLiteral("12"), QStringLiteral("통장(미수)")},
     };
+    // clang-format off
     return {
         {.field = QStringLiteral("tpstrans_PK"), .caption = QStringLiteral("tpstrans_PK"), .visible = false},
         {.field = QStringLiteral("tpstrans_Customer_PK"), .caption = QStringLiteral("tpstrans_Customer_PK"), .visible = false},
@@ -52,6 +53,7 @@ std::vector<controls::GridColumn> ledgerColumns()
         {.field = QStringLiteral("tpstrans_Method"), .caption = QStringLiteral("결재방법"), .kind = Kind::Values, .width = 80, .values = methods},
         {.field = QStringLiteral("tpstrans_Memo"), .caption = QStringLiteral("메모"), .width = 160},
     };
+    // clang-format on
 }
 
 } // namespace
@@ -92,7 +94,7 @@ void LedgerPane::makeStrip()
     chkcmdAddEditDelTran_ = makePushChecks(QStringLiteral("chkcmdAddEditDelTran"),
                                            {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     PopMnuTran_ = named(new QMenu(elTranMnu_), QStringLiteral("PopMnuTran"));
-    // The one entry has no work behind it; the strip above the orders prints the receipt.
+    // Quirk (docs/architecture.md): its one entry does nothing; the strip above the orders prints the receipt.
     named(PopMnuTran_->addAction(QStringLiteral("영수증출력")), QStringLiteral("PopSubMnuRollReceipt"));
 
     // Taking money is what goes on; it is told from the rest at a glance.
@@ -132,7 +134,7 @@ void LedgerPane::connectControls()
         if (hasOrder())
             emit outstandingMoneyAsked();
     });
-    // New money goes through the receipt dialogs; this button is meant to do nothing.
+    // Quirk (docs/architecture.md): this button does nothing; new money goes through the receipt dialogs.
     chkcmdAddEditDelTran_[0]->onPush(this, [] {});
     chkcmdAddEditDelTran_[1]->onPush(this, [this] { editRow(); });
     chkcmdAddEditDelTran_[2]->onPush(this, [this] { deleteRow(); });
@@ -269,7 +271,7 @@ void LedgerPane::editRow()
         MsgBox(QStringLiteral("선택된 수납내역이 없습니다."), InformationIcon, QString(), elTranMnu_);
 }
 
-/// No question is asked first, and neither the order's outstanding money nor its sums are recalculated: it is meant so.
+/// Quirk (docs/architecture.md): asks nothing first, and leaves the order's outstanding money and sums as they are.
 void LedgerPane::deleteRow()
 {
     intTranEditMode_ = -1;
@@ -320,7 +322,7 @@ void LedgerPane::cancelEdit()
     endEdit();
 }
 
-/// Step by step, whatever fails: an edit that stayed open would add its row once more.
+/// Every step runs, whichever fails: an edit left open would add its row again.
 void LedgerPane::endEdit()
 {
     runtime::Attempt attempt;

@@ -28,7 +28,7 @@ void pay(ado::Connection &connection, const ledger::Row &row)
         ledger::append(connection, row);
         connection.CommitTrans();
     } catch (const runtime::RuntimeError &) {
-        // At once: nothing may stay locked while the user reads of it. A lost server refuses this as well.
+        // Now, before the box: no lock may be held while the user reads it. A lost server refuses this too.
         runtime::Attempt undo;
         undo([&] { connection.RollbackTrans(); });
         throw;

@@ -30,7 +30,7 @@ struct LedgerSums
     qint32 refund = 0;
 };
 
-/// Nothing when one of them cannot be read: taken as 0 it would be asked of the customer once more.
+/// Nothing when one of them cannot be read: taken as 0, the customer would be asked to pay it again.
 std::optional<LedgerSums> ledgerSumsOf(OrderKey order)
 {
     const qint32 lngOrdMPK = order.number();
@@ -124,7 +124,7 @@ void ReceiptFlow::openSimpleReceipt(const Order &order, LedgerKey edited)
                                    QStringLiteral("0"), owner_);
 }
 
-/// Whatever fails here is told now, and the dialog closes all the same: saving once more would double the rows written.
+/// Errors are shown here and the dialog closes all the same: saving again would write the rows twice.
 void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding)
 {
     controls::runEvent([&] {
@@ -185,8 +185,8 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
     if (!alive)
         return;
     const auto show = qScopeGuard([this] {
-        // After a failure too: a row that is not seen would be written once more. After a cancellation too: another desk
-        // may have written meanwhile.
+        // After a failure too, or the user would write the row again; after a cancellation too, since another desk may
+        // have written meanwhile.
         runtime::Attempt attempt;
         attempt([this] { ledgerPane_.requeryCustTranManage(); });
         attempt([this] { emit session_.orderTotalsChanged(); });
@@ -202,7 +202,7 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
 void ReceiptFlow::writeFurtherOperation(const ledger::Row &row, bool bRecalc)
 {
     ledger::append(*gcnnMasterDB, row);
-    // Whatever the operation: a refund taken with recalculation lessens the outstanding money as well, and is meant to.
+    // Quirk (docs/architecture.md): whatever the operation, so a refund lessens the outstanding money too.
     if (bRecalc)
         ledger::addOutstanding(*session_.rsCustSaleMaster, row.order, -Currency::fromWon(row.lngMoney));
     else

@@ -19,8 +19,8 @@ public:
 
     /// The button's work. Without a current order nothing happens.
     void takeReceipt();
-    /// Opens the current ledger row for change. It comes up with today's date and amount 0 and no operator: the row's own
-    /// values are not handed over, and that is meant.
+    /// Opens the current ledger row for change. Quirk (docs/architecture.md): the dialog starts with today, amount 0
+    /// and no operator instead of the row's own values.
     void editCurrentRow();
 
 signals:

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// Amounts of the simple receipt. They are single precision throughout: from eight digits on the last ones are lost, in
-/// the arithmetic and in the text. That is how the dialog counts, and it is meant to stay so.
+/// Amounts of the simple receipt. Quirk (docs/architecture.md): they are single precision throughout, so from eight
+/// digits on the last ones are lost, in the arithmetic and in the text.
 namespace singleMoney {
 
 /// The numeric prefix of a text, grouping commas passed over; an empty text is 0.

@@ -98,7 +98,7 @@ qint32 zeroWhenNull(const QVariant &number)
     return runtime::isNull(number) ? 0 : runtime::CLng(number);
 }
 
-/// Only a failed open is a failure; a sum that does not fit leaves `money` at 0 and is none. It is meant to be so.
+/// Quirk (docs/architecture.md): false only when the open failed; a sum that does not fit is 0 and counts as read.
 bool sumInto(qint32 &money, LedgerSum which, const ConnectionPtr &connection, const Asked &asked)
 {
     money = 0;

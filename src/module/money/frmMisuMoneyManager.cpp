@@ -134,7 +134,7 @@ void frmMisuMoneyManager::sortBy(int column, bool asWell)
         const QString &field = dgReceiptView_->columns()[std::size_t(chosen)].field;
         if (!order.isEmpty())
             order += QStringLiteral(", ");
-        // The newest treatment comes first, in lists that have treatments.
+        // Quirk (docs/architecture.md): no column of this list has that field.
         const bool newestFirst = field == QLatin1String("TxDate");
         order += QLatin1Char('[') + field + (newestFirst ? QStringLiteral("] DESC") : QStringLiteral("]"));
     }
@@ -203,7 +203,7 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
     }
     attempt([this] { showPaidOrder(); });
     const QPointer<frmMisuMoneyManager> self(this);
-    // The payment stands: whoever reads of this must not take it once more.
+    // The payment is saved: the text must say so, or the user would take it again.
     if (attempt.failed())
         MsgBox(QStringLiteral("수납은 기록되었으나 목록을 다시 읽지 못했습니다.\n원인: ") + attempt.description(),
                InformationIcon, payTitle, this);

@@ -56,7 +56,7 @@ private:
 
     void connectControls();
     bool openList();
-    /// Counts and adds up from the current row to the end, and stays there: it is not meant to go back.
+    /// Quirk (docs/architecture.md): counts and adds up from the current row to the end, and stays there.
     void computeTotals();
     void sortBy(int column, bool asWell);
     void payCurrent();

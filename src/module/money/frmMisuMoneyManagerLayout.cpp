@@ -27,6 +27,7 @@ std::vector<controls::GridColumn> outstandingColumns()
 {
     using Kind = controls::GridColumn::Kind;
     const QString money = QStringLiteral("##,##0");
+    // clang-format off
     return {
         {.field = QStringLiteral("name"), .caption = QStringLiteral("이름"), .width = 104},
         {.field = QStringLiteral("sn"), .caption = QStringLiteral("챠트번호"), .width = 96},
@@ -35,6 +36,7 @@ std::vector<controls::GridColumn> outstandingColumns()
         {.field = QStringLiteral("OrdM_Total"), .caption = QStringLiteral("판매총액"), .kind = Kind::Money, .width = 104, .format = money},
         {.field = QStringLiteral("OrdM_Misugum"), .caption = QStringLiteral("미수금"), .kind = Kind::Money, .width = 104, .format = money},
     };
+    // clang-format on
 }
 
 } // namespace
@@ -92,7 +94,7 @@ QLayout *frmMisuMoneyManager::layOutButtons()
     cmdMisuMoneyPay_ = named(new controls::PushCheck(QStringLiteral("미수금 수납"), this), QStringLiteral("cmdMisuMoneyPay"));
     cmdMisuMoneySend2Excel_
         = named(new QPushButton(QStringLiteral("미수금 목록 Excel로 보내기"), this), QStringLiteral("cmdMisuMoneySend2Excel"));
-    cmdMisuMoneySend2Excel_->setEnabled(false); // has no work behind it
+    cmdMisuMoneySend2Excel_->setEnabled(false); // quirk (docs/architecture.md): nothing to do
     cmdClose_ = named(new QPushButton(QStringLiteral("닫기(F12)"), this), QStringLiteral("cmdClose"));
     dialogForm::makeStrong(cmdMisuMoneyPay_);
     auto *buttons = new QHBoxLayout;

@@ -122,7 +122,7 @@ void PageReceipt::addMoney(const QString &label, runtime::Currency amount, bool 
 void PageReceipt::addMoneyRows(const receipt::LedgerTotals &totals)
 {
     addDashes(false);
-    // Aimed at the head's last row, not at the new one: without effect on the page, and kept so.
+    // Quirk (docs/architecture.md): aims at the head's last row instead of the new one; the page does not change.
     table_.setAlign(headRows, 1, Align::Left);
     addMoney(QStringLiteral("부가세 과세 물품가액"), sums_.curTaxed, false);
     addMoney(QStringLiteral("부가세 면세 물품가액"), sums_.curFree, false);

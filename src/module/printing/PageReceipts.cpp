@@ -99,7 +99,7 @@ print::Document PageReceipts::periodReceipt(const QDate &dtStart, const QDate &d
         receipt::readLines(gcnnMasterDB, runtime::CLng(orders->value(keyField)), Numbers::NullIsZero, intItem,
                            [&](const receipt::Line &line) { page.addLine(line, date); });
     }
-    // The shop's whole money of those days, not only this customer's: that is how the page is meant.
+    // Quirk (docs/architecture.md): the whole shop's money of those days, not only this customer's.
     page.addMoneyRows(receipt::readTotals(gcnnMasterDB, clsSQL().getTranAllEachTotalByPeriodSQL(dtStart, dtEnd)));
     return page.take();
 }

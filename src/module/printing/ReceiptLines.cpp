@@ -62,7 +62,7 @@ QString Line::number() const
 void Sums::add(const Line &line)
 {
     (line.taxed ? curTaxed : curFree) += line.amount();
-    // Once a line, not times its count: kept so.
+    // Quirk (docs/architecture.md): once a line, not times its count.
     curHalinSum += line.curDisc;
 }
 

@@ -39,7 +39,7 @@ public:
     Deletion remove(DealerKey dealer);
 
 private:
-    /// Without a key a new one.
+    /// Saves the dealer of that key; without a key a new one.
     SaveOutcome save(DealerKey dealer, const DealerEdit &edit);
 
     SaleSession &session_;

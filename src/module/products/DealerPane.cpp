@@ -280,7 +280,7 @@ void DealerPane::saveDealer()
         endEdit(failed && changes ? edited_ : DealerKey());
 }
 
-/// The trap of the save covers these steps as well.
+/// Errors are trapped: the edit ends even if the list cannot be read.
 void DealerPane::endEdit(DealerKey dealer)
 {
     shell_.leaveEditMode(dealerEditCode);

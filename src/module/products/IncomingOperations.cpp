@@ -32,7 +32,7 @@ SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit
     if (outcome != SaveOutcome::Saved)
         return outcome;
     gcnnMasterDB->BeginTrans();
-    // Another desk may have deleted the product since its row was read: nobody would see the purchase again.
+    // Another desk may have deleted the product: the purchase would be stored where no list shows it.
     if (!gcnnMasterDB->holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number()))
         ado::raiseConflict();
     session_.rsProductIncoming->AddNew();

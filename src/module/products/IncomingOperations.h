@@ -22,8 +22,8 @@ struct IncomingEdit
 /// The flows that write purchases, without a screen: on rsProductIncoming, which is open, and on gcnnMasterDB. They show
 /// nothing.
 ///
-/// Unlike those of products and dealers they trap nothing: an error leaves the flow with the transaction open, and the
-/// event that it ends rolls back. It is meant to stay so.
+/// Quirk (docs/architecture.md): unlike those of products and dealers they trap nothing. An error leaves them with the
+/// transaction open, and the event's edge rolls it back.
 class IncomingOperations
 {
 public:

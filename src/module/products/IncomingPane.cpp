@@ -100,7 +100,7 @@ void IncomingPane::connectButtons()
 void IncomingPane::loadProductIncoming(ProductKey product)
 {
     product_ = product;
-    // A product list that is loaded anew beneath an edit must not take the edited purchase away; the list follows then.
+    // The product list may be read again during an edit: the purchase in edit stays, and this list follows afterwards.
     if (inEdit())
         return;
     ado::Recordset *incoming = session_.rsProductIncoming.get();
@@ -210,7 +210,7 @@ void IncomingPane::addIncoming()
         return;
     }
     intIncomingEditMode_ = 0;
-    // The product on view now is the one that is bought, also when the product list comes anew beneath the edit.
+    // Kept by key, since the product list may be read again during the edit.
     bought_ = ProductKey(session_.rsSaleProductListsManager->bookmark());
     resetPane();
     shell_.enterEditMode(incomingEditCode);

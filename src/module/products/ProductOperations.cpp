@@ -58,14 +58,14 @@ SaveOutcome ProductOperations::change(const ProductEdit &edit)
     return saveTrapped(products, [&] {
         if (!findSeen())
             ado::raiseConflict();
-        // A product without a price shows an empty box; saved unchanged it does not come to cost nothing.
+        // A product without a price shows an empty box: saving that must not turn NULL into a price of 0.
         assign(edit, !edit.unitPrice.isEmpty() || !runtime::isNull(products[QStringLiteral("PM_UnitPrice")]));
         products.Update();
         return SaveOutcome::Saved;
     });
 }
 
-/// A list that was read anew since shows what another desk changed; the edit knows nothing of that.
+/// False when the product changed since the edit began; the list itself may have been read again meanwhile.
 bool ProductOperations::findSeen()
 {
     ado::Recordset &products = *session_.rsSaleProductListsManager;

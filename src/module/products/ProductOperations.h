@@ -40,15 +40,14 @@ public:
     /// products of one name are accepted.
     SaveOutcome add(const ProductEdit &edit);
 
-    /// Keeps in mind the current product, which there is, for change(). Returns its key.
+    /// Remembers the current product, which must exist, for change(); returns its key.
     ProductKey beginChange();
     /// Saves the product that beginChange() saw, even if the list was loaded anew since and stands elsewhere. Refused
     /// without category or name. Fails when the product changed or went since.
     SaveOutcome change(const ProductEdit &edit);
 
-    /// Deletes the product unless it was sold, and reads both product lists anew. A sold product that is no longer
-    /// handled counts as unused and can be deleted; it is meant to stay so. Raises RuntimeError,
-    /// a deletion that failed is rolled back then.
+    /// Deletes the product unless it was sold, and reads both product lists anew. Quirk (docs/architecture.md): a sold
+    /// product that is no longer handled counts as unused and is deleted. Raises RuntimeError, after rolling back.
     Deletion remove(ProductKey product);
 
 private:

@@ -146,7 +146,7 @@ bool ProductPane::readListAnew(ProductKey product)
     return found;
 }
 
-/// Unlike on an empty list, what stays on view of a product that is gone would be taken for another's.
+/// Clears more than on an empty list: figures of a product that is gone would be taken for another's.
 void ProductPane::showNoProduct()
 {
     resetPane();
@@ -305,7 +305,7 @@ void ProductPane::saveProduct()
         endEdit(failed && changes ? edited_ : ProductKey());
 }
 
-/// The trap of the save covers these steps as well.
+/// Errors are trapped: the edit ends even if the list cannot be read.
 void ProductPane::endEdit(ProductKey product)
 {
     shell_.leaveEditMode(productEditCode);

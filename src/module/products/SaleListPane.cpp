@@ -17,6 +17,7 @@ namespace {
 std::vector<controls::GridColumn> saleListColumns()
 {
     using Kind = controls::GridColumn::Kind;
+    // clang-format off
     return {
         {.field = QStringLiteral("PM_Catagory"), .caption = QStringLiteral("분류"), .width = 58},
         {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 106},
@@ -25,6 +26,7 @@ std::vector<controls::GridColumn> saleListColumns()
         {.field = QStringLiteral("PM_UnitPrice"), .caption = QStringLiteral("판매단가(원)"), .kind = Kind::Money, .width = 76},
         {.field = QStringLiteral("PM_EtcMemo"), .caption = QStringLiteral("메모"), .width = 120},
     };
+    // clang-format on
 }
 
 } // namespace
@@ -91,8 +93,8 @@ void SaleListPane::requerySaleProductLists()
         tdbSaleProductLists_->Rebind();
 }
 
-/// The numbers sit one place off the columns as they stand in the grid: a click on the name sorts by category, one on the
-/// remark by price. Staff have learned it so; it is meant to stay.
+/// Quirk (docs/architecture.md): the numbers are one off the grid's columns. A click on the name sorts by category, one
+/// on the remark by price; staff have learned it so.
 void SaleListPane::sortBy(int column)
 {
     struct HeaderSort

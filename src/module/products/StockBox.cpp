@@ -107,7 +107,7 @@ void StockBox::loadStockFigures(ProductKey product)
 
 void StockBox::refreshClicked()
 {
-    // No test for an empty list: there the recordset raises its error, which the user sees.
+    // An empty list is not tested for: the recordset raises its error, which the user sees.
     if (!session_.rsSaleProductListsManager)
         return;
     const QVariant key = session_.rsSaleProductListsManager->value(QStringLiteral("PM_PK"));

@@ -208,7 +208,7 @@ bool frmDealerSelect::keyPressed(const QWidget *control, const QKeyEvent &event)
 {
     const bool vertical = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
     if (vertical && event.modifiers().testFlag(Qt::ControlModifier)) {
-        // Both go back, down as well as up, unlike in the money dialogs; it is meant to stay so.
+        // Quirk (docs/architecture.md): both go back, down as well as up, unlike in the money dialogs.
         Qt::KeyboardModifiers state = event.modifiers();
         clearShiftCtrlKeys(state);
         sendTab(false, state & ~Qt::KeyboardModifiers(Qt::KeypadModifier));

@@ -22,8 +22,8 @@ public:
     /// the dialog is gone. 1 for shown, -1 when the first search failed: nothing was shown then. The control stands in for
     /// its window handle: a control that is given one of its own takes the focus from the dialog on some desktops.
     ///
-    /// A start text lists the dealers whose name holds one of the letters C, P, N, A, M and E, whatever the text is; an
-    /// empty one lists all. It is meant to stay so.
+    /// An empty start text lists all dealers. Quirk (docs/architecture.md): any other lists those whose name holds one
+    /// of the letters C, P, N, A, M and E, whatever the text is.
     qint16 SelectDealer(const ado::ConnectionPtr &connection, qint16 intShowMode, const QString &strStart,
                         QWidget *frmOwner, const QWidget &hWnd);
     /// The box of a search that failed, with its reason.

@@ -36,6 +36,7 @@ std::vector<controls::GridColumn> detailColumns()
                    {QStringLiteral("1"), QStringLiteral("서비스")},
                    {QStringLiteral("2"), QStringLiteral("망실")},
                    {QStringLiteral("3"), QStringLiteral("3")}};
+    // clang-format off
     return {
         {.field = QStringLiteral("OrdD_PK"), .caption = QStringLiteral("OrdD_PK"), .visible = false},
         {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
@@ -46,6 +47,7 @@ std::vector<controls::GridColumn> detailColumns()
         kind,
         {.field = QStringLiteral("OrdD_RfndMemo"), .caption = QStringLiteral("환불정보"), .width = 160},
     };
+    // clang-format on
 }
 
 } // namespace

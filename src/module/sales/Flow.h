@@ -47,7 +47,7 @@ inline Outcome outcomeOf(const runtime::RuntimeError &error)
     return error.number() == runtime::ErrorNumber::Conflict ? Outcome::Conflict : Outcome::Failed;
 }
 
-/// The trap around a flow.
+/// Runs a flow; an error becomes its outcome.
 template <typename Work>
 Outcome trapped(Work &&work)
 {

@@ -26,8 +26,8 @@ void requeryIfOpen(const SaleSession::RecordsetPtr &recordset)
         recordset->Requery();
 }
 
-/// The trap around what changes an order's lines. A server that is lost may have saved before it went: the lists must tell
-/// what it holds now, or the line would be written once more.
+/// Runs a flow that changes lines; an error becomes its outcome. A lost server may have saved before it went: the lists
+/// are read again, or the user would add the line twice.
 template <typename Flow>
 Outcome trappedAndShown(SaleSession &session, Flow &&flow)
 {
@@ -69,7 +69,7 @@ bool OrderOperations::foundChangedAfterLoss()
         return std::pair(count(session_.rsCustSaleMaster), count(session_.rsCustSaleDetails));
     };
     const auto before = rowsShown();
-    runtime::Attempt read; // while the server is still away, the change itself will say so
+    runtime::Attempt read; // if the server is still away, adding the line reports it
     read([&] {
         ado::Recordset &orders = opened(session_.rsCustSaleMaster);
         orders.requeryAt(orders.bookmark());
@@ -95,7 +95,7 @@ OrderKey OrderOperations::currentOrder() const
 Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 {
     return onNewOrder(today_(), [&](OrderKey order) {
-        // Here the discount is read as a pure number: an empty field counts as 0.
+        // Quirk (docs/architecture.md): only on a new order does an empty discount count as 0.
         const QString statement = insertStatement(order, line, clsNumberRelated().GetPureNumber(line.unitDiscount));
         onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
         return recalculate(order);
@@ -105,7 +105,7 @@ Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLine &line)
 {
     return trappedAndShown(session_, [&] {
-        // Unlike on a new order, the discount goes straight into currency: an empty field fails. It is meant to stay so.
+        // Quirk (docs/architecture.md): the discount goes straight into currency, so an empty field fails.
         const QString statement = insertStatement(order, line, line.unitDiscount);
         onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
         return recalculate(order);
@@ -196,14 +196,14 @@ Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outco
     return trappedAndShown(session_, [&] {
         createOrder(date);
         const Outcome outcome = trapped([&] { return addLine(orderKeyOf(date)); });
-        // The new order stays behind and is the current one now: the lines on show must be those of the current order.
+        // The new order stays and is the current one now: the requery makes the lines shown its own.
         if (hasFailed(outcome))
             requeryIfOpen(session_.rsCustSaleMaster);
         return outcome;
     });
 }
 
-/// Saved by assignment to the recordset, on its own transaction.
+/// Adds the order through the recordset, in a transaction of its own.
 void OrderOperations::createOrder(const QDate &date)
 {
     ado::Recordset &orders = opened(session_.rsCustSaleMaster);
@@ -232,7 +232,7 @@ void OrderOperations::createOrder(const QDate &date)
     }
 }
 
-/// On a second order of the same day it may be the earlier one's: the first row that the server gives counts.
+/// Quirk (docs/architecture.md): the first order of the day that the server gives, perhaps an earlier one than the new.
 OrderKey OrderOperations::orderKeyOf(const QDate &date) const
 {
     return OrderKey(firstValue(clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date)));

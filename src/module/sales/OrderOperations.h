@@ -22,7 +22,7 @@ inline bool hasFailed(Outcome outcome)
     return outcome == Outcome::Failed || outcome == Outcome::Conflict;
 }
 
-/// Told instead of adding a line, where foundChangedAfterLoss().
+/// Shown instead of adding a line when foundChangedAfterLoss().
 inline const QString changedAfterLoss =
     QStringLiteral("서버와 연결이 끊어진 동안 목록이 바뀌었습니다.\n목록을 확인한 뒤 다시 시도하십시오.");
 
@@ -37,8 +37,8 @@ struct EntryLine
 };
 
 /// The flows of a sale that write to the database, without a screen. They work on the session's recordsets and on
-/// gcnnMasterDB, show nothing and raise nothing. A step fails as a whole; the steps of one flow are not one transaction:
-/// an order can stay behind without the line that was to follow.
+/// gcnnMasterDB, show nothing and raise nothing. Each step is one transaction, a flow several: a new order can stay
+/// behind without its line.
 class OrderOperations
 {
 public:
@@ -49,30 +49,30 @@ public:
         SaleSession &session, Clock today = [] { return QDate::currentDate(); });
     void setToday(Clock today) { today_ = std::move(today); }
 
-    /// To be asked before a line is added. After a lost server that could not be asked since: reads the lists again, and
-    /// tells whether there are other rows than those on view. The last line may be among them.
+    /// Call before a line is added. If the server was lost during the last change and not read since, reads the lists
+    /// again; true when they differ from the screen, for the last line may have been saved after all.
     bool foundChangedAfterLoss();
 
-    /// Gives the line the current product of the sale list, which there is.
+    /// Copies key and price of the current product of the sale list, which must exist.
     void takeCurrentProduct(EntryLine &line) const;
-    /// The current order of rsCustSaleMaster; of no row where there is none, or where another desk deleted it.
+    /// The current order of rsCustSaleMaster; no key when there is none or another desk deleted it.
     OrderKey currentOrder() const;
-    /// Creates today's order for the session's customer and puts the line on it: on the first order of that date that the
-    /// server gives.
+    /// Creates today's order, then adds the line to the first order of today that the server gives, which need not be
+    /// the new one. An empty unit discount counts as 0.
     Outcome addDetailToNewOrder(const EntryLine &line);
-    /// Puts the line on the order, whatever its date.
+    /// Adds the line to the order, whatever its date. An empty unit discount fails.
     Outcome addDetailToSelectedOrder(OrderKey order, const EntryLine &line);
     /// Orders of the customer on the date, at most 32,767; -1 when they could not be counted.
     std::int16_t countTodayOrders(CustomerKey customer, const QDate &date);
     std::int16_t countTodayOrders() { return countTodayOrders(session_.customer.key(), today_()); }
 
-    /// A return row on the order: price and negative quantity as given, the remark goes out as it is.
+    /// Adds a return line: `intCount` is negative, and a ' in `strMemo` makes the statement fail.
     Outcome addRefundOrderDetail(OrderKey order, ProductKey product, runtime::Currency curPrice, std::int16_t intCount,
                                  const QString &strMemo);
     /// The same on a new order of the return date.
     Outcome addToNewRefundOrder(const QDate &dtRefund, ProductKey product, runtime::Currency curPrice,
                                 std::int16_t intCount, const QString &strMemo);
-    /// The customer's first order of the date, of no row when there is none or it could not be looked up.
+    /// The customer's first order of the date; no key when there is none or the look-up failed.
     OrderKey findOrderByDate(CustomerKey customer, const QDate &date);
 
     /// Deletes the order with its details and ledger rows; after a failure all of them stand as before.

@@ -26,6 +26,7 @@ constexpr int outstandingColumn = 7;
 std::vector<controls::GridColumn> orderColumns()
 {
     using Kind = controls::GridColumn::Kind;
+    // clang-format off
     return {
         {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
         {.field = QStringLiteral("Cust_PK"), .caption = QStringLiteral("Cust_PK"), .visible = false},
@@ -42,6 +43,7 @@ std::vector<controls::GridColumn> orderColumns()
         {.field = QStringLiteral("OrdM_TakbaeMemo"), .caption = QStringLiteral("택배메모"), .width = 140},
         {.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("메모"), .width = 140},
     };
+    // clang-format on
 }
 
 } // namespace
@@ -159,8 +161,7 @@ void OrderPane::rowChanged()
     emit orderRowChanged(runtime::CLng(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))));
 }
 
-/// Another desk deleted the order that was chosen: without it no order is current, and nothing of the one before may stay on
-/// view beside it.
+/// Another desk deleted the chosen order: no order is current then, and nothing of it may stay on the screen.
 void OrderPane::orderIsGone()
 {
     session_.rsCustSaleMaster->requeryAt({});
@@ -251,8 +252,8 @@ void OrderPane::deleteOrder()
         MsgBox(QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."), InformationIcon, title, c1elaList_);
 }
 
-/// The cell's value goes to the database at once; the form shows it, so that its own save does not bring the old one back.
-/// What cannot be saved the grid takes back.
+/// Saves the cell at once and shows it in the form too, whose next save would otherwise write the old value. The grid
+/// takes back what cannot be saved.
 void OrderPane::saveOutstanding()
 {
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))

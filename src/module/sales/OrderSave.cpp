@@ -49,7 +49,7 @@ OrderKey OrderSave::begin(const OrderEdit &shown)
         return order_;
     for (const WrittenColumn &column : writtenColumns) {
         const QString name = QLatin1String(column.name);
-        runtime::Attempt convert; // an amount that cannot be read counts as typed over
+        runtime::Attempt convert; // an amount that cannot be read counts as changed
         convert([&] { shown_[name] = column.value(shown); });
         seen_[name] = session_.rsCustSaleMaster->value(name);
     }

@@ -18,16 +18,16 @@ struct OrderEdit
     QDate date;
 };
 
-/// The edit of one order, from its beginning to its save. It stays with the order that it began with, whatever the list
-/// does beneath it. What another desk wrote to a field that was not typed into here stays; where both wrote, the save is a
-/// conflict, once: whoever saves again after having been told is the last writer, and wins.
+/// One order's edit, from opening the form to saving it. It belongs to the order that it began with, even if the list
+/// moves on. What another desk wrote meanwhile to a field that the user left alone stays. Where both wrote, the first
+/// save is a conflict; saving again after that overwrites.
 class OrderSave
 {
 public:
     /// The session outlives it.
     explicit OrderSave(SaleSession &session);
 
-    /// Begins with the current order of rsCustSaleMaster, as the form shows it. Of no row when there is none.
+    /// Begins with the current order of rsCustSaleMaster, `shown` being its form. No key when there is none.
     OrderKey begin(const OrderEdit &shown);
     /// Conflict: another desk wrote to the same field, or deleted the order; nothing was saved.
     Outcome save(const OrderEdit &edit);
@@ -38,5 +38,5 @@ private:
     SaleSession &session_;
     OrderKey order_;
     std::map<QString, QVariant> shown_; ///< what the form would have written when the edit began
-    std::map<QString, QVariant> seen_;  ///< the same columns as the row held them then, or when a conflict was told
+    std::map<QString, QVariant> seen_;  ///< the same columns as stored then, or at the last conflict
 };

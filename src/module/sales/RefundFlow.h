@@ -15,7 +15,7 @@ public:
     /// `owner` is the window that the dialog stands over.
     RefundFlow(SaleSession &session, DetailPane &detailPane, QWidget *owner);
 
-    /// The button's work, once the pane has found that the current line can be returned. Cancelled, nothing has changed.
+    /// Takes back from the current line, which the pane has found returnable. Nothing changes when the user cancels.
     void takeBack();
 
 private:

@@ -65,7 +65,7 @@ Outcome RefundOperations::takeBack(const SoldLine &sold, const Refund &refund)
     });
 }
 
-/// Saved at once, before it is known whether the row can be added; it stays when the row fails, and is meant to.
+/// Quirk (docs/architecture.md): saved before the return row is added, and kept when that fails.
 void RefundOperations::noteOnLine(LineKey line, const Refund &refund)
 {
     ado::Recordset &details = flow::opened(session_.rsCustSaleDetails);
@@ -84,8 +84,8 @@ void RefundOperations::noteOnLine(LineKey line, const Refund &refund)
     }
 }
 
-/// Which order takes the row goes by the date alone: with several of one date the first that the server gives, even if the
-/// sold line stands on another.
+/// The date alone chooses the order: of several on one date the first that the server gives, even if the sold line is
+/// on another.
 Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund)
 {
     const QString remark = remarkOf(sold, refund);

@@ -234,7 +234,7 @@ void SaleEntryPane::showProduct()
     const ado::Recordset &products = *session_.rsSaleProductLists;
     controls::showText(txtSaleProductLists(Catagory), runtime::text(products[QStringLiteral("PM_Catagory")]));
     controls::showText(txtSaleProductLists(Name), runtime::text(products[QStringLiteral("PM_Name")]));
-    // The price shows here even for a product that is not handled; it becomes 0 on a change of kind. Both are meant.
+    // Quirk (docs/architecture.md): a product no longer handled shows its price here, but 0 after a change of kind.
     showPrices(sellType() == 0 ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
     controls::showText(txtSaleProductLists(EtcMemo), runtime::text(products[QStringLiteral("PM_EtcMemo")]));
     for (int index : {Catagory, Name, EtcMemo})
@@ -304,7 +304,7 @@ Currency SaleEntryPane::moneyOf(int index) const
     return runtime::CCur(clsNumberRelated().GetPureNumber(txtSaleProductLists(index)->text()));
 }
 
-/// A further discount is added, and stored by nothing: it counts in this field only.
+/// Quirk (docs/architecture.md): a further discount is added, and counts in this field only; nothing stores it.
 void SaleEntryPane::showLineTotal()
 {
     std::int16_t quantity = 0;
@@ -348,8 +348,8 @@ void SaleEntryPane::appendDetail()
     }
 }
 
-/// With an order of today the line goes to the order selected in the grid, even to an older one: the count only decides
-/// whether to ask.
+/// Quirk (docs/architecture.md): once today has an order, the line goes to the selected order without a question, even
+/// to an older one.
 Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
 {
     const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;

@@ -6,15 +6,15 @@
 
 #include <compare>
 
-/// Keys as the database gives them, each of a type of its own, so that one is never taken for another. A flow looks its
-/// keys up once, before it asks anything, and writes by them: what is current may be another row by then.
+/// The key of one table's rows, as a type of its own: the compiler refuses an order's key where a line's is wanted.
+/// A flow looks its keys up once, before it asks the user anything: at the answer another row may be current.
 template <typename Of>
 class Key
 {
 public:
-    Key() = default; ///< of no row
+    Key() = default; ///< no row; tests false
     explicit Key(qint32 number) : number_(number) {}
-    /// The key column of a row that was read.
+    /// From the key column of a row.
     explicit Key(const QVariant &stored) : number_(runtime::CLng(stored)) {}
 
     qint32 number() const { return number_; }

@@ -10,7 +10,7 @@
 #include <functional>
 #include <memory>
 
-/// The customer whose sale is on show, as the host gave it.
+/// The customer whose sale the window shows, as the host gave it.
 struct Customer
 {
     std::int32_t lngCustPK = -1;
@@ -37,8 +37,8 @@ public:
 
     Customer customer;
 
-    /// The server was lost in the middle of a change, and orders and lines could not be read since: what is shown may lack
-    /// what was saved.
+    /// Set when the server was lost during a change and the lists could not be read since: a line that was saved may be
+    /// missing from the screen, and the user would add it again.
     bool linesMayBeStale = false;
 
     RecordsetPtr rsSaleProductLists;
@@ -56,12 +56,12 @@ public:
     /// Whether the recordset exists, is open and has a current row.
     static bool hasCurrent(const RecordsetPtr &recordset) { return recordset && recordset->hasCurrent(); }
 
-    /// Runs a flow's work. After a conflict the lists are read anew, so that the next try works; the error goes on.
+    /// Runs `work`. On a conflict the lists are read again, so that the next try can succeed; the error is rethrown.
     void readAnewOnConflict(const std::function<void()> &work);
 
 signals:
-    // What one pane tells another; the receiver loads or shows.
+    // From one pane to another, since panes do not know each other.
     void orderTotalsChanged(); ///< the current order's sums were read anew
-    /// Another desk was quicker: the orders and the lines of the current one are to be read anew.
+    /// Another desk wrote first: the orders and the lines of the current order must be read again.
     void changedElsewhere();
 };

@@ -14,7 +14,7 @@ public:
 
     /// Value of the key; an unknown key is made, with an empty value.
     Q_INVOKABLE QString PropValue(const QString &strKey) const;
-    /// Writes a value. A row made by this is cut to 20 characters of key and 250 of value, a row that exists takes the value
-    /// whole.
+    /// Writes a value. Quirk (docs/architecture.md): a new row is cut to 20 characters of key and 250 of value, a row that
+    /// exists takes the value whole.
     Q_INVOKABLE void PropValue(const QString &strKey, const QString &strValue);
 };
