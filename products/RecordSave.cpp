@@ -1,5 +1,6 @@
 #include "products/RecordSave.h"
 
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
@@ -13,14 +14,15 @@ SaveOutcome saveTrapped(ado::Recordset &rows, const std::function<SaveOutcome()>
     if (!connection)
         return SaveOutcome::Failed;
     try {
-        connection->BeginTrans();
-        if (work() == SaveOutcome::Refused)
+        ado::Transaction transaction(*connection);
+        if (work() == SaveOutcome::Refused) {
+            transaction.leaveOpen();
             return SaveOutcome::Refused;
-        connection->CommitTrans();
+        }
+        transaction.commit();
         return SaveOutcome::Saved;
     } catch (const runtime::RuntimeError &) {
         runtime::Attempt undo;
-        undo([&] { connection->RollbackTrans(); });
         undo([&] { rows.CancelUpdate(); });
         return SaveOutcome::Failed;
     }
