@@ -1,5 +1,6 @@
 #include "money/LedgerPane.h"
 
+#include "data/Codes.h"
 #include "data/OrderBalance.h"
 #include "data/clsSQL.h"
 #include "input/FormRow.h"
@@ -28,20 +29,12 @@ const QString ledgerEditCode = QStringLiteral("02");
 std::vector<controls::GridColumn> ledgerColumns()
 {
     using Kind = controls::GridColumn::Kind;
-    const std::vector<controls::GridColumn::Item> operators = {
-        {QStringLiteral("1"), QStringLiteral("절사")},
-        {QStringLiteral("2"), QStringLiteral("할인")},
-        {QStringLiteral("3"), QStringLiteral("수납")},
-        {QStringLiteral("4"), QStringLiteral("환불")},
-    };
-    const std::vector<controls::GridColumn::Item> methods = {
-        {QString(), QStringLiteral("현금")},
-        {QStringLiteral("00"), QStringLiteral("현금")},
-        {QStringLiteral("01"), QStringLiteral("카드")},
-        {QStringLiteral("10"), QStringLiteral("현금(미수)")},
-        {QStringLiteral("11"), QStringLiteral("카드(미수)")},
-        {QStringLiteral("12"), QStringLiteral("통장(미수)")},
-    };
+    std::vector<controls::GridColumn::Item> operators;
+    for (const ledger::Operator code : ledger::operators)
+        operators.push_back({QString::number(code), ledger::operatorText(code)});
+    std::vector<controls::GridColumn::Item> methods = {{QString(), QString::fromUtf16(ledger::methods.front().text)}};
+    for (const ledger::Method &method : ledger::methods)
+        methods.push_back({method.stored, QString::fromUtf16(method.text)});
     return {
         {.field = QStringLiteral("tpstrans_PK"), .caption = QStringLiteral("tpstrans_PK"), .visible = false},
         {.field = QStringLiteral("tpstrans_Customer_PK"), .caption = QStringLiteral("tpstrans_Customer_PK"), .visible = false},

@@ -1,5 +1,6 @@
 #include "printing/ReceiptLines.h"
 
+#include "data/Codes.h"
 #include "data/clsSQL.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -30,10 +31,10 @@ QVariant numberOf(const ado::Recordset &row, const QString &field, const QString
 
 QString kindOf(const QVariant &orderType, std::int16_t intCount)
 {
-    const std::int32_t type = runtime::isNull(orderType) ? 0 : runtime::CLng(orderType);
-    if (type == 0)
-        return intCount >= 0 ? QStringLiteral("일반판매") : QStringLiteral("반품");
-    return type == 1 ? QStringLiteral("서비스") : QString();
+    const std::int32_t type = runtime::isNull(orderType) ? sale::NormalSale : runtime::CLng(orderType);
+    if (type == sale::NormalSale)
+        return intCount >= 0 ? sale::lineTypeText(sale::NormalSale) : QStringLiteral("반품");
+    return type == sale::Service ? sale::lineTypeText(sale::Service) : QString();
 }
 
 Line lineOf(const ado::Recordset &row, Numbers numbers, std::int16_t intItem)

@@ -1,5 +1,6 @@
 #include "sales/DetailPane.h"
 
+#include "data/Codes.h"
 #include "data/clsSQL.h"
 #include "input/FormRow.h"
 #include "input/clsMyFunctions.h"
@@ -24,18 +25,15 @@ using controls::RecordsetGrid;
 
 namespace {
 
-enum OrderType { NormalSale = 0, Service = 1, Loss = 2 };
-
 std::vector<controls::GridColumn> detailColumns()
 {
     using Kind = controls::GridColumn::Kind;
     controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"), .caption = QStringLiteral("판매종류"),
                               .kind = Kind::Values, .width = 66};
-    kind.values = {{QString(), QStringLiteral("일반판매")},
-                   {QStringLiteral("0"), QStringLiteral("일반판매")},
-                   {QStringLiteral("1"), QStringLiteral("서비스")},
-                   {QStringLiteral("2"), QStringLiteral("망실")},
-                   {QStringLiteral("3"), QStringLiteral("3")}};
+    // A code 3, which nothing writes, shows as it is.
+    kind.values = {{QString(), sale::lineTypeText(sale::NormalSale)}};
+    for (const sale::LineType code : sale::lineTypes)
+        kind.values.push_back({QString::number(code), sale::lineTypeText(code)});
     return {
         {.field = QStringLiteral("OrdD_PK"), .caption = QStringLiteral("OrdD_PK"), .visible = false},
         {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
@@ -210,7 +208,7 @@ void DetailPane::doubleClicked()
     const ado::Recordset &details = *session_.rsCustSaleDetails;
     const QVariant type = details[QStringLiteral("OrdD_OrderType")];
     if (runtime::Val(details[QStringLiteral("OrdD_Count")]) > 0 && !runtime::isNull(type)
-        && runtime::CLng(type) == NormalSale)
+        && runtime::CLng(type) == sale::NormalSale)
         emit receiptAsked();
 }
 
@@ -224,7 +222,7 @@ void DetailPane::askRefund()
         return;
     const ado::Recordset &details = *session_.rsCustSaleDetails;
     const QVariant type = details[QStringLiteral("OrdD_OrderType")];
-    if (!runtime::isNull(type) && runtime::CLng(type) == Loss) {
+    if (!runtime::isNull(type) && runtime::CLng(type) == sale::Loss) {
         MsgBox(QStringLiteral("망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."), InformationIcon,
                QStringLiteral("반품처리"), c1elaList_);
         return;

@@ -1,5 +1,6 @@
 #include "sales/OrderOperations.h"
 
+#include "data/Codes.h"
 #include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "input/clsNumberRelated.h"
@@ -214,7 +215,7 @@ void OrderOperations::createOrder(const QDate &date)
             orders.AddNew();
             orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
             orders.setValue(QStringLiteral("OrdM_Date"), date);
-            orders.setValue(QStringLiteral("OrdM_Gubun"), 1);
+            orders.setValue(QStringLiteral("OrdM_Gubun"), int(sale::PickUp));
             orders.setValue(QStringLiteral("OrdM_Address"), runtime::Trim(customer.address));
             orders.setValue(QStringLiteral("OrdM_Tel"), runtime::Trim(customer.phone));
             orders.setValue(QStringLiteral("OrdM_Cel"), runtime::Trim(customer.cell));
@@ -241,9 +242,9 @@ OrderKey OrderOperations::orderKeyOf(const QDate &date) const
 /// The price is always that of the product row; the pane's price field only shows it.
 QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const
 {
-    const bool sale = line.intSellType == 0;
-    const Currency price = sale ? runtime::CCur(line.unitPrice) : Currency();
-    const Currency discount = sale ? runtime::CCur(unitDiscount) : Currency();
+    const bool sold = line.intSellType == sale::NormalSale;
+    const Currency price = sold ? runtime::CCur(line.unitPrice) : Currency();
+    const Currency discount = sold ? runtime::CCur(unitDiscount) : Currency();
     return clsSQL().insDB2OrderDetailSQL(order.number(), line.product.number(), price, discount,
                                          runtime::CInt(line.quantity), line.intSellType);
 }

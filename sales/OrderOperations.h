@@ -29,8 +29,8 @@ inline const QString changedAfterLoss =
 /// What the entry pane holds when a line is added. The texts are converted where the line is written.
 struct EntryLine
 {
-    std::int16_t intSellType = 0; ///< 0 normal sale, 1 service, 2 loss; the code of OrdD_OrderType
-    QString unitDiscount;         ///< money text
+    std::int16_t intSellType = 0; ///< a sale::LineType
+    QString unitDiscount; ///< money text
     QString quantity;
     ProductKey product;
     QVariant unitPrice; ///< of the product's row; the line's price, whatever the pane shows

@@ -1,5 +1,6 @@
 #include "sales/OrderPane.h"
 
+#include "data/Codes.h"
 #include "data/clsSQL.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -35,7 +36,7 @@ std::vector<controls::GridColumn> orderColumns()
         {.field = QStringLiteral("OrdM_HalinTotal"), .caption = QStringLiteral("할인금액"), .kind = Kind::Money, .width = 60},
         {.field = QStringLiteral("OrdM_Total"), .caption = QStringLiteral("판매총액"), .kind = Kind::Money, .width = 76},
         {.field = QStringLiteral("OrdM_Misugum"), .caption = QStringLiteral("미수금"), .kind = Kind::Money, .width = 72, .editable = true},
-        {.field = QStringLiteral("OrdM_Gubun"), .caption = QStringLiteral("택배"), .kind = Kind::Check, .width = 34, .checkedText = QStringLiteral("2")},
+        {.field = QStringLiteral("OrdM_Gubun"), .caption = QStringLiteral("택배"), .kind = Kind::Check, .width = 34, .checkedText = QString::number(sale::Courier)},
         {.field = QStringLiteral("OrdM_Address"), .caption = QStringLiteral("고객주소"), .width = 180},
         {.field = QStringLiteral("OrdM_Tel"), .caption = QStringLiteral("고객 전화번호"), .width = 104},
         {.field = QStringLiteral("OrdM_Cel"), .caption = QStringLiteral("고객 핸드폰"), .width = 104},

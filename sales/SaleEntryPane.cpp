@@ -235,7 +235,7 @@ void SaleEntryPane::showProduct()
     controls::showText(txtSaleProductLists(Catagory), runtime::text(products[QStringLiteral("PM_Catagory")]));
     controls::showText(txtSaleProductLists(Name), runtime::text(products[QStringLiteral("PM_Name")]));
     // The price shows here even for a product that is not handled; it becomes 0 on a change of kind. Both are meant.
-    showPrices(sellType() == 0 ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
+    showPrices(sellType() == sale::NormalSale ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
     controls::showText(txtSaleProductLists(EtcMemo), runtime::text(products[QStringLiteral("PM_EtcMemo")]));
     for (int index : {Catagory, Name, EtcMemo})
         txtSaleProductLists(index)->setCursorPosition(0); // a long name shows its beginning
@@ -257,20 +257,21 @@ void SaleEntryPane::resetPane()
         showMoney(txtSaleProductLists(index), QStringLiteral("0"));
 }
 
-std::int16_t SaleEntryPane::sellType() const
+sale::LineType SaleEntryPane::sellType() const
 {
-    return ssoptSellType_[0]->isChecked() ? 0 : ssoptSellType_[1]->isChecked() ? 1 : 2;
+    using enum sale::LineType;
+    return ssoptSellType_[NormalSale]->isChecked() ? NormalSale : ssoptSellType_[Service]->isChecked() ? Service : Loss;
 }
 
 void SaleEntryPane::sellTypeChanged()
 {
-    const std::int16_t kind = sellType();
+    const sale::LineType kind = sellType();
     MoneyBox *quantity = txtSaleProductLists(Quantity);
     const double typed = runtime::Val(quantity->text());
-    if (kind != 2 && typed < 0)
+    if (kind != sale::Loss && typed < 0)
         quantity->setText(runtime::text(-typed));
-    showPrices(kind == 0 ? salePriceOfCurrentProduct() : QVariant(0));
-    if (kind == 0)
+    showPrices(kind == sale::NormalSale ? salePriceOfCurrentProduct() : QVariant(0));
+    if (kind == sale::NormalSale)
         showLineTotal();
     else
         showMoney(txtSaleProductLists(LineTotal), QStringLiteral("0"));

@@ -52,7 +52,7 @@ private:
     void styleAppendButton();
     void orderTabs();
 
-    std::int16_t sellType() const;
+    sale::LineType sellType() const;
     void sellTypeChanged();
     void step(int by);
     void showPrices(const QVariant &price);
