@@ -53,6 +53,7 @@ LedgerPane::LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , shell_(shell)
+    , list_(session.rsCustTranManage)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 3))
     , elTranMnu_(named(new QWidget(parent), QStringLiteral("elTranMnu"), 1))
     , c1elaTransInfo_(named(new LedgerForm(parent), QStringLiteral("c1elaTransInfo")))
@@ -65,6 +66,7 @@ LedgerPane::LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
 void LedgerPane::makeGrid()
 {
     tdbCustTranManage_ = named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustTranManage"));
+    list_.setGrid(tdbCustTranManage_);
     tdbCustTranManage_->setAccessibleName(QStringLiteral("수납 내역"));
     tdbCustTranManage_->setColumns(ledgerColumns());
     auto *layout = new QVBoxLayout(c1elaList_);
@@ -154,22 +156,13 @@ EditModeTable LedgerPane::editMode() const
 
 void LedgerPane::createCustTranManage()
 {
-    auto ledger = std::make_unique<ado::Recordset>();
-    tdbCustTranManage_->setDataSource(ledger.get());
-    session_.rsCustTranManage = std::move(ledger);
+    list_.create();
 }
 
 void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
 {
     try {
-        if (!session_.rsCustTranManage)
-            createCustTranManage();
-        ado::Recordset &ledger = *session_.rsCustTranManage;
-        if (ledger.isOpen())
-            ledger.Close();
-        ledger.Open(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
-                    ado::LockType::Optimistic);
-        tdbCustTranManage_->Rebind();
+        list_.load(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
         showRow();
         MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"), c1elaList_);
@@ -178,16 +171,13 @@ void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
 
 void LedgerPane::requeryCustTranManage()
 {
-    if (!session_.rsCustTranManage || !session_.rsCustTranManage->isOpen())
-        return;
-    session_.rsCustTranManage->Requery();
-    tdbCustTranManage_->Rebind();
+    if (list_.isLoaded())
+        list_.requery();
 }
 
 void LedgerPane::clear()
 {
-    if (session_.rsCustTranManage)
-        session_.rsCustTranManage->Close();
+    list_.close();
     resetPane();
     c1elaTransInfo_->showWithoutRow(std::nullopt);
 }
@@ -243,15 +233,6 @@ void LedgerPane::rowIsGone()
            QStringLiteral("수납 내역"), c1elaList_);
 }
 
-bool LedgerPane::readAnew(const ado::Bookmark &row)
-{
-    ado::Recordset &ledger = *session_.rsCustTranManage;
-    const bool stands = ledger.requeryAt(row);
-    if (stands)
-        tdbCustTranManage_->selectRow(ledger.currentRow());
-    return stands;
-}
-
 void LedgerPane::editRow()
 {
     if (!hasOrder())
@@ -277,7 +258,7 @@ void LedgerPane::deleteRow()
         return;
     // Another desk may have changed the row, or deleted it: what stands now is shown, and can be deleted then.
     runtime::Attempt show;
-    show([&] { readAnew(row); });
+    show([&] { list_.requeryAt(row); });
     MsgBox(QStringLiteral("수납내역을 삭제하지 못했습니다. "), InformationIcon, QStringLiteral("수납삭제"), elTranMnu_);
 }
 
@@ -353,7 +334,7 @@ void LedgerPane::saveMemo()
         undo([&] { ledger.CancelUpdate(); });
         if (error.number() == runtime::ErrorNumber::Conflict)
             undo([&] {
-                if (readAnew(row))
+                if (list_.requeryAt(row))
                     c1elaTransInfo_->showMemo(typed); // it can be saved now
             });
         throw;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "input/BoundList.h"
 #include "input/MemoBox.h"
 #include "input/MoneyBox.h"
 #include "input/PaneContract.h"
@@ -24,7 +25,7 @@ public:
     /// Opens rsCompanyMaster and binds the grid; nothing happens while it does not exist. Errors end here, told to nobody;
     /// then no dealer is on view.
     void loadCompanyMaster();
-    bool isLoaded() const;
+    bool isLoaded() const { return list_.isLoaded(); }
     /// For a list that could not be loaded before.
     void loadIfClosed();
     /// Clears the panel.
@@ -64,8 +65,8 @@ private:
     SaleSession &session_;
     PaneShell &shell_;
     DealerOperations operations_;
+    BoundList list_;
     std::int16_t intCompanyEditMode_ = -1;
-    bool reloading_ = false; ///< the list comes anew; the row to be shown is not current yet
     DealerKey edited_;
 
     std::array<QWidget *, 2> sspCompanyMaster_{};

@@ -10,7 +10,6 @@
 #include "platform/controls/Named.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-#include "session/modGlobalVars.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -52,6 +51,7 @@ DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , operations_(session)
+    , list_(session.rsCustSaleDetails)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 2))
     , c1elaSaleDetailMemo_(named(new QWidget(parent), QStringLiteral("c1elaSaleDetailMemo")))
     , tdbCustSaleDetails_(named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustSaleDetails")))
@@ -59,6 +59,7 @@ DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
     , chkCmdDelOrderDetail_(named(new PushCheck(QStringLiteral("삭제"), c1elaList_), QStringLiteral("chkCmdDelOrderDetail")))
     , txtCustOrderRfndMemo_(named(new MemoBox({}, c1elaSaleDetailMemo_), QStringLiteral("txtCustOrderRfndMemo")))
 {
+    list_.setGrid(tdbCustSaleDetails_);
     tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
     tdbCustSaleDetails_->setColumns(detailColumns());
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
@@ -105,9 +106,8 @@ void DetailPane::createCustSaleDetails()
     auto details = std::make_unique<ado::Recordset>();
     disconnect(rowsReset_);
     rowsReset_ = connect(details.get(), &ado::Recordset::rowsReset, this, [this] { renewClone(); });
-    tdbCustSaleDetails_->setDataSource(details.get());
     session_.rsCustSaleDetailsClone.reset();
-    session_.rsCustSaleDetails = std::move(details);
+    list_.create(std::move(details));
 }
 
 void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
@@ -115,12 +115,7 @@ void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
     try {
         if (!session_.rsCustSaleDetails)
             createCustSaleDetails();
-        ado::Recordset &details = *session_.rsCustSaleDetails;
-        if (details.isOpen())
-            details.Close();
-        details.Open(clsSQL().getOrderDetailSQL(lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
-                     ado::LockType::Optimistic);
-        tdbCustSaleDetails_->Rebind();
+        list_.load(clsSQL().getOrderDetailSQL(lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
         showRefundMemo();
         MsgBox(QStringLiteral("판매 디테일 정보를 가져오지 못했습니다."), InformationIcon,
@@ -130,8 +125,7 @@ void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
 
 void DetailPane::clear()
 {
-    if (session_.rsCustSaleDetails)
-        session_.rsCustSaleDetails->Close();
+    list_.close();
     showRefundMemo();
 }
 
@@ -143,7 +137,7 @@ LineKey DetailPane::currentLine() const
 
 void DetailPane::choose(LineKey line)
 {
-    if (!session_.rsCustSaleDetails || !session_.rsCustSaleDetails->isOpen())
+    if (!list_.isLoaded())
         return;
     ado::Recordset &details = *session_.rsCustSaleDetails;
     if (details.moveToKey(line.bookmark()))
@@ -163,7 +157,7 @@ void DetailPane::renewClone()
 {
     names_.drop();
     session_.rsCustSaleDetailsClone.reset();
-    if (session_.rsCustSaleDetails && session_.rsCustSaleDetails->isOpen())
+    if (list_.isLoaded())
         session_.rsCustSaleDetailsClone = session_.rsCustSaleDetails->Clone();
 }
 

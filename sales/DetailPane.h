@@ -1,5 +1,6 @@
 #pragma once
 
+#include "input/BoundList.h"
 #include "input/MemoBox.h"
 #include "input/PaneContract.h"
 #include "platform/controls/PushCheck.h"
@@ -61,6 +62,7 @@ private:
     SaleSession &session_;
     OrderOperations operations_;
     ProductNames names_;
+    BoundList list_;
     QMetaObject::Connection rowsReset_;
     QWidget *c1elaList_;
     QWidget *c1elaSaleDetailMemo_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "input/BoundList.h"
 #include "input/PaneContract.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "sales/OrderInfoPanel.h"
@@ -73,6 +74,7 @@ private:
     PaneShell &shell_;
     OrderOperations operations_;
     OrderSave save_;
+    BoundList list_;
     QWidget *c1elaList_;
     OrderStrip *elTranMnu_;
     OrderInfoPanel *c1elaCustSaleInfo_;
