@@ -95,7 +95,7 @@ void LedgerPane::makeStrip()
     strong.setBold(true);
     chkCmdAutomateReceipt_->setFont(strong);
     chkCmdAutomateReceipt_->setMinimumWidth(88);
-    controls::setBackColor(chkCmdAutomateReceipt_, QColor(0x2F, 0x6F, 0xB5));
+    controls::setBackColor(chkCmdAutomateReceipt_, controls::AccentColor);
     controls::setForeColor(chkCmdAutomateReceipt_, Qt::white);
 
     auto *row = new QHBoxLayout(elTranMnu_);

@@ -28,7 +28,7 @@ std::vector<controls::GridColumn> saleListColumns()
 
 } // namespace
 
-SaleListPane::SaleListPane(SaleSession &session, PaneShell &, QWidget *parent)
+SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , list_(session.rsSaleProductLists, ado::CursorType::Static, ado::LockType::ReadOnly)

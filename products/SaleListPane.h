@@ -1,7 +1,6 @@
 #pragma once
 
 #include "input/BoundList.h"
-#include "input/PaneContract.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "session/SaleSession.h"
 
@@ -14,7 +13,7 @@ class SaleListPane : public QObject
 {
     Q_OBJECT
 public:
-    SaleListPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+    SaleListPane(SaleSession &session, QWidget *parent);
 
     QWidget *c1elaList() const { return c1elaList_; }
     controls::RecordsetGrid *tdbSaleProductLists() const { return tdbSaleProductLists_; }

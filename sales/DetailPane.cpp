@@ -47,7 +47,7 @@ std::vector<controls::GridColumn> detailColumns()
 
 } // namespace
 
-DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
+DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , operations_(session)

@@ -19,7 +19,7 @@ class DetailPane : public QObject
 {
     Q_OBJECT
 public:
-    DetailPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+    DetailPane(SaleSession &session, QWidget *parent);
 
     QWidget *c1elaList() const { return c1elaList_; }
     QWidget *c1elaSaleDetailMemo() const { return c1elaSaleDetailMemo_; }

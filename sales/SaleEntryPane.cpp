@@ -62,7 +62,7 @@ const QString unitDiscountFormat = QStringLiteral("\\\\###,##0");
 
 } // namespace
 
-SaleEntryPane::SaleEntryPane(SaleSession &session, PaneShell &, QWidget *parent)
+SaleEntryPane::SaleEntryPane(SaleSession &session, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , operations_(session)
@@ -178,7 +178,7 @@ void SaleEntryPane::styleAppendButton()
     cmdCSAppendDetail_->setFont(font);
     QPalette palette = cmdCSAppendDetail_->palette();
     for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Button, QColor(0x1F, 0x6F, 0xB2));
+        palette.setColor(group, QPalette::Button, controls::AccentColor);
         palette.setColor(group, QPalette::ButtonText, Qt::white);
     }
     cmdCSAppendDetail_->setPalette(palette);
