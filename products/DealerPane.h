@@ -40,7 +40,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     /// 0 add, 1 edit, -1 neither.
-    std::int16_t intCompanyEditMode() const { return intCompanyEditMode_; }
+    qint16 intCompanyEditMode() const { return intCompanyEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbCompanyMaster_; }
 
 private:
@@ -66,7 +66,7 @@ private:
     PaneShell &shell_;
     DealerOperations operations_;
     BoundList list_;
-    std::int16_t intCompanyEditMode_ = -1;
+    qint16 intCompanyEditMode_ = -1;
     DealerKey edited_;
 
     std::array<QWidget *, 2> sspCompanyMaster_{};

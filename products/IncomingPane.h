@@ -44,7 +44,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     /// 0 add, 1 edit, -1 neither.
-    std::int16_t intIncomingEditMode() const { return intIncomingEditMode_; }
+    qint16 intIncomingEditMode() const { return intIncomingEditMode_; }
 
     QList<QWidget *> containers() const { return {sspProductIncoming_[0], sspProductIncoming_[1], elTranMnu_}; }
     EditModeTable editMode() const;
@@ -78,7 +78,7 @@ private:
     PaneShell &shell_;
     IncomingOperations operations_;
     BoundList list_;
-    std::int16_t intIncomingEditMode_ = -1;
+    qint16 intIncomingEditMode_ = -1;
     ProductKey product_;     ///< on view
     ProductKey loaded_;      ///< whose purchases are listed
     ProductKey bought_;      ///< of the purchase that is added

@@ -105,12 +105,12 @@ ProductOperations::Deletion ProductOperations::remove(ProductKey product)
     return Deletion::Deleted;
 }
 
-std::int16_t countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName)
+qint16 countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName)
 {
     return countOf(connection, clsSQL().getNumOfSameProdName(strPMName), QStringLiteral("NAMECOUNT"), 0);
 }
 
-std::int16_t CountNoOfProductUsed(const ado::ConnectionPtr &connection, std::int32_t lngPMPK)
+qint16 CountNoOfProductUsed(const ado::ConnectionPtr &connection, qint32 lngPMPK)
 {
     return countOf(connection, clsSQL().getNumOfUsedProdSQL(lngPMPK), QStringLiteral("NUMOFPRO"), 0);
 }

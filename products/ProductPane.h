@@ -47,7 +47,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     /// 0 add, 1 edit, -1 neither; 1 also after the try to edit on an empty list.
-    std::int16_t intProductEditMode() const { return intProductEditMode_; }
+    qint16 intProductEditMode() const { return intProductEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbSaleProductListsManager_; }
 
 signals:
@@ -82,7 +82,7 @@ private:
     PaneShell &shell_;
     ProductOperations operations_;
     BoundList list_;
-    std::int16_t intProductEditMode_ = -1;
+    qint16 intProductEditMode_ = -1;
     ProductKey edited_;
 
     QWidget *sspPMProductList_ = nullptr;

@@ -28,13 +28,12 @@ SaveOutcome saveTrapped(ado::Recordset &rows, const std::function<SaveOutcome()>
     }
 }
 
-std::int16_t countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field,
-                     std::int16_t ifEmpty)
+qint16 countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field, qint16 ifEmpty)
 {
     ado::Recordset rows;
     rows.Open(statement, connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     if (!rows.hasCurrent())
         return ifEmpty;
-    constexpr std::int32_t most = std::numeric_limits<std::int16_t>::max();
-    return std::int16_t(std::min(runtime::CLng(rows[field]), most));
+    constexpr qint32 most = std::numeric_limits<qint16>::max();
+    return qint16(std::min(runtime::CLng(rows[field]), most));
 }

@@ -110,7 +110,7 @@ void DetailPane::createCustSaleDetails()
     list_.create(std::move(details));
 }
 
-void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
+void DetailPane::loadCustSaleDetails(qint32 lngOrdMPK)
 {
     try {
         if (!session_.rsCustSaleDetails)

@@ -32,7 +32,7 @@ public:
     void createCustSaleDetails();
     /// Opens the lines of the order, none for -1, rebinds the grid and renews rsCustSaleDetailsClone; makes the recordset
     /// if it is missing. A failure is told in its box and leaves the grid empty.
-    void loadCustSaleDetails(std::int32_t lngOrdMPK);
+    void loadCustSaleDetails(qint32 lngOrdMPK);
     /// The orders could not be read: no lines, and nothing of the last one.
     void clear();
     /// The current line; of no row where there is none.

@@ -113,17 +113,17 @@ Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLin
     });
 }
 
-std::int16_t OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date)
+qint16 OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date)
 {
     try {
         const double count = runtime::Val(firstValue(clsSQL().getCountOrderMasterSQL(customer.number(), date)));
-        return static_cast<std::int16_t>(std::min<double>(count, std::numeric_limits<std::int16_t>::max()));
+        return static_cast<qint16>(std::min<double>(count, std::numeric_limits<qint16>::max()));
     } catch (const RuntimeError &) {
         return -1;
     }
 }
 
-Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, std::int16_t intCount,
+Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, qint16 intCount,
                                               const QString &strMemo)
 {
     return trappedAndShown(session_, [&] {
@@ -135,7 +135,7 @@ Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product
 }
 
 Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey product, Currency curPrice,
-                                             std::int16_t intCount, const QString &strMemo)
+                                             qint16 intCount, const QString &strMemo)
 {
     return onNewOrder(dtRefund, [&](OrderKey order) {
         return addRefundOrderDetail(order, product, curPrice, intCount, strMemo);

@@ -43,7 +43,7 @@ public:
     /// Leaves an edit under way without saving, before another customer's orders come. Whether there was one.
     bool abandonEdit();
     /// 1 while the form is open for editing, otherwise -1.
-    std::int16_t intOrderEditState() const { return intOrderEditState_; }
+    qint16 intOrderEditState() const { return intOrderEditState_; }
 
 signals:
     /// The current order is another one, or was read anew.
@@ -79,5 +79,5 @@ private:
     OrderStrip *elTranMnu_;
     OrderInfoPanel *c1elaCustSaleInfo_;
     controls::RecordsetGrid *tdbCustSaleMaster_;
-    std::int16_t intOrderEditState_ = -1;
+    qint16 intOrderEditState_ = -1;
 };

@@ -308,7 +308,7 @@ Currency SaleEntryPane::moneyOf(int index) const
 /// A further discount is added, and stored by nothing: it counts in this field only.
 void SaleEntryPane::showLineTotal()
 {
-    std::int16_t quantity = 0;
+    qint16 quantity = 0;
     try {
         quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
     } catch (const runtime::RuntimeError &) {
@@ -357,7 +357,7 @@ Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
     if (!hasOrders)
         return operations_.addDetailToNewOrder(line);
     const OrderKey order = operations_.currentOrder();
-    const std::int16_t orders = operations_.countTodayOrders();
+    const qint16 orders = operations_.countTodayOrders();
     if (orders < 0)
         return Outcome::Failed;
     const QPointer<SaleEntryPane> alive(this);
