@@ -41,7 +41,7 @@ print::Document composed(int lines)
     line.curUnit = runtime::Currency::fromWon(12'000);
     line.intCount = 2;
     for (int number = 1; number <= lines; ++number) {
-        line.intItem = std::int16_t(number);
+        line.intItem = qint16(number);
         line.name = QStringLiteral("감초생강차 %1호").arg(number % 97);
         page.addLine(line);
     }

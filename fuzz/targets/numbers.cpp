@@ -32,7 +32,7 @@ void convertText(const QString &text)
     std::optional<runtime::ErrorNumber> error;
     const double number = attempt([&] { return runtime::CDbl(value); }, error);
     demand(runtime::IsNumeric(text) == (error != runtime::ErrorNumber::TypeMismatch), "IsNumeric tells what CDbl takes");
-    const std::int32_t whole = attempt([&] { return runtime::CLng(value); }, error);
+    const qint32 whole = attempt([&] { return runtime::CLng(value); }, error);
     if (!error)
         demand(std::abs(double(whole) - number) <= 0.5 || text.contains(u'&'), "CLng is next to the number");
     attempt([&] { return runtime::CInt(value); }, error);

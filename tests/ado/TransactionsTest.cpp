@@ -1,3 +1,4 @@
+#include "platform/ado/Transaction.h"
 #include "tests/ado/Desks.h"
 
 #include <QDir>
@@ -155,6 +156,38 @@ TEST_P(Transactions, AbandonedByAnEventEndWithIt)
             add("next");
         }
         EXPECT_EQ(seen(), QString::fromLatin1(one.left) + (*one.left ? " " : "") + "other next");
+    }
+}
+
+TEST_P(Transactions, OfAScopeAreSavedByItsCommitAndUndoneByEveryOtherEnd)
+{
+    const auto fail = [] { throw runtime::RuntimeError(ErrorNumber::TypeMismatch, QStringLiteral("x")); };
+    const struct
+    {
+        const char *name;
+        std::function<void(ado::Transaction &)> work;
+        const char *left;
+        std::optional<ErrorNumber> told;
+    } cases[]{
+        {"committed", [](auto &scope) { scope.commit(); }, "kept", {}},
+        {"left early", [](auto &) {}, "", {}},
+        {"left by an error", [&](auto &) { fail(); }, "", ErrorNumber::TypeMismatch},
+        {"left by an error after its commit", [&](auto &scope) { scope.commit(); fail(); }, "kept", ErrorNumber::TypeMismatch},
+        {"left by an error of one that joined", [&](auto &) { ado::Transaction joined(*desk); fail(); }, "", ErrorNumber::TypeMismatch},
+        {"left open and ended by the next", [&](auto &scope) { scope.leaveOpen(); }, "kept", {}},
+    };
+    for (const auto &one : cases) {
+        SCOPED_TRACE(one.name);
+        clinic.run(QStringLiteral("DELETE FROM tPSProductMaster"));
+        const auto told = errorOf([&] {
+            ado::Transaction scope(*desk);
+            add("kept");
+            one.work(scope);
+        });
+        EXPECT_EQ(told, one.told);
+        if (desk->inTransaction())
+            ado::Transaction(*desk).commit();
+        EXPECT_EQ(seen(), one.left);
     }
 }
 
@@ -332,6 +365,13 @@ int refuseRollback(void *, int action, const char *what, const char *, const cha
     return action == SQLITE_TRANSACTION && qstrcmp(what, "ROLLBACK") == 0 ? SQLITE_DENY : SQLITE_OK;
 }
 
+/// From now on the connection cannot roll back, nor be opened anew while its folder is away.
+void makeRollbackFail(const ado::ConnectionPtr &connection)
+{
+    const QVariant handle = connection->database().driver()->handle();
+    sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuseRollback, nullptr);
+}
+
 ado::ConnectionPtr keptByTheHost;
 
 } // namespace
@@ -356,8 +396,7 @@ TEST(SqliteConnection, ThatCanNeitherRollBackNorReopenLeavesTheOthersAloneAndIsF
             connection->BeginTrans();
             connection->Execute(QStringLiteral("INSERT INTO money VALUES (1)"));
         }
-        const QVariant handle = broken->database().driver()->handle();
-        sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuseRollback, nullptr);
+        makeRollbackFail(broken);
         ASSERT_TRUE(QDir().rename(place, away));
         EXPECT_EQ(errorOf([&] { edge.rollBack(); }), ErrorNumber::ConnectionLost);
     }
@@ -368,6 +407,23 @@ TEST(SqliteConnection, ThatCanNeitherRollBackNorReopenLeavesTheOthersAloneAndIsF
     ASSERT_TRUE(QDir().rename(away, place));
     QThread::msleep(1100); // a desk does not ask again more than once a second
     EXPECT_EQ(count(broken), "0");
+}
+
+TEST(SqliteConnection, ThatCannotRollBackDoesNotHideTheErrorBeforeIt)
+{
+    QTemporaryDir folder;
+    const QString place = folder.filePath(QStringLiteral("here"));
+    ASSERT_TRUE(QDir().mkdir(place));
+    const ado::ConnectionPtr broken = ado::Connection::open(QStringLiteral("sqlite:") + place + QStringLiteral("/a.db"), true);
+    const auto told = errorOf([&] {
+        ado::Transaction scope(*broken);
+        broken->Execute(QStringLiteral("CREATE TABLE money (won INTEGER)"));
+        makeRollbackFail(broken);
+        ASSERT_TRUE(QDir().rename(place, folder.filePath(QStringLiteral("away"))));
+        throw runtime::RuntimeError(ErrorNumber::TypeMismatch, QStringLiteral("x"));
+    });
+    EXPECT_EQ(told, ErrorNumber::TypeMismatch);
+    EXPECT_FALSE(broken->inTransaction());
 }
 
 TEST(SqliteConnection, KeptInAGlobalOfTheHostsEndsWithTheProcess)

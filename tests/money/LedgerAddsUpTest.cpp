@@ -198,7 +198,7 @@ private:
     {
         const int product = anyOf(products_), kindOfLine = roll(5) ? 0 : 1 + roll(2), discount = roll(3) * 50, count = 1 + roll(5);
         session_.rsSaleProductLists->setBookmark(product);
-        EntryLine typed{std::int16_t(kindOfLine), QString::number(discount), QString::number(count), {}, {}};
+        EntryLine typed{qint16(kindOfLine), QString::number(discount), QString::number(count), {}, {}};
         sales_.takeCurrentProduct(typed);
         return {typed, product,
                 kindOfLine == 0 ? Won(products_[product] - discount) * count : 0};
@@ -226,7 +226,7 @@ private:
     {
         if (!standOnLine())
             return;
-        const Refund refund{std::int16_t(-1 - roll(3)), roll(2) ? day() : at().date, {}, Currency::fromWon(roll(40) * 50)};
+        const Refund refund{qint16(-1 - roll(3)), roll(2) ? day() : at().date, {}, Currency::fromWon(roll(40) * 50)};
         note("take back of line", chosen_.key, refund.count);
         const bool hasOrder = std::any_of(books_.begin(), books_.end(), [&](const auto &order) { return order.second.date == refund.date; });
         require(returns_.takeBack(returns_.currentLine(), refund) == Outcome::Done);

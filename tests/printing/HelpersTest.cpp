@@ -64,7 +64,7 @@ TEST(clsMultiLineTextBox, ReadsTheLinesAsTheyAreDisplayed)
     EXPECT_EQ(lines.mid(2).join(QString()).toStdString(), QStringLiteral("긴 줄은 여러 줄로 나뉩니다 ").repeated(12).trimmed().toStdString());
     EXPECT_EQ(reader.MLT_GetLine(box, 0).toStdString(), "첫 줄");
     EXPECT_EQ(reader.MLT_GetLine(box, 1).toStdString(), "");
-    EXPECT_EQ(reader.MLT_GetLine(box, std::int32_t(lines.size())).toStdString(), "");
+    EXPECT_EQ(reader.MLT_GetLine(box, qint32(lines.size())).toStdString(), "");
 
     box.setLineWrapMode(QPlainTextEdit::NoWrap);
     box.setPlainText(QString(1500, QLatin1Char('a')));

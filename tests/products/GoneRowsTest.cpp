@@ -318,7 +318,7 @@ TEST_F(GoneRows, AProductListThatFailsBeneathAnEditLeavesTheEditAndComesWithItsE
 TEST_F(GoneRows, TheSaleListThatCannotBeLoadedShowsNoProductAndIsLoadedWhenItCanBe)
 {
     open();
-    SaleListPane saleList(session_, window(), &window());
+    SaleListPane saleList(session_, &window());
     saleList.loadSaleProductLists();
     EXPECT_EQ(session_.rsSaleProductLists->rowCount(), 3);
     atOtherDesk("ALTER TABLE tPSProductMaster RENAME TO away");

@@ -30,7 +30,7 @@ protected:
                     "FROM tPSOrderDetail ORDER BY OrdD_PK");
     }
 
-    EntryLine line(const char *quantity, const char *discount = "\\0", std::int16_t kind = 0)
+    EntryLine line(const char *quantity, const char *discount = "\\0", qint16 kind = 0)
     {
         EntryLine typed{kind, QString::fromUtf8(discount), QString::fromUtf8(quantity), {}, {}};
         operations_.takeCurrentProduct(typed);

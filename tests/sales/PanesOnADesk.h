@@ -17,10 +17,10 @@ class Desk : public PaneWindow
 {
 public:
     explicit Desk(SaleSession &session)
-        : list(new SaleListPane(session, *this, this))
-        , entry(new SaleEntryPane(session, *this, this))
+        : list(new SaleListPane(session, this))
+        , entry(new SaleEntryPane(session, this))
         , orders(new OrderPane(session, *this, this))
-        , details(new DetailPane(session, *this, this))
+        , details(new DetailPane(session, this))
     {
         auto *columns = new QHBoxLayout(this);
         columns->addLayout(stack({list->c1elaList(), entry->c1elaProductInfo()}), 380);

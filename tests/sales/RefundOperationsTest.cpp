@@ -31,7 +31,7 @@ protected:
     Outcome takeBack(int count, const char *date, const char *memo = "")
     {
         openAll();
-        const Refund refund{std::int16_t(count), QDate::fromString(QLatin1String(date), Qt::ISODate),
+        const Refund refund{qint16(count), QDate::fromString(QLatin1String(date), Qt::ISODate),
                             QString::fromUtf8(memo), Currency::fromWon(850)};
         return operations_.takeBack(operations_.currentLine(), refund);
     }

@@ -4,7 +4,7 @@
 
 namespace statistics {
 
-/// The codes of the money ledger.
+/// The codes of the money ledger. The components are installed apart from the module and know nothing of its rooms.
 enum Operator : int { Cut = 1, Discount = 2, Payment = 3, Refund = 4 };
 
 enum class Medium { Cash, Card, Bank };

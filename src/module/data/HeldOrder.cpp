@@ -1,6 +1,8 @@
 #include "data/HeldOrder.h"
 
-#include "platform/runtime/Attempt.h"
+#include "platform/ado/Transaction.h"
+
+#include <optional>
 
 bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK)
 {
@@ -15,19 +17,12 @@ void holdOrder(ado::Connection &connection, qint32 lngOrdMPK)
 
 void inOneStep(ado::Connection &connection, const std::function<void()> &work)
 {
-    const bool own = !connection.inTransaction();
+    std::optional<ado::Transaction> own;
+    if (!connection.inTransaction())
+        own.emplace(connection);
+    work();
     if (own)
-        connection.BeginTrans();
-    try {
-        work();
-        if (own)
-            connection.CommitTrans();
-    } catch (const runtime::RuntimeError &) {
-        runtime::Attempt undo; // the first error is the one that tells something
-        if (own)
-            undo([&] { connection.RollbackTrans(); });
-        throw;
-    }
+        own->commit();
 }
 
 void onHeldOrder(ado::Connection &connection, qint32 lngOrdMPK, const std::function<void()> &work)

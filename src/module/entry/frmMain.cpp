@@ -90,10 +90,10 @@ frmMain::~frmMain()
 void frmMain::createPanes()
 {
     customerPane_ = new CustomerPane(this);
-    saleListPane_ = new SaleListPane(session_, *this, this);
-    entryPane_ = new SaleEntryPane(session_, *this, this);
+    saleListPane_ = new SaleListPane(session_, this);
+    entryPane_ = new SaleEntryPane(session_, this);
     orderPane_ = new OrderPane(session_, *this, this);
-    detailPane_ = new DetailPane(session_, *this, this);
+    detailPane_ = new DetailPane(session_, this);
     refundFlow_ = new RefundFlow(session_, *detailPane_, this);
     ledgerPane_ = new LedgerPane(session_, *this, this);
     receiptFlow_ = new ReceiptFlow(session_, *ledgerPane_, this);

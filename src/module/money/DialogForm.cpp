@@ -59,34 +59,43 @@ QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString 
 
 QHBoxLayout *layOutOperators(OperatorOptions &optOperator, QWidget *parent)
 {
-    const QString captions[] = {QStringLiteral("절사"), QStringLiteral("할인"), QStringLiteral("수납"), QStringLiteral("환불")};
     auto *options = new QHBoxLayout;
     options->setSpacing(16);
-    for (int option = CutOption; option <= RefundOption; ++option) {
-        auto *button = named(new QRadioButton(captions[option], parent), QStringLiteral("optOperator"), option);
-        options->addWidget(button);
-        optOperator[std::size_t(option)] = button;
+    for (std::size_t index = 0; index < optOperator.size(); ++index) {
+        auto *button = new QRadioButton(ledger::operatorText(ledger::operators[index]), parent);
+        options->addWidget(named(button, QStringLiteral("optOperator"), int(index)));
+        optOperator[index] = button;
     }
     options->addStretch(1);
     return options;
 }
 
-qint16 chosenOperator(const OperatorOptions &optOperator)
+QRadioButton *optionOf(const OperatorOptions &optOperator, ledger::Operator code)
 {
-    for (int option = CutOption; option <= RefundOption; ++option) {
-        if (optOperator[std::size_t(option)]->isChecked())
-            return qint16(option + 1);
+    return optOperator[std::size_t(code - ledger::operators.front())];
+}
+
+ledger::Operator chosenOperator(const OperatorOptions &optOperator)
+{
+    for (const ledger::Operator code : ledger::operators) {
+        if (optionOf(optOperator, code)->isChecked())
+            return code;
     }
-    return 0;
+    return ledger::NoOperator;
 }
 
 bool applyDiscountSwitch(const OperatorOptions &optOperator)
 {
     const bool discounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) != QLatin1String("1");
     if (!discounts)
-        optOperator[PaymentOption]->setChecked(true);
-    optOperator[DiscountOption]->setEnabled(discounts);
+        optionOf(optOperator, ledger::Payment)->setChecked(true);
+    optionOf(optOperator, ledger::Discount)->setEnabled(discounts);
     return discounts;
+}
+
+void addMethod(QComboBox *list, const ledger::Method &method)
+{
+    list->addItem(QString::fromUtf16(method.dialogText), QString(method.stored));
 }
 
 void makeStrong(QPushButton *button)

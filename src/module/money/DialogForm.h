@@ -1,5 +1,8 @@
 #pragma once
 
+#include "data/Codes.h"
+
+#include <QComboBox>
 #include <QDateEdit>
 #include <QGridLayout>
 #include <QLineEdit>
@@ -35,15 +38,17 @@ struct ReceiptHead
 /// are named with `prefix`, the first of these goes on with `date`.
 QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString &date, QWidget *parent);
 
-/// Kinds of operation in the order of their options; one more is the stored code.
-enum OperatorOption { CutOption, DiscountOption, PaymentOption, RefundOption };
-using OperatorOptions = std::array<QRadioButton *, 4>;
+/// One option for each of ledger::operators, in that order.
+using OperatorOptions = std::array<QRadioButton *, ledger::operators.size()>;
 /// Makes optOperator, none of them on.
 QHBoxLayout *layOutOperators(OperatorOptions &optOperator, QWidget *parent);
-/// Stored code of the option that is on, 0 when none is.
-qint16 chosenOperator(const OperatorOptions &optOperator);
+QRadioButton *optionOf(const OperatorOptions &optOperator, ledger::Operator code);
+/// The one whose option is on, if one is.
+ledger::Operator chosenOperator(const OperatorOptions &optOperator);
 /// Where the shop gives no discounts, their option is out of reach and the payment's is on. Returns whether it gives them.
 bool applyDiscountSwitch(const OperatorOptions &optOperator);
+
+void addMethod(QComboBox *list, const ledger::Method &method);
 
 /// "저장(F12)" and "취소(F9)" in the lower right corner, under the names cmdConfirm and cmdCancel.
 QHBoxLayout *layOutSaveAndCancel(QPushButton *&cmdConfirm, QPushButton *&cmdCancel, QWidget *parent);

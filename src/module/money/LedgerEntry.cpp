@@ -3,6 +3,7 @@
 #include "data/HeldOrder.h"
 #include "data/OrderBalance.h"
 #include "money/LedgerOperations.h"
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
@@ -29,15 +30,13 @@ bool savedInTransaction(SaleSession &session, const std::function<void(ado::Reco
     runtime::Attempt save;
     save([&] {
         ado::Recordset &ledger = openRows(session.rsCustTranManage);
-        gcnnMasterDB->BeginTrans();
+        ado::Transaction transaction(*gcnnMasterDB);
         write(ledger);
-        gcnnMasterDB->CommitTrans();
+        transaction.commit();
     });
     if (!save.failed())
         return true;
     runtime::Attempt undo;
-    if (gcnnMasterDB)
-        undo([] { gcnnMasterDB->RollbackTrans(); });
     if (session.rsCustTranManage && session.rsCustTranManage->isOpen())
         undo([&] { session.rsCustTranManage->Requery(); });
     return false;

@@ -14,25 +14,15 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include <algorithm>
+
 using controls::named;
 using runtime::Currency;
 
 namespace {
 
-/// Option of each stored operator code, from 1 on: the options stand in another order than the codes.
-constexpr LedgerForm::OperatorOption optionOfCode[] = {LedgerForm::Cut, LedgerForm::Discount, LedgerForm::Payment,
-                                                       LedgerForm::Refund};
-
-struct PayMethod
-{
-    const char16_t *caption;
-    const char16_t *stored;
-};
-
-// The first entry means that none is chosen, which is stored as NULL.
-constexpr PayMethod payMethods[] = {
-    {u"", u""}, {u"현금", u"00"}, {u"카드", u"01"}, {u"현금(미수)", u"10"}, {u"카드(미수)", u"11"}, {u"통장(미수)", u"12"},
-};
+// The options stand in another order here than elsewhere.
+constexpr std::array optionOrder{ledger::Discount, ledger::Cut, ledger::Payment, ledger::Refund};
 
 } // namespace
 
@@ -48,17 +38,17 @@ LedgerForm::LedgerForm(QWidget *parent)
 void LedgerForm::makeControls()
 {
     dtpTransReceiveDate_ = named(new controls::DateEdit(this), QStringLiteral("dtpTransReceiveDate"));
-    const QString operators[] = {QStringLiteral("할인"), QStringLiteral("절사"), QStringLiteral("수납"), QStringLiteral("환불")};
     auto *choice = new QButtonGroup(this);
-    for (int index = 0; index < int(optTransOperator_.size()); ++index) {
-        auto *option = named(new QRadioButton(operators[index], this), QStringLiteral("optTransOperator"), index);
-        choice->addButton(option, index);
-        optTransOperator_[std::size_t(index)] = option;
+    for (std::size_t index = 0; index < optionOrder.size(); ++index) {
+        auto *option = new QRadioButton(ledger::operatorText(optionOrder[index]), this);
+        choice->addButton(named(option, QStringLiteral("optTransOperator"), int(index)), int(index));
+        optTransOperator_[index] = option;
     }
     txtTransMoney_ = named(new MoneyBox(MoneyHabits, this), QStringLiteral("txtTransMoney"));
     cboPayMethod_ = named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPayMethod"));
-    for (const PayMethod &method : payMethods)
-        cboPayMethod_->addItem(QString::fromUtf16(method.caption));
+    cboPayMethod_->addItem(QString(), QString()); // none is chosen, which is stored as NULL
+    for (const ledger::Method &method : ledger::methods)
+        cboPayMethod_->addItem(QString::fromUtf16(method.text), QString(method.stored));
     txtTransMemo_ = named(new MoneyBox({.onFocus = OnFocus::CaretToEnd}, this), QStringLiteral("txtTransMemo"));
     txtTranTotalAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranTotalAmount"));
     txtTranLeftAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranLeftAmount"));
@@ -136,28 +126,33 @@ void LedgerForm::placeControls()
 
 void LedgerForm::connectControls()
 {
-    for (int index = 0; index < int(optTransOperator_.size()); ++index) {
-        controls::onEvent(optTransOperator_[std::size_t(index)], &QRadioButton::toggled, this, [this, index](bool on) {
+    for (const ledger::Operator code : ledger::operators) {
+        controls::onEvent(option(code), &QRadioButton::toggled, this, [this, code](bool on) {
             if (on)
-                operatorChosen(index);
+                operatorChosen(code);
         });
     }
     controls::onEvent(txtTransMoney_, &QLineEdit::textChanged, this, [this](const QString &) { moneyTyped(); });
 }
 
-void LedgerForm::operatorChosen(int index)
+QRadioButton *LedgerForm::option(ledger::Operator code) const
 {
-    if (index != Refund)
+    return optTransOperator_[std::size_t(std::ranges::find(optionOrder, code) - optionOrder.begin())];
+}
+
+void LedgerForm::operatorChosen(ledger::Operator code)
+{
+    if (code != ledger::Refund)
         controls::setForeColor(txtTranLeftAmount_, Qt::black);
-    else if (optTransOperator_[Refund]->isEnabled())
+    else if (option(ledger::Refund)->isEnabled())
         controls::setForeColor(txtTranLeftAmount_, palette().color(QPalette::Disabled, QPalette::Text));
     // Payments and refunds change the outstanding money unless the user says otherwise; cuts and discounts don't.
-    chkTransMisuMoneyRecalculate_->setChecked(index == Payment || index == Refund);
+    chkTransMisuMoneyRecalculate_->setChecked(code == ledger::Payment || code == ledger::Refund);
 }
 
 void LedgerForm::moneyTyped()
 {
-    if (optTransOperator_[Refund]->isChecked())
+    if (option(ledger::Refund)->isChecked())
         return; // money paid out does not lessen what is left; the figure stands
     const clsNumberRelated numbers;
     const Currency left = runtime::CCur(numbers.GetPureNumber(txtTranTotalAmount_->text()))
@@ -168,7 +163,7 @@ void LedgerForm::moneyTyped()
 void LedgerForm::reset()
 {
     dtpTransReceiveDate_->setDate(QDate::currentDate());
-    optTransOperator_[Payment]->setChecked(true);
+    option(ledger::Payment)->setChecked(true);
     cboPayMethod_->setCurrentIndex(0);
     txtTransMoney_->setText(runtime::money({}));
     txtTranLeftAmount_->setText(runtime::money({}));
@@ -219,33 +214,34 @@ void LedgerForm::showLeftAmount()
     txtTranLeftAmount_->setText(runtime::money(balance - runtime::CCur(txtTransMoney_->text())));
 }
 
-void LedgerForm::showOperator(const QVariant &code)
+/// A code that is none leaves the options as they are.
+void LedgerForm::showOperator(const QVariant &stored)
 {
-    const qint32 number = runtime::isNull(code) ? 3 : runtime::CLng(code);
-    if (number >= 1 && number <= int(std::size(optionOfCode)))
-        optTransOperator_[optionOfCode[number - 1]]->setChecked(true);
+    const qint32 number = runtime::isNull(stored) ? ledger::Payment : runtime::CLng(stored);
+    for (const ledger::Operator code : ledger::operators) {
+        if (code == number)
+            option(code)->setChecked(true);
+    }
 }
 
-void LedgerForm::showMethod(const QVariant &code)
+/// A method that is not on the list leaves it as it is.
+void LedgerForm::showMethod(const QVariant &stored)
 {
-    const QString stored = runtime::text(code);
-    for (int index = 0; index < int(std::size(payMethods)); ++index) {
-        if (stored == QString::fromUtf16(payMethods[index].stored))
-            cboPayMethod_->setCurrentIndex(index);
-    }
+    const int index = cboPayMethod_->findData(runtime::text(stored));
+    if (index >= 0)
+        cboPayMethod_->setCurrentIndex(index);
 }
 
 LedgerEntry LedgerForm::entry() const
 {
     LedgerEntry entry;
     entry.date = dtpTransReceiveDate_->date();
-    for (int code = 1; code <= int(std::size(optionOfCode)); ++code) {
-        if (isOperatorOn(optionOfCode[code - 1]))
-            entry.intOperator = qint16(code);
+    for (const ledger::Operator code : ledger::operators) {
+        if (option(code)->isChecked())
+            entry.intOperator = code;
     }
-    const int chosen = cboPayMethod_->currentIndex();
-    if (chosen > 0)
-        entry.method = QString::fromUtf16(payMethods[chosen].stored);
+    if (cboPayMethod_->currentIndex() > 0)
+        entry.method = cboPayMethod_->currentData();
     entry.money = runtime::CCur(txtTransMoney_->text());
     entry.memo = memo();
     entry.recalculates = chkTransMisuMoneyRecalculate_->isChecked();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/Codes.h"
 #include "forms/MoneyBox.h"
 #include "forms/PaneContract.h"
 #include "money/LedgerEntry.h"
@@ -41,7 +42,6 @@ public:
     /// Raises RuntimeError when the amount is none.
     LedgerEntry entry() const;
     QString memo() const { return runtime::Trim(txtTransMemo_->text()); }
-    bool isOperatorOn(int index) const { return optTransOperator_[std::size_t(index)]->isChecked(); }
 
     controls::PushCheck *chkCmdSaveTrans(int index) const { return chkCmdSaveTrans_[index]; }
     controls::PushCheck *chkCmdSaveMemo() const { return chkCmdSaveMemo_; }
@@ -51,16 +51,14 @@ public:
     QList<EntryColor> entryColors() const;
     QList<EntryColor> editColors() const;
 
-    // Indexes of optTransOperator.
-    enum OperatorOption { Discount, Cut, Payment, Refund };
-
 private:
     void makeControls();
     void placeControls();
     void connectControls();
-    void showOperator(const QVariant &code);
-    void showMethod(const QVariant &code);
-    void operatorChosen(int index);
+    QRadioButton *option(ledger::Operator code) const;
+    void showOperator(const QVariant &stored);
+    void showMethod(const QVariant &stored);
+    void operatorChosen(ledger::Operator code);
     void moneyTyped();
     void showLeftAmount();
 

@@ -2,6 +2,7 @@
 
 #include "data/HeldOrder.h"
 #include "data/clsSQL.h"
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 
@@ -51,17 +52,10 @@ void change(ado::Connection &connection, LedgerKey key, const Row &row)
     const QString statement = row.intOperator == NoOperator
         ? clsSQL::updateButOperatorSQL(customer, row.date, row.lngMoney, order, key.number())
         : clsSQL().UpdateTransactionSQL(customer, row.date, row.intOperator, row.lngMoney, order, key.number());
-    connection.BeginTrans();
-    try {
-        if (connection.Execute(statement) == 0)
-            raiseGone();
-        connection.CommitTrans();
-    } catch (const runtime::RuntimeError &) {
-        // Now, before the box: no lock may be held while the user reads it.
-        runtime::Attempt undo; // a lost server refuses this as well
-        undo([&] { connection.RollbackTrans(); });
-        throw;
-    }
+    ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
+    if (connection.Execute(statement) == 0)
+        raiseGone();
+    transaction.commit();
 }
 
 void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/Codes.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Currency.h"
@@ -10,13 +11,6 @@
 
 /// What is written to the ledger and to the outstanding money of an order. Each raises RuntimeError and shows nothing.
 namespace ledger {
-
-/// Kinds of a ledger row, as stored; none is no kind but a choice not made.
-enum Operator : qint16 { NoOperator = 0, Cut = 1, Discount = 2, Payment = 3, Refund = 4 };
-
-/// Media of a payment, as stored. Cuts and discounts bear an empty method.
-inline const QString CashMethod = QStringLiteral("00");
-inline const QString CardMethod = QStringLiteral("01");
 
 /// How the first payment splits an order's total. Amounts are single precision, as the dialog counts; negative ones are
 /// written too.

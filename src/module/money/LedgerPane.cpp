@@ -1,5 +1,6 @@
 #include "money/LedgerPane.h"
 
+#include "data/Codes.h"
 #include "data/OrderBalance.h"
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
@@ -28,20 +29,12 @@ const QString ledgerEditCode = QStringLiteral("02");
 std::vector<controls::GridColumn> ledgerColumns()
 {
     using Kind = controls::GridColumn::Kind;
-    const std::vector<controls::GridColumn::Item> operators = {
-        {QStringLiteral("1"), QStringLiteral("절사")},
-        {QStringLiteral("2"), QStringLiteral("할인")},
-        {QStringLiteral("3"), QStringLiteral("수납")},
-        {QStringLiteral("4"), QStringLiteral("환불")},
-    };
-    const std::vector<controls::GridColumn::Item> methods = {
-        {QString(), QStringLiteral("현금")},
-        {QStringLiteral("00"), QStringLiteral("현금")},
-        {QStringLiteral("01"), QStringLiteral("카드")},
-        {QStringLiteral("10"), QStringLiteral("현금(미수)")},
-        {QStringLiteral("11"), QStringLiteral("카드(미수)")},
-        {QStringLiteral("12"), QStringLiteral("통장(미수)")},
-    };
+    std::vector<controls::GridColumn::Item> operators;
+    for (const ledger::Operator code : ledger::operators)
+        operators.push_back({QString::number(code), ledger::operatorText(code)});
+    std::vector<controls::GridColumn::Item> methods = {{QString(), QString::fromUtf16(ledger::methods.front().text)}};
+    for (const ledger::Method &method : ledger::methods)
+        methods.push_back({method.stored, QString::fromUtf16(method.text)});
     // clang-format off
     return {
         {.field = QStringLiteral("tpstrans_PK"), .caption = QStringLiteral("tpstrans_PK"), .visible = false},
@@ -62,6 +55,7 @@ LedgerPane::LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , shell_(shell)
+    , list_(session.rsCustTranManage)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 3))
     , elTranMnu_(named(new QWidget(parent), QStringLiteral("elTranMnu"), 1))
     , c1elaTransInfo_(named(new LedgerForm(parent), QStringLiteral("c1elaTransInfo")))
@@ -74,6 +68,7 @@ LedgerPane::LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
 void LedgerPane::makeGrid()
 {
     tdbCustTranManage_ = named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustTranManage"));
+    list_.setGrid(tdbCustTranManage_);
     tdbCustTranManage_->setAccessibleName(QStringLiteral("수납 내역"));
     tdbCustTranManage_->setColumns(ledgerColumns());
     auto *layout = new QVBoxLayout(c1elaList_);
@@ -102,7 +97,7 @@ void LedgerPane::makeStrip()
     strong.setBold(true);
     chkCmdAutomateReceipt_->setFont(strong);
     chkCmdAutomateReceipt_->setMinimumWidth(88);
-    controls::setBackColor(chkCmdAutomateReceipt_, QColor(0x2F, 0x6F, 0xB5));
+    controls::setBackColor(chkCmdAutomateReceipt_, controls::AccentColor);
     controls::setForeColor(chkCmdAutomateReceipt_, Qt::white);
 
     auto *row = new QHBoxLayout(elTranMnu_);
@@ -163,22 +158,13 @@ EditModeTable LedgerPane::editMode() const
 
 void LedgerPane::createCustTranManage()
 {
-    auto ledger = std::make_unique<ado::Recordset>();
-    tdbCustTranManage_->setDataSource(ledger.get());
-    session_.rsCustTranManage = std::move(ledger);
+    list_.create();
 }
 
 void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
 {
     try {
-        if (!session_.rsCustTranManage)
-            createCustTranManage();
-        ado::Recordset &ledger = *session_.rsCustTranManage;
-        if (ledger.isOpen())
-            ledger.Close();
-        ledger.Open(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
-                    ado::LockType::Optimistic);
-        tdbCustTranManage_->Rebind();
+        list_.load(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
         showRow();
         MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"), c1elaList_);
@@ -187,16 +173,13 @@ void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
 
 void LedgerPane::requeryCustTranManage()
 {
-    if (!session_.rsCustTranManage || !session_.rsCustTranManage->isOpen())
-        return;
-    session_.rsCustTranManage->Requery();
-    tdbCustTranManage_->Rebind();
+    if (list_.isLoaded())
+        list_.requery();
 }
 
 void LedgerPane::clear()
 {
-    if (session_.rsCustTranManage)
-        session_.rsCustTranManage->Close();
+    list_.close();
     resetPane();
     c1elaTransInfo_->showWithoutRow(std::nullopt);
 }
@@ -252,15 +235,6 @@ void LedgerPane::rowIsGone()
            QStringLiteral("수납 내역"), c1elaList_);
 }
 
-bool LedgerPane::readAnew(const ado::Bookmark &row)
-{
-    ado::Recordset &ledger = *session_.rsCustTranManage;
-    const bool stands = ledger.requeryAt(row);
-    if (stands)
-        tdbCustTranManage_->selectRow(ledger.currentRow());
-    return stands;
-}
-
 void LedgerPane::editRow()
 {
     if (!hasOrder())
@@ -286,7 +260,7 @@ void LedgerPane::deleteRow()
         return;
     // Another desk may have changed the row, or deleted it: what stands now is shown, and can be deleted then.
     runtime::Attempt show;
-    show([&] { readAnew(row); });
+    show([&] { list_.requeryAt(row); });
     MsgBox(QStringLiteral("수납내역을 삭제하지 못했습니다. "), InformationIcon, QStringLiteral("수납삭제"), elTranMnu_);
 }
 
@@ -362,7 +336,7 @@ void LedgerPane::saveMemo()
         undo([&] { ledger.CancelUpdate(); });
         if (error.number() == runtime::ErrorNumber::Conflict)
             undo([&] {
-                if (readAnew(row))
+                if (list_.requeryAt(row))
                     c1elaTransInfo_->showMemo(typed); // it can be saved now
             });
         throw;

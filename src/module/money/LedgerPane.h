@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/BoundList.h"
 #include "forms/PaneContract.h"
 #include "money/LedgerForm.h"
 #include "platform/controls/PushCheck.h"
@@ -64,8 +65,6 @@ private:
     OrderKey currentOrder() const;
     /// The current row is gone: the ledger is read anew, and none of its rows is current.
     void rowIsGone();
-    /// Reads the ledger anew where it stands; whether the row is still there.
-    bool readAnew(const ado::Bookmark &row);
     /// What the customer still owes for the current order; nothing where there is none.
     std::optional<runtime::Currency> balance() const;
     void editRow();
@@ -76,6 +75,7 @@ private:
 
     SaleSession &session_;
     PaneShell &shell_;
+    BoundList list_;
     QWidget *c1elaList_;
     QWidget *elTranMnu_;
     LedgerForm *c1elaTransInfo_;

@@ -2,7 +2,7 @@
 
 #include "data/StatementText.h"
 #include "data/clsSQL.h"
-#include "platform/runtime/Attempt.h"
+#include "platform/ado/Transaction.h"
 
 namespace outstanding {
 
@@ -21,18 +21,11 @@ QString listSQL(qint16 intMode, qint32 lngCustPK)
 
 void pay(ado::Connection &connection, const ledger::Row &row)
 {
-    connection.BeginTrans();
-    try {
-        if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
-            throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
-        ledger::append(connection, row);
-        connection.CommitTrans();
-    } catch (const runtime::RuntimeError &) {
-        // Now, before the box: no lock may be held while the user reads it. A lost server refuses this too.
-        runtime::Attempt undo;
-        undo([&] { connection.RollbackTrans(); });
-        throw;
-    }
+    ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
+    if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
+        throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
+    ledger::append(connection, row);
+    transaction.commit();
 }
 
 } // namespace outstanding

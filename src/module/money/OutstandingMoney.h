@@ -8,9 +8,6 @@ namespace outstanding {
 /// Whose orders a list holds.
 enum ListMode : qint16 { AllCustomers = 0, OneCustomer = 1 };
 
-/// Media of a payment taken against outstanding money, as stored.
-enum Method : int { Cash = 10, Card = 11, BankBook = 12 };
-
 /// Orders with outstanding money, negative ones included, by customer's name and then the newest first. `lngCustPK` counts
 /// in a list of one customer only; a mode that is neither of the two leaves nothing out.
 QString listSQL(qint16 intMode, qint32 lngCustPK);

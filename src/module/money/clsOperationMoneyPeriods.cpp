@@ -1,5 +1,6 @@
 #include "money/clsOperationMoney.h"
 
+#include "data/Codes.h"
 #include "data/StatementText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
@@ -66,7 +67,7 @@ bool clsOperationMoney::OPM_GetPayByCustPeriodCatagory(const ConnectionPtr &cnCo
     forEachRow(rows, [&] {
         const QString method = runtime::text(rows[QStringLiteral("tpstrans_Method")]);
         qint32 &target = method.endsWith(u'1') ? lngCardMoney : method.endsWith(u'2') ? lngBankMoney : lngCashMoney;
-        const int sign = numberOf(rows[QStringLiteral("tpstrans_Operator")]) == 4 ? -1 : 1;
+        const int sign = numberOf(rows[QStringLiteral("tpstrans_Operator")]) == ledger::Refund ? -1 : 1;
         const Currency money = runtime::CCur(rows[QStringLiteral("Result")]);
         target = runtime::CLng(QVariant::fromValue(Currency::fromWon(target) + sign * money));
     });
@@ -118,8 +119,8 @@ qint16 clsOperationMoney::OPM_MakeTransactionRecordSet(const ConnectionPtr &cnCo
     qint32 *const sumOfOperator[] = {&lngSumJeolsa, &lngSumHalin, &lngSumSunap, &lngSumRefund};
     forEachRow(rows, [&] {
         const qint32 operation = numberOf(rows[QStringLiteral("tpstrans_Operator")]);
-        if (operation >= 1 && operation <= 4)
-            *sumOfOperator[operation - 1] = numberOf(rows[QStringLiteral("Result")]);
+        if (operation >= ledger::Cut && operation <= ledger::Refund)
+            *sumOfOperator[operation - ledger::Cut] = numberOf(rows[QStringLiteral("Result")]);
     });
 
     const bool handedOut = reopened(

@@ -67,7 +67,7 @@ bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, 
 
     dtPay = head_.dtpTodat->date();
     lngPay = wholeMoney(txtGeneralSunap_->text());
-    strMethod = QString::number(cboGeneralPayMethod_->currentData().toInt());
+    strMethod = cboGeneralPayMethod_->currentData().toString();
     return true;
 }
 

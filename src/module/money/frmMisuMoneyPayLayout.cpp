@@ -1,9 +1,9 @@
 // The form of a payment against outstanding money: which controls it has and where they stand.
 #include "money/frmMisuMoneyPay.h"
 
+#include "data/Codes.h"
 #include "forms/FormRow.h"
 #include "money/DialogKeys.h"
-#include "money/OutstandingMoney.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/Wheel.h"
 
@@ -19,12 +19,12 @@ namespace {
 
 struct SummaryFigure
 {
-    const char16_t *caption;
+    ledger::Operator code;
     const char16_t *name; ///< behind "txtGeneral" and "txtBonin"
 };
 
 constexpr SummaryFigure summaryFigures[] = {
-    {u"할인", u"Discount"}, {u"절사", u"Cut"}, {u"수납", u"Pay"}, {u"환불", u"Refund"},
+    {ledger::Discount, u"Discount"}, {ledger::Cut, u"Cut"}, {ledger::Payment, u"Pay"}, {ledger::Refund, u"Refund"},
 };
 
 } // namespace
@@ -52,7 +52,7 @@ QGroupBox *frmMisuMoneyPay::makeSummary()
     grid->addWidget(new QLabel(QStringLiteral("본인")), 2, 0, Qt::AlignRight);
     int column = 0;
     for (const SummaryFigure &figure : summaryFigures) {
-        const QString caption = QString::fromUtf16(figure.caption);
+        const QString caption = ledger::operatorText(figure.code);
         const QString name = QString::fromUtf16(figure.name);
         QLineEdit *general = readOnlyBox(QStringLiteral("txtGeneral") + name, Holds::Money, frame);
         QLineEdit *bonin = readOnlyBox(QStringLiteral("txtBonin") + name, Holds::Money, frame);
@@ -77,9 +77,8 @@ QGroupBox *frmMisuMoneyPay::makeEntry()
     txtGeneralSunap_ = amountBox(QStringLiteral("txtGeneralSunap"), frame);
     mudMisuSunap_ = new MoneyUpDown(QStringLiteral("mudMisuSunap"), frame);
     cboGeneralPayMethod_ = named(controls::withGuardedWheel(new QComboBox(frame)), QStringLiteral("cboGeneralPayMethod"));
-    cboGeneralPayMethod_->addItem(QStringLiteral("미수(현금)"), outstanding::Cash);
-    cboGeneralPayMethod_->addItem(QStringLiteral("미수(카드)"), outstanding::Card);
-    cboGeneralPayMethod_->addItem(QStringLiteral("미수(통장)"), outstanding::BankBook);
+    for (std::size_t index = ledger::firstOwedMethod; index < ledger::methods.size(); ++index)
+        dialogForm::addMethod(cboGeneralPayMethod_, ledger::methods[index]);
 
     auto *grid = new QGridLayout(frame);
     grid->setHorizontalSpacing(8);

@@ -112,13 +112,13 @@ void frmSimpleReceipt::beginEdit(const QDate &dtOper, qint32 lngMoney, const QSt
     fraNewSunap_->hide();
     fraOldSunap_->show();
     txtMoney_->setText(QString::number(lngMoney));
-    using namespace dialogForm;
-    for (int option = CutOption; option <= RefundOption; ++option) {
-        if (optOperator_[option]->text() != strOperator)
+    using dialogForm::optionOf;
+    for (const ledger::Operator code : ledger::operators) {
+        if (ledger::operatorText(code) != strOperator)
             continue;
         // Where discounts are switched off, a discount row comes up as a payment.
-        const bool allowed = option != DiscountOption || optOperator_[DiscountOption]->isEnabled();
-        optOperator_[allowed ? option : PaymentOption]->setChecked(true);
+        const bool allowed = code != ledger::Discount || optionOf(optOperator_, code)->isEnabled();
+        optionOf(optOperator_, allowed ? code : ledger::Payment)->setChecked(true);
     }
 }
 

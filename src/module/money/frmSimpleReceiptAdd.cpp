@@ -19,31 +19,17 @@ using controls::named;
 using dialogForm::amountBox;
 using dialogForm::groupedWon;
 using dialogForm::Holds;
+using dialogForm::optionOf;
 using dialogForm::readOnlyBox;
-
-namespace {
-
-struct FurtherMethod
-{
-    const char16_t *caption;
-    const char16_t *stored;
-};
-
-// Cash is the blank entry here, and is stored with an empty method.
-constexpr FurtherMethod furtherMethods[] = {
-    {u"", u""}, {u"카드", u"01"}, {u"미수(현금)", u"10"}, {u"미수(카드)", u"11"}, {u"미수(통장)", u"12"},
-};
-
-} // namespace
 
 frmSimpleReceiptAdd::frmSimpleReceiptAdd(QWidget *owner)
     : QDialog(owner)
 {
     createControls();
-    for (int index = 0; index < int(optOperator_.size()); ++index) {
-        controls::onEvent(optOperator_[std::size_t(index)], &QRadioButton::toggled, this, [this, index](bool on) {
+    for (const ledger::Operator code : ledger::operators) {
+        controls::onEvent(optionOf(optOperator_, code), &QRadioButton::toggled, this, [this, code](bool on) {
             if (on)
-                operatorChosen(index);
+                operatorChosen(code);
         });
     }
     controls::onEvent(cmdConfirm_, &QPushButton::clicked, this, [this](bool) { confirm(); });
@@ -75,13 +61,13 @@ QGroupBox *frmSimpleReceiptAdd::makeSummary()
     const struct
     {
         QLineEdit **box;
-        const char16_t *caption;
+        ledger::Operator code;
         const char16_t *name;
     } figures[] = {
-        {&txtDiscount_, u"할인", u"txtDiscount"},
-        {&txtCut_, u"절사", u"txtCut"},
-        {&txtPay_, u"수납", u"txtPay"},
-        {&txtRefund_, u"환불", u"txtRefund"},
+        {&txtDiscount_, ledger::Discount, u"txtDiscount"},
+        {&txtCut_, ledger::Cut, u"txtCut"},
+        {&txtPay_, ledger::Payment, u"txtPay"},
+        {&txtRefund_, ledger::Refund, u"txtRefund"},
     };
     auto *grid = new QGridLayout(frame);
     grid->setHorizontalSpacing(8);
@@ -89,7 +75,7 @@ QGroupBox *frmSimpleReceiptAdd::makeSummary()
     for (const auto &figure : figures) {
         auto *box = readOnlyBox(QString::fromUtf16(figure.name), Holds::Money, frame);
         box->setMinimumWidth(dialogForm::amountWidth(*box));
-        addFormRow(grid, 0, column, QString::fromUtf16(figure.caption), box);
+        addFormRow(grid, 0, column, ledger::operatorText(figure.code), box);
         *figure.box = box;
         column += 2;
     }
@@ -104,8 +90,9 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
     mudOperationAdd_->setEnabled(false);
     sspSunapInfo_ = named(new QWidget(frame), QStringLiteral("sspSunapInfo"));
     cboPayMothod_ = named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboPayMothod"));
-    for (const FurtherMethod &method : furtherMethods)
-        cboPayMothod_->addItem(QString::fromUtf16(method.caption));
+    cboPayMothod_->addItem(QString(), QStringLiteral("")); // cash
+    for (std::size_t index = 1; index < ledger::methods.size(); ++index)
+        dialogForm::addMethod(cboPayMothod_, ledger::methods[index]);
     auto *panel = new QGridLayout(sspSunapInfo_);
     panel->setContentsMargins(0, 0, 0, 0);
     panel->setHorizontalSpacing(8);
@@ -140,16 +127,16 @@ void frmSimpleReceiptAdd::setKeys()
     mudOperationAdd_->serve(txtMoney_, MoneyUpDown::OnKey::Keep);
 }
 
-void frmSimpleReceiptAdd::operatorChosen(int index)
+void frmSimpleReceiptAdd::operatorChosen(ledger::Operator code)
 {
-    sspSunapInfo_->setEnabled(index == dialogForm::PaymentOption || index == dialogForm::RefundOption);
+    sspSunapInfo_->setEnabled(code == ledger::Payment || code == ledger::Refund);
     chkAutoMisuMoney_->setEnabled(true);
 }
 
 bool frmSimpleReceiptAdd::propose(qint32 rest)
 {
     if (rest != 0) {
-        optOperator_[rest > 0 ? dialogForm::PaymentOption : dialogForm::RefundOption]->setChecked(true);
+        optionOf(optOperator_, rest > 0 ? ledger::Payment : ledger::Refund)->setChecked(true);
         txtMoney_->setText(QString::number(qAbs(qint64(rest))));
         return true;
     }
@@ -159,8 +146,8 @@ bool frmSimpleReceiptAdd::propose(qint32 rest)
     const QPointer<frmSimpleReceiptAdd> self(this);
     if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes || !self)
         return false;
-    const bool discounts = optOperator_[dialogForm::DiscountOption]->isEnabled();
-    optOperator_[discounts ? dialogForm::DiscountOption : dialogForm::PaymentOption]->setChecked(true);
+    const bool discounts = optionOf(optOperator_, ledger::Discount)->isEnabled();
+    optionOf(optOperator_, discounts ? ledger::Discount : ledger::Payment)->setChecked(true);
     txtMoney_->setText(QStringLiteral("0"));
     return true;
 }
@@ -202,7 +189,7 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
     dtOper = head_.dtpTodat->date();
     intOperator = dialogForm::chosenOperator(optOperator_);
     const bool moneyMoves = intOperator == ledger::Payment || intOperator == ledger::Refund;
-    strMethod = moneyMoves ? QString::fromUtf16(furtherMethods[cboPayMothod_->currentIndex()].stored) : QString();
+    strMethod = moneyMoves ? cboPayMothod_->currentData().toString() : QString();
     bRecalc = chkAutoMisuMoney_->isChecked();
     lngMoney = wholeMoney(txtMoney_->text());
     return true;

@@ -34,7 +34,7 @@ private:
 
     /// Proposes an operation for what is left; false when the order is settled and the user has nothing to add.
     bool propose(qint32 rest);
-    void operatorChosen(int index);
+    void operatorChosen(ledger::Operator code);
     void confirm();
 
     bool bConfirmed_ = false;

@@ -109,11 +109,11 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
     grid->addWidget(chkBonin100_, row, 2, 1, 3);
     addFormRow(grid, row + 1, 0, QStringLiteral("할인율(%)"), cboGeneralPercent_);
     grid->addWidget(chkGeneralHalinConfirm_, row + 1, 2);
-    addFormRow(grid, row + 2, 0, QStringLiteral("할인"), txtGeneralHalInMoney_);
+    addFormRow(grid, row + 2, 0, ledger::operatorText(ledger::Discount), txtGeneralHalInMoney_);
     addFormRow(grid, row + 3, 0, QStringLiteral("절사 단위"), cboGeneralJeolsaGubun_);
-    addFormRow(grid, row + 4, 0, QStringLiteral("절사"), txtGeneralJeolSaMoney_);
+    addFormRow(grid, row + 4, 0, ledger::operatorText(ledger::Cut), txtGeneralJeolSaMoney_);
     for (int medium : {Cash, Card}) {
-        addFormRow(grid, row + 5 + medium, 0, medium == Cash ? QStringLiteral("현금") : QStringLiteral("카드"),
+        addFormRow(grid, row + 5 + medium, 0, QString::fromUtf16(ledger::methods[std::size_t(medium)].text),
                    txtGeneralSuNapMoney_[medium]);
         for (int button : {0, 1})
             grid->addWidget(chkGeneralRemain2Money_[2 * medium + button], row + 5 + medium, 2 + button);

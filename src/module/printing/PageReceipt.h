@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <cstdint>
 #include <vector>
 
 /// The one shape of both page receipts: an A4 page, a head with the shop's data, two rows for every line, the money rows
@@ -48,5 +47,5 @@ private:
     print::PageTable table_;
     clsProperties properties_;
     receipt::Sums sums_;
-    std::int16_t intRow_ = 9;
+    qint16 intRow_ = 9;
 };

@@ -73,10 +73,10 @@ void PageReceipts::preview(Compose &&compose)
 print::Document PageReceipts::orderReceipt() const
 {
     const ado::Recordset &order = *session_.rsCustSaleMaster;
-    const std::int32_t lngOrdMPK = runtime::CLng(order[keyField]);
+    const qint32 lngOrdMPK = runtime::CLng(order[keyField]);
     PageReceipt page(orderShape());
     page.addHead(runtime::Trim(session_.customer.name) + QStringLiteral("님 (구매날짜:") + runtime::text(order[dateField]) + QLatin1Char(')'));
-    std::int16_t intItem = 1;
+    qint16 intItem = 1;
     receipt::readLines(gcnnMasterDB, lngOrdMPK, Numbers::NullIsZero, intItem,
                        [&](const receipt::Line &line) { page.addLine(line); });
     page.addMoneyRows(receipt::readTotals(gcnnMasterDB, clsSQL().getTranAllEachTotalByOrdMPKSQL(lngOrdMPK)));
@@ -90,7 +90,7 @@ print::Document PageReceipts::periodReceipt(const QDate &dtStart, const QDate &d
     PageReceipt page(periodShape());
     page.addHead(runtime::Trim(session_.customer.name) + QStringLiteral("님 (구매날짜:  ") + start + QStringLiteral(" ~ ") + end + QLatin1Char(')'));
 
-    std::int16_t intItem = 1; // runs on through all orders
+    qint16 intItem = 1; // runs on through all orders
     const std::unique_ptr<ado::Recordset> orders = session_.rsCustSaleMaster->Clone();
     for (orders->MoveFirst(); !orders->Eof(); orders->MoveNext()) {
         const QString date = runtime::text(orders->value(dateField));

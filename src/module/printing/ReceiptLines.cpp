@@ -1,5 +1,6 @@
 #include "printing/ReceiptLines.h"
 
+#include "data/Codes.h"
 #include "data/clsSQL.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -28,15 +29,15 @@ QVariant numberOf(const ado::Recordset &row, const QString &field, const QString
     return runtime::isNull(value) ? QVariant(0) : value;
 }
 
-QString kindOf(const QVariant &orderType, std::int16_t intCount)
+QString kindOf(const QVariant &orderType, qint16 intCount)
 {
-    const std::int32_t type = runtime::isNull(orderType) ? 0 : runtime::CLng(orderType);
-    if (type == 0)
-        return intCount >= 0 ? QStringLiteral("일반판매") : QStringLiteral("반품");
-    return type == 1 ? QStringLiteral("서비스") : QString();
+    const qint32 type = runtime::isNull(orderType) ? sale::NormalSale : runtime::CLng(orderType);
+    if (type == sale::NormalSale)
+        return intCount >= 0 ? sale::lineTypeText(sale::NormalSale) : QStringLiteral("반품");
+    return type == sale::Service ? sale::lineTypeText(sale::Service) : QString();
 }
 
-Line lineOf(const ado::Recordset &row, Numbers numbers, std::int16_t intItem)
+Line lineOf(const ado::Recordset &row, Numbers numbers, qint16 intItem)
 {
     Line line;
     line.intItem = intItem;
@@ -66,7 +67,7 @@ void Sums::add(const Line &line)
     curHalinSum += line.curDisc;
 }
 
-void readLines(const ado::ConnectionPtr &connection, std::int32_t lngOrdMPK, Numbers numbers, std::int16_t &intItem,
+void readLines(const ado::ConnectionPtr &connection, qint32 lngOrdMPK, Numbers numbers, qint16 &intItem,
                const std::function<void(const Line &)> &print)
 {
     ado::Recordset details;

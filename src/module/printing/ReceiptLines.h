@@ -5,7 +5,6 @@
 
 #include <QString>
 
-#include <cstdint>
 #include <functional>
 
 /// What a receipt prints of the lines and the ledger of an order.
@@ -14,13 +13,13 @@ namespace receipt {
 /// One line of an order as the receipts print it.
 struct Line
 {
-    std::int16_t intItem = 1; ///< running number from 1
+    qint16 intItem = 1; ///< running number from 1
     QString name;
     QString category; ///< "*" in front when taxed
     bool taxed = false;
     runtime::Currency curUnit;
     runtime::Currency curDisc;
-    std::int16_t intCount = 0;
+    qint16 intCount = 0;
     QString kind; ///< "일반판매", "반품", "서비스" or empty
 
     runtime::Currency amount() const { return intCount * (curUnit - curDisc); }
@@ -43,7 +42,7 @@ struct Sums
 
 /// Reads the lines of an order in their order, without loss lines. Numbers run on from `intItem`, which is left at the next
 /// one. Raises what the statement or a conversion raises.
-void readLines(const ado::ConnectionPtr &connection, std::int32_t lngOrdMPK, Numbers numbers, std::int16_t &intItem,
+void readLines(const ado::ConnectionPtr &connection, qint32 lngOrdMPK, Numbers numbers, qint16 &intItem,
                const std::function<void(const Line &)> &print);
 
 /// Totals of the ledger, all 0 without a row.

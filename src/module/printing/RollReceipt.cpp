@@ -107,7 +107,7 @@ void RollComposer::printLogoOrName()
 
 void RollComposer::printLines()
 {
-    std::int16_t intItem = 1;
+    qint16 intItem = 1;
     receipt::readLines(order_.connection, order_.lngOrdMPK, receipt::Numbers::LeadingZero, intItem, [this](const receipt::Line &line) {
         sums_.add(line);
         const QString texts[] = {line.number() + line.name,

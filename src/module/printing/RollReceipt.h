@@ -12,9 +12,9 @@
 struct RollReceiptOrder
 {
     ado::ConnectionPtr connection;
-    std::int32_t lngCustPK;
+    qint32 lngCustPK;
     QString customerName;
-    std::int32_t lngOrdMPK;
+    qint32 lngOrdMPK;
     QVariant orderDate;
 };
 

@@ -26,12 +26,12 @@ QStringList displayedLines(const QPlainTextEdit &txt)
 
 } // namespace
 
-std::int32_t clsMultiLineTextBox::MLT_GetLineCount(const QPlainTextEdit &txt) const
+qint32 clsMultiLineTextBox::MLT_GetLineCount(const QPlainTextEdit &txt) const
 {
-    return std::int32_t(displayedLines(txt).size());
+    return qint32(displayedLines(txt).size());
 }
 
-QString clsMultiLineTextBox::MLT_GetLine(const QPlainTextEdit &txt, std::int32_t lngLine) const
+QString clsMultiLineTextBox::MLT_GetLine(const QPlainTextEdit &txt, qint32 lngLine) const
 {
     QString line = displayedLines(txt).value(lngLine).left(longestLine);
     while (line.endsWith(QLatin1Char(' ')))

@@ -44,7 +44,7 @@ SaveOutcome DealerOperations::save(DealerKey dealer, const DealerEdit &edit)
 
 DealerOperations::Deletion DealerOperations::remove(DealerKey dealer)
 {
-    const std::int16_t used =
+    const qint16 used =
         countOf(gcnnMasterDB, clsSQL().getNumOfUsedCmpnySQL(dealer.number()), QStringLiteral("CMPNYCOUNT"), -1);
     if (used != 0)
         return used > 0 ? Deletion::InUse : Deletion::Unknown;

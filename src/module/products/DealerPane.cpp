@@ -9,10 +9,8 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "products/GoneRow.h"
-#include "session/modGlobalVars.h"
 
 #include <QPointer>
-#include <QScopedValueRollback>
 #include <QVBoxLayout>
 
 using controls::InformationIcon;
@@ -45,6 +43,7 @@ DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     , session_(session)
     , shell_(shell)
     , operations_(session)
+    , list_(session.rsCompanyMaster)
 {
     makeList();
     makePanel();
@@ -71,6 +70,7 @@ void DealerPane::makeList()
     sspCompanyMaster_[0] = makePanelFrame(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), this);
     auto *grid = new controls::RecordsetGrid(sspCompanyMaster_[0]);
     tdbCompanyMaster_ = controls::named(grid, QStringLiteral("tdbCompanyMaster"));
+    list_.setGrid(grid);
     grid->setAccessibleName(QStringLiteral("거래처"));
     grid->setColumns(dealerColumns());
     auto *layout = new QVBoxLayout(sspCompanyMaster_[0]);
@@ -124,30 +124,13 @@ QGridLayout *DealerPane::makeFields()
 
 void DealerPane::loadCompanyMaster()
 {
-    ado::Recordset *dealers = session_.rsCompanyMaster.get();
-    if (!dealers)
+    if (!session_.rsCompanyMaster)
         return;
-    // Bound before it opens: the row change that comes with the rows fills the panel.
-    if (tdbCompanyMaster_->dataSource() != dealers)
-        tdbCompanyMaster_->setDataSource(dealers);
     const QPointer<DealerPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
-    attempt([&] {
-        if (dealers->isOpen())
-            dealers->Close();
-        dealers->Open(clsSQL().getCmpnyMstrSQL(), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
-    });
-    if (!alive)
-        return;
-    if (!attempt.failed())
-        tdbCompanyMaster_->Rebind();
-    else if (!inEdit())
+    attempt([&] { list_.load(clsSQL().getCmpnyMstrSQL()); });
+    if (alive && attempt.failed() && !inEdit())
         resetPane();
-}
-
-bool DealerPane::isLoaded() const
-{
-    return session_.rsCompanyMaster && session_.rsCompanyMaster->isOpen();
 }
 
 void DealerPane::loadIfClosed()
@@ -159,29 +142,21 @@ void DealerPane::loadIfClosed()
 /// Whether the dealer is still there; then it is on view.
 bool DealerPane::readListAnew(DealerKey dealer)
 {
-    bool found = false;
-    {
-        const QScopedValueRollback guard(reloading_, true);
-        found = session_.rsCompanyMaster->requeryAt(dealer.bookmark());
-    }
+    const bool found = list_.requeryQuietlyAt(dealer.bookmark());
     fillPanel();
     return found;
 }
 
 void DealerPane::leaveGone()
 {
-    QString told;
-    {
-        const QScopedValueRollback guard(reloading_, true);
-        told = leaveGoneRow(*session_.rsCompanyMaster, QStringLiteral("거래처"));
-    }
+    const QString told = leaveGoneRow(list_, QStringLiteral("거래처"));
     resetPane();
     MsgBox(told, InformationIcon, listTitle, this);
 }
 
 void DealerPane::fillPanel()
 {
-    if (reloading_ || inEdit() || !isLoaded())
+    if (list_.comesAnew() || inEdit() || !isLoaded())
         return;
     const ado::Recordset &dealer = *session_.rsCompanyMaster;
     if (!dealer.hasCurrent()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/BoundList.h"
 #include "forms/MemoBox.h"
 #include "forms/MoneyBox.h"
 #include "forms/PaneContract.h"
@@ -24,7 +25,7 @@ public:
     /// Opens rsCompanyMaster and binds the grid; nothing happens while it does not exist. Errors end here, told to nobody;
     /// then no dealer is on view.
     void loadCompanyMaster();
-    bool isLoaded() const;
+    bool isLoaded() const { return list_.isLoaded(); }
     /// For a list that could not be loaded before.
     void loadIfClosed();
     /// Clears the panel.
@@ -39,7 +40,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     /// 0 add, 1 edit, -1 neither.
-    std::int16_t intCompanyEditMode() const { return intCompanyEditMode_; }
+    qint16 intCompanyEditMode() const { return intCompanyEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbCompanyMaster_; }
 
 private:
@@ -64,8 +65,8 @@ private:
     SaleSession &session_;
     PaneShell &shell_;
     DealerOperations operations_;
-    std::int16_t intCompanyEditMode_ = -1;
-    bool reloading_ = false; ///< the list comes anew; the row to be shown is not current yet
+    BoundList list_;
+    qint16 intCompanyEditMode_ = -1;
     DealerKey edited_;
 
     std::array<QWidget *, 2> sspCompanyMaster_{};

@@ -31,6 +31,8 @@ SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit
     const SaveOutcome outcome = outcomeOfCheck(edit);
     if (outcome != SaveOutcome::Saved)
         return outcome;
+    // No guard: the end of the event rolls back what an error leaves open. The edit stays open as well, and its next save
+    // may go over it.
     gcnnMasterDB->BeginTrans();
     // Another desk may have deleted the product: the purchase would be stored where no list shows it.
     if (!gcnnMasterDB->holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number()))

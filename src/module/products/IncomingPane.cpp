@@ -14,7 +14,6 @@
 #include "products/frmDealerSelect.h"
 #include "session/modGlobalVars.h"
 
-#include <QScopedValueRollback>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -46,6 +45,7 @@ IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *pare
     , session_(session)
     , shell_(shell)
     , operations_(session)
+    , list_(session.rsProductIncoming)
 {
     makeList();
     makeStrip();
@@ -103,14 +103,9 @@ void IncomingPane::loadProductIncoming(ProductKey product)
     // The product list may be read again during an edit: the purchase in edit stays, and this list follows afterwards.
     if (inEdit())
         return;
-    ado::Recordset *incoming = session_.rsProductIncoming.get();
-    if (!incoming)
+    if (!session_.rsProductIncoming)
         return;
-    // Bound before it opens: the row change that comes with the rows fills the panel.
-    if (tdbProductIncoming_->dataSource() != incoming)
-        tdbProductIncoming_->setDataSource(incoming);
-    if (incoming->isOpen())
-        incoming->Close();
+    list_.close();
     loaded_ = {};
     if (!product) {
         resetPane();
@@ -118,21 +113,13 @@ void IncomingPane::loadProductIncoming(ProductKey product)
     }
     const QPointer<IncomingPane> alive(this); // a row that is shown may open a box
     try {
-        incoming->Open(clsSQL().getProdIncomingSQL(product.number()), gcnnMasterDB, ado::CursorType::Keyset,
-                       ado::LockType::Optimistic);
+        list_.load(clsSQL().getProdIncomingSQL(product.number()));
     } catch (const runtime::RuntimeError &) {
         resetPane();
         throw;
     }
-    if (!alive)
-        return;
-    loaded_ = product;
-    tdbProductIncoming_->Rebind();
-}
-
-bool IncomingPane::isLoaded() const
-{
-    return session_.rsProductIncoming && session_.rsProductIncoming->isOpen();
+    if (alive)
+        loaded_ = product;
 }
 
 void IncomingPane::loadIfClosed()
@@ -146,29 +133,21 @@ void IncomingPane::loadIfClosed()
 /// Whether the purchase is still there; then it is on view.
 bool IncomingPane::readListAnew(IncomingKey purchase)
 {
-    bool found = false;
-    {
-        const QScopedValueRollback guard(reloading_, true);
-        found = session_.rsProductIncoming->requeryAt(purchase.bookmark());
-    }
+    const bool found = list_.requeryQuietlyAt(purchase.bookmark());
     fillPanel();
     return found;
 }
 
 void IncomingPane::leaveGone()
 {
-    QString told;
-    {
-        const QScopedValueRollback guard(reloading_, true);
-        told = leaveGoneRow(*session_.rsProductIncoming, QStringLiteral("구매내역"));
-    }
+    const QString told = leaveGoneRow(list_, QStringLiteral("구매내역"));
     resetPane();
     MsgBox(told, InformationIcon, incomingTitle, this);
 }
 
 void IncomingPane::fillPanel()
 {
-    if (reloading_ || inEdit() || !isLoaded())
+    if (list_.comesAnew() || inEdit() || !isLoaded())
         return;
     const ado::Recordset &incoming = *session_.rsProductIncoming;
     if (!incoming.hasCurrent()) {

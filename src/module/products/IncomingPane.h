@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/BoundList.h"
 #include "forms/MemoBox.h"
 #include "forms/MoneyBox.h"
 #include "forms/PaneContract.h"
@@ -29,7 +30,7 @@ public:
     /// Without a key the list is closed, and no server is asked. Errors go to the caller, nothing is on view then. While the
     /// panel is in edit the list stays as it is, and follows when the edit ends.
     void loadProductIncoming(ProductKey product);
-    bool isLoaded() const;
+    bool isLoaded() const { return list_.isLoaded(); }
     /// For a list that could not be loaded before; errors end here, told to nobody.
     void loadIfClosed();
     /// Clears the panel, the chosen dealer included.
@@ -43,7 +44,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     /// 0 add, 1 edit, -1 neither.
-    std::int16_t intIncomingEditMode() const { return intIncomingEditMode_; }
+    qint16 intIncomingEditMode() const { return intIncomingEditMode_; }
 
     QList<QWidget *> containers() const { return {sspProductIncoming_[0], sspProductIncoming_[1], elTranMnu_}; }
     EditModeTable editMode() const;
@@ -76,8 +77,8 @@ private:
     SaleSession &session_;
     PaneShell &shell_;
     IncomingOperations operations_;
-    std::int16_t intIncomingEditMode_ = -1;
-    bool reloading_ = false; ///< the list comes anew; the row to be shown is not current yet
+    BoundList list_;
+    qint16 intIncomingEditMode_ = -1;
     ProductKey product_;     ///< on view
     ProductKey loaded_;      ///< whose purchases are listed
     ProductKey bought_;      ///< of the purchase that is added

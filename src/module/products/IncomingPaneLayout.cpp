@@ -32,6 +32,7 @@ void IncomingPane::makeList()
     sspProductIncoming_[0] = makePanelFrame(QStringLiteral("sspProductIncoming"), 0, QStringLiteral("거래내역"), this);
     auto *grid = new controls::RecordsetGrid(sspProductIncoming_[0]);
     tdbProductIncoming_ = controls::named(grid, QStringLiteral("tdbProductIncoming"));
+    list_.setGrid(grid);
     grid->setAccessibleName(QStringLiteral("거래내역"));
     grid->setColumns(incomingColumns());
     auto *layout = new QVBoxLayout(sspProductIncoming_[0]);

@@ -2,7 +2,7 @@
 
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
-#include "platform/runtime/Attempt.h"
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Conversions.h"
 #include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
@@ -91,16 +91,9 @@ ProductOperations::Deletion ProductOperations::remove(ProductKey product)
 {
     if (CountNoOfProductUsed(gcnnMasterDB, product.number()) >= 1)
         return Deletion::Sold;
-    int touched = 0;
-    gcnnMasterDB->BeginTrans();
-    try {
-        touched = gcnnMasterDB->Execute(clsSQL().delAProductSQL(product.number()));
-        gcnnMasterDB->CommitTrans();
-    } catch (const runtime::RuntimeError &) {
-        runtime::Attempt undo;
-        undo([] { gcnnMasterDB->RollbackTrans(); });
-        throw;
-    }
+    ado::Transaction transaction(*gcnnMasterDB);
+    const int touched = gcnnMasterDB->Execute(clsSQL().delAProductSQL(product.number()));
+    transaction.commit();
     if (touched == 0)
         return Deletion::Gone;
     // A row that is shown may open a box, and the window may go beneath that.
@@ -112,12 +105,12 @@ ProductOperations::Deletion ProductOperations::remove(ProductKey product)
     return Deletion::Deleted;
 }
 
-std::int16_t countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName)
+qint16 countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName)
 {
     return countOf(connection, clsSQL().getNumOfSameProdName(strPMName), QStringLiteral("NAMECOUNT"), 0);
 }
 
-std::int16_t CountNoOfProductUsed(const ado::ConnectionPtr &connection, std::int32_t lngPMPK)
+qint16 CountNoOfProductUsed(const ado::ConnectionPtr &connection, qint32 lngPMPK)
 {
     return countOf(connection, clsSQL().getNumOfUsedProdSQL(lngPMPK), QStringLiteral("NUMOFPRO"), 0);
 }

@@ -60,6 +60,6 @@ private:
 };
 
 /// Products of that name; the list itself does not ask.
-std::int16_t countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName);
+qint16 countSameExistProductName(const ado::ConnectionPtr &connection, const QString &strPMName);
 /// Order lines of the product, at most 32,767; 0 for one that is not handled.
-std::int16_t CountNoOfProductUsed(const ado::ConnectionPtr &connection, std::int32_t lngPMPK);
+qint16 CountNoOfProductUsed(const ado::ConnectionPtr &connection, qint32 lngPMPK);

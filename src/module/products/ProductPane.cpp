@@ -10,11 +10,9 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "products/GoneRow.h"
-#include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
 
 #include <QPointer>
-#include <QScopedValueRollback>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -34,6 +32,7 @@ ProductPane::ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent
     , session_(session)
     , shell_(shell)
     , operations_(session)
+    , list_(session.rsSaleProductListsManager)
 {
     makeList();
     makeStrip();
@@ -84,45 +83,19 @@ void ProductPane::disableCommands()
 
 void ProductPane::loadProductListsManager(bool keepRow)
 {
-    if (!session_.rsSaleProductListsManager)
-        session_.rsSaleProductListsManager = std::make_unique<ado::Recordset>();
-    ado::Recordset *products = session_.rsSaleProductListsManager.get();
-    // Bound before it opens: the row change that comes with the rows fills the panel.
-    if (tdbSaleProductListsManager_->dataSource() != products)
-        tdbSaleProductListsManager_->setDataSource(products);
     const QPointer<ProductPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
     attempt([&] {
-        if (!keepRow || !products->hasCurrent())
-            return reopen();
-        const ado::Bookmark row = products->bookmark();
-        {
-            const QScopedValueRollback guard(reloading_, true);
-            reopen();
-        }
-        products->setBookmark(row);
+        const bool showAll =
+            clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
+        const QString statement = clsSQL().getProductMasterSQL(showAll);
+        if (keepRow && SaleSession::hasCurrent(session_.rsSaleProductListsManager))
+            list_.loadAt(statement, session_.rsSaleProductListsManager->bookmark());
+        else
+            list_.load(statement);
     });
-    if (!alive)
-        return;
-    if (!attempt.failed())
-        tdbSaleProductListsManager_->Rebind();
-    else if (!inEdit())
+    if (alive && attempt.failed() && !inEdit())
         showNoProduct();
-}
-
-void ProductPane::reopen()
-{
-    const bool showAll =
-        clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
-    ado::Recordset &products = *session_.rsSaleProductListsManager;
-    if (products.isOpen())
-        products.Close();
-    products.Open(clsSQL().getProductMasterSQL(showAll), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
-}
-
-bool ProductPane::isLoaded() const
-{
-    return session_.rsSaleProductListsManager && session_.rsSaleProductListsManager->isOpen();
 }
 
 void ProductPane::loadIfClosed()
@@ -134,11 +107,7 @@ void ProductPane::loadIfClosed()
 /// Whether the product is still there; then it is on view.
 bool ProductPane::readListAnew(ProductKey product)
 {
-    bool found = false;
-    {
-        const QScopedValueRollback guard(reloading_, true);
-        found = session_.rsSaleProductListsManager->requeryAt(product.bookmark());
-    }
+    const bool found = list_.requeryQuietlyAt(product.bookmark());
     if (found)
         fillPanel();
     else
@@ -156,18 +125,14 @@ void ProductPane::showNoProduct()
 
 void ProductPane::leaveGone()
 {
-    QString told;
-    {
-        const QScopedValueRollback guard(reloading_, true);
-        told = leaveGoneRow(*session_.rsSaleProductListsManager, QStringLiteral("물품"));
-    }
+    const QString told = leaveGoneRow(list_, QStringLiteral("물품"));
     showNoProduct();
     MsgBox(told, InformationIcon, commandTitle, this);
 }
 
 void ProductPane::fillPanel()
 {
-    if (reloading_ || inEdit() || !isLoaded())
+    if (list_.comesAnew() || inEdit() || !isLoaded())
         return;
     const ado::Recordset &product = *session_.rsSaleProductListsManager;
     if (!product.hasCurrent()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/BoundList.h"
 #include "forms/MemoBox.h"
 #include "forms/MoneyBox.h"
 #include "forms/PaneContract.h"
@@ -27,7 +28,7 @@ public:
     /// then no product is on view.
     /// `keepRow`: the product that was current stays so, if it is still on the list; for a list loaded anew beneath an edit.
     void loadProductListsManager(bool keepRow = false);
-    bool isLoaded() const;
+    bool isLoaded() const { return list_.isLoaded(); }
     /// For a list that could not be loaded before.
     void loadIfClosed();
     /// Clears the panel.
@@ -46,7 +47,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     /// 0 add, 1 edit, -1 neither; 1 also after the try to edit on an empty list.
-    std::int16_t intProductEditMode() const { return intProductEditMode_; }
+    qint16 intProductEditMode() const { return intProductEditMode_; }
     controls::RecordsetGrid *grid() const { return tdbSaleProductListsManager_; }
 
 signals:
@@ -62,7 +63,6 @@ private:
     void arrange();
     void connectControls();
 
-    void reopen();
     bool readListAnew(ProductKey product);
     void showNoProduct();
     void leaveGone();
@@ -81,9 +81,9 @@ private:
     SaleSession &session_;
     PaneShell &shell_;
     ProductOperations operations_;
-    std::int16_t intProductEditMode_ = -1;
+    BoundList list_;
+    qint16 intProductEditMode_ = -1;
     ProductKey edited_;
-    bool reloading_ = false; ///< a list comes anew; the row to be shown is not current yet
 
     QWidget *sspPMProductList_ = nullptr;
     QWidget *sspPMProductInfo_ = nullptr;

@@ -46,6 +46,7 @@ void ProductPane::makeList()
     sspPMProductList_ = makePanelFrame(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"), this);
     auto *grid = new controls::RecordsetGrid(sspPMProductList_);
     tdbSaleProductListsManager_ = controls::named(grid, QStringLiteral("tdbSaleProductListsManager"));
+    list_.setGrid(grid);
     grid->setAccessibleName(QStringLiteral("판매 물품 목록"));
     grid->setColumns(managerColumns());
     auto *layout = new QVBoxLayout(sspPMProductList_);

@@ -1,5 +1,6 @@
 #include "products/RecordSave.h"
 
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
@@ -13,26 +14,26 @@ SaveOutcome saveTrapped(ado::Recordset &rows, const std::function<SaveOutcome()>
     if (!connection)
         return SaveOutcome::Failed;
     try {
-        connection->BeginTrans();
-        if (work() == SaveOutcome::Refused)
+        ado::Transaction transaction(*connection);
+        if (work() == SaveOutcome::Refused) {
+            transaction.leaveOpen();
             return SaveOutcome::Refused;
-        connection->CommitTrans();
+        }
+        transaction.commit();
         return SaveOutcome::Saved;
     } catch (const runtime::RuntimeError &) {
         runtime::Attempt undo;
-        undo([&] { connection->RollbackTrans(); });
         undo([&] { rows.CancelUpdate(); });
         return SaveOutcome::Failed;
     }
 }
 
-std::int16_t countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field,
-                     std::int16_t ifEmpty)
+qint16 countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field, qint16 ifEmpty)
 {
     ado::Recordset rows;
     rows.Open(statement, connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     if (!rows.hasCurrent())
         return ifEmpty;
-    constexpr std::int32_t most = std::numeric_limits<std::int16_t>::max();
-    return std::int16_t(std::min(runtime::CLng(rows[field]), most));
+    constexpr qint32 most = std::numeric_limits<qint16>::max();
+    return qint16(std::min(runtime::CLng(rows[field]), most));
 }

@@ -2,7 +2,6 @@
 
 #include "platform/ado/Recordset.h"
 
-#include <cstdint>
 #include <functional>
 
 /// How the save of a panel ended.
@@ -19,5 +18,4 @@ enum class SaveOutcome {
 SaveOutcome saveTrapped(ado::Recordset &rows, const std::function<SaveOutcome()> &work);
 
 /// First value of a counting statement as a 16-bit integer, at most 32,767. `ifEmpty` when it gives no row.
-std::int16_t countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field,
-                     std::int16_t ifEmpty);
+qint16 countOf(const ado::ConnectionPtr &connection, const QString &statement, const QString &field, qint16 ifEmpty);

@@ -7,7 +7,6 @@
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
-#include <QPointer>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -31,12 +30,14 @@ std::vector<controls::GridColumn> saleListColumns()
 
 } // namespace
 
-SaleListPane::SaleListPane(SaleSession &session, PaneShell &, QWidget *parent)
+SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
     : QObject(parent)
     , session_(session)
+    , list_(session.rsSaleProductLists, ado::CursorType::Static, ado::LockType::ReadOnly)
     , c1elaList_(controls::named(new QWidget(parent), QStringLiteral("c1elaList"), 0))
     , tdbSaleProductLists_(controls::named(new controls::RecordsetGrid(c1elaList_), QStringLiteral("tdbSaleProductLists")))
 {
+    list_.setGrid(tdbSaleProductLists_);
     auto *layout = new QVBoxLayout(c1elaList_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tdbSaleProductLists_);
@@ -50,23 +51,13 @@ SaleListPane::SaleListPane(SaleSession &session, PaneShell &, QWidget *parent)
 
 void SaleListPane::createSaleProductLists()
 {
-    auto products = std::make_unique<ado::Recordset>();
-    tdbSaleProductLists_->setDataSource(products.get());
-    session_.rsSaleProductLists = std::move(products);
+    list_.create();
 }
 
 void SaleListPane::loadSaleProductLists()
 {
     try {
-        if (!session_.rsSaleProductLists)
-            createSaleProductLists();
-        ado::Recordset &products = *session_.rsSaleProductLists;
-        if (products.isOpen())
-            products.Close();
-        const QPointer<SaleListPane> alive(this);
-        products.Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
-        if (alive)
-            tdbSaleProductLists_->Rebind();
+        list_.load(clsSQL().getProductMasterSQL(false));
     } catch (const runtime::RuntimeError &) {
         emit productRowChanged();
         controls::MsgBox(QStringLiteral("물품 목록을 가져오지 못했습니다."), controls::InformationIcon,
@@ -74,23 +65,14 @@ void SaleListPane::loadSaleProductLists()
     }
 }
 
-bool SaleListPane::isLoaded() const
-{
-    return session_.rsSaleProductLists && session_.rsSaleProductLists->isOpen();
-}
-
 void SaleListPane::requerySaleProductLists()
 {
     if (!gcnnMasterDB)
         return; // a window that was shown without a customer
-    if (!isLoaded()) {
+    if (isLoaded())
+        list_.requery();
+    else
         loadSaleProductLists();
-        return;
-    }
-    const QPointer<SaleListPane> alive(this);
-    session_.rsSaleProductLists->Requery();
-    if (alive)
-        tdbSaleProductLists_->Rebind();
 }
 
 /// Quirk (docs/architecture.md): the numbers are one off the grid's columns. A click on the name sorts by category, one

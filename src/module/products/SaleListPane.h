@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/PaneContract.h"
+#include "forms/BoundList.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "session/SaleSession.h"
 
@@ -13,7 +13,7 @@ class SaleListPane : public QObject
 {
     Q_OBJECT
 public:
-    SaleListPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+    SaleListPane(SaleSession &session, QWidget *parent);
 
     QWidget *c1elaList() const { return c1elaList_; }
     controls::RecordsetGrid *tdbSaleProductLists() const { return tdbSaleProductLists_; }
@@ -22,7 +22,7 @@ public:
     void createSaleProductLists();
     /// Opens the list anew and rebinds the grid; a failure is told in its box and leaves grid and entry pane empty.
     void loadSaleProductLists();
-    bool isLoaded() const;
+    bool isLoaded() const { return list_.isLoaded(); }
     /// Coming back from the management tab: product changes reach the list. One that could not be loaded before is now.
     void requerySaleProductLists();
 
@@ -34,6 +34,7 @@ private:
     void sortBy(int column);
 
     SaleSession &session_;
+    BoundList list_;
     QWidget *c1elaList_;
     controls::RecordsetGrid *tdbSaleProductLists_;
     // The next direction of each sort.

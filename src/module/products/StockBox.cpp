@@ -13,14 +13,14 @@ namespace {
 
 struct StockFigures
 {
-    std::int32_t incoming = 0;
-    std::int32_t sale = 0;
-    std::int32_t loss = 0;
-    std::int32_t service = 0;
+    qint32 incoming = 0;
+    qint32 sale = 0;
+    qint32 loss = 0;
+    qint32 service = 0;
 };
 
 /// One figure of the current row; NULL leaves it as it is.
-void readFigure(const ado::Recordset &row, const QString &field, std::int32_t &figure)
+void readFigure(const ado::Recordset &row, const QString &field, qint32 &figure)
 {
     const QVariant value = row[field];
     if (!runtime::isNull(value))
@@ -47,10 +47,10 @@ StockFigures sumStock(ProductKey product)
 }
 
 /// Raises Overflow as soon as one step leaves 32 bits, also where the next would come back.
-std::int32_t remainder(const StockFigures &figures)
+qint32 remainder(const StockFigures &figures)
 {
-    std::int32_t left = figures.sale;
-    for (const std::int32_t figure : {figures.loss, figures.service})
+    qint32 left = figures.sale;
+    for (const qint32 figure : {figures.loss, figures.service})
         left = runtime::toLong(std::int64_t(left) + figure);
     return runtime::toLong(std::int64_t(figures.incoming) - left);
 }

@@ -1,5 +1,6 @@
 #include "sales/DetailPane.h"
 
+#include "data/Codes.h"
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
 #include "forms/clsMyFunctions.h"
@@ -9,7 +10,6 @@
 #include "platform/controls/Named.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-#include "session/modGlobalVars.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -24,18 +24,15 @@ using controls::RecordsetGrid;
 
 namespace {
 
-enum OrderType { NormalSale = 0, Service = 1, Loss = 2 };
-
 std::vector<controls::GridColumn> detailColumns()
 {
     using Kind = controls::GridColumn::Kind;
     controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"), .caption = QStringLiteral("판매종류"),
                               .kind = Kind::Values, .width = 66};
-    kind.values = {{QString(), QStringLiteral("일반판매")},
-                   {QStringLiteral("0"), QStringLiteral("일반판매")},
-                   {QStringLiteral("1"), QStringLiteral("서비스")},
-                   {QStringLiteral("2"), QStringLiteral("망실")},
-                   {QStringLiteral("3"), QStringLiteral("3")}};
+    // A code 3, which nothing writes, shows as it is.
+    kind.values = {{QString(), sale::lineTypeText(sale::NormalSale)}};
+    for (const sale::LineType code : sale::lineTypes)
+        kind.values.push_back({QString::number(code), sale::lineTypeText(code)});
     // clang-format off
     return {
         {.field = QStringLiteral("OrdD_PK"), .caption = QStringLiteral("OrdD_PK"), .visible = false},
@@ -52,10 +49,11 @@ std::vector<controls::GridColumn> detailColumns()
 
 } // namespace
 
-DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
+DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , operations_(session)
+    , list_(session.rsCustSaleDetails)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 2))
     , c1elaSaleDetailMemo_(named(new QWidget(parent), QStringLiteral("c1elaSaleDetailMemo")))
     , tdbCustSaleDetails_(named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustSaleDetails")))
@@ -63,6 +61,7 @@ DetailPane::DetailPane(SaleSession &session, PaneShell &, QWidget *parent)
     , chkCmdDelOrderDetail_(named(new PushCheck(QStringLiteral("삭제"), c1elaList_), QStringLiteral("chkCmdDelOrderDetail")))
     , txtCustOrderRfndMemo_(named(new MemoBox({}, c1elaSaleDetailMemo_), QStringLiteral("txtCustOrderRfndMemo")))
 {
+    list_.setGrid(tdbCustSaleDetails_);
     tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
     tdbCustSaleDetails_->setColumns(detailColumns());
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
@@ -109,22 +108,16 @@ void DetailPane::createCustSaleDetails()
     auto details = std::make_unique<ado::Recordset>();
     disconnect(rowsReset_);
     rowsReset_ = connect(details.get(), &ado::Recordset::rowsReset, this, [this] { renewClone(); });
-    tdbCustSaleDetails_->setDataSource(details.get());
     session_.rsCustSaleDetailsClone.reset();
-    session_.rsCustSaleDetails = std::move(details);
+    list_.create(std::move(details));
 }
 
-void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
+void DetailPane::loadCustSaleDetails(qint32 lngOrdMPK)
 {
     try {
         if (!session_.rsCustSaleDetails)
             createCustSaleDetails();
-        ado::Recordset &details = *session_.rsCustSaleDetails;
-        if (details.isOpen())
-            details.Close();
-        details.Open(clsSQL().getOrderDetailSQL(lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
-                     ado::LockType::Optimistic);
-        tdbCustSaleDetails_->Rebind();
+        list_.load(clsSQL().getOrderDetailSQL(lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
         showRefundMemo();
         MsgBox(QStringLiteral("판매 디테일 정보를 가져오지 못했습니다."), InformationIcon,
@@ -134,8 +127,7 @@ void DetailPane::loadCustSaleDetails(std::int32_t lngOrdMPK)
 
 void DetailPane::clear()
 {
-    if (session_.rsCustSaleDetails)
-        session_.rsCustSaleDetails->Close();
+    list_.close();
     showRefundMemo();
 }
 
@@ -147,7 +139,7 @@ LineKey DetailPane::currentLine() const
 
 void DetailPane::choose(LineKey line)
 {
-    if (!session_.rsCustSaleDetails || !session_.rsCustSaleDetails->isOpen())
+    if (!list_.isLoaded())
         return;
     ado::Recordset &details = *session_.rsCustSaleDetails;
     if (details.moveToKey(line.bookmark()))
@@ -167,7 +159,7 @@ void DetailPane::renewClone()
 {
     names_.drop();
     session_.rsCustSaleDetailsClone.reset();
-    if (session_.rsCustSaleDetails && session_.rsCustSaleDetails->isOpen())
+    if (list_.isLoaded())
         session_.rsCustSaleDetailsClone = session_.rsCustSaleDetails->Clone();
 }
 
@@ -212,7 +204,7 @@ void DetailPane::doubleClicked()
     const ado::Recordset &details = *session_.rsCustSaleDetails;
     const QVariant type = details[QStringLiteral("OrdD_OrderType")];
     if (runtime::Val(details[QStringLiteral("OrdD_Count")]) > 0 && !runtime::isNull(type)
-        && runtime::CLng(type) == NormalSale)
+        && runtime::CLng(type) == sale::NormalSale)
         emit receiptAsked();
 }
 
@@ -226,7 +218,7 @@ void DetailPane::askRefund()
         return;
     const ado::Recordset &details = *session_.rsCustSaleDetails;
     const QVariant type = details[QStringLiteral("OrdD_OrderType")];
-    if (!runtime::isNull(type) && runtime::CLng(type) == Loss) {
+    if (!runtime::isNull(type) && runtime::CLng(type) == sale::Loss) {
         MsgBox(QStringLiteral("망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."), InformationIcon,
                QStringLiteral("반품처리"), c1elaList_);
         return;

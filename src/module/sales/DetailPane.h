@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/BoundList.h"
 #include "forms/MemoBox.h"
 #include "forms/PaneContract.h"
 #include "platform/controls/PushCheck.h"
@@ -18,7 +19,7 @@ class DetailPane : public QObject
 {
     Q_OBJECT
 public:
-    DetailPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+    DetailPane(SaleSession &session, QWidget *parent);
 
     QWidget *c1elaList() const { return c1elaList_; }
     QWidget *c1elaSaleDetailMemo() const { return c1elaSaleDetailMemo_; }
@@ -31,7 +32,7 @@ public:
     void createCustSaleDetails();
     /// Opens the lines of the order, none for -1, rebinds the grid and renews rsCustSaleDetailsClone; makes the recordset
     /// if it is missing. A failure is told in its box and leaves the grid empty.
-    void loadCustSaleDetails(std::int32_t lngOrdMPK);
+    void loadCustSaleDetails(qint32 lngOrdMPK);
     /// The orders could not be read: no lines, and nothing of the last one.
     void clear();
     /// The current line; of no row where there is none.
@@ -61,6 +62,7 @@ private:
     SaleSession &session_;
     OrderOperations operations_;
     ProductNames names_;
+    BoundList list_;
     QMetaObject::Connection rowsReset_;
     QWidget *c1elaList_;
     QWidget *c1elaSaleDetailMemo_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/runtime/Attempt.h"
+#include "platform/ado/Transaction.h"
 #include "sales/OrderOperations.h"
 #include "session/modGlobalVars.h"
 
@@ -31,15 +31,9 @@ template <typename Work>
 void inTransaction(Work &&work)
 {
     const ado::ConnectionPtr connection = masterDB();
-    connection->BeginTrans();
-    try {
-        work(*connection);
-        connection->CommitTrans();
-    } catch (const runtime::RuntimeError &) {
-        runtime::Attempt undo; // the first error is the one that tells something
-        undo([&] { connection->RollbackTrans(); });
-        throw;
-    }
+    ado::Transaction transaction(*connection);
+    work(*connection);
+    transaction.commit();
 }
 
 inline Outcome outcomeOf(const runtime::RuntimeError &error)

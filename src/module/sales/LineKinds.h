@@ -1,10 +1,12 @@
 #pragma once
 
+#include "data/Codes.h"
+
 #include <QString>
 
 #include <array>
 
-/// The words of one kind of line; the index in the table is the code of OrdD_OrderType.
+/// What is asked and told of one kind of line; the index in the table is its sale::LineType.
 struct LineKind
 {
     QString caption;
@@ -18,10 +20,10 @@ inline const std::array<LineKind, 3> lineKinds = {{
     {QStringLiteral("일반"), QStringLiteral("판매"),
      QStringLiteral("예(오늘 거래일자로 추가), 아니오(선택된 거래일자로 추가)"), QStringLiteral("판매추가"),
      QStringLiteral("판매추가를 실패 했습니다. 다시 시도 하십시오.")},
-    {QStringLiteral("서비스"), QStringLiteral("서비스"),
+    {sale::lineTypeText(sale::Service), sale::lineTypeText(sale::Service),
      QStringLiteral("예/오늘 날짜로 서비스추가, 아니오/고객판매마스터에 선택되어있는 날짜"), QStringLiteral("서비스추가"),
      QStringLiteral("서비스추가를 실패 했습니다. 다시 시도 하십시오.")},
-    {QStringLiteral("망실"), QStringLiteral("망실"),
+    {sale::lineTypeText(sale::Loss), sale::lineTypeText(sale::Loss),
      QStringLiteral("예/오늘 날짜로 망실기록, 아니오/고객판매마스터에 선택되어있는 날짜"), QStringLiteral("망실기록"),
      QStringLiteral("망실기록을 실패 했습니다. 다시 시도 하십시오.")},
 }};

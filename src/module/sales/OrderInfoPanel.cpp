@@ -1,5 +1,6 @@
 #include "sales/OrderInfoPanel.h"
 
+#include "data/Codes.h"
 #include "forms/FormRow.h"
 #include "forms/MoneyBox.h"
 #include "forms/clsMyFunctions.h"
@@ -56,11 +57,11 @@ OrderInfoPanel::OrderInfoPanel(QWidget *parent)
 
 void OrderInfoPanel::makeControls()
 {
-    const QString deliveries[] = {QStringLiteral("직접수령"), QStringLiteral("택배")};
     auto *choice = new QButtonGroup(this);
-    for (int index = 0; index < 2; ++index) {
-        auto *option = named(new QRadioButton(deliveries[index], this), QStringLiteral("optTakBae"), index);
-        option->setAccessibleName(deliveries[index]);
+    for (const sale::Delivery code : {sale::PickUp, sale::Courier}) {
+        const int index = code - sale::PickUp;
+        auto *option = named(new QRadioButton(sale::deliveryText(code), this), QStringLiteral("optTakBae"), index);
+        option->setAccessibleName(option->text());
         choice->addButton(option);
         optTakBae_[std::size_t(index)] = option;
     }
@@ -142,7 +143,7 @@ void OrderInfoPanel::placeControls()
 void OrderInfoPanel::showOrder(const ado::Recordset &orders)
 {
     const QVariant gubun = orders[QStringLiteral("OrdM_Gubun")];
-    const bool pickUp = runtime::isNull(gubun) || runtime::CLng(gubun) == 1;
+    const bool pickUp = runtime::isNull(gubun) || runtime::CLng(gubun) == sale::PickUp;
     optTakBae_[pickUp ? 0 : 1]->setChecked(true);
     dtpOrderMasterDate_->setDate(orders[QStringLiteral("OrdM_Date")].toDate());
     for (const OrderFieldSource &field : textFields) {

@@ -1,5 +1,6 @@
 #include "sales/OrderOperations.h"
 
+#include "data/Codes.h"
 #include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
@@ -112,17 +113,17 @@ Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLin
     });
 }
 
-std::int16_t OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date)
+qint16 OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date)
 {
     try {
         const double count = runtime::Val(firstValue(clsSQL().getCountOrderMasterSQL(customer.number(), date)));
-        return static_cast<std::int16_t>(std::min<double>(count, std::numeric_limits<std::int16_t>::max()));
+        return static_cast<qint16>(std::min<double>(count, std::numeric_limits<qint16>::max()));
     } catch (const RuntimeError &) {
         return -1;
     }
 }
 
-Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, std::int16_t intCount,
+Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, qint16 intCount,
                                               const QString &strMemo)
 {
     return trappedAndShown(session_, [&] {
@@ -134,7 +135,7 @@ Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product
 }
 
 Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey product, Currency curPrice,
-                                             std::int16_t intCount, const QString &strMemo)
+                                             qint16 intCount, const QString &strMemo)
 {
     return onNewOrder(dtRefund, [&](OrderKey order) {
         return addRefundOrderDetail(order, product, curPrice, intCount, strMemo);
@@ -214,7 +215,7 @@ void OrderOperations::createOrder(const QDate &date)
             orders.AddNew();
             orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
             orders.setValue(QStringLiteral("OrdM_Date"), date);
-            orders.setValue(QStringLiteral("OrdM_Gubun"), 1);
+            orders.setValue(QStringLiteral("OrdM_Gubun"), int(sale::PickUp));
             orders.setValue(QStringLiteral("OrdM_Address"), runtime::Trim(customer.address));
             orders.setValue(QStringLiteral("OrdM_Tel"), runtime::Trim(customer.phone));
             orders.setValue(QStringLiteral("OrdM_Cel"), runtime::Trim(customer.cell));
@@ -241,9 +242,9 @@ OrderKey OrderOperations::orderKeyOf(const QDate &date) const
 /// The price is always that of the product row; the pane's price field only shows it.
 QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const
 {
-    const bool sale = line.intSellType == 0;
-    const Currency price = sale ? runtime::CCur(line.unitPrice) : Currency();
-    const Currency discount = sale ? runtime::CCur(unitDiscount) : Currency();
+    const bool sold = line.intSellType == sale::NormalSale;
+    const Currency price = sold ? runtime::CCur(line.unitPrice) : Currency();
+    const Currency discount = sold ? runtime::CCur(unitDiscount) : Currency();
     return clsSQL().insDB2OrderDetailSQL(order.number(), line.product.number(), price, discount,
                                          runtime::CInt(line.quantity), line.intSellType);
 }

@@ -10,7 +10,7 @@
 #include <utility>
 
 /// How a flow ended; the numbers are those of the system's private routines.
-enum class Outcome : std::int16_t {
+enum class Outcome : qint16 {
     Conflict = -2, ///< failed, since another desk changed or deleted the row: the lists are to be read anew
     Failed = -1, ///< a trapped error; the caller shows its failure text
     Stopped = 0, ///< stopped early, nothing to tell
@@ -29,8 +29,8 @@ inline const QString changedAfterLoss =
 /// What the entry pane holds when a line is added. The texts are converted where the line is written.
 struct EntryLine
 {
-    std::int16_t intSellType = 0; ///< 0 normal sale, 1 service, 2 loss; the code of OrdD_OrderType
-    QString unitDiscount;         ///< money text
+    qint16 intSellType = 0; ///< a sale::LineType
+    QString unitDiscount; ///< money text
     QString quantity;
     ProductKey product;
     QVariant unitPrice; ///< of the product's row; the line's price, whatever the pane shows
@@ -63,15 +63,15 @@ public:
     /// Adds the line to the order, whatever its date. An empty unit discount fails.
     Outcome addDetailToSelectedOrder(OrderKey order, const EntryLine &line);
     /// Orders of the customer on the date, at most 32,767; -1 when they could not be counted.
-    std::int16_t countTodayOrders(CustomerKey customer, const QDate &date);
-    std::int16_t countTodayOrders() { return countTodayOrders(session_.customer.key(), today_()); }
+    qint16 countTodayOrders(CustomerKey customer, const QDate &date);
+    qint16 countTodayOrders() { return countTodayOrders(session_.customer.key(), today_()); }
 
     /// Adds a return line: `intCount` is negative, and a ' in `strMemo` makes the statement fail.
-    Outcome addRefundOrderDetail(OrderKey order, ProductKey product, runtime::Currency curPrice, std::int16_t intCount,
+    Outcome addRefundOrderDetail(OrderKey order, ProductKey product, runtime::Currency curPrice, qint16 intCount,
                                  const QString &strMemo);
     /// The same on a new order of the return date.
     Outcome addToNewRefundOrder(const QDate &dtRefund, ProductKey product, runtime::Currency curPrice,
-                                std::int16_t intCount, const QString &strMemo);
+                                qint16 intCount, const QString &strMemo);
     /// The customer's first order of the date; no key when there is none or the look-up failed.
     OrderKey findOrderByDate(CustomerKey customer, const QDate &date);
 

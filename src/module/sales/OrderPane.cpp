@@ -1,5 +1,6 @@
 #include "sales/OrderPane.h"
 
+#include "data/Codes.h"
 #include "data/clsSQL.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -7,7 +8,6 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-#include "session/modGlobalVars.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -36,7 +36,7 @@ std::vector<controls::GridColumn> orderColumns()
         {.field = QStringLiteral("OrdM_HalinTotal"), .caption = QStringLiteral("할인금액"), .kind = Kind::Money, .width = 60},
         {.field = QStringLiteral("OrdM_Total"), .caption = QStringLiteral("판매총액"), .kind = Kind::Money, .width = 76},
         {.field = QStringLiteral("OrdM_Misugum"), .caption = QStringLiteral("미수금"), .kind = Kind::Money, .width = 72, .editable = true},
-        {.field = QStringLiteral("OrdM_Gubun"), .caption = QStringLiteral("택배"), .kind = Kind::Check, .width = 34, .checkedText = QStringLiteral("2")},
+        {.field = QStringLiteral("OrdM_Gubun"), .caption = QStringLiteral("택배"), .kind = Kind::Check, .width = 34, .checkedText = QString::number(sale::Courier)},
         {.field = QStringLiteral("OrdM_Address"), .caption = QStringLiteral("고객주소"), .width = 180},
         {.field = QStringLiteral("OrdM_Tel"), .caption = QStringLiteral("고객 전화번호"), .width = 104},
         {.field = QStringLiteral("OrdM_Cel"), .caption = QStringLiteral("고객 핸드폰"), .width = 104},
@@ -54,11 +54,13 @@ OrderPane::OrderPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     , shell_(shell)
     , operations_(session)
     , save_(session)
+    , list_(session.rsCustSaleMaster)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 1))
     , elTranMnu_(named(new OrderStrip(parent), QStringLiteral("elTranMnu"), 0))
     , c1elaCustSaleInfo_(named(new OrderInfoPanel(parent), QStringLiteral("c1elaCustSaleInfo")))
     , tdbCustSaleMaster_(named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustSaleMaster")))
 {
+    list_.setGrid(tdbCustSaleMaster_);
     auto *layout = new QVBoxLayout(c1elaList_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tdbCustSaleMaster_);
@@ -107,23 +109,14 @@ EditModeTable OrderPane::editMode() const
 
 void OrderPane::createCustSaleMaster()
 {
-    auto orders = std::make_unique<ado::Recordset>();
-    tdbCustSaleMaster_->setDataSource(orders.get());
-    session_.rsCustSaleMaster = std::move(orders);
+    list_.create();
 }
 
 void OrderPane::loadCustSaleMaster()
 {
     try {
-        if (!session_.rsCustSaleMaster)
-            createCustSaleMaster();
-        ado::Recordset &orders = *session_.rsCustSaleMaster;
-        if (orders.isOpen())
-            orders.Close();
-        orders.Open(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK), gcnnMasterDB, ado::CursorType::Keyset,
-                    ado::LockType::Optimistic);
+        list_.load(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK));
         session_.linesMayBeStale = false;
-        tdbCustSaleMaster_->Rebind();
     } catch (const runtime::RuntimeError &) {
         resetPane();
         emit ordersNotRead();
@@ -134,12 +127,8 @@ void OrderPane::loadCustSaleMaster()
 
 void OrderPane::readAnew()
 {
-    if (!session_.rsCustSaleMaster || !session_.rsCustSaleMaster->isOpen())
-        return;
-    ado::Recordset &orders = *session_.rsCustSaleMaster;
-    const bool shownSelected = tdbCustSaleMaster_->selectionModel()->hasSelection();
-    if (orders.requeryAt(orders.bookmark()) && shownSelected)
-        tdbCustSaleMaster_->selectRow(orders.currentRow());
+    if (list_.isLoaded())
+        list_.requeryHere();
 }
 
 void OrderPane::rowChanged()
@@ -211,7 +200,7 @@ void OrderPane::endEdit()
     leaveEdit();
     runtime::Attempt attempt; // what went wrong with the save was told by now
     attempt([this] {
-        if (session_.rsCustSaleMaster && session_.rsCustSaleMaster->isOpen())
+        if (list_.isLoaded())
             session_.rsCustSaleMaster->Requery();
     });
     tdbCustSaleMaster_->setFocus();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/BoundList.h"
 #include "forms/PaneContract.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "sales/OrderInfoPanel.h"
@@ -42,7 +43,7 @@ public:
     /// Leaves an edit under way without saving, before another customer's orders come. Whether there was one.
     bool abandonEdit();
     /// 1 while the form is open for editing, otherwise -1.
-    std::int16_t intOrderEditState() const { return intOrderEditState_; }
+    qint16 intOrderEditState() const { return intOrderEditState_; }
 
 signals:
     /// The current order is another one, or was read anew.
@@ -73,9 +74,10 @@ private:
     PaneShell &shell_;
     OrderOperations operations_;
     OrderSave save_;
+    BoundList list_;
     QWidget *c1elaList_;
     OrderStrip *elTranMnu_;
     OrderInfoPanel *c1elaCustSaleInfo_;
     controls::RecordsetGrid *tdbCustSaleMaster_;
-    std::int16_t intOrderEditState_ = -1;
+    qint16 intOrderEditState_ = -1;
 };

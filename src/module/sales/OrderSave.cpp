@@ -1,5 +1,6 @@
 #include "sales/OrderSave.h"
 
+#include "data/Codes.h"
 #include "data/HeldOrder.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
@@ -29,7 +30,7 @@ constexpr WrittenColumn writtenColumns[] = {
     {"OrdM_ETCMemo", [](const OrderEdit &edit) { return QVariant(runtime::Trim(edit.memo)); }},
     {"OrdM_HalinTotal", [](const OrderEdit &edit) { return moneyOf(edit.discountTotal); }},
     {"OrdM_Misugum", [](const OrderEdit &edit) { return moneyOf(edit.outstanding); }},
-    {"OrdM_Gubun", [](const OrderEdit &edit) { return QVariant(edit.takbae ? 2 : 1); }},
+    {"OrdM_Gubun", [](const OrderEdit &edit) { return QVariant(int(edit.takbae ? sale::Courier : sale::PickUp)); }},
     {"OrdM_Date", [](const OrderEdit &edit) { return QVariant(edit.date); }},
 };
 

@@ -4,7 +4,7 @@
 #include "platform/runtime/Conversions.h"
 #include "session/modGlobalVars.h"
 
-QString ProductNames::name(std::int32_t lngPMPK)
+QString ProductNames::name(qint32 lngPMPK)
 {
     if (const auto known = names_.constFind(lngPMPK); known != names_.constEnd())
         return *known;

@@ -3,17 +3,15 @@
 #include <QHash>
 #include <QString>
 
-#include <cstdint>
-
 /// Names of products by key, as the database holds them; a detail line does not store the name. Each product is asked for
 /// once until the names are dropped.
 class ProductNames
 {
 public:
     /// PM_Name; empty when the product is gone. A failed look-up raises RuntimeError and is not remembered.
-    QString name(std::int32_t lngPMPK);
+    QString name(qint32 lngPMPK);
     void drop() { names_.clear(); }
 
 private:
-    QHash<std::int32_t, QString> names_;
+    QHash<qint32, QString> names_;
 };

@@ -90,7 +90,7 @@ Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund)
 {
     const QString remark = remarkOf(sold, refund);
     if (refund.date != sold.date) {
-        const std::int16_t ordersOfDate = orders_.countTodayOrders(sold.customer, refund.date);
+        const qint16 ordersOfDate = orders_.countTodayOrders(sold.customer, refund.date);
         if (ordersOfDate < 0)
             return Outcome::Failed;
         if (ordersOfDate == 0)

@@ -12,14 +12,14 @@ struct SoldLine
     QString name; ///< empty when the product is gone
     runtime::Currency unitPrice;
     runtime::Currency unitDiscount;
-    std::int16_t count = 0;
+    qint16 count = 0;
     QDate date; ///< of its order
 };
 
 /// What is taken back of it.
 struct Refund
 {
-    std::int16_t count = 0; ///< negative
+    qint16 count = 0; ///< negative
     QDate date;
     QString memo;
     runtime::Currency unitPrice; ///< paid back for each

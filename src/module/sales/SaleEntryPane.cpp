@@ -62,7 +62,7 @@ const QString unitDiscountFormat = QStringLiteral("\\\\###,##0");
 
 } // namespace
 
-SaleEntryPane::SaleEntryPane(SaleSession &session, PaneShell &, QWidget *parent)
+SaleEntryPane::SaleEntryPane(SaleSession &session, QWidget *parent)
     : QObject(parent)
     , session_(session)
     , operations_(session)
@@ -178,7 +178,7 @@ void SaleEntryPane::styleAppendButton()
     cmdCSAppendDetail_->setFont(font);
     QPalette palette = cmdCSAppendDetail_->palette();
     for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Button, QColor(0x1F, 0x6F, 0xB2));
+        palette.setColor(group, QPalette::Button, controls::AccentColor);
         palette.setColor(group, QPalette::ButtonText, Qt::white);
     }
     cmdCSAppendDetail_->setPalette(palette);
@@ -235,7 +235,7 @@ void SaleEntryPane::showProduct()
     controls::showText(txtSaleProductLists(Catagory), runtime::text(products[QStringLiteral("PM_Catagory")]));
     controls::showText(txtSaleProductLists(Name), runtime::text(products[QStringLiteral("PM_Name")]));
     // Quirk (docs/architecture.md): a product no longer handled shows its price here, but 0 after a change of kind.
-    showPrices(sellType() == 0 ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
+    showPrices(sellType() == sale::NormalSale ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
     controls::showText(txtSaleProductLists(EtcMemo), runtime::text(products[QStringLiteral("PM_EtcMemo")]));
     for (int index : {Catagory, Name, EtcMemo})
         txtSaleProductLists(index)->setCursorPosition(0); // a long name shows its beginning
@@ -257,20 +257,21 @@ void SaleEntryPane::resetPane()
         showMoney(txtSaleProductLists(index), QStringLiteral("0"));
 }
 
-std::int16_t SaleEntryPane::sellType() const
+sale::LineType SaleEntryPane::sellType() const
 {
-    return ssoptSellType_[0]->isChecked() ? 0 : ssoptSellType_[1]->isChecked() ? 1 : 2;
+    using enum sale::LineType;
+    return ssoptSellType_[NormalSale]->isChecked() ? NormalSale : ssoptSellType_[Service]->isChecked() ? Service : Loss;
 }
 
 void SaleEntryPane::sellTypeChanged()
 {
-    const std::int16_t kind = sellType();
+    const sale::LineType kind = sellType();
     MoneyBox *quantity = txtSaleProductLists(Quantity);
     const double typed = runtime::Val(quantity->text());
-    if (kind != 2 && typed < 0)
+    if (kind != sale::Loss && typed < 0)
         quantity->setText(runtime::text(-typed));
-    showPrices(kind == 0 ? salePriceOfCurrentProduct() : QVariant(0));
-    if (kind == 0)
+    showPrices(kind == sale::NormalSale ? salePriceOfCurrentProduct() : QVariant(0));
+    if (kind == sale::NormalSale)
         showLineTotal();
     else
         showMoney(txtSaleProductLists(LineTotal), QStringLiteral("0"));
@@ -307,7 +308,7 @@ Currency SaleEntryPane::moneyOf(int index) const
 /// Quirk (docs/architecture.md): a further discount is added, and counts in this field only; nothing stores it.
 void SaleEntryPane::showLineTotal()
 {
-    std::int16_t quantity = 0;
+    qint16 quantity = 0;
     try {
         quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
     } catch (const runtime::RuntimeError &) {
@@ -356,7 +357,7 @@ Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
     if (!hasOrders)
         return operations_.addDetailToNewOrder(line);
     const OrderKey order = operations_.currentOrder();
-    const std::int16_t orders = operations_.countTodayOrders();
+    const qint16 orders = operations_.countTodayOrders();
     if (orders < 0)
         return Outcome::Failed;
     const QPointer<SaleEntryPane> alive(this);

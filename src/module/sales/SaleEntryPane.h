@@ -21,7 +21,7 @@ class SaleEntryPane : public QObject
 {
     Q_OBJECT
 public:
-    SaleEntryPane(SaleSession &session, PaneShell &shell, QWidget *parent);
+    SaleEntryPane(SaleSession &session, QWidget *parent);
 
     QWidget *c1elaProductInfo() const { return c1elaProductInfo_; }
     MoneyBox *txtSaleProductLists(int index) const { return txtSaleProductLists_.at(std::size_t(index)); }
@@ -52,7 +52,7 @@ private:
     void styleAppendButton();
     void orderTabs();
 
-    std::int16_t sellType() const;
+    sale::LineType sellType() const;
     void sellTypeChanged();
     void step(int by);
     void showPrices(const QVariant &price);

@@ -13,7 +13,7 @@
 /// The customer whose sale the window shows, as the host gave it.
 struct Customer
 {
-    std::int32_t lngCustPK = -1;
+    qint32 lngCustPK = -1;
     QString name;
     QString chartNumber;
     bool male = false;

@@ -156,16 +156,6 @@ bool Connection::holdRow(const QString &table, const QString &key, qint32 value)
     return d->readBack(select).rowCount() > 0;
 }
 
-void Connection::beforeWrite()
-{
-    d->beforeWrite();
-}
-
-void Connection::ensureAlive()
-{
-    d->ensureAlive(Driver::Asking::WhereNeeded);
-}
-
 void Connection::Private::ensureAlive(Driver::Asking asking)
 {
     if (transaction == Transaction::Lost)

@@ -49,15 +49,12 @@ public:
     /// transaction ends; one that tries waits.
     bool holdRow(const QString &table, const QString &key, qint32 value);
 
-    /// For the layer itself: called before a write, starts the server's transaction if one is pending.
-    void beforeWrite();
-    /// For the layer itself: reconnects after a lost server when no transaction is under way.
-    void ensureAlive();
-    /// For the layer itself.
+private:
+    friend class Recordset;
+    friend class RowStore;
     struct Private;
     Private &layer() const { return *d; }
 
-private:
     explicit Connection(std::unique_ptr<Private> d);
     std::unique_ptr<Private> d;
 };

@@ -202,28 +202,28 @@ float CSng(const QVariant &value)
     return static_cast<float>(number);
 }
 
-std::int32_t CLng(const QVariant &value)
+qint32 CLng(const QVariant &value)
 {
     return toLong(roundedWhole(value));
 }
 
-std::int16_t CInt(const QVariant &value)
+qint16 CInt(const QVariant &value)
 {
     return toInteger(roundedWhole(value));
 }
 
-std::int32_t toLong(std::int64_t value)
+qint32 toLong(std::int64_t value)
 {
-    if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max())
+    if (value < std::numeric_limits<qint32>::min() || value > std::numeric_limits<qint32>::max())
         raiseOverflow();
-    return static_cast<std::int32_t>(value);
+    return static_cast<qint32>(value);
 }
 
-std::int16_t toInteger(std::int64_t value)
+qint16 toInteger(std::int64_t value)
 {
-    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
+    if (value < std::numeric_limits<qint16>::min() || value > std::numeric_limits<qint16>::max())
         raiseOverflow();
-    return static_cast<std::int16_t>(value);
+    return static_cast<qint16>(value);
 }
 
 double roundHalfEven(double value)

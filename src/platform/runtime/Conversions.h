@@ -32,12 +32,12 @@ bool IsNumeric(const QString &text);
 Currency CCur(const QVariant &value);
 double CDbl(const QVariant &value);
 float CSng(const QVariant &value);
-std::int32_t CLng(const QVariant &value); ///< rounds half to even
-std::int16_t CInt(const QVariant &value); ///< rounds half to even
+qint32 CLng(const QVariant &value); ///< rounds half to even
+qint16 CInt(const QVariant &value); ///< rounds half to even
 
 /// 32-bit and 16-bit narrowing of whole numbers; raise Overflow.
-std::int32_t toLong(std::int64_t value);
-std::int16_t toInteger(std::int64_t value);
+qint32 toLong(std::int64_t value);
+qint16 toInteger(std::int64_t value);
 /// Half to even.
 double roundHalfEven(double value);
 

@@ -33,7 +33,7 @@ void addAll(const QString &name, int count)
         const QString text = QString::number(number);
         if (products.add({name, name + text, text, QString(), true, true, day}) != SaveOutcome::Saved)
             throw runtime::RuntimeError(runtime::ErrorNumber::Database, QStringLiteral("product %1 was not saved").arg(text));
-        const std::int32_t key = session.rsSaleProductListsManager->value("PM_PK").toInt();
+        const qint32 key = session.rsSaleProductListsManager->value("PM_PK").toInt();
         incoming.add(ProductKey(key), {QStringLiteral("1"), text, text, QString(), text, QString(), day});
     }
 }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+namespace ado {
+
+/// A transaction as long as a scope: begun here, saved by commit(), undone by whatever else leaves the scope. Begun within
+/// another it joins that, as transactions are flat, and undoes the whole.
+///
+/// A rollback that fails is told to nobody: what went before it is the error that tells something, and a server that
+/// cannot be asked any more has rolled back by itself.
+class Transaction
+{
+public:
+    explicit Transaction(Connection &connection);
+    ~Transaction();
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+
+    /// Ends it, also when it fails.
+    void commit();
+    /// Leaves it to whoever goes on with it.
+    void leaveOpen() { ends_ = false; }
+
+private:
+    const ConnectionPtr connection_;
+    bool ends_ = true;
+};
+
+} // namespace ado
