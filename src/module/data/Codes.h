@@ -6,7 +6,7 @@
 #include <array>
 
 /// The codes that the tables hold, and the Korean that grids, forms and receipts show for them. The statistic components
-/// and the desk's sample clinics know nothing of the module's rooms and keep those that they need themselves.
+/// and the desk's sample clinics know nothing of the module's folders and keep those that they need themselves.
 
 namespace ledger {
 

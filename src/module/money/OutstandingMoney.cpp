@@ -3,6 +3,7 @@
 #include "data/StatementText.h"
 #include "data/clsSQL.h"
 #include "platform/ado/Transaction.h"
+#include "platform/runtime/RuntimeError.h"
 
 namespace outstanding {
 

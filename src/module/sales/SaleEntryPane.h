@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/Codes.h"
 #include "forms/MoneyBox.h"
 #include "forms/PaneContract.h"
 #include "platform/controls/MessageBox.h"
