@@ -168,6 +168,7 @@ void LedgerPane::createCustTranManage()
 
 void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
 {
+    const QPointer<LedgerPane> alive(this); // a row that is shown may open a box
     try {
         if (!session_.rsCustTranManage)
             createCustTranManage();
@@ -176,7 +177,8 @@ void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
             ledger.Close();
         ledger.Open(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK), gcnnMasterDB, ado::CursorType::Keyset,
                     ado::LockType::Optimistic);
-        tdbCustTranManage_->Rebind();
+        if (alive)
+            tdbCustTranManage_->Rebind();
     } catch (const runtime::RuntimeError &) {
         showRow();
         MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"), c1elaList_);

@@ -33,7 +33,7 @@ void OutstandingFlow::showOutstandingMoney()
     attempt([&] { current = orders.bookmark(); });
     attempt([&] { orders.Requery(); });
     attempt([&] {
-        if (!orders.moveToKey(current)) // another desk deleted it: its neighbour was not chosen
+        if (self && !orders.moveToKey(current)) // another desk deleted it: its neighbour was not chosen
             orders.moveTo(orders.rowCount());
     });
 }

@@ -112,6 +112,7 @@ void OrderPane::createCustSaleMaster()
 
 void OrderPane::loadCustSaleMaster()
 {
+    const QPointer<OrderPane> alive(this); // a row that is shown may open a box
     try {
         if (!session_.rsCustSaleMaster)
             createCustSaleMaster();
@@ -120,6 +121,8 @@ void OrderPane::loadCustSaleMaster()
             orders.Close();
         orders.Open(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK), gcnnMasterDB, ado::CursorType::Keyset,
                     ado::LockType::Optimistic);
+        if (!alive)
+            return;
         session_.linesMayBeStale = false;
         tdbCustSaleMaster_->Rebind();
     } catch (const runtime::RuntimeError &) {
@@ -136,7 +139,8 @@ void OrderPane::readAnew()
         return;
     ado::Recordset &orders = *session_.rsCustSaleMaster;
     const bool shownSelected = tdbCustSaleMaster_->selectionModel()->hasSelection();
-    if (orders.requeryAt(orders.bookmark()) && shownSelected)
+    const QPointer<OrderPane> alive(this); // a row that is shown may open a box
+    if (orders.requeryAt(orders.bookmark()) && alive && shownSelected)
         tdbCustSaleMaster_->selectRow(orders.currentRow());
 }
 
@@ -204,12 +208,14 @@ void OrderPane::endEdit()
 {
     // Before the requery, which fills the form from the row.
     leaveEdit();
+    const QPointer<OrderPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt; // what went wrong with the save was told by now
     attempt([this] {
         if (session_.rsCustSaleMaster && session_.rsCustSaleMaster->isOpen())
             session_.rsCustSaleMaster->Requery();
     });
-    tdbCustSaleMaster_->setFocus();
+    if (alive)
+        tdbCustSaleMaster_->setFocus();
 }
 
 void OrderPane::leaveEdit()
@@ -241,9 +247,9 @@ void OrderPane::deleteOrder()
     if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes || !alive)
         return;
     const Outcome outcome = operations_.deleteOrder(order);
-    if (outcome == Outcome::Conflict)
+    if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
-    if (hasFailed(outcome))
+    if (alive && hasFailed(outcome))
         MsgBox(QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."), InformationIcon, title, c1elaList_);
 }
 
