@@ -61,6 +61,20 @@ constexpr Standing standings[] = {
     {"the question before the grids are reset", "tab 3, cmdGridReset", "물품판매관리"},
 };
 
+/// Boxes that a handler deep in the window's own work opens, after another desk or a broken server.
+const struct { Standing standing; const char *undo; } troubles[] = {
+    {{"the box of lines that cannot be read", "elsewhere ALTER TABLE tPSOrderDetail RENAME TO away, tdbCustSaleMaster 1", "데이터 가져오기"},
+     "ALTER TABLE away RENAME TO tPSOrderDetail"},
+    {{"the box of products that cannot be read at an entry", "elsewhere ALTER TABLE tPSProductMaster RENAME TO away, enter", "데이터 가져오기"},
+     "ALTER TABLE away RENAME TO tPSProductMaster"},
+    {{"the box of orders that cannot be read at an entry", "elsewhere ALTER TABLE tPSOrderMaster RENAME TO away, enter", "데이터 가져오기"},
+     "ALTER TABLE away RENAME TO tPSOrderMaster"},
+    {{"the box of a statistic that is not installed", "tab 2", "통계 실행 오류"}, ""},
+    {{"the box of a cell that cannot be saved",
+      "tdbCustSaleMaster 0, elsewhere UPDATE tPSOrderMaster SET OrdM_Misugum = OrdM_Misugum + 1, owe 55", "물품판매관리"}, ""},
+    {{"the box of an order that is gone", "elsewhere DELETE FROM tPSOrderMaster WHERE OrdM_PK = 4, tdbCustSaleMaster 2", "거래 선택"}, ""},
+};
+
 /// The window with real boxes: nobody answers for the user.
 class ModalLife : public EntryDesk
 {
@@ -121,7 +135,13 @@ private:
         for (const QString &step : way.split(QStringLiteral(", "))) {
             const QString name = step.section(QRegularExpression(QStringLiteral("[ =]")), 0, 0);
             const QString rest = step.mid(name.size() + 1);
-            if (name == QLatin1String("tab")) {
+            if (name == QLatin1String("elsewhere")) {
+                database_.run(rest);
+            } else if (name == QLatin1String("enter")) {
+                sell();
+            } else if (name == QLatin1String("owe")) {
+                typeInto(place->findChild<QTableView *>(QStringLiteral("tdbCustSaleMaster")), rest);
+            } else if (name == QLatin1String("tab")) {
                 tabs()->setCurrentIndex(rest.toInt());
             } else if (name == QLatin1String("replace")) {
                 static_cast<QFileDialog *>(place)->selectFile(pdf());
@@ -144,7 +164,21 @@ private:
             ++column;
         ASSERT_LT(row, view->model()->rowCount());
         const QModelIndex cell = view->model()->index(row, column);
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(cell).center());
+        const QPoint place = view->visualRect(cell).center();
+        const QPointer<QWidget> alive(view->viewport());
+        QTest::mousePress(alive, Qt::LeftButton, {}, place);
+        if (alive)
+            QTest::mouseRelease(alive, Qt::LeftButton, {}, place);
+    }
+
+    static void typeInto(QTableView *view, const QString &text)
+    {
+        QTest::keyClick(view, Qt::Key_F2);
+        auto *cell = view->viewport()->findChild<QLineEdit *>();
+        ASSERT_TRUE(cell);
+        QTest::keyClicks(cell, text);
+        QTest::keyClick(cell, Qt::Key_Return);
+        QTest::qWait(20);
     }
 
     QStringList way_;
@@ -161,6 +195,13 @@ TEST_F(ModalLife, TheHostMayDeleteTheWindowUnderWhateverStands)
         under(standing, [](QWidget *) { delete window(); });
         EXPECT_FALSE(window());
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+    for (const auto &trouble : troubles) {
+        SCOPED_TRACE(trouble.standing.what);
+        under(trouble.standing, [](QWidget *) { delete window(); });
+        EXPECT_FALSE(window());
+        if (*trouble.undo)
+            database_.run(trouble.undo);
     }
     sell();
     EXPECT_TRUE(isUp()) << "the next entry makes a new one";

@@ -47,6 +47,7 @@ void OrderPaneTest::editCell(int row, int column, const char *keys)
     QTest::keyClicks(editor, QString::fromUtf8(keys));
     QTest::keyClick(editor, Qt::Key_Return);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents(); // a box waits until the cell is done with
 }
 
 const char *const fullForm = "2026-11-20 courier|\\2,700|\\100|서울|010|02|단골|문앞|\\500|\\300|\\3,000";
@@ -253,6 +254,9 @@ TEST_F(OrderPaneTest, NamesComeFromTheProductsAndStayEmptyForThoseThatAreGone)
     session_.rsCustSaleDetails->Requery();
     EXPECT_EQ(cell(details, 0, 2), "홍삼");
     EXPECT_EQ(session_.rsCustSaleDetailsClone->rowCount(), 2);
+    atOtherDesk("ALTER TABLE tPSProductMaster RENAME TO away");
+    desk().details->rebind();
+    EXPECT_EQ(cell(details, 0, 2), "#오류") << "a name that cannot be read is not one that is gone";
 }
 
 TEST_F(OrderPaneTest, ALineIsDeletedOnlyOnYesAndTheSumsFollow)

@@ -136,6 +136,27 @@ TEST_F(OtherDesk, AConflictIsToldAndTheNextTryWorks)
     }
 }
 
+TEST_F(OtherDesk, ANeighbourThatIsGoneTakesNoPartInADeletion)
+{
+    desk_.database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (2, 1, 1000, 0, 5)");
+    const struct { const char *gone, *button, *question, *check, *after; } cases[] = {
+        {"DELETE FROM tPSOrderDetail WHERE OrdD_PK = 2", "chkCmdDelOrderDetail", "판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?\n",
+         "SELECT OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK = 2", "0"},
+        {"DELETE FROM tPSOrderMaster WHERE OrdM_PK = 1", "chkCmdOrderMasterED_1",
+         "판매 마스터 삭제: 선택한 고객 판매 마스터을 삭제 하시겠습니까?\n(고객 판매 디테일도 모두 삭제됩니다.)\n",
+         "SELECT COUNT(*) FROM tPSOrderMaster WHERE Cust_PK = 7", "0"},
+    };
+    for (const auto &c : cases) {
+        desk_.choose("tdbCustSaleMaster", 0);
+        desk_.database.run(c.gone);
+        desk_.boxes.answers = {Answer::Yes};
+        desk_.click(c.button);
+        EXPECT_EQ(said(), c.question) << "no other box in the middle of it";
+        EXPECT_EQ(desk_.joined(QString::fromLatin1(c.check)), c.after);
+        EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 0);
+    }
+}
+
 TEST_F(OtherDesk, AddingToAnOrderThatIsGoneFailsOnce)
 {
     desk_.choose("tdbCustSaleMaster", 0);

@@ -145,8 +145,8 @@ void frmMain::connectPanes()
     connect(saleListPane_, &SaleListPane::productRowChanged, entryPane_, &SaleEntryPane::showProduct);
     connect(entryPane_, &SaleEntryPane::lineAdded, orderPane_, &OrderPane::loadCustSaleMaster);
     connect(orderPane_, &OrderPane::orderRowChanged, this, [this](int lngOrdMPK) {
-        detailPane_->loadCustSaleDetails(lngOrdMPK);
-        ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK);
+        stepByStep({[&] { detailPane_->loadCustSaleDetails(lngOrdMPK); },
+                    [&] { ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK); }});
     });
     connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { showNoOrder(); });
     connect(orderPane_, &OrderPane::ordersNotRead, this, [this] {
@@ -259,6 +259,16 @@ void frmMain::closeEvent(QCloseEvent *event)
     // A later entry in the same event-loop turn must not meet the window that is going.
     defaultInstance.clear();
     QMainWindow::closeEvent(event);
+}
+
+bool frmMain::stepByStep(std::initializer_list<std::function<void()>> steps)
+{
+    const QPointer<frmMain> alive(this);
+    for (const std::function<void()> &step : steps) {
+        if (alive)
+            step();
+    }
+    return !alive.isNull();
 }
 
 bool frmMain::isAtWork()

@@ -9,6 +9,9 @@
 #include <QMainWindow>
 #include <QTabWidget>
 
+#include <functional>
+#include <initializer_list>
+
 class CustomerPane;
 class DealerPane;
 class DetailPane;
@@ -73,6 +76,8 @@ private:
     void readAnew();
     void closeNow();
     static void whenFree(std::function<void()> work);
+    /// Each may open a box, under which the window may go; then those that follow are left out, and it is false.
+    bool stepByStep(std::initializer_list<std::function<void()>> steps);
     void openSaleRecordsets();
     void showNoOrder();
     void bringUp();

@@ -40,15 +40,16 @@ QString saleCaption(const QString &name)
 
 qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    const auto begin = [&] {
-        beginSession(cnnMasterDB, customer);
-        c1tabMain_->setCurrentIndex(SaleTabIndex);
-        openSaleRecordsets();
+    const auto comeUp = [this] {
         showStatus();
         bringUp();
         entryPane_->txtSaleProductLists(5)->setFocus();
         restoreMainWindowLayout(*this, *saleTab_->columns());
         repaint();
+    };
+    const auto begin = [&] {
+        stepByStep({[&] { beginSession(cnnMasterDB, customer); }, [this] { c1tabMain_->setCurrentIndex(SaleTabIndex); },
+                    [this] { openSaleRecordsets(); }, comeUp});
     };
     controls::runEvent(begin, this);
     return 0;
@@ -56,22 +57,23 @@ qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const
 
 qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    const auto begin = [&] {
-        beginSession(cnnMasterDB, customer);
-        openSaleRecordsets();
-        // Quirk (docs/architecture.md): both lists are made twice here. The grids are bound to the second ones; bound
-        // to the first, deleting would take the wrong order.
+    // Quirk (docs/architecture.md): both lists are made twice here. The grids are bound to the second ones; bound to the
+    // first, deleting would take the wrong order.
+    const auto makeListsAnew = [this] {
         saleListPane_->createSaleProductLists();
         orderPane_->createCustSaleMaster();
-        saleListPane_->loadSaleProductLists();
-        orderPane_->loadCustSaleMaster();
-        showNoOrder();
-        c1tabMain_->setCurrentIndex(ManageTabIndex);
-        visitManagement();
+    };
+    const auto comeUp = [this] {
         showStatus();
         centerFormOnScreen();
         bringUp();
         productPane_->grid()->setFocus();
+    };
+    const auto begin = [&] {
+        stepByStep({[&] { beginSession(cnnMasterDB, customer); }, [this] { openSaleRecordsets(); }, makeListsAnew,
+                    [this] { saleListPane_->loadSaleProductLists(); }, [this] { orderPane_->loadCustSaleMaster(); },
+                    [this] { showNoOrder(); }, [this] { c1tabMain_->setCurrentIndex(ManageTabIndex); },
+                    [this] { visitManagement(); }, comeUp});
     };
     controls::runEvent(begin, this);
     return 0;
@@ -88,7 +90,8 @@ void frmMain::bringUp()
 
 void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    abandonEdits(); // texts typed for one customer must not be saved to another's order
+    if (!stepByStep({[this] { abandonEdits(); }})) // texts typed for one customer must not be saved to another's order
+        return;
     if (gcnnMasterDB != cnnMasterDB)
         forgetManagement();
     gcnnMasterDB = cnnMasterDB;
@@ -101,11 +104,9 @@ void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer
 void frmMain::abandonEdits()
 {
     const QString code = editModes_.current();
-    orderPane_->abandonEdit();
-    productPane_->abandonEdit();
-    incomingPane_->abandonEdit();
-    dealerPane_->abandonEdit();
-    if (code.isEmpty())
+    const bool alive = stepByStep({[this] { orderPane_->abandonEdit(); }, [this] { productPane_->abandonEdit(); },
+                                   [this] { incomingPane_->abandonEdit(); }, [this] { dealerPane_->abandonEdit(); }});
+    if (!alive || code.isEmpty())
         return;
     if (!editModes_.current().isEmpty()) {
         leaveEditMode(code);
@@ -137,27 +138,25 @@ void frmMain::readAnew()
     runtime::Attempt attempt; // the box of the conflict follows
     attempt([this] {
         const LineKey line = detailPane_->currentLine();
-        orderPane_->readAnew();
-        detailPane_->choose(line);
+        stepByStep({[this] { orderPane_->readAnew(); }, [&] { detailPane_->choose(line); }});
     });
 }
 
 void frmMain::openSaleRecordsets()
 {
+    const auto makeLines = [this] {
+        detailPane_->createCustSaleDetails();
+        ledgerPane_->createCustTranManage();
+    };
     saleListPane_->createSaleProductLists();
-    saleListPane_->loadSaleProductLists();
-    orderPane_->createCustSaleMaster();
-    orderPane_->loadCustSaleMaster();
-    detailPane_->createCustSaleDetails();
-    ledgerPane_->createCustTranManage();
-    showNoOrder();
+    stepByStep({[this] { saleListPane_->loadSaleProductLists(); }, [this] { orderPane_->createCustSaleMaster(); },
+                [this] { orderPane_->loadCustSaleMaster(); }, makeLines, [this] { showNoOrder(); }});
 }
 
 /// Lines and ledger stay empty until an order is selected.
 void frmMain::showNoOrder()
 {
-    detailPane_->loadCustSaleDetails(-1);
-    ledgerPane_->loadCustTranManage(-1, -1);
+    stepByStep({[this] { detailPane_->loadCustSaleDetails(-1); }, [this] { ledgerPane_->loadCustTranManage(-1, -1); }});
 }
 
 void frmMain::showStatus()
@@ -173,13 +172,13 @@ void frmMain::centerFormOnScreen()
 void frmMain::tabChanged(int newTab)
 {
     const int oldTab = std::exchange(currentTab_, newTab);
-    if (newTab == ManageTabIndex)
-        visitManagement();
+    if (newTab == ManageTabIndex && !stepByStep({[this] { visitManagement(); }}))
+        return;
     // Product changes reach the sale tab, also over another tab on the way back.
     saleListIsStale_ |= oldTab == ManageTabIndex;
     if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false)) {
-        saleListPane_->requerySaleProductLists();
-        detailPane_->rebind();
+        if (!stepByStep({[this] { saleListPane_->requerySaleProductLists(); }, [this] { detailPane_->rebind(); }}))
+            return;
     }
     if (newTab == StatisticsTabIndex)
         statisticsPane_->showStatisticsTab();
@@ -193,18 +192,21 @@ void frmMain::visitManagement()
 {
     if (!gcnnMasterDB)
         return;
-    if (!session_.rsProductIncoming) {
+    const auto visitProducts = [this] {
+        if (session_.rsProductIncoming)
+            return;
         session_.rsProductIncoming = std::make_unique<ado::Recordset>();
         productPane_->loadProductListsManager();
-    }
-    if (!session_.rsCompanyMaster) {
+    };
+    const auto visitDealers = [this] {
+        if (session_.rsCompanyMaster)
+            return;
         session_.rsCompanyMaster = std::make_unique<ado::Recordset>();
         dealerPane_->loadCompanyMaster();
-    }
+    };
     // What could not be loaded then may be now.
-    productPane_->loadIfClosed();
-    incomingPane_->loadIfClosed();
-    dealerPane_->loadIfClosed();
+    stepByStep({visitProducts, visitDealers, [this] { productPane_->loadIfClosed(); },
+                [this] { incomingPane_->loadIfClosed(); }, [this] { dealerPane_->loadIfClosed(); }});
 }
 
 /// A host that comes with another connection sees that one's lists.

@@ -33,7 +33,7 @@ void OutstandingFlow::showOutstandingMoney()
     attempt([&] { current = orders.bookmark(); });
     attempt([&] { orders.Requery(); });
     attempt([&] {
-        if (!orders.moveToKey(current)) // deleted by another desk: no row, rather than a neighbour nobody chose
+        if (self && !orders.moveToKey(current)) // deleted by another desk: no row, rather than a neighbour nobody chose
             orders.moveTo(orders.rowCount());
     });
 }

@@ -128,7 +128,9 @@ void ReceiptFlow::openSimpleReceipt(const Order &order, LedgerKey edited)
 void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding)
 {
     controls::runEvent([&] {
-        const auto show = qScopeGuard([this] {
+        const auto show = qScopeGuard([this, alive = QPointer<ReceiptFlow>(this)] {
+            if (!alive) // a row that is shown may have opened a box
+                return;
             // After a failure too, so that the rows that were written are seen.
             runtime::Attempt attempt;
             attempt([this] { showWritten(); });
@@ -184,7 +186,9 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
                              row.intOperator, row.lngMoney, row.strMethod, bRecalc);
     if (!alive)
         return;
-    const auto show = qScopeGuard([this] {
+    const auto show = qScopeGuard([this, alive] {
+        if (!alive) // a row that is shown may have opened a box
+            return;
         // After a failure too, or the user would write the row again; after a cancellation too, since another desk may
         // have written meanwhile.
         runtime::Attempt attempt;

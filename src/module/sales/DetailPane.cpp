@@ -163,19 +163,15 @@ void DetailPane::renewClone()
         session_.rsCustSaleDetailsClone = session_.rsCustSaleDetails->Clone();
 }
 
-/// Looks at the row through the clone, so that the grid's own row stays. The cell stays empty when the product is gone or
-/// cannot be read: this runs while the grid paints, where no box may open.
+/// Looks at the row through the clone, so that the grid's own row stays. The cell stays empty when the product is gone; the
+/// grid says where it cannot be read.
 QString DetailPane::productName(const ado::Bookmark &row)
 {
     if (!session_.rsCustSaleDetailsClone)
         return {};
-    try {
-        ado::Recordset &clone = *session_.rsCustSaleDetailsClone;
-        clone.setBookmark(row);
-        return names_.name(runtime::CLng(clone[QStringLiteral("PM_PK")]));
-    } catch (const runtime::RuntimeError &) {
-        return {};
-    }
+    ado::Recordset &clone = *session_.rsCustSaleDetailsClone;
+    clone.setBookmark(row);
+    return names_.name(runtime::CLng(clone[QStringLiteral("PM_PK")]));
 }
 
 /// Another desk deleted the line that was chosen: its order has other sums by now, too.
@@ -185,7 +181,10 @@ void DetailPane::rowChanged()
         showRefundMemo();
         return;
     }
+    const QPointer<DetailPane> alive(this);
     emit session_.changedElsewhere();
+    if (!alive)
+        return;
     MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 판매 내역입니다. 목록을 새로 가져왔습니다."), InformationIcon,
            QStringLiteral("판매 상세 내역"), c1elaList_);
 }
@@ -244,10 +243,12 @@ void DetailPane::deleteDetail()
         || !alive)
         return;
     const Outcome outcome = operations_.deleteDetail(order, line);
+    if (!alive)
+        return;
     rebind();
     if (outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
-    if (hasFailed(outcome)) {
+    if (alive && hasFailed(outcome)) {
         MsgBox(QStringLiteral("고객 판매 디테일을 삭제하지 못했습니다."), InformationIcon,
                QStringLiteral("고객 판매 디테일 삭제"), c1elaList_);
     }

@@ -10,6 +10,9 @@
 #include "sales/Flow.h"
 #include "sales/clsFunctions.h"
 
+#include <QPointer>
+#include <QSignalBlocker>
+
 #include <algorithm>
 #include <limits>
 
@@ -25,6 +28,14 @@ void requeryIfOpen(const SaleSession::RecordsetPtr &recordset)
 {
     if (recordset && recordset->isOpen())
         recordset->Requery();
+}
+
+/// The row that moves up is current for a moment only. Nobody is told of it: what it would load, or ask the user about, is
+/// no part of the flow. Whoever shows the rows reads them anew afterwards.
+void deleteUntold(ado::Recordset &rows)
+{
+    const QSignalBlocker untold(rows);
+    rows.Delete();
 }
 
 /// Runs a flow that changes lines; an error becomes its outcome. A lost server may have saved before it went: the lists
@@ -158,6 +169,7 @@ OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &dat
 
 Outcome OrderOperations::deleteOrder(OrderKey order)
 {
+    const QPointer<SaleSession> alive(&session_); // a row that is shown may open a box
     const Outcome outcome = trapped([&] {
         ado::Recordset &orders = opened(session_.rsCustSaleMaster);
         const QString details = clsSQL().delCustSaleDetailByOrdMPKSQL(order.number());
@@ -168,16 +180,20 @@ Outcome OrderOperations::deleteOrder(OrderKey order)
                 ado::raiseConflict();
             connection.Execute(details);
             connection.Execute(ledger);
-            orders.Delete();
+            deleteUntold(orders);
             orders.Requery();
         });
         return Outcome::Done;
     });
     runtime::Attempt show; // after a failure too: the lists must tell what the database holds
+    const auto read = [&](SaleSession::RecordsetPtr SaleSession::*list) {
+        if (alive)
+            show([&] { requeryIfOpen(*alive.*list); });
+    };
     if (outcome == Outcome::Failed)
-        show([&] { requeryIfOpen(session_.rsCustSaleMaster); });
-    show([&] { requeryIfOpen(session_.rsCustSaleDetails); });
-    show([&] { requeryIfOpen(session_.rsCustTranManage); });
+        read(&SaleSession::rsCustSaleMaster);
+    read(&SaleSession::rsCustSaleDetails);
+    read(&SaleSession::rsCustTranManage);
     return show.failed() ? Outcome::Failed : outcome;
 }
 
@@ -187,7 +203,7 @@ Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
         ado::Recordset &details = opened(session_.rsCustSaleDetails);
         if (!details.moveToKey(line.bookmark()))
             ado::raiseConflict();
-        details.Delete();
+        deleteUntold(details);
         return recalculate(order);
     });
 }

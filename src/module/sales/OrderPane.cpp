@@ -114,8 +114,11 @@ void OrderPane::createCustSaleMaster()
 
 void OrderPane::loadCustSaleMaster()
 {
+    const QPointer<OrderPane> alive(this); // a row that is shown may open a box
     try {
         list_.load(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK));
+        if (!alive)
+            return;
         session_.linesMayBeStale = false;
     } catch (const runtime::RuntimeError &) {
         resetPane();
@@ -198,12 +201,14 @@ void OrderPane::endEdit()
 {
     // Before the requery, which fills the form from the row.
     leaveEdit();
+    const QPointer<OrderPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt; // what went wrong with the save was told by now
     attempt([this] {
         if (list_.isLoaded())
             session_.rsCustSaleMaster->Requery();
     });
-    tdbCustSaleMaster_->setFocus();
+    if (alive)
+        tdbCustSaleMaster_->setFocus();
 }
 
 void OrderPane::leaveEdit()
@@ -235,9 +240,9 @@ void OrderPane::deleteOrder()
     if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes || !alive)
         return;
     const Outcome outcome = operations_.deleteOrder(order);
-    if (outcome == Outcome::Conflict)
+    if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
-    if (hasFailed(outcome))
+    if (alive && hasFailed(outcome))
         MsgBox(QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."), InformationIcon, title, c1elaList_);
 }
 

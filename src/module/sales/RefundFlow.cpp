@@ -33,9 +33,9 @@ void RefundFlow::takeBack()
             return;
     }
     const Outcome outcome = operations_.takeBack(sold, refund);
-    if (outcome == Outcome::Conflict)
+    if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
-    if (!hasFailed(outcome))
+    if (!alive || !hasFailed(outcome))
         return;
     detailPane_.showRefundMemo(); // a note may have been saved before
     controls::MsgBox(QStringLiteral("오류가 있어 반품처리를 완료하지 못했습니다."), controls::InformationIcon,

@@ -338,12 +338,13 @@ void SaleEntryPane::appendDetail()
     line.quantity = txtSaleProductLists(Quantity)->text();
     operations_.takeCurrentProduct(line);
 
-    const Outcome outcome = addToChosenOrder(line); // Stopped when the window went meanwhile
-    if (outcome == Outcome::Done)
+    const QPointer<SaleEntryPane> alive(this);
+    const Outcome outcome = addToChosenOrder(line);
+    if (alive && outcome == Outcome::Done)
         emit lineAdded();
-    if (outcome == Outcome::Conflict)
+    if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
-    if (hasFailed(outcome)) {
+    if (alive && hasFailed(outcome)) {
         const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
         MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_);
     }

@@ -121,12 +121,16 @@ void StatisticsPane::nodeClicked(QTreeWidgetItem *node)
         return; // a group, or the report on show
     if (starting_)
         return; // a component that runs events while it starts must not be started over itself
-    const QScopedValueRollback starting(starting_, true);
-    if (lngStatWindow_ != 0)
-        destroyReportWindow();
+    bool started = false;
     try {
+        const QScopedValueRollback starting(starting_, true);
+        if (lngStatWindow_ != 0)
+            destroyReportWindow();
         startReport(tag);
+        started = true;
     } catch (...) { // a component of another maker may throw anything
+    }
+    if (!started) {
         // The handle stays, though its window is gone: it is simply not found the next time.
         controls::MsgBox(QStringLiteral("통계 패키지 구성요소가 제대로 설치되어 있지 않습니다.") + QLatin1Char('\r')
                              + QStringLiteral("다시 시도해 보시고 오류가 지속되면 개발사로 문의하십시오."),

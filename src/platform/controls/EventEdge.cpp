@@ -26,6 +26,8 @@ std::vector<QPointer<const QWidget>> &running()
     return sources;
 }
 
+int boxesWait = 0;
+
 struct WaitingWork
 {
     std::function<bool()> busy;
@@ -94,6 +96,16 @@ EventScope::~EventScope()
     runWaitingSoon();
 }
 
+BoxesLater::BoxesLater()
+{
+    ++boxesWait;
+}
+
+BoxesLater::~BoxesLater()
+{
+    --boxesWait;
+}
+
 bool eventRunsIn(const QWidget &window)
 {
     return std::ranges::any_of(running(), [&](const QWidget *source) {
@@ -122,7 +134,12 @@ bool workWaits()
 void runEvent(const std::function<void()> &handler, const QWidget *source)
 {
     const EventScope scope(source);
-    if (const std::optional<QString> failure = runGuarded(handler))
+    const std::optional<QString> failure = runGuarded(handler);
+    if (!failure)
+        return;
+    if (boxesWait > 0)
+        runWhenFree([] { return false; }, [text = *failure] { MsgBox(text, WarningIcon); });
+    else
         MsgBox(*failure, WarningIcon);
 }
 

@@ -31,6 +31,17 @@ public:
     EventScope &operator=(const EventScope &) = delete;
 };
 
+/// While one lives, the boxes of failed handlers wait for the event loop: whoever called goes on with objects that may go
+/// beneath a box.
+class BoxesLater
+{
+public:
+    BoxesLater();
+    ~BoxesLater();
+    BoxesLater(const BoxesLater &) = delete;
+    BoxesLater &operator=(const BoxesLater &) = delete;
+};
+
 /// What must not come into the middle of a handler's work: runs from the event loop, inside an edge of its own, once `busy`
 /// says no, which is asked whenever a handler has ended. Works run in the order of their coming.
 void runWhenFree(std::function<bool()> busy, std::function<void()> work);

@@ -88,6 +88,17 @@ void RecordsetGrid::Private::rowChanged()
     tellRowChange();
 }
 
+void RecordsetGrid::Private::byStockView(const std::function<void()> &answer)
+{
+    const QPointer<RecordsetGrid> alive(grid);
+    inStockView = true;
+    answer();
+    if (!alive)
+        return;
+    inStockView = false;
+    moveRecordset();
+}
+
 /// After a step of the user in the view.
 void RecordsetGrid::Private::moveRecordset()
 {
@@ -165,6 +176,7 @@ void RecordsetGrid::Private::takeTyped(const QModelIndex &cell, QString typed)
         const bool money = column.kind == GridColumn::Kind::Money;
         assign(cell.column(), money ? QVariant::fromValue(runtime::CCur(typed)) : QVariant(typed));
     };
+    const BoxesLater wait; // the stock view goes on with the cell when this returns
     runEvent(take, grid);
 }
 

@@ -34,11 +34,9 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     setPalette(calm);
     d->makeHeaders();
 
-    connect(this, &QTableView::clicked, this, [this](const QModelIndex &cell) { d->toggle(cell); });
-    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &cell) {
-        if (!d->model.column(cell.column()).editable)
-            runEvent([this] { emit rowDoubleClicked(); }, this);
-    });
+    // Acted upon when the stock view is through with the mouse: a handler may open a box, and the window may go beneath it.
+    connect(this, &QTableView::clicked, this, [this](const QModelIndex &cell) { d->clicked = cell; });
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &cell) { d->doubleClicked = cell; });
 }
 
 RecordsetGrid::~RecordsetGrid()
@@ -165,7 +163,7 @@ void RecordsetGrid::keyPressEvent(QKeyEvent *event)
     const bool nothingChosen = !selectionModel()->hasSelection();
     const int toldBefore = d->told;
     const QPointer<RecordsetGrid> alive(this);
-    QTableView::keyPressEvent(event);
+    d->byStockView([&] { QTableView::keyPressEvent(event); });
     if (alive && isStep)
         d->chooseCurrent(nothingChosen && d->told == toldBefore);
 }
@@ -176,11 +174,17 @@ void RecordsetGrid::mousePressEvent(QMouseEvent *event)
     const bool onRow = indexAt(event->pos()).isValid();
     const int toldBefore = d->told;
     const QPointer<RecordsetGrid> alive(this);
-    QTableView::mousePressEvent(event);
-    if (alive)
-        d->moveRecordset();
+    d->byStockView([&] { QTableView::mousePressEvent(event); });
     if (alive && onRow)
         d->chooseCurrent(nothingChosen && d->told == toldBefore);
+}
+
+void RecordsetGrid::mouseReleaseEvent(QMouseEvent *event)
+{
+    const QPointer<RecordsetGrid> alive(this);
+    QTableView::mouseReleaseEvent(event);
+    if (alive)
+        d->toggle(std::exchange(d->clicked, {}));
 }
 
 void RecordsetGrid::mouseDoubleClickEvent(QMouseEvent *event)
@@ -188,9 +192,13 @@ void RecordsetGrid::mouseDoubleClickEvent(QMouseEvent *event)
     const bool onNothing = event->button() == Qt::LeftButton && !indexAt(event->pos()).isValid();
     const QPointer<RecordsetGrid> alive(this);
     QTableView::mouseDoubleClickEvent(event);
+    if (!alive)
+        return;
+    const QModelIndex cell = std::exchange(d->doubleClicked, {});
+    const bool onText = cell.isValid() && !d->model.column(cell.column()).editable;
     // Whoever works on a row by a double click tells here that there is none.
-    if (alive && onNothing && !d->hasRow())
-        runEvent([this] { emit rowDoubleClicked(); });
+    if (onText || (onNothing && !d->hasRow()))
+        runEvent([this] { emit rowDoubleClicked(); }, this);
 }
 
 void RecordsetGrid::mouseMoveEvent(QMouseEvent *event)
@@ -221,7 +229,8 @@ void RecordsetGrid::changeEvent(QEvent *event)
 void RecordsetGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTableView::currentChanged(current, previous);
-    d->moveRecordset();
+    if (!d->inStockView)
+        d->moveRecordset();
 }
 
 QModelIndex RecordsetGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -23,6 +23,8 @@ struct RecordsetGrid::Private
     void rowRemoved(int row);
     void rowChanged();
 
+    /// The stock view's answer to a mouse button or a key. The recordset moves when that is through.
+    void byStockView(const std::function<void()> &answer);
     void moveRecordset();
     void chooseCurrent(bool untold);
     void tellRowChange();
@@ -52,6 +54,9 @@ struct RecordsetGrid::Private
     std::vector<QMetaObject::Connection> bonds; ///< with the recordset
     std::vector<int> widths;                    ///< as designed, loaded or dragged, pixels at 96 dpi
     bool following = false;                     ///< the view is being moved to where the recordset stands
+    bool inStockView = false;               ///< the stock view answers a mouse button or a key
+    QPersistentModelIndex clicked;
+    QPersistentModelIndex doubleClicked;
     bool movedByUser = false;
     int told = 0; ///< how often rowChange() was raised
     bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
