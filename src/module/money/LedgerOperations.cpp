@@ -10,10 +10,9 @@ namespace ledger {
 
 namespace {
 
-[[noreturn]] void raiseGone()
+[[noreturn]] void raiseGone(const QString &told)
 {
-    throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
-                                QStringLiteral("다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
+    throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, told);
 }
 
 } // namespace
@@ -54,14 +53,14 @@ void change(ado::Connection &connection, LedgerKey key, const Row &row)
         : clsSQL().UpdateTransactionSQL(customer, row.date, row.intOperator, row.lngMoney, order, key.number());
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
     if (connection.Execute(statement) == 0)
-        raiseGone();
+        raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
     transaction.commit();
 }
 
 void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order)
 {
     if (!rsCustSaleMaster.moveToKey(order.bookmark()))
-        raiseGone();
+        raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
     rsCustSaleMaster.Resync();
 }
 

@@ -158,8 +158,8 @@ void frmMisuMoneyManager::payCurrent()
 {
     if (!rsReceiptView_ || !rsReceiptView_->hasCurrent())
         return;
-    // What another desk has collected since the list was opened must not be collected once more.
-    rsReceiptView_->Resync();
+    if (!readCurrentAgain())
+        return;
     const Order order = currentOrder();
     if (order.lngMisu == 0) {
         MsgBox(QStringLiteral("현재 기록된 미수금이 없습니다."), InformationIcon, payTitle, this);
@@ -168,6 +168,24 @@ void frmMisuMoneyManager::payCurrent()
     Payment payment;
     if (askPayment(order, payment) && payment.lngMoney != 0)
         record(order, payment);
+}
+
+/// What another desk has collected since the list was opened must not be collected once more. False, and told, when it
+/// deleted the order: the list is read anew without it.
+bool frmMisuMoneyManager::readCurrentAgain()
+{
+    try {
+        rsReceiptView_->Resync();
+        return true;
+    } catch (const runtime::RuntimeError &error) {
+        if (error.number() != runtime::ErrorNumber::Conflict)
+            throw;
+    }
+    rsReceiptView_->Requery();
+    dgReceiptView_->Rebind();
+    computeTotals();
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다."), InformationIcon, payTitle, this);
+    return false;
 }
 
 bool frmMisuMoneyManager::askPayment(const Order &order, Payment &payment)

@@ -62,6 +62,7 @@ private:
     void payCurrent();
     Order currentOrder() const;
     /// False when the user took no money, or when the window went while it was asked.
+    bool readCurrentAgain();
     bool askPayment(const Order &order, Payment &payment);
     void record(const Order &order, const Payment &payment);
     /// The current order as it stands now, and the sums below the list.

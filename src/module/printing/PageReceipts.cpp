@@ -93,6 +93,8 @@ print::Document PageReceipts::periodReceipt(const QDate &dtStart, const QDate &d
     qint16 intItem = 1; // runs on through all orders
     const std::unique_ptr<ado::Recordset> orders = session_.rsCustSaleMaster->Clone();
     for (orders->MoveFirst(); !orders->Eof(); orders->MoveNext()) {
+        if (orders->isGone())
+            continue; // another desk deleted it
         const QString date = runtime::text(orders->value(dateField));
         if (date < start || date > end)
             continue;
