@@ -127,8 +127,13 @@ TEST_F(CommandLine, TellsItsOptionsWhenAsked)
 {
     const Outcome outcome = desk("--help");
     EXPECT_EQ(outcome.status, 0);
-    for (const char *option : {"--database", "--make", "--patient", "--manage", "--walk", "--check", "--backup", "--restore"})
+    for (const char *option :
+         {"--database", "--make", "--patient", "--manage", "--walk", "--check", "--backup", "--restore", "--version"})
         EXPECT_TRUE(outcome.output.contains(QString::fromLatin1(option))) << option;
+
+    const Outcome version = desk("--version");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.output.toStdString(), "desk " ZELVO_VERSION "\n");
 }
 
 TEST_F(CommandLine, MakesAnEmptyClinicWithoutShowingThePassword)
