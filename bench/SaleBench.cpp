@@ -2,8 +2,8 @@
 
 #include "bench/BareStatement.h"
 #include "bench/OpenSale.h"
-#include "bench/TypicalPatients.h"
 #include "bench/StockModel.h"
+#include "bench/TypicalPatients.h"
 #include "bench/Work.h"
 #include "data/clsSQL.h"
 #include "money/LedgerOperations.h"
@@ -30,20 +30,24 @@ void need(bool done, const char *what)
 
 void addLine(OpenSale &sale)
 {
-    need(OrderOperations(sale.session()).addDetailToSelectedOrder({0, QStringLiteral("0"), QStringLiteral("1")}) == Outcome::Done,
-         "a line");
+    OrderOperations operations(sale.session());
+    EntryLine line{0, QStringLiteral("0"), QStringLiteral("1"), {}, {}};
+    operations.takeCurrentProduct(line);
+    need(operations.addDetailToSelectedOrder(operations.currentOrder(), line) == Outcome::Done, "a line");
 }
 
 void deleteOrder(OpenSale &sale)
 {
-    need(OrderOperations(sale.session()).deleteOrder() == Outcome::Done, "the deletion of an order");
+    OrderOperations operations(sale.session());
+    need(operations.deleteOrder(operations.currentOrder()) == Outcome::Done, "the deletion of an order");
 }
 
 void takeFirstPayment(OpenSale &sale)
 {
-    ledger::appendFirstPayment(sale.connection(), {.lngCustPK = sale.lngCustPK(), .lngOrdMPK = sale.lngOrdMPK(),
+    ledger::appendFirstPayment(sale.connection(), {.customer = CustomerKey(sale.lngCustPK()),
+                                                   .order = OrderKey(sale.lngOrdMPK()),
                                                    .date = QDate(2026, 7, 1), .cash = 20'000, .card = 10'000});
-    ledger::addOutstanding(*sale.session().rsCustSaleMaster, runtime::Currency::fromWon(5'000));
+    ledger::addOutstanding(*sale.session().rsCustSaleMaster, OrderKey(sale.lngOrdMPK()), runtime::Currency::fromWon(5'000));
     sale.session().rsCustTranManage->Requery();
 }
 
