@@ -129,27 +129,6 @@ TEST_F(BoundGrid, KeysMoveTheRecordsetFirstAndThenRaiseTheRowChange)
     EXPECT_THAT(selected(), ElementsAre(0));
 }
 
-TEST_F(BoundGrid, ErrorsOfRowChangeHandlersEndAtTheirOwnEdge)
-{
-    makeOrders(3);
-    open();
-    show();
-    int others = 0;
-    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [] {
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("행 오류"));
-    });
-    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [&] { ++others; });
-    QObject::connect(&grid_, &RecordsetGrid::rowChange, &grid_, [] {
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("두번째"));
-    });
-    click(2, 1);
-    EXPECT_EQ(others, 1);
-    EXPECT_EQ(boxes_.texts(), (QStringList{QStringLiteral("행 오류"), QStringLiteral("두번째")}));
-    EXPECT_EQ(currentKey(), 3) << "the step stands";
-    EXPECT_NO_THROW(orders_.MoveFirst()) << "a flow that moves the recordset goes on";
-    EXPECT_EQ(boxes_.messages.size(), 4);
-}
-
 TEST_F(BoundGrid, ARebindReadsAnewWithoutMovingAndARequeryDropsTheSelection)
 {
     makeOrders(30);

@@ -59,14 +59,6 @@ TEST_F(ProductPaneTest, AnEditPutsTheRestOutOfReachAndPaintsWhatMustBeFilled)
     open();
     window().push("chkCmdProdSaleAddEdiDel_1");
     using controls::SystemColor;
-    const struct { const char *control; SystemColor color; } painted[] = {
-        {"txtProSaleInfo_0", SystemColor::InfoBackground}, {"txtProSaleInfo_2", SystemColor::InfoBackground},
-        {"txtProSaleInfo_3", SystemColor::Window},         {"optIsTaxed_1", SystemColor::ButtonFace},
-        {"txtProdStat_0", SystemColor::Window},            {"txtProdStat_3", SystemColor::Window},
-        {"txtIncCount", SystemColor::InactiveBorder},      {"txtCmCompanyName", SystemColor::InactiveBorder},
-    };
-    for (const auto &row : painted)
-        EXPECT_EQ(backColor(row.control), controls::systemColor(row.color)) << row.control;
     EXPECT_EQ(window().focused(), "txtProSaleInfo_0");
     EXPECT_EQ(window().at<QLineEdit>("txtProSaleInfo_0").selectedText().toStdString(), "가");
 
