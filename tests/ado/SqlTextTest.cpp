@@ -77,20 +77,6 @@ class Statements : public Desks
 };
 INSTANTIATE_TEST_SUITE_P(Engines, Statements, testing::ValuesIn(allEngines), engineName);
 
-TEST_P(Statements, NoSecondOneRunsBehindATypedText)
-{
-    addProducts({"one"});
-    for (const char *typed : {"x'; DELETE FROM tPSProductMaster; --", "x'; DELETE FROM tPSProductMaster WHERE 'a' = 'a",
-                              R"(\'; DELETE FROM tPSProductMaster WHERE 'a' = 'a)"}) {
-        const QString condition = QStringLiteral(" WHERE PM_Name = '%1'").arg(QString::fromUtf8(typed));
-        EXPECT_EQ(errorOf([&] { opened(allProducts + condition); }), ErrorNumber::Database) << typed;
-        EXPECT_EQ(errorOf([&] { desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'y'") + condition); }),
-                  ErrorNumber::Database)
-            << typed;
-    }
-    EXPECT_EQ(names(), QStringList{QStringLiteral("one")});
-}
-
 TEST_P(Statements, OnlyASelectOpensARecordset)
 {
     addProducts({"one"});

@@ -129,47 +129,6 @@ TEST_F(BoundGrid, KeysMoveTheRecordsetFirstAndThenRaiseTheRowChange)
     EXPECT_THAT(selected(), ElementsAre(0));
 }
 
-TEST_F(BoundGrid, ErrorsOfRowChangeHandlersEndAtTheirOwnEdge)
-{
-    makeOrders(3);
-    open();
-    show();
-    int others = 0;
-    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [] {
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("행 오류"));
-    });
-    controls::onEvent(&grid_, &RecordsetGrid::rowChange, &grid_, [&] { ++others; });
-    QObject::connect(&grid_, &RecordsetGrid::rowChange, &grid_, [] {
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("두번째"));
-    });
-    click(2, 1);
-    EXPECT_EQ(others, 1);
-    EXPECT_EQ(boxes_.texts(), (QStringList{QStringLiteral("행 오류"), QStringLiteral("두번째")}));
-    EXPECT_EQ(currentKey(), 3) << "the step stands";
-    EXPECT_NO_THROW(orders_.MoveFirst()) << "a flow that moves the recordset goes on";
-    EXPECT_EQ(boxes_.messages.size(), 4);
-}
-
-TEST_F(BoundGrid, DeletingGoesToTheNextRowThenTheLastThenNone)
-{
-    makeOrders(3);
-    open();
-    show();
-    std::vector<int> seen;
-    QObject::connect(&grid_, &RecordsetGrid::rowChange, &grid_, [&] { seen.push_back(orders_.hasCurrent() ? currentKey() : 0); });
-    click(1, 1);
-    grid_.Delete();
-    EXPECT_THAT(selected(), ElementsAre(1));
-    grid_.Delete();
-    grid_.Delete();
-    EXPECT_THAT(seen, ElementsAre(2, 3, 1, 0));
-    EXPECT_EQ(grid_.model()->rowCount(), 0);
-    EXPECT_THROW(grid_.Delete(), runtime::RuntimeError);
-    for (const Qt::Key which : {Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageDown, Qt::Key_Space, Qt::Key_F2, Qt::Key_Return})
-        key(which);
-    EXPECT_EQ(seen.size(), 4U) << "keys in an empty grid do nothing";
-}
-
 TEST_F(BoundGrid, ARebindReadsAnewWithoutMovingAndARequeryDropsTheSelection)
 {
     makeOrders(30);

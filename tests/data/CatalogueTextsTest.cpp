@@ -51,15 +51,6 @@ TEST(CatalogueTexts, FillTheirPlacesInTurn)
     }
 }
 
-TEST(CatalogueTexts, IgnoreWhatTheyHaveNoPlaceFor)
-{
-    const clsSQL sql;
-    EXPECT_EQ(sql.updateOrderMasterTotalSQL(1, won(1), won(2), won(3), won(4), won(5)),
-              sql.updateOrderMasterTotalSQL(1, won(1), won(2), won(3), won(4), won(987654)));
-    EXPECT_EQ(sql.getSumTaxOrTaxFreeTotalSQL(5, true).replace("PM_IsTaxed = 1", "PM_IsTaxed = 0"),
-              sql.getSumTaxOrTaxFreeTotalSQL(5, false));
-}
-
 TEST(CatalogueTexts, RefuseAnOrderWhoseMoneyLeaves16Bits)
 {
     const auto text = [](Currency tax, Currency total) {

@@ -186,17 +186,6 @@ TEST_P(OperationMoney, HandsOutTheTreatmentReceiptsOfSomeDays)
     }
 }
 
-TEST_P(OperationMoney, KeepsAReceiptWithoutLedgerRowsInTheList)
-{
-    ado::Recordset rows;
-    qint32 sum = 0;
-    ASSERT_EQ(money_.OPM_MakeTransactionRecordSet(connection_, 1, {day(2), day(1)}, &rows, sum, sum, sum, sum, sum), 0);
-    const QString first = "QDate 2026-11-01|runtime::Currency 5000|runtime::Currency 12000|runtime::Currency 0|";
-    EXPECT_EQ(clinic::render(rows).mid(1).join(u'\n').replace(" \n", "\n").toStdString(),
-              (first + "QDate 2026-11-01|int 1|int 10|QString\n" + first + "QDate 2026-11-02|int 3|int 4000|QString 01\n"
-               + first + "QDate 2026-11-02|int 3|int 990|NULL\n" + "QDate 2026-11-02|NULL|NULL|NULL|NULL|NULL|NULL|NULL").toStdString());
-}
-
 TEST_P(OperationMoney, ListsPaymentsAndRefundsThatAreToBeSubmitted)
 {
     const auto listed = [&](bool all) {

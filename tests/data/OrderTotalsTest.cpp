@@ -110,23 +110,6 @@ TEST_P(OrderTotals, AndTheLedgerGiveTheBalance)
     EXPECT_TRUE(calcOrderBalance(&orders, connection_, 1, 101).isZero());
 }
 
-TEST_P(OrderTotals, OfTheLedgerComeApartByKindAndMedium)
-{
-    OrderTranTotals totals;
-    ASSERT_EQ(getOrderTranTotals(connection_, 1, 101, totals), 1);
-    // Cut and discount bear the exchanged labels of their statement.
-    EXPECT_EQ(totals.cut, Currency::fromWon(200));
-    EXPECT_EQ(totals.discount, Currency::fromWon(70));
-    EXPECT_EQ(totals.payment, Currency::fromWon(3400));
-    EXPECT_EQ(totals.refund, Currency::fromWon(300));
-    EXPECT_EQ(totals.cash, Currency::fromWon(3300));
-    EXPECT_EQ(totals.card, Currency::fromWon(400));
-    ASSERT_EQ(getOrderTranTotals(connection_, 1, 102, totals), 1);
-    EXPECT_EQ(totals.cut, Currency());
-    EXPECT_EQ(totals.cashOutstanding, Currency::fromWon(9500));
-    EXPECT_EQ(totals.cardOutstanding, Currency::fromWon(5300));
-}
-
 INSTANTIATE_TEST_SUITE_P(Engines, OrderTotals, testing::ValuesIn(allEngines), engineName);
 
 } // namespace

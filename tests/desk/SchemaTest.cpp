@@ -1,6 +1,5 @@
 #include "desk/schema/Schema.h"
 #include "desk/schema/Tables.h"
-#include "platform/ado/TableRegistry.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/support/TestDatabase.h"
 
@@ -70,16 +69,6 @@ TEST_P(Schema, RefusesWhatNoColumnCanMean)
     };
     for (const char16_t *statement : statements)
         EXPECT_FALSE(accepts(statement)) << QString::fromUtf16(statement).toStdString();
-}
-
-TEST_P(Schema, HasEveryColumnThatTheRegistryKnows)
-{
-    for (const ado::Table &table : ado::tables()) {
-        QStringList names{QString::fromUtf16(table.key)};
-        for (const ado::Column &column : table.columns)
-            names << QString::fromUtf16(column.name);
-        EXPECT_NO_THROW(clinic.rows(QStringLiteral("SELECT %1 FROM %2").arg(names.join(u','), QString::fromUtf16(table.name))));
-    }
 }
 
 TEST_P(Schema, GivesKeysThatGoOnFromTheHighestWritten)

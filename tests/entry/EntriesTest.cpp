@@ -95,43 +95,6 @@ TEST_F(Entries, ShowTheCustomerAndTheSale)
     EXPECT_EQ(said(), "");
 }
 
-TEST_F(Entries, OfBothKindsGiveTheWholeWindow)
-{
-    for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
-        SCOPED_TRACE(entry);
-        enter(entry);
-        tabs()->setCurrentIndex(0);
-        choose("tdbCustSaleMaster", 1);
-        EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 1);
-        const std::string memo = text("txtOrderMaster_5");
-        EXPECT_EQ(rowsOf("tdbCustTranManage"), memo == "둘째" ? 1 : 0);
-
-        // What the row shows, what is written and what is deleted are the same order.
-        push("chkCmdOrderMasterED_0");
-        at<QLineEdit>("txtOrderMaster_5")->setText(QLatin1String(entry));
-        push("chkcmdCSSaveInfo_0");
-        EXPECT_EQ(stored("SELECT OrdM_ETCMemo FROM tPSOrderMaster WHERE OrdM_ETCMemo LIKE 'showP%'"), entry);
-        choose("tdbCustSaleMaster", 1);
-        boxes_.answers = {controls::Answer::Yes};
-        push("chkCmdOrderMasterED_1");
-        EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 1);
-        EXPECT_EQ(stored("SELECT COUNT(*) FROM tPSOrderMaster WHERE OrdM_ETCMemo LIKE 'showP%'"), "0");
-        EXPECT_EQ(stored("SELECT COUNT(*) FROM tPSOrderMaster"), "2");
-
-        // A product chosen in the list is the one that the entry pane sells.
-        choose("tdbSaleProductLists", 1);
-        EXPECT_EQ(text("txtSaleProductLists_1"), "경옥고");
-
-        tabs()->setCurrentIndex(1);
-        EXPECT_EQ(rowsOf("tdbSaleProductListsManager"), 3);
-        close();
-        database_.run("DELETE FROM tPSOrderMaster WHERE Cust_PK = 7");
-        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (7, '2026-04-01'), (7, '2026-04-02')");
-        database_.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count, OrdD_OrderType) "
-                      "SELECT OrdM_PK, 1, 1, 0 FROM tPSOrderMaster WHERE Cust_PK = 7");
-    }
-}
-
 TEST_F(Entries, ReuseTheOpenWindowForTheNextCustomer)
 {
     Patient next;
@@ -239,14 +202,9 @@ TEST_F(Entries, AreFoundByNameAndRefuseWhatDoesNotFit)
     const struct { const char *member; QVariantList arguments; ErrorNumber error; } cases[] = {
         {"showProduct", {}, ErrorNumber::NoSuchMember},
         {"openProductServer", {QString()}, ErrorNumber::NoSuchMember},
-        {"Foo", {1}, ErrorNumber::WrongArguments},
-        {"showProductSale", {}, ErrorNumber::WrongArguments},
         {"showProductSale", arguments().mid(0, 9), ErrorNumber::WrongArguments},
         {"showProductSaleManage", tooMany, ErrorNumber::WrongArguments},
         {"showProductSale", with(0, QStringLiteral("clinic.db")), ErrorNumber::WrongArguments},
-        {"showProductSale", with(1, QStringLiteral("일곱")), ErrorNumber::WrongArguments},
-        {"showProductSale", with(1, 3000000000.0), ErrorNumber::WrongArguments},
-        {"showProductSale", with(5, QStringLiteral("어제")), ErrorNumber::WrongArguments},
     };
     for (const auto &c : cases) {
         try {

@@ -37,8 +37,7 @@ struct Patient
 class EntryDesk : public testing::Test
 {
 protected:
-    explicit EntryDesk(bool withTables = true)
-        : database_(ado::Engine::SQLite, withTables)
+    EntryDesk()
     {
         automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
@@ -151,7 +150,7 @@ protected:
     }
 
     QTemporaryDir folder_;
-    TestDatabase database_;
+    TestDatabase database_{ado::Engine::SQLite};
     MessageRecorder boxes_;
     automation::ObjectPtr sale_;
 };

@@ -14,18 +14,10 @@ namespace {
 class Life : public EntryDesk
 {
 protected:
-    explicit Life(bool withTables = true) : EntryDesk(withTables) {}
-
     static QString setting(const char *key)
     {
         return registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QLatin1String(key));
     }
-};
-
-class LifeWithoutTables : public Life
-{
-protected:
-    LifeWithoutTables() : Life(false) {}
 };
 
 /// Works every control of the window as a curious hand does; dialogs and menus that open are closed again.
@@ -162,17 +154,6 @@ TEST_F(Life, OpensAgainAtOnceAfterClosing)
     EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 2);
 }
 
-TEST_F(Life, OutlivesTheObjectThatOpenedIt)
-{
-    fillShop();
-    sell();
-    sale_.reset();
-    settle();
-    ASSERT_TRUE(isUp());
-    choose("tdbCustSaleMaster", 0);
-    EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 1);
-}
-
 TEST_F(Life, SurvivesEveryControl)
 {
     const auto workThrough = [this](const char *what) {
@@ -202,50 +183,6 @@ TEST_F(Life, SurvivesEveryControl)
     sell();
     boxes_.answers.assign(1000, controls::Answer::Yes);
     workThrough("a shop at work");
-}
-
-TEST_F(LifeWithoutTables, SurvivesEveryControl)
-{
-    for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
-        enter(entry);
-        CuriousHand hand;
-        hand.workAll(window());
-        EXPECT_TRUE(isUp());
-        EXPECT_EQ(boxes_.texts().filter(QStringLiteral("내부 오류")).join(u'\n').toStdString(), "");
-        close();
-    }
-}
-
-TEST_F(Life, OpensWhatItCanWhenATableCannotBeRead)
-{
-    const QString title = QStringLiteral("데이터 가져오기: ");
-    const struct { const char *table; QString box; } cases[] = {
-        {"tPSProductMaster", title + QStringLiteral("물품 목록을 가져오지 못했습니다.")},
-        {"tPSOrderMaster", title + QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다.")},
-        {"tPSOrderDetail", title + QStringLiteral("판매 디테일 정보를 가져오지 못했습니다.")},
-        {"tPSTransaction", title + QStringLiteral("수납 정보를 가져오지 못했습니다.")},
-        {"t_HospSetup",
-         QStringLiteral("물품판매 중앙서버연동 호출기호 확인: 데이터베이스 접속에 오류가 발생했습니다. 데이터베이스\r접속을 "
-                        "확인하시고 다시 시도해 주십시오. 오류가 지속되면\r개발사로 문의하시기 바랍니다.")},
-    };
-    for (const auto &c : cases) {
-        for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
-            SCOPED_TRACE(std::string(c.table) + ", " + entry);
-            TestDatabase broken(ado::Engine::SQLite);
-            broken.run(QStringLiteral("DROP TABLE ") + QLatin1String(c.table));
-            QVariantList patient = arguments();
-            patient[0] = QVariant::fromValue(broken.connection());
-            boxes_.messages.clear();
-            EXPECT_EQ(call(entry, patient).toInt(), 0);
-            EXPECT_TRUE(isUp());
-            ASSERT_FALSE(boxes_.messages.isEmpty());
-            for (const MessageRecorder::Message &box : std::as_const(boxes_.messages)) {
-                EXPECT_EQ((box.title + QStringLiteral(": ") + box.text).toStdString(), c.box.toStdString());
-                EXPECT_EQ(box.flags & 0xF, controls::ConfirmOnly);
-            }
-            close();
-        }
-    }
 }
 
 TEST_F(Life, EndsWithAHostThatDoesNotWaitForIt)

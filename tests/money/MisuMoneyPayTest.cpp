@@ -90,30 +90,3 @@ TEST_F(OutstandingPayment, OnlyANumberThatFitsIsTaken)
                                                  date_, money_, method_), runtime::RuntimeError);
     EXPECT_THAT(boxes_.take(), IsEmpty());
 }
-
-TEST_F(OutstandingPayment, TheKeyboardWorksTheDialog)
-{
-    EXPECT_FALSE(ask([](const DialogDriver &form) {
-        auto *amount = form.find<QLineEdit>("txtGeneralSunap");
-        auto *steps = form.find<QWidget>("mudMisuSunap");
-        EXPECT_EQ(form.focus(), "txtGeneralSunap");
-        EXPECT_EQ(amount->selectedText(), QStringLiteral("5000"));
-        form.expectMoves({
-            {"txtGeneralSunap", Qt::Key_Return, {}, "cboGeneralPayMethod"},
-            {"txtGeneralSunap", Qt::Key_Down, {}, "cboGeneralPayMethod"},
-            {"txtGeneralSunap", Qt::Key_Up, {}, "dtpTodat"},
-            {"cboGeneralPayMethod", Qt::Key_Return, {}, "cmdConfirm"},
-            {"cmdConfirm", Qt::Key_Return, {}, "cmdCancel"},
-            {"cmdCancel", Qt::Key_Up, Qt::ControlModifier, "cmdConfirm"},
-            {"dtpTodat", Qt::Key_Down, Qt::ControlModifier, "txtGeneralSunap"},
-        });
-        EXPECT_TRUE(steps->isEnabled());
-        form.find<QWidget>("cmdConfirm")->setFocus();
-        EXPECT_FALSE(steps->isEnabled());
-        amount->setFocus();
-        steps->findChild<QAbstractButton *>("ssrUpDown_3")->click();
-        EXPECT_EQ(amount->text(), QStringLiteral("-5000"));
-        for (const char *button : {"cmdConfirm", "cmdCancel"})
-            EXPECT_FALSE(form.find<QWidget>(button)->testAttribute(Qt::WA_InputMethodEnabled));
-    }));
-}

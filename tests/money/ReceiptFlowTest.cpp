@@ -2,8 +2,6 @@
 #include "tests/money/LedgerDesk.h"
 #include "tests/support/DialogDriver.h"
 
-#include <QScreen>
-
 namespace {
 
 const std::string connectionFailure
@@ -240,21 +238,6 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     edit("optOperator_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("수납 내역 수정: 다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
     EXPECT_EQ(session_.rsCustTranManage->rowCount(), 0);
-}
-
-TEST_F(ReceiptButton, BothDialogsStandWhollyOnTheScreenWhenTheWindowHangsOverItsEdge)
-{
-    const QRect screen = window_.screen()->availableGeometry();
-    window_.show();
-    window_.move(screen.bottomRight() - QPoint(60, 60));
-    const int key = openOrder(12340);
-    for (const char *form : {"frmSimpleReceipt", "frmSimpleReceiptAdd"}) {
-        takeReceipt([&](const DialogDriver &dialog) {
-            EXPECT_EQ(dialog.window()->objectName(), QString::fromLatin1(form));
-            EXPECT_TRUE(screen.contains(dialog.window()->frameGeometry())) << form;
-        });
-        ledgerRow(key, "'2026-11-20', 3, 1000, '00', ''");
-    }
 }
 
 TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)

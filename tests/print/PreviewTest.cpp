@@ -145,12 +145,3 @@ TEST_F(PreviewTest, TheWheelChoosesNoOtherPrinter)
     printers->setCurrentIndex(0);
     EXPECT_EQ(turnedByWheel(&preview_), QString());
 }
-
-TEST_F(PreviewTest, TellsWhenThereIsNoPrinter)
-{
-    MessageRecorder boxes;
-    press(Qt::Key_P, Qt::ControlModifier);
-    ASSERT_EQ(boxes.messages.size(), 1);
-    EXPECT_EQ(boxes.messages[0].text.toStdString(), "이 컴퓨터에 등록된 프린터가 없습니다.");
-    EXPECT_TRUE(preview_.isVisible());
-}

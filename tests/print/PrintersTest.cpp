@@ -63,14 +63,6 @@ TEST(Printers, TakeTheirJobs)
     EXPECT_EQ(pages.word("행26").page, 1);
     EXPECT_NEAR(pages.word("행26").box.center().y(), 25, 0.5);
 
-    print::send(rollOf(431), PrintServer::rollPrinter, QStringLiteral("영수증"));
-    const Paper roll(server.job(PrintServer::rollPrinter));
-    ASSERT_EQ(roll.sheets().size(), 1);
-    EXPECT_NEAR(roll.sheets()[0].width(), 80, 0.5);
-    EXPECT_NEAR(roll.sheets()[0].height(), 431, 0.5);
-    EXPECT_NEAR(roll.word("줄421").box.left(), 5, 0.5);
-    EXPECT_NEAR(roll.word("줄421").box.top(), 421, 1);
-
     server.remove(PrintServer::rollPrinter);
     EXPECT_THAT(refusal([] { print::send(rollOf(100), PrintServer::rollPrinter, QStringLiteral("글")); }), testing::HasSubstr("찾을 수 없습니다"));
 }

@@ -189,29 +189,6 @@ TEST_F(PageReceiptTest, LosesNoLineOfALongOrderAndStaysQuick)
     EXPECT_EQ(paper.overlaps(), QStringList());
 }
 
-TEST_F(PageReceiptTest, KeepsLongNamesAndLargeAmountsWhole)
-{
-    const QString name = QStringLiteral("홍삼정 에브리데이 밸런스 프리미엄 골드 선물세트 (10ml x 90포) 쇼핑백 동봉");
-    const int sold = product(name, 98'765'432);
-    const int key = order(QLatin1String(Today));
-    detail(key, sold, 98'765'432, 12'345'678, 32'000);
-    ledger(key, 3, 2'147'483'647);
-
-    for (const Paper &paper : {orderPaper(), periodPaper(today(), today())}) {
-        QStringList nameWords;
-        for (const Paper::Word &word : paper.words()) {
-            if (name.contains(word.text))
-                nameWords << word.text;
-            EXPECT_LE(word.box.right(), 190) << word.text.toStdString();
-            EXPECT_GE(word.box.height(), 1.8) << word.text.toStdString();
-        }
-        EXPECT_THAT(nameWords.join(QLatin1Char(' ')).toStdString(), testing::HasSubstr(name.toStdString()));
-        for (const char *amount : {"98,765,432", "12,345,678", "32000", "2,147,483,647"})
-            EXPECT_TRUE(paper.has(QLatin1String(amount))) << amount;
-        EXPECT_EQ(paper.overlaps(), QStringList());
-    }
-}
-
 TEST_F(PageReceiptTest, OfAPeriodTakesTheCustomersOrdersAndTheShopsMoney)
 {
     const int taxed = product("감초차", 1000);

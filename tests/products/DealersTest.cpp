@@ -168,26 +168,6 @@ TEST_F(Dealers, AreChosenByButtonKeyAndDoubleClick)
     });
 }
 
-TEST_F(Dealers, TheKeysOfTheDialogMoveTheFocus)
-{
-    open();
-    select("", [](const DialogDriver &dialog) {
-        dialog.expectMoves({
-            {"txtDealerName", Qt::Key_Return, {}, "chkcmdFindDealer"},
-            {"txtDealerName", Qt::Key_Down, {}, "chkcmdFindDealer"},
-            {"txtDealerName", Qt::Key_Up, {}, "cmdCancel"},
-            {"tdbDealerSelect", Qt::Key_Up, Qt::ControlModifier, "chkcmdFindDealer"},
-            {"tdbDealerSelect", Qt::Key_Down, Qt::ControlModifier, "chkcmdFindDealer"}, // back as well
-            {"txtDealerName", Qt::Key_Down, Qt::ControlModifier, "cmdCancel"},
-            {"cmdOk", Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier, "tdbDealerSelect"},
-        });
-        auto *name = dialog.find<QLineEdit>("txtDealerName");
-        name->setText("abc");
-        name->setFocus();
-        EXPECT_EQ(name->selectedText(), QStringLiteral("abc"));
-    });
-}
-
 TEST_F(Dealers, TheDialogStandsBesideItsButtonAndOnTheScreen)
 {
     open();

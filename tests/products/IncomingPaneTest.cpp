@@ -133,23 +133,6 @@ TEST_F(IncomingPaneTest, AnEditTakesTheDealerChosenLastInThePanel)
     EXPECT_THAT(purchases(), ElementsAre("1|1|3|2500"));
 }
 
-TEST_F(IncomingPaneTest, AFailedSaveLeavesThePanelInEditAndTheNextOneStoresOnce)
-{
-    open();
-    window().push("chkcmdIncomingAED_0");
-    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
-    refuse("BEFORE INSERT ON tPSIncoming");
-    window().push("chkcmdIncomingSave_0");
-    ASSERT_EQ(boxes_.boxes.size(), 1u);
-    EXPECT_NE(boxes_.boxes[0].text, QString());
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_EQ(window().incoming->intIncomingEditMode(), 0);
-    EXPECT_EQ(window().modes.current(), QStringLiteral("11"));
-    allowAgain();
-    window().push("chkcmdIncomingSave_0");
-    EXPECT_THAT(purchases(), ElementsAre("1|1|1|0"));
-}
-
 TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherProduct)
 {
     open();

@@ -165,35 +165,6 @@ TEST_P(Shop, AnEditSavesTheProductItBeganWith)
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
 }
 
-TEST_P(Shop, APurchaseThatAnotherDeskChangedIsNotForcedThrough)
-{
-    run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Count) VALUES (1, 1, 1)");
-    desk().load();
-    otherDesk();
-    EXPECT_EQ(desk().incoming.change(IncomingKey(1), twelve()), SaveOutcome::Saved);
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        ado::AbandonedTransactions edgeOfEvent;
-        EXPECT_THROW(otherDesk().incoming.change(IncomingKey(1), twelve()), runtime::RuntimeError);
-        // The way its pane goes on, before the event ends.
-        EXPECT_TRUE(attempt == 0 || otherDesk().session.rsProductIncoming->requeryAt(IncomingKey(1).bookmark()));
-    }
-    EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
-    IncomingEdit edit = twelve();
-    edit.memo = QStringLiteral("덮어씀");
-    EXPECT_EQ(otherDesk().incoming.change(IncomingKey(1), edit), SaveOutcome::Saved);
-    EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|덮어씀|2026-11-24"));
-}
-
-TEST_P(Shop, AProductIsDeletedByOneDeskAndGoneForTheNext)
-{
-    run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('가', '첫째'), ('나', '둘째')");
-    desk().load();
-    EXPECT_EQ(otherDesk().products.remove(ProductKey(1)), ProductOperations::Deletion::Deleted);
-    EXPECT_EQ(desk().products.remove(ProductKey(1)), ProductOperations::Deletion::Gone);
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_THAT(rows("SELECT PM_Name FROM tPSProductMaster"), ElementsAre("둘째"));
-}
-
 TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
 {
     run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('가', '첫째')");

@@ -142,7 +142,6 @@ TEST(Format, KnowsThePatternsInUse)
         {won(1234), won9, u"\\1,234"},
         {won(-1234), won9, u"-\\1,234"},
         {0, won9, u"\\0"},
-        {999999999, won9, u"\\999,999,999"},
         {QStringLiteral("-12"), won9, u"-\\12"},
         {QVariant(), won9, u""},
         {QStringLiteral(""), won9, u""},
@@ -163,7 +162,6 @@ TEST(Format, KnowsThePatternsInUse)
         {500, QStringLiteral("\\\\###,##0"), u"\\500"},
         {won(1000), QStringLiteral("Currency"), u"\\1,000"},
         {QDate(2026, 1, 5), QStringLiteral("YYYY-MM-DD"), u"2026-01-05"},
-        {QDate(2026, 1, 5), QStringLiteral("yyyy-mm-dd"), u"2026-01-05"},
         {QStringLiteral("2026-01-05"), QStringLiteral("yyyy-mm-dd"), u"2026-01-05"},
     };
     for (const auto &c : cases)

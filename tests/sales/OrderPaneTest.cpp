@@ -180,14 +180,6 @@ TEST_F(OrderPaneTest, OutstandingMoneyIsTypedIntoTheGridAndSavedAtOnce)
     EXPECT_THAT(rows(stored), ElementsAre("0"));
     EXPECT_THAT(reader_.take(), IsEmpty());
 
-    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 77 WHERE OrdM_PK = 1");
-    editCell(0, 7, "900");
-    EXPECT_THAT(reader_.take(), testing::SizeIs(1));
-    EXPECT_THAT(rows(stored), ElementsAre("77"));
-    EXPECT_EQ(cell(grid("tdbCustSaleMaster"), 0, 7), "\\77");
-
-    editCell(0, 7, "900");
-    EXPECT_THAT(rows(stored), ElementsAre("900"));
     EXPECT_FALSE(grid("tdbCustSaleMaster").model()->flags(grid("tdbCustSaleMaster").model()->index(0, 6)) & Qt::ItemIsEditable);
 }
 

@@ -137,18 +137,6 @@ TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
     EXPECT_THAT(lines(), ElementsAre("1000|3", "900|-1"));
 }
 
-TEST_F(RefundDialog, AFailureIsToldAndTheNoteIsSeen)
-{
-    push([](const DialogDriver &form) {
-        form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
-        form.type("txtRfndMemo", "it's");
-        form.press("chkCmdSave");
-    });
-    EXPECT_THAT(reader_.take(), ElementsAre("반품: 오류가 있어 반품처리를 완료하지 못했습니다."));
-    EXPECT_THAT(lines(), ElementsAre("1000|3"));
-    EXPECT_EQ(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText(), QStringLiteral("▶2026-11-20일 (-3)개 반품"));
-}
-
 TEST_F(RefundDialog, StandsBesideItsButtonAndWhollyOnTheScreen)
 {
     const QRect screen = desk().screen()->availableGeometry();

@@ -1,7 +1,6 @@
 #include "sales/RefundOperations.h"
 
 #include "data/clsSQL.h"
-#include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/sales/SaleDatabase.h"
 
@@ -110,17 +109,6 @@ TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
     EXPECT_EQ(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), Outcome::Failed);
     EXPECT_THAT(lines(), ElementsAre(soldLine));
     EXPECT_THAT(notes(), ElementsAre(note + "\n▶2026-11-20일 (-1)개 반품"));
-}
-
-TEST_F(LineTakenBack, ALineChangedAtAnotherDeskIsNotTakenBack)
-{
-    const SoldLine sold = operations_.currentLine();
-    atOtherDesk("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '다른 데스크'");
-    EXPECT_EQ(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), Outcome::Conflict);
-    EXPECT_TRUE(runtime::isNull(session_.rsCustSaleDetails->value("OrdD_RfndMemo"))) << "nothing stays pending";
-    EXPECT_THAT(notes(), ElementsAre("다른 데스크"));
-    EXPECT_THAT(lines(), ElementsAre(soldLine));
-    EXPECT_EQ(takeBack(-1, "2026-11-20"), Outcome::Done);
 }
 
 // The order stays behind without its line and is the current one: what is on show must belong to it.

@@ -46,23 +46,6 @@ protected:
 
 } // namespace
 
-TEST_F(RememberedWindow, ComesBackWhereItStood)
-{
-    columns_.setSizes({100, 320, 180});
-    saveMainWindowLayout(window_, &columns_);
-    EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QStringLiteral("FormWidth")),
-              QStringLiteral("400"));
-    EXPECT_EQ(setting_.ThirdColWidth(), QString()); // the rest of the window, never stored
-
-    const QPoint place = window_.pos();
-    window_.setGeometry(90, 90, 250, 250);
-    columns_.setSizes({200, 200, 200});
-    restoreMainWindowLayout(window_, columns_);
-    EXPECT_EQ(window_.pos(), place);
-    EXPECT_EQ(window_.size(), QSize(400, 300));
-    EXPECT_EQ(columns_.sizes(), (QList<int>{100, 320, 180}));
-}
-
 TEST_F(RememberedWindow, KeepsTheWidthsOfColumnsThatWereNeverShown)
 {
     setting_.FirstColWidth(QStringLiteral("370"));
@@ -151,21 +134,6 @@ TEST_F(RememberedWindow, ComesBackMaximizedButNeverMinimized)
     }
 }
 
-TEST_F(RememberedWindow, StaysAsItIsWhileItIsMaximized)
-{
-    saveMainWindowLayout(window_, &columns_);
-    window_.windowHandle()->setWindowStates(Qt::WindowMaximized); // by hand
-    QApplication::processEvents();
-    const QRect large = window_.geometry();
-    ASSERT_GT(large.width(), 400);
-    for (const char *stored : {"0", "2"}) {
-        setting_.FormIsMaximized(QLatin1String(stored));
-        restoreMainWindowLayout(window_, columns_); // the next customer
-        EXPECT_TRUE(window_.isMaximized()) << stored;
-        EXPECT_EQ(window_.geometry(), large) << stored;
-    }
-}
-
 // A desktop sends the new size ahead of the new state, and minimizes without a word before.
 TEST_F(RememberedWindow, KnowsItsOwnSizeWhateverTheDesktopMadeOfIt)
 {
@@ -220,24 +188,6 @@ TEST_F(RememberedWindow, KeepsItsColumnsWhileTheDesktopSizesIt)
     emit columns.splitterMoved(190, 1); // dragged at once
     columns.resize(800, 200);
     EXPECT_EQ(columns.sizes().value(0), 190);
-}
-
-TEST_F(RememberedWindow, EveryPropertyHasAValueOfItsOwn)
-{
-    const std::pair<const char *, QString> properties[] = {
-        {"FirstRowHeight", "RowHeight_0"}, {"SecondRowHeight", "RowHeight_1"}, {"ThirdRowHeight", "RowHeight_2"},
-        {"FirstColWidth", "ColWidth_0"},   {"SecondColWidth", "ColWidth_1"},   {"ThirdColWidth", "ColWidth_2"},
-        {"FormPos_x", "FormPos_x"},        {"FormPos_y", "FormPos_y"},         {"FormHeight", "FormHeight"},
-        {"FormWidth", "FormWidth"},        {"FormIsMaximized", "IsFormMaximized"},
-    };
-    for (const auto &[name, key] : properties)
-        EXPECT_TRUE(QMetaObject::invokeMethod(&setting_, name, Q_ARG(QString, key))) << name;
-    for (const auto &[name, key] : properties) {
-        QString value;
-        EXPECT_TRUE(QMetaObject::invokeMethod(&setting_, name, Q_RETURN_ARG(QString, value))) << name;
-        EXPECT_EQ(value, key) << name;
-        EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), key), key) << name;
-    }
 }
 
 TEST(FormPosition, PlacesControlsInTheirContainer)

@@ -82,19 +82,6 @@ TEST_F(KeptLayouts, AreSavedBesideTheProgramWhenTheUserChangesThem)
     EXPECT_EQ(Grid(QStringLiteral("tdbCompanyMaster")).width(), designedWidth);
 }
 
-TEST_F(KeptLayouts, PassOverAFileThatIsNoneOfTheirs)
-{
-    Grid(gridNames[1]).resizeByUser();
-    ASSERT_TRUE(QFile::copy(runtime::programFolder() + layoutFiles[1], runtime::programFolder() + layoutFiles[0]));
-    EXPECT_EQ(Grid(gridNames[0]).width(), designedWidth) << "the layout of another grid";
-    QFile file(runtime::programFolder() + layoutFiles[1]);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("\x00\xff TDB", 6);
-    file.close();
-    EXPECT_EQ(Grid(gridNames[1]).width(), designedWidth);
-    EXPECT_TRUE(boxes_.messages.isEmpty());
-}
-
 TEST_F(KeptLayouts, AreResetForTheNextStartWhenTheUserSaysYes)
 {
     Grid first(gridNames[0]);

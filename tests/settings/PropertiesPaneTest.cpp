@@ -143,11 +143,3 @@ TEST_F(PropertiesTab, TheLogoIsAByteCopyOfTheChosenFileAndStaysWhenNoneIsChosen)
         EXPECT_EQ(box.flags, controls::InformationIcon);
     }
 }
-
-TEST_F(PropertiesTab, StandsWithoutAConnection)
-{
-    gcnnMasterDB.reset();
-    pane_.loadProperties();
-    press("chkCmdSaveProperties");
-    EXPECT_EQ(box(0)->text(), QString());
-}

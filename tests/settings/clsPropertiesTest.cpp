@@ -12,13 +12,6 @@ TEST_F(Properties, ReadingAnUnknownKeyMakesItWithAnEmptyValue)
     EXPECT_EQ(properties().size(), 1);
 }
 
-TEST_F(Properties, NullReadsAsAnEmptyText)
-{
-    ASSERT_TRUE(run("INSERT INTO tPSProperties (tpsps_Key) VALUES ('지점명')"));
-    EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
-    EXPECT_EQ(properties(), QStringList{QStringLiteral("지점명=NULL")});
-}
-
 TEST_F(Properties, ARowMadeByAWriteIsCutAndOneThatExistsIsNot)
 {
     const QString longKey = QStringLiteral("가나다라마바사아자차카타파하거너더러머버서어저처커");

@@ -2,8 +2,6 @@
 
 #include <QAbstractButton>
 #include <QDate>
-#include <QInputMethodEvent>
-#include <QTabWidget>
 #include <QWindow>
 
 namespace {
@@ -181,67 +179,3 @@ TEST_P(ByKeyboard, ASaleIsPaidReturnedRefundedAndAnOlderOneCollected)
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, ByKeyboard, testing::ValuesIn(allEngines), engineName);
-
-namespace {
-
-/// A text box of the window and the button that saves it; both are open after `edit` was pushed.
-struct SavedMemo
-{
-    const char *name;
-    int tab;
-    const char *grid;
-    const char *edit; ///< nullptr: always open
-    const char *box;
-    const char *save;
-    const char *stored;
-};
-
-constexpr SavedMemo memos[] = {
-    {"Ledger", 0, "tdbCustTranManage", nullptr, "txtTransMemo", "chkCmdSaveMemo", "SELECT tpstrans_Memo FROM tPSTransaction"},
-    {"Order", 0, "tdbCustSaleMaster", "chkCmdOrderMasterED_0", "txtOrderMaster_5", "chkcmdCSSaveInfo_0",
-     "SELECT OrdM_ETCMemo FROM tPSOrderMaster"},
-    {"Product", 1, "tdbSaleProductListsManager", "chkCmdProdSaleAddEdiDel_1", "txtProSaleInfo_3", "chkCmdSaveProduct_0",
-     "SELECT PM_EtcMemo FROM tPSProductMaster WHERE PM_PK = 1"},
-    {"Dealer", 1, "tdbCompanyMaster", "chkcmdCmpnyMstrAED_1", "txtCmMemo", "chkcmdCmpnyMstrSave_0", "SELECT CM_EtcMemo FROM tPSCompanyMaster"},
-};
-
-class HalfASyllable : public testing::TestWithParam<std::tuple<SavedMemo, bool>>
-{
-};
-
-} // namespace
-
-// The input method of some desks leaves a syllable in composition when the focus goes; what the user sees is saved.
-TEST_P(HalfASyllable, IsSavedWithItsMemo)
-{
-    const auto &[memo, byMouse] = GetParam();
-    SaleDesk desk;
-    desk.database.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) "
-                      "VALUES (7, '2026-03-02', 1, 0, 0, 0)");
-    desk.database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                      "tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (7, 1, '2026-03-02', 3, 53000, '00', '')");
-    desk.database.run("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('Acme')");
-    desk.open();
-    desk.choose("tdbCustSaleMaster", 0);
-    desk.control<QTabWidget>("c1tabMain")->setCurrentIndex(memo.tab);
-    Typist typist(desk);
-    typist.standBefore(desk.window());
-    typist.choose(memo.grid, Qt::Key_Home);
-    if (memo.edit)
-        typist.push(memo.edit);
-    typist.tabTo(memo.box);
-
-    QInputMethodEvent composed(QStringLiteral("약"), {});
-    composed.setCommitString("한");
-    QApplication::sendEvent(desk.control(memo.box), &composed);
-    if (byMouse)
-        desk.click(memo.save);
-    else
-        typist.push(memo.save);
-    EXPECT_EQ(desk.joined(QString::fromLatin1(memo.stored)), "한약");
-    EXPECT_TRUE(desk.boxes.messages.isEmpty()) << desk.boxes.texts().join(u'\n').toStdString();
-}
-
-INSTANTIATE_TEST_SUITE_P(Memos, HalfASyllable, testing::Combine(testing::ValuesIn(memos), testing::Bool()), [](const auto &row) {
-    return std::string(std::get<0>(row.param).name) + (std::get<1>(row.param) ? "ByMouse" : "ByKey");
-});

@@ -55,15 +55,3 @@ TEST_F(ReceiptsInWindow, ComeFromTheirButtons)
     EXPECT_EQ(Paper(file("receipt.pdf")).line(112).toStdString(), "*가 1,000 0 3 3,000");
     EXPECT_TRUE(Paper(file("roll.pdf")).has("001감초차"));
 }
-
-TEST_F(ReceiptsInWindow, OfAReturnAreRefusedByTheRollAndTheWindowLivesOn)
-{
-    addOrder(-1);
-    desk_.open();
-    desk_.choose("tdbCustSaleMaster", 0);
-    desk_.click("chkCmdPrintReceiptRollPrinter");
-    ASSERT_EQ(desk_.boxes.messages.size(), 1);
-    EXPECT_EQ(desk_.boxes.messages[0].text.toStdString(), "음수는 출력할 수 없습니다. (수량: -1)");
-    EXPECT_FALSE(QFile::exists(file("roll.pdf")));
-    EXPECT_TRUE(desk_.window()->isVisible());
-}

@@ -11,58 +11,7 @@ QString today()
     return QDate::currentDate().toString(Qt::ISODate);
 }
 
-class SaleRoad : public testing::TestWithParam<ado::Engine>
-{
-};
-
 } // namespace
-
-TEST_P(SaleRoad, LeavesExactlyTheRowsOfTheSale)
-{
-    SaleDesk desk(GetParam());
-    desk.open();
-    EXPECT_EQ(desk.control<QTabWidget>("c1tabMain")->tabText(0).toStdString(), "[남궁보람]님의 판매관리");
-
-    desk.addLine(0, "3"); // the first order needs no question
-    desk.choose("tdbCustSaleMaster", 0);
-    desk.choose("tdbSaleProductLists", 1);
-    desk.type("txtSaleProductLists_5", "1");
-    desk.type("txtSaleProductLists_4", "500");
-    desk.click("cmdCSAppendDetail");
-    desk.choose("tdbCustSaleMaster", 0);
-    EXPECT_TRUE(desk.boxes.messages.isEmpty()) << desk.boxes.texts().join(u'\n').toStdString();
-    EXPECT_EQ(desk.text("txtOrderMaster_9").toStdString(), "\\52,500");
-
-    desk.actor.inModalWindow([&] { desk.click("chkCmdAutomateReceipt"); },
-                             [&](QWidget *receipt) {
-                                 auto &actor = desk.actor;
-                                 actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralHalInMoney")), QStringLiteral("500"));
-                                 actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralSuNapMoney_0")), QStringLiteral("20000"));
-                                 actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralSuNapMoney_1")), QStringLiteral("30000"));
-                                 actor.click(actor.control(receipt, QStringLiteral("chkGeneralRemainToMisuMoney")));
-                                 actor.press(receipt, Qt::Key_F12);
-                             });
-    EXPECT_TRUE(desk.boxes.messages.isEmpty()) << desk.boxes.texts().join(u'\n').toStdString();
-    EXPECT_EQ(desk.text("txtOrderMaster_7").toStdString(), "\\2,000");
-
-    EXPECT_EQ(desk.orders(), "1|7|" + today().toStdString() + "|3000|49500|500|52500|2000");
-    EXPECT_EQ(desk.lines(), "1|1|1000|0|3|0\n"
-                            "1|2|50000|500|1|0");
-    EXPECT_EQ(desk.ledger(), "1|7|2|500|\n"
-                             "1|7|3|20000|00\n"
-                             "1|7|3|30000|01");
-
-    // What the desk shows is what is stored: the same window opened anew shows the same sums.
-    desk.window()->close();
-    walk::settle();
-    desk.open();
-    desk.choose("tdbCustSaleMaster", 0);
-    EXPECT_EQ(desk.text("txtOrderMaster_9").toStdString(), "\\52,500");
-    EXPECT_EQ(desk.grid("tdbCustSaleDetails")->model()->rowCount(), 2);
-    EXPECT_EQ(desk.grid("tdbCustTranManage")->model()->rowCount(), 3);
-}
-
-INSTANTIATE_TEST_SUITE_P(Engines, SaleRoad, testing::ValuesIn(allEngines), engineName);
 
 TEST(Walk, LeavesItsSaleInItsDatabase)
 {
