@@ -74,6 +74,23 @@ const QString secondReport = QStringLiteral("물품별 매출 통계");
 
 } // namespace
 
+TEST_F(Launcher, GroupsItsReports)
+{
+    pane_.buildStatisticsTree();
+    QStringList lines;
+    for (QTreeWidgetItemIterator node(pane_.tree()); *node; ++node)
+        lines << ((*node)->parent() ? (*node)->parent()->text(0) + QStringLiteral(" / ") : QString()) + (*node)->text(0)
+                     + ((*node)->childCount() > 0 && !(*node)->isExpanded() ? QStringLiteral(" (closed)") : QString());
+    EXPECT_EQ(lines.join(u'\n').toStdString(), "매출 관련 통계\n"
+                                               "매출 관련 통계 / 기간별 매출 통계\n"
+                                               "매출 관련 통계 / 물품별 매출 통계\n"
+                                               "수납 관련 통계\n"
+                                               "수납 관련 통계 / 기간별 수납 통계\n"
+                                               "통합 통계\n"
+                                               "통합 통계 / 일일 통계\n"
+                                               "통합 통계 / 재고 통계");
+}
+
 TEST_F(Launcher, TellsOnceWhenNothingIsInstalledAndTriesAgainOnTheNextClick)
 {
     pane_.showStatisticsTab();
