@@ -1,8 +1,8 @@
 #include "bench/AddLineBench.h"
 
 #include "bench/BareStatement.h"
-#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
+#include "bench/TypicalPatients.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/PushCheck.h"
 
@@ -49,7 +49,8 @@ public:
 
     sqlite3_int64 lines() const
     {
-        BareStatement count(handle_, "SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdM_PK IN (SELECT OrdM_PK" + ofToday_ + ")");
+        BareStatement count(handle_,
+                            "SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdM_PK IN (SELECT OrdM_PK" + ofToday_ + ")");
         count.step();
         return count.integer(0);
     }
@@ -64,7 +65,8 @@ private:
     std::string ofToday_;
 };
 
-void addLines(benchmark::State &state, const ado::ConnectionPtr &connection, const desk::Patient &patient, bool newOrder)
+void addLines(benchmark::State &state, const ado::ConnectionPtr &connection, const desk::Patient &patient,
+              bool newOrder)
 {
     const YesSayer answers;
     const TodaysOrders today(connection, patient.key);

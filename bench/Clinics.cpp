@@ -59,8 +59,10 @@ std::vector<std::string> manyProducts()
         const std::string mark = series == 0 ? "''" : "' (" + std::to_string(series) + ")'";
         statements.push_back(
             "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide,"
-            " PM_EtcMemo, PM_AddedDate) SELECT PM_Catagory, PM_Name || " + mark + ", PM_UnitPrice, PM_IsTaxed,"
-            " PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate FROM large.tPSProductMaster ORDER BY PM_PK");
+            " PM_EtcMemo, PM_AddedDate) SELECT PM_Catagory, PM_Name || "
+            + mark
+            + ", PM_UnitPrice, PM_IsTaxed,"
+              " PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate FROM large.tPSProductMaster ORDER BY PM_PK");
     }
     return statements;
 }
@@ -76,8 +78,8 @@ std::vector<std::string> partOfPatients(int every)
                                                             {"tPSOrderMaster", "Cust_PK"},
                                                             {"tPSTransaction", "tpstrans_Customer_PK"}};
     for (const auto &[table, patient] : tables)
-        statements.push_back(std::string("INSERT INTO main.") + table + " SELECT * FROM large." + table + " WHERE " + patient
-                             + " % " + std::to_string(every) + " = 1");
+        statements.push_back(std::string("INSERT INTO main.") + table + " SELECT * FROM large." + table + " WHERE "
+                             + patient + " % " + std::to_string(every) + " = 1");
     statements.push_back("INSERT INTO main.tPSOrderDetail SELECT * FROM large.tPSOrderDetail"
                          " WHERE OrdM_PK IN (SELECT OrdM_PK FROM main.tPSOrderMaster)");
     return statements;
@@ -99,8 +101,9 @@ Clinics openClinics()
     QDir().mkpath(QStringLiteral(ZELVO_BENCH_DATA));
     const QString large = largeClinic();
     return {openCopy(large), openFilled("products.db", large, manyProducts()),
-            openFilled("few-products.db", large,
-                       {"INSERT INTO main.tPSProductMaster SELECT * FROM large.tPSProductMaster ORDER BY PM_PK LIMIT 1000"}),
+            openFilled(
+                "few-products.db", large,
+                {"INSERT INTO main.tPSProductMaster SELECT * FROM large.tPSProductMaster ORDER BY PM_PK LIMIT 1000"}),
             openFilled("tenth.db", large, partOfPatients(10)), openFilled("hundredth.db", large, partOfPatients(100))};
 }
 

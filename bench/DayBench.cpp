@@ -1,8 +1,8 @@
 #include "bench/DayBench.h"
 
 #include "bench/OpenSale.h"
-#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
+#include "bench/TypicalPatients.h"
 #include "platform/controls/MessageBox.h"
 
 #include <QAbstractButton>
@@ -81,7 +81,8 @@ void takeFirstPayment(SaleWindow &window)
         cash->setFocus();
         cash->selectAll();
         QTest::keyClicks(cash, QStringLiteral("1000"));
-        QTest::mouseClick(dialog.findChild<QAbstractButton *>(QStringLiteral("chkGeneralRemainToMisuMoney")), Qt::LeftButton);
+        QTest::mouseClick(dialog.findChild<QAbstractButton *>(QStringLiteral("chkGeneralRemainToMisuMoney")),
+                          Qt::LeftButton);
         return true;
     });
 }
@@ -111,15 +112,22 @@ const std::vector<Deed> &deeds()
 {
     static const std::vector<Deed> all{
         {"day/first_payment", "first payment: dialog opened, filled in, saved, painted", {}, takeFirstPayment},
-        {"day/delete_order", "delete an order, painted", {},
+        {"day/delete_order",
+         "delete an order, painted",
+         {},
          [](SaleWindow &window) { click(window.control<QAbstractButton>("chkCmdOrderMasterED_1")); }},
         {"day/save_product", "save a product, painted, 20,000 products", openProducts, saveProduct, false},
-        {"day/outstanding", "a patient's outstanding money: list opened, painted, closed", {}, lookAtOutstanding, false},
+        {"day/outstanding",
+         "a patient's outstanding money: list opened, painted, closed",
+         {},
+         lookAtOutstanding,
+         false},
     };
     return all;
 }
 
-void run(benchmark::State &state, OpenSale &sale, const desk::Patient &patient, const ado::ConnectionPtr &connection, const Deed &deed)
+void run(benchmark::State &state, OpenSale &sale, const desk::Patient &patient, const ado::ConnectionPtr &connection,
+         const Deed &deed)
 {
     const YesToAll answers;
     SaleWindow window(connection);

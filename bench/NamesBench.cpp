@@ -1,8 +1,8 @@
 #include "bench/NamesBench.h"
 
 #include "bench/BareStatement.h"
-#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
+#include "bench/TypicalPatients.h"
 #include "sales/DetailPane.h"
 
 #include <memory>
@@ -72,7 +72,7 @@ std::vector<std::string> lookUps(sqlite3 *handle, int lngOrdMPK)
 {
     std::vector<std::string> statements;
     BareStatement lines(handle, "SELECT PM_PK FROM tPSOrderDetail WHERE OrdM_PK = " + std::to_string(lngOrdMPK)
-                            + " ORDER BY OrdD_PK DESC");
+                                    + " ORDER BY OrdD_PK DESC");
     while (lines.step())
         statements.push_back("SELECT PM_Catagory, PM_Name FROM tPSProductMaster WHERE PM_PK = "
                              + std::to_string(lines.integer(0)));

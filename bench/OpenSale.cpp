@@ -48,10 +48,12 @@ OpenSale::OpenSale(const ado::ConnectionPtr &connection, const desk::Patient &pa
     const ado::Recordset &orders = open(session_.rsCustSaleMaster, sql.getOrderMasterSQL(patient.key), connection,
                                         CursorType::Keyset, LockType::Optimistic);
     lngOrdMPK_ = runtime::CLng(orders[QStringLiteral("OrdM_PK")]);
-    open(session_.rsCustSaleDetails, sql.getOrderDetailSQL(lngOrdMPK_), connection, CursorType::Keyset, LockType::Optimistic);
+    open(session_.rsCustSaleDetails, sql.getOrderDetailSQL(lngOrdMPK_), connection, CursorType::Keyset,
+         LockType::Optimistic);
     open(session_.rsCustTranManage, sql.getCustTranSQL(patient.key, lngOrdMPK_), connection, CursorType::Keyset,
          LockType::Optimistic);
-    open(session_.rsSaleProductLists, sql.getProductMasterSQL(false), connection, CursorType::Static, LockType::ReadOnly);
+    open(session_.rsSaleProductLists, sql.getProductMasterSQL(false), connection, CursorType::Static,
+         LockType::ReadOnly);
     remember();
 }
 

@@ -65,7 +65,7 @@ void checkSame(const ado::ConnectionPtr &connection, const std::string &statemen
     for (std::size_t first = 0; first < bare.ends.size(); first += width)
         rowOfKey[bare.cell(first)] = first;
     bool same = products.rowCount() >= expectedRows && rowOfKey.size() == std::size_t(products.rowCount())
-        && products.fieldNames().size() == bare.columns;
+                && products.fieldNames().size() == bare.columns;
     for (int row = 0; same && row < products.rowCount(); ++row) {
         const std::string key = stored(products.valueAt(row, 0));
         for (int column = 0; same && column < bare.columns; ++column)
@@ -75,8 +75,7 @@ void checkSame(const ado::ConnectionPtr &connection, const std::string &statemen
         throw std::runtime_error("product list: recordset and bare API do not read the same");
 }
 
-void registerSize(const ado::ConnectionPtr &connection, const std::string &size, int expectedRows,
-                  Table &table)
+void registerSize(const ado::ConnectionPtr &connection, const std::string &size, int expectedRows, Table &table)
 {
     const std::string statement = clsSQL().getProductMasterSQL(false).toStdString();
     checkSame(connection, statement, expectedRows);
@@ -96,7 +95,8 @@ void registerSize(const ado::ConnectionPtr &connection, const std::string &size,
         for (auto _ : state)
             benchmark::DoNotOptimize(stockRows(*connection, QString::fromStdString(statement)));
     });
-    table.add({"load the product list, " + size + " products", name + "/recordset", name + "/bare", 1.2, name + "/stock"});
+    table.add(
+        {"load the product list, " + size + " products", name + "/recordset", name + "/bare", 1.2, name + "/stock"});
 }
 
 } // namespace

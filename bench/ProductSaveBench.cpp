@@ -36,7 +36,7 @@ public:
     void restore()
     {
         runBare(bareHandle(*connection_), "UPDATE tPSProductMaster SET PM_UnitPrice = " + std::to_string(firstPrice)
-                    + " WHERE " + ofProduct().toStdString());
+                                              + " WHERE " + ofProduct().toStdString());
         list().Resync();
     }
     void save()
@@ -56,7 +56,8 @@ public:
     }
     std::string row() const
     {
-        BareStatement product(bareHandle(*connection_), "SELECT * FROM tPSProductMaster WHERE " + ofProduct().toStdString());
+        BareStatement product(bareHandle(*connection_),
+                              "SELECT * FROM tPSProductMaster WHERE " + ofProduct().toStdString());
         product.step();
         std::string all;
         for (int column = 0; column < product.columns(); ++column)
@@ -107,9 +108,9 @@ void registerSize(const ado::ConnectionPtr &connection, long products, Table &ta
     const std::string among = ", " + grouped(products) + " products";
     Work alone{"save_product" + size, "save a product" + among, 1.1, [list] { list->save(); }};
     Work whole{"save_product_and_list" + size, "the same, the list read anew", 1.2, [list] {
-        list->save();
-        list->list().Requery();
-    }};
+                   list->save();
+                   list->list().Requery();
+               }};
     whole.stock = [stock] { (*stock)->save(); };
     whole.prepareStock = [=] {
         if (!*stock)

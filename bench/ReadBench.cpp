@@ -1,7 +1,7 @@
 #include "bench/ReadBench.h"
 
-#include "bench/TypicalPatients.h"
 #include "bench/StockModel.h"
+#include "bench/TypicalPatients.h"
 #include "bench/Work.h"
 #include "data/clsSQL.h"
 #include "money/OutstandingMoney.h"
@@ -43,8 +43,8 @@ int stockRowsOf(const ado::ConnectionPtr &connection, const Lists &lists)
     return rows;
 }
 
-void registerLists(const ado::ConnectionPtr &connection, const std::string &name, const std::string &what, const Lists &lists,
-                   Table &table)
+void registerLists(const ado::ConnectionPtr &connection, const std::string &name, const std::string &what,
+                   const Lists &lists, Table &table)
 {
     const int expected = stockRowsOf(connection, lists);
     if (expected < 2 || rowsOf(connection, lists) != expected)
@@ -62,16 +62,19 @@ void registerRead(const Clinics &clinics, Table &table)
     for (const OrderedClinic &clinic : byOrders(clinics)) {
         const int lngCustPK = typicalPatients(*clinic.connection).front().key;
         ado::Recordset orders;
-        orders.Open(sql.getOrderMasterSQL(lngCustPK), clinic.connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+        orders.Open(sql.getOrderMasterSQL(lngCustPK), clinic.connection, ado::CursorType::Static,
+                    ado::LockType::ReadOnly);
         const int lngOrdMPK = runtime::CLng(orders[QStringLiteral("OrdM_PK")]);
         const Lists ofOrder{{sql.getOrderDetailSQL(lngOrdMPK)}, {sql.getCustTranSQL(lngCustPK, lngOrdMPK)}};
         Lists ofPatient{{sql.getOrderMasterSQL(lngCustPK)}};
         ofPatient.insert(ofPatient.end(), ofOrder.begin(), ofOrder.end());
         const std::string size = "/" + std::to_string(clinic.orders);
         const std::string among = ", " + grouped(clinic.orders) + " orders";
-        registerLists(clinic.connection, "read_patient" + size, "open a patient: orders, lines, ledger" + among, ofPatient, table);
+        registerLists(clinic.connection, "read_patient" + size, "open a patient: orders, lines, ledger" + among,
+                      ofPatient, table);
         registerLists(clinic.connection, "read_order" + size, "another order: lines, ledger" + among, ofOrder, table);
-        registerLists(clinic.connection, "read_outstanding" + size, "orders with outstanding money, all patients" + among,
+        registerLists(clinic.connection, "read_outstanding" + size,
+                      "orders with outstanding money, all patients" + among,
                       {{outstanding::listSQL(outstanding::AllCustomers, 0), ado::CursorLocation::Client}}, table);
     }
 }

@@ -1,7 +1,7 @@
 #include "bench/ReceiptBench.h"
 
-#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
+#include "bench/TypicalPatients.h"
 #include "platform/print/Lengths.h"
 #include "printing/PageReceipt.h"
 
@@ -102,13 +102,16 @@ void previews(benchmark::State &state, const ado::ConnectionPtr &connection, con
 void registerReceipts(const Clinics &clinics, Table &table)
 {
     const LongOrder order = longOrder(*clinics.large);
-    benchmark::RegisterBenchmark(previewName.c_str(), [connection = clinics.large, order](benchmark::State &state) {
-        previews(state, connection, order);
-    })->UseManualTime()->Iterations(5);
+    benchmark::RegisterBenchmark(
+        previewName.c_str(),
+        [connection = clinics.large, order](benchmark::State &state) { previews(state, connection, order); })
+        ->UseManualTime()
+        ->Iterations(5);
     table.add({"preview of a receipt of 200 lines, painted", previewName, {}, 300});
 
     for (const int lines : {200, 1'000, 10'000})
-        benchmark::RegisterBenchmark(layoutName(lines).c_str(), [lines](benchmark::State &state) { layOut(state, lines); });
+        benchmark::RegisterBenchmark(layoutName(lines).c_str(),
+                                     [lines](benchmark::State &state) { layOut(state, lines); });
     table.add({"a receipt of 200 lines composed, all pages drawn", layoutName(200), {}, 0});
     // Ten times the lines, ten times the work.
     table.add({"the same of 10,000 lines, against 1,000", layoutName(10'000), layoutName(1'000), 12});

@@ -46,8 +46,11 @@ void takeFirstPayment(OpenSale &sale)
 {
     ledger::appendFirstPayment(sale.connection(), {.customer = CustomerKey(sale.lngCustPK()),
                                                    .order = OrderKey(sale.lngOrdMPK()),
-                                                   .date = QDate(2026, 7, 1), .cash = 20'000, .card = 10'000});
-    ledger::addOutstanding(*sale.session().rsCustSaleMaster, OrderKey(sale.lngOrdMPK()), runtime::Currency::fromWon(5'000));
+                                                   .date = QDate(2026, 7, 1),
+                                                   .cash = 20'000,
+                                                   .card = 10'000});
+    ledger::addOutstanding(*sale.session().rsCustSaleMaster, OrderKey(sale.lngOrdMPK()),
+                           runtime::Currency::fromWon(5'000));
     sale.session().rsCustTranManage->Requery();
 }
 
@@ -86,12 +89,13 @@ void addLineInStock(OpenSale &sale, StockSale &stock)
 {
     const ado::Recordset &products = *sale.session().rsSaleProductLists;
     QSqlRecord line = stock.lines->record();
-    const std::pair<const char *, QVariant> values[] = {{"OrdM_PK", sale.lngOrdMPK()},
-                                                        {"PM_PK", products[QStringLiteral("PM_PK")]},
-                                                        {"OrdD_UnitPrice", runtime::text(products[QStringLiteral("PM_UnitPrice")]).toLongLong()},
-                                                        {"OrdD_HalinUnit", 0},
-                                                        {"OrdD_Count", 1},
-                                                        {"OrdD_OrderType", 0}};
+    const std::pair<const char *, QVariant> values[] = {
+        {"OrdM_PK", sale.lngOrdMPK()},
+        {"PM_PK", products[QStringLiteral("PM_PK")]},
+        {"OrdD_UnitPrice", runtime::text(products[QStringLiteral("PM_UnitPrice")]).toLongLong()},
+        {"OrdD_HalinUnit", 0},
+        {"OrdD_Count", 1},
+        {"OrdD_OrderType", 0}};
     for (const auto &[field, value] : values)
         line.setValue(QLatin1String(field), value);
     for (const char *field : {"OrdD_PK", "OrdD_RfndMemo"})
@@ -102,9 +106,10 @@ void addLineInStock(OpenSale &sale, StockSale &stock)
     const QString taxFree = stockSum(sale, sql.getSumTaxOrTaxFreeTotalSQL(sale.lngOrdMPK(), false));
     const QString discount = stockSum(sale, sql.getSumHalinTotalSQL(sale.lngOrdMPK()));
     need(QSqlQuery(sale.connection().database())
-             .exec(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_TaxTotal=%1, OrdM_TaxFreeTotal=%2, OrdM_HalinTotal=%3, "
-                                  "OrdM_Total=%1 + %2 WHERE OrdM_PK = %4")
-                       .arg(taxed, taxFree, discount, QString::number(sale.lngOrdMPK()))),
+             .exec(
+                 QStringLiteral("UPDATE tPSOrderMaster SET OrdM_TaxTotal=%1, OrdM_TaxFreeTotal=%2, OrdM_HalinTotal=%3, "
+                                "OrdM_Total=%1 + %2 WHERE OrdM_PK = %4")
+                     .arg(taxed, taxFree, discount, QString::number(sale.lngOrdMPK()))),
          "the totals");
     need(stock.orders->select(), "the orders");
 }

@@ -1,7 +1,7 @@
 #include "bench/StartBench.h"
 
-#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
+#include "bench/TypicalPatients.h"
 #include "desk/window/DeskWindow.h"
 
 #include <QCoreApplication>
@@ -72,11 +72,13 @@ void registerStart(const Clinics &clinics, Table &table)
         const char *what;
         QStringList arguments;
     } starts[] = {{"start/desk", "start the desk, 50,000 patients, until its window is painted", desk},
-                  {"start/sale", "start with a patient's sale, likewise", desk + QStringList{QStringLiteral("--patient"), patient}}};
+                  {"start/sale", "start with a patient's sale, likewise",
+                   desk + QStringList{QStringLiteral("--patient"), patient}}};
     for (const auto &one : starts) {
-        benchmark::RegisterBenchmark(one.name, [arguments = one.arguments](benchmark::State &state) {
-            start(state, arguments);
-        })->Iterations(Starts)->UseManualTime();
+        benchmark::RegisterBenchmark(one.name,
+                                     [arguments = one.arguments](benchmark::State &state) { start(state, arguments); })
+            ->Iterations(Starts)
+            ->UseManualTime();
         table.add({one.what, one.name, {}, 500});
     }
     benchmark::RegisterBenchmark("search", [connection = clinics.large](benchmark::State &state) {

@@ -2,13 +2,13 @@
 
 #include "bench/BareStatement.h"
 #include "bench/Work.h"
-#include "platform/runtime/Format.h"
 #include "components/VantoOneDay/OneDayReport.h"
 #include "components/VantoPayPeriod/PayPeriodReport.h"
 #include "components/VantoSalesItem/SalesItemReport.h"
 #include "components/VantoSalesPeriod/SalesPeriodReport.h"
 #include "components/VantoStock/StockReport.h"
 #include "components/frame/Reading.h"
+#include "platform/runtime/Format.h"
 
 #include <memory>
 #include <stdexcept>
@@ -101,7 +101,8 @@ void registerReport(const ado::ConnectionPtr &connection, const std::shared_ptr<
         for (auto _ : state)
             benchmark::DoNotOptimize(readBare(bareHandle(*connection), *report, period));
     });
-    table.add({title + (ofDay ? ", a day" : ", a month") + ", 1,000,000 orders", name + "/report", name + "/bare", 1.2});
+    table.add(
+        {title + (ofDay ? ", a day" : ", a month") + ", 1,000,000 orders", name + "/report", name + "/bare", 1.2});
 }
 
 } // namespace

@@ -26,7 +26,8 @@ bool Table::print()
         std::ranges::nth_element(times, middle);
         medians_[name] = *middle;
     }
-    std::printf("| what | measured | bare API | ratio | stock model | ratio | limit |\n|---|---:|---:|---:|---:|---:|---:|\n");
+    std::printf(
+        "| what | measured | bare API | ratio | stock model | ratio | limit |\n|---|---:|---:|---:|---:|---:|---:|\n");
     bool kept = !failed_;
     for (const Line &line : lines_) {
         if (const auto median = medians_.find(line.measured); median != medians_.end())

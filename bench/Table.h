@@ -13,9 +13,9 @@ namespace bench {
 struct Line
 {
     std::string what;
-    std::string measured; ///< name of the benchmark
-    std::string bare;     ///< name of the benchmark it is compared with; empty where the limit is a time
-    double limit = 0;     ///< 0: for information
+    std::string measured;   ///< name of the benchmark
+    std::string bare;       ///< name of the benchmark it is compared with; empty where the limit is a time
+    double limit = 0;       ///< 0: for information
     std::string stock = {}; ///< name of the benchmark of the toolkit's model; empty where it has none for the work
 };
 

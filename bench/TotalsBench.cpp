@@ -48,16 +48,16 @@ void recalculateBare(sqlite3 *handle, const OrderTexts &order)
     const sqlite3_int64 taxed = firstInteger(handle, order.taxTotal);
     const sqlite3_int64 taxFree = firstInteger(handle, order.taxFreeTotal);
     const sqlite3_int64 discount = firstInteger(handle, order.discountTotal);
-    runBare(handle,
-            "UPDATE tPSOrderMaster SET OrdM_TaxTotal=" + std::to_string(taxed) + ", OrdM_TaxFreeTotal="
-                + std::to_string(taxFree) + ", OrdM_HalinTotal=" + std::to_string(discount) + ", OrdM_Total="
-                + std::to_string(taxed + taxFree) + " WHERE OrdM_PK = " + std::to_string(order.lngOrdMPK));
+    runBare(handle, "UPDATE tPSOrderMaster SET OrdM_TaxTotal=" + std::to_string(taxed) + ", OrdM_TaxFreeTotal="
+                        + std::to_string(taxFree) + ", OrdM_HalinTotal=" + std::to_string(discount) + ", OrdM_Total="
+                        + std::to_string(taxed + taxFree) + " WHERE OrdM_PK = " + std::to_string(order.lngOrdMPK));
 }
 
 Totals storedTotals(sqlite3 *handle, qint32 lngOrdMPK)
 {
     BareStatement row(handle, "SELECT OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total FROM tPSOrderMaster"
-                              " WHERE OrdM_PK = " + std::to_string(lngOrdMPK));
+                              " WHERE OrdM_PK = "
+                                  + std::to_string(lngOrdMPK));
     row.step();
     return {row.integer(0), row.integer(1), row.integer(2), row.integer(3)};
 }
@@ -68,7 +68,8 @@ void checkSame(ado::ConnectionPtr connection, const std::vector<OrderTexts> &ord
     sqlite3 *const handle = bareHandle(*connection);
     const auto spoil = [&](qint32 key) {
         runBare(handle, "UPDATE tPSOrderMaster SET OrdM_TaxTotal=-1, OrdM_TaxFreeTotal=-1, OrdM_HalinTotal=-1,"
-                        " OrdM_Total=-1 WHERE OrdM_PK = " + std::to_string(key));
+                        " OrdM_Total=-1 WHERE OrdM_PK = "
+                            + std::to_string(key));
     };
     for (const OrderTexts &order : orders) {
         spoil(order.lngOrdMPK);
@@ -105,9 +106,8 @@ void registerTotals(const Clinics &clinics, Table &table)
         const std::string name = held ? "totals_without_commit" : "totals";
         benchmark::RegisterBenchmark((name + "/component").c_str(), [=](benchmark::State &state) {
             ado::ConnectionPtr lent = connection;
-            overOrders(state, bareHandle(*connection), orders, held, [&](const OrderTexts &order) {
-                clsFunctions().reCalculateOMTotal(lent, order.lngOrdMPK);
-            });
+            overOrders(state, bareHandle(*connection), orders, held,
+                       [&](const OrderTexts &order) { clsFunctions().reCalculateOMTotal(lent, order.lngOrdMPK); });
         })->UseRealTime();
         benchmark::RegisterBenchmark((name + "/bare").c_str(), [=](benchmark::State &state) {
             sqlite3 *const handle = bareHandle(*connection);

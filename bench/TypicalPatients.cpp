@@ -32,7 +32,8 @@ std::vector<desk::Patient> typicalPatients(ado::Connection &connection)
 
 desk::Patient busiestPatient(ado::Connection &connection)
 {
-    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster GROUP BY Cust_PK ORDER BY COUNT(*) DESC LIMIT 1").front();
+    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster GROUP BY Cust_PK ORDER BY COUNT(*) DESC LIMIT 1")
+        .front();
 }
 
 LongOrder longOrder(ado::Connection &connection)

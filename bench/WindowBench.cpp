@@ -1,7 +1,7 @@
 #include "bench/WindowBench.h"
 
-#include "bench/TypicalPatients.h"
 #include "bench/SaleWindow.h"
+#include "bench/TypicalPatients.h"
 
 #include <QTest>
 
@@ -56,7 +56,10 @@ void registerOpening(const ado::ConnectionPtr &connection, Table &table)
         benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
             openings(state, connection, patients, windowStands);
         })->Iterations(Steps);
-        table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted", name, {}, 100});
+        table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted",
+                   name,
+                   {},
+                   100});
     }
 }
 

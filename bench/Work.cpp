@@ -32,12 +32,15 @@ void checkSame(const Work &work, const StatementTrace &trace)
     const std::string before = stateAfter(work, [] {});
     const std::string after = stateAfter(work, work.run);
     const std::string bare = stateAfter(work, [&] { trace.replay(); });
-    const std::string stock = work.stock ? stateAfter(work, [&] {
-        call(work.prepareStock);
-        work.stock();
-    }) : after;
+    const std::string stock = work.stock ? stateAfter(work,
+                                                      [&] {
+                                                          call(work.prepareStock);
+                                                          work.stock();
+                                                      })
+                                         : after;
     if (work.state && (before == after || bare != after || stock != after))
-        throw std::runtime_error(work.name + ": the ways do not leave the same:\n" + before + "\n" + after + "\n" + bare + "\n" + stock);
+        throw std::runtime_error(work.name + ": the ways do not leave the same:\n" + before + "\n" + after + "\n" + bare
+                                 + "\n" + stock);
     call(work.prepare);
 }
 
@@ -57,7 +60,8 @@ double millisecondsOf(const std::function<void()> &way)
 }
 
 /// The ways take turns, each time another one first: a disk or a neighbour that is slow for a while meets all of them.
-void registerWays(const std::string &name, const ado::ConnectionPtr &connection, const std::vector<Way> &ways, Table &table)
+void registerWays(const std::string &name, const ado::ConnectionPtr &connection, const std::vector<Way> &ways,
+                  Table &table)
 {
     benchmark::RegisterBenchmark(name.c_str(), [=, &table](benchmark::State &state) {
         gcnnMasterDB = connection;
@@ -97,7 +101,8 @@ void registerWork(const ado::ConnectionPtr &connection, Work work, Table &table)
         ways.push_back({work.name + "/stock", prepare, work.stock});
     }
     registerWays(work.name, connection, ways, table);
-    table.add({work.what, work.name + "/component", work.name + "/bare", work.limit, work.stock ? work.name + "/stock" : ""});
+    table.add(
+        {work.what, work.name + "/component", work.name + "/bare", work.limit, work.stock ? work.name + "/stock" : ""});
     gcnnMasterDB.reset();
 }
 

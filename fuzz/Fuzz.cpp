@@ -19,7 +19,8 @@ struct Place
         new QApplication(count, arguments); // outlives the statics of the targets
         // In memory where that can be had: some targets write a file a call.
         const QString memory = QStringLiteral("/dev/shm");
-        static const QTemporaryDir folder((QDir(memory).exists() ? memory : QDir::tempPath()) + QStringLiteral("/fuzz-XXXXXX"));
+        static const QTemporaryDir folder((QDir(memory).exists() ? memory : QDir::tempPath())
+                                          + QStringLiteral("/fuzz-XXXXXX"));
         QDir::setCurrent(folder.path());
     }
 };

@@ -1,5 +1,3 @@
-#include "desk/window/Look.h"
-#include "platform/runtime/RuntimeError.h"
 #include "components/VantoOneDay/OneDayReport.h"
 #include "components/VantoPayPeriod/PayPeriodReport.h"
 #include "components/VantoSalesItem/SalesItemReport.h"
@@ -7,6 +5,8 @@
 #include "components/VantoStock/StockReport.h"
 #include "components/frame/PeriodBar.h"
 #include "components/frame/ReportWindow.h"
+#include "desk/window/Look.h"
+#include "platform/runtime/RuntimeError.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -28,8 +28,8 @@ std::unique_ptr<Report> make()
     return std::make_unique<Kind>();
 }
 
-constexpr std::unique_ptr<Report> (*reports[])() = {make<SalesPeriodReport>, make<SalesItemReport>, make<PayPeriodReport>,
-                                                    make<OneDayReport>, make<StockReport>};
+constexpr std::unique_ptr<Report> (*reports[])() = {make<SalesPeriodReport>, make<SalesItemReport>,
+                                                    make<PayPeriodReport>, make<OneDayReport>, make<StockReport>};
 
 struct Times
 {
@@ -118,14 +118,15 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     desk::dressUp(application);
-    std::printf("| report | of a | engine | read and shown | longest without an answer | limit |\n|---|---|---|---:|---:|---:|\n");
+    std::printf("| report | of a | engine | read and shown | longest without an answer | limit "
+                "|\n|---|---|---|---:|---:|---:|\n");
     bool kept = argc > 1;
     try {
         for (int number = 1; number < argc; ++number) {
             const QString address = QString::fromLocal8Bit(argv[number]);
             const ado::ConnectionPtr connection = ado::Connection::open(address);
             const char *engine = address.startsWith(QStringLiteral("sqlite:")) ? "SQLite"
-                : address.startsWith(QStringLiteral("odbc:"))                  ? "ODBC"
+                                 : address.startsWith(QStringLiteral("odbc:")) ? "ODBC"
                                                                                : "PostgreSQL";
             for (const auto &report : reports)
                 kept = measureReport(report(), connection, engine) && kept;

@@ -1,5 +1,5 @@
-#include "fuzz/Fuzz.h"
 #include "desk/schema/Address.h"
+#include "fuzz/Fuzz.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/PostgresDriver.h"
 #include "platform/runtime/RuntimeError.h"
@@ -31,9 +31,10 @@ void hidePassword(QByteArray bytes)
     const QString encoded = QString::fromLatin1(QUrl::toPercentEncoding(password));
     const QString braced = QString(password).replace(u'}', QStringLiteral("}}"));
     password.remove(QRegularExpression(QStringLiteral("[/?]"))); // these have to be encoded
-    for (const QString &address : {QStringLiteral("postgresql://%1:%2@").arg(user, password) + rest,
-                                   QStringLiteral("postgresql://%1@server/clinic?password=%2&").arg(user, encoded) + rest,
-                                   QStringLiteral("odbc:Driver=x;UID=%1;PWD={%2};").arg(user.remove(u'{'), braced) + rest})
+    for (const QString &address :
+         {QStringLiteral("postgresql://%1:%2@").arg(user, password) + rest,
+          QStringLiteral("postgresql://%1@server/clinic?password=%2&").arg(user, encoded) + rest,
+          QStringLiteral("odbc:Driver=x;UID=%1;PWD={%2};").arg(user.remove(u'{'), braced) + rest})
         demand(!schema::addressToShow(address).contains(secret), "a password is not shown");
 }
 

@@ -24,7 +24,8 @@ void fuzz(const QByteArray &bytes)
         return;
     std::set<int> seen;
     for (const controls::GridLayout::Place &place : layout->places) {
-        demand(place.column >= 0 && place.column < int(columns.size()) && seen.insert(place.column).second, "each column once");
+        demand(place.column >= 0 && place.column < int(columns.size()) && seen.insert(place.column).second,
+               "each column once");
         demand(place.width > 0 && place.width <= 10'000, "a width that can be shown");
         demand(!place.visible || columns[std::size_t(place.column)].visible, "a hidden key stays hidden");
     }

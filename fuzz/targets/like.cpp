@@ -52,7 +52,8 @@ bool plainly(const QList<uint> &text, const QList<uint> &pattern)
                 next[at] = true;
             } else if (place == U'[') {
                 const qsizetype closing = pattern.indexOf(U']', qsizetype(at) + 1);
-                const QList<uint> members = closing < 0 ? QList<uint>() : pattern.mid(qsizetype(at) + 1, closing - qsizetype(at) - 1);
+                const QList<uint> members =
+                    closing < 0 ? QList<uint>() : pattern.mid(qsizetype(at) + 1, closing - qsizetype(at) - 1);
                 if (!members.isEmpty() && inClass(members, sign))
                     next[std::size_t(closing) + 1] = true;
             } else if (place == U'_' || folded(place) == folded(sign)) {

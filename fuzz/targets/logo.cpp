@@ -13,5 +13,6 @@ void fuzz(const QByteArray &bytes)
     const QImage logo = readLogo(file);
     demand(logo.isNull() || (logo.width() > 0 && logo.height() > 0), "a picture has a size");
     if (!logo.isNull())
-        demand(!logo.scaled(QSize(360, 120), Qt::KeepAspectRatio, Qt::SmoothTransformation).isNull(), "it can be shown small");
+        demand(!logo.scaled(QSize(360, 120), Qt::KeepAspectRatio, Qt::SmoothTransformation).isNull(),
+               "it can be shown small");
 }

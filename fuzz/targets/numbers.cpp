@@ -31,7 +31,8 @@ void convertText(const QString &text)
     const QVariant value(text);
     std::optional<runtime::ErrorNumber> error;
     const double number = attempt([&] { return runtime::CDbl(value); }, error);
-    demand(runtime::IsNumeric(text) == (error != runtime::ErrorNumber::TypeMismatch), "IsNumeric tells what CDbl takes");
+    demand(runtime::IsNumeric(text) == (error != runtime::ErrorNumber::TypeMismatch),
+           "IsNumeric tells what CDbl takes");
     const qint32 whole = attempt([&] { return runtime::CLng(value); }, error);
     if (!error)
         demand(std::abs(double(whole) - number) <= 0.5 || text.contains(u'&'), "CLng is next to the number");
@@ -46,12 +47,15 @@ void convertText(const QString &text)
 void calculate(std::int64_t a, std::int64_t b)
 {
     using Wide = __int128;
-    const auto fits = [](Wide wide) { return wide >= std::numeric_limits<std::int64_t>::min() && wide <= std::numeric_limits<std::int64_t>::max(); };
+    const auto fits = [](Wide wide) {
+        return wide >= std::numeric_limits<std::int64_t>::min() && wide <= std::numeric_limits<std::int64_t>::max();
+    };
     const Currency first = Currency::fromScaled(a);
     const Currency second = Currency::fromScaled(b);
     std::optional<runtime::ErrorNumber> error;
     const auto agrees = [&](Currency given, Wide exact) {
-        demand(error ? error == runtime::ErrorNumber::Overflow && !fits(exact) : given.scaled() == exact, "exact, or an overflow");
+        demand(error ? error == runtime::ErrorNumber::Overflow && !fits(exact) : given.scaled() == exact,
+               "exact, or an overflow");
     };
     agrees(attempt([&] { return first + second; }, error), Wide(a) + b);
     agrees(attempt([&] { return first - second; }, error), Wide(a) - b);
@@ -75,8 +79,9 @@ void fuzz(const QByteArray &given)
     const QString pattern = takeText(bytes);
     const QString text = QString::fromUtf8(bytes);
     convertText(text);
-    for (const QVariant &value : {QVariant(text), QVariant::fromValue(Currency::fromScaled(amounts[0])), QVariant(qlonglong(amounts[0])),
-                                  QVariant(), QVariant(QDate::fromJulianDay(amounts[1] % 5'000'000))}) {
+    for (const QVariant &value :
+         {QVariant(text), QVariant::fromValue(Currency::fromScaled(amounts[0])), QVariant(qlonglong(amounts[0])),
+          QVariant(), QVariant(QDate::fromJulianDay(amounts[1] % 5'000'000))}) {
         std::optional<runtime::ErrorNumber> error;
         attempt([&] { return runtime::Format(value, pattern); }, error);
     }

@@ -1,5 +1,5 @@
-#include "fuzz/Fuzz.h"
 #include "forms/clsNumberRelated.h"
+#include "fuzz/Fuzz.h"
 #include "platform/runtime/Conversions.h"
 
 // Whatever stands in a money box: at most nine signs of a number, which every conversion takes.

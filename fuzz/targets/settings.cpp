@@ -16,7 +16,8 @@ void readBrokenStore(const QByteArray &bytes)
     QFile store(QStringLiteral("broken.ini"));
     demand(store.open(QIODevice::WriteOnly) && store.write(bytes) == bytes.size(), "the file is written");
     store.close();
-    registry::GetSetting(QStringLiteral("broken"), QStringLiteral("젤보 데스크"), QStringLiteral("x"), QStringLiteral("default"));
+    registry::GetSetting(QStringLiteral("broken"), QStringLiteral("젤보 데스크"), QStringLiteral("x"),
+                         QStringLiteral("default"));
 }
 
 /// A window takes its place from any texts.
@@ -27,7 +28,8 @@ void placeWindow(QByteArray bytes)
     if (columns.count() == 0) {
         for (int column = 0; column < 3; ++column)
             columns.addWidget(new QWidget);
-        (new QVBoxLayout(&window))->addWidget(new QPushButton(QStringLiteral("저장"))); // as every window, it has a least size
+        (new QVBoxLayout(&window))
+            ->addWidget(new QPushButton(QStringLiteral("저장"))); // as every window, it has a least size
         window.resize(900, 600);
         columns.resize(900, 300);
     }
@@ -61,6 +63,7 @@ void fuzz(const QByteArray &given)
         demand(!error.description().isEmpty(), "an error tells something");
         return;
     }
-    demand(registry::GetSetting(QStringLiteral("desk"), section, key, QStringLiteral("default")) == value, "a value reads back");
+    demand(registry::GetSetting(QStringLiteral("desk"), section, key, QStringLiteral("default")) == value,
+           "a value reads back");
     QFile::remove(QStringLiteral("desk.ini"));
 }

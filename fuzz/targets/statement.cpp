@@ -1,7 +1,7 @@
 #include "data/clsSQL.h"
 #include "data/modGeneralSQL.h"
-#include "fuzz/Fuzz.h"
 #include "desk/schema/Schema.h"
+#include "fuzz/Fuzz.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Recordset.h"
 #include "platform/ado/SqlText.h"
@@ -25,7 +25,8 @@ public:
         , handle_(*static_cast<sqlite3 *const *>(connection_->database().driver()->handle().constData()))
     {
         schema::createSchema(*connection_);
-        connection_->Execute(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')"));
+        connection_->Execute(
+            QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')"));
         connection_->Execute(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Money) VALUES (5)"));
         sqlite3_set_authorizer(handle_, &Witness::note, this);
     }
@@ -52,7 +53,8 @@ public:
 private:
     static int note(void *self, int action, const char *first, const char *second, const char *, const char *)
     {
-        static const std::set<int> harmless{SQLITE_READ, SQLITE_SELECT, SQLITE_FUNCTION, SQLITE_RECURSIVE, SQLITE_TRANSACTION};
+        static const std::set<int> harmless{SQLITE_READ, SQLITE_SELECT, SQLITE_FUNCTION, SQLITE_RECURSIVE,
+                                            SQLITE_TRANSACTION};
         const auto text = [](const char *part) { return std::string(part ? part : ""); };
         if (!harmless.contains(action) && !(action == SQLITE_UPDATE && text(first) == "sqlite_sequence")
             && !(action == SQLITE_INSERT && text(first) == "sqlite_sequence"))
@@ -94,7 +96,8 @@ void comparePlainly(const QString &value)
         return;
     for (const ado::Dialect dialect : {ado::Dialect::SQLite, ado::Dialect::PostgreSQL, ado::Dialect::SqlServer}) {
         const std::vector<ado::Token> tokens = ado::oneStatement(statement, dialect);
-        demand(tokens.size() == 2 && tokens[1].kind == ado::Token::Kind::Literal, "a doubled text is one literal everywhere");
+        demand(tokens.size() == 2 && tokens[1].kind == ado::Token::Kind::Literal,
+               "a doubled text is one literal everywhere");
     }
 }
 

@@ -1,12 +1,12 @@
 #include "desk/backup/Backup.h"
 #include "desk/check/CheckOnTerminal.h"
+#include "desk/sample/MakeOnTerminal.h"
+#include "desk/schema/Address.h"
+#include "desk/schema/Schema.h"
 #include "desk/window/CommandLine.h"
 #include "desk/window/DeskWindow.h"
 #include "desk/window/FirstPaint.h"
 #include "desk/window/Look.h"
-#include "desk/sample/MakeOnTerminal.h"
-#include "desk/schema/Address.h"
-#include "desk/schema/Schema.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QDir>
@@ -49,7 +49,8 @@ ado::ConnectionPtr openClinic(const QString &address)
     try {
         connection = ado::Connection::open(address);
     } catch (const runtime::RuntimeError &error) {
-        throw runtime::RuntimeError(error.number(), schema::addressToShow(address) + QStringLiteral("\n") + error.description());
+        throw runtime::RuntimeError(error.number(),
+                                    schema::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
     if (!schema::hasSchema(*connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
@@ -62,7 +63,8 @@ ado::ConnectionPtr openClinic(const QString &address)
 QWidget *openWindow()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget *window) { return window->isVisible(); });
+    const auto shown =
+        std::find_if(windows.begin(), windows.end(), [](const QWidget *window) { return window->isVisible(); });
     return shown == windows.end() ? nullptr : *shown;
 }
 
@@ -174,6 +176,7 @@ int main(int argc, char **argv)
     } catch (const runtime::RuntimeError &error) {
         return complain(error.description());
     } catch (const std::exception &error) {
-        return complain(QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (%1)").arg(QString::fromUtf8(error.what())));
+        return complain(
+            QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (%1)").arg(QString::fromUtf8(error.what())));
     }
 }

@@ -17,12 +17,15 @@ TEST(Addresses, OfAPostgresServerTakeAPercentEncodedHostAndOptions)
     name.Open(QStringLiteral("SELECT current_setting('application_name') AS Result"), desk, CursorType::Static,
               LockType::ReadOnly);
     EXPECT_EQ(name.value("Result"), QVariant("it's a desk"));
-    EXPECT_EQ(errorOf([&] { ado::Connection::open(address + QStringLiteral("&port=1")); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { ado::Connection::open(address + QStringLiteral("&port=1")); }),
+              ErrorNumber::ConnectionLost);
 }
 
 TEST(Addresses, HandOnAPasswordOfAnySigns)
 {
-    const auto replaced = [](QString text, const char *from, const char *to) { return text.replace(QLatin1String(from), QLatin1String(to)); };
+    const auto replaced = [](QString text, const char *from, const char *to) {
+        return text.replace(QLatin1String(from), QLatin1String(to));
+    };
     TestDatabase clinic(ado::Engine::PostgreSQL);
     const ado::ConnectionPtr owner = ado::Connection::open(clinic.address());
     const QString password = QStringLiteral(R"(a;b'c"d\e=f g%3B@/?&{h}})");
@@ -32,17 +35,20 @@ TEST(Addresses, HandOnAPasswordOfAnySigns)
     const QString folder = clinic.address().section(QStringLiteral("host="), 1);
     const QString encoded = QString::fromUtf8(QUrl::toPercentEncoding(password));
     const QString braced = replaced(password, "}", "}}");
-    const QString source = replaced(PostgresServer::instance().odbcAddress(name), "Username=clinic", "Username=guarded");
-    for (const QString &address : {QStringLiteral("postgresql://guarded:%1@/%2?host=%3").arg(encoded, name, folder),
-                                   QStringLiteral("postgresql:///?user=guarded&dbname=%2&password=%1&host=%3").arg(encoded, name, folder),
-                                   source + QStringLiteral(";Password={%1}").arg(braced)}) {
+    const QString source =
+        replaced(PostgresServer::instance().odbcAddress(name), "Username=clinic", "Username=guarded");
+    for (const QString &address :
+         {QStringLiteral("postgresql://guarded:%1@/%2?host=%3").arg(encoded, name, folder),
+          QStringLiteral("postgresql:///?user=guarded&dbname=%2&password=%1&host=%3").arg(encoded, name, folder),
+          source + QStringLiteral(";Password={%1}").arg(braced)}) {
         SCOPED_TRACE(address.toStdString());
         EXPECT_EQ(errorOf([&] { ado::Connection::open(address); }), std::nullopt);
         const QString wrong = replaced(replaced(address, "a;b", "a b"), "a%3Bb", "a%20b");
         EXPECT_EQ(errorOf([&] { ado::Connection::open(wrong); }), ErrorNumber::ConnectionLost);
     }
     owner->Execute(QStringLiteral("DROP ROLE guarded"));
-    EXPECT_EQ(errorOf([&] { ado::Connection::open(clinic.address() + QStringLiteral("&sslrootcert=a%3Bb")); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { ado::Connection::open(clinic.address() + QStringLiteral("&sslrootcert=a%3Bb")); }),
+              ErrorNumber::ConnectionLost);
 }
 
 TEST(Addresses, HandOnNamesOfAnySigns)
@@ -56,12 +62,14 @@ TEST(Addresses, HandOnNamesOfAnySigns)
 
     const auto encoded = [](const QString &text) { return QString::fromUtf8(QUrl::toPercentEncoding(text)); };
     const QString folder = clinic.address().section(QStringLiteral("host="), 1);
-    for (const QString &address : {QStringLiteral("postgresql://%1@/%2?host=%3").arg(encoded(user), encoded(database), folder),
-                                   QStringLiteral("postgresql:///?user=%1&dbname=%2&host=%3").arg(encoded(user), encoded(database), folder)}) {
+    for (const QString &address :
+         {QStringLiteral("postgresql://%1@/%2?host=%3").arg(encoded(user), encoded(database), folder),
+          QStringLiteral("postgresql:///?user=%1&dbname=%2&host=%3").arg(encoded(user), encoded(database), folder)}) {
         SCOPED_TRACE(address.toStdString());
         const ado::ConnectionPtr desk = ado::Connection::open(address);
         Recordset who;
-        who.Open(QStringLiteral("SELECT current_user AS u, current_database() AS d"), desk, CursorType::Static, LockType::ReadOnly);
+        who.Open(QStringLiteral("SELECT current_user AS u, current_database() AS d"), desk, CursorType::Static,
+                 LockType::ReadOnly);
         EXPECT_EQ(who.value("u").toString(), user);
         EXPECT_EQ(who.value("d").toString(), database);
     }
@@ -77,9 +85,12 @@ TEST(Addresses, NameAServerByNameNumberOrSocket)
         const char *host;
         int port;
     } servers[] = {
-        {"desk@clinic-server/clinic", "clinic-server", -1},  {"desk:pw@10.0.0.2:5433/clinic", "10.0.0.2", 5433},
-        {"[::1]:5433/clinic", "::1", 5433},                  {"desk@[fe80::2%25eth0]/clinic", "fe80::2%eth0", -1},
-        {"desk@%2Frun%2Fpg:5434/clinic", "/run/pg", 5434},   {"/clinic?host=/run/pg&port=1", "/run/pg", 1},
+        {"desk@clinic-server/clinic", "clinic-server", -1},
+        {"desk:pw@10.0.0.2:5433/clinic", "10.0.0.2", 5433},
+        {"[::1]:5433/clinic", "::1", 5433},
+        {"desk@[fe80::2%25eth0]/clinic", "fe80::2%eth0", -1},
+        {"desk@%2Frun%2Fpg:5434/clinic", "/run/pg", 5434},
+        {"/clinic?host=/run/pg&port=1", "/run/pg", 1},
     };
     for (const auto &server : servers) {
         const ado::PostgresDriver driver(QString::fromLatin1(server.address)); // nothing is dialled yet
@@ -105,7 +116,8 @@ TEST(Addresses, OfAnOdbcSourceNeedNotKnowThePeculiarSettingOfTheServerBehindIt)
 TEST(Addresses, OfAFileThatIsMissingMakeNone)
 {
     for (const char *name : {"sqlite:none.db", "sqlite:", "sqlite::", "sqlite::/"}) {
-        EXPECT_EQ(errorOf([&] { ado::Connection::open(QString::fromLatin1(name)); }), ErrorNumber::ConnectionLost) << name;
+        EXPECT_EQ(errorOf([&] { ado::Connection::open(QString::fromLatin1(name)); }), ErrorNumber::ConnectionLost)
+            << name;
         EXPECT_FALSE(std::filesystem::exists(name + 7)) << name;
     }
 }

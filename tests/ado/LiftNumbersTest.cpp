@@ -12,7 +12,8 @@ struct LiftCase
 
 QString lifted(const char *statement, QList<QVariant> &values)
 {
-    const ado::Command command = ado::liftNumbers(ado::Command(ado::Command::Values::Marked) << QString::fromUtf8(statement));
+    const ado::Command command =
+        ado::liftNumbers(ado::Command(ado::Command::Values::Marked) << QString::fromUtf8(statement));
     values = command.values();
     return command.text();
 }
@@ -23,7 +24,9 @@ TEST(LiftNumbers, TakesOnlyNumbersThatAreComparedOrAssigned)
 {
     const LiftCase cases[]{
         {"SELECT a FROM t WHERE k = 12", "SELECT a FROM t WHERE k = ?", {12LL}},
-        {"SELECT a FROM (SELECT b FROM t WHERE (k=1 AND m =20)) x", "SELECT a FROM (SELECT b FROM t WHERE (k=? AND m =?)) x", {1LL, 20LL}},
+        {"SELECT a FROM (SELECT b FROM t WHERE (k=1 AND m =20)) x",
+         "SELECT a FROM (SELECT b FROM t WHERE (k=? AND m =?)) x",
+         {1LL, 20LL}},
         {"UPDATE t SET a=5, b = 0 WHERE k = 3", "UPDATE t SET a=?, b = ? WHERE k = ?", {5LL, 0LL, 3LL}},
         {"DELETE FROM t WHERE k = 9000000000", "DELETE FROM t WHERE k = ?", {9000000000LL}},
         // It names the column, or means one.

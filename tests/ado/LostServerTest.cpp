@@ -10,7 +10,8 @@ protected:
 
     void add(const char *name)
     {
-        desk->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QString::fromUtf8(name)));
+        desk->Execute(
+            QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QString::fromUtf8(name)));
     }
 
     QString seen()
@@ -38,8 +39,8 @@ TEST_P(LostServer, IsFoundAgainByTheNextStatement)
     add("c");
     desk->CommitTrans();
     EXPECT_EQ(seen(), "a b c");
-    EXPECT_TRUE(runtime::isTrue(opened(QStringLiteral("SELECT CASE WHEN 'b' LIKE '[abc]' THEN 1 ELSE 0 END AS found"))
-                                    ->value("found")))
+    EXPECT_TRUE(runtime::isTrue(
+        opened(QStringLiteral("SELECT CASE WHEN 'b' LIKE '[abc]' THEN 1 ELSE 0 END AS found"))->value("found")))
         << "the new session is set up like the old one";
 }
 

@@ -16,7 +16,8 @@ class Transactions : public Desks
 protected:
     void add(const char *name, const ado::ConnectionPtr &where)
     {
-        where->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QString::fromUtf8(name)));
+        where->Execute(
+            QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QString::fromUtf8(name)));
     }
     void add(const char *name) { add(name, desk); }
 
@@ -117,26 +118,43 @@ TEST_P(Transactions, AbandonedByAnEventEndWithIt)
     const auto writes = [this](const char *name) { return [this, name] { add(name); }; };
     const Case cases[]{
         {"begun alone", [&] { desk->BeginTrans(); }, ""},
-        {"begun and written in", [&] { desk->BeginTrans(); add("lost"); }, ""},
-        {"an error leaves the handler", [&] {
+        {"begun and written in",
+         [&] {
+             desk->BeginTrans();
+             add("lost");
+         },
+         ""},
+        {"an error leaves the handler",
+         [&] {
              desk->BeginTrans();
              add("lost");
              throw runtime::RuntimeError(ErrorNumber::Database, QStringLiteral("x"));
-         }, ""},
-        {"begun anew after a commit", [&] {
+         },
+         ""},
+        {"begun anew after a commit",
+         [&] {
              desk->BeginTrans();
              add("kept");
              desk->CommitTrans();
              desk->BeginTrans();
              add("lost");
-         }, "kept"},
-        {"joined", [&] {
+         },
+         "kept"},
+        {"joined",
+         [&] {
              desk->BeginTrans();
              add("lost");
              desk->BeginTrans();
              add("lost too");
-         }, ""},
-        {"committed", [&] { desk->BeginTrans(); add("kept"); desk->CommitTrans(); }, "kept"},
+         },
+         ""},
+        {"committed",
+         [&] {
+             desk->BeginTrans();
+             add("kept");
+             desk->CommitTrans();
+         },
+         "kept"},
         {"none", writes("kept"), "kept"},
     };
     for (const Case &one : cases) {
@@ -172,8 +190,18 @@ TEST_P(Transactions, OfAScopeAreSavedByItsCommitAndUndoneByEveryOtherEnd)
         {"committed", [](auto &scope) { scope.commit(); }, "kept", {}},
         {"left early", [](auto &) {}, "", {}},
         {"left by an error", [&](auto &) { fail(); }, "", ErrorNumber::TypeMismatch},
-        {"left by an error after its commit", [&](auto &scope) { scope.commit(); fail(); }, "kept", ErrorNumber::TypeMismatch},
-        {"left by an error of one that joined", [&](auto &) { ado::Transaction joined(*desk); fail(); }, "", ErrorNumber::TypeMismatch},
+        {"left by an error after its commit",
+         [&](auto &scope) {
+             scope.commit();
+             fail();
+         },
+         "kept", ErrorNumber::TypeMismatch},
+        {"left by an error of one that joined",
+         [&](auto &) {
+             ado::Transaction joined(*desk);
+             fail();
+         },
+         "", ErrorNumber::TypeMismatch},
         {"left open and ended by the next", [&](auto &scope) { scope.leaveOpen(); }, "kept", {}},
     };
     for (const auto &one : cases) {
@@ -349,8 +377,8 @@ TEST(SqliteConnection, IsSetUpForMoney)
     Recordset settings;
     const auto pragma = [&](const char *name) {
         Recordset setting;
-        setting.Open(QStringLiteral("SELECT * FROM pragma_%1").arg(QLatin1String(name)), clinic.connection(), CursorType::Static,
-                     LockType::ReadOnly);
+        setting.Open(QStringLiteral("SELECT * FROM pragma_%1").arg(QLatin1String(name)), clinic.connection(),
+                     CursorType::Static, LockType::ReadOnly);
         return runtime::text(setting.value(setting.fieldNames().first()));
     };
     EXPECT_EQ(pragma("journal_mode"), "wal");
@@ -381,13 +409,16 @@ TEST(SqliteConnection, ThatCanNeitherRollBackNorReopenLeavesTheOthersAloneAndIsF
     QTemporaryDir folder;
     const QString place = folder.filePath(QStringLiteral("here")), away = folder.filePath(QStringLiteral("away"));
     ASSERT_TRUE(QDir().mkdir(place));
-    const ado::ConnectionPtr broken = ado::Connection::open(QStringLiteral("sqlite:") + place + QStringLiteral("/a.db"), true);
-    const ado::ConnectionPtr sound = ado::Connection::open(QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("b.db")), true);
+    const ado::ConnectionPtr broken =
+        ado::Connection::open(QStringLiteral("sqlite:") + place + QStringLiteral("/a.db"), true);
+    const ado::ConnectionPtr sound =
+        ado::Connection::open(QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("b.db")), true);
     for (const ado::ConnectionPtr &connection : {broken, sound})
         connection->Execute(QStringLiteral("CREATE TABLE money (won INTEGER)"));
     const auto count = [](const ado::ConnectionPtr &connection) {
         Recordset rows;
-        rows.Open(QStringLiteral("SELECT COUNT(*) AS n FROM money"), connection, CursorType::Static, LockType::ReadOnly);
+        rows.Open(QStringLiteral("SELECT COUNT(*) AS n FROM money"), connection, CursorType::Static,
+                  LockType::ReadOnly);
         return runtime::text(rows.value("n"));
     };
     {
@@ -403,7 +434,8 @@ TEST(SqliteConnection, ThatCanNeitherRollBackNorReopenLeavesTheOthersAloneAndIsF
     EXPECT_FALSE(broken->inTransaction() || sound->inTransaction());
     EXPECT_EQ(count(sound), "0");
     EXPECT_EQ(errorOf([&] { count(broken); }), ErrorNumber::ConnectionLost);
-    EXPECT_EQ(errorOf([&] { broken->Execute(QStringLiteral("INSERT INTO money VALUES (2)")); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf([&] { broken->Execute(QStringLiteral("INSERT INTO money VALUES (2)")); }),
+              ErrorNumber::ConnectionLost);
     ASSERT_TRUE(QDir().rename(away, place));
     QThread::msleep(1100); // a desk does not ask again more than once a second
     EXPECT_EQ(count(broken), "0");
@@ -414,7 +446,8 @@ TEST(SqliteConnection, ThatCannotRollBackDoesNotHideTheErrorBeforeIt)
     QTemporaryDir folder;
     const QString place = folder.filePath(QStringLiteral("here"));
     ASSERT_TRUE(QDir().mkdir(place));
-    const ado::ConnectionPtr broken = ado::Connection::open(QStringLiteral("sqlite:") + place + QStringLiteral("/a.db"), true);
+    const ado::ConnectionPtr broken =
+        ado::Connection::open(QStringLiteral("sqlite:") + place + QStringLiteral("/a.db"), true);
     const auto told = errorOf([&] {
         ado::Transaction scope(*broken);
         broken->Execute(QStringLiteral("CREATE TABLE money (won INTEGER)"));

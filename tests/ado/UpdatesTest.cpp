@@ -5,7 +5,8 @@ class Updates : public Desks
 protected:
     QString product(const char *columns)
     {
-        return clinic.value(QStringLiteral("SELECT %1 FROM tPSProductMaster ORDER BY PM_PK").arg(QLatin1String(columns)));
+        return clinic.value(
+            QStringLiteral("SELECT %1 FROM tPSProductMaster ORDER BY PM_PK").arg(QLatin1String(columns)));
     }
 
     void setAtOtherDesk(const char *assignment)
@@ -31,8 +32,9 @@ TEST_P(Updates, WriteTheAssignedColumnsAlone)
     EXPECT_EQ(products->valueAt(0, products->columnIndex("PM_Name")), "a") << "a view shows what is stored";
     products->Update();
     EXPECT_EQ(told.take(), QStringLiteral("read0")) << "a handler of a row change would wipe the typed panel";
-    EXPECT_EQ(product("PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate"),
-              "C|it's \\ 한글 ' ; --|12345|NULL|1|1||2025-02-28");
+    EXPECT_EQ(
+        product("PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate"),
+        "C|it's \\ 한글 ' ; --|12345|NULL|1|1||2025-02-28");
     EXPECT_EQ(products->value("PM_IsHide"), QVariant(true));
     products->Update(); // nothing assigned, nothing to do
 }
@@ -68,9 +70,9 @@ TEST_P(Updates, FailWhenAnotherDeskChangedTheRow)
     };
     const Case cases[]{
         {"PM_Name", "mine", "PM_Name = 'theirs'"},
-        {"PM_IsHide", true, "PM_IsHide = 0"},                                        // NULL before
+        {"PM_IsHide", true, "PM_IsHide = 0"},                                               // NULL before
         {"PM_UnitPrice", QVariant::fromValue(Currency::fromWon(7)), "PM_UnitPrice = NULL"}, // NULL after
-        {"PM_EtcMemo", "mine", "PM_EtcMemo = ''"},                                   // NULL is no empty text
+        {"PM_EtcMemo", "mine", "PM_EtcMemo = ''"},                                          // NULL is no empty text
         {"PM_AddedDate", QDate(2026, 1, 2), "PM_AddedDate = '2020-01-01'"},
         {"PM_Name", "mine", "PM_Name = 'theirs', PM_UnitPrice = 5"},
     };
@@ -129,8 +131,9 @@ TEST_P(Updates, MeetARowThatAnotherDeskDeleted)
 
 TEST_P(Updates, SucceedOnRowsWithEveryKindOfStoredValue)
 {
-    clinic.run(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_EtcMemo) VALUES "
-                              "(1, 2, '2026-01-31', 0.30000000000000004, -1234, 'it''s ''한글'' \\ ')"));
+    clinic.run(
+        QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_EtcMemo) VALUES "
+                       "(1, 2, '2026-01-31', 0.30000000000000004, -1234, 'it''s ''한글'' \\ ')"));
     clinic.run(QStringLiteral("INSERT INTO tPSIncoming (IN_Count) VALUES (1e300)"));
     const auto incoming = opened(QStringLiteral("SELECT * FROM tPSIncoming"));
     for (; !incoming->Eof(); incoming->MoveNext()) {
@@ -183,10 +186,11 @@ TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
                               "(1, '2026-11-24', 9000, 500)"));
     Recordset orders;
     orders.setCursorLocation(CursorLocation::Client);
-    orders.Open(QStringLiteral("SELECT Customer.sn, Customer.name, tPSOrderMaster.* FROM tPSOrderMaster INNER JOIN Customer  "
-                               "ON tPSOrderMaster.Cust_PK = Customer.Customer_PK WHERE tPSOrderMaster.OrdM_Misugum <> 0 "
-                               "ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC"),
-                desk, CursorType::Keyset, LockType::Optimistic);
+    orders.Open(
+        QStringLiteral("SELECT Customer.sn, Customer.name, tPSOrderMaster.* FROM tPSOrderMaster INNER JOIN Customer  "
+                       "ON tPSOrderMaster.Cust_PK = Customer.Customer_PK WHERE tPSOrderMaster.OrdM_Misugum <> 0 "
+                       "ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC"),
+        desk, CursorType::Keyset, LockType::Optimistic);
     clinic.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 0"));
     EXPECT_EQ(runtime::text(orders.value("OrdM_Misugum")), "500") << "a client-side cursor has its own rows";
     Told told(orders);
@@ -196,7 +200,8 @@ TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
     EXPECT_EQ(runtime::text(orders.valueAt(0, orders.columnIndex("OrdM_Misugum"))), "0");
     EXPECT_EQ(orders.value("name"), "홍길동");
 
-    clinic.run(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Misugum) VALUES (1, '2026-11-23', 300)"));
+    clinic.run(
+        QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Misugum) VALUES (1, '2026-11-23', 300)"));
     orders.Requery();
     EXPECT_EQ(orders.rowCount(), 1);
     clinic.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 100"));
@@ -210,7 +215,8 @@ TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
     orders.setValue("OrdM_Tel", "010");
     orders.Update();
     EXPECT_EQ(clinic.value(QStringLiteral("SELECT OrdM_Tel FROM tPSOrderMaster WHERE OrdM_PK = 1")), "010");
-    EXPECT_EQ(errorOf([&] { orders.setValue("name", "x"); }), ErrorNumber::InvalidCall) << "a column of the joined table";
+    EXPECT_EQ(errorOf([&] { orders.setValue("name", "x"); }), ErrorNumber::InvalidCall)
+        << "a column of the joined table";
 }
 
 TEST_P(Updates, DeleteFailsAndLeavesTheRowWhenAnotherDeskChangedIt)
@@ -304,13 +310,16 @@ TEST_P(Updates, ARefusedNewRowStaysPending)
 TEST_P(Updates, ANewRowThatTheServerDropsWithoutAWordIsToldAndStaysPending)
 {
     if (GetParam() == ado::Engine::SQLite) {
-        clinic.run(QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster WHEN NEW.PM_Name = 'dropped' "
-                                  "BEGIN SELECT RAISE(IGNORE); END"));
+        clinic.run(
+            QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster WHEN NEW.PM_Name = 'dropped' "
+                           "BEGIN SELECT RAISE(IGNORE); END"));
     } else {
-        clinic.run(QStringLiteral("CREATE FUNCTION dropping() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN IF NEW.PM_Name = "
-                                  "''dropped'' THEN RETURN NULL; END IF; RETURN NEW; END'"));
-        clinic.run(QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster FOR EACH ROW EXECUTE FUNCTION "
-                                  "dropping()"));
+        clinic.run(
+            QStringLiteral("CREATE FUNCTION dropping() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN IF NEW.PM_Name = "
+                           "''dropped'' THEN RETURN NULL; END IF; RETURN NEW; END'"));
+        clinic.run(
+            QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster FOR EACH ROW EXECUTE FUNCTION "
+                           "dropping()"));
     }
     addProducts({"a"});
     const auto products = opened(allProducts);
@@ -331,7 +340,8 @@ TEST_P(Updates, RowsWithoutAKeyCannotBeChanged)
     clinic.run(QStringLiteral("INSERT INTO Receipt (Customer_PK, TxDate, Bonin_Money) VALUES (1, '2026-11-24', 1000)"));
     for (const char *ledger : {"3, 700", "4, 100"}) {
         clinic.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_OrderM_PK, tpstrans_Operator, tpstrans_Money) "
-                                  "VALUES (1, %1)").arg(QLatin1String(ledger)));
+                                  "VALUES (1, %1)")
+                       .arg(QLatin1String(ledger)));
     }
     const char *const statements[]{
         "SELECT SUM(tpstrans_Money) AS Result, tpstrans_Operator FROM tPSTransaction GROUP BY tpstrans_Operator",

@@ -19,8 +19,9 @@ INSTANTIATE_TEST_SUITE_P(Engines, Values, testing::ValuesIn(allEngines), engineN
 
 TEST_P(Values, ComeInTheTypeThatTheRegistryTells)
 {
-    clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
-                              "PM_EtcMemo, PM_AddedDate) VALUES ('한약', '공진단 ''특''', 900000000000, 1, 0, '', '2026-02-28')"));
+    clinic.run(QStringLiteral(
+        "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
+        "PM_EtcMemo, PM_AddedDate) VALUES ('한약', '공진단 ''특''', 900000000000, 1, 0, '', '2026-02-28')"));
     clinic.run(QStringLiteral("INSERT INTO tPSIncoming (IN_Count) VALUES (2.5)"));
     for (CursorType cursor : {CursorType::Keyset, CursorType::Static, CursorType::ForwardOnly}) {
         const auto products = opened(allProducts, cursor);
@@ -42,13 +43,15 @@ TEST_P(Values, ComeInTheTypeThatTheRegistryTells)
 TEST(StoredValues, ThatCannotBeReadAreAnErrorAndNotEmpty)
 {
     TestDatabase clinic(ado::Engine::SQLite, false);
-    clinic.run(QStringLiteral("CREATE TABLE tPSProductMaster (PM_PK INTEGER PRIMARY KEY, PM_Name, PM_UnitPrice, PM_AddedDate)"));
-    clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_AddedDate) VALUES ('a', 'dear', 'soon'), "
-                              "('b', 1, NULL)"));
+    clinic.run(QStringLiteral(
+        "CREATE TABLE tPSProductMaster (PM_PK INTEGER PRIMARY KEY, PM_Name, PM_UnitPrice, PM_AddedDate)"));
+    clinic.run(QStringLiteral(
+        "INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_AddedDate) VALUES ('a', 'dear', 'soon'), "
+        "('b', 1, NULL)"));
     for (const CursorType cursor : {CursorType::Static, CursorType::Keyset}) {
         Recordset products;
-        products.Open(QStringLiteral("SELECT PM_Name, PM_UnitPrice, PM_AddedDate FROM tPSProductMaster"), clinic.connection(), cursor,
-                      LockType::ReadOnly);
+        products.Open(QStringLiteral("SELECT PM_Name, PM_UnitPrice, PM_AddedDate FROM tPSProductMaster"),
+                      clinic.connection(), cursor, LockType::ReadOnly);
         for (const int column : {1, 2})
             EXPECT_EQ(errorOf([&] { products.valueAt(0, column); }), ErrorNumber::TypeMismatch) << column;
         EXPECT_EQ(products.valueAt(0, 0), "a");
@@ -76,13 +79,15 @@ TEST_P(Values, OfOtherColumnsAreMoneyOrText)
     const auto money = [](double value) { return QVariant::fromValue(Currency::fromDouble(value)); };
     EXPECT_EQ(one(QStringLiteral("SELECT COUNT(*) AS Result FROM tPSProductMaster")), money(2));
     EXPECT_EQ(one(QStringLiteral("SELECT SUM(PM_UnitPrice) AS Result FROM tPSProductMaster")), money(3000));
-    EXPECT_EQ(one(QStringLiteral("SELECT SUM(PM_UnitPrice * PM_IsTaxed) AS Result FROM tPSProductMaster")), money(3000));
+    EXPECT_EQ(one(QStringLiteral("SELECT SUM(PM_UnitPrice * PM_IsTaxed) AS Result FROM tPSProductMaster")),
+              money(3000));
     EXPECT_EQ(one(QStringLiteral("SELECT SUM(IN_Count) AS Result FROM tPSIncoming")), money(2.5));
     EXPECT_EQ(one(QStringLiteral("SELECT 1.25 AS Result")), money(1.25));
     EXPECT_EQ(one(QStringLiteral("SELECT 12345 AS Result")), money(12345));
     EXPECT_EQ(one(QStringLiteral("SELECT MIN(PM_Name) AS Result FROM tPSProductMaster")), QVariant("a"));
     EXPECT_EQ(one(QStringLiteral("SELECT SUM(PM_UnitPrice) AS Result FROM tPSProductMaster WHERE 1 = 0")), QVariant());
-    EXPECT_EQ(one(QStringLiteral("SELECT PM_UnitPrice AS 값 FROM tPSProductMaster"), QStringLiteral("값")), money(1000));
+    EXPECT_EQ(one(QStringLiteral("SELECT PM_UnitPrice AS 값 FROM tPSProductMaster"), QStringLiteral("값")),
+              money(1000));
 }
 
 TEST_P(Values, BehindAnAliasAreReadByTheResultsName)
@@ -107,8 +112,8 @@ TEST_P(Values, KeepMoneyExact)
     } else {
         addProducts({"a"});
         const auto products = opened(allProducts);
-        for (const std::int64_t scaled : {9'007'199'254'740'993LL, 123'456'789'012'345'678LL, -123'456'789'012'345'671LL, 1LL,
-                                          -1LL, 10'500LL}) {
+        for (const std::int64_t scaled :
+             {9'007'199'254'740'993LL, 123'456'789'012'345'678LL, -123'456'789'012'345'671LL, 1LL, -1LL, 10'500LL}) {
             products->setValue("PM_UnitPrice", QVariant::fromValue(Currency::fromScaled(scaled)));
             products->Update();
             products->Requery();
@@ -128,19 +133,23 @@ TEST_P(Values, KeepMoneyExact)
 
 TEST_P(Values, AreInTheClinicServersOrderOnEveryEngine)
 {
-    const char *const stored[]{"'나', 3", "NULL, 2", "'가', NULL", "'b', 10", "'A', 9", "'a', 1", "'B', 2", "'_x', 1",
-                               "'Éa', 1", "'éb', 0", "'a', 1", "'a b', 1", "'가나', 1"};
+    const char *const stored[]{"'나', 3", "NULL, 2", "'가', NULL", "'b', 10", "'A', 9",   "'a', 1",   "'B', 2",
+                               "'_x', 1", "'Éa', 1", "'éb', 0",    "'a', 1",  "'a b', 1", "'가나', 1"};
     for (const char *row : stored)
-        clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice) VALUES (%1)").arg(QString::fromUtf8(row)));
+        clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice) VALUES (%1)")
+                       .arg(QString::fromUtf8(row)));
     for (CursorType cursor : {CursorType::Keyset, CursorType::Static}) {
-        EXPECT_EQ(order("SELECT * FROM tPSProductMaster ORDER BY PM_Name", "PM_PK", cursor), "2 8 5 6 11 12 4 7 9 10 3 13 1");
+        EXPECT_EQ(order("SELECT * FROM tPSProductMaster ORDER BY PM_Name", "PM_PK", cursor),
+                  "2 8 5 6 11 12 4 7 9 10 3 13 1");
         EXPECT_EQ(order("SELECT * FROM tPSProductMaster ORDER BY PM_Name DESC", "PM_PK", cursor),
                   "1 13 3 10 9 4 7 12 5 6 11 8 2");
         EXPECT_EQ(order("SELECT PM_Name FROM tPSProductMaster ORDER BY PM_UnitPrice, PM_Name DESC", "PM_Name", cursor),
                   "가 éb 가나 Éa a b a a _x B NULL 나 A b");
         EXPECT_EQ(order("SELECT PM_Name, PM_PK FROM tPSProductMaster WHERE PM_PK < 5", "PM_PK", cursor), "1 2 3 4");
-        EXPECT_EQ(order("SELECT PM_Name AS N FROM tPSProductMaster WHERE PM_PK < 5 ORDER BY N", "N", cursor), "NULL b 가 나");
-        EXPECT_EQ(order("SELECT p.PM_Name FROM tPSProductMaster AS p WHERE p.PM_PK < 5 ORDER BY p.PM_PK DESC", "PM_Name", cursor),
+        EXPECT_EQ(order("SELECT PM_Name AS N FROM tPSProductMaster WHERE PM_PK < 5 ORDER BY N", "N", cursor),
+                  "NULL b 가 나");
+        EXPECT_EQ(order("SELECT p.PM_Name FROM tPSProductMaster AS p WHERE p.PM_PK < 5 ORDER BY p.PM_PK DESC",
+                        "PM_Name", cursor),
                   "b 가 NULL 나");
     }
     const auto products = opened(allProducts, CursorType::Static, LockType::ReadOnly);
@@ -162,7 +171,8 @@ TEST_P(Values, AreInOrderHoweverMuchChangedSinceTheListWasReadBefore)
                                 "INSERT INTO tPSProductMaster (PM_Name) VALUES ('나')",
                                 "DELETE FROM tPSProductMaster WHERE PM_PK IN (3, 6)",
                                 "INSERT INTO tPSProductMaster (PM_Name) VALUES ('A')"};
-    const char *const orders[]{"6 3 4 5 1 2", "5 6 3 4 1 2", "5 6 1 3 4 2", "5 7 6 1 3 4 2", "5 7 1 4 2", "8 5 7 1 4 2"};
+    const char *const orders[]{"6 3 4 5 1 2",   "5 6 3 4 1 2", "5 6 1 3 4 2",
+                               "5 7 6 1 3 4 2", "5 7 1 4 2",   "8 5 7 1 4 2"};
     const QString byName = QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_Name");
     const auto keyset = opened(byName);
     const auto whole = opened(byName, CursorType::Static, LockType::ReadOnly);
@@ -190,14 +200,17 @@ TEST_P(Values, OfGroupedAndJoinedListsAreOrderedToo)
 {
     clinic.run(QStringLiteral("INSERT INTO Customer (name) VALUES ('나')"));
     clinic.run(QStringLiteral("INSERT INTO Customer (name) VALUES ('가')"));
-    for (const char *row : {"1, '2026-01-02', 5", "2, '2026-01-02', 7", "1, '2026-01-01', 1", "1, '2026-01-02', 5", "1, NULL, 3"}) {
-        clinic.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_Date, tpstrans_Money) VALUES (%1)")
+    for (const char *row :
+         {"1, '2026-01-02', 5", "2, '2026-01-02', 7", "1, '2026-01-01', 1", "1, '2026-01-02', 5", "1, NULL, 3"}) {
+        clinic.run(QStringLiteral(
+                       "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_Date, tpstrans_Money) VALUES (%1)")
                        .arg(QString::fromUtf8(row)));
     }
-    const char *grouped = "SELECT Customer.name, SUM(tPSTransaction.tpstrans_Money) As tpstrans_Money FROM tPSTransaction "
-                          "INNER JOIN Customer ON tPSTransaction.tpstrans_Customer_PK=Customer.Customer_PK "
-                          "GROUP BY Customer.Customer_PK, tPSTransaction.tpstrans_Date, Customer.name "
-                          "ORDER BY tPSTransaction.tpstrans_Date, Customer.name";
+    const char *grouped =
+        "SELECT Customer.name, SUM(tPSTransaction.tpstrans_Money) As tpstrans_Money FROM tPSTransaction "
+        "INNER JOIN Customer ON tPSTransaction.tpstrans_Customer_PK=Customer.Customer_PK "
+        "GROUP BY Customer.Customer_PK, tPSTransaction.tpstrans_Date, Customer.name "
+        "ORDER BY tPSTransaction.tpstrans_Date, Customer.name";
     EXPECT_EQ(order(grouped, "tpstrans_Money", CursorType::Keyset), "3 1 7 10");
     const auto rows = opened(QString::fromUtf8(grouped));
     EXPECT_EQ(rows->fieldNames(), (QStringList{"name", "tpstrans_Money"})) << "columns added for the order stay hidden";
@@ -209,6 +222,7 @@ TEST_P(Values, OfGroupedAndJoinedListsAreOrderedToo)
     EXPECT_EQ(order("SELECT tpstrans_Money FROM tPSTransaction ORDER BY tpstrans_Money DESC LIMIT 2", "tpstrans_Money",
                     CursorType::Static),
               "7 5");
-    EXPECT_EQ(order("SELECT name FROM Customer UNION ALL SELECT name FROM Customer ORDER BY name", "name", CursorType::Static),
+    EXPECT_EQ(order("SELECT name FROM Customer UNION ALL SELECT name FROM Customer ORDER BY name", "name",
+                    CursorType::Static),
               "가 가 나 나");
 }

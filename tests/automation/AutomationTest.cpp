@@ -1,5 +1,5 @@
-#include "platform/ado/Connection.h"
 #include "platform/automation/Automation.h"
+#include "platform/ado/Connection.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/runtime/Currency.h"
 #include "platform/runtime/RuntimeError.h"
@@ -67,7 +67,10 @@ protected:
     {
         return automation::call(*object_, QString::fromLatin1(member), arguments);
     }
-    std::string text(const char *member, const QVariantList &arguments) { return call(member, arguments).toString().toStdString(); }
+    std::string text(const char *member, const QVariantList &arguments)
+    {
+        return call(member, arguments).toString().toStdString();
+    }
 
     automation::ObjectPtr object_ = automation::createObject(till);
 };
@@ -124,7 +127,8 @@ TEST_F(Automation, WhatCannotBeCreatedSaysSo)
     automation::classRegister::add(QStringLiteral("text.File"), text.fileName());
 
     for (const char *id : {"", "nobody.Knows", "lost.Library", "text.File", "testShop.Other", "testShop.Broken"})
-        EXPECT_EQ(errorOf([id] { automation::createObject(QString::fromLatin1(id)); }), ErrorNumber::CannotCreateObject) << id;
+        EXPECT_EQ(errorOf([id] { automation::createObject(QString::fromLatin1(id)); }), ErrorNumber::CannotCreateObject)
+            << id;
     EXPECT_EQ(exported("DllCanUnloadNow"), automation::Ok) << "a failed creation must not count";
 }
 
@@ -153,7 +157,12 @@ TEST_F(Automation, RegistrationIsWrittenByTheLibraryAndClearedByIt)
 
 TEST_F(CallByName, IgnoresCaseConvertsArgumentsAndFillsTheOptionalOnes)
 {
-    const struct { const char *member; QVariantList arguments; const char16_t *result; } cases[] = {
+    const struct
+    {
+        const char *member;
+        QVariantList arguments;
+        const char16_t *result;
+    } cases[] = {
         {"Describe", {QStringLiteral("쌍화차")}, u"쌍화차/1/보관"},
         {"describe", {QStringLiteral("쌍화차"), 2}, u"쌍화차/2/보관"},
         {"DESCRIBE", {12, QStringLiteral("\\1,000"), -1}, u"12/1000/판매"},
@@ -193,7 +202,12 @@ TEST_F(CallByName, WritesBackWhatIsTakenByReferenceAndNothingElse)
 
 TEST_F(CallByName, TellsAnUnknownMemberFromWrongArguments)
 {
-    const struct { const char *member; QVariantList arguments; ErrorNumber error; } cases[] = {
+    const struct
+    {
+        const char *member;
+        QVariantList arguments;
+        ErrorNumber error;
+    } cases[] = {
         {"Refund", {}, ErrorNumber::NoSuchMember},
         {"Secret", {}, ErrorNumber::NoSuchMember},
         {"counted", {}, ErrorNumber::NoSuchMember},

@@ -1,9 +1,9 @@
-#include "data/clsSQL.h"
 #include "components/VantoOneDay/OneDayReport.h"
 #include "components/VantoPayPeriod/PayPeriodReport.h"
 #include "components/VantoSalesItem/SalesItemReport.h"
 #include "components/VantoSalesPeriod/SalesPeriodReport.h"
 #include "components/VantoStock/StockReport.h"
+#include "data/clsSQL.h"
 #include "tests/components/SampleRows.h"
 
 #include <algorithm>
@@ -33,11 +33,13 @@ std::string rendered(const Days &days, std::size_t columns)
     std::vector<qint64> totals(columns, 0);
     std::string all;
     const auto line = [](const std::string &caption, const std::vector<qint64> &amounts) {
-        return std::accumulate(amounts.begin(), amounts.end(), caption,
-                               [](const std::string &text, qint64 amount) { return text + '|' + std::to_string(amount); });
+        return std::accumulate(amounts.begin(), amounts.end(), caption, [](const std::string &text, qint64 amount) {
+            return text + '|' + std::to_string(amount);
+        });
     };
     for (const auto &[day, amounts] : days) {
-        all += line(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts) + '\n';
+        all +=
+            line(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts) + '\n';
         std::transform(totals.begin(), totals.end(), amounts.begin(), totals.begin(), std::plus<>());
     }
     return all + line("합계", totals);
@@ -68,7 +70,7 @@ bool isLate(const LedgerRow &row, const std::map<std::pair<int, int>, Order> &or
 {
     const auto order = orders.find({row.order, row.customer});
     return row.operation == 3
-        && (row.method.startsWith(QLatin1Char('1')) || (order != orders.end() && row.date > order->second.date));
+           && (row.method.startsWith(QLatin1Char('1')) || (order != orders.end() && row.date > order->second.date));
 }
 
 Days salesByDay(TestDatabase &database)
@@ -128,13 +130,15 @@ Days moneyByDay(TestDatabase &database)
 TEST_P(Figures, SalesOfEveryDayAreThoseOfItsLines)
 {
     statistics::SalesPeriodReport report;
-    EXPECT_EQ(rendered(sheet(report, wholeYear)), rendered(salesByDay(database_), statistics::SalesPeriodReport::Amounts));
+    EXPECT_EQ(rendered(sheet(report, wholeYear)),
+              rendered(salesByDay(database_), statistics::SalesPeriodReport::Amounts));
 }
 
 TEST_P(Figures, MoneyOfEveryDayIsThatOfTheLedger)
 {
     statistics::PayPeriodReport report;
-    EXPECT_EQ(rendered(sheet(report, wholeYear)), rendered(moneyByDay(database_), statistics::PayPeriodReport::Amounts));
+    EXPECT_EQ(rendered(sheet(report, wholeYear)),
+              rendered(moneyByDay(database_), statistics::PayPeriodReport::Amounts));
 }
 
 TEST_P(Figures, OfAPeriodAreTheSumsOfItsDaysWeeksAndMonths)
@@ -142,7 +146,8 @@ TEST_P(Figures, OfAPeriodAreTheSumsOfItsDaysWeeksAndMonths)
     const Period period{QDate(2026, 2, 11), QDate(2026, 4, 9)}; // begins and ends within a week and a month
     statistics::SalesPeriodReport sales;
     statistics::PayPeriodReport money;
-    for (statistics::Report *report : {static_cast<statistics::Report *>(&sales), static_cast<statistics::Report *>(&money)}) {
+    for (statistics::Report *report :
+         {static_cast<statistics::Report *>(&sales), static_cast<statistics::Report *>(&money)}) {
         std::vector<statistics::Sum> days;
         for (QDate day = period.first; day <= period.last; day = day.addDays(1)) {
             const statistics::Row totals = sheet(*report, statistics::dayOf(day)).totals;
@@ -198,9 +203,10 @@ TEST_P(Figures, SalesOfAProductAreThoseOfItsLines)
     }
     std::vector<std::string> expectedGroups;
     for (const auto &[category, sums] : groups)
-        expectedGroups.push_back(std::accumulate(sums.begin(), sums.end(), category, [](const std::string &text, qint64 amount) {
-            return text + '|' + std::to_string(amount);
-        }));
+        expectedGroups.push_back(
+            std::accumulate(sums.begin(), sums.end(), category, [](const std::string &text, qint64 amount) {
+                return text + '|' + std::to_string(amount);
+            }));
 
     statistics::SalesItemReport report;
     for (int view = 0; view < 2; ++view) {
@@ -247,7 +253,8 @@ TEST_P(Figures, OfOneDayFillTheSheetOfTheEveningCount)
         for (const LedgerRow &row : allMoney) {
             const bool moves = row.operation >= 1 && row.operation <= 4;
             const bool asOutstanding = row.operation == 3 && row.method.startsWith(QLatin1Char('1'));
-            if (const auto order = unpaid.find({row.order, row.customer}); order != unpaid.end() && row.date <= day && moves)
+            if (const auto order = unpaid.find({row.order, row.customer});
+                order != unpaid.end() && row.date <= day && moves)
                 order->second -= row.operation == 4 ? -row.money : asOutstanding ? 0 : row.money;
             if (row.date != day || row.operation == 0)
                 continue;
@@ -272,7 +279,8 @@ TEST_P(Figures, OfOneDayFillTheSheetOfTheEveningCount)
         const statistics::Sheet shown = sheet(report, statistics::dayOf(day));
         ASSERT_EQ(shown.summary.size(), 17u);
         for (const statistics::SummaryLine &line : shown.summary)
-            EXPECT_EQ(statistics::plainText(line.amount).toStdString(), std::to_string(sums[(line.group + u'/' + line.caption).toStdString()]))
+            EXPECT_EQ(statistics::plainText(line.amount).toStdString(),
+                      std::to_string(sums[(line.group + u'/' + line.caption).toStdString()]))
                 << day.toString(Qt::ISODate).toStdString() << ' ' << line.caption.toStdString();
     }
 }
@@ -282,7 +290,8 @@ TEST_P(Figures, OfOneDayNameThePatientOfEveryOrderAndOfMoneyForOlderOnes)
     statistics::OneDayReport report;
     const auto row = [&](QDate day, const char *kind, int customer) {
         const std::string chart =
-            database_.value(QStringLiteral("SELECT sn, name FROM Customer WHERE Customer_PK = %1").arg(customer)).toStdString();
+            database_.value(QStringLiteral("SELECT sn, name FROM Customer WHERE Customer_PK = %1").arg(customer))
+                .toStdString();
         for (const statistics::Row &line : sheet(report, statistics::dayOf(day)).rows) {
             const std::string text = rendered(line);
             if (text.starts_with(chart + '|' + kind))
@@ -291,7 +300,7 @@ TEST_P(Figures, OfOneDayNameThePatientOfEveryOrderAndOfMoneyForOlderOnes)
         return std::string("none");
     };
     EXPECT_EQ(row(QDate(2026, 3, 14), "당일", 2), "당일|10000|0|0|10000|0|23|29|31|-121|5038");
-    EXPECT_EQ(row(QDate(2026, 3, 14), "이전", 3), "이전|0|0|0|0|0|53|0|0|0|0");  // a receipt of the desk
+    EXPECT_EQ(row(QDate(2026, 3, 14), "이전", 3), "이전|0|0|0|0|0|53|0|0|0|0"); // a receipt of the desk
     EXPECT_EQ(row(QDate(2026, 3, 14), "이전", 1), "이전|0|0|0|0|59|0|0|0|0|0"); // another customer's order
     EXPECT_EQ(row(QDate(2026, 3, 16), "이전", 2), "이전|0|0|0|0|0|61|0|0|0|0");
 }
@@ -322,19 +331,25 @@ TEST_P(Figures, OfADayStayWhenItsOrdersArePaidLater)
     const statistics::Row moneyBefore = periodOf(day.addDays(1));
     const int order = database_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster WHERE OrdM_Date = '2026-03-10'").toInt();
     ASSERT_GT(order, 0);
-    const QString stored = database_.value(QStringLiteral("SELECT Cust_PK, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order));
-    const QString row = QStringLiteral("(%1, %2, '2026-03-11', %3, %4, %5, 'later')").arg(stored.section(u'|', 0, 0)).arg(order);
-    database_.run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                                 "tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES ")
-                  + QStringList{row.arg(3).arg(1000).arg("'00'"), row.arg(3).arg(300).arg("'01'"), row.arg(3).arg(70).arg("'10'"),
-                                row.arg(3).arg(5).arg("NULL"), row.arg(2).arg(40).arg("''"), row.arg(4).arg(20).arg("'00'")}.join(u','));
+    const QString stored = database_.value(
+        QStringLiteral("SELECT Cust_PK, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order));
+    const QString row =
+        QStringLiteral("(%1, %2, '2026-03-11', %3, %4, %5, 'later')").arg(stored.section(u'|', 0, 0)).arg(order);
+    database_.run(
+        QStringLiteral(
+            "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+            "tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES ")
+        + QStringList{row.arg(3).arg(1000).arg("'00'"), row.arg(3).arg(300).arg("'01'"), row.arg(3).arg(70).arg("'10'"),
+                      row.arg(3).arg(5).arg("NULL"), row.arg(2).arg(40).arg("''"), row.arg(4).arg(20).arg("'00'")}
+              .join(u','));
     database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 1 WHERE OrdM_PK = %1").arg(order));
 
     EXPECT_EQ(told(day).first, before.first);
     EXPECT_EQ(lateOf(told(day.addDays(1)).second), lateOf(nextBefore.second) + 1375);
     const statistics::Row money = periodOf(day.addDays(1));
     const auto grown = [&](std::size_t column) {
-        return statistics::plainText(money[column + 1]).toLongLong() - statistics::plainText(moneyBefore[column + 1]).toLongLong();
+        return statistics::plainText(money[column + 1]).toLongLong()
+               - statistics::plainText(moneyBefore[column + 1]).toLongLong();
     };
     using Money = statistics::PayPeriodReport;
     EXPECT_EQ(grown(Money::Cash), 0);
@@ -343,7 +358,9 @@ TEST_P(Figures, OfADayStayWhenItsOrdersArePaidLater)
     EXPECT_EQ(grown(Money::Refunded), -20);
 
     database_.run("DELETE FROM tPSTransaction WHERE tpstrans_Memo = 'later'");
-    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = %1 WHERE OrdM_PK = %2").arg(stored.section(u'|', 1, 1)).arg(order));
+    database_.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = %1 WHERE OrdM_PK = %2")
+                      .arg(stored.section(u'|', 1, 1))
+                      .arg(order));
 }
 
 TEST_P(Figures, StockIsThatOfTheModulesOwnPane)
@@ -362,18 +379,23 @@ TEST_P(Figures, StockIsThatOfTheModulesOwnPane)
     EXPECT_EQ(byName.size(), std::size_t(products.size()));
     for (const QString &product : products) {
         const int key = product.section(u'|', 0, 0).toInt();
-        const QStringList out = database_.value(clsSQL().getStockSaleTotCountSQL(key)).split(u'|'); // loss, service, sale
+        const QStringList out =
+            database_.value(clsSQL().getStockSaleTotCountSQL(key)).split(u'|'); // loss, service, sale
         const qint64 in = database_.value(clsSQL().getStockIncomingTotCountSQL(key)).toLongLong();
         const qint64 left = in - out[0].toLongLong() - out[1].toLongLong() - out[2].toLongLong();
         const statistics::Row &row = byName[product.section(u'|', 1).toStdString()];
         ASSERT_EQ(row.size(), 12u) << product.toStdString();
         EXPECT_EQ(rendered(statistics::Row(row.begin() + 3, row.begin() + 8)),
-                  QStringList({QString::number(in), QString::number(out[2].toLongLong()), QString::number(out[1].toLongLong()),
-                               QString::number(out[0].toLongLong()), QString::number(left)}).join(u'|').toStdString())
+                  QStringList({QString::number(in), QString::number(out[2].toLongLong()),
+                               QString::number(out[1].toLongLong()), QString::number(out[0].toLongLong()),
+                               QString::number(left)})
+                      .join(u'|')
+                      .toStdString())
             << product.toStdString();
         EXPECT_EQ(statistics::plainText(row[10]).toLongLong(), recent[key]);
         const bool lasts = left > 0 && recent[key] > 0;
-        EXPECT_EQ(statistics::plainText(row[11]).toStdString(), lasts ? std::to_string(left * 90 / recent[key]) : std::string());
+        EXPECT_EQ(statistics::plainText(row[11]).toStdString(),
+                  lasts ? std::to_string(left * 90 / recent[key]) : std::string());
     }
 }
 
@@ -404,18 +426,22 @@ TEST_P(Figures, BeyondMeasureAreAQuestionMarkAndTheOthersStayRight)
     statistics::StockReport report;
     const statistics::Sheet before = sheet(report, rate, 1);
     EXPECT_FALSE(before.remark.contains(QLatin1Char('?')));
-    database_.run("INSERT INTO tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsValid) VALUES (9101, '힣', '바코드', 1)");
-    database_.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (9101, 1, '2026-06-05', 8801234567890, 450)");
+    database_.run(
+        "INSERT INTO tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsValid) VALUES (9101, '힣', '바코드', 1)");
+    database_.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (9101, 1, "
+                  "'2026-06-05', 8801234567890, 450)");
     database_.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) "
                   "SELECT MAX(OrdM_PK), 9101, 1000, 1 FROM tPSOrderMaster WHERE OrdM_PK < 90000");
 
     const statistics::Sheet after = sheet(report, rate, 1);
     ASSERT_EQ(after.rows.size(), before.rows.size() + 1);
-    EXPECT_EQ(rendered(after.rows.back()), "힣|바코드|확인 필요|8801234567890|1|0|0|8801234567889|450|?|1|792111111110010");
+    EXPECT_EQ(rendered(after.rows.back()),
+              "힣|바코드|확인 필요|8801234567890|1|0|0|8801234567889|450|?|1|792111111110010");
     for (std::size_t row = 0; row < before.rows.size(); ++row)
         EXPECT_EQ(rendered(after.rows[row]), rendered(before.rows[row]));
     EXPECT_EQ(rendered({after.totals[9]}), "?") << "no total that is not whole";
-    EXPECT_EQ(statistics::plainText(after.totals[4]).toLongLong(), statistics::plainText(before.totals[4]).toLongLong() + 1);
+    EXPECT_EQ(statistics::plainText(after.totals[4]).toLongLong(),
+              statistics::plainText(before.totals[4]).toLongLong() + 1);
     EXPECT_TRUE(after.remark.startsWith("'?'")) << after.remark.toStdString();
     EXPECT_EQ(after.chart.categories, before.chart.categories);
 
@@ -427,21 +453,29 @@ TEST_P(Figures, BeyondMeasureAreAQuestionMarkAndTheOthersStayRight)
 TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
 {
     TestDatabase database(ado::Engine::SQLite, false);
-    for (const char *table : {"tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsTaxed, PM_IsValid)",
-                              "tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice)",
-                              "tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total)",
-                              "tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType)",
-                              "tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                              "tpstrans_Money, tpstrans_Method)", "Customer (Customer_PK, name, sn)"})
+    for (const char *table :
+         {"tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsTaxed, PM_IsValid)",
+          "tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice)",
+          "tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total)",
+          "tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType)",
+          "tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+          "tpstrans_Money, tpstrans_Method)",
+          "Customer (Customer_PK, name, sn)"})
         database.run(QStringLiteral("CREATE TABLE ") + QLatin1String(table));
-    database.run("INSERT INTO tPSProductMaster (PM_PK, PM_Name, PM_IsTaxed, PM_IsValid) VALUES (1, '가', 1, 1), (2, '나', 1, 1)");
-    database.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (1, 1, '2026-06-05', 3, '삼백'), "
+    database.run("INSERT INTO tPSProductMaster (PM_PK, PM_Name, PM_IsTaxed, PM_IsValid) VALUES (1, '가', 1, 1), (2, "
+                 "'나', 1, 1)");
+    database.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (1, 1, '2026-06-05', "
+                 "3, '삼백'), "
                  "(2, 1, '2026-06-05', 3, 300)");
-    database.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (1, 1, '2026-06-10', 1000), "
-                 "(2, 1, '2026-06-11', 9e999)");
-    database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 1000, 1), (2, 2, 9e999, 1)");
-    database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                 "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-06-10', 3, 1000, '00'), (1, 2, '2026-06-11', 3, 9e999, '01')");
+    database.run(
+        "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (1, 1, '2026-06-10', 1000), "
+        "(2, 1, '2026-06-11', 9e999)");
+    database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 1000, 1), (2, "
+                 "2, 9e999, 1)");
+    database.run(
+        "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+        "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-06-10', 3, 1000, '00'), (1, 2, '2026-06-11', 3, 9e999, "
+        "'01')");
     const auto told = [&](statistics::Report &report, const Period &period, int view) {
         statistics::Reading(database.connection(), report.figures(period), period).readAll();
         const statistics::Sheet sheet = report.sheet(view);
@@ -450,9 +484,11 @@ TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
     };
     const Period june = statistics::monthOf(QDate(2026, 6, 1));
     statistics::StockReport stock;
-    EXPECT_EQ(told(stock, june, 1), "|가|확인 필요|3|1|0|0|2|?|?|1|60\n|나||3|1|0|0|2|300|600|1|60\n합계|||6|2|0|0|4||?|2|");
+    EXPECT_EQ(told(stock, june, 1),
+              "|가|확인 필요|3|1|0|0|2|?|?|1|60\n|나||3|1|0|0|2|300|600|1|60\n합계|||6|2|0|0|4||?|2|");
     statistics::SalesPeriodReport sales;
-    EXPECT_EQ(told(sales, june, 0), "2026-06-10 (수)|1|1000|0|0|0|1000|1000|0\n2026-06-11 (목)|1|?|0|0|0|?|?|0\n합계|2|?|0|0|0|?|?|0");
+    EXPECT_EQ(told(sales, june, 0),
+              "2026-06-10 (수)|1|1000|0|0|0|1000|1000|0\n2026-06-11 (목)|1|?|0|0|0|?|?|0\n합계|2|?|0|0|0|?|?|0");
     statistics::SalesItemReport items;
     EXPECT_EQ(told(items, june, 0), "|가|1|0|0|0|1000\n|나|1|0|0|0|?\n합계||2|0|0|0|?");
     statistics::PayPeriodReport money;

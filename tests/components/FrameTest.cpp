@@ -1,11 +1,11 @@
-#include "platform/runtime/RuntimeError.h"
 #include "components/VantoSalesPeriod/clsVantoSalesPeriod.h"
 #include "components/frame/CsvFile.h"
 #include "components/frame/ReportWindow.h"
 #include "components/frame/SheetPrint.h"
+#include "platform/runtime/RuntimeError.h"
 #include "tests/components/SampleRows.h"
-#include "tests/support/PostgresServer.h"
 #include "tests/support/MessageRecorder.h"
+#include "tests/support/PostgresServer.h"
 
 #include <QApplication>
 #include <QDateEdit>
@@ -29,7 +29,10 @@ namespace {
 class SlowReport : public Report
 {
 public:
-    explicit SlowReport(QString statement) : statement_(std::move(statement)) {}
+    explicit SlowReport(QString statement)
+        : statement_(std::move(statement))
+    {
+    }
     QString title() const override { return QStringLiteral("느린 통계"); }
     std::vector<Figure> figures(const Period &) override
     {
@@ -61,11 +64,17 @@ protected:
         return *window_;
     }
     template <typename Control>
-    Control *control(const char *name) const { return window_->findChild<Control *>(QLatin1String(name)); }
+    Control *control(const char *name) const
+    {
+        return window_->findChild<Control *>(QLatin1String(name));
+    }
     QString state() const { return control<QLabel>("lblState")->text(); }
     int rows() const { return control<QTableView>("tblReport")->model()->rowCount(); }
     bool waitFor(const std::function<bool()> &condition) const { return QTest::qWaitFor(condition, 10'000); }
-    bool readToItsEnd() const { return waitFor([this] { return !window_->isReading(); }); }
+    bool readToItsEnd() const
+    {
+        return waitFor([this] { return !window_->isReading(); });
+    }
 
     /// Clicks the button and works in the dialog that comes; returns how many came.
     template <typename Dialog>
@@ -88,7 +97,8 @@ protected:
     std::unique_ptr<ReportWindow> window_;
 };
 
-const QString ordersOfADay = QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]'");
+const QString ordersOfADay =
+    QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]'");
 
 } // namespace
 
@@ -101,9 +111,10 @@ TEST(Csv, KeepsKoreanCommasAndExactNumbersAndDisarmsFormulas)
                   {QStringLiteral("=1+1"), runtime::Currency::fromScaled(12'5000)},
                   {QStringLiteral("두\n줄"), Cell()}};
     sheet.totals = {QStringLiteral("합계"), runtime::Currency()};
-    EXPECT_EQ(csvOf(QStringLiteral("통계"), QStringLiteral("2026-06"), sheet, sheet.rows).toStdString(),
-              "\xEF\xBB\xBF통계,2026-06\r\n매출,순매출,-1500\r\n\r\n\"물품, 이름\",금액\r\n\"6\"\" 붕대\",922337203685477\r\n"
-              "'=1+1,12.5\r\n\"두\n줄\",\r\n합계,0\r\n");
+    EXPECT_EQ(
+        csvOf(QStringLiteral("통계"), QStringLiteral("2026-06"), sheet, sheet.rows).toStdString(),
+        "\xEF\xBB\xBF통계,2026-06\r\n매출,순매출,-1500\r\n\r\n\"물품, 이름\",금액\r\n\"6\"\" 붕대\",922337203685477\r\n"
+        "'=1+1,12.5\r\n\"두\n줄\",\r\n합계,0\r\n");
     EXPECT_EQ(shownText(sheet.rows[1][1]).toStdString(), "12.5");
     EXPECT_EQ(shownText(sheet.rows[0][1]).toStdString(), "922,337,203,685,477");
 }
@@ -112,7 +123,12 @@ TEST(Sums, AreUnknownOnceAnythingOfThemIs)
 {
     const Sum most = runtime::Currency::fromScaled(std::numeric_limits<std::int64_t>::max());
     const Sum won = runtime::Currency::fromWon(1);
-    const struct { const char *what; Sum sum; std::string shown; } cases[] = {
+    const struct
+    {
+        const char *what;
+        Sum sum;
+        std::string shown;
+    } cases[] = {
         {"known", won - won * 3, "-2"},
         {"too much", most + won, "?"},
         {"too little", -most - won, "?"},
@@ -202,7 +218,8 @@ TEST(Readings, EndWithTheServerAndCountNothingThatWasNotRead)
 {
     TestDatabase &clinic = samplerows::clinic(ado::Engine::PostgreSQL);
     ado::Recordset lines;
-    lines.Open(QStringLiteral("SELECT * FROM tPSOrderDetail"), clinic.connection(), ado::CursorType::Keyset, ado::LockType::Optimistic);
+    lines.Open(QStringLiteral("SELECT * FROM tPSOrderDetail"), clinic.connection(), ado::CursorType::Keyset,
+               ado::LockType::Optimistic);
     ReportWindow window(std::make_unique<SalesPeriodReport>(), clinic.connection());
     window.show();
     const auto readToItsEnd = [&] { return QTest::qWaitFor([&] { return !window.isReading(); }, 20'000); };
@@ -216,7 +233,8 @@ TEST(Readings, EndWithTheServerAndCountNothingThatWasNotRead)
     const QString state = window.findChild<QLabel *>("lblState")->text();
     EXPECT_TRUE(state.startsWith("통계를 가져오지 못했습니다: ")) << state.toStdString();
     EXPECT_TRUE(window.sheet().totals.empty());
-    EXPECT_THROW(Record(lines, lines.rowCount() - 1).amount(lines.columnIndex("OrdD_UnitPrice")), runtime::RuntimeError);
+    EXPECT_THROW(Record(lines, lines.rowCount() - 1).amount(lines.columnIndex("OrdD_UnitPrice")),
+                 runtime::RuntimeError);
 
     PostgresServer::instance().start();
     QTest::qWait(1100); // a desk does not ask a dead server more than once a second
@@ -263,7 +281,8 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
 
     saveAs(QStringLiteral("nowhere/taken"));
     ASSERT_EQ(boxes.messages.size(), 1);
-    EXPECT_TRUE(boxes.messages[0].text.startsWith("파일을 저장하지 못했습니다: ")) << boxes.messages[0].text.toStdString();
+    EXPECT_TRUE(boxes.messages[0].text.startsWith("파일을 저장하지 못했습니다: "))
+        << boxes.messages[0].text.toStdString();
 }
 
 TEST_F(Window, ShowsItsPagesBeforeItPrints)
@@ -285,7 +304,8 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
 
 TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
 {
-    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(), samplerows::clinic(ado::Engine::SQLite).connection());
+    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(),
+                                             samplerows::clinic(ado::Engine::SQLite).connection());
     window_->show();
     ASSERT_TRUE(readToItsEnd());
     auto *table = control<QTableView>("tblReport");
@@ -298,7 +318,8 @@ TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
         ASSERT_EQ(rows.size(), 1);
         EXPECT_EQ(rows.constFirst().data().toString(), selected);
         EXPECT_EQ(table->currentIndex().row(), rows.constFirst().row());
-        EXPECT_TRUE(table->viewport()->rect().contains(table->visualRect(table->currentIndex().siblingAtColumn(1)).center()));
+        EXPECT_TRUE(
+            table->viewport()->rect().contains(table->visualRect(table->currentIndex().siblingAtColumn(1)).center()));
     }
     qint64 before = std::numeric_limits<qint64>::max();
     qint64 sum = 0;
@@ -308,7 +329,8 @@ TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
         before = amount;
         sum += amount;
     }
-    EXPECT_EQ(control<QTableView>("tblTotals")->model()->index(0, net).data().toString().remove(u',').toLongLong(), sum);
+    EXPECT_EQ(control<QTableView>("tblTotals")->model()->index(0, net).data().toString().remove(u',').toLongLong(),
+              sum);
 }
 
 TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)

@@ -1,6 +1,6 @@
-#include "statistics/StatisticsPane.h"
 #include "platform/automation/Automation.h"
 #include "session/modGlobalVars.h"
+#include "statistics/StatisticsPane.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
 
@@ -41,7 +41,8 @@ protected:
 
     static void install()
     {
-        automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath() + QStringLiteral("/test_reports"));
+        automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath()
+                                                   + QStringLiteral("/test_reports"));
     }
     static void behave(const char *how) { qApp->setProperty("behaviour", QString::fromLatin1(how)); }
     static int starts() { return qApp->property("starts").toInt(); }

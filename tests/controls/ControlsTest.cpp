@@ -61,7 +61,13 @@ QString accessibleName(QWidget *widget)
 TEST(MessageBox, EachButtonAndKeyGivesItsAnswer)
 {
     using namespace controls;
-    const struct { int flags; const char *caption; Qt::Key key; Answer answer; } cases[] = {
+    const struct
+    {
+        int flags;
+        const char *caption;
+        Qt::Key key;
+        Answer answer;
+    } cases[] = {
         {ConfirmOnly, "확인", {}, Answer::Confirm},
         {YesNo | QuestionIcon, "예", {}, Answer::Yes},
         {YesNo, "아니오", {}, Answer::No},
@@ -106,8 +112,14 @@ TEST(MessageBox, TextIsPlainWithItsLineBreaksAndTheTitleFallsToTheWindow)
 TEST(MessageBox, GivesTheAnswerOfEscWhenItsWindowGoesUnderIt)
 {
     using namespace controls;
-    const struct { int flags; Answer answer; } cases[] = {
-        {ConfirmOnly, Answer::Confirm}, {YesNo, Answer::No}, {YesNoCancel, Answer::Cancel},
+    const struct
+    {
+        int flags;
+        Answer answer;
+    } cases[] = {
+        {ConfirmOnly, Answer::Confirm},
+        {YesNo, Answer::No},
+        {YesNoCancel, Answer::Cancel},
     };
     for (const auto &row : cases) {
         auto *window = new QWidget;
@@ -145,7 +157,7 @@ protected:
         area_.verticalScrollBar()->setValue(0);
         turnWheel(control);
         return std::string(shownBy(control) != before ? "turned" : "")
-            + (area_.verticalScrollBar()->value() > 0 ? "scrolled" : "");
+               + (area_.verticalScrollBar()->value() > 0 ? "scrolled" : "");
     }
 
     QLineEdit *box_ = new QLineEdit;
@@ -224,7 +236,8 @@ TEST(Appearance, BackColoursReachTheScreenOnEveryKindOfControl)
     QCheckBox check(QStringLiteral("과세"));
     QLabel label;
     // A list is drawn as a button, with the shading of one.
-    const std::pair<QWidget *, int> cases[] = {{&box, 6}, {&memo, 6}, {&date, 6}, {&check, 6}, {&label, 6}, {&list, 140}};
+    const std::pair<QWidget *, int> cases[] = {{&box, 6},   {&memo, 6},  {&date, 6},
+                                               {&check, 6}, {&label, 6}, {&list, 140}};
     for (const auto &[control, tolerance] : cases) {
         for (const QColor &color : {controls::LockedColor, QColor(0x20, 0x90, 0x40)}) {
             for (const bool enabled : {true, false}) {
@@ -234,7 +247,7 @@ TEST(Appearance, BackColoursReachTheScreenOnEveryKindOfControl)
                 control->resize(120, 30);
                 const QColor shown = control->grab().toImage().pixelColor(control->width() / 2, 5);
                 const int off = std::abs(shown.red() - color.red()) + std::abs(shown.green() - color.green())
-                    + std::abs(shown.blue() - color.blue());
+                                + std::abs(shown.blue() - color.blue());
                 EXPECT_LE(off, tolerance) << control->metaObject()->className() << ' ' << shown.name().toStdString();
             }
         }

@@ -1,5 +1,5 @@
-#include "platform/ado/Recordset.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/ado/Recordset.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/support/MessageRecorder.h"

@@ -19,9 +19,12 @@ protected:
     /// Orders 1 to `count`, one a day, owing 100 won times their key; the last one owes a negative sum.
     void makeOrders(int count)
     {
-        database_.run(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO "
-                                     "tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo) SELECT 41, '2026-11-20', "
-                                     "1 + i % 2, CASE WHEN i = %1 THEN -5000 ELSE i * 100 END, '메모 ' || i FROM n").arg(count));
+        database_.run(
+            QStringLiteral(
+                "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO "
+                "tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo) SELECT 41, '2026-11-20', "
+                "1 + i % 2, CASE WHEN i = %1 THEN -5000 ELSE i * 100 END, '메모 ' || i FROM n")
+                .arg(count));
     }
 
     void open(ado::CursorType cursor = ado::CursorType::Keyset)
@@ -47,8 +50,14 @@ protected:
         return {
             {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
             {.field = QStringLiteral("OrdM_Date"), .caption = QStringLiteral("거래일자"), .kind = Kind::Date},
-            {.field = QStringLiteral("OrdM_Misugum"), .caption = QStringLiteral("미수금"), .kind = Kind::Money, .editable = true},
-            {.field = QStringLiteral("OrdM_Gubun"), .caption = QStringLiteral("택배"), .kind = Kind::Check, .width = 40,
+            {.field = QStringLiteral("OrdM_Misugum"),
+             .caption = QStringLiteral("미수금"),
+             .kind = Kind::Money,
+             .editable = true},
+            {.field = QStringLiteral("OrdM_Gubun"),
+             .caption = QStringLiteral("택배"),
+             .kind = Kind::Check,
+             .width = 40,
              .checkedText = QStringLiteral("2")},
             {.field = QString(), .caption = QStringLiteral("물품명"), .kind = Kind::Unbound},
             {.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("메모")},
@@ -80,7 +89,8 @@ protected:
     int currentKey() const { return runtime::CLng(orders_[QStringLiteral("OrdM_PK")]); }
     std::string stored(int order)
     {
-        return database_.value(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order)).toStdString();
+        return database_.value(QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order))
+            .toStdString();
     }
 
     MessageRecorder boxes_;

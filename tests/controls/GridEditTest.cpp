@@ -46,7 +46,12 @@ protected:
 
 TEST_F(EditedGrid, AnEntryIsSavedWhenTheCellIsLeft)
 {
-    const struct { const char *typed; Qt::Key leave; const char *stored, *shown; } cases[] = {
+    const struct
+    {
+        const char *typed;
+        Qt::Key leave;
+        const char *stored, *shown;
+    } cases[] = {
         {"2500", Qt::Key_Return, "2500", "\\2,500"},
         {"-\\1,200", Qt::Key_Return, "-1200", "-\\1,200"},
         {"7x8-", Qt::Key_Tab, "78", "\\78"}, // only money can be typed
@@ -141,12 +146,16 @@ TEST_F(EditedGrid, AHandlerMayRequeryTheVeryRowsThatAreBeingEdited)
 
 TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)
 {
-    database_.run("INSERT INTO tPSProductMaster (PM_Name, PM_IsHide, PM_IsTaxed) VALUES ('경옥고', NULL, 1), ('쌍화차', 1, 1)");
+    database_.run(
+        "INSERT INTO tPSProductMaster (PM_Name, PM_IsHide, PM_IsTaxed) VALUES ('경옥고', NULL, 1), ('쌍화차', 1, 1)");
     ado::Recordset products;
     products.Open(QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_PK"), database_.connection(),
                   ado::CursorType::Keyset, ado::LockType::Optimistic);
     show();
-    grid_.setColumns({{.field = QStringLiteral("PM_IsHide"), .caption = QStringLiteral("숨기기"), .kind = Kind::Check, .editable = true},
+    grid_.setColumns({{.field = QStringLiteral("PM_IsHide"),
+                       .caption = QStringLiteral("숨기기"),
+                       .kind = Kind::Check,
+                       .editable = true},
                       {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명")},
                       {.field = QStringLiteral("PM_IsTaxed"), .caption = QStringLiteral("과세"), .kind = Kind::Check}});
     grid_.setDataSource(&products);
@@ -155,7 +164,11 @@ TEST_F(GridDesk, ACheckCellIsToggledByClickAndBlankKeyOnlyWhereItCanBe)
         changedColumn = column;
         products.Update();
     });
-    const auto hidden = [&] { return database_.rows("SELECT PM_IsHide, PM_IsTaxed FROM tPSProductMaster ORDER BY PM_PK").join(u' ').toStdString(); };
+    const auto hidden = [&] {
+        return database_.rows("SELECT PM_IsHide, PM_IsTaxed FROM tPSProductMaster ORDER BY PM_PK")
+            .join(u' ')
+            .toStdString();
+    };
 
     click(1, 0);
     EXPECT_EQ(hidden(), "NULL|1 0|1") << "one click takes the row and toggles its cell";

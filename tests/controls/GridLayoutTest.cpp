@@ -27,7 +27,11 @@ protected:
         ASSERT_TRUE(folder_.isValid());
     }
     QHeaderView &header() { return *grid_.horizontalHeader(); }
-    QPoint headerPoint(int column, int fromRight) { return {header().sectionViewportPosition(column) + header().sectionSize(column) - fromRight, header().height() / 2}; }
+    QPoint headerPoint(int column, int fromRight)
+    {
+        return {header().sectionViewportPosition(column) + header().sectionSize(column) - fromRight,
+                header().height() / 2};
+    }
     void drag(QPoint from, QPoint to, bool release = true)
     {
         QTest::mousePress(header().viewport(), Qt::LeftButton, {}, from);
@@ -44,7 +48,8 @@ protected:
         for (int place = 0; place < head.count(); ++place) {
             const int column = head.logicalIndex(place);
             if (!head.isSectionHidden(column))
-                shown << grid.columns()[std::size_t(column)].caption + QStringLiteral(":%1").arg(head.sectionSize(column));
+                shown << grid.columns()[std::size_t(column)].caption
+                             + QStringLiteral(":%1").arg(head.sectionSize(column));
         }
         shown.last() = shown.last().section(u':', 0, 0);
         return shown.join(u' ');
@@ -206,7 +211,7 @@ TEST_F(UserLayout, AFileThatCannotBeWrittenIsAnError)
 {
     EXPECT_THROW(grid_.saveLayout(folder_.filePath("missing/a.tdb"), layoutName), runtime::RuntimeError);
     QObject::connect(&grid_, &RecordsetGrid::layoutChanged, &grid_,
-            [this] { grid_.saveLayout(folder_.filePath("missing/a.tdb"), layoutName); });
+                     [this] { grid_.saveLayout(folder_.filePath("missing/a.tdb"), layoutName); });
     choose(QStringLiteral("택배"));
     ASSERT_EQ(boxes_.messages.size(), 1);
     EXPECT_TRUE(boxes_.messages[0].text.contains("저장하지 못했습니다"));

@@ -19,7 +19,8 @@ class BoundGrid : public GridDesk
 TEST_F(BoundGrid, CellsShowWhatTheRecordsetHoldsByTheirKind)
 {
     makeOrders(3);
-    database_.run("UPDATE tPSOrderMaster SET OrdM_Misugum = NULL, OrdM_Gubun = NULL, OrdM_ETCMemo = NULL WHERE OrdM_PK = 2");
+    database_.run(
+        "UPDATE tPSOrderMaster SET OrdM_Misugum = NULL, OrdM_Gubun = NULL, OrdM_ETCMemo = NULL WHERE OrdM_PK = 2");
     open();
     grid_.setUnboundFetch([](const ado::Bookmark &row, int) { return QStringLiteral("물품 ") + runtime::text(row); });
     show();
@@ -38,15 +39,17 @@ TEST_F(BoundGrid, CellsShowWhatTheRecordsetHoldsByTheirKind)
 
 TEST_F(BoundGrid, ValueItemsTranslateNullAndEmptyApart)
 {
-    database_.run("INSERT INTO tPSTransaction (tpstrans_Method, tpstrans_Money) VALUES (NULL, 1), ('00', 2), ('07', -3)");
+    database_.run(
+        "INSERT INTO tPSTransaction (tpstrans_Method, tpstrans_Money) VALUES (NULL, 1), ('00', 2), ('07', -3)");
     ado::Recordset ledger;
     ledger.Open(QStringLiteral("SELECT * FROM tPSTransaction ORDER BY tpstrans_PK"), database_.connection(),
                 ado::CursorType::Keyset, ado::LockType::Optimistic);
-    grid_.setColumns({{.field = QStringLiteral("tpstrans_Method"),
-                       .caption = QStringLiteral("결재방법"),
-                       .kind = Kind::Values,
-                       .values = {{QString(), QStringLiteral("없음")}, {QStringLiteral("00"), QStringLiteral("현금")}}},
-                      {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money}});
+    grid_.setColumns(
+        {{.field = QStringLiteral("tpstrans_Method"),
+          .caption = QStringLiteral("결재방법"),
+          .kind = Kind::Values,
+          .values = {{QString(), QStringLiteral("없음")}, {QStringLiteral("00"), QStringLiteral("현금")}}},
+         {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money}});
     grid_.setDataSource(&ledger);
     EXPECT_EQ(shown(0, 0), "없음");
     EXPECT_EQ(shown(1, 0), "현금");
@@ -193,9 +196,11 @@ TEST_F(BoundGrid, AFetchThatFailsShowsInItsCellAndIsNotRepeatedWhilePainting)
 TEST_F(BoundGrid, ACellThatCannotBeReadSaysSo)
 {
     database_.run("DROP TABLE tPSOrderMaster");
-    database_.run("CREATE TABLE tPSOrderMaster (OrdM_PK INTEGER PRIMARY KEY, Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Misugum, OrdM_ETCMemo)");
+    database_.run("CREATE TABLE tPSOrderMaster (OrdM_PK INTEGER PRIMARY KEY, Cust_PK, OrdM_Date, OrdM_Gubun, "
+                  "OrdM_Misugum, OrdM_ETCMemo)");
     makeOrders(2);
-    database_.run("UPDATE tPSOrderMaster SET OrdM_Date = 'soon', OrdM_Misugum = 'much', OrdM_Gubun = 'by car' WHERE OrdM_PK = 2");
+    database_.run(
+        "UPDATE tPSOrderMaster SET OrdM_Date = 'soon', OrdM_Misugum = 'much', OrdM_Gubun = 'by car' WHERE OrdM_PK = 2");
     open();
     show();
     for (const int column : {1, owing, 3}) {
@@ -215,7 +220,8 @@ TEST_F(BoundGrid, HeaderClicksAndDoubleClicksReachTheirHandlers)
     QSignalSpy heads(&grid_, &RecordsetGrid::headClick);
     QSignalSpy doubles(&grid_, &RecordsetGrid::rowDoubleClicked);
     const QHeaderView &header = *grid_.horizontalHeader();
-    QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(header.sectionViewportPosition(5) + 20, header.height() / 2));
+    QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
+                      QPoint(header.sectionViewportPosition(5) + 20, header.height() / 2));
     ASSERT_EQ(heads.count(), 1);
     EXPECT_EQ(heads[0][0].toInt(), 5);
 

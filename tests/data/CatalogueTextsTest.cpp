@@ -18,7 +18,11 @@ Currency won(qint64 amount)
 
 TEST(CatalogueTexts, FillTheirPlacesInTurn)
 {
-    const struct { const char *what; QString text, holds, doesNotHold; } table[] = {
+    const struct
+    {
+        const char *what;
+        QString text, holds, doesNotHold;
+    } table[] = {
         {"quotes of a method and a memo are doubled", clsSQL().InsertTransactionSQL(1, Day, 3, -5, 2, "'", "a''b'"),
          "VALUES (1, '2026-03-09', 3, -5, 2, '''', 'a''''b''')", "["},
         {"left-out texts are empty", clsSQL().InsertTransactionSQL(1, Day, 3, 5, 2), "2, '', '')", "["},
@@ -33,12 +37,15 @@ TEST(CatalogueTexts, FillTheirPlacesInTurn)
         {"the key of the full update stays a bare word",
          clsSQL().updateOrderMasterFullSQL(77, 1, {}, {}, {}, {}, won(1), won(2), won(3), won(4), won(5), {}),
          "WHERE OrdM_PK = lngOrdMPK ", "77"},
-        {"the memo update names no order", clsSQL().updateOrderMasterMemoSQL(77, 78, "m").toString(), "OrdM_ETCMemo = 'm')", "7"},
-        {"a ledger row's mark and kind are left out", clsSQL().InsertPSTransaction(1, Day, 3, 5, 2, "0'1", "mark", "kind"),
-         "3, 5, '0''1', '')", "k"},
+        {"the memo update names no order", clsSQL().updateOrderMasterMemoSQL(77, 78, "m").toString(),
+         "OrdM_ETCMemo = 'm')", "7"},
+        {"a ledger row's mark and kind are left out",
+         clsSQL().InsertPSTransaction(1, Day, 3, 5, 2, "0'1", "mark", "kind"), "3, 5, '0''1', '')", "k"},
         {"money keeps a fraction where there is one",
-         clsSQL().insDB2OrderDetailSQL(1, 2, Currency::fromScaled(-15000), won(0), 1, 0), "VALUES(1, 2, -1.5, 0, 1, 0)", "<"},
-        {"money beyond 32 bits has no grouping", clsSQL().updateOrderMasterTotalSQL(1, won(30000000000), won(0), won(0), won(0), won(0)),
+         clsSQL().insDB2OrderDetailSQL(1, 2, Currency::fromScaled(-15000), won(0), 1, 0), "VALUES(1, 2, -1.5, 0, 1, 0)",
+         "<"},
+        {"money beyond 32 bits has no grouping",
+         clsSQL().updateOrderMasterTotalSQL(1, won(30000000000), won(0), won(0), won(0), won(0)),
          "OrdM_TaxTotal=30000000000,", "["},
         {"a date may come as a value of any kind", clsSQL().getOrderMasterPKSQL(1, QVariant(Day)), "'2026-03-09'", "["},
         {"only the exact place is replaced", statement::fill(u"[a] [A] [A", {{u"[A]", u"x"_qs}}), "[a] x [A", "[A]"},
@@ -75,7 +82,9 @@ TEST(GeneralSQL, ReadsAnyValueAsANumber)
     {
         QVariant value;
         double number;
-    } table[] = {{QVariant(), 0}, {"abc", 0}, {"", 0}, {"1,234.5", 1234.5}, {-7, -7}, {QVariant::fromValue(won(50)), 50}, {2.5, 2.5}};
+    } table[] = {{QVariant(), 0},     {"abc", 0}, {"", 0},
+                 {"1,234.5", 1234.5}, {-7, -7},   {QVariant::fromValue(won(50)), 50},
+                 {2.5, 2.5}};
     for (const auto &row : table)
         EXPECT_DOUBLE_EQ(varToDouble(row.value), row.number) << row.value.toString().toStdString();
     EXPECT_EQ(sqlEscapeQuotes("'a''"), "''a''''");

@@ -17,6 +17,7 @@ TestDatabase &filledToWrite(ado::Engine engine);
 /// The names of the columns, then the rows that follow, a line each, values with their types.
 QStringList render(ado::Recordset &rows);
 /// Opens the statement and renders it; "refused" when the engine does not run it.
-QStringList rowsOf(const QString &statement, const ado::ConnectionPtr &connection, ado::CursorType cursor = ado::CursorType::Static);
+QStringList rowsOf(const QString &statement, const ado::ConnectionPtr &connection,
+                   ado::CursorType cursor = ado::CursorType::Static);
 
 } // namespace clinic

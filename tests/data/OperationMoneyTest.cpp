@@ -30,7 +30,9 @@ protected:
 
     qint32 rowsLeft(qint32 key)
     {
-        return database_.value(QStringLiteral("SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK=%1").arg(key)).toInt();
+        return database_
+            .value(QStringLiteral("SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK=%1").arg(key))
+            .toInt();
     }
 
     TestDatabase &database_;
@@ -47,7 +49,8 @@ struct SumCase
     qint32 expected;
 };
 
-#define SUM(call) [](clsOperationMoney &m, [[maybe_unused]] const ado::ConnectionPtr &cn, qint32 &out) { return m.call; }
+#define SUM(call)                                                                                                      \
+    [](clsOperationMoney &m, [[maybe_unused]] const ado::ConnectionPtr &cn, qint32 &out) { return m.call; }
 
 const std::vector<SumCase> &sumCases()
 {
@@ -134,7 +137,11 @@ TEST_P(OperationMoney, TellsWhetherAKeyHasRows)
 
 TEST_P(OperationMoney, DeletesOnlyMarkedRowsWhenAMarkIsGiven)
 {
-    const struct { const char *mark; qint32 left; } table[] = {{"x", 7}, {"표", 6}, {"' OR '1'='1", 6}, {"표'시", 5}, {"", 0}};
+    const struct
+    {
+        const char *mark;
+        qint32 left;
+    } table[] = {{"x", 7}, {"표", 6}, {"' OR '1'='1", 6}, {"표'시", 5}, {"", 0}};
     for (const auto &row : table) {
         EXPECT_EQ(money_.OPM_DeleteAllByReceipt(connection_, 101, QString::fromUtf8(row.mark)), 0) << row.mark;
         EXPECT_EQ(rowsLeft(101), row.left) << row.mark;
@@ -144,8 +151,14 @@ TEST_P(OperationMoney, DeletesOnlyMarkedRowsWhenAMarkIsGiven)
 
 TEST_P(OperationMoney, SplitsAPeriodByMedium)
 {
-    const struct { const char *what; int first, last; qint32 cash, bank, card; } table[] = {
-        {"NULL, 00, 10 and an unknown 03 are cash; 02 and 12 bank; 01 and 11 card; refunds subtract", 1, 30, 12500, 2800, 9100},
+    const struct
+    {
+        const char *what;
+        int first, last;
+        qint32 cash, bank, card;
+    } table[] = {
+        {"NULL, 00, 10 and an unknown 03 are cash; 02 and 12 bank; 01 and 11 card; refunds subtract", 1, 30, 12500,
+         2800, 9100},
         {"both ends are in", 5, 5, 10000, 0, 5000},
         {"a negative payment and a refund", 7, 7, -500, 0, -300},
         {"nothing", 10, 12, 0, 0, 0},
@@ -153,7 +166,8 @@ TEST_P(OperationMoney, SplitsAPeriodByMedium)
     };
     for (const auto &row : table) {
         qint32 cash = 1, bank = 1, card = 1;
-        EXPECT_TRUE(money_.OPM_GetPayByCustPeriodCatagory(connection_, 1, day(row.first), day(row.last), cash, bank, card));
+        EXPECT_TRUE(
+            money_.OPM_GetPayByCustPeriodCatagory(connection_, 1, day(row.first), day(row.last), cash, bank, card));
         EXPECT_EQ(std::tuple(cash, bank, card), std::tuple(row.cash, row.bank, row.card)) << row.what;
     }
 }
@@ -169,7 +183,13 @@ TEST_P(OperationMoney, SumsOneReceipt)
 
 TEST_P(OperationMoney, HandsOutTheTreatmentReceiptsOfSomeDays)
 {
-    const struct { const char *what; QList<QDate> days; qint32 bonin, halin, jeolsa, sunap, refund; int rows; } table[] = {
+    const struct
+    {
+        const char *what;
+        QList<QDate> days;
+        qint32 bonin, halin, jeolsa, sunap, refund;
+        int rows;
+    } table[] = {
         {"all days when none is given", {}, 6500, 30, 10, 4990, 700, 6},
         {"two days", {day(1), day(20)}, 6500, 30, 10, 4990, 700, 5},
         {"one day", {day(20)}, 1500, 30, 0, 0, 700, 2},
@@ -179,8 +199,11 @@ TEST_P(OperationMoney, HandsOutTheTreatmentReceiptsOfSomeDays)
     ado::Recordset rows; // stays open from one call to the next, as a caller's does
     for (const auto &row : table) {
         qint32 bonin = 1, halin = 1, jeolsa = 1, sunap = 1, refund = 1;
-        EXPECT_EQ(money_.OPM_MakeTransactionRecordSet(connection_, 1, row.days, &rows, bonin, halin, jeolsa, sunap, refund), 0);
-        EXPECT_EQ(std::tuple(bonin, halin, jeolsa, sunap, refund), std::tuple(row.bonin, row.halin, row.jeolsa, row.sunap, row.refund))
+        EXPECT_EQ(
+            money_.OPM_MakeTransactionRecordSet(connection_, 1, row.days, &rows, bonin, halin, jeolsa, sunap, refund),
+            0);
+        EXPECT_EQ(std::tuple(bonin, halin, jeolsa, sunap, refund),
+                  std::tuple(row.bonin, row.halin, row.jeolsa, row.sunap, row.refund))
             << row.what;
         EXPECT_EQ(clinic::render(rows).size() - 1, row.rows) << row.what;
     }
@@ -201,8 +224,9 @@ TEST_P(OperationMoney, ListsPaymentsAndRefundsThatAreToBeSubmitted)
         return lines;
     };
     // Rows of 0 or no money are never listed: the customer's payments of the 20th are not there.
-    QStringList all{"김영희 1 3 2000",  "김영희 2 3 5390", "김영희 3 3 1000",  "김영희 3 4 300",   "김영희 5 3 15000", "김영희 6 3 2850",
-                    "김영희 7 3 -500", "김영희 7 4 300",  "김영희 20 4 740", "박'철수 24 3 1", "박'철수 24 4 900"};
+    QStringList all{"김영희 1 3 2000",  "김영희 2 3 5390", "김영희 3 3 1000", "김영희 3 4 300",
+                    "김영희 5 3 15000", "김영희 6 3 2850", "김영희 7 3 -500", "김영희 7 4 300",
+                    "김영희 20 4 740",  "박'철수 24 3 1",  "박'철수 24 4 900"};
     all.sort();
     EXPECT_EQ(listed(true).join(u'\n').toStdString(), all.join(u'\n').toStdString());
     all.replace(all.indexOf("김영희 1 3 2000"), "김영희 1 3 1000");
@@ -219,8 +243,15 @@ TEST_P(OperationMoney, IsCalledByNameWithAmountsWrittenBack)
     EXPECT_EQ(arguments.at(1).toInt(), 70);
 
     ado::Recordset rows;
-    QVariantList builder{QVariant::fromValue(connection_), 1,  QVariant::fromValue(QList<QDate>{day(20)}),
-                         QVariant::fromValue(&rows),       0, 0, 0, 0, 0};
+    QVariantList builder{QVariant::fromValue(connection_),
+                         1,
+                         QVariant::fromValue(QList<QDate>{day(20)}),
+                         QVariant::fromValue(&rows),
+                         0,
+                         0,
+                         0,
+                         0,
+                         0};
     EXPECT_EQ(automation::call(byName, "OPM_MakeTransactionRecordSet", builder).toInt(), 0);
     EXPECT_EQ(builder.at(4).toInt(), 1500);
     EXPECT_TRUE(rows.hasCurrent());

@@ -13,12 +13,17 @@ namespace {
 class OrderTotals : public testing::TestWithParam<ado::Engine>
 {
 protected:
-    OrderTotals() : database_(clinic::filledToWrite(GetParam())), connection_(database_.connection()) {}
+    OrderTotals()
+        : database_(clinic::filledToWrite(GetParam()))
+        , connection_(database_.connection())
+    {
+    }
 
     QString totalsOf(qint32 order)
     {
         return database_.value(QStringLiteral("SELECT OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, "
-                                              "OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(order));
+                                              "OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = %1")
+                                   .arg(order));
     }
 
     TestDatabase &database_;
@@ -28,7 +33,12 @@ protected:
 TEST_P(OrderTotals, AreTheSumsOfTheLinesAndLeaveOutstandingMoneyAlone)
 {
     // totals: taxed, tax-free, discounts, total, outstanding
-    const struct { const char *what; qint32 order; QString totals; } table[] = {
+    const struct
+    {
+        const char *what;
+        qint32 order;
+        QString totals;
+    } table[] = {
         {"a return subtracts; service and loss add nothing", 101, "1800|0|300|1800|500"},
         {"a line whose product is gone counts among the discounts alone", 102, "0|85000|5020|85000|0"},
         {"a line without price adds nothing", 103, "100000|0|0|100000|NULL"},
@@ -73,14 +83,20 @@ TEST_P(OrderTotals, CountProductsInUse)
 TEST_P(OrderTotals, KeepAMuchSoldProductInUse)
 {
     for (int doubled = 0; doubled < 14; ++doubled)
-        connection_->Execute("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK) SELECT OrdM_PK, PM_PK FROM tPSOrderDetail WHERE PM_PK = 2");
+        connection_->Execute(
+            "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK) SELECT OrdM_PK, PM_PK FROM tPSOrderDetail WHERE PM_PK = 2");
     ASSERT_EQ(database_.value("SELECT COUNT(*) FROM tPSOrderDetail WHERE PM_PK = 2"), "49152");
     EXPECT_EQ(clsFunctions().CountNoOfProductUsed(connection_, 2), 32767);
 }
 
 TEST_P(OrderTotals, AndTheLedgerGiveTheBalance)
 {
-    const struct { const char *what; qint32 operation, money; qint64 balance, outstanding; } table[] = {
+    const struct
+    {
+        const char *what;
+        qint32 operation, money;
+        qint64 balance, outstanding;
+    } table[] = {
         {"nothing taken", 0, 0, 2700, 2700},
         {"a payment", 3, 2000, 700, 700},
         {"and a cut", 1, 100, 600, 600},
@@ -96,7 +112,8 @@ TEST_P(OrderTotals, AndTheLedgerGiveTheBalance)
     orders.setBookmark(101);
     for (const auto &row : table) {
         if (row.operation)
-            connection_->Execute(clsSQL().InsertTransactionSQL(1, QDate(2026, 11, 1), qint16(row.operation), row.money, 101));
+            connection_->Execute(
+                clsSQL().InsertTransactionSQL(1, QDate(2026, 11, 1), qint16(row.operation), row.money, 101));
         EXPECT_EQ(calcOrderBalance(&orders, connection_, 1, 101), Currency::fromWon(row.balance)) << row.what;
         EXPECT_EQ(calcOrderMisugum(&orders, connection_, 1, 101), Currency::fromWon(row.outstanding)) << row.what;
     }

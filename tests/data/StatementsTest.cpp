@@ -25,7 +25,8 @@ protected:
         } catch (const runtime::RuntimeError &) {
             return {QStringLiteral("refused")};
         }
-        return clinic::rowsOf(QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(asked.table, asked.key), connection, cursor);
+        return clinic::rowsOf(QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(asked.table, asked.key), connection,
+                              cursor);
     }
 };
 
@@ -64,20 +65,29 @@ TEST_P(KnownRows, OfTheStatements)
         {"the first of two orders of a day is the lower key", "OrderKeyOfTwo", {"int 101", "int 102"}},
         {"no lines under a key that is none", "DetailsOfKeyZero", {}},
         {"no lines under a key that is none", "DetailsOfNoKey", {}},
-        {"operator 1 bears the label of discounts here", "AllTranAmount",
-         {"runtime::Currency 70|runtime::Currency 200|runtime::Currency 3400|runtime::Currency 300|runtime::Currency 3300|"
+        {"operator 1 bears the label of discounts here",
+         "AllTranAmount",
+         {"runtime::Currency 70|runtime::Currency 200|runtime::Currency 3400|runtime::Currency 300|runtime::Currency "
+          "3300|"
           "runtime::Currency 400|NULL|NULL"}},
-        {"and its own on receipts", "ReceiptTotals",
-         {"runtime::Currency 200|runtime::Currency 70|runtime::Currency 3400|runtime::Currency 300|runtime::Currency 3000|"
+        {"and its own on receipts",
+         "ReceiptTotals",
+         {"runtime::Currency 200|runtime::Currency 70|runtime::Currency 3400|runtime::Currency 300|runtime::Currency "
+          "3000|"
           "runtime::Currency 400|NULL|NULL|NULL"}},
-        {"a NULL method is cash on receipts, whatever the operator", "ReceiptTotalsWithNulls",
-         {"NULL|NULL|runtime::Currency 0|runtime::Currency 40|runtime::Currency 130|runtime::Currency 0|NULL|NULL|NULL"}},
+        {"a NULL method is cash on receipts, whatever the operator",
+         "ReceiptTotalsWithNulls",
+         {"NULL|NULL|runtime::Currency 0|runtime::Currency 40|runtime::Currency 130|runtime::Currency "
+          "0|NULL|NULL|NULL"}},
         {"a NULL operator counts as received", "TotalReceived", {"runtime::Currency 90"}},
         {"losses, service, sales; a return comes back", "StockOut", {"runtime::Currency 2|NULL|runtime::Currency 3"}},
         {"fractions of a unit", "StockIn", {"runtime::Currency 13.5"}},
-        {"a dealer search reads brackets as a class of letters", "DealersByName",
-         {"int 2|QString [CPNAME] 상사|QString |QString |QString |QString |bool True", "int 7|QString banana|QString |QString |"
-          "QString |QString |bool False", "int 3|QString Pine|QString |NULL|QString |QString |bool False"}},
+        {"a dealer search reads brackets as a class of letters",
+         "DealersByName",
+         {"int 2|QString [CPNAME] 상사|QString |QString |QString |QString |bool True",
+          "int 7|QString banana|QString |QString |"
+          "QString |QString |bool False",
+          "int 3|QString Pine|QString |NULL|QString |QString |bool False"}},
     };
     const std::vector<StatementCase> cases = statementCases();
     const ado::ConnectionPtr connection = clinic::filled(GetParam()).connection();

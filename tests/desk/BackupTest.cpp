@@ -28,7 +28,10 @@ const QString written = QStringLiteral("SELECT COUNT(*) FROM tPSOrderMaster WHER
 class BusyDesk
 {
 public:
-    explicit BusyDesk(const QSqlDatabase &like) : desk_([this, like = like.connectionName()] { sell(like); }) {}
+    explicit BusyDesk(const QSqlDatabase &like)
+        : desk_([this, like = like.connectionName()] { sell(like); })
+    {
+    }
     ~BusyDesk() { stop(); }
 
     void stop()
@@ -55,11 +58,16 @@ private:
             while (!stopped_) {
                 database.transaction();
                 const int key = 100'000 + sales_;
-                bool fine = query.exec(QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, "
-                                                      "OrdM_TaxTotal, OrdM_ETCMemo) VALUES (%1, 1, '2026-11-24', 700, 700, 'written')")
-                                           .arg(key));
-                fine = query.exec(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) "
-                                                 "SELECT %1, MIN(PM_PK), 700, 0, 1 FROM tPSProductMaster WHERE PM_IsTaxed = 1").arg(key))
+                bool fine = query.exec(
+                    QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, "
+                                   "OrdM_TaxTotal, OrdM_ETCMemo) VALUES (%1, 1, '2026-11-24', 700, 700, 'written')")
+                        .arg(key));
+                fine =
+                    query.exec(
+                        QStringLiteral(
+                            "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) "
+                            "SELECT %1, MIN(PM_PK), 700, 0, 1 FROM tPSProductMaster WHERE PM_IsTaxed = 1")
+                            .arg(key))
                     && fine;
                 EXPECT_TRUE(database.commit() && fine) << query.lastError().text().toStdString();
                 ++sales_;
@@ -76,7 +84,11 @@ private:
 class Backup : public testing::TestWithParam<ado::Engine>
 {
 protected:
-    Backup() : clinic_(GetParam(), false) { sample::fill(*clinic_.connection(), sample::Size::Small); }
+    Backup()
+        : clinic_(GetParam(), false)
+    {
+        sample::fill(*clinic_.connection(), sample::Size::Small);
+    }
 
     QString file(const char *name) const { return folder_.filePath(QString::fromLatin1(name)); }
     QStringList files() const { return QDir(folder_.path()).entryList(QDir::Files); }
@@ -119,7 +131,8 @@ INSTANTIATE_TEST_SUITE_P(Engines, Backup, testing::Values(ado::Engine::SQLite, a
 TEST_P(Backup, IsTheClinicAtOneMomentWhileADeskSells)
 {
     // Large enough for several steps of the copying.
-    clinic_.run(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('large', '%1')").arg(QString(9'000'000, u'x')));
+    clinic_.run(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('large', '%1')")
+                    .arg(QString(9'000'000, u'x')));
     BusyDesk desk(clinic_.connection()->database());
     desk.waitForMore(5);
     int told = 0;
@@ -147,8 +160,8 @@ TEST_P(Backup, ComesBackUnderOpenDesksAndKeepsWhatWasThere)
     const QStringList before = contentOf(clinic_);
     backup::backUp(clinic_.address(), file("good.backup"));
     ado::Recordset orders;
-    orders.Open(QStringLiteral("SELECT * FROM tPSOrderMaster WHERE OrdM_PK = 1"), clinic_.connection(), ado::CursorType::Keyset,
-                ado::LockType::Optimistic);
+    orders.Open(QStringLiteral("SELECT * FROM tPSOrderMaster WHERE OrdM_PK = 1"), clinic_.connection(),
+                ado::CursorType::Keyset, ado::LockType::Optimistic);
     for (const char *damage : {"DELETE FROM tPSOrderDetail", "DELETE FROM tPSOrderMaster WHERE OrdM_PK < 300",
                                "UPDATE Customer SET name = '아무개', vip = NULL",
                                "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')"})
@@ -186,8 +199,10 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     if (GetParam() == ado::Engine::SQLite)
         older.run(QStringLiteral("VACUUM INTO '%1'").arg(file("older.backup")));
     else
-        ASSERT_EQ(QProcess::execute(QStringLiteral("pg_dump"), {QStringLiteral("-Fc"), QStringLiteral("-f"), file("older.backup"),
-                                                                QStringLiteral("-d"), older.address()}), 0);
+        ASSERT_EQ(
+            QProcess::execute(QStringLiteral("pg_dump"), {QStringLiteral("-Fc"), QStringLiteral("-f"),
+                                                          file("older.backup"), QStringLiteral("-d"), older.address()}),
+            0);
     const QStringList before = contentOf(clinic_);
     const QStringList filesBefore = files();
 
@@ -200,24 +215,31 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     EXPECT_THAT(restoring("torn.backup"), testing::HasSubstr("손상된"));
     EXPECT_THAT(restoring("older.backup"), testing::HasSubstr("한의원"));
     EXPECT_THAT(restoring("other.backup"), testing::HasSubstr("이 주소에 되돌릴 수 없습니다"));
-    EXPECT_THAT(refusal([&] { backup::backUp(older.address(), file("older2.backup")); }), testing::HasSubstr("데이터베이스"));
-    EXPECT_THAT(refusal([&] { backup::backUp(clinic_.address(), file("good.backup")); }), testing::HasSubstr("이미 있는"));
-    EXPECT_THAT(refusal([&] { backup::backUp(clinic_.address(), file("no/such/folder")); }), testing::Not(testing::IsEmpty()));
-    EXPECT_THAT(refusal([&] { backup::backUp(QStringLiteral("odbc:DSN=clinic"), file("x")); }), testing::HasSubstr("ODBC"));
+    EXPECT_THAT(refusal([&] { backup::backUp(older.address(), file("older2.backup")); }),
+                testing::HasSubstr("데이터베이스"));
+    EXPECT_THAT(refusal([&] { backup::backUp(clinic_.address(), file("good.backup")); }),
+                testing::HasSubstr("이미 있는"));
+    EXPECT_THAT(refusal([&] { backup::backUp(clinic_.address(), file("no/such/folder")); }),
+                testing::Not(testing::IsEmpty()));
+    EXPECT_THAT(refusal([&] { backup::backUp(QStringLiteral("odbc:DSN=clinic"), file("x")); }),
+                testing::HasSubstr("ODBC"));
     const backup::Progress stop = [](qint64, qint64) { return false; };
     EXPECT_THAT(refusal([&] { backup::backUp(clinic_.address(), file("stopped"), stop); }), testing::HasSubstr("중단"));
     EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
     EXPECT_EQ(joined(files()), joined(filesBefore));
     EXPECT_EQ(read("good.backup"), good);
 
-    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup"), stop); }), testing::HasSubstr("중단"));
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup"), stop); }),
+                testing::HasSubstr("중단"));
     EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
 }
 
 TEST(BackupOfAFile, ReplacesADamagedClinicAndMakesAMissingOne)
 {
     const QTemporaryDir folder;
-    const auto address = [&](const char *name) { return QStringLiteral("sqlite:") + folder.filePath(QString::fromLatin1(name)); };
+    const auto address = [&](const char *name) {
+        return QStringLiteral("sqlite:") + folder.filePath(QString::fromLatin1(name));
+    };
     sample::makeClinic(address("clinic.db"), sample::Size::Small);
     backup::backUp(address("clinic.db"), folder.filePath("good.backup"));
     {
@@ -235,7 +257,9 @@ TEST(BackupOfAFile, ReplacesADamagedClinicAndMakesAMissingOne)
     for (const char *name : {"clinic.db", "other.db"}) {
         const ado::ConnectionPtr restored = ado::Connection::open(address(name));
         EXPECT_EQ(check::examineFile(*restored).violations, 0);
-        EXPECT_EQ(check::examine(*restored, {{}, {}, QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster")}, 0ms).violations, 320);
+        EXPECT_EQ(
+            check::examine(*restored, {{}, {}, QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster")}, 0ms).violations,
+            320);
     }
     EXPECT_ANY_THROW(backup::restore(address("clinic.db"), folder.filePath("clinic.db")));
 }

@@ -65,17 +65,25 @@ INSTANTIATE_TEST_SUITE_P(Engines, Check, testing::ValuesIn(allEngines), engineNa
 TEST_P(Check, FindsEachDamageAndNothingBeside)
 {
     // The keys: order 1 is patient 1's here, with lines of normal sale and a ledger; 900 and above are nobody's.
-    const struct { const char *damage, *title; } damages[]{
-        {"UPDATE tPSOrderMaster SET OrdM_TaxTotal = OrdM_TaxTotal + 1 WHERE OrdM_PK = 1", "총액이 과세·비과세 합계와 다른 주문"},
-        {"UPDATE tPSOrderMaster SET OrdM_Total = OrdM_Total + 1, OrdM_TaxFreeTotal = OrdM_TaxFreeTotal + 1 WHERE OrdM_PK = 1",
+    const struct
+    {
+        const char *damage, *title;
+    } damages[]{
+        {"UPDATE tPSOrderMaster SET OrdM_TaxTotal = OrdM_TaxTotal + 1 WHERE OrdM_PK = 1",
+         "총액이 과세·비과세 합계와 다른 주문"},
+        {"UPDATE tPSOrderMaster SET OrdM_Total = OrdM_Total + 1, OrdM_TaxFreeTotal = OrdM_TaxFreeTotal + 1 WHERE "
+         "OrdM_PK = 1",
          "총액이 판매 내역의 합계와 다른 주문"},
-        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (1, 1, 500, 100, -2)",
+        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (1, 1, 500, "
+         "100, -2)",
          "총액이 판매 내역의 합계와 다른 주문"},
         {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1", "총액이 판매 내역의 합계와 다른 주문"},
         {"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (900, '2026-01-01')", "환자가 없는 주문"},
-        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (0, 1, '2026-01-01')", "번호가 0 이하인 주문"},
+        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (0, 1, '2026-01-01')",
+         "번호가 0 이하인 주문"},
         {"UPDATE tPSOrderMaster SET OrdM_Gubun = 3 WHERE OrdM_PK = 1", "수령 방법이 잘못된 주문"},
-        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (90000, 1, 0, 0, 1)",
+        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (90000, 1, 0, "
+         "0, 1)",
          "주문이 없는 판매 내역"},
         {"UPDATE tPSOrderDetail SET OrdD_OrderType = 3 WHERE OrdM_PK = 1", "판매 종류가 잘못된 판매 내역"},
         {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit) VALUES (1, 1, 500, 0)",
@@ -83,14 +91,20 @@ TEST_P(Check, FindsEachDamageAndNothingBeside)
         {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
          "VALUES (1, 1, 500, 500, 1, 2)",
          "값이 붙은 서비스·망실 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = 90000 WHERE tpstrans_PK = 1", "주문도 진료 영수증도 없는 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = NULL WHERE tpstrans_PK = 1", "주문도 진료 영수증도 없는 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = 90000 WHERE tpstrans_PK = 1",
+         "주문도 진료 영수증도 없는 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = NULL WHERE tpstrans_PK = 1",
+         "주문도 진료 영수증도 없는 수납 내역"},
         {"UPDATE tPSTransaction SET tpstrans_Customer_PK = tpstrans_Customer_PK + 1 WHERE tpstrans_PK = 1",
          "다른 환자의 주문에 적힌 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Operator = 0 WHERE tpstrans_PK = 1", "방법이나 결재 코드가 잘못된 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Operator = 5 WHERE tpstrans_PK = 1", "방법이나 결재 코드가 잘못된 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Method = '03' WHERE tpstrans_PK = 1", "방법이나 결재 코드가 잘못된 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Money = NULL WHERE tpstrans_PK = 1", "금액이 없거나 범위를 벗어난 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_Operator = 0 WHERE tpstrans_PK = 1",
+         "방법이나 결재 코드가 잘못된 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_Operator = 5 WHERE tpstrans_PK = 1",
+         "방법이나 결재 코드가 잘못된 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_Method = '03' WHERE tpstrans_PK = 1",
+         "방법이나 결재 코드가 잘못된 수납 내역"},
+        {"UPDATE tPSTransaction SET tpstrans_Money = NULL WHERE tpstrans_PK = 1",
+         "금액이 없거나 범위를 벗어난 수납 내역"},
         {"UPDATE tPSIncoming SET CM_PK = 900 WHERE IN_PK = 1", "거래처가 없는 구매 내역"},
         {"UPDATE tPSProductMaster SET PM_Name = '  ' WHERE PM_PK = 1", "분류나 물품명이 없는 물품"},
         {"UPDATE tPSCompanyMaster SET CM_Name = '' WHERE CM_PK = 1", "이름이 없는 거래처"},
@@ -100,7 +114,8 @@ TEST_P(Check, FindsEachDamageAndNothingBeside)
     QStringList reported;
     for (const auto &damage : damages) {
         const QString title = QString::fromUtf8(damage.title);
-        EXPECT_EQ(found(QString::fromUtf8(damage.damage)).join(u'\n').toStdString(), title.toStdString()) << damage.damage;
+        EXPECT_EQ(found(QString::fromUtf8(damage.damage)).join(u'\n').toStdString(), title.toStdString())
+            << damage.damage;
         reported << title;
     }
     for (const check::Query &query : check::queries())
@@ -121,11 +136,13 @@ TEST_P(Check, LetsPassWhatTheDesksThemselvesMake)
              // The desk's own treatment receipts, one of them under the key of another patient's order.
              "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
              "tpstrans_Money, tpstrans_Method) VALUES (1, 10000001, '2026-01-01', 3, 1, '')",
-             "INSERT INTO Receipt (Receipt_PK, Customer_PK) SELECT OrdM_PK, 31 - Cust_PK FROM tPSOrderMaster WHERE OrdM_PK = 2;"
+             "INSERT INTO Receipt (Receipt_PK, Customer_PK) SELECT OrdM_PK, 31 - Cust_PK FROM tPSOrderMaster WHERE "
+             "OrdM_PK = 2;"
              "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Operator, tpstrans_Money) "
              "SELECT Customer_PK, Receipt_PK, 3, 50 FROM Receipt WHERE Receipt_PK = 2",
              // An order whose line did not follow; a second one of the day; the last line taken away.
-             "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total) SELECT Cust_PK, OrdM_Date, 0 FROM tPSOrderMaster "
+             "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total) SELECT Cust_PK, OrdM_Date, 0 FROM "
+             "tPSOrderMaster "
              "WHERE OrdM_PK = 1",
              "DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1;"
              "UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal = 0 WHERE OrdM_PK = 1",
@@ -142,14 +159,17 @@ TEST_P(Check, LetsPassWhatTheDesksThemselvesMake)
 
 TEST_P(Check, ShowsTheFirstRowsWithTheirKeys)
 {
-    const check::Query many{QStringLiteral("많은 주문"), QStringLiteral("없음"),
-                            QStringLiteral("SELECT OrdM_PK AS 주문번호, CASE WHEN OrdM_PK > 1 THEN OrdM_Date END AS 날짜, "
-                                           "OrdM_TaxTotal - OrdM_TaxTotal AS 금액, '' AS 메모 FROM tPSOrderMaster ORDER BY OrdM_PK")};
+    const check::Query many{
+        QStringLiteral("많은 주문"), QStringLiteral("없음"),
+        QStringLiteral("SELECT OrdM_PK AS 주문번호, CASE WHEN OrdM_PK > 1 THEN OrdM_Date END AS 날짜, "
+                       "OrdM_TaxTotal - OrdM_TaxTotal AS 금액, '' AS 메모 FROM tPSOrderMaster ORDER BY OrdM_PK")};
     const check::Finding finding = check::examine(*connection_, many, 1ms);
     EXPECT_EQ(finding.violations, 320);
     EXPECT_EQ(finding.firstRows.size(), check::ShownRows);
     EXPECT_EQ(finding.firstRows.value(0).toStdString(), "주문번호 1 · 날짜 (없음) · 금액 0 · 메모 (빈 값)");
-    EXPECT_EQ(check::examine(*connection_, {many.title, many.remedy, QStringLiteral("SELECT nothing")}, 0ms).failure.isEmpty(), false);
+    EXPECT_EQ(check::examine(*connection_, {many.title, many.remedy, QStringLiteral("SELECT nothing")}, 0ms)
+                  .failure.isEmpty(),
+              false);
 }
 
 TEST(CheckQueries, CountOnlyWhatStandsTwice)

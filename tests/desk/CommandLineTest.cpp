@@ -33,14 +33,16 @@ protected:
             environment.insert(QString::fromLatin1(folder), folder_.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         process.setProcessEnvironment(environment);
-        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/desk"), arguments.replace("~", folder_.path() + "/").split(' '));
+        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/desk"),
+                      arguments.replace("~", folder_.path() + "/").split(' '));
         if (!process.waitForFinished(60'000)) {
             process.kill();
             process.waitForFinished();
             return {-1, {}, QStringLiteral("did not end")};
         }
         const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        return {status, QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+        return {status, QString::fromUtf8(process.readAllStandardOutput()),
+                QString::fromUtf8(process.readAllStandardError())};
     }
 
     QString inFolder(const QString &name) const { return folder_.filePath(name); }
@@ -60,7 +62,10 @@ TEST_F(CommandLine, AnswersWrongUseWithAMessageAndStatusTwo)
     write(QStringLiteral("bare.db"), {});
     write(QStringLiteral("notes.txt"), QByteArray(5'000, 'x'));
     ASSERT_EQ(desk("--database sqlite:~clinic.db --make small").status, 0);
-    const struct { const char *arguments, *complaint; } uses[]{
+    const struct
+    {
+        const char *arguments, *complaint;
+    } uses[]{
         {"--patients", "모르는 옵션입니다: --patients"},
         {"clinic.db", "모르는 옵션입니다: clinic.db"},
         {"--make", "옵션에 값이 없습니다: --make"},
@@ -89,7 +94,8 @@ TEST_F(CommandLine, AnswersWrongUseWithAMessageAndStatusTwo)
     for (const auto &use : uses) {
         const Outcome outcome = desk(use.arguments);
         EXPECT_EQ(outcome.status, 2) << use.arguments;
-        EXPECT_TRUE(outcome.complaint.contains(use.complaint)) << use.arguments << "\n" << outcome.complaint.toStdString();
+        EXPECT_TRUE(outcome.complaint.contains(use.complaint)) << use.arguments << "\n"
+                                                               << outcome.complaint.toStdString();
     }
     EXPECT_FALSE(QFile::exists(inFolder(QStringLiteral("none.db"))));
     EXPECT_FALSE(QFile::exists(inFolder(QStringLiteral("out"))));
@@ -111,12 +117,14 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
     EXPECT_TRUE(saved.complaint.contains("(100%)")) << saved.complaint.toStdString();
 
     QProcess damage; // the database's own command-line tool
-    damage.start(QStringLiteral("sqlite3"), {inFolder(QStringLiteral("clinic.db")),
-                                             QStringLiteral("UPDATE tPSTransaction SET tpstrans_Operator = 7 WHERE tpstrans_PK = 5")});
+    damage.start(QStringLiteral("sqlite3"),
+                 {inFolder(QStringLiteral("clinic.db")),
+                  QStringLiteral("UPDATE tPSTransaction SET tpstrans_Operator = 7 WHERE tpstrans_PK = 5")});
     ASSERT_TRUE(damage.waitForFinished() && damage.exitCode() == 0);
     const Outcome violated = desk(database + "--check");
     EXPECT_EQ(violated.status, 1);
-    for (const char *told : {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "18개 항목 중 1개에서"})
+    for (const char *told :
+         {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "18개 항목 중 1개에서"})
         EXPECT_TRUE(violated.output.contains(QString::fromUtf8(told))) << told << violated.output.toStdString();
 
     EXPECT_EQ(desk(database + "--restore ~copy.backup").status, 0);
@@ -139,7 +147,8 @@ TEST_F(CommandLine, TellsItsOptionsWhenAsked)
 TEST_F(CommandLine, MakesAnEmptyClinicWithoutShowingThePassword)
 {
     TestDatabase server(ado::Engine::PostgreSQL, false);
-    const QString address = QString(server.address()).replace(QStringLiteral("clinic@"), QStringLiteral("clinic:s3cret@"));
+    const QString address =
+        QString(server.address()).replace(QStringLiteral("clinic@"), QStringLiteral("clinic:s3cret@"));
     for (const int status : {0, 2}) { // the second time there is one already
         const Outcome outcome = desk("--make empty --database " + address);
         EXPECT_EQ(outcome.status, status);

@@ -1,6 +1,6 @@
 #include "desk/window/DeskWindow.h"
-#include "desk/window/PatientSearch.h"
 #include "desk/sample/Clinic.h"
+#include "desk/window/PatientSearch.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
 
@@ -51,10 +51,15 @@ TEST(PatientSearch, FindsByNameConsonantsChartNumberAndTelephone)
     patient.phone = QStringLiteral("02-0649-3741");
     patient.cell = QStringLiteral("010-0696-0351");
     const desk::SearchKey key(patient);
-    const struct { const char *typed; bool found; } cases[]{
-        {"", true},          {"  ", true},         {"남궁", true},  {"궁보", true},       {"보람이", false}, {"ㄴㄱㅂㄹ", true},
-        {"ㄱㅂ", true},      {"ㄴㅂ", false},      {"a0001", true}, {"A-0001", true},     {"00018", false},  {"0649-37", true},
-        {"06493741", true},  {"6960351", true},    {"-", true},     {"010-0696x", false}, {"ㅂ람", false},
+    const struct
+    {
+        const char *typed;
+        bool found;
+    } cases[]{
+        {"", true},           {"  ", true},      {"남궁", true},     {"궁보", true},    {"보람이", false},
+        {"ㄴㄱㅂㄹ", true},   {"ㄱㅂ", true},    {"ㄴㅂ", false},    {"a0001", true},   {"A-0001", true},
+        {"00018", false},     {"0649-37", true}, {"06493741", true}, {"6960351", true}, {"-", true},
+        {"010-0696x", false}, {"ㅂ람", false},
     };
     for (const auto &one : cases)
         EXPECT_EQ(key.matches(QString::fromUtf8(one.typed)), one.found) << one.typed;

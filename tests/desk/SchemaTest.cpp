@@ -33,7 +33,8 @@ TEST_P(Schema, AcceptsWhatTheSystemWrites)
         u"INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsHide) VALUES ('둘', -500, 0, 1)",
         u"INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_AddedDate) VALUES ('둘', 99999999999, '1900-01-01')",
         u"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-02-28')",
-        u"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES (1, '2026-02-28', -1, -9000)",
+        u"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES (1, '2026-02-28', -1, "
+        u"-9000)",
         u"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 100, -32768)",
         u"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count, OrdD_OrderType) VALUES (1, 999, 32767, 2)",
         (u"INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
@@ -110,13 +111,15 @@ TEST(SchemaIndexes, ServeTheStatementsThatRunOnEveryClick)
         u"SELECT OrdM_PK FROM tPSOrderMaster WHERE Cust_PK = 1 AND OrdM_Date = '2026-01-02'",
         u"SELECT * FROM tPSOrderDetail WHERE OrdM_PK = 1 AND OrdM_PK > 0 ORDER BY OrdD_PK DESC",
         u"SELECT * FROM tPSTransaction WHERE tpstrans_Customer_PK = 1 and tpstrans_OrderM_PK = 1",
-        u"SELECT SUM(tpstrans_Money) FROM tPSTransaction WHERE tpstrans_Customer_PK = 1 AND tpstrans_Date = '2026-01-02'",
+        u"SELECT SUM(tpstrans_Money) FROM tPSTransaction WHERE tpstrans_Customer_PK = 1 AND tpstrans_Date = "
+        u"'2026-01-02'",
         u"SELECT SUM(IN_Count) FROM tPSIncoming WHERE PM_PK = 1",
         u"SELECT SUM(OrdD_Count) FROM tPSOrderDetail WHERE PM_PK = 1",
         u"SELECT * FROM Receipt WHERE Customer_PK = 1",
     };
     for (const char16_t *statement : statements) {
-        const QString plan = clinic.rows(QStringLiteral("EXPLAIN QUERY PLAN ") + QString::fromUtf16(statement)).join(u'\n');
+        const QString plan =
+            clinic.rows(QStringLiteral("EXPLAIN QUERY PLAN ") + QString::fromUtf16(statement)).join(u'\n');
         EXPECT_TRUE(plan.contains(" INDEX ")) << plan.toStdString();
         EXPECT_FALSE(plan.contains("SCAN")) << plan.toStdString();
     }

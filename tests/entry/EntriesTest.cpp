@@ -36,7 +36,10 @@ protected:
         }
         return fields.join(u'|').toStdString();
     }
-    std::string stored(const char *statement) { return database_.rows(QLatin1String(statement)).join(u'\n').toStdString(); }
+    std::string stored(const char *statement)
+    {
+        return database_.rows(QLatin1String(statement)).join(u'\n').toStdString();
+    }
 };
 
 } // namespace
@@ -63,8 +66,8 @@ TEST_F(Entries, ShowTheCustomerAndTheSale)
         int managed; ///< products of the management tab; it loads on its first visit
     } cases[] = {
         {"showProductSale", woman, 0, "txtSaleProductLists_5",
-         "남궁보람|A-00007|1980-05-07|여|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|", "[남궁보람]님의 판매관리",
-         "남궁보람님의 판매관리", 2, 0},
+         "남궁보람|A-00007|1980-05-07|여|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|",
+         "[남궁보람]님의 판매관리", "남궁보람님의 판매관리", 2, 0},
         {"showProductSaleManage", man, 1, "tdbSaleProductListsManager",
          "김&박|A-00007|1971-12-31|남|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|", "[김&&박]님의 판매관리",
          "김&박님의 판매관리", 0, 3},
@@ -133,9 +136,11 @@ TEST_F(Entries, LeaveEveryEditForTheNextCustomer)
         dynamic_cast<PaneShell *>(window())->enterEditMode(QLatin1String(code));
         at<QLineEdit>("txtOrderMaster_5")->setText("meant for the first");
         manage(next);
-        for (const char *container : {"c1elaList_0", "c1elaList_3", "c1elaCustSaleInfo", "sspPMProductList", "sspCompanyMaster_1"})
+        for (const char *container :
+             {"c1elaList_0", "c1elaList_3", "c1elaCustSaleInfo", "sspPMProductList", "sspCompanyMaster_1"})
             EXPECT_TRUE(at(container)->isEnabled()) << container;
-        for (const char *button : {"chkcmdCSSaveInfo_0", "chkCmdSaveTrans_0", "chkCmdSaveProduct_0", "chkcmdIncomingSave_0", "chkcmdCmpnyMstrSave_0"})
+        for (const char *button : {"chkcmdCSSaveInfo_0", "chkCmdSaveTrans_0", "chkCmdSaveProduct_0",
+                                   "chkcmdIncomingSave_0", "chkcmdCmpnyMstrSave_0"})
             EXPECT_TRUE(at(button)->isHidden()) << button;
         tabs()->setCurrentIndex(0);
         choose("tdbCustSaleMaster", 0);
@@ -171,7 +176,8 @@ TEST_F(Entries, StartTheReportAnewForAnotherConnection)
     TestDatabase other(ado::Engine::SQLite);
     QVariantList elsewhere = arguments();
     elsewhere[0] = QVariant::fromValue(other.connection());
-    for (const auto &[host, address] : {std::pair(arguments(), database_.address()), std::pair(elsewhere, other.address())}) {
+    for (const auto &[host, address] :
+         {std::pair(arguments(), database_.address()), std::pair(elsewhere, other.address())}) {
         for (int visit = 0; visit < 2; ++visit) {
             call("showProductSale", host);
             tabs()->setCurrentIndex(2);
@@ -199,7 +205,12 @@ TEST_F(Entries, AreFoundByNameAndRefuseWhatDoesNotFit)
         changed[index] = value;
         return changed;
     };
-    const struct { const char *member; QVariantList arguments; ErrorNumber error; } cases[] = {
+    const struct
+    {
+        const char *member;
+        QVariantList arguments;
+        ErrorNumber error;
+    } cases[] = {
         {"showProduct", {}, ErrorNumber::NoSuchMember},
         {"openProductServer", {QString()}, ErrorNumber::NoSuchMember},
         {"showProductSale", arguments().mid(0, 9), ErrorNumber::WrongArguments},
@@ -227,7 +238,8 @@ TEST_F(Entries, StandBesideTheOtherPublicTypes)
 {
     for (const char *type : {"clsZelvoProductSale", "clsSQL", "clsFunctions", "clsMyFunctions", "clsProperties",
                              "clsOperationMoney", "clsFormSizePosSetting"}) {
-        const automation::ObjectPtr object = automation::createObject(QStringLiteral("prjZelvoProductSale.") + QLatin1String(type));
+        const automation::ObjectPtr object =
+            automation::createObject(QStringLiteral("prjZelvoProductSale.") + QLatin1String(type));
         EXPECT_STREQ(object->metaObject()->className(), type);
     }
     for (const char *name : {"DllRegisterServer", "DllUnregisterServer", "DllGetClassObject", "DllCanUnloadNow"})

@@ -52,13 +52,27 @@ protected:
         registry::setStoreFolder(QString());
     }
 
-    static QString besideTest(const char *file) { return QCoreApplication::applicationDirPath() + u'/' + QLatin1String(file); }
+    static QString besideTest(const char *file)
+    {
+        return QCoreApplication::applicationDirPath() + u'/' + QLatin1String(file);
+    }
 
-    QVariant call(const char *member, QVariantList arguments = {}) { return automation::call(*sale_, QLatin1String(member), arguments); }
+    QVariant call(const char *member, QVariantList arguments = {})
+    {
+        return automation::call(*sale_, QLatin1String(member), arguments);
+    }
     QVariantList arguments(const Patient &patient = {}) const
     {
-        return {QVariant::fromValue(database_.connection()), patient.key,     patient.name,    patient.chartNumber, patient.male,
-                patient.birth,                               patient.zipCode, patient.address, patient.phone,       patient.cell,
+        return {QVariant::fromValue(database_.connection()),
+                patient.key,
+                patient.name,
+                patient.chartNumber,
+                patient.male,
+                patient.birth,
+                patient.zipCode,
+                patient.address,
+                patient.phone,
+                patient.cell,
                 patient.vip};
     }
     /// Calls an entry; its result says nothing, whatever happens.
@@ -103,7 +117,10 @@ protected:
         return control;
     }
     template <typename Control = QWidget>
-    static Control *at(const char *name) { return at<Control>(QLatin1String(name)); }
+    static Control *at(const char *name)
+    {
+        return at<Control>(QLatin1String(name));
+    }
     static std::string text(const char *name) { return at<QLineEdit>(name)->text().toStdString(); }
     static int rowsOf(const char *grid) { return at<QTableView>(grid)->model()->rowCount(); }
     static QTabWidget *tabs() { return at<QTabWidget>("c1tabMain"); }
@@ -131,12 +148,15 @@ protected:
     // A small shop: three products, one of them hidden; customer 7 with two orders and customer 8 with one.
     void fillShop()
     {
-        database_.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide) VALUES ('가', "
+        database_.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
+                      "PM_IsHide) VALUES ('가', "
                       "'감초차', 1000, 1, 1, 0), ('나', '경옥고', 50000, 0, 1, NULL), ('다', '숨은차', 2000, 1, 1, 1)");
         database_.run("INSERT INTO tPSCompanyMaster (CM_Name, CM_IsValid) VALUES ('동의약업', 1)");
         database_.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count) VALUES (1, 1, '2026-01-05', 10)");
-        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, "
-                      "OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (7, '2026-03-01', 1, 1000, 0, 0, 1000, 0, '첫째'), (7, '2026-03-02', "
+        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+                      "OrdM_HalinTotal, "
+                      "OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (7, '2026-03-01', 1, 1000, 0, 0, 1000, 0, "
+                      "'첫째'), (7, '2026-03-02', "
                       "1, 2000, 0, 0, 2000, 0, '둘째'), (8, '2026-03-03', 1, 3000, 0, 0, 3000, 0, '남의 것')");
         database_.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
                       "OrdD_OrderType) VALUES (1, 1, 1000, 0, 1, 0), (2, 1, 1000, 0, 2, 0), (3, 1, 1000, 0, 3, 0)");
@@ -146,7 +166,8 @@ protected:
     void nameProductServer(const QString &callSign)
     {
         database_.run("DELETE FROM t_HospSetup");
-        database_.run(QStringLiteral("INSERT INTO t_HospSetup (HS_KEY, HS_Value) VALUES ('물품판매중앙콜사인', '%1')").arg(callSign));
+        database_.run(QStringLiteral("INSERT INTO t_HospSetup (HS_KEY, HS_Value) VALUES ('물품판매중앙콜사인', '%1')")
+                          .arg(callSign));
     }
 
     QTemporaryDir folder_;

@@ -64,12 +64,14 @@ private:
             QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
             QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
             QTest::mouseClick(grid->horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
-            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Space, Qt::Key_Return, Qt::Key_Delete, Qt::Key_Escape})
+            for (const Qt::Key key :
+                 {Qt::Key_Down, Qt::Key_End, Qt::Key_Space, Qt::Key_Return, Qt::Key_Delete, Qt::Key_Escape})
                 QTest::keyClick(grid, key);
         } else if (auto *tree = qobject_cast<QTreeWidget *>(control)) {
             for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return, Qt::Key_End, Qt::Key_Return})
                 QTest::keyClick(tree, key);
-        } else if (qobject_cast<QLineEdit *>(control) || qobject_cast<QPlainTextEdit *>(control) || qobject_cast<QComboBox *>(control)) {
+        } else if (qobject_cast<QLineEdit *>(control) || qobject_cast<QPlainTextEdit *>(control)
+                   || qobject_cast<QComboBox *>(control)) {
             for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Minus, Qt::Key_7, Qt::Key_Down, Qt::Key_Return})
                 QTest::keyClick(control, key);
         }
@@ -133,7 +135,8 @@ TEST_F(Life, AMaximizedWindowStaysSoAndKeepsTheSizeThatItHadBefore)
     close();
     EXPECT_EQ(setting("IsFormMaximized").toInt(), 2);
     EXPECT_EQ(QRect(setting("FormPos_x").toInt(), setting("FormPos_y").toInt(), setting("FormWidth").toInt(),
-                    setting("FormHeight").toInt()), own);
+                    setting("FormHeight").toInt()),
+              own);
 }
 
 TEST_F(Life, OpensAgainAtOnceAfterClosing)
@@ -199,7 +202,8 @@ TEST_F(Life, EndsWithAHostThatDoesNotWaitForIt)
             QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
             surroundings.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.path());
             host.setProcessEnvironment(surroundings);
-            host.start(besideTest("test_leaving_host"), {QLatin1String(way), database_.address(), store, QLatin1String(entry)});
+            host.start(besideTest("test_leaving_host"),
+                       {QLatin1String(way), database_.address(), store, QLatin1String(entry)});
             ASSERT_TRUE(host.waitForFinished(60'000));
             EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
             EXPECT_EQ(host.exitCode(), 0);

@@ -25,10 +25,10 @@ struct Standing
 
 constexpr Standing standings[] = {
     {"the question before an order is deleted", "tdbCustSaleMaster 0, chkCmdOrderMasterED_1", "판매 마스터 삭제"},
-    {"the question before a line is deleted",
-     "tdbCustSaleMaster 0, tdbCustSaleDetails 0, chkCmdDelOrderDetail", "판매 상세 내역"},
-    {"the question before a product is deleted",
-     "tab 1, tdbSaleProductListsManager 0, chkCmdProdSaleAddEdiDel_2", "물품목록삭제"},
+    {"the question before a line is deleted", "tdbCustSaleMaster 0, tdbCustSaleDetails 0, chkCmdDelOrderDetail",
+     "판매 상세 내역"},
+    {"the question before a product is deleted", "tab 1, tdbSaleProductListsManager 0, chkCmdProdSaleAddEdiDel_2",
+     "물품목록삭제"},
     {"the question before a purchase is deleted",
      "tab 1, tdbSaleProductListsManager 0, tdbProductIncoming 0, chkcmdIncomingAED_2", "삭제"},
     {"the question before a dealer is deleted", "tab 1, tdbCompanyMaster 0, chkcmdCmpnyMstrAED_2", "거래처삭제"},
@@ -46,33 +46,43 @@ constexpr Standing standings[] = {
     {"the outstanding money", "tdbCustSaleMaster 0, chkCmdRunMisuMoneyManger", "frmMisuMoneyManager"},
     {"a payment of outstanding money",
      "tdbCustSaleMaster 0, chkCmdRunMisuMoneyManger > dgReceiptView 0, cmdMisuMoneyPay", "frmMisuMoneyPay"},
-    {"the choice of a dealer",
-     "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkCmdIncSelectCompany", "frmDealerSelect"},
+    {"the choice of a dealer", "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkCmdIncSelectCompany",
+     "frmDealerSelect"},
     {"the preview of a receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0", "frmPrinter"},
     {"the file for the receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf", "PDF로 저장"},
-    {"the question whether to replace the receipt",
-     "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf > replace", "PDF로 저장"},
+    {"the question whether to replace the receipt", "tdbCustSaleMaster 0, chkCmdPrintReceipt_0 > cmdSavePdf > replace",
+     "PDF로 저장"},
     {"the box of a product without a name", "tab 1, chkCmdProdSaleAddEdiDel_0, chkCmdSaveProduct_0", "물품판매관리"},
     {"the box of a purchase without a dealer",
-     "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkcmdIncomingSave_0",
-     "물품구매내역"},
+     "tab 1, tdbSaleProductListsManager 0, chkcmdIncomingAED_0, chkcmdIncomingSave_0", "물품구매내역"},
     {"the box of a dealer without a name", "tab 1, chkcmdCmpnyMstrAED_0, chkcmdCmpnyMstrSave_0", "거래처목록"},
     {"the logo's file", "tab 3, chkCmdChooseLog", "그림파일 선택"},
     {"the question before the grids are reset", "tab 3, cmdGridReset", "물품판매관리"},
 };
 
 /// Boxes that a handler deep in the window's own work opens, after another desk or a broken server.
-const struct { Standing standing; const char *undo; } troubles[] = {
-    {{"the box of lines that cannot be read", "elsewhere ALTER TABLE tPSOrderDetail RENAME TO away, tdbCustSaleMaster 1", "데이터 가져오기"},
+const struct
+{
+    Standing standing;
+    const char *undo;
+} troubles[] = {
+    {{"the box of lines that cannot be read",
+      "elsewhere ALTER TABLE tPSOrderDetail RENAME TO away, tdbCustSaleMaster 1", "데이터 가져오기"},
      "ALTER TABLE away RENAME TO tPSOrderDetail"},
-    {{"the box of products that cannot be read at an entry", "elsewhere ALTER TABLE tPSProductMaster RENAME TO away, enter", "데이터 가져오기"},
+    {{"the box of products that cannot be read at an entry",
+      "elsewhere ALTER TABLE tPSProductMaster RENAME TO away, enter", "데이터 가져오기"},
      "ALTER TABLE away RENAME TO tPSProductMaster"},
-    {{"the box of orders that cannot be read at an entry", "elsewhere ALTER TABLE tPSOrderMaster RENAME TO away, enter", "데이터 가져오기"},
+    {{"the box of orders that cannot be read at an entry", "elsewhere ALTER TABLE tPSOrderMaster RENAME TO away, enter",
+      "데이터 가져오기"},
      "ALTER TABLE away RENAME TO tPSOrderMaster"},
     {{"the box of a statistic that is not installed", "tab 2", "통계 실행 오류"}, ""},
     {{"the box of a cell that cannot be saved",
-      "tdbCustSaleMaster 0, elsewhere UPDATE tPSOrderMaster SET OrdM_Misugum = OrdM_Misugum + 1, owe 55", "물품판매관리"}, ""},
-    {{"the box of an order that is gone", "elsewhere DELETE FROM tPSOrderMaster WHERE OrdM_PK = 4, tdbCustSaleMaster 2", "거래 선택"}, ""},
+      "tdbCustSaleMaster 0, elsewhere UPDATE tPSOrderMaster SET OrdM_Misugum = OrdM_Misugum + 1, owe 55",
+      "물품판매관리"},
+     ""},
+    {{"the box of an order that is gone", "elsewhere DELETE FROM tPSOrderMaster WHERE OrdM_PK = 4, tdbCustSaleMaster 2",
+      "거래 선택"},
+     ""},
 };
 
 /// The window with real boxes: nobody answers for the user.

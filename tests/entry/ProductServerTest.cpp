@@ -11,8 +11,8 @@ namespace {
 constexpr const char *entries[] = {"showProductSale", "showProductSaleManage"};
 
 constexpr const char *resyncFailed = "물품연동: 물품 연동에 실패했습니다. 프로그램을 종료합니다.";
-constexpr const char *unreachable
-    = "물품관리서버연결: 물품관리서버와의 연결을 실패했습니다. 프로그램을 프로그램을 종료합니다.";
+constexpr const char *unreachable =
+    "물품관리서버연결: 물품관리서버와의 연결을 실패했습니다. 프로그램을 프로그램을 종료합니다.";
 constexpr const char *checkedOnce = "created CheckSync released";
 constexpr const char *resynced = "created CheckSync released created ResyncFromServer released";
 
@@ -92,7 +92,10 @@ TEST_F(CentralServer, DecidesWhetherTheWindowOpens)
 
 TEST_F(CentralServer, ReachesTheHostWithItsOwnErrorsAlone)
 {
-    const struct { const char *failing, *log; } cases[] = {{"CheckSync", "created CheckSync released"},
+    const struct
+    {
+        const char *failing, *log;
+    } cases[] = {{"CheckSync", "created CheckSync released"},
                  {"ResyncFromServer", "created CheckSync released created ResyncFromServer released"}};
     nameProductServer(QStringLiteral("testCentral.Server"));
     for (const char *entry : entries) {

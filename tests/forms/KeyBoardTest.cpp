@@ -29,7 +29,14 @@ TEST(KeysAsTab, MoveTheFocusAndEatTheKey)
 {
     constexpr int stays = 1;
     // focus: index of the box that has the focus then; it starts at 1
-    const struct { const char *what; Routine routine; int key; Qt::KeyboardModifiers state; int focus; } cases[] = {
+    const struct
+    {
+        const char *what;
+        Routine routine;
+        int key;
+        Qt::KeyboardModifiers state;
+        int focus;
+    } cases[] = {
         {"Enter", plainEnter, Qt::Key_Return, {}, 2},
         {"Enter of the keypad", plainEnter, Qt::Key_Enter, {}, 2},
         {"Down means nothing to Enter's routine", plainEnter, Qt::Key_Down, {}, stays},

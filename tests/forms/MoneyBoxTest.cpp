@@ -33,7 +33,11 @@ void paste(Typist &typist, const QString &text)
 TEST(MoneyBox, ReformatsAfterEveryKeyAndKeepsTheCaretAtTheEnd)
 {
     // before: wholly selected
-    const struct { const char *what; const char16_t *before, *keys, *shown; } cases[] = {
+    const struct
+    {
+        const char *what;
+        const char16_t *before, *keys, *shown;
+    } cases[] = {
         {"typed digits replace the value", u"\\9,999", u"1234", u"\\1,234"},
         {"a tenth digit is dropped", u"\\0", u"1234567890", u"\\123,456,789"},
         {"letters and signs do nothing", u"\\0", u"12a.b+3", u"\\123"},
@@ -141,7 +145,12 @@ TEST(MoneyBox, LetsEditingKeysAndClipboardThrough)
 TEST(TextBoxHabits, DecideWhatTheFocusAndAChangeDo)
 {
     // caret: after the focus came to "abcd" with the caret at 1; caretAfterEdit: after "xyz" was written by code with the caret at 0
-    const struct { const char *what; TextBoxHabits habits; int caret, selected, caretAfterEdit; } cases[] = {
+    const struct
+    {
+        const char *what;
+        TextBoxHabits habits;
+        int caret, selected, caretAfterEdit;
+    } cases[] = {
         {"select all", {.onFocus = OnFocus::SelectAll}, 4, 4, 3},
         {"caret to end", {.onFocus = OnFocus::CaretToEnd}, 4, 0, 3},
         {"nothing, also when it comes by Tab", {}, 1, 0, 3},
@@ -192,9 +201,14 @@ TEST(MemoBox, IsLeftByTabAndPutsItsCaretAsItsHabitsSay)
 TEST(MemoBox, GivesBackWhatItWasGivenUnlessItIsChangedAndKeepsTheLineBreaksOfWhatCame)
 {
     // typed at the end: '\n' is Enter, '<' Backspace
-    const struct { const char *what; const char16_t *set, *typed, *text; } cases[] = {
+    const struct
+    {
+        const char *what;
+        const char16_t *set, *typed, *text;
+    } cases[] = {
         {"untouched", u"가\r\n나", u"", u"가\r\n나"},
-        {"untouched, breaks of all kinds and a hard blank", u"가\r나\n다\r\n라\u00A0마\r\n", u"", u"가\r나\n다\r\n라\u00A0마\r\n"},
+        {"untouched, breaks of all kinds and a hard blank", u"가\r나\n다\r\n라\u00A0마\r\n", u"",
+         u"가\r나\n다\r\n라\u00A0마\r\n"},
         {"typed and taken back", u"가\r\n나", u"1<", u"가\r\n나"},
         {"a further line", u"가\r\n나", u"\n1", u"가\r\n나\r\n1"},
         {"a further line after lone carriage returns", u"가\r나", u"\n1", u"가\r나\r1"},

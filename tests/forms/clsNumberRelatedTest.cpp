@@ -4,7 +4,11 @@
 
 TEST(PureNumber, ReadsTheAmountOutOfWhatWasTyped)
 {
-    const struct { const char *what; const char16_t *typed, *number; } cases[] = {
+    const struct
+    {
+        const char *what;
+        const char16_t *typed, *number;
+    } cases[] = {
         {"money text", u"\\1,234", u"1234"},
         {"negative money text", u"-\\1,234", u"-1234"},
         {"minus anywhere", u"12-3", u"-123"},
@@ -26,5 +30,6 @@ TEST(PureNumber, ReadsTheAmountOutOfWhatWasTyped)
         {"full-width digits", u"１２", u"12"},
     };
     for (const auto &entry : cases)
-        EXPECT_EQ(clsNumberRelated().GetPureNumber(QString::fromUtf16(entry.typed)), QString::fromUtf16(entry.number)) << entry.what;
+        EXPECT_EQ(clsNumberRelated().GetPureNumber(QString::fromUtf16(entry.typed)), QString::fromUtf16(entry.number))
+            << entry.what;
 }

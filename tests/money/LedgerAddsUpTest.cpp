@@ -30,12 +30,16 @@ struct Books
     QDate date;
     Won total = 0; ///< as summed last
     std::optional<Won> owed = 0;
-    std::map<int, Won> sold; ///< by product
+    std::map<int, Won> sold;     ///< by product
     std::array<Won, 5> ledger{}; ///< by kind
     int lines = 0;
     int entries = 0;
 
-    Won balance() const { return total + ledger[ledger::Refund] - ledger[ledger::Cut] - ledger[ledger::Discount] - ledger[ledger::Payment]; }
+    Won balance() const
+    {
+        return total + ledger[ledger::Refund] - ledger[ledger::Cut] - ledger[ledger::Discount]
+               - ledger[ledger::Payment];
+    }
 };
 
 void require(bool holds, const QString &what = QStringLiteral("failed"))
@@ -71,7 +75,9 @@ protected:
     {
         random_.seed(seed);
         log_.clear();
-        const auto told = [&](const QString &fault) { return QStringLiteral("seed %1\n%2\n%3").arg(QString::number(seed), log_.join(u'\n'), fault).toStdString(); };
+        const auto told = [&](const QString &fault) {
+            return QStringLiteral("seed %1\n%2\n%3").arg(QString::number(seed), log_.join(u'\n'), fault).toStdString();
+        };
         try {
             openFreshBooks();
             for (int operation = 1; operation <= 30; ++operation) {
@@ -95,8 +101,14 @@ private:
     QDate day() { return QDate(2026, 11, 20).addDays(roll(4)); }
     int kind() { return 1 + roll(4); }
     template <typename Row>
-    int anyOf(const std::map<int, Row> &rows) { return std::next(rows.begin(), roll(int(rows.size())))->first; }
-    void note(const char *what, int key, Won amount = 0) { log_ << QStringLiteral("%1 %2: %3").arg(QLatin1String(what)).arg(key).arg(amount); }
+    int anyOf(const std::map<int, Row> &rows)
+    {
+        return std::next(rows.begin(), roll(int(rows.size())))->first;
+    }
+    void note(const char *what, int key, Won amount = 0)
+    {
+        log_ << QStringLiteral("%1 %2: %3").arg(QLatin1String(what)).arg(key).arg(amount);
+    }
     ado::Recordset &orders() { return *session_.rsCustSaleMaster; }
     Books &at() { return books_.at(key_); }
 
@@ -111,8 +123,10 @@ private:
         database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Misugum) VALUES (42, '2026-11-20', 7), "
                       "(42, '2026-11-21', 7), (42, '2026-11-22', 7), (42, '2026-11-23', 7)");
         for (const int price : {1200, 35000, 450}) {
-            database_.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_IsTaxed) VALUES ('차', %1, %2)")
-                              .arg(price).arg(int(price < 2000)));
+            database_.run(
+                QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice, PM_IsTaxed) VALUES ('차', %1, %2)")
+                    .arg(price)
+                    .arg(int(price < 2000)));
             products_[database_.value("SELECT MAX(PM_PK) FROM tPSProductMaster").toInt()] = price;
         }
         open(session_.rsSaleProductLists, clsSQL().getProductMasterSQL());
@@ -180,11 +194,13 @@ private:
     {
         using Step = void (LedgerAddsUp::*)();
         static constexpr Step steps[] = {
-            &LedgerAddsUp::sellOnNewOrder, &LedgerAddsUp::sell, &LedgerAddsUp::sell, &LedgerAddsUp::sell, &LedgerAddsUp::takeBack,
-            &LedgerAddsUp::takeBack, &LedgerAddsUp::payFirst, &LedgerAddsUp::payFirst, &LedgerAddsUp::payFurther,
-            &LedgerAddsUp::payFurther, &LedgerAddsUp::addEntry, &LedgerAddsUp::addEntry, &LedgerAddsUp::changeEntry,
-            &LedgerAddsUp::rewriteEntry, &LedgerAddsUp::deleteEntry, &LedgerAddsUp::collect, &LedgerAddsUp::collect,
-            &LedgerAddsUp::deleteLine, &LedgerAddsUp::deleteOrder, &LedgerAddsUp::forgetOwed, &LedgerAddsUp::dropProduct,
+            &LedgerAddsUp::sellOnNewOrder, &LedgerAddsUp::sell,         &LedgerAddsUp::sell,
+            &LedgerAddsUp::sell,           &LedgerAddsUp::takeBack,     &LedgerAddsUp::takeBack,
+            &LedgerAddsUp::payFirst,       &LedgerAddsUp::payFirst,     &LedgerAddsUp::payFurther,
+            &LedgerAddsUp::payFurther,     &LedgerAddsUp::addEntry,     &LedgerAddsUp::addEntry,
+            &LedgerAddsUp::changeEntry,    &LedgerAddsUp::rewriteEntry, &LedgerAddsUp::deleteEntry,
+            &LedgerAddsUp::collect,        &LedgerAddsUp::collect,      &LedgerAddsUp::deleteLine,
+            &LedgerAddsUp::deleteOrder,    &LedgerAddsUp::forgetOwed,   &LedgerAddsUp::dropProduct,
         };
         const Step step = steps[roll(std::size(steps))];
         if (books_.empty())
@@ -193,15 +209,20 @@ private:
         (this->*step)();
     }
     /// A line to be typed, its product chosen in the list, and what it adds to the order.
-    struct Sale { EntryLine typed; int product; Won amount; };
+    struct Sale
+    {
+        EntryLine typed;
+        int product;
+        Won amount;
+    };
     Sale sale()
     {
-        const int product = anyOf(products_), kindOfLine = roll(5) ? 0 : 1 + roll(2), discount = roll(3) * 50, count = 1 + roll(5);
+        const int product = anyOf(products_), kindOfLine = roll(5) ? 0 : 1 + roll(2), discount = roll(3) * 50,
+                  count = 1 + roll(5);
         session_.rsSaleProductLists->setBookmark(product);
         EntryLine typed{qint16(kindOfLine), QString::number(discount), QString::number(count), {}, {}};
         sales_.takeCurrentProduct(typed);
-        return {typed, product,
-                kindOfLine == 0 ? Won(products_[product] - discount) * count : 0};
+        return {typed, product, kindOfLine == 0 ? Won(products_[product] - discount) * count : 0};
     }
     void sellOnNewOrder()
     {
@@ -228,7 +249,8 @@ private:
             return;
         const Refund refund{qint16(-1 - roll(3)), roll(2) ? day() : at().date, {}, Currency::fromWon(roll(40) * 50)};
         note("take back of line", chosen_.key, refund.count);
-        const bool hasOrder = std::any_of(books_.begin(), books_.end(), [&](const auto &order) { return order.second.date == refund.date; });
+        const bool hasOrder = std::any_of(books_.begin(), books_.end(),
+                                          [&](const auto &order) { return order.second.date == refund.date; });
         require(returns_.takeBack(returns_.currentLine(), refund) == Outcome::Done);
         if (!hasOrder)
             adoptOrder(refund.date);
@@ -248,12 +270,18 @@ private:
     void payFirst()
     {
         const QDate date = day();
-        const struct { int kind, money; } parts[] = {{ledger::Discount, roll(2) ? money() : 0}, {ledger::Cut, roll(2) ? roll(10) * 10 : 0},
-                                                     {ledger::Payment, money()}, {ledger::Payment, roll(2) ? money() : 0}};
+        const struct
+        {
+            int kind, money;
+        } parts[] = {{ledger::Discount, roll(2) ? money() : 0},
+                     {ledger::Cut, roll(2) ? roll(10) * 10 : 0},
+                     {ledger::Payment, money()},
+                     {ledger::Payment, roll(2) ? money() : 0}};
         const int rest = money();
         note("first payment on order", key_, rest);
-        ledger::appendFirstPayment(*gcnnMasterDB, {CustomerKey(Patient), OrderKey(key_), date, float(parts[0].money), float(parts[1].money),
-                                                   float(parts[2].money), float(parts[3].money)});
+        ledger::appendFirstPayment(*gcnnMasterDB,
+                                   {CustomerKey(Patient), OrderKey(key_), date, float(parts[0].money),
+                                    float(parts[1].money), float(parts[2].money), float(parts[3].money)});
         ledger::addOutstanding(orders(), OrderKey(key_), Currency::fromWon(rest));
         for (const auto &part : parts) {
             if (part.money != 0)
@@ -265,7 +293,8 @@ private:
     {
         const int code = kind(), amount = money();
         note("further operation on order", key_, amount);
-        ledger::append(*gcnnMasterDB, {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, QStringLiteral("01")});
+        ledger::append(*gcnnMasterDB,
+                       {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, QStringLiteral("01")});
         book(code, amount);
         if (roll(2)) {
             ledger::addOutstanding(orders(), OrderKey(key_), -Currency::fromWon(amount));
@@ -274,7 +303,8 @@ private:
     }
     LedgerEntry typedEntry(int code, int amount)
     {
-        return {day(), qint16(code), roll(2) ? QVariant(ledger::CashMethod) : QVariant(), Currency::fromWon(amount), {}, roll(2) == 1};
+        return {day(), qint16(code), roll(2) ? QVariant(ledger::CashMethod) : QVariant(), Currency::fromWon(amount),
+                {},    roll(2) == 1};
     }
     void addEntry()
     {
@@ -296,7 +326,8 @@ private:
             return;
         const int amount = money();
         const LedgerEntry form = typedEntry(kind(), amount); // the row keeps its own kind
-        note(form.recalculates ? "change of an entry, recalculating, on order" : "change of an entry on order", key_, amount);
+        note(form.recalculates ? "change of an entry, recalculating, on order" : "change of an entry on order", key_,
+             amount);
         require(ledger::changeEntry(session_, OrderKey(key_), LedgerKey(chosen_.key), form));
         at().ledger[chosen_.kind] += amount - chosen_.amount;
         if (form.recalculates)
@@ -308,7 +339,8 @@ private:
             return;
         const int code = roll(5), amount = money(); // 0: none chosen
         note("entry rewritten", chosen_.key, amount);
-        ledger::change(*gcnnMasterDB, LedgerKey(chosen_.key), {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, {}});
+        ledger::change(*gcnnMasterDB, LedgerKey(chosen_.key),
+                       {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, {}});
         at().ledger[chosen_.kind] -= chosen_.amount;
         at().ledger[code ? std::size_t(code) : chosen_.kind] += amount;
     }
@@ -325,7 +357,8 @@ private:
     {
         const int amount = money();
         note("collect outstanding money of order", key_, amount);
-        outstanding::pay(*gcnnMasterDB, {CustomerKey(Patient), OrderKey(key_), day(), ledger::Payment, amount, QStringLiteral("10")});
+        outstanding::pay(*gcnnMasterDB,
+                         {CustomerKey(Patient), OrderKey(key_), day(), ledger::Payment, amount, QStringLiteral("10")});
         book(ledger::Payment, amount);
         if (at().owed)
             addOwed(-amount);
@@ -361,20 +394,29 @@ private:
         QStringList expected;
         int lines = 0, entries = 0;
         for (const auto &[key, order] : books_) {
-            expected << QStringLiteral("%1|%2|%3|%4|%5|%6").arg(key).arg(order.date.toString(Qt::ISODate)).arg(order.total)
-                            .arg(order.owed ? QString::number(*order.owed) : QStringLiteral("NULL")).arg(order.lines).arg(order.entries);
+            expected << QStringLiteral("%1|%2|%3|%4|%5|%6")
+                            .arg(key)
+                            .arg(order.date.toString(Qt::ISODate))
+                            .arg(order.total)
+                            .arg(order.owed ? QString::number(*order.owed) : QStringLiteral("NULL"))
+                            .arg(order.lines)
+                            .arg(order.entries);
             lines += order.lines;
             entries += order.entries;
             compareLedger(key, order);
         }
-        QStringList rows = database_.rows(QStringLiteral(
-            "SELECT OrdM_PK, OrdM_Date, OrdM_Total, OrdM_Misugum, (SELECT COUNT(*) FROM tPSOrderDetail d WHERE d.OrdM_PK = m.OrdM_PK), "
-            "(SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK = OrdM_PK) FROM tPSOrderMaster m WHERE Cust_PK = 41 ORDER BY OrdM_PK"));
+        QStringList rows =
+            database_.rows(QStringLiteral("SELECT OrdM_PK, OrdM_Date, OrdM_Total, OrdM_Misugum, (SELECT COUNT(*) FROM "
+                                          "tPSOrderDetail d WHERE d.OrdM_PK = m.OrdM_PK), "
+                                          "(SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK = OrdM_PK) "
+                                          "FROM tPSOrderMaster m WHERE Cust_PK = 41 ORDER BY OrdM_PK"));
         // Nothing left over of other orders, and nothing done to those of somebody else.
-        rows += database_.rows("SELECT (SELECT COUNT(*) FROM tPSOrderDetail), (SELECT COUNT(*) FROM tPSTransaction), "
-                               "COUNT(*) FROM tPSOrderMaster WHERE OrdM_Misugum = 7 AND Cust_PK = 42 AND OrdM_Total IS NULL");
+        rows += database_.rows(
+            "SELECT (SELECT COUNT(*) FROM tPSOrderDetail), (SELECT COUNT(*) FROM tPSTransaction), "
+            "COUNT(*) FROM tPSOrderMaster WHERE OrdM_Misugum = 7 AND Cust_PK = 42 AND OrdM_Total IS NULL");
         expected += QStringLiteral("%1|%2|4").arg(lines).arg(entries);
-        require(rows == expected, QStringLiteral("database:\n  %1\nbooks:\n  %2").arg(rows.join(QLatin1String("\n  ")), expected.join(QLatin1String("\n  "))));
+        require(rows == expected, QStringLiteral("database:\n  %1\nbooks:\n  %2")
+                                      .arg(rows.join(QLatin1String("\n  ")), expected.join(QLatin1String("\n  "))));
     }
     void compareLedger(int key, const Books &order)
     {
@@ -382,24 +424,32 @@ private:
         sums.OPM_SetConnection(gcnnMasterDB);
         qint32 cut = 0, discount = 0, paid = 0, refund = 0;
         require(sums.OPM_GetCutByTransaction(key, cut) && sums.OPM_GetDiscountByTransaction(key, discount)
-                    && sums.OPM_GetPayByTransaction(key, paid) && sums.OPM_GetRefundByTransaction(gcnnMasterDB, key, refund),
+                    && sums.OPM_GetPayByTransaction(key, paid)
+                    && sums.OPM_GetRefundByTransaction(gcnnMasterDB, key, refund),
                 QStringLiteral("no ledger sums"));
-        require((std::array<Won, 5>{0, cut, discount, paid, refund}) == order.ledger,
-                QStringLiteral("ledger of order %1: %2 %3 %4 %5").arg(key).arg(cut).arg(discount).arg(paid).arg(refund));
+        require(
+            (std::array<Won, 5>{0, cut, discount, paid, refund}) == order.ledger,
+            QStringLiteral("ledger of order %1: %2 %3 %4 %5").arg(key).arg(cut).arg(discount).arg(paid).arg(refund));
         stand(key);
         orders().Resync();
         const Won balance = calcOrderBalance(&orders(), gcnnMasterDB, Patient, key).toWon();
-        require(balance == order.balance(), QStringLiteral("balance of order %1: %2, not %3").arg(key).arg(balance).arg(order.balance()));
+        require(balance == order.balance(),
+                QStringLiteral("balance of order %1: %2, not %3").arg(key).arg(balance).arg(order.balance()));
     }
 
     TestDatabase database_;
     SaleSession session_;
     OrderOperations sales_{session_};
     RefundOperations returns_{session_};
-    std::map<int, Books> books_; ///< by order
+    std::map<int, Books> books_;  ///< by order
     std::map<int, int> products_; ///< price by product
-    int key_ = 0; ///< of the order stood on
-    struct { int key = 0; std::size_t kind = 0; Won amount = 0; } chosen_; ///< the line (its product) or entry stood on
+    int key_ = 0;                 ///< of the order stood on
+    struct
+    {
+        int key = 0;
+        std::size_t kind = 0;
+        Won amount = 0;
+    } chosen_; ///< the line (its product) or entry stood on
     std::mt19937 random_;
     QStringList log_;
 };
@@ -415,4 +465,5 @@ TEST_P(LedgerAddsUp, WhateverIsSoldPaidTakenBackAndDeleted)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, LedgerAddsUp, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, LedgerAddsUp, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL),
+                         engineName);

@@ -28,7 +28,9 @@ protected:
     int openOrder(int total, const QString &outstanding = QStringLiteral("0"))
     {
         const int key = order("2026-11-20");
-        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_Misugum = %3 WHERE OrdM_PK = %1").arg(key).arg(total)
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_Misugum = %3 WHERE OrdM_PK = %1")
+                        .arg(key)
+                        .arg(total)
                         .arg(outstanding));
         loadOrders();
         session_.rsCustSaleMaster->setBookmark(key);
@@ -46,9 +48,11 @@ protected:
     /// One ledger row of an order; texts go in as they stand in a statement.
     void ledgerRow(int orderKey, const char *values)
     {
-        atOtherDesk(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-                                   "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (41, %1, %2)").arg(orderKey)
-                        .arg(QString::fromUtf8(values)));
+        atOtherDesk(
+            QStringLiteral("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
+                           "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (41, %1, %2)")
+                .arg(orderKey)
+                .arg(QString::fromUtf8(values)));
     }
 
     template <typename Control>

@@ -16,7 +16,10 @@ protected:
         return {option, find<QComboBox>("cboPayMethod")->currentIndex()};
     }
     /// "total left typed"
-    std::string amounts() const { return text("txtTranTotalAmount") + " " + text("txtTranLeftAmount") + " " + text("txtTransMoney"); }
+    std::string amounts() const
+    {
+        return text("txtTranTotalAmount") + " " + text("txtTranLeftAmount") + " " + text("txtTransMoney");
+    }
     QDate shownDate() const { return find<QDateEdit>("dtpTransReceiveDate")->date(); }
 };
 
@@ -26,7 +29,13 @@ TEST_F(LedgerOfAnOrder, ARowShowsItsKindAndMediumButNotItsAmount)
 {
     const QDate day(2026, 11, 21);
     const QDate never(1900, 1, 1);
-    const struct { const char *row; QDate date; int option, method; const char *memo; } cases[] = {
+    const struct
+    {
+        const char *row;
+        QDate date;
+        int option, method;
+        const char *memo;
+    } cases[] = {
         {"'2026-11-21', 1, 40, '', '절사함'", day, 1, 0, "절사함"},
         {"'2026-11-21', 2, 300, NULL, NULL", day, 0, 0, ""},
         {"NULL, NULL, 500, '00', ''", never, 2, 1, ""},

@@ -11,7 +11,10 @@ const std::string notSaved = "저장: 저장을 하지 못했습니다. 서버�
 class LedgerSave : public LedgerDesk, public testing::WithParamInterface<ado::Engine>
 {
 protected:
-    LedgerSave() : LedgerDesk(GetParam()) {}
+    LedgerSave()
+        : LedgerDesk(GetParam())
+    {
+    }
     void fill(int option, int method, const char *money, bool recalculates)
     {
         find<QDateEdit>("dtpTransReceiveDate")->setDate(QDate(2026, 11, 23));
@@ -28,7 +31,12 @@ protected:
 TEST_P(LedgerSave, AnAddedRowHoldsTheFormAndTheOutstandingMoneyFollowsPaymentsAndRefunds)
 {
     // outstanding: before, of an order of 10,000
-    const struct { int option, method; bool recalculates; const char *outstanding, *row, *outstandingAfter; } cases[] = {
+    const struct
+    {
+        int option, method;
+        bool recalculates;
+        const char *outstanding, *row, *outstandingAfter;
+    } cases[] = {
         {0, 0, true, "700", "2026-11-23|2|5000|NULL|메모", "700"},
         {1, 1, true, "700", "2026-11-23|1|5000|00|메모", "700"},
         {2, 2, true, "700", "2026-11-23|3|5000|01|메모", "5000"}, // what is left of the order
@@ -44,7 +52,8 @@ TEST_P(LedgerSave, AnAddedRowHoldsTheFormAndTheOutstandingMoneyFollowsPaymentsAn
         fill(c.option, c.method, "\\5,000", c.recalculates);
         pane_->saveTrans(0);
         EXPECT_THAT(ledgerRows(), ElementsAre(c.row));
-        EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction"), ElementsAre("41|" + std::to_string(key)));
+        EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction"),
+                    ElementsAre("41|" + std::to_string(key)));
         EXPECT_EQ(outstanding(), c.outstandingAfter);
         EXPECT_EQ(text("txtTransMoney"), "\\0");
         EXPECT_EQ(shell_.left.back(), "02");
@@ -70,7 +79,12 @@ TEST_P(LedgerSave, AFailureIsToldAndLeavesEverythingAsItWas)
 {
     const int key = openOrder(10000, QStringLiteral("700"));
     ledgerRow(key, "'2026-11-20', 3, 300, '01', '옛것'");
-    const struct { qint16 mode; const char16_t *event; const char *money; } cases[] = {
+    const struct
+    {
+        qint16 mode;
+        const char16_t *event;
+        const char *money;
+    } cases[] = {
         {0, u"BEFORE INSERT ON tPSTransaction", "\\5,000"},
         {1, u"BEFORE UPDATE ON tPSTransaction", "\\5,000"},
         {1, u"BEFORE UPDATE ON tPSOrderMaster", "\\5,000"}, // the row has been changed by then
@@ -135,4 +149,5 @@ TEST_P(LedgerSave, TheButtonsAddOnceThenOnlyEndTheEdit)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, LedgerSave, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, LedgerSave, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL),
+                         engineName);

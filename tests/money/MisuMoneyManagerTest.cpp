@@ -32,8 +32,13 @@ protected:
     int owing(const char *date, int total, int discount, int owed, int customer = Patient)
     {
         const int key = order(QString::fromLatin1(date), customer);
-        atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_HalinTotal = %3, OrdM_Misugum = %4 WHERE OrdM_PK = %1")
-                        .arg(key).arg(total).arg(discount).arg(owed));
+        atOtherDesk(
+            QStringLiteral(
+                "UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_HalinTotal = %3, OrdM_Misugum = %4 WHERE OrdM_PK = %1")
+                .arg(key)
+                .arg(total)
+                .arg(discount)
+                .arg(owed));
         return key;
     }
     void openList(const Act &act)
@@ -41,7 +46,10 @@ protected:
         whenDialogStands(act);
         press("chkCmdRunMisuMoneyManger");
     }
-    static controls::RecordsetGrid *grid(const DialogDriver &form) { return form.find<controls::RecordsetGrid>("dgReceiptView"); }
+    static controls::RecordsetGrid *grid(const DialogDriver &form)
+    {
+        return form.find<controls::RecordsetGrid>("dgReceiptView");
+    }
     /// The list as it shows, a line each.
     static Rows shown(const DialogDriver &form)
     {
@@ -55,7 +63,10 @@ protected:
         }
         return lines;
     }
-    static std::string totals(const DialogDriver &form) { return form.text("txtCount") + " / " + form.text("txtTotal"); }
+    static std::string totals(const DialogDriver &form)
+    {
+        return form.text("txtCount") + " / " + form.text("txtTotal");
+    }
     /// The amount typed into the dialog that comes up for the current row, and saved.
     static void pay(const DialogDriver &form, const char *amount)
     {
@@ -78,7 +89,8 @@ TEST_F(OutstandingButton, ListsWhatTheCustomerOwesAndTakesAPaymentForTheChosenOr
 {
     openList([](const DialogDriver &form) {
         EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmMisuMoneyManager"));
-        EXPECT_THAT(shown(form), ElementsAre("홍길동|C-1|2026-11-22|0|9,000|2,000", "홍길동|C-1|2026-11-20|300|12,340|5,000"));
+        EXPECT_THAT(shown(form),
+                    ElementsAre("홍길동|C-1|2026-11-22|0|9,000|2,000", "홍길동|C-1|2026-11-20|300|12,340|5,000"));
         EXPECT_EQ(totals(form), "2 / 7,000");
         form.press("cmdMisuMoneyPay"); // no row is chosen yet: nothing comes up
         form.press("cmdMisuMoneySend2Excel");
@@ -105,7 +117,8 @@ TEST_F(OutstandingButton, ListsWhatTheCustomerOwesAndTakesAPaymentForTheChosenOr
     });
     EXPECT_THAT(owed(), ElementsAre("2000", "2000", "0", "900"));
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-12-01|3|3000|11|"));
-    EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction"), ElementsAre("41|" + std::to_string(first_)));
+    EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction"),
+                ElementsAre("41|" + std::to_string(first_)));
     EXPECT_EQ(session_.rsCustSaleMaster->bookmark(), first_) << "the window stays on its order";
     EXPECT_EQ(runtime::text(session_.rsCustSaleMaster->value("OrdM_Misugum")), QStringLiteral("2000"));
     EXPECT_THAT(boxes_.take(), IsEmpty());
@@ -147,7 +160,8 @@ TEST_F(OutstandingButton, AFailedPaymentIsToldAndChangesNothing)
             form.key(Qt::Key_Down);
             pay(form, "500");
             EXPECT_THAT(boxes_.take(),
-                        ElementsAre(StartsWith("미수금 수납 기록 오류: 수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ")));
+                        ElementsAre(StartsWith(
+                            "미수금 수납 기록 오류: 수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ")));
             EXPECT_EQ(totals(form), "2 / 7,000");
             EXPECT_FALSE(gcnnMasterDB->inTransaction());
             allowAgain();
@@ -170,7 +184,8 @@ TEST_F(OutstandingButton, AFailedPaymentIsToldAndChangesNothing)
         EXPECT_THAT(boxes_.take(), ElementsAre(StartsWith("미수금 수납 기록 오류: ")));
         form.key(Qt::Key_End);
         form.press("cmdMisuMoneyPay");
-        EXPECT_THAT(boxes_.take(), ElementsAre("미수금 수납: 다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다."));
+        EXPECT_THAT(boxes_.take(),
+                    ElementsAre("미수금 수납: 다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다."));
         EXPECT_EQ(shown(form).size(), 1u);
         form.press("cmdMisuMoneyPay"); // nobody chose its neighbour
     });
@@ -182,7 +197,8 @@ TEST_F(OutstandingButton, WithoutTheDatabaseItSaysSoAndOpensNothing)
 {
     gcnnMasterDB.reset();
     press("chkCmdRunMisuMoneyManger");
-    EXPECT_THAT(boxes_.take(), ElementsAre("미수금 관리: 데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요."));
+    EXPECT_THAT(boxes_.take(),
+                ElementsAre("미수금 관리: 데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요."));
     frmMisuMoneyManager form;
     EXPECT_EQ(form.MisuMoneyManager(gcnnMasterDB, nullptr, 1, Patient, 0), 0);
 }
@@ -194,7 +210,8 @@ TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHea
         const auto clickHead = [&](int column, Qt::KeyboardModifiers modifiers) {
             const QHeaderView *head = grid(form)->horizontalHeader();
             const QPoint place(head->sectionViewportPosition(column) + 20, head->height() / 2);
-            QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, modifiers, head->viewport()->mapTo(form.window(), place));
+            QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, modifiers,
+                              head->viewport()->mapTo(form.window(), place));
         };
         const auto amounts = [&] {
             std::string owed;
@@ -228,7 +245,8 @@ TEST_F(OutstandingButton, TheKeyboardWorksTheList)
     openList([](const DialogDriver &form) {
         form.expectMoves({
             {"dgReceiptView", Qt::Key_Return, {}, "cmdMisuMoneyPay"},
-            {"cmdMisuMoneyPay", Qt::Key_Enter, Qt::KeypadModifier, "cmdClose"}, // the button without work is passed over
+            {"cmdMisuMoneyPay", Qt::Key_Enter, Qt::KeypadModifier,
+             "cmdClose"}, // the button without work is passed over
             {"cmdClose", Qt::Key_Up, Qt::ControlModifier, "cmdMisuMoneyPay"},
             {"cmdMisuMoneyPay", Qt::Key_Up, Qt::ControlModifier, "dgReceiptView"},
             {"dgReceiptView", Qt::Key_Down, Qt::ControlModifier, "cmdMisuMoneyPay"},
@@ -242,15 +260,20 @@ TEST_F(OutstandingButton, TheKeyboardWorksTheList)
         QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
         EXPECT_EQ(form.focus(), "dgReceiptView");
         const auto rowIs = [&](controls::SystemColor number) {
-            const QColor painted = grid(form)->viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
+            const QColor painted =
+                grid(form)->viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
             const QColor color = controls::systemColor(number); // the style shades it a little
-            return qAbs(painted.red() - color.red()) + qAbs(painted.green() - color.green()) + qAbs(painted.blue() - color.blue()) < 12;
+            return qAbs(painted.red() - color.red()) + qAbs(painted.green() - color.green())
+                       + qAbs(painted.blue() - color.blue())
+                   < 12;
         };
         EXPECT_TRUE(rowIs(controls::SystemColor::ActiveCaption));
         form.find<QWidget>("cmdClose")->setFocus();
         EXPECT_TRUE(rowIs(controls::SystemColor::ButtonFace));
         bool asked = false;
-        whenDialogStands([&](const DialogDriver &payment) { asked = payment.window()->objectName() == QLatin1String("frmMisuMoneyPay"); });
+        whenDialogStands([&](const DialogDriver &payment) {
+            asked = payment.window()->objectName() == QLatin1String("frmMisuMoneyPay");
+        });
         QTest::mouseDClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
         EXPECT_TRUE(asked);
     });

@@ -15,8 +15,8 @@ protected:
     {
         whenDialogStands(act);
         frmMisuMoneyPay dialog;
-        return dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QStringLiteral("C-1"), QStringLiteral("홍길동"), QDate(2026, 11, 20),
-                                               order_, 5000, total, date_, money_, method_);
+        return dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QStringLiteral("C-1"), QStringLiteral("홍길동"),
+                                               QDate(2026, 11, 20), order_, 5000, total, date_, money_, method_);
     }
 
     int order_ = 0;
@@ -29,17 +29,22 @@ protected:
 
 TEST_F(OutstandingPayment, ShowsTheOrderAndWhatWasTakenOnItsDay)
 {
-    for (const char *row : {"'2026-11-20', 1, 40, '', ''", "'2026-11-20', 2, 300, '', ''", "'2026-11-20', 3, 7000, '00', ''",
-                            "'2026-11-20', 3, 1000, '01', ''", "'2026-11-20', 4, 1000, '00', ''",
-                            "'2026-11-21', 3, 2000, '10', ''"}) // a later payment does not show
+    for (const char *row :
+         {"'2026-11-20', 1, 40, '', ''", "'2026-11-20', 2, 300, '', ''", "'2026-11-20', 3, 7000, '00', ''",
+          "'2026-11-20', 3, 1000, '01', ''", "'2026-11-20', 4, 1000, '00', ''",
+          "'2026-11-21', 3, 2000, '10', ''"}) // a later payment does not show
         ledgerRow(order_, row);
     EXPECT_FALSE(ask([](const DialogDriver &form) {
         EXPECT_EQ(form.window()->windowTitle(), QStringLiteral("미수금 수납"));
-        const struct { const char *name, *text; } cases[] = {
-            {"txtName", "홍길동"},     {"txtChartnum", "C-1"},      {"txtReceiptTxDate", "2026-11-20"}, {"txtReceiptGeneral", "12,340"},
-            {"txtReceiptBonin", ""},   {"txtReceiptCheonggu", ""},  {"txtGeneralCut", "40"},            {"txtGeneralDiscount", "300"},
-            {"txtGeneralPay", "8,000"}, {"txtGeneralRefund", "1,000"}, {"txtGeneralSunap", "5000"},      {"txtBoninCut", ""},
-            {"txtBoninDiscount", ""},  {"txtBoninPay", ""},         {"txtBoninRefund", ""},
+        const struct
+        {
+            const char *name, *text;
+        } cases[] = {
+            {"txtName", "홍길동"},           {"txtChartnum", "C-1"},        {"txtReceiptTxDate", "2026-11-20"},
+            {"txtReceiptGeneral", "12,340"}, {"txtReceiptBonin", ""},       {"txtReceiptCheonggu", ""},
+            {"txtGeneralCut", "40"},         {"txtGeneralDiscount", "300"}, {"txtGeneralPay", "8,000"},
+            {"txtGeneralRefund", "1,000"},   {"txtGeneralSunap", "5000"},   {"txtBoninCut", ""},
+            {"txtBoninDiscount", ""},        {"txtBoninPay", ""},           {"txtBoninRefund", ""},
         };
         for (const auto &c : cases)
             EXPECT_EQ(form.text(c.name), c.text) << c.name;
@@ -51,8 +56,15 @@ TEST_F(OutstandingPayment, ShowsTheOrderAndWhatWasTakenOnItsDay)
 
 TEST_F(OutstandingPayment, HandsBackWhatWasTypedAndChosen)
 {
-    const struct { const char *typed; int entry; qint32 money; const char *method; } cases[] = {
-        {"5000", 0, 5000, "10"}, {"1,500", 1, 1500, "11"}, {"-300", 2, -300, "12"}, {"0", 0, 0, "10"}, {"2.5", 0, 2, "10"}, {"3.5", 0, 4, "10"},
+    const struct
+    {
+        const char *typed;
+        int entry;
+        qint32 money;
+        const char *method;
+    } cases[] = {
+        {"5000", 0, 5000, "10"}, {"1,500", 1, 1500, "11"}, {"-300", 2, -300, "12"},
+        {"0", 0, 0, "10"},       {"2.5", 0, 2, "10"},      {"3.5", 0, 4, "10"},
     };
     for (const auto &c : cases) {
         EXPECT_TRUE(ask([&](const DialogDriver &form) {
@@ -83,10 +95,12 @@ TEST_F(OutstandingPayment, OnlyANumberThatFitsIsTaken)
     EXPECT_THROW(ask([](const DialogDriver &form) {
                      form.type("txtGeneralSunap", "99999999999");
                      form.press("cmdConfirm");
-                 }), runtime::RuntimeError);
+                 }),
+                 runtime::RuntimeError);
     ledgerRow(order_, "'2026-11-20', 4, 2000000000, '00', ''");
     frmMisuMoneyPay dialog;
-    EXPECT_THROW(dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QString(), QString(), QDate(2026, 11, 20), order_, 1, 2000000000,
-                                                 date_, money_, method_), runtime::RuntimeError);
+    EXPECT_THROW(dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QString(), QString(), QDate(2026, 11, 20), order_, 1,
+                                                 2000000000, date_, money_, method_),
+                 runtime::RuntimeError);
     EXPECT_THAT(boxes_.take(), IsEmpty());
 }

@@ -4,8 +4,8 @@
 
 namespace {
 
-const std::string connectionFailure
-    = "데이터베이스 접속에 문제가 생겼습니다.\r프로그램을 종료하고 네트워크를 확인한 후\r다시 시도해 보십시오.";
+const std::string connectionFailure =
+    "데이터베이스 접속에 문제가 생겼습니다.\r프로그램을 종료하고 네트워크를 확인한 후\r다시 시도해 보십시오.";
 
 /// "수납" pressed on an order, with the dialog driven through its controls.
 class ReceiptButton : public LedgerDesk
@@ -36,7 +36,8 @@ TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToT
         form.press("chkGeneralRemainToMisuMoney");
         form.press("cmdConfirm");
     });
-    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|2|300||", "2026-11-20|1|40||", "2026-11-20|3|5000|00|", "2026-11-20|3|4000|01|"));
+    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|2|300||", "2026-11-20|1|40||", "2026-11-20|3|5000|00|",
+                                          "2026-11-20|3|4000|01|"));
     EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction LIMIT 1"),
                 ElementsAre("41|" + std::to_string(key)));
     EXPECT_THAT(rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"), ElementsAre("3000", "7"));
@@ -52,10 +53,14 @@ TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
     const OrderKey first(1);
     const QDate day(2026, 11, 24);
     openOrder(1000, QStringLiteral("500"));
-    const struct { ledger::FirstPayment payment; Rows rows; } cases[] = {
+    const struct
+    {
+        ledger::FirstPayment payment;
+        Rows rows;
+    } cases[] = {
         {{patient, first, day, 0, 0, 0, 0}, {}},
-        {{patient, first, day, -2700, -50, -1200, -1}, {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|",
-                                                "2026-11-24|3|-1|01|"}},
+        {{patient, first, day, -2700, -50, -1200, -1},
+         {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|", "2026-11-24|3|-1|01|"}},
         {{patient, first, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
         {{patient, first, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
     };
@@ -98,8 +103,13 @@ TEST_F(ReceiptButton, OutstandingMoneyIsAddedToWhatTheOrderHoldsNow)
 
 TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialog)
 {
-    const struct { const char16_t *event; Rows rows; } cases[] = {
-        {u"BEFORE INSERT ON tPSTransaction WHEN NEW.tpstrans_Method = '01'", {"2026-11-20|1|40||", "2026-11-20|3|300|00|"}},
+    const struct
+    {
+        const char16_t *event;
+        Rows rows;
+    } cases[] = {
+        {u"BEFORE INSERT ON tPSTransaction WHEN NEW.tpstrans_Method = '01'",
+         {"2026-11-20|1|40||", "2026-11-20|3|300|00|"}},
         {u"BEFORE UPDATE ON tPSOrderMaster", {"2026-11-20|1|40||", "2026-11-20|3|300|00|", "2026-11-20|3|1000|01|"}},
     };
     for (const auto &c : cases) {
@@ -121,7 +131,8 @@ TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialo
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
         allowAgain();
         // Nothing of the failed save rides along with a later one.
-        ledger::addOutstanding(*session_.rsCustSaleMaster, OrderKey(session_.rsCustSaleMaster->value("OrdM_PK")), runtime::Currency::fromWon(1));
+        ledger::addOutstanding(*session_.rsCustSaleMaster, OrderKey(session_.rsCustSaleMaster->value("OrdM_PK")),
+                               runtime::Currency::fromWon(1));
         EXPECT_EQ(outstanding(), "6");
         atOtherDesk("DELETE FROM tPSTransaction");
     }
@@ -148,7 +159,13 @@ TEST_F(ReceiptButton, WithoutTheDatabaseOrTheLedgersSumsItSaysSoAndOpensNothing)
 TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
 {
     // outstanding: of the order before; option: chosen
-    const struct { const char *outstanding, *option; int method; bool recalculates; const char *row, *outstandingAfter; } cases[] = {
+    const struct
+    {
+        const char *outstanding, *option;
+        int method;
+        bool recalculates;
+        const char *row, *outstandingAfter;
+    } cases[] = {
         {"0", "optOperator_2", 0, false, "2026-11-20|3|1000||", "0"},
         {"NULL", "optOperator_2", 1, false, "2026-11-20|3|1000|01|", "NULL"},
         {"5000", "optOperator_2", 2, true, "2026-11-20|3|1000|10|", "4000"},
@@ -236,7 +253,8 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
 
     atOtherDesk("DELETE FROM tPSTransaction");
     edit("optOperator_0");
-    EXPECT_THAT(boxes_.take(), ElementsAre("수납 내역 수정: 다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
+    EXPECT_THAT(boxes_.take(),
+                ElementsAre("수납 내역 수정: 다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
     EXPECT_EQ(session_.rsCustTranManage->rowCount(), 0);
 }
 
@@ -245,8 +263,9 @@ TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)
     for (const bool off : {false, true}) {
         SCOPED_TRACE(off);
         atOtherDesk("DELETE FROM tPSProperties");
-        atOtherDesk(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('수납시할인사용안함', '%1')")
-                        .arg(off ? QStringLiteral("1") : QStringLiteral("yes")));
+        atOtherDesk(
+            QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('수납시할인사용안함', '%1')")
+                .arg(off ? QStringLiteral("1") : QStringLiteral("yes")));
         frmSimpleReceipt dialog;
         const DialogDriver form(&dialog);
         EXPECT_EQ(form.find<QWidget>("txtGeneralHalInMoney")->isEnabled(), !off);

@@ -19,8 +19,9 @@ protected:
     bool operationAdd(const Taken &taken)
     {
         frmSimpleReceiptAdd dialog;
-        return dialog.OperationAdd(nullptr, QDate(2026, 11, 20), 10000, taken.discount, taken.cut, taken.pay, taken.refund,
-                                   7, QStringLiteral("C-1"), QStringLiteral("홍길동"), date_, operator_, money_, method_, recalculates_);
+        return dialog.OperationAdd(nullptr, QDate(2026, 11, 20), 10000, taken.discount, taken.cut, taken.pay,
+                                   taken.refund, 7, QStringLiteral("C-1"), QStringLiteral("홍길동"), date_, operator_,
+                                   money_, method_, recalculates_);
     }
 
     BoxReader boxes_;
@@ -35,7 +36,12 @@ protected:
 
 TEST_F(FurtherReceipt, ProposesWhatIsLeftAsAPaymentAndWhatWasTooMuchAsARefund)
 {
-    const struct { Taken taken; qint16 code; qint32 money; } cases[] = {
+    const struct
+    {
+        Taken taken;
+        qint16 code;
+        qint32 money;
+    } cases[] = {
         {{500, 50, 4000, 0}, 3, 5450},
         {{500, 50, 4000, 1000}, 3, 6450},
         {{0, 0, 12000, 0}, 4, 2000},
@@ -63,8 +69,9 @@ TEST_F(FurtherReceipt, ASettledOrderIsAskedAboutFirst)
     EXPECT_FALSE(operationAdd(settled));
     ASSERT_EQ(boxes_.boxes.size(), 1u);
     EXPECT_EQ(boxes_.boxes[0].flags, controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault);
-    EXPECT_THAT(boxes_.take(), ElementsAre("수납 내역 추가: 물품판매 수납이 완결된 상태입니다.\r추가적으로 기록할 수납 등의 "
-                                           "내용이 있습니까?"));
+    EXPECT_THAT(boxes_.take(),
+                ElementsAre("수납 내역 추가: 물품판매 수납이 완결된 상태입니다.\r추가적으로 기록할 수납 등의 "
+                            "내용이 있습니까?"));
 
     boxes_.answers = {controls::Answer::Yes};
     whenDialogStands([](const DialogDriver &form) {

@@ -84,7 +84,8 @@ TEST_F(SimpleReceiptKeys, KeysMoveTheFocusAndPressNothing)
 
 TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
 {
-    for (const char *name : {"txtGeneralHalInMoney", "txtGeneralSuNapMoney_0", "txtGeneralSuNapMoney_1", "cboGeneralPercent"}) {
+    for (const char *name :
+         {"txtGeneralHalInMoney", "txtGeneralSuNapMoney_0", "txtGeneralSuNapMoney_1", "cboGeneralPercent"}) {
         SCOPED_TRACE(name);
         standOn(name);
         QApplication::clipboard()->setText("9a");
@@ -102,7 +103,9 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
 
 TEST_F(SimpleReceiptKeys, AClickThatBringsTheFocusSelectsTheWholeTextTheNextOneDoesNot)
 {
-    const auto clickAtLeft = [](QWidget *box) { QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(3, box->height() / 2)); };
+    const auto clickAtLeft = [](QWidget *box) {
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(3, box->height() / 2));
+    };
     auto *percent = form_->find<QComboBox>("cboGeneralPercent");
     for (QLineEdit *box : {percent->lineEdit(), form_->find<QLineEdit>("txtGeneralHalInMoney")}) {
         box->setText(QStringLiteral("0"));

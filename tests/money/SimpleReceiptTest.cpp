@@ -53,7 +53,7 @@ protected:
     {
         const auto text = [this](const char *name) { return form_->text(name) + " "; };
         return text("txtGeneralHalInMoney") + text("txtGeneralJeolSaMoney") + text("txtGeneralSuNapMoney_0")
-            + text("txtGeneralSuNapMoney_1") + text("lblGeneralRemain") + "| " + form_->text("lblMustReceipt_2");
+               + text("txtGeneralSuNapMoney_1") + text("lblGeneralRemain") + "| " + form_->text("lblMustReceipt_2");
     }
 
     std::unique_ptr<frmSimpleReceipt> dialog_;
@@ -83,14 +83,17 @@ TEST_F(SimpleReceipt, ComesUpWithTheOrdersDayAndTheTotalInCashButForTheSmallMone
 
 TEST_F(SimpleReceipt, DiscountAndCutLeaveTheCashToBePaid)
 {
-    const struct { qint32 total; int cutEntry; const char *discount, *figures; } cases[] = {
-        {12340, 0, "0", "0 0 12340 0 0 | 12,340"},
-        {12345, 1, "0", "0 5 12340 0 0 | 12,340"},
-        {12340, 2, "0", "0 40 12300 0 0 | 12,300"},
-        {12340, 3, "340", "340 0 12000 0 0 | 12,000"},
-        {12340, 2, "", " 40 12300 0 0 | 12,300"},        // an empty discount is 0
+    const struct
+    {
+        qint32 total;
+        int cutEntry;
+        const char *discount, *figures;
+    } cases[] = {
+        {12340, 0, "0", "0 0 12340 0 0 | 12,340"},     {12345, 1, "0", "0 5 12340 0 0 | 12,340"},
+        {12340, 2, "0", "0 40 12300 0 0 | 12,300"},    {12340, 3, "340", "340 0 12000 0 0 | 12,000"},
+        {12340, 2, "", " 40 12300 0 0 | 12,300"},      // an empty discount is 0
         {1000, 2, "1250", "1250 -50 -200 0 0 | -200"}, // the cut follows the sign
-        {-1250, 2, "0", "0 -50 -1200 0 0 | -1,200"}, // an order of returns
+        {-1250, 2, "0", "0 -50 -1200 0 0 | -1,200"},   // an order of returns
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.figures);
@@ -103,11 +106,15 @@ TEST_F(SimpleReceipt, DiscountAndCutLeaveTheCashToBePaid)
 
 TEST_F(SimpleReceipt, APercentRoundsHalfToEven)
 {
-    const struct { qint32 total; const char *percent; int cutEntry; const char *figures; } cases[] = {
-        {9999, "10", 2, "1000 99 8900 0 0 | 8,900"},
-        {125, "10", 0, "12 0 113 0 0 | 113"},
-        {135, "10", 0, "14 0 121 0 0 | 121"},
-        {12340, "", 2, "0 40 12300 0 0 | 12,300"},
+    const struct
+    {
+        qint32 total;
+        const char *percent;
+        int cutEntry;
+        const char *figures;
+    } cases[] = {
+        {9999, "10", 2, "1000 99 8900 0 0 | 8,900"}, {125, "10", 0, "12 0 113 0 0 | 113"},
+        {135, "10", 0, "14 0 121 0 0 | 121"},        {12340, "", 2, "0 40 12300 0 0 | 12,300"},
         {12340, "100", 2, "12340 0 0 0 0 | 0"},
     };
     for (const auto &c : cases) {
@@ -135,7 +142,10 @@ TEST_F(SimpleReceipt, AmountsOfEightDigitsLoseTheirLastOnes)
 
 TEST_F(SimpleReceipt, ButtonsPutTheRestWhereTheySay)
 {
-    const struct { const char *button, *cash, *card, *figures; } cases[] = {
+    const struct
+    {
+        const char *button, *cash, *card, *figures;
+    } cases[] = {
         {"chkGeneralRemain2Money_0", "1", "2", "300 40 12000 0 0 | 12,000"},
         {"chkGeneralRemain2Money_1", "1", "2000", "300 40 10000 2000 0 | 12,000"},
         {"chkGeneralRemain2Money_2", "1", "2", "300 40 0 12000 0 | 12,000"},
@@ -152,14 +162,19 @@ TEST_F(SimpleReceipt, ButtonsPutTheRestWhereTheySay)
         form_->type("txtGeneralSuNapMoney_1", c.card);
         form_->press(c.button);
         EXPECT_EQ(figures(), c.figures);
-        EXPECT_EQ(form_->checked("chkGeneralRemainToMisuMoney"), QLatin1String(c.button) == QLatin1String("chkAllSetting_2"));
+        EXPECT_EQ(form_->checked("chkGeneralRemainToMisuMoney"),
+                  QLatin1String(c.button) == QLatin1String("chkAllSetting_2"));
     }
 }
 
 TEST_F(SimpleReceipt, TheRemainderGoesToOnePlaceOrNone)
 {
     // box: ticked, nullptr for none
-    const struct { const char *box, *cash; std::vector<float> saved; } cases[] = {
+    const struct
+    {
+        const char *box, *cash;
+        std::vector<float> saved;
+    } cases[] = {
         {nullptr, "10000", {0, 40, 10000, 0, 0}},
         {"chkGeneralRemainToHalin", "10000", {2300, 40, 10000, 0, 0}},
         {"chkGeneralRemainToMisuMoney", "10000", {0, 40, 10000, 0, 2300}},
@@ -205,16 +220,21 @@ TEST_F(SimpleReceipt, TheRemainderFollowsAlsoWhenThePaymentStaysTheSame)
 TEST(SimpleReceiptEdit, HandsBackOneRowWithTheOperatorChosen)
 {
     // option: that is on at first, -1 none
-    const struct { const char16_t *caption; int option; } cases[] = {{u"절사", 0}, {u"할인", 1}, {u"수납", 2}, {u"환불", 3}, {u"0", -1}};
+    const struct
+    {
+        const char16_t *caption;
+        int option;
+    } cases[] = {{u"절사", 0}, {u"할인", 1}, {u"수납", 2}, {u"환불", 3}, {u"0", -1}};
     for (const auto &c : cases) {
         frmSimpleReceipt dialog;
         std::vector<qint32> row;
         QDate day;
-        QObject::connect(&dialog, &frmSimpleReceipt::ExecuteDB,
-                         [&](qint32 customer, const QDate &date, qint16 code, qint32 money, qint32 order, const QString &) {
-                             row = {customer, code, money, order};
-                             day = date;
-                         });
+        QObject::connect(
+            &dialog, &frmSimpleReceipt::ExecuteDB,
+            [&](qint32 customer, const QDate &date, qint16 code, qint32 money, qint32 order, const QString &) {
+                row = {customer, code, money, order};
+                day = date;
+            });
         dialog.Operation(0, 41, QStringLiteral("홍길동"), QStringLiteral("C-1"), QDate(2026, 11, 20), 12340, 7, -1,
                          QDate(2026, 11, 24), 500, QString::fromUtf16(c.caption), nullptr);
         const DialogDriver form(&dialog);

@@ -40,7 +40,10 @@ protected:
         preview_.setFocus();
     }
 
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(preview_.windowHandle(), key, modifiers); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(preview_.windowHandle(), key, modifiers);
+    }
     QAbstractButton *button(const char *name) { return preview_.findChild<QAbstractButton *>(QLatin1String(name)); }
     QWidget *canvas() { return preview_.findChild<print::PageCanvas *>(); }
     int inkColumns()
@@ -103,7 +106,13 @@ TEST_F(PreviewTest, ZoomsThePageByKeys)
 TEST_F(PreviewTest, SavesUnderTheChosenNameAndAsksBeforeItReplacesAFile)
 {
     using controls::Answer;
-    const struct { const char *what, *chosen; Answer answer; int questions; bool saved; } cases[] = {
+    const struct
+    {
+        const char *what, *chosen;
+        Answer answer;
+        int questions;
+        bool saved;
+    } cases[] = {
         {"a new name gets its suffix", "영수증 1", Answer::No, 0, true},
         {"the question answered with yes", "영수증 1.pdf", Answer::Yes, 1, true},
         {"the question answered with no, then cancelled", "영수증 1", Answer::No, 1, false},

@@ -17,7 +17,9 @@ print::Document rollOf(double length)
 {
     print::Document document({80, 200});
     for (const double top : {10.0, length - 10})
-        document.addText({.text = QStringLiteral("줄%1").arg(top), .box = {5, top, 60, 5}, .font = {QStringLiteral("굴림"), 9, true}});
+        document.addText({.text = QStringLiteral("줄%1").arg(top),
+                          .box = {5, top, 60, 5},
+                          .font = {QStringLiteral("굴림"), 9, true}});
     document.cutBelowContents(length - (length - 10 + print::lineHeight({QStringLiteral("굴림"), 9, true})));
     return document;
 }
@@ -49,7 +51,8 @@ TEST(Printers, TakeTheirJobs)
 {
     ASSERT_TRUE(apart);
     PrintServer server;
-    EXPECT_THAT(print::printerNames(), testing::UnorderedElementsAre(PrintServer::pagePrinter, PrintServer::rollPrinter));
+    EXPECT_THAT(print::printerNames(),
+                testing::UnorderedElementsAre(PrintServer::pagePrinter, PrintServer::rollPrinter));
     EXPECT_EQ(print::defaultPrinter(), PrintServer::pagePrinter);
     EXPECT_NEAR(print::pageSize(PrintServer::rollPrinter).width(), 80, 0.5);
     EXPECT_NEAR(print::pageSize(PrintServer::pagePrinter).width(), 210, 0.5);
@@ -64,15 +67,18 @@ TEST(Printers, TakeTheirJobs)
     EXPECT_NEAR(pages.word("행26").box.center().y(), 25, 0.5);
 
     server.remove(PrintServer::rollPrinter);
-    EXPECT_THAT(refusal([] { print::send(rollOf(100), PrintServer::rollPrinter, QStringLiteral("글")); }), testing::HasSubstr("찾을 수 없습니다"));
+    EXPECT_THAT(refusal([] { print::send(rollOf(100), PrintServer::rollPrinter, QStringLiteral("글")); }),
+                testing::HasSubstr("찾을 수 없습니다"));
 }
 
 TEST(Printers, WithoutAPrintingSystemSayWhy)
 {
     EXPECT_EQ(print::printerNames(), QStringList());
     EXPECT_EQ(print::defaultPrinter(), QString());
-    EXPECT_EQ(refusal([] { print::send(twoPages(), QString(), QStringLiteral("글")); }), "이 컴퓨터에 등록된 프린터가 없습니다.");
-    EXPECT_EQ(refusal([] { print::send(twoPages(), QStringLiteral("A"), QStringLiteral("글")); }), "프린터 'A'을(를) 찾을 수 없습니다.");
+    EXPECT_EQ(refusal([] { print::send(twoPages(), QString(), QStringLiteral("글")); }),
+              "이 컴퓨터에 등록된 프린터가 없습니다.");
+    EXPECT_EQ(refusal([] { print::send(twoPages(), QStringLiteral("A"), QStringLiteral("글")); }),
+              "프린터 'A'을(를) 찾을 수 없습니다.");
     EXPECT_EQ(refusal([] { print::savePdf(twoPages(), QStringLiteral("/nowhere/a.pdf"), QStringLiteral("글")); }),
               "PDF 파일을 쓸 수 없습니다: /nowhere/a.pdf");
 }

@@ -6,7 +6,10 @@
 TEST(clsVsPrint, MovesAndScalesPlaceAndFont)
 {
     print::Document page;
-    TemplateBox box{.text = QStringLiteral("글"), .place = {10, 20, 30, 5}, .font = {QStringLiteral("굴림"), 10, true}, .align = print::Align::Right};
+    TemplateBox box{.text = QStringLiteral("글"),
+                    .place = {10, 20, 30, 5},
+                    .font = {QStringLiteral("굴림"), 10, true},
+                    .align = print::Align::Right};
     EXPECT_TRUE(clsVsPrint().PrintTextBox2VsPrint(1, 2, 2, box, page));
     const print::TextItem &item = page.pages()[0].texts.at(0);
     const double mm = 56.7 * 25.4 / 1440; // the geometry's own millimetre
@@ -55,13 +58,15 @@ TEST(clsMultiLineTextBox, ReadsTheLinesAsTheyAreDisplayed)
     QPlainTextEdit box;
     box.resize(200, 100);
     box.show();
-    box.setPlainText(QStringLiteral("첫 줄   \n\n") + QStringLiteral("긴 줄은 여러 줄로 나뉩니다 ").repeated(12).trimmed());
+    box.setPlainText(QStringLiteral("첫 줄   \n\n")
+                     + QStringLiteral("긴 줄은 여러 줄로 나뉩니다 ").repeated(12).trimmed());
     const clsMultiLineTextBox reader;
     QStringList lines;
     EXPECT_TRUE(reader.MLT_GetAllLines(box, lines));
     EXPECT_GT(lines.size(), 4);
     EXPECT_EQ(reader.MLT_GetLineCount(box), lines.size());
-    EXPECT_EQ(lines.mid(2).join(QString()).toStdString(), QStringLiteral("긴 줄은 여러 줄로 나뉩니다 ").repeated(12).trimmed().toStdString());
+    EXPECT_EQ(lines.mid(2).join(QString()).toStdString(),
+              QStringLiteral("긴 줄은 여러 줄로 나뉩니다 ").repeated(12).trimmed().toStdString());
     EXPECT_EQ(reader.MLT_GetLine(box, 0).toStdString(), "첫 줄");
     EXPECT_EQ(reader.MLT_GetLine(box, 1).toStdString(), "");
     EXPECT_EQ(reader.MLT_GetLine(box, qint32(lines.size())).toStdString(), "");

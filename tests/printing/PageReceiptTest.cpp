@@ -114,7 +114,8 @@ TEST_F(PageReceiptTest, PutsEveryCellOfAnOrderInItsPlace)
                          {"55", Right, 189, 237},
                          {"편리합니다.", Left, paper.word("편리합니다.").box.left(), 261}});
     EXPECT_EQ(paper.line(65).toStdString(), "남궁보람님 (구매날짜:2026-11-24)");
-    EXPECT_THAT(paper.line(75).toStdString(), testing::MatchesRegex("\\[발행일\\]20[0-9]{2}-[0-9]{2}-[0-9]{2} 오[전후] [0-9]+:[0-9]{2}:[0-9]{2}"));
+    EXPECT_THAT(paper.line(75).toStdString(),
+                testing::MatchesRegex("\\[발행일\\]20[0-9]{2}-[0-9]{2}-[0-9]{2} 오[전후] [0-9]+:[0-9]{2}:[0-9]{2}"));
     EXPECT_EQ(paper.line(104).toStdString(), "001 감초차 일반판매");
     EXPECT_EQ(paper.line(147).toStdString(), "부가세 과세 물품가액 3,702");
     EXPECT_EQ(paper.line(157).toStdString(), "부가세 면세 물품가액 99,000");
@@ -131,12 +132,20 @@ TEST_F(PageReceiptTest, TellsTheKindOfEveryLine)
 {
     const int sold = product("감초차", 1000);
     const int key = order(QLatin1String(Today));
-    struct Case { const char *type; int count; const char *kind, *amount; };
-    const Case cases[] = {{"NULL", 1, "일반판매", "1 1,000"}, {"0", 0, "일반판매", "0 0"},    {"NULL", -2, "반품", "-2 -2,000"},
-                          {"1", 3, "서비스", "3 3,000"},      {"1", -1, "서비스", "-1 -1,000"}, {"3", 4, "", "4 4,000"}};
+    struct Case
+    {
+        const char *type;
+        int count;
+        const char *kind, *amount;
+    };
+    const Case cases[] = {{"NULL", 1, "일반판매", "1 1,000"}, {"0", 0, "일반판매", "0 0"},
+                          {"NULL", -2, "반품", "-2 -2,000"},  {"1", 3, "서비스", "3 3,000"},
+                          {"1", -1, "서비스", "-1 -1,000"},   {"3", 4, "", "4 4,000"}};
     for (const Case &one : cases) {
         const int row = detail(key, sold, 1000, 0, one.count);
-        atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1 WHERE OrdD_PK = %2").arg(QLatin1String(one.type)).arg(row));
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1 WHERE OrdD_PK = %2")
+                        .arg(QLatin1String(one.type))
+                        .arg(row));
     }
     detail(key, sold, 7777, 0, 1); // a loss
     atOtherDesk("UPDATE tPSOrderDetail SET OrdD_OrderType = 2 WHERE OrdD_UnitPrice = 7777");
@@ -146,8 +155,11 @@ TEST_F(PageReceiptTest, TellsTheKindOfEveryLine)
     for (const Case &one : cases) {
         --index;
         const double row = 104 + 16 * index;
-        EXPECT_EQ(paper.line(row, 0).toStdString(),
-                  QStringLiteral("%1 감초차 %2").arg(index + 1, 3, 10, QLatin1Char('0')).arg(QString::fromUtf8(one.kind)).trimmed().toStdString());
+        EXPECT_EQ(paper.line(row, 0).toStdString(), QStringLiteral("%1 감초차 %2")
+                                                        .arg(index + 1, 3, 10, QLatin1Char('0'))
+                                                        .arg(QString::fromUtf8(one.kind))
+                                                        .trimmed()
+                                                        .toStdString());
         EXPECT_EQ(paper.line(row + 8).toStdString(), std::string("*차 1,000 0 ") + one.amount);
     }
     EXPECT_FALSE(paper.has("7,777"));
@@ -225,12 +237,15 @@ TEST_F(PageReceiptTest, OfAPeriodTakesTheCustomersOrdersAndTheShopsMoney)
     const char *dates[] = {"2026-11-20", "2026-11-10", "2026-11-09"};
     for (int index = 0; index < 6; ++index) {
         const bool freeLine = index % 2 == 0;
-        EXPECT_EQ(paper.line(104 + 16 * index).toStdString(), QStringLiteral("%1 00%2 %3 %4").arg(QLatin1String(dates[index / 2]))
-                                                                  .arg(index + 1)
-                                                                  .arg(freeLine ? QStringLiteral("경옥고") : QStringLiteral("감초차"),
-                                                                       freeLine ? QStringLiteral("반품") : QStringLiteral("일반판매"))
-                                                                  .toStdString());
-        EXPECT_EQ(paper.line(112 + 16 * index).toStdString(), freeLine ? "차 2,000 0 -1 -2,000" : "*차 1,000 100 2 1,800");
+        EXPECT_EQ(paper.line(104 + 16 * index).toStdString(),
+                  QStringLiteral("%1 00%2 %3 %4")
+                      .arg(QLatin1String(dates[index / 2]))
+                      .arg(index + 1)
+                      .arg(freeLine ? QStringLiteral("경옥고") : QStringLiteral("감초차"),
+                           freeLine ? QStringLiteral("반품") : QStringLiteral("일반판매"))
+                      .toStdString());
+        EXPECT_EQ(paper.line(112 + 16 * index).toStdString(),
+                  freeLine ? "차 2,000 0 -1 -2,000" : "*차 1,000 100 2 1,800");
     }
     EXPECT_EQ(paper.line(211).toStdString(), "부가세 과세 물품가액 5,400");
     EXPECT_EQ(paper.line(221).toStdString(), "부가세 면세 물품가액 -6,000");
@@ -250,6 +265,7 @@ TEST_F(PageReceiptTest, RefusesANegativeLedgerTotalInItsBox)
     PageReceipts receipts(session_, nullptr);
     receipts.printOrderReceipt(); // a preview would stand here for ever
     receipts.printPeriodReceipt(today(), today());
-    const std::string box = "영수증 출력: 영수증 출력시 오류가 발생했습니다. 이 유: 음수는 출력할 수 없습니다. (환불토탈: -500)";
+    const std::string box =
+        "영수증 출력: 영수증 출력시 오류가 발생했습니다. 이 유: 음수는 출력할 수 없습니다. (환불토탈: -500)";
     EXPECT_THAT(reader.take(), testing::ElementsAre(box, box));
 }

@@ -60,14 +60,22 @@ TEST_F(RollReceiptTest, PutsEveryBoxInItsPlaceAndMovesTheFooterByTheItems)
             double y; ///< twips
             double down;
         };
-        const Box boxes[] = {{"123-45-67890", false, 2250, 750, 0}, {"대표:허준", false, 30, 1050, 0},
-                             {"서울시종로구세종대로1", false, 30, 1380, 0}, {"02-123-4567", false, 30, 1650, 0},
-                             {"www.zelvo.example", false, 1620, 1620, 0}, {"남궁보람님", false, 30, 1950, 0},
-                             {"상품명", false, 30, 2970, 0}, {"단가", false, 1440, 2970, 0},
-                             {"할인", false, 2220, 2970, 0}, {"수량", false, 2760, 2970, 0},
-                             {"금액", false, 3690, 2970, 0}, {"001감초차%1", false, 0, 3510, 0},
-                             {"계", true, 570 + 1545, 4980, moved}, {"2,400", true, 4065, 4980, moved},
-                             {"수납금액", true, 570 + 1545, 5430, moved}, {"987", true, 4065, 5400, moved},
+        const Box boxes[] = {{"123-45-67890", false, 2250, 750, 0},
+                             {"대표:허준", false, 30, 1050, 0},
+                             {"서울시종로구세종대로1", false, 30, 1380, 0},
+                             {"02-123-4567", false, 30, 1650, 0},
+                             {"www.zelvo.example", false, 1620, 1620, 0},
+                             {"남궁보람님", false, 30, 1950, 0},
+                             {"상품명", false, 30, 2970, 0},
+                             {"단가", false, 1440, 2970, 0},
+                             {"할인", false, 2220, 2970, 0},
+                             {"수량", false, 2760, 2970, 0},
+                             {"금액", false, 3690, 2970, 0},
+                             {"001감초차%1", false, 0, 3510, 0},
+                             {"계", true, 570 + 1545, 4980, moved},
+                             {"2,400", true, 4065, 4980, moved},
+                             {"수납금액", true, 570 + 1545, 5430, moved},
+                             {"987", true, 4065, 5400, moved},
                              {"부가세", false, 0, 6240, moved}};
         for (const Box &box : boxes) {
             QString text = QString::fromUtf8(box.word);
@@ -156,7 +164,11 @@ TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
     const QString file = program_.filePath("roll.pdf");
     choosePrinter(file);
     const int key = orderOfLines(1);
-    const struct { std::function<void()> spoil; const char *says; } cases[] = {
+    const struct
+    {
+        std::function<void()> spoil;
+        const char *says;
+    } cases[] = {
         {[&] { atOtherDesk("UPDATE tPSOrderDetail SET OrdD_Count = -1"); }, "음수는 출력할 수 없습니다. (수량: -1)"},
         {[&] {
              atOtherDesk("UPDATE tPSOrderDetail SET OrdD_Count = 1");
@@ -189,7 +201,8 @@ TEST_F(RollReceiptTest, RefusesAPrinterThatPrintsNoGraphics)
     BoxReader reader;
     choosePrinter(QStringLiteral("cbm receipt printer (text only)"));
     PrintRollPrintReceipt(nullptr, rollOrder(1));
-    EXPECT_THAT(reader.take(), testing::ElementsAre("지원되지 않는 프린터: 그래픽 출력이 가능한 프린터를 사용하십시오."));
+    EXPECT_THAT(reader.take(),
+                testing::ElementsAre("지원되지 않는 프린터: 그래픽 출력이 가능한 프린터를 사용하십시오."));
 }
 
 TEST_F(RollReceiptTest, FindsTheRollPrinterAmongTheSystemsPrinters)
@@ -198,7 +211,8 @@ TEST_F(RollReceiptTest, FindsTheRollPrinterAmongTheSystemsPrinters)
     const int key = orderOfLines(30);
     BoxReader reader;
     PrintRollPrintReceipt(nullptr, rollOrder(key)); // no printing system at all
-    const std::string notFound = "프린터를 찾지 못했습니다.: 롤 프린터를 찾을 수 없습니다. 롤 프린터로 출력하기 위해서는\r[EPSON TM-T88II Partial "
+    const std::string notFound = "프린터를 찾지 못했습니다.: 롤 프린터를 찾을 수 없습니다. 롤 프린터로 출력하기 "
+                                 "위해서는\r[EPSON TM-T88II Partial "
                                  "cut]으로 등록된 프린터가 필요합니다.";
     EXPECT_THAT(reader.take(), testing::ElementsAre(notFound));
 

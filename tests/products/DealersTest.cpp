@@ -1,5 +1,5 @@
-#include "tests/support/DialogDriver.h"
 #include "tests/products/ProductDesk.h"
+#include "tests/support/DialogDriver.h"
 
 #include "data/clsSQL.h"
 #include "platform/controls/Modal.h"
@@ -17,14 +17,20 @@ protected:
     Dealers()
     {
         product("감초", 1000);
-        atOtherDesk("INSERT INTO tPSCompanyMaster (CM_Name, CM_RegNum, CM_Address, CM_Tel, CM_EtcMemo, CM_IsValid) VALUES ('Acme', '1', "
-                    "'서울', '02', '외상', 1), ('xyz', NULL, NULL, NULL, NULL, NULL), ('한약방', NULL, NULL, NULL, NULL, 0)");
+        atOtherDesk(
+            "INSERT INTO tPSCompanyMaster (CM_Name, CM_RegNum, CM_Address, CM_Tel, CM_EtcMemo, CM_IsValid) VALUES "
+            "('Acme', '1', "
+            "'서울', '02', '외상', 1), ('xyz', NULL, NULL, NULL, NULL, NULL), ('한약방', NULL, NULL, NULL, NULL, 0)");
     }
     std::string panel()
     {
-        return window().texts({"txtCmCompanyName", "txtCmRegNum", "txtCmAddress", "txtCmTel", "txtCmMemo", "chkCmIsValid"});
+        return window().texts(
+            {"txtCmCompanyName", "txtCmRegNum", "txtCmAddress", "txtCmTel", "txtCmMemo", "chkCmIsValid"});
     }
-    Rows dealers() { return rows("SELECT CM_Name, CM_Address, CM_Tel, CM_IsValid FROM tPSCompanyMaster ORDER BY CM_PK"); }
+    Rows dealers()
+    {
+        return rows("SELECT CM_Name, CM_Address, CM_Tel, CM_IsValid FROM tPSCompanyMaster ORDER BY CM_PK");
+    }
 
     /// Opens the dialog from the panel of a new purchase and acts in it.
     void select(const char *start, const std::function<void(const DialogDriver &)> &act)
@@ -42,7 +48,7 @@ protected:
     std::string chosen()
     {
         return window().text("txtIncCompanyName") + ' '
-            + window().at("txtIncCompanyName").property("Tag").toString().toStdString();
+               + window().at("txtIncCompanyName").property("Tag").toString().toStdString();
     }
 };
 
@@ -95,8 +101,10 @@ TEST_F(Dealers, OneWithPurchasesIsNotDeleted)
     open();
     boxes_.answers = {Answer::Yes, Answer::Confirm, Answer::No, Answer::Yes};
     window().push("chkcmdCmpnyMstrAED_2");
-    EXPECT_THAT(boxes_.take(), ElementsAre("거래처삭제: 거래처를 삭제하시겠습니까?",
-                            "거래처삭제: 해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."));
+    EXPECT_THAT(
+        boxes_.take(),
+        ElementsAre("거래처삭제: 거래처를 삭제하시겠습니까?",
+                    "거래처삭제: 해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."));
     session_.rsCompanyMaster->moveTo(1);
     window().push("chkcmdCmpnyMstrAED_2");
     window().push("chkcmdCmpnyMstrAED_2");
@@ -130,7 +138,12 @@ TEST_F(Dealers, TheDialogListsAllOrThoseWithTheLetters)
 TEST_F(Dealers, AreChosenByButtonKeyAndDoubleClick)
 {
     open();
-    const struct { const char *how; std::function<void(const DialogDriver &)> act; const char *chosen; } cases[] = {
+    const struct
+    {
+        const char *how;
+        std::function<void(const DialogDriver &)> act;
+        const char *chosen;
+    } cases[] = {
         {"F12", [](const DialogDriver &dialog) { dialog.key(Qt::Key_F12); }, "Acme 1"},
         {"Enter in the grid",
          [](const DialogDriver &dialog) {
@@ -173,7 +186,11 @@ TEST_F(Dealers, TheDialogStandsBesideItsButtonAndOnTheScreen)
     open();
     const QRect screen = window().screen()->availableGeometry();
     const QWidget &button = window().at("chkCmdIncSelectCompany");
-    const struct { QPoint window; bool fits; } cases[] = {{QPoint(5 - button.mapTo(&window(), QPoint(0, 0)).x(), 300), true},
+    const struct
+    {
+        QPoint window;
+        bool fits;
+    } cases[] = {{QPoint(5 - button.mapTo(&window(), QPoint(0, 0)).x(), 300), true},
                  {screen.bottomRight(), false},
                  {QPoint(-4000, -4000), false}};
     for (const auto &row : cases) {
@@ -184,7 +201,7 @@ TEST_F(Dealers, TheDialogStandsBesideItsButtonAndOnTheScreen)
             if (!row.fits)
                 return;
             const QPoint origin = button.mapToGlobal(QPoint(0, 0));
-            EXPECT_EQ(place.x(), origin.x() + 17); // 255 twips at 96 dpi
+            EXPECT_EQ(place.x(), origin.x() + 17);            // 255 twips at 96 dpi
             EXPECT_NEAR(place.bottom(), origin.y() + 93, 40); // 1,395 twips, and what a caption takes
         });
     }

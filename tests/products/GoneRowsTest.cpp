@@ -25,17 +25,38 @@ struct ListCase
     SaleSession::RecordsetPtr SaleSession::*rows;
 };
 
-const ListCase productList{.name = "products", .grid = "tdbSaleProductListsManager", .commands = "chkCmdProdSaleAddEdiDel",
-                           .save = "chkCmdSaveProduct_0", .table = "tPSProductMaster", .key = "PM_PK", .title = "판매 물품",
-                           .kind = "물품", .field = "txtProSaleInfo_3", .column = "PM_EtcMemo",
+const ListCase productList{.name = "products",
+                           .grid = "tdbSaleProductListsManager",
+                           .commands = "chkCmdProdSaleAddEdiDel",
+                           .save = "chkCmdSaveProduct_0",
+                           .table = "tPSProductMaster",
+                           .key = "PM_PK",
+                           .title = "판매 물품",
+                           .kind = "물품",
+                           .field = "txtProSaleInfo_3",
+                           .column = "PM_EtcMemo",
                            .rows = &SaleSession::rsSaleProductListsManager};
-const ListCase purchaseList{.name = "purchases", .grid = "tdbProductIncoming", .commands = "chkcmdIncomingAED",
-                            .save = "chkcmdIncomingSave_0", .table = "tPSIncoming", .key = "IN_PK", .title = "물품구매내역",
-                            .kind = "구매내역", .field = "txtIncMemo", .column = "IN_EtcMemo",
+const ListCase purchaseList{.name = "purchases",
+                            .grid = "tdbProductIncoming",
+                            .commands = "chkcmdIncomingAED",
+                            .save = "chkcmdIncomingSave_0",
+                            .table = "tPSIncoming",
+                            .key = "IN_PK",
+                            .title = "물품구매내역",
+                            .kind = "구매내역",
+                            .field = "txtIncMemo",
+                            .column = "IN_EtcMemo",
                             .rows = &SaleSession::rsProductIncoming};
-const ListCase dealerList{.name = "dealers", .grid = "tdbCompanyMaster", .commands = "chkcmdCmpnyMstrAED",
-                          .save = "chkcmdCmpnyMstrSave_0", .table = "tPSCompanyMaster", .key = "CM_PK", .title = "거래처목록",
-                          .kind = "거래처", .field = "txtCmMemo", .column = "CM_EtcMemo",
+const ListCase dealerList{.name = "dealers",
+                          .grid = "tdbCompanyMaster",
+                          .commands = "chkcmdCmpnyMstrAED",
+                          .save = "chkcmdCmpnyMstrSave_0",
+                          .table = "tPSCompanyMaster",
+                          .key = "CM_PK",
+                          .title = "거래처목록",
+                          .kind = "거래처",
+                          .field = "txtCmMemo",
+                          .column = "CM_EtcMemo",
                           .rows = &SaleSession::rsCompanyMaster};
 const ListCase *const lists[] = {&productList, &purchaseList, &dealerList};
 
@@ -46,41 +67,59 @@ class GoneRows : public ProductDesk
 protected:
     GoneRows()
     {
-        const struct { int number; const char *name; } all[] = {{1, "첫째"}, {2, "둘째"}, {3, "셋째"}};
+        const struct
+        {
+            int number;
+            const char *name;
+        } all[] = {{1, "첫째"}, {2, "둘째"}, {3, "셋째"}};
         for (const auto &[number, name] : all) {
             const QString memo = QString::fromUtf8(name);
-            atOtherDesk(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_EtcMemo) VALUES ('%1', 'n', '%2')")
+            atOtherDesk(QStringLiteral(
+                            "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_EtcMemo) VALUES ('%1', 'n', '%2')")
                             .arg(QString::number(number), memo));
             atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_EtcMemo) VALUES "
-                                       "(1, 99, '2026-11-%1', 10, '%2')").arg(30 - number).arg(memo));
+                                       "(1, 99, '2026-11-%1', 10, '%2')")
+                            .arg(30 - number)
+                            .arg(memo));
             atOtherDesk(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name, CM_EtcMemo) VALUES ('%1', '%2')")
                             .arg(QString::number(number), memo));
         }
-        atOtherDesk("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_EtcMemo) VALUES (3, 99, '2026-11-01', 7, '셋째의')");
+        atOtherDesk("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_EtcMemo) VALUES (3, 99, "
+                    "'2026-11-01', 7, '셋째의')");
     }
     ado::Recordset &rowsOf(const ListCase &list) { return *(session_.*list.rows); }
     int currentRow(const ListCase &list) { return rowsOf(list).currentRow(); }
     void deleteElsewhere(const ListCase &list, int key)
     {
-        atOtherDesk(QStringLiteral("DELETE FROM %1 WHERE %2 = %3").arg(QLatin1String(list.table), QLatin1String(list.key)).arg(key));
+        atOtherDesk(QStringLiteral("DELETE FROM %1 WHERE %2 = %3")
+                        .arg(QLatin1String(list.table), QLatin1String(list.key))
+                        .arg(key));
     }
     void changeElsewhere(const ListCase &list, int key)
     {
         atOtherDesk(QStringLiteral("UPDATE %1 SET %2 = '남의 것' WHERE %3 = %4")
-                        .arg(QLatin1String(list.table), QLatin1String(list.column), QLatin1String(list.key)).arg(key));
+                        .arg(QLatin1String(list.table), QLatin1String(list.column), QLatin1String(list.key))
+                        .arg(key));
     }
     Rows stored(const ListCase &list)
     {
         const QString products = &list == &purchaseList ? QStringLiteral(" WHERE PM_PK = 1") : QString();
-        return rows(QStringLiteral("SELECT %1 FROM %2%3 ORDER BY %4").arg(QLatin1String(list.column), QLatin1String(list.table),
-                                                                         products, QLatin1String(list.key)));
+        return rows(QStringLiteral("SELECT %1 FROM %2%3 ORDER BY %4")
+                        .arg(QLatin1String(list.column), QLatin1String(list.table), products, QLatin1String(list.key)));
     }
-    void command(const ListCase &list, int index) { window().push((std::string(list.commands) + '_' + char('0' + index)).c_str()); }
+    void command(const ListCase &list, int index)
+    {
+        window().push((std::string(list.commands) + '_' + char('0' + index)).c_str());
+    }
     std::string gone(const ListCase &list)
     {
-        return std::string(list.title) + ": 다른 데스크에서 먼저 삭제한 " + list.kind + "입니다. 목록을 새로 가져왔습니다.";
+        return std::string(list.title) + ": 다른 데스크에서 먼저 삭제한 " + list.kind
+               + "입니다. 목록을 새로 가져왔습니다.";
     }
-    std::string stock() { return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"}); }
+    std::string stock()
+    {
+        return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"});
+    }
 };
 
 } // namespace
@@ -268,9 +307,14 @@ TEST_F(GoneRows, HidingAProductThatIsGoneIsToldOnce)
 TEST_F(GoneRows, AListThatCannotBeLoadedLeavesNothingOnViewAndIsLoadedWhenItCanBe)
 {
     open();
-    const struct { const ListCase *list; std::function<void()> load, loadIfClosed; std::function<bool()> isLoaded; } cases[] = {
-        {&productList, [&] { window().products->loadProductListsManager(); }, [&] { window().products->loadIfClosed(); },
-         [&] { return window().products->isLoaded(); }},
+    const struct
+    {
+        const ListCase *list;
+        std::function<void()> load, loadIfClosed;
+        std::function<bool()> isLoaded;
+    } cases[] = {
+        {&productList, [&] { window().products->loadProductListsManager(); },
+         [&] { window().products->loadIfClosed(); }, [&] { return window().products->isLoaded(); }},
         {&purchaseList, [&] { window().products->fillPanel(); }, [&] { window().incoming->loadIfClosed(); },
          [&] { return window().incoming->isLoaded(); }},
         {&dealerList, [&] { window().dealers->loadCompanyMaster(); }, [&] { window().dealers->loadIfClosed(); },
@@ -282,7 +326,8 @@ TEST_F(GoneRows, AListThatCannotBeLoadedLeavesNothingOnViewAndIsLoadedWhenItCanB
         atOtherDesk("ALTER TABLE " + table + " RENAME TO away");
         controls::runEvent(c.load);
         c.loadIfClosed();
-        EXPECT_EQ(boxes_.take().size(), c.list == &purchaseList ? 1u : 0u) << "those of products and dealers are silent";
+        EXPECT_EQ(boxes_.take().size(), c.list == &purchaseList ? 1u : 0u)
+            << "those of products and dealers are silent";
         EXPECT_FALSE(c.isLoaded());
         EXPECT_EQ(window().text(c.list->field), "");
         if (c.list == &productList) {
@@ -336,15 +381,29 @@ TEST_F(GoneRows, TheSaleListThatCannotBeLoadedShowsNoProductAndIsLoadedWhenItCan
 TEST_F(GoneRows, TheWindowMayGoBeneathEveryBox)
 {
     const auto push = [&](const char *name) { return [this, name] { window().at<QAbstractButton>(name).click(); }; };
-    const struct { const char *box; std::function<void()> before, act; } cases[] = {
+    const struct
+    {
+        const char *box;
+        std::function<void()> before, act;
+    } cases[] = {
         {"delete a product", [] {}, push("chkCmdProdSaleAddEdiDel_2")},
         {"delete a purchase", [] {}, push("chkcmdIncomingAED_2")},
         {"delete a dealer", [] {}, push("chkcmdCmpnyMstrAED_2")},
         {"a product without a name", [&] { command(productList, 0); }, push("chkCmdSaveProduct_0")},
         {"a purchase without a dealer", [&] { command(purchaseList, 0); }, push("chkcmdIncomingSave_0")},
         {"a dealer without a name", [&] { command(dealerList, 0); }, push("chkcmdCmpnyMstrSave_0")},
-        {"a product that collides", [&] { command(productList, 1); changeElsewhere(productList, 1); }, push("chkCmdSaveProduct_0")},
-        {"a dealer that collides", [&] { command(dealerList, 1); changeElsewhere(dealerList, 1); }, push("chkcmdCmpnyMstrSave_0")},
+        {"a product that collides",
+         [&] {
+             command(productList, 1);
+             changeElsewhere(productList, 1);
+         },
+         push("chkCmdSaveProduct_0")},
+        {"a dealer that collides",
+         [&] {
+             command(dealerList, 1);
+             changeElsewhere(dealerList, 1);
+         },
+         push("chkcmdCmpnyMstrSave_0")},
         {"a product that is gone", [&] { deleteElsewhere(productList, 2); }, [&] { list().moveTo(1); }},
         {"a dealer that is gone", [&] { deleteElsewhere(dealerList, 2); }, [&] { rowsOf(dealerList).moveTo(1); }},
         {"a purchase that cannot be shown",

@@ -17,19 +17,28 @@ protected:
     }
     void purchase(int productKey, int dealer, const char *count)
     {
-        atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_HalinTotal, "
-                                   "IN_Total, IN_EtcMemo) VALUES (%1, %2, '2026-11-20', %3, 1000, 500, 2500, '외상')").arg(productKey)
-                        .arg(dealer).arg(QLatin1String(count)));
+        atOtherDesk(
+            QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_HalinTotal, "
+                           "IN_Total, IN_EtcMemo) VALUES (%1, %2, '2026-11-20', %3, 1000, 500, 2500, '외상')")
+                .arg(productKey)
+                .arg(dealer)
+                .arg(QLatin1String(count)));
     }
     std::string panel()
     {
         return window().texts({"txtIncCount", "txtIncPricePerUnit", "txtIncHalinTotal", "txtIncPriceTotal",
                                "txtIncCompanyName", "txtIncMemo"})
-            + ' ' + window().at<QDateEdit>("dtpIncDate").date().toString(Qt::ISODate).toStdString();
+               + ' ' + window().at<QDateEdit>("dtpIncDate").date().toString(Qt::ISODate).toStdString();
     }
-    std::string stock() { return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"}); }
+    std::string stock()
+    {
+        return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"});
+    }
     Rows purchases() { return rows("SELECT PM_PK, CM_PK, IN_Count, IN_Total FROM tPSIncoming ORDER BY IN_PK"); }
-    static std::string clearPanel() { return "1|\\0|\\0|\\0|| " + QDate::currentDate().toString(Qt::ISODate).toStdString(); }
+    static std::string clearPanel()
+    {
+        return "1|\\0|\\0|\\0|| " + QDate::currentDate().toString(Qt::ISODate).toStdString();
+    }
 };
 
 } // namespace
@@ -50,14 +59,18 @@ TEST_F(IncomingPaneTest, TheTotalFollowsItsParts)
 {
     open();
     window().push("chkcmdIncomingAED_0");
-    const struct { const char *count, *price, *discount, *total; } cases[] = {
+    const struct
+    {
+        const char *count, *price, *discount, *total;
+    } cases[] = {
         {"3", "\\1,000", "\\500", "\\2,500"},
         {"1", "\\1,000", "\\5,000", "-\\4,000"},
         {"개", "\\1,000", "\\0", "\\0"},
         {"2개", "\\1,000", "\\0", "\\2,000"},
         {"", "\\1,000", "\\100", "-\\100"},
         {"1,000", "\\999,999", "\\0", "\\999,999,000"},
-        {"1000", "\\9,999,999", "\\0", "\\999,999,900"}, // beyond nine characters the rest is cut, as in every money box
+        {"1000", "\\9,999,999", "\\0",
+         "\\999,999,900"}, // beyond nine characters the rest is cut, as in every money box
     };
     const QColor red(255, 0, 0);
     for (const auto &row : cases) {
@@ -74,9 +87,13 @@ TEST_F(IncomingPaneTest, TheStepperStopsAtNothingOnTheWayDown)
 {
     open();
     window().push("chkcmdIncomingAED_0");
-    const struct { const char *typed, *button, *count; } cases[] = {
-        {"1", "udIincomingCount_down", "0"},    {"0", "udIincomingCount_down", "0"}, {"0.5", "udIincomingCount_down", "-0.5"},
-        {"-3", "udIincomingCount_down", "-3"},  {"-3", "udIincomingCount_up", "-2"}, {"많이", "udIincomingCount_up", "1"},
+    const struct
+    {
+        const char *typed, *button, *count;
+    } cases[] = {
+        {"1", "udIincomingCount_down", "0"},        {"0", "udIincomingCount_down", "0"},
+        {"0.5", "udIincomingCount_down", "-0.5"},   {"-3", "udIincomingCount_down", "-3"},
+        {"-3", "udIincomingCount_up", "-2"},        {"많이", "udIincomingCount_up", "1"},
         {"99999", "udIincomingCount_up", "100000"},
     };
     for (const auto &row : cases) {
@@ -161,15 +178,18 @@ TEST_F(IncomingPaneTest, StockIsStaleUntilItIsAskedForAgain)
     purchase(1, 1, "10");
     const int sale = order("2026-11-24");
     for (const char *kindAndCount : {"0, 4", "NULL, -1", "1, 1", "2, 2"})
-        atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (%1, 1, %2)").arg(sale)
-                        .arg(QLatin1String(kindAndCount)));
+        atOtherDesk(
+            QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (%1, 1, %2)")
+                .arg(sale)
+                .arg(QLatin1String(kindAndCount)));
     open();
     EXPECT_EQ(stock(), "10|3|4|1|2");
     boxes_.answers = {Answer::No, Answer::Yes};
     window().push("chkcmdIncomingAED_2");
     EXPECT_EQ(purchases().size(), 1u);
     window().push("chkcmdIncomingAED_2");
-    EXPECT_THAT(boxes_.take(), ElementsAre("삭제: 물품 구매내역을 삭제 하시겠습니까?", "삭제: 물품 구매내역을 삭제 하시겠습니까?"));
+    EXPECT_THAT(boxes_.take(),
+                ElementsAre("삭제: 물품 구매내역을 삭제 하시겠습니까?", "삭제: 물품 구매내역을 삭제 하시겠습니까?"));
     EXPECT_THAT(purchases(), IsEmpty());
     EXPECT_EQ(stock(), "10|3|4|1|2");
     window().push("cmdRefreshProdStat");
@@ -197,8 +217,10 @@ TEST_F(IncomingPaneTest, AStockBeyondItsNumbersKeepsWhatItShowed)
     atOtherDesk("UPDATE tPSIncoming SET IN_Count = 2000000000");
     atOtherDesk("PRAGMA ignore_check_constraints = ON"); // in place of a hundred thousand lines
     for (const char *kind : {"0", "2"})
-        atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (1, 1, %1, "
-                                   "2000000000)").arg(QLatin1String(kind)));
+        atOtherDesk(
+            QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (1, 1, %1, "
+                           "2000000000)")
+                .arg(QLatin1String(kind)));
     window().push("cmdRefreshProdStat");
     EXPECT_EQ(stock(), "2000000000|2000000000|0|0|2000000000");
     EXPECT_THAT(boxes_.take(), IsEmpty());
@@ -209,11 +231,14 @@ TEST_F(IncomingPaneTest, AQuantityOfMoreThanNineDigitsIsNotStored)
     open();
     window().push("chkcmdIncomingAED_0");
     window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
-    for (const char *typed : {"8801234567890", "0000012345678", " -1234567890", "1234567890.5", "8801234567890개", "1e12"}) {
+    for (const char *typed :
+         {"8801234567890", "0000012345678", " -1234567890", "1234567890.5", "8801234567890개", "1e12"}) {
         window().type("txtIncCount", typed);
         window().push("chkcmdIncomingSave_0");
-        EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 "
-                                               "입력하십시오.")) << typed;
+        EXPECT_THAT(boxes_.take(),
+                    ElementsAre("물품구매내역: 구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 "
+                                "입력하십시오."))
+            << typed;
         EXPECT_EQ(window().modes.current(), QStringLiteral("11")) << typed;
         EXPECT_EQ(window().focused(), "txtIncCount");
     }

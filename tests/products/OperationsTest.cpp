@@ -1,8 +1,8 @@
 #include "data/clsSQL.h"
+#include "platform/runtime/RuntimeError.h"
 #include "products/GoneRow.h"
 #include "products/IncomingOperations.h"
 #include "products/ProductOperations.h"
-#include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "tests/support/TestDatabase.h"
 
@@ -24,7 +24,11 @@ using Lines = std::vector<std::string>;
 /// One desk of the shop: its own session on its own connection.
 struct Till
 {
-    explicit Till(const ado::ConnectionPtr &lent) : connection(lent) { load(); }
+    explicit Till(const ado::ConnectionPtr &lent)
+        : connection(lent)
+    {
+        load();
+    }
     /// What works on gcnnMasterDB works on this desk's connection now.
     Till &here()
     {
@@ -64,12 +68,14 @@ protected:
     void run(const char *statement) { database_.run(QString::fromUtf8(statement)); }
     Lines products()
     {
-        return rows("SELECT PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate "
-                    "FROM tPSProductMaster ORDER BY PM_PK");
+        return rows(
+            "SELECT PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, PM_AddedDate "
+            "FROM tPSProductMaster ORDER BY PM_PK");
     }
     Lines purchases()
     {
-        return rows("SELECT PM_PK, CM_PK, IN_Count, IN_UnitPrice, IN_HalinTotal, IN_Total, IN_EtcMemo, IN_Date FROM tPSIncoming "
+        return rows("SELECT PM_PK, CM_PK, IN_Count, IN_UnitPrice, IN_HalinTotal, IN_Total, IN_EtcMemo, IN_Date FROM "
+                    "tPSIncoming "
                     "ORDER BY IN_PK");
     }
     Till &desk() { return first_.here(); }
@@ -147,7 +153,7 @@ TEST_P(Shop, AnEditSavesTheProductItBeganWith)
     list.moveTo(1);
     desk().products.beginChange();
     run("UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_PK = 2"); // what no save assigns takes no part
-    list.Requery(); // stands on the first product again
+    list.Requery();                                                   // stands on the first product again
     EXPECT_EQ(desk().products.change(tea()), SaveOutcome::Saved);
     EXPECT_THAT(rows("SELECT PM_Name FROM tPSProductMaster ORDER BY PM_PK"), ElementsAre("첫째", "감초차"));
 
@@ -212,10 +218,15 @@ TEST_P(Shop, TwoDesksThatAddAtOnceLoseNothing)
         ASSERT_EQ(desk.exitCode(), 0) << desk.readAllStandardError().toStdString();
     }
     const std::string sum = std::to_string(each * (each + 1) / 2);
-    EXPECT_THAT(rows("SELECT PM_Catagory, COUNT(DISTINCT PM_Name), SUM(PM_UnitPrice) FROM tPSProductMaster GROUP BY PM_Catagory "
-                     "ORDER BY PM_Catagory"), ElementsAre("desk0-|500|" + sum, "desk1-|500|" + sum));
-    EXPECT_THAT(rows("SELECT COUNT(*), SUM(IN_Count) FROM tPSIncoming INNER JOIN tPSProductMaster ON tPSIncoming.PM_PK = "
-                     "tPSProductMaster.PM_PK WHERE IN_Count = PM_UnitPrice"), ElementsAre("1000|" + std::to_string(each * (each + 1))));
+    EXPECT_THAT(
+        rows(
+            "SELECT PM_Catagory, COUNT(DISTINCT PM_Name), SUM(PM_UnitPrice) FROM tPSProductMaster GROUP BY PM_Catagory "
+            "ORDER BY PM_Catagory"),
+        ElementsAre("desk0-|500|" + sum, "desk1-|500|" + sum));
+    EXPECT_THAT(
+        rows("SELECT COUNT(*), SUM(IN_Count) FROM tPSIncoming INNER JOIN tPSProductMaster ON tPSIncoming.PM_PK = "
+             "tPSProductMaster.PM_PK WHERE IN_Count = PM_UnitPrice"),
+        ElementsAre("1000|" + std::to_string(each * (each + 1))));
 }
 
 // Two programs: whichever is second is told and changes nothing of the first one's row.
@@ -225,7 +236,11 @@ TEST_P(Shop, OneOfTwoDesksThatSaveTheSameRowAtOnceFails)
     run("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('한약방')");
     run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Count) VALUES (1, 1, 1)");
     run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-01')");
-    const struct { QString row; const char *stored; } races[] = {
+    const struct
+    {
+        QString row;
+        const char *stored;
+    } races[] = {
         {"product", "SELECT PM_Name, PM_EtcMemo FROM tPSProductMaster"},
         {"dealer", "SELECT CM_Name, CM_EtcMemo FROM tPSCompanyMaster"},
         {"purchase", "SELECT IN_EtcMemo, IN_EtcMemo FROM tPSIncoming"},

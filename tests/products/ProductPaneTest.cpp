@@ -8,8 +8,8 @@ using controls::Answer;
 namespace {
 
 constexpr std::initializer_list<const char *> panelControls = {
-    "txtProSaleInfo_0", "txtProSaleInfo_1", "txtProSaleInfo_2", "txtProSaleInfo_3", "optIsTaxed_0",
-    "optIsTaxed_1",     "optIsValid_0",     "optIsValid_1"};
+    "txtProSaleInfo_0", "txtProSaleInfo_1", "txtProSaleInfo_2", "txtProSaleInfo_3",
+    "optIsTaxed_0",     "optIsTaxed_1",     "optIsValid_0",     "optIsValid_1"};
 
 class ProductPaneTest : public ProductDesk
 {
@@ -24,7 +24,7 @@ protected:
     std::string panel()
     {
         return window().texts(panelControls) + ' '
-            + window().at<QDateEdit>("dtpProdListAddedDate").date().toString(Qt::ISODate).toStdString();
+               + window().at<QDateEdit>("dtpProdListAddedDate").date().toString(Qt::ISODate).toStdString();
     }
     Rows names() { return rows("SELECT PM_Catagory, PM_Name FROM tPSProductMaster ORDER BY PM_PK"); }
     QColor backColor(const char *name) { return controls::backColor(&window().at(name)); }
@@ -91,8 +91,9 @@ TEST_F(ProductPaneTest, ANewProductIsStoredOnceHoweverOftenSaveIsPressed)
     window().type("txtProSaleInfo_2", "\\1,500");
     window().at<QAbstractButton>("optIsTaxed_1").click();
     window().push("chkCmdSaveProduct_0");
-    EXPECT_THAT(rows("SELECT PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_AddedDate FROM tPSProductMaster"),
-                ElementsAre("차|감초차|1500|0|1|1900-01-01"));
+    EXPECT_THAT(
+        rows("SELECT PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_AddedDate FROM tPSProductMaster"),
+        ElementsAre("차|감초차|1500|0|1|1900-01-01"));
     EXPECT_EQ(window().text("txtProSaleInfo_0"), "차") << "the list was read anew";
 
     window().push("chkCmdProdSaleAddEdiDel_0");
@@ -123,17 +124,19 @@ TEST_F(ProductPaneTest, DeletingAsksAndTellsOfSoldProducts)
     detail(order("2026-11-24"), 1, 12000, 0, 1);
     open();
     session_.rsSaleProductLists = std::make_unique<ado::Recordset>();
-    session_.rsSaleProductLists->Open(QStringLiteral("SELECT * FROM tPSProductMaster"), gcnnMasterDB, ado::CursorType::Static,
-                                      ado::LockType::ReadOnly);
+    session_.rsSaleProductLists->Open(QStringLiteral("SELECT * FROM tPSProductMaster"), gcnnMasterDB,
+                                      ado::CursorType::Static, ado::LockType::ReadOnly);
     boxes_.answers = {Answer::No, Answer::Yes, Answer::Confirm, Answer::Yes};
     window().push("chkCmdProdSaleAddEdiDel_2");
     window().push("chkCmdProdSaleAddEdiDel_2");
     ASSERT_EQ(boxes_.boxes.size(), 3u);
     EXPECT_EQ(boxes_.boxes[0].flags, 68);
-    EXPECT_THAT(boxes_.take(),
-                ElementsAre("물품목록삭제: 선택한 물품을 삭제 하시겠습니까?", "물품목록삭제: 선택한 물품을 삭제 하시겠습니까?",
-                            "물품목록삭제: 물품이 이미 판매 되었으므로 삭제 할 수 없습니다.\r\n   ('고객 판매 디테일'에서 삭제를 "
-                            "원하시는 물품을 모두 삭제하시면 \r\n    물품 삭제가 가능합니다.)"));
+    EXPECT_THAT(
+        boxes_.take(),
+        ElementsAre(
+            "물품목록삭제: 선택한 물품을 삭제 하시겠습니까?", "물품목록삭제: 선택한 물품을 삭제 하시겠습니까?",
+            "물품목록삭제: 물품이 이미 판매 되었으므로 삭제 할 수 없습니다.\r\n   ('고객 판매 디테일'에서 삭제를 "
+            "원하시는 물품을 모두 삭제하시면 \r\n    물품 삭제가 가능합니다.)"));
     list().moveTo(1);
     window().push("chkCmdProdSaleAddEdiDel_2");
     EXPECT_THAT(names(), ElementsAre("가|홍삼"));

@@ -30,7 +30,12 @@ protected:
 
 TEST_F(AppSettings, GiveBackEveryTextUnderEveryNameAndTheDefaultForTheRest)
 {
-    const struct { QString section; QString key; QString value; } cases[] = {
+    const struct
+    {
+        QString section;
+        QString key;
+        QString value;
+    } cases[] = {
         {QStringLiteral("젤보 데스크"), QStringLiteral("영수증프린터디바이스"), QStringLiteral("<자동설정>")},
         {QStringLiteral("원장실 설정"), QStringLiteral("시작시최대화"), QStringLiteral("1")},
         {section, QStringLiteral("시작시최대화"), QStringLiteral("0")},

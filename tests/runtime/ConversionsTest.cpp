@@ -31,9 +31,13 @@ std::optional<ErrorNumber> errorOf(Call &&call)
 
 TEST(Val, TakesTheNumericPrefixAndNothingElse)
 {
-    const struct { const char16_t *text; double value; } cases[] = {
-        {u"", 0},         {u"12 원", 12},  {u"1,000", 1},   {u"\\1,000", 0}, {u" 3 4", 34},  {u"-7.5개", -7.5},
-        {u"1e3x", 1000},  {u"2e", 2},      {u"한", 0},      {u"&H1F", 31},   {u".5", 0.5},   {u"-", 0},
+    const struct
+    {
+        const char16_t *text;
+        double value;
+    } cases[] = {
+        {u"", 0},        {u"12 원", 12}, {u"1,000", 1}, {u"\\1,000", 0}, {u" 3 4", 34}, {u"-7.5개", -7.5},
+        {u"1e3x", 1000}, {u"2e", 2},     {u"한", 0},    {u"&H1F", 31},   {u".5", 0.5},  {u"-", 0},
     };
     for (const auto &c : cases)
         EXPECT_EQ(Val(QString::fromUtf16(c.text)), c.value) << QString::fromUtf16(c.text).toStdString();
@@ -44,9 +48,17 @@ TEST(Val, TakesTheNumericPrefixAndNothingElse)
 
 TEST(Trim, TakesBlanksAndNoOtherWhiteSpace)
 {
-    const struct { const char16_t *text; const char16_t *trimmed; } cases[] = {
-        {u"  약 봉투  ", u"약 봉투"}, {u"\t아침\r\n", u"\t아침\r\n"}, {u" \u3000이름 \u3000 ", u"\u3000이름 \u3000"},
-        {u"\u00A0값", u"\u00A0값"}, {u"   ", u""},                  {u"", u""},
+    const struct
+    {
+        const char16_t *text;
+        const char16_t *trimmed;
+    } cases[] = {
+        {u"  약 봉투  ", u"약 봉투"},
+        {u"\t아침\r\n", u"\t아침\r\n"},
+        {u" \u3000이름 \u3000 ", u"\u3000이름 \u3000"},
+        {u"\u00A0값", u"\u00A0값"},
+        {u"   ", u""},
+        {u"", u""},
     };
     for (const auto &c : cases)
         EXPECT_EQ(Trim(QString::fromUtf16(c.text)), QString::fromUtf16(c.trimmed));
@@ -54,25 +66,42 @@ TEST(Trim, TakesBlanksAndNoOtherWhiteSpace)
 
 TEST(CCur, ReadsWhatAKoreanDesktopReads)
 {
-    const struct { const char16_t *text; const char *amount; } cases[] = {
-        {u"\\1,234", "1234"},   {u"-\\1,234", "-1234"},           {u" 1 ", "1"},          {u"1,234.5", "1234.5"},
-        {u"\\-5", "-5"},        {u"922337203685477", "922337203685477"}, {u"1e3", "1000"}, {u"0.00005", "0"},
-        {u"0.00015", "0.0002"}, {u"₩12", "12"},
+    const struct
+    {
+        const char16_t *text;
+        const char *amount;
+    } cases[] = {
+        {u"\\1,234", "1234"},   {u"-\\1,234", "-1234"}, {u" 1 ", "1"},
+        {u"1,234.5", "1234.5"}, {u"\\-5", "-5"},        {u"922337203685477", "922337203685477"},
+        {u"1e3", "1000"},       {u"0.00005", "0"},      {u"0.00015", "0.0002"},
+        {u"₩12", "12"},
     };
     for (const auto &c : cases)
         EXPECT_EQ(CCur(QString::fromUtf16(c.text)).toText().toStdString(), c.amount);
     for (const char16_t *bad : {u"", u"\\", u"abc", u"12원", u"1-2", u"--1"})
-        EXPECT_EQ(errorOf([&] { CCur(QString::fromUtf16(bad)); }), ErrorNumber::TypeMismatch) << QString::fromUtf16(bad).toStdString();
-    EXPECT_EQ(CCur(QStringLiteral("１２,３４５")), Currency::fromWon(12345)) << "digits as a Korean input method gives them";
+        EXPECT_EQ(errorOf([&] { CCur(QString::fromUtf16(bad)); }), ErrorNumber::TypeMismatch)
+            << QString::fromUtf16(bad).toStdString();
+    EXPECT_EQ(CCur(QStringLiteral("１２,３４５")), Currency::fromWon(12345))
+        << "digits as a Korean input method gives them";
     EXPECT_EQ(errorOf([] { CCur(QVariant()); }), ErrorNumber::InvalidUseOfNull);
     EXPECT_EQ(errorOf([] { CCur(QStringLiteral("9e15")); }), ErrorNumber::Overflow);
 }
 
 TEST(WholeNumbers, RoundHalfToEvenAndRefuseWhatDoesNotFit)
 {
-    const struct { QVariant value; int whole; } cases[] = {
-        {QStringLiteral("2.5"), 2}, {QStringLiteral("3.5"), 4}, {QStringLiteral("-2.5"), -2}, {QStringLiteral("\\1,000"), 1000},
-        {true, -1}, {won(12), 12}, {0.5, 0}, {QVariant::fromValue(Currency::fromScaled(15'000)), 2},
+    const struct
+    {
+        QVariant value;
+        int whole;
+    } cases[] = {
+        {QStringLiteral("2.5"), 2},
+        {QStringLiteral("3.5"), 4},
+        {QStringLiteral("-2.5"), -2},
+        {QStringLiteral("\\1,000"), 1000},
+        {true, -1},
+        {won(12), 12},
+        {0.5, 0},
+        {QVariant::fromValue(Currency::fromScaled(15'000)), 2},
     };
     for (const auto &c : cases) {
         EXPECT_EQ(CLng(c.value), c.whole);
@@ -115,21 +144,33 @@ TEST(Currency, RaisesInsteadOfWrappingAndLeavesTheAmountAsItWas)
     EXPECT_EQ(errorOf([] { Currency::fromWon(most); }), ErrorNumber::Overflow);
 
     bool ok = false;
-    EXPECT_EQ(Currency::fromPlainText(QStringLiteral("-922337203685477.5808"), &ok).scaled(), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(Currency::fromPlainText(QStringLiteral("-922337203685477.5808"), &ok).scaled(),
+              std::numeric_limits<std::int64_t>::min());
     EXPECT_TRUE(ok);
 }
 
 TEST(DefaultText, IsPlainForEveryKindOfValue)
 {
-    const struct { QVariant value; const char16_t *text; } cases[] = {
-        {QVariant(), u""},          {won(-1234), u"-1234"},   {true, u"True"},     {1.5, u"1.5"},
-        {12345678.0f, u"1.234568E+07"}, {1234567.0f, u"1234567"}, {QDate(2026, 11, 24), u"2026-11-24"},
+    const struct
+    {
+        QVariant value;
+        const char16_t *text;
+    } cases[] = {
+        {QVariant(), u""},
+        {won(-1234), u"-1234"},
+        {true, u"True"},
+        {1.5, u"1.5"},
+        {12345678.0f, u"1.234568E+07"},
+        {1234567.0f, u"1234567"},
+        {QDate(2026, 11, 24), u"2026-11-24"},
         {QDateTime(QDate(2026, 11, 24), QTime(15, 5, 9)), u"2026-11-24 오후 3:05:09"},
         {QDateTime(QDate(2026, 11, 24), QTime(0, 5, 9)), u"2026-11-24 오전 12:05:09"},
         {QDateTime(QDate(2026, 11, 24), QTime(0, 0)), u"2026-11-24"},
         {QVariant(QMetaType::fromType<int>()), u""}, // a NULL of a typed column
         {QVariant::fromValue(Currency::fromScaled(-5'000)), u"-0.5"},
-        {0.1 + 0.2, u"0.3"},        {1e15, u"1E+15"},         {-0.0, u"0"},
+        {0.1 + 0.2, u"0.3"},
+        {1e15, u"1E+15"},
+        {-0.0, u"0"},
     };
     for (const auto &c : cases)
         EXPECT_EQ(text(c.value), QString::fromUtf16(c.text));
@@ -138,7 +179,12 @@ TEST(DefaultText, IsPlainForEveryKindOfValue)
 TEST(Format, KnowsThePatternsInUse)
 {
     const QString won9 = strMoneyFormat;
-    const struct { QVariant value; QString pattern; const char16_t *text; } cases[] = {
+    const struct
+    {
+        QVariant value;
+        QString pattern;
+        const char16_t *text;
+    } cases[] = {
         {won(1234), won9, u"\\1,234"},
         {won(-1234), won9, u"-\\1,234"},
         {0, won9, u"\\0"},

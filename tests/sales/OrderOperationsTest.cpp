@@ -44,9 +44,10 @@ protected:
     OrderOperations operations_{session_, [] { return today(); }};
 };
 
-const OrderEdit typedEdit{QStringLiteral(" 부산시 "), QStringLiteral("010"), QStringLiteral("051 "), QStringLiteral("문앞"),
-                          QStringLiteral("단골"),     QStringLiteral("\\100"), QStringLiteral("-\\1,500"), true,
-                          QDate(2026, 11, 20)};
+const OrderEdit typedEdit{
+    QStringLiteral(" 부산시 "), QStringLiteral("010"),   QStringLiteral("051 "),     QStringLiteral("문앞"),
+    QStringLiteral("단골"),     QStringLiteral("\\100"), QStringLiteral("-\\1,500"), true,
+    QDate(2026, 11, 20)};
 
 } // namespace
 
@@ -54,11 +55,13 @@ TEST_F(OrderFlow, ANewOrderTakesTheCustomersDeliveryDataAndTheLinesSums)
 {
     EXPECT_EQ(operations_.addDetailToNewOrder(line("3", "\\100")), Outcome::Done);
 
-    EXPECT_THAT(rows("SELECT Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Tel, OrdM_Cel, OrdM_TakbaeMemo, OrdM_TaxTotal, "
-                     "OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum, OrdM_ETCMemo FROM tPSOrderMaster"),
-                ElementsAre("41|2026-11-24|1|서울시 종로구 1|02-123-4567|010-1234-5678||2700|0|300|2700|0|"));
+    EXPECT_THAT(
+        rows("SELECT Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Tel, OrdM_Cel, OrdM_TakbaeMemo, OrdM_TaxTotal, "
+             "OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum, OrdM_ETCMemo FROM tPSOrderMaster"),
+        ElementsAre("41|2026-11-24|1|서울시 종로구 1|02-123-4567|010-1234-5678||2700|0|300|2700|0|"));
     EXPECT_THAT(lines(), ElementsAre("1|1|1000|100|3|0"));
-    EXPECT_EQ(session_.rsCustSaleMaster->value("OrdM_Total").value<runtime::Currency>(), runtime::Currency::fromWon(2700));
+    EXPECT_EQ(session_.rsCustSaleMaster->value("OrdM_Total").value<runtime::Currency>(),
+              runtime::Currency::fromWon(2700));
 }
 
 // The key of a new order is looked up by customer and date, so a second order of the day leaves the line on the first.
@@ -72,7 +75,12 @@ TEST_F(OrderFlow, ASecondOrderOfTheDayStaysWithoutTheLine)
 
 TEST_F(OrderFlow, QuantitiesAndDiscountsAreConvertedWhereTheLineIsWritten)
 {
-    const struct { EntryLine typed; Outcome onNewOrder; Outcome onSelected; } cases[] = {
+    const struct
+    {
+        EntryLine typed;
+        Outcome onNewOrder;
+        Outcome onSelected;
+    } cases[] = {
         {line("32767"), Outcome::Done, Outcome::Done},
         {line("32768"), Outcome::Failed, Outcome::Failed},
         {line("-3"), Outcome::Done, Outcome::Done},

@@ -14,7 +14,8 @@ protected:
     void twoOrders()
     {
         atOtherDesk(QStringLiteral(
-            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Tel, OrdM_Cel, OrdM_TakbaeMemo, "
+            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Tel, OrdM_Cel, "
+            "OrdM_TakbaeMemo, "
             "OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES "
             "(41, '2026-11-20', 2, '서울', '02', '010', '문앞', 2700, 300, 100, 3000, 500, '단골'), "
             "(41, '2026-01-02', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
@@ -87,7 +88,8 @@ TEST_F(OrderPaneTest, AnEditIsSavedAndTheFormLockedAgain)
 
     EXPECT_THAT(reader_.take(), IsEmpty());
     EXPECT_THAT(rows("SELECT OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Misugum, OrdM_HalinTotal, OrdM_Tel FROM "
-                     "tPSOrderMaster WHERE OrdM_PK = 1"), ElementsAre("2026-11-21|1|부산|1234|250|02"));
+                     "tPSOrderMaster WHERE OrdM_PK = 1"),
+                ElementsAre("2026-11-21|1|부산|1234|250|02"));
     EXPECT_EQ(desk().orders->intOrderEditState(), -1);
     EXPECT_TRUE(desk().at("c1elaList_1").isEnabled());
     EXPECT_FALSE(desk().at("chkcmdCSSaveInfo_0").isVisible());
@@ -116,12 +118,14 @@ TEST_F(OrderPaneTest, AnEditLeavesAloneWhatAnotherDeskWroteToOtherFields)
     open();
     desk().push("chkCmdOrderMasterED_0");
     desk().type("txtOrderMaster_2", "부산");
-    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Tel = '031', OrdM_HalinTotal = 300, OrdM_Misugum = 70, OrdM_Total = 9000 "
-                "WHERE OrdM_PK = 1"); // a line, a payment and a telephone
+    atOtherDesk(
+        "UPDATE tPSOrderMaster SET OrdM_Tel = '031', OrdM_HalinTotal = 300, OrdM_Misugum = 70, OrdM_Total = 9000 "
+        "WHERE OrdM_PK = 1"); // a line, a payment and a telephone
     desk().push("chkcmdCSSaveInfo_0");
     EXPECT_THAT(reader_.take(), IsEmpty());
-    EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Tel, OrdM_HalinTotal, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = 1"),
-                ElementsAre("부산|031|300|70"));
+    EXPECT_THAT(
+        rows("SELECT OrdM_Address, OrdM_Tel, OrdM_HalinTotal, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = 1"),
+        ElementsAre("부산|031|300|70"));
     EXPECT_EQ(desk().text("txtOrderMaster_4"), "031");
 }
 
@@ -180,7 +184,8 @@ TEST_F(OrderPaneTest, OutstandingMoneyIsTypedIntoTheGridAndSavedAtOnce)
     EXPECT_THAT(rows(stored), ElementsAre("0"));
     EXPECT_THAT(reader_.take(), IsEmpty());
 
-    EXPECT_FALSE(grid("tdbCustSaleMaster").model()->flags(grid("tdbCustSaleMaster").model()->index(0, 6)) & Qt::ItemIsEditable);
+    EXPECT_FALSE(grid("tdbCustSaleMaster").model()->flags(grid("tdbCustSaleMaster").model()->index(0, 6))
+                 & Qt::ItemIsEditable);
 }
 
 TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
@@ -208,8 +213,9 @@ TEST_F(OrderPaneTest, ADeleteThatFailsAtAnyOfItsStepsIsToldAndShowsTheOrderAgain
 {
     twoOrders();
     detail(1, product("홍삼", 1000), 1000, 0, 1);
-    atOtherDesk("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                "tpstrans_Money) SELECT Cust_PK, OrdM_PK, OrdM_Date, 3, 1000 FROM tPSOrderMaster WHERE OrdM_PK = 1");
+    atOtherDesk(
+        "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+        "tpstrans_Money) SELECT Cust_PK, OrdM_PK, OrdM_Date, 3, 1000 FROM tPSOrderMaster WHERE OrdM_PK = 1");
     open();
     for (const char16_t *table : {u"tPSOrderDetail", u"tPSTransaction", u"tPSOrderMaster"}) {
         SCOPED_TRACE(qPrintable(QString::fromUtf16(table)));
@@ -271,7 +277,13 @@ TEST_F(OrderPaneTest, ALineIsDeletedOnlyOnYesAndTheSumsFollow)
 TEST_F(OrderPaneTest, OnlyASoldLineAsksForItsReceiptOrItsReturn)
 {
     // refusal: of a return
-    const struct { const char *type; int count; bool receipt; const char *refusal; } cases[] = {
+    const struct
+    {
+        const char *type;
+        int count;
+        bool receipt;
+        const char *refusal;
+    } cases[] = {
         {"0", 2, true, nullptr},
         {"1", 2, false, nullptr},
         {"2", 2, false, "반품처리: 망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."},
@@ -285,8 +297,10 @@ TEST_F(OrderPaneTest, OnlyASoldLineAsksForItsReceiptOrItsReturn)
     QSignalSpy refund(desk().details, &DetailPane::refundAsked);
     for (const auto &c : cases) {
         SCOPED_TRACE(c.type);
-        atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1, OrdD_Count = %2, OrdD_RfndMemo = 'a' || char(10) || 'b'")
-                        .arg(QString::fromLatin1(c.type)).arg(c.count));
+        atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1, OrdD_Count = %2, OrdD_RfndMemo = "
+                                   "'a' || char(10) || 'b'")
+                        .arg(QString::fromLatin1(c.type))
+                        .arg(c.count));
         session_.rsCustSaleDetails->Requery();
         EXPECT_EQ(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText(), QStringLiteral("a\nb"));
         emit desk().details->tdbCustSaleDetails()->rowDoubleClicked();

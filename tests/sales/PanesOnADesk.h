@@ -8,8 +8,8 @@
 #include "tests/sales/SaleDatabase.h"
 #include "tests/support/PaneWindow.h"
 
-#include <QHBoxLayout>
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QInputMethodEvent>
 
 /// A window with the four panes, connected as the main window connects them.

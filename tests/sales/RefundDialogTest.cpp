@@ -43,8 +43,12 @@ TEST_F(RefundDialog, ComesUpWithTheWholeLineAndLeavesEverythingWhenCancelled)
             EXPECT_EQ(form.find<QDateEdit>("dtpUnitSoldDate")->date(), QDate(2026, 11, 20));
             EXPECT_EQ(form.find<QDateEdit>("dtpRfndDate")->date(), QDate::currentDate());
             const std::pair<const char *, const char *> texts[] = {
-                {"txtUnitName", "홍삼 & 녹용"}, {"txtUnitPrice", "\\1,000"},         {"txtUnitDiscount", "\\100"},
-                {"txtUnitCount", "3"},          {"txtRfndUnitCount", "-3"},          {"txtRfndUnitSalePrice", "\\900"},
+                {"txtUnitName", "홍삼 & 녹용"},
+                {"txtUnitPrice", "\\1,000"},
+                {"txtUnitDiscount", "\\100"},
+                {"txtUnitCount", "3"},
+                {"txtRfndUnitCount", "-3"},
+                {"txtRfndUnitSalePrice", "\\900"},
                 {"txtRfndMemo", ""},
             };
             for (const auto &[name, text] : texts)
@@ -115,7 +119,8 @@ TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
     EXPECT_THAT(notes(), ElementsAre("▶2026-11-20일 (-2)개 반품", testing::EndsWith(" 메모: 변심")));
     // The lines were read anew; the newest, the return, stands first.
     EXPECT_EQ(cell(grid("tdbCustSaleDetails"), 0, 3), "-2");
-    EXPECT_THAT(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText().toStdString(), testing::EndsWith("변심"));
+    EXPECT_THAT(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText().toStdString(),
+                testing::EndsWith("변심"));
     EXPECT_EQ(desk().text("txtOrderMaster_9"), "-\\15,400");
 }
 
@@ -140,7 +145,8 @@ TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
 TEST_F(RefundDialog, StandsBesideItsButtonAndWhollyOnTheScreen)
 {
     const QRect screen = desk().screen()->availableGeometry();
-    const QPoint places[] = {{0, 0}, {screen.right() - 300, screen.bottom() - 200}, {screen.left() - 700, screen.top() - 300}};
+    const QPoint places[] = {
+        {0, 0}, {screen.right() - 300, screen.bottom() - 200}, {screen.left() - 700, screen.top() - 300}};
     for (const QPoint &place : places) {
         desk().move(place);
         push([&](const DialogDriver &form) {

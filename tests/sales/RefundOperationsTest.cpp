@@ -30,8 +30,8 @@ protected:
     Outcome takeBack(int count, const char *date, const char *memo = "")
     {
         openAll();
-        const Refund refund{qint16(count), QDate::fromString(QLatin1String(date), Qt::ISODate),
-                            QString::fromUtf8(memo), Currency::fromWon(850)};
+        const Refund refund{qint16(count), QDate::fromString(QLatin1String(date), Qt::ISODate), QString::fromUtf8(memo),
+                            Currency::fromWon(850)};
         return operations_.takeBack(operations_.currentLine(), refund);
     }
 
@@ -52,7 +52,12 @@ constexpr const char *soldLine = "1|1|1000|100|3|0";
 
 TEST_F(LineTakenBack, TheRowGoesOnAnOrderOfTheReturnsDateWhichIsMadeWhenThereIsNone)
 {
-    const struct { const char *date; Rows orders; Rows lines; } cases[] = {
+    const struct
+    {
+        const char *date;
+        Rows orders;
+        Rows lines;
+    } cases[] = {
         // On the day of the sale: the same order.
         {"2026-11-20", {"1|2026-11-20|1850"}, {soldLine, "1|1|850|0|-1|NULL"}},
         // No order on that day: a new one.
@@ -79,7 +84,8 @@ TEST_F(LineTakenBack, OfSeveralOrdersOfADateTheFirstTakesTheRowEvenIfTheLineStan
     const int second = order("2026-11-20");
     atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdM_PK = %1").arg(second));
     openAll(second);
-    EXPECT_EQ(operations_.takeBack(operations_.currentLine(), {-3, QDate(2026, 11, 20), {}, Currency::fromWon(900)}), Outcome::Done);
+    EXPECT_EQ(operations_.takeBack(operations_.currentLine(), {-3, QDate(2026, 11, 20), {}, Currency::fromWon(900)}),
+              Outcome::Done);
     EXPECT_THAT(lines(), ElementsAre("2|1|1000|100|3|0", "1|1|900|0|-3|NULL"));
 }
 
@@ -88,7 +94,8 @@ TEST_F(LineTakenBack, BothLinesTellOfItAndPartsAddUp)
     EXPECT_EQ(takeBack(-1, "2026-11-20", "포장 불량"), Outcome::Done);
     EXPECT_EQ(operations_.currentLine().count, 3) << "the sold quantity stays";
     EXPECT_EQ(takeBack(-2, "2026-11-24"), Outcome::Done);
-    const std::string sold = "▷판매날짜(2026-11-20), 물품이름(홍삼), 개당가격(1000), 갯수(3), 할인가격(100) 의(중) 반품. 메모: ";
+    const std::string sold =
+        "▷판매날짜(2026-11-20), 물품이름(홍삼), 개당가격(1000), 갯수(3), 할인가격(100) 의(중) 반품. 메모: ";
     EXPECT_THAT(notes(), ElementsAre("▶2026-11-20일 (-1)개 반품\n▶2026-11-24일 (-2)개 반품", sold + "포장 불량", sold));
 }
 
@@ -115,7 +122,8 @@ TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
 TEST_F(LineTakenBack, AnOrderMadeInVainIsShownWithItsOwnLines)
 {
     int rowChanges = 0;
-    QObject::connect(session_.rsCustSaleMaster.get(), &ado::Recordset::rowChanged, session_.rsCustSaleMaster.get(), [&] { ++rowChanges; });
+    QObject::connect(session_.rsCustSaleMaster.get(), &ado::Recordset::rowChanged, session_.rsCustSaleMaster.get(),
+                     [&] { ++rowChanges; });
     refuse("BEFORE INSERT ON tPSOrderDetail");
     const SoldLine sold = operations_.currentLine();
     EXPECT_EQ(operations_.takeBack(sold, {-1, QDate(2026, 11, 24), {}, Currency::fromWon(900)}), Outcome::Failed);

@@ -29,7 +29,8 @@ void SaleDatabase::refuse(const QString &event)
         atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 BEGIN SELECT RAISE(ABORT, 'refused'); END").arg(event));
         return;
     }
-    atOtherDesk("CREATE FUNCTION refusal() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RAISE EXCEPTION ''refused''; END'");
+    atOtherDesk(
+        "CREATE FUNCTION refusal() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RAISE EXCEPTION ''refused''; END'");
     atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 FOR EACH ROW EXECUTE FUNCTION refusal()").arg(event));
 }
 
@@ -46,23 +47,36 @@ int SaleDatabase::lastKey(const QString &table, const QString &key)
 
 int SaleDatabase::product(const QString &name, int price, bool taxed, bool handled)
 {
-    atOtherDesk(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid) "
-                               "VALUES ('차', '%1', %2, %3, %4)").arg(name).arg(price).arg(int(taxed)).arg(int(handled)));
+    atOtherDesk(
+        QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid) "
+                       "VALUES ('차', '%1', %2, %3, %4)")
+            .arg(name)
+            .arg(price)
+            .arg(int(taxed))
+            .arg(int(handled)));
     return lastKey(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"));
 }
 
 int SaleDatabase::order(const QString &date, int customer)
 {
-    atOtherDesk(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                               "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (%1, '%2', 1, 0, 0, 0, 0, 0)").arg(customer).arg(date));
+    atOtherDesk(
+        QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+                       "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (%1, '%2', 1, 0, 0, 0, 0, 0)")
+            .arg(customer)
+            .arg(date));
     return lastKey(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"));
 }
 
 int SaleDatabase::detail(int orderKey, int productKey, int price, int discount, int count)
 {
-    atOtherDesk(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
-                               "OrdD_OrderType) VALUES (%1, %2, %3, %4, %5, 0)").arg(orderKey).arg(productKey).arg(price).arg(discount)
-                    .arg(count));
+    atOtherDesk(
+        QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
+                       "OrdD_OrderType) VALUES (%1, %2, %3, %4, %5, 0)")
+            .arg(orderKey)
+            .arg(productKey)
+            .arg(price)
+            .arg(discount)
+            .arg(count));
     return lastKey(QStringLiteral("tPSOrderDetail"), QStringLiteral("OrdD_PK"));
 }
 

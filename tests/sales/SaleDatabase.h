@@ -52,7 +52,12 @@ private:
 class BoxReader
 {
 public:
-    struct Box { QString text; int flags; QString title; };
+    struct Box
+    {
+        QString text;
+        int flags;
+        QString title;
+    };
 
     BoxReader();
     ~BoxReader();

@@ -9,7 +9,8 @@ class EntryPane : public DeskTest
 protected:
     Rows lines()
     {
-        return rows("SELECT OrdM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType FROM tPSOrderDetail ORDER BY OrdD_PK");
+        return rows("SELECT OrdM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType FROM tPSOrderDetail "
+                    "ORDER BY OrdD_PK");
     }
 };
 
@@ -21,8 +22,9 @@ TEST_F(EntryPane, ShowsTheCurrentProductAndClearsWithoutOne)
 {
     product("감초", 12000, false, true);
     open();
-    EXPECT_EQ(desk().texts({"txtSaleProductLists_0", "txtSaleProductLists_1", "txtSaleProductLists_2", "txtSaleProductLists_6",
-                            "txtSaleProductLists_8"}), "차|감초|\\12,000|\\12,000|\\12,000");
+    EXPECT_EQ(desk().texts({"txtSaleProductLists_0", "txtSaleProductLists_1", "txtSaleProductLists_2",
+                            "txtSaleProductLists_6", "txtSaleProductLists_8"}),
+              "차|감초|\\12,000|\\12,000|\\12,000");
     EXPECT_FALSE(desk().at<QCheckBox>("chkSaleProductLists_0").isChecked());
     EXPECT_TRUE(desk().at<QCheckBox>("chkSaleProductLists_1").isChecked());
 
@@ -38,13 +40,14 @@ TEST_F(EntryPane, TheLineTotalFollowsWhatIsTyped)
 {
     product("감초", 1000);
     open();
-    const struct { const char *box, *keys, *total; } steps[] = {
-        {"txtSaleProductLists_5", "12", "\\12,000"},
-        {"txtSaleProductLists_4", "100", "\\10,800"},
+    const struct
+    {
+        const char *box, *keys, *total;
+    } steps[] = {
+        {"txtSaleProductLists_5", "12", "\\12,000"},       {"txtSaleProductLists_4", "100", "\\10,800"},
         {"txtSaleProductLists_7", "50", "\\10,850"},       // a further discount is added here and stored nowhere
         {"txtSaleProductLists_5", "40000", "\\3,600,050"}, // too large for a quantity: stays at 4,000
-        {"txtSaleProductLists_5", "-", "\\3,600,050"},
-        {"txtSaleProductLists_5", "-2", "-\\1,750"},
+        {"txtSaleProductLists_5", "-", "\\3,600,050"},     {"txtSaleProductLists_5", "-2", "-\\1,750"},
         {"txtSaleProductLists_5", "x3", "\\2,750"}, // letters beep and do nothing
     };
     for (const auto &step : steps) {
@@ -58,11 +61,14 @@ TEST_F(EntryPane, SteppersNeverReachZero)
 {
     product("감초", 1000);
     open();
-    const struct { const char *button, *from, *to; } steps[] = {
-        {"udNoOfProdPlusMinus_up", "1", "2"},        {"udNoOfProdPlusMinus_down", "2", "1"},
-        {"udNoOfProdPlusMinus_down", "1", "1"},      {"udNoOfProdPlusMinusBy5_up", "1", "6"},
-        {"udNoOfProdPlusMinusBy5_down", "6", "1"},   {"udNoOfProdPlusMinusBy5_down", "5", "5"},
-        {"udNoOfProdPlusMinus_up", "", "1"},         {"udNoOfProdPlusMinus_down", "-3", "-3"},
+    const struct
+    {
+        const char *button, *from, *to;
+    } steps[] = {
+        {"udNoOfProdPlusMinus_up", "1", "2"},      {"udNoOfProdPlusMinus_down", "2", "1"},
+        {"udNoOfProdPlusMinus_down", "1", "1"},    {"udNoOfProdPlusMinusBy5_up", "1", "6"},
+        {"udNoOfProdPlusMinusBy5_down", "6", "1"}, {"udNoOfProdPlusMinusBy5_down", "5", "5"},
+        {"udNoOfProdPlusMinus_up", "", "1"},       {"udNoOfProdPlusMinus_down", "-3", "-3"},
     };
     for (const auto &step : steps) {
         SCOPED_TRACE(std::string(step.button) + " from " + step.from);
@@ -176,7 +182,8 @@ TEST_F(EntryPane, AFailedAddIsToldInTheWordsOfItsKind)
 
 TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
 {
-    atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide) VALUES ('가', '다', "
+    atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide) "
+                "VALUES ('가', '다', "
                 "3, 1, 1, 0), ('나', '가', 2, 1, 1, NULL), ('다', '나', 1, 1, 1, 0), ('숨김', '숨김', 9, 1, 1, 1)");
     open();
     const auto names = [this] {
@@ -186,7 +193,11 @@ TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
         return all;
     };
     EXPECT_EQ(names(), "다가나");
-    const struct { int column; const char *order; } clicks[] = {
+    const struct
+    {
+        int column;
+        const char *order;
+    } clicks[] = {
         {0, "다가나"}, {1, "다가나"}, {1, "나가다"}, {2, "가나다"}, {2, "다나가"},
         {3, "다나가"}, {5, "나가다"}, {5, "다가나"}, {1, "다가나"},
     };
@@ -201,7 +212,11 @@ TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
 TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
 {
     open();
-    const struct { QWidget *container; int width; } panes[] = {
+    const struct
+    {
+        QWidget *container;
+        int width;
+    } panes[] = {
         {desk().entry->c1elaProductInfo(), 370},
         {desk().orders->elTranMnu(), 560},
         {desk().orders->c1elaCustSaleInfo(), 325},
@@ -215,8 +230,8 @@ TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
             const auto *button = qobject_cast<QAbstractButton *>(child);
             const bool captioned = qobject_cast<QLabel *>(child) || (button && !button->inherits("QToolButton"));
             if (captioned && child->isVisible()) {
-                EXPECT_GE(child->width(), child->sizeHint().width()) << qPrintable(child->objectName()) << " of "
-                                                                     << qPrintable(pane.container->objectName());
+                EXPECT_GE(child->width(), child->sizeHint().width())
+                    << qPrintable(child->objectName()) << " of " << qPrintable(pane.container->objectName());
             }
         }
         EXPECT_LE(pane.container->width(), pane.width);

@@ -45,7 +45,10 @@ protected:
                 *value = rows.hasCurrent() ? runtime::text(rows[rows.fieldNames().first()]) : QString();
         });
     }
-    QString count(const char *from) { return clinic_.value(QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromUtf8(from)); }
+    QString count(const char *from)
+    {
+        return clinic_.value(QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromUtf8(from));
+    }
 
     template <typename Work>
     static std::string outcome(Work work)
@@ -69,7 +72,10 @@ TEST_P(Arguments, NeverBeginASecondStatementNorHideTheRest)
 {
     const QString lines = count("tPSOrderDetail");
     const QString ledger = count("tPSTransaction");
-    const struct { const char *remark, *refusal; } attacks[]{
+    const struct
+    {
+        const char *remark, *refusal;
+    } attacks[]{
         {"x'); DELETE FROM tPSTransaction; SELECT ('", "한 문장만"},
         {"x'); DELETE FROM tPSTransaction", "한 문장만"},
         {"x') --", "주석"},
@@ -79,7 +85,8 @@ TEST_P(Arguments, NeverBeginASecondStatementNorHideTheRest)
     };
     for (const auto &attack : attacks) {
         EXPECT_THAT(returnWith(QString::fromLatin1(attack.remark)), HasSubstr(attack.refusal)) << attack.remark;
-        EXPECT_THAT(read(clsSQL().getNumOfSameProdName(QString::fromLatin1(attack.remark))), testing::Not(testing::IsEmpty()))
+        EXPECT_THAT(read(clsSQL().getNumOfSameProdName(QString::fromLatin1(attack.remark))),
+                    testing::Not(testing::IsEmpty()))
             << attack.remark;
     }
     EXPECT_EQ(count("tPSOrderDetail"), lines);
@@ -95,9 +102,10 @@ TEST_P(Arguments, AreBoundToTheStatementsOwnTable)
              "' || (UPDATE tPSTransaction SET tpstrans_Money = 0 RETURNING 'x') || '",
          })
         EXPECT_THAT(returnWith(QString::fromLatin1(remark)), testing::Not(testing::IsEmpty())) << remark;
-    EXPECT_THAT(read(clsSQL().getNumOfSameProdName(
-                    QStringLiteral("' UNION (WITH gone AS (DELETE FROM tPSTransaction RETURNING 1) SELECT COUNT(*) FROM gone) "
-                                   "UNION SELECT 1 WHERE 'x' = '"))), testing::Not(testing::IsEmpty()));
+    EXPECT_THAT(read(clsSQL().getNumOfSameProdName(QStringLiteral(
+                    "' UNION (WITH gone AS (DELETE FROM tPSTransaction RETURNING 1) SELECT COUNT(*) FROM gone) "
+                    "UNION SELECT 1 WHERE 'x' = '"))),
+                testing::Not(testing::IsEmpty()));
     EXPECT_EQ(count("tPSTransaction WHERE tpstrans_Money <> 0"), ledger);
 
     // Rows that are there cannot be changed by an insertion, since its columns hold no key to collide with.
@@ -121,7 +129,8 @@ TEST_P(Arguments, CanAddRowsToTheStatementsOwnTable)
 TEST_P(Arguments, CanReadWhatTheConnectionMayRead)
 {
     EXPECT_EQ(returnWith(QStringLiteral("' || (SELECT ssn1 FROM Customer WHERE Customer_PK = 1) || '")), "");
-    EXPECT_EQ(count("tPSOrderDetail WHERE OrdD_RfndMemo = (SELECT ssn1 FROM Customer WHERE Customer_PK = 1)"), QStringLiteral("1"));
+    EXPECT_EQ(count("tPSOrderDetail WHERE OrdD_RfndMemo = (SELECT ssn1 FROM Customer WHERE Customer_PK = 1)"),
+              QStringLiteral("1"));
     QString value;
     EXPECT_EQ(read(clsSQL().getNumOfSameProdName(QStringLiteral("x' OR '1' = '1")), &value), "");
     EXPECT_EQ(value, count("tPSProductMaster"));
@@ -136,7 +145,8 @@ TEST_P(Arguments, CanReadWhatTheConnectionMayRead)
 TEST_P(Arguments, ThatAreDoubledReachTheirColumnWhole)
 {
     const QString text = QStringLiteral("'); DELETE FROM tPSTransaction; -- [MONEY] \\' %");
-    clinic_.connection()->Execute(clsSQL().InsertTransactionSQL(1, QDate(2026, 1, 1), 3, 77, 1, QStringLiteral("00"), text));
+    clinic_.connection()->Execute(
+        clsSQL().InsertTransactionSQL(1, QDate(2026, 1, 1), 3, 77, 1, QStringLiteral("00"), text));
     ado::Recordset row;
     row.Open(QStringLiteral("SELECT * FROM tPSTransaction WHERE tpstrans_Money = 77"), clinic_.connection(),
              ado::CursorType::Static, ado::LockType::ReadOnly);
@@ -150,7 +160,10 @@ TEST(ArgumentsOfAFile, ReachNoFunctionsOutsideTheDatabase)
     sample::fill(*clinic.connection(), sample::Size::Small); // a call is made for a row
     for (const char *call : {"load_extension('x.so')", "writefile('/tmp/x', 'y')", "readfile('/etc/hostname')"}) {
         ado::Recordset rows;
-        EXPECT_THROW(rows.Open(clsSQL().getNumOfSameProdName(QStringLiteral("' || %1 || '").arg(QString::fromLatin1(call))),
-                               clinic.connection(), ado::CursorType::Static, ado::LockType::ReadOnly), runtime::RuntimeError) << call;
+        EXPECT_THROW(
+            rows.Open(clsSQL().getNumOfSameProdName(QStringLiteral("' || %1 || '").arg(QString::fromLatin1(call))),
+                      clinic.connection(), ado::CursorType::Static, ado::LockType::ReadOnly),
+            runtime::RuntimeError)
+            << call;
     }
 }

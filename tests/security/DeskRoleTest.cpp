@@ -22,7 +22,8 @@ protected:
     {
         sample::fill(*clinic_.connection(), sample::Size::Small);
         makeRole();
-        const QString address = QString(clinic_.address()).replace(QStringLiteral("clinic@"), QStringLiteral("desk_of_test@"));
+        const QString address =
+            QString(clinic_.address()).replace(QStringLiteral("clinic@"), QStringLiteral("desk_of_test@"));
         desk_ = ado::Connection::open(address);
     }
 
@@ -30,8 +31,9 @@ protected:
     {
         QProcess psql;
         psql.setProcessChannelMode(QProcess::MergedChannels);
-        psql.start(QStringLiteral("psql"), {QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("desk=desk_of_test"),
-                                            QStringLiteral("-f"), QStringLiteral(ROLE_SCRIPT), clinic_.address()});
+        psql.start(QStringLiteral("psql"),
+                   {QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("desk=desk_of_test"),
+                    QStringLiteral("-f"), QStringLiteral(ROLE_SCRIPT), clinic_.address()});
         if (!psql.waitForFinished() || psql.exitCode() != 0)
             throw std::runtime_error(psql.readAll().toStdString());
     }
@@ -84,12 +86,25 @@ TEST_F(DeskRole, MayNothingElse)
     clinic_.run("CREATE TABLE treatment.record (note text)");
     clinic_.run("CREATE TABLE payroll (note text)");
     for (const char *statement : {
-             "CREATE TABLE mine (x integer)", "CREATE TEMPORARY TABLE mine (x integer)", "CREATE SCHEMA mine",
-             "DROP TABLE tPSProperties", "ALTER TABLE tPSOrderMaster ADD COLUMN x integer", "TRUNCATE tPSTransaction",
-             "CREATE INDEX mine ON tPSOrderMaster (OrdM_Tel)", "SELECT * FROM treatment.record", "SELECT * FROM payroll",
-             "UPDATE Customer SET name = 'x'", "DELETE FROM Receipt", "DELETE FROM tPSProperties", "DELETE FROM t_HospSetup",
-             "SELECT setval('tpsordermaster_ordm_pk_seq', 1)", "SELECT pg_read_file('/etc/hostname')",
-             "SELECT lo_from_bytea(0, 'x')", "COPY tPSTransaction TO PROGRAM 'cat'", "CREATE ROLE other", "SET ROLE clinic",
+             "CREATE TABLE mine (x integer)",
+             "CREATE TEMPORARY TABLE mine (x integer)",
+             "CREATE SCHEMA mine",
+             "DROP TABLE tPSProperties",
+             "ALTER TABLE tPSOrderMaster ADD COLUMN x integer",
+             "TRUNCATE tPSTransaction",
+             "CREATE INDEX mine ON tPSOrderMaster (OrdM_Tel)",
+             "SELECT * FROM treatment.record",
+             "SELECT * FROM payroll",
+             "UPDATE Customer SET name = 'x'",
+             "DELETE FROM Receipt",
+             "DELETE FROM tPSProperties",
+             "DELETE FROM t_HospSetup",
+             "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
+             "SELECT pg_read_file('/etc/hostname')",
+             "SELECT lo_from_bytea(0, 'x')",
+             "COPY tPSTransaction TO PROGRAM 'cat'",
+             "CREATE ROLE other",
+             "SET ROLE clinic",
              "DROP SCHEMA clinic_like CASCADE",
          })
         EXPECT_THAT(refusal(QString::fromLatin1(statement)), testing::Not(testing::IsEmpty())) << statement;
@@ -99,9 +114,12 @@ TEST_F(DeskRole, CanStillDisturbTheOtherDesks)
 {
     const ado::ConnectionPtr other = ado::Connection::open(desk_->address());
     ado::Recordset session;
-    session.Open(QStringLiteral("SELECT pg_backend_pid() AS pid"), other, ado::CursorType::Static, ado::LockType::ReadOnly);
-    const QString attack = QStringLiteral("' OR pg_terminate_backend(%1, 5000) AND '' = '").arg(runtime::CLng(session[QStringLiteral("pid")]));
+    session.Open(QStringLiteral("SELECT pg_backend_pid() AS pid"), other, ado::CursorType::Static,
+                 ado::LockType::ReadOnly);
+    const QString attack = QStringLiteral("' OR pg_terminate_backend(%1, 5000) AND '' = '")
+                               .arg(runtime::CLng(session[QStringLiteral("pid")]));
     ado::Recordset rows;
     rows.Open(clsSQL().getNumOfSameProdName(attack), desk_, ado::CursorType::Static, ado::LockType::ReadOnly);
-    EXPECT_EQ(clinic_.value("SELECT COUNT(*) FROM pg_stat_activity WHERE usename = 'desk_of_test'"), QStringLiteral("1"));
+    EXPECT_EQ(clinic_.value("SELECT COUNT(*) FROM pg_stat_activity WHERE usename = 'desk_of_test'"),
+              QStringLiteral("1"));
 }

@@ -75,12 +75,13 @@ TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
 
 TEST_F(RememberedWindow, HonoursEachStoredWidthAlone)
 {
-    const struct { const char *first, *second, *third; QList<int> widths; } cases[] = {
-        {"150", "", "", {150, 200, 250}},
-        {"", "150", "", {200, 150, 250}},
-        {"", "", "150", {200, 250, 150}},
-        {"150", "-5", "130", {150, 320, 130}},
-        {"100", "320", "", {100, 320, 180}},
+    const struct
+    {
+        const char *first, *second, *third;
+        QList<int> widths;
+    } cases[] = {
+        {"150", "", "", {150, 200, 250}},      {"", "150", "", {200, 150, 250}},    {"", "", "150", {200, 250, 150}},
+        {"150", "-5", "130", {150, 320, 130}}, {"100", "320", "", {100, 320, 180}},
     };
     for (const auto &entry : cases) {
         columns_.setSizes({200, 200, 200});
@@ -94,7 +95,11 @@ TEST_F(RememberedWindow, HonoursEachStoredWidthAlone)
 
 TEST_F(RememberedWindow, IsBroughtOntoTheScreenAndCutToIt)
 {
-    const struct { const char *what; int x, y, width, height; } cases[] = {
+    const struct
+    {
+        const char *what;
+        int x, y, width, height;
+    } cases[] = {
         {"right and below", 100000, 100000, 400, 300},
         {"left and above", -100000, -100000, 400, 300},
         {"half off the right edge", screen().right() - 50, 40, 400, 300},
@@ -139,7 +144,13 @@ TEST_F(RememberedWindow, KnowsItsOwnSizeWhateverTheDesktopMadeOfIt)
 {
     watchNormalPlace(window_);
     const QRect own(55, 66, 420, 310);
-    const struct { const char *what; QRect sent; QList<Qt::WindowState> states; const char *stored; } cases[] = {
+    const struct
+    {
+        const char *what;
+        QRect sent;
+        QList<Qt::WindowState> states;
+        const char *stored;
+    } cases[] = {
         {"maximized", screen(), {Qt::WindowMaximized}, "2"},
         {"minimized", own, {Qt::WindowMinimized}, "0"},
         {"maximized, then minimized", screen(), {Qt::WindowMaximized, Qt::WindowMinimized}, "2"},
@@ -158,7 +169,8 @@ TEST_F(RememberedWindow, KnowsItsOwnSizeWhateverTheDesktopMadeOfIt)
         saveMainWindowLayout(window_, nullptr);
         EXPECT_EQ(setting_.FormIsMaximized(), QLatin1String(entry.stored));
         EXPECT_EQ(QRect(setting_.FormPos_x().toInt(), setting_.FormPos_y().toInt(), setting_.FormWidth().toInt(),
-                        setting_.FormHeight().toInt()), own);
+                        setting_.FormHeight().toInt()),
+                  own);
     }
 }
 
@@ -255,7 +267,10 @@ TEST(FormPosition, KeepsAWindowOnTheScreen)
     form.resize(300, 200);
     const int caption = form.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const QPoint corner(screen().right() + 1 - 300, screen().bottom() + 1 - 200 - caption);
-    const struct { QPoint from, to; } cases[] = {
+    const struct
+    {
+        QPoint from, to;
+    } cases[] = {
         {{40, 50}, {40, 50}},
         {{-20, -1}, screen().topLeft()},
         {corner + QPoint(5, 5), corner},

@@ -96,7 +96,8 @@ TEST_F(KeptLayouts, AreResetForTheNextStartWhenTheUserSaysYes)
     EXPECT_EQ(first.width(), usersWidth) << "what is on the screen stays until the program starts anew";
     EXPECT_EQ(Grid(gridNames[0]).width(), designedWidth);
     const QString question = QStringLiteral("그리드 레이아웃을 리셋하시겠습니까?");
-    EXPECT_EQ(boxes_.texts(), QStringList({question, question,
-                           QStringLiteral("리셋된 레이아웃 적용을 하기위해 프로그램을 재시작 하십시오.")}));
+    EXPECT_EQ(boxes_.texts(),
+              QStringList(
+                  {question, question, QStringLiteral("리셋된 레이아웃 적용을 하기위해 프로그램을 재시작 하십시오.")}));
     EXPECT_EQ(boxes_.messages.last().title, QStringLiteral("프로그램 재시작"));
 }

@@ -59,9 +59,10 @@ TEST_F(PropertiesTab, AMissingNoticeIsWrittenAtOnceAndShownWithTheNextVisit)
 TEST_F(PropertiesTab, SavesTrimmedTextsAndBothSwitchesAndTellsOfIt)
 {
     pane_.loadProperties();
-    const QStringList keys = {QStringLiteral("지점명"),       QStringLiteral("지점대표자"),   QStringLiteral("지점사업자번호"),
-                              QStringLiteral("우편번호"),     QStringLiteral("지점주소"),     QStringLiteral("지점전화번호"),
-                              QStringLiteral("홈페이지주소"), notice};
+    const QStringList keys = {QStringLiteral("지점명"),         QStringLiteral("지점대표자"),
+                              QStringLiteral("지점사업자번호"), QStringLiteral("우편번호"),
+                              QStringLiteral("지점주소"),       QStringLiteral("지점전화번호"),
+                              QStringLiteral("홈페이지주소"),   notice};
     for (int index = 0; index < keys.size(); ++index)
         box(index)->setText(QStringLiteral("  값 %1 ").arg(index));
     check("chkDoNotUseDiscountForSunap")->setChecked(true);

@@ -32,7 +32,7 @@ protected:
         query.exec("SELECT tpsps_Key, tpsps_Value FROM tPSProperties ORDER BY tpsps_Key");
         while (query.next())
             found += query.value(0).toString() + QLatin1Char('=')
-                + (query.isNull(1) ? QStringLiteral("NULL") : query.value(1).toString());
+                     + (query.isNull(1) ? QStringLiteral("NULL") : query.value(1).toString());
         return found;
     }
     bool run(const QString &statement) { return QSqlQuery(gcnnMasterDB->database()).exec(statement); }

@@ -19,7 +19,8 @@ TEST_F(Properties, ARowMadeByAWriteIsCutAndOneThatExistsIsNot)
     clsProperties setting;
     setting.PropValue(longKey, QStringLiteral("하나"));
     setting.PropValue("긴값", longValue);
-    EXPECT_EQ(properties(), (QStringList{longKey.left(20) + QStringLiteral("=하나"), QStringLiteral("긴값=") + longValue.left(250)}));
+    EXPECT_EQ(properties(),
+              (QStringList{longKey.left(20) + QStringLiteral("=하나"), QStringLiteral("긴값=") + longValue.left(250)}));
 
     // The whole key misses the row that was cut, and makes a second one, whole.
     EXPECT_EQ(setting.PropValue(longKey), QString());

@@ -42,7 +42,12 @@ TEST_F(UserSetting, EveryPropertyHasAPlaceOfItsOwn)
 
 TEST_F(UserSetting, OtherProgramsFindTheValuesByTheirKeys)
 {
-    const struct { const char16_t *property; QVariant value; const char *section, *key, *stored; } cases[] = {
+    const struct
+    {
+        const char16_t *property;
+        QVariant value;
+        const char *section, *key, *stored;
+    } cases[] = {
         {u"ReceiptPrinter", QStringLiteral("EPSON"), "젤보 데스크", "영수증프린터디바이스", "EPSON"},
         {u"MaxAtStartMain", true, "원장실 설정", "시작시최대화", "True"},
         {u"MaxAtStartRegist", 0, "접수실 설정", "시작시최대화", "0"},
@@ -54,7 +59,10 @@ TEST_F(UserSetting, OtherProgramsFindTheValuesByTheirKeys)
         settings_.setValue(row.property, row.value);
     for (const auto &row : cases)
         EXPECT_EQ(registry::GetSetting(QStringLiteral("Zelvo Desk"), QString::fromUtf8(row.section),
-                                       QString::fromUtf8(row.key), QStringLiteral("없음")).toStdString(), row.stored) << row.key;
+                                       QString::fromUtf8(row.key), QStringLiteral("없음"))
+                      .toStdString(),
+                  row.stored)
+            << row.key;
     EXPECT_EQ(settings_.ReceiptPrinter(), QStringLiteral("EPSON"));
     EXPECT_THROW(settings_.value(u"NoSuchSetting"), runtime::RuntimeError);
     EXPECT_THROW(settings_.setValue(u"receiptprinter", 1), runtime::RuntimeError);

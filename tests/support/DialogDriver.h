@@ -17,7 +17,10 @@
 class DialogDriver
 {
 public:
-    explicit DialogDriver(QWidget *dialog) : dialog_(dialog) {}
+    explicit DialogDriver(QWidget *dialog)
+        : dialog_(dialog)
+    {
+    }
 
     template <typename Control>
     Control *find(const char *name) const
@@ -36,8 +39,17 @@ public:
     void press(const char *name) const { find<QAbstractButton>(name)->click(); }
     bool checked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
     /// A key as the keyboard sends it, to whatever the user stands on.
-    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {}) const { QTest::keyClick(dialog_->windowHandle(), code, modifiers); }
-    struct KeyMove { const char *from; Qt::Key code; Qt::KeyboardModifiers modifiers; const char *to; };
+    void key(Qt::Key code, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(dialog_->windowHandle(), code, modifiers);
+    }
+    struct KeyMove
+    {
+        const char *from;
+        Qt::Key code;
+        Qt::KeyboardModifiers modifiers;
+        const char *to;
+    };
     void expectMoves(std::initializer_list<KeyMove> moves) const
     {
         for (const KeyMove &move : moves) {
@@ -46,7 +58,10 @@ public:
             EXPECT_EQ(focus(), move.to) << "from " << move.from;
         }
     }
-    std::string focus() const { return dialog_->focusWidget() ? dialog_->focusWidget()->objectName().toStdString() : ""; }
+    std::string focus() const
+    {
+        return dialog_->focusWidget() ? dialog_->focusWidget()->objectName().toStdString() : "";
+    }
     QWidget *window() const { return dialog_; }
 
 private:

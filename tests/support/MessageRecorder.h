@@ -14,7 +14,12 @@
 class MessageRecorder
 {
 public:
-    struct Message { QString text; int flags; QString title; };
+    struct Message
+    {
+        QString text;
+        int flags;
+        QString title;
+    };
 
     MessageRecorder()
     {

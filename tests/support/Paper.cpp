@@ -36,7 +36,8 @@ Paper::Paper(const QString &file)
         if (xml.name() == QLatin1String("page")) {
             sheets_ << QSizeF(attribute(xml, "width"), attribute(xml, "height"));
         } else if (xml.name() == QLatin1String("word")) {
-            const QRectF box(QPointF(attribute(xml, "xMin"), attribute(xml, "yMin")), QPointF(attribute(xml, "xMax"), attribute(xml, "yMax")));
+            const QRectF box(QPointF(attribute(xml, "xMin"), attribute(xml, "yMin")),
+                             QPointF(attribute(xml, "xMax"), attribute(xml, "yMax")));
             words_ << Word{xml.readElementText(), int(sheets_.size()) - 1, box};
         }
     }
@@ -55,7 +56,8 @@ Paper Paper::of(const print::Document &document)
 Paper::Word Paper::word(const QString &text) const
 {
     QList<Word> found;
-    std::copy_if(words_.begin(), words_.end(), std::back_inserter(found), [&](const Word &word) { return word.text == text; });
+    std::copy_if(words_.begin(), words_.end(), std::back_inserter(found),
+                 [&](const Word &word) { return word.text == text; });
     if (found.size() != 1)
         throw std::runtime_error(std::to_string(found.size()) + " times on paper: " + text.toStdString());
     return found.first();
@@ -69,9 +71,8 @@ bool Paper::has(const QString &text) const
 QString Paper::line(double middle, int page) const
 {
     QList<Word> found;
-    std::copy_if(words_.begin(), words_.end(), std::back_inserter(found), [&](const Word &word) {
-        return word.page == page && qAbs(word.box.center().y() - middle) < 1.5;
-    });
+    std::copy_if(words_.begin(), words_.end(), std::back_inserter(found),
+                 [&](const Word &word) { return word.page == page && qAbs(word.box.center().y() - middle) < 1.5; });
     std::sort(found.begin(), found.end(), [](const Word &a, const Word &b) { return a.box.left() < b.box.left(); });
     QStringList texts;
     for (const Word &word : std::as_const(found))

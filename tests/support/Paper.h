@@ -12,7 +12,12 @@ class Paper
 {
 public:
     // page: from 0; box: mm
-    struct Word { QString text; int page; QRectF box; };
+    struct Word
+    {
+        QString text;
+        int page;
+        QRectF box;
+    };
 
     /// Reads a PDF file. Raises std::runtime_error when it is none.
     explicit Paper(const QString &file);

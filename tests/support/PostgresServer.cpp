@@ -72,7 +72,8 @@ void PostgresServer::initialise()
 {
     QProcess initdb;
     initdb.setProcessChannelMode(QProcess::MergedChannels);
-    launch(initdb, QStringLiteral("initdb"), {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
+    launch(initdb, QStringLiteral("initdb"),
+           {QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-U"), QStringLiteral("clinic"),
             QStringLiteral("-A"), QStringLiteral("trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
             QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
     if (!initdb.waitForFinished(startTimeout) || initdb.exitCode() != 0)
@@ -95,7 +96,8 @@ void PostgresServer::start()
     QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path()};
     QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=60")};
     if (writing_ == Writing::Careless)
-        settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off") << QStringLiteral("synchronous_commit=off");
+        settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off")
+                 << QStringLiteral("synchronous_commit=off");
     for (const QString &setting : settings)
         arguments << QStringLiteral("-c") << setting;
     launch(*server_, QStringLiteral("postgres"), arguments);
@@ -104,7 +106,8 @@ void PostgresServer::start()
     waited.start();
     QProcess ready;
     do {
-        ready.start(binaries() + QStringLiteral("pg_isready"), {QStringLiteral("-q"), QStringLiteral("-h"), folder_.path()});
+        ready.start(binaries() + QStringLiteral("pg_isready"),
+                    {QStringLiteral("-q"), QStringLiteral("-h"), folder_.path()});
         ready.waitForFinished(startTimeout);
         if (ready.exitCode() == 0)
             return;
@@ -128,9 +131,9 @@ void PostgresServer::sql(const QString &statement)
     QProcess psql;
     psql.setProcessChannelMode(QProcess::MergedChannels);
     psql.start(binaries() + QStringLiteral("psql"),
-               {QStringLiteral("-h"), folder_.path(), QStringLiteral("-U"), QStringLiteral("clinic"), QStringLiteral("-d"),
-                QStringLiteral("postgres"), QStringLiteral("-q"), QStringLiteral("-v"), QStringLiteral("ON_ERROR_STOP=1"),
-                QStringLiteral("-c"), statement});
+               {QStringLiteral("-h"), folder_.path(), QStringLiteral("-U"), QStringLiteral("clinic"),
+                QStringLiteral("-d"), QStringLiteral("postgres"), QStringLiteral("-q"), QStringLiteral("-v"),
+                QStringLiteral("ON_ERROR_STOP=1"), QStringLiteral("-c"), statement});
     if (!psql.waitForFinished(startTimeout) || psql.exitCode() != 0)
         throw std::runtime_error(statement.toStdString() + ": " + psql.readAll().toStdString());
 }
@@ -149,7 +152,8 @@ void PostgresServer::dropDatabase(const QString &name)
 
 void PostgresServer::cutSessions(const QString &database)
 {
-    sql(QStringLiteral("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname = '%1'").arg(database));
+    sql(QStringLiteral("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname = '%1'")
+            .arg(database));
 }
 
 QString PostgresServer::postgresAddress(const QString &database) const

@@ -28,21 +28,25 @@ void write(const QString &name, const QString &text)
 /// A printer that takes PDF as it comes, on paper of one size or of any length.
 QString printerDescription(const char *sizeName, int width, int height, const QString &filter)
 {
-    return QStringLiteral("*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: \"1.0\"\n*LanguageVersion: English\n"
-                          "*LanguageEncoding: ISOLatin1\n*PCFileName: \"TEST.PPD\"\n*Manufacturer: \"Test\"\n*Product: \"(Test)\"\n"
-                          "*ModelName: \"Test\"\n*ShortNickName: \"Test\"\n*NickName: \"Test\"\n*PSVersion: \"(3010.000) 0\"\n"
-                          "*LanguageLevel: \"3\"\n*ColorDevice: False\n*DefaultColorSpace: Gray\n*FileSystem: False\n"
-                          "*cupsFilter2: \"application/pdf application/pdf 0 %4\"\n*OpenUI *PageSize/Media Size: PickOne\n"
-                          "*OrderDependency: 10 AnySetup *PageSize\n*DefaultPageSize: %1\n"
-                          "*PageSize %1: \"<</PageSize[%2 %3]>>setpagedevice\"\n*CloseUI: *PageSize\n*OpenUI *PageRegion: PickOne\n"
-                          "*OrderDependency: 10 AnySetup *PageRegion\n*DefaultPageRegion: %1\n"
-                          "*PageRegion %1: \"<</PageSize[%2 %3]>>setpagedevice\"\n*CloseUI: *PageRegion\n*DefaultImageableArea: %1\n"
-                          "*ImageableArea %1: \"0 0 %2 %3\"\n*DefaultPaperDimension: %1\n*PaperDimension %1: \"%2 %3\"\n"
-                          "*VariablePaperSize: True\n*MaxMediaWidth: \"%2\"\n*MaxMediaHeight: \"14400\"\n"
-                          "*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]>>setpagedevice\"\n"
-                          "*ParamCustomPageSize Width: 1 points 30 %2\n*ParamCustomPageSize Height: 2 points 30 14400\n"
-                          "*ParamCustomPageSize WidthOffset: 3 points 0 0\n*ParamCustomPageSize HeightOffset: 4 points 0 0\n"
-                          "*ParamCustomPageSize Orientation: 5 int 0 0\n*DefaultFont: Courier\n")
+    return QStringLiteral(
+               "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: \"1.0\"\n*LanguageVersion: English\n"
+               "*LanguageEncoding: ISOLatin1\n*PCFileName: \"TEST.PPD\"\n*Manufacturer: \"Test\"\n*Product: "
+               "\"(Test)\"\n"
+               "*ModelName: \"Test\"\n*ShortNickName: \"Test\"\n*NickName: \"Test\"\n*PSVersion: \"(3010.000) 0\"\n"
+               "*LanguageLevel: \"3\"\n*ColorDevice: False\n*DefaultColorSpace: Gray\n*FileSystem: False\n"
+               "*cupsFilter2: \"application/pdf application/pdf 0 %4\"\n*OpenUI *PageSize/Media Size: PickOne\n"
+               "*OrderDependency: 10 AnySetup *PageSize\n*DefaultPageSize: %1\n"
+               "*PageSize %1: \"<</PageSize[%2 %3]>>setpagedevice\"\n*CloseUI: *PageSize\n*OpenUI *PageRegion: "
+               "PickOne\n"
+               "*OrderDependency: 10 AnySetup *PageRegion\n*DefaultPageRegion: %1\n"
+               "*PageRegion %1: \"<</PageSize[%2 %3]>>setpagedevice\"\n*CloseUI: *PageRegion\n*DefaultImageableArea: "
+               "%1\n"
+               "*ImageableArea %1: \"0 0 %2 %3\"\n*DefaultPaperDimension: %1\n*PaperDimension %1: \"%2 %3\"\n"
+               "*VariablePaperSize: True\n*MaxMediaWidth: \"%2\"\n*MaxMediaHeight: \"14400\"\n"
+               "*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]>>setpagedevice\"\n"
+               "*ParamCustomPageSize Width: 1 points 30 %2\n*ParamCustomPageSize Height: 2 points 30 14400\n"
+               "*ParamCustomPageSize WidthOffset: 3 points 0 0\n*ParamCustomPageSize HeightOffset: 4 points 0 0\n"
+               "*ParamCustomPageSize Orientation: 5 int 0 0\n*DefaultFont: Courier\n")
         .arg(QLatin1String(sizeName))
         .arg(width)
         .arg(height)
@@ -88,14 +92,17 @@ void PrintServer::configure()
     write(file(QStringLiteral("root/pass")), QStringLiteral("#!/bin/sh\nexec cat ${6:+\"$6\"}\n"));
     QFile::setPermissions(file(QStringLiteral("root/pass")), program);
     write(file(QStringLiteral("cups-files.conf")),
-          QStringLiteral("ServerRoot %1/root\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\nTempDir %1/tmp\n"
-                         "AccessLog %1/access.log\nErrorLog %1/error.log\nPageLog %1/page.log\nFileDevice Yes\n"
-                         "ConfigFilePerm 0600\nSystemGroup root\nSandboxing relaxed\n").arg(folder_.path()));
+          QStringLiteral(
+              "ServerRoot %1/root\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\nTempDir %1/tmp\n"
+              "AccessLog %1/access.log\nErrorLog %1/error.log\nPageLog %1/page.log\nFileDevice Yes\n"
+              "ConfigFilePerm 0600\nSystemGroup root\nSandboxing relaxed\n")
+              .arg(folder_.path()));
     write(file(QStringLiteral("cupsd.conf")),
           QStringLiteral("LogLevel info\nListen %1/cups.sock\nBrowsing No\nDefaultAuthType None\nWebInterface No\n"
                          "<Location />\nOrder allow,deny\nAllow all\n</Location>\n"
                          "<Location /admin>\nOrder allow,deny\nAllow all\n</Location>\n"
-                         "<Policy default>\n<Limit All>\nOrder allow,deny\nAllow all\n</Limit>\n</Policy>\n").arg(folder_.path()));
+                         "<Policy default>\n<Limit All>\nOrder allow,deny\nAllow all\n</Limit>\n</Policy>\n")
+              .arg(folder_.path()));
 }
 
 void PrintServer::start()
@@ -104,8 +111,9 @@ void PrintServer::start()
     server_->setProcessChannelMode(QProcess::MergedChannels);
     // A test program that dies takes its server along.
     server_->start(QStringLiteral("setpriv"),
-                   {QStringLiteral("--pdeathsig"), QStringLiteral("TERM"), QStringLiteral("/usr/sbin/cupsd"), QStringLiteral("-f"),
-                    QStringLiteral("-c"), file(QStringLiteral("cupsd.conf")), QStringLiteral("-s"), file(QStringLiteral("cups-files.conf"))});
+                   {QStringLiteral("--pdeathsig"), QStringLiteral("TERM"), QStringLiteral("/usr/sbin/cupsd"),
+                    QStringLiteral("-f"), QStringLiteral("-c"), file(QStringLiteral("cupsd.conf")),
+                    QStringLiteral("-s"), file(QStringLiteral("cups-files.conf"))});
     QElapsedTimer waited;
     waited.start();
     QProcess ready;
@@ -125,7 +133,8 @@ void PrintServer::admin(const QStringList &arguments) const
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(QStringLiteral("/usr/sbin/") + arguments.first(), arguments.mid(1));
     if (!process.waitForFinished(patience) || process.exitCode() != 0)
-        throw std::runtime_error(arguments.join(QLatin1Char(' ')).toStdString() + ": " + process.readAll().toStdString());
+        throw std::runtime_error(arguments.join(QLatin1Char(' ')).toStdString() + ": "
+                                 + process.readAll().toStdString());
 }
 
 void PrintServer::addQueue(const QString &name, const char *sizeName, int width, int height)
@@ -155,5 +164,6 @@ QString PrintServer::job(const QString &printer) const
         QThread::msleep(50);
     }
     QFile log(file(QStringLiteral("error.log")));
-    throw std::runtime_error("no job came" + std::string(log.open(QIODevice::ReadOnly) ? log.readAll().right(2000).toStdString() : ""));
+    throw std::runtime_error(
+        "no job came" + std::string(log.open(QIODevice::ReadOnly) ? log.readAll().right(2000).toStdString() : ""));
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QDir>
 #include <QProcess>
 #include <QString>
-#include <QDir>
 
 #include <memory>
 

@@ -90,9 +90,9 @@ struct Wire::Line
 {
     int desk;
     int server;
-    std::string pending;   ///< of the desk's bytes, an unfinished message
-    bool greeted = false;  ///< its first message has no type
-    bool writes = false;   ///< the statement that is under way
+    std::string pending;  ///< of the desk's bytes, an unfinished message
+    bool greeted = false; ///< its first message has no type
+    bool writes = false;  ///< the statement that is under way
 
     Line(int deskEnd, int serverEnd)
         : desk(deskEnd)
@@ -165,7 +165,8 @@ void Wire::run()
         ::poll(waiting.data(), waiting.size(), 10);
         std::size_t at = 1;
         for (auto line = lines.begin(); line != lines.end(); at += 2) {
-            const bool stands = !away_ && (!waiting[at].revents || carryMessages(*line)) && (!waiting[at + 1].revents || carry(*line));
+            const bool stands =
+                !away_ && (!waiting[at].revents || carryMessages(*line)) && (!waiting[at + 1].revents || carry(*line));
             line = stands ? std::next(line) : lines.erase(line);
         }
         if (!waiting[0].revents)

@@ -12,13 +12,17 @@ using walk::settle;
 class Typist
 {
 public:
-    explicit Typist(SaleDesk &desk) : desk_(desk) {}
+    explicit Typist(SaleDesk &desk)
+        : desk_(desk)
+    {
+    }
 
     /// Waits until the window is in front; keys go to it from now on.
     void standBefore(QWidget *window)
     {
         front_ = window;
-        if (!QTest::qWaitFor([window] { return QApplication::activeWindow() == window && QApplication::focusWidget(); }, 3000))
+        if (!QTest::qWaitFor([window] { return QApplication::activeWindow() == window && QApplication::focusWidget(); },
+                             3000))
             throw walk::Astray(QStringLiteral("'%1' never is in front").arg(window->objectName()));
     }
     void key(Qt::Key key) { desk_.actor.press(front_, key); }
@@ -47,10 +51,12 @@ public:
     /// Pushes a button of a box by its caption.
     void answer(const QString &caption)
     {
-        tabUntil([&] {
-            auto *button = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
-            return button && button->text() == caption;
-        }, caption);
+        tabUntil(
+            [&] {
+                auto *button = qobject_cast<QAbstractButton *>(QApplication::focusWidget());
+                return button && button->text() == caption;
+            },
+            caption);
         key(Qt::Key_Space);
     }
     /// Works in the dialog that `open` brings up, which has to be gone by a key afterwards.
@@ -94,8 +100,9 @@ class ByKeyboard : public testing::TestWithParam<ado::Engine>
 protected:
     void SetUp() override
     {
-        desk_.database.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                           "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-03-02', 1, 0, 50000, 0, 50000, 13000)");
+        desk_.database.run(
+            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+            "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-03-02', 1, 0, 50000, 0, 50000, 13000)");
         controls::setMessageHandler({}); // boxes really open here, and are answered by keys
         desk_.open();
         typist_.standBefore(desk_.window());
@@ -108,45 +115,55 @@ protected:
         typist_.keys("4");
         typist_.tabTo("cmdCSAppendDetail");
         // The customer has orders, none of today.
-        typist_.inDialog("", [&] { typist_.key(Qt::Key_Space); }, [&] { typist_.answer(QStringLiteral("예")); });
+        typist_.inDialog(
+            "", [&] { typist_.key(Qt::Key_Space); }, [&] { typist_.answer(QStringLiteral("예")); });
     }
     void payHalfAndHalf()
     {
         typist_.choose("tdbCustSaleMaster", Qt::Key_Home);
-        typist_.inDialog("frmSimpleReceipt", [&] { typist_.push("chkCmdAutomateReceipt"); }, [&] {
-            typist_.keys("2000"); // over the whole amount, which is selected
-            typist_.push("chkGeneralRemain2Money_3");
-            typist_.key(Qt::Key_F12);
-        });
+        typist_.inDialog(
+            "frmSimpleReceipt", [&] { typist_.push("chkCmdAutomateReceipt"); },
+            [&] {
+                typist_.keys("2000"); // over the whole amount, which is selected
+                typist_.push("chkGeneralRemain2Money_3");
+                typist_.key(Qt::Key_F12);
+            });
     }
     void takeOneBack()
     {
         typist_.choose("tdbCustSaleDetails", Qt::Key_Home);
-        typist_.inDialog("frmRefund", [&] { typist_.push("chkCmdRefund"); }, [&] {
-            typist_.key(Qt::Key_Return);
-            typist_.keys("-1");
-            typist_.push("chkCmdSave");
-        });
+        typist_.inDialog(
+            "frmRefund", [&] { typist_.push("chkCmdRefund"); },
+            [&] {
+                typist_.key(Qt::Key_Return);
+                typist_.keys("-1");
+                typist_.push("chkCmdSave");
+            });
     }
     void payTheRefund()
     {
         typist_.choose("tdbCustSaleMaster", Qt::Key_Home);
-        typist_.inDialog("frmSimpleReceiptAdd", [&] { typist_.push("chkCmdAutomateReceipt"); },
-                         [&] { typist_.key(Qt::Key_F12); }); // it offers what was paid too much
+        typist_.inDialog(
+            "frmSimpleReceiptAdd", [&] { typist_.push("chkCmdAutomateReceipt"); },
+            [&] { typist_.key(Qt::Key_F12); }); // it offers what was paid too much
     }
     void collect(const char *money)
     {
         typist_.choose("tdbCustSaleMaster", Qt::Key_End);
-        typist_.inDialog("frmMisuMoneyManager", [&] { typist_.push("chkCmdRunMisuMoneyManger"); }, [&] {
-            typist_.choose("dgReceiptView", Qt::Key_Home);
-            typist_.inDialog("frmMisuMoneyPay", [&] { typist_.key(Qt::Key_Space); }, [&] {
-                typist_.keys(money);
-                typist_.key(Qt::Key_Return);
-                typist_.key(Qt::Key_Down); // by card
-                typist_.key(Qt::Key_F12);
+        typist_.inDialog(
+            "frmMisuMoneyManager", [&] { typist_.push("chkCmdRunMisuMoneyManger"); },
+            [&] {
+                typist_.choose("dgReceiptView", Qt::Key_Home);
+                typist_.inDialog(
+                    "frmMisuMoneyPay", [&] { typist_.key(Qt::Key_Space); },
+                    [&] {
+                        typist_.keys(money);
+                        typist_.key(Qt::Key_Return);
+                        typist_.key(Qt::Key_Down); // by card
+                        typist_.key(Qt::Key_F12);
+                    });
+                typist_.key(Qt::Key_Escape);
             });
-            typist_.key(Qt::Key_Escape);
-        });
     }
 
     SaleDesk desk_{GetParam()};
@@ -168,7 +185,8 @@ TEST_P(ByKeyboard, ASaleIsPaidReturnedRefundedAndAnOlderOneCollected)
     EXPECT_EQ(desk_.grid("tdbCustSaleMaster")->currentIndex().row(), 1);
     EXPECT_EQ(desk_.grid("tdbCustTranManage")->model()->rowCount(), 1);
     EXPECT_EQ(desk_.orders(), "1|7|2026-03-02|0|50000|0|50000|3000\n"
-                              "2|7|" + today() + "|3000|0|0|3000|0");
+                              "2|7|"
+                                  + today() + "|3000|0|0|3000|0");
     EXPECT_EQ(desk_.lines(), "2|1|1000|0|4|0\n"
                              "2|1|1000|0|-1|NULL");
     EXPECT_EQ(desk_.ledger(), "2|7|3|2000|00\n"

@@ -36,4 +36,5 @@ TEST_P(Management, ThePropertiesReachTheListBeforeAndAfterItsFirstVisit)
     EXPECT_EQ(desk_.grid("tdbSaleProductListsManager")->model()->rowCount(), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, Management, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, Management, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL),
+                         engineName);

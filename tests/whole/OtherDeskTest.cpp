@@ -15,19 +15,25 @@ class OtherDesk : public testing::Test
 protected:
     OtherDesk()
     {
-        desk_.database.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, "
-                           "OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (7, '2026-03-01', 1, 1000, 0, 0, 1000, 0, '첫째'), "
-                           "(7, '2026-03-02', 1, 2000, 0, 0, 2000, 0, '둘째'), (8, '2026-03-03', 1, 3000, 0, 0, 3000, 0, '셋째')");
-        desk_.database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
-                           "VALUES (1, 1, 1000, 0, 1, 0), (2, 1, 1000, 0, 2, 0), (3, 1, 1000, 0, 3, 0)");
-        desk_.database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-                           "tpstrans_Money, tpstrans_Method) VALUES (7, 1, '2026-03-01', 3, 400, '00'), (7, 2, '2026-03-02', 3, 500, '00')");
+        desk_.database.run(
+            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
+            "OrdM_HalinTotal, "
+            "OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (7, '2026-03-01', 1, 1000, 0, 0, 1000, 0, '첫째'), "
+            "(7, '2026-03-02', 1, 2000, 0, 0, 2000, 0, '둘째'), (8, '2026-03-03', 1, 3000, 0, 0, 3000, 0, '셋째')");
+        desk_.database.run(
+            "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
+            "VALUES (1, 1, 1000, 0, 1, 0), (2, 1, 1000, 0, 2, 0), (3, 1, 1000, 0, 3, 0)");
+        desk_.database.run(
+            "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+            "tpstrans_Money, tpstrans_Method) VALUES (7, 1, '2026-03-01', 3, 400, '00'), (7, 2, '2026-03-02', 3, 500, "
+            "'00')");
         desk_.open();
     }
 
     void deleteOrder(int order)
     {
-        for (const char *statement : {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = %1", "DELETE FROM tPSTransaction WHERE tpstrans_OrderM_PK = %1",
+        for (const char *statement : {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = %1",
+                                      "DELETE FROM tPSTransaction WHERE tpstrans_OrderM_PK = %1",
                                       "DELETE FROM tPSOrderMaster WHERE OrdM_PK = %1"})
             desk_.database.run(QString::fromLatin1(statement).arg(order));
     }
@@ -55,7 +61,9 @@ TEST_F(OtherDesk, AnOrderThatIsGoneLeavesNothingOfTheOneBeforeWithinReach)
     const std::string before = all();
     desk_.choose("tdbCustSaleMaster", 1);
 
-    EXPECT_EQ(said(), "거래 선택: 다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다.\n거래를 다시 선택하십시오.\n");
+    EXPECT_EQ(
+        said(),
+        "거래 선택: 다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다.\n거래를 다시 선택하십시오.\n");
     EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 1);
     EXPECT_FALSE(desk_.grid("tdbCustSaleMaster")->selectionModel()->hasSelection());
     for (const char *box : {"txtOrderMaster_9", "txtOrderMaster_5", "txtOrderMaster_7"})
@@ -65,8 +73,9 @@ TEST_F(OtherDesk, AnOrderThatIsGoneLeavesNothingOfTheOneBeforeWithinReach)
     EXPECT_EQ(rowsOf("tdbCustTranManage"), 0);
 
     desk_.boxes.answers.assign(20, Answer::Yes);
-    for (const char *button : {"chkCmdDelOrderDetail", "chkCmdRefund", "chkcmdAddEditDelTran_2", "chkCmdAutomateReceipt", "chkCmdOrderMasterED_0",
-                               "chkCmdOrderMasterED_1", "chkCmdRunMisuMoneyManger"})
+    for (const char *button :
+         {"chkCmdDelOrderDetail", "chkCmdRefund", "chkcmdAddEditDelTran_2", "chkCmdAutomateReceipt",
+          "chkCmdOrderMasterED_0", "chkCmdOrderMasterED_1", "chkCmdRunMisuMoneyManger"})
         desk_.click(button);
     EXPECT_EQ(all(), before) << "no button reaches a row that is not on view";
 
@@ -77,10 +86,15 @@ TEST_F(OtherDesk, AnOrderThatIsGoneLeavesNothingOfTheOneBeforeWithinReach)
 
 TEST_F(OtherDesk, AGoneLineOrLedgerRowIsToldOnceAndItsListReadAnew)
 {
-    desk_.database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (2, 2, 50000, 0, 1)");
-    desk_.database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, tpstrans_Money) "
+    desk_.database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES "
+                       "(2, 2, 50000, 0, 1)");
+    desk_.database.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
+                       "tpstrans_Operator, tpstrans_Money) "
                        "VALUES (7, 2, '2026-03-03', 3, 600)");
-    const struct { const char *grid, *gone, *box; } cases[] = {
+    const struct
+    {
+        const char *grid, *gone, *box;
+    } cases[] = {
         {"tdbCustSaleDetails", "DELETE FROM tPSOrderDetail WHERE OrdD_PK = 2",
          "판매 상세 내역: 다른 데스크에서 먼저 삭제한 판매 내역입니다. 목록을 새로 가져왔습니다.\n"},
         {"tdbCustTranManage", "DELETE FROM tPSTransaction WHERE tpstrans_PK = 3",
@@ -107,11 +121,17 @@ TEST_F(OtherDesk, AConflictIsToldAndTheNextTryWorks)
 {
     const std::string notDeleted = "고객 판매 디테일 삭제: 고객 판매 디테일을 삭제하지 못했습니다.\n";
     const std::string question = "판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?\n";
-    const struct { const char *what, *elsewhere, *button; std::string first; const char *check, *after; } cases[] = {
-        {"a line that was changed", "UPDATE tPSOrderDetail SET OrdD_RfndMemo = '메모' WHERE OrdD_PK = 2", "chkCmdDelOrderDetail",
-         question + notDeleted, "SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdM_PK = 2", "0"},
-        {"a payment that was changed", "UPDATE tPSTransaction SET tpstrans_Money = 700 WHERE tpstrans_PK = 2", "chkcmdAddEditDelTran_2",
-         "수납삭제: 수납내역을 삭제하지 못했습니다. \n", "SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK = 2", "0"},
+    const struct
+    {
+        const char *what, *elsewhere, *button;
+        std::string first;
+        const char *check, *after;
+    } cases[] = {
+        {"a line that was changed", "UPDATE tPSOrderDetail SET OrdD_RfndMemo = '메모' WHERE OrdD_PK = 2",
+         "chkCmdDelOrderDetail", question + notDeleted, "SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdM_PK = 2", "0"},
+        {"a payment that was changed", "UPDATE tPSTransaction SET tpstrans_Money = 700 WHERE tpstrans_PK = 2",
+         "chkcmdAddEditDelTran_2", "수납삭제: 수납내역을 삭제하지 못했습니다. \n",
+         "SELECT COUNT(*) FROM tPSTransaction WHERE tpstrans_OrderM_PK = 2", "0"},
         {"an order that grew", "UPDATE tPSOrderMaster SET OrdM_Total = 5000 WHERE OrdM_PK = 2", "chkCmdOrderMasterED_1",
          "판매 마스터 삭제: 선택한 고객 판매 마스터을 삭제 하시겠습니까?\n(고객 판매 디테일도 모두 삭제됩니다.)\n"
          "판매 마스터 삭제: 고객 판매 마스터를 삭제하지 못했습니다.\n",
@@ -138,9 +158,14 @@ TEST_F(OtherDesk, AConflictIsToldAndTheNextTryWorks)
 
 TEST_F(OtherDesk, ANeighbourThatIsGoneTakesNoPartInADeletion)
 {
-    desk_.database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (2, 1, 1000, 0, 5)");
-    const struct { const char *gone, *button, *question, *check, *after; } cases[] = {
-        {"DELETE FROM tPSOrderDetail WHERE OrdD_PK = 2", "chkCmdDelOrderDetail", "판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?\n",
+    desk_.database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES "
+                       "(2, 1, 1000, 0, 5)");
+    const struct
+    {
+        const char *gone, *button, *question, *check, *after;
+    } cases[] = {
+        {"DELETE FROM tPSOrderDetail WHERE OrdD_PK = 2", "chkCmdDelOrderDetail",
+         "판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?\n",
          "SELECT OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK = 2", "0"},
         {"DELETE FROM tPSOrderMaster WHERE OrdM_PK = 1", "chkCmdOrderMasterED_1",
          "판매 마스터 삭제: 선택한 고객 판매 마스터을 삭제 하시겠습니까?\n(고객 판매 디테일도 모두 삭제됩니다.)\n",
@@ -169,7 +194,8 @@ TEST_F(OtherDesk, AddingToAnOrderThatIsGoneFailsOnce)
 
     desk_.boxes.answers = {Answer::No};
     desk_.addLine(0, "1");
-    EXPECT_THAT(said(), testing::EndsWith("거래 선택: 선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오.\n"));
+    EXPECT_THAT(said(),
+                testing::EndsWith("거래 선택: 선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오.\n"));
     desk_.boxes.answers = {Answer::Yes}; // on one of today
     desk_.addLine(0, "1");
     EXPECT_EQ(desk_.joined("SELECT Cust_PK, OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK > 3"), "7|1000");
@@ -191,7 +217,8 @@ TEST_F(OtherDesk, ANoteOfAReturnThatMeetsAnotherDesksIsToldAndCanBeWrittenThen)
     takeBack([] {});
     EXPECT_EQ(said(), "");
     EXPECT_EQ(desk_.joined("SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdD_Count < 0"), "1");
-    EXPECT_THAT(desk_.joined("SELECT OrdD_RfndMemo FROM tPSOrderDetail WHERE OrdD_PK = 2"), testing::StartsWith("먼저\n▶"));
+    EXPECT_THAT(desk_.joined("SELECT OrdD_RfndMemo FROM tPSOrderDetail WHERE OrdD_PK = 2"),
+                testing::StartsWith("먼저\n▶"));
 }
 
 // A host's telephone or timer calls the next customer while the clerk is still in a box or a dialog of this one.
@@ -214,7 +241,13 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
         desk_.boxes.whileItStands = nextComes;
         desk_.click(button);
     };
-    const struct { const char *what; std::function<void()> act; const char *check; std::string after; } cases[] = {
+    const struct
+    {
+        const char *what;
+        std::function<void()> act;
+        const char *check;
+        std::string after;
+    } cases[] = {
         {"first payment, all of it outstanding",
          [&] {
              desk_.database.run("DELETE FROM tPSTransaction");
@@ -222,15 +255,17 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
          },
          "SELECT OrdM_PK, OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK", "1|0\n2|2000\n3|0"},
         {"further payment", [&] { inDialog("chkCmdAutomateReceipt", {"cmdConfirm"}); },
-         "SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Money FROM tPSTransaction WHERE tpstrans_PK = 3", "7|2|1500"},
+         "SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Money FROM tPSTransaction WHERE tpstrans_PK = 3",
+         "7|2|1500"},
         {"return", [&] { inDialog("chkCmdRefund", {"chkCmdSave"}); },
          "SELECT Cust_PK, OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK > 3", "7|-2000"},
         {"line for today", [&] { atQuestion("cmdCSAppendDetail", Answer::Yes); },
-         "SELECT Cust_PK, OrdM_Total, OrdM_Address FROM tPSOrderMaster WHERE OrdM_PK > 3", "7|1000|서울 중구 세종대로 110"},
+         "SELECT Cust_PK, OrdM_Total, OrdM_Address FROM tPSOrderMaster WHERE OrdM_PK > 3",
+         "7|1000|서울 중구 세종대로 110"},
         {"line for the chosen order", [&] { atQuestion("cmdCSAppendDetail", Answer::No); },
          "SELECT OrdM_PK, OrdM_Total FROM tPSOrderMaster ORDER BY OrdM_PK", "1|1000\n2|3000\n3|3000"},
-        {"deleted order", [&] { atQuestion("chkCmdOrderMasterED_1", Answer::Yes); }, "SELECT OrdM_PK FROM tPSOrderMaster ORDER BY OrdM_PK",
-         "1\n3"},
+        {"deleted order", [&] { atQuestion("chkCmdOrderMasterED_1", Answer::Yes); },
+         "SELECT OrdM_PK FROM tPSOrderMaster ORDER BY OrdM_PK", "1\n3"},
         {"deleted line", [&] { atQuestion("chkCmdDelOrderDetail", Answer::Yes); },
          "SELECT OrdD_PK FROM tPSOrderDetail ORDER BY OrdD_PK", "1\n3"},
     };
@@ -239,12 +274,15 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
         desk_.database.run("DELETE FROM tPSOrderMaster");
         desk_.database.run("DELETE FROM tPSOrderDetail");
         desk_.database.run("DELETE FROM tPSTransaction");
-        desk_.database.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES (1, 7, '2026-03-01', "
+        desk_.database.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES "
+                           "(1, 7, '2026-03-01', "
                            "1000, 0), (2, 7, '2026-03-02', 2000, 0), (3, 8, '2026-03-03', 3000, 0)");
-        desk_.database.run("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
+        desk_.database.run("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, "
+                           "OrdD_Count, OrdD_OrderType) "
                            "VALUES (1, 1, 1, 1000, 0, 1, 0), (2, 2, 1, 1000, 0, 2, 0), (3, 3, 1, 1000, 0, 3, 0)");
-        desk_.database.run("INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-                           "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (2, 7, 2, '2026-03-02', 3, 500, '00')");
+        desk_.database.run(
+            "INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
+            "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (2, 7, 2, '2026-03-02', 3, 500, '00')");
         desk_.open(7);
         desk_.choose("tdbCustSaleMaster", 0);
         desk_.choose("tdbSaleProductLists", 0);
@@ -290,7 +328,10 @@ TEST_F(OtherDesk, AnEditThatAnEntryDropsIsTold)
 
 TEST_F(OtherDesk, AFailedLoadLeavesNothingOfTheCustomerBefore)
 {
-    const struct { const char *table, *box; } cases[] = {
+    const struct
+    {
+        const char *table, *box;
+    } cases[] = {
         {"tPSOrderMaster", "데이터 가져오기: 고객 판매 마스터 정보를 가져오지 못했습니다.\n"},
         {"tPSOrderDetail", "데이터 가져오기: 판매 디테일 정보를 가져오지 못했습니다.\n"},
         {"tPSTransaction", "데이터 가져오기: 수납 정보를 가져오지 못했습니다.\n"},

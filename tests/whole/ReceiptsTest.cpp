@@ -1,7 +1,7 @@
 #include "desk/walk/Receipts.h"
 #include "platform/registry/AppSettings.h"
-#include "tests/whole/SaleDesk.h"
 #include "tests/support/Paper.h"
+#include "tests/whole/SaleDesk.h"
 
 #include <QDateEdit>
 
@@ -22,8 +22,10 @@ protected:
         auto &database = desk_.database;
         database.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
                      "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-03-02', 1, 0, 0, 0, 0, 0)");
-        database.run(QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
-                                    "OrdD_OrderType) VALUES (1, 1, 1000, 0, %1, 0)").arg(count));
+        database.run(
+            QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
+                           "OrdD_OrderType) VALUES (1, 1, 1000, 0, %1, 0)")
+                .arg(count));
     }
     QString file(const char *name) const { return desk_.actor.folder() + QLatin1Char('/') + QLatin1String(name); }
 
@@ -50,7 +52,8 @@ TEST_F(ReceiptsInWindow, ComeFromTheirButtons)
     walk::printReceipts(desk_.actor, desk_.window());
     EXPECT_TRUE(desk_.boxes.messages.isEmpty()) << desk_.boxes.texts().join(u'\n').toStdString();
     const Paper period(file("period.pdf"));
-    EXPECT_EQ(period.line(65).toStdString(), "남궁보람님 (구매날짜: 2026-03-01 ~ " + QDate::currentDate().toString(Qt::ISODate).toStdString() + ")");
+    EXPECT_EQ(period.line(65).toStdString(),
+              "남궁보람님 (구매날짜: 2026-03-01 ~ " + QDate::currentDate().toString(Qt::ISODate).toStdString() + ")");
     EXPECT_EQ(period.line(104).toStdString(), "2026-03-02 001 감초차 일반판매");
     EXPECT_EQ(Paper(file("receipt.pdf")).line(112).toStdString(), "*가 1,000 0 3 3,000");
     EXPECT_TRUE(Paper(file("roll.pdf")).has("001감초차"));

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "desk/walk/Actor.h"
 #include "desk/window/Component.h"
 #include "desk/window/Look.h"
-#include "desk/walk/Actor.h"
 #include "platform/registry/AppSettings.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
@@ -29,10 +29,13 @@ public:
         automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
         desk::SaleComponent::registerBesideProgram();
-        database.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide, PM_EtcMemo, "
-                     "PM_AddedDate) VALUES ('가', '감초차', 1000, 1, 1, 0, '', '2026-01-01'), ('나', '경옥고', 50000, 0, 1, NULL, '', "
+        database.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
+                     "PM_IsHide, PM_EtcMemo, "
+                     "PM_AddedDate) VALUES ('가', '감초차', 1000, 1, 1, 0, '', '2026-01-01'), ('나', '경옥고', 50000, "
+                     "0, 1, NULL, '', "
                      "'2026-01-01'), ('다', '옛날환', 1000, 1, 0, 0, '', '2026-01-01')");
-        database.run("INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', '000007'), (8, '서문하늘', '000008')");
+        database.run(
+            "INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', '000007'), (8, '서문하늘', '000008')");
     }
 
     ~SaleDesk()
@@ -64,7 +67,10 @@ public:
 
     QWidget *window() const { return window_; }
     template <typename Control = QWidget>
-    Control *control(const char *name) const { return actor.control<Control>(window_, QString::fromLatin1(name)); }
+    Control *control(const char *name) const
+    {
+        return actor.control<Control>(window_, QString::fromLatin1(name));
+    }
     QTableView *grid(const char *name) const { return control<QTableView>(name); }
     QString text(const char *name) const { return control<QLineEdit>(name)->text(); }
     void click(const char *name) { actor.click(control(name)); }
@@ -83,17 +89,17 @@ public:
     std::string orders()
     {
         return joined("SELECT OrdM_PK, Cust_PK, OrdM_Date, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                             "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK");
+                      "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK");
     }
     std::string lines()
     {
         return joined("SELECT OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType "
-                             "FROM tPSOrderDetail ORDER BY OrdD_PK");
+                      "FROM tPSOrderDetail ORDER BY OrdD_PK");
     }
     std::string ledger()
     {
         return joined("SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, tpstrans_Operator, tpstrans_Money, "
-                             "tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK");
+                      "tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK");
     }
 
     /// The rows of a plain query, one a line.

@@ -1,8 +1,8 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
-#include "tests/whole/SaleDesk.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/Wire.h"
+#include "tests/whole/SaleDesk.h"
 
 #include <QDate>
 #include <QTabWidget>
@@ -71,7 +71,8 @@ void collectOutstanding(SaleDesk &desk)
     inDialog([&] { desk.click("chkCmdRunMisuMoneyManger"); },
              [](const DialogDriver &list) {
                  auto *orders = list.find<QTableView>("dgReceiptView");
-                 QTest::mouseClick(orders->viewport(), Qt::LeftButton, {}, orders->visualRect(orders->model()->index(0, 1)).center());
+                 QTest::mouseClick(orders->viewport(), Qt::LeftButton, {},
+                                   orders->visualRect(orders->model()->index(0, 1)).center());
                  inDialog([&] { list.press("cmdMisuMoneyPay"); },
                           [](const DialogDriver &payment) {
                               payment.type("txtGeneralSunap", "10000");
@@ -130,8 +131,10 @@ const char *const notSaved = "저장을 하지 못했습니다. 서버와의 연
 const char *const orderNotDeleted = "고객 판매 마스터를 삭제하지 못했습니다.";
 const char *const lineNotDeleted = "고객 판매 디테일을 삭제하지 못했습니다.";
 const char *const notTakenBack = "오류가 있어 반품처리를 완료하지 못했습니다.";
-const char *const noConnection = "데이터베이스 접속에 문제가 생겼습니다.\r프로그램을 종료하고 네트워크를 확인한 후\r다시 시도해 보십시오.";
-const char *const maybePaid = "수납이 기록되었는지 알 수 없습니다.\n원인: 데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오.";
+const char *const noConnection =
+    "데이터베이스 접속에 문제가 생겼습니다.\r프로그램을 종료하고 네트워크를 확인한 후\r다시 시도해 보십시오.";
+const char *const maybePaid = "수납이 기록되었는지 알 수 없습니다.\n원인: 데이터베이스와 연결이 "
+                              "끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오.";
 
 /// States are "order's total, outstanding money, memo / quantities / operators, money and methods / new products".
 struct Operation
@@ -147,21 +150,60 @@ struct Operation
 };
 
 const Operation operations[] = {
-    {"adding a line", [](SaleDesk &desk) { desk.addLine(0, "2"); }, {notAdded}, notAdded,
-     "55000|0| / 2 3 1 / / ", {"53000|0| / 2 3 1 / / "}},
+    {"adding a line",
+     [](SaleDesk &desk) { desk.addLine(0, "2"); },
+     {notAdded},
+     notAdded,
+     "55000|0| / 2 3 1 / / ",
+     {"53000|0| / 2 3 1 / / "}},
     {"changing the order", editOrder, {notSaved}, notSaved, "53000|0|call / 3 1 / / "},
-    {"deleting the order", [](SaleDesk &desk) { deleteWhat(desk, "chkCmdOrderMasterED_1"); }, {orderNotDeleted}, orderNotDeleted,
+    {"deleting the order",
+     [](SaleDesk &desk) { deleteWhat(desk, "chkCmdOrderMasterED_1"); },
+     {orderNotDeleted},
+     orderNotDeleted,
      " /  / / "},
-    {"deleting a line", [](SaleDesk &desk) { deleteWhat(desk, "chkCmdDelOrderDetail"); }, {lineNotDeleted}, lineNotDeleted,
-     "3000|0| / 3 / / ", {"53000|0| / 3 / / "}},
-    {"first payment", takeFirstPayment, {lost}, noConnection, "53000|2500| / 3 1 / 2|500| 3|20000|00 3|30000|01 / ",
-     {"53000|0| / 3 1 / 2|500| / ", "53000|0| / 3 1 / 2|500| 3|20000|00 / ", "53000|0| / 3 1 / 2|500| 3|20000|00 3|30000|01 / "}},
-    {"further payment", takeFurtherPayment, {lost}, noConnection, "53000|9000| / 3 1 / 3|4000| 3|40000|00 / ",
-     {"53000|13000| / 3 1 / 3|4000| 3|40000|00 / "}, "3, 40000, '00'", 13000},
-    {"changing a ledger row", changeLedgerRow, {noConnection}, noConnection, "53000|0| / 3 1 / 3|39000|00 / ", {}, "3, 40000, '00'"},
-    {"collecting outstanding money", collectOutstanding, {maybePaid}, "데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요.",
-     "53000|3000| / 3 1 / 3|10000|10 / ", {}, "", 13000},
-    {"taking goods back", takeBack, {lost, notTakenBack}, unreachable, "3000|0| / -1 3 1 / / ", {"53000|0| / -1 3 1 / / "}},
+    {"deleting a line",
+     [](SaleDesk &desk) { deleteWhat(desk, "chkCmdDelOrderDetail"); },
+     {lineNotDeleted},
+     lineNotDeleted,
+     "3000|0| / 3 / / ",
+     {"53000|0| / 3 / / "}},
+    {"first payment",
+     takeFirstPayment,
+     {lost},
+     noConnection,
+     "53000|2500| / 3 1 / 2|500| 3|20000|00 3|30000|01 / ",
+     {"53000|0| / 3 1 / 2|500| / ", "53000|0| / 3 1 / 2|500| 3|20000|00 / ",
+      "53000|0| / 3 1 / 2|500| 3|20000|00 3|30000|01 / "}},
+    {"further payment",
+     takeFurtherPayment,
+     {lost},
+     noConnection,
+     "53000|9000| / 3 1 / 3|4000| 3|40000|00 / ",
+     {"53000|13000| / 3 1 / 3|4000| 3|40000|00 / "},
+     "3, 40000, '00'",
+     13000},
+    {"changing a ledger row",
+     changeLedgerRow,
+     {noConnection},
+     noConnection,
+     "53000|0| / 3 1 / 3|39000|00 / ",
+     {},
+     "3, 40000, '00'"},
+    {"collecting outstanding money",
+     collectOutstanding,
+     {maybePaid},
+     "데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요.",
+     "53000|3000| / 3 1 / 3|10000|10 / ",
+     {},
+     "",
+     13000},
+    {"taking goods back",
+     takeBack,
+     {lost, notTakenBack},
+     unreachable,
+     "3000|0| / -1 3 1 / / ",
+     {"53000|0| / -1 3 1 / / "}},
     {"adding a product", saveProduct, {notSaved}, notSaved, "53000|0| / 3 1 / / ginger"},
 };
 
@@ -180,17 +222,23 @@ protected:
     void prepare(const Operation &operation)
     {
         const auto run = [this](const QString &statement) { desk_.database.run(statement); };
-        for (const char *rows : {"tPSTransaction", "tPSOrderDetail", "tPSOrderMaster", "tPSProductMaster WHERE PM_PK > 3"})
+        for (const char *rows :
+             {"tPSTransaction", "tPSOrderDetail", "tPSOrderMaster", "tPSProductMaster WHERE PM_PK > 3"})
             run(QStringLiteral("DELETE FROM ") + QLatin1String(rows));
-        run(QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                           "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (900, 7, '%1', 1, 3000, 50000, 0, 53000, %2, '')")
+        run(QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, "
+                           "OrdM_TaxFreeTotal, "
+                           "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (900, 7, '%1', 1, 3000, "
+                           "50000, 0, 53000, %2, '')")
                 .arg(QDate::currentDate().toString(Qt::ISODate))
                 .arg(operation.outstandingBefore));
-        run(QStringLiteral("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
-                           "OrdD_OrderType) VALUES (901, 900, 1, 1000, 0, 3, 0), (902, 900, 2, 50000, 0, 1, 0)"));
+        run(QStringLiteral(
+            "INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, "
+            "OrdD_OrderType) VALUES (901, 900, 1, 1000, 0, 3, 0), (902, 900, 2, 50000, 0, 1, 0)"));
         if (*operation.ledgerBefore)
-            run(QStringLiteral("INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-                               "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (903, 7, 900, '2026-03-02', %1, '')")
+            run(QStringLiteral(
+                    "INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
+                    "tpstrans_Operator, tpstrans_Money, tpstrans_Method, tpstrans_Memo) VALUES (903, 7, 900, "
+                    "'2026-03-02', %1, '')")
                     .arg(QLatin1String(operation.ledgerBefore)));
         desk_.open();
         desk_.choose("tdbCustSaleMaster", 0);
@@ -200,21 +248,29 @@ protected:
     std::string stored()
     {
         return rows("SELECT OrdM_Total, OrdM_Misugum, OrdM_ETCMemo FROM tPSOrderMaster") + " / "
-            + rows("SELECT OrdD_Count FROM tPSOrderDetail ORDER BY OrdD_PK") + " / "
-            + rows("SELECT tpstrans_Operator, tpstrans_Money, tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK")
-            + (ledgerRows() > 0 ? " / " : "/ ") + rows("SELECT PM_Name FROM tPSProductMaster WHERE PM_PK > 3");
+               + rows("SELECT OrdD_Count FROM tPSOrderDetail ORDER BY OrdD_PK") + " / "
+               + rows(
+                   "SELECT tpstrans_Operator, tpstrans_Money, tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK")
+               + (ledgerRows() > 0 ? " / " : "/ ") + rows("SELECT PM_Name FROM tPSProductMaster WHERE PM_PK > 3");
     }
-    std::string rows(const char *statement) { return desk_.database.rows(QLatin1String(statement)).join(u' ').toStdString(); }
+    std::string rows(const char *statement)
+    {
+        return desk_.database.rows(QLatin1String(statement)).join(u' ').toStdString();
+    }
     int rowsShown(const char *grid) const { return desk_.grid(grid)->model()->rowCount(); }
     int ledgerRows() { return int(desk_.database.rows(QStringLiteral("SELECT 1 FROM tPSTransaction")).size()); }
 
     /// What the window shows is what is stored.
     void expectShown()
     {
-        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), desk_.database.rows(QStringLiteral("SELECT 1 FROM tPSOrderDetail")).size());
+        EXPECT_EQ(rowsShown("tdbCustSaleDetails"),
+                  desk_.database.rows(QStringLiteral("SELECT 1 FROM tPSOrderDetail")).size());
         EXPECT_EQ(rowsShown("tdbCustTranManage"), ledgerRows());
-        const QStringList money = desk_.database.value(QStringLiteral("SELECT OrdM_Total, OrdM_Misugum FROM tPSOrderMaster")).split(u'|');
-        const auto shown = [](const QString &won) { return won.isEmpty() ? QString() : runtime::money(runtime::CCur(won)); };
+        const QStringList money =
+            desk_.database.value(QStringLiteral("SELECT OrdM_Total, OrdM_Misugum FROM tPSOrderMaster")).split(u'|');
+        const auto shown = [](const QString &won) {
+            return won.isEmpty() ? QString() : runtime::money(runtime::CCur(won));
+        };
         EXPECT_EQ(desk_.text("txtOrderMaster_9").toStdString(), shown(money.value(0)).toStdString());
         EXPECT_EQ(desk_.text("txtOrderMaster_7").toStdString(), shown(money.value(1)).toStdString());
     }
@@ -234,8 +290,10 @@ protected:
         const qsizetype before = desk_.database.rows(QStringLiteral("SELECT 1 FROM tPSOrderDetail")).size();
         desk_.addLine(0, "4");
         EXPECT_EQ(told(), "");
-        EXPECT_EQ(rows("SELECT OrdM_Total - (SELECT SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) FROM tPSOrderDetail) "
-                       "FROM tPSOrderMaster"), "0");
+        EXPECT_EQ(
+            rows("SELECT OrdM_Total - (SELECT SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) FROM tPSOrderDetail) "
+                 "FROM tPSOrderMaster"),
+            "0");
         EXPECT_EQ(rowsShown("tdbCustSaleDetails"), before + 1);
         expectShown();
     }
@@ -262,7 +320,8 @@ TEST_P(ServerGoneDuring, EveryStepTellsWhatStands)
     int cuts = 0;
     for (const Wire::Moment moment : {Wire::Moment::Before, Wire::Moment::Unanswered}) {
         for (int writing = 0;; ++writing) {
-            SCOPED_TRACE((moment == Wire::Moment::Before ? "before writing " : "after writing ") + std::to_string(writing));
+            SCOPED_TRACE((moment == Wire::Moment::Before ? "before writing " : "after writing ")
+                         + std::to_string(writing));
             prepare(operation);
             wire_.cutAtWriting(writing, moment);
             operation.run(desk_);
@@ -310,7 +369,9 @@ TEST_F(ServerGone, ForAWhileIsToldByEveryOperationAndForgottenWhenItIsBack)
 // The answer to the commit is lost and the list cannot be read: the same once more would double the line.
 TEST_F(ServerGone, WithTheLastAnswerStopsTheUserFromAddingTheLineTwice)
 {
-    const auto operation = [](const char *name) { return *std::ranges::find(operations, std::string(name), &Operation::name); };
+    const auto operation = [](const char *name) {
+        return *std::ranges::find(operations, std::string(name), &Operation::name);
+    };
     const std::pair<Operation, int> lastCommits[]{{operation("adding a line"), 1}, {operation("taking goods back"), 2}};
     for (const auto &[add, commit] : lastCommits) {
         SCOPED_TRACE(add.name);

@@ -57,8 +57,9 @@ public:
 private:
     void index(const Deed &deed)
     {
-        (deed.state == State::Done ? findings_.acknowledged
-             : deed.state == State::Refused ? findings_.refused : findings_.unfinished)++;
+        (deed.state == State::Done      ? findings_.acknowledged
+         : deed.state == State::Refused ? findings_.refused
+                                        : findings_.unfinished)++;
         for (const qint64 token : added(deed)) {
             adders_[token] = &deed;
             // A desk that died between a line and the new totals leaves the old ones.
@@ -103,7 +104,8 @@ private:
                 if (!stands(token) && !mayBeGone(deed, token))
                     fault("the acknowledged row with %1 on order %2 is lost", token, orderOf(deed));
         } else if (!std::is_partitioned(tokens.begin(), tokens.end(), stoodOnce) && !orderMayBeGone(orderOf(deed))) {
-            fault("a later part of the payment stands without an earlier one: %1 on order %2", tokens.front(), orderOf(deed));
+            fault("a later part of the payment stands without an earlier one: %1 on order %2", tokens.front(),
+                  orderOf(deed));
         } else if (some) {
             ++findings_.halfDone;
         }
@@ -120,9 +122,11 @@ private:
     {
         const auto wrote = [&](const Deed *other) {
             return other->desk != deed.desk && other->state != State::Refused && other->begun <= deed.ended
-                && (other->state == State::Open || other->ended >= deed.number("seen"));
+                   && (other->state == State::Open || other->ended >= deed.number("seen"));
         };
-        const auto wroteToPatient = [&](const Deed *other) { return other->number("cust") == deed.number("cust") && wrote(other); };
+        const auto wroteToPatient = [&](const Deed *other) {
+            return other->number("cust") == deed.number("cust") && wrote(other);
+        };
         const auto others = ofOrder_.find(orderOf(deed));
         // Which order such an operation goes to is not known before it is done.
         const bool anyOrder = deed.kind == "sell-new" || deed.kind == "return";
@@ -131,7 +135,9 @@ private:
             ++findings_.conflicts;
         else if (std::none_of(withoutOrder_.begin(), withoutOrder_.end(), wroteToPatient))
             findings_.faults << QStringLiteral("%1 on order %2 was refused, and no other desk wrote there: %3")
-                                    .arg(QString::fromLatin1(deed.kind)).arg(orderOf(deed)).arg(deed.reason);
+                                    .arg(QString::fromLatin1(deed.kind))
+                                    .arg(orderOf(deed))
+                                    .arg(deed.reason);
         // What is one step must leave nothing when it is refused.
         if (some && (deed.kind == "collect" || deed.kind == "entry" || deed.kind == "pay-more"))
             fault("the refused row with %1 stands on order %2", tokens.front(), orderOf(deed));
@@ -146,7 +152,8 @@ private:
             const qint64 change = deed->number("owed");
             // A payment of outstanding money is one with its row: it counts exactly when the row stands or was deleted.
             const bool counts = deed->state == State::Done
-                || (deed->kind == "collect" && (stand_.rows.count(deed->number("token")) || takenLater(deed->number("token"))));
+                                || (deed->kind == "collect"
+                                    && (stand_.rows.count(deed->number("token")) || takenLater(deed->number("token"))));
             if (counts)
                 owed += change;
             else if (deed->kind == "owe" && deed->state == State::Open)
@@ -165,9 +172,11 @@ private:
         const auto done = [](const Deed *deed) { return deed->state == State::Done; };
         for (const auto &[token, takers] : takers_)
             if (std::count_if(takers.begin(), takers.end(), done) > 1)
-                fault("the row with %1 was acknowledged as deleted twice, on order %2", token, orderOf(*takers.front()));
+                fault("the row with %1 was acknowledged as deleted twice, on order %2", token,
+                      orderOf(*takers.front()));
         for (const auto &[key, deeds] : ofOrder_)
-            if (std::count_if(deeds.begin(), deeds.end(), [&](const Deed *d) { return d->kind == "delete" && done(d); }) > 1)
+            if (std::count_if(deeds.begin(), deeds.end(), [&](const Deed *d) { return d->kind == "delete" && done(d); })
+                > 1)
                 fault("%1 order was acknowledged as deleted twice: %2", 1, key);
     }
 
@@ -188,7 +197,8 @@ private:
                 fault("the memo %1 is not that of the last acknowledged edit of order %2", order.memo, key);
     }
     /// Whether the edits of the order lead from one memo to the other. An edit in which the desk died may have been saved.
-    bool leadsTo(qint64 memo, qint32 key, qint64 at, const std::map<std::pair<qint32, qint64>, const Deed *> &acknowledged)
+    bool leadsTo(qint64 memo, qint32 key, qint64 at,
+                 const std::map<std::pair<qint32, qint64>, const Deed *> &acknowledged)
     {
         if (const auto next = acknowledged.find({key, at}); next != acknowledged.end())
             return leadsTo(memo, key, next->second->number("token"), acknowledged);
@@ -197,7 +207,7 @@ private:
         const std::vector<const Deed *> &deeds = ofOrder_[key];
         return std::any_of(deeds.begin(), deeds.end(), [&](const Deed *deed) {
             return deed->kind == "edit" && deed->state == State::Open && deed->number("before") == at
-                && leadsTo(memo, key, deed->number("token"), acknowledged);
+                   && leadsTo(memo, key, deed->number("token"), acknowledged);
         });
     }
 
@@ -211,7 +221,8 @@ private:
     bool takenLater(qint64 token)
     {
         const auto &takers = takers_[token];
-        return std::any_of(takers.begin(), takers.end(), [](const Deed *taker) { return taker->state != State::Refused; });
+        return std::any_of(takers.begin(), takers.end(),
+                           [](const Deed *taker) { return taker->state != State::Refused; });
     }
     bool orderMayBeGone(qint32 order)
     {

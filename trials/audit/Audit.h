@@ -24,9 +24,9 @@ struct Findings
     QStringList faults; ///< each a sentence; empty when all is well
     int acknowledged = 0;
     int refused = 0;
-    int conflicts = 0;  ///< refused, and another desk wrote to the same order meanwhile
-    int unfinished = 0; ///< the desk died in it
-    int halfDone = 0;   ///< refused or unfinished, and some steps of it stand
+    int conflicts = 0;                      ///< refused, and another desk wrote to the same order meanwhile
+    int unfinished = 0;                     ///< the desk died in it
+    int halfDone = 0;                       ///< refused or unfinished, and some steps of it stand
     int orders = 0, lines = 0, entries = 0; ///< of the trial, that stand
 };
 

@@ -35,16 +35,19 @@ QString sumsOf(const ado::Connection &clinic, const char *table, const char *key
 
 qint32 lastKey(const ado::Connection &clinic, const char *table, const char *key)
 {
-    QSqlQuery query = asked(clinic, QStringLiteral("SELECT MAX(%1) FROM %2").arg(QLatin1String(key), QLatin1String(table)));
+    QSqlQuery query =
+        asked(clinic, QStringLiteral("SELECT MAX(%1) FROM %2").arg(QLatin1String(key), QLatin1String(table)));
     query.next();
     return query.value(0).toInt();
 }
 
 QString sumsOfOldRows(const ado::Connection &clinic, const Before &before)
 {
-    return sumsOf(clinic, "tPSOrderMaster", "OrdM_PK", before.lastOrder, "SUM(OrdM_Total), SUM(OrdM_HalinTotal), SUM(OrdM_Misugum)")
-        + sumsOf(clinic, "tPSOrderDetail", "OrdD_PK", before.lastLine, "SUM(OrdD_UnitPrice), SUM(OrdD_HalinUnit), SUM(OrdD_Count)")
-        + sumsOf(clinic, "tPSTransaction", "tpstrans_PK", before.lastEntry, "SUM(tpstrans_Money)");
+    return sumsOf(clinic, "tPSOrderMaster", "OrdM_PK", before.lastOrder,
+                  "SUM(OrdM_Total), SUM(OrdM_HalinTotal), SUM(OrdM_Misugum)")
+           + sumsOf(clinic, "tPSOrderDetail", "OrdD_PK", before.lastLine,
+                    "SUM(OrdD_UnitPrice), SUM(OrdD_HalinUnit), SUM(OrdD_Count)")
+           + sumsOf(clinic, "tPSTransaction", "tpstrans_PK", before.lastEntry, "SUM(tpstrans_Money)");
 }
 
 void readOrders(const ado::Connection &clinic, const Before &before, Stand &stand)
@@ -52,13 +55,15 @@ void readOrders(const ado::Connection &clinic, const Before &before, Stand &stan
     // The totals as the lines give them now, beside those that are stored.
     QSqlQuery query = asked(
         clinic,
-        QStringLiteral("SELECT m.OrdM_PK, m.OrdM_Address, m.OrdM_ETCMemo, m.OrdM_Misugum, m.OrdM_TaxTotal, m.OrdM_TaxFreeTotal, "
-                       "m.OrdM_HalinTotal, m.OrdM_Total, s.taxed, s.free, s.discount FROM tPSOrderMaster m LEFT JOIN "
-                       "(SELECT d.OrdM_PK AS pk, SUM(CASE WHEN p.PM_IsTaxed = 1 THEN (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * d.OrdD_Count "
-                       "ELSE 0 END) AS taxed, SUM(CASE WHEN p.PM_IsTaxed = 1 THEN 0 ELSE (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
-                       "d.OrdD_Count END) AS free, SUM(d.OrdD_HalinUnit * d.OrdD_Count) AS discount FROM tPSOrderDetail d JOIN "
-                       "tPSProductMaster p ON p.PM_PK = d.PM_PK WHERE d.OrdM_PK > %1 GROUP BY d.OrdM_PK) s ON s.pk = m.OrdM_PK "
-                       "WHERE m.OrdM_PK > %1")
+        QStringLiteral(
+            "SELECT m.OrdM_PK, m.OrdM_Address, m.OrdM_ETCMemo, m.OrdM_Misugum, m.OrdM_TaxTotal, m.OrdM_TaxFreeTotal, "
+            "m.OrdM_HalinTotal, m.OrdM_Total, s.taxed, s.free, s.discount FROM tPSOrderMaster m LEFT JOIN "
+            "(SELECT d.OrdM_PK AS pk, SUM(CASE WHEN p.PM_IsTaxed = 1 THEN (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
+            "d.OrdD_Count "
+            "ELSE 0 END) AS taxed, SUM(CASE WHEN p.PM_IsTaxed = 1 THEN 0 ELSE (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
+            "d.OrdD_Count END) AS free, SUM(d.OrdD_HalinUnit * d.OrdD_Count) AS discount FROM tPSOrderDetail d JOIN "
+            "tPSProductMaster p ON p.PM_PK = d.PM_PK WHERE d.OrdM_PK > %1 GROUP BY d.OrdM_PK) s ON s.pk = m.OrdM_PK "
+            "WHERE m.OrdM_PK > %1")
             .arg(before.lastOrder));
     while (query.next()) {
         const auto number = [&](int column) { return qRound64(query.value(column).toDouble()); };
@@ -67,7 +72,7 @@ void readOrders(const ado::Connection &clinic, const Before &before, Stand &stan
         order.memo = query.value(2).toLongLong();
         order.owed = number(3);
         order.summed = number(4) == number(8) && number(5) == number(9) && number(6) == number(10)
-            && number(7) == number(8) + number(9);
+                       && number(7) == number(8) + number(9);
     }
 }
 

@@ -78,9 +78,9 @@ void Clerk::act()
 {
     using Step = void (Clerk::*)();
     static constexpr Step steps[] = {
-        &Clerk::sell,      &Clerk::sell,      &Clerk::sell,     &Clerk::sell,      &Clerk::takeMoney,
-        &Clerk::takeMoney, &Clerk::takeMoney, &Clerk::collect,  &Clerk::editOrder, &Clerk::editOrder,
-        &Clerk::takeBack,  &Clerk::takeBack,  &Clerk::addEntry, &Clerk::deleteLine, &Clerk::deleteEntry,
+        &Clerk::sell,           &Clerk::sell,        &Clerk::sell,     &Clerk::sell,       &Clerk::takeMoney,
+        &Clerk::takeMoney,      &Clerk::takeMoney,   &Clerk::collect,  &Clerk::editOrder,  &Clerk::editOrder,
+        &Clerk::takeBack,       &Clerk::takeBack,    &Clerk::addEntry, &Clerk::deleteLine, &Clerk::deleteEntry,
         &Clerk::sellOnNewOrder, &Clerk::deleteOrder,
     };
     const std::vector<qint32> orders = ordersOfTrial();
@@ -116,12 +116,13 @@ bool Clerk::perform(const char *kind, Numbers numbers, const Work &work)
 void Clerk::noteOrderOf(qint64 token)
 {
     ado::Recordset found;
-    found.Open(QStringLiteral("SELECT d.OrdM_PK FROM tPSOrderMaster m JOIN tPSOrderDetail d ON d.OrdM_PK = m.OrdM_PK "
-                              "WHERE m.Cust_PK = %1 AND m.OrdM_PK > %3 AND (d.OrdD_HalinUnit = %2 OR d.OrdD_UnitPrice = %2)")
-                   .arg(session_.customer.lngCustPK)
-                   .arg(token)
-                   .arg(task_.ordersBefore),
-               gcnnMasterDB, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
+    found.Open(
+        QStringLiteral("SELECT d.OrdM_PK FROM tPSOrderMaster m JOIN tPSOrderDetail d ON d.OrdM_PK = m.OrdM_PK "
+                       "WHERE m.Cust_PK = %1 AND m.OrdM_PK > %3 AND (d.OrdD_HalinUnit = %2 OR d.OrdD_UnitPrice = %2)")
+            .arg(session_.customer.lngCustPK)
+            .arg(token)
+            .arg(task_.ordersBefore),
+        gcnnMasterDB, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
     if (!found.Eof())
         journal_.note({{"to", runtime::CLng(found[QStringLiteral("OrdM_PK")])}});
 }
@@ -167,7 +168,8 @@ void Clerk::sell()
 {
     const qint64 token = next();
     const EntryLine line = lineFor(token);
-    perform("sell", {{"token", token}, {"order", order_}}, [&] { return sales_.addDetailToSelectedOrder(OrderKey(order_), line); });
+    perform("sell", {{"token", token}, {"order", order_}},
+            [&] { return sales_.addDetailToSelectedOrder(OrderKey(order_), line); });
 }
 
 void Clerk::takeBack()
@@ -194,7 +196,8 @@ void Clerk::deleteLine()
     const bool sold = runtime::CInt(line[QStringLiteral("OrdD_Count")]) > 0;
     const LineKey key(line[QStringLiteral("OrdD_PK")]);
     const QVariant token = line[sold ? QStringLiteral("OrdD_HalinUnit") : QStringLiteral("OrdD_UnitPrice")];
-    perform("delete-line", {{"gone", runtime::CLng(token)}, {"order", order_}}, [&] { return sales_.deleteDetail(OrderKey(order_), key); });
+    perform("delete-line", {{"gone", runtime::CLng(token)}, {"order", order_}},
+            [&] { return sales_.deleteDetail(OrderKey(order_), key); });
 }
 
 void Clerk::editOrder()
@@ -205,8 +208,9 @@ void Clerk::editOrder()
     OrderEdit edit;
     qint64 before = 0;
     try {
-        edit = {text("OrdM_Address"), text("OrdM_Cel"), text("OrdM_Tel"), text("OrdM_TakbaeMemo"), QString::number(token),
-                text("OrdM_HalinTotal"), text("OrdM_Misugum"), roll(2) == 1, order[QStringLiteral("OrdM_Date")].toDate()};
+        edit = {text("OrdM_Address"),    text("OrdM_Cel"),       text("OrdM_Tel"),
+                text("OrdM_TakbaeMemo"), QString::number(token), text("OrdM_HalinTotal"),
+                text("OrdM_Misugum"),    roll(2) == 1,           order[QStringLiteral("OrdM_Date")].toDate()};
         before = text("OrdM_ETCMemo").toLongLong();
         OrderEdit shown = edit;
         shown.memo = text("OrdM_ETCMemo");

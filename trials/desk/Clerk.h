@@ -59,7 +59,8 @@ private:
     bool perform(const char *kind, Numbers numbers, const Work &work);
     void noteOrderOf(qint64 token);
     EntryLine lineFor(qint64 token);
-    bool standOn(SaleSession::RecordsetPtr &rows, const QString &source, const std::function<bool(const ado::Recordset &)> &fits);
+    bool standOn(SaleSession::RecordsetPtr &rows, const QString &source,
+                 const std::function<bool(const ado::Recordset &)> &fits);
 
     int roll(int below) { return int(random_() % unsigned(below)); }
     qint64 next() { return token_++; }

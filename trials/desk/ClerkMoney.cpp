@@ -50,7 +50,8 @@ void Clerk::payFurther()
     const qint64 token = next();
     const auto kind = qint16(1 + roll(4));
     const bool paid = perform("pay-more", {{"token", token}, {"order", order_}}, [&] {
-        ledger::append(*gcnnMasterDB, {session_.customer.key(), OrderKey(order_), day(), kind, qint32(token), ledger::CardMethod});
+        ledger::append(*gcnnMasterDB,
+                       {session_.customer.key(), OrderKey(order_), day(), kind, qint32(token), ledger::CardMethod});
         return Outcome::Done;
     });
     if (paid && roll(2))
@@ -69,8 +70,8 @@ void Clerk::collect()
 {
     const qint64 token = next();
     perform("collect", {{"token", token}, {"owed", -token}, {"order", order_}}, [&] {
-        outstanding::pay(*gcnnMasterDB, {session_.customer.key(), OrderKey(order_), day(), ledger::Payment, qint32(token),
-                                         QStringLiteral("10")});
+        outstanding::pay(*gcnnMasterDB, {session_.customer.key(), OrderKey(order_), day(), ledger::Payment,
+                                         qint32(token), QStringLiteral("10")});
         return Outcome::Done;
     });
 }

@@ -16,7 +16,8 @@ namespace {
 bool tell(qint64 done, qint64 total)
 {
     if (total >= 10'000 && done % (total / 10) == 0)
-        std::fprintf(stderr, "orders made: %lld of %lld\n", static_cast<long long>(done), static_cast<long long>(total));
+        std::fprintf(stderr, "orders made: %lld of %lld\n", static_cast<long long>(done),
+                     static_cast<long long>(total));
     return true;
 }
 
@@ -54,9 +55,9 @@ QString Ground::damage() const
 
 std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding)
 {
-    const std::pair<const char *, qint64> options[] = {
-        {"--seconds", seconds}, {"--seed", seed}, {"--token", firstToken}, {"--before", before_.lastOrder},
-        {"--patients", patients_}, {"--crowding", crowding}};
+    const std::pair<const char *, qint64> options[] = {{"--seconds", seconds},    {"--seed", seed},
+                                                       {"--token", firstToken},   {"--before", before_.lastOrder},
+                                                       {"--patients", patients_}, {"--crowding", crowding}};
     journals_ << folder_.filePath(QStringLiteral("desk-%1.journal").arg(journals_.size()));
     QStringList arguments{address_, journals_.last()};
     for (const auto &[name, value] : options)

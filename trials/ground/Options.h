@@ -18,8 +18,8 @@ public:
     {
         parser_.addHelpOption();
         parser_.addPositionalArgument(QStringLiteral("engine"), QStringLiteral("sqlite or postgresql"));
-        parser_.addOption({QStringLiteral("orders"), QStringLiteral("320, 10000, 100000 or 1000000"), QStringLiteral("number"),
-                           QStringLiteral("320")});
+        parser_.addOption({QStringLiteral("orders"), QStringLiteral("320, 10000, 100000 or 1000000"),
+                           QStringLiteral("number"), QStringLiteral("320")});
         for (const auto &[name, usual] : numbers)
             parser_.addOption({name, {}, QStringLiteral("number"), QString::number(usual)});
         parser_.process(application);
@@ -38,18 +38,24 @@ public:
     sample::Size size() const
     {
         switch (number("orders")) {
-        case 320: return sample::Size::Small;
-        case 10'000: return sample::Size::Hundredth;
-        case 100'000: return sample::Size::Tenth;
-        case 1'000'000: return sample::Size::Large;
-        default: throw std::runtime_error("clinics have 320, 10000, 100000 or 1000000 orders");
+        case 320:
+            return sample::Size::Small;
+        case 10'000:
+            return sample::Size::Hundredth;
+        case 100'000:
+            return sample::Size::Tenth;
+        case 1'000'000:
+            return sample::Size::Large;
+        default:
+            throw std::runtime_error("clinics have 320, 10000, 100000 or 1000000 orders");
         }
     }
 
     /// A server that writes as a clinic's does; none for a file.
     std::unique_ptr<PostgresServer> server() const
     {
-        return engine() == ado::Engine::SQLite ? nullptr : std::make_unique<PostgresServer>(PostgresServer::Writing::Durable);
+        return engine() == ado::Engine::SQLite ? nullptr
+                                               : std::make_unique<PostgresServer>(PostgresServer::Writing::Durable);
     }
 
 private:

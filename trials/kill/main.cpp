@@ -44,8 +44,10 @@ int run(const trial::Options &options)
     }
     for (const QString &fault : findings.faults)
         std::printf("FAULT: %s\n", qPrintable(fault));
-    std::printf("%d kills: %d operations acknowledged, %d died in, %d of these with some steps saved; %d refused; %d faults\n", kills,
-                findings.acknowledged, findings.unfinished, findings.halfDone, findings.refused, int(findings.faults.size()));
+    std::printf(
+        "%d kills: %d operations acknowledged, %d died in, %d of these with some steps saved; %d refused; %d faults\n",
+        kills, findings.acknowledged, findings.unfinished, findings.halfDone, findings.refused,
+        int(findings.faults.size()));
     return findings.faults.isEmpty() && findings.unfinished > 0 ? 0 : 1;
 }
 

@@ -41,8 +41,8 @@ void print(const std::vector<std::vector<trial::Deed>> &journals, int seconds)
             }
         }
     }
-    std::printf("| %-12s | %7s | %7s | %8s | %8s | %8s |\n|---|---:|---:|---:|---:|---:|\n", "operation", "done", "refused", "p50 ms",
-                "p95 ms", "max ms");
+    std::printf("| %-12s | %7s | %7s | %8s | %8s | %8s |\n|---|---:|---:|---:|---:|---:|\n", "operation", "done",
+                "refused", "p50 ms", "p95 ms", "max ms");
     for (auto &[name, kind] : kinds)
         row(name.constData(), kind);
     row("all", all);
@@ -53,8 +53,8 @@ int tell(const trial::Findings &findings)
 {
     std::printf("%d acknowledged, %d refused (%d of them conflicts), %d left half done; standing: %d orders, %d lines, "
                 "%d ledger rows\n",
-                findings.acknowledged, findings.refused, findings.conflicts, findings.halfDone, findings.orders, findings.lines,
-                findings.entries);
+                findings.acknowledged, findings.refused, findings.conflicts, findings.halfDone, findings.orders,
+                findings.lines, findings.entries);
     for (const QString &fault : findings.faults.first(std::min<qsizetype>(20, findings.faults.size())))
         std::printf("FAULT: %s\n", qPrintable(fault));
     std::printf("%d faults\n", int(findings.faults.size()));
@@ -87,8 +87,11 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     try {
-        return run({application, {{QStringLiteral("desks"), 8}, {QStringLiteral("seconds"), 60},
-                                  {QStringLiteral("crowding"), 10}, {QStringLiteral("seed"), 1}}});
+        return run({application,
+                    {{QStringLiteral("desks"), 8},
+                     {QStringLiteral("seconds"), 60},
+                     {QStringLiteral("crowding"), 10},
+                     {QStringLiteral("seed"), 1}}});
     } catch (const runtime::RuntimeError &error) {
         std::fprintf(stderr, "trial_load: %s\n", qPrintable(error.description()));
     } catch (const std::exception &error) {

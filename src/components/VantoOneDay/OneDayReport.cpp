@@ -50,9 +50,10 @@ Chart moneyChart(const std::array<Sum, OneDayReport::Amounts> &totals)
 
 QString oneDay::orders()
 {
-    return QStringLiteral("SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, Customer.name, Customer.sn, OrdM_Total "
-                          "FROM tPSOrderMaster LEFT JOIN Customer ON tPSOrderMaster.Cust_PK = Customer.Customer_PK "
-                          "WHERE OrdM_Date = '[FROM]'");
+    return QStringLiteral(
+        "SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, Customer.name, Customer.sn, OrdM_Total "
+        "FROM tPSOrderMaster LEFT JOIN Customer ON tPSOrderMaster.Cust_PK = Customer.Customer_PK "
+        "WHERE OrdM_Date = '[FROM]'");
 }
 
 QString oneDay::linesByOrder()
@@ -70,24 +71,26 @@ QString oneDay::linesByOrder()
 
 QString oneDay::ledgerByOrder()
 {
-    return QStringLiteral("SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, Customer.sn, tpstrans_Operator, "
-                          "tpstrans_Method, %2 AS IsAfter, SUM(tpstrans_Money) AS Amount "
-                          "FROM %1LEFT JOIN Customer ON tpstrans_Customer_PK = Customer.Customer_PK "
-                          "WHERE tpstrans_Date = '[FROM]' GROUP BY tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, "
-                          "Customer.sn, tpstrans_Operator, tpstrans_Method, %2")
+    return QStringLiteral(
+               "SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, Customer.sn, tpstrans_Operator, "
+               "tpstrans_Method, %2 AS IsAfter, SUM(tpstrans_Money) AS Amount "
+               "FROM %1LEFT JOIN Customer ON tpstrans_Customer_PK = Customer.Customer_PK "
+               "WHERE tpstrans_Date = '[FROM]' GROUP BY tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, "
+               "Customer.sn, tpstrans_Operator, tpstrans_Method, %2")
         .arg(ledgerWithOrders(), afterItsDay());
 }
 
 QString oneDay::settledByOrder()
 {
     // The day in the sum: as a condition it would lure the engine to look through each customer's whole past by its dates.
-    return QStringLiteral("SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method, "
-                          "SUM(CASE WHEN tpstrans_Date <= '[FROM]' THEN tpstrans_Money ELSE 0 END) AS Amount "
-                          "FROM tPSOrderMaster INNER JOIN tPSTransaction "
-                          "ON tPSOrderMaster.OrdM_PK = tPSTransaction.tpstrans_OrderM_PK "
-                          "AND tPSOrderMaster.Cust_PK = tPSTransaction.tpstrans_Customer_PK "
-                          "WHERE OrdM_Date = '[FROM]' "
-                          "GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method");
+    return QStringLiteral(
+        "SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method, "
+        "SUM(CASE WHEN tpstrans_Date <= '[FROM]' THEN tpstrans_Money ELSE 0 END) AS Amount "
+        "FROM tPSOrderMaster INNER JOIN tPSTransaction "
+        "ON tPSOrderMaster.OrdM_PK = tPSTransaction.tpstrans_OrderM_PK "
+        "AND tPSOrderMaster.Cust_PK = tPSTransaction.tpstrans_Customer_PK "
+        "WHERE OrdM_Date = '[FROM]' "
+        "GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method");
 }
 
 void OneDayReport::takeOrder(const Record &row)
@@ -228,7 +231,8 @@ Sheet OneDayReport::makeSheet(int) const
     sheet.totals = tableRow(QStringLiteral("합계"), {}, {}, totals);
     sheet.summary = summary(totals);
     sheet.chart = moneyChart(totals);
-    sheet.remark = QStringLiteral("수납과 환불은 이날의 금액이고 환불은 음수입니다. 미수금은 이날까지 받지 않은 금액입니다.");
+    sheet.remark =
+        QStringLiteral("수납과 환불은 이날의 금액이고 환불은 음수입니다. 미수금은 이날까지 받지 않은 금액입니다.");
     return sheet;
 }
 

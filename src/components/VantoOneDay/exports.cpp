@@ -1,13 +1,13 @@
-#include "platform/automation/ClassServer.h"
 #include "components/VantoOneDay/clsVantoOneDay.h"
+#include "platform/automation/ClassServer.h"
 
 namespace {
 
 automation::ClassServer &classServer()
 {
-    static automation::ClassServer server(QStringLiteral("VantoOneDay"),
-                                          {{QStringLiteral("VantoOneDay.clsVantoOneDay"),
-                                            []() -> QObject * { return new clsVantoOneDay; }}});
+    static automation::ClassServer server(
+        QStringLiteral("VantoOneDay"),
+        {{QStringLiteral("VantoOneDay.clsVantoOneDay"), []() -> QObject * { return new clsVantoOneDay; }}});
     return server;
 }
 

@@ -14,9 +14,8 @@ struct PayColumn
 
 /// In the order of PayPeriodReport::Amount.
 constexpr PayColumn payColumns[] = {
-    {u"현금", 76},       {u"카드", 76},       {u"통장", 62},     {u"현금(미수)", 72}, {u"카드(미수)", 72},
-    {u"통장(미수)", 72}, {u"수납합계", 84},   {u"환불", 74},     {u"순수납", 84},     {u"할인", 66},
-    {u"절사", 56},
+    {u"현금", 76},     {u"카드", 76}, {u"통장", 62},   {u"현금(미수)", 72}, {u"카드(미수)", 72}, {u"통장(미수)", 72},
+    {u"수납합계", 84}, {u"환불", 74}, {u"순수납", 84}, {u"할인", 66},       {u"절사", 56},
 };
 static_assert(std::size(payColumns) == PayPeriodReport::Amounts);
 
@@ -47,7 +46,8 @@ void PayPeriodReport::take(const Record &row)
     const Sum amount = row.amount(4);
     switch (row.key(1)) {
     case Operator::Payment:
-        days_.add(day, std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(3)) ? LateCash : Cash), amount);
+        days_.add(day, std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(3)) ? LateCash : Cash),
+                  amount);
         days_.add(day, Taken, amount);
         days_.add(day, Net, amount);
         break;
@@ -93,7 +93,8 @@ Sheet PayPeriodReport::makeSheet(int view) const
         }
     }
     sheet.totals = rowOfAmounts(QStringLiteral("합계"), days_.totals());
-    sheet.remark = QStringLiteral("(미수)는 판매일이 지나 받았거나 미수로 받은 금액입니다. 환불은 음수입니다. 순수납 = 수납합계 + 환불");
+    sheet.remark = QStringLiteral(
+        "(미수)는 판매일이 지나 받았거나 미수로 받은 금액입니다. 환불은 음수입니다. 순수납 = 수납합계 + 환불");
     return sheet;
 }
 

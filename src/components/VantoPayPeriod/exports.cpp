@@ -1,13 +1,13 @@
-#include "platform/automation/ClassServer.h"
 #include "components/VantoPayPeriod/clsVantoPayPeriod.h"
+#include "platform/automation/ClassServer.h"
 
 namespace {
 
 automation::ClassServer &classServer()
 {
-    static automation::ClassServer server(QStringLiteral("VantoPayPeriod"),
-                                          {{QStringLiteral("VantoPayPeriod.clsVantoPayPeriod"),
-                                            []() -> QObject * { return new clsVantoPayPeriod; }}});
+    static automation::ClassServer server(
+        QStringLiteral("VantoPayPeriod"),
+        {{QStringLiteral("VantoPayPeriod.clsVantoPayPeriod"), []() -> QObject * { return new clsVantoPayPeriod; }}});
     return server;
 }
 

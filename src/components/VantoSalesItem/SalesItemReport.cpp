@@ -23,7 +23,8 @@ static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
 QString salesItem::products()
 {
-    return QStringLiteral("SELECT PM_PK, PM_Catagory, PM_Name FROM tPSProductMaster WHERE PM_PK BETWEEN [FROM] AND [TO]");
+    return QStringLiteral(
+        "SELECT PM_PK, PM_Catagory, PM_Name FROM tPSProductMaster WHERE PM_PK BETWEEN [FROM] AND [TO]");
 }
 
 QString salesItem::productBounds()
@@ -34,13 +35,14 @@ QString salesItem::productBounds()
 QString salesItem::linesByProduct()
 {
     return QStringLiteral(
-        "SELECT tPSOrderDetail.PM_PK, "
-        "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
-        "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
-        "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
-        "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS Returned, "
-        "SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net FROM ")
-        + linesOfOrders() + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
+               "SELECT tPSOrderDetail.PM_PK, "
+               "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
+               "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
+               "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
+               "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS "
+               "Returned, "
+               "SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net FROM ")
+           + linesOfOrders() + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
 }
 
 std::vector<Figure> SalesItemReport::figures(const Period &)
@@ -90,7 +92,8 @@ Sheet SalesItemReport::makeSheet(int view) const
 {
     const bool byCategory = view == 1;
     std::vector<Line> lines = byCategory ? linesByCategory() : linesByProduct();
-    std::stable_sort(lines.begin(), lines.end(), [](const Line &a, const Line &b) { return a.sums[Net] > b.sums[Net]; });
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const Line &a, const Line &b) { return a.sums[Net] > b.sums[Net]; });
 
     Sheet sheet;
     sheet.columns = {{QStringLiteral("분류"), Column::Kind::Text, 120}};

@@ -1,13 +1,13 @@
-#include "platform/automation/ClassServer.h"
 #include "components/VantoSalesItem/clsVantoSalesItem.h"
+#include "platform/automation/ClassServer.h"
 
 namespace {
 
 automation::ClassServer &classServer()
 {
-    static automation::ClassServer server(QStringLiteral("VantoSalesItem"),
-                                          {{QStringLiteral("VantoSalesItem.clsVantoSalesItem"),
-                                            []() -> QObject * { return new clsVantoSalesItem; }}});
+    static automation::ClassServer server(
+        QStringLiteral("VantoSalesItem"),
+        {{QStringLiteral("VantoSalesItem.clsVantoSalesItem"), []() -> QObject * { return new clsVantoSalesItem; }}});
     return server;
 }
 

@@ -15,8 +15,8 @@ struct AmountColumn
 constexpr AmountColumn lineColumns[] = {
     {SalesPeriodReport::Gross, u"판매금액", 88},   {SalesPeriodReport::Discount, u"할인", 76},
     {SalesPeriodReport::Returns, u"반품건수", 66}, {SalesPeriodReport::Returned, u"반품금액", 84},
-    {SalesPeriodReport::Net, u"순매출", 92},          {SalesPeriodReport::Taxed, u"과세", 88},
-    {SalesPeriodReport::TaxFree, u"비과세", 84},  {SalesPeriodReport::UnknownTax, u"구분없음", 76},
+    {SalesPeriodReport::Net, u"순매출", 92},       {SalesPeriodReport::Taxed, u"과세", 88},
+    {SalesPeriodReport::TaxFree, u"비과세", 84},   {SalesPeriodReport::UnknownTax, u"구분없음", 76},
 };
 
 } // namespace
@@ -78,7 +78,8 @@ Sheet SalesPeriodReport::makeSheet(int view) const
     const bool unknownTax = totals[UnknownTax] != Sum();
 
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 130}, {QStringLiteral("거래건수"), Column::Kind::Number, 60}};
+    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 130},
+                     {QStringLiteral("거래건수"), Column::Kind::Number, 60}};
     for (const AmountColumn &column : lineColumns) {
         if (column.amount != UnknownTax || unknownTax)
             sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});

@@ -1,5 +1,5 @@
-#include "platform/automation/ClassServer.h"
 #include "components/VantoSalesPeriod/clsVantoSalesPeriod.h"
+#include "platform/automation/ClassServer.h"
 
 namespace {
 

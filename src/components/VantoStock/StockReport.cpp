@@ -22,10 +22,10 @@ struct StockColumn
 
 using enum Column::Kind;
 constexpr StockColumn stockColumns[] = {
-    {u"분류", Text, 76, false},         {u"물품명", Text, 176, false},         {u"상태", Text, 92, false},
-    {u"입고", Number, 52, true},        {u"판매", Number, 52, true},           {u"서비스", Number, 50, true},
-    {u"망실", Number, 44, true},        {u"재고", Number, 52, true},           {u"최근 구매단가", Number, 84, false},
-    {u"재고금액", Number, 88, true},    {u"%1일 출고", Number, 66, true},      {u"남은일수", Number, 64, false},
+    {u"분류", Text, 76, false},      {u"물품명", Text, 176, false},    {u"상태", Text, 92, false},
+    {u"입고", Number, 52, true},     {u"판매", Number, 52, true},      {u"서비스", Number, 50, true},
+    {u"망실", Number, 44, true},     {u"재고", Number, 52, true},      {u"최근 구매단가", Number, 84, false},
+    {u"재고금액", Number, 88, true}, {u"%1일 출고", Number, 66, true}, {u"남은일수", Number, 64, false},
 };
 
 /// The rows of the highest worth, the highest first; equal ones in their order.
@@ -37,7 +37,7 @@ std::vector<const Row *> dearestOf(const std::vector<Row> &rows, std::size_t wor
     const auto end = dearest.begin() + std::ptrdiff_t(std::min(mostBarsShown, dearest.size()));
     std::partial_sort(dearest.begin(), end, dearest.end(), [worthColumn](const Row *a, const Row *b) {
         return isBefore((*b)[worthColumn], (*a)[worthColumn])
-            || (!isBefore((*a)[worthColumn], (*b)[worthColumn]) && a < b);
+               || (!isBefore((*a)[worthColumn], (*b)[worthColumn]) && a < b);
     });
     dearest.erase(end, dearest.end());
     return dearest;
@@ -58,8 +58,9 @@ QString stock::productBounds()
 
 QString stock::incoming()
 {
-    return QStringLiteral("SELECT PM_PK, SUM(IN_Count) AS Incoming FROM tPSIncoming WHERE PM_PK BETWEEN [FROM] AND [TO] "
-                          "GROUP BY PM_PK");
+    return QStringLiteral(
+        "SELECT PM_PK, SUM(IN_Count) AS Incoming FROM tPSIncoming WHERE PM_PK BETWEEN [FROM] AND [TO] "
+        "GROUP BY PM_PK");
 }
 
 QString stock::incomingBounds()
@@ -93,7 +94,7 @@ QString stock::lastPrice()
 QString stock::recent()
 {
     return QStringLiteral("SELECT tPSOrderDetail.PM_PK, SUM(OrdD_Count) AS Recent FROM ") + linesOfOrders()
-        + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
+           + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
 }
 
 Sum StockReport::Product::remaining() const
@@ -128,7 +129,8 @@ QString StockReport::Product::state(int rateDays) const
     if (left == Sum())
         return QStringLiteral("재고 없음");
     const Cell days = daysLeft(rateDays);
-    return isNumber(days) && days < Cell(runtime::Currency::fromWon(enoughDays)) ? QStringLiteral("곧 소진") : QString();
+    return isNumber(days) && days < Cell(runtime::Currency::fromWon(enoughDays)) ? QStringLiteral("곧 소진")
+                                                                                 : QString();
 }
 
 Sum StockReport::Product::worth() const
@@ -164,7 +166,8 @@ std::vector<Figure> StockReport::figures(const Period &period)
     rateDays_ = period.days();
     Figure products{stock::products(), Slices::Keys, stock::productBounds()};
     products.take = [this](const Record &row) {
-        products_.insert_or_assign(products_.end(), row.key(0), Product{row.text(1), row.text(2), row.flag(3)}); // they come by key
+        products_.insert_or_assign(products_.end(), row.key(0),
+                                   Product{row.text(1), row.text(2), row.flag(3)}); // they come by key
     };
     return {products, figureOf({Incoming}, stock::incoming(), Slices::Keys, stock::incomingBounds()),
             figureOf({Sold, Service, Lost}, stock::outgoing(), Slices::Keys, stock::outgoingBounds()),
@@ -188,18 +191,9 @@ std::vector<const StockReport::Product *> StockReport::shown(int view) const
 
 Row StockReport::rowOf(const Product &product) const
 {
-    return {product.category,
-            product.name,
-            product.state(rateDays_),
-            product.sums[Incoming],
-            product.sums[Sold],
-            product.sums[Service],
-            product.sums[Lost],
-            product.remaining(),
-            product.sums[LastPrice],
-            product.worth(),
-            product.sums[Recent],
-            product.daysLeft(rateDays_)};
+    return {product.category,        product.name,          product.state(rateDays_), product.sums[Incoming],
+            product.sums[Sold],      product.sums[Service], product.sums[Lost],       product.remaining(),
+            product.sums[LastPrice], product.worth(),       product.sums[Recent],     product.daysLeft(rateDays_)};
 }
 
 Sheet StockReport::makeSheet(int view) const
@@ -233,7 +227,8 @@ Sheet StockReport::makeSheet(int view) const
         sheet.chart.categories << plainText((*row)[1]);
         sheet.chart.series[0].values.push_back(Sum::of((*row)[worthColumn]).orZero());
     }
-    sheet.remark = QStringLiteral("재고는 현재 수량입니다. 남은일수는 출고 기간 %1일의 출고량으로 계산합니다.").arg(rateDays_);
+    sheet.remark =
+        QStringLiteral("재고는 현재 수량입니다. 남은일수는 출고 기간 %1일의 출고량으로 계산합니다.").arg(rateDays_);
     return sheet;
 }
 

@@ -56,7 +56,8 @@ private:
 
     Sheet makeSheet(int view) const override;
     /// Adds the amounts that follow the product in the statement.
-    Figure figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices, const QString &bounds = {});
+    Figure figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices,
+                    const QString &bounds = {});
     std::vector<const Product *> shown(int view) const;
     Row rowOf(const Product &product) const;
 

@@ -1,13 +1,13 @@
-#include "platform/automation/ClassServer.h"
 #include "components/VantoStock/clsVantoStock.h"
+#include "platform/automation/ClassServer.h"
 
 namespace {
 
 automation::ClassServer &classServer()
 {
-    static automation::ClassServer server(QStringLiteral("VantoStock"),
-                                          {{QStringLiteral("VantoStock.clsVantoStock"),
-                                            []() -> QObject * { return new clsVantoStock; }}});
+    static automation::ClassServer server(
+        QStringLiteral("VantoStock"),
+        {{QStringLiteral("VantoStock.clsVantoStock"), []() -> QObject * { return new clsVantoStock; }}});
     return server;
 }
 

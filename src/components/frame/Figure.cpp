@@ -51,16 +51,19 @@ bool Record::flag(int column) const
 QString orderBounds()
 {
     // The number of orders keeps a server from looking for the lowest key from key 1 on.
-    return QStringLiteral("SELECT MIN(OrdM_PK) AS Lowest, MAX(OrdM_PK) AS Highest, COUNT(*) AS Orders FROM tPSOrderMaster "
-                          "WHERE OrdM_Date BETWEEN '[FIRST]' AND '[LAST]'");
+    return QStringLiteral(
+        "SELECT MIN(OrdM_PK) AS Lowest, MAX(OrdM_PK) AS Highest, COUNT(*) AS Orders FROM tPSOrderMaster "
+        "WHERE OrdM_Date BETWEEN '[FIRST]' AND '[LAST]'");
 }
 
 QString linesOfOrders(const QString &joined)
 {
-    return QStringLiteral("tPSOrderMaster INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK ")
-        + joined
-        + QStringLiteral("WHERE tPSOrderMaster.OrdM_Date BETWEEN '[FIRST]' AND '[LAST]' "
-                         "AND tPSOrderMaster.OrdM_PK BETWEEN [FROM] AND [TO] AND tPSOrderDetail.OrdM_PK BETWEEN [FROM] AND [TO] ");
+    return QStringLiteral(
+               "tPSOrderMaster INNER JOIN tPSOrderDetail ON tPSOrderMaster.OrdM_PK = tPSOrderDetail.OrdM_PK ")
+           + joined
+           + QStringLiteral("WHERE tPSOrderMaster.OrdM_Date BETWEEN '[FIRST]' AND '[LAST]' "
+                            "AND tPSOrderMaster.OrdM_PK BETWEEN [FROM] AND [TO] AND tPSOrderDetail.OrdM_PK BETWEEN "
+                            "[FROM] AND [TO] ");
 }
 
 } // namespace statistics

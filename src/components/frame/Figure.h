@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ado/Recordset.h"
 #include "components/frame/Sum.h"
+#include "platform/ado/Recordset.h"
 
 #include <QDate>
 #include <QString>
@@ -21,11 +21,11 @@ public:
     {
     }
 
-    Sum amount(int column) const;               ///< exact; NULL is 0, unknown where the cell holds no amount
-    int key(int column) const;                  ///< NULL is 0
-    QDate date(int column) const;               ///< NULL is an invalid date
-    QString text(int column) const;             ///< NULL is empty
-    bool flag(int column) const;                ///< NULL is false
+    Sum amount(int column) const;   ///< exact; NULL is 0, unknown where the cell holds no amount
+    int key(int column) const;      ///< NULL is 0
+    QDate date(int column) const;   ///< NULL is an invalid date
+    QString text(int column) const; ///< NULL is empty
+    bool flag(int column) const;    ///< NULL is false
     bool isNull(int column) const;
 
 private:
@@ -40,7 +40,7 @@ struct Figure
     enum class Slices {
         Whole, ///< at once
         Days,  ///< [FROM] and [TO] are days of the report's period
-        Keys,  ///< [FROM] and [TO] are whole numbers between those that `bounds` gives; [FIRST] and [LAST] the period's days
+        Keys, ///< [FROM] and [TO] are whole numbers between those that `bounds` gives; [FIRST] and [LAST] the period's days
     };
 
     QString statement;

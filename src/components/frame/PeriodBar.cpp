@@ -29,8 +29,10 @@ Period yesterdayOf(QDate today)
     return dayOf(today.addDays(-1));
 }
 
-constexpr PresetButton periodButtons[] = {
-    {"cmdToday", u"오늘", dayOf}, {"cmdThisWeek", u"이번 주", weekOf}, {"cmdThisMonth", u"이번 달", monthOf}, {"cmdThisYear", u"올해", yearOf}};
+constexpr PresetButton periodButtons[] = {{"cmdToday", u"오늘", dayOf},
+                                          {"cmdThisWeek", u"이번 주", weekOf},
+                                          {"cmdThisMonth", u"이번 달", monthOf},
+                                          {"cmdThisYear", u"올해", yearOf}};
 constexpr PresetButton dayButtons[] = {{"cmdToday", u"오늘", dayOf}, {"cmdYesterday", u"어제", yesterdayOf}};
 
 controls::DateEdit *dateBox(QLayout *layout, const char *name, const QString &caption)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/controls/DateEdit.h"
 #include "components/frame/Report.h"
+#include "platform/controls/DateEdit.h"
 
 #include <QTimer>
 #include <QWidget>

@@ -73,7 +73,7 @@ QString Reading::filled(const QString &statement, const QString &from, const QSt
 QString Reading::place(qint64 position) const
 {
     return figures_[current_].slices == Figure::Slices::Keys ? QString::number(position)
-                                                              : runtime::dateText(period_.first.addDays(position));
+                                                             : runtime::dateText(period_.first.addDays(position));
 }
 
 void Reading::step()

@@ -6,7 +6,7 @@ namespace statistics {
 
 namespace {
 
-constexpr qint64 turnLength = 30;    // ms at one go
+constexpr qint64 turnLength = 30;     // ms at one go
 constexpr qint64 progressAfter = 500; // ms
 
 } // namespace

@@ -11,7 +11,9 @@ Sheet Report::sheet(int view) const
 {
     Sheet sheet = makeSheet(view);
     if (holdsUnknown(sheet))
-        sheet.remark = QStringLiteral("'?'는 가져올 수 없거나 너무 커서 계산하지 못한 값입니다. 해당 내역을 확인하십시오.   ") + sheet.remark;
+        sheet.remark =
+            QStringLiteral("'?'는 가져올 수 없거나 너무 커서 계산하지 못한 값입니다. 해당 내역을 확인하십시오.   ")
+            + sheet.remark;
     return sheet;
 }
 

@@ -1,16 +1,16 @@
 #include "components/frame/ReportWindow.h"
 
-#include "platform/controls/EventEdge.h"
-#include "platform/controls/MessageBox.h"
-#include "platform/controls/Named.h"
-#include "platform/controls/Wheel.h"
-#include "platform/runtime/RuntimeError.h"
 #include "components/frame/CsvFile.h"
 #include "components/frame/PeriodBar.h"
 #include "components/frame/SheetChart.h"
 #include "components/frame/SheetPrint.h"
 #include "components/frame/SheetView.h"
 #include "components/frame/SummaryBox.h"
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
+#include "platform/runtime/RuntimeError.h"
 
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -142,7 +142,8 @@ void ReportWindow::wire()
     });
     onEvent(&work_, &ReadingWork::finished, this, [this] { done(); });
     onEvent(&work_, &ReadingWork::failed, this, [this](const QString &description) {
-        stopped(QStringLiteral("통계를 가져오지 못했습니다: ") + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+        stopped(QStringLiteral("통계를 가져오지 못했습니다: ")
+                + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     });
 }
 
@@ -206,8 +207,9 @@ void ReportWindow::done()
 void ReportWindow::showSheet()
 {
     sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
-    const QString none = report_->asks() == Report::Asks::LastDay ? QStringLiteral("해당하는 물품이 없습니다.")
-                                                                  : QStringLiteral("이 기간에는 내역이 없습니다. 기간을 바꾸십시오.");
+    const QString none = report_->asks() == Report::Asks::LastDay
+                             ? QStringLiteral("해당하는 물품이 없습니다.")
+                             : QStringLiteral("이 기간에는 내역이 없습니다. 기간을 바꾸십시오.");
     const QString count = shownText(runtime::Currency::fromWon(qint64(sheet_.rows.size())));
     const QString rows = sheet_.rows.empty() ? none : count + QStringLiteral("행");
     lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "components/frame/Report.h"
 #include "components/frame/ReadingWork.h"
+#include "components/frame/Report.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -52,7 +52,7 @@ bool holdsUnknown(const Sheet &sheet)
     };
     const auto inLine = [&](const SummaryLine &line) { return isUnknown(line.amount); };
     return within(sheet.totals) || std::any_of(sheet.rows.begin(), sheet.rows.end(), within)
-        || std::any_of(sheet.summary.begin(), sheet.summary.end(), inLine);
+           || std::any_of(sheet.summary.begin(), sheet.summary.end(), inLine);
 }
 
 } // namespace statistics

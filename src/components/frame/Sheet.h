@@ -52,7 +52,7 @@ struct Chart
     QString title;
     QStringList categories;
     std::vector<Series> series;
-    bool lying = false;   ///< horizontal bars, the first category on top
+    bool lying = false;         ///< horizontal bars, the first category on top
     bool inTenThousands = true; ///< won, shown in units of 10,000; otherwise pieces
 };
 

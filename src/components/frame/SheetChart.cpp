@@ -23,8 +23,8 @@ constexpr int mostBars = 130;
 constexpr int mostCaptions = 16;
 
 // Told apart by lightness too, for eyes that do not tell the hues.
-const QColor seriesColors[]{QColor(0x2E, 0x6E, 0x8E), QColor(0xE0, 0x9F, 0x3E), QColor(0x8F, 0xC1, 0xB5), QColor(0x9E, 0x5A, 0x63),
-                            QColor(0xB9, 0xC2, 0xCC), QColor(0x5B, 0x5F, 0x97)};
+const QColor seriesColors[]{QColor(0x2E, 0x6E, 0x8E), QColor(0xE0, 0x9F, 0x3E), QColor(0x8F, 0xC1, 0xB5),
+                            QColor(0x9E, 0x5A, 0x63), QColor(0xB9, 0xC2, 0xCC), QColor(0x5B, 0x5F, 0x97)};
 
 QColor colorOf(std::size_t series)
 {
@@ -151,7 +151,9 @@ void SheetChart::setPlan(const Chart &plan)
         chart()->removeAxis(axis);
         delete axis;
     }
-    chart()->setTitle(plan.categories.isEmpty() ? QString() : plan.title + (plan.inTenThousands ? QStringLiteral(" (만원)") : QString()));
+    chart()->setTitle(plan.categories.isEmpty()
+                          ? QString()
+                          : plan.title + (plan.inTenThousands ? QStringLiteral(" (만원)") : QString()));
     if (plan.categories.isEmpty())
         return;
     const bool asLines = !plan.lying && plan.categories.size() > mostBars;

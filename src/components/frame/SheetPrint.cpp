@@ -1,8 +1,8 @@
 #include "components/frame/SheetPrint.h"
 
+#include "components/frame/SheetChart.h"
 #include "platform/controls/Appearance.h"
 #include "platform/runtime/Format.h"
-#include "components/frame/SheetChart.h"
 
 #include <QPageLayout>
 #include <QPointer>
@@ -169,7 +169,8 @@ private:
     {
         const double here = y_;
         y_ = height_ - lineHeight;
-        text(0, width_, QStringLiteral("인쇄: ") + runtime::dateTimeText(QDateTime::currentDateTime()), Qt::AlignLeft, false, 7);
+        text(0, width_, QStringLiteral("인쇄: ") + runtime::dateTimeText(QDateTime::currentDateTime()), Qt::AlignLeft,
+             false, 7);
         text(0, width_, QStringLiteral("- %1 -").arg(number_), Qt::AlignHCenter, false, 7);
         y_ = here;
     }
@@ -215,7 +216,8 @@ void SheetPrint::preview(QWidget *owner) const
 {
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientationOf(report_.sheet),
-                                      QMarginsF(sideMargin, sideMargin, sideMargin, sideMargin), QPageLayout::Millimeter));
+                                      QMarginsF(sideMargin, sideMargin, sideMargin, sideMargin),
+                                      QPageLayout::Millimeter));
     printer.setDocName(report_.title);
     // The owner may be closed under the preview, which then must not be destroyed twice.
     const QPointer<QPrintPreviewDialog> dialog = new QPrintPreviewDialog(&printer, owner);

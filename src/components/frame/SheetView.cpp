@@ -70,7 +70,8 @@ SheetView::SheetView(QWidget *parent)
     layout->addLayout(foot);
 
     // A sorted table shows the row that was worked with, wherever it went.
-    connect(rows_, &QAbstractItemModel::layoutChanged, this, [this] { tblReport_->scrollTo(tblReport_->currentIndex()); });
+    connect(rows_, &QAbstractItemModel::layoutChanged, this,
+            [this] { tblReport_->scrollTo(tblReport_->currentIndex()); });
     QHeaderView *header = tblReport_->horizontalHeader();
     connect(header, &QHeaderView::sectionResized, this,
             [this](int column, int, int width) { tblTotals_->setColumnWidth(column, width); });

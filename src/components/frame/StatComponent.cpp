@@ -1,8 +1,8 @@
 #include "components/frame/StatComponent.h"
 
+#include "components/frame/ReportWindow.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-#include "components/frame/ReportWindow.h"
 
 namespace statistics {
 
@@ -14,7 +14,8 @@ StatComponent::StatComponent(MakeReport make)
 int StatComponent::StatStart(ado::ConnectionPtr &connection)
 {
     if (!connection)
-        throw runtime::RuntimeError(runtime::ErrorNumber::ObjectClosed, QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
+        throw runtime::RuntimeError(runtime::ErrorNumber::ObjectClosed,
+                                    QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
     auto window = std::make_unique<ReportWindow>(make_(), connection);
     const int handle = runtime::toLong(std::int64_t(window->winId()));
     static_cast<void>(window.release()); // the caller's from here on

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ado/Connection.h"
 #include "components/frame/Report.h"
+#include "platform/ado/Connection.h"
 
 #include <QObject>
 

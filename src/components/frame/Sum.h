@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/runtime/Currency.h"
 #include "components/frame/Sheet.h"
+#include "platform/runtime/Currency.h"
 
 #include <compare>
 #include <cstdint>
@@ -14,7 +14,7 @@ namespace statistics {
 class Sum
 {
 public:
-    Sum() = default; ///< zero
+    Sum() = default;              ///< zero
     Sum(runtime::Currency amount) // NOLINT: an amount is a sum
         : amount_(amount)
     {

@@ -14,7 +14,8 @@ namespace {
 void addSummaryLine(QGridLayout *form, int row, const SummaryLine &line, int number)
 {
     auto *caption = new QLabel(line.caption);
-    auto *amount = controls::named(new QLabel(shownText(line.amount) + line.unit), QStringLiteral("lblSummary"), number);
+    auto *amount =
+        controls::named(new QLabel(shownText(line.amount) + line.unit), QStringLiteral("lblSummary"), number);
     amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     amount->setTextInteractionFlags(Qt::TextSelectableByMouse);
     amount->setAccessibleName(line.caption);

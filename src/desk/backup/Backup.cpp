@@ -35,8 +35,9 @@ Kind kindOfAddress(const QString &address)
         return Kind::Sqlite;
     if (address.startsWith(PostgresPrefix))
         return Kind::Postgres;
-    refuse(QStringLiteral("ODBC 주소로는 백업하거나 되돌릴 수 없습니다. PostgreSQL 서버라면 postgresql:// 주소를, 다른 서버라면 그 "
-                          "서버의 백업 도구를 쓰십시오."));
+    refuse(QStringLiteral(
+        "ODBC 주소로는 백업하거나 되돌릴 수 없습니다. PostgreSQL 서버라면 postgresql:// 주소를, 다른 서버라면 그 "
+        "서버의 백업 도구를 쓰십시오."));
 }
 
 QString sqliteFile(const QString &address)

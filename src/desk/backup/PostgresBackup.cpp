@@ -41,9 +41,10 @@ void demandDump(const QString &file)
     } catch (const runtime::RuntimeError &error) {
         refuse(QStringLiteral("손상된 백업 파일입니다: %1\n%2").arg(file, error.description()));
     }
-    const QString definitions = QString::fromUtf8(
-        runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--schema-only"), QStringLiteral("--file=-"), file}));
-    const QString contents = QString::fromUtf8(runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--list"), file}));
+    const QString definitions = QString::fromUtf8(runPostgresTool(
+        QStringLiteral("pg_restore"), {QStringLiteral("--schema-only"), QStringLiteral("--file=-"), file}));
+    const QString contents =
+        QString::fromUtf8(runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--list"), file}));
     for (const schema::TablePlan &table : schema::tablePlans()) {
         const QString name = folded(table.name);
         const auto missing = [&](const QString &what) {
@@ -63,8 +64,9 @@ void demandDump(const QString &file)
 
 void dump(const PostgresPlace &place, const QString &target, const Progress &progress)
 {
-    QStringList arguments{QStringLiteral("--format=custom"), QStringLiteral("--no-password"), QStringLiteral("--verbose"),
-                          QStringLiteral("--file=") + target, QStringLiteral("--dbname=") + place.connection};
+    QStringList arguments{QStringLiteral("--format=custom"), QStringLiteral("--no-password"),
+                          QStringLiteral("--verbose"), QStringLiteral("--file=") + target,
+                          QStringLiteral("--dbname=") + place.connection};
     for (const schema::TablePlan &table : schema::tablePlans())
         arguments << QStringLiteral("--table=") + folded(table.name);
     runPostgresTool(QStringLiteral("pg_dump"), arguments, place,
@@ -82,7 +84,8 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
     demandDump(target);
 }
 
-bool restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy, const Progress &progress)
+bool restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy,
+                           const Progress &progress)
 {
     demandDump(source);
     const ado::ConnectionPtr connection = ado::Connection::open(address);

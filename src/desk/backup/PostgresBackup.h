@@ -8,6 +8,7 @@ namespace backup {
 void dumpPostgresClinic(const QString &address, const QString &target, const Progress &progress);
 
 /// True when there was a clinic before, which is then in the file `safetyCopy`.
-bool restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy, const Progress &progress);
+bool restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy,
+                           const Progress &progress);
 
 } // namespace backup

@@ -11,8 +11,9 @@ namespace backup {
 /// Where a database is, for the server's own programs.
 struct PostgresPlace
 {
-    QString connection; ///< "host='...' user='...' ...", without a password: others on the machine see a program's arguments
-    QString password;   ///< goes over by the environment; empty leaves it to the user's own password file
+    QString
+        connection; ///< "host='...' user='...' ...", without a password: others on the machine see a program's arguments
+    QString password; ///< goes over by the environment; empty leaves it to the user's own password file
 
     static PostgresPlace of(const QSqlDatabase &database);
 };

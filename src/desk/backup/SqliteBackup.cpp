@@ -66,7 +66,8 @@ void copySqliteClinic(const QString &clinic, const QString &target, const Progre
     SqliteFile(target, Open::ToRead).demandClinic();
 }
 
-bool restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy, const Progress &progress)
+bool restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy,
+                         const Progress &progress)
 {
     if (QFileInfo(clinic).canonicalFilePath() == QFileInfo(source).canonicalFilePath())
         refuse(QStringLiteral("되돌릴 파일이 한의원 데이터베이스 자신입니다: ") + source);

@@ -58,8 +58,8 @@ SqliteFile::~SqliteFile()
 
 void SqliteFile::refuseWith(int code) const
 {
-    refuse(QStringLiteral("%1\n%2").arg(name_, QString::fromUtf8(code == sqlite3_errcode(handle_) ? sqlite3_errmsg(handle_)
-                                                                                                   : sqlite3_errstr(code))));
+    refuse(QStringLiteral("%1\n%2").arg(
+        name_, QString::fromUtf8(code == sqlite3_errcode(handle_) ? sqlite3_errmsg(handle_) : sqlite3_errstr(code))));
 }
 
 QStringList SqliteFile::ask(const QString &statement)

@@ -19,7 +19,7 @@ void tell(QTextStream &terminal, const Finding &finding)
 {
     const QString indent = QStringLiteral("            ");
     const QString verdict = !finding.failure.isEmpty() ? QStringLiteral("실패  ")
-        : finding.violations == 0                      ? QStringLiteral("정상  ")
+                            : finding.violations == 0  ? QStringLiteral("정상  ")
                                                        : QStringLiteral("위반  ");
     terminal << QStringLiteral("  ") << verdict << finding.query.title;
     if (finding.violations > 0)
@@ -30,7 +30,8 @@ void tell(QTextStream &terminal, const Finding &finding)
     for (const QString &row : finding.firstRows)
         terminal << indent << row << Qt::endl;
     if (finding.violations > finding.firstRows.size() && finding.failure.isEmpty())
-        terminal << indent << QStringLiteral("그 밖에 %1건").arg(grouped(finding.violations - finding.firstRows.size())) << Qt::endl;
+        terminal << indent << QStringLiteral("그 밖에 %1건").arg(grouped(finding.violations - finding.firstRows.size()))
+                 << Qt::endl;
     if (finding.violations > 0)
         terminal << indent << QStringLiteral("조치: ") << finding.query.remedy << Qt::endl;
 }
@@ -55,9 +56,9 @@ int checkOnTerminal(ado::Connection &connection)
     for (const Query &query : queries())
         take(examine(connection, query));
     terminal << QStringLiteral("결과: %1개 항목 중 ").arg(examined)
-             << (failed > 0         ? QStringLiteral("%1개를 검사하지 못했습니다.").arg(failed)
-                     : violated > 0 ? QStringLiteral("%1개에서 위반을 찾았습니다.").arg(violated)
-                                    : QStringLiteral("위반이 없습니다."))
+             << (failed > 0     ? QStringLiteral("%1개를 검사하지 못했습니다.").arg(failed)
+                 : violated > 0 ? QStringLiteral("%1개에서 위반을 찾았습니다.").arg(violated)
+                                : QStringLiteral("위반이 없습니다."))
              << Qt::endl;
     return failed > 0 ? 2 : violated > 0 ? 1 : 0;
 }

@@ -14,7 +14,8 @@ const QString RemedyMark = QStringLiteral("-- 조치:");
 
 [[noreturn]] void refuse(const QString &what)
 {
-    throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("검사 항목을 읽을 수 없습니다: ") + what);
+    throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                QStringLiteral("검사 항목을 읽을 수 없습니다: ") + what);
 }
 
 } // namespace

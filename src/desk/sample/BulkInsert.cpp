@@ -56,7 +56,8 @@ void BulkInsert::send(QSqlQuery &query)
 
 QString BulkInsert::statement(qsizetype rows) const
 {
-    const QString row = QStringLiteral("(%1)").arg(QStringList(columns_.size(), QStringLiteral("?")).join(QLatin1Char(',')));
+    const QString row =
+        QStringLiteral("(%1)").arg(QStringList(columns_.size(), QStringLiteral("?")).join(QLatin1Char(',')));
     return QStringLiteral("INSERT INTO %1 (%2) VALUES %3")
         .arg(table_, columns_.join(QLatin1Char(',')), QStringList(rows, row).join(QLatin1Char(',')));
 }

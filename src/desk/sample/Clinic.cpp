@@ -59,11 +59,13 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
     QSqlDatabase database = connection.database();
     const auto refuse = [&] {
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("데이터베이스를 만들지 못했습니다.\n") + database.lastError().text());
+                                    QStringLiteral("데이터베이스를 만들지 못했습니다.\n")
+                                        + database.lastError().text());
     };
     if (schema::hasSchema(connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ") + schema::addressToShow(connection.address()));
+                                    QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ")
+                                        + schema::addressToShow(connection.address()));
     if (!database.transaction())
         refuse();
     try {

@@ -8,11 +8,11 @@
 namespace sample {
 
 enum class Size {
-    Empty, ///< tables and indexes only
-    Small, ///< about 60 goods, 30 patients, a year of trade
+    Empty,     ///< tables and indexes only
+    Small,     ///< about 60 goods, 30 patients, a year of trade
     Hundredth, ///< the large clinic's goods and patients, 10,000 orders
     Tenth,     ///< the same, 100,000 orders
-    Large, ///< 20,000 goods, 50,000 patients, 1,000,000 orders
+    Large,     ///< 20,000 goods, 50,000 patients, 1,000,000 orders
 };
 
 /// Told now and then while rows are written; answering false stops the work. May be empty.

@@ -6,8 +6,8 @@
 
 namespace sample {
 
-std::vector<Purchase> purchases(const std::vector<Product> &goods, const std::vector<int> &sold, int dealers, QDate first,
-                                QDate last)
+std::vector<Purchase> purchases(const std::vector<Product> &goods, const std::vector<int> &sold, int dealers,
+                                QDate first, QDate last)
 {
     std::vector<Purchase> list;
     for (int product = 0; product < int(goods.size()); ++product) {

@@ -22,7 +22,7 @@ struct Purchase
 };
 
 /// What the shop bought so that nothing it sold was missing from the shelf; `sold` holds units by index of the goods.
-std::vector<Purchase> purchases(const std::vector<Product> &goods, const std::vector<int> &sold, int dealers, QDate first,
-                                QDate last);
+std::vector<Purchase> purchases(const std::vector<Product> &goods, const std::vector<int> &sold, int dealers,
+                                QDate first, QDate last);
 
 } // namespace sample

@@ -226,12 +226,13 @@ void Trade::planReturn(Order &order)
     line.discount = 0;
     line.count = -random_.between(1, sold.count);
     line.kind.reset();
-    line.memo = QStringLiteral("▷판매날짜(%1), 물품이름(%2), 개당가격(%3), 갯수(%4), 할인가격(%5) 의(중) 반품. 메모: %6")
-                    .arg(runtime::dateText(order.date), goods_[std::size_t(sold.product)].name)
-                    .arg(sold.price)
-                    .arg(sold.count)
-                    .arg(sold.discount)
-                    .arg(random_.percent(50) ? QStringLiteral("단순 변심") : QStringLiteral("포장 불량"));
+    line.memo =
+        QStringLiteral("▷판매날짜(%1), 물품이름(%2), 개당가격(%3), 갯수(%4), 할인가격(%5) 의(중) 반품. 메모: %6")
+            .arg(runtime::dateText(order.date), goods_[std::size_t(sold.product)].name)
+            .arg(sold.price)
+            .arg(sold.count)
+            .arg(sold.discount)
+            .arg(random_.percent(50) ? QStringLiteral("단순 변심") : QStringLiteral("포장 불량"));
     sold.memo = QStringLiteral("▶%1일 (%2)개 반품").arg(runtime::dateText(date)).arg(line.count);
     const qint64 refund = -line.price * line.count;
     planned.push_back({order.patient, line, {date, 4, refund, random_.percent(50) ? CashMethod : CardMethod, NoText}});

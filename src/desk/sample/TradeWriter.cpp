@@ -27,7 +27,9 @@ struct Plan
 Plan planOf(Size size)
 {
     const QDate last(2026, 6, 30);
-    const auto grown = [&](int orders) { return Plan{20'000, 50'000, 500, orders, last.addYears(-5).addDays(1), last}; };
+    const auto grown = [&](int orders) {
+        return Plan{20'000, 50'000, 500, orders, last.addYears(-5).addDays(1), last};
+    };
     if (size == Size::Large)
         return grown(1'000'000);
     if (size == Size::Tenth)
@@ -68,8 +70,9 @@ BulkInsert into(const QSqlDatabase &database, const char *table, const char *col
 
 void writeGoods(const QSqlDatabase &database, const std::vector<Product> &goods)
 {
-    BulkInsert rows = into(database, "tPSProductMaster",
-                           "PM_PK PM_Catagory PM_Name PM_UnitPrice PM_IsTaxed PM_IsValid PM_IsHide PM_EtcMemo PM_AddedDate");
+    BulkInsert rows =
+        into(database, "tPSProductMaster",
+             "PM_PK PM_Catagory PM_Name PM_UnitPrice PM_IsTaxed PM_IsValid PM_IsHide PM_EtcMemo PM_AddedDate");
     int key = 0;
     for (const Product &product : goods)
         rows.add({++key, product.category, product.name, product.price, int(product.taxed), int(product.handled),
@@ -79,24 +82,28 @@ void writeGoods(const QSqlDatabase &database, const std::vector<Product> &goods)
 
 void writeDealers(const QSqlDatabase &database, const std::vector<Dealer> &dealers)
 {
-    BulkInsert rows = into(database, "tPSCompanyMaster", "CM_PK CM_Name CM_RegNum CM_Tel CM_Address CM_EtcMemo CM_IsValid");
+    BulkInsert rows =
+        into(database, "tPSCompanyMaster", "CM_PK CM_Name CM_RegNum CM_Tel CM_Address CM_EtcMemo CM_IsValid");
     int key = 0;
     for (const Dealer &dealer : dealers)
-        rows.add({++key, dealer.name, dealer.registration, dealer.phone, dealer.address, dealer.memo, int(dealer.trading)});
+        rows.add(
+            {++key, dealer.name, dealer.registration, dealer.phone, dealer.address, dealer.memo, int(dealer.trading)});
     rows.finish();
 }
 
 void writePatients(const QSqlDatabase &database, const std::vector<Patient> &patients)
 {
-    BulkInsert rows = into(database, "Customer",
-                           "Customer_PK name sn ssn1 ssn2 Insu_Type Insu_Symbol Insu_No sex birth zipcode address phone cell vip");
+    BulkInsert rows =
+        into(database, "Customer",
+             "Customer_PK name sn ssn1 ssn2 Insu_Type Insu_Symbol Insu_No sex birth zipcode address phone cell vip");
     int key = 0;
     for (const Patient &patient : patients) {
         const int century = patient.birth.year() < 2000 ? 0 : 2;
         const QString hiddenNumber = QStringLiteral("%1******").arg(century + (patient.male ? 1 : 2));
-        rows.add({++key, patient.name, patient.chartNumber, patient.birth.toString(QStringLiteral("yyMMdd")), hiddenNumber,
-                  patient.insuranceType, patient.insuranceSymbol, patient.insuranceNumber, int(patient.male),
-                  dateText(patient.birth), patient.zipCode, patient.address, patient.phone, patient.cell, patient.vip});
+        rows.add({++key, patient.name, patient.chartNumber, patient.birth.toString(QStringLiteral("yyMMdd")),
+                  hiddenNumber, patient.insuranceType, patient.insuranceSymbol, patient.insuranceNumber,
+                  int(patient.male), dateText(patient.birth), patient.zipCode, patient.address, patient.phone,
+                  patient.cell, patient.vip});
     }
     rows.finish();
 }
@@ -105,7 +112,8 @@ void writePatients(const QSqlDatabase &database, const std::vector<Patient> &pat
 void writeReceipts(const QSqlDatabase &database, const Plan &plan)
 {
     constexpr int firstKey = 10'000'001;
-    BulkInsert rows = into(database, "Receipt", "Receipt_PK Customer_PK TxDate Bonin_Money Cheonggu_Money General_Money");
+    BulkInsert rows =
+        into(database, "Receipt", "Receipt_PK Customer_PK TxDate Bonin_Money Cheonggu_Money General_Money");
     Random random(77);
     const int days = int(plan.first.daysTo(plan.last));
     for (int number = 0; number < plan.patients * 3; ++number) {
@@ -146,9 +154,10 @@ public:
     OrderWriter(const QSqlDatabase &database, const std::vector<Product> &goods, const std::vector<Patient> &patients)
         : goods_(goods)
         , patients_(patients)
-        , orders_(into(database, "tPSOrderMaster",
-                       "OrdM_PK Cust_PK OrdM_Date OrdM_Gubun OrdM_Address OrdM_Tel OrdM_Cel OrdM_TakbaeMemo OrdM_TaxTotal "
-                       "OrdM_TaxFreeTotal OrdM_HalinTotal OrdM_Total OrdM_Misugum OrdM_ETCMemo"))
+        , orders_(
+              into(database, "tPSOrderMaster",
+                   "OrdM_PK Cust_PK OrdM_Date OrdM_Gubun OrdM_Address OrdM_Tel OrdM_Cel OrdM_TakbaeMemo OrdM_TaxTotal "
+                   "OrdM_TaxFreeTotal OrdM_HalinTotal OrdM_Total OrdM_Misugum OrdM_ETCMemo"))
         , lines_(into(database, "tPSOrderDetail",
                       "OrdM_PK PM_PK OrdD_UnitPrice OrdD_HalinUnit OrdD_Count OrdD_OrderType OrdD_RfndMemo"))
         , ledger_(into(database, "tPSTransaction",
@@ -163,9 +172,9 @@ public:
         ++key_;
         const Patient &patient = patients_[std::size_t(order.patient)];
         const OrderTotals totals = totalsOf(order, goods_);
-        orders_.add({key_, order.patient + 1, dateText(order.date), orNull(order.delivery), patient.address, patient.phone,
-                     patient.cell, order.courierMemo, totals.taxed, totals.taxFree, totals.discount, totals.total(),
-                     order.outstanding, order.memo});
+        orders_.add({key_, order.patient + 1, dateText(order.date), orNull(order.delivery), patient.address,
+                     patient.phone, patient.cell, order.courierMemo, totals.taxed, totals.taxFree, totals.discount,
+                     totals.total(), order.outstanding, order.memo});
         for (const Line &line : order.lines) {
             // Only a return writes here, so a line that never came back has no value.
             lines_.add({key_, line.product + 1, line.price, line.discount, line.count, orNull(line.kind),
@@ -173,7 +182,8 @@ public:
             sold_[std::size_t(line.product)] += line.count;
         }
         for (const LedgerRow &row : order.ledger)
-            ledger_.add({order.patient + 1, key_, dateText(row.date), row.operation, row.money, orNull(row.method), row.memo});
+            ledger_.add(
+                {order.patient + 1, key_, dateText(row.date), row.operation, row.money, orNull(row.method), row.memo});
     }
 
     void finish()

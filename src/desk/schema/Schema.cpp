@@ -103,7 +103,8 @@ QStringList probes()
         QStringList names;
         for (const ColumnPlan &column : table.columns)
             names << QString::fromLatin1(column.name);
-        statements << QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0").arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name));
+        statements << QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0")
+                          .arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name));
     }
     return statements;
 }
@@ -111,7 +112,8 @@ QStringList probes()
 bool hasSchema(ado::Connection &connection)
 {
     const QStringList statements = probes();
-    return std::ranges::all_of(statements, [&](const QString &probe) { return QSqlQuery(connection.database()).exec(probe); });
+    return std::ranges::all_of(statements,
+                               [&](const QString &probe) { return QSqlQuery(connection.database()).exec(probe); });
 }
 
 } // namespace schema

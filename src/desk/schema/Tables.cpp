@@ -283,8 +283,10 @@ $body$)sql"),
                        "$body$ SELECT value OPERATOR(pg_catalog.!~*) clinic_like.pattern_to_regex(pattern) $body$"),
         QStringLiteral("DROP OPERATOR IF EXISTS clinic_like.~~ (text, text)"),
         QStringLiteral("DROP OPERATOR IF EXISTS clinic_like.!~~ (text, text)"),
-        QStringLiteral("CREATE OPERATOR clinic_like.~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = clinic_like.matches)"),
-        QStringLiteral("CREATE OPERATOR clinic_like.!~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = clinic_like.differs)"),
+        QStringLiteral(
+            "CREATE OPERATOR clinic_like.~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = clinic_like.matches)"),
+        QStringLiteral(
+            "CREATE OPERATOR clinic_like.!~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = clinic_like.differs)"),
         // New tables still go to the first schema of the path.
         QStringLiteral("SET search_path TO public, clinic_like, pg_catalog"),
         QStringLiteral("DO $body$ BEGIN EXECUTE format('ALTER DATABASE %I SET search_path TO public, clinic_like, "
@@ -298,7 +300,8 @@ QStringList postgresPlannerStatements()
     // lines of two weeks, and compiling or sharing out such a statement takes longer than running it.
     QStringList statements;
     for (const char *setting : {"random_page_cost TO 1.1", "jit TO off", "max_parallel_workers_per_gather TO 0"})
-        statements << QStringLiteral("DO $body$ BEGIN EXECUTE format('ALTER DATABASE %I SET %1', current_database()); END $body$")
+        statements << QStringLiteral(
+                          "DO $body$ BEGIN EXECUTE format('ALTER DATABASE %I SET %1', current_database()); END $body$")
                           .replace(QStringLiteral("%1"), QLatin1String(setting));
     return statements;
 }

@@ -9,13 +9,13 @@ namespace schema {
 
 /// What a column holds, whatever the engine calls it.
 enum class Holds {
-    Key,         ///< 32-bit, given by the database
-    Long,   ///< 32-bit: the key of another row, or an amount in won
-    Integer,     ///< 16-bit
-    Flag,        ///< 0 or 1
-    Money,       ///< whole won on SQLite, four decimals elsewhere; negative in returns
-    Number,      ///< double precision
-    Date,        ///< "YYYY-MM-DD"
+    Key,     ///< 32-bit, given by the database
+    Long,    ///< 32-bit: the key of another row, or an amount in won
+    Integer, ///< 16-bit
+    Flag,    ///< 0 or 1
+    Money,   ///< whole won on SQLite, four decimals elsewhere; negative in returns
+    Number,  ///< double precision
+    Date,    ///< "YYYY-MM-DD"
     Text,
     MethodCode,  ///< two characters
     SettingName, ///< text that is the row's key

@@ -66,7 +66,8 @@ void Actor::say(const QString &sentence)
 void Actor::picture(const QString &name, QWidget *window)
 {
     settle();
-    const QString file = QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
+    const QString file =
+        QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
     if (!window->grab().save(file))
         throw Astray(QStringLiteral("cannot write %1").arg(file));
 }

@@ -31,11 +31,12 @@ void savePreview(Actor &actor, QWidget *sale, const QString &button, const QStri
     actor.inModalWindow([&] { actor.click(actor.control(sale, button)); },
                         [&](QWidget *preview) {
                             actor.picture(name + QStringLiteral("-preview"), preview);
-                            actor.inModalWindow([&] { actor.click(actor.control(preview, QStringLiteral("cmdSavePdf"))); },
-                                                [&](QWidget *dialog) {
-                                                    actor.control<QLineEdit>(dialog, QStringLiteral("fileNameEdit"))->setText(file);
-                                                    actor.press(dialog, Qt::Key_Return);
-                                                });
+                            actor.inModalWindow(
+                                [&] { actor.click(actor.control(preview, QStringLiteral("cmdSavePdf"))); },
+                                [&](QWidget *dialog) {
+                                    actor.control<QLineEdit>(dialog, QStringLiteral("fileNameEdit"))->setText(file);
+                                    actor.press(dialog, Qt::Key_Return);
+                                });
                             actor.press(preview, Qt::Key_Escape);
                         });
     mustExist(file);
@@ -47,7 +48,8 @@ void printRoll(Actor &actor, QWidget *sale, const QString &name)
 {
     const QString file = freshFile(actor, name + QStringLiteral(".pdf"));
     // A printer of this name is a file.
-    registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"), QStringLiteral("영수증프린터디바이스"), file);
+    registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"),
+                          QStringLiteral("영수증프린터디바이스"), file);
     actor.click(actor.control(sale, QStringLiteral("chkCmdPrintReceiptRollPrinter")));
     mustExist(file);
     actor.say(QStringLiteral("롤 프린터 영수증을 %1.pdf로 출력했습니다.").arg(name));

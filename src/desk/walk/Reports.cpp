@@ -44,7 +44,8 @@ void lookAt(Actor &actor, QWidget *sale, const QString &caption, int number)
         actor.click(wholeYear);
         waitUntilRead(report);
     }
-    actor.say(QStringLiteral("'%1'를 봅니다. %2").arg(caption, actor.control<QLabel>(report, QStringLiteral("lblState"))->text()));
+    actor.say(QStringLiteral("'%1'를 봅니다. %2")
+                  .arg(caption, actor.control<QLabel>(report, QStringLiteral("lblState"))->text()));
     actor.picture(QStringLiteral("report-%1").arg(number), sale);
 }
 
@@ -52,8 +53,9 @@ void lookAt(Actor &actor, QWidget *sale, const QString &caption, int number)
 
 void needReports()
 {
-    for (const char *programId : {"VantoSalesPeriod.clsVantoSalesPeriod", "VantoSalesItem.clsVantoSalesItem",
-                                  "VantoPayPeriod.clsVantoPayPeriod", "VantoOneDay.clsVantoOneDay", "VantoStock.clsVantoStock"})
+    for (const char *programId :
+         {"VantoSalesPeriod.clsVantoSalesPeriod", "VantoSalesItem.clsVantoSalesItem",
+          "VantoPayPeriod.clsVantoPayPeriod", "VantoOneDay.clsVantoOneDay", "VantoStock.clsVantoStock"})
         automation::createObject(QLatin1String(programId));
 }
 

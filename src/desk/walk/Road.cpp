@@ -83,15 +83,18 @@ void sellInWindow(Actor &actor, QWidget *sale)
 
     actor.clickRow(orders, 0);
     chooseProduct(actor, sale, 5, QStringLiteral("1"));
-    actor.typeInto(actor.control(sale, QStringLiteral("txtSaleProductLists_%1").arg(DiscountField)), QStringLiteral("500"));
+    actor.typeInto(actor.control(sale, QStringLiteral("txtSaleProductLists_%1").arg(DiscountField)),
+                   QStringLiteral("500"));
     addLine(actor, sale, false);
     actor.clickRow(orders, 0);
-    actor.say(QStringLiteral("두 번째 줄을 더했습니다. 거래 총액 %1").arg(shown(actor, sale, QStringLiteral("txtOrderMaster_9"))));
+    actor.say(QStringLiteral("두 번째 줄을 더했습니다. 거래 총액 %1")
+                  .arg(shown(actor, sale, QStringLiteral("txtOrderMaster_9"))));
     actor.picture(QStringLiteral("order-with-lines"), sale);
 
     takeMoney(actor, sale);
     actor.picture(QStringLiteral("money-taken"), sale);
-    actor.say(QStringLiteral("수납이 기록되었습니다. 미수금 %1").arg(shown(actor, sale, QStringLiteral("txtOrderMaster_7"))));
+    actor.say(
+        QStringLiteral("수납이 기록되었습니다. 미수금 %1").arg(shown(actor, sale, QStringLiteral("txtOrderMaster_7"))));
 
     printReceipts(actor, sale);
     settleLater(actor, sale);

@@ -31,7 +31,8 @@ void fillIn(Actor &actor, QWidget *sale, std::initializer_list<Entry> entries)
 void addDealer(Actor &actor, QWidget *sale)
 {
     click(actor, sale, "chkcmdCmpnyMstrAED_0");
-    fillIn(actor, sale, {{"txtCmCompanyName", "가온약초"}, {"txtCmTel", "02-555-0100"}, {"txtCmRegNum", "105-81-00001"}});
+    fillIn(actor, sale,
+           {{"txtCmCompanyName", "가온약초"}, {"txtCmTel", "02-555-0100"}, {"txtCmRegNum", "105-81-00001"}});
     actor.picture(QStringLiteral("dealer-typed"), sale);
     click(actor, sale, "chkcmdCmpnyMstrSave_0");
     actor.say(QStringLiteral("거래처 '가온약초'를 올렸습니다."));
@@ -40,11 +41,13 @@ void addDealer(Actor &actor, QWidget *sale)
 void addProduct(Actor &actor, QWidget *sale)
 {
     click(actor, sale, "chkCmdProdSaleAddEdiDel_0");
-    fillIn(actor, sale, {{"txtProSaleInfo_0", "가공차"}, {"txtProSaleInfo_1", "감초생강차"}, {"txtProSaleInfo_2", "12000"}});
+    fillIn(actor, sale,
+           {{"txtProSaleInfo_0", "가공차"}, {"txtProSaleInfo_1", "감초생강차"}, {"txtProSaleInfo_2", "12000"}});
     actor.picture(QStringLiteral("product-typed"), sale);
     click(actor, sale, "chkCmdSaveProduct_0");
     actor.say(QStringLiteral("물품 '감초생강차'를 12,000원에 올렸습니다."));
-    actor.clickCell(actor.control<QTableView>(sale, QStringLiteral("tdbSaleProductListsManager")), QStringLiteral("감초생강차"));
+    actor.clickCell(actor.control<QTableView>(sale, QStringLiteral("tdbSaleProductListsManager")),
+                    QStringLiteral("감초생강차"));
 }
 
 /// Asks for the stock and shows it; the units that are left must be as told.
@@ -120,7 +123,8 @@ void fillInShopData(Actor &actor, QWidget *sale)
 void sellFirst(Actor &actor, QWidget *sale)
 {
     goTo(actor, sale, SaleTab);
-    actor.clickCell(actor.control<QTableView>(sale, QStringLiteral("tdbSaleProductLists")), QStringLiteral("감초생강차"));
+    actor.clickCell(actor.control<QTableView>(sale, QStringLiteral("tdbSaleProductLists")),
+                    QStringLiteral("감초생강차"));
     fillIn(actor, sale, {{"txtSaleProductLists_5", "3"}});
     click(actor, sale, "cmdCSAppendDetail");
     actor.clickRow(actor.control<QTableView>(sale, QStringLiteral("tdbCustSaleMaster")), 0);

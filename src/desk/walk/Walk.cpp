@@ -1,11 +1,11 @@
 #include "desk/walk/Walk.h"
 
-#include "desk/window/DeskWindow.h"
 #include "desk/sample/Clinic.h"
 #include "desk/walk/Actor.h"
 #include "desk/walk/Reports.h"
 #include "desk/walk/Road.h"
 #include "desk/walk/Shop.h"
+#include "desk/window/DeskWindow.h"
 #include "platform/registry/AppSettings.h"
 #include "platform/runtime/ProgramFolder.h"
 
@@ -59,12 +59,14 @@ void atDesk(Actor &actor, const ado::ConnectionPtr &connection, void (*work)(Act
 
 void walkBothShops(Actor &actor)
 {
-    atDesk(actor, ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("walk.db"), sample::Size::Small)), sellInWindow);
+    atDesk(actor, ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("walk.db"), sample::Size::Small)),
+           sellInWindow);
 
     actor.say(QStringLiteral("빈 매점을 처음부터 차립니다."));
     const ado::ConnectionPtr empty =
         ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("new-shop.db"), sample::Size::Empty));
-    empty->Execute(QStringLiteral("INSERT INTO Customer (Customer_PK, name, sn) VALUES (1, '서문하늘', '%1')").arg(ChartNumber));
+    empty->Execute(
+        QStringLiteral("INSERT INTO Customer (Customer_PK, name, sn) VALUES (1, '서문하늘', '%1')").arg(ChartNumber));
     atDesk(actor, empty, openShopInWindow);
 }
 
@@ -86,7 +88,8 @@ int walkTheRoad(const QString &folder)
         actor.say(QStringLiteral("끝났습니다. 그림과 walk.db는 %1에 있습니다.").arg(QDir(folder).absolutePath()));
         return 0;
     } catch (const Astray &error) {
-        QTextStream(stderr) << QStringLiteral("desk: 판매 과정을 끝까지 가지 못했습니다: ") << QString::fromUtf8(error.what()) << Qt::endl;
+        QTextStream(stderr) << QStringLiteral("desk: 판매 과정을 끝까지 가지 못했습니다: ")
+                            << QString::fromUtf8(error.what()) << Qt::endl;
         return 1;
     }
 }

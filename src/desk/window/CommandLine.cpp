@@ -51,7 +51,9 @@ void checkTogether(const Options &options)
         && (!options.database.isEmpty() || !task.isEmpty() || options.patient || options.manage || options.untilShown))
         throw WrongUse(QStringLiteral("--walk는 자신의 데이터베이스로만 하므로 다른 옵션과 함께 쓸 수 없습니다."));
     if (!task.isEmpty() && (options.patient || options.manage || options.untilShown))
-        throw WrongUse(QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage, --until-shown과 함께 쓸 수 없습니다.").arg(task));
+        throw WrongUse(
+            QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage, --until-shown과 함께 쓸 수 없습니다.")
+                .arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
 }
@@ -68,7 +70,8 @@ Options readCommandLine(const QStringList &arguments)
             throw WrongUse(QStringLiteral("같은 옵션이 두 번 있습니다: %1").arg(option));
         seen << option;
         const auto value = [&] {
-            if (at + 1 == arguments.size() || arguments[at + 1].isEmpty() || arguments[at + 1].startsWith(QLatin1String("--")))
+            if (at + 1 == arguments.size() || arguments[at + 1].isEmpty()
+                || arguments[at + 1].startsWith(QLatin1String("--")))
                 throw WrongUse(QStringLiteral("옵션에 값이 없습니다: %1").arg(option));
             return arguments[++at];
         };

@@ -19,8 +19,8 @@ struct Options
     bool manage = false;
     QString walkFolder; ///< empty unless a walk was asked for
     bool check = false;
-    QString backupFile;  ///< to write; empty unless asked for
-    QString restoreFile; ///< to read; empty unless asked for
+    QString backupFile;      ///< to write; empty unless asked for
+    QString restoreFile;     ///< to read; empty unless asked for
     bool untilShown = false; ///< ends when the first window is painted
     bool help = false;
     bool version = false;

@@ -57,8 +57,16 @@ void SaleComponent::show(const QString &entry, const Patient &patient)
 {
     if (!object_)
         object_ = automation::createObject(ProgramId);
-    QVariantList arguments{QVariant::fromValue(connection_), patient.key,     patient.name,    patient.chartNumber, patient.male,
-                           patient.birth,                    patient.zipCode, patient.address, patient.phone,       patient.cell,
+    QVariantList arguments{QVariant::fromValue(connection_),
+                           patient.key,
+                           patient.name,
+                           patient.chartNumber,
+                           patient.male,
+                           patient.birth,
+                           patient.zipCode,
+                           patient.address,
+                           patient.phone,
+                           patient.cell,
                            patient.vip};
     automation::call(*object_, entry, arguments);
 }

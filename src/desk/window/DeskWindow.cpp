@@ -53,7 +53,8 @@ QString clinicName(ado::Connection &connection)
 QString describe(const Patient &patient)
 {
     QStringList parts{QStringLiteral("챠트번호 ") + patient.chartNumber,
-                      runtime::dateText(patient.birth) + (patient.male ? QStringLiteral(" 남") : QStringLiteral(" 여"))};
+                      runtime::dateText(patient.birth)
+                          + (patient.male ? QStringLiteral(" 남") : QStringLiteral(" 여"))};
     for (const QString &part : {patient.cell, patient.phone, patient.address}) {
         if (!part.isEmpty())
             parts << part;

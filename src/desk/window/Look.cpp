@@ -25,10 +25,12 @@ void dressUp(QApplication &application)
     controls::installKoreanFonts();
     QApplication::setFont(controls::deskFont());
     if (!controls::showsWonSign(QApplication::font()))
-        QTextStream(stderr) << QStringLiteral("desk: 원화 기호를 그리는 한글 글꼴이 없어 금액 앞에 빗금이 보입니다 (fonts-nanum).\n");
+        QTextStream(stderr) << QStringLiteral(
+            "desk: 원화 기호를 그리는 한글 글꼴이 없어 금액 앞에 빗금이 보입니다 (fonts-nanum).\n");
 
     auto *translator = new QTranslator(&application);
-    if (translator->load(korean, QStringLiteral("qtbase"), QStringLiteral("_"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (translator->load(korean, QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);
 }
 

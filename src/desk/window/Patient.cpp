@@ -13,12 +13,14 @@ std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, 
     auto rows = std::make_unique<ado::Recordset>();
     try {
         // The order is the recordset's own, so that a patient stands at the same place on all servers.
-        rows->Open(QStringLiteral("SELECT Customer_PK, name, sn, sex, birth, zipcode, address, phone, cell, vip FROM Customer%1 "
-                                  "ORDER BY name, sn, Customer_PK")
+        rows->Open(QStringLiteral(
+                       "SELECT Customer_PK, name, sn, sex, birth, zipcode, address, phone, cell, vip FROM Customer%1 "
+                       "ORDER BY name, sn, Customer_PK")
                        .arg(condition),
                    connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     } catch (const runtime::RuntimeError &error) {
-        throw runtime::RuntimeError(error.number(), QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
+        throw runtime::RuntimeError(error.number(),
+                                    QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
     }
     return rows;
 }

@@ -26,8 +26,8 @@ public:
     Q_INVOKABLE QString UpdateTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator,
                                              qint32 lngMoney, qint32 lngOrderMasterPK, qint32 lngTpstrans_PK) const;
     /// The same, but the operator stays as stored too, even NULL.
-    static QString updateButOperatorSQL(qint32 Customer_PK, const QDate &TxDate, qint32 lngMoney, qint32 lngOrderMasterPK,
-                                        qint32 lngTpstrans_PK);
+    static QString updateButOperatorSQL(qint32 Customer_PK, const QDate &TxDate, qint32 lngMoney,
+                                        qint32 lngOrderMasterPK, qint32 lngTpstrans_PK);
     /// All products, or without the hidden ones.
     Q_INVOKABLE QString getProductMasterSQL(bool bShowAll = true) const;
     /// Its first row is the customer's first order of that date.

@@ -50,7 +50,8 @@ QString clsSQL::UpdateTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qi
 QString clsSQL::updateButOperatorSQL(qint32 Customer_PK, const QDate &TxDate, qint32 lngMoney, qint32 lngOrderMasterPK,
                                      qint32 lngTpstrans_PK)
 {
-    return updateTransaction(Customer_PK, TxDate, QStringLiteral("tpstrans_Operator"), lngMoney, lngOrderMasterPK, lngTpstrans_PK);
+    return updateTransaction(Customer_PK, TxDate, QStringLiteral("tpstrans_Operator"), lngMoney, lngOrderMasterPK,
+                             lngTpstrans_PK);
 }
 
 QString clsSQL::InsertPSTransaction(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator, qint32 lngMoney,

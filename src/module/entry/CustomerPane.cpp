@@ -19,8 +19,9 @@ struct CustomerField
 
 // Two rows; the address takes what the short fields leave.
 constexpr CustomerField customerFields[] = {
-    {u"고객성함 :", 0, 0, 1}, {u"챠트번호 :", 0, 2, 1}, {u"생일 :", 0, 4, 1},     {u"성별 :", 0, 6, 1},    {u"우편번호 :", 1, 0, 1},
-    {u"주소 :", 1, 2, 3},     {u"전화번호 :", 1, 6, 1}, {u"핸드폰 :", 1, 8, 1}, {u"VIP :", 0, 8, 1},
+    {u"고객성함 :", 0, 0, 1}, {u"챠트번호 :", 0, 2, 1}, {u"생일 :", 0, 4, 1},
+    {u"성별 :", 0, 6, 1},     {u"우편번호 :", 1, 0, 1}, {u"주소 :", 1, 2, 3},
+    {u"전화번호 :", 1, 6, 1}, {u"핸드폰 :", 1, 8, 1},   {u"VIP :", 0, 8, 1},
 };
 
 constexpr int columnStretch[] = {0, 3, 0, 3, 0, 3, 0, 3, 0, 3};

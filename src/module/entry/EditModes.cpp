@@ -44,8 +44,8 @@ void EditModes::addGroup(const ControlGroup &group, bool open)
 
 const EditModeTable *EditModes::find(const QString &code) const
 {
-    const auto found = std::find_if(tables_.begin(), tables_.end(),
-                                    [&](const EditModeTable &table) { return table.code == code; });
+    const auto found =
+        std::find_if(tables_.begin(), tables_.end(), [&](const EditModeTable &table) { return table.code == code; });
     return found == tables_.end() ? nullptr : &*found;
 }
 

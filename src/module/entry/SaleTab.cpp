@@ -30,7 +30,8 @@ QWidget *stack(std::initializer_list<QWidget *> widgets)
 
 } // namespace
 
-SaleTab::SaleTab(QWidget *customer, QWidget *productList, QWidget *entry, const std::array<Row, 3> &rows, QWidget *parent)
+SaleTab::SaleTab(QWidget *customer, QWidget *productList, QWidget *entry, const std::array<Row, 3> &rows,
+                 QWidget *parent)
     : QWidget(parent)
     , columns_(makeSplitter(Qt::Horizontal))
     , lists_(makeSplitter(Qt::Vertical))

@@ -88,7 +88,7 @@ bool clsZelvoProductSale::resyncFromProductServer(const QString &callSign)
 {
     automation::ObjectPtr server; // a fresh object, not the one that was asked
     return openProductServer(callSign, server)
-        && runtime::isTrue(automation::call(*server, QStringLiteral("ResyncFromServer")));
+           && runtime::isTrue(automation::call(*server, QStringLiteral("ResyncFromServer")));
 }
 
 bool clsZelvoProductSale::settleProductServer(const ado::ConnectionPtr &cnnMasterDB)

@@ -1,5 +1,5 @@
-#include "entry/clsZelvoProductSale.h"
 #include "data/clsSQL.h"
+#include "entry/clsZelvoProductSale.h"
 #include "forms/clsMyFunctions.h"
 #include "money/clsOperationMoney.h"
 #include "platform/automation/ClassServer.h"

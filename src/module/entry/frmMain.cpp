@@ -2,7 +2,6 @@
 
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
-#include "statistics/StatisticsPane.h"
 #include "forms/clsMyFunctions.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
@@ -25,6 +24,7 @@
 #include "session/modGlobalVars.h"
 #include "settings/GridLayouts.h"
 #include "settings/PropertiesPane.h"
+#include "statistics/StatisticsPane.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -70,7 +70,7 @@ frmMain::frmMain()
     setWindowTitle(QStringLiteral("물품판매관리"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
-    qRemovePostRoutine(leaveWithProgram); // one window after another: it runs once
+    qRemovePostRoutine(leaveWithProgram);    // one window after another: it runs once
     qAddPostRoutine(leaveWithProgram);
     controls::installKoreanFonts();
     setFont(controls::deskFont());
@@ -154,12 +154,15 @@ void frmMain::connectPanes()
         ledgerPane_->clear();
     });
     connect(detailPane_, &DetailPane::receiptAsked, ledgerPane_, &LedgerPane::pressAutomateReceipt);
-    connect(receiptFlow_, &ReceiptFlow::orderGridMustRefresh, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Refresh);
-    connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(), &controls::RecordsetGrid::Rebind);
+    connect(receiptFlow_, &ReceiptFlow::orderGridMustRefresh, orderPane_->tdbCustSaleMaster(),
+            &controls::RecordsetGrid::Refresh);
+    connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(),
+            &controls::RecordsetGrid::Rebind);
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
     connect(&session_, &SaleSession::changedElsewhere, this, [this] { readAnew(); });
 
-    onEvent(orderPane_, &OrderPane::orderReceiptAsked, this, [this] { PageReceipts(session_, this).printOrderReceipt(); });
+    onEvent(orderPane_, &OrderPane::orderReceiptAsked, this,
+            [this] { PageReceipts(session_, this).printOrderReceipt(); });
     onEvent(orderPane_, &OrderPane::periodReceiptAsked, this, [this](const QDate &dtStart, const QDate &dtEnd) {
         PageReceipts(session_, this).printPeriodReceipt(dtStart, dtEnd);
     });
@@ -185,15 +188,15 @@ void frmMain::fillEditModes()
 {
     editModes_.addContainers({saleListPane_->c1elaList(), orderPane_->c1elaList(), detailPane_->c1elaList(),
                               ledgerPane_->c1elaList(), entryPane_->c1elaProductInfo(), orderPane_->c1elaCustSaleInfo(),
-                              detailPane_->c1elaSaleDetailMemo(), ledgerPane_->c1elaTransInfo(), orderPane_->elTranMnu(),
-                              ledgerPane_->elTranMnu()});
+                              detailPane_->c1elaSaleDetailMemo(), ledgerPane_->c1elaTransInfo(),
+                              orderPane_->elTranMnu(), ledgerPane_->elTranMnu()});
     editModes_.addContainers(productPane_->containers());
     editModes_.addContainers(incomingPane_->containers());
     editModes_.addContainers(dealerPane_->containers());
 
-    for (const EditModeTable &table : {orderPane_->editMode(), ledgerPane_->editMode(), productPane_->editMode(),
-                                       incomingPane_->editMode(), dealerPane_->editMode(), entryPane_->colors(),
-                                       detailPane_->colors()})
+    for (const EditModeTable &table :
+         {orderPane_->editMode(), ledgerPane_->editMode(), productPane_->editMode(), incomingPane_->editMode(),
+          dealerPane_->editMode(), entryPane_->colors(), detailPane_->colors()})
         editModes_.addTable(table);
     editModes_.addGroup(customerPane_->colCustDetail(), false);
     editModes_.addGroup(entryPane_->colProductInfo(), false);
@@ -233,7 +236,8 @@ void frmMain::leaveEditMode(const QString &code)
 {
     editModes_.leaveEditMode(code);
     // Quirk (docs/architecture.md): after any edit these two stay locked until the window is opened anew.
-    clsMyFunctions().setCollection2Locked({entryPane_->txtSaleProductLists(4), entryPane_->txtSaleProductLists(6)}, true);
+    clsMyFunctions().setCollection2Locked({entryPane_->txtSaleProductLists(4), entryPane_->txtSaleProductLists(6)},
+                                          true);
 }
 
 void frmMain::paintEntryColors()

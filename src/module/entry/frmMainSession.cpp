@@ -2,7 +2,6 @@
 
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
-#include "statistics/StatisticsPane.h"
 #include "money/LedgerPane.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -20,6 +19,7 @@
 #include "settings/PropertiesPane.h"
 #include "settings/clsFormPosition.h"
 #include "settings/modFormLocate.h"
+#include "statistics/StatisticsPane.h"
 
 #include <QHash>
 #include <QPointer>
@@ -125,8 +125,9 @@ void frmMain::tellAbandonedEdit(const QString &code, const QString &customer)
     QString what = edited.value(code);
     if (code.startsWith(u'0')) // a customer's own
         what += QStringLiteral(" (%1)").arg(customer);
-    const QString text = QStringLiteral("새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
-                                        "필요하면 다시 수정하십시오: ")
+    const QString text =
+        QStringLiteral("새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
+                       "필요하면 다시 수정하십시오: ")
         + what;
     whenFree([text, self = QPointer<frmMain>(this)] {
         controls::MsgBox(text, controls::InformationIcon, QStringLiteral("수정 취소"), self);

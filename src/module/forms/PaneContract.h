@@ -20,14 +20,14 @@ struct EntryColor
 /// One edit mode as a pane hands it to the window.
 struct EditModeTable
 {
-    QString code;                  ///< "00", "02", "10", "11" or "12"
-    QList<QWidget *> containers;   ///< enabled again after all panes have been disabled
-    ControlGroup group;            ///< opened, and locked again at the end
-    QList<QWidget *> commands;     ///< hidden while in edit
-    QList<QWidget *> saveButtons;  ///< shown while in edit
-    QList<EntryColor> editColors;  ///< painted on entering
+    QString code;                   ///< "00", "02", "10", "11" or "12"
+    QList<QWidget *> containers;    ///< enabled again after all panes have been disabled
+    ControlGroup group;             ///< opened, and locked again at the end
+    QList<QWidget *> commands;      ///< hidden while in edit
+    QList<QWidget *> saveButtons;   ///< shown while in edit
+    QList<EntryColor> editColors;   ///< painted on entering
     QList<QWidget *> entryControls; ///< all controls that take the two paint sets
-    QList<EntryColor> entryColors; ///< painted by paintEntryColors
+    QList<EntryColor> entryColors;  ///< painted by paintEntryColors
 };
 
 /// What a pane may ask of the window that holds it.

@@ -14,7 +14,7 @@ struct LedgerEntry
     qint16 intOperator = 0;
     QVariant method; ///< NULL when none is chosen
     runtime::Currency money;
-    QString memo; ///< trimmed
+    QString memo;              ///< trimmed
     bool recalculates = false; ///< the outstanding money of the order is to follow
 };
 

@@ -58,11 +58,12 @@ void LedgerForm::makeControls()
         figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         controls::setBackColor(figure, controls::LockedColor);
     }
-    chkTransMisuMoneyRecalculate_
-        = named(new QCheckBox(QStringLiteral("미수금 재계산"), this), QStringLiteral("chkTransMisuMoneyRecalculate"));
-    chkTranMisuRecord_ = named(new QCheckBox(QStringLiteral("잔액 미수금에 기록"), this), QStringLiteral("chkTranMisuRecord"));
-    chkCmdSaveTrans_
-        = makePushChecks(QStringLiteral("chkCmdSaveTrans"), {QStringLiteral("저장"), QStringLiteral("취소")}, this);
+    chkTransMisuMoneyRecalculate_ =
+        named(new QCheckBox(QStringLiteral("미수금 재계산"), this), QStringLiteral("chkTransMisuMoneyRecalculate"));
+    chkTranMisuRecord_ =
+        named(new QCheckBox(QStringLiteral("잔액 미수금에 기록"), this), QStringLiteral("chkTranMisuRecord"));
+    chkCmdSaveTrans_ =
+        makePushChecks(QStringLiteral("chkCmdSaveTrans"), {QStringLiteral("저장"), QStringLiteral("취소")}, this);
     for (controls::PushCheck *button : chkCmdSaveTrans_) {
         // The form does not jump when an edit begins.
         QSizePolicy policy = button->sizePolicy();
@@ -156,7 +157,7 @@ void LedgerForm::moneyTyped()
         return; // money paid out does not lessen what is left; the figure stands
     const clsNumberRelated numbers;
     const Currency left = runtime::CCur(numbers.GetPureNumber(txtTranTotalAmount_->text()))
-        - runtime::CCur(numbers.GetPureNumber(txtTransMoney_->text()));
+                          - runtime::CCur(numbers.GetPureNumber(txtTransMoney_->text()));
     txtTranLeftAmount_->setText(runtime::money(left));
 }
 

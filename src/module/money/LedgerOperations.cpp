@@ -48,9 +48,10 @@ void change(ado::Connection &connection, LedgerKey key, const Row &row)
 {
     const qint32 customer = row.customer.number();
     const qint32 order = row.order.number();
-    const QString statement = row.intOperator == NoOperator
-        ? clsSQL::updateButOperatorSQL(customer, row.date, row.lngMoney, order, key.number())
-        : clsSQL().UpdateTransactionSQL(customer, row.date, row.intOperator, row.lngMoney, order, key.number());
+    const QString statement =
+        row.intOperator == NoOperator
+            ? clsSQL::updateButOperatorSQL(customer, row.date, row.lngMoney, order, key.number())
+            : clsSQL().UpdateTransactionSQL(customer, row.date, row.intOperator, row.lngMoney, order, key.number());
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
     if (connection.Execute(statement) == 0)
         raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));

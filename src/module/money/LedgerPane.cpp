@@ -86,8 +86,9 @@ void LedgerPane::makeStrip()
     chkCmdAutomateReceipt_ = button(QStringLiteral("수납"), QStringLiteral("chkCmdAutomateReceipt"));
     chkCmdRunMisuMoneyManger_ = button(QStringLiteral("미수금관리"), QStringLiteral("chkCmdRunMisuMoneyManger"));
     chkCmdMnuCustTrans_ = button(QStringLiteral("메뉴▼"), QStringLiteral("chkCmdMnuCustTrans"));
-    chkcmdAddEditDelTran_ = makePushChecks(QStringLiteral("chkcmdAddEditDelTran"),
-                                           {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
+    chkcmdAddEditDelTran_ =
+        makePushChecks(QStringLiteral("chkcmdAddEditDelTran"),
+                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     PopMnuTran_ = named(new QMenu(elTranMnu_), QStringLiteral("PopMnuTran"));
     // Quirk (docs/architecture.md): its one entry does nothing; the strip above the orders prints the receipt.
     named(PopMnuTran_->addAction(QStringLiteral("영수증출력")), QStringLiteral("PopSubMnuRollReceipt"));
@@ -167,7 +168,8 @@ void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
         list_.load(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
         showRow();
-        MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"), c1elaList_);
+        MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"),
+               c1elaList_);
     }
 }
 
@@ -274,8 +276,8 @@ void LedgerPane::saveTrans(qint16 intTranEditMode)
         LedgerEntry entry;
         reading([&] { entry = c1elaTransInfo_->entry(); });
         const bool saved = !reading.failed()
-            && (intTranEditMode == 0 ? ledger::addEntry(session_, order, entry)
-                                     : ledger::changeEntry(session_, order, currentRow(), entry));
+                           && (intTranEditMode == 0 ? ledger::addEntry(session_, order, entry)
+                                                    : ledger::changeEntry(session_, order, currentRow(), entry));
         if (!saved)
             MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                    QStringLiteral("저장"), c1elaTransInfo_);

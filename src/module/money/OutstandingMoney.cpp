@@ -15,8 +15,8 @@ QString listSQL(qint16 intMode, qint32 lngCustPK)
     else if (intMode == OneCustomer)
         condition = QStringLiteral("WHERE Cust_PK=[CUSTPK] AND OrdM_Misugum <> 0 ");
     const QString text = QStringLiteral("SELECT Customer.sn, Customer.name, tPSOrderMaster.* FROM tPSOrderMaster ")
-        + QStringLiteral("INNER JOIN Customer  ON tPSOrderMaster.Cust_PK = Customer.Customer_PK ") + condition
-        + QStringLiteral("ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC");
+                         + QStringLiteral("INNER JOIN Customer  ON tPSOrderMaster.Cust_PK = Customer.Customer_PK ")
+                         + condition + QStringLiteral("ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC");
     return statement::fill(text, {{u"[CUSTPK]", statement::number(lngCustPK)}});
 }
 
@@ -24,7 +24,8 @@ void pay(ado::Connection &connection, const ledger::Row &row)
 {
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
     if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
-        throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
+        throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
+                                    QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
     ledger::append(connection, row);
     transaction.commit();
 }

@@ -38,9 +38,9 @@ std::optional<LedgerSums> ledgerSumsOf(OrderKey order)
     clsOperationMoney operations;
     operations.OPM_SetConnection(gcnnMasterDB);
     const bool read = operations.OPM_GetCutByTransaction(lngOrdMPK, sums.cut)
-        && operations.OPM_GetDiscountByTransaction(lngOrdMPK, sums.discount)
-        && operations.OPM_GetPayByTransaction(lngOrdMPK, sums.payment)
-        && operations.OPM_GetRefundByTransaction(gcnnMasterDB, lngOrdMPK, sums.refund);
+                      && operations.OPM_GetDiscountByTransaction(lngOrdMPK, sums.discount)
+                      && operations.OPM_GetPayByTransaction(lngOrdMPK, sums.payment)
+                      && operations.OPM_GetRefundByTransaction(gcnnMasterDB, lngOrdMPK, sums.refund);
     operations.OPM_DestroyConnection();
     return read ? std::optional(sums) : std::nullopt;
 }
@@ -116,12 +116,12 @@ void ReceiptFlow::openSimpleReceipt(const Order &order, LedgerKey edited)
     connect(insfrmSimpleReceipt.get(), &frmSimpleReceipt::ExecuteDB, this,
             [this, edited](qint32 lngCustPK, const QDate &date, qint16 intOperator, qint32 lngMoney, qint32 lngOrdMPK,
                            const QString &) {
-                insfrmSimpleReceipt_ExecuteDB(edited, {CustomerKey(lngCustPK), OrderKey(lngOrdMPK), date, intOperator,
-                                                       lngMoney, QString()});
+                insfrmSimpleReceipt_ExecuteDB(
+                    edited, {CustomerKey(lngCustPK), OrderKey(lngOrdMPK), date, intOperator, lngMoney, QString()});
             });
     insfrmSimpleReceipt->Operation(1, order.customer.number(), session_.customer.name, session_.customer.chartNumber,
-                                   order.date, order.lngTotal, order.key.number(), edited ? -1 : 0, QDate::currentDate(), 0,
-                                   QStringLiteral("0"), owner_);
+                                   order.date, order.lngTotal, order.key.number(), edited ? -1 : 0,
+                                   QDate::currentDate(), 0, QStringLiteral("0"), owner_);
 }
 
 /// Errors are shown here and the dialog closes all the same: saving again would write the rows twice.
@@ -216,7 +216,7 @@ void ReceiptFlow::writeFurtherOperation(const ledger::Row &row, bool bRecalc)
 void ReceiptFlow::tellConnectionFailure(const QString &title) const
 {
     const QString text = QStringLiteral("데이터베이스 접속에 문제가 생겼습니다.") + QLatin1Char('\r')
-        + QStringLiteral("프로그램을 종료하고 네트워크를 확인한 후") + QLatin1Char('\r')
-        + QStringLiteral("다시 시도해 보십시오.");
+                         + QStringLiteral("프로그램을 종료하고 네트워크를 확인한 후") + QLatin1Char('\r')
+                         + QStringLiteral("다시 시도해 보십시오.");
     MsgBox(text, InformationIcon, title, owner_);
 }

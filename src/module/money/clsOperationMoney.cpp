@@ -69,8 +69,8 @@ struct Asked
 QString sumStatement(LedgerSum which, const Asked &asked)
 {
     const QString receipt = statement::number(asked.receipt);
-    return statement::fill(QStringLiteral("SELECT SUM(tpstrans_Money) AS Result FROM tPSTransaction ") +
-                               QString::fromUtf16(conditions[std::size_t(which)]),
+    return statement::fill(QStringLiteral("SELECT SUM(tpstrans_Money) AS Result FROM tPSTransaction ")
+                               + QString::fromUtf16(conditions[std::size_t(which)]),
                            {{u"[ORDERMPK]", receipt},
                             {u"[ORDERMASTERPK]", receipt},
                             {u"[ORDMPK]", receipt},

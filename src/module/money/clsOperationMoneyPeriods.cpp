@@ -151,13 +151,13 @@ qint16 clsOperationMoney::OPM_MakeTransactionForSunapRefund(const ConnectionPtr 
                                         "WHERE (tPSTransaction.tpstrans_Operator=3 "
                                         "OR tPSTransaction.tpstrans_Operator= 4) "
                                         "AND (tPSTransaction.tpstrans_Date BETWEEN '[TRANSSTART]' AND '[TRANSEND]') "
-                                        "AND (tPSTransaction.tpstrans_Money <> 0) ") +
-                         submitted +
-                         QStringLiteral("GROUP BY Customer.Customer_PK, tPSTransaction.tpstrans_Date, "
-                                        "tPSTransaction.tpstrans_Operator, "
-                                        "Customer.name, Customer.ssn1, Customer.ssn2, Customer.Insu_Type, "
-                                        "Customer.Insu_Symbol, Customer.Insu_No "
-                                        "ORDER BY tPSTransaction.tpstrans_Date, Customer.name");
+                                        "AND (tPSTransaction.tpstrans_Money <> 0) ")
+                         + submitted
+                         + QStringLiteral("GROUP BY Customer.Customer_PK, tPSTransaction.tpstrans_Date, "
+                                          "tPSTransaction.tpstrans_Operator, "
+                                          "Customer.name, Customer.ssn1, Customer.ssn2, Customer.Insu_Type, "
+                                          "Customer.Insu_Symbol, Customer.Insu_No "
+                                          "ORDER BY tPSTransaction.tpstrans_Date, Customer.name");
     const QString filled =
         statement::fill(text, {{u"[TRANSSTART]", statement::date(dStart)}, {u"[TRANSEND]", statement::date(dLast)}});
     return reopened(rsTarget, filled, cnCon, ado::CursorType::Keyset, ado::LockType::Optimistic) ? 0 : -1;

@@ -52,9 +52,8 @@ void frmMisuMoneyManager::connectControls()
 {
     using controls::onEvent;
     using controls::RecordsetGrid;
-    onEvent(dgReceiptView_, &RecordsetGrid::headClick, this, [this](int column) {
-        sortBy(column, QApplication::keyboardModifiers().testFlag(Qt::ControlModifier));
-    });
+    onEvent(dgReceiptView_, &RecordsetGrid::headClick, this,
+            [this](int column) { sortBy(column, QApplication::keyboardModifiers().testFlag(Qt::ControlModifier)); });
     onEvent(dgReceiptView_, &RecordsetGrid::rowDoubleClicked, this, [this] { cmdMisuMoneyPay_->setValue(1); });
     onEvent(dgReceiptView_, &RecordsetGrid::rowChange, this, [this] {
         if (rsReceiptView_ && rsReceiptView_->hasCurrent())
@@ -115,8 +114,8 @@ void frmMisuMoneyManager::computeTotals()
     const int first = rsReceiptView_->hasCurrent() ? rsReceiptView_->currentRow() : rows;
     qint32 total = 0;
     for (int row = first; row < rows; ++row)
-        total = runtime::CLng(QVariant::fromValue(Currency::fromWon(total)
-                                                  + runtime::CCur(rsReceiptView_->valueAt(row, field))));
+        total = runtime::CLng(
+            QVariant::fromValue(Currency::fromWon(total) + runtime::CCur(rsReceiptView_->valueAt(row, field))));
     txtCount_->setText(countText(rows - first));
     txtTotal_->setText(countText(total));
     rsReceiptView_->moveTo(rows);
@@ -145,12 +144,9 @@ void frmMisuMoneyManager::sortBy(int column, bool asWell)
 frmMisuMoneyManager::Order frmMisuMoneyManager::currentOrder() const
 {
     const ado::Recordset &rows = *rsReceiptView_;
-    return {runtime::CLng(rows[QStringLiteral("OrdM_PK")]),
-            runtime::CLng(rows[QStringLiteral("Cust_PK")]),
-            runtime::text(rows[QStringLiteral("sn")]),
-            runtime::text(rows[QStringLiteral("name")]),
-            rows[QStringLiteral("OrdM_Date")].toDate(),
-            wholeWon(rows[QStringLiteral("OrdM_Misugum")]),
+    return {runtime::CLng(rows[QStringLiteral("OrdM_PK")]), runtime::CLng(rows[QStringLiteral("Cust_PK")]),
+            runtime::text(rows[QStringLiteral("sn")]),      runtime::text(rows[QStringLiteral("name")]),
+            rows[QStringLiteral("OrdM_Date")].toDate(),     wholeWon(rows[QStringLiteral("OrdM_Misugum")]),
             wholeWon(rows[QStringLiteral("OrdM_Total")])};
 }
 
@@ -184,7 +180,8 @@ bool frmMisuMoneyManager::readCurrentAgain()
     rsReceiptView_->Requery();
     dgReceiptView_->Rebind();
     computeTotals();
-    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다."), InformationIcon, payTitle, this);
+    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다."), InformationIcon,
+           payTitle, this);
     return false;
 }
 
@@ -207,15 +204,16 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
 {
     runtime::Attempt attempt;
     try {
-        outstanding::pay(*cnCon_, {CustomerKey(order.lngCustPK), OrderKey(order.lngOrdMPK), payment.date, ledger::Payment, payment.lngMoney,
-                                   payment.strMethod});
+        outstanding::pay(*cnCon_, {CustomerKey(order.lngCustPK), OrderKey(order.lngOrdMPK), payment.date,
+                                   ledger::Payment, payment.lngMoney, payment.strMethod});
     } catch (const runtime::RuntimeError &error) {
         // A server that is lost may have saved before it went.
         const bool lost = error.number() == runtime::ErrorNumber::ConnectionLost;
         if (lost)
             attempt([this] { showPaidOrder(); });
         MsgBox((lost ? QStringLiteral("수납이 기록되었는지 알 수 없습니다.\n원인: ")
-                     : QStringLiteral("수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: ")) + error.description(),
+                     : QStringLiteral("수납이 기록되지 않았으며 바뀐 내용이 없습니다.\n원인: "))
+                   + error.description(),
                InformationIcon, QStringLiteral("미수금 수납 기록 오류"), this);
         return;
     }

@@ -91,9 +91,10 @@ QLayout *frmMisuMoneyManager::layOutTotals()
 
 QLayout *frmMisuMoneyManager::layOutButtons()
 {
-    cmdMisuMoneyPay_ = named(new controls::PushCheck(QStringLiteral("미수금 수납"), this), QStringLiteral("cmdMisuMoneyPay"));
-    cmdMisuMoneySend2Excel_
-        = named(new QPushButton(QStringLiteral("미수금 목록 Excel로 보내기"), this), QStringLiteral("cmdMisuMoneySend2Excel"));
+    cmdMisuMoneyPay_ =
+        named(new controls::PushCheck(QStringLiteral("미수금 수납"), this), QStringLiteral("cmdMisuMoneyPay"));
+    cmdMisuMoneySend2Excel_ = named(new QPushButton(QStringLiteral("미수금 목록 Excel로 보내기"), this),
+                                    QStringLiteral("cmdMisuMoneySend2Excel"));
     cmdMisuMoneySend2Excel_->setEnabled(false); // quirk (docs/architecture.md): nothing to do
     cmdClose_ = named(new QPushButton(QStringLiteral("닫기(F12)"), this), QStringLiteral("cmdClose"));
     dialogForm::makeStrong(cmdMisuMoneyPay_);

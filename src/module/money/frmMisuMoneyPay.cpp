@@ -20,7 +20,8 @@ frmMisuMoneyPay::frmMisuMoneyPay(QWidget *owner)
     setKeys();
 }
 
-qint32 frmMisuMoneyPay::showSummary(const ado::ConnectionPtr &cnCon, const QDate &dtOrder, qint32 lngOrdMPK, qint32 lngTotal)
+qint32 frmMisuMoneyPay::showSummary(const ado::ConnectionPtr &cnCon, const QDate &dtOrder, qint32 lngOrdMPK,
+                                    qint32 lngTotal)
 {
     clsOperationMoney operations;
     qint32 lngCut = 0, lngDiscount = 0, lngPaid = 0, lngRefund = 0;

@@ -24,7 +24,10 @@ struct SummaryFigure
 };
 
 constexpr SummaryFigure summaryFigures[] = {
-    {ledger::Discount, u"Discount"}, {ledger::Cut, u"Cut"}, {ledger::Payment, u"Pay"}, {ledger::Refund, u"Refund"},
+    {ledger::Discount, u"Discount"},
+    {ledger::Cut, u"Cut"},
+    {ledger::Payment, u"Pay"},
+    {ledger::Refund, u"Refund"},
 };
 
 } // namespace
@@ -76,7 +79,8 @@ QGroupBox *frmMisuMoneyPay::makeEntry()
     auto *frame = named(new QGroupBox(QStringLiteral("미수 수납 내역"), this), QStringLiteral("fraOldSunap"));
     txtGeneralSunap_ = amountBox(QStringLiteral("txtGeneralSunap"), frame);
     mudMisuSunap_ = new MoneyUpDown(QStringLiteral("mudMisuSunap"), frame);
-    cboGeneralPayMethod_ = named(controls::withGuardedWheel(new QComboBox(frame)), QStringLiteral("cboGeneralPayMethod"));
+    cboGeneralPayMethod_ =
+        named(controls::withGuardedWheel(new QComboBox(frame)), QStringLiteral("cboGeneralPayMethod"));
     for (std::size_t index = ledger::firstOwedMethod; index < ledger::methods.size(); ++index)
         dialogForm::addMethod(cboGeneralPayMethod_, ledger::methods[index]);
 

@@ -30,11 +30,12 @@ frmSimpleReceipt::frmSimpleReceipt(QWidget *owner)
 
 void frmSimpleReceipt::fillLists()
 {
-    cboGeneralPercent_->addItems({QStringLiteral("0"), QStringLiteral("10"), QStringLiteral("20"), QStringLiteral("30")});
+    cboGeneralPercent_->addItems(
+        {QStringLiteral("0"), QStringLiteral("10"), QStringLiteral("20"), QStringLiteral("30")});
     cboGeneralPercent_->setCurrentIndex(0);
     txtGeneralHalInMoney_->setText(QStringLiteral("0"));
-    cboGeneralJeolsaGubun_->addItems({QStringLiteral("없음"), QStringLiteral("십원미만"), QStringLiteral("백원미만"),
-                                      QStringLiteral("천원미만")});
+    cboGeneralJeolsaGubun_->addItems(
+        {QStringLiteral("없음"), QStringLiteral("십원미만"), QStringLiteral("백원미만"), QStringLiteral("천원미만")});
     cboGeneralJeolsaGubun_->setCurrentIndex(BelowHundred);
 }
 
@@ -183,14 +184,13 @@ void frmSimpleReceipt::showMustReceipt()
 
 float frmSimpleReceipt::toBePaid() const
 {
-    return read(lblGeneral_->text())
-        - (read(txtGeneralHalInMoney_->text()) + read(txtGeneralJeolSaMoney_->text()));
+    return read(lblGeneral_->text()) - (read(txtGeneralHalInMoney_->text()) + read(txtGeneralJeolSaMoney_->text()));
 }
 
 void frmSimpleReceipt::showRemain()
 {
     const float taken = read(txtGeneralHalInMoney_->text()) + read(txtGeneralJeolSaMoney_->text())
-        + read(txtGeneralSuNapMoney_[Cash]->text()) + read(txtGeneralSuNapMoney_[Card]->text());
+                        + read(txtGeneralSuNapMoney_[Cash]->text()) + read(txtGeneralSuNapMoney_[Card]->text());
     lblGeneralRemain_->setText(grouped(read(lblGeneral_->text()) - taken));
 }
 
@@ -243,7 +243,8 @@ void frmSimpleReceipt::setAll(int index)
 
 void frmSimpleReceipt::save()
 {
-    const QPointer<frmSimpleReceipt> self(this); // whoever writes the amounts may open a box, under which the window goes
+    const QPointer<frmSimpleReceipt> self(
+        this); // whoever writes the amounts may open a box, under which the window goes
     if (bEditMode_)
         saveEdit();
     else
@@ -254,8 +255,8 @@ void frmSimpleReceipt::save()
 
 void frmSimpleReceipt::saveEdit()
 {
-    emit ExecuteDB(lngCustPK_, head_.dtpTodat->date(), dialogForm::chosenOperator(optOperator_), wholeMoney(txtMoney_->text()),
-                   lngOrdMPK_, head_.txtChartnum->text());
+    emit ExecuteDB(lngCustPK_, head_.dtpTodat->date(), dialogForm::chosenOperator(optOperator_),
+                   wholeMoney(txtMoney_->text()), lngOrdMPK_, head_.txtChartnum->text());
 }
 
 void frmSimpleReceipt::saveNew()
@@ -268,6 +269,6 @@ void frmSimpleReceipt::saveNew()
     else if (chkGeneralRemainToMisuMoney_->isChecked())
         outstanding = remain;
     emit AppendDBGeneral(lngCustPK_, head_.dtpTodat->date(), halin, read(txtGeneralJeolSaMoney_->text()),
-                         read(txtGeneralSuNapMoney_[Cash]->text()), read(txtGeneralSuNapMoney_[Card]->text()), outstanding,
-                         lngOrdMPK_, head_.txtChartnum->text());
+                         read(txtGeneralSuNapMoney_[Cash]->text()), read(txtGeneralSuNapMoney_[Card]->text()),
+                         outstanding, lngOrdMPK_, head_.txtChartnum->text());
 }

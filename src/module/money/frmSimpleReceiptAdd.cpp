@@ -98,7 +98,8 @@ QGroupBox *frmSimpleReceiptAdd::makeEntry()
     panel->setHorizontalSpacing(8);
     panel->setColumnStretch(1, 1);
     addFormRow(panel, 0, 0, QStringLiteral("결재방법"), cboPayMothod_);
-    chkAutoMisuMoney_ = named(new QCheckBox(QStringLiteral("미수금 재계산"), frame), QStringLiteral("chkAutoMisuMoney"));
+    chkAutoMisuMoney_ =
+        named(new QCheckBox(QStringLiteral("미수금 재계산"), frame), QStringLiteral("chkAutoMisuMoney"));
 
     auto *grid = new QGridLayout(frame);
     grid->setHorizontalSpacing(8);
@@ -141,10 +142,11 @@ bool frmSimpleReceiptAdd::propose(qint32 rest)
         return true;
     }
     const QString question = QStringLiteral("물품판매 수납이 완결된 상태입니다.") + QLatin1Char('\r')
-        + QStringLiteral("추가적으로 기록할 수납 등의 내용이 있습니까?");
+                             + QStringLiteral("추가적으로 기록할 수납 등의 내용이 있습니까?");
     constexpr int flags = controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault;
     const QPointer<frmSimpleReceiptAdd> self(this);
-    if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes || !self)
+    if (controls::MsgBox(question, flags, QStringLiteral("수납 내역 추가"), parentWidget()) != controls::Answer::Yes
+        || !self)
         return false;
     const bool discounts = optionOf(optOperator_, ledger::Discount)->isEnabled();
     optionOf(optOperator_, discounts ? ledger::Discount : ledger::Payment)->setChecked(true);

@@ -84,7 +84,8 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
     cboGeneralPercent_->setEditable(true);
     cboGeneralPercent_->setInsertPolicy(QComboBox::NoInsert);
     cboGeneralPercent_->setCompleter(nullptr);
-    chkGeneralHalinConfirm_ = named(new controls::PushCheck(QStringLiteral("적용")), QStringLiteral("chkGeneralHalinConfirm"));
+    chkGeneralHalinConfirm_ =
+        named(new controls::PushCheck(QStringLiteral("적용")), QStringLiteral("chkGeneralHalinConfirm"));
     txtGeneralHalInMoney_ = amountBox(QStringLiteral("txtGeneralHalInMoney"), fraNewSunap_);
     cboGeneralJeolsaGubun_ = named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboGeneralJeolsaGubun"));
     txtGeneralJeolSaMoney_ = amountBox(QStringLiteral("txtGeneralJeolSaMoney"), fraNewSunap_);
@@ -92,11 +93,11 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
         txtGeneralSuNapMoney_[medium] = amountBoxOf(QStringLiteral("txtGeneralSuNapMoney"), medium);
     const QString whole = QStringLiteral("전액");
     const QString others = QStringLiteral("나머지");
-    chkGeneralRemain2Money_
-        = makePushChecks(QStringLiteral("chkGeneralRemain2Money"), {whole, others, whole, others}, fraNewSunap_);
-    chkAllSetting_ = makePushChecks(QStringLiteral("chkAllSetting"),
-                                    {QStringLiteral("전액카드"), QStringLiteral("전액현금"), QStringLiteral("전액미수")},
-                                    fraNewSunap_);
+    chkGeneralRemain2Money_ =
+        makePushChecks(QStringLiteral("chkGeneralRemain2Money"), {whole, others, whole, others}, fraNewSunap_);
+    chkAllSetting_ = makePushChecks(
+        QStringLiteral("chkAllSetting"),
+        {QStringLiteral("전액카드"), QStringLiteral("전액현금"), QStringLiteral("전액미수")}, fraNewSunap_);
     lblGeneralRemain_ = figureLabel(QStringLiteral("lblGeneralRemain"), -1, 2);
     mudFirstSunap_ = new MoneyUpDown(QStringLiteral("mudFirstSunap"), fraNewSunap_);
     chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로")), QStringLiteral("chkBonin100"));
@@ -144,8 +145,9 @@ void frmSimpleReceipt::layOutOldFrame()
 
 void frmSimpleReceipt::setTabOrderOfWork()
 {
-    QList<QWidget *> order{head_.dtpTodat, chkBonin100_, cboGeneralPercent_, chkGeneralHalinConfirm_, txtGeneralHalInMoney_,
-                           cboGeneralJeolsaGubun_, txtGeneralJeolSaMoney_};
+    QList<QWidget *> order{head_.dtpTodat,          chkBonin100_,          cboGeneralPercent_,
+                           chkGeneralHalinConfirm_, txtGeneralHalInMoney_, cboGeneralJeolsaGubun_,
+                           txtGeneralJeolSaMoney_};
     for (int medium : {Cash, Card}) {
         order << txtGeneralSuNapMoney_[medium];
         for (int button : {0, 1})

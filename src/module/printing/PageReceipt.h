@@ -18,9 +18,9 @@ public:
         std::vector<const char16_t *> columnWidths;
         QString headDashes;
         QString moneyDashes;
-        int nameColumn;     ///< spans 2; the kind of sale follows it
-        int moneyLabel;     ///< column of the money rows' labels, which span 3
-        int customerSpan;   ///< of the rows with the customer and the date of issue
+        int nameColumn;   ///< spans 2; the kind of sale follows it
+        int moneyLabel;   ///< column of the money rows' labels, which span 3
+        int customerSpan; ///< of the rows with the customer and the date of issue
     };
 
     explicit PageReceipt(const Shape &shape);

@@ -75,7 +75,8 @@ print::Document PageReceipts::orderReceipt() const
     const ado::Recordset &order = *session_.rsCustSaleMaster;
     const qint32 lngOrdMPK = runtime::CLng(order[keyField]);
     PageReceipt page(orderShape());
-    page.addHead(runtime::Trim(session_.customer.name) + QStringLiteral("님 (구매날짜:") + runtime::text(order[dateField]) + QLatin1Char(')'));
+    page.addHead(runtime::Trim(session_.customer.name) + QStringLiteral("님 (구매날짜:")
+                 + runtime::text(order[dateField]) + QLatin1Char(')'));
     qint16 intItem = 1;
     receipt::readLines(gcnnMasterDB, lngOrdMPK, Numbers::NullIsZero, intItem,
                        [&](const receipt::Line &line) { page.addLine(line); });
@@ -88,7 +89,8 @@ print::Document PageReceipts::periodReceipt(const QDate &dtStart, const QDate &d
     const QString start = runtime::dateText(dtStart);
     const QString end = runtime::dateText(dtEnd);
     PageReceipt page(periodShape());
-    page.addHead(runtime::Trim(session_.customer.name) + QStringLiteral("님 (구매날짜:  ") + start + QStringLiteral(" ~ ") + end + QLatin1Char(')'));
+    page.addHead(runtime::Trim(session_.customer.name) + QStringLiteral("님 (구매날짜:  ") + start
+                 + QStringLiteral(" ~ ") + end + QLatin1Char(')'));
 
     qint16 intItem = 1; // runs on through all orders
     const std::unique_ptr<ado::Recordset> orders = session_.rsCustSaleMaster->Clone();

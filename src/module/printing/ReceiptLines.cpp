@@ -71,7 +71,8 @@ void readLines(const ado::ConnectionPtr &connection, qint32 lngOrdMPK, Numbers n
                const std::function<void(const Line &)> &print)
 {
     ado::Recordset details;
-    details.Open(clsSQL().getOrderDetailWithNameSQL(lngOrdMPK), connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+    details.Open(clsSQL().getOrderDetailWithNameSQL(lngOrdMPK), connection, ado::CursorType::Static,
+                 ado::LockType::ReadOnly);
     for (; !details.Eof(); details.MoveNext()) {
         print(lineOf(details, numbers, intItem));
         intItem = runtime::toInteger(intItem + 1);
@@ -86,8 +87,9 @@ LedgerTotals readTotals(const ado::ConnectionPtr &connection, const QString &sta
         runtime::Currency LedgerTotals::*total;
     };
     constexpr Column columns[] = {
-        {u"수납토탈", &LedgerTotals::curSunap}, {u"현금토탈", &LedgerTotals::curCash},   {u"카드토탈", &LedgerTotals::curCard},
-        {u"할인토탈", &LedgerTotals::curHalin}, {u"절사토탈", &LedgerTotals::curJeolsa}, {u"환불토탈", &LedgerTotals::curRefund},
+        {u"수납토탈", &LedgerTotals::curSunap},  {u"현금토탈", &LedgerTotals::curCash},
+        {u"카드토탈", &LedgerTotals::curCard},   {u"할인토탈", &LedgerTotals::curHalin},
+        {u"절사토탈", &LedgerTotals::curJeolsa}, {u"환불토탈", &LedgerTotals::curRefund},
     };
     LedgerTotals totals;
     ado::Recordset row;

@@ -80,7 +80,8 @@ void RollComposer::fillHeader()
     form_.txtHeader(5).text = shop(u"지점전화번호");
     form_.txtHeader(6).text = shop(u"홈페이지주소");
     form_.txtHeader(7).text = QStringLiteral("[발행일]") + runtime::dateTimeText(QDateTime::currentDateTime());
-    form_.txtHeader(8).text = runtime::Trim(order_.customerName) + QStringLiteral("님 (구매날짜:") + runtime::text(order_.orderDate) + QLatin1Char(')');
+    form_.txtHeader(8).text = runtime::Trim(order_.customerName) + QStringLiteral("님 (구매날짜:")
+                              + runtime::text(order_.orderDate) + QLatin1Char(')');
     form_.txtHeader(9).text = shop(u"영수증고객안내문");
 }
 
@@ -96,7 +97,8 @@ void RollComposer::printLogoOrName()
     }
     const QImage logo = readLogo(file);
     if (logo.isNull())
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("로고 그림파일을 읽을 수 없습니다: ") + file);
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                    QStringLiteral("로고 그림파일을 읽을 수 없습니다: ") + file);
     QSizeF size = QSizeF(logo.size()) * (print::mmPerInch / pictureDotsPerInch);
     // A picture larger than the room above the shop's data would cover it.
     const QSizeF room(paper_.paper().width(), form_.txtHeader(1).place.top());
@@ -108,26 +110,25 @@ void RollComposer::printLogoOrName()
 void RollComposer::printLines()
 {
     qint16 intItem = 1;
-    receipt::readLines(order_.connection, order_.lngOrdMPK, receipt::Numbers::LeadingZero, intItem, [this](const receipt::Line &line) {
-        sums_.add(line);
-        const QString texts[] = {line.number() + line.name,
-                                 line.category,
-                                 receipt::money(line.curUnit),
-                                 receipt::money(line.curDisc),
-                                 QString::number(line.intCount),
-                                 receipt::money(line.amount())};
-        for (int index = 0; index < int(std::size(texts)); ++index)
-            form_.txtCont(index).text = texts[index];
-        printBoxes(frmRollReceipt::Cont, 0, 5, sngY_);
-        sngY_ += float(2 * lngRowHeight_);
-    });
+    receipt::readLines(order_.connection, order_.lngOrdMPK, receipt::Numbers::LeadingZero, intItem,
+                       [this](const receipt::Line &line) {
+                           sums_.add(line);
+                           const QString texts[] = {line.number() + line.name,      line.category,
+                                                    receipt::money(line.curUnit),   receipt::money(line.curDisc),
+                                                    QString::number(line.intCount), receipt::money(line.amount())};
+                           for (int index = 0; index < int(std::size(texts)); ++index)
+                               form_.txtCont(index).text = texts[index];
+                           printBoxes(frmRollReceipt::Cont, 0, 5, sngY_);
+                           sngY_ += float(2 * lngRowHeight_);
+                       });
 }
 
 void RollComposer::printFooter()
 {
     const receipt::LedgerTotals totals =
         receipt::readTotals(order_.connection, clsSQL().getTranAllEachTotalByOrdMPKSQL(order_.lngOrdMPK));
-    const runtime::Currency amounts[] = {sums_.curTaxed, sums_.curFree, sums_.curTaxed + sums_.curFree, totals.curSunap};
+    const runtime::Currency amounts[] = {sums_.curTaxed, sums_.curFree, sums_.curTaxed + sums_.curFree,
+                                         totals.curSunap};
     for (int index = 0; index < int(std::size(amounts)); ++index)
         form_.txtFTTotAmount(index).text = receipt::money(amounts[index]);
     // The template's footer stands behind one item already.
@@ -157,7 +158,8 @@ void PrintRollPrintReceipt(QWidget *owner, const RollReceiptOrder &order)
 {
     const QString printer = clsReceiptPrinter().GetReceiptPrinter();
     if (printer.isEmpty()) {
-        controls::MsgBox(QStringLiteral("롤 프린터를 찾을 수 없습니다. 롤 프린터로 출력하기 위해서는") + QLatin1Char('\r')
+        controls::MsgBox(QStringLiteral("롤 프린터를 찾을 수 없습니다. 롤 프린터로 출력하기 위해서는")
+                             + QLatin1Char('\r')
                              + QStringLiteral("[EPSON TM-T88II Partial cut]으로 등록된 프린터가 필요합니다."),
                          controls::InformationIcon, QStringLiteral("프린터를 찾지 못했습니다."), owner);
     } else if (printer.toUpper() == QLatin1String("CBM RECEIPT PRINTER (TEXT ONLY)")) {

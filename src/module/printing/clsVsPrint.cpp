@@ -12,7 +12,8 @@ constexpr double moreHeight = 10;
 QRectF onPaper(const QRectF &place, double left, double top, double rate)
 {
     const auto printed = [rate](double mm) { return print::fromTwips(mm * twipsPerMm * rate); };
-    return {printed(place.left() + left), printed(place.top() + top), printed(place.width()), printed(place.height() + moreHeight)};
+    return {printed(place.left() + left), printed(place.top() + top), printed(place.width()),
+            printed(place.height() + moreHeight)};
 }
 
 QRectF placeOnScreen(const QWidget &control)
@@ -28,12 +29,14 @@ print::TextFont fontOf(const QWidget &control)
 
 } // namespace
 
-bool clsVsPrint::PrintTextBox2VsPrint(float sngLeft, float sngTop, float sngRate, const TemplateBox &box, print::Document &vsPrint) const
+bool clsVsPrint::PrintTextBox2VsPrint(float sngLeft, float sngTop, float sngRate, const TemplateBox &box,
+                                      print::Document &vsPrint) const
 {
     QRectF place = box.place;
     if (box.room > 0)
         place.setWidth(box.room);
-    print::TextItem item{.text = box.text, .box = onPaper(place, sngLeft, sngTop, sngRate), .font = box.font, .align = box.align};
+    print::TextItem item{
+        .text = box.text, .box = onPaper(place, sngLeft, sngTop, sngRate), .font = box.font, .align = box.align};
     item.font.points *= sngRate;
     vsPrint.addText(item);
     return true;
@@ -53,8 +56,10 @@ bool clsVsPrint::PrintMultiLineTextBox2VsPrint(float sngLeft, float sngTop, floa
     return PrintTextBox2VsPrint(sngLeft, sngTop, sngRate, copy, vsPrint);
 }
 
-bool clsVsPrint::PrintComboBox2VsPrint(float sngLeft, float sngTop, float sngRate, const QComboBox &box, print::Document &vsPrint) const
+bool clsVsPrint::PrintComboBox2VsPrint(float sngLeft, float sngTop, float sngRate, const QComboBox &box,
+                                       print::Document &vsPrint) const
 {
-    const TemplateBox copy{.text = box.currentText(), .place = placeOnScreen(box), .font = fontOf(box), .align = print::Align::Center};
+    const TemplateBox copy{
+        .text = box.currentText(), .place = placeOnScreen(box), .font = fontOf(box), .align = print::Align::Center};
     return PrintTextBox2VsPrint(sngLeft, sngTop, sngRate, copy, vsPrint);
 }

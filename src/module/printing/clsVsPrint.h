@@ -22,10 +22,12 @@ struct TemplateBox
 class clsVsPrint
 {
 public:
-    bool PrintTextBox2VsPrint(float sngLeft, float sngTop, float sngRate, const TemplateBox &box, print::Document &vsPrint) const;
+    bool PrintTextBox2VsPrint(float sngLeft, float sngTop, float sngRate, const TemplateBox &box,
+                              print::Document &vsPrint) const;
     /// Puts the text into the control first; it is never bold.
-    bool PrintMultiLineTextBox2VsPrint(float sngLeft, float sngTop, float sngRate, QPlainTextEdit &box, print::Document &vsPrint,
-                                       const QString &text) const;
+    bool PrintMultiLineTextBox2VsPrint(float sngLeft, float sngTop, float sngRate, QPlainTextEdit &box,
+                                       print::Document &vsPrint, const QString &text) const;
     /// Always centred.
-    bool PrintComboBox2VsPrint(float sngLeft, float sngTop, float sngRate, const QComboBox &box, print::Document &vsPrint) const;
+    bool PrintComboBox2VsPrint(float sngLeft, float sngTop, float sngRate, const QComboBox &box,
+                               print::Document &vsPrint) const;
 };

@@ -89,9 +89,9 @@ void DealerPane::makePanel()
 void DealerPane::makeStrip()
 {
     elTranMnu_ = controls::named(new QWidget(sspCompanyMaster_[1]), QStringLiteral("elTranMnu"), 4);
-    chkcmdCmpnyMstrAED_ = makePushChecks(QStringLiteral("chkcmdCmpnyMstrAED"),
-                                         {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")},
-                                         elTranMnu_);
+    chkcmdCmpnyMstrAED_ =
+        makePushChecks(QStringLiteral("chkcmdCmpnyMstrAED"),
+                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     chkcmdCmpnyMstrSave_ = makePushChecks(QStringLiteral("chkcmdCmpnyMstrSave"),
                                           {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
     layOutStrip(elTranMnu_, chkcmdCmpnyMstrAED_, chkcmdCmpnyMstrSave_);
@@ -290,8 +290,7 @@ EditModeTable DealerPane::editMode() const
     EditModeTable table;
     table.code = dealerEditCode;
     table.containers = {elTranMnu_, sspCompanyMaster_[1]};
-    const ControlGroup colCompany{txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_,
-                                  txtCmMemo_};
+    const ControlGroup colCompany{txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_};
     table.group = colCompany;
     table.commands = {chkcmdCmpnyMstrAED_.begin(), chkcmdCmpnyMstrAED_.end()};
     table.saveButtons = {chkcmdCmpnyMstrSave_.begin(), chkcmdCmpnyMstrSave_.end()};

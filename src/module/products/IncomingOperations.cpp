@@ -97,6 +97,7 @@ bool isCountTooLong(const QString &typed)
 QString getCompanyName(DealerKey dealer)
 {
     ado::Recordset name;
-    name.Open(clsSQL().getCmpnyNameSQL(dealer.number()), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    name.Open(clsSQL().getCmpnyNameSQL(dealer.number()), gcnnMasterDB, ado::CursorType::Static,
+              ado::LockType::ReadOnly);
     return name.hasCurrent() ? runtime::text(name[QStringLiteral("CM_Name")]) : QString();
 }

@@ -14,7 +14,6 @@
 #include "products/frmDealerSelect.h"
 #include "session/modGlobalVars.h"
 
-
 using controls::InformationIcon;
 using controls::MsgBox;
 
@@ -54,8 +53,8 @@ IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *pare
     connectButtons();
     layOutListAndPanel(this, sspProductIncoming_[0], elTranMnu_, sspProductIncoming_[1]);
     setTabChain({tdbProductIncoming_, chkcmdIncomingAED_[0], chkcmdIncomingAED_[1], chkcmdIncomingAED_[2], txtIncCount_,
-                 txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, chkCmdIncSelectCompany_,
-                 txtIncCompanyName_, dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
+                 txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, chkCmdIncSelectCompany_, txtIncCompanyName_,
+                 dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
     resetPane();
 }
 
@@ -74,8 +73,7 @@ void IncomingPane::connectFields()
 // The discount is on the whole purchase, not per unit; nothing stops a negative total.
 void IncomingPane::recalculateTotal()
 {
-    const double total =
-        pureNumber(txtIncCount_) * pureNumber(txtIncPricePerUnit_) - pureNumber(txtIncHalinTotal_);
+    const double total = pureNumber(txtIncCount_) * pureNumber(txtIncPricePerUnit_) - pureNumber(txtIncHalinTotal_);
     txtIncPriceTotal_->setText(runtime::Format(total, runtime::strMoneyFormat));
 }
 
@@ -185,7 +183,8 @@ void IncomingPane::resetPane()
 void IncomingPane::addIncoming()
 {
     if (!SaleSession::hasCurrent(session_.rsSaleProductListsManager)) {
-        MsgBox(QStringLiteral("판매 물품 목록을 추가 하십시오"), InformationIcon, QStringLiteral("물품구매내역추가"), this);
+        MsgBox(QStringLiteral("판매 물품 목록을 추가 하십시오"), InformationIcon, QStringLiteral("물품구매내역추가"),
+               this);
         return;
     }
     intIncomingEditMode_ = 0;
@@ -299,9 +298,11 @@ void IncomingPane::selectDealer()
 {
     const controls::Modal<frmDealerSelect> dialog(window());
     insFrmCompanySelect_ = dialog.get();
-    connect(dialog.get(), &frmDealerSelect::evtDealerSelected, this, &IncomingPane::insFrmCompanySelect_evtDealerSelected);
-    const qint16 shown = dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, runtime::Trim(txtIncCompanyName_->text()),
-                                              window(), *chkCmdIncSelectCompany_);
+    connect(dialog.get(), &frmDealerSelect::evtDealerSelected, this,
+            &IncomingPane::insFrmCompanySelect_evtDealerSelected);
+    const qint16 shown =
+        dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, runtime::Trim(txtIncCompanyName_->text()), window(),
+                             *chkCmdIncSelectCompany_);
     if (dialog && shown == -1)
         dialog->tellFailure();
 }

@@ -79,9 +79,9 @@ private:
     IncomingOperations operations_;
     BoundList list_;
     qint16 intIncomingEditMode_ = -1;
-    ProductKey product_;     ///< on view
-    ProductKey loaded_;      ///< whose purchases are listed
-    ProductKey bought_;      ///< of the purchase that is added
+    ProductKey product_; ///< on view
+    ProductKey loaded_;  ///< whose purchases are listed
+    ProductKey bought_;  ///< of the purchase that is added
     IncomingKey edited_;
     QPointer<frmDealerSelect> insFrmCompanySelect_;
 

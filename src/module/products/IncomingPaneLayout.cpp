@@ -42,9 +42,9 @@ void IncomingPane::makeList()
 void IncomingPane::makeStrip()
 {
     elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 3);
-    chkcmdIncomingAED_ = makePushChecks(QStringLiteral("chkcmdIncomingAED"),
-                                        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")},
-                                        elTranMnu_);
+    chkcmdIncomingAED_ =
+        makePushChecks(QStringLiteral("chkcmdIncomingAED"),
+                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     chkcmdIncomingSave_ = makePushChecks(QStringLiteral("chkcmdIncomingSave"),
                                          {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
     layOutStrip(elTranMnu_, chkcmdIncomingAED_, chkcmdIncomingSave_);
@@ -97,9 +97,10 @@ EditModeTable IncomingPane::editMode() const
     EditModeTable table;
     table.code = QStringLiteral("11");
     table.containers = {elTranMnu_, sspProductIncoming_[1]};
-    const ControlGroup colIncoming{txtIncCount_, udIincomingCount_, txtIncPricePerUnit_, txtIncHalinTotal_,
-                                   txtIncPriceTotal_, txtIncCompanyName_, dtpIncDate_, chkCmdIncSelectCompany_,
-                                   txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
+    const ControlGroup colIncoming{
+        txtIncCount_,      udIincomingCount_,      txtIncPricePerUnit_,   txtIncHalinTotal_,
+        txtIncPriceTotal_, txtIncCompanyName_,     dtpIncDate_,           chkCmdIncSelectCompany_,
+        txtIncMemo_,       chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
     table.group = colIncoming;
     table.commands = {chkcmdIncomingAED_.begin(), chkcmdIncomingAED_.end()};
     table.saveButtons = {chkcmdIncomingSave_.begin(), chkcmdIncomingSave_.end()};

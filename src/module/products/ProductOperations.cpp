@@ -69,9 +69,9 @@ SaveOutcome ProductOperations::change(const ProductEdit &edit)
 bool ProductOperations::findSeen()
 {
     ado::Recordset &products = *session_.rsSaleProductListsManager;
-    return products.moveToKey(edited_.bookmark())
-        && std::all_of(seen_.begin(), seen_.end(),
-                       [&](const auto &field) { return products[field.first] == field.second; });
+    return products.moveToKey(edited_.bookmark()) && std::all_of(seen_.begin(), seen_.end(), [&](const auto &field) {
+               return products[field.first] == field.second;
+           });
 }
 
 void ProductOperations::assign(const ProductEdit &edit, bool withPrice)

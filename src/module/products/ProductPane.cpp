@@ -242,8 +242,8 @@ void ProductPane::deleteProduct()
 
 ProductEdit ProductPane::typed() const
 {
-    return {txtProSaleInfo_[0]->text(),    txtProSaleInfo_[1]->text(), txtProSaleInfo_[2]->text(),
-            txtProSaleInfoMemo_->text(),   optIsTaxed_[0]->isChecked(), optIsValid_[0]->isChecked(),
+    return {txtProSaleInfo_[0]->text(),   txtProSaleInfo_[1]->text(),  txtProSaleInfo_[2]->text(),
+            txtProSaleInfoMemo_->text(),  optIsTaxed_[0]->isChecked(), optIsValid_[0]->isChecked(),
             dtpProdListAddedDate_->date()};
 }
 

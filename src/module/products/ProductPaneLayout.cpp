@@ -56,9 +56,9 @@ void ProductPane::makeList()
 void ProductPane::makeStrip()
 {
     elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 2);
-    chkCmdProdSaleAddEdiDel_ = makePushChecks(
-        QStringLiteral("chkCmdProdSaleAddEdiDel"),
-        {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
+    chkCmdProdSaleAddEdiDel_ =
+        makePushChecks(QStringLiteral("chkCmdProdSaleAddEdiDel"),
+                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
     chkCmdSaveProduct_ = makePushChecks(QStringLiteral("chkCmdSaveProduct"),
                                         {QStringLiteral("저 장"), QStringLiteral("취소")}, elTranMnu_);
     layOutStrip(elTranMnu_, chkCmdProdSaleAddEdiDel_, chkCmdSaveProduct_);
@@ -124,9 +124,10 @@ EditModeTable ProductPane::editMode() const
     EditModeTable table;
     table.code = QStringLiteral("10");
     table.containers = {elTranMnu_, sspPMProductInfo_};
-    const ControlGroup colProSaleInfo{txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2], txtProSaleInfoMemo_,
-                                      dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0],
-                                      optIsValid_[1], chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
+    const ControlGroup colProSaleInfo{txtProSaleInfo_[0],    txtProSaleInfo_[1],    txtProSaleInfo_[2],
+                                      txtProSaleInfoMemo_,   dtpProdListAddedDate_, optIsTaxed_[0],
+                                      optIsTaxed_[1],        optIsValid_[0],        optIsValid_[1],
+                                      chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
     table.group = colProSaleInfo;
     table.commands = {chkCmdProdSaleAddEdiDel_.begin(), chkCmdProdSaleAddEdiDel_.end()};
     table.saveButtons = {chkCmdSaveProduct_.begin(), chkCmdSaveProduct_.end()};
@@ -135,11 +136,17 @@ EditModeTable ProductPane::editMode() const
     const QColor window = controls::systemColor(SystemColor::Window);
     const QColor face = controls::systemColor(SystemColor::ButtonFace);
     table.editColors = {
-        {txtProSaleInfo_[0], required}, {txtProSaleInfo_[1], required},
-        {txtProSaleInfo_[2], required}, {txtProSaleInfoMemo_, window},
-        {optIsTaxed_[0], face},         {optIsTaxed_[1], face},
-        {optIsValid_[0], face},         {optIsValid_[1], face},
-        {stock_->txtProdStat()[0], window}, {stock_->txtProdStat()[1], window}, {stock_->txtProdStat()[2], window},
+        {txtProSaleInfo_[0], required},
+        {txtProSaleInfo_[1], required},
+        {txtProSaleInfo_[2], required},
+        {txtProSaleInfoMemo_, window},
+        {optIsTaxed_[0], face},
+        {optIsTaxed_[1], face},
+        {optIsValid_[0], face},
+        {optIsValid_[1], face},
+        {stock_->txtProdStat()[0], window},
+        {stock_->txtProdStat()[1], window},
+        {stock_->txtProdStat()[2], window},
     };
     table.entryColors = table.editColors;
     for (const EntryColor &color : table.editColors)

@@ -35,7 +35,8 @@ SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
     , session_(session)
     , list_(session.rsSaleProductLists, ado::CursorType::Static, ado::LockType::ReadOnly)
     , c1elaList_(controls::named(new QWidget(parent), QStringLiteral("c1elaList"), 0))
-    , tdbSaleProductLists_(controls::named(new controls::RecordsetGrid(c1elaList_), QStringLiteral("tdbSaleProductLists")))
+    , tdbSaleProductLists_(
+          controls::named(new controls::RecordsetGrid(c1elaList_), QStringLiteral("tdbSaleProductLists")))
 {
     list_.setGrid(tdbSaleProductLists_);
     auto *layout = new QVBoxLayout(c1elaList_);

@@ -61,14 +61,16 @@ struct StockLine
     std::size_t index;
     const char16_t *caption;
 };
-constexpr StockLine stockLines[] = {{0, u"총입고:"}, {1, u"총판매:"}, {3, u"총서비스:"}, {4, u"총망실:"}, {2, u"나머지:"}};
+constexpr StockLine stockLines[] = {
+    {0, u"총입고:"}, {1, u"총판매:"}, {3, u"총서비스:"}, {4, u"총망실:"}, {2, u"나머지:"}};
 
 } // namespace
 
 StockBox::StockBox(SaleSession &session, QWidget *parent)
     : QGroupBox(QStringLiteral("재고현황 보기"), parent)
     , session_(session)
-    , cmdRefreshProdStat_(controls::named(new QPushButton(QStringLiteral("새로고침")), QStringLiteral("cmdRefreshProdStat")))
+    , cmdRefreshProdStat_(
+          controls::named(new QPushButton(QStringLiteral("새로고침")), QStringLiteral("cmdRefreshProdStat")))
 {
     auto *form = new QGridLayout(this);
     form->setVerticalSpacing(3);

@@ -216,9 +216,7 @@ bool frmDealerSelect::keyPressed(const QWidget *control, const QKeyEvent &event)
     }
     if (control == txtDealerName_ && nameKeyPressed(event))
         return true;
-    QAbstractButton *pressed = event.key() == Qt::Key_F12  ? cmdOk_
-                               : event.key() == Qt::Key_F9 ? cmdCancel_
-                                                           : nullptr;
+    QAbstractButton *pressed = event.key() == Qt::Key_F12 ? cmdOk_ : event.key() == Qt::Key_F9 ? cmdCancel_ : nullptr;
     if (control == tdbDealerSelect_ && isEnterKey(event) && rsDealer_ && rsDealer_->hasCurrent())
         pressed = cmdOk_;
     if (!pressed)

@@ -27,8 +27,10 @@ namespace {
 std::vector<controls::GridColumn> detailColumns()
 {
     using Kind = controls::GridColumn::Kind;
-    controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"), .caption = QStringLiteral("판매종류"),
-                              .kind = Kind::Values, .width = 66};
+    controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"),
+                              .caption = QStringLiteral("판매종류"),
+                              .kind = Kind::Values,
+                              .width = 66};
     // A code 3, which nothing writes, shows as it is.
     kind.values = {{QString(), sale::lineTypeText(sale::NormalSale)}};
     for (const sale::LineType code : sale::lineTypes)
@@ -58,7 +60,8 @@ DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     , c1elaSaleDetailMemo_(named(new QWidget(parent), QStringLiteral("c1elaSaleDetailMemo")))
     , tdbCustSaleDetails_(named(new RecordsetGrid(c1elaList_), QStringLiteral("tdbCustSaleDetails")))
     , chkCmdRefund_(named(new PushCheck(QStringLiteral("반품"), c1elaList_), QStringLiteral("chkCmdRefund")))
-    , chkCmdDelOrderDetail_(named(new PushCheck(QStringLiteral("삭제"), c1elaList_), QStringLiteral("chkCmdDelOrderDetail")))
+    , chkCmdDelOrderDetail_(
+          named(new PushCheck(QStringLiteral("삭제"), c1elaList_), QStringLiteral("chkCmdDelOrderDetail")))
     , txtCustOrderRfndMemo_(named(new MemoBox({}, c1elaSaleDetailMemo_), QStringLiteral("txtCustOrderRfndMemo")))
 {
     list_.setGrid(tdbCustSaleDetails_);

@@ -39,8 +39,8 @@ constexpr OrderFieldSource moneyFields[] = {
     {Misugum, "OrdM_Misugum", u"미수금:", 2, true},
 };
 constexpr OrderFieldSource textFields[] = {
-    {Address, "OrdM_Address", u"고객주소:", 4, false}, {Cel, "OrdM_Cel", u"핸드폰:", 5, false},
-    {Tel, "OrdM_Tel", u"전화번호:", 6, false},         {TakbaeMemo, "OrdM_TakbaeMemo", u"택배메모:", 7, false},
+    {Address, "OrdM_Address", u"고객주소:", 4, false},   {Cel, "OrdM_Cel", u"핸드폰:", 5, false},
+    {Tel, "OrdM_Tel", u"전화번호:", 6, false},           {TakbaeMemo, "OrdM_TakbaeMemo", u"택배메모:", 7, false},
     {OrderMemo, "OrdM_ETCMemo", u"기타메모:", 8, false},
 };
 constexpr int saveRow = 3;
@@ -113,7 +113,8 @@ void OrderInfoPanel::placeControls()
     grid->addLayout(first, 0, 2, 1, 2, Qt::AlignRight);
 
     for (const OrderFieldSource &field : moneyFields)
-        addFormRow(grid, field.row, field.right ? 2 : 0, QString::fromUtf16(field.caption), txtOrderMaster(field.index));
+        addFormRow(grid, field.row, field.right ? 2 : 0, QString::fromUtf16(field.caption),
+                   txtOrderMaster(field.index));
     for (const OrderFieldSource &field : textFields)
         addFormRow(grid, field.row, 0, QString::fromUtf16(field.caption), txtOrderMaster(field.index), 3);
 

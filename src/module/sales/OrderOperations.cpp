@@ -77,7 +77,9 @@ bool OrderOperations::foundChangedAfterLoss()
     if (!session_.linesMayBeStale)
         return false;
     const auto rowsShown = [this] {
-        const auto count = [](const SaleSession::RecordsetPtr &rows) { return rows && rows->isOpen() ? rows->rowCount() : 0; };
+        const auto count = [](const SaleSession::RecordsetPtr &rows) {
+            return rows && rows->isOpen() ? rows->rowCount() : 0;
+        };
         return std::pair(count(session_.rsCustSaleMaster), count(session_.rsCustSaleDetails));
     };
     const auto before = rowsShown();
@@ -148,9 +150,8 @@ Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product
 Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey product, Currency curPrice,
                                              qint16 intCount, const QString &strMemo)
 {
-    return onNewOrder(dtRefund, [&](OrderKey order) {
-        return addRefundOrderDetail(order, product, curPrice, intCount, strMemo);
-    });
+    return onNewOrder(
+        dtRefund, [&](OrderKey order) { return addRefundOrderDetail(order, product, curPrice, intCount, strMemo); });
 }
 
 OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &date)

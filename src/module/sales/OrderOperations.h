@@ -12,8 +12,8 @@
 /// How a flow ended; the numbers are those of the system's private routines.
 enum class Outcome : qint16 {
     Conflict = -2, ///< failed, since another desk changed or deleted the row: the lists are to be read anew
-    Failed = -1, ///< a trapped error; the caller shows its failure text
-    Stopped = 0, ///< stopped early, nothing to tell
+    Failed = -1,   ///< a trapped error; the caller shows its failure text
+    Stopped = 0,   ///< stopped early, nothing to tell
     Done = 1,
 };
 
@@ -30,7 +30,7 @@ inline const QString changedAfterLoss =
 struct EntryLine
 {
     qint16 intSellType = 0; ///< a sale::LineType
-    QString unitDiscount; ///< money text
+    QString unitDiscount;   ///< money text
     QString quantity;
     ProductKey product;
     QVariant unitPrice; ///< of the product's row; the line's price, whatever the pane shows
@@ -70,8 +70,8 @@ public:
     Outcome addRefundOrderDetail(OrderKey order, ProductKey product, runtime::Currency curPrice, qint16 intCount,
                                  const QString &strMemo);
     /// The same on a new order of the return date.
-    Outcome addToNewRefundOrder(const QDate &dtRefund, ProductKey product, runtime::Currency curPrice,
-                                qint16 intCount, const QString &strMemo);
+    Outcome addToNewRefundOrder(const QDate &dtRefund, ProductKey product, runtime::Currency curPrice, qint16 intCount,
+                                const QString &strMemo);
     /// The customer's first order of the date; no key when there is none or the look-up failed.
     OrderKey findOrderByDate(CustomerKey customer, const QDate &date);
 

@@ -157,8 +157,9 @@ void OrderPane::rowChanged()
 void OrderPane::orderIsGone()
 {
     session_.rsCustSaleMaster->requeryAt({});
-    MsgBox(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다.\n거래를 다시 선택하십시오."),
-           InformationIcon, QStringLiteral("거래 선택"), c1elaList_);
+    MsgBox(
+        QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다.\n거래를 다시 선택하십시오."),
+        InformationIcon, QStringLiteral("거래 선택"), c1elaList_);
 }
 
 void OrderPane::showOrderTotals()
@@ -185,10 +186,10 @@ void OrderPane::saveOrder()
 {
     const QPointer<OrderPane> alive(this);
     const Outcome outcome = intOrderEditState_ == 1 ? save_.save(c1elaCustSaleInfo_->edit()) : Outcome::Stopped;
-    const QString remark = outcome == Outcome::Conflict
-        ? QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"
-                         "확인한 뒤 다시 저장하거나 취소하십시오.")
-        : QString();
+    const QString remark = outcome == Outcome::Conflict ? QStringLiteral(
+                               "다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"
+                               "확인한 뒤 다시 저장하거나 취소하십시오.")
+                                                        : QString();
     if (hasFailed(outcome))
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                QStringLiteral("저장"), c1elaCustSaleInfo_, remark);
@@ -202,7 +203,7 @@ void OrderPane::endEdit()
     // Before the requery, which fills the form from the row.
     leaveEdit();
     const QPointer<OrderPane> alive(this); // a row that is shown may open a box
-    runtime::Attempt attempt; // what went wrong with the save was told by now
+    runtime::Attempt attempt;              // what went wrong with the save was told by now
     attempt([this] {
         if (list_.isLoaded())
             session_.rsCustSaleMaster->Requery();
@@ -237,7 +238,8 @@ void OrderPane::deleteOrder()
     const QString title = QStringLiteral("판매 마스터 삭제");
     const QString question = QStringLiteral("선택한 고객 판매 마스터을 삭제 하시겠습니까?") + QLatin1Char('\n')
                              + QStringLiteral("(고객 판매 디테일도 모두 삭제됩니다.)");
-    if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes || !alive)
+    if (MsgBox(question, controls::YesNo | controls::QuestionIcon, title, c1elaList_) != controls::Answer::Yes
+        || !alive)
         return;
     const Outcome outcome = operations_.deleteOrder(order);
     if (alive && outcome == Outcome::Conflict)
@@ -260,7 +262,8 @@ bool OrderPane::hasOrderToPrint()
 {
     if (SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return true;
-    MsgBox(QStringLiteral("거래 내역이 없어 출력할 수 없습니다."), InformationIcon, QStringLiteral("영수증 출력"), elTranMnu_);
+    MsgBox(QStringLiteral("거래 내역이 없어 출력할 수 없습니다."), InformationIcon, QStringLiteral("영수증 출력"),
+           elTranMnu_);
     return false;
 }
 
@@ -269,7 +272,8 @@ void OrderPane::askPeriodReceipt()
     const QDate dtStart = elTranMnu_->uxStartDateDTP()->date();
     const QDate dtEnd = elTranMnu_->uxEndDateDTP()->date();
     if (dtStart > dtEnd) {
-        MsgBox(QStringLiteral("시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."), InformationIcon, QString(), elTranMnu_);
+        MsgBox(QStringLiteral("시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."), InformationIcon, QString(),
+               elTranMnu_);
         return;
     }
     if (hasOrderToPrint())

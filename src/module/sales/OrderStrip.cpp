@@ -29,8 +29,8 @@ OrderStrip::OrderStrip(QWidget *parent)
     , uxStartDateDTP_(makeDatePicker(QStringLiteral("uxStartDateDTP"), QStringLiteral("시작일"), this))
     , uxEndDateDTP_(makeDatePicker(QStringLiteral("uxEndDateDTP"), QStringLiteral("종료일"), this))
 {
-    chkCmdOrderMasterED_ = makePushChecks(QStringLiteral("chkCmdOrderMasterED"),
-                                          {QStringLiteral("수정"), QStringLiteral("삭제")}, this);
+    chkCmdOrderMasterED_ =
+        makePushChecks(QStringLiteral("chkCmdOrderMasterED"), {QStringLiteral("수정"), QStringLiteral("삭제")}, this);
     chkCmdPrintReceipt_ = makePushChecks(QStringLiteral("chkCmdPrintReceipt"),
                                          {QStringLiteral("영수증출력"), QStringLiteral("영수증기간별출력")}, this);
     placeButtons();

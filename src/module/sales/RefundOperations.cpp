@@ -24,9 +24,9 @@ QString remarkOf(const SoldLine &sold, const Refund &refund)
 /// The note on the sold line; the quantity keeps its minus sign.
 QString noteOf(const Refund &refund)
 {
-    return statement::fill(u"▶[RFNDDATE]일 ([RFNDUNITCOUNT])개 반품",
-                           {{u"[RFNDDATE]", runtime::text(refund.date)},
-                            {u"[RFNDUNITCOUNT]", statement::number(refund.count)}});
+    return statement::fill(
+        u"▶[RFNDDATE]일 ([RFNDUNITCOUNT])개 반품",
+        {{u"[RFNDDATE]", runtime::text(refund.date)}, {u"[RFNDUNITCOUNT]", statement::number(refund.count)}});
 }
 
 runtime::Currency moneyOf(const QVariant &value)

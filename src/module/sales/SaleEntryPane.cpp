@@ -69,8 +69,8 @@ SaleEntryPane::SaleEntryPane(SaleSession &session, QWidget *parent)
     , c1elaProductInfo_(named(new QWidget(parent), QStringLiteral("c1elaProductInfo")))
     , udNoOfProdPlusMinus_(new controls::Stepper(QStringLiteral("udNoOfProdPlusMinus"), -1, c1elaProductInfo_))
     , udNoOfProdPlusMinusBy5_(new controls::Stepper(QStringLiteral("udNoOfProdPlusMinusBy5"), -1, c1elaProductInfo_))
-    , cmdCSAppendDetail_(
-          named(new controls::PushCheck(QStringLiteral("추가"), c1elaProductInfo_), QStringLiteral("cmdCSAppendDetail")))
+    , cmdCSAppendDetail_(named(new controls::PushCheck(QStringLiteral("추가"), c1elaProductInfo_),
+                               QStringLiteral("cmdCSAppendDetail")))
 {
     makeFields();
     makeKinds();
@@ -143,7 +143,8 @@ void SaleEntryPane::placeFields()
     grid->setColumnStretch(4, 1);
     for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
         const EntryFieldLook &look = entryFields[index];
-        addFormRow(grid, look.row, look.column, QString::fromUtf16(look.caption), txtSaleProductLists(index), look.span);
+        addFormRow(grid, look.row, look.column, QString::fromUtf16(look.caption), txtSaleProductLists(index),
+                   look.span);
     }
 
     auto *steppers = new QHBoxLayout;
@@ -187,10 +188,18 @@ void SaleEntryPane::styleAppendButton()
 void SaleEntryPane::orderTabs()
 {
     const QList<QWidget *> order{
-        ssoptSellType_[0],           ssoptSellType_[1],          ssoptSellType_[2],
-        txtSaleProductLists(Quantity), txtSaleProductLists(UnitDiscount), txtSaleProductLists(SalePrice),
-        txtSaleProductLists(Discount), txtSaleProductLists(LineTotal),  cmdCSAppendDetail_,
-        txtSaleProductLists(Catagory), txtSaleProductLists(Name),       txtSaleProductLists(UnitPrice),
+        ssoptSellType_[0],
+        ssoptSellType_[1],
+        ssoptSellType_[2],
+        txtSaleProductLists(Quantity),
+        txtSaleProductLists(UnitDiscount),
+        txtSaleProductLists(SalePrice),
+        txtSaleProductLists(Discount),
+        txtSaleProductLists(LineTotal),
+        cmdCSAppendDetail_,
+        txtSaleProductLists(Catagory),
+        txtSaleProductLists(Name),
+        txtSaleProductLists(UnitPrice),
         txtSaleProductLists(EtcMemo),
     };
     for (qsizetype index = 1; index < order.size(); ++index)
@@ -205,7 +214,7 @@ ControlGroup SaleEntryPane::colSaleEntry() const
 ControlGroup SaleEntryPane::colProductInfo() const
 {
     return {txtSaleProductLists(Catagory), txtSaleProductLists(Name), txtSaleProductLists(UnitPrice),
-            txtSaleProductLists(EtcMemo), chkSaleProductLists_[0], chkSaleProductLists_[1]};
+            txtSaleProductLists(EtcMemo),  chkSaleProductLists_[0],   chkSaleProductLists_[1]};
 }
 
 EditModeTable SaleEntryPane::colors() const
@@ -282,7 +291,8 @@ QVariant SaleEntryPane::salePriceOfCurrentProduct() const
     if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
         return 0;
     const ado::Recordset &products = *session_.rsSaleProductLists;
-    return runtime::isTrue(products[QStringLiteral("PM_IsValid")]) ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0);
+    return runtime::isTrue(products[QStringLiteral("PM_IsValid")]) ? products[QStringLiteral("PM_UnitPrice")]
+                                                                   : QVariant(0);
 }
 
 void SaleEntryPane::showPrices(const QVariant &price)
@@ -324,8 +334,8 @@ void SaleEntryPane::appendDetail()
         return;
     const QVariant handled = session_.rsSaleProductLists->value(QStringLiteral("PM_IsValid"));
     if (!runtime::isNull(handled) && !runtime::isTrue(handled)) {
-        MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."), controls::InformationIcon, QString(),
-               c1elaProductInfo_);
+        MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."), controls::InformationIcon,
+               QString(), c1elaProductInfo_);
         return;
     }
     if (operations_.foundChangedAfterLoss()) {

@@ -90,8 +90,8 @@ void frmRefund::save()
         runtime::CInt(txtRfndUnitCount_->text());
     } catch (const runtime::RuntimeError &) {
         const QPointer<frmRefund> self(this);
-        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"), controls::InformationIcon,
-                         windowTitle(), this);
+        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"),
+                         controls::InformationIcon, windowTitle(), this);
         if (self)
             txtRfndUnitCount_->setFocus(Qt::OtherFocusReason);
         return;

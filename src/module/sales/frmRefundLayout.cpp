@@ -87,7 +87,8 @@ QGroupBox *frmRefund::makeRefundPane()
     udNoOfProdPlusMinus_ = new controls::Stepper(QStringLiteral("udNoOfProdPlusMinus"), -1, frame);
     udNoOfProdPlusMinus_->setAccessibleName(QStringLiteral("수량 1씩"));
     // The focus leaves the price as it is; the other habits are those of all money boxes.
-    txtRfndUnitSalePrice_ = named(new MoneyBox({true, true, true, OnFocus::Nothing}), QStringLiteral("txtRfndUnitSalePrice"));
+    txtRfndUnitSalePrice_ =
+        named(new MoneyBox({true, true, true, OnFocus::Nothing}), QStringLiteral("txtRfndUnitSalePrice"));
     txtRfndMemo_ = named(new MoneyBox(TextBoxHabits{}), QStringLiteral("txtRfndMemo"));
     txtRfndMemo_->setMinimumWidth(txtRfndMemo_->fontMetrics().averageCharWidth() * 44);
 

@@ -13,9 +13,15 @@ class Key
 {
 public:
     Key() = default; ///< no row; tests false
-    explicit Key(qint32 number) : number_(number) {}
+    explicit Key(qint32 number)
+        : number_(number)
+    {
+    }
     /// From the key column of a row.
-    explicit Key(const QVariant &stored) : number_(runtime::CLng(stored)) {}
+    explicit Key(const QVariant &stored)
+        : number_(runtime::CLng(stored))
+    {
+    }
 
     qint32 number() const { return number_; }
     QVariant bookmark() const { return number_; }

@@ -4,9 +4,9 @@
 
 void SaleSession::release()
 {
-    for (RecordsetPtr *recordset : {&rsCustSaleDetailsClone, &rsCustSaleDetails, &rsProductIncoming, &rsCustSaleMaster,
-                                    &rsCustTranManage, &rsSaleProductLists, &rsSaleProductListsManager,
-                                    &rsCompanyMaster}) {
+    for (RecordsetPtr *recordset :
+         {&rsCustSaleDetailsClone, &rsCustSaleDetails, &rsProductIncoming, &rsCustSaleMaster, &rsCustTranManage,
+          &rsSaleProductLists, &rsSaleProductListsManager, &rsCompanyMaster}) {
         if (*recordset && (*recordset)->isOpen())
             (*recordset)->Close();
         recordset->reset();

@@ -116,8 +116,7 @@ void PropertiesPane::loadProperties()
     const QString notice = properties.PropValue(shopKey(noticeIndex));
     // A missing notice is written, not shown: the box follows with the next visit.
     if (notice.isEmpty())
-        properties.PropValue(shopKey(noticeIndex),
-                             QStringLiteral("영수증이 있으면 교환/환불시 보다 편리합니다."));
+        properties.PropValue(shopKey(noticeIndex), QStringLiteral("영수증이 있으면 교환/환불시 보다 편리합니다."));
     else
         txtProperties_[noticeIndex]->setText(notice);
     loadLogo();

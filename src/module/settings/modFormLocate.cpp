@@ -99,7 +99,8 @@ QMargins frameOf(const QWidget &window)
     const QRect outer = window.frameGeometry();
     if (inner == outer)
         return {0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window), 0, 0};
-    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(), outer.bottom() - inner.bottom()};
+    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+            outer.bottom() - inner.bottom()};
 }
 
 QRect screenAt(const QPoint &place)
@@ -134,7 +135,8 @@ void restoreColumns(QSplitter &columns, const clsFormSizePosSetting &setting)
     if (widths.size() < 3)
         return;
     const int total = columns.contentsRect().width() - 2 * columns.handleWidth();
-    const std::optional<int> stored[] = {columnWidthIn(setting.FirstColWidth()), columnWidthIn(setting.SecondColWidth()),
+    const std::optional<int> stored[] = {columnWidthIn(setting.FirstColWidth()),
+                                         columnWidthIn(setting.SecondColWidth()),
                                          columnWidthIn(setting.ThirdColWidth())};
     if (!stored[0] && !stored[1] && !stored[2])
         return;

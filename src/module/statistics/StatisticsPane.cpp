@@ -1,6 +1,5 @@
 #include "statistics/StatisticsPane.h"
 
-#include "statistics/WindowHandles.h"
 #include "platform/automation/Automation.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -8,6 +7,7 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
+#include "statistics/WindowHandles.h"
 
 #include <QHash>
 #include <QScopedValueRollback>

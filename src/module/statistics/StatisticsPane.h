@@ -30,7 +30,8 @@ private:
     QSplitter *splitStatMain_;
     QTreeWidget *treeStatItem_;
     QWidget *reportPane_;
-    QPointer<QWidget> reportWindow_; ///< the window on show, or what stands around one that is no widget of this process
+    QPointer<QWidget>
+        reportWindow_;          ///< the window on show, or what stands around one that is no widget of this process
     QString strCurrentStatTag_; ///< program identifier of the report on show
     qint32 lngStatWindow_ = 0;  ///< handle of its window, 0 for none; stale after a failed start
     bool starting_ = false;

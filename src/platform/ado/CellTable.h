@@ -52,7 +52,8 @@ public:
 
     struct Cell
     {
-        union {
+        union
+        {
             std::int64_t integer;
             double real;
             const char *text;

@@ -12,8 +12,8 @@ class Command
 {
 public:
     enum class Values {
-        Marked,     ///< "?"
-        Numbered,   ///< "$1"
+        Marked,   ///< "?"
+        Numbered, ///< "$1"
         Literal,
         NationalLiteral, ///< N'...' for texts
     };

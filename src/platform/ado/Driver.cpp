@@ -67,8 +67,9 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
     else if (address.startsWith(odbc))
         driver = std::make_unique<OdbcDriver>(after(odbc));
     else
-        throw RuntimeError(ErrorNumber::ConnectionLost,
-                           QStringLiteral("데이터베이스 주소의 종류 '%1'을(를) 알 수 없습니다.").arg(address.section(u':', 0, 0)));
+        throw RuntimeError(
+            ErrorNumber::ConnectionLost,
+            QStringLiteral("데이터베이스 주소의 종류 '%1'을(를) 알 수 없습니다.").arg(address.section(u':', 0, 0)));
     driver->openDatabase();
     return driver;
 }
@@ -131,16 +132,18 @@ QSqlDatabase Driver::newDatabase(const QString &qtDriver)
 
 void Driver::refuse(const QString &serverText)
 {
-    throw RuntimeError(ErrorNumber::Database,
-                       QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")
-                           .arg(serverText.trimmed()));
+    throw RuntimeError(
+        ErrorNumber::Database,
+        QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")
+            .arg(serverText.trimmed()));
 }
 
 void Driver::sessionLost()
 {
     // What the server was doing nobody knows: it may have saved before it went. Its own words help nobody at a desk.
-    throw RuntimeError(ErrorNumber::ConnectionLost,
-                       QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."));
+    throw RuntimeError(
+        ErrorNumber::ConnectionLost,
+        QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."));
 }
 
 void Driver::connectionLost(const QString &serverText)

@@ -46,7 +46,7 @@ bool fits(const Place &place, char32_t sign)
         return QChar::toCaseFolded(place.sign) == QChar::toCaseFolded(sign);
     case Place::Kind::Class: {
         const bool inside = inRanges(place.ranges, sign) || inRanges(place.ranges, QChar::toLower(sign))
-            || inRanges(place.ranges, QChar::toUpper(sign));
+                            || inRanges(place.ranges, QChar::toUpper(sign));
         return inside != place.negated;
     }
     default:
@@ -160,8 +160,8 @@ bool like(QStringView text, QStringView pattern, char32_t escape)
 void installLikeOperator(sqlite3 *handle)
 {
     for (int arguments : {2, 3}) {
-        if (sqlite3_create_function(handle, "like", arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, likeFunction,
-                                    nullptr, nullptr)
+        if (sqlite3_create_function(handle, "like", arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                    likeFunction, nullptr, nullptr)
             != SQLITE_OK)
             throw runtime::RuntimeError(runtime::ErrorNumber::Database, QString::fromUtf8(sqlite3_errmsg(handle)));
     }

@@ -17,8 +17,8 @@ namespace ado {
 namespace {
 
 // Type numbers of the ODBC interface.
-constexpr int odbcNumericTypes[]{-7 /* bit */,     -6 /* tiny */,  -5 /* big */,  2 /* numeric */, 3 /* decimal */,
-                             4 /* integer */, 5 /* small */, 6 /* float */, 7 /* real */,    8 /* double */};
+constexpr int odbcNumericTypes[]{-7 /* bit */,    -6 /* tiny */, -5 /* big */,  2 /* numeric */, 3 /* decimal */,
+                                 4 /* integer */, 5 /* small */, 6 /* float */, 7 /* real */,    8 /* double */};
 
 void addCell(CellTable &table, const QVariant &value)
 {
@@ -36,9 +36,8 @@ void addCell(CellTable &table, const QVariant &value)
     case QMetaType::Float:
         return table.addReal(value.toDouble());
     default: {
-        const QByteArray text = (value.typeId() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate)
-                                                                   : value.toString())
-                                    .toUtf8();
+        const QByteArray text =
+            (value.typeId() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate) : value.toString()).toUtf8();
         table.addText(text.constData(), static_cast<std::size_t>(text.size()));
     }
     }

@@ -16,7 +16,7 @@ namespace ado {
 namespace {
 
 // Type numbers of the server's catalogue, which never change.
-constexpr Oid numericTypes[]{16 /* bool */, 20 /* int8 */,    21 /* int2 */,   23 /* int4 */,
+constexpr Oid numericTypes[]{16 /* bool */,    20 /* int8 */,    21 /* int2 */, 23 /* int4 */,
                              700 /* float4 */, 701 /* float8 */, 1700 /* numeric */};
 
 QString decoded(const QString &part)
@@ -135,8 +135,8 @@ CellTable PostgresDriver::read(const Command &select)
     const int rowCount = PQntuples(rows);
     std::vector<ResultColumn> described;
     for (int column = 0; column < columnCount; ++column)
-        described.push_back(describeColumn(QString::fromUtf8(PQfname(rows, column)), isNumeric(PQftype(rows, column)),
-                                           select.text()));
+        described.push_back(
+            describeColumn(QString::fromUtf8(PQfname(rows, column)), isNumeric(PQftype(rows, column)), select.text()));
     CellTable table(std::move(described));
     for (int row = 0; row < rowCount; ++row) {
         for (int column = 0; column < columnCount; ++column) {

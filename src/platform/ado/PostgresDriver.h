@@ -44,7 +44,7 @@ private:
     static void notice(void *driver, const pg_result *message);
 
     pg_conn *handle_ = nullptr; ///< null while there is no session: the library takes that for a lost one
-    bool ending_ = false; ///< the server said that it ends this session
+    bool ending_ = false;       ///< the server said that it ends this session
 };
 
 } // namespace ado

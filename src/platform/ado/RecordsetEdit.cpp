@@ -51,7 +51,8 @@ void Recordset::Private::requireTouched(int touched) const
 void Recordset::Private::updateRow()
 {
     Connection::Private &layer = connection->layer();
-    Command command = layer.driver->command() << u"UPDATE " << QString::fromUtf16(rows->shape().base()->name) << u" SET ";
+    Command command = layer.driver->command()
+                      << u"UPDATE " << QString::fromUtf16(rows->shape().base()->name) << u" SET ";
     QStringView separator;
     for (const auto &[column, value] : assigned) {
         command << std::exchange(separator, u", ") << QString::fromUtf16(column->name) << u" = ";
@@ -88,8 +89,9 @@ void Recordset::Private::insertRow()
         command << u" RETURNING " << key;
     const CellTable answer = layer.readBack(command);
     if (answer.rowCount() == 0) // a trigger of the server's may drop a row without an error
-        throw RuntimeError(ErrorNumber::Database,
-                           QStringLiteral("새로 입력한 내용이 저장되지 않았습니다. 다시 시도하고, 계속되면 개발사로 문의하십시오."));
+        throw RuntimeError(
+            ErrorNumber::Database,
+            QStringLiteral("새로 입력한 내용이 저장되지 않았습니다. 다시 시도하고, 계속되면 개발사로 문의하십시오."));
     discardPending();
     position = rows->append(answer.value(0, 0));
     keep(rows->readAgain(position));

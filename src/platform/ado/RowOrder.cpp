@@ -111,8 +111,8 @@ private:
         if (cell.kind == CellTable::Kind::Null)
             return {};
         const ColumnType type = description.registered ? description.registered->type
-            : description.numeric || cell.kind != CellTable::Kind::Text ? ColumnType::Money
-                                                                          : ColumnType::Text;
+                                : description.numeric || cell.kind != CellTable::Kind::Text ? ColumnType::Money
+                                                                                            : ColumnType::Text;
         if (type == ColumnType::Number)
             return {realPrefix(typedValue(table, cell, type).toDouble()), nullptr, 0, SortKey::Number};
         if (type != ColumnType::Text && type != ColumnType::Date)

@@ -70,7 +70,8 @@ CellTable RowStore::readAll()
 
 void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore *before)
 {
-    order_ = orderedRows(*cells_, columns, keyColumn_, before ? before->guessedOrder(cells_->rowCount()) : std::vector<Physical>());
+    order_ = orderedRows(*cells_, columns, keyColumn_,
+                         before ? before->guessedOrder(cells_->rowCount()) : std::vector<Physical>());
     loadedOrder_ = order_;
 }
 
@@ -229,8 +230,8 @@ void RowStore::readRows(std::span<const Physical> rows)
         const auto own = table->columns().end() - (shape_.keyIsAdded() ? 1 : 0);
         columns_.assign(table->columns().begin(), own);
     }
-    const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1
-                                              : columnIndex(QString::fromUtf16(shape_.base()->key));
+    const int keyColumn =
+        shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(QString::fromUtf16(shape_.base()->key));
     Inside *const now = inside();
     for (Physical row : rows) {
         read_[row] = {};
@@ -344,8 +345,8 @@ void RowStore::sort(std::span<const OrderColumn> columns)
         return;
     }
     readForgotten();
-    const std::vector<Physical> sorted = read_.empty() ? orderedRows(*cells_, columns, keyColumn_)
-                                                       : orderedRows(asLastRead(), columns, keyColumn_);
+    const std::vector<Physical> sorted =
+        read_.empty() ? orderedRows(*cells_, columns, keyColumn_) : orderedRows(asLastRead(), columns, keyColumn_);
     std::vector<bool> present(static_cast<std::size_t>(cells_->rowCount()) + appended_.size());
     for (Physical row : order_)
         present[row] = true;

@@ -119,7 +119,7 @@ private:
     ConnectionPtr connection_;
     SelectShape shape_;
     bool whole_ = false;
-    int keyColumn_ = -1; ///< in cells_
+    int keyColumn_ = -1;               ///< in cells_
     std::shared_ptr<CellTable> cells_; ///< all columns, or keys and order columns
     std::vector<ResultColumn> columns_;
     std::vector<Physical> order_;

@@ -15,7 +15,8 @@ bool isAny(const Token &token, std::initializer_list<QStringView> words)
 
 bool isJoinWord(const Token &token)
 {
-    return isAny(token, {u"INNER", u"LEFT", u"RIGHT", u"FULL", u"CROSS", u"OUTER", u"NATURAL", u"JOIN", u"ON", u"USING"});
+    return isAny(token,
+                 {u"INNER", u"LEFT", u"RIGHT", u"FULL", u"CROSS", u"OUTER", u"NATURAL", u"JOIN", u"ON", u"USING"});
 }
 
 } // namespace
@@ -43,7 +44,7 @@ QString SelectParser::between(Position first, Position last) const
 }
 
 std::vector<std::pair<SelectParser::Position, SelectParser::Position>> SelectParser::split(Position first,
-                                                                                          Position last) const
+                                                                                           Position last) const
 {
     std::vector<std::pair<Position, Position>> parts;
     Position start = first;
@@ -86,7 +87,8 @@ void SelectParser::run()
     if (from < filter)
         readSources(from + 1, filter);
 
-    shape_.extensible_ = !distinct && limit == end && (grouped || !calls_)
+    shape_.extensible_ =
+        !distinct && limit == end && (grouped || !calls_)
         && std::ranges::none_of(shape_.order_, [](const OrderItem &item) { return item.expression.isEmpty(); });
     const bool keyed = shape_.extensible_ && !grouped && !calls_ && joinedSafely_ && !shape_.sources_.empty();
     shape_.base_ = keyed ? shape_.sources_.front().table : nullptr;
@@ -116,7 +118,7 @@ SelectShape::ListItem SelectParser::listItem(Position first, Position last) cons
         return item;
     }
     const bool named = count >= 2 && end.isName() && !end.isWord(u"END")
-        && (tokens_[last - 2].kind != Token::Kind::Sign || tokens_[last - 2].isSign(u')'));
+                       && (tokens_[last - 2].kind != Token::Kind::Sign || tokens_[last - 2].isSign(u')'));
     if (named) {
         const Position alias = tokens_[last - 2].isWord(u"AS") ? last - 2 : last - 1;
         item.name = bareName(end);
@@ -176,8 +178,8 @@ OrderItem SelectParser::orderItem(Position first, Position last) const
     if (first < last && isAny(tokens_[last - 1], {u"ASC", u"DESC"}))
         item.descending = tokens_[--last].isWord(u"DESC");
     const Position count = last - first;
-    const bool understood = count > 0 && tokens_[first].kind != Token::Kind::Number
-        && find({u"NULLS", u"COLLATE"}, first) >= last;
+    const bool understood =
+        count > 0 && tokens_[first].kind != Token::Kind::Number && find({u"NULLS", u"COLLATE"}, first) >= last;
     if (!understood)
         return item;
     item.expression = between(first, last);

@@ -31,8 +31,8 @@ const Column *SelectShape::baseColumn(const QString &field) const
     const bool elsewhere = std::ranges::any_of(sources_, [&](const Source &source) {
         return source.table != base_ && (!source.table || source.table->column(field));
     });
-    const bool renamed = std::ranges::any_of(
-        items_, [&](const ListItem &item) { return !item.plain && sameName(item.name, field); });
+    const bool renamed =
+        std::ranges::any_of(items_, [&](const ListItem &item) { return !item.plain && sameName(item.name, field); });
     return elsewhere || renamed ? nullptr : column;
 }
 
@@ -43,7 +43,7 @@ bool SelectShape::listHolds(const QString &field) const
             return sameName(item.name, field);
         return std::ranges::any_of(sources_, [&](const Source &source) {
             return source.table && source.table->column(field)
-                && (item.qualifier.isEmpty() || sameName(item.qualifier, source.name));
+                   && (item.qualifier.isEmpty() || sameName(item.qualifier, source.name));
         });
     });
 }
@@ -56,7 +56,8 @@ QString SelectShape::keyName() const
 bool SelectShape::keyIsAdded() const
 {
     // In a join a column of that name may be another table's.
-    return base_ && (joined() || !baseColumn(QString::fromUtf16(base_->key)) || !listHolds(QString::fromUtf16(base_->key)));
+    return base_
+           && (joined() || !baseColumn(QString::fromUtf16(base_->key)) || !listHolds(QString::fromUtf16(base_->key)));
 }
 
 SelectShape SelectShape::withoutKey() const

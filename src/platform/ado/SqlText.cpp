@@ -49,7 +49,7 @@ private:
     bool startsWord(QChar c) const
     {
         return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c.unicode() > 0x7f
-            || (dialect_ == Dialect::SqlServer && (c == u'#' || c == u'@'));
+               || (dialect_ == Dialect::SqlServer && (c == u'#' || c == u'@'));
     }
 
     bool continuesWord(QChar c) const { return startsWord(c) || isDigit(c) || c == u'$'; }

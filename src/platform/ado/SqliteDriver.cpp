@@ -53,8 +53,8 @@ private:
         if (value.typeId() == QMetaType::Double)
             return sqlite3_bind_double(statement_, at, value.toDouble());
         const QString text = value.toString();
-        return sqlite3_bind_text16(statement_, at, text.utf16(), static_cast<int>(text.size() * qsizetype{sizeof(char16_t)}),
-                                   SQLITE_TRANSIENT);
+        return sqlite3_bind_text16(statement_, at, text.utf16(),
+                                   static_cast<int>(text.size() * qsizetype{sizeof(char16_t)}), SQLITE_TRANSIENT);
     }
 
     PreparedStatements &prepared_;

@@ -46,11 +46,20 @@ private:
 #define ZELVO_CLASS_SERVER(serverFunction)                                                                             \
     static const char withinThisLibrary = 0;                                                                           \
     extern "C" {                                                                                                       \
-    Q_DECL_EXPORT int DllRegisterServer() { return serverFunction().registerServer(&withinThisLibrary); }              \
-    Q_DECL_EXPORT int DllUnregisterServer() { return serverFunction().unregisterServer(); }                            \
+    Q_DECL_EXPORT int DllRegisterServer()                                                                              \
+    {                                                                                                                  \
+        return serverFunction().registerServer(&withinThisLibrary);                                                    \
+    }                                                                                                                  \
+    Q_DECL_EXPORT int DllUnregisterServer()                                                                            \
+    {                                                                                                                  \
+        return serverFunction().unregisterServer();                                                                    \
+    }                                                                                                                  \
     Q_DECL_EXPORT int DllGetClassObject(const char *programId, QObject **object)                                       \
     {                                                                                                                  \
         return serverFunction().classObject(programId, object);                                                        \
     }                                                                                                                  \
-    Q_DECL_EXPORT int DllCanUnloadNow() { return serverFunction().canUnloadNow(&withinThisLibrary); }                  \
+    Q_DECL_EXPORT int DllCanUnloadNow()                                                                                \
+    {                                                                                                                  \
+        return serverFunction().canUnloadNow(&withinThisLibrary);                                                      \
+    }                                                                                                                  \
     }

@@ -26,7 +26,7 @@ struct ColorRoles
 bool isEntryBox(const QWidget *control)
 {
     return qobject_cast<const QLineEdit *>(control) || qobject_cast<const QComboBox *>(control)
-        || qobject_cast<const QAbstractSpinBox *>(control) || qobject_cast<const QAbstractScrollArea *>(control);
+           || qobject_cast<const QAbstractSpinBox *>(control) || qobject_cast<const QAbstractScrollArea *>(control);
 }
 
 ColorRoles rolesOf(const QWidget *control)
@@ -117,7 +117,8 @@ void installKoreanFonts()
 {
     static const bool installed = [] {
         const QStringList present = QFontDatabase::families();
-        for (const char16_t *name : {u"맑은 고딕", u"Malgun Gothic", u"굴림", u"Gulim", u"굴림체", u"GulimChe", u"돋움", u"Dotum"}) {
+        for (const char16_t *name :
+             {u"맑은 고딕", u"Malgun Gothic", u"굴림", u"Gulim", u"굴림체", u"GulimChe", u"돋움", u"Dotum"}) {
             const QString family = QString::fromUtf16(name);
             if (!present.contains(family))
                 QFont::insertSubstitution(family, QStringLiteral("NanumBarunGothic"));

@@ -32,8 +32,9 @@ QString askSaveFile(QWidget *owner, const QString &title, const QString &proposa
         if (const QString ending = u'.' + suffix; !file.endsWith(ending, Qt::CaseInsensitive))
             file += ending;
         if (!QFileInfo::exists(file)
-            || MsgBox(QStringLiteral("같은 이름의 파일이 있습니다. 새 파일로 바꾸시겠습니까?\n파일: ") + file, question, title, owner)
-                == Answer::Yes)
+            || MsgBox(QStringLiteral("같은 이름의 파일이 있습니다. 새 파일로 바꾸시겠습니까?\n파일: ") + file, question,
+                      title, owner)
+                   == Answer::Yes)
             return file;
     }
     return {};

@@ -20,9 +20,8 @@ void RecordsetGrid::Private::makeHeaders()
 {
     header = new GridHeader(grid);
     grid->setHorizontalHeader(header);
-    connect(header, &QHeaderView::sectionClicked, grid, [this](int column) {
-        runEvent([&] { emit grid->headClick(column); }, grid);
-    });
+    connect(header, &QHeaderView::sectionClicked, grid,
+            [this](int column) { runEvent([&] { emit grid->headClick(column); }, grid); });
     connect(header, &GridHeader::changedByUser, grid, [this] {
         noteWidths();
         runEvent([&] { emit grid->layoutChanged(true); }, grid);

@@ -51,7 +51,8 @@ void GridHeader::mouseReleaseEvent(QMouseEvent *event)
 
 int GridHeader::shownCount() const
 {
-    return int(std::count_if(offered_.begin(), offered_.end(), [this](int column) { return !isSectionHidden(column); }));
+    return int(
+        std::count_if(offered_.begin(), offered_.end(), [this](int column) { return !isSectionHidden(column); }));
 }
 
 void GridHeader::contextMenuEvent(QContextMenuEvent *event)

@@ -56,7 +56,8 @@ GridLayout designedLayout(const std::vector<GridColumn> &columns)
     return layout;
 }
 
-std::optional<GridLayout> readGridLayout(const QString &file, const QString &name, const std::vector<GridColumn> &columns)
+std::optional<GridLayout> readGridLayout(const QString &file, const QString &name,
+                                         const std::vector<GridColumn> &columns)
 {
     QFile stored(file);
     if (!stored.open(QIODevice::ReadOnly) || stored.size() > LargestFile)

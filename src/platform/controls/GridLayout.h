@@ -24,7 +24,8 @@ struct GridLayout
 GridLayout designedLayout(const std::vector<GridColumn> &columns);
 
 /// The layout of that name for these columns; nothing when the file is missing, damaged, or another program's or grid's.
-std::optional<GridLayout> readGridLayout(const QString &file, const QString &name, const std::vector<GridColumn> &columns);
+std::optional<GridLayout> readGridLayout(const QString &file, const QString &name,
+                                         const std::vector<GridColumn> &columns);
 
 /// Raises RuntimeError when the file cannot be written; an older file then stays whole.
 void writeGridLayout(const QString &file, const QString &name, const std::vector<GridColumn> &columns,

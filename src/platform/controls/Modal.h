@@ -15,7 +15,10 @@ class Modal
 {
 public:
     template <typename... Arguments>
-    explicit Modal(Arguments &&...arguments) : dialog_(new Dialog(std::forward<Arguments>(arguments)...)) {}
+    explicit Modal(Arguments &&...arguments)
+        : dialog_(new Dialog(std::forward<Arguments>(arguments)...))
+    {
+    }
     ~Modal() { delete dialog_.data(); }
     Modal(const Modal &) = delete;
     Modal &operator=(const Modal &) = delete;

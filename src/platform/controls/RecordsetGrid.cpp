@@ -158,7 +158,8 @@ void RecordsetGrid::keyPressEvent(QKeyEvent *event)
         }
         return;
     }
-    static constexpr Qt::Key steps[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+    static constexpr Qt::Key steps[] = {Qt::Key_Up,       Qt::Key_Down, Qt::Key_PageUp,
+                                        Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
     const bool isStep = std::find(std::begin(steps), std::end(steps), event->key()) != std::end(steps);
     const bool nothingChosen = !selectionModel()->hasSelection();
     const int toldBefore = d->told;
@@ -242,7 +243,8 @@ QModelIndex RecordsetGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers
 
 QItemSelectionModel::SelectionFlags RecordsetGrid::selectionCommand(const QModelIndex &index, const QEvent *) const
 {
-    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows : QItemSelectionModel::NoUpdate;
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
 }
 
 void RecordsetGrid::keyboardSearch(const QString &) {}

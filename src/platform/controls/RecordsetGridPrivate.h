@@ -54,11 +54,11 @@ struct RecordsetGrid::Private
     std::vector<QMetaObject::Connection> bonds; ///< with the recordset
     std::vector<int> widths;                    ///< as designed, loaded or dragged, pixels at 96 dpi
     bool following = false;                     ///< the view is being moved to where the recordset stands
-    bool inStockView = false;               ///< the stock view answers a mouse button or a key
+    bool inStockView = false;                   ///< the stock view answers a mouse button or a key
     QPersistentModelIndex clicked;
     QPersistentModelIndex doubleClicked;
     bool movedByUser = false;
-    int told = 0; ///< how often rowChange() was raised
+    int told = 0;          ///< how often rowChange() was raised
     bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
 };
 

@@ -140,7 +140,8 @@ QString RecordsetModel::shownText(int row, int column) const
     case Kind::Unbound:
         return unboundText(row, column);
     case Kind::Money:
-        return runtime::Format(storedValue(row, column), shown.format.isEmpty() ? runtime::strMoneyFormat : shown.format);
+        return runtime::Format(storedValue(row, column),
+                               shown.format.isEmpty() ? runtime::strMoneyFormat : shown.format);
     case Kind::Values:
         return translated(shown.values, storedValue(row, column));
     case Kind::Check:
@@ -173,8 +174,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
             return kind == Kind::Check ? QVariant(isChecked(row, column) ? Qt::Checked : Qt::Unchecked) : QVariant();
         case Qt::AccessibleTextRole:
             return kind == Kind::Check
-                ? QVariant(isChecked(row, column) ? QStringLiteral("선택됨") : QStringLiteral("선택 안 됨"))
-                : QVariant();
+                       ? QVariant(isChecked(row, column) ? QStringLiteral("선택됨") : QStringLiteral("선택 안 됨"))
+                       : QVariant();
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:

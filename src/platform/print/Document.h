@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/print/PageTable.h"
 #include "platform/print/Page.h"
+#include "platform/print/PageTable.h"
 
 #include <QMarginsF>
 #include <QSizeF>

@@ -62,7 +62,8 @@ QStringList broken(const QString &text, const QFont &font, double width)
 }
 
 /// The largest setting in exactly that many lines, not smaller than `least`.
-std::optional<double> scaleForLines(const TextItem &item, const QString &text, int count, double width, double height, double least)
+std::optional<double> scaleForLines(const TextItem &item, const QString &text, int count, double width, double height,
+                                    double least)
 {
     const double lineAtFull = QFontMetricsF(gridFont(item.font)).height();
     for (double scale = std::min(1.0, height / count / lineAtFull); scale >= least; scale *= 0.96) {

@@ -10,7 +10,8 @@ double length(const QString &text)
     bool ok = false;
     const double number = text.chopped(qMin<qsizetype>(2, text.size())).toDouble(&ok);
     if (!ok || (!centimetres && !text.endsWith(QLatin1String("mm"))))
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("길이를 읽을 수 없습니다: '%1'").arg(text));
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                    QStringLiteral("길이를 읽을 수 없습니다: '%1'").arg(text));
     return centimetres ? number * 10 : number;
 }
 

@@ -9,7 +9,8 @@ namespace {
 std::size_t checkedIndex(int number, std::size_t count, const QString &what)
 {
     if (number < 1 || std::size_t(number) > count)
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("표에 없는 %1입니다: %2").arg(what).arg(number));
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                    QStringLiteral("표에 없는 %1입니다: %2").arg(what).arg(number));
     return std::size_t(number) - 1;
 }
 
@@ -17,7 +18,8 @@ std::size_t checkedIndex(int number, std::size_t count, const QString &what)
 void refuseNothing(bool something, const QString &what, double value)
 {
     if (!something)
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("%1은 0보다 커야 합니다: %2").arg(what).arg(value));
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                    QStringLiteral("%1은 0보다 커야 합니다: %2").arg(what).arg(value));
 }
 
 } // namespace

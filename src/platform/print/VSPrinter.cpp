@@ -81,7 +81,8 @@ VSPrinter::VSPrinter(QWidget *parent)
 QPushButton *VSPrinter::makeButton(Command command)
 {
     const CommandFace &face = faces[command];
-    auto *button = controls::named(new QPushButton(QString::fromUtf16(face.caption), this), QString::fromLatin1(face.name));
+    auto *button =
+        controls::named(new QPushButton(QString::fromUtf16(face.caption), this), QString::fromLatin1(face.name));
     button->setAutoDefault(false);
     button->setAccessibleName(button->text());
     const QStringList keys = QString::fromLatin1(face.keys).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -119,10 +120,12 @@ QHBoxLayout *VSPrinter::makeViewBar()
     }
     auto *bar = new QHBoxLayout;
     bar->addStretch();
-    for (QWidget *widget : QWidgetList{buttons_[FirstPage], buttons_[PreviousPage], lblPage_, buttons_[NextPage], buttons_[LastPage]})
+    for (QWidget *widget :
+         QWidgetList{buttons_[FirstPage], buttons_[PreviousPage], lblPage_, buttons_[NextPage], buttons_[LastPage]})
         bar->addWidget(widget);
     bar->addSpacing(24);
-    for (QWidget *widget : QWidgetList{buttons_[ZoomOut], lblZoom_, buttons_[ZoomIn], buttons_[FitWidth], buttons_[FitPage]})
+    for (QWidget *widget :
+         QWidgetList{buttons_[ZoomOut], lblZoom_, buttons_[ZoomIn], buttons_[FitWidth], buttons_[FitPage]})
         bar->addWidget(widget);
     bar->addStretch();
     return bar;
@@ -131,18 +134,31 @@ QHBoxLayout *VSPrinter::makeViewBar()
 void VSPrinter::run(Command command)
 {
     switch (command) {
-    case Print: return printOut();
-    case SavePdf: return savePdf();
-    case FirstPage: return showPage(0);
-    case PreviousPage: return showPage(page_ - 1);
-    case NextPage: return showPage(page_ + 1);
-    case LastPage: return showPage(document_.pageCount() - 1);
-    case ZoomOut: return setZoom(zoom_ / zoomStep);
-    case ZoomIn: return setZoom(zoom_ * zoomStep);
-    case FitWidth: return fit(document_.paper().width(), 0);
-    case FitPage: return fit(document_.paper().width(), document_.paper().height());
-    case Close: emit closeAsked(); return;
-    case CommandCount: break;
+    case Print:
+        return printOut();
+    case SavePdf:
+        return savePdf();
+    case FirstPage:
+        return showPage(0);
+    case PreviousPage:
+        return showPage(page_ - 1);
+    case NextPage:
+        return showPage(page_ + 1);
+    case LastPage:
+        return showPage(document_.pageCount() - 1);
+    case ZoomOut:
+        return setZoom(zoom_ / zoomStep);
+    case ZoomIn:
+        return setZoom(zoom_ * zoomStep);
+    case FitWidth:
+        return fit(document_.paper().width(), 0);
+    case FitPage:
+        return fit(document_.paper().width(), document_.paper().height());
+    case Close:
+        emit closeAsked();
+        return;
+    case CommandCount:
+        break;
     }
 }
 

@@ -36,7 +36,20 @@ signals:
     void closeAsked();
 
 private:
-    enum Command { Print, SavePdf, FirstPage, PreviousPage, NextPage, LastPage, ZoomOut, ZoomIn, FitWidth, FitPage, Close, CommandCount };
+    enum Command {
+        Print,
+        SavePdf,
+        FirstPage,
+        PreviousPage,
+        NextPage,
+        LastPage,
+        ZoomOut,
+        ZoomIn,
+        FitWidth,
+        FitPage,
+        Close,
+        CommandCount
+    };
 
     QPushButton *makeButton(Command command);
     QHBoxLayout *makeOutputBar();

@@ -19,8 +19,8 @@ QString &otherFolder()
 QString storeFile(const QString &application)
 {
     const QString folder = otherFolder().isEmpty()
-        ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-        : otherFolder();
+                               ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                               : otherFolder();
     return QDir(folder).filePath(application + QStringLiteral(".ini"));
 }
 

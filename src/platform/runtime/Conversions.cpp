@@ -47,7 +47,8 @@ bool isWhole(const QVariant &value)
 
 std::int64_t whole(const QVariant &value)
 {
-    if (value.typeId() == QMetaType::ULongLong && value.toULongLong() > quint64(std::numeric_limits<std::int64_t>::max()))
+    if (value.typeId() == QMetaType::ULongLong
+        && value.toULongLong() > quint64(std::numeric_limits<std::int64_t>::max()))
         raiseOverflow();
     // A flag counts as -1, as it does on the desktop that these rules come from.
     return value.typeId() == QMetaType::Bool ? (value.toBool() ? -1 : 0) : value.toLongLong();

@@ -62,8 +62,7 @@ Currency Currency::fromPlainText(const QString &text, bool *ok)
                 continue;
             }
             // Counted downwards, so that the lowest value can be read too.
-            if (qMulOverflow(scaled, std::int64_t{10}, &scaled)
-                || qSubOverflow(scaled, std::int64_t{digit}, &scaled))
+            if (qMulOverflow(scaled, std::int64_t{10}, &scaled) || qSubOverflow(scaled, std::int64_t{digit}, &scaled))
                 raiseAmountOverflow();
             if (decimals >= 0)
                 ++decimals;

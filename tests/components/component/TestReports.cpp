@@ -45,7 +45,8 @@ automation::ClassServer &classServer()
         const bool lacking = qApp->property("behaviour").toString() == QStringLiteral("no method");
         return lacking ? static_cast<QObject *>(new ReportWithoutStart) : new Report;
     };
-    static automation::ClassServer server(QStringLiteral("test_reports"), {{QStringLiteral("VantoSalesPeriod.clsVantoSalesPeriod"), create},
+    static automation::ClassServer server(QStringLiteral("test_reports"),
+                                          {{QStringLiteral("VantoSalesPeriod.clsVantoSalesPeriod"), create},
                                            {QStringLiteral("VantoSalesItem.clsVantoSalesItem"), create}});
     return server;
 }

@@ -57,7 +57,8 @@ protected:
             char name[] = "installer";
             char *argv[] = {name, nullptr};
             QCoreApplication installer(argc, argv);
-            automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath() + QStringLiteral("/prjZelvoProductSale"));
+            automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath()
+                                                       + QStringLiteral("/prjZelvoProductSale"));
             schema::createSchema(*ado::Connection::open(address_, true));
         }
         person = [] { FAIL() << "nobody was expected"; };

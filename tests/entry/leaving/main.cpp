@@ -22,11 +22,20 @@ Desk openSale(const QStringList &words)
 {
     automation::classRegister::setFile(words.at(3) + QStringLiteral("/classes.ini"));
     registry::setStoreFolder(words.at(3));
-    automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath() + QStringLiteral("/prjZelvoProductSale"));
+    automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath()
+                                               + QStringLiteral("/prjZelvoProductSale"));
     Desk desk{ado::Connection::open(words.at(2)),
               automation::createObject(QStringLiteral("prjZelvoProductSale.clsZelvoProductSale"))};
-    QVariantList patient{QVariant::fromValue(desk.connection), 7, QStringLiteral("남궁보람"), QString(), true, QDate(1980, 5, 7),
-                         QString(), QString(), QString(), QString()};
+    QVariantList patient{QVariant::fromValue(desk.connection),
+                         7,
+                         QStringLiteral("남궁보람"),
+                         QString(),
+                         true,
+                         QDate(1980, 5, 7),
+                         QString(),
+                         QString(),
+                         QString(),
+                         QString()};
     automation::call(*desk.sale, words.at(4), patient);
     return desk;
 }

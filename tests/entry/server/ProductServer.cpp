@@ -43,7 +43,9 @@ QObject *createServer()
 
 automation::ClassServer &classServer()
 {
-    static automation::ClassServer server(QStringLiteral("test_product_server"), {{QStringLiteral("testCentral.Server"), createServer},
+    static automation::ClassServer server(
+        QStringLiteral("test_product_server"),
+        {{QStringLiteral("testCentral.Server"), createServer},
          {QStringLiteral("testCentral.Control"), []() -> QObject * { return new ServerControl; }}});
     return server;
 }

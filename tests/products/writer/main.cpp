@@ -32,7 +32,8 @@ void addAll(const QString &name, int count)
     for (int number = 1; number <= count; ++number) {
         const QString text = QString::number(number);
         if (products.add({name, name + text, text, QString(), true, true, day}) != SaveOutcome::Saved)
-            throw runtime::RuntimeError(runtime::ErrorNumber::Database, QStringLiteral("product %1 was not saved").arg(text));
+            throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                        QStringLiteral("product %1 was not saved").arg(text));
         const qint32 key = session.rsSaleProductListsManager->value("PM_PK").toInt();
         incoming.add(ProductKey(key), {QStringLiteral("1"), text, text, QString(), text, QString(), day});
     }
@@ -46,8 +47,9 @@ bool saveFirstRow(SaleSession &session, const QString &what, const QString &name
     if (what == QLatin1String("dealer"))
         return DealerOperations(session).change(DealerKey(1), {name, name, name, name, name}) == SaveOutcome::Saved;
     if (what == QLatin1String("purchase"))
-        return IncomingOperations(session).change(IncomingKey(1), {QStringLiteral("1"), QStringLiteral("2"), QString(), QString(), QString(), name, day})
-            == SaveOutcome::Saved;
+        return IncomingOperations(session).change(IncomingKey(1), {QStringLiteral("1"), QStringLiteral("2"), QString(),
+                                                                   QString(), QString(), name, day})
+               == SaveOutcome::Saved;
     OrderEdit order;
     order.memo = order.address = name;
     order.discountTotal = order.outstanding = QStringLiteral("0");
