@@ -69,6 +69,7 @@ protected:
     {
         void enterEditMode(const QString &code) override { entered.push_back(code.toStdString()); }
         void leaveEditMode(const QString &code) override { left.push_back(code.toStdString()); }
+        bool isInEdit(const QString &) const override { return false; }
         void paintEntryColors() override {}
         std::vector<std::string> entered;
         std::vector<std::string> left;

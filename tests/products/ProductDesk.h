@@ -44,6 +44,7 @@ public:
 
     void enterEditMode(const QString &code) override { modes.enterEditMode(code); }
     void leaveEditMode(const QString &code) override { modes.leaveEditMode(code); }
+    bool isInEdit(const QString &code) const override { return modes.isInEdit(code); }
     void paintEntryColors() override { modes.paintEntryColors(); }
 
     void type(const char *name, const char *typed)

@@ -47,6 +47,7 @@ public:
         const EditModeTable table = orders->editMode();
         if (code != table.code)
             return;
+        inEdit_ = code;
         setReach(false);
         for (QWidget *container : table.containers)
             container->setEnabled(true);
@@ -54,9 +55,11 @@ public:
     }
     void leaveEditMode(const QString &) override
     {
+        inEdit_.clear();
         setReach(true);
         open(orders->editMode(), false);
     }
+    bool isInEdit(const QString &code) const override { return inEdit_ == code; }
     void paintEntryColors() override { ++painted; }
 
     /// Typed over what the box holds.
@@ -104,6 +107,8 @@ private:
         for (QWidget *button : table.saveButtons)
             button->setVisible(editing);
     }
+
+    QString inEdit_;
 };
 
 class DeskTest : public SaleDatabase

@@ -77,7 +77,8 @@ void EditModes::enterEditMode(const QString &code)
 
 void EditModes::leaveEditMode(const QString &code)
 {
-    current_.clear();
+    if (isInEdit(code))
+        current_.clear();
     setAllEnabled(containers_, true);
     const EditModeTable *table = find(code);
     if (!table)
@@ -97,11 +98,11 @@ void EditModes::paintEntryColorsAlt() const
 {
     using controls::SystemColor;
     for (const EditModeTable &table : tables_) {
-        for (QWidget *control : table.entryControls) {
+        for (const EntryColor &entry : table.entryColors) {
             // Quirk (docs/architecture.md): this option keeps the button face while all others go grey.
-            const bool keepsButtonFace = control->objectName() == QLatin1String("optIsTaxed_1");
-            controls::setBackColor(control, controls::systemColor(keepsButtonFace ? SystemColor::ButtonFace
-                                                                                  : SystemColor::InactiveBorder));
+            const bool keepsButtonFace = entry.control->objectName() == QLatin1String("optIsTaxed_1");
+            controls::setBackColor(entry.control, controls::systemColor(keepsButtonFace ? SystemColor::ButtonFace
+                                                                                        : SystemColor::InactiveBorder));
         }
     }
 }

@@ -27,6 +27,7 @@ public:
     void paintEntryColors() const;
     void paintEntryColorsAlt() const;
 
+    bool isInEdit(const QString &code) const { return current_ == code; }
     /// Code of the pane in edit, empty while browsing.
     const QString &current() const { return current_; }
 

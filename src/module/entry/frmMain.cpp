@@ -2,7 +2,6 @@
 
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
-#include "forms/clsMyFunctions.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
@@ -235,9 +234,8 @@ void frmMain::enterEditMode(const QString &code)
 void frmMain::leaveEditMode(const QString &code)
 {
     editModes_.leaveEditMode(code);
-    // Quirk (docs/architecture.md): after any edit these two stay locked until the window is opened anew.
-    clsMyFunctions().setCollection2Locked({entryPane_->txtSaleProductLists(4), entryPane_->txtSaleProductLists(6)},
-                                          true);
+    // Quirk (docs/architecture.md): after any edit they stay locked until the window is opened anew.
+    entryPane_->lockPrices();
 }
 
 void frmMain::paintEntryColors()

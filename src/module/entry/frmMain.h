@@ -49,7 +49,9 @@ public:
 
     void enterEditMode(const QString &code) override;
     void leaveEditMode(const QString &code) override;
+    bool isInEdit(const QString &code) const override { return editModes_.isInEdit(code); }
     void paintEntryColors() override;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 

@@ -43,7 +43,7 @@ qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const
     const auto comeUp = [this] {
         showStatus();
         bringUp();
-        entryPane_->txtSaleProductLists(5)->setFocus();
+        entryPane_->focusQuantity();
         restoreMainWindowLayout(*this, *saleTab_->columns());
         repaint();
     };
@@ -118,9 +118,9 @@ void frmMain::abandonEdits()
 void frmMain::tellAbandonedEdit(const QString &code, const QString &customer)
 {
     static const QHash<QString, QString> edited = {
-        {QStringLiteral("00"), QStringLiteral("거래")},      {QStringLiteral("02"), QStringLiteral("수납 내역")},
-        {QStringLiteral("10"), QStringLiteral("판매 물품")}, {QStringLiteral("11"), QStringLiteral("물품 구매 내역")},
-        {QStringLiteral("12"), QStringLiteral("거래처")},
+        {editCode::Order, QStringLiteral("거래")},        {editCode::Ledger, QStringLiteral("수납 내역")},
+        {editCode::Product, QStringLiteral("판매 물품")}, {editCode::Purchase, QStringLiteral("물품 구매 내역")},
+        {editCode::Dealer, QStringLiteral("거래처")},
     };
     QString what = edited.value(code);
     if (code.startsWith(u'0')) // a customer's own

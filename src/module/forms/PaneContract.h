@@ -10,6 +10,15 @@
 /// Controls that one call locks or clears together.
 using ControlGroup = QList<QWidget *>;
 
+/// The edits, each by the code of the pane that it opens.
+namespace editCode {
+inline const QString Order = QStringLiteral("00");
+inline const QString Ledger = QStringLiteral("02");
+inline const QString Product = QStringLiteral("10");
+inline const QString Purchase = QStringLiteral("11");
+inline const QString Dealer = QStringLiteral("12");
+} // namespace editCode
+
 /// Back colour of one entry control outside or inside an edit.
 struct EntryColor
 {
@@ -20,14 +29,13 @@ struct EntryColor
 /// One edit mode as a pane hands it to the window.
 struct EditModeTable
 {
-    QString code;                   ///< "00", "02", "10", "11" or "12"
-    QList<QWidget *> containers;    ///< enabled again after all panes have been disabled
-    ControlGroup group;             ///< opened, and locked again at the end
-    QList<QWidget *> commands;      ///< hidden while in edit
-    QList<QWidget *> saveButtons;   ///< shown while in edit
-    QList<EntryColor> editColors;   ///< painted on entering
-    QList<QWidget *> entryControls; ///< all controls that take the two paint sets
-    QList<EntryColor> entryColors;  ///< painted by paintEntryColors
+    QString code;                  ///< of editCode; empty where there is no edit, but colours
+    QList<QWidget *> containers;   ///< enabled again after all panes have been disabled
+    ControlGroup group;            ///< opened, and locked again at the end
+    QList<QWidget *> commands;     ///< hidden while in edit
+    QList<QWidget *> saveButtons;  ///< shown while in edit
+    QList<EntryColor> editColors;  ///< painted on entering
+    QList<EntryColor> entryColors; ///< painted by paintEntryColors; their controls go grey in every edit
 };
 
 /// What a pane may ask of the window that holds it.
@@ -36,6 +44,8 @@ class PaneShell
 public:
     virtual void enterEditMode(const QString &code) = 0;
     virtual void leaveEditMode(const QString &code) = 0;
+    /// The one answer to whether a pane is in edit: none keeps its own.
+    virtual bool isInEdit(const QString &code) const = 0;
     virtual void paintEntryColors() = 0;
 
 protected:

@@ -24,8 +24,6 @@ using controls::RecordsetGrid;
 
 namespace {
 
-const QString ledgerEditCode = QStringLiteral("02");
-
 std::vector<controls::GridColumn> ledgerColumns()
 {
     using Kind = controls::GridColumn::Kind;
@@ -145,15 +143,13 @@ void LedgerPane::connectControls()
 EditModeTable LedgerPane::editMode() const
 {
     EditModeTable table;
-    table.code = ledgerEditCode;
+    table.code = editCode::Ledger;
     table.containers = {c1elaTransInfo_};
     table.group = c1elaTransInfo_->colTrans();
     table.commands = {chkcmdAddEditDelTran_.begin(), chkcmdAddEditDelTran_.end()};
     table.saveButtons = c1elaTransInfo_->saveButtons();
     table.editColors = c1elaTransInfo_->editColors();
     table.entryColors = c1elaTransInfo_->entryColors();
-    for (const EntryColor &entry : std::as_const(table.entryColors))
-        table.entryControls.append(entry.control);
     return table;
 }
 
@@ -316,7 +312,7 @@ void LedgerPane::endEdit()
         c1elaTransInfo_->showMemo(row ? session_.rsCustTranManage->value(QStringLiteral("tpstrans_Memo")) : QVariant());
     });
     c1elaTransInfo_->clearMoney();
-    shell_.leaveEditMode(ledgerEditCode);
+    shell_.leaveEditMode(editCode::Ledger);
     shell_.paintEntryColors();
     tdbCustTranManage_->setFocus();
     intTranEditMode_ = -1;

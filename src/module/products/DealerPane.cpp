@@ -8,7 +8,6 @@
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
-#include "products/GoneRow.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -20,7 +19,6 @@ namespace {
 
 using controls::GridColumn;
 
-const QString dealerEditCode = QStringLiteral("12");
 const QString listTitle = QStringLiteral("거래처목록");
 
 std::vector<GridColumn> dealerColumns()
@@ -39,62 +37,23 @@ std::vector<GridColumn> dealerColumns()
 } // namespace
 
 DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
-    : QWidget(parent)
-    , session_(session)
-    , shell_(shell)
+    : RecordPane(session, shell, session.rsCompanyMaster, {editCode::Dealer, QStringLiteral("거래처"), listTitle},
+                 parent)
     , operations_(session)
-    , list_(session.rsCompanyMaster)
 {
-    makeList();
-    makePanel();
-    layOutListAndPanel(this, sspCompanyMaster_[0], nullptr, sspCompanyMaster_[1]);
-    setTabChain({tdbCompanyMaster_, chkcmdCmpnyMstrAED_[0], chkcmdCmpnyMstrAED_[1], chkcmdCmpnyMstrAED_[2],
-                 txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_,
-                 chkcmdCmpnyMstrSave_[0], chkcmdCmpnyMstrSave_[1]});
-    connectControls();
-    resetPane();
-}
-
-void DealerPane::connectControls()
-{
-    connect(tdbCompanyMaster_, &controls::RecordsetGrid::rowChange, this, &DealerPane::fillPanel);
-    chkcmdCmpnyMstrAED_[0]->onPush(this, [this] { addDealer(); });
-    chkcmdCmpnyMstrAED_[1]->onPush(this, [this] { editDealer(); });
-    chkcmdCmpnyMstrAED_[2]->onPush(this, [this] { deleteDealer(); });
-    chkcmdCmpnyMstrSave_[0]->onPush(this, [this] { saveDealer(); });
-    chkcmdCmpnyMstrSave_[1]->onPush(this, [this] { endEdit(); });
-}
-
-void DealerPane::makeList()
-{
-    sspCompanyMaster_[0] = makePanelFrame(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), this);
-    auto *grid = new controls::RecordsetGrid(sspCompanyMaster_[0]);
-    tdbCompanyMaster_ = controls::named(grid, QStringLiteral("tdbCompanyMaster"));
-    list_.setGrid(grid);
-    grid->setAccessibleName(QStringLiteral("거래처"));
-    grid->setColumns(dealerColumns());
-    auto *layout = new QVBoxLayout(sspCompanyMaster_[0]);
-    layout->addWidget(grid);
-}
-
-void DealerPane::makePanel()
-{
-    sspCompanyMaster_[1] = makePanelFrame(QStringLiteral("sspCompanyMaster"), 1, QString(), this);
-    makeStrip();
-    auto *layout = new QVBoxLayout(sspCompanyMaster_[1]);
-    layout->addWidget(elTranMnu_);
+    makeList(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), QStringLiteral("tdbCompanyMaster"),
+             dealerColumns());
+    makePanel(QStringLiteral("sspCompanyMaster"), 1);
+    makeStrip(4, QStringLiteral("chkcmdCmpnyMstrAED"), QStringLiteral("chkcmdCmpnyMstrSave"), QStringLiteral("저장"),
+              panel_);
+    auto *layout = new QVBoxLayout(panel_);
+    layout->addWidget(strip_);
     layout->addLayout(makeFields(), 1);
-}
-
-void DealerPane::makeStrip()
-{
-    elTranMnu_ = controls::named(new QWidget(sspCompanyMaster_[1]), QStringLiteral("elTranMnu"), 4);
-    chkcmdCmpnyMstrAED_ =
-        makePushChecks(QStringLiteral("chkcmdCmpnyMstrAED"),
-                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
-    chkcmdCmpnyMstrSave_ = makePushChecks(QStringLiteral("chkcmdCmpnyMstrSave"),
-                                          {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
-    layOutStrip(elTranMnu_, chkcmdCmpnyMstrAED_, chkcmdCmpnyMstrSave_);
+    layOutListAndPanel(this, listFrame_, nullptr, panel_);
+    setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtCmCompanyName_, chkCmIsValid_, txtCmTel_,
+                 txtCmRegNum_, txtCmAddress_, txtCmMemo_, saveButtons_[0], saveButtons_[1]});
+    connectControls();
+    DealerPane::resetPane();
 }
 
 QGridLayout *DealerPane::makeFields()
@@ -124,7 +83,7 @@ QGridLayout *DealerPane::makeFields()
 
 void DealerPane::loadCompanyMaster()
 {
-    if (!session_.rsCompanyMaster)
+    if (!rows_)
         return;
     const QPointer<DealerPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
@@ -133,40 +92,8 @@ void DealerPane::loadCompanyMaster()
         resetPane();
 }
 
-void DealerPane::loadIfClosed()
+void DealerPane::showRow(const ado::Recordset &dealer)
 {
-    if (!isLoaded())
-        loadCompanyMaster();
-}
-
-/// Whether the dealer is still there; then it is on view.
-bool DealerPane::readListAnew(DealerKey dealer)
-{
-    const bool found = list_.requeryQuietlyAt(dealer.bookmark());
-    fillPanel();
-    return found;
-}
-
-void DealerPane::leaveGone()
-{
-    const QString told = leaveGoneRow(list_, QStringLiteral("거래처"));
-    resetPane();
-    MsgBox(told, InformationIcon, listTitle, this);
-}
-
-void DealerPane::fillPanel()
-{
-    if (list_.comesAnew() || inEdit() || !isLoaded())
-        return;
-    const ado::Recordset &dealer = *session_.rsCompanyMaster;
-    if (!dealer.hasCurrent()) {
-        resetPane();
-        return;
-    }
-    if (dealer.isGone()) {
-        leaveGone();
-        return;
-    }
     using runtime::text;
     controls::showText(txtCmCompanyName_, text(dealer[QStringLiteral("CM_Name")]));
     controls::showText(txtCmRegNum_, text(dealer[QStringLiteral("CM_RegNum")]));
@@ -184,46 +111,37 @@ void DealerPane::resetPane()
     chkCmIsValid_->setChecked(false);
 }
 
-void DealerPane::addDealer()
+void DealerPane::addRow()
 {
-    intCompanyEditMode_ = 0;
+    mode_ = Adds;
     resetPane();
-    shell_.enterEditMode(dealerEditCode);
-    txtCmCompanyName_->setFocus();
+    enterEdit(txtCmCompanyName_);
 }
 
-void DealerPane::editDealer()
+void DealerPane::editRow()
 {
-    intCompanyEditMode_ = -1;
-    if (!SaleSession::hasCurrent(session_.rsCompanyMaster))
+    mode_ = Neither;
+    if (!hasRow())
         return;
-    edited_ = DealerKey(session_.rsCompanyMaster->bookmark());
-    shell_.enterEditMode(dealerEditCode);
-    txtCmCompanyName_->setFocus();
-    intCompanyEditMode_ = 1;
+    edited_ = DealerKey(rows_->bookmark());
+    enterEdit(txtCmCompanyName_);
+    mode_ = Changes;
 }
 
-void DealerPane::deleteDealer()
+void DealerPane::deleteRow()
 {
-    intCompanyEditMode_ = -1;
-    if (!SaleSession::hasCurrent(session_.rsCompanyMaster))
+    mode_ = Neither;
+    if (!hasRow())
         return;
-    const DealerKey dealer(session_.rsCompanyMaster->bookmark());
+    const DealerKey dealer(rows_->bookmark());
     const QString title = QStringLiteral("거래처삭제");
-    const QPointer<DealerPane> alive(this);
-    if (MsgBox(QStringLiteral("거래처를 삭제하시겠습니까?"), controls::YesNo | InformationIcon, title, this)
-            != controls::Answer::Yes
-        || !alive)
+    if (!agrees(QStringLiteral("거래처를 삭제하시겠습니까?"), title))
         return;
-    try {
+    tellIfGone(dealer.bookmark(), [&] {
         if (operations_.remove(dealer) == DealerOperations::Deletion::InUse)
             MsgBox(QStringLiteral("해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."),
                    InformationIcon, title, this);
-    } catch (const runtime::RuntimeError &error) {
-        if (!isConflict(error) || readListAnew(dealer))
-            throw;
-        leaveGone();
-    }
+    });
 }
 
 DealerEdit DealerPane::typed() const
@@ -232,71 +150,31 @@ DealerEdit DealerPane::typed() const
             txtCmTel_->text(),         txtCmMemo_->text(),   chkCmIsValid_->isChecked()};
 }
 
-void DealerPane::saveDealer()
+void DealerPane::saveRow()
 {
-    const bool changes = intCompanyEditMode_ == 1;
+    const bool changes = mode_ == Changes;
     SaveOutcome outcome = SaveOutcome::Saved;
-    if (intCompanyEditMode_ == 0)
+    if (mode_ == Adds)
         outcome = operations_.add(typed());
     else if (changes)
         outcome = operations_.change(edited_, typed());
-    const QPointer<DealerPane> alive(this);
-    if (outcome == SaveOutcome::Refused) {
-        MsgBox(QStringLiteral("거래처이름을 입력하십시오."), InformationIcon, listTitle, this);
-        if (alive)
-            txtCmCompanyName_->setFocus();
-        return;
-    }
-    const bool failed = outcome == SaveOutcome::Failed;
-    if (failed)
-        MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
-               QStringLiteral("저장"), this);
-    if (alive)
-        endEdit(failed && changes ? edited_ : DealerKey());
+    if (outcome == SaveOutcome::Refused)
+        refuse(QStringLiteral("거래처이름을 입력하십시오."), InformationIcon, listTitle, txtCmCompanyName_);
+    else
+        endSave(outcome, changes ? edited_.bookmark() : ado::Bookmark());
 }
 
-/// Errors are trapped: the edit ends even if the list cannot be read.
-void DealerPane::endEdit(DealerKey dealer)
+ControlGroup DealerPane::editGroup() const
 {
-    shell_.leaveEditMode(dealerEditCode);
-    shell_.paintEntryColors();
-    const QPointer<DealerPane> alive(this); // a row that is shown may open a box
-    runtime::Attempt attempt;
-    attempt([&] {
-        if (!isLoaded())
-            loadCompanyMaster();
-        else if (dealer)
-            readListAnew(dealer);
-        else
-            session_.rsCompanyMaster->Requery();
-    });
-    if (!alive)
-        return;
-    tdbCompanyMaster_->setFocus();
-    intCompanyEditMode_ = -1;
+    const ControlGroup colCompany{txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_};
+    return colCompany;
 }
 
-bool DealerPane::abandonEdit()
-{
-    const bool open = inEdit();
-    if (open)
-        endEdit();
-    return open;
-}
-
-EditModeTable DealerPane::editMode() const
+QList<EntryColor> DealerPane::fieldColors() const
 {
     using controls::SystemColor;
-    EditModeTable table;
-    table.code = dealerEditCode;
-    table.containers = {elTranMnu_, sspCompanyMaster_[1]};
-    const ControlGroup colCompany{txtCmCompanyName_, chkCmIsValid_, txtCmTel_, txtCmRegNum_, txtCmAddress_, txtCmMemo_};
-    table.group = colCompany;
-    table.commands = {chkcmdCmpnyMstrAED_.begin(), chkcmdCmpnyMstrAED_.end()};
-    table.saveButtons = {chkcmdCmpnyMstrSave_.begin(), chkcmdCmpnyMstrSave_.end()};
-
     const QColor window = controls::systemColor(SystemColor::Window);
-    table.editColors = {
+    return {
         {txtCmCompanyName_, controls::systemColor(SystemColor::InfoBackground)},
         {txtCmTel_, window},
         {txtCmRegNum_, window},
@@ -304,8 +182,4 @@ EditModeTable DealerPane::editMode() const
         {txtCmMemo_, window},
         {chkCmIsValid_, controls::systemColor(SystemColor::ButtonFace)},
     };
-    table.entryColors = table.editColors;
-    for (const EntryColor &color : table.editColors)
-        table.entryControls += color.control;
-    return table;
 }

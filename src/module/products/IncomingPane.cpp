@@ -19,7 +19,6 @@ using controls::MsgBox;
 
 namespace {
 
-const QString incomingEditCode = QStringLiteral("11");
 const QString incomingTitle = QStringLiteral("물품구매내역");
 
 double pureNumber(const QLineEdit *box)
@@ -40,22 +39,19 @@ QString moneyOf(const QVariant &value)
 } // namespace
 
 IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *parent)
-    : QWidget(parent)
-    , session_(session)
-    , shell_(shell)
+    : RecordPane(session, shell, session.rsProductIncoming,
+                 {editCode::Purchase, QStringLiteral("구매내역"), incomingTitle}, parent)
     , operations_(session)
-    , list_(session.rsProductIncoming)
 {
-    makeList();
-    makeStrip();
-    makePanel();
+    makeControls();
     connectFields();
-    connectButtons();
-    layOutListAndPanel(this, sspProductIncoming_[0], elTranMnu_, sspProductIncoming_[1]);
-    setTabChain({tdbProductIncoming_, chkcmdIncomingAED_[0], chkcmdIncomingAED_[1], chkcmdIncomingAED_[2], txtIncCount_,
-                 txtIncPricePerUnit_, txtIncHalinTotal_, txtIncPriceTotal_, chkCmdIncSelectCompany_, txtIncCompanyName_,
-                 dtpIncDate_, txtIncMemo_, chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]});
-    resetPane();
+    connectControls();
+    chkCmdIncSelectCompany_->onPush(this, [this] { selectDealer(); });
+    layOutListAndPanel(this, listFrame_, strip_, panel_);
+    setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtIncCount_, txtIncPricePerUnit_,
+                 txtIncHalinTotal_, txtIncPriceTotal_, chkCmdIncSelectCompany_, txtIncCompanyName_, dtpIncDate_,
+                 txtIncMemo_, saveButtons_[0], saveButtons_[1]});
+    IncomingPane::resetPane();
 }
 
 void IncomingPane::connectFields()
@@ -84,24 +80,13 @@ void IncomingPane::stepCount(int by)
         txtIncCount_->setText(runtime::text(count + by));
 }
 
-void IncomingPane::connectButtons()
-{
-    connect(tdbProductIncoming_, &controls::RecordsetGrid::rowChange, this, &IncomingPane::fillPanel);
-    chkcmdIncomingAED_[0]->onPush(this, [this] { addIncoming(); });
-    chkcmdIncomingAED_[1]->onPush(this, [this] { editIncoming(); });
-    chkcmdIncomingAED_[2]->onPush(this, [this] { deleteIncoming(); });
-    chkcmdIncomingSave_[0]->onPush(this, [this] { saveIncoming(); });
-    chkcmdIncomingSave_[1]->onPush(this, [this] { endEdit(); });
-    chkCmdIncSelectCompany_->onPush(this, [this] { selectDealer(); });
-}
-
 void IncomingPane::loadProductIncoming(ProductKey product)
 {
     product_ = product;
     // The product list may be read again during an edit: the purchase in edit stays, and this list follows afterwards.
     if (inEdit())
         return;
-    if (!session_.rsProductIncoming)
+    if (!rows_)
         return;
     list_.close();
     loaded_ = {};
@@ -120,42 +105,16 @@ void IncomingPane::loadProductIncoming(ProductKey product)
         loaded_ = product;
 }
 
-void IncomingPane::loadIfClosed()
+void IncomingPane::load()
 {
-    if (isLoaded() || !product_)
+    if (!product_)
         return;
     runtime::Attempt attempt;
     attempt([this] { loadProductIncoming(product_); });
 }
 
-/// Whether the purchase is still there; then it is on view.
-bool IncomingPane::readListAnew(IncomingKey purchase)
+void IncomingPane::showRow(const ado::Recordset &incoming)
 {
-    const bool found = list_.requeryQuietlyAt(purchase.bookmark());
-    fillPanel();
-    return found;
-}
-
-void IncomingPane::leaveGone()
-{
-    const QString told = leaveGoneRow(list_, QStringLiteral("구매내역"));
-    resetPane();
-    MsgBox(told, InformationIcon, incomingTitle, this);
-}
-
-void IncomingPane::fillPanel()
-{
-    if (list_.comesAnew() || inEdit() || !isLoaded())
-        return;
-    const ado::Recordset &incoming = *session_.rsProductIncoming;
-    if (!incoming.hasCurrent()) {
-        resetPane();
-        return;
-    }
-    if (incoming.isGone()) {
-        leaveGone();
-        return;
-    }
     txtIncCount_->setText(runtime::text(valOf(incoming[QStringLiteral("IN_Count")])));
     txtIncPricePerUnit_->setText(moneyOf(incoming[QStringLiteral("IN_UnitPrice")]));
     txtIncHalinTotal_->setText(moneyOf(incoming[QStringLiteral("IN_HalinTotal")]));
@@ -180,51 +139,38 @@ void IncomingPane::resetPane()
     dtpIncDate_->setDate(QDate::currentDate());
 }
 
-void IncomingPane::addIncoming()
+void IncomingPane::addRow()
 {
     if (!SaleSession::hasCurrent(session_.rsSaleProductListsManager)) {
         MsgBox(QStringLiteral("판매 물품 목록을 추가 하십시오"), InformationIcon, QStringLiteral("물품구매내역추가"),
                this);
         return;
     }
-    intIncomingEditMode_ = 0;
+    mode_ = Adds;
     // Kept by key, since the product list may be read again during the edit.
     bought_ = ProductKey(session_.rsSaleProductListsManager->bookmark());
     resetPane();
-    shell_.enterEditMode(incomingEditCode);
-    txtIncCount_->setFocus();
+    enterEdit(txtIncCount_);
 }
 
-void IncomingPane::editIncoming()
+void IncomingPane::editRow()
 {
-    intIncomingEditMode_ = -1;
-    if (!SaleSession::hasCurrent(session_.rsProductIncoming))
+    mode_ = Neither;
+    if (!hasRow())
         return;
-    edited_ = IncomingKey(session_.rsProductIncoming->bookmark());
-    shell_.enterEditMode(incomingEditCode);
-    txtIncCount_->setFocus();
-    intIncomingEditMode_ = 1;
+    edited_ = IncomingKey(rows_->bookmark());
+    enterEdit(txtIncCount_);
+    mode_ = Changes;
 }
 
-void IncomingPane::deleteIncoming()
+void IncomingPane::deleteRow()
 {
-    intIncomingEditMode_ = -1;
-    if (!SaleSession::hasCurrent(session_.rsProductIncoming))
+    mode_ = Neither;
+    if (!hasRow())
         return;
-    const IncomingKey purchase(session_.rsProductIncoming->bookmark());
-    const QPointer<IncomingPane> alive(this);
-    if (MsgBox(QStringLiteral("물품 구매내역을 삭제 하시겠습니까?"), controls::YesNo | InformationIcon,
-               QStringLiteral("삭제"), this)
-            != controls::Answer::Yes
-        || !alive)
-        return;
-    try {
-        operations_.remove(purchase);
-    } catch (const runtime::RuntimeError &error) {
-        if (!isConflict(error) || readListAnew(purchase))
-            throw;
-        leaveGone();
-    }
+    const IncomingKey purchase(rows_->bookmark());
+    if (agrees(QStringLiteral("물품 구매내역을 삭제 하시겠습니까?"), QStringLiteral("삭제")))
+        tellIfGone(purchase.bookmark(), [&] { operations_.remove(purchase); });
 }
 
 IncomingEdit IncomingPane::typed() const
@@ -240,9 +186,9 @@ IncomingEdit IncomingPane::typed() const
 
 SaveOutcome IncomingPane::save()
 {
-    if (intIncomingEditMode_ == 0)
+    if (mode_ == Adds)
         return operations_.add(bought_, typed());
-    if (intIncomingEditMode_ != 1)
+    if (mode_ != Changes)
         return SaveOutcome::Saved;
     try {
         return operations_.change(edited_, typed());
@@ -250,48 +196,35 @@ SaveOutcome IncomingPane::save()
         if (isConflict(error)) {
             // What the other desk stored shows in the list; the edit stays as typed, and may be saved over it.
             runtime::Attempt attempt;
-            attempt([this] { session_.rsProductIncoming->requeryAt(edited_.bookmark()); });
+            attempt([this] { rows_->requeryAt(edited_.bookmark()); });
         }
         throw;
     }
 }
 
 /// No trap: an error leaves the panel in edit and is told at the edge of the event.
-void IncomingPane::saveIncoming()
+void IncomingPane::saveRow()
 {
     const SaveOutcome outcome = save();
-    if (outcome == SaveOutcome::Saved) {
-        endEdit();
-        return;
-    }
-    const bool tooMuch = outcome == SaveOutcome::TooMuch;
-    const QPointer<IncomingPane> alive(this);
-    MsgBox(tooMuch ? QStringLiteral("구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 입력하십시오.")
-                   : QStringLiteral("거래처를 선택하십시오."),
-           InformationIcon, incomingTitle, this);
-    if (alive)
-        (tooMuch ? static_cast<QLineEdit *>(txtIncCount_) : txtIncCompanyName_)->setFocus();
+    if (outcome == SaveOutcome::Saved)
+        endEdit({});
+    else if (outcome == SaveOutcome::TooMuch)
+        refuse(QStringLiteral("구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 입력하십시오."),
+               InformationIcon, incomingTitle, txtIncCount_);
+    else
+        refuse(QStringLiteral("거래처를 선택하십시오."), InformationIcon, incomingTitle, txtIncCompanyName_);
 }
 
-void IncomingPane::endEdit()
+/// Unlike the other lists' it lets errors go on to the caller.
+void IncomingPane::endEdit(const ado::Bookmark &)
 {
-    intIncomingEditMode_ = -1;
-    shell_.leaveEditMode(incomingEditCode);
-    shell_.paintEntryColors();
-    tdbProductIncoming_->setFocus();
+    mode_ = Neither;
+    leaveEdit();
+    grid_->setFocus();
     if (product_ != loaded_)
         loadProductIncoming(product_);
     else if (isLoaded())
-        session_.rsProductIncoming->Requery();
-}
-
-bool IncomingPane::abandonEdit()
-{
-    if (!inEdit())
-        return false;
-    runtime::Attempt attempt; // a lost server is met by whatever begins next
-    attempt([this] { endEdit(); });
-    return true;
+        rows_->Requery();
 }
 
 void IncomingPane::selectDealer()

@@ -27,33 +27,14 @@ std::vector<GridColumn> incomingColumns()
 
 } // namespace
 
-void IncomingPane::makeList()
+void IncomingPane::makeControls()
 {
-    sspProductIncoming_[0] = makePanelFrame(QStringLiteral("sspProductIncoming"), 0, QStringLiteral("거래내역"), this);
-    auto *grid = new controls::RecordsetGrid(sspProductIncoming_[0]);
-    tdbProductIncoming_ = controls::named(grid, QStringLiteral("tdbProductIncoming"));
-    list_.setGrid(grid);
-    grid->setAccessibleName(QStringLiteral("거래내역"));
-    grid->setColumns(incomingColumns());
-    auto *layout = new QVBoxLayout(sspProductIncoming_[0]);
-    layout->addWidget(grid);
-}
-
-void IncomingPane::makeStrip()
-{
-    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 3);
-    chkcmdIncomingAED_ =
-        makePushChecks(QStringLiteral("chkcmdIncomingAED"),
-                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
-    chkcmdIncomingSave_ = makePushChecks(QStringLiteral("chkcmdIncomingSave"),
-                                         {QStringLiteral("저장"), QStringLiteral("취소")}, elTranMnu_);
-    layOutStrip(elTranMnu_, chkcmdIncomingAED_, chkcmdIncomingSave_);
-}
-
-void IncomingPane::makePanel()
-{
-    sspProductIncoming_[1] = makePanelFrame(QStringLiteral("sspProductIncoming"), 1, QString(), this);
-    sspProductIncoming_[1]->setLayout(makeFields());
+    const QString frame = QStringLiteral("sspProductIncoming");
+    makeList(frame, 0, QStringLiteral("거래내역"), QStringLiteral("tdbProductIncoming"), incomingColumns());
+    makeStrip(3, QStringLiteral("chkcmdIncomingAED"), QStringLiteral("chkcmdIncomingSave"), QStringLiteral("저장"),
+              this);
+    makePanel(frame, 1);
+    panel_->setLayout(makeFields());
 }
 
 QGridLayout *IncomingPane::makeFields()
@@ -91,28 +72,21 @@ QGridLayout *IncomingPane::makeFields()
     return form;
 }
 
-EditModeTable IncomingPane::editMode() const
+ControlGroup IncomingPane::editGroup() const
+{
+    const ControlGroup colIncoming{txtIncCount_,      udIincomingCount_,  txtIncPricePerUnit_, txtIncHalinTotal_,
+                                   txtIncPriceTotal_, txtIncCompanyName_, dtpIncDate_,         chkCmdIncSelectCompany_,
+                                   txtIncMemo_,       saveButtons_[0],    saveButtons_[1]};
+    return colIncoming;
+}
+
+QList<EntryColor> IncomingPane::fieldColors() const
 {
     using controls::SystemColor;
-    EditModeTable table;
-    table.code = QStringLiteral("11");
-    table.containers = {elTranMnu_, sspProductIncoming_[1]};
-    const ControlGroup colIncoming{
-        txtIncCount_,      udIincomingCount_,      txtIncPricePerUnit_,   txtIncHalinTotal_,
-        txtIncPriceTotal_, txtIncCompanyName_,     dtpIncDate_,           chkCmdIncSelectCompany_,
-        txtIncMemo_,       chkcmdIncomingSave_[0], chkcmdIncomingSave_[1]};
-    table.group = colIncoming;
-    table.commands = {chkcmdIncomingAED_.begin(), chkcmdIncomingAED_.end()};
-    table.saveButtons = {chkcmdIncomingSave_.begin(), chkcmdIncomingSave_.end()};
-
     const QColor required = controls::systemColor(SystemColor::InfoBackground);
     const QColor window = controls::systemColor(SystemColor::Window);
-    table.editColors = {
+    return {
         {txtIncCount_, required},     {txtIncPricePerUnit_, required}, {txtIncHalinTotal_, required},
         {txtIncCompanyName_, window}, {txtIncMemo_, window},           {txtIncPriceTotal_, QColor(0xFF, 0xF0, 0xD0)},
     };
-    table.entryColors = table.editColors;
-    for (const EntryColor &color : table.editColors)
-        table.entryControls += color.control;
-    return table;
 }

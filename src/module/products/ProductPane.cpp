@@ -19,7 +19,6 @@ using controls::MsgBox;
 
 namespace {
 
-const QString productEditCode = QStringLiteral("10");
 const QString commandTitle = QStringLiteral("판매 물품");
 
 // Stands for no date.
@@ -28,40 +27,24 @@ const QDate noDate(1900, 1, 1);
 } // namespace
 
 ProductPane::ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent)
-    : QWidget(parent)
-    , session_(session)
-    , shell_(shell)
+    : RecordPane(session, shell, session.rsSaleProductListsManager,
+                 {editCode::Product, QStringLiteral("물품"), commandTitle}, parent)
     , operations_(session)
-    , list_(session.rsSaleProductListsManager)
 {
-    makeList();
-    makeStrip();
-    makePanel();
+    makeControls();
     arrange();
-    setTabChain({tdbSaleProductListsManager_, chkCmdProdSaleAddEdiDel_[0], chkCmdProdSaleAddEdiDel_[1],
-                 chkCmdProdSaleAddEdiDel_[2], txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2],
-                 dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0], optIsValid_[1],
-                 txtProSaleInfoMemo_, chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]});
+    setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtProSaleInfo_[0], txtProSaleInfo_[1],
+                 txtProSaleInfo_[2], dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0],
+                 optIsValid_[1], txtProSaleInfoMemo_, saveButtons_[0], saveButtons_[1]});
     connectControls();
-    resetPane();
-}
-
-void ProductPane::connectControls()
-{
-    using controls::RecordsetGrid;
-    connect(tdbSaleProductListsManager_, &RecordsetGrid::rowChange, this, &ProductPane::fillPanel);
     // The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
-    controls::onEvent(tdbSaleProductListsManager_, &RecordsetGrid::afterColumnUpdate, this,
-                      [this](int) { saveHideMark(); });
-    for (int index = 0; index < chkCmdProdSaleAddEdiDel_.size(); ++index)
-        chkCmdProdSaleAddEdiDel_[index]->onPush(this, [this, index] { runCommand(index); });
-    chkCmdSaveProduct_[0]->onPush(this, [this] { saveProduct(); });
-    chkCmdSaveProduct_[1]->onPush(this, [this] { endEdit(); });
+    controls::onEvent(grid_, &controls::RecordsetGrid::afterColumnUpdate, this, [this](int) { saveHideMark(); });
+    ProductPane::resetPane();
 }
 
 void ProductPane::saveHideMark()
 {
-    ado::Recordset &products = *session_.rsSaleProductListsManager;
+    ado::Recordset &products = *rows_;
     try {
         products.Update();
     } catch (const runtime::RuntimeError &error) {
@@ -77,7 +60,7 @@ void ProductPane::saveHideMark()
 
 void ProductPane::disableCommands()
 {
-    for (controls::PushCheck *button : chkCmdProdSaleAddEdiDel_)
+    for (controls::PushCheck *button : commands_)
         button->setEnabled(false);
 }
 
@@ -89,60 +72,25 @@ void ProductPane::loadProductListsManager(bool keepRow)
         const bool showAll =
             clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
         const QString statement = clsSQL().getProductMasterSQL(showAll);
-        if (keepRow && SaleSession::hasCurrent(session_.rsSaleProductListsManager))
-            list_.loadAt(statement, session_.rsSaleProductListsManager->bookmark());
+        if (keepRow && hasRow())
+            list_.loadAt(statement, rows_->bookmark());
         else
             list_.load(statement);
     });
     if (alive && attempt.failed() && !inEdit())
-        showNoProduct();
-}
-
-void ProductPane::loadIfClosed()
-{
-    if (!isLoaded())
-        loadProductListsManager();
-}
-
-/// Whether the product is still there; then it is on view.
-bool ProductPane::readListAnew(ProductKey product)
-{
-    const bool found = list_.requeryQuietlyAt(product.bookmark());
-    if (found)
-        fillPanel();
-    else
-        showNoProduct();
-    return found;
+        showNone();
 }
 
 /// Clears more than on an empty list: figures of a product that is gone would be taken for another's.
-void ProductPane::showNoProduct()
+void ProductPane::showNone()
 {
     resetPane();
     stock_->clear();
     emit currentProductChanged({});
 }
 
-void ProductPane::leaveGone()
+void ProductPane::showRow(const ado::Recordset &product)
 {
-    const QString told = leaveGoneRow(list_, QStringLiteral("물품"));
-    showNoProduct();
-    MsgBox(told, InformationIcon, commandTitle, this);
-}
-
-void ProductPane::fillPanel()
-{
-    if (list_.comesAnew() || inEdit() || !isLoaded())
-        return;
-    const ado::Recordset &product = *session_.rsSaleProductListsManager;
-    if (!product.hasCurrent()) {
-        resetPane(); // the stock figures of the last product stay on view
-        return;
-    }
-    if (product.isGone()) {
-        leaveGone();
-        return;
-    }
     using runtime::text;
     controls::showText(txtProSaleInfo_[0], text(product[QStringLiteral("PM_Catagory")]));
     controls::showText(txtProSaleInfo_[1], text(product[QStringLiteral("PM_Name")]));
@@ -175,59 +123,47 @@ void ProductPane::resetPane()
     dtpProdListAddedDate_->setDate(noDate);
 }
 
-void ProductPane::runCommand(int index)
+void ProductPane::run(Command command)
 {
-    struct Command
-    {
-        void (ProductPane::*run)();
-        QString failure;
-    };
-    const Command commands[] = {
-        {&ProductPane::addProduct, QStringLiteral("판매 물품 추가를 하지 못했습니다.")},
-        {&ProductPane::editProduct, QStringLiteral("판매 물품 수정을 하지 못했습니다.")},
-        {&ProductPane::deleteProduct, QStringLiteral("판매 물품 삭제를 하지 못했습니다.")},
+    const QString failures[] = {
+        QStringLiteral("판매 물품 추가를 하지 못했습니다."),
+        QStringLiteral("판매 물품 수정을 하지 못했습니다."),
+        QStringLiteral("판매 물품 삭제를 하지 못했습니다."),
     };
     if (!isLoaded())
         return;
-    // Chosen before it is called: GCC 12's sanitizers lose the index of a member function called straight out of a table.
-    const Command &command = commands[index];
     const QPointer<ProductPane> alive(this);
     try {
-        (this->*command.run)();
+        RecordPane::run(command);
     } catch (const runtime::RuntimeError &) {
-        MsgBox(command.failure, InformationIcon, commandTitle, alive);
+        MsgBox(failures[command], InformationIcon, commandTitle, alive);
     }
 }
 
-void ProductPane::addProduct()
+void ProductPane::addRow()
 {
-    intProductEditMode_ = 0;
+    mode_ = Adds;
     resetPane();
-    shell_.enterEditMode(productEditCode);
-    txtProSaleInfo_[0]->setFocus();
+    enterEdit(txtProSaleInfo_[0]);
 }
 
-void ProductPane::editProduct()
+void ProductPane::editRow()
 {
-    intProductEditMode_ = 1;
-    if (!session_.rsSaleProductListsManager->hasCurrent())
+    mode_ = Changes;
+    if (!hasRow())
         return;
     edited_ = operations_.beginChange();
-    shell_.enterEditMode(productEditCode);
-    txtProSaleInfo_[0]->setFocus();
+    enterEdit(txtProSaleInfo_[0]);
     selectAllText(txtProSaleInfo_[0]);
 }
 
-void ProductPane::deleteProduct()
+void ProductPane::deleteRow()
 {
-    if (!session_.rsSaleProductListsManager->hasCurrent())
+    if (!hasRow())
         return;
-    const ProductKey product(session_.rsSaleProductListsManager->bookmark());
+    const ProductKey product(rows_->bookmark());
     const QString title = QStringLiteral("물품목록삭제");
-    const QPointer<ProductPane> alive(this);
-    if (MsgBox(QStringLiteral("선택한 물품을 삭제 하시겠습니까?"), controls::YesNo | InformationIcon, title, this)
-            != controls::Answer::Yes
-        || !alive)
+    if (!agrees(QStringLiteral("선택한 물품을 삭제 하시겠습니까?"), title))
         return;
     const ProductOperations::Deletion deletion = operations_.remove(product);
     if (deletion == ProductOperations::Deletion::Gone)
@@ -247,54 +183,16 @@ ProductEdit ProductPane::typed() const
             dtpProdListAddedDate_->date()};
 }
 
-void ProductPane::saveProduct()
+void ProductPane::saveRow()
 {
-    const bool changes = intProductEditMode_ == 1;
+    const bool changes = mode_ == Changes;
     SaveOutcome outcome = SaveOutcome::Saved;
-    if (intProductEditMode_ == 0)
+    if (mode_ == Adds)
         outcome = operations_.add(typed());
     else if (changes)
         outcome = operations_.change(typed());
-    const QPointer<ProductPane> alive(this);
-    if (outcome == SaveOutcome::Refused) {
-        MsgBox(QStringLiteral("분류 또는 물품명이 비어있습니다"), controls::ConfirmOnly, QString(), this);
-        if (alive)
-            txtProSaleInfo_[0]->setFocus();
-        return;
-    }
-    const bool failed = outcome == SaveOutcome::Failed;
-    if (failed)
-        MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
-               QStringLiteral("저장"), this);
-    if (alive)
-        endEdit(failed && changes ? edited_ : ProductKey());
-}
-
-/// Errors are trapped: the edit ends even if the list cannot be read.
-void ProductPane::endEdit(ProductKey product)
-{
-    shell_.leaveEditMode(productEditCode);
-    shell_.paintEntryColors();
-    const QPointer<ProductPane> alive(this); // a row that is shown may open a box
-    runtime::Attempt attempt;
-    attempt([&] {
-        if (!isLoaded())
-            loadProductListsManager();
-        else if (product)
-            readListAnew(product);
-        else
-            session_.rsSaleProductListsManager->Requery();
-    });
-    if (!alive)
-        return;
-    tdbSaleProductListsManager_->setFocus();
-    intProductEditMode_ = -1;
-}
-
-bool ProductPane::abandonEdit()
-{
-    const bool open = inEdit();
-    if (open)
-        endEdit();
-    return open;
+    if (outcome == SaveOutcome::Refused)
+        refuse(QStringLiteral("분류 또는 물품명이 비어있습니다"), controls::ConfirmOnly, QString(), txtProSaleInfo_[0]);
+    else
+        endSave(outcome, changes ? edited_.bookmark() : ado::Bookmark());
 }

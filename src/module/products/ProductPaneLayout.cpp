@@ -41,34 +41,15 @@ QGroupBox *makeOptions(const QString &title, const QString &name, const QStringL
 
 } // namespace
 
-void ProductPane::makeList()
+void ProductPane::makeControls()
 {
-    sspPMProductList_ = makePanelFrame(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"), this);
-    auto *grid = new controls::RecordsetGrid(sspPMProductList_);
-    tdbSaleProductListsManager_ = controls::named(grid, QStringLiteral("tdbSaleProductListsManager"));
-    list_.setGrid(grid);
-    grid->setAccessibleName(QStringLiteral("판매 물품 목록"));
-    grid->setColumns(managerColumns());
-    auto *layout = new QVBoxLayout(sspPMProductList_);
-    layout->addWidget(grid);
-}
-
-void ProductPane::makeStrip()
-{
-    elTranMnu_ = controls::named(new QWidget(this), QStringLiteral("elTranMnu"), 2);
-    chkCmdProdSaleAddEdiDel_ =
-        makePushChecks(QStringLiteral("chkCmdProdSaleAddEdiDel"),
-                       {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, elTranMnu_);
-    chkCmdSaveProduct_ = makePushChecks(QStringLiteral("chkCmdSaveProduct"),
-                                        {QStringLiteral("저 장"), QStringLiteral("취소")}, elTranMnu_);
-    layOutStrip(elTranMnu_, chkCmdProdSaleAddEdiDel_, chkCmdSaveProduct_);
-}
-
-void ProductPane::makePanel()
-{
-    sspPMProductInfo_ = makePanelFrame(QStringLiteral("sspPMProductInfo"), -1, QString(), this);
+    makeList(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"),
+             QStringLiteral("tdbSaleProductListsManager"), managerColumns());
+    makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
+              QStringLiteral("저 장"), this);
+    makePanel(QStringLiteral("sspPMProductInfo"), -1);
     stock_ = new StockBox(session_);
-    auto *layout = new QHBoxLayout(sspPMProductInfo_);
+    auto *layout = new QHBoxLayout(panel_);
     layout->addLayout(makeFields(), 1);
     layout->addWidget(stock_);
 }
@@ -106,12 +87,12 @@ void ProductPane::arrange()
     auto *belowLayout = new QVBoxLayout(below);
     belowLayout->setContentsMargins(0, 0, 0, 0);
     belowLayout->setSpacing(2);
-    belowLayout->addWidget(elTranMnu_);
-    belowLayout->addWidget(sspPMProductInfo_, 1);
+    belowLayout->addWidget(strip_);
+    belowLayout->addWidget(panel_, 1);
 
     auto *split = new QSplitter(Qt::Vertical, this);
     split->setChildrenCollapsible(false);
-    split->addWidget(sspPMProductList_);
+    split->addWidget(listFrame_);
     split->addWidget(below);
     split->setStretchFactor(0, 1);
     auto *layout = new QVBoxLayout(this);
@@ -119,23 +100,21 @@ void ProductPane::arrange()
     layout->addWidget(split);
 }
 
-EditModeTable ProductPane::editMode() const
+ControlGroup ProductPane::editGroup() const
 {
-    EditModeTable table;
-    table.code = QStringLiteral("10");
-    table.containers = {elTranMnu_, sspPMProductInfo_};
-    const ControlGroup colProSaleInfo{txtProSaleInfo_[0],    txtProSaleInfo_[1],    txtProSaleInfo_[2],
-                                      txtProSaleInfoMemo_,   dtpProdListAddedDate_, optIsTaxed_[0],
-                                      optIsTaxed_[1],        optIsValid_[0],        optIsValid_[1],
-                                      chkCmdSaveProduct_[0], chkCmdSaveProduct_[1]};
-    table.group = colProSaleInfo;
-    table.commands = {chkCmdProdSaleAddEdiDel_.begin(), chkCmdProdSaleAddEdiDel_.end()};
-    table.saveButtons = {chkCmdSaveProduct_.begin(), chkCmdSaveProduct_.end()};
+    const ControlGroup colProSaleInfo{txtProSaleInfo_[0],  txtProSaleInfo_[1],    txtProSaleInfo_[2],
+                                      txtProSaleInfoMemo_, dtpProdListAddedDate_, optIsTaxed_[0],
+                                      optIsTaxed_[1],      optIsValid_[0],        optIsValid_[1],
+                                      saveButtons_[0],     saveButtons_[1]};
+    return colProSaleInfo;
+}
 
+QList<EntryColor> ProductPane::fieldColors() const
+{
     const QColor required = controls::systemColor(SystemColor::InfoBackground);
     const QColor window = controls::systemColor(SystemColor::Window);
     const QColor face = controls::systemColor(SystemColor::ButtonFace);
-    table.editColors = {
+    return {
         {txtProSaleInfo_[0], required},
         {txtProSaleInfo_[1], required},
         {txtProSaleInfo_[2], required},
@@ -148,8 +127,4 @@ EditModeTable ProductPane::editMode() const
         {stock_->txtProdStat()[1], window},
         {stock_->txtProdStat()[2], window},
     };
-    table.entryColors = table.editColors;
-    for (const EntryColor &color : table.editColors)
-        table.entryControls += color.control;
-    return table;
 }

@@ -101,7 +101,6 @@ void DetailPane::placeControls()
 EditModeTable DetailPane::colors() const
 {
     EditModeTable table;
-    table.entryControls = {txtCustOrderRfndMemo_};
     table.entryColors = {{txtCustOrderRfndMemo_, controls::LockedColor}};
     return table;
 }

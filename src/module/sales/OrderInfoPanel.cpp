@@ -147,10 +147,8 @@ void OrderInfoPanel::showOrder(const ado::Recordset &orders)
     const bool pickUp = runtime::isNull(gubun) || runtime::CLng(gubun) == sale::PickUp;
     optTakBae_[pickUp ? 0 : 1]->setChecked(true);
     dtpOrderMasterDate_->setDate(orders[QStringLiteral("OrdM_Date")].toDate());
-    for (const OrderFieldSource &field : textFields) {
+    for (const OrderFieldSource &field : textFields)
         controls::showText(txtOrderMaster(field.index), runtime::text(orders[QLatin1String(field.column)]));
-        txtOrderMaster(field.index)->setCursorPosition(0); // a long address shows its beginning
-    }
     showTotals(orders);
 }
 

@@ -37,9 +37,9 @@ public:
     QList<QWidget *> saveButtons() const { return {chkcmdCSSaveInfo_[0], chkcmdCSSaveInfo_[1]}; }
 
     controls::PushCheck *chkcmdCSSaveInfo(int index) const { return chkcmdCSSaveInfo_.at(index); }
-    QLineEdit *txtOrderMaster(int index) const { return txtOrderMaster_.at(std::size_t(index)); }
 
 private:
+    QLineEdit *txtOrderMaster(int index) const { return txtOrderMaster_.at(std::size_t(index)); }
     void makeControls();
     void placeControls();
 

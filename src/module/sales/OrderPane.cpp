@@ -19,7 +19,6 @@ using controls::RecordsetGrid;
 
 namespace {
 
-const QString editCode = QStringLiteral("00");
 /// Index of OrdM_Misugum, the one cell that can be typed into.
 constexpr int outstandingColumn = 7;
 
@@ -95,15 +94,13 @@ void OrderPane::connectButtons()
 EditModeTable OrderPane::editMode() const
 {
     EditModeTable table;
-    table.code = editCode;
+    table.code = editCode::Order;
     table.containers = {c1elaCustSaleInfo_};
     table.group = c1elaCustSaleInfo_->colOrderMaster();
     table.commands = {elTranMnu_->chkCmdOrderMasterED(0), elTranMnu_->chkCmdOrderMasterED(1)};
     table.saveButtons = c1elaCustSaleInfo_->saveButtons();
     table.editColors = c1elaCustSaleInfo_->editColors();
     table.entryColors = c1elaCustSaleInfo_->entryColors();
-    for (const EntryColor &entry : std::as_const(table.entryColors))
-        table.entryControls.append(entry.control);
     return table;
 }
 
@@ -137,7 +134,7 @@ void OrderPane::readAnew()
 void OrderPane::rowChanged()
 {
     // While the form is in edit a reload must not wipe what is being typed.
-    const bool fill = intOrderEditState_ != 1;
+    const bool fill = !inEdit();
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster)) {
         if (fill)
             resetPane();
@@ -164,7 +161,7 @@ void OrderPane::orderIsGone()
 
 void OrderPane::showOrderTotals()
 {
-    if (intOrderEditState_ != 1 && SaleSession::hasCurrent(session_.rsCustSaleMaster))
+    if (!inEdit() && SaleSession::hasCurrent(session_.rsCustSaleMaster))
         c1elaCustSaleInfo_->showTotals(*session_.rsCustSaleMaster);
 }
 
@@ -175,17 +172,16 @@ void OrderPane::resetPane()
 
 void OrderPane::editOrder()
 {
-    intOrderEditState_ = save_.begin(c1elaCustSaleInfo_->edit()) ? 1 : -1;
-    if (intOrderEditState_ != 1)
+    if (!save_.begin(c1elaCustSaleInfo_->edit()))
         return;
-    shell_.enterEditMode(editCode);
+    shell_.enterEditMode(editCode::Order);
     c1elaCustSaleInfo_->openDiscount(true);
 }
 
 void OrderPane::saveOrder()
 {
     const QPointer<OrderPane> alive(this);
-    const Outcome outcome = intOrderEditState_ == 1 ? save_.save(c1elaCustSaleInfo_->edit()) : Outcome::Stopped;
+    const Outcome outcome = inEdit() ? save_.save(c1elaCustSaleInfo_->edit()) : Outcome::Stopped;
     const QString remark = outcome == Outcome::Conflict ? QStringLiteral(
                                "다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"
                                "확인한 뒤 다시 저장하거나 취소하십시오.")
@@ -214,15 +210,14 @@ void OrderPane::endEdit()
 
 void OrderPane::leaveEdit()
 {
-    intOrderEditState_ = -1;
     c1elaCustSaleInfo_->openDiscount(false);
-    shell_.leaveEditMode(editCode);
+    shell_.leaveEditMode(editCode::Order);
     shell_.paintEntryColors();
 }
 
 bool OrderPane::abandonEdit()
 {
-    const bool open = intOrderEditState_ == 1;
+    const bool open = inEdit();
     if (open)
         leaveEdit();
     return open;
@@ -230,7 +225,6 @@ bool OrderPane::abandonEdit()
 
 void OrderPane::deleteOrder()
 {
-    intOrderEditState_ = -1;
     const OrderKey order = operations_.currentOrder();
     if (!order)
         return;

@@ -43,7 +43,7 @@ public:
     /// Leaves an edit under way without saving, before another customer's orders come. Whether there was one.
     bool abandonEdit();
     /// 1 while the form is open for editing, otherwise -1.
-    qint16 intOrderEditState() const { return intOrderEditState_; }
+    qint16 intOrderEditState() const { return inEdit() ? 1 : -1; }
 
 signals:
     /// The current order is another one, or was read anew.
@@ -68,6 +68,7 @@ private:
     void deleteOrder();
     void saveOutstanding();
     bool hasOrderToPrint();
+    bool inEdit() const { return shell_.isInEdit(editCode::Order); }
     void askPeriodReceipt();
 
     SaleSession &session_;
@@ -79,5 +80,4 @@ private:
     OrderStrip *elTranMnu_;
     OrderInfoPanel *c1elaCustSaleInfo_;
     controls::RecordsetGrid *tdbCustSaleMaster_;
-    qint16 intOrderEditState_ = -1;
 };

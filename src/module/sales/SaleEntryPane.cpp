@@ -222,11 +222,20 @@ EditModeTable SaleEntryPane::colors() const
     EditModeTable table;
     for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
         MoneyBox *box = txtSaleProductLists(index);
-        table.entryControls.append(box);
         table.entryColors.append({box, entryFields[index].open ? controls::systemColor(controls::SystemColor::Window)
                                                                : controls::LockedColor});
     }
     return table;
+}
+
+void SaleEntryPane::focusQuantity()
+{
+    txtSaleProductLists(Quantity)->setFocus();
+}
+
+void SaleEntryPane::lockPrices()
+{
+    clsMyFunctions().setCollection2Locked({txtSaleProductLists(UnitDiscount), txtSaleProductLists(SalePrice)}, true);
 }
 
 void SaleEntryPane::setToday(OrderOperations::Clock today)
@@ -246,8 +255,6 @@ void SaleEntryPane::showProduct()
     // Quirk (docs/architecture.md): a product no longer handled shows its price here, but 0 after a change of kind.
     showPrices(sellType() == sale::NormalSale ? products[QStringLiteral("PM_UnitPrice")] : QVariant(0));
     controls::showText(txtSaleProductLists(EtcMemo), runtime::text(products[QStringLiteral("PM_EtcMemo")]));
-    for (int index : {Catagory, Name, EtcMemo})
-        txtSaleProductLists(index)->setCursorPosition(0); // a long name shows its beginning
     chkSaleProductLists_[0]->setChecked(runtime::isTrue(products[QStringLiteral("PM_IsTaxed")]));
     chkSaleProductLists_[1]->setChecked(runtime::isTrue(products[QStringLiteral("PM_IsValid")]));
     showLineTotal();

@@ -25,7 +25,6 @@ public:
     SaleEntryPane(SaleSession &session, QWidget *parent);
 
     QWidget *c1elaProductInfo() const { return c1elaProductInfo_; }
-    MoneyBox *txtSaleProductLists(int index) const { return txtSaleProductLists_.at(std::size_t(index)); }
 
     /// Open from the start: discount, quantity, stepper and button.
     ControlGroup colSaleEntry() const;
@@ -38,6 +37,9 @@ public:
     void showProduct();
     /// The pane without a product ("판매물품").
     void resetPane();
+    void focusQuantity();
+    /// Unit discount and sale price can be typed into no more.
+    void lockPrices();
     /// Replaces the clock that tells the date of new orders.
     void setToday(OrderOperations::Clock today);
 
@@ -53,6 +55,7 @@ private:
     void styleAppendButton();
     void orderTabs();
 
+    MoneyBox *txtSaleProductLists(int index) const { return txtSaleProductLists_.at(std::size_t(index)); }
     sale::LineType sellType() const;
     void sellTypeChanged();
     void step(int by);

@@ -1,0 +1,202 @@
+#include "products/RecordPane.h"
+
+#include "forms/FormRow.h"
+#include "platform/controls/MessageBox.h"
+#include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
+#include "products/GoneRow.h"
+
+#include <QPointer>
+#include <QVBoxLayout>
+
+#include <utility>
+
+using controls::InformationIcon;
+using controls::MsgBox;
+
+RecordPane::RecordPane(SaleSession &session, PaneShell &shell, SaleSession::RecordsetPtr &rows, Texts texts,
+                       QWidget *parent)
+    : QWidget(parent)
+    , session_(session)
+    , shell_(shell)
+    , rows_(rows)
+    , list_(rows)
+    , texts_(std::move(texts))
+{
+}
+
+void RecordPane::makeList(const QString &frame, int index, const QString &caption, const QString &grid,
+                          std::vector<controls::GridColumn> columns)
+{
+    listFrame_ = makePanelFrame(frame, index, caption, this);
+    grid_ = controls::named(new controls::RecordsetGrid(listFrame_), grid);
+    list_.setGrid(grid_);
+    grid_->setAccessibleName(caption);
+    grid_->setColumns(std::move(columns));
+    auto *layout = new QVBoxLayout(listFrame_);
+    layout->addWidget(grid_);
+}
+
+void RecordPane::makePanel(const QString &frame, int index)
+{
+    panel_ = makePanelFrame(frame, index, QString(), this);
+}
+
+void RecordPane::makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
+                           QWidget *parent)
+{
+    strip_ = controls::named(new QWidget(parent), QStringLiteral("elTranMnu"), index);
+    commands_ =
+        makePushChecks(commands, {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, strip_);
+    saveButtons_ = makePushChecks(saveButtons, {saveCaption, QStringLiteral("취소")}, strip_);
+    layOutStrip(strip_, commands_, saveButtons_);
+}
+
+void RecordPane::connectControls()
+{
+    connect(grid_, &controls::RecordsetGrid::rowChange, this, &RecordPane::fillPanel);
+    for (const Command command : {Add, Edit, Delete})
+        commands_[command]->onPush(this, [this, command] { run(command); });
+    saveButtons_[0]->onPush(this, [this] { saveRow(); });
+    saveButtons_[1]->onPush(this, [this] { endEdit({}); });
+}
+
+void RecordPane::run(Command command)
+{
+    switch (command) {
+    case Add:
+        addRow();
+        break;
+    case Edit:
+        editRow();
+        break;
+    case Delete:
+        deleteRow();
+        break;
+    }
+}
+
+void RecordPane::loadIfClosed()
+{
+    if (!isLoaded())
+        load();
+}
+
+void RecordPane::fillPanel()
+{
+    if (list_.comesAnew() || inEdit() || !isLoaded())
+        return;
+    if (!rows_->hasCurrent())
+        resetPane();
+    else if (rows_->isGone())
+        leaveGone();
+    else
+        showRow(*rows_);
+}
+
+/// Whether the row is still there; then it is on view.
+bool RecordPane::readListAnew(const ado::Bookmark &row)
+{
+    const bool found = list_.requeryQuietlyAt(row);
+    if (found)
+        fillPanel();
+    else
+        showNone();
+    return found;
+}
+
+void RecordPane::leaveGone()
+{
+    const QString told = leaveGoneRow(list_, texts_.kind);
+    showNone();
+    MsgBox(told, InformationIcon, texts_.title, this);
+}
+
+EditModeTable RecordPane::editMode() const
+{
+    EditModeTable table;
+    table.code = texts_.editCode;
+    table.containers = {strip_, panel_};
+    table.group = editGroup();
+    table.commands = {commands_.begin(), commands_.end()};
+    table.saveButtons = {saveButtons_.begin(), saveButtons_.end()};
+    table.editColors = fieldColors();
+    table.entryColors = table.editColors;
+    return table;
+}
+
+void RecordPane::enterEdit(QWidget *firstField)
+{
+    shell_.enterEditMode(texts_.editCode);
+    firstField->setFocus();
+}
+
+void RecordPane::leaveEdit()
+{
+    shell_.leaveEditMode(texts_.editCode);
+    shell_.paintEntryColors();
+}
+
+void RecordPane::refuse(const QString &told, int flags, const QString &title, QWidget *field)
+{
+    const QPointer<RecordPane> alive(this);
+    MsgBox(told, flags, title, this);
+    if (alive)
+        field->setFocus();
+}
+
+void RecordPane::endSave(SaveOutcome outcome, const ado::Bookmark &edited)
+{
+    const QPointer<RecordPane> alive(this);
+    const bool failed = outcome == SaveOutcome::Failed;
+    if (failed)
+        MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
+               QStringLiteral("저장"), this);
+    if (alive)
+        endEdit(failed ? edited : ado::Bookmark());
+}
+
+void RecordPane::endEdit(const ado::Bookmark &row)
+{
+    leaveEdit();
+    const QPointer<RecordPane> alive(this); // a row that is shown may open a box
+    runtime::Attempt attempt;
+    attempt([&] {
+        if (!isLoaded())
+            load();
+        else if (row.isValid())
+            readListAnew(row);
+        else
+            rows_->Requery();
+    });
+    if (!alive)
+        return;
+    grid_->setFocus();
+    mode_ = Neither;
+}
+
+bool RecordPane::abandonEdit()
+{
+    if (!inEdit())
+        return false;
+    runtime::Attempt attempt; // a lost server is met by whatever begins next
+    attempt([this] { endEdit({}); });
+    return true;
+}
+
+bool RecordPane::agrees(const QString &question, const QString &title)
+{
+    const QPointer<RecordPane> alive(this);
+    return MsgBox(question, controls::YesNo | InformationIcon, title, this) == controls::Answer::Yes && alive;
+}
+
+void RecordPane::tellIfGone(const ado::Bookmark &row, const std::function<void()> &remove)
+{
+    try {
+        remove();
+    } catch (const runtime::RuntimeError &error) {
+        if (!isConflict(error) || readListAnew(row))
+            throw;
+        leaveGone();
+    }
+}
