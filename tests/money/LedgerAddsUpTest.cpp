@@ -293,8 +293,8 @@ private:
     {
         const int code = kind(), amount = money();
         note("further operation on order", key_, amount);
-        ledger::append(*gcnnMasterDB,
-                       {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, QStringLiteral("01")});
+        ledger::insertRow(*gcnnMasterDB,
+                          {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, QStringLiteral("01")});
         book(code, amount);
         if (roll(2)) {
             ledger::addOutstanding(orders(), OrderKey(key_), -Currency::fromWon(amount));
@@ -312,8 +312,8 @@ private:
         const LedgerEntry form = typedEntry(code, amount);
         note(form.recalculates ? "entry, recalculating, on order" : "entry on order", key_, amount);
         open(session_.rsCustTranManage, clsSQL().getCustTranSQL(Patient, key_));
-        require(ledger::addEntry(session_, OrderKey(key_), form));
-        ledger::followAddedEntry(session_, OrderKey(key_), form);
+        require(ledger::addFormEntry(session_, OrderKey(key_), form));
+        ledger::followAddedFormEntry(session_, OrderKey(key_), form);
         book(code, amount);
         if (form.recalculates && code == ledger::Payment)
             at().owed = std::max<Won>(0, at().balance());
@@ -328,7 +328,7 @@ private:
         const LedgerEntry form = typedEntry(kind(), amount); // the row keeps its own kind
         note(form.recalculates ? "change of an entry, recalculating, on order" : "change of an entry on order", key_,
              amount);
-        require(ledger::changeEntry(session_, OrderKey(key_), LedgerKey(chosen_.key), form));
+        require(ledger::changeFormEntry(session_, OrderKey(key_), LedgerKey(chosen_.key), form));
         at().ledger[chosen_.kind] += amount - chosen_.amount;
         if (form.recalculates)
             at().owed = std::max<Won>(0, at().balance());
@@ -339,8 +339,8 @@ private:
             return;
         const int code = roll(5), amount = money(); // 0: none chosen
         note("entry rewritten", chosen_.key, amount);
-        ledger::change(*gcnnMasterDB, LedgerKey(chosen_.key),
-                       {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, {}});
+        ledger::updateRow(*gcnnMasterDB, LedgerKey(chosen_.key),
+                          {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, {}});
         at().ledger[chosen_.kind] -= chosen_.amount;
         at().ledger[code ? std::size_t(code) : chosen_.kind] += amount;
     }

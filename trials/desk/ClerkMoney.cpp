@@ -50,8 +50,8 @@ void Clerk::payFurther()
     const qint64 token = next();
     const auto kind = qint16(1 + roll(4));
     const bool paid = perform("pay-more", {{"token", token}, {"order", order_}}, [&] {
-        ledger::append(*gcnnMasterDB,
-                       {session_.customer.key(), OrderKey(order_), day(), kind, qint32(token), ledger::CardMethod});
+        ledger::insertRow(*gcnnMasterDB,
+                          {session_.customer.key(), OrderKey(order_), day(), kind, qint32(token), ledger::CardMethod});
         return Outcome::Done;
     });
     if (paid && roll(2))
@@ -86,7 +86,7 @@ void Clerk::addEntry()
     entry.intOperator = ledger::Payment;
     entry.money = runtime::Currency::fromWon(token);
     perform("entry", {{"token", token}, {"order", order_}},
-            [&] { return ledger::addEntry(session_, OrderKey(order_), entry) ? Outcome::Done : Outcome::Failed; });
+            [&] { return ledger::addFormEntry(session_, OrderKey(order_), entry) ? Outcome::Done : Outcome::Failed; });
 }
 
 void Clerk::deleteEntry()

@@ -1,16 +1,4 @@
 #include "components/VantoPayPeriod/clsVantoPayPeriod.h"
-#include "platform/automation/ClassServer.h"
+#include "components/frame/ComponentServer.h"
 
-namespace {
-
-automation::ClassServer &classServer()
-{
-    static automation::ClassServer server(
-        QStringLiteral("VantoPayPeriod"),
-        {{QStringLiteral("VantoPayPeriod.clsVantoPayPeriod"), []() -> QObject * { return new clsVantoPayPeriod; }}});
-    return server;
-}
-
-} // namespace
-
-ZELVO_CLASS_SERVER(classServer)
+ZELVO_STATISTIC_COMPONENT(VantoPayPeriod)

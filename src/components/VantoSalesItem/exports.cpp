@@ -1,16 +1,4 @@
 #include "components/VantoSalesItem/clsVantoSalesItem.h"
-#include "platform/automation/ClassServer.h"
+#include "components/frame/ComponentServer.h"
 
-namespace {
-
-automation::ClassServer &classServer()
-{
-    static automation::ClassServer server(
-        QStringLiteral("VantoSalesItem"),
-        {{QStringLiteral("VantoSalesItem.clsVantoSalesItem"), []() -> QObject * { return new clsVantoSalesItem; }}});
-    return server;
-}
-
-} // namespace
-
-ZELVO_CLASS_SERVER(classServer)
+ZELVO_STATISTIC_COMPONENT(VantoSalesItem)

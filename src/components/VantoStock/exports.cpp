@@ -1,16 +1,4 @@
 #include "components/VantoStock/clsVantoStock.h"
-#include "platform/automation/ClassServer.h"
+#include "components/frame/ComponentServer.h"
 
-namespace {
-
-automation::ClassServer &classServer()
-{
-    static automation::ClassServer server(
-        QStringLiteral("VantoStock"),
-        {{QStringLiteral("VantoStock.clsVantoStock"), []() -> QObject * { return new clsVantoStock; }}});
-    return server;
-}
-
-} // namespace
-
-ZELVO_CLASS_SERVER(classServer)
+ZELVO_STATISTIC_COMPONENT(VantoStock)

@@ -1,8 +1,9 @@
 #include "desk/window/Component.h"
 
+#include "platform/runtime/Attempt.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QLibrary>
 
 namespace desk {
 
@@ -12,11 +13,8 @@ void registerLibraries(std::initializer_list<const char *> names)
 {
     const QDir folder(QCoreApplication::applicationDirPath());
     for (const char *name : names) {
-        QLibrary library(folder.filePath(QLatin1String(name)));
-        library.setLoadHints(QLibrary::PreventUnloadHint);
-        const QFunctionPointer entry = library.resolve("DllRegisterServer");
-        if (entry)
-            reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
+        runtime::Attempt attempt; // what cannot be registered is told when it is asked for
+        attempt([&] { automation::classRegister::registerLibrary(folder.filePath(QLatin1String(name))); });
     }
 }
 

@@ -24,6 +24,29 @@ QString updateTransaction(qint32 Customer_PK, const QDate &TxDate, const QString
                  {u"[TRANSPK]", number(lngTpstrans_PK)}});
 }
 
+/// The sums of the receipts over ledger rows. Unlike getAllTranAmount they label operators 1 and 2 as the ledger does.
+/// Quirk (docs/architecture.md): their cash column lacks parentheses, so a NULL method counts as cash whatever the operator.
+QString totalsOf(QStringView ledgerRows)
+{
+    return QStringLiteral("SELECT   SUM(할인) AS 할인토탈, SUM(절사) AS 절사토탈, SUM(수납) AS 수납토탈, "
+                          "SUM(환불) AS 환불토탈, SUM(현금) AS 현금토탈, SUM(카드) AS 카드토탈, "
+                          "SUM(현금미수) AS 현금미수토탈, SUM(카드미수) AS 카드미수토탈, SUM(통장미수) AS 통장미수토탈 "
+                          "FROM      "
+                          "(SELECT   "
+                          "CASE tranoperator WHEN 1 THEN SUM(ttt1.tranmoney) END AS 절사, "
+                          "CASE tranoperator WHEN 2 THEN SUM(ttt1.tranmoney) END AS 할인, "
+                          "CASE tranoperator WHEN 3 THEN SUM(ttt1.tranmoney) END AS 수납, "
+                          "CASE tranoperator WHEN 4 THEN SUM(ttt1.tranmoney) END AS 환불, "
+                          "CASE WHEN tranmethod IS NULL OR tranmethod = '00' "
+                          "AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 현금, "
+                          "CASE WHEN tranmethod = '01' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 카드, "
+                          "CASE WHEN tranmethod = '10' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 현금미수, "
+                          "CASE WHEN tranmethod = '11' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 카드미수, "
+                          "CASE WHEN tranmethod = '12' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 통장미수 "
+                          "FROM      ")
+           + ledgerRows + QStringLiteral(" TTT1 GROUP BY TRANOPERATOR, TRANMETHOD) TTT2");
+}
+
 } // namespace
 
 QString clsSQL::InsertTransactionSQL(qint32 Customer_PK, const QDate &TxDate, qint16 intOperator, qint32 lngMoney,
@@ -113,73 +136,39 @@ QString clsSQL::getAllTranAmount(qint32 lngCustPK, qint32 lngOrdMPK) const
                 {{u"[CUSTPK]", number(lngCustPK)}, {u"[ORDMPK]", number(lngOrdMPK)}});
 }
 
-// The next two serve the receipts. Unlike getAllTranAmount they label operators 1 and 2 as the ledger does. Quirk
-// (docs/architecture.md): their cash column lacks parentheses, so a NULL method counts as cash whatever the operator.
+// The next two serve the receipts.
 
 QString clsSQL::getTranAllEachTotalByOrdMPKSQL(qint32 lngOrdMPK) const
 {
-    return fill(u"SELECT   SUM(할인) AS 할인토탈, SUM(절사) AS 절사토탈, SUM(수납) AS 수납토탈, "
-                u"SUM(환불) AS 환불토탈, SUM(현금) AS 현금토탈, SUM(카드) AS 카드토탈, "
-                u"SUM(현금미수) AS 현금미수토탈, SUM(카드미수) AS 카드미수토탈, SUM(통장미수) AS 통장미수토탈 "
-                u"FROM      "
-                u"(SELECT   "
-                u"CASE tranoperator WHEN 1 THEN SUM(ttt1.tranmoney) END AS 절사, "
-                u"CASE tranoperator WHEN 2 THEN SUM(ttt1.tranmoney) END AS 할인, "
-                u"CASE tranoperator WHEN 3 THEN SUM(ttt1.tranmoney) END AS 수납, "
-                u"CASE tranoperator WHEN 4 THEN SUM(ttt1.tranmoney) END AS 환불, "
-                u"CASE WHEN tranmethod IS NULL OR tranmethod = '00' "
-                u"AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 현금, "
-                u"CASE WHEN tranmethod = '01' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 카드, "
-                u"CASE WHEN tranmethod = '10' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 현금미수, "
-                u"CASE WHEN tranmethod = '11' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 카드미수, "
-                u"CASE WHEN tranmethod = '12' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 통장미수 "
-                u"FROM      "
-                u"(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
-                u"tPSTransaction.tpstrans_Date AS TRANDATE, "
-                u"tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
-                u"tPSTransaction.tpstrans_Money AS TRANMONEY, "
-                u"tPSTransaction.tpstrans_Method AS TRANMETHOD, tPSTransaction.tpstrans_PK FROM      tPSTransaction "
-                u"WHERE tpsTransaction.tpstrans_OrderM_PK = '[ORDMPK]' "
-                u"GROUP BY tPSTransaction.tpstrans_Date, "
-                u"tPSTransaction.tpstrans_OrderM_PK, "
-                u"tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
-                u"tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK) TTT1 "
-                u"GROUP BY TRANOPERATOR, TRANMETHOD) TTT2",
-                {{u"[ORDMPK]", number(lngOrdMPK)}});
+    return fill(
+        totalsOf(u"(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
+                 u"tPSTransaction.tpstrans_Date AS TRANDATE, "
+                 u"tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
+                 u"tPSTransaction.tpstrans_Money AS TRANMONEY, "
+                 u"tPSTransaction.tpstrans_Method AS TRANMETHOD, tPSTransaction.tpstrans_PK FROM      tPSTransaction "
+                 u"WHERE tpsTransaction.tpstrans_OrderM_PK = '[ORDMPK]' "
+                 u"GROUP BY tPSTransaction.tpstrans_Date, "
+                 u"tPSTransaction.tpstrans_OrderM_PK, "
+                 u"tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
+                 u"tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK)"),
+        {{u"[ORDMPK]", number(lngOrdMPK)}});
 }
 
 QString clsSQL::getTranAllEachTotalByPeriodSQL(const QDate &startDate, const QDate &endDate) const
 {
-    return fill(u"SELECT   SUM(할인) AS 할인토탈, SUM(절사) AS 절사토탈, SUM(수납) AS 수납토탈, "
-                u"SUM(환불) AS 환불토탈, SUM(현금) AS 현금토탈, SUM(카드) AS 카드토탈, "
-                u"SUM(현금미수) AS 현금미수토탈, SUM(카드미수) AS 카드미수토탈, SUM(통장미수) AS 통장미수토탈 "
-                u"FROM      "
-                u"(SELECT   "
-                u"CASE tranoperator WHEN 1 THEN SUM(ttt1.tranmoney) END AS 절사, "
-                u"CASE tranoperator WHEN 2 THEN SUM(ttt1.tranmoney) END AS 할인, "
-                u"CASE tranoperator WHEN 3 THEN SUM(ttt1.tranmoney) END AS 수납, "
-                u"CASE tranoperator WHEN 4 THEN SUM(ttt1.tranmoney) END AS 환불, "
-                u"CASE WHEN tranmethod IS NULL OR tranmethod = '00' "
-                u"AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 현금, "
-                u"CASE WHEN tranmethod = '01' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 카드, "
-                u"CASE WHEN tranmethod = '10' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 현금미수, "
-                u"CASE WHEN tranmethod = '11' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 카드미수, "
-                u"CASE WHEN tranmethod = '12' AND tranoperator = 3 THEN SUM(ttt1.tranmoney) END AS 통장미수 "
-                u"FROM      "
-                u"(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
-                u"tPSTransaction.tpstrans_Date AS TRANDATE, "
-                u"tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
-                u"tPSTransaction.tpstrans_Money AS TRANMONEY, "
-                u"tPSTransaction.tpstrans_Method AS TRANMETHOD, "
-                u"tPSTransaction.tpstrans_PK, tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK "
-                u"FROM      tPSTransaction INNER JOIN tPSOrderMaster ON tPSOrderMaster.OrdM_PK = "
-                u"tPSTransaction.tpstrans_OrderM_PK  "
-                u"WHERE tPSOrderMaster.OrdM_Date BETWEEN '[STARTDATE]' AND '[ENDDATE]' "
-                u"GROUP BY tPSTransaction.tpstrans_Date, "
-                u"tPSTransaction.tpstrans_OrderM_PK, "
-                u"tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
-                u"tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK, "
-                u"tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK) TTT1 "
-                u"GROUP BY TRANOPERATOR, TRANMETHOD) TTT2",
+    return fill(totalsOf(u"(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
+                         u"tPSTransaction.tpstrans_Date AS TRANDATE, "
+                         u"tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
+                         u"tPSTransaction.tpstrans_Money AS TRANMONEY, "
+                         u"tPSTransaction.tpstrans_Method AS TRANMETHOD, "
+                         u"tPSTransaction.tpstrans_PK, tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK "
+                         u"FROM      tPSTransaction INNER JOIN tPSOrderMaster ON tPSOrderMaster.OrdM_PK = "
+                         u"tPSTransaction.tpstrans_OrderM_PK  "
+                         u"WHERE tPSOrderMaster.OrdM_Date BETWEEN '[STARTDATE]' AND '[ENDDATE]' "
+                         u"GROUP BY tPSTransaction.tpstrans_Date, "
+                         u"tPSTransaction.tpstrans_OrderM_PK, "
+                         u"tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
+                         u"tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK, "
+                         u"tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK)"),
                 {{u"[STARTDATE]", date(startDate)}, {u"[ENDDATE]", date(endDate)}});
 }

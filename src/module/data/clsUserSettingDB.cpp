@@ -1,13 +1,12 @@
 #include "data/clsUserSettingDB.h"
 
 #include "data/StatementText.h"
+#include "data/Vocabulary.h"
 #include "data/modGeneralSQL.h"
 #include "platform/ado/Recordset.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -47,15 +46,6 @@ constexpr clsUserSettingDB::Property vocabulary[] = {
     {u"ShowBokyakOverflow", u"복용법길이제한표시", Kind::Flag, nullptr},
 };
 
-const clsUserSettingDB::Property &find(QStringView name)
-{
-    const auto *property = std::ranges::find(vocabulary, name, &clsUserSettingDB::Property::name);
-    if (property == std::end(vocabulary))
-        throw runtime::RuntimeError(runtime::ErrorNumber::NoSuchMember,
-                                    QStringLiteral("설정 항목 '%1'이(가) 없습니다.").arg(name));
-    return *property;
-}
-
 QString keyOf(const clsUserSettingDB::Property &property)
 {
     return QString::fromUtf16(property.key);
@@ -75,7 +65,7 @@ std::span<const clsUserSettingDB::Property> clsUserSettingDB::properties()
 
 QVariant clsUserSettingDB::value(const ado::ConnectionPtr &connection, QStringView name) const
 {
-    const Property &property = find(name);
+    const Property &property = findProperty(vocabulary, name);
     const bool isFlag = property.kind == Kind::Flag;
 
     Status status;
@@ -88,7 +78,7 @@ QVariant clsUserSettingDB::value(const ado::ConnectionPtr &connection, QStringVi
 
 void clsUserSettingDB::setValue(const ado::ConnectionPtr &connection, QStringView name, const QVariant &value) const
 {
-    const Property &property = find(name);
+    const Property &property = findProperty(vocabulary, name);
     const QString stored = property.kind == Kind::Text ? runtime::text(value)
                            : runtime::isTrue(value)    ? QStringLiteral("1")
                                                        : QStringLiteral("0");

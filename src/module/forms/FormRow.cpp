@@ -1,5 +1,7 @@
 #include "forms/FormRow.h"
 
+#include "forms/clsMyFunctions.h"
+#include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
 
 #include <QLabel>
@@ -53,6 +55,38 @@ QHBoxLayout *layOutStrip(QWidget *strip, const QList<controls::PushCheck *> &com
     row->addStretch();
     row->addWidget(commands.last());
     return row;
+}
+
+QList<controls::PushCheck *> makeSaveButtons(const QString &name, QWidget *form)
+{
+    const QList<controls::PushCheck *> buttons =
+        makePushChecks(name, {QStringLiteral("저장"), QStringLiteral("취소")}, form);
+    for (controls::PushCheck *button : buttons) {
+        QSizePolicy policy = button->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        button->setSizePolicy(policy);
+        button->hide();
+    }
+    return buttons;
+}
+
+QGridLayout *makeFormGrid(QWidget *form)
+{
+    auto *grid = new QGridLayout(form);
+    grid->setContentsMargins(6, 4, 6, 4);
+    grid->setHorizontalSpacing(5);
+    grid->setVerticalSpacing(3);
+    grid->setColumnStretch(1, 1);
+    return grid;
+}
+
+QLineEdit *makeShownBox(const QString &name, QWidget *parent)
+{
+    auto *box = controls::named(new QLineEdit(parent), name);
+    clsMyFunctions::keepReadOnly(box);
+    controls::setBackColor(box, controls::LockedColor);
+    box->setFocusPolicy(Qt::ClickFocus);
+    return box;
 }
 
 QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, QWidget *parent)

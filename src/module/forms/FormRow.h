@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QList>
 #include <QStringList>
 
@@ -19,6 +20,15 @@ QList<controls::PushCheck *> makePushChecks(const QString &name, const QStringLi
 /// place in an edit.
 QHBoxLayout *layOutStrip(QWidget *strip, const QList<controls::PushCheck *> &commands,
                          const QList<controls::PushCheck *> &saveButtons);
+
+/// Save and cancel of a form, NAME_0 and NAME_1, hidden at first; the form does not jump when an edit shows them.
+QList<controls::PushCheck *> makeSaveButtons(const QString &name, QWidget *form);
+
+/// The two columns of captions and controls of a form beside a list.
+QGridLayout *makeFormGrid(QWidget *form);
+
+/// A text box that only shows something: grey, and Tab goes past it, where something can be typed.
+QLineEdit *makeShownBox(const QString &name, QWidget *parent = nullptr);
 
 /// A list or panel of a pane under its given name; without a title a plain frame.
 QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, QWidget *parent);

@@ -3,10 +3,7 @@
 #include "forms/modFunctions.h"
 
 #include <QFontMetrics>
-#include <QInputMethodEvent>
 #include <QRegularExpression>
-
-#include <utility>
 
 namespace {
 
@@ -36,7 +33,7 @@ MemoBox::MemoBox(const TextBoxHabits &habits, QWidget *parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     if (habits_.caretToEndOnChange)
         connect(this, &QPlainTextEdit::textChanged, this, [this] { caretToEnd(this); });
-    connect(this, &QPlainTextEdit::textChanged, this, [this] { composing_.clear(); });
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { composing_.end(); });
 }
 
 QString MemoBox::text() const
@@ -65,16 +62,12 @@ QSize MemoBox::minimumSizeHint() const
 void MemoBox::inputMethodEvent(QInputMethodEvent *event)
 {
     QPlainTextEdit::inputMethodEvent(event);
-    composing_ = event->preeditString();
+    composing_.follow(*event);
 }
 
 void MemoBox::focusOutEvent(QFocusEvent *event)
 {
-    if (!composing_.isEmpty()) {
-        QInputMethodEvent commit;
-        commit.setCommitString(std::exchange(composing_, QString()));
-        QPlainTextEdit::inputMethodEvent(&commit);
-    }
+    composing_.commit([this](QInputMethodEvent *event) { QPlainTextEdit::inputMethodEvent(event); });
     QPlainTextEdit::focusOutEvent(event);
 }
 

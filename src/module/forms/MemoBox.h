@@ -26,7 +26,7 @@ protected:
 
 private:
     TextBoxHabits habits_;
-    QString set_;       ///< by setText(), as it came
-    QString shown_;     ///< the same as the box shows it, which may differ in line breaks and blanks
-    QString composing_; ///< see MoneyBox
+    QString set_;   ///< by setText(), as it came
+    QString shown_; ///< the same as the box shows it, which may differ in line breaks and blanks
+    Composition composing_;
 };

@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QFocusEvent>
-#include <QInputMethodEvent>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -49,7 +48,7 @@ MoneyBox::MoneyBox(const TextBoxHabits &habits, QWidget *parent)
         setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     if (habits_.caretToEndOnChange)
         connect(this, &QLineEdit::textChanged, this, [this] { caretToEnd(this); });
-    connect(this, &QLineEdit::textChanged, this, [this] { composing_.clear(); }); // by code: the syllable is gone
+    connect(this, &QLineEdit::textChanged, this, [this] { composing_.end(); });
 }
 
 void MoneyBox::keyPressEvent(QKeyEvent *event)
@@ -84,7 +83,7 @@ void MoneyBox::inputMethodEvent(QInputMethodEvent *event)
 {
     if (!habits_.filtersKeys) {
         QLineEdit::inputMethodEvent(event);
-        composing_ = event->preeditString();
+        composing_.follow(*event);
         return;
     }
     // What an input method commits never was a key press, so it is sifted here; a syllable in composition isn't shown.
@@ -123,15 +122,9 @@ void MoneyBox::focusInEvent(QFocusEvent *event)
     }
 }
 
-/// A syllable that is still composed when the focus leaves is taken as it stands, also where the input method does not
-/// commit it by itself: the button that was pressed saves what the user sees.
 void MoneyBox::focusOutEvent(QFocusEvent *event)
 {
-    if (!composing_.isEmpty()) {
-        QInputMethodEvent commit;
-        commit.setCommitString(std::exchange(composing_, QString()));
-        QLineEdit::inputMethodEvent(&commit);
-    }
+    composing_.commit([this](QInputMethodEvent *event) { QLineEdit::inputMethodEvent(event); });
     QLineEdit::focusOutEvent(event);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/Composition.h"
+
 #include <QLineEdit>
 
 /// What a text box does when the focus comes: nothing, by keyboard too; or one of the two.
@@ -41,7 +43,7 @@ private:
     void reformat();
 
     TextBoxHabits habits_;
-    QString composing_; ///< the syllable that the input method has not committed yet
+    Composition composing_;
     bool focusCameByMouse_ = false;
 };
 

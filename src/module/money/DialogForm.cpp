@@ -1,9 +1,10 @@
 #include "money/DialogForm.h"
 
 #include "forms/FormRow.h"
-#include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
+#include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsProperties.h"
 
@@ -20,11 +21,9 @@ QLineEdit *amountBox(const QString &name, QWidget *parent)
 
 QLineEdit *readOnlyBox(const QString &name, Holds holds, QWidget *parent)
 {
-    QLineEdit *box = holds == Holds::Money ? amountBox(name, parent) : named(new QLineEdit(parent), name);
-    box->setReadOnly(true);
-    box->setFrame(false);
-    controls::setBackColor(box, controls::LockedColor);
-    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
+    QLineEdit *box = makeShownBox(name, parent);
+    if (holds == Holds::Money)
+        box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     return box;
 }
 
@@ -117,6 +116,15 @@ QHBoxLayout *layOutSaveAndCancel(QPushButton *&cmdConfirm, QPushButton *&cmdCanc
         buttons->addWidget(button);
     }
     return buttons;
+}
+
+bool isAmount(const QLineEdit *box, const QString &title, QWidget *dialog)
+{
+    const bool amount = runtime::IsNumeric(box->text());
+    if (!amount)
+        controls::MsgBox(QStringLiteral("수납 금액을 수값으로 입력하십시오."), controls::InformationIcon, title,
+                         dialog);
+    return amount;
 }
 
 QString groupedWon(qint32 money)

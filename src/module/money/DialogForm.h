@@ -55,6 +55,9 @@ QHBoxLayout *layOutSaveAndCancel(QPushButton *&cmdConfirm, QPushButton *&cmdCanc
 /// The button that goes on is told from the rest at a glance.
 void makeStrong(QPushButton *button);
 
+/// Whether a number was typed; if not, the user is told.
+bool isAmount(const QLineEdit *box, const QString &title, QWidget *dialog);
+
 /// Whole won as these dialogs show it, "1,234,567".
 QString groupedWon(qint32 money);
 

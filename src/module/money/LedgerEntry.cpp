@@ -60,7 +60,7 @@ void setOutstandingToBalance(SaleSession &session, OrderKey order)
 
 } // namespace
 
-bool addEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
+bool addFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
         holdOrder(*gcnnMasterDB, order.number());
@@ -73,7 +73,7 @@ bool addEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
     });
 }
 
-void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
+void followAddedFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
 {
     if (!entry.recalculates)
         return;
@@ -88,7 +88,7 @@ void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &e
     }
 }
 
-bool changeEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry)
+bool changeFormEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry)
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
         if (!ledger.moveToKey(row.bookmark()))

@@ -22,12 +22,12 @@ struct LedgerEntry
 namespace ledger {
 
 /// Adds a row to the order, in a transaction. False: it failed and the ledger stands as before, read anew.
-bool addEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
+bool addFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
 /// Lets the order's outstanding money follow an entry that was added and saved: a payment sets it to the balance, a
 /// refund adds to it unless it is NULL, which becomes 0. Raises RuntimeError.
-void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
+void followAddedFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
 /// Changes a row, but not its operator, and lets the outstanding money follow in the same transaction, whatever the
 /// operator. False: it failed and nothing changed.
-bool changeEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry);
+bool changeFormEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry);
 
 } // namespace ledger

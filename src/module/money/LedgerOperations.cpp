@@ -17,7 +17,7 @@ namespace {
 
 } // namespace
 
-void append(ado::Connection &connection, const Row &row)
+void insertRow(ado::Connection &connection, const Row &row)
 {
     const QString statement = clsSQL().InsertTransactionSQL(row.customer.number(), row.date, row.intOperator,
                                                             row.lngMoney, row.order.number(), row.strMethod, QString());
@@ -39,12 +39,12 @@ void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment
     };
     for (const auto &part : parts) {
         if (part.money != 0)
-            append(connection, {payment.customer, payment.order, payment.date, part.intOperator,
-                                runtime::CLng(double(part.money)), part.strMethod});
+            insertRow(connection, {payment.customer, payment.order, payment.date, part.intOperator,
+                                   runtime::CLng(double(part.money)), part.strMethod});
     }
 }
 
-void change(ado::Connection &connection, LedgerKey key, const Row &row)
+void updateRow(ado::Connection &connection, LedgerKey key, const Row &row)
 {
     const qint32 customer = row.customer.number();
     const qint32 order = row.order.number();

@@ -39,10 +39,10 @@ struct Row
 /// Writes a row for each amount that is not 0, rounded half to even to whole won. There is no transaction around them: a
 /// failure half-way leaves the rows before it.
 void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment);
-void append(ado::Connection &connection, const Row &row);
+void insertRow(ado::Connection &connection, const Row &row);
 /// Gives a row new values but leaves its method and memo alone, and its operator where none was chosen, in a transaction
 /// of its own. Conflict when another desk deleted it.
-void change(ado::Connection &connection, LedgerKey key, const Row &row);
+void updateRow(ado::Connection &connection, LedgerKey key, const Row &row);
 
 /// Makes the order current and reads it again. Conflict when it is gone.
 void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order);

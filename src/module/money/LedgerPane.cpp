@@ -56,7 +56,7 @@ LedgerPane::LedgerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     , list_(session.rsCustTranManage)
     , c1elaList_(named(new QWidget(parent), QStringLiteral("c1elaList"), 3))
     , elTranMnu_(named(new QWidget(parent), QStringLiteral("elTranMnu"), 1))
-    , c1elaTransInfo_(named(new LedgerForm(parent), QStringLiteral("c1elaTransInfo")))
+    , c1elaTransInfo_(named(new LedgerInfoPanel(parent), QStringLiteral("c1elaTransInfo")))
 {
     makeGrid();
     makeStrip();
@@ -272,13 +272,13 @@ void LedgerPane::saveTrans(qint16 intTranEditMode)
         LedgerEntry entry;
         reading([&] { entry = c1elaTransInfo_->entry(); });
         const bool saved = !reading.failed()
-                           && (intTranEditMode == 0 ? ledger::addEntry(session_, order, entry)
-                                                    : ledger::changeEntry(session_, order, currentRow(), entry));
+                           && (intTranEditMode == 0 ? ledger::addFormEntry(session_, order, entry)
+                                                    : ledger::changeFormEntry(session_, order, currentRow(), entry));
         if (!saved)
             MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                    QStringLiteral("저장"), c1elaTransInfo_);
         if (saved && intTranEditMode == 0)
-            outstanding([&] { ledger::followAddedEntry(session_, order, entry); });
+            outstanding([&] { ledger::followAddedFormEntry(session_, order, entry); });
     }
     if (!alive)
         return;

@@ -2,7 +2,7 @@
 
 #include "forms/BoundList.h"
 #include "forms/PaneContract.h"
-#include "money/LedgerForm.h"
+#include "money/LedgerInfoPanel.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
 #include "session/SaleSession.h"
@@ -78,7 +78,7 @@ private:
     BoundList list_;
     QWidget *c1elaList_;
     QWidget *elTranMnu_;
-    LedgerForm *c1elaTransInfo_;
+    LedgerInfoPanel *c1elaTransInfo_;
     controls::RecordsetGrid *tdbCustTranManage_ = nullptr;
     controls::PushCheck *chkCmdAutomateReceipt_ = nullptr;
     controls::PushCheck *chkCmdRunMisuMoneyManger_ = nullptr;

@@ -26,7 +26,7 @@ void pay(ado::Connection &connection, const ledger::Row &row)
     if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
         throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
                                     QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
-    ledger::append(connection, row);
+    ledger::insertRow(connection, row);
     transaction.commit();
 }
 

@@ -156,7 +156,7 @@ void ReceiptFlow::showWritten()
 void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::Row &row)
 {
     try {
-        ledger::change(*gcnnMasterDB, edited, row);
+        ledger::updateRow(*gcnnMasterDB, edited, row);
         emit orderGridMustRefresh();
         showWritten();
     } catch (const runtime::RuntimeError &error) {
@@ -205,7 +205,7 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
 
 void ReceiptFlow::writeFurtherOperation(const ledger::Row &row, bool bRecalc)
 {
-    ledger::append(*gcnnMasterDB, row);
+    ledger::insertRow(*gcnnMasterDB, row);
     // Quirk (docs/architecture.md): whatever the operation, so a refund lessens the outstanding money too.
     if (bRecalc)
         ledger::addOutstanding(*session_.rsCustSaleMaster, row.order, -Currency::fromWon(row.lngMoney));

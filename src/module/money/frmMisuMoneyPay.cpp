@@ -2,8 +2,8 @@
 
 #include "money/clsOperationMoney.h"
 #include "platform/controls/EventEdge.h"
-#include "platform/controls/MessageBox.h"
 #include "platform/controls/Modal.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
@@ -49,7 +49,7 @@ bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, 
     head_.txtGeneral->setText(groupedWon(lngTotal));
     head_.dtpTodat->setDate(QDate::currentDate());
     head_.txtChartnum->setText(strChartNum);
-    head_.txtName->setText(strName);
+    controls::showText(head_.txtName, strName);
     lngPay = showSummary(cnCon, dtOrder, lngOrdMPK, lngTotal);
     txtGeneralSunap_->setText(QString::number(lngMisu));
     cboGeneralPayMethod_->setCurrentIndex(0);
@@ -74,11 +74,8 @@ bool frmMisuMoneyPay::MisuMoneyPayBoninGeneral(const ado::ConnectionPtr &cnCon, 
 
 void frmMisuMoneyPay::confirm()
 {
-    if (!runtime::IsNumeric(txtGeneralSunap_->text())) {
-        controls::MsgBox(QStringLiteral("수납 금액을 수값으로 입력하십시오."), controls::InformationIcon,
-                         QStringLiteral("미수금 수납"), this);
+    if (!dialogForm::isAmount(txtGeneralSunap_, QStringLiteral("미수금 수납"), this))
         return;
-    }
     bConfirmed_ = true;
     accept();
 }

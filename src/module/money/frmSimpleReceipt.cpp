@@ -1,8 +1,9 @@
 #include "money/frmSimpleReceipt.h"
 
-#include "money/SingleMoney.h"
+#include "money/SinglePrecision.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Modal.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsFormPosition.h"
@@ -10,9 +11,9 @@
 
 namespace {
 
-using singleMoney::grouped;
-using singleMoney::read;
-using singleMoney::write;
+using singlePrecision::grouped;
+using singlePrecision::read;
+using singlePrecision::write;
 
 enum CutEntry { BelowHundred = 2 };
 
@@ -84,7 +85,7 @@ void frmSimpleReceipt::Operation(qint16 intModal, qint32 lngCustPK, const QStrin
     lngOrdMPK_ = lngOrdMPK;
     bEditMode_ = bEdit;
     shownBefore_ = false;
-    head_.txtName->setText(strName);
+    controls::showText(head_.txtName, strName);
     head_.txtChartnum->setText(strChartNum);
     head_.txtGeneral->setText(QString::number(lngGeneral));
     head_.txtDate->setText(runtime::dateText(dtOrder));
@@ -161,7 +162,7 @@ void frmSimpleReceipt::applyCut()
 {
     const float general = read(lblGeneral_->text());
     const float halin = read(txtGeneralHalInMoney_->text());
-    const float cut = singleMoney::cutOf(general - halin, cboGeneralJeolsaGubun_->currentIndex());
+    const float cut = singlePrecision::cutOf(general - halin, cboGeneralJeolsaGubun_->currentIndex());
     const float pay = general - halin - cut;
     txtGeneralJeolSaMoney_->setText(write(cut));
     setPayment(Cash, pay);
@@ -172,7 +173,7 @@ void frmSimpleReceipt::applyCut()
 void frmSimpleReceipt::applyPercent()
 {
     const qint32 percent = runtime::CLng(runtime::Val(cboGeneralPercent_->currentText()));
-    txtGeneralHalInMoney_->setText(write(singleMoney::percentOf(read(lblGeneral_->text()), percent)));
+    txtGeneralHalInMoney_->setText(write(singlePrecision::percentOf(read(lblGeneral_->text()), percent)));
     applyCut();
 }
 

@@ -7,6 +7,7 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/controls/Wheel.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -169,7 +170,7 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
     head_.dtpTodat->setDate(dtOrder);
     txtReceipt_PK_->setText(QString::number(lngOrdMPK));
     head_.txtChartnum->setText(strChartNum);
-    head_.txtName->setText(strName);
+    controls::showText(head_.txtName, strName);
     mudOperationAdd_->setEnabled(false);
     const qint64 taken = qint64(lngDiscount) + lngCut + lngPay - lngRefund;
     if (!propose(runtime::toLong(lngTotal - taken)))
@@ -199,11 +200,8 @@ bool frmSimpleReceiptAdd::OperationAdd(QWidget *frmOwner, const QDate &dtOrder, 
 
 void frmSimpleReceiptAdd::confirm()
 {
-    if (!runtime::IsNumeric(txtMoney_->text())) {
-        controls::MsgBox(QStringLiteral("수납 금액을 수값으로 입력하십시오."), controls::InformationIcon,
-                         QStringLiteral("추가 수납"), this);
+    if (!dialogForm::isAmount(txtMoney_, QStringLiteral("추가 수납"), this))
         return;
-    }
     bConfirmed_ = true;
     accept();
 }

@@ -81,16 +81,7 @@ void OrderInfoPanel::makeControls()
         txtOrderMaster_[std::size_t(field.index)] = named(box, QStringLiteral("txtOrderMaster"), field.index);
     }
 
-    const QList<controls::PushCheck *> buttons =
-        makePushChecks(QStringLiteral("chkcmdCSSaveInfo"), {QStringLiteral("저장"), QStringLiteral("취소")}, this);
-    for (controls::PushCheck *button : buttons) {
-        // The form does not jump when an edit begins.
-        QSizePolicy policy = button->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        button->setSizePolicy(policy);
-        button->hide();
-        chkcmdCSSaveInfo_ += button;
-    }
+    chkcmdCSSaveInfo_ = makeSaveButtons(QStringLiteral("chkcmdCSSaveInfo"), this);
     // A form without a window is locked all the same.
     clsMyFunctions().setCollection2Locked(colOrderMaster(), true);
     openDiscount(false);
@@ -98,11 +89,7 @@ void OrderInfoPanel::makeControls()
 
 void OrderInfoPanel::placeControls()
 {
-    auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(6, 4, 6, 4);
-    grid->setHorizontalSpacing(5);
-    grid->setVerticalSpacing(3);
-    grid->setColumnStretch(1, 1);
+    QGridLayout *grid = makeFormGrid(this);
     grid->setColumnStretch(3, 1);
 
     auto *first = new QHBoxLayout;

@@ -135,11 +135,7 @@ void SaleEntryPane::makeSteppers()
 
 void SaleEntryPane::placeFields()
 {
-    auto *grid = new QGridLayout(c1elaProductInfo_);
-    grid->setContentsMargins(6, 4, 6, 4);
-    grid->setHorizontalSpacing(5);
-    grid->setVerticalSpacing(3);
-    grid->setColumnStretch(1, 1);
+    QGridLayout *grid = makeFormGrid(c1elaProductInfo_);
     grid->setColumnStretch(4, 1);
     for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
         const EntryFieldLook &look = entryFields[index];

@@ -2,7 +2,6 @@
 #include "sales/frmRefund.h"
 
 #include "forms/FormRow.h"
-#include "forms/clsMyFunctions.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
@@ -12,15 +11,6 @@
 using controls::named;
 
 namespace {
-
-QLineEdit *shownBox(const QString &name)
-{
-    auto *box = named(new QLineEdit, name);
-    clsMyFunctions::keepReadOnly(box);
-    controls::setBackColor(box, controls::LockedColor);
-    box->setFocusPolicy(Qt::ClickFocus); // Tab goes where something can be typed
-    return box;
-}
 
 /// Captions and boxes of both panes stand in line.
 QGridLayout *twoColumnsIn(QGroupBox *frame)
@@ -61,10 +51,10 @@ QGroupBox *frmRefund::makeSoldPane()
     dtpUnitSoldDate_->setFrame(false);
     dtpUnitSoldDate_->setFocusPolicy(Qt::ClickFocus);
     controls::setBackColor(dtpUnitSoldDate_, controls::LockedColor);
-    txtUnitName_ = shownBox(QStringLiteral("txtUnitName"));
-    txtUnitPrice_ = shownBox(QStringLiteral("txtUnitPrice"));
-    txtUnitDiscount_ = shownBox(QStringLiteral("txtUnitDiscount"));
-    txtUnitCount_ = shownBox(QStringLiteral("txtUnitCount"));
+    txtUnitName_ = makeShownBox(QStringLiteral("txtUnitName"));
+    txtUnitPrice_ = makeShownBox(QStringLiteral("txtUnitPrice"));
+    txtUnitDiscount_ = makeShownBox(QStringLiteral("txtUnitDiscount"));
+    txtUnitCount_ = makeShownBox(QStringLiteral("txtUnitCount"));
     for (QLineEdit *number : {txtUnitPrice_, txtUnitDiscount_, txtUnitCount_})
         number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 

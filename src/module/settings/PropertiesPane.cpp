@@ -5,6 +5,7 @@
 #include "platform/controls/FileDialog.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/runtime/Conversions.h"
 #include "settings/LogoFile.h"
 #include "settings/clsProperties.h"
@@ -112,13 +113,13 @@ void PropertiesPane::loadProperties()
 {
     clsProperties properties;
     for (std::size_t index = 0; index < noticeIndex; ++index)
-        txtProperties_[index]->setText(properties.PropValue(shopKey(index)));
+        controls::showText(txtProperties_[index], properties.PropValue(shopKey(index)));
     const QString notice = properties.PropValue(shopKey(noticeIndex));
     // A missing notice is written, not shown: the box follows with the next visit.
     if (notice.isEmpty())
         properties.PropValue(shopKey(noticeIndex), QStringLiteral("영수증이 있으면 교환/환불시 보다 편리합니다."));
     else
-        txtProperties_[noticeIndex]->setText(notice);
+        controls::showText(txtProperties_[noticeIndex], notice);
     loadLogo();
     chkDoNotUseDiscountForSunap_->setChecked(properties.PropValue(noDiscountKey) == QLatin1String("1"));
     chkHideHiddenCheckedProducts_->setChecked(properties.PropValue(hideKey) == QLatin1String("1"));

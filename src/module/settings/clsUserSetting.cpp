@@ -1,10 +1,8 @@
 #include "settings/clsUserSetting.h"
 
+#include "data/Vocabulary.h"
 #include "platform/registry/AppSettings.h"
 #include "platform/runtime/Conversions.h"
-#include "platform/runtime/RuntimeError.h"
-
-#include <algorithm>
 
 namespace {
 
@@ -158,15 +156,6 @@ constexpr clsUserSetting::Property sharedVocabulary[] = {
 
 const QString sharedApplication = QStringLiteral("Zelvo Desk");
 
-const clsUserSetting::Property &findShared(QStringView name)
-{
-    const auto *property = std::ranges::find(sharedVocabulary, name, &clsUserSetting::Property::name);
-    if (property == std::end(sharedVocabulary))
-        throw runtime::RuntimeError(runtime::ErrorNumber::NoSuchMember,
-                                    QStringLiteral("설정 항목 '%1'이(가) 없습니다.").arg(name));
-    return *property;
-}
-
 } // namespace
 
 std::span<const clsUserSetting::Property> clsUserSetting::properties()
@@ -176,14 +165,14 @@ std::span<const clsUserSetting::Property> clsUserSetting::properties()
 
 QString clsUserSetting::value(QStringView property) const
 {
-    const Property &found = findShared(property);
+    const Property &found = findProperty(sharedVocabulary, property);
     return registry::GetSetting(sharedApplication, QString::fromUtf16(found.section), QString::fromUtf16(found.key),
                                 QString::fromUtf16(found.defaultText));
 }
 
 void clsUserSetting::setValue(QStringView property, const QVariant &value) const
 {
-    const Property &found = findShared(property);
+    const Property &found = findProperty(sharedVocabulary, property);
     registry::SaveSetting(sharedApplication, QString::fromUtf16(found.section), QString::fromUtf16(found.key),
                           runtime::text(value));
 }

@@ -1,9 +1,9 @@
-#include "money/SingleMoney.h"
+#include "money/SinglePrecision.h"
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 
-namespace singleMoney {
+namespace singlePrecision {
 
 float read(const QString &text)
 {
@@ -33,4 +33,4 @@ float percentOf(float amount, qint32 percent)
     return static_cast<float>(runtime::CLng(double(amount * float(percent) / 100.0f)));
 }
 
-} // namespace singleMoney
+} // namespace singlePrecision

@@ -1,11 +1,13 @@
-#include "money/LedgerForm.h"
+#include "money/LedgerInfoPanel.h"
 
 #include "forms/FormRow.h"
+#include "forms/clsMyFunctions.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/ShowText.h"
 #include "platform/controls/Wheel.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -26,7 +28,7 @@ constexpr std::array optionOrder{ledger::Discount, ledger::Cut, ledger::Payment,
 
 } // namespace
 
-LedgerForm::LedgerForm(QWidget *parent)
+LedgerInfoPanel::LedgerInfoPanel(QWidget *parent)
     : QWidget(parent)
 {
     makeControls();
@@ -35,7 +37,7 @@ LedgerForm::LedgerForm(QWidget *parent)
     reset();
 }
 
-void LedgerForm::makeControls()
+void LedgerInfoPanel::makeControls()
 {
     dtpTransReceiveDate_ = named(new controls::DateEdit(this), QStringLiteral("dtpTransReceiveDate"));
     auto *choice = new QButtonGroup(this);
@@ -53,8 +55,7 @@ void LedgerForm::makeControls()
     txtTranTotalAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranTotalAmount"));
     txtTranLeftAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranLeftAmount"));
     for (QLineEdit *figure : {txtTranTotalAmount_, txtTranLeftAmount_}) {
-        figure->setReadOnly(true);
-        figure->setFrame(false);
+        clsMyFunctions::keepReadOnly(figure);
         figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         controls::setBackColor(figure, controls::LockedColor);
     }
@@ -62,26 +63,14 @@ void LedgerForm::makeControls()
         named(new QCheckBox(QStringLiteral("미수금 재계산"), this), QStringLiteral("chkTransMisuMoneyRecalculate"));
     chkTranMisuRecord_ =
         named(new QCheckBox(QStringLiteral("잔액 미수금에 기록"), this), QStringLiteral("chkTranMisuRecord"));
-    chkCmdSaveTrans_ =
-        makePushChecks(QStringLiteral("chkCmdSaveTrans"), {QStringLiteral("저장"), QStringLiteral("취소")}, this);
-    for (controls::PushCheck *button : chkCmdSaveTrans_) {
-        // The form does not jump when an edit begins.
-        QSizePolicy policy = button->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        button->setSizePolicy(policy);
-        button->hide();
-    }
+    chkCmdSaveTrans_ = makeSaveButtons(QStringLiteral("chkCmdSaveTrans"), this);
     chkCmdSaveMemo_ = named(new controls::PushCheck(QStringLiteral("저장"), this), QStringLiteral("chkCmdSaveMemo"));
     chkCmdSaveMemo_->setAccessibleName(QStringLiteral("메모 저장"));
 }
 
-void LedgerForm::placeControls()
+void LedgerInfoPanel::placeControls()
 {
-    auto *grid = new QGridLayout(this);
-    grid->setContentsMargins(6, 4, 6, 4);
-    grid->setHorizontalSpacing(5);
-    grid->setVerticalSpacing(3);
-    grid->setColumnStretch(1, 1);
+    QGridLayout *grid = makeFormGrid(this);
     grid->setColumnStretch(3, 1);
     addFormRow(grid, 0, 0, QStringLiteral("일자:"), dtpTransReceiveDate_);
     auto *save = new QHBoxLayout;
@@ -125,7 +114,7 @@ void LedgerForm::placeControls()
     grid->setRowStretch(6, 1);
 }
 
-void LedgerForm::connectControls()
+void LedgerInfoPanel::connectControls()
 {
     for (const ledger::Operator code : ledger::operators) {
         controls::onEvent(option(code), &QRadioButton::toggled, this, [this, code](bool on) {
@@ -136,12 +125,12 @@ void LedgerForm::connectControls()
     controls::onEvent(txtTransMoney_, &QLineEdit::textChanged, this, [this](const QString &) { moneyTyped(); });
 }
 
-QRadioButton *LedgerForm::option(ledger::Operator code) const
+QRadioButton *LedgerInfoPanel::option(ledger::Operator code) const
 {
     return optTransOperator_[std::size_t(std::ranges::find(optionOrder, code) - optionOrder.begin())];
 }
 
-void LedgerForm::operatorChosen(ledger::Operator code)
+void LedgerInfoPanel::operatorChosen(ledger::Operator code)
 {
     if (code != ledger::Refund)
         controls::setForeColor(txtTranLeftAmount_, Qt::black);
@@ -151,7 +140,7 @@ void LedgerForm::operatorChosen(ledger::Operator code)
     chkTransMisuMoneyRecalculate_->setChecked(code == ledger::Payment || code == ledger::Refund);
 }
 
-void LedgerForm::moneyTyped()
+void LedgerInfoPanel::moneyTyped()
 {
     if (option(ledger::Refund)->isChecked())
         return; // money paid out does not lessen what is left; the figure stands
@@ -161,7 +150,7 @@ void LedgerForm::moneyTyped()
     txtTranLeftAmount_->setText(runtime::money(left));
 }
 
-void LedgerForm::reset()
+void LedgerInfoPanel::reset()
 {
     dtpTransReceiveDate_->setDate(QDate::currentDate());
     option(ledger::Payment)->setChecked(true);
@@ -173,7 +162,7 @@ void LedgerForm::reset()
     txtTransMemo_->clear();
 }
 
-void LedgerForm::showRow(const ado::Recordset &ledger, std::optional<Currency> balance)
+void LedgerInfoPanel::showRow(const ado::Recordset &ledger, std::optional<Currency> balance)
 {
     const QVariant date = ledger[QStringLiteral("tpstrans_Date")];
     dtpTransReceiveDate_->setDate(runtime::isNull(date) ? QDate(1900, 1, 1) : date.toDate());
@@ -185,30 +174,30 @@ void LedgerForm::showRow(const ado::Recordset &ledger, std::optional<Currency> b
     clearMoney();
 }
 
-void LedgerForm::showWithoutRow(std::optional<Currency> balance)
+void LedgerInfoPanel::showWithoutRow(std::optional<Currency> balance)
 {
     showBalance(balance.value_or(Currency()));
     if (!balance)
         txtTranLeftAmount_->setText(runtime::money({}));
 }
 
-void LedgerForm::showBalance(Currency balance)
+void LedgerInfoPanel::showBalance(Currency balance)
 {
     txtTranTotalAmount_->setText(runtime::money(balance));
 }
 
-void LedgerForm::showMemo(const QVariant &memo)
+void LedgerInfoPanel::showMemo(const QVariant &memo)
 {
-    txtTransMemo_->setText(runtime::text(memo));
+    controls::showText(txtTransMemo_, runtime::text(memo));
 }
 
-void LedgerForm::clearMoney()
+void LedgerInfoPanel::clearMoney()
 {
     txtTransMoney_->setText(runtime::money({}));
     showLeftAmount();
 }
 
-void LedgerForm::showLeftAmount()
+void LedgerInfoPanel::showLeftAmount()
 {
     const QString total = txtTranTotalAmount_->text();
     const Currency balance = total.isEmpty() ? Currency() : runtime::CCur(total);
@@ -216,7 +205,7 @@ void LedgerForm::showLeftAmount()
 }
 
 /// A code that is none leaves the options as they are.
-void LedgerForm::showOperator(const QVariant &stored)
+void LedgerInfoPanel::showOperator(const QVariant &stored)
 {
     const qint32 number = runtime::isNull(stored) ? ledger::Payment : runtime::CLng(stored);
     for (const ledger::Operator code : ledger::operators) {
@@ -226,14 +215,14 @@ void LedgerForm::showOperator(const QVariant &stored)
 }
 
 /// A method that is not on the list leaves it as it is.
-void LedgerForm::showMethod(const QVariant &stored)
+void LedgerInfoPanel::showMethod(const QVariant &stored)
 {
     const int index = cboPayMethod_->findData(runtime::text(stored));
     if (index >= 0)
         cboPayMethod_->setCurrentIndex(index);
 }
 
-LedgerEntry LedgerForm::entry() const
+LedgerEntry LedgerInfoPanel::entry() const
 {
     LedgerEntry entry;
     entry.date = dtpTransReceiveDate_->date();
@@ -249,7 +238,7 @@ LedgerEntry LedgerForm::entry() const
     return entry;
 }
 
-ControlGroup LedgerForm::colTrans() const
+ControlGroup LedgerInfoPanel::colTrans() const
 {
     ControlGroup group{dtpTransReceiveDate_};
     group.append(ControlGroup(optTransOperator_.begin(), optTransOperator_.end()));
@@ -258,12 +247,12 @@ ControlGroup LedgerForm::colTrans() const
     return group;
 }
 
-QList<QWidget *> LedgerForm::saveButtons() const
+QList<QWidget *> LedgerInfoPanel::saveButtons() const
 {
     return {chkCmdSaveTrans_[0], chkCmdSaveTrans_[1]};
 }
 
-QList<EntryColor> LedgerForm::entryColors() const
+QList<EntryColor> LedgerInfoPanel::entryColors() const
 {
     using controls::SystemColor;
     const QColor open = controls::systemColor(SystemColor::Window);
@@ -276,7 +265,7 @@ QList<EntryColor> LedgerForm::entryColors() const
     };
 }
 
-QList<EntryColor> LedgerForm::editColors() const
+QList<EntryColor> LedgerInfoPanel::editColors() const
 {
     using controls::SystemColor;
     const QColor open = controls::systemColor(SystemColor::Window);

@@ -4,7 +4,7 @@
 
 /// Amounts of the simple receipt. Quirk (docs/architecture.md): they are single precision throughout, so from eight
 /// digits on the last ones are lost, in the arithmetic and in the text.
-namespace singleMoney {
+namespace singlePrecision {
 
 /// The numeric prefix of a text, grouping commas passed over; an empty text is 0.
 float read(const QString &text);
@@ -19,4 +19,4 @@ float cutOf(float amount, int cutEntry);
 /// So many percent of the amount, rounded half to even to whole won.
 float percentOf(float amount, qint32 percent);
 
-} // namespace singleMoney
+} // namespace singlePrecision

@@ -22,11 +22,11 @@
 
 /// The form beside the ledger: one row's date, kind, medium and memo, the balance of the order, and an amount to be typed
 /// with what it would leave. The row's own amount is not shown here.
-class LedgerForm : public QWidget
+class LedgerInfoPanel : public QWidget
 {
     Q_OBJECT
 public:
-    explicit LedgerForm(QWidget *parent = nullptr);
+    explicit LedgerInfoPanel(QWidget *parent = nullptr);
 
     /// Empties the form; the balance stays.
     void reset();

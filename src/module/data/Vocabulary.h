@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/runtime/RuntimeError.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <iterator>
+
+/// The entry of that name in a table of settings; raises NoSuchMember where there is none.
+template <typename Property, std::size_t Count>
+const Property &findProperty(const Property (&vocabulary)[Count], QStringView name)
+{
+    const Property *found = std::ranges::find(vocabulary, name, &Property::name);
+    if (found == std::end(vocabulary))
+        throw runtime::RuntimeError(runtime::ErrorNumber::NoSuchMember,
+                                    QStringLiteral("설정 항목 '%1'이(가) 없습니다.").arg(name));
+    return *found;
+}
