@@ -3,6 +3,7 @@
 #include "desk/backup/PostgresBackup.h"
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteBackup.h"
+#include "desk/schema/WholeFile.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -60,25 +61,14 @@ void backUp(const QString &address, const QString &file, const Progress &progres
     const Kind kind = kindOfAddress(address);
     if (QFileInfo::exists(file))
         refuse(QStringLiteral("이미 있는 파일이라 백업하지 않았습니다: ") + file);
-    const QString unfinished = file + QStringLiteral(".part");
-    const auto discard = [&] {
-        for (const char *suffix : {"", "-wal", "-shm", "-journal"})
-            QFile::remove(unfinished + QLatin1String(suffix));
-    };
-    discard();
-    try {
+    const bool made = schema::makeWholeFile(file, [&](const QString &unfinished) {
         if (kind == Kind::Sqlite)
             copySqliteClinic(sqliteFile(address), unfinished, progress);
         else
             dumpPostgresClinic(address, unfinished, progress);
-    } catch (...) {
-        discard();
-        throw;
-    }
-    if (!QFile::rename(unfinished, file)) {
-        discard();
+    });
+    if (!made)
         refuse(QStringLiteral("백업 파일을 만들 수 없습니다: ") + file);
-    }
 }
 
 QString restore(const QString &address, const QString &file, const Progress &progress)

@@ -2,6 +2,7 @@
 
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
+#include "desk/schema/WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -44,15 +45,9 @@ void keepAside(const QString &clinic, const QString &safetyCopy)
 
 void makeAnew(const QString &clinic, SqliteFile &from, const Progress &progress)
 {
-    const QString unfinished = clinic + QStringLiteral(".part");
-    QFile::remove(unfinished);
-    try {
-        SqliteFile(unfinished, Open::New).takeOver(from, progress);
-    } catch (...) {
-        QFile::remove(unfinished);
-        throw;
-    }
-    if (!QFile::rename(unfinished, clinic))
+    const bool made = schema::makeWholeFile(
+        clinic, [&](const QString &unfinished) { SqliteFile(unfinished, Open::New).takeOver(from, progress); });
+    if (!made)
         refuse(QStringLiteral("데이터베이스 파일을 만들 수 없습니다: ") + clinic);
 }
 

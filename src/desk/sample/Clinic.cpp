@@ -3,6 +3,7 @@
 #include "desk/sample/TradeWriter.h"
 #include "desk/schema/Address.h"
 #include "desk/schema/Schema.h"
+#include "desk/schema/WholeFile.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QFile>
@@ -17,26 +18,15 @@ const QString FilePrefix = QStringLiteral("sqlite:");
 
 void makeFile(const QString &file, Size size, const Progress &progress)
 {
-    const QString unfinished = file + QStringLiteral(".part");
-    const auto discard = [&] {
-        for (const char *suffix : {"", "-wal", "-shm", "-journal"})
-            QFile::remove(unfinished + QLatin1String(suffix));
-    };
-    discard();
-    try {
+    const bool made = schema::makeWholeFile(file, [&](const QString &unfinished) {
         const ado::ConnectionPtr connection = ado::Connection::open(FilePrefix + unfinished, true);
         // Nobody relies on the file before it has its name, so nothing needs to be undone in it.
         QSqlQuery(connection->database()).exec(QStringLiteral("PRAGMA journal_mode = OFF"));
         fill(*connection, size, progress);
-    } catch (...) {
-        discard();
-        throw;
-    }
-    if (!QFile::rename(unfinished, file)) {
-        discard();
+    });
+    if (!made)
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("데이터베이스 파일을 만들 수 없습니다: ") + file);
-    }
 }
 
 } // namespace

@@ -3,9 +3,9 @@
 #include <QObject>
 #include <QString>
 
-/// The shop's own data and switches, shared by all desks of the clinic: rows of tPSProperties on gcnnMasterDB. Errors are
-/// trapped and told to nobody: a failed read is an empty text, a failed write is lost. A clinic's own table may have the two
-/// columns alone, without a key.
+/// The shop's own data and switches, shared by all desks of the clinic: rows of tPSProperties on gcnnMasterDB. Quirk
+/// (docs/architecture.md): errors are told to nobody, a failed read is an empty text, a failed write is lost. A clinic's own
+/// table may have the two columns alone, without a key.
 class clsProperties : public QObject
 {
     Q_OBJECT
