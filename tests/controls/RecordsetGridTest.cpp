@@ -2,6 +2,7 @@
 #include "platform/runtime/RuntimeError.h"
 #include "tests/controls/GridDesk.h"
 
+#include <QPointer>
 #include <QSignalSpy>
 
 using controls::RecordsetGrid;
@@ -210,6 +211,19 @@ TEST_F(BoundGrid, ACellThatCannotBeReadSaysSo)
     EXPECT_FALSE(cell(1, 3).data(Qt::CheckStateRole).isValid());
     EXPECT_EQ(cell(1, 3).data(Qt::AccessibleTextRole), QStringLiteral("#오류"));
     EXPECT_TRUE(boxes_.messages.isEmpty());
+}
+
+TEST(GridHead, TheWindowMayGoUnderAClickOnIt)
+{
+    auto *window = new QWidget;
+    auto *grid = new RecordsetGrid(window);
+    grid->setColumns({{.field = QStringLiteral("OrdM_Date"), .caption = QStringLiteral("거래일자")}});
+    window->show();
+    const QPointer<QWidget> alive(window);
+    QObject::connect(grid, &RecordsetGrid::headClick, window, [window] { delete window; });
+    QWidget *head = grid->horizontalHeader()->viewport();
+    QTest::mouseClick(head, Qt::LeftButton, {}, head->rect().center());
+    EXPECT_FALSE(alive);
 }
 
 TEST_F(BoundGrid, HeaderClicksAndDoubleClicksReachTheirHandlers)

@@ -152,7 +152,7 @@ private:
             } else if (name == QLatin1String("owe")) {
                 typeInto(place->findChild<QTableView *>(QStringLiteral("tdbCustSaleMaster")), rest);
             } else if (name == QLatin1String("tab")) {
-                tabs()->setCurrentIndex(rest.toInt());
+                press(tabs()->tabBar(), tabs()->tabBar()->tabRect(rest.toInt()).center());
             } else if (name == QLatin1String("replace")) {
                 static_cast<QFileDialog *>(place)->selectFile(pdf());
                 static_cast<QDialog *>(place)->accept();
@@ -174,8 +174,11 @@ private:
             ++column;
         ASSERT_LT(row, view->model()->rowCount());
         const QModelIndex cell = view->model()->index(row, column);
-        const QPoint place = view->visualRect(cell).center();
-        const QPointer<QWidget> alive(view->viewport());
+        press(view->viewport(), view->visualRect(cell).center());
+    }
+    static void press(QWidget *control, const QPoint &place)
+    {
+        const QPointer<QWidget> alive(control);
         QTest::mousePress(alive, Qt::LeftButton, {}, place);
         if (alive)
             QTest::mouseRelease(alive, Qt::LeftButton, {}, place);

@@ -121,7 +121,7 @@ void frmMain::placePanes()
     splitPMMain->addWidget(purchases);
     splitPMMain->setSizes({590, 690}); // the date of a purchase shows without scrolling, in a narrow window too
 
-    c1tabMain_ = controls::named(new QTabWidget(this), QStringLiteral("c1tabMain"));
+    c1tabMain_ = controls::named(new controls::TabWidget(this), QStringLiteral("c1tabMain"));
     c1tabMain_->addTab(saleTab_, QStringLiteral("[]님의 판매관리"));
     c1tabMain_->addTab(splitPMMain, QStringLiteral("판매물품관리"));
     c1tabMain_->addTab(statisticsPane_, QStringLiteral("통계"));
@@ -138,7 +138,7 @@ void frmMain::placePanes()
 void frmMain::connectPanes()
 {
     using controls::onEvent;
-    onEvent(c1tabMain_, &QTabWidget::currentChanged, this, [this](int tab) { tabChanged(tab); });
+    onEvent(c1tabMain_, &controls::TabWidget::turnedTo, this, [this](int tab) { tabChanged(tab); });
 
     // The road of a sale: product, line, order, its lines and its ledger.
     connect(saleListPane_, &SaleListPane::productRowChanged, entryPane_, &SaleEntryPane::showProduct);

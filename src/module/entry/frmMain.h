@@ -3,11 +3,11 @@
 #include "entry/EditModes.h"
 #include "forms/PaneContract.h"
 #include "platform/controls/RecordsetGrid.h"
+#include "platform/controls/TabWidget.h"
 #include "session/SaleSession.h"
 
 #include <QLabel>
 #include <QMainWindow>
-#include <QTabWidget>
 
 #include <functional>
 #include <initializer_list>
@@ -92,7 +92,7 @@ private:
 
     SaleSession session_;
     EditModes editModes_;
-    QTabWidget *c1tabMain_ = nullptr;
+    controls::TabWidget *c1tabMain_ = nullptr;
     QLabel *statusText_ = nullptr;
     int currentTab_ = SaleTabIndex;
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read

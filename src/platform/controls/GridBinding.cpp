@@ -20,7 +20,7 @@ void RecordsetGrid::Private::makeHeaders()
 {
     header = new GridHeader(grid);
     grid->setHorizontalHeader(header);
-    connect(header, &QHeaderView::sectionClicked, grid,
+    connect(header, &GridHeader::headClicked, grid,
             [this](int column) { runEvent([&] { emit grid->headClick(column); }, grid); });
     connect(header, &GridHeader::changedByUser, grid, [this] {
         noteWidths();

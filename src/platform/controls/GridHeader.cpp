@@ -4,6 +4,7 @@
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -22,6 +23,7 @@ GridHeader::GridHeader(QWidget *parent)
     const auto noteDrag = [this] { dragged_ = dragged_ || pressed_; };
     connect(this, &QHeaderView::sectionMoved, this, noteDrag);
     connect(this, &QHeaderView::sectionResized, this, noteDrag);
+    connect(this, &QHeaderView::sectionClicked, this, [this](int column) { clicked_ = column; });
 }
 
 void GridHeader::offerColumns(std::vector<int> columns)
@@ -45,8 +47,12 @@ void GridHeader::mouseReleaseEvent(QMouseEvent *event)
 {
     QHeaderView::mouseReleaseEvent(event); // a move happens only now
     pressed_ = false;
+    const int clicked = std::exchange(clicked_, -1);
+    const QPointer<GridHeader> alive(this);
     if (std::exchange(dragged_, false))
         emit changedByUser();
+    if (alive && clicked >= 0)
+        emit headClicked(clicked);
 }
 
 int GridHeader::shownCount() const

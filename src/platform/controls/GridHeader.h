@@ -17,6 +17,9 @@ public:
     void offerColumns(std::vector<int> columns);
 
 signals:
+    /// As sectionClicked(), but only when Qt is through with the mouse: a handler may open a box, and the window may go
+    /// beneath it.
+    void headClicked(int column);
     /// The user moved, sized, hid or showed a column; after the mouse button was released.
     void changedByUser();
     /// The user asks for the designed columns.
@@ -34,6 +37,7 @@ private:
     std::vector<int> offered_;
     bool pressed_ = false;
     bool dragged_ = false;
+    int clicked_ = -1; ///< not told yet
 };
 
 } // namespace controls

@@ -1,0 +1,69 @@
+#include "platform/controls/TabWidget.h"
+
+#include <QPointer>
+#include <QTabBar>
+
+#include <utility>
+
+namespace controls {
+
+class TabWidget::Bar : public QTabBar
+{
+public:
+    explicit Bar(TabWidget *owner)
+        : QTabBar(owner)
+        , owner_(owner)
+    {
+    }
+
+    /// The bar outlives the owner's own part.
+    void ownerGoes() { owner_ = nullptr; }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (!owner_)
+            return QTabBar::event(event);
+        return owner_->thenTell([&] { return QTabBar::event(event); });
+    }
+
+private:
+    TabWidget *owner_;
+};
+
+TabWidget::TabWidget(QWidget *parent)
+    : QTabWidget(parent)
+    , bar_(new Bar(this))
+{
+    bar_->setObjectName(tabBar()->objectName());
+    setTabBar(bar_);
+    connect(this, &QTabWidget::currentChanged, this, [this](int tab) {
+        if (inQt_)
+            chosen_ = tab;
+        else
+            emit turnedTo(tab);
+    });
+}
+
+TabWidget::~TabWidget()
+{
+    bar_->ownerGoes();
+}
+
+bool TabWidget::event(QEvent *event)
+{
+    return thenTell([&] { return QTabWidget::event(event); });
+}
+
+template <typename Handle>
+bool TabWidget::thenTell(Handle handle)
+{
+    const QPointer<TabWidget> alive(this);
+    ++inQt_;
+    const bool handled = handle();
+    if (alive && --inQt_ == 0 && chosen_ >= 0)
+        emit turnedTo(std::exchange(chosen_, -1));
+    return handled;
+}
+
+} // namespace controls

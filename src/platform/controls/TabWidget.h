@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QTabWidget>
+
+namespace controls {
+
+/// Tabs whose owner may open a box for the tab that was chosen: the window may go beneath it.
+class TabWidget : public QTabWidget
+{
+    Q_OBJECT
+public:
+    explicit TabWidget(QWidget *parent = nullptr);
+    ~TabWidget() override;
+
+signals:
+    /// Another tab is current: as currentChanged(), but for a mouse or key only when Qt is through with the event.
+    void turnedTo(int tab);
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    class Bar;
+
+    /// Runs Qt's own handling of an event of this widget or its bar, then tells of the tab that it chose.
+    template <typename Handle>
+    bool thenTell(Handle handle);
+
+    Bar *bar_;
+    int inQt_ = 0;
+    int chosen_ = -1; ///< not told yet
+};
+
+} // namespace controls
