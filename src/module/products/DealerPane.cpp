@@ -37,8 +37,8 @@ std::vector<GridColumn> dealerColumns()
 } // namespace
 
 DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
-    : RecordPane(session, shell, session.rsCompanyMaster, {editCode::Dealer, QStringLiteral("거래처"), listTitle},
-                 parent)
+    : RecordEditor(session, shell, session.rsCompanyMaster, {editCode::Dealer, QStringLiteral("거래처"), listTitle},
+                   parent)
     , operations_(session)
 {
     makeList(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), QStringLiteral("tdbCompanyMaster"),

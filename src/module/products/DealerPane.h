@@ -3,13 +3,13 @@
 #include "forms/MemoBox.h"
 #include "forms/MoneyBox.h"
 #include "products/DealerOperations.h"
-#include "products/RecordPane.h"
+#include "products/RecordEditor.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
 
 /// Dealers that the shop buys from, beside the panel of one dealer.
-class DealerPane : public RecordPane
+class DealerPane : public RecordEditor
 {
     Q_OBJECT
 public:

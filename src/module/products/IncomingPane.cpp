@@ -39,8 +39,8 @@ QString moneyOf(const QVariant &value)
 } // namespace
 
 IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *parent)
-    : RecordPane(session, shell, session.rsProductIncoming,
-                 {editCode::Purchase, QStringLiteral("구매내역"), incomingTitle}, parent)
+    : RecordEditor(session, shell, session.rsProductIncoming,
+                   {editCode::Purchase, QStringLiteral("구매내역"), incomingTitle}, parent)
     , operations_(session)
 {
     makeControls();

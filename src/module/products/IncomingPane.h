@@ -5,7 +5,7 @@
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Stepper.h"
 #include "products/IncomingOperations.h"
-#include "products/RecordPane.h"
+#include "products/RecordEditor.h"
 
 #include <QGridLayout>
 #include <QPointer>
@@ -13,7 +13,7 @@
 class frmDealerSelect;
 
 /// Purchases of the current product beside the panel of one purchase.
-class IncomingPane : public RecordPane
+class IncomingPane : public RecordEditor
 {
     Q_OBJECT
 public:

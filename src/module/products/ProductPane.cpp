@@ -27,8 +27,8 @@ const QDate noDate(1900, 1, 1);
 } // namespace
 
 ProductPane::ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent)
-    : RecordPane(session, shell, session.rsSaleProductListsManager,
-                 {editCode::Product, QStringLiteral("물품"), commandTitle}, parent)
+    : RecordEditor(session, shell, session.rsSaleProductListsManager,
+                   {editCode::Product, QStringLiteral("물품"), commandTitle}, parent)
     , operations_(session)
 {
     makeControls();
@@ -134,7 +134,7 @@ void ProductPane::run(Command command)
         return;
     const QPointer<ProductPane> alive(this);
     try {
-        RecordPane::run(command);
+        RecordEditor::run(command);
     } catch (const runtime::RuntimeError &) {
         MsgBox(failures[command], InformationIcon, commandTitle, alive);
     }

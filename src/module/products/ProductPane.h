@@ -4,7 +4,7 @@
 #include "forms/MoneyBox.h"
 #include "platform/controls/DateEdit.h"
 #include "products/ProductOperations.h"
-#include "products/RecordPane.h"
+#include "products/RecordEditor.h"
 #include "products/StockBox.h"
 
 #include <QGridLayout>
@@ -13,7 +13,7 @@
 #include <array>
 
 /// The shop's product list over the panel of the current product.
-class ProductPane : public RecordPane
+class ProductPane : public RecordEditor
 {
     Q_OBJECT
 public:

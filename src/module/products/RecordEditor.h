@@ -14,7 +14,7 @@
 
 /// What the lists of the management tab have in common: the list, the panel of its current row, and the strip of buttons
 /// that add a row, edit it, delete it, and end an edit.
-class RecordPane : public QWidget
+class RecordEditor : public QWidget
 {
     Q_OBJECT
 public:
@@ -45,7 +45,7 @@ protected:
     };
 
     /// `rows`: of the session.
-    RecordPane(SaleSession &session, PaneShell &shell, SaleSession::RecordsetPtr &rows, Texts texts, QWidget *parent);
+    RecordEditor(SaleSession &session, PaneShell &shell, SaleSession::RecordsetPtr &rows, Texts texts, QWidget *parent);
 
     // For the constructor of a pane, in this order. `index` is -1 where the name stands alone.
     void makeList(const QString &frame, int index, const QString &caption, const QString &grid,

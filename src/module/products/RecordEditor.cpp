@@ -1,4 +1,4 @@
-#include "products/RecordPane.h"
+#include "products/RecordEditor.h"
 
 #include "forms/FormRow.h"
 #include "platform/controls/MessageBox.h"
@@ -14,8 +14,8 @@
 using controls::InformationIcon;
 using controls::MsgBox;
 
-RecordPane::RecordPane(SaleSession &session, PaneShell &shell, SaleSession::RecordsetPtr &rows, Texts texts,
-                       QWidget *parent)
+RecordEditor::RecordEditor(SaleSession &session, PaneShell &shell, SaleSession::RecordsetPtr &rows, Texts texts,
+                           QWidget *parent)
     : QWidget(parent)
     , session_(session)
     , shell_(shell)
@@ -25,8 +25,8 @@ RecordPane::RecordPane(SaleSession &session, PaneShell &shell, SaleSession::Reco
 {
 }
 
-void RecordPane::makeList(const QString &frame, int index, const QString &caption, const QString &grid,
-                          std::vector<controls::GridColumn> columns)
+void RecordEditor::makeList(const QString &frame, int index, const QString &caption, const QString &grid,
+                            std::vector<controls::GridColumn> columns)
 {
     listFrame_ = makePanelFrame(frame, index, caption, this);
     grid_ = controls::named(new controls::RecordsetGrid(listFrame_), grid);
@@ -37,13 +37,13 @@ void RecordPane::makeList(const QString &frame, int index, const QString &captio
     layout->addWidget(grid_);
 }
 
-void RecordPane::makePanel(const QString &frame, int index)
+void RecordEditor::makePanel(const QString &frame, int index)
 {
     panel_ = makePanelFrame(frame, index, QString(), this);
 }
 
-void RecordPane::makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
-                           QWidget *parent)
+void RecordEditor::makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
+                             QWidget *parent)
 {
     strip_ = controls::named(new QWidget(parent), QStringLiteral("elTranMnu"), index);
     commands_ =
@@ -52,16 +52,16 @@ void RecordPane::makeStrip(int index, const QString &commands, const QString &sa
     layOutStrip(strip_, commands_, saveButtons_);
 }
 
-void RecordPane::connectControls()
+void RecordEditor::connectControls()
 {
-    connect(grid_, &controls::RecordsetGrid::rowChange, this, &RecordPane::fillPanel);
+    connect(grid_, &controls::RecordsetGrid::rowChange, this, &RecordEditor::fillPanel);
     for (const Command command : {Add, Edit, Delete})
         commands_[command]->onPush(this, [this, command] { run(command); });
     saveButtons_[0]->onPush(this, [this] { saveRow(); });
     saveButtons_[1]->onPush(this, [this] { endEdit({}); });
 }
 
-void RecordPane::run(Command command)
+void RecordEditor::run(Command command)
 {
     switch (command) {
     case Add:
@@ -76,13 +76,13 @@ void RecordPane::run(Command command)
     }
 }
 
-void RecordPane::loadIfClosed()
+void RecordEditor::loadIfClosed()
 {
     if (!isLoaded())
         load();
 }
 
-void RecordPane::fillPanel()
+void RecordEditor::fillPanel()
 {
     if (list_.comesAnew() || inEdit() || !isLoaded())
         return;
@@ -95,7 +95,7 @@ void RecordPane::fillPanel()
 }
 
 /// Whether the row is still there; then it is on view.
-bool RecordPane::readListAnew(const ado::Bookmark &row)
+bool RecordEditor::readListAnew(const ado::Bookmark &row)
 {
     const bool found = list_.requeryQuietlyAt(row);
     if (found)
@@ -105,14 +105,14 @@ bool RecordPane::readListAnew(const ado::Bookmark &row)
     return found;
 }
 
-void RecordPane::leaveGone()
+void RecordEditor::leaveGone()
 {
     const QString told = leaveGoneRow(list_, texts_.kind);
     showNone();
     MsgBox(told, InformationIcon, texts_.title, this);
 }
 
-EditModeTable RecordPane::editMode() const
+EditModeTable RecordEditor::editMode() const
 {
     EditModeTable table;
     table.code = texts_.editCode;
@@ -125,29 +125,29 @@ EditModeTable RecordPane::editMode() const
     return table;
 }
 
-void RecordPane::enterEdit(QWidget *firstField)
+void RecordEditor::enterEdit(QWidget *firstField)
 {
     shell_.enterEditMode(texts_.editCode);
     firstField->setFocus();
 }
 
-void RecordPane::leaveEdit()
+void RecordEditor::leaveEdit()
 {
     shell_.leaveEditMode(texts_.editCode);
     shell_.paintEntryColors();
 }
 
-void RecordPane::refuse(const QString &told, int flags, const QString &title, QWidget *field)
+void RecordEditor::refuse(const QString &told, int flags, const QString &title, QWidget *field)
 {
-    const QPointer<RecordPane> alive(this);
+    const QPointer<RecordEditor> alive(this);
     MsgBox(told, flags, title, this);
     if (alive)
         field->setFocus();
 }
 
-void RecordPane::endSave(SaveOutcome outcome, const ado::Bookmark &edited)
+void RecordEditor::endSave(SaveOutcome outcome, const ado::Bookmark &edited)
 {
-    const QPointer<RecordPane> alive(this);
+    const QPointer<RecordEditor> alive(this);
     const bool failed = outcome == SaveOutcome::Failed;
     if (failed)
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
@@ -156,10 +156,10 @@ void RecordPane::endSave(SaveOutcome outcome, const ado::Bookmark &edited)
         endEdit(failed ? edited : ado::Bookmark());
 }
 
-void RecordPane::endEdit(const ado::Bookmark &row)
+void RecordEditor::endEdit(const ado::Bookmark &row)
 {
     leaveEdit();
-    const QPointer<RecordPane> alive(this); // a row that is shown may open a box
+    const QPointer<RecordEditor> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
     attempt([&] {
         if (!isLoaded())
@@ -175,7 +175,7 @@ void RecordPane::endEdit(const ado::Bookmark &row)
     mode_ = Neither;
 }
 
-bool RecordPane::abandonEdit()
+bool RecordEditor::abandonEdit()
 {
     if (!inEdit())
         return false;
@@ -184,13 +184,13 @@ bool RecordPane::abandonEdit()
     return true;
 }
 
-bool RecordPane::agrees(const QString &question, const QString &title)
+bool RecordEditor::agrees(const QString &question, const QString &title)
 {
-    const QPointer<RecordPane> alive(this);
+    const QPointer<RecordEditor> alive(this);
     return MsgBox(question, controls::YesNo | InformationIcon, title, this) == controls::Answer::Yes && alive;
 }
 
-void RecordPane::tellIfGone(const ado::Bookmark &row, const std::function<void()> &remove)
+void RecordEditor::tellIfGone(const ado::Bookmark &row, const std::function<void()> &remove)
 {
     try {
         remove();
