@@ -17,7 +17,7 @@ void dressUp(QApplication &application)
     QLocale::setDefault(korean);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Highlight, QColor(0x2E, 0x6E, 0x8E));
+    palette.setColor(QPalette::Highlight, controls::AccentColor);
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::AlternateBase, QColor(0xF3, 0xF6, 0xF7));
     QApplication::setPalette(palette);

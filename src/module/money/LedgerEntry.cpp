@@ -92,8 +92,7 @@ bool changeFormEntry(SaleSession &session, OrderKey order, LedgerKey row, const 
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
         if (!ledger.moveToKey(row.bookmark()))
-            throw RuntimeError(runtime::ErrorNumber::Conflict,
-                               QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다."));
+            raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다."));
         assign(ledger, entry); // quirk (docs/architecture.md): the operator stays, whichever is chosen
         ledger.Update();
         if (entry.recalculates)

@@ -8,14 +8,10 @@
 
 namespace ledger {
 
-namespace {
-
-[[noreturn]] void raiseGone(const QString &told)
+void raiseGone(const QString &told)
 {
     throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, told);
 }
-
-} // namespace
 
 void insertRow(ado::Connection &connection, const Row &row)
 {

@@ -44,6 +44,9 @@ void insertRow(ado::Connection &connection, const Row &row);
 /// of its own. Conflict when another desk deleted it.
 void updateRow(ado::Connection &connection, LedgerKey key, const Row &row);
 
+/// Raises Conflict for what another desk deleted.
+[[noreturn]] void raiseGone(const QString &told);
+
 /// Makes the order current and reads it again. Conflict when it is gone.
 void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order);
 /// Writes the outstanding money of the current order. What could not be saved does not stay pending.

@@ -3,7 +3,6 @@
 #include "data/StatementText.h"
 #include "data/clsSQL.h"
 #include "platform/ado/Transaction.h"
-#include "platform/runtime/RuntimeError.h"
 
 namespace outstanding {
 
@@ -24,8 +23,7 @@ void pay(ado::Connection &connection, const ledger::Row &row)
 {
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
     if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
-        throw runtime::RuntimeError(runtime::ErrorNumber::Conflict,
-                                    QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
+        ledger::raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
     ledger::insertRow(connection, row);
     transaction.commit();
 }

@@ -19,7 +19,7 @@ enum class SystemColor : int {
 QColor systemColor(SystemColor color);
 /// The grey of a locked field.
 inline const QColor LockedColor{0xEF, 0xEF, 0xEF};
-/// The blue of the button that goes on, under white letters.
+/// The blue of the button that goes on and, on the desk, of what is selected, under white letters.
 inline const QColor AccentColor{0x1F, 0x6F, 0xB2};
 
 /// Back colour of an entry control: the base of text boxes and lists, the background of boxes and options.
