@@ -26,7 +26,7 @@ QString updateTransaction(qint32 Customer_PK, const QDate &TxDate, const QString
 
 /// The sums of the receipts over ledger rows. Unlike getAllTranAmount they label operators 1 and 2 as the ledger does.
 /// Quirk (docs/architecture.md): their cash column lacks parentheses, so a NULL method counts as cash whatever the operator.
-QString totalsOf(QStringView ledgerRows)
+QString totalsOf(const QString &ledgerRows)
 {
     return QStringLiteral("SELECT   SUM(할인) AS 할인토탈, SUM(절사) AS 절사토탈, SUM(수납) AS 수납토탈, "
                           "SUM(환불) AS 환불토탈, SUM(현금) AS 현금토탈, SUM(카드) AS 카드토탈, "
@@ -156,19 +156,20 @@ QString clsSQL::getTranAllEachTotalByOrdMPKSQL(qint32 lngOrdMPK) const
 
 QString clsSQL::getTranAllEachTotalByPeriodSQL(const QDate &startDate, const QDate &endDate) const
 {
-    return fill(totalsOf(u"(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
-                         u"tPSTransaction.tpstrans_Date AS TRANDATE, "
-                         u"tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
-                         u"tPSTransaction.tpstrans_Money AS TRANMONEY, "
-                         u"tPSTransaction.tpstrans_Method AS TRANMETHOD, "
-                         u"tPSTransaction.tpstrans_PK, tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK "
-                         u"FROM      tPSTransaction INNER JOIN tPSOrderMaster ON tPSOrderMaster.OrdM_PK = "
-                         u"tPSTransaction.tpstrans_OrderM_PK  "
-                         u"WHERE tPSOrderMaster.OrdM_Date BETWEEN '[STARTDATE]' AND '[ENDDATE]' "
-                         u"GROUP BY tPSTransaction.tpstrans_Date, "
-                         u"tPSTransaction.tpstrans_OrderM_PK, "
-                         u"tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
-                         u"tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK, "
-                         u"tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK)"),
-                {{u"[STARTDATE]", date(startDate)}, {u"[ENDDATE]", date(endDate)}});
+    return fill(
+        totalsOf(QStringLiteral("(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
+                                "tPSTransaction.tpstrans_Date AS TRANDATE, "
+                                "tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
+                                "tPSTransaction.tpstrans_Money AS TRANMONEY, "
+                                "tPSTransaction.tpstrans_Method AS TRANMETHOD, "
+                                "tPSTransaction.tpstrans_PK, tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK "
+                                "FROM      tPSTransaction INNER JOIN tPSOrderMaster ON tPSOrderMaster.OrdM_PK = "
+                                "tPSTransaction.tpstrans_OrderM_PK  "
+                                "WHERE tPSOrderMaster.OrdM_Date BETWEEN '[STARTDATE]' AND '[ENDDATE]' "
+                                "GROUP BY tPSTransaction.tpstrans_Date, "
+                                "tPSTransaction.tpstrans_OrderM_PK, "
+                                "tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
+                                "tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK, "
+                                "tPSOrderMaster.OrdM_Date, tPSOrderMaster.OrdM_PK)")),
+        {{u"[STARTDATE]", date(startDate)}, {u"[ENDDATE]", date(endDate)}});
 }

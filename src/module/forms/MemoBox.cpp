@@ -67,7 +67,7 @@ void MemoBox::inputMethodEvent(QInputMethodEvent *event)
 
 void MemoBox::focusOutEvent(QFocusEvent *event)
 {
-    composing_.commit([this](QInputMethodEvent *event) { QPlainTextEdit::inputMethodEvent(event); });
+    composing_.commit([this](QInputMethodEvent *syllable) { QPlainTextEdit::inputMethodEvent(syllable); });
     QPlainTextEdit::focusOutEvent(event);
 }
 

@@ -124,7 +124,7 @@ void MoneyBox::focusInEvent(QFocusEvent *event)
 
 void MoneyBox::focusOutEvent(QFocusEvent *event)
 {
-    composing_.commit([this](QInputMethodEvent *event) { QLineEdit::inputMethodEvent(event); });
+    composing_.commit([this](QInputMethodEvent *syllable) { QLineEdit::inputMethodEvent(syllable); });
     QLineEdit::focusOutEvent(event);
 }
 
