@@ -140,18 +140,18 @@ QString clsSQL::getAllTranAmount(qint32 lngCustPK, qint32 lngOrdMPK) const
 
 QString clsSQL::getTranAllEachTotalByOrdMPKSQL(qint32 lngOrdMPK) const
 {
-    return fill(
-        totalsOf(u"(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
-                 u"tPSTransaction.tpstrans_Date AS TRANDATE, "
-                 u"tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
-                 u"tPSTransaction.tpstrans_Money AS TRANMONEY, "
-                 u"tPSTransaction.tpstrans_Method AS TRANMETHOD, tPSTransaction.tpstrans_PK FROM      tPSTransaction "
-                 u"WHERE tpsTransaction.tpstrans_OrderM_PK = '[ORDMPK]' "
-                 u"GROUP BY tPSTransaction.tpstrans_Date, "
-                 u"tPSTransaction.tpstrans_OrderM_PK, "
-                 u"tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
-                 u"tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK)"),
-        {{u"[ORDMPK]", number(lngOrdMPK)}});
+    return fill(totalsOf(QStringLiteral(
+                    "(SELECT   tPSTransaction.tpstrans_OrderM_PK AS ORDMPK, "
+                    "tPSTransaction.tpstrans_Date AS TRANDATE, "
+                    "tPSTransaction.tpstrans_Operator AS TRANOPERATOR, "
+                    "tPSTransaction.tpstrans_Money AS TRANMONEY, "
+                    "tPSTransaction.tpstrans_Method AS TRANMETHOD, tPSTransaction.tpstrans_PK FROM      tPSTransaction "
+                    "WHERE tpsTransaction.tpstrans_OrderM_PK = '[ORDMPK]' "
+                    "GROUP BY tPSTransaction.tpstrans_Date, "
+                    "tPSTransaction.tpstrans_OrderM_PK, "
+                    "tPSTransaction.tpstrans_Operator, tPSTransaction.tpstrans_Money, "
+                    "tPSTransaction.tpstrans_Method, tPSTransaction.tpstrans_PK)")),
+                {{u"[ORDMPK]", number(lngOrdMPK)}});
 }
 
 QString clsSQL::getTranAllEachTotalByPeriodSQL(const QDate &startDate, const QDate &endDate) const
