@@ -1,7 +1,7 @@
 #include "desk/backup/Backup.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/sample/MakeOnTerminal.h"
-#include "desk/schema/Address.h"
+#include "platform/ado/ShownAddress.h"
 #include "desk/schema/Schema.h"
 #include "desk/window/CommandLine.h"
 #include "desk/window/DeskWindow.h"
@@ -50,12 +50,12 @@ ado::ConnectionPtr openClinic(const QString &address)
         connection = ado::Connection::open(address);
     } catch (const runtime::RuntimeError &error) {
         throw runtime::RuntimeError(error.number(),
-                                    schema::addressToShow(address) + QStringLiteral("\n") + error.description());
+                                    ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
     if (!schema::hasSchema(*connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ")
-                                        + schema::addressToShow(address)
+                                        + ado::addressToShow(address)
                                         + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
     return connection;
 }

@@ -8,6 +8,7 @@
 #include <QTextStream>
 
 #include <memory>
+#include <utility>
 
 namespace runtime {
 
@@ -51,13 +52,13 @@ bool isOurs(const QMessageLogContext &context)
     return QByteArray(context.category).startsWith("zelvo.");
 }
 
-/// Whether the message stands in the file.
-bool kept(QtMsgType type, const QMessageLogContext &context, const QString &message)
+/// Hands a line to the file; where that cannot be written, the terminal hears of it once.
+template <typename Write>
+bool kept(Write write)
 {
     Keeper &log = keeper();
     const QMutexLocker lock(&log.mutex);
-    const QByteArray line = QByteArray(levelOf(type)) + ' ' + context.category + ": " + oneLine(message);
-    if (log.file->write(QDateTime::currentDateTime(), line))
+    if (write(*log.file, QDateTime::currentDateTime()))
         return true;
     if (!std::exchange(log.complained, true))
         QTextStream(stderr) << QStringLiteral("오류 기록 파일을 쓸 수 없습니다. 폴더의 권한을 확인하십시오: ")
@@ -68,7 +69,10 @@ bool kept(QtMsgType type, const QMessageLogContext &context, const QString &mess
 void handle(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     const Keeper &log = keeper();
-    if (!isOurs(context) || !kept(type, context, message) || !log.earlierIsQts)
+    const auto write = [&](LogFile &file, const QDateTime &now) {
+        return file.write(now, QByteArray(levelOf(type)) + ' ' + context.category + ": " + oneLine(message));
+    };
+    if (!isOurs(context) || !kept(write) || !log.earlierIsQts)
         log.earlier(type, context, message);
 }
 
@@ -94,7 +98,7 @@ void keepLog(const LogOwner &owner)
 {
     Keeper &log = keeper();
     const QByteArray head =
-        oneLine(QStringLiteral("%1 %2, Qt %3, %4")
+        oneLine(QStringLiteral("%1 %2, Qt %3, database %4")
                     .arg(owner.product, owner.version, QString::fromLatin1(qVersion()), owner.database));
     {
         const QMutexLocker lock(&log.mutex);
@@ -106,7 +110,7 @@ void keepLog(const LogOwner &owner)
         log.earlierIsQts = qInstallMessageHandler(nullptr) == log.earlier;
         qInstallMessageHandler(&handle);
     }
-    qCInfo(programLog, "start");
+    kept([](LogFile &file, const QDateTime &now) { return file.begin(now); });
 }
 
 } // namespace runtime

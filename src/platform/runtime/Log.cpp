@@ -6,6 +6,7 @@
 
 #include <exception>
 #include <typeinfo>
+#include <utility>
 
 namespace runtime {
 

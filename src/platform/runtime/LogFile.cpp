@@ -38,19 +38,24 @@ QString LogFile::nameOf(const QString &product, const QDate &day)
     return QStringLiteral("%1-%2-%3.log").arg(product, machine(), day.toString(Qt::ISODate));
 }
 
+bool LogFile::begin(const QDateTime &now)
+{
+    if (day_ == now.date())
+        return true;
+    if (!QDir().exists(folder_)) {
+        QDir().mkpath(QFileInfo(folder_).path());
+        QDir().mkdir(folder_, ownFolder);
+    }
+    deleteOld(now.date());
+    if (!append(now, "info zelvo.program: " + head_))
+        return false;
+    day_ = now.date();
+    return true;
+}
+
 bool LogFile::write(const QDateTime &now, const QByteArray &line)
 {
-    if (day_ != now.date()) {
-        if (!QDir().exists(folder_)) {
-            QDir().mkpath(QFileInfo(folder_).path());
-            QDir().mkdir(folder_, ownFolder);
-        }
-        deleteOld(now.date());
-        if (!append(now, "info zelvo.program: " + head_))
-            return false;
-        day_ = now.date();
-    }
-    return append(now, line);
+    return begin(now) && append(now, line);
 }
 
 /// Opened for each line, since they are few: a file that somebody takes away or deletes comes back.

@@ -18,8 +18,10 @@ public:
     /// `head` is the first line of this process in each file.
     LogFile(const QString &folder, const QString &product, const QByteArray &head);
 
-    /// Appends the line, whole beside those of other processes; false where that is not possible. At the first of a day
-    /// files of days long past are deleted, and nothing else.
+    /// Sees to it that the day has its file, and this process its first line in it. At the turn of a day files of days long
+    /// past are deleted, and nothing else. False where the file cannot be written.
+    bool begin(const QDateTime &now);
+    /// Appends the line, whole beside those of other processes; the day is begun where it is not.
     bool write(const QDateTime &now, const QByteArray &line);
 
     static QString nameOf(const QString &product, const QDate &day);
