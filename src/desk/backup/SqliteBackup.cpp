@@ -2,6 +2,7 @@
 
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
+#include "platform/runtime/Log.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -33,6 +34,7 @@ void keepAside(const QString &clinic, const QString &safetyCopy)
         copy(clinic, safetyCopy, {});
         return;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         QFile::remove(safetyCopy);
     }
     for (const char *suffix : {"", "-wal"}) {

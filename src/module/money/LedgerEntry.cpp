@@ -6,6 +6,7 @@
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "session/modGlobalVars.h"
 
 #include <functional>
@@ -90,6 +91,7 @@ void followAddedEntry(SaleSession &session, OrderKey order, const LedgerEntry &e
 
 bool changeEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry)
 {
+    const runtime::Operation operation("change ledger row", {{"order", order.number()}, {"row", row.number()}});
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
         if (!ledger.moveToKey(row.bookmark()))
             throw RuntimeError(runtime::ErrorNumber::Conflict,

@@ -8,6 +8,7 @@
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
 #include "products/GoneRow.h"
 
 #include <QPointer>
@@ -222,6 +223,7 @@ void DealerPane::deleteDealer()
     } catch (const runtime::RuntimeError &error) {
         if (!isConflict(error) || readListAnew(dealer))
             throw;
+        runtime::trapped();
         leaveGone();
     }
 }

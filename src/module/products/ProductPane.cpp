@@ -9,6 +9,7 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
 #include "products/GoneRow.h"
 #include "settings/clsProperties.h"
 
@@ -71,6 +72,7 @@ void ProductPane::saveHideMark()
         attempt([&] { products.Resync(); });
         if (!products.isGone())
             throw;
+        runtime::trapped();
         leaveGone();
     }
 }
@@ -195,6 +197,7 @@ void ProductPane::runCommand(int index)
     try {
         (this->*command.run)();
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         MsgBox(command.failure, InformationIcon, commandTitle, alive);
     }
 }

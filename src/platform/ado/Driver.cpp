@@ -60,10 +60,11 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
 {
     const auto after = [&](QLatin1String scheme) { return address.sliced(scheme.size()); };
     if (!isWellFormed(address))
-        throw RuntimeError(ErrorNumber::ConnectionLost,
-                           QStringLiteral("데이터베이스 주소를 해석할 수 없습니다. 암호의 특수 기호는 %40처럼 %와 16진수로 "
-                                          "바꾸어 입력하십시오: ")
-                               + addressToShow(address));
+        throw RuntimeError(
+            ErrorNumber::ConnectionLost,
+            QStringLiteral("데이터베이스 주소를 해석할 수 없습니다. 암호의 특수 기호는 %40처럼 %와 16진수로 "
+                           "바꾸어 입력하십시오: ")
+                + addressToShow(address));
     constexpr QLatin1String sqlite("sqlite:"), postgres("postgresql://"), odbc("odbc:");
     std::unique_ptr<Driver> driver;
     if (address.startsWith(sqlite))
@@ -155,7 +156,8 @@ void Driver::sessionLost()
 void Driver::connectionLost(const QString &serverText, const QByteArray &state)
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,
-                       QStringLiteral("데이터베이스에 연결할 수 없습니다.\n") + serverText.trimmed(), {state, serverText});
+                       QStringLiteral("데이터베이스에 연결할 수 없습니다.\n") + serverText.trimmed(),
+                       {state, serverText});
 }
 
 ResultColumn describeColumn(const QString &name, bool numeric, QStringView statement)

@@ -18,7 +18,7 @@ void trapped(Place place = Place::here());
 /// Whose log is kept.
 struct LogOwner
 {
-    QString product;  ///< folder below the user's state folder and first word of the files' names
+    QString product; ///< folder below the user's state folder and first word of the files' names
     QString version;
     QString database; ///< as ado::addressToShow gives it
 };

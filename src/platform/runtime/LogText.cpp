@@ -14,8 +14,7 @@ const QString Hidden = QStringLiteral("…");
 /// Both of words and of numbers, as the servers part them.
 const QRegularExpression &word()
 {
-    static const QRegularExpression expression(QStringLiteral("\\w+"),
-                                               QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression expression(QStringLiteral("\\w+"), QRegularExpression::UseUnicodePropertiesOption);
     return expression;
 }
 
@@ -44,9 +43,9 @@ bool isPlain(QChar c)
 QString withoutQuoted(QString message)
 {
     // Greedy, and to the end where the last is missing: a value may hold quotes itself.
-    static const QRegularExpression quoted(
-        QStringLiteral("[\"'`“‘«「(\\[{].*[\"'`”’»」)\\]}]|[\"'`“‘«「(\\[{].*$"),
-        QRegularExpression::DotMatchesEverythingOption | QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression quoted(QStringLiteral("[\"'`“‘«「(\\[{].*[\"'`”’»」)\\]}]|[\"'`“‘«「(\\[{].*$"),
+                                           QRegularExpression::DotMatchesEverythingOption
+                                               | QRegularExpression::UseUnicodePropertiesOption);
     message.replace(quoted, Hidden);
     return hidden(message, [](const QString &found) { return !std::ranges::all_of(found, isPlain); });
 }
