@@ -20,7 +20,7 @@ bool isHarmless(const QString &value)
     return expression.match(value).hasMatch();
 }
 
-QString decoded(const QString &part)
+QString percentDecoded(const QString &part)
 {
     return QUrl::fromPercentEncoding(part.toUtf8());
 }
@@ -69,7 +69,7 @@ QString optionsToShow(const QString &options)
         "host", "port", "dbname", "user", "sslmode", "application_name", "connect_timeout", "target_session_attrs"};
     ShownPairs pairs;
     for (const QString &pair : options.split(u'&'))
-        pairs.add(pair.section(u'=', 0, 0), pair.section(u'=', 1), decoded(pair.section(u'=', 1)), known);
+        pairs.add(pair.section(u'=', 0, 0), pair.section(u'=', 1), percentDecoded(pair.section(u'=', 1)), known);
     return pairs.joined(u'&');
 }
 
@@ -81,8 +81,8 @@ QString serverToShow(const QString &address, const QString &unreadable)
     const QString name = parts.captured(QStringLiteral("name"));
     static const QRegularExpression numbers(QStringLiteral("\\[[0-9a-fA-F:.]*(%\\w+)?\\]|:\\d*(?=,|$)"));
     const QString hostNames = QString(hosts).remove(numbers);
-    if (!parts.hasMatch() || !isHarmless(decoded(user)) || !isHarmless(decoded(hostNames))
-        || !isHarmless(decoded(name)))
+    if (!parts.hasMatch() || !isHarmless(percentDecoded(user)) || !isHarmless(percentDecoded(hostNames))
+        || !isHarmless(percentDecoded(name)))
         return unreadable;
     QString shown = QStringLiteral("postgresql://") + (user.isEmpty() ? user : user + u'@') + hosts;
     if (parts.hasCaptured(QStringLiteral("name")))

@@ -26,11 +26,11 @@ QString hidden(const QString &text, Hides hides)
     qsizetype end = 0;
     for (auto words = word().globalMatch(text); words.hasNext();) {
         const QRegularExpressionMatch found = words.next();
-        shown += QStringView(text).sliced(end, found.capturedStart() - end);
+        shown += text.sliced(end, found.capturedStart() - end);
         shown += hides(found.captured()) ? Hidden : found.captured();
         end = found.capturedEnd();
     }
-    return shown + QStringView(text).sliced(end);
+    return shown + text.sliced(end);
 }
 
 bool isPlain(QChar c)
