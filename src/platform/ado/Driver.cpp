@@ -136,28 +136,29 @@ QSqlDatabase Driver::newDatabase(const QString &qtDriver)
     return made;
 }
 
-void Driver::refuse(const QString &serverText, const QByteArray &state)
+void Driver::refuse(const QString &serverText, const QByteArray &state, runtime::Place raised)
 {
     throw RuntimeError(
         ErrorNumber::Database,
         QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")
             .arg(serverText.trimmed()),
-        {state, serverText});
+        {state, serverText}, raised);
 }
 
-void Driver::sessionLost()
+void Driver::sessionLost(runtime::Place raised)
 {
     // What the server was doing nobody knows: it may have saved before it went. Its own words help nobody at a desk.
     throw RuntimeError(
         ErrorNumber::ConnectionLost,
-        QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."));
+        QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."),
+        raised);
 }
 
-void Driver::connectionLost(const QString &serverText, const QByteArray &state)
+void Driver::connectionLost(const QString &serverText, const QByteArray &state, runtime::Place raised)
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,
                        QStringLiteral("데이터베이스에 연결할 수 없습니다.\n") + serverText.trimmed(),
-                       {state, serverText});
+                       {state, serverText}, raised);
 }
 
 ResultColumn describeColumn(const QString &name, bool numeric, QStringView statement)

@@ -113,13 +113,14 @@ QString odbcToShow(const QString &source, const QString &unreadable)
     return QStringLiteral("odbc:") + pairs.joined(u';');
 }
 
-} // namespace
-
+/// What stands before the first colon, if it may be the kind of an address.
 QString kindOfAddress(const QString &address)
 {
     static const QRegularExpression kind(QStringLiteral("^[a-z]{2,12}(?=:)"));
     return kind.match(address).captured();
 }
+
+} // namespace
 
 bool isWellFormed(const QString &address)
 {

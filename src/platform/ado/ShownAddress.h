@@ -8,9 +8,6 @@ namespace ado {
 /// is known to hold none is shown, so an address of another form shows nothing but its kind.
 QString addressToShow(const QString &address);
 
-/// What stands before the first colon, if it may be the kind of an address: "postgresql".
-QString kindOfAddress(const QString &address);
-
 /// Whether a server's address can be taken apart in one way only. A sign of a password that is not percent-encoded would
 /// otherwise be taken for the end of the server's name, and be shown as part of that by others.
 bool isWellFormed(const QString &address);
