@@ -1,4 +1,4 @@
-#include "desk/schema/Address.h"
+#include "platform/ado/ShownAddress.h"
 #include "fuzz/Fuzz.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/PostgresDriver.h"
@@ -35,7 +35,7 @@ void hidePassword(QByteArray bytes)
          {QStringLiteral("postgresql://%1:%2@").arg(user, password) + rest,
           QStringLiteral("postgresql://%1@server/clinic?password=%2&").arg(user, encoded) + rest,
           QStringLiteral("odbc:Driver=x;UID=%1;PWD={%2};").arg(user.remove(u'{'), braced) + rest})
-        demand(!schema::addressToShow(address).contains(secret), "a password is not shown");
+        demand(!ado::addressToShow(address).contains(secret), "a password is not shown");
 }
 
 } // namespace

@@ -1,12 +1,14 @@
 #include "desk/backup/Backup.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/sample/MakeOnTerminal.h"
-#include "desk/schema/Address.h"
 #include "desk/schema/Schema.h"
 #include "desk/window/CommandLine.h"
 #include "desk/window/DeskWindow.h"
 #include "desk/window/FirstPaint.h"
 #include "desk/window/Look.h"
+#include "platform/ado/ShownAddress.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QDir>
@@ -49,13 +51,12 @@ ado::ConnectionPtr openClinic(const QString &address)
     try {
         connection = ado::Connection::open(address);
     } catch (const runtime::RuntimeError &error) {
-        throw runtime::RuntimeError(error.number(),
-                                    schema::addressToShow(address) + QStringLiteral("\n") + error.description());
+        throw error.toldAs(error.number(), ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
     if (!schema::hasSchema(*connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ")
-                                        + schema::addressToShow(address)
+                                        + ado::addressToShow(address)
                                         + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
     return connection;
 }
@@ -129,6 +130,12 @@ int walkBesideProgram(const QString &folder)
     return status >= 0 ? status : complain(QStringLiteral("프로그램을 실행하지 못했습니다: ") + program);
 }
 
+void keepLog(const desk::Options &options)
+{
+    runtime::keepLog({QCoreApplication::applicationName(), QCoreApplication::applicationVersion(),
+                      ado::addressToShow(addressOf(options))});
+}
+
 QString versionText()
 {
     return QStringLiteral("desk %1\n").arg(QCoreApplication::applicationVersion());
@@ -163,6 +170,7 @@ int main(int argc, char **argv)
         }
         if (options.make || options.check || !options.backupFile.isEmpty() || !options.restoreFile.isEmpty()) {
             QCoreApplication application(argc, argv);
+            keepLog(options);
             return tend(options);
         }
         if (!options.walkFolder.isEmpty()) {
@@ -170,12 +178,15 @@ int main(int argc, char **argv)
             return walkBesideProgram(options.walkFolder);
         }
         QApplication application(argc, argv);
+        keepLog(options);
         return start(options, application);
     } catch (const desk::WrongUse &error) {
         return complain(QString::fromUtf8(error.what()) + QStringLiteral("\n\n") + desk::usageText());
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         return complain(error.description());
     } catch (const std::exception &error) {
+        runtime::trapped();
         return complain(
             QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (%1)").arg(QString::fromUtf8(error.what())));
     }

@@ -1,7 +1,11 @@
+#include "platform/runtime/Attempt.h"
 #include "tests/ado/Desks.h"
+#include "tests/support/LogLines.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QThread>
+
+#include <gmock/gmock.h>
 
 class LostServer : public Desks
 {
@@ -77,6 +81,12 @@ TEST_P(LostServer, ThatIsStoppedGivesAnErrorUntilItIsBack)
     EXPECT_EQ(errorOf([&] { add("b"); }), ErrorNumber::ConnectionLost);
     EXPECT_EQ(errorOf([&] { seen(); }), ErrorNumber::ConnectionLost);
     EXPECT_EQ(errorOf([&] { products->Requery(); }), ErrorNumber::ConnectionLost);
+    LogLines log;
+    runtime::Attempt painting;
+    for (int cell = 0; cell < 100; ++cell)
+        painting([&] { seen(); });
+    EXPECT_THAT(log.take().size(), testing::AllOf(testing::Ge(1), testing::Le(2)))
+        << "one for each attempt to reach it";
     EXPECT_EQ(products->valueAt(0, products->columnIndex("PM_Name")), "a") << "what was read stays on the screen";
     PostgresServer::instance().start();
     QThread::msleep(1100); // a desk does not ask a dead server more than once a second

@@ -2,6 +2,7 @@
 #include "platform/ado/Recordset.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/runtime/RuntimeError.h"
+#include "tests/support/LogLines.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
 
@@ -43,6 +44,7 @@ protected:
 TEST(EventEdge, AnErrorEndsInABoxWithItsDescriptionWhateverItsType)
 {
     MessageRecorder boxes;
+    LogLines log;
     runEvent([] { fail(QStringLiteral("수량이 너무 큽니다.")); });
     runEvent([] { throw std::out_of_range("index 9"); });
     runEvent([] { throw std::bad_alloc(); });
@@ -53,6 +55,7 @@ TEST(EventEdge, AnErrorEndsInABoxWithItsDescriptionWhateverItsType)
     EXPECT_TRUE(boxes.messages[1].text.contains("index 9"));
     EXPECT_EQ(boxes.messages[2].text, QStringLiteral("메모리가 부족합니다."));
     EXPECT_FALSE(boxes.messages[3].text.isEmpty());
+    EXPECT_EQ(log.take().size(), 4);
 }
 
 TEST(EventEdge, AnInnerEventFailsAloneAndTheOuterGoesOn)

@@ -2,6 +2,7 @@
 
 #include "data/clsSQL.h"
 #include "tests/sales/SaleDatabase.h"
+#include "tests/support/LogLines.h"
 
 namespace {
 
@@ -131,4 +132,16 @@ TEST_F(OrderFlow, AnEditWithoutAnAmountChangesNothingAndDoesNotStandInTheWay)
     EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Misugum FROM tPSOrderMaster"), ElementsAre("NULL|0"));
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
     EXPECT_EQ(save(typedEdit), Outcome::Done);
+}
+
+TEST_F(OrderFlow, ATrappedErrorIsLoggedOnceWithTheKeysOfTheFlow)
+{
+    const OrderKey gone(99);
+    LogLines log;
+    EXPECT_EQ(operations_.addDetailToSelectedOrder(gone, line("1")), Outcome::Conflict);
+    EXPECT_EQ(operations_.addDetailToNewOrder(line("많이")), Outcome::Failed);
+    const QStringList lines = log.take();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_TRUE(lines[0].contains("[add line order=99 product=1]")) << lines[0].toStdString();
+    EXPECT_TRUE(lines[1].contains("[add line to new order product=1]")) << lines[1].toStdString();
 }

@@ -1,5 +1,7 @@
 #include "components/frame/ReadingWork.h"
 
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 namespace statistics {
@@ -33,6 +35,7 @@ void ReadingWork::cancel()
 
 void ReadingWork::goOn()
 {
+    const runtime::Operation operation("read report");
     QElapsedTimer turn;
     turn.start();
     try {
@@ -40,6 +43,7 @@ void ReadingWork::goOn()
             reading_->step();
         while (!reading_->isDone() && turn.elapsed() < turnLength);
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         cancel();
         emit failed(error.description());
         return;

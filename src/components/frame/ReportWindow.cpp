@@ -10,6 +10,8 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/Wheel.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QFileDialog>
@@ -149,6 +151,7 @@ void ReportWindow::wire()
 
 void ReportWindow::open()
 {
+    const runtime::Operation operation("open report");
     // A shop that is closed today begins with the days on which there was something to report.
     QDate last = QDate::currentDate();
     opened_ = true;
@@ -160,6 +163,7 @@ void ReportWindow::open()
         };
         Reading(connection_, {figure}, dayOf(last)).readAll();
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         stopped(QStringLiteral("통계를 가져오지 못했습니다: ") + error.description());
         return;
     }

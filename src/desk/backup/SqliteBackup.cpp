@@ -3,6 +3,7 @@
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
 #include "desk/schema/WholeFile.h"
+#include "platform/runtime/Log.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -34,6 +35,7 @@ void keepAside(const QString &clinic, const QString &safetyCopy)
         copy(clinic, safetyCopy, {});
         return;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         QFile::remove(safetyCopy);
     }
     for (const char *suffix : {"", "-wal"}) {

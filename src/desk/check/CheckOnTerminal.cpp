@@ -1,7 +1,7 @@
 #include "desk/check/CheckOnTerminal.h"
 
 #include "desk/check/Examination.h"
-#include "desk/schema/Address.h"
+#include "platform/ado/ShownAddress.h"
 
 #include <QLocale>
 #include <QTextStream>
@@ -41,7 +41,7 @@ void tell(QTextStream &terminal, const Finding &finding)
 int checkOnTerminal(ado::Connection &connection)
 {
     QTextStream terminal(stdout);
-    terminal << QStringLiteral("검사: ") << schema::addressToShow(connection.address()) << Qt::endl;
+    terminal << QStringLiteral("검사: ") << ado::addressToShow(connection.address()) << Qt::endl;
     int examined = 0;
     int failed = 0;
     int violated = 0;

@@ -1,7 +1,7 @@
 #include "desk/sample/Clinic.h"
 
 #include "desk/sample/TradeWriter.h"
-#include "desk/schema/Address.h"
+#include "platform/ado/ShownAddress.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/WholeFile.h"
 #include "platform/runtime/RuntimeError.h"
@@ -55,7 +55,7 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
     if (schema::hasSchema(connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ")
-                                        + schema::addressToShow(connection.address()));
+                                        + ado::addressToShow(connection.address()));
     if (!database.transaction())
         refuse();
     try {

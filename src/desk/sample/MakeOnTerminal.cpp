@@ -1,6 +1,6 @@
 #include "desk/sample/MakeOnTerminal.h"
 
-#include "desk/schema/Address.h"
+#include "platform/ado/ShownAddress.h"
 #include "desk/terminal/ProgressLine.h"
 #include "platform/runtime/RuntimeError.h"
 
@@ -20,7 +20,7 @@ int makeOnTerminal(const QString &address, Size size)
         QTextStream(stderr) << QStringLiteral("중단하였습니다. 만들던 데이터베이스는 남기지 않았습니다.") << Qt::endl;
         return 1;
     }
-    line.finish(QStringLiteral("데이터베이스를 만들었습니다"), schema::addressToShow(address));
+    line.finish(QStringLiteral("데이터베이스를 만들었습니다"), ado::addressToShow(address));
     return 0;
 }
 

@@ -1,11 +1,26 @@
 #include "desk/window/CommandLine.h"
 
+#include "platform/ado/ShownAddress.h"
+#include "platform/runtime/Log.h"
+
+#include <QCoreApplication>
 #include <QDir>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace desk {
 
 namespace {
+
+/// A word of the command line as a complaint shows it: one that stands at a wrong place may be an address with a password,
+/// or an option with one behind it.
+QString shown(const QString &word)
+{
+    static const QRegularExpression behind(QStringLiteral("[=:@].*"), QRegularExpression::DotMatchesEverythingOption);
+    if (word.startsWith(QLatin1String("--")))
+        return QString(word).replace(behind, QStringLiteral("…"));
+    return word.contains(behind) ? ado::addressToShow(word) : word;
+}
 
 sample::Size sizeOf(const QString &word)
 {
@@ -15,7 +30,7 @@ sample::Size sizeOf(const QString &word)
         return sample::Size::Small;
     if (word == QLatin1String("large"))
         return sample::Size::Large;
-    throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 쓰십시오: %1").arg(word));
+    throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 쓰십시오: %1").arg(shown(word)));
 }
 
 int patientOf(const QString &word)
@@ -23,7 +38,7 @@ int patientOf(const QString &word)
     bool whole = false;
     const int key = word.toInt(&whole);
     if (!whole || key < 1)
-        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 쓰십시오: %1").arg(word));
+        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 쓰십시오: %1").arg(shown(word)));
     return key;
 }
 
@@ -67,7 +82,7 @@ Options readCommandLine(const QStringList &arguments)
     for (qsizetype at = 0; at < arguments.size(); ++at) {
         const QString option = arguments[at];
         if (seen.contains(option))
-            throw WrongUse(QStringLiteral("같은 옵션이 두 번 있습니다: %1").arg(option));
+            throw WrongUse(QStringLiteral("같은 옵션이 두 번 있습니다: %1").arg(shown(option)));
         seen << option;
         const auto value = [&] {
             if (at + 1 == arguments.size() || arguments[at + 1].isEmpty()
@@ -98,7 +113,7 @@ Options readCommandLine(const QStringList &arguments)
         else if (option == QLatin1String("--version"))
             options.version = true;
         else
-            throw WrongUse(QStringLiteral("모르는 옵션입니다: %1").arg(option));
+            throw WrongUse(QStringLiteral("모르는 옵션입니다: %1").arg(shown(option)));
     }
     checkTogether(options);
     return options;
@@ -106,21 +121,26 @@ Options readCommandLine(const QStringList &arguments)
 
 QString usageText()
 {
-    return QStringLiteral(
-        "desk " ZELVO_VERSION ": 한의원 접수 데스크\n"
-        "\n"
-        "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
-        "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
-        "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
-        "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
-        "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
-        "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
-        "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
-        "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
-        "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
-        "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
-        "  --version         판 번호\n"
-        "  --help            이 안내\n");
+    const QString options =
+        QStringLiteral("desk " ZELVO_VERSION ": 한의원 접수 데스크\n"
+                       "\n"
+                       "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
+                       "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
+                       "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
+                       "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
+                       "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
+                       "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+                       "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
+                       "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
+                       "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
+                       "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
+                       "  --version         판 번호\n"
+                       "  --help            이 안내\n");
+    const QString log =
+        QStringLiteral("\n"
+                       "오류는 사용자의 파일에 14일 동안 남깁니다. 환자의 이름, 메모, 암호는 남기지 않습니다.\n"
+                       "  %1\n");
+    return options + log.arg(runtime::logFile(QCoreApplication::applicationName()));
 }
 
 QString defaultDatabase()

@@ -19,8 +19,7 @@ std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, 
                        .arg(condition),
                    connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     } catch (const runtime::RuntimeError &error) {
-        throw runtime::RuntimeError(error.number(),
-                                    QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
+        throw error.toldAs(error.number(), QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
     }
     return rows;
 }
@@ -30,7 +29,7 @@ Patient patientAt(const ado::Recordset &rows, int row)
     // One figure that nobody can read must not keep the patient from being found.
     const auto value = [&](Field field) {
         QVariant read;
-        runtime::Attempt attempt;
+        runtime::Attempt attempt(runtime::Attempt::Failure::IsAnswer);
         attempt([&] { read = rows.valueAt(row, field); });
         return read;
     };

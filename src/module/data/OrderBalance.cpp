@@ -3,6 +3,8 @@
 #include "data/clsSQL.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <algorithm>
@@ -38,6 +40,7 @@ Currency zeroWhenNull(const QVariant &money)
 qint16 getOrderTranTotals(const ado::ConnectionPtr &connection, qint32 lngCustPK, qint32 lngOrdMPK,
                           OrderTranTotals &totals)
 {
+    const runtime::Operation operation("sum ledger", {{"order", lngOrdMPK}, {"customer", lngCustPK}});
     totals = {};
     try {
         ado::Recordset rows;
@@ -52,6 +55,7 @@ qint16 getOrderTranTotals(const ado::ConnectionPtr &connection, qint32 lngCustPK
         totals = read;
         return 1;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         return -1;
     }
 }

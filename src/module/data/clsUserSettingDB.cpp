@@ -6,6 +6,7 @@
 #include "platform/ado/Recordset.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
 #include "platform/runtime/RuntimeError.h"
 
 namespace {
@@ -111,6 +112,7 @@ clsUserSettingDB::Status clsUserSettingDB::readValue(const ado::ConnectionPtr &c
         value = runtime::text(rows[QStringLiteral("HS_Value")]);
         return Status::Found;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         return Status::Failed;
     }
 }
@@ -139,6 +141,7 @@ void clsUserSettingDB::writeValue(const ado::ConnectionPtr &connection, const QS
         connection->Execute(
             statement::fill(text, {{u"[KEY]", sqlEscapeQuotes(key)}, {u"[VALUE]", sqlEscapeQuotes(value)}}));
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         status = Status::Failed;
     }
 }

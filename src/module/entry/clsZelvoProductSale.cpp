@@ -5,6 +5,8 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
@@ -67,10 +69,12 @@ qint16 clsZelvoProductSale::showProductSaleManage(ado::ConnectionPtr &cnnMasterD
 
 bool clsZelvoProductSale::openProductServer(const QString &callSign, automation::ObjectPtr &server)
 {
+    const runtime::Operation operation("open product server");
     try {
         server = automation::createObject(callSign);
         return server != nullptr;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         return false;
     }
 }

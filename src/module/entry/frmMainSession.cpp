@@ -7,6 +7,7 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/ProgramFolder.h"
 #include "products/DealerPane.h"
 #include "products/IncomingPane.h"
@@ -40,6 +41,7 @@ QString saleCaption(const QString &name)
 
 qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
+    const runtime::Operation operation("enter sale", {{"customer", customer.lngCustPK}});
     const auto comeUp = [this] {
         showStatus();
         bringUp();
@@ -57,6 +59,7 @@ qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const
 
 qint16 frmMain::showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
+    const runtime::Operation operation("enter management", {{"customer", customer.lngCustPK}});
     // Quirk (docs/architecture.md): both lists are made twice here. The grids are bound to the second ones; bound to the
     // first, deleting would take the wrong order.
     const auto makeListsAnew = [this] {

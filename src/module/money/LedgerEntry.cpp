@@ -6,6 +6,7 @@
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "session/modGlobalVars.h"
 
 #include <functional>
@@ -90,6 +91,7 @@ void followAddedFormEntry(SaleSession &session, OrderKey order, const LedgerEntr
 
 bool changeFormEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry)
 {
+    const runtime::Operation operation("change ledger row", {{"order", order.number()}, {"row", row.number()}});
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
         if (!ledger.moveToKey(row.bookmark()))
             raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다."));

@@ -5,6 +5,7 @@
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 
 namespace ledger {
 
@@ -15,6 +16,8 @@ void raiseGone(const QString &told)
 
 void insertRow(ado::Connection &connection, const Row &row)
 {
+    const runtime::Operation operation("add ledger row",
+                                       {{"order", row.order.number()}, {"customer", row.customer.number()}});
     const QString statement = clsSQL().InsertTransactionSQL(row.customer.number(), row.date, row.intOperator,
                                                             row.lngMoney, row.order.number(), row.strMethod, QString());
     onHeldOrder(connection, row.order.number(), [&] { connection.Execute(statement); });
@@ -42,6 +45,7 @@ void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment
 
 void updateRow(ado::Connection &connection, LedgerKey key, const Row &row)
 {
+    const runtime::Operation operation("change ledger row", {{"order", row.order.number()}, {"row", key.number()}});
     const qint32 customer = row.customer.number();
     const qint32 order = row.order.number();
     const QString statement =
@@ -77,6 +81,7 @@ void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
 
 void addOutstanding(ado::Recordset &rsCustSaleMaster, OrderKey order, runtime::Currency money)
 {
+    const runtime::Operation operation("change outstanding money", {{"order", order.number()}});
     standOnOrder(rsCustSaleMaster, order);
     const QVariant stored = rsCustSaleMaster[QStringLiteral("OrdM_Misugum")];
     const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);

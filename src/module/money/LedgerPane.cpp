@@ -10,6 +10,8 @@
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "session/modGlobalVars.h"
 
 #include <QHBoxLayout>
@@ -160,9 +162,11 @@ void LedgerPane::createCustTranManage()
 
 void LedgerPane::loadCustTranManage(qint32 lngCustPK, qint32 lngOrdMPK)
 {
+    const runtime::Operation operation("load ledger", {{"order", lngOrdMPK}, {"customer", lngCustPK}});
     try {
         list_.load(clsSQL().getCustTranSQL(lngCustPK, lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         showRow();
         MsgBox(QStringLiteral("수납 정보를 가져오지 못했습니다."), InformationIcon, QStringLiteral("데이터 가져오기"),
                c1elaList_);
@@ -252,6 +256,7 @@ void LedgerPane::deleteRow()
         return;
     }
     const ado::Bookmark row = session_.rsCustTranManage->bookmark();
+    const runtime::Operation operation("delete ledger row", {{"row", row.toInt()}});
     runtime::Attempt attempt;
     attempt([this] { tdbCustTranManage_->Delete(); });
     if (!attempt.failed())
@@ -266,6 +271,7 @@ void LedgerPane::saveTrans(qint16 intTranEditMode)
 {
     const QPointer<LedgerPane> alive(this);
     const OrderKey order = currentOrder();
+    const runtime::Operation operation("save ledger row", {{"order", order.number()}});
     runtime::Attempt outstanding;
     if (intTranEditMode == 0 || intTranEditMode == 1) {
         runtime::Attempt reading;
@@ -324,6 +330,7 @@ void LedgerPane::saveMemo()
         return;
     ado::Recordset &ledger = *session_.rsCustTranManage;
     const ado::Bookmark row = ledger.bookmark();
+    const runtime::Operation operation("save ledger memo", {{"row", row.toInt()}});
     const QString typed = c1elaTransInfo_->memo();
     try {
         ledger.setValue(QStringLiteral("tpstrans_Memo"), typed);

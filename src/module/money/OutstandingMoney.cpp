@@ -3,6 +3,7 @@
 #include "data/StatementText.h"
 #include "data/clsSQL.h"
 #include "platform/ado/Transaction.h"
+#include "platform/runtime/Operation.h"
 
 namespace outstanding {
 
@@ -21,6 +22,8 @@ QString listSQL(qint16 intMode, qint32 lngCustPK)
 
 void pay(ado::Connection &connection, const ledger::Row &row)
 {
+    const runtime::Operation operation("collect outstanding money",
+                                       {{"order", row.order.number()}, {"customer", row.customer.number()}});
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
     if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
         ledger::raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));

@@ -9,6 +9,7 @@
 #include "platform/controls/Modal.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
 #include "session/modGlobalVars.h"
 
 #include <QPointer>
@@ -160,6 +161,7 @@ void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::
         emit orderGridMustRefresh();
         showWritten();
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         runtime::Attempt show; // what the server saved before it was lost
         show([this] { showWritten(); });
         if (error.number() == runtime::ErrorNumber::Conflict)

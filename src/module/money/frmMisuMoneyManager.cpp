@@ -8,6 +8,7 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
 #include "settings/clsFormPosition.h"
 #include "settings/modFormLocate.h"
 
@@ -176,6 +177,7 @@ bool frmMisuMoneyManager::readCurrentAgain()
     } catch (const runtime::RuntimeError &error) {
         if (error.number() != runtime::ErrorNumber::Conflict)
             throw;
+        runtime::trapped();
     }
     rsReceiptView_->Requery();
     dgReceiptView_->Rebind();
@@ -207,6 +209,7 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
         outstanding::pay(*cnCon_, {CustomerKey(order.lngCustPK), OrderKey(order.lngOrdMPK), payment.date,
                                    ledger::Payment, payment.lngMoney, payment.strMethod});
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         // A server that is lost may have saved before it went.
         const bool lost = error.number() == runtime::ErrorNumber::ConnectionLost;
         if (lost)

@@ -5,6 +5,8 @@
 #include "platform/controls/Modal.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 #include "printing/PageReceipt.h"
 #include "printing/frmPrinter.h"
@@ -59,12 +61,14 @@ void PageReceipts::printPeriodReceipt(const QDate &dtStart, const QDate &dtEnd)
 template <typename Compose>
 void PageReceipts::preview(Compose &&compose)
 {
+    const runtime::Operation operation("print receipt");
     try {
         const controls::Modal<frmPrinter> form(owner_);
         form->vsPrint()->setDocument(compose(), form->windowTitle());
         form->setWindowState(Qt::WindowMaximized);
         controls::runModal(form.get());
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         controls::MsgBox(QStringLiteral("영수증 출력시 오류가 발생했습니다. 이 유: ") + error.description(),
                          controls::InformationIcon, QStringLiteral("영수증 출력"), owner_);
     }

@@ -1,6 +1,7 @@
 #include "products/DealerOperations.h"
 
 #include "data/clsSQL.h"
+#include "platform/runtime/Operation.h"
 #include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
 
@@ -21,6 +22,7 @@ SaveOutcome DealerOperations::change(DealerKey dealer, const DealerEdit &edit)
 
 SaveOutcome DealerOperations::save(DealerKey dealer, const DealerEdit &edit)
 {
+    const runtime::Operation operation("save dealer", {{"dealer", dealer.number()}});
     if (edit.name.isEmpty())
         return SaveOutcome::Refused;
     if (!session_.rsCompanyMaster)
@@ -44,6 +46,7 @@ SaveOutcome DealerOperations::save(DealerKey dealer, const DealerEdit &edit)
 
 DealerOperations::Deletion DealerOperations::remove(DealerKey dealer)
 {
+    const runtime::Operation operation("delete dealer", {{"dealer", dealer.number()}});
     const qint16 used =
         countOf(gcnnMasterDB, clsSQL().getNumOfUsedCmpnySQL(dealer.number()), QStringLiteral("CMPNYCOUNT"), -1);
     if (used != 0)

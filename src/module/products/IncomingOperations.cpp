@@ -3,6 +3,7 @@
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
 
@@ -28,6 +29,7 @@ IncomingOperations::IncomingOperations(SaleSession &session)
 
 SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit)
 {
+    const runtime::Operation operation("add purchase", {{"product", product.number()}});
     const SaveOutcome outcome = outcomeOfCheck(edit);
     if (outcome != SaveOutcome::Saved)
         return outcome;
@@ -44,6 +46,7 @@ SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit
 
 SaveOutcome IncomingOperations::change(IncomingKey purchase, const IncomingEdit &edit)
 {
+    const runtime::Operation operation("save purchase", {{"purchase", purchase.number()}});
     const SaveOutcome outcome = outcomeOfCheck(edit);
     if (outcome != SaveOutcome::Saved)
         return outcome;
@@ -55,6 +58,7 @@ SaveOutcome IncomingOperations::change(IncomingKey purchase, const IncomingEdit 
 
 void IncomingOperations::remove(IncomingKey purchase)
 {
+    const runtime::Operation operation("delete purchase", {{"purchase", purchase.number()}});
     find(purchase);
     session_.rsProductIncoming->Delete();
 }

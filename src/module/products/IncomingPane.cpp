@@ -10,6 +10,7 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
 #include "products/GoneRow.h"
 #include "products/frmDealerSelect.h"
 #include "session/modGlobalVars.h"

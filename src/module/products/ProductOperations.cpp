@@ -4,6 +4,7 @@
 #include "forms/clsNumberRelated.h"
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
 
@@ -30,6 +31,7 @@ ProductOperations::ProductOperations(SaleSession &session)
 
 SaveOutcome ProductOperations::add(const ProductEdit &edit)
 {
+    const runtime::Operation operation("add product");
     ado::Recordset &products = *session_.rsSaleProductListsManager;
     return saveTrapped(products, [&] {
         products.AddNew();
@@ -52,6 +54,7 @@ ProductKey ProductOperations::beginChange()
 
 SaveOutcome ProductOperations::change(const ProductEdit &edit)
 {
+    const runtime::Operation operation("save product", {{"product", edited_.number()}});
     if (lacksName(edit))
         return SaveOutcome::Refused;
     ado::Recordset &products = *session_.rsSaleProductListsManager;
@@ -89,6 +92,7 @@ void ProductOperations::assign(const ProductEdit &edit, bool withPrice)
 
 ProductOperations::Deletion ProductOperations::remove(ProductKey product)
 {
+    const runtime::Operation operation("delete product", {{"product", product.number()}});
     if (CountNoOfProductUsed(gcnnMasterDB, product.number()) >= 1)
         return Deletion::Sold;
     ado::Transaction transaction(*gcnnMasterDB);

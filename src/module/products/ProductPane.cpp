@@ -9,6 +9,7 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
 #include "products/GoneRow.h"
 #include "settings/clsProperties.h"
 
@@ -54,6 +55,7 @@ void ProductPane::saveHideMark()
         attempt([&] { products.Resync(); });
         if (!products.isGone())
             throw;
+        runtime::trapped();
         leaveGone();
     }
 }
@@ -136,6 +138,7 @@ void ProductPane::run(Command command)
     try {
         RecordEditor::run(command);
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         MsgBox(failures[command], InformationIcon, commandTitle, alive);
     }
 }

@@ -4,6 +4,7 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
+#include "platform/runtime/Log.h"
 #include "products/GoneRow.h"
 
 #include <QPointer>
@@ -197,6 +198,7 @@ void RecordEditor::tellIfGone(const ado::Bookmark &row, const std::function<void
     } catch (const runtime::RuntimeError &error) {
         if (!isConflict(error) || readListAnew(row))
             throw;
+        runtime::trapped();
         leaveGone();
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
 #include "session/modGlobalVars.h"
 
 #include <algorithm>
@@ -22,6 +23,7 @@ SaveOutcome saveTrapped(ado::Recordset &rows, const std::function<SaveOutcome()>
         transaction.commit();
         return SaveOutcome::Saved;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         runtime::Attempt undo;
         undo([&] { rows.CancelUpdate(); });
         return SaveOutcome::Failed;

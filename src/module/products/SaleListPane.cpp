@@ -4,6 +4,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Log.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
@@ -60,6 +61,7 @@ void SaleListPane::loadSaleProductLists()
     try {
         list_.load(clsSQL().getProductMasterSQL(false));
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         emit productRowChanged();
         controls::MsgBox(QStringLiteral("물품 목록을 가져오지 못했습니다."), controls::InformationIcon,
                          QStringLiteral("데이터 가져오기"), c1elaList_);

@@ -7,6 +7,7 @@
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "session/modGlobalVars.h"
 
 namespace {
@@ -96,6 +97,7 @@ void StockBox::clear()
 
 void StockBox::loadStockFigures(ProductKey product)
 {
+    const runtime::Operation operation("sum stock", {{"product", product.number()}});
     runtime::Attempt attempt;
     attempt([&] {
         const StockFigures figures = sumStock(product);

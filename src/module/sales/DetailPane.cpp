@@ -9,6 +9,8 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QGridLayout>
@@ -116,11 +118,13 @@ void DetailPane::createCustSaleDetails()
 
 void DetailPane::loadCustSaleDetails(qint32 lngOrdMPK)
 {
+    const runtime::Operation operation("load lines", {{"order", lngOrdMPK}});
     try {
         if (!session_.rsCustSaleDetails)
             createCustSaleDetails();
         list_.load(clsSQL().getOrderDetailSQL(lngOrdMPK));
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         showRefundMemo();
         MsgBox(QStringLiteral("판매 디테일 정보를 가져오지 못했습니다."), InformationIcon,
                QStringLiteral("데이터 가져오기"), c1elaList_);

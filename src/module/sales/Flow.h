@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Transaction.h"
+#include "platform/runtime/Log.h"
 #include "sales/OrderOperations.h"
 #include "session/modGlobalVars.h"
 
@@ -48,6 +49,7 @@ Outcome trapped(Work &&work)
     try {
         return std::forward<Work>(work)();
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         return outcomeOf(error);
     }
 }

@@ -7,6 +7,8 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "sales/Flow.h"
 #include "sales/clsFunctions.h"
 
@@ -46,6 +48,7 @@ Outcome trappedAndShown(SaleSession &session, Flow &&flow)
     try {
         return std::forward<Flow>(flow)();
     } catch (const RuntimeError &error) {
+        runtime::trapped();
         runtime::Attempt show;
         if (error.number() == runtime::ErrorNumber::ConnectionLost) {
             show([&] { requeryIfOpen(session.rsCustSaleMaster); });
@@ -108,6 +111,7 @@ OrderKey OrderOperations::currentOrder() const
 
 Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 {
+    const runtime::Operation operation("add line to new order", {{"product", line.product.number()}});
     return onNewOrder(today_(), [&](OrderKey order) {
         // Quirk (docs/architecture.md): only on a new order does an empty discount count as 0.
         const QString statement = insertStatement(order, line, clsNumberRelated().GetPureNumber(line.unitDiscount));
@@ -118,6 +122,7 @@ Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 
 Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLine &line)
 {
+    const runtime::Operation operation("add line", {{"order", order.number()}, {"product", line.product.number()}});
     return trappedAndShown(session_, [&] {
         // Quirk (docs/architecture.md): the discount goes straight into currency, so an empty field fails.
         const QString statement = insertStatement(order, line, line.unitDiscount);
@@ -128,10 +133,12 @@ Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLin
 
 qint16 OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date)
 {
+    const runtime::Operation operation("count orders", {{"customer", customer.number()}});
     try {
         const double count = runtime::Val(firstValue(clsSQL().getCountOrderMasterSQL(customer.number(), date)));
         return static_cast<qint16>(std::min<double>(count, std::numeric_limits<qint16>::max()));
     } catch (const RuntimeError &) {
+        runtime::trapped();
         return -1;
     }
 }
@@ -139,6 +146,7 @@ qint16 OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date
 Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, qint16 intCount,
                                               const QString &strMemo)
 {
+    const runtime::Operation operation("add return", {{"order", order.number()}, {"product", product.number()}});
     return trappedAndShown(session_, [&] {
         const QString statement =
             clsSQL().insDB2RfndOrderDetailSQL(order.number(), product.number(), curPrice, intCount, strMemo);
@@ -156,6 +164,7 @@ Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey p
 
 OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &date)
 {
+    const runtime::Operation operation("find order", {{"customer", customer.number()}});
     QString statement =
         QStringLiteral("SELECT OrdM_PK FROM tPSORderMaster WHERE Cust_PK = [CUSTPK] AND OrdM_Date = '[ORDMDATE]'");
     statement.replace(QLatin1String("[CUSTPK]"), QString::number(customer.number()));
@@ -164,12 +173,14 @@ OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &dat
         const QVariant key = firstValue(statement);
         return runtime::isNull(key) ? OrderKey() : OrderKey(key);
     } catch (const RuntimeError &) {
+        runtime::trapped();
         return {};
     }
 }
 
 Outcome OrderOperations::deleteOrder(OrderKey order)
 {
+    const runtime::Operation operation("delete order", {{"order", order.number()}});
     const QPointer<SaleSession> alive(&session_); // a row that is shown may open a box
     const Outcome outcome = trapped([&] {
         ado::Recordset &orders = opened(session_.rsCustSaleMaster);
@@ -200,6 +211,7 @@ Outcome OrderOperations::deleteOrder(OrderKey order)
 
 Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
 {
+    const runtime::Operation operation("delete line", {{"order", order.number()}, {"line", line.number()}});
     return trappedAndShown(session_, [&] {
         ado::Recordset &details = opened(session_.rsCustSaleDetails);
         if (!details.moveToKey(line.bookmark()))
@@ -224,6 +236,7 @@ Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outco
 /// Adds the order through the recordset, in a transaction of its own.
 void OrderOperations::createOrder(const QDate &date)
 {
+    const runtime::Operation operation("create order", {{"customer", session_.customer.lngCustPK}});
     ado::Recordset &orders = opened(session_.rsCustSaleMaster);
     const QVariant nothing = QVariant::fromValue(Currency());
     const Customer &customer = session_.customer;

@@ -7,6 +7,8 @@
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QPointer>
@@ -111,6 +113,7 @@ void OrderPane::createCustSaleMaster()
 
 void OrderPane::loadCustSaleMaster()
 {
+    const runtime::Operation operation("load orders", {{"customer", session_.customer.lngCustPK}});
     const QPointer<OrderPane> alive(this); // a row that is shown may open a box
     try {
         list_.load(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK));
@@ -118,6 +121,7 @@ void OrderPane::loadCustSaleMaster()
             return;
         session_.linesMayBeStale = false;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         resetPane();
         emit ordersNotRead();
         MsgBox(QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다."), InformationIcon,

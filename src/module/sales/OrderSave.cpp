@@ -4,6 +4,7 @@
 #include "data/HeldOrder.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "sales/Flow.h"
 
 using runtime::RuntimeError;
@@ -50,7 +51,8 @@ OrderKey OrderSave::begin(const OrderEdit &shown)
         return order_;
     for (const WrittenColumn &column : writtenColumns) {
         const QString name = QLatin1String(column.name);
-        runtime::Attempt convert; // an amount that cannot be read counts as changed
+        runtime::Attempt convert(
+            runtime::Attempt::Failure::IsAnswer); // an amount that cannot be read counts as changed
         convert([&] { shown_[name] = column.value(shown); });
         seen_[name] = session_.rsCustSaleMaster->value(name);
     }
@@ -59,6 +61,7 @@ OrderKey OrderSave::begin(const OrderEdit &shown)
 
 Outcome OrderSave::save(const OrderEdit &edit)
 {
+    const runtime::Operation operation("save order", {{"order", order_.number()}});
     return flow::trapped([&] {
         ado::Recordset &orders = flow::opened(session_.rsCustSaleMaster);
         try {

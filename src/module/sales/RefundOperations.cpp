@@ -4,6 +4,7 @@
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Operation.h"
 #include "sales/Flow.h"
 
 namespace {
@@ -59,6 +60,7 @@ SoldLine RefundOperations::currentLine() const
 
 Outcome RefundOperations::takeBack(const SoldLine &sold, const Refund &refund)
 {
+    const runtime::Operation operation("take back", {{"line", sold.line.number()}, {"product", sold.product.number()}});
     return flow::trapped([&] {
         noteOnLine(sold.line, refund);
         return addRow(sold, refund);

@@ -4,6 +4,8 @@
 #include "data/clsSQL.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <algorithm>
@@ -57,6 +59,7 @@ qint16 firstCount(const ado::ConnectionPtr &connection, const QString &statement
         const qint32 most = std::numeric_limits<qint16>::max();
         return runtime::isNull(count) ? 0 : static_cast<qint16>(std::min(runtime::CLng(count), most));
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         return 0;
     }
 }
@@ -70,6 +73,7 @@ clsFunctions::clsFunctions(QObject *parent)
 
 qint16 clsFunctions::reCalculateOMTotal(ado::ConnectionPtr &cnnMasterDB, qint32 lngOrdMPK)
 {
+    const runtime::Operation operation("sum order", {{"order", lngOrdMPK}});
     if (!cnnMasterDB)
         return 0;
     try {
@@ -81,6 +85,7 @@ qint16 clsFunctions::reCalculateOMTotal(ado::ConnectionPtr &cnnMasterDB, qint32 
         });
         return 1;
     } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
         return 0;
     }
 }

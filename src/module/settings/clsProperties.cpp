@@ -3,6 +3,7 @@
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Operation.h"
 #include "session/modGlobalVars.h"
 
 namespace {
@@ -55,6 +56,7 @@ clsProperties::clsProperties(QObject *parent)
 
 QString clsProperties::PropValue(const QString &strKey) const
 {
+    const runtime::Operation operation("read property");
     QString value;
     if (!gcnnMasterDB)
         return value;
@@ -72,6 +74,7 @@ QString clsProperties::PropValue(const QString &strKey) const
 
 void clsProperties::PropValue(const QString &strKey, const QString &strValue)
 {
+    const runtime::Operation operation("save property");
     if (!gcnnMasterDB)
         return;
     ado::Recordset row;

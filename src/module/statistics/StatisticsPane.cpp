@@ -5,6 +5,7 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "statistics/WindowHandles.h"
@@ -129,6 +130,7 @@ void StatisticsPane::nodeClicked(QTreeWidgetItem *node)
         startReport(tag);
         started = true;
     } catch (...) { // a component of another maker may throw anything
+        runtime::trapped();
     }
     if (!started) {
         // The handle stays, though its window is gone: it is simply not found the next time.

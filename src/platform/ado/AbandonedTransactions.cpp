@@ -1,4 +1,5 @@
 #include "platform/ado/ConnectionPrivate.h"
+#include "platform/runtime/Log.h"
 
 #include <algorithm>
 #include <exception>
@@ -22,6 +23,7 @@ AbandonedTransactions::~AbandonedTransactions()
     try {
         rollBack();
     } catch (...) {
+        runtime::trapped();
         // The server is gone and has rolled back itself; the next statement tells the user. Nothing may leave a destructor.
     }
 }
@@ -35,7 +37,10 @@ void AbandonedTransactions::rollBack()
         try {
             connection->RollbackTrans();
         } catch (...) {
-            first = first ? first : std::current_exception();
+            if (first)
+                runtime::trapped();
+            else
+                first = std::current_exception();
         }
     }
     if (first)

@@ -1,6 +1,7 @@
 #include "platform/ado/ConnectionPrivate.h"
 
 #include "platform/runtime/Attempt.h"
+#include "platform/runtime/LogText.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <algorithm>
@@ -25,6 +26,15 @@ std::vector<Connection *> &openConnections()
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,
                        QStringLiteral("연결이 끊어져 저장이 취소되었습니다. 처음부터 다시 입력하십시오."));
+}
+
+/// What a server says of the statement must not show in the log, which is read by people who look after machines.
+void hideStatement(const RuntimeError &error, const Command &statement)
+{
+    QString &text = error.origin().server.text;
+    text = runtime::withoutWordsOf(statement.text(), text);
+    for (const QVariant &value : statement.values())
+        text = runtime::withoutWordsOf(value.toString(), text);
 }
 
 } // namespace
@@ -168,18 +178,17 @@ void Connection::Private::reconnect()
 {
     // A view that paints its rows asks hundreds of times; one attempt, which may wait for seconds, answers all of them.
     constexpr qint64 pause = 1000;
-    const auto raise = [] {
-        throw RuntimeError(ErrorNumber::ConnectionLost,
-                           QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
-    };
     if (unreachable_.isValid() && unreachable_.elapsed() < pause)
-        raise();
+        throw RuntimeError(*whyUnreachable_);
     try {
         driver->reopen();
         unreachable_.invalidate();
-    } catch (const RuntimeError &) {
+    } catch (const RuntimeError &error) {
         unreachable_.start();
-        raise();
+        whyUnreachable_ =
+            error.toldAs(ErrorNumber::ConnectionLost,
+                         QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
+        throw RuntimeError(*whyUnreachable_);
     }
 }
 
@@ -198,6 +207,7 @@ void Connection::Private::rollBackServer()
         if (driver->holdsTransaction())
             driver->rollback();
     } catch (const RuntimeError &) {
+        runtime::trapped();
         // A server that cannot be asked any more has rolled back by itself. What still holds a transaction after this
         // would let the next sale run into it, so the session ends with it.
         if (driver->holdsTransaction())
@@ -212,7 +222,7 @@ void Connection::Private::noteFailure()
 }
 
 template <typename Run>
-auto Connection::Private::shielded(Run run)
+auto Connection::Private::shielded(const Command &statement, Run run)
 {
     const bool savepoint = transaction == Transaction::Started && driver->needsSavepoints();
     if (savepoint)
@@ -222,7 +232,8 @@ auto Connection::Private::shielded(Run run)
         if (savepoint)
             driver->write(driver->command() << u"RELEASE SAVEPOINT statement");
         return result;
-    } catch (const RuntimeError &) {
+    } catch (const RuntimeError &error) {
+        hideStatement(error, statement);
         const std::exception_ptr failure = std::current_exception();
         noteFailure();
         if (savepoint && transaction == Transaction::Started)
@@ -234,28 +245,29 @@ auto Connection::Private::shielded(Run run)
 int Connection::Private::write(const Command &statement)
 {
     beforeWrite();
-    return shielded([&] { return driver->write(statement); });
+    return shielded(statement, [&] { return driver->write(statement); });
 }
 
 CellTable Connection::Private::readBack(const Command &statement)
 {
     beforeWrite();
-    return shielded([&] { return driver->read(statement); });
+    return shielded(statement, [&] { return driver->read(statement); });
 }
 
 CellTable Connection::Private::read(const Command &select)
 {
     ensureAlive(Driver::Asking::Never);
     try {
-        return shielded([&] { return driver->read(select); });
+        return shielded(select, [&] { return driver->read(select); });
     } catch (const RuntimeError &error) {
         // A reading that met a server gone since the last statement can be asked again without harm; a writing cannot.
         if (error.number() != ErrorNumber::ConnectionLost || transaction == Transaction::Started
             || transaction == Transaction::Lost)
             throw;
+        runtime::trapped();
         reconnect();
     }
-    return driver->read(select);
+    return shielded(select, [&] { return driver->read(select); });
 }
 
 } // namespace ado

@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ado {
@@ -48,9 +49,10 @@ private:
     void reconnect();
     void noteFailure();
     template <typename Run>
-    auto shielded(Run run);
+    auto shielded(const Command &statement, Run run);
 
     QElapsedTimer unreachable_; ///< since the last attempt to reconnect failed
+    std::optional<runtime::RuntimeError> whyUnreachable_;
 };
 
 std::vector<Connection *> connectionsInTransaction();

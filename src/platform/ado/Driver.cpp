@@ -2,6 +2,7 @@
 
 #include "platform/ado/OdbcDriver.h"
 #include "platform/ado/PostgresDriver.h"
+#include "platform/ado/ShownAddress.h"
 #include "platform/ado/SqliteDriver.h"
 
 #include <QSqlError>
@@ -58,6 +59,12 @@ struct Driver::LastSessions
 std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
 {
     const auto after = [&](QLatin1String scheme) { return address.sliced(scheme.size()); };
+    if (!isWellFormed(address))
+        throw RuntimeError(
+            ErrorNumber::ConnectionLost,
+            QStringLiteral("데이터베이스 주소를 해석할 수 없습니다. 암호의 특수 기호는 %40처럼 %와 16진수로 "
+                           "바꾸어 입력하십시오: ")
+                + addressToShow(address));
     constexpr QLatin1String sqlite("sqlite:"), postgres("postgresql://"), odbc("odbc:");
     std::unique_ptr<Driver> driver;
     if (address.startsWith(sqlite))
@@ -67,9 +74,8 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
     else if (address.startsWith(odbc))
         driver = std::make_unique<OdbcDriver>(after(odbc));
     else
-        throw RuntimeError(
-            ErrorNumber::ConnectionLost,
-            QStringLiteral("데이터베이스 주소의 종류 '%1'을(를) 알 수 없습니다.").arg(address.section(u':', 0, 0)));
+        throw RuntimeError(ErrorNumber::ConnectionLost,
+                           QStringLiteral("데이터베이스 주소의 종류를 알 수 없습니다: ") + addressToShow(address));
     driver->openDatabase();
     return driver;
 }
@@ -107,7 +113,7 @@ void Driver::openDatabase()
     if (!database_.isValid())
         connectionLost(QStringLiteral("QSqlDatabase: driver not loaded"));
     if (!database_.open())
-        connectionLost(database_.lastError().text());
+        connectionLost(database_.lastError().text(), database_.lastError().nativeErrorCode().toLatin1());
     prepareSession();
 }
 
@@ -130,26 +136,29 @@ QSqlDatabase Driver::newDatabase(const QString &qtDriver)
     return made;
 }
 
-void Driver::refuse(const QString &serverText)
+void Driver::refuse(const QString &serverText, const QByteArray &state, runtime::Place raised)
 {
     throw RuntimeError(
         ErrorNumber::Database,
         QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")
-            .arg(serverText.trimmed()));
+            .arg(serverText.trimmed()),
+        {state, serverText}, raised);
 }
 
-void Driver::sessionLost()
+void Driver::sessionLost(runtime::Place raised)
 {
     // What the server was doing nobody knows: it may have saved before it went. Its own words help nobody at a desk.
     throw RuntimeError(
         ErrorNumber::ConnectionLost,
-        QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."));
+        QStringLiteral("데이터베이스와 연결이 끊어졌습니다.\n저장되었는지 목록에서 확인한 뒤 다시 시도하십시오."),
+        raised);
 }
 
-void Driver::connectionLost(const QString &serverText)
+void Driver::connectionLost(const QString &serverText, const QByteArray &state, runtime::Place raised)
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,
-                       QStringLiteral("데이터베이스에 연결할 수 없습니다.\n") + serverText.trimmed());
+                       QStringLiteral("데이터베이스에 연결할 수 없습니다.\n") + serverText.trimmed(),
+                       {state, serverText}, raised);
 }
 
 ResultColumn describeColumn(const QString &name, bool numeric, QStringView statement)

@@ -56,11 +56,14 @@ protected:
     /// Gives back what the session still holds, before it is closed. No statement reaches it afterwards.
     virtual void endSession() {}
 
-    [[noreturn]] static void refuse(const QString &serverText);
+    /// `state` is the SQL state or the engine's own number, for the log.
+    [[noreturn]] static void refuse(const QString &serverText, const QByteArray &state = {},
+                                    runtime::Place raised = runtime::Place::here());
     /// A session that stood is gone.
-    [[noreturn]] static void sessionLost();
+    [[noreturn]] static void sessionLost(runtime::Place raised = runtime::Place::here());
     /// None could be opened.
-    [[noreturn]] static void connectionLost(const QString &serverText);
+    [[noreturn]] static void connectionLost(const QString &serverText, const QByteArray &state = {},
+                                            runtime::Place raised = runtime::Place::here());
     /// Name of a new Qt connection of that Qt driver.
     static QSqlDatabase newDatabase(const QString &qtDriver);
 

@@ -112,7 +112,7 @@ void OdbcDriver::fail(const QSqlError &error)
         inTransaction_ = false;
         sessionLost();
     }
-    refuse(text);
+    refuse(text, error.nativeErrorCode().toLatin1());
 }
 
 bool OdbcDriver::answers()

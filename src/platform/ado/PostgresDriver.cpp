@@ -119,7 +119,8 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
         return result;
     if (PQstatus(handle_) == CONNECTION_BAD)
         sessionLost();
-    refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(handle_)));
+    refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(handle_)),
+           PQresultErrorField(result.get(), PG_DIAG_SQLSTATE));
 }
 
 void PostgresDriver::run(const char *statement)

@@ -157,7 +157,7 @@ CellTable SqliteDriver::read(const Command &select)
     requireSession();
     const Statement statement(prepared_, handle_, select);
     if (statement.failed())
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
     sqlite3_stmt *const row = statement.get();
     const Held held(handle_);
     int step = sqlite3_step(row);
@@ -168,7 +168,7 @@ CellTable SqliteDriver::read(const Command &select)
             addCell(table, sqlite3_column_value(row, column));
     }
     if (step != SQLITE_DONE)
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
     return table;
 }
 
@@ -177,12 +177,12 @@ int SqliteDriver::write(const Command &text)
     requireSession();
     const Statement statement(prepared_, handle_, text);
     if (statement.failed())
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
     int step = SQLITE_ROW;
     while (step == SQLITE_ROW)
         step = sqlite3_step(statement.get());
     if (step != SQLITE_DONE)
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
     return sqlite3_changes(handle_);
 }
 
@@ -190,7 +190,7 @@ void SqliteDriver::run(const char *statement)
 {
     requireSession();
     if (sqlite3_exec(handle_, statement, nullptr, nullptr, nullptr) != SQLITE_OK)
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)));
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
 }
 
 void SqliteDriver::begin()

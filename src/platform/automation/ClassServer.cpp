@@ -2,6 +2,7 @@
 
 #include "platform/automation/OwnLibrary.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/runtime/Log.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -53,6 +54,7 @@ int ClassServer::onEveryClass(const std::function<void(const QString &)> &step) 
         for (const Class &served : classes_)
             step(served.programId);
     } catch (const std::exception &) {
+        runtime::trapped();
         return Failed; // an error must not cross a plain C export
     }
     return Ok;
@@ -68,6 +70,7 @@ int ClassServer::classObject(const char *programId, QObject **object)
         try {
             *object = served.create();
         } catch (const std::exception &) {
+            runtime::trapped();
             return Failed;
         }
         if (!*object)

@@ -2,6 +2,8 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/runtime/Log.h"
+#include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QCoreApplication>
@@ -64,12 +66,16 @@ std::optional<QString> failureOf(const std::function<void()> &step)
         step();
         return std::nullopt;
     } catch (const runtime::RuntimeError &error) {
+        runtime::trapped();
         return error.description();
     } catch (const std::bad_alloc &) {
+        runtime::trapped();
         return QStringLiteral("메모리가 부족합니다.");
     } catch (const std::exception &error) {
+        runtime::trapped();
         return QStringLiteral("내부 오류가 발생했습니다.\n(%1)").arg(QString::fromUtf8(error.what()));
     } catch (...) {
+        runtime::trapped();
         return QStringLiteral("내부 오류가 발생했습니다.");
     }
 }
@@ -134,6 +140,7 @@ bool workWaits()
 void runEvent(const std::function<void()> &handler, const QWidget *source)
 {
     const EventScope scope(source);
+    const runtime::Operation operation(source ? source->objectName() : QString());
     const std::optional<QString> failure = runGuarded(handler);
     if (!failure)
         return;

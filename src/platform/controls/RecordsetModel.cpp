@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
 
 #include <QColor>
 
@@ -68,6 +69,7 @@ void RecordsetModel::reread()
 {
     beginResetModel();
     fetched_.clear();
+    toLogNoMore_.clear();
     markedRow_ = -1;
     const bool open = recordset_ && recordset_->isOpen();
     rows_ = open ? recordset_->rowCount() : 0;
@@ -83,6 +85,7 @@ void RecordsetModel::rowRemoved(int row)
         return;
     beginRemoveRows({}, row, row);
     fetched_.clear(); // kept by row numbers, which move up
+    toLogNoMore_.clear();
     markedRow_ = -1;
     --rows_;
     endRemoveRows();
@@ -90,6 +93,7 @@ void RecordsetModel::rowRemoved(int row)
 
 void RecordsetModel::rowRead(int row)
 {
+    toLogNoMore_.erase(row);
     if (row >= 0 && row < rows_ && !columns_.empty())
         emit dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
@@ -185,6 +189,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
             return {};
         }
     } catch (const std::exception &) { // none may leave a painting
+        if (toLogNoMore_.insert(row).second)
+            runtime::trapped();
         return role == Qt::DisplayRole || role == Qt::AccessibleTextRole ? QVariant(unreadable) : QVariant();
     }
 }

@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -52,6 +53,7 @@ private:
     QPointer<ado::Recordset> recordset_;
     RecordsetGrid::UnboundFetch fetch_;
     mutable std::map<std::pair<int, int>, QString> fetched_;
+    mutable std::set<int> toLogNoMore_; ///< unreadable rows: they are painted again and again
     int rows_ = 0;
     int markedRow_ = -1;
 };

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "platform/runtime/Place.h"
+
+#include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <stdexcept>
 
 namespace runtime {
@@ -24,23 +28,43 @@ enum class ErrorNumber {
     ConnectionLost = -2147467259,
 };
 
-/// The one exception type of the system: a number and a Korean description fit for a message box.
+/// What a server said of an error.
+struct ServerWords
+{
+    QByteArray state; ///< the SQL state, or the engine's own number
+    QString text;
+};
+
+/// The one exception type of the system: a number and a Korean description fit for a message box. Copies are one error.
 class RuntimeError : public std::runtime_error
 {
 public:
-    RuntimeError(ErrorNumber number, const QString &description)
-        : std::runtime_error(description.toStdString())
-        , number_(number)
-        , description_(description)
+    /// For the log only, which shows no description: that may name a patient.
+    struct Origin
     {
-    }
+        QByteArray operations; ///< that it came out of
+        Place raised;
+        ServerWords server; ///< the text without what it quotes
+        bool logged = false;
+    };
+
+    RuntimeError(ErrorNumber number, const QString &description, Place raised = Place::here());
+    RuntimeError(ErrorNumber number, const QString &description, const ServerWords &server,
+                 Place raised = Place::here());
+
+    /// The same error, told to the user in other words.
+    RuntimeError toldAs(ErrorNumber number, const QString &description) const;
 
     ErrorNumber number() const noexcept { return number_; }
     const QString &description() const noexcept { return description_; }
+    Origin &origin() const noexcept { return *origin_; }
 
 private:
+    RuntimeError(ErrorNumber number, const QString &description, std::shared_ptr<Origin> origin);
+
     ErrorNumber number_;
     QString description_;
+    std::shared_ptr<Origin> origin_;
 };
 
 } // namespace runtime
