@@ -8,15 +8,22 @@ namespace desk {
 
 namespace {
 
+bool registerIn(const QString &folder, const char *name)
+{
+    QLibrary library(QDir(folder).filePath(QLatin1String(name)));
+    library.setLoadHints(QLibrary::PreventUnloadHint);
+    const QFunctionPointer entry = library.resolve("DllRegisterServer");
+    if (entry)
+        reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
+    return entry != nullptr;
+}
+
+/// Installed ones, too: an earlier copy of the program may have entered its own.
 void registerLibraries(std::initializer_list<const char *> names)
 {
-    const QDir folder(QCoreApplication::applicationDirPath());
     for (const char *name : names) {
-        QLibrary library(folder.filePath(QLatin1String(name)));
-        library.setLoadHints(QLibrary::PreventUnloadHint);
-        const QFunctionPointer entry = library.resolve("DllRegisterServer");
-        if (entry)
-            reinterpret_cast<automation::DllRegisterServerFunction>(entry)();
+        if (!registerIn(QCoreApplication::applicationDirPath(), name))
+            registerIn(automation::classRegister::installedFolder(), name);
     }
 }
 
