@@ -126,7 +126,7 @@ int walkBesideProgram(const QString &folder)
 {
     const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/desk-walk");
     if (!QFile::exists(program))
-        return complain(QStringLiteral("--walk는 설치된 프로그램에서는 쓸 수 없습니다."));
+        return complain(QStringLiteral("--walk는 소스에서 빌드한 데스크에서만 쓸 수 있습니다."));
     const int status = QProcess::execute(program, {folder});
     return status >= 0 ? status : complain(QStringLiteral("프로그램을 실행하지 못했습니다: ") + program);
 }
