@@ -126,6 +126,8 @@ int make(const desk::Options &options)
 int walkBesideProgram(const QString &folder)
 {
     const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/desk-walk");
+    if (!QFile::exists(program))
+        return complain(QStringLiteral("--walk는 소스에서 빌드한 데스크에서만 쓸 수 있습니다."));
     const int status = QProcess::execute(program, {folder});
     return status >= 0 ? status : complain(QStringLiteral("프로그램을 실행하지 못했습니다: ") + program);
 }

@@ -82,6 +82,21 @@ TEST_F(KeptLayouts, AreSavedBesideTheProgramWhenTheUserChangesThem)
     EXPECT_EQ(Grid(QStringLiteral("tdbCompanyMaster")).width(), designedWidth);
 }
 
+TEST_F(KeptLayouts, AreTheUsersOwnWhereTheProgramsFolderTakesNoFiles)
+{
+    qputenv("XDG_DATA_HOME", folder_.path().toLocal8Bit());
+    for (const char *folder :
+         {"/proc", "/usr/bin"}) { // not writable, and not to be written to even by an administrator
+        runtime::setProgramFolder(QString::fromLatin1(folder));
+        EXPECT_TRUE(runtime::programFolder().startsWith(folder_.path())) << folder;
+        Grid(gridNames[0]).resizeByUser();
+        EXPECT_EQ(stored(), layoutFiles.first(1)) << folder;
+        EXPECT_EQ(Grid(gridNames[0]).width(), usersWidth) << folder;
+        QFile::remove(runtime::programFolder() + layoutFiles[0]);
+    }
+    qunsetenv("XDG_DATA_HOME");
+}
+
 TEST_F(KeptLayouts, AreResetForTheNextStartWhenTheUserSaysYes)
 {
     Grid first(gridNames[0]);

@@ -4,17 +4,26 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 
 namespace desk {
 
 namespace {
 
+/// Beside the program as it was built, else where the package puts them.
+QString pathOf(const char *name)
+{
+    const QString file = QLatin1String(name) + QStringLiteral(".so");
+    const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(file);
+    return QFile::exists(beside) ? beside : QDir(automation::classRegister::installedFolder()).filePath(file);
+}
+
+/// Installed ones, too: an earlier copy of the program may have entered its own.
 void registerLibraries(std::initializer_list<const char *> names)
 {
-    const QDir folder(QCoreApplication::applicationDirPath());
     for (const char *name : names) {
         runtime::Attempt attempt; // what cannot be registered is told when it is asked for
-        attempt([&] { automation::classRegister::registerLibrary(folder.filePath(QLatin1String(name))); });
+        attempt([&] { automation::classRegister::registerLibrary(pathOf(name)); });
     }
 }
 

@@ -12,8 +12,8 @@ class SaleComponent
 public:
     inline static const QString ProgramId = QStringLiteral("prjZelvoProductSale.clsZelvoProductSale");
 
-    /// Lets the component libraries that lie beside the program, the sale's and the statistics', register themselves for
-    /// this user; those that do not lie there are passed over.
+    /// Lets the component libraries, the sale's and the statistics', register themselves for this user: those that lie beside
+    /// the program, or else the installed ones. Those that lie nowhere are passed over.
     static void registerBesideProgram();
     // Its two halves: a window can be shown before the statistics are there.
     static void registerSale();

@@ -13,6 +13,7 @@ namespace desk {
 
 void dressUp(QApplication &application)
 {
+    QApplication::setDesktopFileName(QStringLiteral("zelvo-desk")); // whose picture stands for the windows
     const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
     QLocale::setDefault(korean);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

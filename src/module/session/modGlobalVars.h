@@ -8,7 +8,7 @@
 
 /// The host's open connection, never opened or closed here; null until an entry has set it.
 extern ado::ConnectionPtr gcnnMasterDB;
-/// The program folder, ending in exactly one separator.
+/// The program folder (runtime::programFolder), ending in exactly one separator.
 extern QString gstrAppPath;
 /// True when a central product server is named by the settings, also when it later fails.
 extern bool gbProductServerLinked;

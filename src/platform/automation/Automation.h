@@ -24,12 +24,14 @@ QVariant call(QObject &object, const QString &member, QVariantList &arguments);
 QVariant call(QObject &object, const QString &member);
 
 /// Per-user class register: which library serves a program identifier. An INI file; writing raises InvalidCall when it
-/// cannot be stored.
+/// cannot be stored. Components that were installed with this library need no entry.
 namespace classRegister {
 void add(const QString &programId, const QString &libraryPath);
 void remove(const QString &programId);
-/// Path of the serving library; empty when unknown.
+/// Path of the serving library: as registered by the user or, where there is no such file, as installed; empty when unknown.
 QString libraryOf(const QString &programId);
+/// Where components lie that are installed for all users.
+QString installedFolder();
 /// Lets a component library write its own entries: loads it and calls its DllRegisterServer. Raises CannotCreateObject.
 void registerLibrary(const QString &libraryPath);
 /// Another register file, for tests and trial runs; an empty text brings the user's own back.

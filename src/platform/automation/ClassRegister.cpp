@@ -1,6 +1,9 @@
 #include "platform/automation/Automation.h"
+#include "platform/automation/OwnLibrary.h"
 #include "platform/runtime/RuntimeError.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLibrary>
 #include <QSettings>
 #include <QStandardPaths>
@@ -25,6 +28,19 @@ QString registerFile()
 QString entryOf(const QString &programId)
 {
     return QStringLiteral("classes/") + programId.toLower();
+}
+
+/// The library that bears the identifier's first word, case ignored as everywhere in identifiers; empty when none does.
+QString installedLibraryOf(const QString &programId)
+{
+    const QString name = programId.section(QLatin1Char('.'), 0, 0);
+    for (const QFileInfo &file : QDir(installedFolder()).entryInfoList(QDir::Files)) {
+        const QString found = file.baseName(); // some systems put "lib" before it
+        if (found.compare(name, Qt::CaseInsensitive) == 0
+            || found.compare(QLatin1String("lib") + name, Qt::CaseInsensitive) == 0)
+            return file.absoluteFilePath();
+    }
+    return {};
 }
 
 void store(QSettings &classes)
@@ -55,7 +71,18 @@ void remove(const QString &programId)
 
 QString libraryOf(const QString &programId)
 {
-    return QSettings(registerFile(), QSettings::IniFormat).value(entryOf(programId)).toString();
+    const QString entered = QSettings(registerFile(), QSettings::IniFormat).value(entryOf(programId)).toString();
+    if (!otherFile().isEmpty() || QFile::exists(entered))
+        return entered;
+    const QString installed = installedLibraryOf(programId);
+    return installed.isEmpty() ? entered : installed;
+}
+
+QString installedFolder()
+{
+    static const char withinThisLibrary = 0;
+    const QFileInfo library(libraryFileHolding(&withinThisLibrary));
+    return library.canonicalPath() + QStringLiteral("/zelvo");
 }
 
 void registerLibrary(const QString &libraryPath)
