@@ -13,7 +13,7 @@ namespace {
 /// Beside the program as it was built, else where the package puts them.
 QString pathOf(const char *name)
 {
-    const QString file = QLatin1String(name) + QStringLiteral(".so");
+    const QString file = QStringLiteral("lib%1.so").arg(QLatin1String(name));
     const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(file);
     return QFile::exists(beside) ? beside : QDir(automation::classRegister::installedFolder()).filePath(file);
 }
