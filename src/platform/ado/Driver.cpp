@@ -155,7 +155,7 @@ void Driver::connectionLost(const QString &serverText)
 ResultColumn describeColumn(const QString &name, bool numeric, QStringView statement)
 {
     if (const Column *column = findColumn(name))
-        return {QString::fromUtf16(column->name), column, numeric};
+        return {column->name, column, numeric};
     return {spelledIn(statement, name), nullptr, numeric};
 }
 

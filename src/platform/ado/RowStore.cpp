@@ -48,7 +48,7 @@ void RowStore::loadWhole(const RowStore *before)
     const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
     columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
     if (shape_.base())
-        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(QString::fromUtf16(shape_.base()->key));
+        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(shape_.base()->key);
     orderLoaded(orderColumns(*cells_, firstAdded), before);
     if (shape_.joined() && keyColumn_ >= 0 && keysRepeat())
         keyColumn_ = -1;
@@ -225,13 +225,13 @@ void RowStore::readRows(std::span<const Physical> rows)
         }
         command << u")";
     }
-    const auto table = std::make_shared<const CellTable>(layer.read(command));
+    const auto table = std::make_shared<CellTable>(layer.read(command));
+    described_ = table->shareColumns(described_);
     if (columns_.empty()) {
         const auto own = table->columns().end() - (shape_.keyIsAdded() ? 1 : 0);
         columns_.assign(table->columns().begin(), own);
     }
-    const int keyColumn =
-        shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(QString::fromUtf16(shape_.base()->key));
+    const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(shape_.base()->key);
     Inside *const now = inside();
     for (Physical row : rows) {
         read_[row] = {};
