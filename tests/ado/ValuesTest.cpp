@@ -1,6 +1,8 @@
 #include "clinic/Tables.h"
 #include "tests/ado/Desks.h"
 
+#include <limits>
+
 class Values : public Desks
 {
 protected:
@@ -141,8 +143,8 @@ TEST_P(Values, KeepMoneyExact)
     } else {
         addProducts({"a"});
         const auto products = opened(allProducts);
-        for (const std::int64_t scaled :
-             {9'007'199'254'740'993LL, 123'456'789'012'345'678LL, -123'456'789'012'345'671LL, 1LL, -1LL, 10'500LL}) {
+        for (const std::int64_t scaled : {std::numeric_limits<long long>::min(), 9'007'199'254'740'993LL,
+                                          123'456'789'012'345'678LL, -123'456'789'012'345'671LL, 1LL, -1LL, 10'500LL}) {
             products->setValue("PM_UnitPrice", QVariant::fromValue(Currency::fromScaled(scaled)));
             products->Update();
             products->Requery();
