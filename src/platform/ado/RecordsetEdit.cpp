@@ -16,7 +16,7 @@ using runtime::RuntimeError;
 const Column *Recordset::Private::writable(const QString &field) const
 {
     column(field);
-    if (lock == LockType::ReadOnly || !rows->keyed())
+    if (!takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 수정할 수 없습니다."));
     const Column *const own = rows->shape().baseColumn(field);
     const bool isKey = own && own->name == rows->shape().base()->key;
@@ -114,7 +114,8 @@ void Recordset::setValue(const QString &field, const QVariant &value)
 
 void Recordset::AddNew()
 {
-    if (d->lock == LockType::ReadOnly || !d->open().keyed())
+    d->open();
+    if (!d->takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록에는 추가할 수 없습니다."));
     d->discardPending();
     d->adding = true;
@@ -144,7 +145,7 @@ void Recordset::CancelUpdate()
 void Recordset::Delete()
 {
     d->open();
-    if (d->adding || d->lock == LockType::ReadOnly || !d->rows->keyed())
+    if (d->adding || !d->takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("삭제할 수 없는 행입니다."));
     d->discardPending();
     d->refreshAfterRollback();

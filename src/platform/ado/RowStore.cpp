@@ -175,7 +175,7 @@ RowImage RowStore::image(int row)
         return read->second;
     if (forgotten_.contains(physical))
         readRows({&physical, 1});
-    else if (whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+    else if (whole_)
         return {cells_, static_cast<int>(physical)};
     else
         readBlock(row);
@@ -185,7 +185,7 @@ RowImage RowStore::image(int row)
 QVariant RowStore::value(int row, int column)
 {
     // Reports ask for every cell of long lists that nobody writes to.
-    if (whole_ && read_.empty() && appended_.empty() && forgotten_.empty())
+    if (whole_ && read_.empty() && forgotten_.empty())
         return cells_->value(static_cast<int>(order_[static_cast<std::size_t>(row)]), column);
     return image(row).value(column);
 }
@@ -321,7 +321,7 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
     undone_.loaded = before.loaded;
     undone_.membership = !before.changes.empty();
     for (Physical physical : before.read) {
-        if (read_.erase(physical) > 0 && whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+        if (read_.erase(physical) > 0 && whole_)
             forgotten_.insert(physical);
     }
     for (auto change = before.changes.rbegin(); change != before.changes.rend(); ++change) {
@@ -345,16 +345,7 @@ void RowStore::sort(std::span<const OrderColumn> columns)
         return;
     }
     readForgotten();
-    const std::vector<Physical> sorted =
-        read_.empty() ? orderedRows(*cells_, columns, keyColumn_) : orderedRows(asLastRead(), columns, keyColumn_);
-    std::vector<bool> present(static_cast<std::size_t>(cells_->rowCount()) + appended_.size());
-    for (Physical row : order_)
-        present[row] = true;
-    std::vector<Physical> ordered;
-    std::ranges::copy_if(sorted, std::back_inserter(ordered), [&](Physical row) { return present[row]; });
-    std::ranges::copy_if(order_, std::back_inserter(ordered),
-                         [&](Physical row) { return row >= static_cast<Physical>(cells_->rowCount()); });
-    order_ = std::move(ordered);
+    order_ = read_.empty() ? orderedRows(*cells_, columns, keyColumn_) : orderedRows(asLastRead(), columns, keyColumn_);
 }
 
 void RowStore::readForgotten()
@@ -369,7 +360,7 @@ CellTable RowStore::asLastRead() const
 {
     CellTable table(*cells_);
     for (const auto &[row, image] : read_) {
-        if (row >= static_cast<Physical>(table.rowCount()) || image.gone())
+        if (image.gone())
             continue;
         for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
             table.replace(static_cast<int>(row), column, *image.table, image.row);
@@ -379,6 +370,8 @@ CellTable RowStore::asLastRead() const
 
 void RowStore::drop()
 {
+    cells_ = std::make_shared<CellTable>(cells_->columns());
+    appended_.clear();
     order_.clear();
     loadedOrder_.clear();
     read_.clear();
