@@ -12,6 +12,7 @@
 #include "bench/Table.h"
 #include "bench/TotalsBench.h"
 #include "bench/WindowBench.h"
+#include "clinic/Tables.h"
 #include "desk/window/Look.h"
 #include "platform/registry/AppSettings.h"
 
@@ -49,6 +50,7 @@ int main(int argc, char **argv)
     desk::dressUp(application);
     const QTemporaryDir settings; // not those of whoever runs this
     registry::setStoreFolder(settings.path());
+    clinic::registerTables();
     benchmark::Initialize(&argc, argv);
     bench::Table table;
     try {

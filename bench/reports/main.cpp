@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "components/VantoOneDay/OneDayReport.h"
 #include "components/VantoPayPeriod/PayPeriodReport.h"
 #include "components/VantoSalesItem/SalesItemReport.h"
@@ -118,6 +119,7 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     desk::dressUp(application);
+    clinic::registerTables();
     std::printf("| report | of a | engine | read and shown | longest without an answer | limit "
                 "|\n|---|---|---|---:|---:|---:|\n");
     bool kept = argc > 1;

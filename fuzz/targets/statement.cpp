@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "data/clsSQL.h"
 #include "data/modGeneralSQL.h"
 #include "desk/schema/Schema.h"
@@ -24,6 +25,7 @@ public:
         : connection_(ado::Connection::open(QStringLiteral("sqlite::memory:"), true))
         , handle_(*static_cast<sqlite3 *const *>(connection_->database().driver()->handle().constData()))
     {
+        clinic::registerTables();
         schema::createSchema(*connection_);
         connection_->Execute(
             QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')"));

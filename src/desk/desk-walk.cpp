@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "desk/walk/Walk.h"
 #include "desk/window/Component.h"
 #include "desk/window/Look.h"
@@ -17,6 +18,7 @@ int main(int argc, char **argv)
         QTextStream(stderr) << QStringLiteral("desk-walk: 그림을 남길 폴더를 쓰십시오.") << Qt::endl;
         return 2;
     }
+    clinic::registerTables();
     try {
         desk::dressUp(application);
         desk::SaleComponent::registerBesideProgram();

@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "desk/backup/Backup.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/sample/MakeOnTerminal.h"
@@ -161,6 +162,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("zelvo-desk"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZELVO_VERSION));
+    clinic::registerTables();
     try {
         QStringList arguments;
         for (int index = 1; index < argc; ++index)

@@ -46,7 +46,6 @@ TEST_P(Positions, AnEmptySetHasItsColumnsButNoRow)
         EXPECT_EQ(errorOf([&] { products.MoveNext(); }), ErrorNumber::NoCurrentRow);
         EXPECT_EQ(errorOf([&] { products.value("PM_None"); }), ErrorNumber::InvalidCall);
         products.MoveFirst();
-        products.MoveLast();
         EXPECT_EQ(products.valueAt(0, 0), QVariant());
     }
 }
@@ -58,7 +57,7 @@ TEST_P(Positions, MovesStopAtTheEnd)
     EXPECT_EQ(column(*products, "pm_name"), "a b") << "field names ignore case";
     EXPECT_TRUE(products->Eof());
     EXPECT_FALSE(products->Bof());
-    products->MoveLast();
+    products->moveTo(1);
     EXPECT_EQ(products->value("PM_Name"), "b");
     products->moveTo(7);
     EXPECT_TRUE(products->Eof());

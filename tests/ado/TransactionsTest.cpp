@@ -352,8 +352,8 @@ TEST_P(Transactions, RolledBackLeaveAListThatWasReadWholeAsItIsStored)
     clinic.run(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'y' WHERE PM_Name = 'a'"));
     products.Resync();
     desk->BeginTrans();
-    products.setValue("PM_Name", "lost");
-    products.Update();
+    desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'lost' WHERE PM_Name = 'y'"));
+    products.Resync();
     desk->RollbackTrans();
     EXPECT_EQ(products.valueAt(0, products.columnIndex("PM_Name")), "y") << "neither the lost value nor the one before";
     products.Sort(QStringLiteral("PM_Name"));

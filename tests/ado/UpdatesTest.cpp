@@ -186,11 +186,11 @@ TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
                               "(1, '2026-11-24', 9000, 500)"));
     Recordset orders;
     orders.setCursorLocation(CursorLocation::Client);
-    orders.Open(
+    const QString outstanding =
         QStringLiteral("SELECT Customer.sn, Customer.name, tPSOrderMaster.* FROM tPSOrderMaster INNER JOIN Customer  "
                        "ON tPSOrderMaster.Cust_PK = Customer.Customer_PK WHERE tPSOrderMaster.OrdM_Misugum <> 0 "
-                       "ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC"),
-        desk, CursorType::Keyset, LockType::Optimistic);
+                       "ORDER BY Customer.name, tPSOrderMaster.OrdM_Date DESC");
+    orders.Open(outstanding, desk, CursorType::Keyset, LockType::Optimistic);
     clinic.run(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 0"));
     EXPECT_EQ(runtime::text(orders.value("OrdM_Misugum")), "500") << "a client-side cursor has its own rows";
     Told told(orders);
@@ -210,12 +210,16 @@ TEST_P(Updates, ResyncReadsTheRowAgainWhateverTheFilterSays)
     orders.Resync();
     orders.Sort(QStringLiteral("[OrdM_Misugum]"));
     EXPECT_EQ(column(orders, "OrdM_Misugum"), "100 900") << "sorted by what was read again";
-    orders.MoveLast();
+    orders.moveTo(0);
+    EXPECT_EQ(errorOf([&] { orders.setValue("OrdM_Tel", "010"); }), ErrorNumber::InvalidCall) << "rows of its own";
+    EXPECT_EQ(errorOf([&] { orders.Delete(); }), ErrorNumber::InvalidCall);
 
-    orders.setValue("OrdM_Tel", "010");
-    orders.Update();
+    const auto onServer = opened(outstanding);
+    onServer->moveToKey(1);
+    onServer->setValue("OrdM_Tel", "010");
+    onServer->Update();
     EXPECT_EQ(clinic.value(QStringLiteral("SELECT OrdM_Tel FROM tPSOrderMaster WHERE OrdM_PK = 1")), "010");
-    EXPECT_EQ(errorOf([&] { orders.setValue("name", "x"); }), ErrorNumber::InvalidCall)
+    EXPECT_EQ(errorOf([&] { onServer->setValue("name", "x"); }), ErrorNumber::InvalidCall)
         << "a column of the joined table";
 }
 

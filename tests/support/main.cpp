@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "platform/controls/Appearance.h"
 
 #include <QApplication>
@@ -11,6 +12,7 @@ int main(int argc, char **argv)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     controls::installKoreanFonts();
     QApplication::setFont(controls::deskFont());
+    clinic::registerTables();
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "trials/desk/Clerk.h"
@@ -44,6 +45,7 @@ int main(int argc, char **argv)
     for (const char *name : {"seconds", "seed", "token", "before", "patients", "crowding"})
         arguments.addOption({QLatin1String(name), {}, QStringLiteral("number")});
     arguments.process(application);
+    clinic::registerTables();
     try {
         return work(arguments);
     } catch (const runtime::RuntimeError &error) {

@@ -1,5 +1,6 @@
 #include "components/frame/StatComponent.h"
 
+#include "clinic/Tables.h"
 #include "components/frame/ReportWindow.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
@@ -9,6 +10,7 @@ namespace statistics {
 StatComponent::StatComponent(MakeReport make)
     : make_(std::move(make))
 {
+    clinic::registerTables();
 }
 
 int StatComponent::StatStart(ado::ConnectionPtr &connection)

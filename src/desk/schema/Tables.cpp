@@ -2,104 +2,6 @@
 
 namespace schema {
 
-std::span<const TablePlan> tablePlans()
-{
-    using enum Holds;
-    static const std::vector<TablePlan> plans{
-        {"tPSProductMaster",
-         {{"PM_PK", Key},
-          {"PM_Catagory", Text},
-          {"PM_Name", Text},
-          {"PM_UnitPrice", Money},
-          {"PM_IsTaxed", Flag},
-          {"PM_IsValid", Flag},
-          {"PM_IsHide", Flag},
-          {"PM_EtcMemo", Text},
-          {"PM_AddedDate", Date}}},
-        {"tPSCompanyMaster",
-         {{"CM_PK", Key},
-          {"CM_Name", Text},
-          {"CM_RegNum", Text},
-          {"CM_Tel", Text},
-          {"CM_Address", Text},
-          {"CM_EtcMemo", Text},
-          {"CM_IsValid", Flag}}},
-        // A bound grid can only write rows that have a key, so purchases and properties get one of their own.
-        {"tPSIncoming",
-         {{"IN_PK", Key},
-          {"PM_PK", Long},
-          {"CM_PK", Long},
-          {"IN_Date", Date},
-          {"IN_Count", Number},
-          {"IN_UnitPrice", Money},
-          {"IN_HalinTotal", Money},
-          {"IN_Total", Money},
-          {"IN_EtcMemo", Text}}},
-        {"tPSOrderMaster",
-         {{"OrdM_PK", Key},
-          {"Cust_PK", Long, true},
-          {"OrdM_Date", Date, true},
-          {"OrdM_Gubun", Integer},
-          {"OrdM_Address", Text},
-          {"OrdM_Tel", Text},
-          {"OrdM_Cel", Text},
-          {"OrdM_TakbaeMemo", Text},
-          {"OrdM_TaxTotal", Money},
-          {"OrdM_TaxFreeTotal", Money},
-          {"OrdM_HalinTotal", Money},
-          {"OrdM_Total", Money},
-          {"OrdM_Misugum", Money},
-          {"OrdM_ETCMemo", Text}}},
-        {"tPSOrderDetail",
-         {{"OrdD_PK", Key},
-          {"OrdM_PK", Long, true},
-          {"PM_PK", Long, true},
-          {"OrdD_UnitPrice", Money},
-          {"OrdD_HalinUnit", Money},
-          {"OrdD_Count", Integer},
-          {"OrdD_OrderType", Integer},
-          {"OrdD_RfndMemo", Text}}},
-        {"tPSTransaction",
-         {{"tpstrans_PK", Key},
-          {"tpstrans_Customer_PK", Long},
-          {"tpstrans_OrderM_PK", Long},
-          {"tpstrans_Date", Date},
-          {"tpstrans_Operator", Integer},
-          {"tpstrans_Money", Long},
-          {"tpstrans_Method", MethodCode},
-          {"tpstrans_Memo", Text},
-          {"trans_temp", Text},
-          {"trans_NotSubmit", Flag}}},
-        // A key cut to 20 characters on insert may stand twice, so the name is not unique.
-        {"tPSProperties", {{"tpsps_PK", Key}, {"tpsps_Key", Text, true}, {"tpsps_Value", Text}}},
-        {"Customer",
-         {{"Customer_PK", Key},
-          {"name", Text, true},
-          {"sn", Text},
-          {"ssn1", Text},
-          {"ssn2", Text},
-          {"Insu_Type", Text},
-          {"Insu_Symbol", Text},
-          {"Insu_No", Text},
-          {"sex", Flag},
-          {"birth", Date},
-          {"zipcode", Text},
-          {"address", Text},
-          {"phone", Text},
-          {"cell", Text},
-          {"vip", Text}}},
-        {"Receipt",
-         {{"Receipt_PK", Key},
-          {"Customer_PK", Long, true},
-          {"TxDate", Date},
-          {"Bonin_Money", Money},
-          {"Cheonggu_Money", Money},
-          {"General_Money", Money}}},
-        {"t_HospSetup", {{"HS_KEY", SettingName}, {"HS_Value", Text}}},
-    };
-    return plans;
-}
-
 std::span<const IndexPlan> indexPlans()
 {
     static const IndexPlan plans[]{
@@ -125,9 +27,9 @@ namespace {
 
 // The checks make the embedded engine as strict as a server: it would keep any text in a date and any size in a number.
 // Only with a modifier does its date function carry February 30 over into March.
-QString sqliteColumn(Holds holds)
+QString sqliteColumn(const ColumnPlan &column, bool isKey)
 {
-    switch (holds) {
+    switch (column.holds) {
     case Holds::Key:
         return QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT");
     case Holds::Long:
@@ -136,25 +38,23 @@ QString sqliteColumn(Holds holds)
         return QStringLiteral("INTEGER%2 CHECK (%1 BETWEEN -32768 AND 32767)");
     case Holds::Flag:
         return QStringLiteral("INTEGER%2 CHECK (%1 IN (0, 1))");
-    case Holds::Money:
+    case Holds::Money: // whole won
         return QStringLiteral("INTEGER%2");
     case Holds::Number:
         return QStringLiteral("REAL%2");
     case Holds::Date:
         return QStringLiteral("TEXT%2 CHECK (date(%1, '+0 days') IS %1)");
     case Holds::Text:
-        return QStringLiteral("TEXT%2");
-    case Holds::MethodCode:
-        return QStringLiteral("TEXT%2 CHECK (length(%1) <= 2)");
-    case Holds::SettingName:
-        return QStringLiteral("TEXT NOT NULL PRIMARY KEY");
+        return isKey            ? QStringLiteral("TEXT%2 PRIMARY KEY")
+               : column.longest ? QStringLiteral("TEXT%2 CHECK (length(%1) <= %3)")
+                                : QStringLiteral("TEXT%2");
     }
     Q_UNREACHABLE();
 }
 
-QString postgresColumn(Holds holds)
+QString postgresColumn(const ColumnPlan &column, bool isKey)
 {
-    switch (holds) {
+    switch (column.holds) {
     case Holds::Key:
         return QStringLiteral("integer GENERATED BY DEFAULT AS IDENTITY PRIMARY KEY");
     case Holds::Long:
@@ -170,11 +70,9 @@ QString postgresColumn(Holds holds)
     case Holds::Date:
         return QStringLiteral("date%2");
     case Holds::Text:
-        return QStringLiteral("text%2");
-    case Holds::MethodCode:
-        return QStringLiteral("varchar(2)%2");
-    case Holds::SettingName:
-        return QStringLiteral("text PRIMARY KEY");
+        return isKey            ? QStringLiteral("text PRIMARY KEY")
+               : column.longest ? QStringLiteral("varchar(%3)%2")
+                                : QStringLiteral("text%2");
     }
     Q_UNREACHABLE();
 }
@@ -186,9 +84,11 @@ QString createTableStatement(const TablePlan &table, Dialect dialect)
     QStringList columns;
     for (const ColumnPlan &column : table.columns) {
         const QString name = QString::fromLatin1(column.name);
-        QString type = dialect == Dialect::SQLite ? sqliteColumn(column.holds) : postgresColumn(column.holds);
+        const bool isKey = &column == &table.key();
+        QString type = dialect == Dialect::SQLite ? sqliteColumn(column, isKey) : postgresColumn(column, isKey);
         type.replace(QStringLiteral("%1"), name);
         type.replace(QStringLiteral("%2"), column.required ? QStringLiteral(" NOT NULL") : QString());
+        type.replace(QStringLiteral("%3"), QString::number(column.longest));
         columns << QStringLiteral("    %1 %2").arg(name, type);
     }
     return QStringLiteral("CREATE TABLE %1 (\n%2\n)%3")

@@ -1,38 +1,17 @@
 #pragma once
 
+#include "clinic/Tables.h"
+
 #include <QStringList>
 
 #include <span>
-#include <vector>
 
 namespace schema {
 
-/// What a column holds, whatever the engine calls it.
-enum class Holds {
-    Key,     ///< 32-bit, given by the database
-    Long,    ///< 32-bit: the key of another row, or an amount in won
-    Integer, ///< 16-bit
-    Flag,    ///< 0 or 1
-    Money,   ///< whole won on SQLite, four decimals elsewhere; negative in returns
-    Number,  ///< double precision
-    Date,    ///< "YYYY-MM-DD"
-    Text,
-    MethodCode,  ///< two characters
-    SettingName, ///< text that is the row's key
-};
-
-struct ColumnPlan
-{
-    const char *name;
-    Holds holds;
-    bool required = false;
-};
-
-struct TablePlan
-{
-    const char *name;
-    std::vector<ColumnPlan> columns;
-};
+// The clinic's own list, which is all that there is to plan.
+using TablePlan = clinic::Table;
+using ColumnPlan = clinic::Column;
+using Holds = ado::ColumnType;
 
 struct IndexPlan
 {
@@ -42,8 +21,10 @@ struct IndexPlan
     const char *rows = ""; ///< condition of the rows that stand in it; all rows where it is empty
 };
 
-/// The ten tables: the sale component's seven, and the desk's patients, treatment receipts and shared settings.
-std::span<const TablePlan> tablePlans();
+inline std::span<const TablePlan> tablePlans()
+{
+    return clinic::tables();
+}
 std::span<const IndexPlan> indexPlans();
 
 enum class Dialect { SQLite, PostgreSQL };

@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "data/clsSQL.h"
 #include "entry/clsZelvoProductSale.h"
 #include "forms/clsMyFunctions.h"
@@ -18,6 +19,8 @@ automation::ClassServer::Class served(const QString &name)
 /// The public types of the component, the sale itself first.
 automation::ClassServer &classServer()
 {
+    // Whoever asks for a class reads with it soon, often on a connection that the host opened before.
+    clinic::registerTables();
     static automation::ClassServer server(QStringLiteral("prjZelvoProductSale"),
                                           {
                                               served<clsZelvoProductSale>(QStringLiteral("clsZelvoProductSale")),

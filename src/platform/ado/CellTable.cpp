@@ -8,7 +8,7 @@ namespace ado {
 
 const char *TextBlocks::add(const char *utf8, std::size_t length)
 {
-    constexpr std::size_t smallest = 512, largest = 65'536;
+    constexpr std::size_t smallest = 128, largest = 65'536;
     if (length > room_ || !free_) {
         blockSize_ = std::clamp(blockSize_ * 2, smallest, largest);
         room_ = std::max(blockSize_, length);
@@ -23,8 +23,15 @@ const char *TextBlocks::add(const char *utf8, std::size_t length)
 }
 
 CellTable::CellTable(std::vector<ResultColumn> columns)
-    : columns_(std::move(columns))
+    : columns_(std::make_shared<const std::vector<ResultColumn>>(std::move(columns)))
 {
+}
+
+ResultColumns CellTable::shareColumns(const ResultColumns &known)
+{
+    if (known && *known == *columns_)
+        columns_ = known;
+    return columns_;
 }
 
 void CellTable::add(const Cell &cell)
@@ -83,7 +90,7 @@ QVariant CellTable::raw(int row, int column) const
 QVariant CellTable::value(int row, int column) const
 {
     const Cell &source = cell(row, column);
-    const ResultColumn &description = columns_[static_cast<std::size_t>(column)];
+    const ResultColumn &description = columns()[static_cast<std::size_t>(column)];
     if (source.kind == Kind::Null)
         return {};
     if (description.registered)

@@ -18,7 +18,11 @@ struct ResultColumn
     QString name;                       ///< in the registry's or the statement's spelling
     const Column *registered = nullptr; ///< null for a column that the system's tables do not have
     bool numeric = false;               ///< what the engine says; read for unregistered columns that come as text
+
+    bool operator==(const ResultColumn &) const = default;
 };
+
+using ResultColumns = std::shared_ptr<const std::vector<ResultColumn>>;
 
 /// UTF-8 texts one behind the other, in blocks that never move.
 class TextBlocks
@@ -64,10 +68,12 @@ public:
 
     explicit CellTable(std::vector<ResultColumn> columns = {});
 
-    const std::vector<ResultColumn> &columns() const { return columns_; }
-    std::vector<ResultColumn> &columns() { return columns_; }
-    int columnCount() const { return static_cast<int>(columns_.size()); }
-    int rowCount() const { return columns_.empty() ? 0 : static_cast<int>(count_ / columns_.size()); }
+    const std::vector<ResultColumn> &columns() const { return *columns_; }
+    int columnCount() const { return static_cast<int>(columns_->size()); }
+    int rowCount() const { return columns_->empty() ? 0 : static_cast<int>(count_ / columns_->size()); }
+    /// Takes that description of the columns for its own where both say the same; the one it has then. Beside a row that was
+    /// read alone, a description of its own would take more room than the row.
+    ResultColumns shareColumns(const ResultColumns &known);
 
     void addNull();
     void addInteger(std::int64_t value);
@@ -94,11 +100,11 @@ private:
 
     std::size_t place(int row, int column) const
     {
-        return static_cast<std::size_t>(row) * columns_.size() + static_cast<std::size_t>(column);
+        return static_cast<std::size_t>(row) * columns_->size() + static_cast<std::size_t>(column);
     }
     void add(const Cell &cell);
 
-    std::vector<ResultColumn> columns_;
+    ResultColumns columns_;
     std::vector<std::vector<Cell>> blocks_;
     std::size_t count_ = 0; ///< of cells
     TextBlocks texts_;

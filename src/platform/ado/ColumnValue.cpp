@@ -9,7 +9,7 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
+#include <optional>
 
 namespace ado {
 
@@ -25,63 +25,17 @@ using runtime::RuntimeError;
                        QStringLiteral("데이터베이스의 값 '%1'을(를) 읽을 수 없습니다.").arg(text));
 }
 
-[[noreturn]] void overflow()
+Currency exactMoney(QByteArrayView text)
 {
-    throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("데이터베이스의 값이 너무 큽니다."));
-}
-
-std::int64_t appendDigit(std::int64_t number, int digit)
-{
-    std::int64_t result = 0;
-    if (__builtin_mul_overflow(number, std::int64_t{10}, &result) || __builtin_add_overflow(result, digit, &result))
-        overflow();
-    return result;
-}
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-/// Whether the decimals behind the fourth push the value up; they round half to even.
-bool roundsUp(std::string_view rest, bool odd)
-{
-    if (rest.empty() || rest.front() < '5')
-        return false;
-    if (rest.front() > '5' || rest.find_first_not_of('0', 1) != std::string_view::npos)
-        return true;
-    return odd;
-}
-
-Currency exactMoney(QByteArrayView source)
-{
-    std::string_view text(source.data(), static_cast<std::size_t>(source.size()));
     if (text == "t" || text == "f") // a boolean of the server's
         return Currency::fromWon(text == "t");
-    const bool negative = !text.empty() && text.front() == '-';
-    std::string_view rest = text.substr(negative ? 1 : 0);
-    std::int64_t scaled = 0;
-    std::size_t digits = 0;
-    for (; !rest.empty() && isDigit(rest.front()); rest.remove_prefix(1), ++digits)
-        scaled = appendDigit(scaled, rest.front() - '0');
-    int decimals = 0;
-    if (!rest.empty() && rest.front() == '.') {
-        rest.remove_prefix(1);
-        for (; decimals < 4 && !rest.empty() && isDigit(rest.front()); rest.remove_prefix(1), ++decimals, ++digits)
-            scaled = appendDigit(scaled, rest.front() - '0');
-    }
-    if (digits == 0 || rest.find_first_not_of("0123456789") != std::string_view::npos) {
-        bool ok = false; // an exponent, of a double precision sum
-        const double number = QByteArray(source.data(), source.size()).toDouble(&ok);
-        if (!ok || !std::isfinite(number))
-            mismatch(QString::fromUtf8(source));
-        return Currency::fromDouble(number);
-    }
-    for (; decimals < 4; ++decimals)
-        scaled = appendDigit(scaled, 0);
-    if (roundsUp(rest, scaled % 2 != 0) && __builtin_add_overflow(scaled, std::int64_t{1}, &scaled))
-        overflow();
-    return Currency::fromScaled(negative ? -scaled : scaled);
+    if (const std::optional<Currency> exact = Currency::fromPlainText(text))
+        return *exact;
+    bool ok = false; // an exponent, of a double precision sum
+    const double number = text.toDouble(&ok);
+    if (!ok || !std::isfinite(number))
+        mismatch(QString::fromUtf8(text));
+    return Currency::fromDouble(number);
 }
 
 double number(const CellTable &table, const CellTable::Cell &cell)
@@ -139,12 +93,8 @@ QDate assignedDate(const QVariant &value)
 Currency moneyOf(const CellTable &table, const CellTable::Cell &cell)
 {
     switch (cell.kind) {
-    case CellTable::Kind::Integer: {
-        constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max() / Currency::Scale;
-        if (cell.integer > most || cell.integer < -most)
-            overflow();
+    case CellTable::Kind::Integer:
         return Currency::fromWon(cell.integer);
-    }
     case CellTable::Kind::Real:
         return Currency::fromDouble(cell.real);
     default:

@@ -164,7 +164,7 @@ void Driver::connectionLost(const QString &serverText, const QByteArray &state, 
 ResultColumn describeColumn(const QString &name, bool numeric, QStringView statement)
 {
     if (const Column *column = findColumn(name))
-        return {QString::fromUtf16(column->name), column, numeric};
+        return {column->name, column, numeric};
     return {spelledIn(statement, name), nullptr, numeric};
 }
 

@@ -252,11 +252,6 @@ void Recordset::MoveNext()
     moveTo(d->position + 1);
 }
 
-void Recordset::MoveLast()
-{
-    moveTo(d->open().count() - 1);
-}
-
 void Recordset::moveTo(int row)
 {
     d->open();
@@ -288,11 +283,6 @@ QStringList Recordset::fieldNames() const
     for (const ResultColumn &column : d->open().columns())
         names << column.name;
     return names;
-}
-
-bool Recordset::hasField(const QString &field) const
-{
-    return columnIndex(field) >= 0;
 }
 
 int Recordset::columnIndex(const QString &field) const

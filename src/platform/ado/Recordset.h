@@ -25,14 +25,15 @@ using Bookmark = QVariant;
 /// move, CancelUpdate, Resync or Requery discards it.
 /// A row that another desk deleted stays a member; reading a value of it raises Conflict.
 /// After a rollback of a transaction the rows are those that are stored: what was read, added and deleted in it is undone.
-/// Static and client-side: all rows are read once, into flat cells; Sort orders them in memory.
+/// Static and client-side: all rows are read once, into flat cells; Sort orders them in memory. They are looked at and read
+/// again, never written, whatever the lock.
 /// Positions: Open, Requery and Sort stand on the first row, Eof and Bof are both true when there is none.
 ///
 /// rowChanged() is raised after every Open, Requery, Delete, Sort and move, also when the row number stayed the same or
 /// the set is empty. AddNew and Update raise none.
 ///
-/// Values: see runtime/Conversions.h. Columns of the system's tables come in their registered type (TableRegistry),
-/// others as Currency, QString or NULL. Field names ignore case. Every failure raises runtime::RuntimeError.
+/// Values: see runtime/Conversions.h. Columns of registered tables come in the type that was told (TableRegistry), others as
+/// Currency, QString or NULL. Field names ignore case. Every failure raises runtime::RuntimeError.
 class Recordset : public QObject
 {
     Q_OBJECT
@@ -60,14 +61,12 @@ public:
 
     void MoveFirst();
     void MoveNext();
-    void MoveLast();
     void moveTo(int row); ///< 0-based; out of range is Eof
     /// Makes the row of the key current, without a move where it is already. False, and nothing moves, when the key is no
     /// member or its row is gone.
     bool moveToKey(const Bookmark &key);
 
     QStringList fieldNames() const;
-    bool hasField(const QString &field) const;
     /// Value of the current row (of the pending row after AddNew).
     QVariant value(const QString &field) const;
     void setValue(const QString &field, const QVariant &value);

@@ -16,10 +16,10 @@ using runtime::RuntimeError;
 const Column *Recordset::Private::writable(const QString &field) const
 {
     column(field);
-    if (lock == LockType::ReadOnly || !rows->keyed())
+    if (!takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 수정할 수 없습니다."));
     const Column *const own = rows->shape().baseColumn(field);
-    const bool isKey = own && QStringView(own->name) == QStringView(rows->shape().base()->key);
+    const bool isKey = own && own->name == rows->shape().base()->key;
     if (!own || own->type == ColumnType::Key || (isKey && !adding))
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("'%1' 항목은 수정할 수 없습니다.").arg(field));
     return own;
@@ -30,13 +30,13 @@ const Column *Recordset::Private::writable(const QString &field) const
 Command Recordset::Private::conditions(Command command, Compared compared) const
 {
     const SelectShape &shape = rows->shape();
-    command << u" WHERE " << QString::fromUtf16(shape.base()->key);
+    command << u" WHERE " << shape.base()->key;
     command.equals(parameter(rows->key(position)));
     for (int at = 0; at < static_cast<int>(rows->columns().size()); ++at) {
         const Column *const own = shape.baseColumn(rows->columns()[static_cast<std::size_t>(at)].name);
         if (!own || own->type == ColumnType::Key || (compared == Compared::Assigned && !assigned.contains(own)))
             continue;
-        command << u" AND " << QString::fromUtf16(own->name);
+        command << u" AND " << own->name;
         command.equals(current.raw(at));
     }
     return command;
@@ -51,11 +51,10 @@ void Recordset::Private::requireTouched(int touched) const
 void Recordset::Private::updateRow()
 {
     Connection::Private &layer = connection->layer();
-    Command command = layer.driver->command()
-                      << u"UPDATE " << QString::fromUtf16(rows->shape().base()->name) << u" SET ";
+    Command command = layer.driver->command() << u"UPDATE " << rows->shape().base()->name << u" SET ";
     QStringView separator;
     for (const auto &[column, value] : assigned) {
-        command << std::exchange(separator, u", ") << QString::fromUtf16(column->name) << u" = ";
+        command << std::exchange(separator, u", ") << column->name << u" = ";
         command.value(parameter(value));
     }
     requireTouched(layer.write(conditions(std::move(command), Compared::Assigned)));
@@ -67,12 +66,12 @@ void Recordset::Private::insertRow()
 {
     Connection::Private &layer = connection->layer();
     const Table &table = *rows->shape().base();
-    const QString key = QString::fromUtf16(table.key);
+    const QString &key = table.key;
     const bool sqlServer = layer.driver->dialect() == Dialect::SqlServer;
-    Command command = layer.driver->command() << u"INSERT INTO " << QString::fromUtf16(table.name);
+    Command command = layer.driver->command() << u"INSERT INTO " << table.name;
     QStringList names;
     for (const auto &[column, value] : assigned)
-        names << QString::fromUtf16(column->name);
+        names << column->name;
     if (!names.isEmpty())
         command << u" (" << names.join(QStringLiteral(", ")) << u")";
     if (sqlServer)
@@ -100,7 +99,7 @@ void Recordset::Private::insertRow()
 void Recordset::Private::deleteRow()
 {
     Connection::Private &layer = connection->layer();
-    Command command = layer.driver->command() << u"DELETE FROM " << QString::fromUtf16(rows->shape().base()->name);
+    Command command = layer.driver->command() << u"DELETE FROM " << rows->shape().base()->name;
     requireTouched(layer.write(conditions(std::move(command), Compared::All)));
     rows->remove(position);
 }
@@ -115,7 +114,8 @@ void Recordset::setValue(const QString &field, const QVariant &value)
 
 void Recordset::AddNew()
 {
-    if (d->lock == LockType::ReadOnly || !d->open().keyed())
+    d->open();
+    if (!d->takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록에는 추가할 수 없습니다."));
     d->discardPending();
     d->adding = true;
@@ -145,7 +145,7 @@ void Recordset::CancelUpdate()
 void Recordset::Delete()
 {
     d->open();
-    if (d->adding || d->lock == LockType::ReadOnly || !d->rows->keyed())
+    if (d->adding || !d->takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("삭제할 수 없는 행입니다."));
     d->discardPending();
     d->refreshAfterRollback();

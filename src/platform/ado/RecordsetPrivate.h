@@ -47,6 +47,8 @@ struct Recordset::Private
     /// Opens the list again, on the same row and with what is pending.
     void reload();
 
+    /// Whether rows can be written: keyed ones that are not read whole, under a lock.
+    bool takesEdits() const { return lock == LockType::Optimistic && rows->keyed() && !rows->readWhole(); }
     int column(const QString &field) const; ///< raises InvalidCall when absent
     const Column *writable(const QString &field) const;
 

@@ -48,7 +48,7 @@ void RowStore::loadWhole(const RowStore *before)
     const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
     columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
     if (shape_.base())
-        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(QString::fromUtf16(shape_.base()->key));
+        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(shape_.base()->key);
     orderLoaded(orderColumns(*cells_, firstAdded), before);
     if (shape_.joined() && keyColumn_ >= 0 && keysRepeat())
         keyColumn_ = -1;
@@ -175,7 +175,7 @@ RowImage RowStore::image(int row)
         return read->second;
     if (forgotten_.contains(physical))
         readRows({&physical, 1});
-    else if (whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+    else if (whole_)
         return {cells_, static_cast<int>(physical)};
     else
         readBlock(row);
@@ -185,7 +185,7 @@ RowImage RowStore::image(int row)
 QVariant RowStore::value(int row, int column)
 {
     // Reports ask for every cell of long lists that nobody writes to.
-    if (whole_ && read_.empty() && appended_.empty() && forgotten_.empty())
+    if (whole_ && read_.empty() && forgotten_.empty())
         return cells_->value(static_cast<int>(order_[static_cast<std::size_t>(row)]), column);
     return image(row).value(column);
 }
@@ -225,13 +225,13 @@ void RowStore::readRows(std::span<const Physical> rows)
         }
         command << u")";
     }
-    const auto table = std::make_shared<const CellTable>(layer.read(command));
+    const auto table = std::make_shared<CellTable>(layer.read(command));
+    described_ = table->shareColumns(described_);
     if (columns_.empty()) {
         const auto own = table->columns().end() - (shape_.keyIsAdded() ? 1 : 0);
         columns_.assign(table->columns().begin(), own);
     }
-    const int keyColumn =
-        shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(QString::fromUtf16(shape_.base()->key));
+    const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(shape_.base()->key);
     Inside *const now = inside();
     for (Physical row : rows) {
         read_[row] = {};
@@ -321,7 +321,7 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
     undone_.loaded = before.loaded;
     undone_.membership = !before.changes.empty();
     for (Physical physical : before.read) {
-        if (read_.erase(physical) > 0 && whole_ && physical < static_cast<Physical>(cells_->rowCount()))
+        if (read_.erase(physical) > 0 && whole_)
             forgotten_.insert(physical);
     }
     for (auto change = before.changes.rbegin(); change != before.changes.rend(); ++change) {
@@ -345,16 +345,7 @@ void RowStore::sort(std::span<const OrderColumn> columns)
         return;
     }
     readForgotten();
-    const std::vector<Physical> sorted =
-        read_.empty() ? orderedRows(*cells_, columns, keyColumn_) : orderedRows(asLastRead(), columns, keyColumn_);
-    std::vector<bool> present(static_cast<std::size_t>(cells_->rowCount()) + appended_.size());
-    for (Physical row : order_)
-        present[row] = true;
-    std::vector<Physical> ordered;
-    std::ranges::copy_if(sorted, std::back_inserter(ordered), [&](Physical row) { return present[row]; });
-    std::ranges::copy_if(order_, std::back_inserter(ordered),
-                         [&](Physical row) { return row >= static_cast<Physical>(cells_->rowCount()); });
-    order_ = std::move(ordered);
+    order_ = read_.empty() ? orderedRows(*cells_, columns, keyColumn_) : orderedRows(asLastRead(), columns, keyColumn_);
 }
 
 void RowStore::readForgotten()
@@ -369,7 +360,7 @@ CellTable RowStore::asLastRead() const
 {
     CellTable table(*cells_);
     for (const auto &[row, image] : read_) {
-        if (row >= static_cast<Physical>(table.rowCount()) || image.gone())
+        if (image.gone())
             continue;
         for (int column = 0; column < static_cast<int>(columns_.size()); ++column)
             table.replace(static_cast<int>(row), column, *image.table, image.row);
@@ -379,6 +370,8 @@ CellTable RowStore::asLastRead() const
 
 void RowStore::drop()
 {
+    cells_ = std::make_shared<CellTable>(cells_->columns());
+    appended_.clear();
     order_.clear();
     loadedOrder_.clear();
     read_.clear();

@@ -119,9 +119,10 @@ private:
     ConnectionPtr connection_;
     SelectShape shape_;
     bool whole_ = false;
-    int keyColumn_ = -1;               ///< in cells_
-    std::shared_ptr<CellTable> cells_; ///< all columns, or keys and order columns
-    std::vector<ResultColumn> columns_;
+    int keyColumn_ = -1;                ///< in cells_
+    std::shared_ptr<CellTable> cells_;  ///< all columns, or keys and order columns
+    std::vector<ResultColumn> columns_; ///< the statement's own
+    ResultColumns described_;           ///< those of the rows read last, the key among them
     std::vector<Physical> order_;
     std::vector<Physical> loadedOrder_;
     std::vector<QVariant> appended_; ///< keys of rows behind those of cells_

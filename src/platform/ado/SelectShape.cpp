@@ -50,14 +50,13 @@ bool SelectShape::listHolds(const QString &field) const
 
 QString SelectShape::keyName() const
 {
-    return sources_.front().name + u'.' + QString::fromUtf16(base_->key);
+    return sources_.front().name + u'.' + base_->key;
 }
 
 bool SelectShape::keyIsAdded() const
 {
     // In a join a column of that name may be another table's.
-    return base_
-           && (joined() || !baseColumn(QString::fromUtf16(base_->key)) || !listHolds(QString::fromUtf16(base_->key)));
+    return base_ && (joined() || !baseColumn(base_->key) || !listHolds(base_->key));
 }
 
 SelectShape SelectShape::withoutKey() const

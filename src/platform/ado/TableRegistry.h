@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <span>
+#include <vector>
 
 namespace ado {
 
@@ -11,21 +12,25 @@ enum class ColumnType { Key, Long, Integer, Flag, Money, Number, Date, Text };
 
 struct Column
 {
-    const char16_t *name;
+    QString name;
     ColumnType type;
 };
 
-/// One of the ten tables that the system reads or writes: spelling, key and column types.
+/// A table that the system reads or writes: spelling, key and column types.
 struct Table
 {
-    const char16_t *name;
-    const char16_t *key;
-    std::span<const Column> columns;
+    QString name;
+    QString key;
+    std::vector<Column> columns;
 
     const Column *column(QStringView name) const; ///< ignores case; null when absent
 };
 
-std::span<const Table> tables();
+/// Makes tables known to whatever is opened from now on, on every connection, those that are open already included. They
+/// stay known until the process ends. A table whose name is known already stays as it was: each component of a clinic
+/// brings the same list.
+void registerTables(std::span<const Table> tables);
+
 const Table *findTable(QStringView name); ///< ignores case
 /// The first registered column of that name in any table; null when none has it.
 const Column *findColumn(QStringView name);

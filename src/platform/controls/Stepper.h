@@ -13,9 +13,6 @@ class Stepper : public QWidget
 public:
     explicit Stepper(const QString &name, int index = -1, QWidget *parent = nullptr);
 
-    QToolButton *upButton() const { return up_; }
-    QToolButton *downButton() const { return down_; }
-
 signals:
     void up();
     void down();

@@ -76,7 +76,7 @@ std::int64_t roundedWhole(const QVariant &value)
         return whole(value);
     if (isCurrency(value))
         return value.value<Currency>().toWon();
-    const double rounded = roundHalfEven(CDbl(value));
+    const double rounded = std::nearbyint(CDbl(value)); // the default rounding mode is half to even
     if (!(std::abs(rounded) < 9.2e18))
         raiseOverflow();
     return static_cast<std::int64_t>(rounded);
@@ -172,9 +172,8 @@ Currency CCur(const QVariant &value)
     const std::optional<QString> number = plainNumber(value.toString());
     if (!number)
         raiseMismatch(value);
-    bool ok = false;
-    const Currency exact = Currency::fromPlainText(*number, &ok);
-    return ok ? exact : Currency::fromDouble(number->toDouble()); // an exponent is the one form left
+    const std::optional<Currency> exact = Currency::fromPlainText(number->toLatin1());
+    return exact ? *exact : Currency::fromDouble(number->toDouble()); // an exponent is the one form left
 }
 
 double CDbl(const QVariant &value)
@@ -193,14 +192,6 @@ double CDbl(const QVariant &value)
     if (std::isinf(result))
         raiseOverflow();
     return result;
-}
-
-float CSng(const QVariant &value)
-{
-    const double number = CDbl(value);
-    if (std::abs(number) > std::numeric_limits<float>::max())
-        raiseOverflow();
-    return static_cast<float>(number);
 }
 
 qint32 CLng(const QVariant &value)
@@ -225,11 +216,6 @@ qint16 toInteger(std::int64_t value)
     if (value < std::numeric_limits<qint16>::min() || value > std::numeric_limits<qint16>::max())
         raiseOverflow();
     return static_cast<qint16>(value);
-}
-
-double roundHalfEven(double value)
-{
-    return std::nearbyint(value);
 }
 
 } // namespace runtime

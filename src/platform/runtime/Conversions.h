@@ -31,15 +31,12 @@ bool IsNumeric(const QString &text);
 
 Currency CCur(const QVariant &value);
 double CDbl(const QVariant &value);
-float CSng(const QVariant &value);
 qint32 CLng(const QVariant &value); ///< rounds half to even
 qint16 CInt(const QVariant &value); ///< rounds half to even
 
 /// 32-bit and 16-bit narrowing of whole numbers; raise Overflow.
 qint32 toLong(std::int64_t value);
 qint16 toInteger(std::int64_t value);
-/// Half to even.
-double roundHalfEven(double value);
 
 /// Default text of a number: single precision with 7 significant digits, double with 15.
 QString text(float value);

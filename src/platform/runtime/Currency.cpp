@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 namespace runtime {
 
@@ -14,6 +15,33 @@ namespace {
 [[noreturn]] void raiseAmountOverflow()
 {
     throw RuntimeError(ErrorNumber::Overflow, QStringLiteral("금액이 너무 큽니다."));
+}
+
+constexpr std::size_t moneyDecimals = 4; // as many zeros as Currency::Scale has
+
+std::string_view takeDigits(std::string_view &rest)
+{
+    const std::string_view digits = rest.substr(0, std::min(rest.find_first_not_of("0123456789"), rest.size()));
+    rest.remove_prefix(digits.size());
+    return digits;
+}
+
+/// The number, which is not above 0, with one more digit.
+std::int64_t withDigit(std::int64_t number, char digit)
+{
+    std::int64_t result = 0;
+    if (qMulOverflow(number, std::int64_t{10}, &result) || qSubOverflow(result, std::int64_t{digit - '0'}, &result))
+        raiseAmountOverflow();
+    return result;
+}
+
+/// Whether what stands behind the fourth decimal pushes the value away from 0; half goes to even.
+bool roundsUp(std::string_view fraction, bool odd)
+{
+    if (fraction.size() <= moneyDecimals || fraction[moneyDecimals] < '5')
+        return false;
+    return odd || fraction[moneyDecimals] > '5'
+           || fraction.find_first_not_of('0', moneyDecimals + 1) != std::string_view::npos;
 }
 
 } // namespace
@@ -35,53 +63,29 @@ Currency Currency::fromDouble(double value)
     return Currency(static_cast<std::int64_t>(scaled));
 }
 
-Currency Currency::fromPlainText(const QString &text, bool *ok)
+std::optional<Currency> Currency::fromPlainText(QByteArrayView text)
 {
-    *ok = false;
-    std::int64_t scaled = 0;
-    bool negative = false;
-    bool anyDigit = false;
-    int decimals = -1; // -1 before the point
-    int dropped = 0;   // first digit beyond the fourth decimal
-    bool droppedMore = false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = text.at(i).unicode();
-        if ((c == u'-' || c == u'+') && i == 0) {
-            negative = c == u'-';
-        } else if (c == u'.' && decimals < 0) {
-            decimals = 0;
-        } else if (c >= u'0' && c <= u'9') {
-            anyDigit = true;
-            const int digit = c - u'0';
-            if (decimals >= 4) {
-                if (decimals == 4)
-                    dropped = digit;
-                else
-                    droppedMore = droppedMore || digit != 0;
-                ++decimals;
-                continue;
-            }
-            // Counted downwards, so that the lowest value can be read too.
-            if (qMulOverflow(scaled, std::int64_t{10}, &scaled) || qSubOverflow(scaled, std::int64_t{digit}, &scaled))
-                raiseAmountOverflow();
-            if (decimals >= 0)
-                ++decimals;
-        } else {
-            return {};
-        }
+    std::string_view rest(text.data(), static_cast<std::size_t>(text.size()));
+    const bool negative = rest.starts_with('-');
+    if (negative || rest.starts_with('+'))
+        rest.remove_prefix(1);
+    const std::string_view whole = takeDigits(rest);
+    std::string_view fraction;
+    if (rest.starts_with('.')) {
+        rest.remove_prefix(1);
+        fraction = takeDigits(rest);
     }
-    if (!anyDigit)
-        return {};
-    for (int missing = decimals < 0 ? 4 : std::max(0, 4 - decimals); missing > 0; --missing) {
-        if (qMulOverflow(scaled, std::int64_t{10}, &scaled))
-            raiseAmountOverflow();
-    }
-    const bool roundUp = dropped > 5 || (dropped == 5 && (droppedMore || scaled % 2 != 0));
-    if (roundUp && qSubOverflow(scaled, std::int64_t{1}, &scaled))
+    if (!rest.empty() || (whole.empty() && fraction.empty()))
+        return std::nullopt;
+    std::int64_t scaled = 0; // below 0 until the end, so that the lowest value can be read too
+    for (const char digit : whole)
+        scaled = withDigit(scaled, digit);
+    for (std::size_t at = 0; at < moneyDecimals; ++at)
+        scaled = withDigit(scaled, at < fraction.size() ? fraction[at] : '0');
+    if (roundsUp(fraction, scaled % 2 != 0) && qSubOverflow(scaled, std::int64_t{1}, &scaled))
         raiseAmountOverflow();
     if (!negative && qSubOverflow(std::int64_t{0}, scaled, &scaled))
         raiseAmountOverflow();
-    *ok = true;
     return Currency(scaled);
 }
 

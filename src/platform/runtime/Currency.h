@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QByteArrayView>
 #include <QMetaType>
 #include <QString>
 
 #include <compare>
 #include <cstdint>
+#include <optional>
 
 namespace runtime {
 
@@ -22,8 +24,9 @@ public:
     static constexpr Currency fromScaled(std::int64_t scaled) { return Currency(scaled); }
     /// Rounds half to even at the fourth decimal.
     static Currency fromDouble(double value);
-    /// Reads plain digits with an optional sign and decimals, "-1234.5"; sets *ok. No grouping, no won sign.
-    static Currency fromPlainText(const QString &text, bool *ok);
+    /// Reads plain digits with an optional sign and decimals, "-1234.5", and rounds as fromDouble() does; nothing for any
+    /// other text. No grouping, no won sign.
+    static std::optional<Currency> fromPlainText(QByteArrayView text);
 
     constexpr std::int64_t scaled() const { return scaled_; }
     /// Whole won, rounded half to even.

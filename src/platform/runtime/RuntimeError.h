@@ -14,7 +14,6 @@ namespace runtime {
 enum class ErrorNumber {
     InvalidCall = 5,
     Overflow = 6,
-    DivisionByZero = 11,
     TypeMismatch = 13,
     FileNotFound = 53,
     InvalidUseOfNull = 94,

@@ -1,7 +1,8 @@
 #include "desk/schema/Schema.h"
-#include "platform/ado/Connection.h"
+#include "platform/ado/Recordset.h"
 #include "platform/automation/Automation.h"
 #include "platform/registry/AppSettings.h"
+#include "platform/runtime/RuntimeError.h"
 #include "tests/support/MessageRecorder.h"
 
 #include <QApplication>
@@ -84,6 +85,35 @@ protected:
 };
 
 } // namespace
+
+/// First in the file: the module stays loaded.
+TEST(HostConnection, OpenedBeforeTheModuleIsLoadedIsWrittenThroughAfterwards)
+{
+    int argc = 1;
+    char name[] = "host";
+    char *argv[] = {name, nullptr};
+    const QCoreApplication host(argc, argv);
+    const QTemporaryDir folder;
+    automation::classRegister::setFile(folder.filePath("classes.ini"));
+    const ado::ConnectionPtr connection =
+        ado::Connection::open(QStringLiteral("sqlite:") + folder.filePath("clinic.db"), true);
+    schema::createSchema(*connection);
+    const auto addProperty = [&connection] {
+        ado::Recordset properties;
+        properties.Open(QStringLiteral("SELECT * FROM tPSProperties"), connection, ado::CursorType::Keyset,
+                        ado::LockType::Optimistic);
+        properties.AddNew();
+        properties.setValue("tpsps_Key", "지점명");
+        properties.Update();
+        return properties.value("tpsps_PK");
+    };
+    EXPECT_THROW(addProperty(), runtime::RuntimeError) << "nobody told of the tables yet";
+
+    automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath()
+                                               + QStringLiteral("/prjZelvoProductSale"));
+    EXPECT_EQ(addProperty(), QVariant(1));
+    automation::classRegister::setFile(QString());
+}
 
 TEST_F(HostExample, SaysWhyItCannotStart)
 {

@@ -1,3 +1,4 @@
+#include "clinic/Tables.h"
 #include "data/clsSQL.h"
 #include "platform/runtime/RuntimeError.h"
 #include "products/DealerOperations.h"
@@ -82,6 +83,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
+    clinic::registerTables();
     try {
         gcnnMasterDB = ado::Connection::open(arguments.at(1));
         const int count = arguments.at(3).toInt();
