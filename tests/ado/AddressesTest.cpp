@@ -10,8 +10,9 @@ TEST(Addresses, OfAPostgresServerTakeAPercentEncodedHostAndOptions)
 {
     TestDatabase clinic(ado::Engine::PostgreSQL);
     const QString folder = clinic.address().section(QStringLiteral("host="), 1);
-    const QString address = QStringLiteral("postgresql://clinic:any%20word@%1:5432/%2?application_name=it's%3B%20a%20desk")
-                                .arg(QString::fromUtf8(QUrl::toPercentEncoding(folder)), clinic.serverDatabase());
+    const QString address =
+        QStringLiteral("postgresql://clinic:any%20word@%1:5432/%2?application_name=it's%3B%20a%20desk")
+            .arg(QString::fromUtf8(QUrl::toPercentEncoding(folder)), clinic.serverDatabase());
     const ado::ConnectionPtr desk = ado::Connection::open(address);
     Recordset name;
     name.Open(QStringLiteral("SELECT current_setting('application_name') AS Result"), desk, CursorType::Static,

@@ -1,7 +1,5 @@
 #include "tests/ado/Desks.h"
 
-#include <QDir>
-
 #include <filesystem>
 
 namespace {
@@ -27,14 +25,13 @@ protected:
     {
         return clinic->read(QStringLiteral("SELECT COUNT(*) FROM money")).raw(0, 0).toInt();
     }
-    /// Another file takes its place, or none.
+    /// Another file takes its place, or none. Its journal goes with it, or the new one would be read with it.
     void takeAway()
     {
-        if (!GetParam())
-            return std::filesystem::remove(file_.toStdU16String()), void();
-        const QString other = folder_.filePath(QStringLiteral("other.db"));
-        make(other);
-        std::filesystem::rename(other.toStdU16String(), file_.toStdU16String());
+        for (const char *suffix : {"", "-wal", "-shm"})
+            std::filesystem::remove((file_ + QLatin1String(suffix)).toStdU16String());
+        if (GetParam())
+            make(file_);
     }
     /// What a told error leaves: the desk goes on in the new file, and where there is none it makes none.
     void expectNothingWrittenAnywhere()
@@ -57,7 +54,8 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(By, ReplacedFile, testing::Bool(), [](const auto &by) { return by.param ? "another" : "none"; });
+INSTANTIATE_TEST_SUITE_P(By, ReplacedFile, testing::Bool(),
+                         [](const auto &by) { return by.param ? "another" : "none"; });
 
 TEST_P(ReplacedFile, TakesNoWriting)
 {

@@ -72,7 +72,8 @@ TEST(SqlText, TakesExactlyOneStatementAsEachServerReadsIt)
     const QString withNul = QStringLiteral("SELECT 1") + QChar(0) + QStringLiteral("; DELETE FROM t");
     EXPECT_TRUE(errorOf([&] { ado::oneStatement(withNul, Dialect::SQLite); }));
     // Half a character is sent as '?', and before E that is an operator instead of the end of a word.
-    const QString withHalf = QStringLiteral("SELECT ") + QChar(0xd800) + QStringLiteral(R"(E'' || $$'; DELETE FROM t --$$)");
+    const QString withHalf =
+        QStringLiteral("SELECT ") + QChar(0xd800) + QStringLiteral(R"(E'' || $$'; DELETE FROM t --$$)");
     EXPECT_TRUE(errorOf([&] { ado::oneStatement(withHalf, Dialect::PostgreSQL); }));
 }
 

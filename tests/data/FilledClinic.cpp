@@ -47,7 +47,8 @@ void fill(ado::Connection &connection)
     for (const schema::TablePlan &table : schema::tablePlans())
         connection.Execute(QStringLiteral("DELETE FROM ") + QString::fromLatin1(table.name));
     if (connection.engine() == ado::Engine::SQLite)
-        connection.Execute(QStringLiteral("DELETE FROM sqlite_sequence")); // new keys go on from those below, as elsewhere
+        connection.Execute(
+            QStringLiteral("DELETE FROM sqlite_sequence")); // new keys go on from those below, as elsewhere
     for (const char16_t *statement : insertStatements())
         connection.Execute(QString::fromUtf16(statement));
     schema::continueKeys(connection);

@@ -7,7 +7,6 @@
 class QSqlError;
 class QSqlQuery;
 
-
 namespace ado {
 
 /// A clinic's own server behind ODBC. Only PostgreSQL is let in: of another kind nobody has seen where it ends a statement.

@@ -40,7 +40,7 @@ private:
     void requireFileInPlace();
 
     const QString file_;
-    bool mayMake_; ///< until it was opened once: a file that is gone must not come back empty
+    bool mayMake_;              ///< until it was opened once: a file that is gone must not come back empty
     sqlite3 *handle_ = nullptr; ///< null while there is no session
     PreparedStatements prepared_;
 };
