@@ -1,18 +1,14 @@
 #include "bench/BareStatement.h"
 
-#include <QSqlDriver>
-#include <QVariant>
-
 #include <stdexcept>
 
 namespace bench {
 
 sqlite3 *bareHandle(const ado::Connection &connection)
 {
-    const QVariant handle = connection.database().driver()->handle();
-    if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
+    if (connection.engine() != ado::Engine::SQLite)
         throw std::runtime_error("not an embedded database");
-    return *static_cast<sqlite3 *const *>(handle.constData());
+    return static_cast<sqlite3 *>(connection.handle());
 }
 
 BareStatement::BareStatement(sqlite3 *handle, const std::string &text)

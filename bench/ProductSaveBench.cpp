@@ -76,7 +76,7 @@ class StockList
 {
 public:
     StockList(const ado::ConnectionPtr &connection, const ProductList &list)
-        : model_(nullptr, connection->database())
+        : model_(nullptr, stockSession(*connection))
     {
         model_.setTable(QStringLiteral("tPSProductMaster"));
         model_.setEditStrategy(QSqlTableModel::OnManualSubmit);

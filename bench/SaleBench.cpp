@@ -63,7 +63,7 @@ struct StockSale
 
 std::unique_ptr<QSqlTableModel> stockTable(OpenSale &sale, const char *table, const QString &filter)
 {
-    auto model = std::make_unique<QSqlTableModel>(nullptr, sale.connection().database());
+    auto model = std::make_unique<QSqlTableModel>(nullptr, stockSession(sale.connection()));
     model->setTable(QLatin1String(table));
     model->setEditStrategy(QSqlTableModel::OnManualSubmit);
     model->setFilter(filter);
@@ -79,7 +79,7 @@ void openStock(OpenSale &sale, StockSale &stock)
 
 QString stockSum(OpenSale &sale, const QString &statement)
 {
-    QSqlQuery sum(sale.connection().database());
+    QSqlQuery sum(stockSession(sale.connection()));
     need(sum.exec(statement) && sum.next(), "a sum");
     return QString::number(sum.value(0).toLongLong());
 }
@@ -105,7 +105,7 @@ void addLineInStock(OpenSale &sale, StockSale &stock)
     const QString taxed = stockSum(sale, sql.getSumTaxOrTaxFreeTotalSQL(sale.lngOrdMPK(), true));
     const QString taxFree = stockSum(sale, sql.getSumTaxOrTaxFreeTotalSQL(sale.lngOrdMPK(), false));
     const QString discount = stockSum(sale, sql.getSumHalinTotalSQL(sale.lngOrdMPK()));
-    need(QSqlQuery(sale.connection().database())
+    need(QSqlQuery(stockSession(sale.connection()))
              .exec(
                  QStringLiteral("UPDATE tPSOrderMaster SET OrdM_TaxTotal=%1, OrdM_TaxFreeTotal=%2, OrdM_HalinTotal=%3, "
                                 "OrdM_Total=%1 + %2 WHERE OrdM_PK = %4")

@@ -2,9 +2,14 @@
 
 #include "platform/ado/Connection.h"
 
+#include <QSqlDatabase>
+
 class QSqlQueryModel;
 
 namespace bench {
+
+/// The toolkit's own session on the same file, set up as the layer's is; the same one for the same file.
+QSqlDatabase stockSession(const ado::Connection &connection);
 
 /// Has the toolkit's model fetch all of its rows, as a grid does that is scrolled to its end; returns their number.
 int fetchAll(QSqlQueryModel &model);

@@ -4,7 +4,7 @@ add_library(zelvo_options INTERFACE)
 target_include_directories(zelvo_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(zelvo_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 target_compile_definitions(zelvo_options INTERFACE QT_NO_CAST_TO_ASCII)
-target_link_libraries(zelvo_options INTERFACE Qt6::Core Qt6::Gui Qt6::Widgets Qt6::Sql)
+target_link_libraries(zelvo_options INTERFACE Qt6::Core Qt6::Gui Qt6::Widgets)
 if(ZELVO_SANITIZE)
     # GCC sees uninitialised values in the code that the sanitizers add.
     target_compile_options(zelvo_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined

@@ -21,8 +21,7 @@ set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_NAME zelvo-productsale)
 set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/triggers)
-set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_DEPENDS "libqt6sql6-sqlite")
-set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_RECOMMENDS "fonts-nanum, libqt6sql6-psql, qt6-translations-l10n")
+set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_RECOMMENDS "fonts-nanum, qt6-translations-l10n")
 set(CPACK_DEBIAN_PRODUCTSALE_PACKAGE_SUGGESTS "libqt6sql6-odbc, odbc-postgresql")
 set(CPACK_COMPONENT_PRODUCTSALE_DESCRIPTION "product sale of an oriental-medicine clinic's desk
 Product list, orders, discounts, payments, outstanding money, purchases,

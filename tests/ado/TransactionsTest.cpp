@@ -2,7 +2,6 @@
 #include "tests/ado/Desks.h"
 
 #include <QDir>
-#include <QSqlDriver>
 #include <QThread>
 
 #include <sqlite3.h>
@@ -396,8 +395,7 @@ int refuseRollback(void *, int action, const char *what, const char *, const cha
 /// From now on the connection cannot roll back, nor be opened anew while its folder is away.
 void makeRollbackFail(const ado::ConnectionPtr &connection)
 {
-    const QVariant handle = connection->database().driver()->handle();
-    sqlite3_set_authorizer(*static_cast<sqlite3 *const *>(handle.constData()), refuseRollback, nullptr);
+    sqlite3_set_authorizer(static_cast<sqlite3 *>(connection->handle()), refuseRollback, nullptr);
 }
 
 ado::ConnectionPtr keptByTheHost;

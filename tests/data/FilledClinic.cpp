@@ -2,12 +2,10 @@
 
 #include "desk/schema/Schema.h"
 #include "desk/schema/Tables.h"
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/data/ClinicRows.h"
-
-#include <QSqlError>
-#include <QSqlQuery>
 
 #include <map>
 
@@ -43,25 +41,18 @@ Databases &databases()
 // Known to the test program from its start.
 [[maybe_unused]] const Databases &registered = databases();
 
-void run(const QSqlDatabase &database, const QString &statement)
-{
-    QSqlQuery query(database);
-    if (!query.exec(statement))
-        throw std::runtime_error((query.lastError().text() + u'\n' + statement).toStdString());
-}
-
 void fill(ado::Connection &connection)
 {
-    QSqlDatabase database = connection.database();
-    database.transaction();
+    ado::Transaction scope(connection);
     for (const schema::TablePlan &table : schema::tablePlans())
-        run(database, QStringLiteral("DELETE FROM ") + QString::fromLatin1(table.name));
+        connection.Execute(QStringLiteral("DELETE FROM ") + QString::fromLatin1(table.name));
     if (connection.engine() == ado::Engine::SQLite)
-        run(database, QStringLiteral("DELETE FROM sqlite_sequence")); // new keys go on from those below, as elsewhere
+        connection.Execute(
+            QStringLiteral("DELETE FROM sqlite_sequence")); // new keys go on from those below, as elsewhere
     for (const char16_t *statement : insertStatements())
-        run(database, QString::fromUtf16(statement));
+        connection.Execute(QString::fromUtf16(statement));
     schema::continueKeys(connection);
-    database.commit();
+    scope.commit();
 }
 
 Kept &keptOf(ado::Engine engine)

@@ -28,8 +28,8 @@ const QString written = QStringLiteral("SELECT COUNT(*) FROM tPSOrderMaster WHER
 class BusyDesk
 {
 public:
-    explicit BusyDesk(const QSqlDatabase &like)
-        : desk_([this, like = like.connectionName()] { sell(like); })
+    explicit BusyDesk(const QString &like)
+        : desk_([this, like] { sell(like); })
     {
     }
     ~BusyDesk() { stop(); }
@@ -133,7 +133,7 @@ TEST_P(Backup, IsTheClinicAtOneMomentWhileADeskSells)
     // Large enough for several steps of the copying.
     clinic_.run(QStringLiteral("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('large', '%1')")
                     .arg(QString(9'000'000, u'x')));
-    BusyDesk desk(clinic_.connection()->database());
+    BusyDesk desk(clinic_.plainName());
     desk.waitForMore(5);
     int told = 0;
     backup::backUp(clinic_.address(), file("busy.backup"), [&](qint64, qint64) {

@@ -2,9 +2,6 @@
 #include "desk/sample/Clinic.h"
 #include "tests/support/TestDatabase.h"
 
-#include <QSqlError>
-#include <QSqlQuery>
-
 #include <map>
 #include <memory>
 #include <ostream>
@@ -32,13 +29,9 @@ protected:
     /// Titles of the queries that find something after the statements.
     QStringList found(const QString &statements)
     {
-        QSqlDatabase database = connection_->database();
-        database.transaction();
-        for (const QString &statement : statements.split(u';')) {
-            QSqlQuery query(database);
-            EXPECT_TRUE(query.exec(statement)) << statement.toStdString() << query.lastError().text().toStdString();
-            EXPECT_NE(query.numRowsAffected(), 0) << statement.toStdString();
-        }
+        connection_->BeginTrans();
+        for (const QString &statement : statements.split(u';'))
+            EXPECT_NE(connection_->Execute(statement), 0) << statement.toStdString();
         QStringList titles;
         for (const check::Query &query : check::queries()) {
             const check::Finding finding = check::examine(*connection_, query, 0ms);
@@ -46,7 +39,7 @@ protected:
             if (finding.violations > 0)
                 titles << query.title;
         }
-        database.rollback();
+        connection_->RollbackTrans();
         return titles;
     }
 

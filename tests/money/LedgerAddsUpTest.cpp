@@ -9,8 +9,6 @@
 #include "session/modGlobalVars.h"
 #include "tests/support/TestDatabase.h"
 
-#include <QSqlQuery>
-
 #include <algorithm>
 #include <array>
 #include <map>
@@ -63,7 +61,7 @@ protected:
     {
         gcnnMasterDB = database_.connection();
         if (GetParam() == ado::Engine::SQLite) { // nothing here has to outlast a power cut
-            QSqlQuery(gcnnMasterDB->database()).exec("PRAGMA synchronous = OFF");
+            gcnnMasterDB->Execute("PRAGMA synchronous = OFF");
             database_.run("PRAGMA synchronous = OFF");
         }
         session_.customer.lngCustPK = Patient;

@@ -93,6 +93,17 @@ TEST_P(Arguments, NeverBeginASecondStatementNorHideTheRest)
     EXPECT_EQ(count("tPSTransaction"), ledger);
 }
 
+TEST_P(Arguments, DoNotChangeWhereTheServerEndsALiteral)
+{
+    const QString ledger = count("tPSTransaction");
+    // Where there are no such settings the first is refused.
+    returnWith(QStringLiteral("' || set_config('standard_conforming_strings', 'off', false) || '"));
+    returnWith(QStringLiteral(R"(\''); DELETE FROM tPSTransaction; --)"));
+    EXPECT_EQ(count("tPSTransaction"), ledger);
+    EXPECT_EQ(returnWith(QStringLiteral(R"(\38,000)")), "") << "the desk works on";
+    EXPECT_EQ(count(R"(tPSOrderDetail WHERE OrdD_RfndMemo = '\38,000')"), QStringLiteral("1"));
+}
+
 TEST_P(Arguments, AreBoundToTheStatementsOwnTable)
 {
     const QString ledger = count("tPSTransaction");

@@ -3,7 +3,6 @@
 #include "desk/schema/Schema.h"
 #include "session/modGlobalVars.h"
 
-#include <QSqlQuery>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -28,14 +27,14 @@ protected:
     QStringList properties() const
     {
         QStringList found;
-        QSqlQuery query(gcnnMasterDB->database());
-        query.exec("SELECT tpsps_Key, tpsps_Value FROM tPSProperties ORDER BY tpsps_Key");
-        while (query.next())
-            found += query.value(0).toString() + QLatin1Char('=')
-                     + (query.isNull(1) ? QStringLiteral("NULL") : query.value(1).toString());
+        const ado::CellTable rows =
+            gcnnMasterDB->read("SELECT tpsps_Key, tpsps_Value FROM tPSProperties ORDER BY tpsps_Key");
+        for (int row = 0; row < rows.rowCount(); ++row)
+            found += rows.raw(row, 0).toString() + QLatin1Char('=')
+                     + (rows.raw(row, 1).isValid() ? rows.raw(row, 1).toString() : QStringLiteral("NULL"));
         return found;
     }
-    bool run(const QString &statement) { return QSqlQuery(gcnnMasterDB->database()).exec(statement); }
+    void run(const QString &statement) { gcnnMasterDB->Execute(statement); }
 
     QTemporaryDir folder_;
 };

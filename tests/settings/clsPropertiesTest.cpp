@@ -42,9 +42,9 @@ TEST_F(Properties, AQuoteFailsWhereTheRowIsMadeAndPassesWhereItExists)
 
 TEST_F(Properties, ATableWithTheTwoColumnsAloneIsReadAndWritten)
 {
-    ASSERT_TRUE(run("DROP TABLE tPSProperties"));
-    ASSERT_TRUE(run("CREATE TABLE tPSProperties (tpsps_Key TEXT, tpsps_Value TEXT)"));
-    ASSERT_TRUE(run("INSERT INTO tPSProperties VALUES ('지점명', '종로점'), ('우편번호', NULL)"));
+    run("DROP TABLE tPSProperties");
+    run("CREATE TABLE tPSProperties (tpsps_Key TEXT, tpsps_Value TEXT)");
+    run("INSERT INTO tPSProperties VALUES ('지점명', '종로점'), ('우편번호', NULL)");
     clsProperties setting;
     EXPECT_EQ(setting.PropValue("지점명"), QStringLiteral("종로점"));
     EXPECT_EQ(setting.PropValue("우편번호"), QString());
@@ -60,7 +60,7 @@ TEST_F(Properties, ATableWithTheTwoColumnsAloneIsReadAndWritten)
 
 TEST_F(Properties, ErrorsAreTrappedWithoutAWord)
 {
-    ASSERT_TRUE(run("DROP TABLE tPSProperties"));
+    run("DROP TABLE tPSProperties");
     EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
     clsProperties().PropValue("지점명", QStringLiteral("종로점"));
     gcnnMasterDB.reset(); // the window can stand without a connection

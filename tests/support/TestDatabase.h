@@ -35,6 +35,8 @@ public:
     QStringList rows(const QString &statement);
     /// The one value of the one row.
     QString value(const QString &statement) { return rows(statement).value(0); }
+    /// Qt's name of that session.
+    const QString &plainName() const { return plainName_; }
 
 private:
     ado::Engine engine_;

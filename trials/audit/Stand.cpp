@@ -1,44 +1,29 @@
 #include "trials/audit/Stand.h"
 
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QSqlRecord>
-
 #include <stdexcept>
 
 namespace trial {
 
 namespace {
 
-QSqlQuery asked(const ado::Connection &clinic, const QString &select)
-{
-    QSqlQuery query(clinic.database());
-    query.setForwardOnly(true);
-    if (!query.exec(select))
-        throw std::runtime_error((query.lastError().text() + u'\n' + select).toStdString());
-    return query;
-}
-
 /// Counts and sums of the rows up to a key, each money column by itself.
 QString sumsOf(const ado::Connection &clinic, const char *table, const char *key, qint32 last, const char *sums)
 {
-    QSqlQuery query = asked(clinic, QStringLiteral("SELECT COUNT(*), %4 FROM %1 WHERE %2 <= %3")
-                                        .arg(QLatin1String(table), QLatin1String(key))
-                                        .arg(last)
-                                        .arg(QLatin1String(sums)));
-    query.next();
+    const ado::CellTable rows = clinic.read(QStringLiteral("SELECT COUNT(*), %4 FROM %1 WHERE %2 <= %3")
+                                                .arg(QLatin1String(table), QLatin1String(key))
+                                                .arg(last)
+                                                .arg(QLatin1String(sums)));
     QString text;
-    for (int column = 0; column < query.record().count(); ++column)
-        text += query.value(column).toString() + u' ';
+    for (int column = 0; column < rows.columnCount(); ++column)
+        text += rows.raw(0, column).toString() + u' ';
     return text;
 }
 
 qint32 lastKey(const ado::Connection &clinic, const char *table, const char *key)
 {
-    QSqlQuery query =
-        asked(clinic, QStringLiteral("SELECT MAX(%1) FROM %2").arg(QLatin1String(key), QLatin1String(table)));
-    query.next();
-    return query.value(0).toInt();
+    return clinic.read(QStringLiteral("SELECT MAX(%1) FROM %2").arg(QLatin1String(key), QLatin1String(table)))
+        .raw(0, 0)
+        .toInt();
 }
 
 QString sumsOfOldRows(const ado::Connection &clinic, const Before &before)
@@ -53,8 +38,7 @@ QString sumsOfOldRows(const ado::Connection &clinic, const Before &before)
 void readOrders(const ado::Connection &clinic, const Before &before, Stand &stand)
 {
     // The totals as the lines give them now, beside those that are stored.
-    QSqlQuery query = asked(
-        clinic,
+    const ado::CellTable rows = clinic.read(
         QStringLiteral(
             "SELECT m.OrdM_PK, m.OrdM_Address, m.OrdM_ETCMemo, m.OrdM_Misugum, m.OrdM_TaxTotal, m.OrdM_TaxFreeTotal, "
             "m.OrdM_HalinTotal, m.OrdM_Total, s.taxed, s.free, s.discount FROM tPSOrderMaster m LEFT JOIN "
@@ -65,11 +49,11 @@ void readOrders(const ado::Connection &clinic, const Before &before, Stand &stan
             "tPSProductMaster p ON p.PM_PK = d.PM_PK WHERE d.OrdM_PK > %1 GROUP BY d.OrdM_PK) s ON s.pk = m.OrdM_PK "
             "WHERE m.OrdM_PK > %1")
             .arg(before.lastOrder));
-    while (query.next()) {
-        const auto number = [&](int column) { return qRound64(query.value(column).toDouble()); };
-        Stand::Order &order = stand.orders[query.value(0).toInt()];
-        order.address = query.value(1).toLongLong();
-        order.memo = query.value(2).toLongLong();
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        const auto number = [&](int column) { return qRound64(rows.raw(row, column).toDouble()); };
+        Stand::Order &order = stand.orders[rows.raw(row, 0).toInt()];
+        order.address = rows.raw(row, 1).toLongLong();
+        order.memo = rows.raw(row, 2).toLongLong();
         order.owed = number(3);
         order.summed = number(4) == number(8) && number(5) == number(9) && number(6) == number(10)
                        && number(7) == number(8) + number(9);
@@ -94,16 +78,20 @@ Stand readStand(const ado::Connection &clinic, const Before &before)
         throw std::runtime_error("rows from before the trial were touched");
     Stand stand;
     readOrders(clinic, before, stand);
-    QSqlQuery lines = asked(clinic, QStringLiteral("SELECT OrdM_PK, CASE WHEN OrdD_Count < 0 THEN OrdD_UnitPrice ELSE "
-                                                   "OrdD_HalinUnit END FROM tPSOrderDetail WHERE OrdD_PK > %1")
-                                        .arg(before.lastLine));
-    for (; lines.next(); ++stand.lines)
-        stand.rows.insert({qRound64(lines.value(1).toDouble()), {lines.value(0).toInt(), false}});
-    QSqlQuery entries = asked(clinic, QStringLiteral("SELECT tpstrans_OrderM_PK, tpstrans_Money FROM tPSTransaction "
-                                                     "WHERE tpstrans_PK > %1")
-                                          .arg(before.lastEntry));
-    for (; entries.next(); ++stand.entries)
-        stand.rows.insert({entries.value(1).toLongLong(), {entries.value(0).toInt(), true}});
+    const ado::CellTable lines =
+        clinic.read(QStringLiteral("SELECT OrdM_PK, CASE WHEN OrdD_Count < 0 THEN OrdD_UnitPrice ELSE OrdD_HalinUnit "
+                                   "END FROM tPSOrderDetail WHERE OrdD_PK > %1")
+                        .arg(before.lastLine));
+    stand.lines = lines.rowCount();
+    for (int row = 0; row < stand.lines; ++row)
+        stand.rows.insert({qRound64(lines.raw(row, 1).toDouble()), {lines.raw(row, 0).toInt(), false}});
+    const ado::CellTable entries =
+        clinic.read(QStringLiteral("SELECT tpstrans_OrderM_PK, tpstrans_Money FROM tPSTransaction "
+                                   "WHERE tpstrans_PK > %1")
+                        .arg(before.lastEntry));
+    stand.entries = entries.rowCount();
+    for (int row = 0; row < stand.entries; ++row)
+        stand.rows.insert({entries.raw(row, 1).toLongLong(), {entries.raw(row, 0).toInt(), true}});
     return stand;
 }
 

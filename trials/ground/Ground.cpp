@@ -4,7 +4,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QSqlQuery>
 
 #include <cstdio>
 #include <stdexcept>
@@ -23,8 +22,7 @@ bool tell(qint64 done, qint64 total)
 
 QString firstValue(const ado::Connection &clinic, const char *select)
 {
-    QSqlQuery query(clinic.database());
-    return query.exec(QLatin1String(select)) && query.next() ? query.value(0).toString() : QString();
+    return clinic.read(QLatin1String(select)).raw(0, 0).toString();
 }
 
 } // namespace
@@ -38,7 +36,7 @@ Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server)
     sample::makeClinic(address_, size, tell);
     const ado::ConnectionPtr clinic = ado::Connection::open(address_);
     if (engine == ado::Engine::PostgreSQL) // as a server does by itself some time after so much was written
-        QSqlQuery(clinic->database()).exec(QStringLiteral("VACUUM ANALYZE"));
+        clinic->Execute(QStringLiteral("VACUUM ANALYZE"));
     patients_ = firstValue(*clinic, "SELECT MAX(Customer_PK) FROM Customer").toInt();
     before_ = trial::before(*clinic);
 }

@@ -4,11 +4,11 @@
 #include "desk/backup/Refusal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Tables.h"
+#include "platform/runtime/Attempt.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QSqlQuery>
 
 namespace backup {
 
@@ -80,7 +80,7 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
     const ado::ConnectionPtr connection = ado::Connection::open(address);
     if (!schema::hasSchema(*connection))
         refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
-    dump(PostgresPlace::of(connection->database()), target, progress);
+    dump(PostgresPlace::of(address), target, progress);
     demandDump(target);
 }
 
@@ -89,7 +89,7 @@ bool restorePostgresClinic(const QString &address, const QString &source, const 
 {
     demandDump(source);
     const ado::ConnectionPtr connection = ado::Connection::open(address);
-    const PostgresPlace place = PostgresPlace::of(connection->database());
+    const PostgresPlace place = PostgresPlace::of(address);
     const bool wasClinic = schema::hasSchema(*connection);
     if (wasClinic)
         dump(place, safetyCopy, {});
@@ -100,9 +100,10 @@ bool restorePostgresClinic(const QString &address, const QString &source, const 
                      QStringLiteral("--exit-on-error"), QStringLiteral("--no-owner"), QStringLiteral("--no-password"),
                      QStringLiteral("--verbose"), QStringLiteral("--dbname=") + place.connection, source},
                     place, counter(QStringLiteral("processing data for table"), progress));
-    // The new tables have no statistics yet, and a desk would feel it.
+    // The new tables have no statistics yet, and a desk would feel it; without them it is restored all the same.
+    runtime::Attempt statistics;
     for (const schema::TablePlan &table : schema::tablePlans())
-        QSqlQuery(connection->database()).exec(QStringLiteral("ANALYZE ") + QString::fromLatin1(table.name));
+        statistics([&] { connection->Execute(QStringLiteral("ANALYZE ") + QString::fromLatin1(table.name)); });
     return wasClinic;
 }
 

@@ -1,6 +1,7 @@
 #include "desk/backup/PostgresTool.h"
 
 #include "desk/backup/Refusal.h"
+#include "platform/ado/PostgresAddress.h"
 
 #include <QDir>
 #include <QProcess>
@@ -49,18 +50,17 @@ QString quoted(const QString &name, QString value)
 
 } // namespace
 
-PostgresPlace PostgresPlace::of(const QSqlDatabase &database)
+PostgresPlace PostgresPlace::of(const QString &address)
 {
     PostgresPlace place;
-    place.password = database.password();
-    QStringList words{quoted(QStringLiteral("dbname"), database.databaseName())};
-    if (!database.userName().isEmpty())
-        words << quoted(QStringLiteral("user"), database.userName());
-    if (!database.hostName().isEmpty())
-        words << quoted(QStringLiteral("host"), database.hostName());
-    if (database.port() > 0)
-        words << quoted(QStringLiteral("port"), QString::number(database.port()));
-    place.connection = words.join(u' ') + u' ' + database.connectOptions().replace(u';', u' ');
+    QStringList words;
+    for (const auto &[name, value] : ado::postgresParameters(address.section(QStringLiteral("://"), 1))) {
+        if (name == QLatin1String("password"))
+            place.password = value;
+        else
+            words << quoted(name, value);
+    }
+    place.connection = words.join(u' ');
     return place;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QSqlDatabase>
 #include <QStringList>
 
 #include <functional>
@@ -15,7 +14,8 @@ struct PostgresPlace
         connection; ///< "host='...' user='...' ...", without a password: others on the machine see a program's arguments
     QString password; ///< goes over by the environment; empty leaves it to the user's own password file
 
-    static PostgresPlace of(const QSqlDatabase &database);
+    /// Of an address of the desk's, "postgresql://...".
+    static PostgresPlace of(const QString &address);
 };
 
 /// Told each line that the program says while it works; answering false stops it.

@@ -1,13 +1,11 @@
 #include "desk/check/Examination.h"
 
-#include <QDate>
+#include "platform/runtime/RuntimeError.h"
+
 #include <QSet>
-#include <QSqlError>
-#include <QSqlField>
-#include <QSqlQuery>
-#include <QSqlRecord>
 #include <QThread>
 
+#include <algorithm>
 #include <utility>
 
 namespace check {
@@ -21,8 +19,6 @@ QString shown(const QVariant &value)
 {
     if (value.isNull())
         return QStringLiteral("(없음)");
-    if (value.typeId() == QMetaType::QDate)
-        return value.toDate().toString(Qt::ISODate);
     QString text = value.toString();
     // Money comes as 1200.0000 from a server.
     static const QString noFraction = QStringLiteral(".0000");
@@ -31,33 +27,28 @@ QString shown(const QVariant &value)
     return text.isEmpty() ? QStringLiteral("(빈 값)") : text;
 }
 
-QString shown(const QSqlRecord &row)
+QString shown(const ado::CellTable &rows, int row)
 {
     QStringList cells;
-    for (int column = 0; column < row.count(); ++column)
-        cells << row.fieldName(column) + u' ' + shown(row.value(column));
+    for (int column = 0; column < rows.columnCount(); ++column)
+        cells << rows.columns()[std::size_t(column)].name + u' ' + shown(rows.raw(row, column));
     return cells.join(QStringLiteral(" · "));
 }
 
 /// The rows as they are shown, the first ones only beyond RowsToAskTwice; their whole number in the finding.
 QStringList ask(ado::Connection &connection, Finding &finding)
 {
-    QSqlQuery query(connection.database());
-    query.setForwardOnly(true);
-    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     finding.violations = 0;
-    QStringList rows;
-    if (!query.exec(finding.query.statement)) {
-        finding.failure = query.lastError().text();
-        return rows;
+    QStringList lines;
+    try {
+        const ado::CellTable rows = connection.read(finding.query.statement);
+        finding.violations = rows.rowCount();
+        for (int row = 0; row < std::min<qint64>(finding.violations, RowsToAskTwice); ++row)
+            lines << shown(rows, row);
+    } catch (const runtime::RuntimeError &error) {
+        finding.failure = error.description();
     }
-    while (query.next()) {
-        if (++finding.violations <= RowsToAskTwice)
-            rows << shown(query.record());
-    }
-    if (query.lastError().isValid())
-        finding.failure = query.lastError().text();
-    return rows;
+    return lines;
 }
 
 } // namespace

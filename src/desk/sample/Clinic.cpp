@@ -1,14 +1,13 @@
 #include "desk/sample/Clinic.h"
 
 #include "desk/sample/TradeWriter.h"
-#include "platform/ado/ShownAddress.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/WholeFile.h"
+#include "platform/ado/ShownAddress.h"
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QFile>
-#include <QSqlError>
-#include <QSqlQuery>
 
 namespace sample {
 
@@ -21,7 +20,7 @@ void makeFile(const QString &file, Size size, const Progress &progress)
     const bool made = schema::makeWholeFile(file, [&](const QString &unfinished) {
         const ado::ConnectionPtr connection = ado::Connection::open(FilePrefix + unfinished, true);
         // Nobody relies on the file before it has its name, so nothing needs to be undone in it.
-        QSqlQuery(connection->database()).exec(QStringLiteral("PRAGMA journal_mode = OFF"));
+        connection->Execute(QStringLiteral("PRAGMA journal_mode = OFF"));
         fill(*connection, size, progress);
     });
     if (!made)
@@ -46,30 +45,17 @@ void makeClinic(const QString &address, Size size, const Progress &progress)
 
 void fill(ado::Connection &connection, Size size, const Progress &progress)
 {
-    QSqlDatabase database = connection.database();
-    const auto refuse = [&] {
-        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("데이터베이스를 만들지 못했습니다.\n")
-                                        + database.lastError().text());
-    };
     if (schema::hasSchema(connection))
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ")
                                         + ado::addressToShow(connection.address()));
-    if (!database.transaction())
-        refuse();
-    try {
-        schema::createTables(connection);
-        if (size != Size::Empty)
-            writeRows(database, size, progress);
-        schema::createIndexes(connection);
-        schema::continueKeys(connection);
-    } catch (...) {
-        database.rollback();
-        throw;
-    }
-    if (!database.commit())
-        refuse();
+    ado::Transaction scope(connection);
+    schema::createTables(connection);
+    if (size != Size::Empty)
+        writeRows(connection, size, progress);
+    schema::createIndexes(connection);
+    schema::continueKeys(connection);
+    scope.commit();
 }
 
 } // namespace sample

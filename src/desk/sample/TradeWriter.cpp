@@ -39,23 +39,19 @@ Plan planOf(Size size)
     return {listedProducts(), 30, 2, 320, last.addYears(-1).addDays(1), last};
 }
 
-// Typed, since a server behind ODBC wants to know what kind of value is missing.
-const QVariant NullInt(QMetaType::fromType<int>());
-const QVariant NullText(QMetaType::fromType<QString>());
-
 QVariant orNull(const std::optional<int> &value)
 {
-    return value ? QVariant(*value) : NullInt;
+    return value ? QVariant(*value) : QVariant();
 }
 
 QVariant orNull(const std::optional<bool> &value)
 {
-    return value ? QVariant(int(*value)) : NullInt;
+    return value ? QVariant(int(*value)) : QVariant();
 }
 
 QVariant orNull(const std::optional<QString> &value)
 {
-    return value ? QVariant(*value) : NullText;
+    return value ? QVariant(*value) : QVariant();
 }
 
 QString text(const char *latin1)
@@ -63,15 +59,15 @@ QString text(const char *latin1)
     return QString::fromLatin1(latin1);
 }
 
-BulkInsert into(const QSqlDatabase &database, const char *table, const char *columns)
+BulkInsert into(ado::Connection &connection, const char *table, const char *columns)
 {
-    return BulkInsert(database, text(table), text(columns).split(QLatin1Char(' ')));
+    return BulkInsert(connection, text(table), text(columns).split(QLatin1Char(' ')));
 }
 
-void writeGoods(const QSqlDatabase &database, const std::vector<Product> &goods)
+void writeGoods(ado::Connection &connection, const std::vector<Product> &goods)
 {
     BulkInsert rows =
-        into(database, "tPSProductMaster",
+        into(connection, "tPSProductMaster",
              "PM_PK PM_Catagory PM_Name PM_UnitPrice PM_IsTaxed PM_IsValid PM_IsHide PM_EtcMemo PM_AddedDate");
     int key = 0;
     for (const Product &product : goods)
@@ -80,10 +76,10 @@ void writeGoods(const QSqlDatabase &database, const std::vector<Product> &goods)
     rows.finish();
 }
 
-void writeDealers(const QSqlDatabase &database, const std::vector<Dealer> &dealers)
+void writeDealers(ado::Connection &connection, const std::vector<Dealer> &dealers)
 {
     BulkInsert rows =
-        into(database, "tPSCompanyMaster", "CM_PK CM_Name CM_RegNum CM_Tel CM_Address CM_EtcMemo CM_IsValid");
+        into(connection, "tPSCompanyMaster", "CM_PK CM_Name CM_RegNum CM_Tel CM_Address CM_EtcMemo CM_IsValid");
     int key = 0;
     for (const Dealer &dealer : dealers)
         rows.add(
@@ -91,10 +87,10 @@ void writeDealers(const QSqlDatabase &database, const std::vector<Dealer> &deale
     rows.finish();
 }
 
-void writePatients(const QSqlDatabase &database, const std::vector<Patient> &patients)
+void writePatients(ado::Connection &connection, const std::vector<Patient> &patients)
 {
     BulkInsert rows =
-        into(database, "Customer",
+        into(connection, "Customer",
              "Customer_PK name sn ssn1 ssn2 Insu_Type Insu_Symbol Insu_No sex birth zipcode address phone cell vip");
     int key = 0;
     for (const Patient &patient : patients) {
@@ -109,11 +105,11 @@ void writePatients(const QSqlDatabase &database, const std::vector<Patient> &pat
 }
 
 /// The desk's own treatment receipts. Their keys lie beyond those of all orders: the ledger holds either in one column.
-void writeReceipts(const QSqlDatabase &database, const Plan &plan)
+void writeReceipts(ado::Connection &connection, const Plan &plan)
 {
     constexpr int firstKey = 10'000'001;
     BulkInsert rows =
-        into(database, "Receipt", "Receipt_PK Customer_PK TxDate Bonin_Money Cheonggu_Money General_Money");
+        into(connection, "Receipt", "Receipt_PK Customer_PK TxDate Bonin_Money Cheonggu_Money General_Money");
     Random random(77);
     const int days = int(plan.first.daysTo(plan.last));
     for (int number = 0; number < plan.patients * 3; ++number) {
@@ -124,9 +120,9 @@ void writeReceipts(const QSqlDatabase &database, const Plan &plan)
     rows.finish();
 }
 
-void writeShop(const QSqlDatabase &database)
+void writeShop(ado::Connection &connection)
 {
-    BulkInsert properties = into(database, "tPSProperties", "tpsps_Key tpsps_Value");
+    BulkInsert properties = into(connection, "tPSProperties", "tpsps_Key tpsps_Value");
     const std::pair<const char16_t *, const char16_t *> values[]{
         {u"지점명", u"푸른솔한의원"},
         {u"지점대표자", u"한솔"},
@@ -142,7 +138,7 @@ void writeShop(const QSqlDatabase &database)
     for (const auto &[key, value] : values)
         properties.add({QString::fromUtf16(key), QString::fromUtf16(value)});
     properties.finish();
-    BulkInsert settings = into(database, "t_HospSetup", "HS_KEY HS_Value");
+    BulkInsert settings = into(connection, "t_HospSetup", "HS_KEY HS_Value");
     settings.add({QStringLiteral("병원명"), QStringLiteral("푸른솔한의원")});
     settings.finish();
 }
@@ -151,16 +147,16 @@ void writeShop(const QSqlDatabase &database)
 class OrderWriter
 {
 public:
-    OrderWriter(const QSqlDatabase &database, const std::vector<Product> &goods, const std::vector<Patient> &patients)
+    OrderWriter(ado::Connection &connection, const std::vector<Product> &goods, const std::vector<Patient> &patients)
         : goods_(goods)
         , patients_(patients)
         , orders_(
-              into(database, "tPSOrderMaster",
+              into(connection, "tPSOrderMaster",
                    "OrdM_PK Cust_PK OrdM_Date OrdM_Gubun OrdM_Address OrdM_Tel OrdM_Cel OrdM_TakbaeMemo OrdM_TaxTotal "
                    "OrdM_TaxFreeTotal OrdM_HalinTotal OrdM_Total OrdM_Misugum OrdM_ETCMemo"))
-        , lines_(into(database, "tPSOrderDetail",
+        , lines_(into(connection, "tPSOrderDetail",
                       "OrdM_PK PM_PK OrdD_UnitPrice OrdD_HalinUnit OrdD_Count OrdD_OrderType OrdD_RfndMemo"))
-        , ledger_(into(database, "tPSTransaction",
+        , ledger_(into(connection, "tPSTransaction",
                        "tpstrans_Customer_PK tpstrans_OrderM_PK tpstrans_Date tpstrans_Operator tpstrans_Money "
                        "tpstrans_Method tpstrans_Memo"))
         , sold_(goods.size(), 0)
@@ -178,7 +174,7 @@ public:
         for (const Line &line : order.lines) {
             // Only a return writes here, so a line that never came back has no value.
             lines_.add({key_, line.product + 1, line.price, line.discount, line.count, orNull(line.kind),
-                        line.memo.isEmpty() ? NullText : QVariant(line.memo)});
+                        line.memo.isEmpty() ? QVariant() : QVariant(line.memo)});
             sold_[std::size_t(line.product)] += line.count;
         }
         for (const LedgerRow &row : order.ledger)
@@ -206,10 +202,10 @@ private:
     int key_ = 0;
 };
 
-void writePurchases(const QSqlDatabase &database, const std::vector<Purchase> &purchases)
+void writePurchases(ado::Connection &connection, const std::vector<Purchase> &purchases)
 {
     BulkInsert rows =
-        into(database, "tPSIncoming", "PM_PK CM_PK IN_Date IN_Count IN_UnitPrice IN_HalinTotal IN_Total IN_EtcMemo");
+        into(connection, "tPSIncoming", "PM_PK CM_PK IN_Date IN_Count IN_UnitPrice IN_HalinTotal IN_Total IN_EtcMemo");
     for (const Purchase &purchase : purchases)
         rows.add({purchase.product + 1, purchase.dealer + 1, dateText(purchase.date), double(purchase.count),
                   purchase.unitPrice, purchase.discount, purchase.total(), purchase.memo});
@@ -218,7 +214,7 @@ void writePurchases(const QSqlDatabase &database, const std::vector<Purchase> &p
 
 } // namespace
 
-void writeRows(const QSqlDatabase &database, Size size, const Progress &progress)
+void writeRows(ado::Connection &connection, Size size, const Progress &progress)
 {
     const Plan plan = planOf(size);
     const std::vector<Product> goods = products(plan.goods);
@@ -228,15 +224,15 @@ void writeRows(const QSqlDatabase &database, Size size, const Progress &progress
         if (progress && !progress(done, plan.orders))
             throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("중단하였습니다."));
     };
-    writeShop(database);
-    writeGoods(database, goods);
+    writeShop(connection);
+    writeGoods(connection, goods);
     tell(0);
-    writeDealers(database, sellers);
-    writePatients(database, people);
-    writeReceipts(database, plan);
+    writeDealers(connection, sellers);
+    writePatients(connection, people);
+    writeReceipts(connection, plan);
 
     Trade trade(goods, plan.patients - plan.newPatients, plan.first, plan.last, plan.orders);
-    OrderWriter writer(database, goods, people);
+    OrderWriter writer(connection, goods, people);
     qint64 done = 0;
     while (const std::optional<Order> order = trade.next()) {
         writer.add(*order);
@@ -244,7 +240,7 @@ void writeRows(const QSqlDatabase &database, Size size, const Progress &progress
             tell(done);
     }
     writer.finish();
-    writePurchases(database, purchases(goods, writer.sold(), int(sellers.size()), plan.first, plan.last));
+    writePurchases(connection, purchases(goods, writer.sold(), int(sellers.size()), plan.first, plan.last));
 }
 
 } // namespace sample

@@ -2,12 +2,10 @@
 
 #include "desk/sample/Clinic.h"
 
-#include <QSqlDatabase>
-
 namespace sample {
 
 /// Writes all rows of a small or a large clinic into empty tables. Raises RuntimeError, also when the progress answers
 /// false.
-void writeRows(const QSqlDatabase &database, Size size, const Progress &progress);
+void writeRows(ado::Connection &connection, Size size, const Progress &progress);
 
 } // namespace sample

@@ -1,10 +1,8 @@
 #include "desk/schema/Schema.h"
 
 #include "desk/schema/Tables.h"
-#include "platform/runtime/RuntimeError.h"
-
-#include <QSqlError>
-#include <QSqlQuery>
+#include "platform/ado/Transaction.h"
+#include "platform/runtime/Attempt.h"
 
 #include <algorithm>
 
@@ -12,35 +10,9 @@ namespace schema {
 
 namespace {
 
-const QString CannotPrepare = QStringLiteral("데이터베이스를 준비하지 못했습니다.\n");
-
-[[noreturn]] void refuse(const QString &what)
+Dialect dialectOf(const ado::Connection &connection)
 {
-    throw runtime::RuntimeError(runtime::ErrorNumber::Database, what);
-}
-
-void run(const QSqlDatabase &database, const QString &statement)
-{
-    QSqlQuery query(database);
-    if (!query.exec(statement))
-        refuse(CannotPrepare + query.lastError().text());
-}
-
-Dialect dialectOf(ado::Connection &connection)
-{
-    switch (connection.engine()) {
-    case ado::Engine::SQLite:
-        return Dialect::SQLite;
-    case ado::Engine::PostgreSQL:
-        return Dialect::PostgreSQL;
-    case ado::Engine::Odbc:
-        break;
-    }
-    QSqlQuery query(connection.database());
-    if (query.exec(QStringLiteral("SELECT version()")) && query.next()
-        && query.value(0).toString().startsWith(QLatin1String("PostgreSQL")))
-        return Dialect::PostgreSQL;
-    refuse(QStringLiteral("이 데이터베이스 서버의 테이블은 서버의 설치 프로그램으로 만들어야 합니다."));
+    return connection.engine() == ado::Engine::SQLite ? Dialect::SQLite : Dialect::PostgreSQL;
 }
 
 QStringList tableStatements(Dialect dialect)
@@ -57,30 +29,22 @@ QStringList tableStatements(Dialect dialect)
 
 void createSchema(ado::Connection &connection)
 {
-    QSqlDatabase database = connection.database();
-    if (!database.transaction())
-        refuse(CannotPrepare + database.lastError().text());
-    try {
-        createTables(connection);
-        createIndexes(connection);
-    } catch (...) {
-        database.rollback();
-        throw;
-    }
-    if (!database.commit())
-        refuse(CannotPrepare + database.lastError().text());
+    ado::Transaction scope(connection);
+    createTables(connection);
+    createIndexes(connection);
+    scope.commit();
 }
 
 void createTables(ado::Connection &connection)
 {
     for (const QString &statement : tableStatements(dialectOf(connection)))
-        run(connection.database(), statement);
+        connection.Execute(statement);
 }
 
 void createIndexes(ado::Connection &connection)
 {
     for (const IndexPlan &index : indexPlans())
-        run(connection.database(), createIndexStatement(index));
+        connection.Execute(createIndexStatement(index));
 }
 
 void continueKeys(ado::Connection &connection)
@@ -91,7 +55,7 @@ void continueKeys(ado::Connection &connection)
     for (const TablePlan &table : tablePlans()) {
         for (const ColumnPlan &column : table.columns) {
             if (column.holds == Holds::Key)
-                run(connection.database(), continueKeyStatement(table, column));
+                connection.Execute(continueKeyStatement(table, column));
         }
     }
 }
@@ -112,8 +76,11 @@ QStringList probes()
 bool hasSchema(ado::Connection &connection)
 {
     const QStringList statements = probes();
-    return std::ranges::all_of(statements,
-                               [&](const QString &probe) { return QSqlQuery(connection.database()).exec(probe); });
+    return std::ranges::all_of(statements, [&](const QString &probe) {
+        runtime::Attempt attempt;
+        attempt([&] { connection.read(probe); });
+        return !attempt.failed();
+    });
 }
 
 } // namespace schema

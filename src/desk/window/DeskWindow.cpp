@@ -2,6 +2,7 @@
 
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/Format.h"
 
 #include <QApplication>
@@ -11,7 +12,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QProxyStyle>
-#include <QSqlQuery>
 #include <QVBoxLayout>
 
 namespace desk {
@@ -43,11 +43,15 @@ public:
 
 QString clinicName(ado::Connection &connection)
 {
-    QSqlQuery query(connection.database());
-    if (query.exec(QStringLiteral("SELECT tpsps_Value FROM tPSProperties WHERE tpsps_Key = '지점명'")) && query.next()
-        && !query.value(0).toString().isEmpty())
-        return query.value(0).toString();
-    return QStringLiteral("한의원");
+    QString name;
+    runtime::Attempt attempt;
+    attempt([&] {
+        const ado::CellTable rows =
+            connection.read(QStringLiteral("SELECT tpsps_Value FROM tPSProperties WHERE tpsps_Key = '지점명'"));
+        if (rows.rowCount() > 0)
+            name = rows.raw(0, 0).toString();
+    });
+    return name.isEmpty() ? QStringLiteral("한의원") : name;
 }
 
 QString describe(const Patient &patient)

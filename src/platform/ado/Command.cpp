@@ -10,8 +10,6 @@ Command &Command::operator<<(QStringView text)
 
 Command &Command::value(const QVariant &value)
 {
-    if (!value.isValid())
-        return *this << u"NULL";
     switch (style_) {
     case Values::Marked:
         values_ << value;
@@ -20,16 +18,17 @@ Command &Command::value(const QVariant &value)
         values_ << value;
         return *this << QStringLiteral("$%1").arg(values_.size());
     case Values::Literal:
-    case Values::NationalLiteral:
         break;
     }
+    if (!value.isValid())
+        return *this << u"NULL";
     if (value.typeId() == QMetaType::LongLong)
         return *this << QString::number(value.toLongLong());
     if (value.typeId() == QMetaType::Double)
         return *this << QString::number(value.toDouble(), 'e', 16);
     QString literal = value.toString();
     literal.replace(u'\'', QStringLiteral("''"));
-    return *this << (style_ == Values::NationalLiteral ? u"N'" : u"'") << literal << u"'";
+    return *this << u"'" << literal << u"'";
 }
 
 Command &Command::equals(const QVariant &value)

@@ -15,7 +15,6 @@ public:
         Marked,   ///< "?"
         Numbered, ///< "$1"
         Literal,
-        NationalLiteral, ///< N'...' for texts
     };
 
     explicit Command(Values style)
@@ -24,7 +23,7 @@ public:
     }
 
     Command &operator<<(QStringView text);
-    /// A value as parameter() makes it; NULL is written as a word.
+    /// A value as parameter() makes it.
     Command &value(const QVariant &value);
     /// "= value", or "IS NULL".
     Command &equals(const QVariant &value);

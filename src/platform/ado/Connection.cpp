@@ -80,9 +80,9 @@ Engine Connection::engine() const
     return d->driver->engine();
 }
 
-QSqlDatabase Connection::database() const
+void *Connection::handle() const
 {
-    return d->driver->database();
+    return d->driver->handle();
 }
 
 void Connection::BeginTrans()
@@ -155,14 +155,29 @@ int Connection::Execute(const QString &statement)
     return d->write(d->driver->command() << statement);
 }
 
+Command Connection::command() const
+{
+    return d->driver->command();
+}
+
+int Connection::Execute(const Command &command)
+{
+    oneStatement(command.text(), d->driver->dialect());
+    return d->write(command);
+}
+
+CellTable Connection::read(const QString &statement) const
+{
+    oneStatement(statement, d->driver->dialect());
+    return d->read(d->driver->command() << statement);
+}
+
 bool Connection::holdRow(const QString &table, const QString &key, qint32 value)
 {
     // The embedded engine holds the whole database from the transaction's beginning, which readBack sees to.
-    const Dialect dialect = d->driver->dialect();
-    Command select = d->driver->command() << u"SELECT " << key << u" FROM " << table;
-    select << (dialect == Dialect::SqlServer ? u" WITH (UPDLOCK)" : u"") << u" WHERE " << key << u" = ";
+    Command select = d->driver->command() << u"SELECT " << key << u" FROM " << table << u" WHERE " << key << u" = ";
     select.value(value);
-    select << (dialect == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
+    select << (d->driver->dialect() == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
     return d->readBack(select).rowCount() > 0;
 }
 

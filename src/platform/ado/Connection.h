@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/ado/CellTable.h"
+#include "platform/ado/Command.h"
+
 #include <QMetaType>
-#include <QSqlDatabase>
 #include <QString>
 
 #include <memory>
@@ -32,8 +34,8 @@ public:
 
     const QString &address() const;
     Engine engine() const;
-    /// For the host's own schema and bulk work; the components use Execute and Recordset.
-    QSqlDatabase database() const;
+    /// The session in the engine's own interface, a sqlite3 or a PGconn; null by ODBC. Not for statements of the components.
+    void *handle() const;
 
     void BeginTrans();
     void CommitTrans();
@@ -44,6 +46,13 @@ public:
 
     /// Runs one writing statement; returns the number of rows it touched, -1 where the engine does not tell.
     int Execute(const QString &statement);
+
+    // For the host's own schema and bulk work; the components use Execute and Recordset.
+    /// An empty command, and its run: values travel beside the text where the engine takes them so.
+    Command command() const;
+    int Execute(const Command &command);
+    /// Every row that one statement gives, whatever it is, as the engine has them.
+    CellTable read(const QString &statement) const;
 
     /// Within a transaction: whether the row of that key is there. If it is, no other desk changes or deletes it until the
     /// transaction ends; one that tries waits.

@@ -5,8 +5,6 @@
 #include "platform/ado/ShownAddress.h"
 #include "platform/ado/SqliteDriver.h"
 
-#include <QSqlError>
-
 namespace ado {
 
 namespace {
@@ -40,21 +38,11 @@ std::vector<Driver *> &livingDrivers()
 
 } // namespace
 
-/// Ends at the process's end what a host did not: a connection in a global of its own outlives Qt's list of them, without
-/// which none can be closed any more.
-struct Driver::LastSessions
+Driver::LastSessions::~LastSessions()
 {
-    LastSessions() = default;
-    LastSessions(const LastSessions &) = delete;
-    LastSessions &operator=(const LastSessions &) = delete;
-    ~LastSessions()
-    {
-        for (Driver *driver : livingDrivers()) {
-            driver->closeSession();
-            driver->forgetDatabase();
-        }
-    }
-};
+    for (Driver *driver : livingDrivers())
+        driver->leave();
+}
 
 std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
 {
@@ -70,18 +58,18 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
     if (address.startsWith(sqlite))
         driver = std::make_unique<SqliteDriver>(after(sqlite), create);
     else if (address.startsWith(postgres))
-        driver = std::make_unique<PostgresDriver>(after(postgres));
+        driver = std::make_unique<PostgresDriver>(postgresParameters(after(postgres)));
     else if (address.startsWith(odbc))
         driver = std::make_unique<OdbcDriver>(after(odbc));
     else
         throw RuntimeError(ErrorNumber::ConnectionLost,
                            QStringLiteral("데이터베이스 주소의 종류를 알 수 없습니다: ") + addressToShow(address));
-    driver->openDatabase();
+    driver->openSession();
+    static const LastSessions last;
     return driver;
 }
 
-Driver::Driver(const QSqlDatabase &database)
-    : database_(database)
+Driver::Driver()
 {
     livingDrivers().push_back(this);
 }
@@ -89,51 +77,17 @@ Driver::Driver(const QSqlDatabase &database)
 Driver::~Driver()
 {
     std::erase(livingDrivers(), this);
-    forgetDatabase();
-}
-
-void Driver::closeSession()
-{
-    endSession();
-    database_.close();
-}
-
-void Driver::forgetDatabase()
-{
-    const QString name = database_.connectionName();
-    if (name.isEmpty())
-        return;
-    database_.close();
-    database_ = QSqlDatabase();
-    QSqlDatabase::removeDatabase(name);
-}
-
-void Driver::openDatabase()
-{
-    if (!database_.isValid())
-        connectionLost(QStringLiteral("QSqlDatabase: driver not loaded"));
-    if (!database_.open())
-        connectionLost(database_.lastError().text(), database_.lastError().nativeErrorCode().toLatin1());
-    prepareSession();
 }
 
 void Driver::reopen()
 {
     closeSession();
     try {
-        openDatabase();
+        openSession();
     } catch (const RuntimeError &) {
         closeSession(); // one that is half set up is none
         throw;
     }
-}
-
-QSqlDatabase Driver::newDatabase(const QString &qtDriver)
-{
-    static int serial = 0;
-    QSqlDatabase made = QSqlDatabase::addDatabase(qtDriver, QStringLiteral("clinic-%1").arg(++serial));
-    static const LastSessions last; // made after Qt's list, and so gone before it
-    return made;
 }
 
 void Driver::refuse(const QString &serverText, const QByteArray &state, runtime::Place raised)
@@ -143,6 +97,13 @@ void Driver::refuse(const QString &serverText, const QByteArray &state, runtime:
         QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")
             .arg(serverText.trimmed()),
         {state, serverText}, raised);
+}
+
+void Driver::refuseOtherReading()
+{
+    throw RuntimeError(ErrorNumber::Database,
+                       QStringLiteral("서버 설정이 달라져 실행하지 않았습니다. 저장되지 않았습니다.\n"
+                                      "다시 시도하고, 계속되면 개발사로 문의하십시오."));
 }
 
 void Driver::sessionLost(runtime::Place raised)

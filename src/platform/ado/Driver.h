@@ -24,7 +24,8 @@ public:
 
     virtual Engine engine() const = 0;
     virtual Dialect dialect() const = 0;
-    const QSqlDatabase &database() const { return database_; }
+    /// The session in the engine's own interface; null where that is not at hand.
+    virtual void *handle() const { return nullptr; }
 
     /// An empty command in the engine's manner of passing values.
     virtual Command command() const = 0;
@@ -48,32 +49,33 @@ public:
     void reopen();
 
 protected:
-    explicit Driver(const QSqlDatabase &database);
-    /// Opens database_; raises ConnectionLost.
-    void openDatabase();
-    /// Settings of the new session.
-    virtual void prepareSession() {}
-    /// Gives back what the session still holds, before it is closed. No statement reaches it afterwards.
-    virtual void endSession() {}
+    Driver();
+    /// Opens a session and sets it up; raises ConnectionLost, or what the server refused.
+    virtual void openSession() = 0;
+    /// Ends it, also one that is half set up or gone; the destructor of each engine does so, too.
+    virtual void closeSession() = 0;
 
     /// `state` is the SQL state or the engine's own number, for the log.
     [[noreturn]] static void refuse(const QString &serverText, const QByteArray &state = {},
                                     runtime::Place raised = runtime::Place::here());
+    /// The session's settings would have the server read the statement in another way than the layer has.
+    [[noreturn]] static void refuseOtherReading();
     /// A session that stood is gone.
     [[noreturn]] static void sessionLost(runtime::Place raised = runtime::Place::here());
     /// None could be opened.
     [[noreturn]] static void connectionLost(const QString &serverText, const QByteArray &state = {},
                                             runtime::Place raised = runtime::Place::here());
-    /// Name of a new Qt connection of that Qt driver.
-    static QSqlDatabase newDatabase(const QString &qtDriver);
 
-private:
-    struct LastSessions;
-
-    void closeSession();
-    void forgetDatabase();
-
-    QSqlDatabase database_;
+    /// Closes for good. At the process's end a driver in a global of the host's outlives what it needs for that.
+    virtual void leave() { closeSession(); }
+    /// A static of it, made when that is there, has every driver leave before it goes.
+    struct LastSessions
+    {
+        LastSessions() = default;
+        LastSessions(const LastSessions &) = delete;
+        LastSessions &operator=(const LastSessions &) = delete;
+        ~LastSessions();
+    };
 };
 
 /// Names and types of the result: the registry's where it knows the column, else the statement's spelling.

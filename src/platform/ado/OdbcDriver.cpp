@@ -1,6 +1,7 @@
 #include "platform/ado/OdbcDriver.h"
 
 #include "platform/ado/LibpqPatience.h"
+#include "platform/ado/PostgresSession.h"
 
 #include <QDate>
 #include <QSqlDriver>
@@ -47,9 +48,12 @@ void addCell(CellTable &table, const QVariant &value)
 QString withSettingsForPostgres(QString connectionString)
 {
     // The driver rolls a whole transaction back on any failed statement unless it is told to set savepoints.
+    QStringList patience;
+    for (const auto &[name, value] : libpqPatience)
+        patience << name + u'=' + value;
     const std::pair<QString, QString> settings[]{
         {QStringLiteral("Protocol="), QStringLiteral("7.4-2")},
-        {QStringLiteral("pqopt="), u'{' + libpqPatience.join(u' ') + u'}'},
+        {QStringLiteral("pqopt="), u'{' + patience.join(u' ') + u'}'},
     };
     for (const auto &[name, value] : settings) {
         if (!connectionString.contains(name, Qt::CaseInsensitive))
@@ -66,41 +70,90 @@ bool isNumeric(const QSqlField &field)
 } // namespace
 
 OdbcDriver::OdbcDriver(const QString &connectionString)
-    : Driver(newDatabase(QStringLiteral("QODBC")))
 {
-    QSqlDatabase database = this->database();
-    database.setDatabaseName(connectionString);
-    database.setNumericalPrecisionPolicy(QSql::HighPrecision);
-    database.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=5"));
+    static int serial = 0;
+    database_ = QSqlDatabase::addDatabase(QStringLiteral("QODBC"), QStringLiteral("clinic-%1").arg(++serial));
+    database_.setDatabaseName(connectionString);
+    database_.setNumericalPrecisionPolicy(QSql::HighPrecision);
+    database_.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=5"));
+    static const LastSessions last; // made after Qt's list of databases
 }
 
-void OdbcDriver::prepareSession()
+OdbcDriver::~OdbcDriver()
 {
+    OdbcDriver::leave();
+}
+
+void OdbcDriver::open()
+{
+    if (!database_.isValid())
+        connectionLost(QStringLiteral("QSqlDatabase: driver not loaded"));
+    if (!database_.open())
+        connectionLost(database_.lastError().text(), database_.lastError().nativeErrorCode().toLatin1());
+}
+
+void OdbcDriver::openSession()
+{
+    open();
+    if (database_.driver()->dbmsType() != QSqlDriver::PostgreSQL) {
+        closeSession();
+        throw runtime::RuntimeError(
+            runtime::ErrorNumber::ConnectionLost,
+            QStringLiteral(
+                "사용할 수 없는 종류의 데이터베이스 서버입니다. ODBC로는 PostgreSQL 서버에만 연결할 수 있습니다.\n"
+                "데이터베이스 주소를 확인하십시오."));
+    }
+    const QString asked = withSettingsForPostgres(database_.databaseName());
+    if (asked != database_.databaseName()) {
+        database_.close();
+        database_.setDatabaseName(asked);
+        open();
+    }
     lost_ = false;
     inTransaction_ = false;
-    QSqlDatabase database = this->database();
-    if (database.driver()->dbmsType() != QSqlDriver::PostgreSQL)
-        return;
-    dialect_ = Dialect::PostgreSQL;
-    const QString asked = withSettingsForPostgres(database.databaseName());
-    if (asked != database.databaseName()) {
-        database.close();
-        database.setDatabaseName(asked);
-        openDatabase();
-        return;
-    }
-    run(command() << u"SET standard_conforming_strings = on");
+    putReadingRight();
+    run(command() << postgresSession::patience);
 }
 
-void OdbcDriver::endSession()
+void OdbcDriver::closeSession()
 {
     lost_ = true;
     inTransaction_ = false;
+    database_.close();
 }
 
-Command OdbcDriver::command() const
+void OdbcDriver::leave()
 {
-    return Command(dialect_ == Dialect::SqlServer ? Command::Values::NationalLiteral : Command::Values::Literal);
+    const QString name = database_.connectionName();
+    if (name.isEmpty())
+        return;
+    closeSession();
+    database_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name);
+}
+
+void OdbcDriver::putReadingRight()
+{
+    for (const QString &setting : postgresSession::readAsTheLayer)
+        QSqlQuery(database_).exec(setting);
+    readOtherwise_ = false;
+}
+
+void OdbcDriver::requireOurReading(const QString &statement)
+{
+    // The settings change what a backslash does, and nothing else; asking costs a journey to the server.
+    if (!statement.contains(u'\\'))
+        return;
+    QSqlQuery settings(database_);
+    if (!settings.exec(QStringLiteral("SELECT current_setting('standard_conforming_strings') || ' ' || "
+                                      "current_setting('client_encoding')"))
+        || !settings.next())
+        fail(settings.lastError());
+    if (settings.value(0).toString() == QLatin1String("on UTF8"))
+        return;
+    putReadingRight();
+    readOtherwise_ = inTransaction_; // whose rollback would take it back
+    refuseOtherReading();
 }
 
 void OdbcDriver::fail(const QSqlError &error)
@@ -117,12 +170,13 @@ void OdbcDriver::fail(const QSqlError &error)
 
 bool OdbcDriver::answers()
 {
-    return database().isOpen() && QSqlQuery(database()).exec(QStringLiteral("SELECT 1"));
+    return database_.isOpen() && QSqlQuery(database_).exec(QStringLiteral("SELECT 1"));
 }
 
 QSqlQuery OdbcDriver::run(const Command &statement)
 {
-    QSqlQuery query(database());
+    requireOurReading(statement.text());
+    QSqlQuery query(database_);
     query.setForwardOnly(true);
     if (!query.exec(statement.text()))
         fail(query.lastError());
@@ -154,9 +208,8 @@ int OdbcDriver::write(const Command &statement)
 
 void OdbcDriver::begin()
 {
-    QSqlDatabase database = this->database();
-    if (!database.transaction())
-        fail(database.lastError());
+    if (!database_.transaction())
+        fail(database_.lastError());
     inTransaction_ = true;
 }
 
@@ -173,18 +226,20 @@ void OdbcDriver::rollback()
 void OdbcDriver::end(bool done)
 {
     inTransaction_ = false;
-    QSqlDatabase database = this->database();
-    if (done ? database.commit() : database.rollback())
+    if (done ? database_.commit() : database_.rollback()) {
+        if (readOtherwise_)
+            putReadingRight();
         return;
-    const QSqlError error = database.lastError();
+    }
+    const QSqlError error = database_.lastError();
     if (done)
-        database.rollback(); // or the next statements would go on inside it
+        database_.rollback(); // or the next statements would go on inside it
     fail(error);
 }
 
 bool OdbcDriver::alive(Asking asking)
 {
-    return !lost_ && database().isOpen() && (asking == Asking::Never || answers());
+    return !lost_ && database_.isOpen() && (asking == Asking::Never || answers());
 }
 
 } // namespace ado

@@ -1,15 +1,13 @@
 #include "platform/ado/PostgresDriver.h"
 
 #include "platform/ado/LibpqPatience.h"
-
-#include <QRegularExpression>
-#include <QSqlDriver>
-#include <QUrl>
-#include <QUrlQuery>
+#include "platform/ado/PostgresSession.h"
+#include "platform/runtime/Attempt.h"
 
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace ado {
 
@@ -18,54 +16,6 @@ namespace {
 // Type numbers of the server's catalogue, which never change.
 constexpr Oid numericTypes[]{16 /* bool */,    20 /* int8 */,    21 /* int2 */, 23 /* int4 */,
                              700 /* float4 */, 701 /* float8 */, 1700 /* numeric */};
-
-QString decoded(const QString &part)
-{
-    return QUrl::fromPercentEncoding(part.toUtf8());
-}
-
-/// A connection option: quoted, since a blank would end it. Qt parts options at every ';', quoted or not.
-QString option(const QString &name, QString value)
-{
-    if (value.contains(u';'))
-        throw runtime::RuntimeError(runtime::ErrorNumber::ConnectionLost,
-                                    QStringLiteral("데이터베이스 주소의 %1 값에는 ';'을 쓸 수 없습니다.").arg(name));
-    value.replace(u'\\', QStringLiteral("\\\\")).replace(u'\'', QStringLiteral("\\'"));
-    return QStringLiteral("%1='%2'").arg(name, value);
-}
-
-void applyAddress(QSqlDatabase &database, const QString &address)
-{
-    const QString place = address.section(u'?', 0, 0);
-    const QString server = place.section(u'/', 0, 0);
-    const QString user = server.contains(u'@') ? server.section(u'@', 0, -2) : QString();
-    const QString host = server.section(u'@', -1);
-    database.setDatabaseName(decoded(place.section(u'/', 1)));
-    database.setUserName(decoded(user.section(u':', 0, 0)));
-    database.setPassword(decoded(user.section(u':', 1)));
-    static const QRegularExpression hostAndPort(QStringLiteral("^(?:\\[([^]]*)\\]|([^:]*))(?::(\\d+))?"));
-    const QRegularExpressionMatch parts = hostAndPort.match(host);
-    database.setHostName(decoded(parts.captured(1) + parts.captured(2)));
-    if (parts.hasCaptured(3))
-        database.setPort(parts.captured(3).toInt());
-
-    QStringList options = libpqPatience; // of two of a name the library takes the later, that is the address's
-    for (const auto &[name, value] : QUrlQuery(address.section(u'?', 1)).queryItems(QUrl::FullyDecoded)) {
-        if (name == QLatin1String("host"))
-            database.setHostName(value);
-        else if (name == QLatin1String("port"))
-            database.setPort(value.toInt());
-        else if (name == QLatin1String("dbname"))
-            database.setDatabaseName(value);
-        else if (name == QLatin1String("user"))
-            database.setUserName(value);
-        else if (name == QLatin1String("password"))
-            database.setPassword(value);
-        else
-            options << option(name, value);
-    }
-    database.setConnectOptions(options.join(u';'));
-}
 
 bool isNumeric(Oid type)
 {
@@ -79,41 +29,81 @@ void PostgresDriver::ResultDeleter::operator()(pg_result *result) const
     PQclear(result);
 }
 
-PostgresDriver::PostgresDriver(const QString &address)
-    : Driver(newDatabase(QStringLiteral("QPSQL")))
+PostgresDriver::PostgresDriver(const PostgresParameters &parameters)
+    : parameters_(parameters)
 {
-    QSqlDatabase database = this->database();
-    applyAddress(database, address);
-    database.setNumericalPrecisionPolicy(QSql::HighPrecision);
 }
 
-void PostgresDriver::prepareSession()
+PostgresDriver::~PostgresDriver()
 {
-    const QVariant handle = database().driver()->handle();
-    // The type's name is the alias or the structure behind it, as the driver was compiled.
-    if (qstrcmp(handle.typeName(), "PGconn*") != 0 && qstrcmp(handle.typeName(), "pg_conn*") != 0)
-        connectionLost(QStringLiteral("QPSQL: no handle"));
-    handle_ = *static_cast<PGconn *const *>(handle.constData());
+    PostgresDriver::closeSession();
+}
+
+void PostgresDriver::openSession()
+{
+    // Of two of a name the library takes the later, that is the address's; but the texts are UTF-8 whatever it says.
+    PostgresParameters parameters(std::begin(libpqPatience), std::end(libpqPatience));
+    parameters << parameters_ << std::pair(QStringLiteral("client_encoding"), QStringLiteral("UTF8"));
+    std::vector<QByteArray> texts;
+    for (const auto &[name, value] : std::as_const(parameters)) {
+        texts.push_back(name.toUtf8());
+        texts.push_back(value.toUtf8());
+    }
+    std::vector<const char *> names, values;
+    for (std::size_t at = 0; at < texts.size(); at += 2) {
+        names.push_back(texts[at].constData());
+        values.push_back(texts[at + 1].constData());
+    }
+    names.push_back(nullptr);
+    values.push_back(nullptr);
+    handle_ = PQconnectdbParams(names.data(), values.data(), 0);
     ending_ = false;
+    if (PQstatus(handle_) != CONNECTION_OK) {
+        const QString why = QString::fromUtf8(PQerrorMessage(handle_));
+        closeSession();
+        connectionLost(why);
+    }
     PQsetNoticeReceiver(handle_, &PostgresDriver::notice, this);
-    run("SET standard_conforming_strings = on"); // literals are read so when a second statement is looked for
-    run("SET client_min_messages = warning");
+    putReadingRight();
+    run(QStringLiteral("SET client_min_messages = warning"));
+    run(QStringLiteral("SET DateStyle = ISO"));
+    run(postgresSession::patience);
+}
+
+void PostgresDriver::closeSession()
+{
+    PQfinish(std::exchange(handle_, nullptr));
+}
+
+bool PostgresDriver::readsAsTheLayer() const
+{
+    return qstrcmp(PQparameterStatus(handle_, "standard_conforming_strings"), "on") == 0
+           && qstrcmp(PQparameterStatus(handle_, "client_encoding"), "UTF8") == 0;
+}
+
+void PostgresDriver::putReadingRight()
+{
+    for (const QString &setting : postgresSession::readAsTheLayer)
+        run(setting);
 }
 
 PostgresDriver::Result PostgresDriver::run(const Command &statement)
 {
+    if (handle_ && statement.text().contains(u'\'') && !readsAsTheLayer()) {
+        runtime::Attempt next; // the next statement is to find it right
+        next([this] { putReadingRight(); });
+        refuseOtherReading();
+    }
     std::vector<QByteArray> texts;
     std::vector<const char *> values;
     for (const QVariant &value : statement.values()) {
         texts.push_back(value.typeId() == QMetaType::Double ? QByteArray::number(value.toDouble(), 'g', 17)
                                                             : value.toString().toUtf8());
     }
-    for (const QByteArray &text : texts)
-        values.push_back(text.constData());
-    const QByteArray text = statement.text().toUtf8();
-    Result result(texts.empty() ? PQexec(handle_, text.constData())
-                                : PQexecParams(handle_, text.constData(), static_cast<int>(values.size()), nullptr,
-                                               values.data(), nullptr, nullptr, 0));
+    for (std::size_t at = 0; at < texts.size(); ++at)
+        values.push_back(statement.values()[static_cast<qsizetype>(at)].isValid() ? texts[at].constData() : nullptr);
+    Result result(PQexecParams(handle_, statement.text().toUtf8().constData(), static_cast<int>(values.size()), nullptr,
+                               values.data(), nullptr, nullptr, 0));
     const ExecStatusType status = PQresultStatus(result.get());
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
         return result;
@@ -123,9 +113,9 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
            PQresultErrorField(result.get(), PG_DIAG_SQLSTATE));
 }
 
-void PostgresDriver::run(const char *statement)
+PostgresDriver::Result PostgresDriver::run(const QString &statement)
 {
-    run(Command(Command::Values::Numbered) << QString::fromLatin1(statement));
+    return run(command() << statement);
 }
 
 CellTable PostgresDriver::read(const Command &select)
@@ -160,20 +150,22 @@ int PostgresDriver::write(const Command &statement)
 
 void PostgresDriver::begin()
 {
-    run("BEGIN");
+    if (!readsAsTheLayer())
+        putReadingRight(); // inside, a failed statement would take it back
+    run(QStringLiteral("BEGIN"));
 }
 
 void PostgresDriver::commit()
 {
     // The server answers a commit of a failed transaction with a rollback and no error.
-    const Result result = run(Command(Command::Values::Numbered) << u"COMMIT");
+    const Result result = run(QStringLiteral("COMMIT"));
     if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
         refuse(QString::fromUtf8(PQcmdStatus(result.get())));
 }
 
 void PostgresDriver::rollback()
 {
-    run("ROLLBACK");
+    run(QStringLiteral("ROLLBACK"));
 }
 
 bool PostgresDriver::holdsTransaction() const

@@ -1,22 +1,24 @@
 #pragma once
 
 #include "platform/ado/Driver.h"
+#include "platform/ado/PostgresAddress.h"
 
 struct pg_conn;
 struct pg_result;
 
 namespace ado {
 
-/// A PostgreSQL server, opened by Qt and spoken to through the server's own interface: exact numerics, typed parameters
-/// and no value object in every cell.
+/// A PostgreSQL server, through its own interface: exact numerics, typed parameters and no value object in every cell. Every
+/// text goes by the protocol that takes one statement a message, so that a second one is refused by the server itself.
 class PostgresDriver : public Driver
 {
 public:
-    /// "USER[:PASSWORD]@HOST[:PORT]/DB[?option=value&...]"; HOST may be a percent-encoded socket folder.
-    explicit PostgresDriver(const QString &address);
+    explicit PostgresDriver(const PostgresParameters &parameters);
+    ~PostgresDriver() override;
 
     Engine engine() const override { return Engine::PostgreSQL; }
     Dialect dialect() const override { return Dialect::PostgreSQL; }
+    void *handle() const override { return handle_; }
     Command command() const override { return Command(Command::Values::Numbered); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
@@ -28,8 +30,8 @@ public:
     bool alive(Asking asking) override;
 
 protected:
-    void prepareSession() override;
-    void endSession() override { handle_ = nullptr; }
+    void openSession() override;
+    void closeSession() override;
 
 private:
     struct ResultDeleter
@@ -39,10 +41,14 @@ private:
     using Result = std::unique_ptr<pg_result, ResultDeleter>;
 
     Result run(const Command &statement);
-    void run(const char *statement);
+    Result run(const QString &statement);
+    /// Whether the session still takes a literal for what the layer has taken it for: a statement can change its settings.
+    bool readsAsTheLayer() const;
+    void putReadingRight();
 
     static void notice(void *driver, const pg_result *message);
 
+    const PostgresParameters parameters_;
     pg_conn *handle_ = nullptr; ///< null while there is no session: the library takes that for a lost one
     bool ending_ = false;       ///< the server said that it ends this session
 };

@@ -67,15 +67,12 @@ void Recordset::Private::insertRow()
     Connection::Private &layer = connection->layer();
     const Table &table = *rows->shape().base();
     const QString &key = table.key;
-    const bool sqlServer = layer.driver->dialect() == Dialect::SqlServer;
     Command command = layer.driver->command() << u"INSERT INTO " << table.name;
     QStringList names;
     for (const auto &[column, value] : assigned)
         names << column->name;
     if (!names.isEmpty())
         command << u" (" << names.join(QStringLiteral(", ")) << u")";
-    if (sqlServer)
-        command << u" OUTPUT INSERTED." << key;
     command << (names.isEmpty() ? u" DEFAULT VALUES" : u" VALUES (");
     QStringView separator;
     for (const auto &[column, value] : assigned) {
@@ -84,8 +81,7 @@ void Recordset::Private::insertRow()
     }
     if (!names.isEmpty())
         command << u")";
-    if (!sqlServer)
-        command << u" RETURNING " << key;
+    command << u" RETURNING " << key;
     const CellTable answer = layer.readBack(command);
     if (answer.rowCount() == 0) // a trigger of the server's may drop a row without an error
         throw RuntimeError(

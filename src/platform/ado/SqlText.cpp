@@ -33,6 +33,9 @@ public:
 
     std::vector<Token> run()
     {
+        // What cannot be sent as it stands would be another text to the server.
+        if (text_.contains(QChar(u'\0')) || !text_.isValidUtf16())
+            refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
         for (skipBlanks(); at_ < text_.size(); skipBlanks()) {
             if (ended_)
                 refuse(QStringLiteral("한 번에 한 문장만 실행할 수 있습니다."));
@@ -48,8 +51,7 @@ public:
 private:
     bool startsWord(QChar c) const
     {
-        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c.unicode() > 0x7f
-               || (dialect_ == Dialect::SqlServer && (c == u'#' || c == u'@'));
+        return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c.unicode() > 0x7f;
     }
 
     bool continuesWord(QChar c) const { return startsWord(c) || isDigit(c) || c == u'$'; }
@@ -65,7 +67,7 @@ private:
     void next()
     {
         const QChar c = peek();
-        if (c.isNull())
+        if (c == u'{' || c == u'}') // a driver in between would put something else in their place
             refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
         if ((c == u'-' && peek(1) == u'-') || (c == u'/' && peek(1) == u'*'))
             refuse(QStringLiteral("문장에 주석을 사용할 수 없습니다."));
@@ -75,7 +77,7 @@ private:
             take(Token::Kind::QuotedName, endOfQuoted(at_, u'"'));
         else if (c == u'`' && dialect_ == Dialect::SQLite)
             take(Token::Kind::QuotedName, endOfQuoted(at_, u'`'));
-        else if (c == u'[' && dialect_ != Dialect::PostgreSQL)
+        else if (c == u'[' && dialect_ == Dialect::SQLite)
             take(Token::Kind::QuotedName, endOfBracketed());
         else if (c == u'$' && dialect_ == Dialect::PostgreSQL && dollarTagLength() > 0)
             take(Token::Kind::Literal, endOfDollarQuoted());
@@ -131,8 +133,6 @@ private:
     qsizetype endOfQuoted(qsizetype from, QChar quote) const
     {
         for (qsizetype end = from + 1; end < text_.size(); ++end) {
-            if (text_[end].isNull())
-                break;
             if (text_[end] != quote)
                 continue;
             if (end + 1 >= text_.size() || text_[end + 1] != quote)
@@ -147,8 +147,6 @@ private:
         const qsizetype closing = text_.indexOf(u']', at_ + 1);
         if (closing < 0)
             refuse(QStringLiteral("문장의 대괄호가 닫히지 않았습니다."));
-        if (dialect_ == Dialect::SqlServer && closing + 1 < text_.size() && text_[closing + 1] == u']')
-            refuse(QStringLiteral("문장의 대괄호가 맞지 않습니다."));
         return closing + 1;
     }
 
@@ -156,7 +154,7 @@ private:
     qsizetype endOfEscaped() const
     {
         qsizetype end = at_ + 2;
-        while (end < text_.size() && !text_[end].isNull()) {
+        while (end < text_.size()) {
             if (text_[end] == u'\\') {
                 end += 2;
             } else if (text_[end] != u'\'') {

@@ -7,8 +7,8 @@
 
 namespace ado {
 
-/// Whose rules a statement text follows; an ODBC source tells which server stands behind it.
-enum class Dialect { SQLite, PostgreSQL, SqlServer };
+/// Whose rules a statement text follows.
+enum class Dialect { SQLite, PostgreSQL };
 
 /// One piece of a statement; blanks are left out.
 struct Token

@@ -3,12 +3,12 @@
 #include "platform/ado/LiftNumbers.h"
 #include "platform/ado/LikeOperator.h"
 
-#include <QSqlDriver>
 #include <QThread>
 
 #include <sqlite3.h>
 
 #include <filesystem>
+#include <utility>
 
 namespace ado {
 
@@ -48,6 +48,8 @@ public:
 private:
     int bind(int at, const QVariant &value)
     {
+        if (!value.isValid())
+            return sqlite3_bind_null(statement_, at);
         if (value.typeId() == QMetaType::LongLong)
             return sqlite3_bind_int64(statement_, at, value.toLongLong());
         if (value.typeId() == QMetaType::Double)
@@ -87,24 +89,6 @@ void addCell(CellTable &table, sqlite3_value *cell)
     }
 }
 
-/// Holds the connection's own lock, so that it is not taken for each cell of a long list; a cell may be looked at as it
-/// stands only under it.
-class Held
-{
-public:
-    explicit Held(sqlite3 *handle)
-        : mutex_(sqlite3_db_mutex(handle))
-    {
-        sqlite3_mutex_enter(mutex_);
-    }
-    ~Held() { sqlite3_mutex_leave(mutex_); }
-    Held(const Held &) = delete;
-    Held &operator=(const Held &) = delete;
-
-private:
-    sqlite3_mutex *const mutex_;
-};
-
 /// Desks may write at the same moment; each write is short. The engine's own waiting sleeps longer each time, up to a tenth
 /// of a second, and so always comes too late where several desks write again and again.
 int waitForOtherDesk(void *, int tries)
@@ -119,37 +103,58 @@ int waitForOtherDesk(void *, int tries)
 } // namespace
 
 SqliteDriver::SqliteDriver(const QString &file, bool create)
-    : Driver(newDatabase(QStringLiteral("QSQLITE")))
+    : file_(file)
+    , mayMake_(create || file == QLatin1String(":memory:"))
 {
-    if (!create && file != QLatin1String(":memory:") && !isThere(file))
-        connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file));
-    QSqlDatabase database = this->database();
-    database.setDatabaseName(file);
 }
 
-void SqliteDriver::prepareSession()
+SqliteDriver::~SqliteDriver()
 {
-    const QVariant handle = database().driver()->handle();
-    if (qstrcmp(handle.typeName(), "sqlite3*") != 0)
-        connectionLost(QStringLiteral("QSQLITE: no handle"));
-    handle_ = *static_cast<sqlite3 *const *>(handle.constData());
+    SqliteDriver::closeSession();
+}
+
+void SqliteDriver::openSession()
+{
+    if (!mayMake_ && !isThere(file_))
+        connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file_));
+    // A connection belongs to one thread, so the engine need not guard it.
+    const int how = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mayMake_ ? SQLITE_OPEN_CREATE : 0);
+    if (sqlite3_open_v2(file_.toUtf8().constData(), &handle_, how, nullptr) != SQLITE_OK) {
+        const QString why = QString::fromUtf8(sqlite3_errmsg(handle_));
+        closeSession();
+        connectionLost(why);
+    }
     sqlite3_busy_handler(handle_, waitForOtherDesk, nullptr);
     run("PRAGMA journal_mode = WAL");
     run("PRAGMA synchronous = FULL"); // this is money: a committed sale survives a power cut
     run("PRAGMA cache_size = -65536");
     installLikeOperator(handle_);
+    mayMake_ = file_ == QLatin1String(":memory:");
 }
 
-void SqliteDriver::endSession()
+void SqliteDriver::closeSession()
 {
     prepared_.clear();
-    handle_ = nullptr;
+    sqlite3_close_v2(std::exchange(handle_, nullptr));
 }
 
 void SqliteDriver::requireSession() const
 {
     if (!handle_)
         sessionLost();
+}
+
+void SqliteDriver::requireFileInPlace()
+{
+    int moved = 0;
+    requireSession();
+    if (sqlite3_file_control(handle_, "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved == 0)
+        return;
+    closeSession();
+    throw runtime::RuntimeError(
+        runtime::ErrorNumber::ConnectionLost,
+        QStringLiteral("데이터베이스 파일이 삭제되었거나 다른 파일로 바뀌었습니다. 저장되지 않았습니다.\n"
+                       "파일을 확인한 뒤 다시 시도하십시오."));
 }
 
 CellTable SqliteDriver::read(const Command &select)
@@ -159,7 +164,6 @@ CellTable SqliteDriver::read(const Command &select)
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
     sqlite3_stmt *const row = statement.get();
-    const Held held(handle_);
     int step = sqlite3_step(row);
     CellTable table(describe(row, select.text()));
     const int columns = table.columnCount();
@@ -174,7 +178,8 @@ CellTable SqliteDriver::read(const Command &select)
 
 int SqliteDriver::write(const Command &text)
 {
-    requireSession();
+    if (!holdsTransaction())
+        requireFileInPlace();
     const Statement statement(prepared_, handle_, text);
     if (statement.failed())
         refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
@@ -195,12 +200,14 @@ void SqliteDriver::run(const char *statement)
 
 void SqliteDriver::begin()
 {
+    requireFileInPlace();
     // A deferred one would fail at its first write, without waiting, when another desk committed since its first read.
     run("BEGIN IMMEDIATE");
 }
 
 void SqliteDriver::commit()
 {
+    requireFileInPlace();
     run("COMMIT");
 }
 

@@ -13,9 +13,11 @@ class SqliteDriver : public Driver
 {
 public:
     SqliteDriver(const QString &file, bool create);
+    ~SqliteDriver() override;
 
     Engine engine() const override { return Engine::SQLite; }
     Dialect dialect() const override { return Dialect::SQLite; }
+    void *handle() const override { return handle_; }
     Command command() const override { return Command(Command::Values::Marked); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
@@ -26,14 +28,19 @@ public:
     bool alive(Asking) override { return handle_ != nullptr; }
 
 protected:
-    void prepareSession() override;
-    void endSession() override;
+    void openSession() override;
+    void closeSession() override;
 
 private:
     void run(const char *statement);
     /// The engine takes no null handle.
     void requireSession() const;
+    /// Ends the session and raises ConnectionLost when the file has another name now or none: nobody would find again what
+    /// is written into it.
+    void requireFileInPlace();
 
+    const QString file_;
+    bool mayMake_;              ///< until it was opened once: a file that is gone must not come back empty
     sqlite3 *handle_ = nullptr; ///< null while there is no session
     PreparedStatements prepared_;
 };

@@ -1,0 +1,84 @@
+#include "tests/ado/Desks.h"
+
+#include <filesystem>
+
+namespace {
+
+/// A clinic's file under a running desk.
+class ReplacedFile : public testing::TestWithParam<bool>
+{
+protected:
+    ReplacedFile()
+        : file_(folder_.filePath(QStringLiteral("clinic.db")))
+        , desk_(make(file_))
+    {
+    }
+
+    static ado::ConnectionPtr make(const QString &file)
+    {
+        const ado::ConnectionPtr made = ado::Connection::open(QStringLiteral("sqlite:") + file, true);
+        made->Execute(QStringLiteral("CREATE TABLE money (won INTEGER)"));
+        return made;
+    }
+    void pay() { desk_->Execute(QStringLiteral("INSERT INTO money VALUES (1)")); }
+    static int paid(const ado::ConnectionPtr &clinic)
+    {
+        return clinic->read(QStringLiteral("SELECT COUNT(*) FROM money")).raw(0, 0).toInt();
+    }
+    /// Another file takes its place, or none. Its journal goes with it, or the new one would be read with it.
+    void takeAway()
+    {
+        for (const char *suffix : {"", "-wal", "-shm"})
+            std::filesystem::remove((file_ + QLatin1String(suffix)).toStdU16String());
+        if (GetParam())
+            make(file_);
+    }
+    /// What a told error leaves: the desk goes on in the new file, and where there is none it makes none.
+    void expectNothingWrittenAnywhere()
+    {
+        EXPECT_FALSE(desk_->inTransaction());
+        if (GetParam()) {
+            EXPECT_EQ(paid(desk_), 0);
+            pay();
+            EXPECT_EQ(paid(ado::Connection::open(desk_->address())), 1);
+        } else {
+            EXPECT_EQ(errorOf([&] { pay(); }), ErrorNumber::ConnectionLost);
+            EXPECT_FALSE(std::filesystem::exists(file_.toStdU16String()));
+        }
+    }
+
+    const QTemporaryDir folder_;
+    const QString file_;
+    const ado::ConnectionPtr desk_;
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(By, ReplacedFile, testing::Bool(),
+                         [](const auto &by) { return by.param ? "another" : "none"; });
+
+TEST_P(ReplacedFile, TakesNoWriting)
+{
+    pay();
+    takeAway();
+    EXPECT_EQ(errorOf([&] { pay(); }), ErrorNumber::ConnectionLost);
+    expectNothingWrittenAnywhere();
+}
+
+TEST_P(ReplacedFile, TakesNoTransactionThatBeginsOrEndsInIt)
+{
+    takeAway();
+    desk_->BeginTrans();
+    EXPECT_EQ(errorOf([&] { pay(); }), ErrorNumber::ConnectionLost);
+    desk_->RollbackTrans();
+    expectNothingWrittenAnywhere();
+}
+
+TEST_P(ReplacedFile, AcknowledgesNoCommit)
+{
+    desk_->BeginTrans();
+    pay();
+    takeAway();
+    EXPECT_EQ(errorOf([&] { desk_->CommitTrans(); }), ErrorNumber::ConnectionLost);
+    expectNothingWrittenAnywhere();
+}
