@@ -3,7 +3,8 @@
 #include "data/clsSQL.h"
 #include "money/LedgerPane.h"
 #include "money/ReceiptFlow.h"
-#include "tests/sales/SaleDatabase.h"
+#include "tests/support/MessageRecorder.h"
+#include "tests/support/SaleDatabase.h"
 
 #include <QLineEdit>
 #include <QTest>
@@ -79,5 +80,5 @@ protected:
     QVBoxLayout containers_{&window_};
     LedgerPane *pane_;
     ReceiptFlow *flow_;
-    BoxReader boxes_;
+    MessageRecorder boxes_;
 };

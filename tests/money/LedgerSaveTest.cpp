@@ -117,8 +117,8 @@ TEST_P(LedgerSave, AFailureIsToldAndLeavesEverythingAsItWas)
     pane_->saveTrans(0);
     EXPECT_EQ(ledgerRows().size(), 2u);
     EXPECT_EQ(outstanding(), "700");
-    ASSERT_EQ(boxes_.boxes.size(), 1u);
-    EXPECT_EQ(boxes_.boxes[0].title, QStringLiteral("미수금 재계산"));
+    ASSERT_EQ(boxes_.messages.size(), 1u);
+    EXPECT_EQ(boxes_.messages[0].title, QStringLiteral("미수금 재계산"));
 }
 
 TEST_P(LedgerSave, TheButtonsAddOnceThenOnlyEndTheEdit)

@@ -1,7 +1,7 @@
 #include "sales/OrderSave.h"
 
 #include "data/clsSQL.h"
-#include "tests/sales/SaleDatabase.h"
+#include "tests/support/SaleDatabase.h"
 
 namespace {
 
