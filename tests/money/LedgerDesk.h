@@ -68,10 +68,9 @@ protected:
 
     struct Shell final : PaneShell
     {
-        void enterEditMode(const QString &code) override { entered.push_back(code.toStdString()); }
+        void enterEditMode(const QString &) override {}
         void leaveEditMode(const QString &code) override { left.push_back(code.toStdString()); }
         void paintEntryColors() override {}
-        std::vector<std::string> entered;
         std::vector<std::string> left;
     };
 
