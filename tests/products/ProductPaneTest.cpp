@@ -49,7 +49,7 @@ TEST_F(ProductPaneTest, ThePanelShowsTheCurrentProduct)
     for (const char *command : {"chkCmdProdSaleAddEdiDel_1", "chkCmdProdSaleAddEdiDel_2"})
         push(command);
     EXPECT_THAT(boxes_.take(), IsEmpty()) << "edit and delete pass over an empty list";
-    EXPECT_EQ(inEdit(), "product");
+    EXPECT_EQ(inEdit(), "");
     EXPECT_TRUE(at("sspPMProductList").isEnabled());
 }
 

@@ -111,7 +111,7 @@ TEST_F(EntryPane, AProductNotHandledKeepsItsPriceUntilTheKindChanges)
     for (const char *kind : kindButtons) {
         push(kind);
         push("cmdCSAppendDetail");
-        EXPECT_THAT(boxes_.take(), ElementsAre(": 취급하지 않는 물품입니다. 추가를 하실 수 없습니다."));
+        EXPECT_THAT(boxes_.take(), ElementsAre("물품판매관리: 취급하지 않는 물품입니다. 추가를 하실 수 없습니다."));
     }
     EXPECT_THAT(rows("SELECT * FROM tPSOrderMaster"), IsEmpty());
 }
