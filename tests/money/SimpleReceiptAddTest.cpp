@@ -1,3 +1,4 @@
+#include "data/Codes.h"
 #include "money/frmSimpleReceiptAdd.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
@@ -49,9 +50,9 @@ TEST_F(FurtherReceipt, ProposesWhatIsLeftAsAPaymentAndWhatWasTooMuchAsARefund)
         qint16 code;
         qint32 money;
     } cases[] = {
-        {{500, 50, 4000, 0}, 3, 5450},
-        {{500, 50, 4000, 1000}, 3, 6450},
-        {{0, 0, 12000, 0}, 4, 2000},
+        {{.discount = 500, .cut = 50, .pay = 4000}, ledger::Payment, 5450},
+        {{.discount = 500, .cut = 50, .pay = 4000, .refund = 1000}, ledger::Payment, 6450},
+        {{.pay = 12000}, ledger::Refund, 2000},
     };
     for (const auto &c : cases) {
         EXPECT_TRUE(operationAdd(c.taken, [](const DialogDriver &form) {
@@ -70,7 +71,7 @@ TEST_F(FurtherReceipt, ProposesWhatIsLeftAsAPaymentAndWhatWasTooMuchAsARefund)
 
 TEST_F(FurtherReceipt, ASettledOrderIsAskedAboutFirst)
 {
-    const Taken settled{0, 0, 10000, 0};
+    const Taken settled{.pay = 10000};
     boxes_.answers = {controls::Answer::No};
     EXPECT_FALSE(operationAdd(settled));
     ASSERT_EQ(boxes_.messages.size(), 1u);

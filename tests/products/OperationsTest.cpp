@@ -33,8 +33,26 @@ protected:
                     "tPSIncoming "
                     "ORDER BY IN_PK");
     }
-    static ProductEdit tea() { return {" 차 ", "감초차", "\\12,000", "단 맛", true, false, QDate(2026, 11, 24)}; }
-    static IncomingEdit twelve() { return {"7", "12", "\\1,000", "\\500", "\\11,500", "외상", QDate(2026, 11, 24)}; }
+    static ProductEdit tea()
+    {
+        return {.catagory = " 차 ",
+                .name = "감초차",
+                .unitPrice = "\\12,000",
+                .memo = "단 맛",
+                .taxed = true,
+                .valid = false,
+                .addedDate = today()};
+    }
+    static IncomingEdit twelve()
+    {
+        return {.companyTag = "7",
+                .count = "12",
+                .unitPrice = "\\1,000",
+                .halinTotal = "\\500",
+                .total = "\\11,500",
+                .memo = "외상",
+                .date = today()};
+    }
 
     ProductOperations products_{session_};
     IncomingOperations incoming_{session_};
@@ -74,7 +92,13 @@ TEST_P(Shop, AProductWithoutPriceFlagsAndDateKeepsToWhatThePanelShows)
 {
     atOtherDesk("INSERT INTO tPSProductMaster (PM_Name, PM_IsHide) VALUES ('빈 물품', 1)");
     load();
-    ProductEdit shown{"기타", "빈 물품", "", "", true, false, QDate(1900, 1, 1)};
+    ProductEdit shown{.catagory = "기타",
+                      .name = "빈 물품",
+                      .unitPrice = "",
+                      .memo = "",
+                      .taxed = true,
+                      .valid = false,
+                      .addedDate = QDate(1900, 1, 1)};
     products_.beginChange();
     EXPECT_EQ(products_.change(shown), SaveOutcome::Saved);
     EXPECT_THAT(products(), ElementsAre("기타|빈 물품|NULL|1|0|1||1900-01-01"));
@@ -132,7 +156,13 @@ TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
     EXPECT_THAT(purchases(), ElementsAre("1|7|12|1000|500|11500|외상|2026-11-24"));
 
     // What no number is counts as far as it is one in the quantity, and by its digits in money.
-    edit = {"3", "-2.5개", "값 1,500", "", "-\\3,750", "", QDate(2026, 1, 2)};
+    edit = {.companyTag = "3",
+            .count = "-2.5개",
+            .unitPrice = "값 1,500",
+            .halinTotal = "",
+            .total = "-\\3,750",
+            .memo = "",
+            .date = QDate(2026, 1, 2)};
     EXPECT_EQ(incoming_.change(IncomingKey(1), edit), SaveOutcome::Saved);
     EXPECT_THAT(purchases(), ElementsAre("1|3|-2.5|1500|0|-3750||2026-01-02"));
 }
