@@ -3,6 +3,7 @@
 #include "printing/PageReceipts.h"
 #include "printing/RollReceipt.h"
 #include "settings/clsProperties.h"
+#include "tests/support/MessageRecorder.h"
 #include "tests/support/Paper.h"
 #include "tests/support/SaleDatabase.h"
 
