@@ -34,7 +34,7 @@ protected:
                                  auto *dialog = qobject_cast<QFileDialog *>(form.window());
                                  ASSERT_TRUE(dialog);
                                  EXPECT_EQ(dialog->windowTitle().toStdString(), "그림파일 선택");
-                                 dialog->selectFile(file);
+                                 form.find<QLineEdit>("fileNameEdit")->setText(file);
                                  static_cast<QDialog *>(dialog)->done(file.isEmpty() ? QDialog::Rejected
                                                                                      : QDialog::Accepted);
                              }));
