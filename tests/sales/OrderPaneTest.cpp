@@ -1,6 +1,8 @@
+#include "settings/clsUserSetting.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/SaleWindow.h"
 
+#include <QFile>
 #include <QRadioButton>
 
 using controls::Answer;
@@ -73,6 +75,28 @@ TEST_F(OrderPaneTest, TheFormShowsTheCurrentOrder)
     atOtherDesk("DELETE FROM tPSOrderMaster");
     pane<OrderPane>().loadCustSaleMaster();
     EXPECT_EQ(form(), "2026-01-02 pickup||||||||||");
+}
+
+TEST_F(OrderPaneTest, OrdersThatAreGoneOrCannotBeReadTakeTheirLinesAndLedgerWithThem)
+{
+    const std::pair<const char *, const char *> ways[] = {
+        {"ALTER TABLE tPSOrderMaster RENAME TO away", "ALTER TABLE away RENAME TO tPSOrderMaster"},
+        {"UPDATE tPSOrderMaster SET Cust_PK = 42", "UPDATE tPSOrderMaster SET Cust_PK = 41"},
+    };
+    twoOrders();
+    detail(1, product("홍삼", 1000), 1000, 0, 1);
+    atOtherDesk("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK) VALUES (41, 1)");
+    for (const auto &[loss, undo] : ways) {
+        SCOPED_TRACE(loss);
+        sell();
+        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 1);
+        EXPECT_EQ(rowsShown("tdbCustTranManage"), 1);
+        atOtherDesk(loss);
+        pane<OrderPane>().loadCustSaleMaster();
+        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 0);
+        EXPECT_EQ(rowsShown("tdbCustTranManage"), 0);
+        atOtherDesk(undo);
+    }
 }
 
 TEST_F(OrderPaneTest, AnEditIsSavedAndEnds)
@@ -327,6 +351,11 @@ TEST_F(OrderPaneTest, ReceiptsAskForAnOrderAndAPeriodThatRunsForwards)
                              preview.key(Qt::Key_Escape);
                              EXPECT_FALSE(preview.window()->isVisible());
                          }));
+    const QTemporaryDir folder;
+    const QString roll = folder.filePath(QStringLiteral("roll.pdf")); // a printer of this name is a file
+    clsUserSetting().setReceiptPrinter(roll);
+    push("chkCmdPrintReceiptRollPrinter");
+    EXPECT_TRUE(QFile::exists(roll));
     const auto printPeriod = [] { return opened([] { push("chkCmdPrintReceipt_1"); }); };
     EXPECT_EQ(printPeriod(), "frmPrinter");
     at<QDateEdit>("uxStartDateDTP").setDate(at<QDateEdit>("uxEndDateDTP").date().addDays(1));
