@@ -242,33 +242,6 @@ TEST_P(Transactions, OpenBeforeAnEventAreLeftToThoseWhoBeganThem)
     EXPECT_EQ(seen(), "hosts inside");
 }
 
-TEST_P(Transactions, AreRolledBackBeforeAMessageBoxNotBehindIt)
-{
-    AbandonedTransactions edge;
-    desk->BeginTrans();
-    add("lost");
-    edge.rollBack();
-    EXPECT_FALSE(desk->inTransaction());
-    add("other", clinic.otherDesk());
-    desk->BeginTrans();
-    add("again");
-    edge.rollBack();
-    EXPECT_EQ(seen(), "other");
-}
-
-TEST_P(Transactions, AbandonedOnTwoConnectionsBothEnd)
-{
-    const ado::ConnectionPtr second = ado::Connection::open(clinic.address());
-    {
-        AbandonedTransactions edge;
-        desk->BeginTrans();
-        second->BeginTrans();
-        add("lost");
-    }
-    EXPECT_FALSE(desk->inTransaction() || second->inTransaction());
-    EXPECT_EQ(seen(), "");
-}
-
 TEST_P(Transactions, DieWithTheirConnectionAndHoldNoLock)
 {
     {

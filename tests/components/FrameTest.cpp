@@ -4,6 +4,7 @@
 #include "components/frame/SheetPrint.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/components/SampleRows.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/PostgresServer.h"
 
@@ -76,22 +77,16 @@ protected:
         return waitFor([this] { return !window_->isReading(); });
     }
 
-    /// Clicks the button and works in the dialog that comes; returns how many came.
+    /// Clicks the button and works in the dialog that comes; whether one came.
     template <typename Dialog>
-    int inDialog(const char *button, const std::function<void(Dialog &)> &work) const
+    bool inDialog(const char *button, const std::function<void(Dialog &)> &work) const
     {
-        int dialogs = 0;
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, [&] {
-            if (auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget())) {
-                watch.stop();
-                ++dialogs;
-                work(*dialog);
-            }
-        });
-        watch.start(10);
-        QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton);
-        return dialogs;
+        return ::inDialog([&] { QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton); },
+                          [&](const DialogDriver &form) {
+                              auto *dialog = qobject_cast<Dialog *>(form.window());
+                              ASSERT_TRUE(dialog);
+                              work(*dialog);
+                          });
     }
 
     std::unique_ptr<ReportWindow> window_;
@@ -257,13 +252,13 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
         });
     };
     const MessageRecorder boxes;
-    EXPECT_EQ(saveAs(QStringLiteral("통계 6월")), 1);
+    EXPECT_TRUE(saveAs(QStringLiteral("통계 6월")));
     QFile file(folder.filePath("통계 6월.csv"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll().toStdString(), "\xEF\xBB\xBF느린 통계,2026-06-01 ~ 2026-06-30\r\n\r\n가\r\n다 읽음\r\n");
     EXPECT_TRUE(boxes.messages.isEmpty());
 
-    EXPECT_EQ(inDialog<QFileDialog>("cmdCsv", [](QFileDialog &dialog) { dialog.reject(); }), 1);
+    EXPECT_TRUE(inDialog<QFileDialog>("cmdCsv", [](QFileDialog &dialog) { dialog.reject(); }));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
     EXPECT_TRUE(boxes.messages.isEmpty());
 
@@ -289,17 +284,17 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
 {
     open(ordersOfADay);
     ASSERT_TRUE(readToItsEnd());
-    const int shown = inDialog<QPrintPreviewDialog>("cmdPrint", [](QPrintPreviewDialog &dialog) {
+    const bool shown = inDialog<QPrintPreviewDialog>("cmdPrint", [](QPrintPreviewDialog &dialog) {
         auto *pages = dialog.findChild<QPrintPreviewWidget *>();
         EXPECT_TRUE(QTest::qWaitFor([pages] { return pages->pageCount() == 1; }));
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("느린 통계 인쇄"));
         EXPECT_EQ(pages->orientation(), QPageLayout::Portrait);
         dialog.reject();
     });
-    EXPECT_EQ(shown, 1);
+    EXPECT_TRUE(shown);
 
     // The host may close the window under the preview.
-    EXPECT_EQ(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }), 1);
+    EXPECT_TRUE(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }));
 }
 
 TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)

@@ -5,6 +5,7 @@
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/Stepper.h"
 #include "platform/controls/Wheel.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/WheelTurns.h"
 
 #include <QAbstractButton>
@@ -29,16 +30,14 @@ using controls::MsgBox;
 
 namespace {
 
-/// Acts on the box that is on the screen, then lets it go.
-template <typename Act>
-void inBox(Act act)
+/// Acts on the box that `open` brings up.
+void inBox(const std::function<void()> &open, const std::function<void(QMessageBox &)> &act)
 {
-    QTimer::singleShot(0, [act] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    EXPECT_TRUE(inDialog(open, [&](const DialogDriver &form) {
+        auto *box = qobject_cast<QMessageBox *>(form.window());
         ASSERT_NE(box, nullptr);
         act(*box);
-        box->close(); // in case the act did not end it
-    });
+    }));
 }
 
 void press(QMessageBox &box, const QString &caption)
@@ -81,8 +80,10 @@ TEST(MessageBox, EachButtonAndKeyGivesItsAnswer)
         {YesNo | SecondButtonDefault, nullptr, Qt::Key_Return, Answer::No},
     };
     for (const auto &row : cases) {
-        inBox([&](QMessageBox &box) { row.caption ? press(box, row.caption) : QTest::keyClick(&box, row.key); });
-        EXPECT_EQ(MsgBox("계속 하시겠습니까?", row.flags), row.answer) << row.flags << ' ' << row.key;
+        Answer answer = {};
+        inBox([&] { answer = MsgBox("계속 하시겠습니까?", row.flags); },
+              [&](QMessageBox &box) { row.caption ? press(box, row.caption) : QTest::keyClick(&box, row.key); });
+        EXPECT_EQ(answer, row.answer) << row.flags << ' ' << row.key;
     }
 }
 
@@ -99,12 +100,9 @@ TEST(MessageBox, TextIsPlainWithItsLineBreaksAndTheTitleFallsToTheWindow)
         EXPECT_EQ(shown.textFormat(), Qt::PlainText);
         seen << shown.text() << shown.windowTitle();
     };
-    inBox(look);
-    MsgBox("<b>첫째</b>\r둘째\r\n셋째\n", controls::InformationIcon, QString(), box);
-    inBox(look);
-    MsgBox("?");
-    inBox(look);
-    MsgBox("!", 0, QStringLiteral("저장"));
+    inBox([&] { MsgBox("<b>첫째</b>\r둘째\r\n셋째\n", controls::InformationIcon, QString(), box); }, look);
+    inBox([] { MsgBox("?"); }, look);
+    inBox([] { MsgBox("!", 0, QStringLiteral("저장")); }, look);
     EXPECT_EQ(seen, (QStringList{QStringLiteral("<b>첫째</b>\n둘째\n셋째\n"), window.windowTitle(), QStringLiteral("?"),
                                  window.windowTitle(), QStringLiteral("!"), QStringLiteral("저장")}));
 }

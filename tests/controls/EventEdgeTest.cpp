@@ -77,34 +77,19 @@ TEST_F(EventEdgeOnADatabase, AnAbandonedTransactionIsRolledBackBeforeTheBoxShows
 {
     bool openInBox = true;
     int othersWrote = -1;
-    controls::setMessageHandler([&](const QString &, int, const QString &) {
+    MessageRecorder boxes;
+    boxes.whileItStands = [&] {
         openInBox = desk()->inTransaction();
         // The other desk would wait for the lock, and fail, if it were still held.
         othersWrote = database_.otherDesk()->Execute("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('다른')");
-        return controls::Answer::Confirm;
-    });
+    };
     runEvent([&] {
         begin();
         fail(QStringLiteral("저장 중 오류"));
     });
-    controls::setMessageHandler({});
     EXPECT_FALSE(openInBox);
     EXPECT_EQ(othersWrote, 1);
     EXPECT_EQ(dealers(), QStringLiteral("1")) << "only the other desk's row";
-}
-
-TEST_F(EventEdgeOnADatabase, EndsATransactionLeftOpenButNotThatOfAnOuterEvent)
-{
-    MessageRecorder boxes;
-    runEvent([&] { begin(); });
-    EXPECT_EQ(dealers(), QStringLiteral("0"));
-    EXPECT_TRUE(boxes.messages.isEmpty());
-    runEvent([&] {
-        begin();
-        runEvent([] { fail(QStringLiteral("row change")); });
-        desk()->CommitTrans();
-    });
-    EXPECT_EQ(dealers(), QStringLiteral("1"));
 }
 
 TEST(PushCheck, AClickRunsTheWorkOnceWithTheValueBackAtZero)

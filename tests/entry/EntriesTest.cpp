@@ -65,12 +65,24 @@ TEST_F(Entries, ShowTheCustomerAndTheSale)
         int orders;
         int managed; ///< products of the management tab; it loads on its first visit
     } cases[] = {
-        {"showProductSale", woman, 0, "txtSaleProductLists_5",
-         "남궁보람|A-00007|1980-05-07|여|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|",
-         "[남궁보람]님의 판매관리", "남궁보람님의 판매관리", 2, 0},
-        {"showProductSaleManage", man, 1, "tdbSaleProductListsManager",
-         "김&박|A-00007|1971-12-31|남|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|", "[김&&박]님의 판매관리",
-         "김&박님의 판매관리", 0, 3},
+        {.entry = "showProductSale",
+         .patient = woman,
+         .tab = 0,
+         .focus = "txtSaleProductLists_5",
+         .fields = "남궁보람|A-00007|1980-05-07|여|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|",
+         .tabText = "[남궁보람]님의 판매관리",
+         .status = "남궁보람님의 판매관리",
+         .orders = 2,
+         .managed = 0},
+        {.entry = "showProductSaleManage",
+         .patient = man,
+         .tab = 1,
+         .focus = "tdbSaleProductListsManager",
+         .fields = "김&박|A-00007|1971-12-31|남|04524|서울 중구 세종대로 110|02-000-0007|010-0000-0007|",
+         .tabText = "[김&&박]님의 판매관리",
+         .status = "김&박님의 판매관리",
+         .orders = 0,
+         .managed = 3},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.entry);

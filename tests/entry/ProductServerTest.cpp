@@ -54,24 +54,24 @@ TEST_F(CentralServer, DecidesWhetherTheWindowOpens)
     {
         const char *what;
         QString callSign;
-        QVariant sync;
-        bool resync;
-        int refuseFrom;
-        const char *log;
-        const char *box;
-        bool opens;
+        QVariant sync;         ///< what the server answers to the check
+        bool resync;           ///< whether bringing it into step works
+        const char *log;       ///< of the server
+        const char *box;       ///< that the user sees
+        bool opens;            ///< the window
+        int refuseFrom = 1000; ///< the creation from which on no server is to be had
     } cases[] = {
-        {"no server named", "", 0, false, 1000, "", "", true},
-        {"nobody of that name", "testCentral.Nowhere", 1, true, 1000, "", "", false},
-        {"cannot be created", server, 1, true, 1, "", "", false},
-        {"in step", server, 1, false, 1000, checkedOnce, "", true},
-        {"out of step, brought into it", server, 0, true, 1000, resynced, "", true},
-        {"out of step for good", server, 0, false, 1000, resynced, resyncFailed, false},
-        {"gone before the resync", server, 0, true, 2, checkedOnce, resyncFailed, false},
-        {"unreachable", server, -1, true, 1000, checkedOnce, unreachable, false},
-        {"an unknown answer counts as out of step", server, 5, true, 1000, resynced, "", true},
-        {"so does one that looks like a failed creation", server, -2, false, 1000, resynced, resyncFailed, false},
-        {"and an empty one", server, QVariant(), true, 1000, resynced, "", true},
+        {"no server named", "", 0, false, "", "", true},
+        {"nobody of that name", "testCentral.Nowhere", 1, true, "", "", false},
+        {"cannot be created", server, 1, true, "", "", false, 1},
+        {"in step", server, 1, false, checkedOnce, "", true},
+        {"out of step, brought into it", server, 0, true, resynced, "", true},
+        {"out of step for good", server, 0, false, resynced, resyncFailed, false},
+        {"gone before the resync", server, 0, true, checkedOnce, resyncFailed, false, 2},
+        {"unreachable", server, -1, true, checkedOnce, unreachable, false},
+        {"an unknown answer counts as out of step", server, 5, true, resynced, "", true},
+        {"so does one that looks like a failed creation", server, -2, false, resynced, resyncFailed, false},
+        {"and an empty one", server, QVariant(), true, resynced, "", true},
     };
     for (const char *entry : entries) {
         for (const auto &c : cases) {

@@ -50,7 +50,6 @@ public:
         }
     }
     void tab() { strike(Qt::Key_Tab, QStringLiteral("\t")); }
-    void backTab() { strike(Qt::Key_Backtab, QStringLiteral("\t"), Qt::ShiftModifier); }
 
     void click(QWidget *control)
     {

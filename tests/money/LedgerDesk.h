@@ -3,7 +3,8 @@
 #include "data/clsSQL.h"
 #include "money/LedgerPane.h"
 #include "money/ReceiptFlow.h"
-#include "tests/sales/SaleDatabase.h"
+#include "tests/support/MessageRecorder.h"
+#include "tests/support/SaleDatabase.h"
 
 #include <QLineEdit>
 #include <QTest>
@@ -67,11 +68,10 @@ protected:
 
     struct Shell final : PaneShell
     {
-        void enterEditMode(const QString &code) override { entered.push_back(code.toStdString()); }
+        void enterEditMode(const QString &) override {}
         void leaveEditMode(const QString &code) override { left.push_back(code.toStdString()); }
         bool isInEdit(const QString &) const override { return false; }
         void paintEntryColors() override {}
-        std::vector<std::string> entered;
         std::vector<std::string> left;
     };
 
@@ -80,5 +80,5 @@ protected:
     QVBoxLayout containers_{&window_};
     LedgerPane *pane_;
     ReceiptFlow *flow_;
-    BoxReader boxes_;
+    MessageRecorder boxes_;
 };

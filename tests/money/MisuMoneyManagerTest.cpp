@@ -43,8 +43,7 @@ protected:
     }
     void openList(const Act &act)
     {
-        whenDialogStands(act);
-        press("chkCmdRunMisuMoneyManger");
+        EXPECT_TRUE(inDialog([this] { press("chkCmdRunMisuMoneyManger"); }, act));
     }
     static controls::RecordsetGrid *grid(const DialogDriver &form)
     {
@@ -67,14 +66,18 @@ protected:
     {
         return form.text("txtCount") + " / " + form.text("txtTotal");
     }
+    /// The dialog that the button brings up for the current row.
+    static void inPayment(const DialogDriver &form, const Act &act)
+    {
+        EXPECT_TRUE(inDialog([&] { form.press("cmdMisuMoneyPay"); }, act));
+    }
     /// The amount typed into the dialog that comes up for the current row, and saved.
     static void pay(const DialogDriver &form, const char *amount)
     {
-        whenDialogStands([amount](const DialogDriver &payment) {
+        inPayment(form, [amount](const DialogDriver &payment) {
             payment.type("txtGeneralSunap", amount);
             payment.press("cmdConfirm");
         });
-        form.press("cmdMisuMoneyPay");
     }
     Rows owed() { return rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"); }
 
@@ -99,15 +102,15 @@ TEST_F(OutstandingButton, ListsWhatTheCustomerOwesAndTakesAPaymentForTheChosenOr
         EXPECT_EQ(form.focus(), "dgReceiptView");
         form.key(Qt::Key_Down);
         form.key(Qt::Key_Down);
-        whenDialogStands([](const DialogDriver &payment) {
+        const auto payThree = [](const DialogDriver &payment) {
             EXPECT_EQ(payment.text("txtReceiptTxDate"), "2026-11-20");
             EXPECT_EQ(payment.text("txtGeneralSunap"), "5000");
             payment.find<QDateEdit>("dtpTodat")->setDate(QDate(2026, 12, 1));
             payment.type("txtGeneralSunap", "3,000");
             payment.find<QComboBox>("cboGeneralPayMethod")->setCurrentIndex(1);
             payment.key(Qt::Key_F12);
-        });
-        form.key(Qt::Key_Space);
+        };
+        EXPECT_TRUE(inDialog([&] { form.key(Qt::Key_Space); }, payThree));
         EXPECT_EQ(shown(form).at(1), "홍길동|C-1|2026-11-20|300|12,340|2,000");
         EXPECT_EQ(totals(form), "1 / 2,000") << "counted from the paid row on";
         EXPECT_EQ(form.focus(), "dgReceiptView");
@@ -176,11 +179,10 @@ TEST_F(OutstandingButton, AFailedPaymentIsToldAndChangesNothing)
 
     openList([this](const DialogDriver &form) { // another desk deletes the order meanwhile
         form.key(Qt::Key_End);
-        whenDialogStands([this](const DialogDriver &payment) {
+        inPayment(form, [this](const DialogDriver &payment) {
             atOtherDesk(QStringLiteral("DELETE FROM tPSOrderMaster WHERE OrdM_PK = %1").arg(first_));
             payment.press("cmdConfirm");
         });
-        form.press("cmdMisuMoneyPay");
         EXPECT_THAT(boxes_.take(), ElementsAre(StartsWith("미수금 수납 기록 오류: ")));
         form.key(Qt::Key_End);
         form.press("cmdMisuMoneyPay");
@@ -205,7 +207,7 @@ TEST_F(OutstandingButton, WithoutTheDatabaseItSaysSoAndOpensNothing)
 
 TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHeads)
 {
-    whenDialogStands([](const DialogDriver &form) {
+    const auto sortAndPay = [](const DialogDriver &form) {
         EXPECT_EQ(totals(form), "3 / 7,900");
         const auto clickHead = [&](int column, Qt::KeyboardModifiers modifiers) {
             const QHeaderView *head = grid(form)->horizontalHeader();
@@ -231,12 +233,14 @@ TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHea
         clickHead(Discount, {});
         clickHead(Total, Qt::ControlModifier);
         EXPECT_EQ(amounts(), "2,000 900 5,000 ");
-        whenDialogStands([](const DialogDriver &payment) { EXPECT_EQ(payment.text("txtGeneralSunap"), "2000"); });
-        form.key(Qt::Key_Space); // sorting stands on the first row
+        EXPECT_TRUE(inDialog([&] { form.key(Qt::Key_Space); }, // sorting stands on the first row
+                             [](const DialogDriver &payment) { EXPECT_EQ(payment.text("txtGeneralSunap"), "2000"); }));
         form.key(Qt::Key_Escape);
-    });
+    };
     frmMisuMoneyManager form;
-    EXPECT_EQ(form.MisuMoneyManager(gcnnMasterDB, nullptr, 0, Patient, 0), -1);
+    int result = 0;
+    EXPECT_TRUE(inDialog([&] { result = form.MisuMoneyManager(gcnnMasterDB, nullptr, 0, Patient, 0); }, sortAndPay));
+    EXPECT_EQ(result, -1);
     EXPECT_FALSE(outstanding::listSQL(2, Patient).contains("WHERE")) << "no other mode leaves anything out";
 }
 
@@ -270,12 +274,10 @@ TEST_F(OutstandingButton, TheKeyboardWorksTheList)
         EXPECT_TRUE(rowIs(controls::SystemColor::ActiveCaption));
         form.find<QWidget>("cmdClose")->setFocus();
         EXPECT_TRUE(rowIs(controls::SystemColor::ButtonFace));
-        bool asked = false;
-        whenDialogStands([&](const DialogDriver &payment) {
-            asked = payment.window()->objectName() == QLatin1String("frmMisuMoneyPay");
-        });
-        QTest::mouseDClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
-        EXPECT_TRUE(asked);
+        EXPECT_TRUE(inDialog([&] { QTest::mouseDClick(form.window()->windowHandle(), Qt::LeftButton, {}, place); },
+                             [](const DialogDriver &payment) {
+                                 EXPECT_EQ(payment.window()->objectName(), QStringLiteral("frmMisuMoneyPay"));
+                             }));
     });
     EXPECT_THAT(boxes_.take(), IsEmpty());
 }

@@ -13,10 +13,14 @@ protected:
 
     bool ask(const std::function<void(const DialogDriver &)> &act, qint32 total = 12340)
     {
-        whenDialogStands(act);
-        frmMisuMoneyPay dialog;
-        return dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QStringLiteral("C-1"), QStringLiteral("홍길동"),
-                                               QDate(2026, 11, 20), order_, 5000, total, date_, money_, method_);
+        bool taken = false;
+        const auto open = [&] {
+            frmMisuMoneyPay dialog;
+            taken = dialog.MisuMoneyPayBoninGeneral(gcnnMasterDB, QStringLiteral("C-1"), QStringLiteral("홍길동"),
+                                                    QDate(2026, 11, 20), order_, 5000, total, date_, money_, method_);
+        };
+        EXPECT_TRUE(inDialog(open, act));
+        return taken;
     }
 
     int order_ = 0;

@@ -13,8 +13,7 @@ class ReceiptButton : public LedgerDesk
 protected:
     void takeReceipt(const std::function<void(const DialogDriver &)> &act)
     {
-        whenDialogStands(act);
-        press("chkCmdAutomateReceipt");
+        EXPECT_TRUE(inDialog([this] { press("chkCmdAutomateReceipt"); }, act));
     }
 };
 
@@ -146,12 +145,7 @@ TEST_F(ReceiptButton, WithoutTheDatabaseOrTheLedgersSumsItSaysSoAndOpensNothing)
     for (const bool connected : {true, false}) {
         if (!connected)
             gcnnMasterDB.reset();
-        QObject untilPressed; // else the timer would close a dialog of a later test
-        QTimer::singleShot(0, &untilPressed, [] {
-            if (QWidget *dialog = QApplication::activeModalWidget())
-                dialog->close();
-        });
-        press("chkCmdAutomateReceipt");
+        EXPECT_FALSE(inDialog([this] { press("chkCmdAutomateReceipt"); }, [](const DialogDriver &) {}));
         EXPECT_THAT(boxes_.take(), ElementsAre("수납 작업: " + connectionFailure));
     }
 }
@@ -222,7 +216,7 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     ledgerRow(key, "'2026-11-20', 3, 10000, '01', '메모'");
     pane_->requeryCustTranManage();
     const auto edit = [this](const char *option) {
-        whenDialogStands([option](const DialogDriver &form) {
+        const auto change = [option](const DialogDriver &form) {
             EXPECT_EQ(form.find<QDateEdit>("dtpTodat")->date(), QDate::currentDate());
             EXPECT_EQ(form.text("txtMoney"), "0");
             form.find<QDateEdit>("dtpTodat")->setDate(QDate(2026, 11, 23));
@@ -230,8 +224,8 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
             if (option)
                 form.press(option);
             form.press("cmdConfirm");
-        });
-        press("chkcmdAddEditDelTran_1");
+        };
+        EXPECT_TRUE(inDialog([this] { press("chkcmdAddEditDelTran_1"); }, change));
     };
     edit("optOperator_3");
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));

@@ -1,6 +1,8 @@
+#include "data/Codes.h"
 #include "money/frmSimpleReceiptAdd.h"
-#include "tests/sales/SaleDatabase.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/MessageRecorder.h"
+#include "tests/support/SaleDatabase.h"
 
 namespace {
 
@@ -23,8 +25,14 @@ protected:
                                    taken.refund, 7, QStringLiteral("C-1"), QStringLiteral("홍길동"), date_, operator_,
                                    money_, method_, recalculates_);
     }
+    bool operationAdd(const Taken &taken, const std::function<void(const DialogDriver &)> &act)
+    {
+        bool saved = false;
+        EXPECT_TRUE(inDialog([&] { saved = operationAdd(taken); }, act));
+        return saved;
+    }
 
-    BoxReader boxes_;
+    MessageRecorder boxes_;
     QDate date_;
     qint16 operator_ = 0;
     qint32 money_ = 0;
@@ -42,18 +50,17 @@ TEST_F(FurtherReceipt, ProposesWhatIsLeftAsAPaymentAndWhatWasTooMuchAsARefund)
         qint16 code;
         qint32 money;
     } cases[] = {
-        {{500, 50, 4000, 0}, 3, 5450},
-        {{500, 50, 4000, 1000}, 3, 6450},
-        {{0, 0, 12000, 0}, 4, 2000},
+        {{.discount = 500, .cut = 50, .pay = 4000}, ledger::Payment, 5450},
+        {{.discount = 500, .cut = 50, .pay = 4000, .refund = 1000}, ledger::Payment, 6450},
+        {{.pay = 12000}, ledger::Refund, 2000},
     };
     for (const auto &c : cases) {
-        whenDialogStands([](const DialogDriver &form) {
+        EXPECT_TRUE(operationAdd(c.taken, [](const DialogDriver &form) {
             EXPECT_EQ(form.text("txtDate"), "2026-11-20");
             EXPECT_EQ(form.text("txtReceipt_PK"), "7");
             EXPECT_EQ(form.focus(), "txtMoney");
             form.press("cmdConfirm");
-        });
-        EXPECT_TRUE(operationAdd(c.taken));
+        }));
         EXPECT_EQ(operator_, c.code);
         EXPECT_EQ(money_, c.money);
         EXPECT_EQ(date_, QDate(2026, 11, 20));
@@ -64,29 +71,29 @@ TEST_F(FurtherReceipt, ProposesWhatIsLeftAsAPaymentAndWhatWasTooMuchAsARefund)
 
 TEST_F(FurtherReceipt, ASettledOrderIsAskedAboutFirst)
 {
-    const Taken settled{0, 0, 10000, 0};
+    const Taken settled{.pay = 10000};
     boxes_.answers = {controls::Answer::No};
     EXPECT_FALSE(operationAdd(settled));
-    ASSERT_EQ(boxes_.boxes.size(), 1u);
-    EXPECT_EQ(boxes_.boxes[0].flags, controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault);
+    ASSERT_EQ(boxes_.messages.size(), 1u);
+    EXPECT_EQ(boxes_.messages[0].flags, controls::YesNo | controls::QuestionIcon | controls::SecondButtonDefault);
     EXPECT_THAT(boxes_.take(),
                 ElementsAre("수납 내역 추가: 물품판매 수납이 완결된 상태입니다.\r추가적으로 기록할 수납 등의 "
                             "내용이 있습니까?"));
 
     boxes_.answers = {controls::Answer::Yes};
-    whenDialogStands([](const DialogDriver &form) {
+    const auto look = [](const DialogDriver &form) {
         EXPECT_TRUE(form.checked("optOperator_1"));
         EXPECT_EQ(form.text("txtMoney"), "0");
         EXPECT_FALSE(form.find<QWidget>("sspSunapInfo")->isEnabled());
         form.press("optOperator_3");
         EXPECT_TRUE(form.find<QWidget>("sspSunapInfo")->isEnabled());
-    });
-    EXPECT_FALSE(operationAdd(settled)) << "closed without saving";
+    };
+    EXPECT_FALSE(operationAdd(settled, look)) << "closed without saving";
 }
 
 TEST_F(FurtherReceipt, OnlyANumberIsTakenAndItMayBeNegative)
 {
-    whenDialogStands([this](const DialogDriver &form) {
+    const auto typeAndStep = [this](const DialogDriver &form) {
         for (const char *noNumber : {"", "십만", "12a"}) {
             form.type("txtMoney", noNumber);
             form.press("cmdConfirm");
@@ -101,7 +108,7 @@ TEST_F(FurtherReceipt, OnlyANumberIsTakenAndItMayBeNegative)
         steps->findChild<QAbstractButton *>("ssrUpDown_3")->click();
         EXPECT_EQ(form.text("txtMoney"), "-7000");
         QTest::keyClick(form.window()->focusWidget(), Qt::Key_F12);
-    });
-    EXPECT_TRUE(operationAdd({}));
+    };
+    EXPECT_TRUE(operationAdd({}, typeAndStep));
     EXPECT_EQ(money_, -7000);
 }

@@ -258,8 +258,10 @@ TEST_F(SimpleReceipt, ItsWindowMayGoWhileTheAmountsAreBeingWritten)
     window->show();
     const controls::Modal<frmSimpleReceipt> dialog(window);
     QObject::connect(dialog.get(), &frmSimpleReceipt::AppendDBGeneral, [window] { delete window; });
-    whenDialogStands([](const DialogDriver &form) { form.press("cmdConfirm"); });
-    dialog->Operation(1, 41, QStringLiteral("홍길동"), QStringLiteral("C-1"), QDate(2026, 11, 20), 10000, 7, 0,
-                      QDate(2026, 11, 24), 0, QStringLiteral("0"), window);
+    const auto open = [&] {
+        dialog->Operation(1, 41, QStringLiteral("홍길동"), QStringLiteral("C-1"), QDate(2026, 11, 20), 10000, 7, 0,
+                          QDate(2026, 11, 24), 0, QStringLiteral("0"), window);
+    };
+    EXPECT_TRUE(inDialog(open, [](const DialogDriver &form) { form.press("cmdConfirm"); }));
     EXPECT_FALSE(dialog);
 }

@@ -261,7 +261,7 @@ TEST_F(PageReceiptTest, RefusesANegativeLedgerTotalInItsBox)
     const int key = order(QLatin1String(Today));
     ledger(key, 4, -500);
     openOrders();
-    BoxReader reader;
+    MessageRecorder reader;
     PageReceipts receipts(session_, nullptr);
     receipts.printOrderReceipt(); // a preview would stand here for ever
     receipts.printPeriodReceipt(today(), today());

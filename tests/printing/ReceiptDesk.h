@@ -3,8 +3,9 @@
 #include "printing/PageReceipts.h"
 #include "printing/RollReceipt.h"
 #include "settings/clsProperties.h"
-#include "tests/sales/SaleDatabase.h"
+#include "tests/support/MessageRecorder.h"
 #include "tests/support/Paper.h"
+#include "tests/support/SaleDatabase.h"
 
 #include "data/clsSQL.h"
 

@@ -198,7 +198,7 @@ TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
 
 TEST_F(RollReceiptTest, RefusesAPrinterThatPrintsNoGraphics)
 {
-    BoxReader reader;
+    MessageRecorder reader;
     choosePrinter(QStringLiteral("cbm receipt printer (text only)"));
     PrintRollPrintReceipt(nullptr, rollOrder(1));
     EXPECT_THAT(reader.take(),
@@ -209,7 +209,7 @@ TEST_F(RollReceiptTest, FindsTheRollPrinterAmongTheSystemsPrinters)
 {
     ASSERT_TRUE(apart);
     const int key = orderOfLines(30);
-    BoxReader reader;
+    MessageRecorder reader;
     PrintRollPrintReceipt(nullptr, rollOrder(key)); // no printing system at all
     const std::string notFound = "프린터를 찾지 못했습니다.: 롤 프린터를 찾을 수 없습니다. 롤 프린터로 출력하기 "
                                  "위해서는\r[EPSON TM-T88II Partial "

@@ -1,5 +1,5 @@
-#include "tests/products/ProductDesk.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/SaleWindow.h"
 
 #include "data/clsSQL.h"
 #include "platform/controls/Modal.h"
@@ -11,7 +11,7 @@ using controls::Answer;
 
 namespace {
 
-class Dealers : public ProductDesk
+class Dealers : public SaleWindow
 {
 protected:
     Dealers()
@@ -24,8 +24,7 @@ protected:
     }
     std::string panel()
     {
-        return window().texts(
-            {"txtCmCompanyName", "txtCmRegNum", "txtCmAddress", "txtCmTel", "txtCmMemo", "chkCmIsValid"});
+        return texts({"txtCmCompanyName", "txtCmRegNum", "txtCmAddress", "txtCmTel", "txtCmMemo", "chkCmIsValid"});
     }
     Rows dealers()
     {
@@ -35,20 +34,14 @@ protected:
     /// Opens the dialog from the panel of a new purchase and acts in it.
     void select(const char *start, const std::function<void(const DialogDriver &)> &act)
     {
-        if (window().modes.current().isEmpty())
-            window().push("chkcmdIncomingAED_0");
-        window().at<QLineEdit>("txtIncCompanyName").setText(QString::fromUtf8(start));
-        whenDialogStands([act](const DialogDriver &dialog) {
-            // A dialog over an active window counts as active before the focus has come to it.
-            EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog.window(); }));
-            act(dialog);
-        });
-        window().push("chkCmdIncSelectCompany");
+        if (inEdit().empty())
+            push("chkcmdIncomingAED_0");
+        at<QLineEdit>("txtIncCompanyName").setText(QString::fromUtf8(start));
+        EXPECT_TRUE(inDialog([] { push("chkCmdIncSelectCompany"); }, act));
     }
     std::string chosen()
     {
-        return window().text("txtIncCompanyName") + ' '
-               + window().at("txtIncCompanyName").property("Tag").toString().toStdString();
+        return text("txtIncCompanyName") + ' ' + at("txtIncCompanyName").property("Tag").toString().toStdString();
     }
 };
 
@@ -65,32 +58,32 @@ Rows listed(const DialogDriver &dialog)
 
 TEST_F(Dealers, ThePanelShowsSavesAndDeletesThem)
 {
-    open();
+    manage();
     EXPECT_EQ(panel(), "Acme|1|서울|02|외상|-");
-    session_.rsCompanyMaster->moveTo(1); // no flag counts as no dealings
+    list("tdbCompanyMaster").moveTo(1); // no flag counts as no dealings
     EXPECT_EQ(panel(), "xyz|||||거래안함");
 
-    window().push("chkcmdCmpnyMstrAED_1");
-    EXPECT_EQ(window().focused(), "txtCmCompanyName");
-    window().type("txtCmCompanyName", "");
-    window().push("chkcmdCmpnyMstrSave_0");
+    push("chkcmdCmpnyMstrAED_1");
+    EXPECT_EQ(focused(), "txtCmCompanyName");
+    put("txtCmCompanyName", "");
+    push("chkcmdCmpnyMstrSave_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("거래처목록: 거래처이름을 입력하십시오."));
-    EXPECT_EQ(window().modes.current(), QStringLiteral("12"));
-    window().type("txtCmCompanyName", " ");
-    window().type("txtCmTel", "031");
-    window().type("txtCmAddress", " 부산 ");
-    window().at<QAbstractButton>("chkCmIsValid").click();
-    window().push("chkcmdCmpnyMstrSave_0");
+    EXPECT_EQ(inEdit(), "dealer");
+    put("txtCmCompanyName", " ");
+    put("txtCmTel", "031");
+    put("txtCmAddress", " 부산 ");
+    at<QAbstractButton>("chkCmIsValid").click();
+    push("chkcmdCmpnyMstrSave_0");
     EXPECT_THAT(dealers(), ElementsAre("Acme|서울|02|1", " | 부산 |031|1", "한약방|NULL|NULL|0"));
-    EXPECT_EQ(window().focused(), "tdbCompanyMaster");
+    EXPECT_EQ(focused(), "tdbCompanyMaster");
 
-    window().push("chkcmdCmpnyMstrAED_0");
+    push("chkcmdCmpnyMstrAED_0");
     EXPECT_EQ(panel(), "|||||-");
     refuse("BEFORE INSERT ON tPSCompanyMaster");
-    window().type("txtCmCompanyName", "새 거래처");
-    window().push("chkcmdCmpnyMstrSave_0");
+    put("txtCmCompanyName", "새 거래처");
+    push("chkcmdCmpnyMstrSave_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
-    EXPECT_EQ(window().modes.current(), QString());
+    EXPECT_EQ(inEdit(), "");
     EXPECT_EQ(dealers().size(), 3u);
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
 }
@@ -98,16 +91,16 @@ TEST_F(Dealers, ThePanelShowsSavesAndDeletesThem)
 TEST_F(Dealers, OneWithPurchasesIsNotDeleted)
 {
     atOtherDesk("INSERT INTO tPSIncoming (PM_PK, CM_PK) VALUES (1, 1)");
-    open();
+    manage();
     boxes_.answers = {Answer::Yes, Answer::Confirm, Answer::No, Answer::Yes};
-    window().push("chkcmdCmpnyMstrAED_2");
+    push("chkcmdCmpnyMstrAED_2");
     EXPECT_THAT(
         boxes_.take(),
         ElementsAre("거래처삭제: 거래처를 삭제하시겠습니까?",
                     "거래처삭제: 해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."));
-    session_.rsCompanyMaster->moveTo(1);
-    window().push("chkcmdCmpnyMstrAED_2");
-    window().push("chkcmdCmpnyMstrAED_2");
+    list("tdbCompanyMaster").moveTo(1);
+    push("chkcmdCmpnyMstrAED_2");
+    push("chkcmdCmpnyMstrAED_2");
     EXPECT_THAT(dealers(), ElementsAre("Acme|서울|02|1", "한약방|NULL|NULL|0"));
     EXPECT_EQ(panel(), "한약방|||||거래안함");
 }
@@ -115,7 +108,7 @@ TEST_F(Dealers, OneWithPurchasesIsNotDeleted)
 // A name never reaches the search: it finds who has one of six letters in his name, whatever was typed.
 TEST_F(Dealers, TheDialogListsAllOrThoseWithTheLetters)
 {
-    open();
+    manage();
     select("", [](const DialogDriver &dialog) {
         EXPECT_EQ(dialog.focus(), "txtDealerName");
         EXPECT_THAT(listed(dialog), ElementsAre("Acme", "xyz", "한약방"));
@@ -137,7 +130,7 @@ TEST_F(Dealers, TheDialogListsAllOrThoseWithTheLetters)
 
 TEST_F(Dealers, AreChosenByButtonKeyAndDoubleClick)
 {
-    open();
+    manage();
     const struct
     {
         const char *how;
@@ -183,9 +176,9 @@ TEST_F(Dealers, AreChosenByButtonKeyAndDoubleClick)
 
 TEST_F(Dealers, TheDialogStandsBesideItsButtonAndOnTheScreen)
 {
-    open();
+    manage();
     const QRect screen = window().screen()->availableGeometry();
-    const QWidget &button = window().at("chkCmdIncSelectCompany");
+    const QWidget &button = at("chkCmdIncSelectCompany");
     const struct
     {
         QPoint window;
@@ -209,14 +202,14 @@ TEST_F(Dealers, TheDialogStandsBesideItsButtonAndOnTheScreen)
 
 TEST_F(Dealers, ASearchThatFailsIsToldWithItsReason)
 {
-    open();
+    manage();
     select("", [&](const DialogDriver &dialog) {
         atOtherDesk("ALTER TABLE tPSCompanyMaster RENAME TO away");
         dialog.press("chkcmdFindDealer");
     });
-    window().push("chkCmdIncSelectCompany");
-    ASSERT_EQ(boxes_.boxes.size(), 2u);
-    for (const BoxReader::Box &box : boxes_.boxes) {
+    push("chkCmdIncSelectCompany");
+    ASSERT_EQ(boxes_.messages.size(), 2u);
+    for (const MessageRecorder::Message &box : boxes_.messages) {
         EXPECT_EQ(box.title.toStdString(), "거래처 검색");
         EXPECT_EQ(box.flags, 64);
         EXPECT_TRUE(box.text.startsWith("거래처를 찾을 수 없습니다. 이유: ")) << box.text.toStdString();
@@ -231,7 +224,10 @@ TEST_F(Dealers, TheDialogsWindowMayGoWhileTheChoiceIsTaken)
     owner->show();
     const controls::Modal<frmDealerSelect> dialog(owner);
     QObject::connect(dialog.get(), &frmDealerSelect::evtDealerSelected, [owner] { delete owner; });
-    whenDialogStands([](const DialogDriver &form) { form.press("cmdOk"); });
-    EXPECT_EQ(dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, QString(), owner, *owner), 1);
+    int chosen = 0;
+    EXPECT_TRUE(
+        inDialog([&] { chosen = dialog->SelectDealer(gcnnMasterDB, frmDealerSelect::Modal, QString(), owner, *owner); },
+                 [](const DialogDriver &form) { form.press("cmdOk"); }));
+    EXPECT_EQ(chosen, 1);
     EXPECT_FALSE(dialog);
 }

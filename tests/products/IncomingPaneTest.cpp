@@ -1,4 +1,4 @@
-#include "tests/products/ProductDesk.h"
+#include "tests/support/SaleWindow.h"
 
 #include "platform/controls/Appearance.h"
 
@@ -6,7 +6,7 @@ using controls::Answer;
 
 namespace {
 
-class IncomingPaneTest : public ProductDesk
+class IncomingPaneTest : public SaleWindow
 {
 protected:
     IncomingPaneTest()
@@ -26,13 +26,13 @@ protected:
     }
     std::string panel()
     {
-        return window().texts({"txtIncCount", "txtIncPricePerUnit", "txtIncHalinTotal", "txtIncPriceTotal",
-                               "txtIncCompanyName", "txtIncMemo"})
-               + ' ' + window().at<QDateEdit>("dtpIncDate").date().toString(Qt::ISODate).toStdString();
+        return texts({"txtIncCount", "txtIncPricePerUnit", "txtIncHalinTotal", "txtIncPriceTotal", "txtIncCompanyName",
+                      "txtIncMemo"})
+               + ' ' + at<QDateEdit>("dtpIncDate").date().toString(Qt::ISODate).toStdString();
     }
     std::string stock()
     {
-        return window().texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"});
+        return texts({"txtProdStat_0", "txtProdStat_1", "txtProdStat_2", "txtProdStat_3", "txtProdStat_4"});
     }
     Rows purchases() { return rows("SELECT PM_PK, CM_PK, IN_Count, IN_Total FROM tPSIncoming ORDER BY IN_PK"); }
     static std::string clearPanel()
@@ -47,18 +47,18 @@ TEST_F(IncomingPaneTest, ThePanelShowsThePurchasesOfTheProduct)
 {
     purchase(1, 2, "3");
     atOtherDesk("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date) VALUES (1, 99, '2026-11-01')");
-    open();
+    manage();
     EXPECT_EQ(panel(), "3|\\1,000|\\500|\\2,500|제일약초|외상 2026-11-20");
-    session_.rsProductIncoming->moveTo(1); // a dealer who is gone, and no numbers
+    list("tdbProductIncoming").moveTo(1); // a dealer who is gone, and no numbers
     EXPECT_EQ(panel(), "0|\\0|\\0|\\0|| 2026-11-01");
-    list().moveTo(1);
+    list("tdbSaleProductListsManager").moveTo(1);
     EXPECT_EQ(panel(), clearPanel());
 }
 
 TEST_F(IncomingPaneTest, TheTotalFollowsItsParts)
 {
-    open();
-    window().push("chkcmdIncomingAED_0");
+    manage();
+    push("chkcmdIncomingAED_0");
     const struct
     {
         const char *count, *price, *discount, *total;
@@ -74,19 +74,19 @@ TEST_F(IncomingPaneTest, TheTotalFollowsItsParts)
     };
     const QColor red(255, 0, 0);
     for (const auto &row : cases) {
-        window().type("txtIncCount", row.count);
-        window().type("txtIncPricePerUnit", row.price);
-        window().type("txtIncHalinTotal", row.discount);
-        EXPECT_EQ(window().text("txtIncPriceTotal"), row.total) << row.count;
-        EXPECT_EQ(controls::foreColor(&window().at("txtIncPriceTotal")) == red, *row.total == '-') << row.count;
+        put("txtIncCount", row.count);
+        put("txtIncPricePerUnit", row.price);
+        put("txtIncHalinTotal", row.discount);
+        EXPECT_EQ(text("txtIncPriceTotal"), row.total) << row.count;
+        EXPECT_EQ(controls::foreColor(&at("txtIncPriceTotal")) == red, *row.total == '-') << row.count;
     }
-    EXPECT_TRUE(window().at<QLineEdit>("txtIncPriceTotal").isReadOnly());
+    EXPECT_TRUE(at<QLineEdit>("txtIncPriceTotal").isReadOnly());
 }
 
 TEST_F(IncomingPaneTest, TheStepperStopsAtNothingOnTheWayDown)
 {
-    open();
-    window().push("chkcmdIncomingAED_0");
+    manage();
+    push("chkcmdIncomingAED_0");
     const struct
     {
         const char *typed, *button, *count;
@@ -97,37 +97,37 @@ TEST_F(IncomingPaneTest, TheStepperStopsAtNothingOnTheWayDown)
         {"99999", "udIincomingCount_up", "100000"},
     };
     for (const auto &row : cases) {
-        window().type("txtIncCount", row.typed);
-        window().push(row.button);
-        EXPECT_EQ(window().text("txtIncCount"), row.count) << row.typed;
+        put("txtIncCount", row.typed);
+        push(row.button);
+        EXPECT_EQ(text("txtIncCount"), row.count) << row.typed;
     }
 }
 
 TEST_F(IncomingPaneTest, APurchaseNeedsAProductAndADealer)
 {
     atOtherDesk("DELETE FROM tPSProductMaster");
-    open();
-    window().push("chkcmdIncomingAED_0");
+    manage();
+    push("chkcmdIncomingAED_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역추가: 판매 물품 목록을 추가 하십시오"));
-    EXPECT_EQ(window().modes.current(), QString());
+    EXPECT_EQ(inEdit(), "");
 
     product("감초", 1000);
-    list().Requery();
-    window().push("chkcmdIncomingAED_0");
-    EXPECT_EQ(window().focused(), "txtIncCount");
-    window().push("chkcmdIncomingSave_0");
+    list("tdbSaleProductListsManager").Requery();
+    push("chkcmdIncomingAED_0");
+    EXPECT_EQ(focused(), "txtIncCount");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 거래처를 선택하십시오."));
-    EXPECT_EQ(window().focused(), "txtIncCompanyName");
-    window().incoming->insFrmCompanySelect_evtDealerSelected(2, QStringLiteral("제일약초"));
-    window().type("txtIncCount", "4");
-    window().type("txtIncPricePerUnit", "\\250");
-    window().push("chkcmdIncomingSave_0");
+    EXPECT_EQ(focused(), "txtIncCompanyName");
+    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(2, QStringLiteral("제일약초"));
+    put("txtIncCount", "4");
+    put("txtIncPricePerUnit", "\\250");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(purchases(), ElementsAre("3|2|4|1000"));
-    EXPECT_EQ(window().focused(), "tdbProductIncoming");
-    EXPECT_EQ(window().incoming->intIncomingEditMode(), -1);
+    EXPECT_EQ(focused(), "tdbProductIncoming");
+    EXPECT_EQ(inEdit(), "");
 
-    window().push("chkcmdIncomingAED_0"); // a new purchase begins without the dealer of the last one
-    window().push("chkcmdIncomingSave_0");
+    push("chkcmdIncomingAED_0"); // a new purchase begins without the dealer of the last one
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 거래처를 선택하십시오."));
 }
 
@@ -135,42 +135,42 @@ TEST_F(IncomingPaneTest, APurchaseNeedsAProductAndADealer)
 TEST_F(IncomingPaneTest, AnEditTakesTheDealerChosenLastInThePanel)
 {
     purchase(1, 2, "3");
-    open();
-    window().push("chkcmdIncomingAED_1");
-    EXPECT_EQ(window().text("txtIncCompanyName"), "제일약초");
-    window().push("chkcmdIncomingSave_0");
+    manage();
+    push("chkcmdIncomingAED_1");
+    EXPECT_EQ(text("txtIncCompanyName"), "제일약초");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(boxes_.take(), ElementsAre("물품구매내역: 거래처를 선택하십시오."));
-    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
-    window().push("chkcmdIncomingSave_1");
-    EXPECT_EQ(window().text("txtIncCompanyName"), "제일약초");
+    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    push("chkcmdIncomingSave_1");
+    EXPECT_EQ(text("txtIncCompanyName"), "제일약초");
 
-    window().push("chkcmdIncomingAED_1");
-    window().push("chkcmdIncomingSave_0");
+    push("chkcmdIncomingAED_1");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(purchases(), ElementsAre("1|1|3|2500"));
 }
 
 TEST_F(IncomingPaneTest, TheProductListLoadedAnewDoesNotMoveAPurchaseToAnotherProduct)
 {
-    open();
-    list().moveTo(1);
-    window().push("chkcmdIncomingAED_0");
-    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
-    window().products->loadProductListsManager(true);
-    EXPECT_EQ(window().text("txtIncCompanyName"), "한약방");
-    EXPECT_EQ(window().text("txtProSaleInfo_1"), "나복자");
-    window().push("chkcmdIncomingSave_0");
+    manage();
+    list("tdbSaleProductListsManager").moveTo(1);
+    push("chkcmdIncomingAED_0");
+    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    pane<ProductPane>().loadProductListsManager(true);
+    EXPECT_EQ(text("txtIncCompanyName"), "한약방");
+    EXPECT_EQ(text("txtProSaleInfo_1"), "나복자");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(purchases(), ElementsAre("2|1|1|0"));
 
     // The product of the edit goes from the list meanwhile: the purchases of the one on view come when the edit ends.
     purchase(1, 2, "9");
-    window().push("chkcmdIncomingAED_1");
+    push("chkcmdIncomingAED_1");
     atOtherDesk("DELETE FROM tPSProductMaster WHERE PM_PK = 2");
-    window().products->loadProductListsManager(true);
-    window().type("txtIncCount", "5");
-    window().push("chkcmdIncomingSave_0");
+    pane<ProductPane>().loadProductListsManager(true);
+    put("txtIncCount", "5");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(purchases(), ElementsAre("2|1|5|0", "1|2|9|2500"));
-    EXPECT_EQ(window().text("txtIncCount"), "9");
+    EXPECT_EQ(text("txtIncCount"), "9");
 }
 
 TEST_F(IncomingPaneTest, StockIsStaleUntilItIsAskedForAgain)
@@ -182,35 +182,35 @@ TEST_F(IncomingPaneTest, StockIsStaleUntilItIsAskedForAgain)
             QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (%1, 1, %2)")
                 .arg(sale)
                 .arg(QLatin1String(kindAndCount)));
-    open();
+    manage();
     EXPECT_EQ(stock(), "10|3|4|1|2");
     boxes_.answers = {Answer::No, Answer::Yes};
-    window().push("chkcmdIncomingAED_2");
+    push("chkcmdIncomingAED_2");
     EXPECT_EQ(purchases().size(), 1u);
-    window().push("chkcmdIncomingAED_2");
+    push("chkcmdIncomingAED_2");
     EXPECT_THAT(boxes_.take(),
                 ElementsAre("삭제: 물품 구매내역을 삭제 하시겠습니까?", "삭제: 물품 구매내역을 삭제 하시겠습니까?"));
     EXPECT_THAT(purchases(), IsEmpty());
     EXPECT_EQ(stock(), "10|3|4|1|2");
-    window().push("cmdRefreshProdStat");
+    push("cmdRefreshProdStat");
     EXPECT_EQ(stock(), "0|3|-6|1|2");
-    list().moveTo(1);
+    list("tdbSaleProductListsManager").moveTo(1);
     EXPECT_EQ(stock(), "0|0|0|0|0");
 
-    list().moveTo(0);
+    list("tdbSaleProductListsManager").moveTo(0);
     atOtherDesk("DELETE FROM tPSProductMaster");
-    list().Requery();
-    window().push("cmdRefreshProdStat");
+    list("tdbSaleProductListsManager").Requery();
+    push("cmdRefreshProdStat");
     EXPECT_EQ(boxes_.take().size(), 1u) << "on an empty list the error is told and nothing else happens";
     EXPECT_EQ(stock(), "0|3|-6|1|2");
 }
 
 TEST_F(IncomingPaneTest, AStockBeyondItsNumbersKeepsWhatItShowed)
 {
-    open();
+    manage();
     EXPECT_EQ(stock(), "0|0|0|0|0");
     purchase(1, 1, "3000000000");
-    window().push("cmdRefreshProdStat");
+    push("cmdRefreshProdStat");
     EXPECT_EQ(stock(), "0|0|0|0|0");
 
     // Each figure fits, but not what is to be taken off, though the remainder would.
@@ -221,33 +221,33 @@ TEST_F(IncomingPaneTest, AStockBeyondItsNumbersKeepsWhatItShowed)
             QStringLiteral("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_OrderType, OrdD_Count) VALUES (1, 1, %1, "
                            "2000000000)")
                 .arg(QLatin1String(kind)));
-    window().push("cmdRefreshProdStat");
+    push("cmdRefreshProdStat");
     EXPECT_EQ(stock(), "2000000000|2000000000|0|0|2000000000");
     EXPECT_THAT(boxes_.take(), IsEmpty());
 }
 
 TEST_F(IncomingPaneTest, AQuantityOfMoreThanNineDigitsIsNotStored)
 {
-    open();
-    window().push("chkcmdIncomingAED_0");
-    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    manage();
+    push("chkcmdIncomingAED_0");
+    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
     for (const char *typed :
          {"8801234567890", "0000012345678", " -1234567890", "1234567890.5", "8801234567890개", "1e12"}) {
-        window().type("txtIncCount", typed);
-        window().push("chkcmdIncomingSave_0");
+        put("txtIncCount", typed);
+        push("chkcmdIncomingSave_0");
         EXPECT_THAT(boxes_.take(),
                     ElementsAre("물품구매내역: 구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 "
                                 "입력하십시오."))
             << typed;
-        EXPECT_EQ(window().modes.current(), QStringLiteral("11")) << typed;
-        EXPECT_EQ(window().focused(), "txtIncCount");
+        EXPECT_EQ(inEdit(), "purchase") << typed;
+        EXPECT_EQ(focused(), "txtIncCount");
     }
     EXPECT_THAT(purchases(), IsEmpty());
     for (const char *typed : {"123456789", "-123456789.25", "12개 8801234567890", "0.1234567891"}) {
-        window().type("txtIncCount", typed);
-        window().push("chkcmdIncomingSave_0");
-        window().push("chkcmdIncomingAED_0");
-        window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+        put("txtIncCount", typed);
+        push("chkcmdIncomingSave_0");
+        push("chkcmdIncomingAED_0");
+        pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
     }
     EXPECT_THAT(rows("SELECT IN_Count FROM tPSIncoming ORDER BY IN_PK"),
                 ElementsAre("123456789", "-123456789.25", "12", "0.1234567891"));
@@ -256,14 +256,14 @@ TEST_F(IncomingPaneTest, AQuantityOfMoreThanNineDigitsIsNotStored)
 TEST_F(IncomingPaneTest, APurchaseIsEditedWithoutAProductOnTheList)
 {
     purchase(1, 2, "3");
-    open();
-    window().incoming->insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
+    manage();
+    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(1, QStringLiteral("한약방"));
     atOtherDesk("DELETE FROM tPSProductMaster");
-    list().Requery();
-    window().push("chkcmdIncomingAED_1");
-    EXPECT_EQ(window().modes.current(), QStringLiteral("11"));
-    window().type("txtIncCount", "4");
-    window().push("chkcmdIncomingSave_0");
+    list("tdbSaleProductListsManager").Requery();
+    push("chkcmdIncomingAED_1");
+    EXPECT_EQ(inEdit(), "purchase");
+    put("txtIncCount", "4");
+    push("chkcmdIncomingSave_0");
     EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(purchases(), ElementsAre("1|1|4|3500"));
 }

@@ -1,8 +1,8 @@
 #include "sales/OrderSave.h"
 
 #include "data/clsSQL.h"
-#include "tests/sales/SaleDatabase.h"
 #include "tests/support/LogLines.h"
+#include "tests/support/SaleDatabase.h"
 
 namespace {
 
@@ -45,10 +45,15 @@ protected:
     OrderOperations operations_{session_, [] { return today(); }};
 };
 
-const OrderEdit typedEdit{
-    QStringLiteral(" 부산시 "), QStringLiteral("010"),   QStringLiteral("051 "),     QStringLiteral("문앞"),
-    QStringLiteral("단골"),     QStringLiteral("\\100"), QStringLiteral("-\\1,500"), true,
-    QDate(2026, 11, 20)};
+const OrderEdit typedEdit{.address = QStringLiteral(" 부산시 "),
+                          .cell = QStringLiteral("010"),
+                          .telephone = QStringLiteral("051 "),
+                          .takbaeMemo = QStringLiteral("문앞"),
+                          .memo = QStringLiteral("단골"),
+                          .discountTotal = QStringLiteral("\\100"),
+                          .outstanding = QStringLiteral("-\\1,500"),
+                          .takbae = true,
+                          .date = QDate(2026, 11, 20)};
 
 } // namespace
 

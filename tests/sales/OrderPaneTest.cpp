@@ -1,13 +1,15 @@
-#include "tests/sales/PanesOnADesk.h"
+#include "settings/clsUserSetting.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/SaleWindow.h"
 
+#include <QFile>
 #include <QRadioButton>
-#include <QSignalSpy>
 
 using controls::Answer;
 
 namespace {
 
-class OrderPaneTest : public DeskTest
+class OrderPaneTest : public SaleWindow
 {
 protected:
     /// One order with every field, one with as few as may be.
@@ -23,20 +25,27 @@ protected:
 
     std::string form()
     {
-        std::string all = desk().at<QDateEdit>("dtpOrderMasterDate").date().toString(Qt::ISODate).toStdString();
-        all += desk().at<QRadioButton>("optTakBae_0").isChecked() ? " pickup" : " courier";
+        std::string all = at<QDateEdit>("dtpOrderMasterDate").date().toString(Qt::ISODate).toStdString();
+        all += at<QRadioButton>("optTakBae_0").isChecked() ? " pickup" : " courier";
         for (int index = 0; index < 10; ++index)
-            all += '|' + desk().text(("txtOrderMaster_" + std::to_string(index)).c_str());
+            all += '|' + text(("txtOrderMaster_" + std::to_string(index)).c_str());
         return all;
     }
 
-    void select(int row) { session_.rsCustSaleMaster->moveTo(row); }
+    void select(int row) { list("tdbCustSaleMaster").moveTo(row); }
+    /// The name of the dialog that it opens, "" for none; it is closed again.
+    static std::string opened(const std::function<void()> &open)
+    {
+        std::string name;
+        inDialog(open, [&](const DialogDriver &form) { name = form.window()->objectName().toStdString(); });
+        return name;
+    }
     void editCell(int row, int column, const char *keys);
 };
 
 void OrderPaneTest::editCell(int row, int column, const char *keys)
 {
-    QTableView &orders = grid("tdbCustSaleMaster");
+    QTableView &orders = at<QTableView>("tdbCustSaleMaster");
     orders.setFocus();
     orders.setCurrentIndex(orders.model()->index(row, column));
     orders.edit(orders.currentIndex());
@@ -58,75 +67,90 @@ const char *const fullForm = "2026-11-20 courier|\\2,700|\\100|서울|010|02|단
 TEST_F(OrderPaneTest, TheFormShowsTheCurrentOrder)
 {
     twoOrders();
-    open();
+    sell();
     EXPECT_EQ(form(), fullForm);
-    select(1);
+    choose("tdbCustSaleMaster", 1);
     EXPECT_EQ(form(), "2026-01-02 pickup|\\0|\\0||||||\\0|\\0|\\0");
 
     atOtherDesk("DELETE FROM tPSOrderMaster");
-    desk().orders->loadCustSaleMaster();
+    pane<OrderPane>().loadCustSaleMaster();
     EXPECT_EQ(form(), "2026-01-02 pickup||||||||||");
 }
 
-TEST_F(OrderPaneTest, AnEditIsSavedAndTheFormLockedAgain)
+TEST_F(OrderPaneTest, OrdersThatAreGoneOrCannotBeReadTakeTheirLinesAndLedgerWithThem)
+{
+    const std::pair<const char *, const char *> ways[] = {
+        {"ALTER TABLE tPSOrderMaster RENAME TO away", "ALTER TABLE away RENAME TO tPSOrderMaster"},
+        {"UPDATE tPSOrderMaster SET Cust_PK = 42", "UPDATE tPSOrderMaster SET Cust_PK = 41"},
+    };
+    twoOrders();
+    detail(1, product("홍삼", 1000), 1000, 0, 1);
+    atOtherDesk("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK) VALUES (41, 1)");
+    for (const auto &[loss, undo] : ways) {
+        SCOPED_TRACE(loss);
+        sell();
+        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 1);
+        EXPECT_EQ(rowsShown("tdbCustTranManage"), 1);
+        atOtherDesk(loss);
+        pane<OrderPane>().loadCustSaleMaster();
+        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 0);
+        EXPECT_EQ(rowsShown("tdbCustTranManage"), 0);
+        atOtherDesk(undo);
+    }
+}
+
+TEST_F(OrderPaneTest, AnEditIsSavedAndEnds)
 {
     twoOrders();
-    open();
-    desk().push("chkCmdOrderMasterED_0");
-    EXPECT_EQ(desk().orders->intOrderEditState(), 1);
-    EXPECT_FALSE(desk().at("c1elaList_1").isEnabled());
-    EXPECT_TRUE(desk().at("chkcmdCSSaveInfo_0").isVisible());
+    sell();
+    push("chkCmdOrderMasterED_0");
+    EXPECT_EQ(inEdit(), "order");
     for (const char *sum : {"txtOrderMaster_0", "txtOrderMaster_8", "txtOrderMaster_9"})
-        EXPECT_TRUE(desk().at<QLineEdit>(sum).isReadOnly()) << sum << " comes from the lines";
+        EXPECT_TRUE(at<QLineEdit>(sum).isReadOnly()) << sum << " comes from the lines";
 
-    desk().type("txtOrderMaster_1", "250");
-    desk().type("txtOrderMaster_2", " 부산 ");
-    desk().type("txtOrderMaster_7", "1234");
-    desk().at<QDateEdit>("dtpOrderMasterDate").setDate(QDate(2026, 11, 21));
-    desk().push("optTakBae_0");
-    desk().push("chkcmdCSSaveInfo_0");
+    type("txtOrderMaster_1", "250");
+    type("txtOrderMaster_2", " 부산 ");
+    type("txtOrderMaster_7", "1234");
+    at<QDateEdit>("dtpOrderMasterDate").setDate(QDate(2026, 11, 21));
+    push("optTakBae_0");
+    push("chkcmdCSSaveInfo_0");
 
-    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(rows("SELECT OrdM_Date, OrdM_Gubun, OrdM_Address, OrdM_Misugum, OrdM_HalinTotal, OrdM_Tel FROM "
                      "tPSOrderMaster WHERE OrdM_PK = 1"),
                 ElementsAre("2026-11-21|1|부산|1234|250|02"));
-    EXPECT_EQ(desk().orders->intOrderEditState(), -1);
-    EXPECT_TRUE(desk().at("c1elaList_1").isEnabled());
-    EXPECT_FALSE(desk().at("chkcmdCSSaveInfo_0").isVisible());
-    for (const char *field : {"txtOrderMaster_1", "txtOrderMaster_2"})
-        EXPECT_TRUE(desk().at<QLineEdit>(field).isReadOnly()) << field;
-    EXPECT_EQ(desk().focusWidget(), &desk().at("tdbCustSaleMaster"));
-    EXPECT_EQ(desk().painted, 1);
-    EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
+    EXPECT_EQ(inEdit(), "");
+    EXPECT_EQ(window().focusWidget(), &at("tdbCustSaleMaster"));
+    EXPECT_EQ(text("txtOrderMaster_2"), "부산");
 }
 
 TEST_F(OrderPaneTest, ACancelledEditShowsTheOrderAsItIs)
 {
     twoOrders();
-    open();
-    desk().push("chkCmdOrderMasterED_0");
-    desk().type("txtOrderMaster_2", "부산");
-    desk().push("chkcmdCSSaveInfo_1");
+    sell();
+    push("chkCmdOrderMasterED_0");
+    type("txtOrderMaster_2", "부산");
+    push("chkcmdCSSaveInfo_1");
     EXPECT_EQ(form(), fullForm);
     EXPECT_THAT(rows("SELECT OrdM_Address FROM tPSOrderMaster WHERE OrdM_PK = 1"), ElementsAre("서울"));
-    EXPECT_EQ(desk().orders->intOrderEditState(), -1);
+    EXPECT_EQ(inEdit(), "");
 }
 
 TEST_F(OrderPaneTest, AnEditLeavesAloneWhatAnotherDeskWroteToOtherFields)
 {
     twoOrders();
-    open();
-    desk().push("chkCmdOrderMasterED_0");
-    desk().type("txtOrderMaster_2", "부산");
+    sell();
+    push("chkCmdOrderMasterED_0");
+    type("txtOrderMaster_2", "부산");
     atOtherDesk(
         "UPDATE tPSOrderMaster SET OrdM_Tel = '031', OrdM_HalinTotal = 300, OrdM_Misugum = 70, OrdM_Total = 9000 "
         "WHERE OrdM_PK = 1"); // a line, a payment and a telephone
-    desk().push("chkcmdCSSaveInfo_0");
-    EXPECT_THAT(reader_.take(), IsEmpty());
+    push("chkcmdCSSaveInfo_0");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(
         rows("SELECT OrdM_Address, OrdM_Tel, OrdM_HalinTotal, OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = 1"),
         ElementsAre("부산|031|300|70"));
-    EXPECT_EQ(desk().text("txtOrderMaster_4"), "031");
+    EXPECT_EQ(text("txtOrderMaster_4"), "031");
 }
 
 TEST_F(OrderPaneTest, AFieldThatBothDesksWroteIsToldOnceAndTheTypedTextStays)
@@ -135,57 +159,58 @@ TEST_F(OrderPaneTest, AFieldThatBothDesksWroteIsToldOnceAndTheTypedTextStays)
                               QStringLiteral("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 1")};
     const Rows written[] = {{"1|부산", "2|NULL"}, {"2|NULL"}};
     twoOrders();
-    open();
+    sell();
     for (qsizetype at = 0; at < changes.size(); ++at) {
         SCOPED_TRACE(qPrintable(changes[at]));
-        desk().push("chkCmdOrderMasterED_0");
-        desk().type("txtOrderMaster_2", "부산");
+        push("chkCmdOrderMasterED_0");
+        type("txtOrderMaster_2", "부산");
         atOtherDesk(changes[at]);
-        desk().push("chkcmdCSSaveInfo_0");
-        EXPECT_THAT(reader_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
+        push("chkcmdCSSaveInfo_0");
+        EXPECT_THAT(boxes_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
-        EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
-        EXPECT_EQ(desk().orders->intOrderEditState(), 1) << "the user decides over what was typed";
-        desk().push("chkcmdCSSaveInfo_0"); // told once: the last writer wins, but never over a row that is gone
+        EXPECT_EQ(text("txtOrderMaster_2"), "부산");
+        EXPECT_EQ(inEdit(), "order") << "the user decides over what was typed";
+        push("chkcmdCSSaveInfo_0"); // told once: the last writer wins, but never over a row that is gone
         EXPECT_EQ(rows("SELECT OrdM_PK, OrdM_Address FROM tPSOrderMaster ORDER BY OrdM_PK"), written[at]);
-        if (desk().orders->intOrderEditState() == 1)
-            desk().push("chkcmdCSSaveInfo_1");
-        reader_.take();
+        if (inEdit() == "order")
+            push("chkcmdCSSaveInfo_1");
+        boxes_.take();
     }
-    EXPECT_EQ(desk().orders->intOrderEditState(), -1);
+    EXPECT_EQ(inEdit(), "");
 }
 
 TEST_F(OrderPaneTest, AReloadDoesNotWipeAFormInEdit)
 {
     twoOrders();
-    open();
-    desk().push("chkCmdOrderMasterED_0");
-    desk().type("txtOrderMaster_2", "부산");
-    session_.rsCustSaleMaster->Requery();
-    desk().orders->showOrderTotals();
-    EXPECT_EQ(desk().text("txtOrderMaster_2"), "부산");
+    sell();
+    push("chkCmdOrderMasterED_0");
+    type("txtOrderMaster_2", "부산");
+    list("tdbCustSaleMaster").Requery();
+    pane<OrderPane>().showOrderTotals();
+    EXPECT_EQ(text("txtOrderMaster_2"), "부산");
 
     // Another customer comes while the form is open: nothing of it is saved.
-    desk().orders->abandonEdit();
-    desk().orders->loadCustSaleMaster();
+    pane<OrderPane>().abandonEdit();
+    pane<OrderPane>().loadCustSaleMaster();
     EXPECT_EQ(form(), fullForm);
-    EXPECT_TRUE(desk().at("c1elaList_1").isEnabled());
+    EXPECT_TRUE(at("c1elaList_1").isEnabled());
 }
 
 TEST_F(OrderPaneTest, OutstandingMoneyIsTypedIntoTheGridAndSavedAtOnce)
 {
     twoOrders();
-    open();
+    sell();
     const QString stored = QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = 1");
     editCell(0, 7, "2500");
     EXPECT_THAT(rows(stored), ElementsAre("2500"));
-    EXPECT_EQ(desk().text("txtOrderMaster_7"), "\\2,500") << "a save of the form must not bring the old amount back";
+    EXPECT_EQ(text("txtOrderMaster_7"), "\\2,500") << "a save of the form must not bring the old amount back";
     editCell(0, 7, "");
     EXPECT_THAT(rows(stored), ElementsAre("0"));
-    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(boxes_.take(), IsEmpty());
 
-    EXPECT_FALSE(grid("tdbCustSaleMaster").model()->flags(grid("tdbCustSaleMaster").model()->index(0, 6))
-                 & Qt::ItemIsEditable);
+    EXPECT_FALSE(
+        at<QTableView>("tdbCustSaleMaster").model()->flags(at<QTableView>("tdbCustSaleMaster").model()->index(0, 6))
+        & Qt::ItemIsEditable);
 }
 
 TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
@@ -193,20 +218,23 @@ TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
     twoOrders();
     const int ginseng = product("홍삼", 1000);
     detail(1, ginseng, 1000, 0, 1);
-    open();
+    atOtherDesk("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK) VALUES (41, 1), (42, 1)");
+    sell();
     for (Answer answer : {Answer::No, Answer::Yes}) {
-        reader_.answers = {answer};
-        desk().push("chkCmdOrderMasterED_1");
-        ASSERT_EQ(reader_.boxes.size(), 1u);
-        EXPECT_EQ(reader_.boxes[0].flags, controls::YesNo | controls::QuestionIcon);
-        EXPECT_THAT(reader_.take(), ElementsAre("판매 마스터 삭제: 선택한 고객 판매 마스터을 삭제 하시겠습니까?\n"
-                                                "(고객 판매 디테일도 모두 삭제됩니다.)"));
+        boxes_.answers = {answer};
+        push("chkCmdOrderMasterED_1");
+        ASSERT_EQ(boxes_.messages.size(), 1u);
+        EXPECT_EQ(boxes_.messages[0].flags, controls::YesNo | controls::QuestionIcon);
+        EXPECT_THAT(boxes_.take(), ElementsAre("판매 마스터 삭제: 선택한 고객 판매 마스터을 삭제 하시겠습니까?\n"
+                                               "(고객 판매 디테일도 모두 삭제됩니다.)"));
         const std::size_t left = answer == Answer::Yes ? 1 : 2;
         EXPECT_THAT(rows("SELECT * FROM tPSOrderMaster"), testing::SizeIs(left));
         EXPECT_THAT(rows("SELECT * FROM tPSOrderDetail"), testing::SizeIs(left - 1));
     }
-    EXPECT_EQ(desk().text("txtOrderMaster_2"), "");
-    EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 0);
+    EXPECT_THAT(rows("SELECT tpstrans_Customer_PK FROM tPSTransaction"), ElementsAre("42"))
+        << "another customer's row under the same key is not the order's";
+    EXPECT_EQ(text("txtOrderMaster_2"), "");
+    EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 0);
 }
 
 TEST_F(OrderPaneTest, ADeleteThatFailsAtAnyOfItsStepsIsToldAndShowsTheOrderAgain)
@@ -216,19 +244,19 @@ TEST_F(OrderPaneTest, ADeleteThatFailsAtAnyOfItsStepsIsToldAndShowsTheOrderAgain
     atOtherDesk(
         "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
         "tpstrans_Money) SELECT Cust_PK, OrdM_PK, OrdM_Date, 3, 1000 FROM tPSOrderMaster WHERE OrdM_PK = 1");
-    open();
+    sell();
     for (const char16_t *table : {u"tPSOrderDetail", u"tPSTransaction", u"tPSOrderMaster"}) {
         SCOPED_TRACE(qPrintable(QString::fromUtf16(table)));
         refuse(QStringLiteral("BEFORE DELETE ON ") + QString::fromUtf16(table));
-        reader_.answers = {Answer::Yes};
-        desk().push("chkCmdOrderMasterED_1");
-        EXPECT_EQ(reader_.boxes.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
+        boxes_.answers = {Answer::Yes};
+        push("chkCmdOrderMasterED_1");
+        EXPECT_EQ(boxes_.messages.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
         allowAgain();
         for (const char16_t *kept : {u"tPSOrderDetail", u"tPSTransaction"})
             EXPECT_THAT(rows(QStringLiteral("SELECT * FROM ") + QString::fromUtf16(kept)), testing::SizeIs(1));
-        EXPECT_EQ(grid("tdbCustSaleMaster").model()->rowCount(), 2);
-        EXPECT_EQ(grid("tdbCustSaleDetails").model()->rowCount(), 1);
+        EXPECT_EQ(rowsShown("tdbCustSaleMaster"), 2);
+        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 1);
         EXPECT_EQ(form(), fullForm);
     }
 }
@@ -239,118 +267,98 @@ TEST_F(OrderPaneTest, NamesComeFromTheProductsAndStayEmptyForThoseThatAreGone)
     const int ginseng = product("홍삼", 1000);
     detail(1, 999, 500, 0, 1);
     detail(1, ginseng, 1000, 0, 2);
-    open();
-    QTableView &details = grid("tdbCustSaleDetails");
-    EXPECT_EQ(cell(details, 0, 2), "홍삼");
-    EXPECT_EQ(cell(details, 1, 2), "");
-    EXPECT_EQ(cell(details, 0, 6), "일반판매");
+    sell();
+    EXPECT_EQ(cell("tdbCustSaleDetails", 0, 2), "홍삼");
+    EXPECT_EQ(cell("tdbCustSaleDetails", 1, 2), "");
+    EXPECT_EQ(cell("tdbCustSaleDetails", 0, 6), "일반판매");
 
     atOtherDesk("UPDATE tPSProductMaster SET PM_Name = '산삼'");
-    desk().details->rebind();
-    EXPECT_EQ(cell(details, 0, 2), "산삼");
+    pane<DetailPane>().rebind();
+    EXPECT_EQ(cell("tdbCustSaleDetails", 0, 2), "산삼");
     atOtherDesk("UPDATE tPSProductMaster SET PM_Name = '홍삼'");
-    session_.rsCustSaleDetails->Requery();
-    EXPECT_EQ(cell(details, 0, 2), "홍삼");
-    EXPECT_EQ(session_.rsCustSaleDetailsClone->rowCount(), 2);
+    list("tdbCustSaleDetails").Requery();
+    EXPECT_EQ(cell("tdbCustSaleDetails", 0, 2), "홍삼");
     atOtherDesk("ALTER TABLE tPSProductMaster RENAME TO away");
-    desk().details->rebind();
-    EXPECT_EQ(cell(details, 0, 2), "#오류") << "a name that cannot be read is not one that is gone";
+    pane<DetailPane>().rebind();
+    EXPECT_EQ(cell("tdbCustSaleDetails", 0, 2), "#오류") << "a name that cannot be read is not one that is gone";
 }
 
 TEST_F(OrderPaneTest, ALineIsDeletedOnlyOnYesAndTheSumsFollow)
 {
     twoOrders();
     detail(1, product("홍삼", 1000), 1000, 0, 1);
-    open();
+    sell();
     for (Answer answer : {Answer::No, Answer::Yes}) {
-        reader_.answers = {answer};
-        desk().push("chkCmdDelOrderDetail");
-        EXPECT_THAT(reader_.take(), ElementsAre("판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?"));
+        boxes_.answers = {answer};
+        push("chkCmdDelOrderDetail");
+        EXPECT_THAT(boxes_.take(), ElementsAre("판매 상세 내역: 판매 상세 내역을 삭제 하시겠습니까?"));
         EXPECT_THAT(rows("SELECT COUNT(*) FROM tPSOrderDetail"), ElementsAre(answer == Answer::Yes ? "0" : "1"));
     }
-    EXPECT_EQ(desk().text("txtOrderMaster_9"), "\\0");
-    EXPECT_EQ(desk().text("txtOrderMaster_7"), "\\500") << "outstanding money stays";
-    desk().push("chkCmdDelOrderDetail");
-    EXPECT_THAT(reader_.take(), IsEmpty()) << "nothing to delete, nothing to ask";
+    EXPECT_EQ(text("txtOrderMaster_9"), "\\0");
+    EXPECT_EQ(text("txtOrderMaster_7"), "\\500") << "outstanding money stays";
+    push("chkCmdDelOrderDetail");
+    EXPECT_THAT(boxes_.take(), IsEmpty()) << "nothing to delete, nothing to ask";
 }
 
 TEST_F(OrderPaneTest, OnlyASoldLineAsksForItsReceiptOrItsReturn)
 {
-    // refusal: of a return
     const struct
     {
         const char *type;
         int count;
-        bool receipt;
-        const char *refusal;
+        const char *receipt; ///< the dialog that a double click opens
+        const char *refund;  ///< and the one of the button
+        std::vector<std::string> refusal;
     } cases[] = {
-        {"0", 2, true, nullptr},
-        {"1", 2, false, nullptr},
-        {"2", 2, false, "반품처리: 망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."},
-        {"NULL", -1, false, "반품: 반품된 물품이므로 반품처리를 할 수 없습니다."},
-        {"0", 0, false, "반품: 반품된 물품이므로 반품처리를 할 수 없습니다."},
+        {"0", 2, "frmSimpleReceipt", "frmRefund", {}},
+        {"1", 2, "", "frmRefund", {}},
+        {"2", 2, "", "", {"반품처리: 망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."}},
+        {"NULL", -1, "", "", {"반품: 반품된 물품이므로 반품처리를 할 수 없습니다."}},
+        {"0", 0, "", "", {"반품: 반품된 물품이므로 반품처리를 할 수 없습니다."}},
     };
     twoOrders();
     detail(1, 1, 1000, 0, 1);
-    open();
-    QSignalSpy receipt(desk().details, &DetailPane::receiptAsked);
-    QSignalSpy refund(desk().details, &DetailPane::refundAsked);
+    sell();
     for (const auto &c : cases) {
         SCOPED_TRACE(c.type);
         atOtherDesk(QStringLiteral("UPDATE tPSOrderDetail SET OrdD_OrderType = %1, OrdD_Count = %2, OrdD_RfndMemo = "
                                    "'a' || char(10) || 'b'")
                         .arg(QString::fromLatin1(c.type))
                         .arg(c.count));
-        session_.rsCustSaleDetails->Requery();
-        EXPECT_EQ(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText(), QStringLiteral("a\nb"));
-        emit desk().details->tdbCustSaleDetails()->rowDoubleClicked();
-        EXPECT_EQ(receipt.size(), c.receipt);
-        receipt.clear();
-        desk().push("chkCmdRefund");
-        EXPECT_EQ(refund.size(), c.refusal == nullptr);
-        refund.clear();
-        if (c.refusal) {
-            EXPECT_THAT(reader_.take(), ElementsAre(c.refusal));
-        }
+        list("tdbCustSaleDetails").Requery();
+        EXPECT_EQ(text("txtCustOrderRfndMemo"), "a\nb");
+        EXPECT_EQ(opened([] { emit at<controls::RecordsetGrid>("tdbCustSaleDetails").rowDoubleClicked(); }), c.receipt);
+        EXPECT_EQ(opened([] { push("chkCmdRefund"); }), c.refund);
+        EXPECT_EQ(boxes_.take(), c.refusal);
     }
 }
 
 TEST_F(OrderPaneTest, ReceiptsAskForAnOrderAndAPeriodThatRunsForwards)
 {
-    open();
+    sell();
     const std::string noOrder = "영수증 출력: 거래 내역이 없어 출력할 수 없습니다.";
     for (const char *button : {"chkCmdPrintReceipt_0", "chkCmdPrintReceipt_1", "chkCmdPrintReceiptRollPrinter"}) {
-        desk().push(button);
-        EXPECT_THAT(reader_.take(), ElementsAre(noOrder)) << button;
+        push(button);
+        EXPECT_THAT(boxes_.take(), ElementsAre(noOrder)) << button;
     }
     twoOrders();
-    desk().orders->loadCustSaleMaster();
-    QSignalSpy period(desk().orders, &OrderPane::periodReceiptAsked);
-    desk().push("chkCmdPrintReceipt_1");
-    EXPECT_EQ(period.size(), 1);
-    desk().at<QDateEdit>("uxStartDateDTP").setDate(desk().at<QDateEdit>("uxEndDateDTP").date().addDays(1));
-    desk().push("chkCmdPrintReceipt_1");
-    EXPECT_THAT(reader_.take(), ElementsAre(": 시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."));
-    EXPECT_EQ(period.size(), 1);
-}
-
-TEST(PanesWithoutASession, SurviveEveryButtonAndKey)
-{
-    BoxReader reader;
-    SaleSession session;
-    Desk desk(session);
-    for (QAbstractButton *button : desk.findChildren<QAbstractButton *>()) {
-        // Buttons inside the calendars have names of the toolkit; one opens a menu that would wait for a choice.
-        if (!button->objectName().isEmpty() && !button->objectName().startsWith(QLatin1String("qt_")))
-            QTest::mouseClick(button, Qt::LeftButton);
-    }
-    for (QTableView *grid : desk.findChildren<QTableView *>()) {
-        for (Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Space, Qt::Key_Return})
-            QTest::keyClick(grid, key);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton);
-    }
-    for (QLineEdit *box : desk.findChildren<QLineEdit *>())
-        QTest::keyClicks(box, QStringLiteral("1-a"));
-    for (const std::string &said : reader.take())
-        EXPECT_EQ(said, "영수증 출력: 거래 내역이 없어 출력할 수 없습니다.");
+    sell();
+    EXPECT_TRUE(inDialog([] { push("chkCmdPrintReceipt_0"); },
+                         [](const DialogDriver &preview) {
+                             EXPECT_EQ(preview.window()->objectName(), QStringLiteral("frmPrinter"));
+                             EXPECT_EQ(preview.window()->windowTitle().toStdString(), "영수증출력");
+                             EXPECT_TRUE(preview.window()->isMaximized());
+                             preview.key(Qt::Key_Escape);
+                             EXPECT_FALSE(preview.window()->isVisible());
+                         }));
+    const QTemporaryDir folder;
+    const QString roll = folder.filePath(QStringLiteral("roll.pdf")); // a printer of this name is a file
+    clsUserSetting().setReceiptPrinter(roll);
+    push("chkCmdPrintReceiptRollPrinter");
+    EXPECT_TRUE(QFile::exists(roll));
+    const auto printPeriod = [] { return opened([] { push("chkCmdPrintReceipt_1"); }); };
+    EXPECT_EQ(printPeriod(), "frmPrinter");
+    at<QDateEdit>("uxStartDateDTP").setDate(at<QDateEdit>("uxEndDateDTP").date().addDays(1));
+    EXPECT_EQ(printPeriod(), "");
+    EXPECT_THAT(boxes_.take(), ElementsAre("물품판매관리: 시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."));
 }

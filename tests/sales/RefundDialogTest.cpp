@@ -1,7 +1,5 @@
-#include "sales/RefundFlow.h"
-#include "sales/frmRefund.h"
-#include "tests/sales/PanesOnADesk.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/SaleWindow.h"
 
 #include <QInputMethodEvent>
 #include <QScreen>
@@ -9,24 +7,20 @@
 namespace {
 
 /// A line of 3 at 1,000 less 100, sold on the 20th, and the button that takes it back.
-class RefundDialog : public DeskTest
+class RefundDialog : public SaleWindow
 {
 protected:
     RefundDialog()
     {
         detail(order("2026-11-20"), product("홍삼 & 녹용", 1200), 1000, 100, 3);
-        open();
-        flow_ = std::make_unique<RefundFlow>(session_, *desk().details, &desk());
+        sell();
     }
-    void push(const std::function<void(const DialogDriver &)> &act)
+    static void takeBack(const std::function<void(const DialogDriver &)> &act)
     {
-        whenDialogStands(act);
-        desk().push("chkCmdRefund");
+        EXPECT_TRUE(inDialog([] { push("chkCmdRefund"); }, act));
     }
     Rows lines() { return rows("SELECT OrdD_UnitPrice, OrdD_Count FROM tPSOrderDetail ORDER BY OrdD_PK"); }
     Rows notes() { return rows("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK"); }
-
-    std::unique_ptr<RefundFlow> flow_;
 };
 
 QColor color(const DialogDriver &form, const char *name)
@@ -39,7 +33,7 @@ QColor color(const DialogDriver &form, const char *name)
 TEST_F(RefundDialog, ComesUpWithTheWholeLineAndLeavesEverythingWhenCancelled)
 {
     for (const char *button : {"chkCmdCancel", ""}) { // the button, then Esc
-        push([&, button](const DialogDriver &form) {
+        takeBack([&, button](const DialogDriver &form) {
             EXPECT_EQ(form.find<QDateEdit>("dtpUnitSoldDate")->date(), QDate(2026, 11, 20));
             EXPECT_EQ(form.find<QDateEdit>("dtpRfndDate")->date(), QDate::currentDate());
             const std::pair<const char *, const char *> texts[] = {
@@ -63,12 +57,12 @@ TEST_F(RefundDialog, ComesUpWithTheWholeLineAndLeavesEverythingWhenCancelled)
     }
     EXPECT_THAT(lines(), ElementsAre("1000|3"));
     EXPECT_THAT(notes(), ElementsAre("NULL"));
-    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(boxes_.take(), IsEmpty());
 }
 
 TEST_F(RefundDialog, StepsStayBetweenTheSoldQuantityAndNone)
 {
-    push([](const DialogDriver &form) {
+    takeBack([](const DialogDriver &form) {
         const auto count = [&](const char *button, int times = 1) {
             for (; times > 0; --times)
                 form.press(button);
@@ -88,7 +82,7 @@ TEST_F(RefundDialog, StepsStayBetweenTheSoldQuantityAndNone)
 
 TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
 {
-    push([](const DialogDriver &form) {
+    takeBack([](const DialogDriver &form) {
         EXPECT_EQ(form.focus(), "dtpRfndDate");
         form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
         form.key(Qt::Key_Tab);
@@ -114,25 +108,24 @@ TEST_F(RefundDialog, ByKeysAloneAPriceAndARemarkAreTypedAndSaved)
         form.key(Qt::Key_Backtab);
         form.key(Qt::Key_Space);
     });
-    EXPECT_THAT(reader_.take(), IsEmpty());
+    EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(lines(), ElementsAre("1000|3", "9050|-2"));
     EXPECT_THAT(notes(), ElementsAre("▶2026-11-20일 (-2)개 반품", testing::EndsWith(" 메모: 변심")));
     // The lines were read anew; the newest, the return, stands first.
-    EXPECT_EQ(cell(grid("tdbCustSaleDetails"), 0, 3), "-2");
-    EXPECT_THAT(desk().at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText().toStdString(),
-                testing::EndsWith("변심"));
-    EXPECT_EQ(desk().text("txtOrderMaster_9"), "-\\15,400");
+    EXPECT_EQ(cell("tdbCustSaleDetails", 0, 3), "-2");
+    EXPECT_THAT(at<QPlainTextEdit>("txtCustOrderRfndMemo").toPlainText().toStdString(), testing::EndsWith("변심"));
+    EXPECT_EQ(text("txtOrderMaster_9"), "-\\15,400");
 }
 
 TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
 {
-    push([this](const DialogDriver &form) {
+    takeBack([this](const DialogDriver &form) {
         form.find<QDateEdit>("dtpRfndDate")->setDate(QDate(2026, 11, 20));
         form.type("txtRfndMemo", "torn");
         for (const char *none : {"", "-", "all", "-32769"}) {
             form.type("txtRfndUnitCount", none);
             form.press("chkCmdSave");
-            EXPECT_THAT(reader_.take(), ElementsAre("반품: 반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"));
+            EXPECT_THAT(boxes_.take(), ElementsAre("반품: 반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"));
             EXPECT_TRUE(form.window()->isVisible());
             EXPECT_EQ(form.text("txtRfndMemo"), "torn");
         }
@@ -142,19 +135,55 @@ TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
     EXPECT_THAT(lines(), ElementsAre("1000|3", "900|-1"));
 }
 
-TEST_F(RefundDialog, StandsBesideItsButtonAndWhollyOnTheScreen)
+TEST_F(RefundDialog, StandsBesideItsButton)
 {
-    const QRect screen = desk().screen()->availableGeometry();
-    const QPoint places[] = {
-        {0, 0}, {screen.right() - 300, screen.bottom() - 200}, {screen.left() - 700, screen.top() - 300}};
-    for (const QPoint &place : places) {
-        desk().move(place);
-        push([&](const DialogDriver &form) {
-            EXPECT_TRUE(screen.contains(form.window()->frameGeometry()));
-            auto &button = desk().at<QWidget>("chkCmdRefund");
-            if (place.isNull()) {
-                EXPECT_FALSE(form.window()->frameGeometry().contains(button.mapToGlobal(button.rect().center())));
-            }
-        });
+    window().move(0, 0);
+    takeBack([](const DialogDriver &form) {
+        auto &button = at<QWidget>("chkCmdRefund");
+        EXPECT_FALSE(form.window()->frameGeometry().contains(button.mapToGlobal(button.rect().center())));
+    });
+}
+
+TEST_F(RefundDialog, EveryDialogOfTheSaleStaysOnTheScreenWhereverItsButtonIs)
+{
+    atOtherDesk("INSERT INTO Customer (Customer_PK, name, sn) VALUES (41, '홍길동', 'C-1')");
+    const QRect screen = window().screen()->availableGeometry();
+    const auto expectOnScreen = [&](const DialogDriver &form, const char *name) {
+        EXPECT_EQ(form.window()->objectName().toStdString(), name);
+        const QRect place = form.window()->frameGeometry();
+        EXPECT_TRUE(screen.contains(place)) << place.x() << ' ' << place.y();
+    };
+    const struct
+    {
+        const char *prepare;
+        const char *button;
+        const char *dialog;
+    } cases[] = {
+        {"DELETE FROM tPSTransaction", "chkCmdRefund", "frmRefund"},
+        {"UPDATE tPSOrderMaster SET OrdM_Total = 3000, OrdM_Misugum = 500", "chkCmdAutomateReceipt",
+         "frmSimpleReceipt"},
+        {"INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Operator, tpstrans_Money) "
+         "VALUES (41, 1, 3, 1000)",
+         "chkCmdAutomateReceipt", "frmSimpleReceiptAdd"},
+        {"DELETE FROM tPSTransaction", "chkCmdRunMisuMoneyManger", "frmMisuMoneyManager"},
+    };
+    for (const QPoint &place : {screen.bottomRight() - QPoint(300, 200), QPoint(-4000, -4000), QPoint(4000, 4000)}) {
+        for (const auto &c : cases) {
+            SCOPED_TRACE(c.dialog + std::string(" at ") + std::to_string(place.x()));
+            atOtherDesk(QString::fromLatin1(c.prepare));
+            sell();
+            window().move(place);
+            EXPECT_TRUE(inDialog([&] { push(c.button); },
+                                 [&](const DialogDriver &form) {
+                                     expectOnScreen(form, c.dialog);
+                                     if (form.window()->objectName() != QLatin1String("frmMisuMoneyManager"))
+                                         return;
+                                     form.key(Qt::Key_Down);
+                                     EXPECT_TRUE(inDialog([&] { form.press("cmdMisuMoneyPay"); },
+                                                          [&](const DialogDriver &payment) {
+                                                              expectOnScreen(payment, "frmMisuMoneyPay");
+                                                          }));
+                                 }));
+        }
     }
 }

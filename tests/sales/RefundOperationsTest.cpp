@@ -2,7 +2,7 @@
 
 #include "data/clsSQL.h"
 #include "platform/runtime/RuntimeError.h"
-#include "tests/sales/SaleDatabase.h"
+#include "tests/support/SaleDatabase.h"
 
 using runtime::Currency;
 

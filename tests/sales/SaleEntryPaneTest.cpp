@@ -1,10 +1,10 @@
-#include "tests/sales/PanesOnADesk.h"
+#include "tests/support/SaleWindow.h"
 
 #include <QLabel>
 
 namespace {
 
-class EntryPane : public DeskTest
+class EntryPane : public SaleWindow
 {
 protected:
     Rows lines()
@@ -21,25 +21,25 @@ const char *const kindButtons[] = {"ssoptSellType_0", "ssoptSellType_1", "ssoptS
 TEST_F(EntryPane, ShowsTheCurrentProductAndClearsWithoutOne)
 {
     product("감초", 12000, false, true);
-    open();
-    EXPECT_EQ(desk().texts({"txtSaleProductLists_0", "txtSaleProductLists_1", "txtSaleProductLists_2",
-                            "txtSaleProductLists_6", "txtSaleProductLists_8"}),
+    sell();
+    EXPECT_EQ(texts({"txtSaleProductLists_0", "txtSaleProductLists_1", "txtSaleProductLists_2", "txtSaleProductLists_6",
+                     "txtSaleProductLists_8"}),
               "차|감초|\\12,000|\\12,000|\\12,000");
-    EXPECT_FALSE(desk().at<QCheckBox>("chkSaleProductLists_0").isChecked());
-    EXPECT_TRUE(desk().at<QCheckBox>("chkSaleProductLists_1").isChecked());
+    EXPECT_FALSE(at<QCheckBox>("chkSaleProductLists_0").isChecked());
+    EXPECT_TRUE(at<QCheckBox>("chkSaleProductLists_1").isChecked());
 
     atOtherDesk("UPDATE tPSProductMaster SET PM_IsHide = 1");
-    desk().list->requerySaleProductLists();
-    EXPECT_EQ(desk().text("txtSaleProductLists_1"), "");
-    EXPECT_EQ(desk().text("txtSaleProductLists_5"), "1");
-    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\0");
-    EXPECT_FALSE(desk().at<QCheckBox>("chkSaleProductLists_1").isChecked());
+    pane<SaleListPane>().requerySaleProductLists();
+    EXPECT_EQ(text("txtSaleProductLists_1"), "");
+    EXPECT_EQ(text("txtSaleProductLists_5"), "1");
+    EXPECT_EQ(text("txtSaleProductLists_8"), "\\0");
+    EXPECT_FALSE(at<QCheckBox>("chkSaleProductLists_1").isChecked());
 }
 
 TEST_F(EntryPane, TheLineTotalFollowsWhatIsTyped)
 {
     product("감초", 1000);
-    open();
+    sell();
     const struct
     {
         const char *box, *keys, *total;
@@ -52,15 +52,15 @@ TEST_F(EntryPane, TheLineTotalFollowsWhatIsTyped)
     };
     for (const auto &step : steps) {
         SCOPED_TRACE(step.keys);
-        desk().type(step.box, step.keys);
-        EXPECT_EQ(desk().text("txtSaleProductLists_8"), step.total);
+        type(step.box, step.keys);
+        EXPECT_EQ(text("txtSaleProductLists_8"), step.total);
     }
 }
 
 TEST_F(EntryPane, SteppersNeverReachZero)
 {
     product("감초", 1000);
-    open();
+    sell();
     const struct
     {
         const char *button, *from, *to;
@@ -72,46 +72,46 @@ TEST_F(EntryPane, SteppersNeverReachZero)
     };
     for (const auto &step : steps) {
         SCOPED_TRACE(std::string(step.button) + " from " + step.from);
-        desk().at<QLineEdit>("txtSaleProductLists_5").setText(QString::fromLatin1(step.from));
-        desk().push(step.button);
-        EXPECT_EQ(desk().text("txtSaleProductLists_5"), step.to);
+        at<QLineEdit>("txtSaleProductLists_5").setText(QString::fromLatin1(step.from));
+        push(step.button);
+        EXPECT_EQ(text("txtSaleProductLists_5"), step.to);
     }
 }
 
 TEST_F(EntryPane, TheKindDecidesPriceTotalAndSign)
 {
     product("감초", 1000);
-    open();
-    desk().type("txtSaleProductLists_5", "-3");
+    sell();
+    type("txtSaleProductLists_5", "-3");
 
-    desk().push("ssoptSellType_2");
-    EXPECT_EQ(desk().text("txtSaleProductLists_5"), "-3");
-    EXPECT_EQ(desk().text("txtSaleProductLists_2"), "\\0");
-    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\0");
-    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\0");
+    push("ssoptSellType_2");
+    EXPECT_EQ(text("txtSaleProductLists_5"), "-3");
+    EXPECT_EQ(text("txtSaleProductLists_2"), "\\0");
+    EXPECT_EQ(text("txtSaleProductLists_6"), "\\0");
+    EXPECT_EQ(text("txtSaleProductLists_8"), "\\0");
 
-    desk().push("ssoptSellType_1");
-    EXPECT_EQ(desk().text("txtSaleProductLists_5"), "3");
+    push("ssoptSellType_1");
+    EXPECT_EQ(text("txtSaleProductLists_5"), "3");
 
-    desk().push("ssoptSellType_0");
-    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\1,000");
-    EXPECT_EQ(desk().text("txtSaleProductLists_8"), "\\3,000");
+    push("ssoptSellType_0");
+    EXPECT_EQ(text("txtSaleProductLists_6"), "\\1,000");
+    EXPECT_EQ(text("txtSaleProductLists_8"), "\\3,000");
 }
 
 // Both readings are meant: the list shows the price of a product that is no longer handled, a change of kind does not.
 TEST_F(EntryPane, AProductNotHandledKeepsItsPriceUntilTheKindChanges)
 {
     product("감초", 1000, true, false);
-    open();
-    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\1,000");
-    desk().push("ssoptSellType_1");
-    desk().push("ssoptSellType_0");
-    EXPECT_EQ(desk().text("txtSaleProductLists_6"), "\\0");
+    sell();
+    EXPECT_EQ(text("txtSaleProductLists_6"), "\\1,000");
+    push("ssoptSellType_1");
+    push("ssoptSellType_0");
+    EXPECT_EQ(text("txtSaleProductLists_6"), "\\0");
 
     for (const char *kind : kindButtons) {
-        desk().push(kind);
-        desk().push("cmdCSAppendDetail");
-        EXPECT_THAT(reader_.take(), ElementsAre(": 취급하지 않는 물품입니다. 추가를 하실 수 없습니다."));
+        push(kind);
+        push("cmdCSAppendDetail");
+        EXPECT_THAT(boxes_.take(), ElementsAre("물품판매관리: 취급하지 않는 물품입니다. 추가를 하실 수 없습니다."));
     }
     EXPECT_THAT(rows("SELECT * FROM tPSOrderMaster"), IsEmpty());
 }
@@ -121,10 +121,10 @@ TEST_F(EntryPane, WithAnOrderOfTodayTheLineGoesToTheSelectedOneWithoutAQuestion)
     product("감초", 1000);
     order("2026-11-24");
     const int older = order("2026-10-01");
-    open();
-    session_.rsCustSaleMaster->setBookmark(older);
-    desk().push("cmdCSAppendDetail");
-    EXPECT_THAT(reader_.take(), IsEmpty());
+    sell();
+    list("tdbCustSaleMaster").setBookmark(older);
+    push("cmdCSAppendDetail");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(lines(), ElementsAre("2|1000|0|1|0"));
 }
 
@@ -138,18 +138,18 @@ TEST_F(EntryPane, WithoutAnOrderOfTodayTheAnswerDecides)
     };
     product("감초", 1000);
     order("2026-10-01");
-    open();
+    sell();
     using controls::Answer;
     for (int kind = 0; kind < 3; ++kind) {
         SCOPED_TRACE(kind);
-        desk().push(kindButtons[kind]);
+        push(kindButtons[kind]);
         for (Answer answer : {Answer::Cancel, Answer::No, Answer::Yes}) {
-            reader_.answers = {answer};
-            desk().type("txtSaleProductLists_4", "100");
-            desk().push("cmdCSAppendDetail");
-            ASSERT_FALSE(reader_.boxes.empty());
-            EXPECT_EQ(reader_.boxes[0].flags, controls::YesNoCancel | controls::InformationIcon);
-            EXPECT_THAT(reader_.take(), ElementsAre(questions[kind]));
+            boxes_.answers = {answer};
+            type("txtSaleProductLists_4", "100");
+            push("cmdCSAppendDetail");
+            ASSERT_FALSE(boxes_.messages.empty());
+            EXPECT_EQ(boxes_.messages[0].flags, controls::YesNoCancel | controls::InformationIcon);
+            EXPECT_THAT(boxes_.take(), ElementsAre(questions[kind]));
         }
         const std::string written = kind == 0 ? "|1000|100|1|0" : "|0|0|1|" + std::to_string(kind);
         // No wrote to the old order, Yes to one of today.
@@ -157,7 +157,7 @@ TEST_F(EntryPane, WithoutAnOrderOfTodayTheAnswerDecides)
         EXPECT_EQ(rows("SELECT OrdM_Date FROM tPSOrderMaster WHERE OrdM_PK > 1"), Rows{Today});
         atOtherDesk("DELETE FROM tPSOrderDetail");
         atOtherDesk("DELETE FROM tPSOrderMaster WHERE OrdM_PK > 1");
-        desk().orders->loadCustSaleMaster();
+        pane<OrderPane>().loadCustSaleMaster();
     }
 }
 
@@ -170,12 +170,12 @@ TEST_F(EntryPane, AFailedAddIsToldInTheWordsOfItsKind)
     };
     product("감초", 1000);
     order("2026-11-24");
-    open();
+    sell();
     for (int kind = 0; kind < 3; ++kind) {
-        desk().push(kindButtons[kind]);
-        desk().type("txtSaleProductLists_5", "32768");
-        desk().push("cmdCSAppendDetail");
-        EXPECT_THAT(reader_.take(), ElementsAre(told[kind]));
+        push(kindButtons[kind]);
+        type("txtSaleProductLists_5", "32768");
+        push("cmdCSAppendDetail");
+        EXPECT_THAT(boxes_.take(), ElementsAre(told[kind]));
     }
     EXPECT_THAT(lines(), IsEmpty());
 }
@@ -185,11 +185,11 @@ TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
     atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide) "
                 "VALUES ('가', '다', "
                 "3, 1, 1, 0), ('나', '가', 2, 1, 1, NULL), ('다', '나', 1, 1, 1, 0), ('숨김', '숨김', 9, 1, 1, 1)");
-    open();
-    const auto names = [this] {
+    sell();
+    const auto names = [] {
         std::string all;
-        for (int row = 0; row < grid("tdbSaleProductLists").model()->rowCount(); ++row)
-            all += cell(grid("tdbSaleProductLists"), row, 1);
+        for (int row = 0; row < rowsShown("tdbSaleProductLists"); ++row)
+            all += cell("tdbSaleProductLists", row, 1);
         return all;
     };
     EXPECT_EQ(names(), "다가나");
@@ -203,24 +203,24 @@ TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
     };
     for (const auto &click : clicks) {
         SCOPED_TRACE(click.column);
-        emit desk().list->tdbSaleProductLists()->headClick(click.column);
+        emit pane<SaleListPane>().tdbSaleProductLists()->headClick(click.column);
         EXPECT_EQ(names(), click.order);
     }
-    EXPECT_EQ(desk().text("txtSaleProductLists_1"), "다") << "a sort stands on the first row";
+    EXPECT_EQ(text("txtSaleProductLists_1"), "다") << "a sort stands on the first row";
 }
 
 TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
 {
-    open();
+    sell();
     const struct
     {
         QWidget *container;
         int width;
     } panes[] = {
-        {desk().entry->c1elaProductInfo(), 370},
-        {desk().orders->elTranMnu(), 560},
-        {desk().orders->c1elaCustSaleInfo(), 325},
-        {desk().details->c1elaSaleDetailMemo(), 325},
+        {pane<SaleEntryPane>().c1elaProductInfo(), 370},
+        {pane<OrderPane>().elTranMnu(), 560},
+        {pane<OrderPane>().c1elaCustSaleInfo(), 325},
+        {pane<DetailPane>().c1elaSaleDetailMemo(), 325},
     };
     for (const auto &pane : panes) {
         pane.container->setParent(nullptr);
@@ -235,6 +235,6 @@ TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
             }
         }
         EXPECT_LE(pane.container->width(), pane.width);
-        pane.container->setParent(&desk());
+        pane.container->setParent(&window());
     }
 }

@@ -3,6 +3,7 @@
 #include "settings/clsWindowPostion.h"
 #include "settings/modFormLocate.h"
 
+#include "platform/automation/Automation.h"
 #include "platform/registry/AppSettings.h"
 
 #include <QApplication>
@@ -52,6 +53,34 @@ TEST_F(RememberedWindow, KeepsTheWidthsOfColumnsThatWereNeverShown)
     saveMainWindowLayout(window_, nullptr);
     EXPECT_EQ(setting_.FirstColWidth(), QStringLiteral("370"));
     EXPECT_EQ(setting_.FormWidth(), QStringLiteral("400"));
+}
+
+TEST_F(RememberedWindow, EveryValueIsKeptUnderTheKeyThatTheDesksHave)
+{
+    const std::pair<const char *, const char *> kept[] = {
+        {"FirstRowHeight", "RowHeight_0"},
+        {"SecondRowHeight", "RowHeight_1"},
+        {"ThirdRowHeight", "RowHeight_2"},
+        {"FirstColWidth", "ColWidth_0"},
+        {"SecondColWidth", "ColWidth_1"},
+        {"ThirdColWidth", "ColWidth_2"},
+        {"FormPos_x", "FormPos_x"},
+        {"FormPos_y", "FormPos_y"},
+        {"FormHeight", "FormHeight"},
+        {"FormWidth", "FormWidth"},
+        {"FormIsMaximized", "IsFormMaximized"},
+    };
+    const QString application = QStringLiteral("Zelvo Desk");
+    const QString section = QStringLiteral("물품판매관리");
+    for (const auto &[name, key] : kept) {
+        SCOPED_TRACE(name);
+        QVariantList value{QString::fromLatin1(name)};
+        automation::call(setting_, QLatin1String(name), value);
+        EXPECT_EQ(registry::GetSetting(application, section, QLatin1String(key)).toStdString(), name);
+        registry::SaveSetting(application, section, QLatin1String(key), QStringLiteral("123"));
+        QVariantList none;
+        EXPECT_EQ(automation::call(setting_, QLatin1String(name), none).toString(), QStringLiteral("123"));
+    }
 }
 
 TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)

@@ -3,6 +3,7 @@
 #include "settings/clsProperties.h"
 #include "tests/settings/SettingsDatabase.h"
 
+#include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
 
 #include <QApplication>
@@ -28,14 +29,15 @@ protected:
     /// Presses "로고선택" and picks the file in the dialog that comes; an empty name cancels it.
     void chooseLogo(const QString &file)
     {
-        QTimer::singleShot(0, &pane_, [file] {
-            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-            ASSERT_TRUE(dialog);
-            EXPECT_EQ(dialog->windowTitle().toStdString(), "그림파일 선택");
-            dialog->selectFile(file);
-            static_cast<QDialog *>(dialog)->done(file.isEmpty() ? QDialog::Rejected : QDialog::Accepted);
-        });
-        press("chkCmdChooseLog");
+        EXPECT_TRUE(inDialog([this] { press("chkCmdChooseLog"); },
+                             [file](const DialogDriver &form) {
+                                 auto *dialog = qobject_cast<QFileDialog *>(form.window());
+                                 ASSERT_TRUE(dialog);
+                                 EXPECT_EQ(dialog->windowTitle().toStdString(), "그림파일 선택");
+                                 form.find<QLineEdit>("fileNameEdit")->setText(file);
+                                 static_cast<QDialog *>(dialog)->done(file.isEmpty() ? QDialog::Rejected
+                                                                                     : QDialog::Accepted);
+                             }));
     }
 
     PropertiesPane pane_;

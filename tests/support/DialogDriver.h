@@ -68,23 +68,26 @@ private:
     QWidget *dialog_;
 };
 
-/// Acts on the next modal dialog once it stands over the window of now, then closes it if it still does.
-inline void whenDialogStands(const std::function<void(const DialogDriver &)> &act)
+/// Runs `open` and acts in the modal dialog that it brings up over the window of now, which is closed then if it still
+/// stands. Whether one came up.
+inline bool inDialog(const std::function<void()> &open, const std::function<void(const DialogDriver &)> &act)
 {
-    auto *watch = new QTimer(qApp);
-    watch->start(5);
-    const QWidget *before = QApplication::activeModalWidget();
-    QObject::connect(watch, &QTimer::timeout, watch, [watch, before, act, looks = 0]() mutable {
+    const QWidget *behind = QApplication::activeModalWidget();
+    bool came = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
         QWidget *dialog = QApplication::activeModalWidget();
-        const bool stands = dialog && dialog != before;
-        if (!stands && ++looks < 400)
+        if (came || !dialog || dialog == behind)
             return;
-        watch->stop();
-        watch->deleteLater();
-        ASSERT_TRUE(stands) << "no dialog came up";
-        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog)); // focus events come only to an active window
+        came = true;
+        // Focus events come only to an active window; one over an active window counts as active before it is in front.
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == dialog; }));
         act(DialogDriver(dialog));
         if (QApplication::activeModalWidget() == dialog)
             dialog->close();
     });
+    watch.start(5);
+    open();
+    return came;
 }

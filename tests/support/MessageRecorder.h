@@ -7,7 +7,9 @@
 
 #include <deque>
 #include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 /// Stands in for the person who answers message boxes: answers from a queue, Confirm when the queue is empty and the box
 /// has one button, and keeps what was asked. A question without an answer in the queue answers No.
@@ -44,6 +46,14 @@ public:
         for (const Message &message : messages)
             all << message.text;
         return all;
+    }
+    /// "title: text" of the boxes so far; forgets them.
+    std::vector<std::string> take()
+    {
+        std::vector<std::string> said;
+        for (const Message &message : std::exchange(messages, {}))
+            said.push_back((message.title + QStringLiteral(": ") + message.text).toStdString());
+        return said;
     }
 
     /// What happens once while the next box stands.

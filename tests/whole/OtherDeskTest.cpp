@@ -42,9 +42,8 @@ protected:
     std::string said()
     {
         std::string boxes;
-        for (const MessageRecorder::Message &box : std::as_const(desk_.boxes.messages))
-            boxes += (box.title + QStringLiteral(": ") + box.text + u'\n').toStdString();
-        desk_.boxes.messages.clear();
+        for (const std::string &box : desk_.boxes.take())
+            boxes += box + '\n';
         return boxes;
     }
     std::string customerOnView() { return desk_.text("txtCustDetail_0").toStdString(); }

@@ -15,25 +15,7 @@
 
 namespace {
 
-/// Works in the dialog that the trigger opens, if it opens one.
-void inDialog(const std::function<void()> &trigger, const std::function<void(const DialogDriver &)> &work)
-{
-    QTimer watch;
-    bool worked = false;
-    const QWidget *before = QApplication::activeModalWidget();
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        QWidget *dialog = QApplication::activeModalWidget();
-        if (worked || !dialog || dialog == before)
-            return;
-        worked = true;
-        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
-        work(DialogDriver(dialog));
-        if (QApplication::activeModalWidget() == dialog)
-            dialog->close();
-    });
-    watch.start(2);
-    trigger();
-}
+// Without a server a button may open no dialog: none of these insists on it.
 
 void takeFirstPayment(SaleDesk &desk)
 {
@@ -150,61 +132,66 @@ struct Operation
 };
 
 const Operation operations[] = {
-    {"adding a line",
-     [](SaleDesk &desk) { desk.addLine(0, "2"); },
-     {notAdded},
-     notAdded,
-     "55000|0| / 2 3 1 / / ",
-     {"53000|0| / 2 3 1 / / "}},
-    {"changing the order", editOrder, {notSaved}, notSaved, "53000|0|call / 3 1 / / "},
-    {"deleting the order",
-     [](SaleDesk &desk) { deleteWhat(desk, "chkCmdOrderMasterED_1"); },
-     {orderNotDeleted},
-     orderNotDeleted,
-     " /  / / "},
-    {"deleting a line",
-     [](SaleDesk &desk) { deleteWhat(desk, "chkCmdDelOrderDetail"); },
-     {lineNotDeleted},
-     lineNotDeleted,
-     "3000|0| / 3 / / ",
-     {"53000|0| / 3 / / "}},
-    {"first payment",
-     takeFirstPayment,
-     {lost},
-     noConnection,
-     "53000|2500| / 3 1 / 2|500| 3|20000|00 3|30000|01 / ",
-     {"53000|0| / 3 1 / 2|500| / ", "53000|0| / 3 1 / 2|500| 3|20000|00 / ",
-      "53000|0| / 3 1 / 2|500| 3|20000|00 3|30000|01 / "}},
-    {"further payment",
-     takeFurtherPayment,
-     {lost},
-     noConnection,
-     "53000|9000| / 3 1 / 3|4000| 3|40000|00 / ",
-     {"53000|13000| / 3 1 / 3|4000| 3|40000|00 / "},
-     "3, 40000, '00'",
-     13000},
-    {"changing a ledger row",
-     changeLedgerRow,
-     {noConnection},
-     noConnection,
-     "53000|0| / 3 1 / 3|39000|00 / ",
-     {},
-     "3, 40000, '00'"},
-    {"collecting outstanding money",
-     collectOutstanding,
-     {maybePaid},
-     "데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요.",
-     "53000|3000| / 3 1 / 3|10000|10 / ",
-     {},
-     "",
-     13000},
-    {"taking goods back",
-     takeBack,
-     {lost, notTakenBack},
-     unreachable,
-     "3000|0| / -1 3 1 / / ",
-     {"53000|0| / -1 3 1 / / "}},
-    {"adding a product", saveProduct, {notSaved}, notSaved, "53000|0| / 3 1 / / ginger"},
+    {.name = "adding a line",
+     .run = [](SaleDesk &desk) { desk.addLine(0, "2"); },
+     .told = {notAdded},
+     .toldAway = notAdded,
+     .done = "55000|0| / 2 3 1 / / ",
+     .halves = {"53000|0| / 2 3 1 / / "}},
+    {.name = "changing the order",
+     .run = editOrder,
+     .told = {notSaved},
+     .toldAway = notSaved,
+     .done = "53000|0|call / 3 1 / / "},
+    {.name = "deleting the order",
+     .run = [](SaleDesk &desk) { deleteWhat(desk, "chkCmdOrderMasterED_1"); },
+     .told = {orderNotDeleted},
+     .toldAway = orderNotDeleted,
+     .done = " /  / / "},
+    {.name = "deleting a line",
+     .run = [](SaleDesk &desk) { deleteWhat(desk, "chkCmdDelOrderDetail"); },
+     .told = {lineNotDeleted},
+     .toldAway = lineNotDeleted,
+     .done = "3000|0| / 3 / / ",
+     .halves = {"53000|0| / 3 / / "}},
+    {.name = "first payment",
+     .run = takeFirstPayment,
+     .told = {lost},
+     .toldAway = noConnection,
+     .done = "53000|2500| / 3 1 / 2|500| 3|20000|00 3|30000|01 / ",
+     .halves = {"53000|0| / 3 1 / 2|500| / ", "53000|0| / 3 1 / 2|500| 3|20000|00 / ",
+                "53000|0| / 3 1 / 2|500| 3|20000|00 3|30000|01 / "}},
+    {.name = "further payment",
+     .run = takeFurtherPayment,
+     .told = {lost},
+     .toldAway = noConnection,
+     .done = "53000|9000| / 3 1 / 3|4000| 3|40000|00 / ",
+     .halves = {"53000|13000| / 3 1 / 3|4000| 3|40000|00 / "},
+     .ledgerBefore = "3, 40000, '00'",
+     .outstandingBefore = 13000},
+    {.name = "changing a ledger row",
+     .run = changeLedgerRow,
+     .told = {noConnection},
+     .toldAway = noConnection,
+     .done = "53000|0| / 3 1 / 3|39000|00 / ",
+     .ledgerBefore = "3, 40000, '00'"},
+    {.name = "collecting outstanding money",
+     .run = collectOutstanding,
+     .told = {maybePaid},
+     .toldAway = "데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요.",
+     .done = "53000|3000| / 3 1 / 3|10000|10 / ",
+     .outstandingBefore = 13000},
+    {.name = "taking goods back",
+     .run = takeBack,
+     .told = {lost, notTakenBack},
+     .toldAway = unreachable,
+     .done = "3000|0| / -1 3 1 / / ",
+     .halves = {"53000|0| / -1 3 1 / / "}},
+    {.name = "adding a product",
+     .run = saveProduct,
+     .told = {notSaved},
+     .toldAway = notSaved,
+     .done = "53000|0| / 3 1 / / ginger"},
 };
 
 class ServerGone : public testing::Test

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "platform/controls/MessageBox.h"
 #include "session/SaleSession.h"
 #include "session/modGlobalVars.h"
 #include "tests/support/TestDatabase.h"
 
 #include <gmock/gmock.h>
 
-#include <deque>
 #include <vector>
 
 using testing::ElementsAre;
@@ -33,6 +31,7 @@ protected:
     int product(const QString &name, int price, bool taxed = true, bool handled = true);
     int order(const QString &date, int customer = Patient);
     int detail(int orderKey, int productKey, int price, int discount, int count);
+    const ado::ConnectionPtr &connection() const { return database_.connection(); }
     /// Rows to be changed, on the session's connection.
     static void openRows(SaleSession::RecordsetPtr &recordset, const QString &source);
 
@@ -46,24 +45,4 @@ private:
     int lastKey(const QString &table, const QString &key);
 
     TestDatabase database_;
-};
-
-/// Answers message boxes and keeps what they said.
-class BoxReader
-{
-public:
-    struct Box
-    {
-        QString text;
-        int flags;
-        QString title;
-    };
-
-    BoxReader();
-    ~BoxReader();
-
-    std::deque<controls::Answer> answers; ///< used one by one; then a question is cancelled
-    std::vector<Box> boxes;
-    /// Title and text of the boxes so far, "title: text"; empties the list.
-    std::vector<std::string> take();
 };

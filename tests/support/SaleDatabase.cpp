@@ -1,4 +1,4 @@
-#include "tests/sales/SaleDatabase.h"
+#include "tests/support/SaleDatabase.h"
 
 SaleDatabase::SaleDatabase(ado::Engine engine)
     : database_(engine)
@@ -84,30 +84,4 @@ void SaleDatabase::openRows(SaleSession::RecordsetPtr &recordset, const QString 
 {
     recordset = std::make_unique<ado::Recordset>();
     recordset->Open(source, gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
-}
-
-BoxReader::BoxReader()
-{
-    controls::setMessageHandler([this](const QString &text, int flags, const QString &title) {
-        boxes.push_back({text, flags, title});
-        if (answers.empty())
-            return controls::Answer::Cancel;
-        const controls::Answer answer = answers.front();
-        answers.pop_front();
-        return answer;
-    });
-}
-
-BoxReader::~BoxReader()
-{
-    controls::setMessageHandler({});
-}
-
-std::vector<std::string> BoxReader::take()
-{
-    std::vector<std::string> said;
-    for (const Box &box : boxes)
-        said.push_back((box.title + QStringLiteral(": ") + box.text).toStdString());
-    boxes.clear();
-    return said;
 }
