@@ -41,13 +41,13 @@ TEST_P(Refusals, ShowNothingOfTheStatementInTheLog)
 
 TEST_P(Refusals, ShowNoStoredValueThatTheLayerPassesBesideTheStatement)
 {
-    clinic.run(QStringLiteral("INSERT INTO t_HospSetup (HS_KEY) VALUES ('secret')"));
-    clinic.run(QStringLiteral("INSERT INTO t_HospSetup (HS_KEY) VALUES ('other')"));
+    clinic.run(QStringLiteral("CREATE UNIQUE INDEX one_name ON tPSCompanyMaster (CM_Name)"));
+    clinic.run(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('secret'), ('other')"));
     LogLines log;
-    const auto rows = opened(QStringLiteral("SELECT * FROM t_HospSetup WHERE HS_KEY = 'other'"));
+    const auto rows = opened(QStringLiteral("SELECT * FROM tPSCompanyMaster WHERE CM_Name = 'other'"));
     runtime::Attempt attempt;
     attempt([&] {
-        rows->setValue(QStringLiteral("HS_KEY"), QStringLiteral("secret"));
+        rows->setValue(QStringLiteral("CM_Name"), QStringLiteral("secret"));
         rows->Update();
     });
     EXPECT_TRUE(attempt.failed());

@@ -1,7 +1,6 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/controls/GridDesk.h"
-#include "tests/support/LogLines.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -58,24 +57,6 @@ TEST_F(BoundGrid, ValueItemsTranslateNullAndEmptyApart)
     EXPECT_EQ(shown(2, 0), "07") << "an unknown value stands as it is";
     EXPECT_EQ(shown(2, 1), "-\\3");
     EXPECT_TRUE(cell(2, 1).data(Qt::ForegroundRole).isValid()) << "whole-won columns go red as well";
-}
-
-TEST_F(BoundGrid, LogsARowThatCannotBeReadOnceHoweverOftenItIsPainted)
-{
-    makeOrders(2);
-    open();
-    LogLines log;
-    grid_.setColumns(
-        {{.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("금액"), .kind = Kind::Money}});
-    grid_.setDataSource(&orders_);
-    for (int painted = 0; painted < 5; ++painted) {
-        EXPECT_EQ(shown(0, 0), shown(1, 0));
-        EXPECT_FALSE(cell(0, 0).data(Qt::ForegroundRole).isValid());
-    }
-    EXPECT_EQ(log.take().size(), 2);
-    grid_.Rebind();
-    shown(0, 0);
-    EXPECT_EQ(log.take().size(), 1) << "read anew, it is told anew";
 }
 
 TEST_F(BoundGrid, BehindTheLastRowAKeyStartsFromTheTop)
