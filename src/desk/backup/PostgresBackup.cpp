@@ -4,6 +4,7 @@
 #include "desk/backup/Refusal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Tables.h"
+#include "desk/schema/Version.h"
 
 #include <QFile>
 #include <QProcess>
@@ -64,9 +65,12 @@ void demandDump(const QString &file)
 
 void dump(const PostgresPlace &place, const QString &target, const Progress &progress)
 {
-    QStringList arguments{QStringLiteral("--format=custom"), QStringLiteral("--no-password"),
-                          QStringLiteral("--verbose"), QStringLiteral("--file=") + target,
-                          QStringLiteral("--dbname=") + place.connection};
+    QStringList arguments{QStringLiteral("--format=custom"),
+                          QStringLiteral("--no-password"),
+                          QStringLiteral("--verbose"),
+                          QStringLiteral("--file=") + target,
+                          QStringLiteral("--dbname=") + place.connection,
+                          QStringLiteral("--table=t_deskschema")};
     for (const schema::TablePlan &table : schema::tablePlans())
         arguments << QStringLiteral("--table=") + folded(table.name);
     runPostgresTool(QStringLiteral("pg_dump"), arguments, place,
@@ -80,6 +84,7 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
     const ado::ConnectionPtr connection = ado::Connection::open(address);
     if (!schema::hasSchema(*connection))
         refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
+    schema::demandNoNewer(*connection);
     dump(PostgresPlace::of(connection->database()), target, progress);
     demandDump(target);
 }
@@ -91,6 +96,7 @@ bool restorePostgresClinic(const QString &address, const QString &source, const 
     const ado::ConnectionPtr connection = ado::Connection::open(address);
     const PostgresPlace place = PostgresPlace::of(connection->database());
     const bool wasClinic = schema::hasSchema(*connection);
+    schema::demandNoNewer(*connection);
     if (wasClinic)
         dump(place, safetyCopy, {});
     else

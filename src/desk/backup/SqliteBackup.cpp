@@ -26,6 +26,18 @@ void copy(const QString &clinic, const QString &target, const Progress &progress
     to.ask(QStringLiteral("PRAGMA journal_mode = DELETE"));
 }
 
+/// A clinic that cannot even be asked is no newer one.
+void demandNoNewer(const QString &clinic)
+{
+    int version = 0;
+    try {
+        version = SqliteFile(clinic, Open::ToRead).mark().version;
+    } catch (const runtime::RuntimeError &) {
+        return;
+    }
+    schema::demandNoNewer(version, clinic);
+}
+
 /// A clinic that is too damaged to be copied page by page is kept as it lies there.
 void keepAside(const QString &clinic, const QString &safetyCopy)
 {
@@ -77,6 +89,7 @@ bool restoreSqliteClinic(const QString &clinic, const QString &source, const QSt
         makeAnew(clinic, from, progress);
         return false;
     }
+    demandNoNewer(clinic);
     keepAside(clinic, safetyCopy);
     SqliteFile to(clinic, Open::ToWrite);
     to.takeOver(from, progress);

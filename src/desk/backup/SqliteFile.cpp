@@ -95,6 +95,17 @@ void SqliteFile::demandClinic()
     } catch (const runtime::RuntimeError &error) {
         refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1").arg(error.description()));
     }
+    schema::demandNoNewer(mark().version, name_);
+}
+
+schema::Mark SqliteFile::mark()
+{
+    const auto number = [this](const char *column) {
+        return ask(QStringLiteral("SELECT %1 FROM t_DeskSchema").arg(QString::fromLatin1(column))).value(0).toInt();
+    };
+    if (ask(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' AND name = 't_DeskSchema'")).isEmpty())
+        return {};
+    return {number("DS_Version"), number("DS_Generation")};
 }
 
 void SqliteFile::takeOver(SqliteFile &other, const Progress &progress)

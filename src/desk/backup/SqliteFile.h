@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/backup/Backup.h"
+#include "desk/schema/Version.h"
 
 #include <QStringList>
 
@@ -21,8 +22,9 @@ public:
 
     /// The first column of every row. Raises RuntimeError.
     QStringList ask(const QString &statement);
-    /// Raises RuntimeError unless the file is whole and holds every table of a clinic.
+    /// Raises RuntimeError unless the file is whole and holds every table of a clinic, one that this program knows.
     void demandClinic();
+    schema::Mark mark();
     /// Takes over every page of the other file in one transaction. Desks that write in either meanwhile are waited for.
     void takeOver(SqliteFile &other, const Progress &progress);
 

@@ -1,7 +1,8 @@
 #include "desk/schema/Schema.h"
 
+#include "desk/schema/Statements.h"
 #include "desk/schema/Tables.h"
-#include "platform/runtime/RuntimeError.h"
+#include "desk/schema/Version.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -14,19 +15,26 @@ namespace {
 
 const QString CannotPrepare = QStringLiteral("데이터베이스를 준비하지 못했습니다.\n");
 
-[[noreturn]] void refuse(const QString &what)
+Dialect demandedDialect(ado::Connection &connection)
 {
-    throw runtime::RuntimeError(runtime::ErrorNumber::Database, what);
+    if (const std::optional<Dialect> dialect = dialectOf(connection))
+        return *dialect;
+    refuse(QStringLiteral("이 데이터베이스 서버의 테이블은 서버의 설치 프로그램으로 만들어야 합니다."));
 }
 
-void run(const QSqlDatabase &database, const QString &statement)
+QStringList tableStatements(Dialect dialect)
 {
-    QSqlQuery query(database);
-    if (!query.exec(statement))
-        refuse(CannotPrepare + query.lastError().text());
+    QStringList statements;
+    if (dialect == Dialect::PostgreSQL)
+        statements = postgresLikeStatements() + postgresPlannerStatements();
+    for (const TablePlan &table : tablePlans())
+        statements << createTableStatement(table, dialect);
+    return statements + markStatements(dialect == Dialect::PostgreSQL);
 }
 
-Dialect dialectOf(ado::Connection &connection)
+} // namespace
+
+std::optional<Dialect> dialectOf(ado::Connection &connection)
 {
     switch (connection.engine()) {
     case ado::Engine::SQLite:
@@ -40,20 +48,8 @@ Dialect dialectOf(ado::Connection &connection)
     if (query.exec(QStringLiteral("SELECT version()")) && query.next()
         && query.value(0).toString().startsWith(QLatin1String("PostgreSQL")))
         return Dialect::PostgreSQL;
-    refuse(QStringLiteral("이 데이터베이스 서버의 테이블은 서버의 설치 프로그램으로 만들어야 합니다."));
+    return std::nullopt;
 }
-
-QStringList tableStatements(Dialect dialect)
-{
-    QStringList statements;
-    if (dialect == Dialect::PostgreSQL)
-        statements = postgresLikeStatements() + postgresPlannerStatements();
-    for (const TablePlan &table : tablePlans())
-        statements << createTableStatement(table, dialect);
-    return statements;
-}
-
-} // namespace
 
 void createSchema(ado::Connection &connection)
 {
@@ -73,27 +69,47 @@ void createSchema(ado::Connection &connection)
 
 void createTables(ado::Connection &connection)
 {
-    for (const QString &statement : tableStatements(dialectOf(connection)))
-        run(connection.database(), statement);
+    for (const QString &statement : tableStatements(demandedDialect(connection)))
+        run(connection, statement);
 }
 
 void createIndexes(ado::Connection &connection)
 {
     for (const IndexPlan &index : indexPlans())
-        run(connection.database(), createIndexStatement(index));
+        run(connection, createIndexStatement(index));
+}
+
+QStringList lateKeyStatements(ado::Connection &connection)
+{
+    QStringList statements;
+    // The embedded engine counts on from the highest by itself.
+    if (dialectOf(connection) != Dialect::PostgreSQL)
+        return statements;
+    for (const TablePlan &table : tablePlans()) {
+        if (table.columns.front().holds != Holds::Key)
+            continue;
+        const QString name = QString::fromLatin1(table.name).toLower();
+        const QString key = QString::fromLatin1(table.columns.front().name).toLower();
+        const QString counter =
+            valueOf(connection, QStringLiteral("SELECT pg_get_serial_sequence('%1', '%2')").arg(name, key)).toString();
+        if (counter.isEmpty())
+            continue;
+        const QString next = QStringLiteral("SELECT COALESCE(MAX(%1), 0) + 1 AS next FROM %2").arg(key, name);
+        const QVariant late =
+            valueOf(connection, QStringLiteral("SELECT m.next FROM (%1) m, %2 c WHERE m.next > "
+                                               "CASE WHEN c.is_called THEN c.last_value + 1 ELSE c.last_value END")
+                                    .arg(next, counter));
+        if (late.isValid())
+            statements << QStringLiteral("SELECT setval('%1', %2, false)").arg(counter, late.toString());
+    }
+    return statements;
 }
 
 void continueKeys(ado::Connection &connection)
 {
-    // The embedded engine does so by itself.
-    if (dialectOf(connection) == Dialect::SQLite)
-        return;
-    for (const TablePlan &table : tablePlans()) {
-        for (const ColumnPlan &column : table.columns) {
-            if (column.holds == Holds::Key)
-                run(connection.database(), continueKeyStatement(table, column));
-        }
-    }
+    const QStringList statements = lateKeyStatements(connection);
+    for (const QString &statement : statements)
+        run(connection, statement);
 }
 
 QStringList probes()

@@ -27,23 +27,6 @@ int patientOf(const QString &word)
     return key;
 }
 
-/// The one task on a database that was asked for; empty for none.
-QString taskOf(const Options &options)
-{
-    QStringList tasks;
-    if (options.make)
-        tasks << QStringLiteral("--make");
-    if (options.check)
-        tasks << QStringLiteral("--check");
-    if (!options.backupFile.isEmpty())
-        tasks << QStringLiteral("--backup");
-    if (!options.restoreFile.isEmpty())
-        tasks << QStringLiteral("--restore");
-    if (tasks.size() > 1)
-        throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
-    return tasks.value(0);
-}
-
 void checkTogether(const Options &options)
 {
     const QString task = taskOf(options);
@@ -56,9 +39,29 @@ void checkTogether(const Options &options)
                 .arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
+    if (options.dryRun && !options.upgrade)
+        throw WrongUse(QStringLiteral("--dry-run은 --upgrade와 함께 쓰십시오."));
 }
 
 } // namespace
+
+QString taskOf(const Options &options)
+{
+    QStringList tasks;
+    if (options.make)
+        tasks << QStringLiteral("--make");
+    if (options.check)
+        tasks << QStringLiteral("--check");
+    if (options.upgrade)
+        tasks << QStringLiteral("--upgrade");
+    else if (!options.backupFile.isEmpty())
+        tasks << QStringLiteral("--backup");
+    if (!options.restoreFile.isEmpty())
+        tasks << QStringLiteral("--restore");
+    if (tasks.size() > 1)
+        throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
+    return tasks.value(0);
+}
 
 Options readCommandLine(const QStringList &arguments)
 {
@@ -91,6 +94,10 @@ Options readCommandLine(const QStringList &arguments)
             options.backupFile = value();
         else if (option == QLatin1String("--restore"))
             options.restoreFile = value();
+        else if (option == QLatin1String("--upgrade"))
+            options.upgrade = true;
+        else if (option == QLatin1String("--dry-run"))
+            options.dryRun = true;
         else if (option == QLatin1String("--until-shown"))
             options.untilShown = true;
         else if (option == QLatin1String("--help"))
@@ -115,6 +122,9 @@ QString usageText()
         "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
         "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+        "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
+        "                    --backup으로 정할 수 있습니다)\n"
+        "  --dry-run         --upgrade와 함께: 할 일을 보여 주기만 합니다\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"

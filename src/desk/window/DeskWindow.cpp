@@ -74,6 +74,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     , count_(label({}, 1.0))
     , chosenName_(label({}, 1.25, true))
     , chosenDetail_(label({}, 1.0))
+    , notice_(named(label({}, 1.0), QStringLiteral("lblNotice")))
     , sale_(named(new QPushButton(QStringLiteral("물품판매(F2)")), QStringLiteral("cmdSale")))
     , manage_(named(new QPushButton(QStringLiteral("물품관리(F3)")), QStringLiteral("cmdManage")))
 {
@@ -86,6 +87,8 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     layout->addWidget(makeHead());
     layout->addWidget(table_, 1);
     layout->addWidget(makeFoot());
+    layout->addWidget(notice_);
+    setNotice({});
     resize(1080, 680);
     connectControls();
     refresh();
@@ -187,6 +190,12 @@ void DeskWindow::refresh()
     model_->setPatients(PatientFile(connection_));
     table_->selectRow(0);
     showSelected();
+}
+
+void DeskWindow::setNotice(const QString &notice)
+{
+    notice_->setText(notice);
+    notice_->setVisible(!notice.isEmpty());
 }
 
 void DeskWindow::showSelected()
