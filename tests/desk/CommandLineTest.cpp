@@ -104,7 +104,7 @@ TEST_F(CommandLine, AnswersWrongUseWithAMessageAndStatusTwo)
         {"--database sqlite:~bare.db", "테이블이 없는"},
         {"--database sqlite:~notes.txt", "notes.txt"},
         {"--database sqlite:~clinic.db --make empty", "이미 있는"},
-        {"--database sqlite:~no/such/folder.db --make empty", "데이터베이스"},
+        {"--database sqlite:~no/such/folder.db --make empty", "만들 수 없습니다"},
     };
     for (const auto &use : uses) {
         const Outcome outcome = desk(use.arguments);

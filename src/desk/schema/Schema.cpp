@@ -32,6 +32,20 @@ QStringList tableStatements(Dialect dialect)
     return statements + markStatements(dialect == Dialect::PostgreSQL);
 }
 
+/// Readings without rows that a database takes only when it holds every table and column, one a table.
+QStringList probes()
+{
+    QStringList statements;
+    for (const TablePlan &table : tablePlans()) {
+        QStringList names;
+        for (const ColumnPlan &column : table.columns)
+            names << QString::fromLatin1(column.name);
+        statements << QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0")
+                          .arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name));
+    }
+    return statements;
+}
+
 } // namespace
 
 std::optional<Dialect> dialectOf(ado::Connection &connection)
@@ -110,19 +124,6 @@ void continueKeys(ado::Connection &connection)
     const QStringList statements = lateKeyStatements(connection);
     for (const QString &statement : statements)
         run(connection, statement);
-}
-
-QStringList probes()
-{
-    QStringList statements;
-    for (const TablePlan &table : tablePlans()) {
-        QStringList names;
-        for (const ColumnPlan &column : table.columns)
-            names << QString::fromLatin1(column.name);
-        statements << QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0")
-                          .arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name));
-    }
-    return statements;
 }
 
 bool hasSchema(ado::Connection &connection)

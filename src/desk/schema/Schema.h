@@ -28,7 +28,5 @@ QStringList lateKeyStatements(ado::Connection &connection);
 
 /// Whether every table that the desk and the component use is there.
 bool hasSchema(ado::Connection &connection);
-/// Readings without rows that a database takes only when it holds every table and column, one a table.
-QStringList probes();
 
 } // namespace schema

@@ -97,12 +97,9 @@ void addIndexSteps(ado::Connection &connection, Steps &steps)
 void addMarkStep(ado::Connection &connection, Dialect dialect, Steps &steps)
 {
     const std::optional<Mark> mark = readMark(connection);
-    if (mark && mark->version == 0)
+    if (mark && mark->version < CurrentVersion)
         steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion),
                          markStatements(dialect == Dialect::PostgreSQL)});
-    else if (mark && mark->version < CurrentVersion)
-        steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion),
-                         {QStringLiteral("UPDATE t_DeskSchema SET DS_Version = %1").arg(CurrentVersion)}});
 }
 
 Dialect demandOurs(ado::Connection &connection)

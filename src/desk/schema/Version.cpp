@@ -54,12 +54,15 @@ QString upgradeNotice(ado::Connection &connection)
 
 QStringList markStatements(bool onServer)
 {
-    QStringList statements{QStringLiteral("CREATE TABLE t_DeskSchema (\n"
-                                          "    DS_Key integer PRIMARY KEY CHECK (DS_Key = 1),\n"
-                                          "    DS_Version integer NOT NULL,\n"
-                                          "    DS_Generation integer NOT NULL\n"
-                                          ")"),
-                           QStringLiteral("INSERT INTO t_DeskSchema VALUES (1, %1, 0)").arg(CurrentVersion)};
+    QStringList statements{
+        QStringLiteral("CREATE TABLE IF NOT EXISTS t_DeskSchema (\n"
+                       "    DS_Key integer PRIMARY KEY CHECK (DS_Key = 1),\n"
+                       "    DS_Version integer NOT NULL,\n"
+                       "    DS_Generation integer NOT NULL\n"
+                       ")"),
+        QStringLiteral("INSERT INTO t_DeskSchema VALUES (1, %1, 0) ON CONFLICT (DS_Key) DO UPDATE SET "
+                       "DS_Version = excluded.DS_Version")
+            .arg(CurrentVersion)};
     if (onServer) // every desk asks for it, whatever its role
         statements << QStringLiteral("GRANT SELECT ON t_DeskSchema TO PUBLIC");
     return statements;

@@ -27,7 +27,7 @@ void demandNoNewer(ado::Connection &connection);
 /// What a desk says at its start about a database that an upgrade would serve; empty for none.
 QString upgradeNotice(ado::Connection &connection);
 
-/// Makes the table with its row.
+/// Makes the table with its row; a row that is there keeps its generation.
 QStringList markStatements(bool onServer);
 /// The row of a database that has the table.
 QString selectMarkStatement();

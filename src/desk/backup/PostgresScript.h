@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+namespace backup {
+
+// What stands before and behind the rows of a backup when they come into a server's database, in the same transaction.
+
+/// Holds an old clinic's tables and remembers its counters.
+QString beforeRestore();
+/// Gives an empty database what stands beside the tables and is in no backup.
+QString beforeFirstRestore();
+/// Lets no counter fall behind, writes down the version that the backup had, and counts the restore.
+QString afterRestore(int version);
+
+} // namespace backup
