@@ -1,5 +1,6 @@
 #include "desk/backup/PostgresBackup.h"
 
+#include "desk/backup/CalmMoment.h"
 #include "desk/backup/PostgresScript.h"
 #include "desk/backup/PostgresTool.h"
 #include "desk/backup/Refusal.h"
@@ -120,7 +121,18 @@ void demandDump(const QString &file)
 /// The clinic as one reading of this connection sees it.
 void dump(ado::Connection &clinic, const QString &target, const Progress &progress)
 {
-    schema::run(clinic, QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+    const QString unfinished = unfinishedOrdersStatement();
+    const QString readOnly = QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    schema::run(clinic, readOnly);
+    waitForCalm([&] {
+        schema::run(clinic, QStringLiteral("COMMIT"));
+        schema::run(clinic, readOnly);
+        QStringList orders;
+        const QList<QVariantList> rows = schema::rowsOf(clinic, unfinished);
+        for (const QVariantList &row : rows)
+            orders << row.value(0).toString();
+        return orders;
+    });
     const PostgresPlace place = PostgresPlace::of(clinic.database());
     QStringList arguments{QStringLiteral("--format=custom"),
                           QStringLiteral("--no-password"),

@@ -1,5 +1,6 @@
 #include "desk/backup/SqliteBackup.h"
 
+#include "desk/backup/CalmMoment.h"
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
 #include "desk/files/NewFile.h"
@@ -20,8 +21,13 @@ void copy(const QString &clinic, const QString &target, const Progress &progress
     SqliteFile from(clinic, Open::ToWrite);
     SqliteFile to(target, Open::New);
     // Without a reading of its own the copying would begin anew after every write of a desk.
+    const QString unfinished = unfinishedOrdersStatement();
     from.ask(QStringLiteral("BEGIN"));
-    from.ask(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
+    waitForCalm([&] {
+        from.ask(QStringLiteral("COMMIT"));
+        from.ask(QStringLiteral("BEGIN"));
+        return from.ask(unfinished);
+    });
     to.takeOver(from, progress);
     from.ask(QStringLiteral("COMMIT"));
     // One file that can be carried away, instead of one with a journal beside it.
