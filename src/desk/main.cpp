@@ -1,4 +1,5 @@
 #include "desk/backup/Backup.h"
+#include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Address.h"
@@ -148,6 +149,8 @@ int tend(const desk::Options &options)
         return make(options);
     if (options.upgrade)
         return upgrade::upgradeOnTerminal(*openClinic(addressOf(options)), {options.backupFile, options.dryRun});
+    if (!options.verifyFile.isEmpty())
+        return backup::verifyOnTerminal(options.database, options.verifyFile);
     if (!options.backupFile.isEmpty())
         return backup::backUpOnTerminal(addressOf(options), options.backupFile);
     if (!options.restoreFile.isEmpty())

@@ -299,6 +299,24 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
 }
 
+TEST_P(Backup, IsRefusedWhenItsRowsAreNotThoseThatWereBackedUp)
+{
+    clinic_.run("UPDATE tPSProductMaster SET PM_EtcMemo = 'before' WHERE PM_PK = 1");
+    backup::backUp(clinic_.address(), file("good.backup"));
+    clinic_.run("UPDATE tPSProductMaster SET PM_EtcMemo = 'after' WHERE PM_PK = 1");
+    // A row on a file, the sum on a server: there the rows are packed.
+    QByteArray bytes = read("good.backup");
+    if (GetParam() == ado::Engine::SQLite)
+        bytes.replace("before", "befOre");
+    else
+        bytes.replace("\nclinic-rows 1\ntpsproductmaster ", "\nclinic-rows 1\ntpsproductmaster 1");
+    ASSERT_NE(bytes, read("good.backup"));
+    write("other.backup", bytes);
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("other.backup")); }),
+                testing::HasSubstr("백업한 뒤에 바뀌었거나"));
+    EXPECT_EQ(clinic_.value("SELECT PM_EtcMemo FROM tPSProductMaster WHERE PM_PK = 1"), "after");
+}
+
 TEST_P(Backup, OfAnotherSchemaIsRefused)
 {
     const bool server = GetParam() == ado::Engine::PostgreSQL;

@@ -138,6 +138,10 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
          {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "18개 항목 중 1개에서"})
         EXPECT_TRUE(violated.output.contains(QString::fromUtf8(told))) << told << violated.output.toStdString();
 
+    const Outcome verified = desk("--verify ~copy.backup");
+    EXPECT_EQ(verified.status, 0) << verified.complaint.toStdString();
+    EXPECT_TRUE(verified.output.contains("18개 항목 중")) << verified.output.toStdString();
+
     EXPECT_EQ(desk(database + "--restore ~copy.backup").status, 0);
     EXPECT_EQ(desk(database + "--check").status, 0);
 }
@@ -170,7 +174,7 @@ TEST_F(CommandLine, TellsItsOptionsWhenAsked)
     const Outcome outcome = desk("--help");
     EXPECT_EQ(outcome.status, 0);
     for (const char *option : {"--database", "--make", "--patient", "--manage", "--walk", "--check", "--backup",
-                               "--restore", "--upgrade", "--version"})
+                               "--restore", "--verify", "--upgrade", "--version"})
         EXPECT_TRUE(outcome.output.contains(QString::fromLatin1(option))) << option;
 
     const Outcome version = desk("--version");

@@ -118,6 +118,36 @@ void demandDump(const QString &file)
         refuse(QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, why));
 }
 
+const QByteArray SumsBegin = "\nclinic-rows 1\n";
+const QByteArray SumsEnd = "\nclinic-rows end\n";
+
+/// Behind what the server's programs read: they go by the places that stand at the file's head.
+void carry(const QString &file, const QStringList &rowSums)
+{
+    QFile dump(file);
+    if (!dump.open(QIODevice::Append) || dump.write(SumsBegin + rowSums.join(u'\n').toLatin1() + SumsEnd) < 0
+        || !dump.flush())
+        refuse(QStringLiteral("파일을 저장하지 못했습니다: %1\n%2").arg(file, dump.errorString()));
+}
+
+/// None for a backup of an earlier program.
+QStringList rowSumsIn(const QString &file)
+{
+    QFile dump(file);
+    if (!dump.open(QIODevice::ReadOnly) || !dump.seek(std::max<qint64>(0, dump.size() - 4'096)))
+        refuse(QStringLiteral("백업 파일을 읽을 수 없습니다: %1\n%2").arg(file, dump.errorString()));
+    const QByteArray tail = dump.readAll();
+    const qsizetype begin = tail.lastIndexOf(SumsBegin);
+    if (begin < 0 || !tail.endsWith(SumsEnd))
+        return {};
+    const qsizetype from = begin + SumsBegin.size();
+    const QStringList sums = QString::fromLatin1(tail.mid(from, tail.size() - SumsEnd.size() - from)).split(u'\n');
+    static const QRegularExpression sum(QStringLiteral("^[a-z_]+ \\d+-\\d+$"));
+    if (sums.filter(sum).size() != sums.size())
+        refuse(QStringLiteral("손상된 백업 파일입니다: ") + file);
+    return sums;
+}
+
 /// The clinic as one reading of this connection sees it.
 void dump(ado::Connection &clinic, const QString &target, const Progress &progress)
 {
@@ -146,7 +176,12 @@ void dump(ado::Connection &clinic, const QString &target, const Progress &progre
         arguments << QStringLiteral("--table=") + folded(table.name);
     runPostgresTool(QStringLiteral("pg_dump"), arguments, place,
                     counter(QStringLiteral("dumping contents of table"), progress));
+    QStringList rowSums;
+    schema::run(clinic, QStringLiteral("SET LOCAL datestyle = 'ISO, YMD'"));
+    for (const schema::TablePlan &table : schema::tablePlans())
+        rowSums << folded(table.name) + u' ' + schema::valueOf(clinic, rowSumStatement(folded(table.name))).toString();
     schema::run(clinic, QStringLiteral("COMMIT"));
+    carry(target, rowSums);
 }
 
 /// 0 for a backup without one.
@@ -189,7 +224,8 @@ void putRows(const PostgresPlace &place, const QString &source, const QString &s
                      QStringLiteral("--no-password"), QStringLiteral("--set=ON_ERROR_STOP=1"),
                      QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
                      QStringLiteral("--command"), wasClinic ? beforeRestore() : beforeFirstRestore(),
-                     QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"), afterRestore(version)},
+                     QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
+                     demandRows(rowSumsIn(source)), QStringLiteral("--command"), afterRestore(version)},
                     place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
 }
 

@@ -65,6 +65,24 @@ QString beforeFirstRestore()
     return (schema::postgresLikeStatements() + schema::postgresPlannerStatements()).join(QStringLiteral(";\n"));
 }
 
+QString rowSumStatement(const QString &table)
+{
+    return QStringLiteral(
+               "SELECT COUNT(*) || '-' || COALESCE(SUM(('x' || substr(md5(t::text), 1, 15))::bit(60)::bigint), "
+               "0) FROM %1 t")
+        .arg(table);
+}
+
+QString demandRows(const QStringList &rowSums)
+{
+    QString statements = QStringLiteral("RESET search_path;\nSET datestyle = 'ISO, YMD'");
+    for (const QString &sum : rowSums)
+        statements += QStringLiteral(";\nDO $body$ BEGIN IF (%1) <> '%2' THEN RAISE EXCEPTION '%3'; END IF; END $body$")
+                          .arg(rowSumStatement(sum.section(u' ', 0, 0)), sum.section(u' ', 1),
+                               QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + sum);
+    return statements;
+}
+
 QString afterRestore(int version)
 {
     return QStringLiteral("RESET search_path;\n")

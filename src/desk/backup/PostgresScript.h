@@ -13,4 +13,9 @@ QString beforeFirstRestore();
 /// Lets no counter fall behind, writes down the version that the backup had, and counts the restore.
 QString afterRestore(int version);
 
+/// Gives a text for the table that only the same rows give.
+QString rowSumStatement(const QString &table);
+/// Refuses the transaction unless the tables hold the rows that gave "TABLE SUM", a line each.
+QString demandRows(const QStringList &rowSums);
+
 } // namespace backup

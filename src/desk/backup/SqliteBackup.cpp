@@ -29,7 +29,9 @@ void copy(const QString &clinic, const QString &target, const Progress &progress
         return from.ask(unfinished);
     });
     to.takeOver(from, progress);
+    const QStringList rowSums = from.rowSums();
     from.ask(QStringLiteral("COMMIT"));
+    to.carry(rowSums);
     // One file that can be carried away, instead of one with a journal beside it.
     to.ask(QStringLiteral("PRAGMA journal_mode = DELETE"));
 }
@@ -103,6 +105,7 @@ void prepare(SqliteFile &backup, const QString &copy, const Progress &progress)
     {
         SqliteFile file(copy, Open::New);
         file.takeOver(backup, progress);
+        file.ask(QStringLiteral("DROP TABLE IF EXISTS t_DeskBackup"));
     }
     try {
         schema::upgrade(*ado::Connection::open(QStringLiteral("sqlite:") + copy));

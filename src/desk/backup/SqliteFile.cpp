@@ -4,6 +4,7 @@
 #include "desk/schema/Shape.h"
 #include "desk/schema/Tables.h"
 
+#include <QCryptographicHash>
 #include <QThread>
 
 #include <sqlite3.h>
@@ -91,6 +92,36 @@ bool SqliteFile::has(const QString &table)
                 .isEmpty();
 }
 
+QStringList SqliteFile::rowSums()
+{
+    QStringList sums;
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        const QString name = QString::fromLatin1(table.name);
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        qint64 rows = 0;
+        forEachRow(QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(name), [&](sqlite3_stmt *row) {
+            ++rows;
+            for (int column = 0; column < sqlite3_column_count(row); ++column) {
+                const auto *value = static_cast<const char *>(sqlite3_column_blob(row, column));
+                const int length = sqlite3_column_bytes(row, column);
+                const bool null = sqlite3_column_type(row, column) == SQLITE_NULL;
+                hash.addData(QByteArray::number(null ? -1 : length) + ' ');
+                hash.addData(QByteArrayView(value, length));
+            }
+        });
+        sums << QStringLiteral("%1 %2 %3").arg(name).arg(rows).arg(QString::fromLatin1(hash.result().toHex()));
+    }
+    return sums;
+}
+
+void SqliteFile::carry(const QStringList &rowSums)
+{
+    ask(QStringLiteral("DROP TABLE IF EXISTS t_DeskBackup"));
+    ask(QStringLiteral("CREATE TABLE t_DeskBackup (DB_RowSum TEXT NOT NULL)"));
+    for (const QString &sum : rowSums)
+        ask(QStringLiteral("INSERT INTO t_DeskBackup VALUES ('%1')").arg(sum));
+}
+
 void SqliteFile::demandClinic()
 {
     QString damage;
@@ -107,6 +138,8 @@ void SqliteFile::demandClinic()
     if (!why.isEmpty())
         refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(name_, why));
     schema::demandNoNewer(mark().version, name_);
+    if (has(QStringLiteral("t_DeskBackup")) && ask(QStringLiteral("SELECT DB_RowSum FROM t_DeskBackup")) != rowSums())
+        refuse(QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + name_);
 }
 
 QString SqliteFile::whyForeign()

@@ -27,6 +27,10 @@ public:
     QStringList ask(const QString &statement);
     /// Raises RuntimeError unless the file is whole and holds every table of a clinic, one that this program knows.
     void demandClinic();
+    /// One text a table that only the same rows give.
+    QStringList rowSums();
+    /// Lets the file carry them, as demandClinic looks for them.
+    void carry(const QStringList &rowSums);
     schema::Mark mark();
     /// Their statements.
     QStringList triggers();

@@ -58,6 +58,8 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--backup");
     if (!options.restoreFile.isEmpty())
         tasks << QStringLiteral("--restore");
+    if (!options.verifyFile.isEmpty())
+        tasks << QStringLiteral("--verify");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -94,6 +96,8 @@ Options readCommandLine(const QStringList &arguments)
             options.backupFile = value();
         else if (option == QLatin1String("--restore"))
             options.restoreFile = value();
+        else if (option == QLatin1String("--verify"))
+            options.verifyFile = value();
         else if (option == QLatin1String("--upgrade"))
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
@@ -122,6 +126,7 @@ QString usageText()
         "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
         "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+        "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
         "  --dry-run         --upgrade와 함께: 할 일을 보여 주기만 합니다\n"

@@ -21,6 +21,7 @@ struct Options
     bool check = false;
     QString backupFile;      ///< to write; empty unless asked for
     QString restoreFile;     ///< to read; empty unless asked for
+    QString verifyFile;      ///< to read; empty unless asked for
     bool upgrade = false;    ///< the backup that goes before may be named by backupFile
     bool dryRun = false;     ///< with upgrade
     bool untilShown = false; ///< ends when the first window is painted
