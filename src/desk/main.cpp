@@ -1,8 +1,11 @@
 #include "clinic/Tables.h"
 #include "desk/backup/Backup.h"
+#include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
+#include "desk/schema/Version.h"
+#include "desk/upgrade/UpgradeOnTerminal.h"
 #include "desk/window/CommandLine.h"
 #include "desk/window/DeskWindow.h"
 #include "desk/window/FirstPaint.h"
@@ -59,6 +62,7 @@ ado::ConnectionPtr openClinic(const QString &address)
                                     QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ")
                                         + ado::addressToShow(address)
                                         + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
+    schema::demandNoNewer(*connection);
     return connection;
 }
 
@@ -103,6 +107,9 @@ int start(const desk::Options &options, QApplication &application)
     if (options.database.isEmpty())
         makeDefaultClinic();
     const ado::ConnectionPtr connection = openClinic(addressOf(options));
+    const QString notice = schema::upgradeNotice(*connection);
+    if (!notice.isEmpty())
+        QTextStream(stderr) << QStringLiteral("desk: ") << notice << Qt::endl;
     desk::FirstPaint firstPaint;
     QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, [&options] {
         if (options.untilShown)
@@ -112,6 +119,7 @@ int start(const desk::Options &options, QApplication &application)
     if (options.patient)
         return sellTo(*options.patient, options.manage, connection, application);
     desk::DeskWindow window(connection);
+    window.setNotice(notice);
     window.show();
     return application.exec();
 }
@@ -149,6 +157,10 @@ int tend(const desk::Options &options)
 {
     if (options.make)
         return make(options);
+    if (options.upgrade)
+        return upgrade::upgradeOnTerminal(*openClinic(addressOf(options)), {options.backupFile, options.dryRun});
+    if (!options.verifyFile.isEmpty())
+        return backup::verifyOnTerminal(options.database, options.verifyFile);
     if (!options.backupFile.isEmpty())
         return backup::backUpOnTerminal(addressOf(options), options.backupFile);
     if (!options.restoreFile.isEmpty())
@@ -172,7 +184,7 @@ int main(int argc, char **argv)
             QTextStream(stdout) << (options.help ? desk::usageText() : versionText());
             return 0;
         }
-        if (options.make || options.check || !options.backupFile.isEmpty() || !options.restoreFile.isEmpty()) {
+        if (!desk::taskOf(options).isEmpty()) {
             QCoreApplication application(argc, argv);
             keepLog(options);
             return tend(options);

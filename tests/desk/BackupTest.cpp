@@ -1,9 +1,13 @@
 #include "desk/backup/Backup.h"
 #include "desk/check/Examination.h"
+#include "desk/files/NewFile.h"
 #include "desk/sample/Clinic.h"
+#include "desk/schema/Upgrade.h"
+#include "desk/schema/Version.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/desk/Content.h"
+#include "tests/desk/Earlier.h"
 
 #include <gmock/gmock.h>
 
@@ -24,7 +28,7 @@ namespace {
 
 const QString written = QStringLiteral("SELECT COUNT(*) FROM tPSOrderMaster WHERE OrdM_ETCMemo = 'written'");
 
-/// A desk that sells as fast as it can: an order and its line in one transaction.
+/// A desk that sells as fast as it can: an order and its line, then the order's total in a step of its own.
 class BusyDesk
 {
 public:
@@ -58,10 +62,9 @@ private:
             while (!stopped_) {
                 database.transaction();
                 const int key = 100'000 + sales_;
-                bool fine = query.exec(
-                    QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, "
-                                   "OrdM_TaxTotal, OrdM_ETCMemo) VALUES (%1, 1, '2026-11-24', 700, 700, 'written')")
-                        .arg(key));
+                bool fine = query.exec(QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, "
+                                                      "OrdM_ETCMemo) VALUES (%1, 1, '2026-11-24', 'written')")
+                                           .arg(key));
                 fine =
                     query.exec(
                         QStringLiteral(
@@ -69,6 +72,13 @@ private:
                             "SELECT %1, MIN(PM_PK), 700, 0, 1 FROM tPSProductMaster WHERE PM_IsTaxed = 1")
                             .arg(key))
                     && fine;
+                fine = database.commit() && fine;
+                std::this_thread::sleep_for(5ms);
+                database.transaction();
+                fine = query.exec(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Total = 700, OrdM_TaxTotal = 700 "
+                                                 "WHERE OrdM_PK = %1")
+                                      .arg(key))
+                       && fine;
                 EXPECT_TRUE(database.commit() && fine) << query.lastError().text().toStdString();
                 ++sales_;
             }
@@ -118,6 +128,12 @@ protected:
     TestDatabase clinic_;
     const QTemporaryDir folder_;
 };
+
+/// What anybody but its owner may do with a file.
+QFile::Permissions::Int forOthers(const QString &name)
+{
+    return (QFile::permissions(name) & files::NewFile::AsUsual & ~files::NewFile::Private).toInt();
+}
 
 std::string joined(const QStringList &lines)
 {
@@ -176,10 +192,59 @@ TEST_P(Backup, ComesBackUnderOpenDesksAndKeepsWhatWasThere)
     orders.setValue("OrdM_ETCMemo", QStringLiteral("고침"));
     orders.Update();
     clinic_.connection()->Execute("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')");
-    EXPECT_EQ(clinic_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), QStringLiteral("321"));
+    // 321 was given before the restore, and may stand in an open window.
+    EXPECT_EQ(clinic_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), QStringLiteral("322"));
 
-    backup::restore(clinic_.address(), kept);
+    const QString keptNext = backup::restore(clinic_.address(), kept);
     EXPECT_EQ(joined(contentOf(clinic_)), joined(damaged));
+    clinic_.connection()->Execute("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')");
+    EXPECT_EQ(clinic_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), QStringLiteral("323"));
+    EXPECT_EQ(clinic_.value("SELECT DS_Generation FROM t_DeskSchema"), QStringLiteral("2"));
+    EXPECT_TRUE(QFile::exists(kept) && QFile::exists(keptNext) && kept != keptNext);
+}
+
+TEST_P(Backup, KeepsWhatItWritesForItsOwner)
+{
+    if (GetParam() == ado::Engine::SQLite)
+        QFile::setPermissions(clinic_.address().section(u':', 1), files::NewFile::AsUsual);
+    backup::backUp(clinic_.address(), file("good.backup"));
+    const QString kept = backup::restore(clinic_.address(), file("good.backup"));
+    EXPECT_EQ(forOthers(file("good.backup")), 0);
+    EXPECT_EQ(forOthers(kept), 0);
+    const QString keptAtOnce = backup::restore(clinic_.address(), file("good.backup"));
+    EXPECT_TRUE(keptAtOnce != kept && QFile::exists(keptAtOnce) && QFile::exists(kept));
+    QFile::setPermissions(kept, QFile::ReadOwner);
+    EXPECT_EQ(files::privateAs(kept), QFile::ReadOwner);
+}
+
+TEST_P(Backup, CallsCommittedWhatIsCommittedWhenStopIsAskedThen)
+{
+    backup::backUp(clinic_.address(), file("good.backup"));
+    const QString customers = QStringLiteral("SELECT COUNT(*) FROM Customer WHERE name = '아무개'");
+    clinic_.run("UPDATE Customer SET name = '아무개'");
+    const backup::Progress stopLate = [&](qint64, qint64) { return clinic_.value(customers) != "0"; };
+    EXPECT_EQ(refusal([&] { backup::restore(clinic_.address(), file("good.backup"), stopLate); }), "");
+    EXPECT_EQ(clinic_.value(customers), "0");
+}
+
+TEST_P(Backup, OfAnEarlierProgramComesBackAsAClinicOfThisOne)
+{
+    TestDatabase earlier(GetParam(), false);
+    for (const QString &statement : earlierStatements("1-first", GetParam()))
+        earlier.run(statement);
+    earlier.run("INSERT INTO Customer (name) VALUES ('김환자')");
+    const bool loose = GetParam() == ado::Engine::SQLite; // a date that only that program took
+    if (loose)
+        earlier.run("UPDATE Customer SET birth = '1980-02-30'");
+    const QStringList content = contentOf(earlier);
+    backup::backUp(earlier.address(), file("early.backup"));
+    backup::restore(clinic_.address(), file("early.backup"));
+    EXPECT_EQ(joined(contentOf(clinic_)), joined(content));
+    EXPECT_EQ(schema::upgradeNotice(*clinic_.otherDesk()).isEmpty(), !loose);
+    clinic_.run("UPDATE Customer SET birth = NULL");
+    EXPECT_EQ(schema::upgrade(*clinic_.otherDesk()).empty(), !loose);
+    EXPECT_TRUE(schema::upgradeSteps(*clinic_.otherDesk()).empty());
+    EXPECT_EQ(clinic_.value("SELECT DS_Generation FROM t_DeskSchema"), QStringLiteral("1"));
 }
 
 TEST_P(Backup, RefusesBeforeAnythingIsTouched)
@@ -232,6 +297,114 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup"), stop); }),
                 testing::HasSubstr("중단"));
     EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
+}
+
+TEST_P(Backup, IsRefusedWhenItsRowsAreNotThoseThatWereBackedUp)
+{
+    clinic_.run("UPDATE tPSProductMaster SET PM_EtcMemo = 'before' WHERE PM_PK = 1");
+    backup::backUp(clinic_.address(), file("good.backup"));
+    clinic_.run("UPDATE tPSProductMaster SET PM_EtcMemo = 'after' WHERE PM_PK = 1");
+    // A row on a file, the sum on a server: there the rows are packed.
+    QByteArray bytes = read("good.backup");
+    if (GetParam() == ado::Engine::SQLite)
+        bytes.replace("before", "befOre");
+    else
+        bytes.replace("\nclinic-rows 1\ntpsproductmaster ", "\nclinic-rows 1\ntpsproductmaster 1");
+    ASSERT_NE(bytes, read("good.backup"));
+    write("other.backup", bytes);
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("other.backup")); }),
+                testing::HasSubstr("백업한 뒤에 바뀌었거나"));
+    EXPECT_EQ(clinic_.value("SELECT PM_EtcMemo FROM tPSProductMaster WHERE PM_PK = 1"), "after");
+}
+
+TEST_P(Backup, OfAnotherSchemaIsRefused)
+{
+    const bool server = GetParam() == ado::Engine::PostgreSQL;
+    const struct
+    {
+        const char *onFile;
+        const char *onServer;
+        const char *told;
+    } changes[]{
+        {"ALTER TABLE tPSOrderDetail ADD COLUMN theirs TEXT NOT NULL DEFAULT ''",
+         "ALTER TABLE tPSOrderDetail ADD COLUMN theirs text NOT NULL DEFAULT ''", ""},
+        {"CREATE TRIGGER theirs AFTER INSERT ON tPSTransaction BEGIN DELETE FROM tPSTransaction; END",
+         "CREATE TRIGGER theirs BEFORE INSERT ON tPSTransaction FOR EACH ROW EXECUTE FUNCTION "
+         "suppress_redundant_updates_trigger()",
+         "theirs"},
+        {"DROP TABLE Receipt\nCREATE TABLE Receipt (Receipt_PK INTEGER PRIMARY KEY, Customer_PK INTEGER NOT NULL, "
+         "TxDate TEXT, Bonin_Money REAL, Cheonggu_Money INTEGER, General_Money INTEGER)",
+         "ALTER TABLE Receipt ALTER COLUMN Bonin_Money TYPE text", "Receipt.Bonin_Money"},
+        {"DROP TABLE t_HospSetup\nCREATE TABLE t_HospSetup (HS_KEY TEXT PRIMARY KEY, HS_Value TEXT NOT NULL)",
+         "ALTER TABLE t_HospSetup ALTER COLUMN HS_Value SET NOT NULL", "t_HospSetup.HS_Value"},
+        {"DROP TABLE tPSProperties\nCREATE VIEW tPSProperties AS SELECT 1 AS tpsps_PK, '' AS tpsps_Key, '' AS "
+         "tpsps_Value",
+         "DROP TABLE tPSProperties\nCREATE VIEW tPSProperties AS SELECT 1 AS tpsps_PK, ''::text AS tpsps_Key, ''::text "
+         "AS tpsps_Value",
+         "tPSProperties"},
+    };
+    int number = 0;
+    for (const auto &change : changes) {
+        TestDatabase other(GetParam());
+        const QString statements = QString::fromLatin1(server ? change.onServer : change.onFile);
+        for (const QString &statement : statements.split(u'\n'))
+            other.run(statement);
+        const QString name = file("other") + QString::number(++number);
+        const std::string told = refusal([&] {
+            backup::backUp(other.address(), name);
+            backup::restore(clinic_.address(), name);
+        });
+        EXPECT_THAT(told, testing::HasSubstr(change.told));
+        EXPECT_EQ(told.empty(), *change.told == '\0') << told;
+    }
+}
+
+TEST(BackupOfAServer, LeavesNothingInAnEmptyDatabaseWhenItCannotBeRestored)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("good.backup");
+    TestDatabase clinic(ado::Engine::PostgreSQL);
+    clinic.run("CREATE ROLE of_another_server");
+    clinic.run("GRANT SELECT ON Customer TO of_another_server");
+    backup::backUp(clinic.address(), file);
+    clinic.run("DROP OWNED BY of_another_server");
+    clinic.run("DROP ROLE of_another_server");
+    TestDatabase empty(ado::Engine::PostgreSQL, false);
+    const QString things = QStringLiteral("SELECT (SELECT COUNT(*) FROM pg_class WHERE relnamespace = "
+                                          "'public'::regnamespace) + (SELECT COUNT(*) FROM pg_namespace WHERE nspname "
+                                          "= 'clinic_like') + (SELECT COUNT(*) FROM pg_db_role_setting s JOIN "
+                                          "pg_database d ON d.oid = s.setdatabase WHERE datname = current_database())");
+    EXPECT_ANY_THROW(backup::restore(empty.address(), file));
+    EXPECT_EQ(empty.value(things), "0");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST(BackupOfAFile, LeavesAloneWhatLiesBesideItsNames)
+{
+    const QTemporaryDir folder;
+    const auto path = [&](const char *name) { return folder.filePath(QString::fromLatin1(name)); };
+    const QString address = QStringLiteral("sqlite:");
+    const auto lay = [&](const char *name) {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
+    };
+    for (const char *name : {"clinic.db.part", "good.backup.part", "other.db.part", "late.db-wal", "later.db-shm"})
+        lay(name);
+    sample::makeClinic(address + path("clinic.db"), sample::Size::Small);
+    backup::backUp(address + path("clinic.db"), path("good.backup"));
+    backup::restore(address + path("other.db"), path("good.backup"));
+    // What an old log would do to a new file is not tried.
+    EXPECT_ANY_THROW(backup::restore(address + path("late.db"), path("good.backup")));
+    EXPECT_ANY_THROW(backup::backUp(address + path("clinic.db"), path("later.db")));
+    EXPECT_ANY_THROW(sample::makeClinic(address + path("late.db"), sample::Size::Empty));
+    const backup::Progress stop = [](qint64, qint64) { return false; };
+    EXPECT_ANY_THROW(backup::restore(address + path("stopped.db"), path("good.backup"), stop));
+
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).join(u' ').toStdString(),
+              "clinic.db clinic.db.part good.backup good.backup.part late.db-wal later.db-shm other.db other.db.part");
+    for (const char *name : {"clinic.db.part", "good.backup.part", "other.db.part", "late.db-wal"})
+        EXPECT_EQ(QFileInfo(path(name)).size(), 4) << name;
+    EXPECT_EQ(forOthers(path("other.db")), 0);
 }
 
 TEST(BackupOfAFile, ReplacesADamagedClinicAndMakesAMissingOne)

@@ -1,6 +1,7 @@
 #include "data/clsSQL.h"
 #include "desk/sample/Clinic.h"
 #include "desk/schema/Schema.h"
+#include "desk/schema/Version.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
@@ -58,6 +59,7 @@ TEST_F(DeskRole, DoesADesksWork)
 {
     makeRole(); // a second time does no harm
     EXPECT_TRUE(schema::hasSchema(*desk_));
+    EXPECT_EQ(schema::readMark(*desk_).value_or(schema::Mark{}).version, schema::CurrentVersion);
     ado::Recordset orders;
     orders.Open(clsSQL().getOrderMasterSQL(1), desk_, ado::CursorType::Keyset, ado::LockType::Optimistic);
     desk_->BeginTrans();
@@ -99,6 +101,7 @@ TEST_F(DeskRole, MayNothingElse)
              "DELETE FROM Receipt",
              "DELETE FROM tPSProperties",
              "DELETE FROM t_HospSetup",
+             "UPDATE t_DeskSchema SET DS_Version = 0",
              "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
              "SELECT pg_read_file('/etc/hostname')",
              "SELECT lo_from_bytea(0, 'x')",

@@ -3,11 +3,10 @@
 #include "desk/backup/PostgresBackup.h"
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteBackup.h"
-#include "desk/schema/WholeFile.h"
+#include "desk/files/NewFile.h"
 
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace backup {
@@ -50,25 +49,31 @@ QString sqliteFile(const QString &address)
 QString nameOfSafetyCopy(const QString &file)
 {
     const QFileInfo backup(file);
-    const QString moment = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    return backup.dir().filePath(QStringLiteral("%1-before-restore-%2.backup").arg(backup.completeBaseName(), moment));
+    const QString moment = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    const QString name = QStringLiteral("%1-before-restore-%2").arg(backup.completeBaseName(), moment);
+    QString free = name;
+    for (int number = 2; QFileInfo::exists(backup.dir().filePath(free + QStringLiteral(".backup"))); ++number)
+        free = QStringLiteral("%1-%2").arg(name).arg(number);
+    return backup.dir().filePath(free + QStringLiteral(".backup"));
 }
 
 } // namespace
 
 void backUp(const QString &address, const QString &file, const Progress &progress)
 {
-    const Kind kind = kindOfAddress(address);
-    if (QFileInfo::exists(file))
-        refuse(QStringLiteral("이미 있는 파일이라 백업하지 않았습니다: ") + file);
-    const bool made = schema::makeWholeFile(file, [&](const QString &unfinished) {
-        if (kind == Kind::Sqlite)
-            copySqliteClinic(sqliteFile(address), unfinished, progress);
-        else
-            dumpPostgresClinic(address, unfinished, progress);
-    });
-    if (!made)
-        refuse(QStringLiteral("백업 파일을 만들 수 없습니다: ") + file);
+    const bool sqlite = kindOfAddress(address) == Kind::Sqlite;
+    const QString clinic = sqliteFile(address);
+    files::NewFile made(file, sqlite ? files::privateAs(clinic) : files::NewFile::Private);
+    if (sqlite)
+        copySqliteClinic(clinic, made.unfinished(), progress);
+    else
+        dumpPostgresClinic(address, made.unfinished(), progress);
+    made.finish();
+}
+
+bool isOfServer(const QString &file)
+{
+    return kindOf(file) == Kind::Postgres;
 }
 
 QString restore(const QString &address, const QString &file, const Progress &progress)

@@ -20,6 +20,9 @@ void backUp(const QString &address, const QString &file, const Progress &progres
 /// is empty when there was no clinic at the address yet.
 QString restore(const QString &address, const QString &file, const Progress &progress = {});
 
+/// Whether a backup is one of a server's clinic.
+bool isOfServer(const QString &file);
+
 /// The same on the terminal, with a line that counts. The program's exit status: 0 done, 1 stopped by Ctrl+C.
 int backUpOnTerminal(const QString &address, const QString &file);
 int restoreOnTerminal(const QString &address, const QString &file);

@@ -1,6 +1,6 @@
 #include "desk/backup/Backup.h"
+#include "desk/backup/Refusal.h"
 #include "desk/terminal/ProgressLine.h"
-#include "platform/runtime/RuntimeError.h"
 
 #include <QTextStream>
 
@@ -15,12 +15,13 @@ bool done(terminal::ProgressLine &line, Work work)
     try {
         work([&](qint64 sofar, qint64 total) { return line.show(sofar, total); });
         return true;
+    } catch (const Stopped &stopped) {
+        line.leave();
+        QTextStream(stderr) << stopped.description() << Qt::endl;
+        return false;
     } catch (const runtime::RuntimeError &) {
         line.leave();
-        if (!line.stopAsked())
-            throw;
-        QTextStream(stderr) << QStringLiteral("중단하였습니다. 바뀐 것은 없습니다.") << Qt::endl;
-        return false;
+        throw;
     }
 }
 

@@ -1,12 +1,21 @@
 #include "desk/backup/PostgresBackup.h"
 
+#include "desk/backup/CalmMoment.h"
+#include "desk/backup/PostgresScript.h"
 #include "desk/backup/PostgresTool.h"
 #include "desk/backup/Refusal.h"
+#include "desk/files/NewFile.h"
 #include "desk/schema/Schema.h"
+#include "desk/schema/Shape.h"
+#include "desk/schema/Statements.h"
 #include "desk/schema/Tables.h"
+#include "desk/schema/Upgrade.h"
+#include "desk/schema/Version.h"
 #include "platform/runtime/Attempt.h"
+#include "platform/runtime/Log.h"
 
-#include <QFile>
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
 
@@ -26,11 +35,72 @@ Listener counter(const QString &beforeTable, const Progress &progress)
     if (!progress)
         return {};
     return [=, done = qint64(0)](const QString &line) mutable {
-        if (line.contains(beforeTable))
+        if (!beforeTable.isEmpty() && line.contains(beforeTable))
             ++done;
         const auto total = qint64(schema::tablePlans().size());
         return progress(std::min(done, total), total);
     };
+}
+
+/// The columns in a table's definition, as the program writes it: one a line, what fills them behind it.
+QList<schema::FoundColumn> columnsIn(const QString &definition, const QString &allDefinitions)
+{
+    QList<schema::FoundColumn> columns;
+    const QStringList lines = definition.split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        const QString text = line.trimmed();
+        if (text.startsWith(QLatin1String("CONSTRAINT ")))
+            continue;
+        const QString name = text.section(u' ', 0, 0);
+        const QString rest = text.section(u' ', 1);
+        const bool filled = rest.contains(QLatin1String(" DEFAULT ")) || rest.contains(QLatin1String(" GENERATED "))
+                            || allDefinitions.contains(QStringLiteral("ALTER COLUMN %1 ").arg(name));
+        columns << schema::FoundColumn{name, rest, rest.contains(QLatin1String(" NOT NULL")), filled};
+    }
+    return columns;
+}
+
+/// Why a file with those definitions and contents is no clinic of this system; empty when it is one.
+QString whyForeign(const QString &definitions, const QString &contents)
+{
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        const QString name = folded(table.name);
+        const QRegularExpression definition(QStringLiteral("CREATE TABLE [a-z_]+\\.%1 \\((.*?)\\n\\);").arg(name),
+                                            QRegularExpression::DotMatchesEverythingOption);
+        const QRegularExpressionMatch found = definition.match(definitions);
+        if (!found.hasMatch()
+            || !contents.contains(QRegularExpression(QStringLiteral("TABLE DATA [a-z_]+ %1 ").arg(name))))
+            return QString::fromLatin1(table.name) + QStringLiteral(": 없는 테이블");
+        const QString why = schema::whyForeign(table, columnsIn(found.captured(1), definitions));
+        if (!why.isEmpty())
+            return why;
+    }
+    return {};
+}
+
+QString definitionsIn(const QString &file)
+{
+    return QString::fromUtf8(runPostgresTool(QStringLiteral("pg_restore"),
+                                             {QStringLiteral("--schema-only"), QStringLiteral("--file=-"), file}));
+}
+
+/// A trigger that a foreign hand left in a backup would run with the desks' own statements.
+void demandKnownTriggers(const QString &source, ado::Connection &clinic)
+{
+    static const QRegularExpression acting(QStringLiteral("^CREATE (?:CONSTRAINT TRIGGER|TRIGGER|RULE|POLICY)\\b.*$"),
+                                           QRegularExpression::MultilineOption);
+    QStringList known;
+    const auto triggers = schema::rowsOf(
+        clinic, QStringLiteral("SELECT pg_get_triggerdef(oid) || ';' FROM pg_trigger WHERE NOT tgisinternal"));
+    for (const QVariantList &trigger : triggers)
+        known << trigger.value(0).toString();
+    const QString definitions = definitionsIn(source);
+    for (auto found = acting.globalMatch(definitions); found.hasNext();) {
+        const QString statement = found.next().captured();
+        if (!known.contains(statement))
+            refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 되돌리지 않았습니다: %1\n%2")
+                       .arg(source, statement));
+    }
 }
 
 /// Raises RuntimeError unless the file can be read to its end and holds every table and column.
@@ -41,36 +111,123 @@ void demandDump(const QString &file)
     } catch (const runtime::RuntimeError &error) {
         refuse(QStringLiteral("손상된 백업 파일입니다: %1\n%2").arg(file, error.description()));
     }
-    const QString definitions = QString::fromUtf8(runPostgresTool(
-        QStringLiteral("pg_restore"), {QStringLiteral("--schema-only"), QStringLiteral("--file=-"), file}));
+    const QString definitions = definitionsIn(file);
     const QString contents =
         QString::fromUtf8(runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--list"), file}));
-    for (const schema::TablePlan &table : schema::tablePlans()) {
-        const QString name = folded(table.name);
-        const auto missing = [&](const QString &what) {
-            refuse(QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, what));
-        };
-        const QRegularExpression definition(QStringLiteral("CREATE TABLE [a-z_]+\\.%1 \\((.*?)\\n\\);").arg(name),
-                                            QRegularExpression::DotMatchesEverythingOption);
-        const QString columns = definition.match(definitions).captured(1);
-        for (const schema::ColumnPlan &column : table.columns) {
-            if (!columns.contains(QRegularExpression(QStringLiteral("\\n    %1 ").arg(folded(column.name)))))
-                missing(QStringLiteral("%1.%2").arg(QString::fromLatin1(table.name), QString::fromLatin1(column.name)));
-        }
-        if (!contents.contains(QRegularExpression(QStringLiteral("TABLE DATA [a-z_]+ %1 ").arg(name))))
-            missing(QString::fromLatin1(table.name));
-    }
+    const QString why = whyForeign(definitions, contents);
+    if (!why.isEmpty())
+        refuse(QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, why));
 }
 
-void dump(const PostgresPlace &place, const QString &target, const Progress &progress)
+const QByteArray SumsBegin = "\nclinic-rows 1\n";
+const QByteArray SumsEnd = "\nclinic-rows end\n";
+
+/// Behind what the server's programs read: they go by the places that stand at the file's head.
+void carry(const QString &file, const QStringList &rowSums)
 {
-    QStringList arguments{QStringLiteral("--format=custom"), QStringLiteral("--no-password"),
-                          QStringLiteral("--verbose"), QStringLiteral("--file=") + target,
-                          QStringLiteral("--dbname=") + place.connection};
+    QFile dump(file);
+    if (!dump.open(QIODevice::Append) || dump.write(SumsBegin + rowSums.join(u'\n').toLatin1() + SumsEnd) < 0
+        || !dump.flush())
+        refuse(QStringLiteral("파일을 저장하지 못했습니다: %1\n%2").arg(file, dump.errorString()));
+}
+
+/// None for a backup of an earlier program.
+QStringList rowSumsIn(const QString &file)
+{
+    QFile dump(file);
+    if (!dump.open(QIODevice::ReadOnly) || !dump.seek(std::max<qint64>(0, dump.size() - 4'096)))
+        refuse(QStringLiteral("백업 파일을 읽을 수 없습니다: %1\n%2").arg(file, dump.errorString()));
+    const QByteArray tail = dump.readAll();
+    const qsizetype begin = tail.lastIndexOf(SumsBegin);
+    if (begin < 0 || !tail.endsWith(SumsEnd))
+        return {};
+    const qsizetype from = begin + SumsBegin.size();
+    const QStringList sums = QString::fromLatin1(tail.mid(from, tail.size() - SumsEnd.size() - from)).split(u'\n');
+    static const QRegularExpression sum(QStringLiteral("^[a-z_]+ \\d+-\\d+$"));
+    if (sums.filter(sum).size() != sums.size())
+        refuse(QStringLiteral("손상된 백업 파일입니다: ") + file);
+    return sums;
+}
+
+/// The clinic as one reading of this connection sees it.
+void dump(ado::Connection &clinic, const QString &target, const Progress &progress)
+{
+    const QString unfinished = unfinishedOrdersStatement();
+    const QString readOnly = QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    schema::run(clinic, readOnly);
+    waitForCalm([&] {
+        schema::run(clinic, QStringLiteral("COMMIT"));
+        schema::run(clinic, readOnly);
+        QStringList orders;
+        const QList<QVariantList> rows = schema::rowsOf(clinic, unfinished);
+        for (const QVariantList &row : rows)
+            orders << row.value(0).toString();
+        return orders;
+    });
+    const PostgresPlace place = PostgresPlace::of(clinic.address());
+    QStringList arguments{QStringLiteral("--format=custom"),
+                          QStringLiteral("--no-password"),
+                          QStringLiteral("--verbose"),
+                          QStringLiteral("--snapshot=")
+                              + schema::valueOf(clinic, QStringLiteral("SELECT pg_export_snapshot()")).toString(),
+                          QStringLiteral("--file=") + target,
+                          QStringLiteral("--dbname=") + place.connection,
+                          QStringLiteral("--table=t_deskschema")};
     for (const schema::TablePlan &table : schema::tablePlans())
         arguments << QStringLiteral("--table=") + folded(table.name);
     runPostgresTool(QStringLiteral("pg_dump"), arguments, place,
                     counter(QStringLiteral("dumping contents of table"), progress));
+    QStringList rowSums;
+    schema::run(clinic, QStringLiteral("SET LOCAL datestyle = 'ISO, YMD'"));
+    for (const schema::TablePlan &table : schema::tablePlans())
+        rowSums << folded(table.name) + u' ' + schema::valueOf(clinic, rowSumStatement(folded(table.name))).toString();
+    schema::run(clinic, QStringLiteral("COMMIT"));
+    carry(target, rowSums);
+}
+
+/// 0 for a backup without one.
+int versionInDump(const QString &file)
+{
+    const QString rows = QString::fromUtf8(
+        runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--data-only"), QStringLiteral("--file=-"),
+                                                       QStringLiteral("--table=t_deskschema"), file}));
+    static const QRegularExpression row(QStringLiteral("^COPY \\S+ \\(ds_key, ds_version.*\\n1\\t(\\d+)"),
+                                        QRegularExpression::MultilineOption);
+    return row.match(rows).captured(1).toInt();
+}
+
+/// -1 where there is no clinic.
+int generationOf(ado::Connection &connection)
+{
+    return schema::hasSchema(connection) ? schema::readMark(connection).value_or(schema::Mark{}).generation : -1;
+}
+
+/// Beside the backups, where there is room, unless they lie on something that cannot be written.
+QString placeForScript(const QString &safetyCopy)
+{
+    const QFileInfo beside(safetyCopy + QStringLiteral(".sql"));
+    return QFileInfo(beside.path()).isWritable() ? beside.filePath()
+                                                 : QDir(QDir::tempPath()).filePath(beside.fileName());
+}
+
+/// The rows with all that must come with them, in one transaction. The script in between is a file for as long: a pipe
+/// that broke would look like its end.
+void putRows(const PostgresPlace &place, const QString &source, const QString &safetyCopy, bool wasClinic, int version,
+             const Progress &progress)
+{
+    const files::NewFile script(placeForScript(safetyCopy), files::NewFile::Private);
+    runPostgresTool(QStringLiteral("pg_restore"),
+                    {QStringLiteral("--clean"), QStringLiteral("--if-exists"), QStringLiteral("--no-owner"),
+                     QStringLiteral("--file=") + script.unfinished(), source},
+                    place, counter(QString(), progress));
+    runPostgresTool(QStringLiteral("psql"),
+                    {QStringLiteral("--no-psqlrc"), QStringLiteral("--quiet"), QStringLiteral("--echo-queries"),
+                     QStringLiteral("--no-password"), QStringLiteral("--set=ON_ERROR_STOP=1"),
+                     QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
+                     QStringLiteral("--command"), wasClinic ? beforeRestore() : beforeFirstRestore(),
+                     QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
+                     demandRows(rowSumsIn(source)), QStringLiteral("--command"), afterRestore(version)},
+                    place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
 }
 
 } // namespace
@@ -80,7 +237,8 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
     const ado::ConnectionPtr connection = ado::Connection::open(address);
     if (!schema::hasSchema(*connection))
         refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
-    dump(PostgresPlace::of(address), target, progress);
+    schema::demandNoNewer(*connection);
+    dump(*connection, target, progress);
     demandDump(target);
 }
 
@@ -88,22 +246,34 @@ bool restorePostgresClinic(const QString &address, const QString &source, const 
                            const Progress &progress)
 {
     demandDump(source);
+    const int version = versionInDump(source);
+    schema::demandNoNewer(version, source);
     const ado::ConnectionPtr connection = ado::Connection::open(address);
     const PostgresPlace place = PostgresPlace::of(address);
+    schema::demandNoNewer(*connection);
+    demandKnownTriggers(source, *connection);
     const bool wasClinic = schema::hasSchema(*connection);
-    if (wasClinic)
-        dump(place, safetyCopy, {});
-    else
-        schema::createSchema(*connection); // what stands beside the tables is not in the file
-    runPostgresTool(QStringLiteral("pg_restore"),
-                    {QStringLiteral("--clean"), QStringLiteral("--if-exists"), QStringLiteral("--single-transaction"),
-                     QStringLiteral("--exit-on-error"), QStringLiteral("--no-owner"), QStringLiteral("--no-password"),
-                     QStringLiteral("--verbose"), QStringLiteral("--dbname=") + place.connection, source},
-                    place, counter(QStringLiteral("processing data for table"), progress));
+    const int generation = generationOf(*connection);
+    if (wasClinic) {
+        files::NewFile kept(safetyCopy, files::NewFile::Private);
+        dump(*connection, kept.unfinished(), {});
+        kept.finish();
+    }
+    try {
+        putRows(place, source, safetyCopy, wasClinic, version, progress);
+    } catch (const runtime::RuntimeError &) {
+        // What is committed is not called stopped, or failed.
+        if (generationOf(*ado::Connection::open(address)) <= generation)
+            throw;
+        runtime::trapped();
+    }
+    const ado::ConnectionPtr restored = ado::Connection::open(address);
+    runtime::Attempt complete; // the rows are there, and the desk says that an upgrade is due
+    complete([&] { schema::upgrade(*restored); });
     // The new tables have no statistics yet, and a desk would feel it; without them it is restored all the same.
     runtime::Attempt statistics;
     for (const schema::TablePlan &table : schema::tablePlans())
-        statistics([&] { connection->Execute(QStringLiteral("ANALYZE ") + QString::fromLatin1(table.name)); });
+        statistics([&] { restored->Execute(QStringLiteral("ANALYZE ") + QString::fromLatin1(table.name)); });
     return wasClinic;
 }
 

@@ -65,17 +65,21 @@ PostgresPlace PostgresPlace::of(const QString &address)
 }
 
 QByteArray runPostgresTool(const QString &program, const QStringList &arguments, const PostgresPlace &place,
-                           const Listener &listener)
+                           const Listener &listener, Says says)
 {
     QProcess process;
+    if (says == Says::OnAll)
+        process.setProcessChannelMode(QProcess::MergedChannels);
     process.setProcessEnvironment(environmentFor(place));
     process.start(programFile(program), arguments);
     QByteArray output;
     QStringList lastWords;
     bool stopped = false;
     const auto listen = [&] {
-        output += process.readAllStandardOutput();
-        process.setReadChannel(QProcess::StandardError);
+        if (says == Says::OnErrors) {
+            output += process.readAllStandardOutput();
+            process.setReadChannel(QProcess::StandardError);
+        }
         while (process.canReadLine()) {
             const QString line = QString::fromUtf8(process.readLine()).trimmed();
             lastWords << line;
@@ -95,9 +99,11 @@ QByteArray runPostgresTool(const QString &program, const QStringList &arguments,
         }
     }
     listen();
-    if (stopped)
-        refuse(QStringLiteral("중단하였습니다."));
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+    const bool well = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    // Ctrl+C on a terminal reaches the program by itself, too.
+    if (!well && (stopped || (listener && !listener(QString()))))
+        stop();
+    if (!well)
         refuse(QStringLiteral("%1 작업이 실패했습니다.\n%2").arg(program, lastWords.join(u'\n')));
     return output;
 }

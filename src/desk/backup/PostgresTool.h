@@ -18,12 +18,15 @@ struct PostgresPlace
     static PostgresPlace of(const QString &address);
 };
 
-/// Told each line that the program says while it works; answering false stops it.
+/// Told each line that the program says while it works, and an empty one now and then; answering false stops it.
 using Listener = std::function<bool(const QString &line)>;
 
+/// Where it says what is listened to. What it writes besides is the answer; with All there is none.
+enum class Says { OnErrors, OnAll };
+
 /// Runs one of the server's programs to its end and returns what it wrote. Raises RuntimeError with the program's last words
-/// when it is not there or fails.
+/// when it is not there or fails, and Stopped when it was stopped and did not end well before.
 QByteArray runPostgresTool(const QString &program, const QStringList &arguments, const PostgresPlace &place = {},
-                           const Listener &listener = {});
+                           const Listener &listener = {}, Says says = Says::OnErrors);
 
 } // namespace backup

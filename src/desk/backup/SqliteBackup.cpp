@@ -1,8 +1,10 @@
 #include "desk/backup/SqliteBackup.h"
 
+#include "desk/backup/CalmMoment.h"
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
-#include "desk/schema/WholeFile.h"
+#include "desk/files/NewFile.h"
+#include "desk/schema/Upgrade.h"
 #include "platform/runtime/Log.h"
 
 #include <QFile>
@@ -20,37 +22,120 @@ void copy(const QString &clinic, const QString &target, const Progress &progress
     SqliteFile from(clinic, Open::ToWrite);
     SqliteFile to(target, Open::New);
     // Without a reading of its own the copying would begin anew after every write of a desk.
+    const QString unfinished = unfinishedOrdersStatement();
     from.ask(QStringLiteral("BEGIN"));
-    from.ask(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
+    waitForCalm([&] {
+        from.ask(QStringLiteral("COMMIT"));
+        from.ask(QStringLiteral("BEGIN"));
+        return from.ask(unfinished);
+    });
     to.takeOver(from, progress);
+    const QStringList rowSums = from.rowSums();
     from.ask(QStringLiteral("COMMIT"));
+    to.carry(rowSums);
     // One file that can be carried away, instead of one with a journal beside it.
     to.ask(QStringLiteral("PRAGMA journal_mode = DELETE"));
 }
 
-/// A clinic that is too damaged to be copied page by page is kept as it lies there.
-void keepAside(const QString &clinic, const QString &safetyCopy)
+/// A clinic that cannot even be asked is no newer one.
+void demandNoNewer(const QString &clinic)
 {
+    int version = 0;
     try {
-        copy(clinic, safetyCopy, {});
-        return;
+        version = SqliteFile(clinic, Open::ToRead).mark().version;
     } catch (const runtime::RuntimeError &) {
         runtime::trapped();
-        QFile::remove(safetyCopy);
+        return;
     }
-    for (const char *suffix : {"", "-wal"}) {
-        const QString file = clinic + QLatin1String(suffix);
-        if (QFile::exists(file) && !QFile::copy(file, safetyCopy + QLatin1String(suffix)))
-            refuse(QStringLiteral("지금의 데이터베이스를 남겨 둘 수 없어 되돌리지 않았습니다: ") + safetyCopy);
-    }
+    schema::demandNoNewer(version, clinic);
 }
 
-void makeAnew(const QString &clinic, SqliteFile &from, const Progress &progress)
+/// A trigger that a foreign hand left in a backup would run with the desks' own statements.
+void demandKnownTriggers(SqliteFile &backup, const QString &clinic, const QString &source)
 {
-    const bool made = schema::makeWholeFile(
-        clinic, [&](const QString &unfinished) { SqliteFile(unfinished, Open::New).takeOver(from, progress); });
-    if (!made)
-        refuse(QStringLiteral("데이터베이스 파일을 만들 수 없습니다: ") + clinic);
+    QStringList unknown = backup.triggers();
+    try {
+        if (!unknown.isEmpty() && QFileInfo::exists(clinic)) {
+            const QStringList known = SqliteFile(clinic, Open::ToRead).triggers();
+            unknown.removeIf([&](const QString &trigger) { return known.contains(trigger); });
+        }
+    } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
+    }
+    if (!unknown.isEmpty())
+        refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 되돌리지 않았습니다: %1\n%2")
+                   .arg(source, unknown.join(u'\n')));
+}
+
+void copyBytes(const QString &from, const QString &to)
+{
+    QFile source(from), target(to);
+    bool fine = source.open(QIODevice::ReadOnly) && target.open(QIODevice::WriteOnly);
+    while (fine && !source.atEnd()) {
+        const QByteArray piece = source.read(1 << 20);
+        fine = !piece.isEmpty() && target.write(piece) == piece.size();
+    }
+    if (!fine || !target.flush())
+        refuse(QStringLiteral("지금의 데이터베이스를 남겨 둘 수 없어 되돌리지 않았습니다: ") + from);
+}
+
+/// A clinic that is too damaged to be copied page by page is kept as it lies there, with the log that belongs to it.
+void keepAside(const QString &clinic, const QString &safetyCopy)
+{
+    const QFile::Permissions permissions = files::privateAs(clinic);
+    try {
+        files::NewFile kept(safetyCopy, permissions);
+        copy(clinic, kept.unfinished(), {});
+        return kept.finish();
+    } catch (const runtime::RuntimeError &) {
+        if (QFileInfo::exists(safetyCopy))
+            throw;
+        runtime::trapped();
+    }
+    const QString log = QStringLiteral("-wal");
+    files::NewFile kept(safetyCopy, permissions);
+    copyBytes(clinic, kept.unfinished());
+    if (QFileInfo::exists(clinic + log)) {
+        files::NewFile keptLog(safetyCopy + log, permissions);
+        copyBytes(clinic + log, keptLog.unfinished());
+        keptLog.finish();
+    }
+    kept.finish(files::NewFile::Companions::Mine);
+}
+
+/// A copy of the backup that has all that a clinic of this program has. The backup itself stays as it is.
+void prepare(SqliteFile &backup, const QString &copy, const Progress &progress)
+{
+    {
+        SqliteFile file(copy, Open::New);
+        file.takeOver(backup, progress);
+        file.ask(QStringLiteral("DROP TABLE IF EXISTS t_DeskBackup"));
+    }
+    try {
+        schema::upgrade(*ado::Connection::open(QStringLiteral("sqlite:") + copy));
+    } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
+        // Rows stand in the way. They are wanted back all the same, and the desk says that an upgrade is due.
+        SqliteFile file(copy, Open::ToWrite);
+        for (const QString &statement : schema::markStatements(false))
+            file.ask(statement);
+        file.ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Version = %1").arg(backup.mark().version));
+    }
+    SqliteFile(copy, Open::ToWrite).ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Generation = DS_Generation + 1"));
+}
+
+/// What a clinic must not fall behind with when others rows come into it. One that is too damaged to be asked tells
+/// nothing.
+void takeAlong(const QString &clinic, SqliteFile &prepared)
+{
+    try {
+        SqliteFile asItStands(clinic, Open::ToRead);
+        prepared.countForward(asItStands.counters());
+        prepared.ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Generation = MAX(DS_Generation, %1)")
+                         .arg(asItStands.mark().generation + 1));
+    } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
+    }
 }
 
 } // namespace
@@ -70,13 +155,25 @@ bool restoreSqliteClinic(const QString &clinic, const QString &source, const QSt
         refuse(QStringLiteral("되돌릴 파일이 한의원 데이터베이스 자신입니다: ") + source);
     SqliteFile from(source, Open::ToRead);
     from.demandClinic();
+    demandKnownTriggers(from, clinic, source);
     if (!QFileInfo::exists(clinic)) {
-        makeAnew(clinic, from, progress);
+        files::NewFile made(clinic, files::NewFile::Private);
+        prepare(from, made.unfinished(), progress);
+        made.finish();
         return false;
     }
+    demandNoNewer(clinic);
+    const files::NewFile prepared(clinic + QStringLiteral(".restore"), files::NewFile::Private);
+    prepare(from, prepared.unfinished(), {});
     keepAside(clinic, safetyCopy);
     SqliteFile to(clinic, Open::ToWrite);
-    to.takeOver(from, progress);
+    SqliteFile ready(prepared.unfinished(), Open::ToWrite);
+    try {
+        to.ask(QStringLiteral("PRAGMA journal_mode = WAL")); // as every desk has it: it can be asked while it is held
+    } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
+    }
+    to.takeOver(ready, progress, [&] { takeAlong(clinic, ready); });
     return true;
 }
 

@@ -1,9 +1,10 @@
 #include "desk/backup/SqliteFile.h"
 
 #include "desk/backup/Refusal.h"
-#include "desk/schema/Schema.h"
+#include "desk/schema/Shape.h"
+#include "desk/schema/Tables.h"
 
-#include <QElapsedTimer>
+#include <QCryptographicHash>
 #include <QThread>
 
 #include <sqlite3.h>
@@ -62,19 +63,63 @@ void SqliteFile::refuseWith(int code) const
         name_, QString::fromUtf8(code == sqlite3_errcode(handle_) ? sqlite3_errmsg(handle_) : sqlite3_errstr(code))));
 }
 
-QStringList SqliteFile::ask(const QString &statement)
+void SqliteFile::forEachRow(const QString &statement, const std::function<void(sqlite3_stmt *)> &take)
 {
     sqlite3_stmt *prepared = nullptr;
     int code = sqlite3_prepare_v2(handle_, statement.toUtf8().constData(), -1, &prepared, nullptr);
     const std::unique_ptr<sqlite3_stmt, Finish> owner(prepared);
     if (code != SQLITE_OK)
         refuseWith(code);
-    QStringList answer;
     while ((code = sqlite3_step(prepared)) == SQLITE_ROW)
-        answer << QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(prepared, 0)));
+        take(prepared);
     if (code != SQLITE_DONE)
         refuseWith(code);
+}
+
+QStringList SqliteFile::ask(const QString &statement)
+{
+    QStringList answer;
+    forEachRow(statement, [&](sqlite3_stmt *row) {
+        answer << QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(row, 0)));
+    });
     return answer;
+}
+
+bool SqliteFile::has(const QString &table)
+{
+    return !ask(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = '%1' COLLATE NOCASE")
+                    .arg(table))
+                .isEmpty();
+}
+
+QStringList SqliteFile::rowSums()
+{
+    QStringList sums;
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        const QString name = QString::fromLatin1(table.name);
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        qint64 rows = 0;
+        forEachRow(QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(name), [&](sqlite3_stmt *row) {
+            ++rows;
+            for (int column = 0; column < sqlite3_column_count(row); ++column) {
+                const auto *value = static_cast<const char *>(sqlite3_column_blob(row, column));
+                const int length = sqlite3_column_bytes(row, column);
+                const bool null = sqlite3_column_type(row, column) == SQLITE_NULL;
+                hash.addData(QByteArray::number(null ? -1 : length) + ' ');
+                hash.addData(QByteArrayView(value, length));
+            }
+        });
+        sums << QStringLiteral("%1 %2 %3").arg(name).arg(rows).arg(QString::fromLatin1(hash.result().toHex()));
+    }
+    return sums;
+}
+
+void SqliteFile::carry(const QStringList &rowSums)
+{
+    ask(QStringLiteral("DROP TABLE IF EXISTS t_DeskBackup"));
+    ask(QStringLiteral("CREATE TABLE t_DeskBackup (DB_RowSum TEXT NOT NULL)"));
+    for (const QString &sum : rowSums)
+        ask(QStringLiteral("INSERT INTO t_DeskBackup VALUES ('%1')").arg(sum));
 }
 
 void SqliteFile::demandClinic()
@@ -89,39 +134,115 @@ void SqliteFile::demandClinic()
     }
     if (!damage.isEmpty())
         refuse(QStringLiteral("손상된 데이터베이스 파일입니다: %1\n%2").arg(name_, damage));
-    try {
-        for (const QString &probe : schema::probes())
-            ask(probe);
-    } catch (const runtime::RuntimeError &error) {
-        refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1").arg(error.description()));
+    const QString why = whyForeign();
+    if (!why.isEmpty())
+        refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(name_, why));
+    schema::demandNoNewer(mark().version, name_);
+    if (has(QStringLiteral("t_DeskBackup")) && ask(QStringLiteral("SELECT DB_RowSum FROM t_DeskBackup")) != rowSums())
+        refuse(QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + name_);
+}
+
+QString SqliteFile::whyForeign()
+{
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        const QString name = QString::fromLatin1(table.name);
+        if (!has(name))
+            return name + QStringLiteral(": 없는 테이블");
+        QList<schema::FoundColumn> columns;
+        const QStringList rows =
+            ask(QStringLiteral("SELECT name || char(9) || type || char(9) || \"notnull\" || char(9) || (dflt_value IS "
+                               "NOT NULL OR pk > 0 OR hidden > 1) FROM pragma_table_xinfo('%1')")
+                    .arg(name));
+        for (const QString &row : rows) {
+            const QStringList cells = row.split(u'\t');
+            columns << schema::FoundColumn{cells[0], cells[1], cells[2] == QLatin1String("1"),
+                                           cells[3] == QLatin1String("1")};
+        }
+        const QString why = schema::whyForeign(table, columns);
+        if (!why.isEmpty())
+            return why;
+    }
+    return {};
+}
+
+QStringList SqliteFile::triggers()
+{
+    return ask(QStringLiteral("SELECT sql FROM sqlite_master WHERE type = 'trigger'"));
+}
+
+schema::Mark SqliteFile::mark()
+{
+    const auto number = [this](const char *column) {
+        return ask(QStringLiteral("SELECT %1 FROM t_DeskSchema").arg(QString::fromLatin1(column))).value(0).toInt();
+    };
+    if (!has(QStringLiteral("t_DeskSchema")))
+        return {};
+    return {number("DS_Version"), number("DS_Generation")};
+}
+
+QHash<QString, qint64> SqliteFile::counters()
+{
+    QHash<QString, qint64> counters;
+    const QStringList rows = ask(QStringLiteral("SELECT name || ' ' || seq FROM sqlite_sequence"));
+    for (const QString &row : rows)
+        counters.insert(row.section(u' ', 0, -2), row.section(u' ', -1).toLongLong());
+    return counters;
+}
+
+void SqliteFile::countForward(const QHash<QString, qint64> &counters)
+{
+    const QHash<QString, qint64> own = this->counters();
+    for (const schema::TablePlan &plan : schema::tablePlans()) {
+        const QString table = QString::fromLatin1(plan.name);
+        const qint64 last = counters.value(table);
+        if (last <= own.value(table))
+            continue;
+        ask(QStringLiteral("DELETE FROM sqlite_sequence WHERE name = '%1'").arg(table));
+        ask(QStringLiteral("INSERT INTO sqlite_sequence (name, seq) VALUES ('%1', %2)").arg(table).arg(last));
     }
 }
 
-void SqliteFile::takeOver(SqliteFile &other, const Progress &progress)
+bool SqliteFile::waitForDesks(int code, QElapsedTimer &waiting) const
+{
+    if (code != SQLITE_BUSY && code != SQLITE_LOCKED) {
+        waiting.invalidate();
+        return false;
+    }
+    if (!waiting.isValid())
+        waiting.start();
+    if (waiting.elapsed() > Patience)
+        refuse(QStringLiteral("데스크가 데이터베이스를 사용 중입니다. 데스크를 모두 닫고 다시 시도하십시오: ") + name_);
+    QThread::msleep(20);
+    return true;
+}
+
+void SqliteFile::takeOver(SqliteFile &other, const Progress &progress, const std::function<void()> &lastWords)
 {
     const std::unique_ptr<sqlite3_backup, Finish> copy(sqlite3_backup_init(handle_, "main", other.handle_, "main"));
     if (!copy)
         refuseWith(sqlite3_errcode(handle_));
     QElapsedTimer waiting;
-    for (;;) {
-        const int code = sqlite3_backup_step(copy.get(), PagesAStep);
-        if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
-            if (!waiting.isValid())
-                waiting.start();
-            if (waiting.elapsed() > Patience)
-                refuse(QStringLiteral("데스크가 데이터베이스를 놓지 않습니다. 잠시 후 다시 하십시오: ") + name_);
-            QThread::msleep(20);
+    int code = SQLITE_OK;
+    if (lastWords) {
+        while (waitForDesks(code = sqlite3_backup_step(copy.get(), 0), waiting))
             continue;
-        }
-        waiting.invalidate();
+        if (code != SQLITE_OK)
+            refuseWith(code);
+        if (progress && !progress(0, sqlite3_backup_pagecount(copy.get())))
+            stop();
+        lastWords();
+    }
+    do {
+        code = sqlite3_backup_step(copy.get(), PagesAStep);
+        if (waitForDesks(code, waiting))
+            continue;
         if (code != SQLITE_OK && code != SQLITE_DONE)
             refuseWith(code);
         const qint64 total = sqlite3_backup_pagecount(copy.get());
-        if (progress && !progress(total - sqlite3_backup_remaining(copy.get()), total))
-            refuse(QStringLiteral("중단하였습니다."));
-        if (code == SQLITE_DONE)
-            return;
-    }
+        const bool committed = lastWords && code == SQLITE_DONE;
+        if (progress && !progress(total - sqlite3_backup_remaining(copy.get()), total) && !committed)
+            stop();
+    } while (code != SQLITE_DONE);
 }
 
 } // namespace backup

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "desk/backup/Backup.h"
+#include "desk/schema/Version.h"
 
+#include <QElapsedTimer>
+#include <QHash>
 #include <QStringList>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace backup {
 
@@ -21,13 +25,32 @@ public:
 
     /// The first column of every row. Raises RuntimeError.
     QStringList ask(const QString &statement);
-    /// Raises RuntimeError unless the file is whole and holds every table of a clinic.
+    /// Raises RuntimeError unless the file is whole and holds every table of a clinic, one that this program knows.
     void demandClinic();
+    /// One text a table that only the same rows give.
+    QStringList rowSums();
+    /// Lets the file carry them, as demandClinic looks for them.
+    void carry(const QStringList &rowSums);
+    schema::Mark mark();
+    /// Their statements.
+    QStringList triggers();
+    /// The highest key that each table gave, by table.
+    QHash<QString, qint64> counters();
+    /// Never back.
+    void countForward(const QHash<QString, qint64> &counters);
     /// Takes over every page of the other file in one transaction. Desks that write in either meanwhile are waited for.
-    void takeOver(SqliteFile &other, const Progress &progress);
+    /// With `lastWords` this is a clinic: it is called once nobody can write here any more and nothing is taken over yet (the
+    /// other file may still be changed by it), and what is committed then is not called stopped.
+    void takeOver(SqliteFile &other, const Progress &progress, const std::function<void()> &lastWords = {});
 
 private:
+    /// Why the file is no clinic of this system; empty when it is one.
+    QString whyForeign();
+    bool has(const QString &table);
+    void forEachRow(const QString &statement, const std::function<void(sqlite3_stmt *)> &take);
     [[noreturn]] void refuseWith(int code) const;
+    /// Whether it must be tried again. Raises RuntimeError when that has gone on for too long.
+    bool waitForDesks(int code, QElapsedTimer &waiting) const;
 
     const QString name_;
     sqlite3 *handle_ = nullptr;

@@ -1,7 +1,7 @@
 #include "desk/sample/MakeOnTerminal.h"
 
-#include "platform/ado/ShownAddress.h"
 #include "desk/terminal/ProgressLine.h"
+#include "platform/ado/ShownAddress.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QTextStream>

@@ -1,6 +1,8 @@
 #include "desk/schema/Schema.h"
 
+#include "desk/schema/Statements.h"
 #include "desk/schema/Tables.h"
+#include "desk/schema/Version.h"
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 
@@ -10,11 +12,6 @@ namespace schema {
 
 namespace {
 
-Dialect dialectOf(const ado::Connection &connection)
-{
-    return connection.engine() == ado::Engine::SQLite ? Dialect::SQLite : Dialect::PostgreSQL;
-}
-
 QStringList tableStatements(Dialect dialect)
 {
     QStringList statements;
@@ -22,44 +19,10 @@ QStringList tableStatements(Dialect dialect)
         statements = postgresLikeStatements() + postgresPlannerStatements();
     for (const TablePlan &table : tablePlans())
         statements << createTableStatement(table, dialect);
-    return statements;
+    return statements + markStatements(dialect == Dialect::PostgreSQL);
 }
 
-} // namespace
-
-void createSchema(ado::Connection &connection)
-{
-    ado::Transaction scope(connection);
-    createTables(connection);
-    createIndexes(connection);
-    scope.commit();
-}
-
-void createTables(ado::Connection &connection)
-{
-    for (const QString &statement : tableStatements(dialectOf(connection)))
-        connection.Execute(statement);
-}
-
-void createIndexes(ado::Connection &connection)
-{
-    for (const IndexPlan &index : indexPlans())
-        connection.Execute(createIndexStatement(index));
-}
-
-void continueKeys(ado::Connection &connection)
-{
-    // The embedded engine does so by itself.
-    if (dialectOf(connection) == Dialect::SQLite)
-        return;
-    for (const TablePlan &table : tablePlans()) {
-        for (const ColumnPlan &column : table.columns) {
-            if (column.holds == Holds::Key)
-                connection.Execute(continueKeyStatement(table, column));
-        }
-    }
-}
-
+/// Readings without rows that a database takes only when it holds every table and column, one a table.
 QStringList probes()
 {
     QStringList statements;
@@ -73,11 +36,71 @@ QStringList probes()
     return statements;
 }
 
+} // namespace
+
+Dialect dialectOf(const ado::Connection &connection)
+{
+    return connection.engine() == ado::Engine::SQLite ? Dialect::SQLite : Dialect::PostgreSQL;
+}
+
+void createSchema(ado::Connection &connection)
+{
+    ado::Transaction scope(connection);
+    createTables(connection);
+    createIndexes(connection);
+    scope.commit();
+}
+
+void createTables(ado::Connection &connection)
+{
+    for (const QString &statement : tableStatements(dialectOf(connection)))
+        run(connection, statement);
+}
+
+void createIndexes(ado::Connection &connection)
+{
+    for (const IndexPlan &index : indexPlans())
+        run(connection, createIndexStatement(index));
+}
+
+QStringList lateKeyStatements(ado::Connection &connection)
+{
+    QStringList statements;
+    // The embedded engine counts on from the highest by itself.
+    if (dialectOf(connection) != Dialect::PostgreSQL)
+        return statements;
+    for (const TablePlan &table : tablePlans()) {
+        if (table.columns.front().holds != Holds::Key)
+            continue;
+        const QString name = QString::fromLatin1(table.name).toLower();
+        const QString key = QString::fromLatin1(table.columns.front().name).toLower();
+        const QString counter =
+            valueOf(connection, QStringLiteral("SELECT pg_get_serial_sequence('%1', '%2')").arg(name, key)).toString();
+        if (counter.isEmpty())
+            continue;
+        const QString next = QStringLiteral("SELECT COALESCE(MAX(%1), 0) + 1 AS next FROM %2").arg(key, name);
+        const QVariant late =
+            valueOf(connection, QStringLiteral("SELECT m.next FROM (%1) m, %2 c WHERE m.next > "
+                                               "CASE WHEN c.is_called THEN c.last_value + 1 ELSE c.last_value END")
+                                    .arg(next, counter));
+        if (late.isValid())
+            statements << QStringLiteral("SELECT setval('%1', %2, false)").arg(counter, late.toString());
+    }
+    return statements;
+}
+
+void continueKeys(ado::Connection &connection)
+{
+    const QStringList statements = lateKeyStatements(connection);
+    for (const QString &statement : statements)
+        run(connection, statement);
+}
+
 bool hasSchema(ado::Connection &connection)
 {
     const QStringList statements = probes();
     return std::ranges::all_of(statements, [&](const QString &probe) {
-        runtime::Attempt attempt;
+        runtime::Attempt attempt(runtime::Attempt::Failure::IsAnswer);
         attempt([&] { connection.read(probe); });
         return !attempt.failed();
     });

@@ -7,6 +7,10 @@
 /// The clinic's tables as this desk makes them. The sale component has no schema of its own: it relies on these.
 namespace schema {
 
+enum class Dialect;
+/// An ODBC source stands for the PostgreSQL server behind it; others are not opened.
+Dialect dialectOf(const ado::Connection &connection);
+
 /// Tables and indexes in an empty database. Raises RuntimeError, and leaves the database as it was, when it refuses,
 /// also when the tables exist already. An ODBC source is taken when a PostgreSQL server stands behind it; other servers
 /// bring their schema with their own installer.
@@ -15,12 +19,12 @@ void createSchema(ado::Connection &connection);
 /// The two halves of createSchema, for a bulk load that wants its indexes last; within the caller's transaction.
 void createTables(ado::Connection &connection);
 void createIndexes(ado::Connection &connection);
-/// After rows were written with keys of their own: new keys go on from the highest.
+/// After rows were written with keys of their own: new keys go on from the highest. A counter never goes back.
 void continueKeys(ado::Connection &connection);
+/// What does that, for the tables whose next key is taken already.
+QStringList lateKeyStatements(ado::Connection &connection);
 
 /// Whether every table that the desk and the component use is there.
 bool hasSchema(ado::Connection &connection);
-/// Readings without rows that a database takes only when it holds every table and column, one a table.
-QStringList probes();
 
 } // namespace schema

@@ -104,14 +104,6 @@ QString createIndexStatement(const IndexPlan &index)
              rows.isEmpty() ? QString() : QStringLiteral(" WHERE ") + rows);
 }
 
-QString continueKeyStatement(const TablePlan &table, const ColumnPlan &key)
-{
-    const QString tableName = QString::fromLatin1(table.name).toLower();
-    const QString keyName = QString::fromLatin1(key.name).toLower();
-    return QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', '%2'), COALESCE(MAX(%2), 0) + 1, false) FROM %1")
-        .arg(tableName, keyName);
-}
-
 QStringList postgresLikeStatements()
 {
     // LIKE resolves to the operator ~~ along the search path, so one that stands ahead of the built-in one takes over.

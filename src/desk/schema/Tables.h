@@ -31,8 +31,6 @@ enum class Dialect { SQLite, PostgreSQL };
 
 QString createTableStatement(const TablePlan &table, Dialect dialect);
 QString createIndexStatement(const IndexPlan &index);
-/// Lets the keys that PostgreSQL gives go on from the highest that is there.
-QString continueKeyStatement(const TablePlan &table, const ColumnPlan &key);
 /// What gives LIKE on PostgreSQL the clinic server's meaning, one statement each.
 QStringList postgresLikeStatements();
 /// What PostgreSQL's planner is told of a clinic, one statement each; it holds for the sessions that begin later.

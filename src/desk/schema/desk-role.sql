@@ -34,6 +34,8 @@ GRANT SELECT, INSERT, UPDATE, DELETE
     ON tPSProductMaster, tPSCompanyMaster, tPSIncoming, tPSOrderMaster, tPSOrderDetail, tPSTransaction TO :"desk";
 GRANT SELECT, INSERT, UPDATE ON tPSProperties, t_HospSetup TO :"desk";
 GRANT SELECT ON Customer, Receipt TO :"desk";
+-- The schema's version; a database of an earlier program has none yet.
+SELECT format('GRANT SELECT ON t_DeskSchema TO %I', :'desk') WHERE to_regclass('t_deskschema') IS NOT NULL \gexec
 
 -- Large objects are files in the database that anybody could fill.
 REVOKE EXECUTE ON FUNCTION lo_create(oid), lo_creat(integer), lo_from_bytea(oid, bytea) FROM PUBLIC;

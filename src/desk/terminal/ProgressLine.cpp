@@ -35,8 +35,10 @@ ProgressLine::~ProgressLine()
 
 bool ProgressLine::show(qint64 done, qint64 total)
 {
-    if (total > 0 && (done == total || sinceStart_.elapsed() - lastShown_ >= Interval)) {
+    const bool due = done == total ? shownDone_ != done : sinceStart_.elapsed() - lastShown_ >= Interval;
+    if (total > 0 && due) {
         lastShown_ = sinceStart_.elapsed();
+        shownDone_ = done;
         shown_ = true;
         const QLocale grouping(QLocale::Korean, QLocale::SouthKorea);
         QTextStream(stderr) << QStringLiteral("\r%1 %2 / %3 (%4%)  ")

@@ -28,6 +28,7 @@ private:
     const QString what_;
     QElapsedTimer sinceStart_;
     qint64 lastShown_;
+    qint64 shownDone_ = -1;
     bool shown_ = false;
     void (*const previous_)(int);
 };

@@ -42,23 +42,6 @@ int patientOf(const QString &word)
     return key;
 }
 
-/// The one task on a database that was asked for; empty for none.
-QString taskOf(const Options &options)
-{
-    QStringList tasks;
-    if (options.make)
-        tasks << QStringLiteral("--make");
-    if (options.check)
-        tasks << QStringLiteral("--check");
-    if (!options.backupFile.isEmpty())
-        tasks << QStringLiteral("--backup");
-    if (!options.restoreFile.isEmpty())
-        tasks << QStringLiteral("--restore");
-    if (tasks.size() > 1)
-        throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
-    return tasks.value(0);
-}
-
 void checkTogether(const Options &options)
 {
     const QString task = taskOf(options);
@@ -71,9 +54,31 @@ void checkTogether(const Options &options)
                 .arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
+    if (options.dryRun && !options.upgrade)
+        throw WrongUse(QStringLiteral("--dry-run은 --upgrade와 함께 쓰십시오."));
 }
 
 } // namespace
+
+QString taskOf(const Options &options)
+{
+    QStringList tasks;
+    if (options.make)
+        tasks << QStringLiteral("--make");
+    if (options.check)
+        tasks << QStringLiteral("--check");
+    if (options.upgrade)
+        tasks << QStringLiteral("--upgrade");
+    else if (!options.backupFile.isEmpty())
+        tasks << QStringLiteral("--backup");
+    if (!options.restoreFile.isEmpty())
+        tasks << QStringLiteral("--restore");
+    if (!options.verifyFile.isEmpty())
+        tasks << QStringLiteral("--verify");
+    if (tasks.size() > 1)
+        throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
+    return tasks.value(0);
+}
 
 Options readCommandLine(const QStringList &arguments)
 {
@@ -106,6 +111,12 @@ Options readCommandLine(const QStringList &arguments)
             options.backupFile = value();
         else if (option == QLatin1String("--restore"))
             options.restoreFile = value();
+        else if (option == QLatin1String("--verify"))
+            options.verifyFile = value();
+        else if (option == QLatin1String("--upgrade"))
+            options.upgrade = true;
+        else if (option == QLatin1String("--dry-run"))
+            options.dryRun = true;
         else if (option == QLatin1String("--until-shown"))
             options.untilShown = true;
         else if (option == QLatin1String("--help"))
@@ -121,21 +132,25 @@ Options readCommandLine(const QStringList &arguments)
 
 QString usageText()
 {
-    const QString options =
-        QStringLiteral("desk " ZELVO_VERSION ": 한의원 접수 데스크\n"
-                       "\n"
-                       "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
-                       "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
-                       "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
-                       "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
-                       "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
-                       "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
-                       "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
-                       "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
-                       "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
-                       "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
-                       "  --version         판 번호\n"
-                       "  --help            이 안내\n");
+    const QString options = QStringLiteral(
+        "desk " ZELVO_VERSION ": 한의원 접수 데스크\n"
+        "\n"
+        "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
+        "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
+        "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
+        "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
+        "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
+        "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+        "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
+        "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
+        "                    --backup으로 정할 수 있습니다)\n"
+        "  --dry-run         --upgrade와 함께: 할 일을 보여 주기만 합니다\n"
+        "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
+        "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
+        "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
+        "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
+        "  --version         판 번호\n"
+        "  --help            이 안내\n");
     const QString log =
         QStringLiteral("\n"
                        "오류는 사용자의 파일에 14일 동안 남깁니다. 환자의 이름, 메모, 암호는 남기지 않습니다.\n"

@@ -21,6 +21,9 @@ struct Options
     bool check = false;
     QString backupFile;      ///< to write; empty unless asked for
     QString restoreFile;     ///< to read; empty unless asked for
+    QString verifyFile;      ///< to read; empty unless asked for
+    bool upgrade = false;    ///< the backup that goes before may be named by backupFile
+    bool dryRun = false;     ///< with upgrade
     bool untilShown = false; ///< ends when the first window is painted
     bool help = false;
     bool version = false;
@@ -38,6 +41,8 @@ public:
 
 /// Reads the arguments after the program's name. Raises WrongUse.
 Options readCommandLine(const QStringList &arguments);
+/// The one task on a database that was asked for; empty for none. Raises WrongUse for two.
+QString taskOf(const Options &options);
 QString usageText();
 
 /// The small clinic's file in the user's data folder.

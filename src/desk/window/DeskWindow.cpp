@@ -78,6 +78,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     , count_(label({}, 1.0))
     , chosenName_(label({}, 1.25, true))
     , chosenDetail_(label({}, 1.0))
+    , notice_(named(label({}, 1.0), QStringLiteral("lblNotice")))
     , sale_(named(new QPushButton(QStringLiteral("물품판매(F2)")), QStringLiteral("cmdSale")))
     , manage_(named(new QPushButton(QStringLiteral("물품관리(F3)")), QStringLiteral("cmdManage")))
 {
@@ -90,6 +91,8 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     layout->addWidget(makeHead());
     layout->addWidget(table_, 1);
     layout->addWidget(makeFoot());
+    layout->addWidget(notice_);
+    setNotice({});
     resize(1080, 680);
     connectControls();
     refresh();
@@ -191,6 +194,12 @@ void DeskWindow::refresh()
     model_->setPatients(PatientFile(connection_));
     table_->selectRow(0);
     showSelected();
+}
+
+void DeskWindow::setNotice(const QString &notice)
+{
+    notice_->setText(notice);
+    notice_->setVisible(!notice.isEmpty());
 }
 
 void DeskWindow::showSelected()

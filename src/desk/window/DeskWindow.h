@@ -13,7 +13,7 @@ namespace desk {
 
 /// The reception's window: find a patient, open the sale of goods or their management.
 ///
-/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage; its own is deskWindow.
+/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, lblNotice; its own is deskWindow.
 class DeskWindow : public QWidget
 {
     Q_OBJECT
@@ -22,6 +22,8 @@ public:
 
     /// Reads the patients anew.
     void refresh();
+    /// A sentence at the window's foot; none when empty.
+    void setNotice(const QString &notice);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -46,6 +48,7 @@ private:
     QLabel *count_;
     QLabel *chosenName_;
     QLabel *chosenDetail_;
+    QLabel *notice_;
     QPushButton *sale_;
     QPushButton *manage_;
 };

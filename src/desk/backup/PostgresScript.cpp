@@ -1,0 +1,97 @@
+#include "desk/backup/PostgresScript.h"
+
+#include "desk/schema/Tables.h"
+#include "desk/schema/Version.h"
+
+namespace backup {
+
+namespace {
+
+/// "('tpsordermaster', 'ordm_pk'), ..." of the tables whose keys the server gives.
+QString keyColumns()
+{
+    QStringList rows;
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        if (table.columns.front().holds == schema::Holds::Key)
+            rows << QStringLiteral("('%1', '%2')")
+                        .arg(QString::fromLatin1(table.name).toLower(),
+                             QString::fromLatin1(table.columns.front().name).toLower());
+    }
+    return rows.join(QStringLiteral(", "));
+}
+
+/// Does something with each counter. There `t.name` is the table, `counter` the counter, and `next` the key that it gives
+/// next and that is above every row.
+QString forEachCounter(const QString &work)
+{
+    return QStringLiteral(R"sql(DO $body$
+DECLARE
+    t record;
+    counter text;
+    next bigint;
+BEGIN
+    FOR t IN SELECT * FROM (VALUES %1) AS v(name, key) LOOP
+        counter := pg_get_serial_sequence(t.name, t.key);
+        CONTINUE WHEN counter IS NULL;
+        EXECUTE format('SELECT GREATEST((SELECT COALESCE(MAX(%I), 0) + 1 FROM %I), '
+                       'last_value + CASE WHEN is_called THEN 1 ELSE 0 END) FROM %s', t.key, t.name, counter) INTO next;
+        %2
+    END LOOP;
+END
+$body$)sql")
+        .replace(QStringLiteral("%1"), keyColumns())
+        .replace(QStringLiteral("%2"), work);
+}
+
+} // namespace
+
+QString beforeRestore()
+{
+    QStringList tables;
+    for (const schema::TablePlan &table : schema::tablePlans())
+        tables << QString::fromLatin1(table.name);
+    return QStringLiteral("LOCK TABLE %1 IN ACCESS EXCLUSIVE MODE;\n").arg(tables.join(QStringLiteral(", ")))
+           + forEachCounter(QStringLiteral("PERFORM set_config('desk.' || t.name, next::text, true);"))
+           + QStringLiteral(R"sql(;
+DO $body$ BEGIN
+    IF to_regclass('t_deskschema') IS NOT NULL THEN
+        PERFORM set_config('desk.generation', max(DS_Generation)::text, true) FROM t_DeskSchema;
+    END IF;
+END $body$)sql");
+}
+
+QString beforeFirstRestore()
+{
+    return (schema::postgresLikeStatements() + schema::postgresPlannerStatements()).join(QStringLiteral(";\n"));
+}
+
+QString rowSumStatement(const QString &table)
+{
+    return QStringLiteral(
+               "SELECT COUNT(*) || '-' || COALESCE(SUM(('x' || substr(md5(t::text), 1, 15))::bit(60)::bigint), "
+               "0) FROM %1 t")
+        .arg(table);
+}
+
+QString demandRows(const QStringList &rowSums)
+{
+    QString statements = QStringLiteral("RESET search_path;\nSET datestyle = 'ISO, YMD'");
+    for (const QString &sum : rowSums)
+        statements += QStringLiteral(";\nDO $body$ BEGIN IF (%1) <> '%2' THEN RAISE EXCEPTION '%3'; END IF; END $body$")
+                          .arg(rowSumStatement(sum.section(u' ', 0, 0)), sum.section(u' ', 1),
+                               QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + sum);
+    return statements;
+}
+
+QString afterRestore(int version)
+{
+    return QStringLiteral("RESET search_path;\n")
+           + forEachCounter(QStringLiteral("PERFORM setval(counter, GREATEST(next, COALESCE(NULLIF("
+                                           "current_setting('desk.' || t.name, true), ''), '1')::bigint), false);"))
+           + QStringLiteral(";\n") + schema::markStatements(true).join(QStringLiteral(";\n"))
+           + QStringLiteral(";\nUPDATE t_DeskSchema SET DS_Version = %1, DS_Generation = 1 + GREATEST(DS_Generation, "
+                            "COALESCE(NULLIF(current_setting('desk.generation', true), ''), '0')::integer)")
+                 .arg(version);
+}
+
+} // namespace backup

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+#include <QStringList>
+#include <QVariant>
+
+namespace schema {
+
+/// Raises RuntimeError with a text for the technician.
+[[noreturn]] void refuse(const QString &what);
+
+// A desk that holds what the statement needs is told in the technician's words.
+void run(ado::Connection &connection, const QString &statement);
+/// Every row's values; a first row's first value.
+QList<QVariantList> rowsOf(ado::Connection &connection, const QString &statement);
+QVariant valueOf(ado::Connection &connection, const QString &statement);
+
+} // namespace schema

@@ -1,0 +1,161 @@
+#include "desk/schema/Upgrade.h"
+
+#include "desk/schema/Definitions.h"
+#include "desk/schema/Schema.h"
+#include "desk/schema/Statements.h"
+#include "desk/schema/Tables.h"
+#include "desk/schema/Version.h"
+#include "platform/ado/Transaction.h"
+
+#include <QRegularExpression>
+
+namespace schema {
+
+namespace {
+
+using Steps = std::vector<UpgradeStep>;
+
+void addLikeSteps(ado::Connection &connection, Steps &steps)
+{
+    const QHash<QString, QString> found = likeDefinitions(connection);
+    const QStringList statements = postgresLikeStatements();
+    static const QRegularExpression function(
+        QStringLiteral("CREATE OR REPLACE FUNCTION clinic_like\\.(\\w+).*\\$body\\$(.*)\\$body\\$"),
+        QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression operation(QStringLiteral("^CREATE OPERATOR clinic_like\\.(\\S+)"));
+    QStringList due;
+    for (const QString &statement : statements) {
+        const QRegularExpressionMatch asFunction = function.match(statement);
+        const QRegularExpressionMatch asOperator = operation.match(statement);
+        if (asFunction.hasMatch() ? found.value(asFunction.captured(1)) != asFunction.captured(2)
+                                  : asOperator.hasMatch() && !found.contains(asOperator.captured(1)))
+            due << statement;
+    }
+    const QString pathLess = QStringLiteral(
+        "SELECT COUNT(*) FROM pg_db_role_setting s JOIN pg_database d ON d.oid = s.setdatabase, unnest(s.setconfig) c "
+        "WHERE d.datname = current_database() AND s.setrole = 0 AND starts_with(c, 'search_path=')");
+    const QString seen =
+        QStringLiteral("SELECT COUNT(*) FROM unnest(current_schemas(false)) s WHERE s = 'clinic_like'");
+    if (found.isEmpty())
+        due.prepend(statements.front());
+    // A path that somebody has set is left alone.
+    if (valueOf(connection, pathLess).toInt() == 0 && valueOf(connection, seen).toInt() == 0)
+        due << statements.back();
+    if (!due.isEmpty())
+        steps.push_back({QStringLiteral("LIKE 검색 교체"), due});
+}
+
+/// Dates were once compared with a reading of themselves that takes February 30 for itself. A check is only looked at when
+/// a row is written, so the kept statement is changed, in the way that the engine's own documentation gives.
+void addDateSteps(ado::Connection &connection, Steps &steps)
+{
+    const QHash<QString, QString> kept = tableStatementsAsKept(connection);
+    int edition = valueOf(connection, QStringLiteral("PRAGMA schema_version")).toInt();
+    for (const TablePlan &table : tablePlans()) {
+        const QString name = QString::fromLatin1(table.name);
+        const QString statement = kept.value(name.toLower());
+        for (const ColumnPlan &column : table.columns) {
+            const QString loose = QStringLiteral("date(%1) IS %1").arg(QString::fromLatin1(column.name));
+            const QString strict = QStringLiteral("date(%1, '+0 days') IS %1").arg(QString::fromLatin1(column.name));
+            if (column.holds != Holds::Date || !statement.contains(loose))
+                continue;
+            const int wrong =
+                valueOf(connection, QStringLiteral("SELECT COUNT(*) FROM %1 WHERE NOT (%2)").arg(name, strict)).toInt();
+            if (wrong > 0)
+                refuse(
+                    QStringLiteral("달력에 없는 날짜가 있어 업그레이드하지 않았습니다. desk --check로 찾아 수정한 뒤 "
+                                   "다시 시도하십시오: %1.%2 %3건")
+                        .arg(name, QString::fromLatin1(column.name))
+                        .arg(wrong));
+            steps.push_back({QStringLiteral("날짜 검사 강화: ") + name,
+                             {QStringLiteral("PRAGMA writable_schema = ON"),
+                              QStringLiteral("UPDATE sqlite_master SET sql = replace(sql, '%1', '%2') WHERE type = "
+                                             "'table' AND lower(name) = '%3'")
+                                  .arg(loose, QString(strict).replace(u'\'', QStringLiteral("''")), name.toLower()),
+                              // Open desks read the definitions anew.
+                              QStringLiteral("PRAGMA schema_version = %1").arg(++edition),
+                              QStringLiteral("PRAGMA writable_schema = RESET")}});
+        }
+    }
+}
+
+void addIndexSteps(ado::Connection &connection, Steps &steps)
+{
+    const QHash<QString, QString> found = indexDefinitions(connection);
+    for (const IndexPlan &index : indexPlans()) {
+        const QString name = QString::fromLatin1(index.name);
+        const QString statement = createIndexStatement(index);
+        const auto old = found.find(name.toLower());
+        if (old == found.end())
+            steps.push_back({QStringLiteral("인덱스 추가: ") + name, {statement}});
+        else if (*old != plainDefinition(statement))
+            steps.push_back(
+                {QStringLiteral("인덱스 교체: ") + name, {QStringLiteral("DROP INDEX ") + name, statement}});
+    }
+}
+
+void addMarkStep(ado::Connection &connection, Dialect dialect, Steps &steps)
+{
+    const std::optional<Mark> mark = readMark(connection);
+    if (mark && mark->version < CurrentVersion)
+        steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion),
+                         markStatements(dialect == Dialect::PostgreSQL)});
+}
+
+void demandOurs(ado::Connection &connection)
+{
+    if (!hasSchema(connection))
+        refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
+    demandNoNewer(connection);
+}
+
+/// From here on to the transaction's end no desk writes.
+void holdTables(ado::Connection &connection)
+{
+    connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"),
+                       0); // begins it on the embedded engine
+    if (dialectOf(connection) == Dialect::SQLite)
+        return;
+    run(connection, QStringLiteral("SET LOCAL lock_timeout = '15s'"));
+    QStringList tables;
+    for (const TablePlan &table : tablePlans())
+        tables << QString::fromLatin1(table.name);
+    run(connection, QStringLiteral("LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE").arg(tables.join(QStringLiteral(", "))));
+}
+
+} // namespace
+
+std::vector<UpgradeStep> upgradeSteps(ado::Connection &connection)
+{
+    demandOurs(connection);
+    const Dialect dialect = dialectOf(connection);
+    Steps steps;
+    if (dialect == Dialect::PostgreSQL)
+        addLikeSteps(connection, steps);
+    else
+        addDateSteps(connection, steps);
+    addIndexSteps(connection, steps);
+    for (const QString &statement : lateKeyStatements(connection))
+        steps.push_back({QStringLiteral("새 번호 조정"), {statement}});
+    addMarkStep(connection, dialect, steps);
+    return steps;
+}
+
+std::vector<UpgradeStep> upgrade(ado::Connection &connection, const UpgradeProgress &progress)
+{
+    demandOurs(connection);
+    ado::Transaction scope(connection);
+    holdTables(connection);
+    const Steps steps = upgradeSteps(connection);
+    qint64 done = 0;
+    for (const UpgradeStep &step : steps) {
+        if (progress && !progress(done++, qint64(steps.size())))
+            refuse(QStringLiteral("중단했습니다."));
+        for (const QString &statement : step.statements)
+            run(connection, statement);
+    }
+    scope.commit();
+    return steps;
+}
+
+} // namespace schema

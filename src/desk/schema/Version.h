@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/ado/Connection.h"
+
+#include <QStringList>
+
+#include <optional>
+
+namespace schema {
+
+/// What this program makes. It counts up with every change of tables, indexes or the LIKE operator.
+inline constexpr int CurrentVersion = 1;
+
+/// The one row of the small table beside the ten. A database without it was made before there was one: version 0.
+struct Mark
+{
+    int version = 0;
+    int generation = 0; ///< counts up with every restore
+};
+
+/// Empty where it cannot be told, to a role that may not read it.
+std::optional<Mark> readMark(ado::Connection &connection);
+
+/// Raises RuntimeError for a database, or a backup, of a newer program: this one would not keep all of it.
+void demandNoNewer(int version, const QString &where);
+void demandNoNewer(ado::Connection &connection);
+/// What a desk says at its start about a database that an upgrade would serve; empty for none.
+QString upgradeNotice(ado::Connection &connection);
+
+/// Makes the table with its row; a row that is there keeps its generation.
+QStringList markStatements(bool onServer);
+/// The row of a database that has the table.
+QString selectMarkStatement();
+
+} // namespace schema

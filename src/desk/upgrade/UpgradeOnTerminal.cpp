@@ -1,0 +1,88 @@
+#include "desk/upgrade/UpgradeOnTerminal.h"
+
+#include "desk/backup/Backup.h"
+#include "desk/schema/Upgrade.h"
+#include "desk/schema/Version.h"
+#include "desk/terminal/ProgressLine.h"
+#include "platform/runtime/RuntimeError.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTextStream>
+
+namespace upgrade {
+
+namespace {
+
+/// Beside a clinic's file; of a server's clinic in the user's own folder.
+QString placeOfBackup(const QString &address)
+{
+    const QString prefix = QStringLiteral("sqlite:");
+    const QString moment = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
+    QDir folder(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    QString name = QStringLiteral("clinic");
+    if (address.startsWith(prefix)) {
+        const QFileInfo clinic(address.mid(prefix.size()));
+        folder = clinic.dir();
+        name = clinic.completeBaseName();
+    }
+    folder.mkpath(QStringLiteral("."));
+    return folder.filePath(QStringLiteral("%1-before-upgrade-%2.backup").arg(name, moment));
+}
+
+void tellStatements(QTextStream &terminal, const std::vector<schema::UpgradeStep> &steps)
+{
+    for (const schema::UpgradeStep &step : steps) {
+        terminal << QStringLiteral("-- ") << step.what << Qt::endl;
+        for (const QString &statement : step.statements)
+            terminal << statement.trimmed() << QStringLiteral(";") << Qt::endl;
+    }
+}
+
+int carryOut(ado::Connection &connection, const QString &file, QTextStream &terminal)
+{
+    terminal::ProgressLine line(QStringLiteral("업그레이드"));
+    std::vector<schema::UpgradeStep> steps;
+    try {
+        backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
+        terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
+        steps = schema::upgrade(connection, [&](qint64 done, qint64 total) { return line.show(done, total); });
+    } catch (const runtime::RuntimeError &) {
+        line.leave();
+        if (!line.stopAsked())
+            throw;
+        QTextStream(stderr) << QStringLiteral("중단했습니다. 데이터베이스는 바뀌지 않았습니다.") << Qt::endl;
+        return 1;
+    }
+    for (const schema::UpgradeStep &step : steps)
+        terminal << QStringLiteral("  ") << step.what << Qt::endl;
+    line.finish(QStringLiteral("업그레이드했습니다"), ado::addressToShow(connection.address()));
+    return 0;
+}
+
+} // namespace
+
+int upgradeOnTerminal(ado::Connection &connection, const Wish &wish)
+{
+    QTextStream terminal(stdout);
+    if (connection.engine() == ado::Engine::Odbc)
+        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                    QStringLiteral("ODBC 주소로는 업그레이드할 수 없습니다. PostgreSQL 서버라면 "
+                                                   "postgresql:// 주소를 쓰십시오."));
+    const std::vector<schema::UpgradeStep> due = schema::upgradeSteps(connection);
+    if (due.empty()) {
+        terminal << QStringLiteral("이미 이 데스크의 판(%1)입니다. 바뀐 것은 없습니다: ").arg(schema::CurrentVersion)
+                 << ado::addressToShow(connection.address()) << Qt::endl;
+        return 0;
+    }
+    if (wish.dryRun) {
+        tellStatements(terminal, due);
+        return 0;
+    }
+    const QString file = wish.backupFile.isEmpty() ? placeOfBackup(connection.address()) : wish.backupFile;
+    return carryOut(connection, file, terminal);
+}
+
+} // namespace upgrade
