@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/runtime/Log.h"
+
 #include <QStringList>
 #include <QtGlobal>
 
@@ -11,6 +13,7 @@ class LogLines
 public:
     LogLines()
     {
+        runtime::sayErrors();
         lines_.clear();
         earlier_ = qInstallMessageHandler([](QtMsgType, const QMessageLogContext &context, const QString &message) {
             if (QByteArray(context.category).startsWith("zelvo."))

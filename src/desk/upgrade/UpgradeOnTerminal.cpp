@@ -2,6 +2,7 @@
 
 #include "desk/backup/Backup.h"
 #include "desk/schema/Upgrade.h"
+#include "platform/ado/ShownAddress.h"
 #include "desk/schema/Version.h"
 #include "desk/terminal/ProgressLine.h"
 #include "platform/runtime/RuntimeError.h"

@@ -96,6 +96,7 @@ QString logFile(const QString &product)
 
 void keepLog(const LogOwner &owner)
 {
+    sayErrors();
     Keeper &log = keeper();
     const QByteArray head =
         oneLine(QStringLiteral("%1 %2, Qt %3, database %4")

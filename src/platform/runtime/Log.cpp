@@ -10,8 +10,8 @@
 
 namespace runtime {
 
-Q_LOGGING_CATEGORY(databaseLog, "zelvo.database", QtInfoMsg)
-Q_LOGGING_CATEGORY(programLog, "zelvo.program", QtInfoMsg)
+Q_LOGGING_CATEGORY(databaseLog, "zelvo.database", QtFatalMsg)
+Q_LOGGING_CATEGORY(programLog, "zelvo.program", QtFatalMsg)
 
 namespace {
 
@@ -50,6 +50,19 @@ void writeForeign(const char *type, const Place &place)
 }
 
 } // namespace
+
+void sayErrors()
+{
+    static const QLoggingCategory::CategoryFilter earlier =
+        QLoggingCategory::installFilter([](QLoggingCategory *category) {
+            if (earlier) // not while this one is installed
+                earlier(category);
+            if (QByteArrayView(category->categoryName()).startsWith("zelvo.")) {
+                for (const QtMsgType type : {QtInfoMsg, QtWarningMsg, QtCriticalMsg})
+                    category->setEnabled(type, true);
+            }
+        });
+}
 
 void trapped(Place place)
 {

@@ -10,6 +10,9 @@ namespace runtime {
 Q_DECLARE_LOGGING_CATEGORY(databaseLog) ///< "zelvo.database": what a server refused, or was not there for
 Q_DECLARE_LOGGING_CATEGORY(programLog)  ///< "zelvo.program": everything else
 
+/// Both categories are silent, so that a host's own output stays its own, until this is called or a log is kept.
+void sayErrors();
+
 /// Belongs into every catch that ends an error: writes a line of the error in flight to the log, unless one stands there by
 /// now. It tells the error's numbers, the operations with their keys and the places in the source, but neither the text
 /// that the user sees nor what the server quotes. Whoever throws the error on leaves the line to the one that ends it.
