@@ -2,9 +2,9 @@
 
 #include "desk/backup/Backup.h"
 #include "desk/schema/Upgrade.h"
-#include "platform/ado/ShownAddress.h"
 #include "desk/schema/Version.h"
 #include "desk/terminal/ProgressLine.h"
+#include "platform/ado/ShownAddress.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QDateTime>
