@@ -44,11 +44,13 @@ Databases &databases()
 void fill(ado::Connection &connection)
 {
     ado::Transaction scope(connection);
+    // New keys go on from those below, on every engine alike.
+    const bool embedded = connection.engine() == ado::Engine::SQLite;
+    const QString empty = embedded ? QStringLiteral("DELETE FROM %1") : QStringLiteral("TRUNCATE %1 RESTART IDENTITY");
     for (const schema::TablePlan &table : schema::tablePlans())
-        connection.Execute(QStringLiteral("DELETE FROM ") + QString::fromLatin1(table.name));
-    if (connection.engine() == ado::Engine::SQLite)
-        connection.Execute(
-            QStringLiteral("DELETE FROM sqlite_sequence")); // new keys go on from those below, as elsewhere
+        connection.Execute(empty.arg(QString::fromLatin1(table.name)));
+    if (embedded)
+        connection.Execute(QStringLiteral("DELETE FROM sqlite_sequence"));
     for (const char16_t *statement : insertStatements())
         connection.Execute(QString::fromUtf16(statement));
     schema::continueKeys(connection);
