@@ -155,14 +155,14 @@ int Connection::Execute(const QString &statement)
     return d->write(d->driver->command() << statement);
 }
 
-bool Connection::holdRow(const QString &table, const QString &key, qint32 value)
+bool Connection::holdRow(const QString &table, const QString &key, qint32 value, const QString &also)
 {
     // The embedded engine holds the whole database from the transaction's beginning, which readBack sees to.
     const Dialect dialect = d->driver->dialect();
     Command select = d->driver->command() << u"SELECT " << key << u" FROM " << table;
     select << (dialect == Dialect::SqlServer ? u" WITH (UPDLOCK)" : u"") << u" WHERE " << key << u" = ";
     select.value(value);
-    select << (dialect == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
+    select << also << (dialect == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
     return d->readBack(select).rowCount() > 0;
 }
 
