@@ -78,7 +78,8 @@ TEST_P(Check, FindsEachDamageAndNothingBeside)
          "100, -2)",
          "총액이 판매 내역의 합계와 다른 주문"},
         {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1", "총액이 판매 내역의 합계와 다른 주문"},
-        {"DELETE FROM tPSProductMaster; UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal = 0 "
+        {"DELETE FROM tPSProductMaster; UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal "
+         "= 0 "
          "WHERE OrdM_PK = 1",
          "삭제된 물품의 판매 내역이 총액에서 빠진 거래"},
         {"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (900, '2026-01-01')", "환자가 없는 주문"},

@@ -83,10 +83,13 @@ protected:
     void typeOutstanding(const char *money)
     {
         QTableView *orders = desk_->grid("tdbCustSaleMaster");
-        orders->edit(orders->model()->index(0, 7));
-        auto *cell = orders->viewport()->findChild<QLineEdit *>();
+        orders->setFocus();
+        orders->setCurrentIndex(orders->model()->index(0, 7));
+        orders->edit(orders->currentIndex());
+        auto *cell = orders->findChild<QLineEdit *>();
         ASSERT_TRUE(cell);
-        cell->setText(QString::fromLatin1(money));
+        cell->selectAll();
+        QTest::keyClicks(cell, QString::fromLatin1(money));
         QTest::keyClick(cell, Qt::Key_Return);
         walk::settle();
     }

@@ -174,10 +174,12 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const l
 bool ReceiptFlow::writeOnSeenLedger(LedgerSight &seen, const std::function<void()> &firstStep)
 {
     const QPointer<ReceiptFlow> alive(this);
+    bool asked = false;
     const bool written = seen.write(firstStep, [&](const QString &changes) {
+        asked = true;
         return askWhetherToSave(changes, QStringLiteral("수납"), owner_) && alive;
     });
-    if (!written && alive)
+    if (asked && alive)
         emit session_.changedElsewhere();
     return written;
 }
