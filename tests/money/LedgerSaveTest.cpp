@@ -121,33 +121,5 @@ TEST_P(LedgerSave, AFailureIsToldAndLeavesEverythingAsItWas)
     EXPECT_EQ(boxes_.boxes[0].title, QStringLiteral("미수금 재계산"));
 }
 
-TEST_P(LedgerSave, TheButtonsAddOnceThenOnlyEndTheEdit)
-{
-    openOrder(10000);
-    fill(2, 1, "\\500", false);
-    press("chkCmdSaveTrans_1");
-    EXPECT_THAT(ledgerRows(), IsEmpty());
-    EXPECT_EQ(text("txtTransMoney"), "\\0");
-    EXPECT_EQ(text("txtTranLeftAmount"), "\\10,000");
-    fill(2, 1, "\\500", false);
-    press("chkCmdSaveTrans_0");
-    EXPECT_THAT(ledgerRows(), IsEmpty()) << "cancelling ended the one time that it adds";
-    EXPECT_THAT(shell_.left, ElementsAre("02", "02"));
-
-    LedgerPane fresh(session_, shell_, &window_);
-    fresh.loadCustTranManage(Patient, 1);
-    auto *form = fresh.c1elaTransInfo();
-    // The first time the orders cannot be read again, which must not leave the edit open.
-    atOtherDesk("ALTER TABLE tPSOrderMaster RENAME COLUMN Cust_PK TO hidden");
-    for (int time : {1, 2}) {
-        form->findChild<QLineEdit *>("txtTransMoney")->setText("\\500");
-        form->findChild<QAbstractButton *>("chkCmdSaveTrans_0")->click();
-        EXPECT_EQ(ledgerRows().size(), 1u) << time;
-        EXPECT_EQ(shell_.left.size(), std::size_t(2 + time));
-        if (time == 1)
-            atOtherDesk("ALTER TABLE tPSOrderMaster RENAME COLUMN hidden TO Cust_PK");
-    }
-}
-
 INSTANTIATE_TEST_SUITE_P(Engines, LedgerSave, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL),
                          engineName);
