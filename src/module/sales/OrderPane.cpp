@@ -2,7 +2,6 @@
 
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
-#include "data/WholeWon.h"
 #include "data/clsSQL.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -257,7 +256,6 @@ void OrderPane::saveOutstanding()
         return;
     session_.readAnewOnConflict([this] {
         ado::Recordset &orders = *session_.rsCustSaleMaster;
-        wholeWon(runtime::CCur(orders[QStringLiteral("OrdM_Misugum")]));
         ShownOrder order = shownOrder(orders);
         order.date = {}; // only the same field collides
         onHeldOrder(*gcnnMasterDB, order, [&] { orders.Update(); });
