@@ -59,7 +59,7 @@ ShownRow shownRow(const ado::Recordset &ledger);
 /// of its own. Conflict when another desk changed or deleted it.
 void updateRow(ado::Connection &connection, const ShownRow &shown, const Row &row);
 
-/// Raises Conflict for what another desk deleted.
+/// Raises Conflict for what another desk changed or deleted.
 [[noreturn]] void raiseGone(const QString &told);
 
 /// Makes the order current and reads it again. Conflict when it is gone, or another customer's by now.

@@ -82,13 +82,15 @@ ReceiptFlow::Order ReceiptFlow::currentOrder()
 
 std::optional<LedgerSight> ReceiptFlow::look(const Order &order) const
 {
-    try {
-        return LedgerSight::of(*gcnnMasterDB, order.shown);
-    } catch (const runtime::RuntimeError &) {
-        runtime::trapped();
+    std::optional<LedgerSight> seen;
+    runtime::Attempt attempt;
+    attempt([&] {
+        if (gcnnMasterDB)
+            seen = LedgerSight::of(*gcnnMasterDB, order.shown);
+    });
+    if (!seen)
         tellConnectionFailure(QStringLiteral("수납 작업"));
-        return std::nullopt;
-    }
+    return seen;
 }
 
 void ReceiptFlow::takeReceipt()
@@ -96,15 +98,19 @@ void ReceiptFlow::takeReceipt()
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
     const Order order = currentOrder();
+    // Before all that the dialogs show, which may be of a later moment.
+    const std::optional<LedgerSight> seen = look(order);
+    if (!seen)
+        return;
     switch (existsOperation(order.shown.key)) {
     case -1:
         tellConnectionFailure(QStringLiteral("수납 작업"));
         break;
     case 0:
-        openSimpleReceipt(order, {});
+        openSimpleReceipt(order, *seen, {});
         break;
     default:
-        takeFurtherOperation(order);
+        takeFurtherOperation(order, *seen);
         break;
     }
 }
@@ -112,21 +118,18 @@ void ReceiptFlow::takeReceipt()
 void ReceiptFlow::editCurrentRow()
 {
     if (ledgerPane_.currentRow() && SaleSession::hasCurrent(session_.rsCustSaleMaster))
-        openSimpleReceipt(currentOrder(), ledger::shownRow(*session_.rsCustTranManage));
+        openSimpleReceipt(currentOrder(), {}, ledger::shownRow(*session_.rsCustTranManage));
 }
 
-void ReceiptFlow::openSimpleReceipt(const Order &order, const ledger::ShownRow &edited)
+void ReceiptFlow::openSimpleReceipt(const Order &order, const LedgerSight &asSeen, const ledger::ShownRow &edited)
 {
     const ShownOrder shown = order.shown;
-    std::optional<LedgerSight> seen = edited ? LedgerSight() : look(order);
-    if (!seen)
-        return;
     const controls::Modal<frmSimpleReceipt> insfrmSimpleReceipt(owner_);
     // The keys that the events bring are those that the dialog was opened with.
     connect(insfrmSimpleReceipt.get(), &frmSimpleReceipt::AppendDBGeneral, this,
-            [this, shown, seen](qint32, const QDate &date, float discount, float cut, float cash, float card,
-                                float outstanding, qint32, const QString &) mutable {
-                insfrmSimpleReceipt_AppendDBGeneral(*seen, {shown, date, discount, cut, cash, card}, outstanding);
+            [this, shown, seen = asSeen](qint32, const QDate &date, float discount, float cut, float cash, float card,
+                                         float outstanding, qint32, const QString &) mutable {
+                insfrmSimpleReceipt_AppendDBGeneral(seen, {shown, date, discount, cut, cash, card}, outstanding);
             });
     connect(
         insfrmSimpleReceipt.get(), &frmSimpleReceipt::ExecuteDB, this,
@@ -210,11 +213,8 @@ void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::ShownRow &edited, 
     }
 }
 
-void ReceiptFlow::takeFurtherOperation(const Order &order)
+void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
 {
-    std::optional<LedgerSight> seen = look(order); // before the sums, which may be of a later moment
-    if (!seen)
-        return;
     const std::optional<LedgerSums> sums = ledgerSumsOf(order.shown.key);
     if (!sums) {
         tellConnectionFailure(QStringLiteral("수납 작업"));
@@ -241,7 +241,7 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
     });
     session_.readAnewOnConflict([&] {
         if (saved)
-            writeFurtherOperation(*seen, row, bRecalc);
+            writeFurtherOperation(seen, row, bRecalc);
         else if (session_.rsCustSaleMaster)
             ledger::standOnOrder(*session_.rsCustSaleMaster, order.shown);
     });

@@ -46,8 +46,8 @@ private:
     std::optional<LedgerSight> look(const Order &order) const;
 
     /// With a row, that one is to be changed.
-    void openSimpleReceipt(const Order &order, const ledger::ShownRow &edited);
-    void takeFurtherOperation(const Order &order);
+    void openSimpleReceipt(const Order &order, const LedgerSight &asSeen, const ledger::ShownRow &edited);
+    void takeFurtherOperation(const Order &order, LedgerSight seen);
     /// False when the user does not want it any more; the first step is then not written either.
     bool writeOnSeenLedger(LedgerSight &seen, const std::function<void()> &firstStep);
     void writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc);

@@ -154,6 +154,7 @@ void frmMisuMoneyManager::payCurrent()
 {
     if (!rsReceiptView_ || !rsReceiptView_->hasCurrent())
         return;
+    LedgerSight seen = LedgerSight::of(*cnCon_, shownOrder(*rsReceiptView_)); // before what the dialog shows is read
     if (!readCurrentAgain())
         return;
     const Order order = currentOrder();
@@ -161,7 +162,6 @@ void frmMisuMoneyManager::payCurrent()
         MsgBox(QStringLiteral("현재 기록된 미수금이 없습니다."), InformationIcon, payTitle, this);
         return;
     }
-    LedgerSight seen = LedgerSight::of(*cnCon_, order.shown);
     Payment payment;
     if (askPayment(order, payment) && payment.lngMoney != 0)
         record(order, payment, seen);
