@@ -44,12 +44,10 @@ void deleteOrder(OpenSale &sale)
 
 void takeFirstPayment(OpenSale &sale)
 {
-    ledger::appendFirstPayment(sale.connection(), {.customer = CustomerKey(sale.lngCustPK()),
-                                                   .order = OrderKey(sale.lngOrdMPK()),
-                                                   .date = QDate(2026, 7, 1),
-                                                   .cash = 20'000,
-                                                   .card = 10'000});
-    ledger::addOutstanding(*sale.session().rsCustSaleMaster, OrderKey(sale.lngOrdMPK()),
+    const ShownOrder order = shownOrder(*sale.session().rsCustSaleMaster);
+    ledger::appendFirstPayment(sale.connection(),
+                               {.order = order, .date = QDate(2026, 7, 1), .cash = 20'000, .card = 10'000});
+    ledger::addOutstanding(sale.connection(), *sale.session().rsCustSaleMaster, order,
                            runtime::Currency::fromWon(5'000));
     sale.session().rsCustTranManage->Requery();
 }

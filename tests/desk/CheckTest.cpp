@@ -71,6 +71,10 @@ TEST_P(Check, FindsEachDamageAndNothingBeside)
          "100, -2)",
          "총액이 판매 내역의 합계와 다른 주문"},
         {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1", "총액이 판매 내역의 합계와 다른 주문"},
+        {"DELETE FROM tPSProductMaster; UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal "
+         "= 0 "
+         "WHERE OrdM_PK = 1",
+         "삭제된 물품의 판매 내역이 총액에서 빠진 거래"},
         {"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (900, '2026-01-01')", "환자가 없는 주문"},
         {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (0, 1, '2026-01-01')",
          "번호가 0 이하인 주문"},
@@ -139,10 +143,8 @@ TEST_P(Check, LetsPassWhatTheDesksThemselvesMake)
              "WHERE OrdM_PK = 1",
              "DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1;"
              "UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal = 0 WHERE OrdM_PK = 1",
-             // A product that is gone leaves the old totals, until a recalculation leaves it out of them.
+             // A product that is gone leaves the old totals, until a recalculation.
              "DELETE FROM tPSProductMaster",
-             "DELETE FROM tPSProductMaster;"
-             "UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal = 0 WHERE OrdM_PK = 1",
              // Taxed yesterday, tax-free today; without a price.
              "UPDATE tPSProductMaster SET PM_IsTaxed = 1 - PM_IsTaxed, PM_UnitPrice = NULL",
              "UPDATE tPSIncoming SET IN_Count = 0, IN_UnitPrice = -1, IN_Total = 5, PM_PK = 90000 WHERE IN_PK = 1",

@@ -139,7 +139,7 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
     const Outcome violated = desk(database + "--check");
     EXPECT_EQ(violated.status, 1);
     for (const char *told :
-         {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "18개 항목 중 1개에서"})
+         {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "19개 항목 중 1개에서"})
         EXPECT_TRUE(violated.output.contains(QString::fromUtf8(told))) << told << violated.output.toStdString();
 
     const Outcome verified = desk("--verify ~copy.backup");

@@ -108,6 +108,7 @@ private:
         log_ << QStringLiteral("%1 %2: %3").arg(QLatin1String(what)).arg(key).arg(amount);
     }
     ado::Recordset &orders() { return *session_.rsCustSaleMaster; }
+    ShownOrder shown() { return shownOrder(orders()); }
     Books &at() { return books_.at(key_); }
 
     void openFreshBooks()
@@ -237,7 +238,7 @@ private:
         const Sale sold = sale();
         note("sell on order", key_, sold.amount);
         const int lines = at().lines;
-        require(sales_.addDetailToSelectedOrder(OrderKey(key_), sold.typed) == Outcome::Done);
+        require(sales_.addDetailToSelectedOrder(shown(), sold.typed) == Outcome::Done);
         adoptLine(sold.product, sold.amount, at().date);
         require(at().lines == lines + 1, QStringLiteral("on another order"));
     }
@@ -249,7 +250,10 @@ private:
         note("take back of line", chosen_.key, refund.count);
         const bool hasOrder = std::any_of(books_.begin(), books_.end(),
                                           [&](const auto &order) { return order.second.date == refund.date; });
-        require(returns_.takeBack(returns_.currentLine(), refund) == Outcome::Done);
+        const bool sells = products_.count(int(chosen_.kind));
+        require(returns_.takeBack(returns_.currentLine(), refund) == (sells ? Outcome::Done : Outcome::ProductGone));
+        if (!sells)
+            return;
         if (!hasOrder)
             adoptOrder(refund.date);
         adoptLine(int(chosen_.kind), refund.unitPrice.toWon() * refund.count, refund.date);
@@ -277,10 +281,9 @@ private:
                      {ledger::Payment, roll(2) ? money() : 0}};
         const int rest = money();
         note("first payment on order", key_, rest);
-        ledger::appendFirstPayment(*gcnnMasterDB,
-                                   {CustomerKey(Patient), OrderKey(key_), date, float(parts[0].money),
-                                    float(parts[1].money), float(parts[2].money), float(parts[3].money)});
-        ledger::addOutstanding(orders(), OrderKey(key_), Currency::fromWon(rest));
+        ledger::appendFirstPayment(*gcnnMasterDB, {shown(), date, float(parts[0].money), float(parts[1].money),
+                                                   float(parts[2].money), float(parts[3].money)});
+        ledger::addOutstanding(*gcnnMasterDB, orders(), shown(), Currency::fromWon(rest));
         for (const auto &part : parts) {
             if (part.money != 0)
                 book(part.kind, part.money);
@@ -291,11 +294,10 @@ private:
     {
         const int code = kind(), amount = money();
         note("further operation on order", key_, amount);
-        ledger::insertRow(*gcnnMasterDB,
-                          {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, QStringLiteral("01")});
+        ledger::insertRow(*gcnnMasterDB, {shown(), day(), qint16(code), amount, QStringLiteral("01")});
         book(code, amount);
         if (roll(2)) {
-            ledger::addOutstanding(orders(), OrderKey(key_), -Currency::fromWon(amount));
+            ledger::addOutstanding(*gcnnMasterDB, orders(), shown(), -Currency::fromWon(amount));
             addOwed(-amount);
         }
     }
@@ -310,8 +312,8 @@ private:
         const LedgerEntry form = typedEntry(code, amount);
         note(form.recalculates ? "entry, recalculating, on order" : "entry on order", key_, amount);
         open(session_.rsCustTranManage, clsSQL().getCustTranSQL(Patient, key_));
-        require(ledger::addFormEntry(session_, OrderKey(key_), form));
-        ledger::followAddedFormEntry(session_, OrderKey(key_), form);
+        require(ledger::addFormEntry(session_, shown(), form));
+        ledger::followAddedFormEntry(session_, shown(), form);
         book(code, amount);
         if (form.recalculates && code == ledger::Payment)
             at().owed = std::max<Won>(0, at().balance());
@@ -326,7 +328,7 @@ private:
         const LedgerEntry form = typedEntry(kind(), amount); // the row keeps its own kind
         note(form.recalculates ? "change of an entry, recalculating, on order" : "change of an entry on order", key_,
              amount);
-        require(ledger::changeFormEntry(session_, OrderKey(key_), LedgerKey(chosen_.key), form));
+        require(ledger::changeFormEntry(session_, shown(), LedgerKey(chosen_.key), form));
         at().ledger[chosen_.kind] += amount - chosen_.amount;
         if (form.recalculates)
             at().owed = std::max<Won>(0, at().balance());
@@ -337,8 +339,8 @@ private:
             return;
         const int code = roll(5), amount = money(); // 0: none chosen
         note("entry rewritten", chosen_.key, amount);
-        ledger::updateRow(*gcnnMasterDB, LedgerKey(chosen_.key),
-                          {CustomerKey(Patient), OrderKey(key_), day(), qint16(code), amount, {}});
+        ledger::updateRow(*gcnnMasterDB, ledger::shownRow(*session_.rsCustTranManage),
+                          {shown(), day(), qint16(code), amount, {}});
         at().ledger[chosen_.kind] -= chosen_.amount;
         at().ledger[code ? std::size_t(code) : chosen_.kind] += amount;
     }
@@ -355,8 +357,7 @@ private:
     {
         const int amount = money();
         note("collect outstanding money of order", key_, amount);
-        outstanding::pay(*gcnnMasterDB,
-                         {CustomerKey(Patient), OrderKey(key_), day(), ledger::Payment, amount, QStringLiteral("10")});
+        outstanding::pay(*gcnnMasterDB, {shown(), day(), ledger::Payment, amount, QStringLiteral("10")});
         book(ledger::Payment, amount);
         if (at().owed)
             addOwed(-amount);
@@ -365,7 +366,9 @@ private:
     {
         note("delete order", key_);
         orders().Resync();
-        require(sales_.deleteOrder(OrderKey(key_)) == Outcome::Done);
+        open(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(key_));
+        open(session_.rsCustTranManage, clsSQL().getCustTranSQL(Patient, key_));
+        require(sales_.deleteOrder(shown()) == Outcome::Done);
         books_.erase(key_);
     }
     /// An order of the time before outstanding money was kept, written by another desk.

@@ -48,8 +48,7 @@ TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToT
 TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
 {
     using runtime::Currency;
-    const CustomerKey patient(41);
-    const OrderKey first(1);
+    const ShownOrder first{OrderKey(1), CustomerKey(Patient), {}};
     const QDate day(2026, 11, 24);
     openOrder(1000, QStringLiteral("500"));
     const struct
@@ -57,11 +56,11 @@ TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
         ledger::FirstPayment payment;
         Rows rows;
     } cases[] = {
-        {{patient, first, day, 0, 0, 0, 0}, {}},
-        {{patient, first, day, -2700, -50, -1200, -1},
+        {{first, day, 0, 0, 0, 0}, {}},
+        {{first, day, -2700, -50, -1200, -1},
          {"2026-11-24|2|-2700||", "2026-11-24|1|-50||", "2026-11-24|3|-1200|00|", "2026-11-24|3|-1|01|"}},
-        {{patient, first, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
-        {{patient, first, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
+        {{first, day, 0, 2.5F, 3.5F, 0}, {"2026-11-24|1|2||", "2026-11-24|3|4|00|"}}, // half to even
+        {{first, day, 0.4F, 0, 0, 12345600}, {"2026-11-24|2|0||", "2026-11-24|3|12345600|01|"}},
     };
     for (const auto &c : cases) {
         ledger::appendFirstPayment(*gcnnMasterDB, c.payment);
@@ -69,7 +68,7 @@ TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
         atOtherDesk("DELETE FROM tPSTransaction");
     }
 
-    ledger::addOutstanding(*session_.rsCustSaleMaster, first, Currency::fromWon(-700));
+    ledger::addOutstanding(*gcnnMasterDB, *session_.rsCustSaleMaster, first, Currency::fromWon(-700));
     EXPECT_EQ(outstanding(), "-200");
 }
 
@@ -86,18 +85,19 @@ TEST_F(ReceiptButton, AnUnpaidOrderOfZeroStaysWithoutALedger)
     }
 }
 
-// What another desk added while the dialog stood is kept; the order's row is read again just before the sum.
+// What another desk added while the dialog stood is told and kept; the order's row is read again just before the sum.
 TEST_F(ReceiptButton, OutstandingMoneyIsAddedToWhatTheOrderHoldsNow)
 {
     openOrder(10050, QStringLiteral("100"));
     takeReceipt([this](const DialogDriver &form) {
         atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 900, OrdM_ETCMemo = '다른 접수대'");
         form.press("chkAllSetting_2");
+        boxes_.answers = {controls::Answer::Yes};
         form.press("cmdConfirm");
     });
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|1|50||"));
     EXPECT_EQ(outstanding(), "10900");
-    EXPECT_THAT(boxes_.take(), IsEmpty());
+    EXPECT_THAT(boxes_.take(), ElementsAre(testing::EndsWith("미수금 100원 → 900원")));
 }
 
 TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialog)
@@ -130,7 +130,7 @@ TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialo
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
         allowAgain();
         // Nothing of the failed save rides along with a later one.
-        ledger::addOutstanding(*session_.rsCustSaleMaster, OrderKey(session_.rsCustSaleMaster->value("OrdM_PK")),
+        ledger::addOutstanding(*gcnnMasterDB, *session_.rsCustSaleMaster, shownOrder(*session_.rsCustSaleMaster),
                                runtime::Currency::fromWon(1));
         EXPECT_EQ(outstanding(), "6");
         atOtherDesk("DELETE FROM tPSTransaction");
@@ -231,9 +231,10 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|4|4000|01|메모"));
     EXPECT_EQ(outstanding(), "5");
     EXPECT_EQ(text("txtTranTotalAmount"), "\\16,340");
-    // Without a choice it keeps its operator, also one that the list has not seen yet, and none.
+    // Without a choice it keeps its operator, and none.
     for (const char *kept : {"4", "2", "NULL"}) {
         atOtherDesk(QStringLiteral("UPDATE tPSTransaction SET tpstrans_Operator = %1").arg(QLatin1String(kept)));
+        pane_->requeryCustTranManage();
         edit(nullptr);
         EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-23|" + std::string(kept) + "|4000|01|메모"));
     }

@@ -141,7 +141,7 @@ TEST_F(OrderFlow, AnEditWithoutAnAmountChangesNothingAndDoesNotStandInTheWay)
 
 TEST_F(OrderFlow, ATrappedErrorIsLoggedOnceWithTheKeysOfTheFlow)
 {
-    const OrderKey gone(99);
+    const ShownOrder gone{OrderKey(99), CustomerKey(Patient), {}};
     LogLines log;
     EXPECT_EQ(operations_.addDetailToSelectedOrder(gone, line("1")), Outcome::Conflict);
     EXPECT_EQ(operations_.addDetailToNewOrder(line("많이")), Outcome::Failed);

@@ -109,13 +109,13 @@ TEST_F(LineTakenBack, TheNoteStaysWhenTheRowCannotBeAdded)
     EXPECT_THAT(notes(), ElementsAre(note));
     EXPECT_FALSE(gcnnMasterDB->inTransaction());
 
-    // The sale's order is another customer's by now: no row may hang on an order that is not there.
+    // The sale's order is another customer's by now: no row may hang on it, and no note.
     openAll();
     const SoldLine sold = operations_.currentLine();
     atOtherDesk("UPDATE tPSOrderMaster SET Cust_PK = 42");
-    EXPECT_EQ(operations_.takeBack(sold, {-1, sold.date, {}, Currency::fromWon(900)}), Outcome::Failed);
+    EXPECT_EQ(operations_.takeBack(sold, {-1, sold.order.date, {}, Currency::fromWon(900)}), Outcome::Conflict);
     EXPECT_THAT(lines(), ElementsAre(soldLine));
-    EXPECT_THAT(notes(), ElementsAre(note + "\n▶2026-11-20일 (-1)개 반품"));
+    EXPECT_THAT(notes(), ElementsAre(note));
 }
 
 // The order stays behind without its line and is the current one: what is on show must belong to it.

@@ -359,7 +359,7 @@ TEST_F(ServerGone, WithTheLastAnswerStopsTheUserFromAddingTheLineTwice)
     const auto operation = [](const char *name) {
         return *std::ranges::find(operations, std::string(name), &Operation::name);
     };
-    const std::pair<Operation, int> lastCommits[]{{operation("adding a line"), 1}, {operation("taking goods back"), 2}};
+    const std::pair<Operation, int> lastCommits[]{{operation("adding a line"), 1}, {operation("taking goods back"), 3}};
     for (const auto &[add, commit] : lastCommits) {
         SCOPED_TRACE(add.name);
         prepare(add);

@@ -169,7 +169,7 @@ void Clerk::sell()
     const qint64 token = next();
     const EntryLine line = lineFor(token);
     perform("sell", {{"token", token}, {"order", order_}},
-            [&] { return sales_.addDetailToSelectedOrder(OrderKey(order_), line); });
+            [&] { return sales_.addDetailToSelectedOrder(shown(), line); });
 }
 
 void Clerk::takeBack()
@@ -181,7 +181,7 @@ void Clerk::takeBack()
     session_.customer.address = QString::number(token);
     if (perform("return", {{"token", token}, {"order", order_}}, [&] {
             const SoldLine line = returns_.currentLine();
-            const QDate date = roll(2) ? line.date : day();
+            const QDate date = roll(2) ? line.order.date : day();
             return returns_.takeBack(line, {-1, date, QString(), runtime::Currency::fromWon(token)});
         }))
         noteOrderOf(token);
@@ -223,7 +223,10 @@ void Clerk::editOrder()
 
 void Clerk::deleteOrder()
 {
-    perform("delete", {{"order", order_}}, [&] { return sales_.deleteOrder(OrderKey(order_)); });
+    // As the window shows them when the user asks for the deletion.
+    openRows(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order_));
+    openRows(session_.rsCustTranManage, clsSQL().getCustTranSQL(session_.customer.lngCustPK, order_));
+    perform("delete", {{"order", order_}}, [&] { return sales_.deleteOrder(shown()); });
 }
 
 } // namespace trial

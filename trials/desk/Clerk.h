@@ -59,6 +59,7 @@ private:
     bool perform(const char *kind, Numbers numbers, const Work &work);
     void noteOrderOf(qint64 token);
     EntryLine lineFor(qint64 token);
+    ShownOrder shown() const { return {OrderKey(order_), session_.customer.key(), {}}; }
     bool standOn(SaleSession::RecordsetPtr &rows, const QString &source,
                  const std::function<bool(const ado::Recordset &)> &fits);
 

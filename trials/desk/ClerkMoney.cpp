@@ -25,8 +25,7 @@ void Clerk::payFirst()
 {
     Numbers numbers{{"order", order_}};
     ledger::FirstPayment payment;
-    payment.customer = session_.customer.key();
-    payment.order = OrderKey(order_);
+    payment.order = shown();
     payment.date = day();
     // In the order in which the operation writes them.
     const std::pair<const char *, float *> parts[] = {
@@ -50,8 +49,7 @@ void Clerk::payFurther()
     const qint64 token = next();
     const auto kind = qint16(1 + roll(4));
     const bool paid = perform("pay-more", {{"token", token}, {"order", order_}}, [&] {
-        ledger::insertRow(*gcnnMasterDB,
-                          {session_.customer.key(), OrderKey(order_), day(), kind, qint32(token), ledger::CardMethod});
+        ledger::insertRow(*gcnnMasterDB, {shown(), day(), kind, qint32(token), ledger::CardMethod});
         return Outcome::Done;
     });
     if (paid && roll(2))
@@ -61,7 +59,7 @@ void Clerk::payFurther()
 void Clerk::owe(qint64 won)
 {
     perform("owe", {{"owed", won}, {"order", order_}}, [&] {
-        ledger::addOutstanding(*session_.rsCustSaleMaster, OrderKey(order_), runtime::Currency::fromWon(won));
+        ledger::addOutstanding(*gcnnMasterDB, *session_.rsCustSaleMaster, shown(), runtime::Currency::fromWon(won));
         return Outcome::Done;
     });
 }
@@ -70,8 +68,7 @@ void Clerk::collect()
 {
     const qint64 token = next();
     perform("collect", {{"token", token}, {"owed", -token}, {"order", order_}}, [&] {
-        outstanding::pay(*gcnnMasterDB, {session_.customer.key(), OrderKey(order_), day(), ledger::Payment,
-                                         qint32(token), QStringLiteral("10")});
+        outstanding::pay(*gcnnMasterDB, {shown(), day(), ledger::Payment, qint32(token), QStringLiteral("10")});
         return Outcome::Done;
     });
 }
@@ -86,7 +83,7 @@ void Clerk::addEntry()
     entry.intOperator = ledger::Payment;
     entry.money = runtime::Currency::fromWon(token);
     perform("entry", {{"token", token}, {"order", order_}},
-            [&] { return ledger::addFormEntry(session_, OrderKey(order_), entry) ? Outcome::Done : Outcome::Failed; });
+            [&] { return ledger::addFormEntry(session_, shown(), entry) ? Outcome::Done : Outcome::Failed; });
 }
 
 void Clerk::deleteEntry()

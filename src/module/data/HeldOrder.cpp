@@ -1,18 +1,57 @@
 #include "data/HeldOrder.h"
 
+#include "data/StatementText.h"
 #include "platform/ado/Transaction.h"
 
 #include <optional>
 
-bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK)
+namespace {
+
+const QString orderTable = QStringLiteral("tPSOrderMaster");
+const QString orderKey = QStringLiteral("OrdM_PK");
+
+QString also(const char *column, qint32 value)
 {
-    return connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"), lngOrdMPK);
+    return QStringLiteral(" AND %1 = %2").arg(QLatin1String(column), statement::number(value));
 }
 
-void holdOrder(ado::Connection &connection, qint32 lngOrdMPK)
+void require(bool held)
 {
-    if (!orderIsHeld(connection, lngOrdMPK))
+    if (!held)
         ado::raiseConflict();
+}
+
+} // namespace
+
+bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK)
+{
+    return connection.holdRow(orderTable, orderKey, lngOrdMPK);
+}
+
+void holdOrder(ado::Connection &connection, const ShownOrder &order)
+{
+    QString shown = also("Cust_PK", order.customer.number());
+    if (order.date.isValid())
+        shown += QStringLiteral(" AND OrdM_Date = ") + statement::quotedDate(order.date);
+    require(connection.holdRow(orderTable, orderKey, order.number(), shown));
+}
+
+void holdLine(ado::Connection &connection, LineKey line, OrderKey order)
+{
+    require(connection.holdRow(QStringLiteral("tPSOrderDetail"), QStringLiteral("OrdD_PK"), line.number(),
+                               also("OrdM_PK", order.number())));
+}
+
+void holdLedgerRow(ado::Connection &connection, LedgerKey row, const ShownOrder &order)
+{
+    require(connection.holdRow(QStringLiteral("tPSTransaction"), QStringLiteral("tpstrans_PK"), row.number(),
+                               also("tpstrans_OrderM_PK", order.number())
+                                   + also("tpstrans_Customer_PK", order.customer.number())));
+}
+
+bool productIsHeld(ado::Connection &connection, ProductKey product)
+{
+    return connection.holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number());
 }
 
 void inOneStep(ado::Connection &connection, const std::function<void()> &work)
@@ -25,10 +64,10 @@ void inOneStep(ado::Connection &connection, const std::function<void()> &work)
         own->commit();
 }
 
-void onHeldOrder(ado::Connection &connection, qint32 lngOrdMPK, const std::function<void()> &work)
+void onHeldOrder(ado::Connection &connection, const ShownOrder &order, const std::function<void()> &work)
 {
     inOneStep(connection, [&] {
-        holdOrder(connection, lngOrdMPK);
+        holdOrder(connection, order);
         work();
     });
 }

@@ -159,6 +159,7 @@ void frmMain::connectPanes()
             &controls::RecordsetGrid::Rebind);
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
     connect(&session_, &SaleSession::changedElsewhere, this, [this] { readAnew(); });
+    connect(&session_, &SaleSession::productGone, saleListPane_, &SaleListPane::requerySaleProductLists);
 
     onEvent(orderPane_, &OrderPane::orderReceiptAsked, this,
             [this] { PageReceipts(session_, this).printOrderReceipt(); });

@@ -51,7 +51,7 @@ void assign(ado::Recordset &ledger, const LedgerEntry &entry)
     ledger.setValue(QStringLiteral("tpstrans_Memo"), entry.memo);
 }
 
-void setOutstandingToBalance(SaleSession &session, OrderKey order)
+void setOutstandingToBalance(SaleSession &session, const ShownOrder &order)
 {
     ado::Recordset &orders = openRows(session.rsCustSaleMaster);
     standOnOrder(orders, order);
@@ -61,10 +61,10 @@ void setOutstandingToBalance(SaleSession &session, OrderKey order)
 
 } // namespace
 
-bool addFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
+bool addFormEntry(SaleSession &session, const ShownOrder &order, const LedgerEntry &entry)
 {
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
-        holdOrder(*gcnnMasterDB, order.number());
+        holdOrder(*gcnnMasterDB, order);
         ledger.AddNew();
         ledger.setValue(QStringLiteral("tpstrans_Customer_PK"), session.customer.lngCustPK);
         ledger.setValue(QStringLiteral("tpstrans_OrderM_PK"), order.number());
@@ -74,7 +74,7 @@ bool addFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry
     });
 }
 
-void followAddedFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry)
+void followAddedFormEntry(SaleSession &session, const ShownOrder &order, const LedgerEntry &entry)
 {
     if (!entry.recalculates)
         return;
@@ -89,10 +89,12 @@ void followAddedFormEntry(SaleSession &session, OrderKey order, const LedgerEntr
     }
 }
 
-bool changeFormEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry)
+bool changeFormEntry(SaleSession &session, const ShownOrder &order, LedgerKey row, const LedgerEntry &entry)
 {
     const runtime::Operation operation("change ledger row", {{"order", order.number()}, {"row", row.number()}});
     return savedInTransaction(session, [&](ado::Recordset &ledger) {
+        holdOrder(*gcnnMasterDB, order);
+        holdLedgerRow(*gcnnMasterDB, row, order);
         if (!ledger.moveToKey(row.bookmark()))
             raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 수납 내역입니다."));
         assign(ledger, entry); // quirk (docs/architecture.md): the operator stays, whichever is chosen

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Currency.h"
 #include "session/SaleSession.h"
+#include "session/ShownOrder.h"
 
 #include <QDate>
 #include <QString>
@@ -22,12 +23,12 @@ struct LedgerEntry
 namespace ledger {
 
 /// Adds a row to the order, in a transaction. False: it failed and the ledger stands as before, read anew.
-bool addFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
+bool addFormEntry(SaleSession &session, const ShownOrder &order, const LedgerEntry &entry);
 /// Lets the order's outstanding money follow an entry that was added and saved: a payment sets it to the balance, a
 /// refund adds to it unless it is NULL, which becomes 0. Raises RuntimeError.
-void followAddedFormEntry(SaleSession &session, OrderKey order, const LedgerEntry &entry);
+void followAddedFormEntry(SaleSession &session, const ShownOrder &order, const LedgerEntry &entry);
 /// Changes a row, but not its operator, and lets the outstanding money follow in the same transaction, whatever the
 /// operator. False: it failed and nothing changed.
-bool changeFormEntry(SaleSession &session, OrderKey order, LedgerKey row, const LedgerEntry &entry);
+bool changeFormEntry(SaleSession &session, const ShownOrder &order, LedgerKey row, const LedgerEntry &entry);
 
 } // namespace ledger

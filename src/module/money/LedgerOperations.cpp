@@ -2,6 +2,7 @@
 
 #include "data/HeldOrder.h"
 #include "data/clsSQL.h"
+#include "money/LedgerSight.h"
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
@@ -14,16 +15,20 @@ void raiseGone(const QString &told)
     throw runtime::RuntimeError(runtime::ErrorNumber::Conflict, told);
 }
 
-void insertRow(ado::Connection &connection, const Row &row)
+void insertRow(ado::Connection &connection, const Row &row, LedgerSight *seen)
 {
-    const runtime::Operation operation("add ledger row",
-                                       {{"order", row.order.number()}, {"customer", row.customer.number()}});
-    const QString statement = clsSQL().InsertTransactionSQL(row.customer.number(), row.date, row.intOperator,
-                                                            row.lngMoney, row.order.number(), row.strMethod, QString());
-    onHeldOrder(connection, row.order.number(), [&] { connection.Execute(statement); });
+    const qint32 customer = row.order.customer.number();
+    const runtime::Operation operation("add ledger row", {{"order", row.order.number()}, {"customer", customer}});
+    const QString statement = clsSQL().InsertTransactionSQL(customer, row.date, row.intOperator, row.lngMoney,
+                                                            row.order.number(), row.strMethod, QString());
+    onHeldOrder(connection, row.order, [&] {
+        if (seen)
+            seen->requireUnchanged(connection);
+        connection.Execute(statement);
+    });
 }
 
-void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment)
+std::vector<Row> rowsOf(const FirstPayment &payment)
 {
     const struct
     {
@@ -36,33 +41,70 @@ void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment
         {payment.cash, Payment, CashMethod},
         {payment.card, Payment, CardMethod},
     };
+    std::vector<Row> rows;
     for (const auto &part : parts) {
         if (part.money != 0)
-            insertRow(connection, {payment.customer, payment.order, payment.date, part.intOperator,
-                                   runtime::CLng(double(part.money)), part.strMethod});
+            rows.push_back(
+                {payment.order, payment.date, part.intOperator, runtime::CLng(double(part.money)), part.strMethod});
     }
+    return rows;
 }
 
-void updateRow(ado::Connection &connection, LedgerKey key, const Row &row)
+void appendFirstPayment(ado::Connection &connection, const FirstPayment &payment)
 {
+    for (const Row &row : rowsOf(payment))
+        insertRow(connection, row);
+}
+
+ShownRow shownRow(const ado::Recordset &ledger)
+{
+    ShownRow row{LedgerKey(ledger[QStringLiteral("tpstrans_PK")]), {}};
+    for (const QString &field : ledger.fieldNames())
+        row.values << ledger[field];
+    return row;
+}
+
+namespace {
+
+/// Locks the row, so that it stays as it was shown until the transaction ends.
+void holdAsShown(ado::Connection &connection, const ShownRow &shown)
+{
+    if (!connection.holdRow(QStringLiteral("tPSTransaction"), QStringLiteral("tpstrans_PK"), shown.key.number()))
+        raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
+    ado::Recordset stored;
+    stored.Open(QStringLiteral("SELECT * FROM tPSTransaction WHERE tpstrans_PK = ")
+                    + QString::number(shown.key.number()),
+                connection.shared_from_this(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    if (shownRow(stored).values != shown.values)
+        raiseGone(QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다. 아무것도 저장하지 않았습니다."));
+}
+
+} // namespace
+
+void updateRow(ado::Connection &connection, const ShownRow &shown, const Row &row)
+{
+    const LedgerKey key = shown.key;
     const runtime::Operation operation("change ledger row", {{"order", row.order.number()}, {"row", key.number()}});
-    const qint32 customer = row.customer.number();
+    const qint32 customer = row.order.customer.number();
     const qint32 order = row.order.number();
     const QString statement =
         row.intOperator == NoOperator
             ? clsSQL::updateButOperatorSQL(customer, row.date, row.lngMoney, order, key.number())
             : clsSQL().UpdateTransactionSQL(customer, row.date, row.intOperator, row.lngMoney, order, key.number());
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
-    if (connection.Execute(statement) == 0)
-        raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제했습니다. 아무것도 저장하지 않았습니다."));
+    holdOrder(connection, row.order);
+    holdAsShown(connection, shown);
+    connection.Execute(statement);
     transaction.commit();
 }
 
-void standOnOrder(ado::Recordset &rsCustSaleMaster, OrderKey order)
+void standOnOrder(ado::Recordset &rsCustSaleMaster, const ShownOrder &order)
 {
-    if (!rsCustSaleMaster.moveToKey(order.bookmark()))
+    if (!rsCustSaleMaster.moveToKey(order.key.bookmark()))
         raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
     rsCustSaleMaster.Resync();
+    if (shownOrder(rsCustSaleMaster).customer != order.customer)
+        ado::raiseConflict();
 }
 
 void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
@@ -79,13 +121,18 @@ void storeOutstanding(ado::Recordset &rsCustSaleMaster, runtime::Currency money)
     }
 }
 
-void addOutstanding(ado::Recordset &rsCustSaleMaster, OrderKey order, runtime::Currency money)
+void addOutstanding(ado::Connection &connection, ado::Recordset &rsCustSaleMaster, const ShownOrder &order,
+                    runtime::Currency money, LedgerSight *seen)
 {
     const runtime::Operation operation("change outstanding money", {{"order", order.number()}});
-    standOnOrder(rsCustSaleMaster, order);
-    const QVariant stored = rsCustSaleMaster[QStringLiteral("OrdM_Misugum")];
-    const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);
-    storeOutstanding(rsCustSaleMaster, before + money);
+    onHeldOrder(connection, order, [&] {
+        if (seen)
+            seen->requireUnchanged(connection);
+        standOnOrder(rsCustSaleMaster, order);
+        const QVariant stored = rsCustSaleMaster[QStringLiteral("OrdM_Misugum")];
+        const runtime::Currency before = runtime::isNull(stored) ? runtime::Currency() : runtime::CCur(stored);
+        storeOutstanding(rsCustSaleMaster, before + money);
+    });
     rsCustSaleMaster.Resync();
 }
 

@@ -1,6 +1,7 @@
 #include "money/LedgerPane.h"
 
 #include "data/Codes.h"
+#include "data/HeldOrder.h"
 #include "data/OrderBalance.h"
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
@@ -192,10 +193,10 @@ LedgerKey LedgerPane::currentRow() const
     return current ? LedgerKey(session_.rsCustTranManage->value(QStringLiteral("tpstrans_PK"))) : LedgerKey();
 }
 
-OrderKey LedgerPane::currentOrder() const
+ShownOrder LedgerPane::currentOrder() const
 {
     const bool current = hasOrder() && !session_.rsCustSaleMaster->isGone();
-    return current ? OrderKey(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))) : OrderKey();
+    return current ? shownOrder(*session_.rsCustSaleMaster) : ShownOrder();
 }
 
 void LedgerPane::pressAutomateReceipt()
@@ -210,11 +211,10 @@ void LedgerPane::resetPane()
 
 std::optional<runtime::Currency> LedgerPane::balance() const
 {
-    const OrderKey order = currentOrder();
+    const ShownOrder order = currentOrder();
     if (!order)
         return std::nullopt;
-    const ado::Recordset &orders = *session_.rsCustSaleMaster;
-    return calcOrderBalance(&orders, gcnnMasterDB, runtime::CLng(orders[QStringLiteral("Cust_PK")]), order.number());
+    return calcOrderBalance(session_.rsCustSaleMaster.get(), gcnnMasterDB, order.customer.number(), order.number());
 }
 
 void LedgerPane::showRow()
@@ -270,7 +270,7 @@ void LedgerPane::deleteRow()
 void LedgerPane::saveTrans(qint16 intTranEditMode)
 {
     const QPointer<LedgerPane> alive(this);
-    const OrderKey order = currentOrder();
+    const ShownOrder order = currentOrder();
     const runtime::Operation operation("save ledger row", {{"order", order.number()}});
     runtime::Attempt outstanding;
     if (intTranEditMode == 0 || intTranEditMode == 1) {
@@ -334,7 +334,13 @@ void LedgerPane::saveMemo()
     const QString typed = c1elaTransInfo_->memo();
     try {
         ledger.setValue(QStringLiteral("tpstrans_Memo"), typed);
-        ledger.Update();
+        const ShownOrder order{OrderKey(ledger[QStringLiteral("tpstrans_OrderM_PK")]),
+                               CustomerKey(ledger[QStringLiteral("tpstrans_Customer_PK")]),
+                               {}};
+        onHeldOrder(*gcnnMasterDB, order, [&] {
+            holdLedgerRow(*gcnnMasterDB, LedgerKey(row), order);
+            ledger.Update();
+        });
     } catch (const runtime::RuntimeError &error) {
         // What was not saved must not ride along with a later save of the row.
         runtime::Attempt undo;

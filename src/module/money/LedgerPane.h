@@ -62,7 +62,7 @@ private:
     void connectControls();
     bool hasOrder() const { return SaleSession::hasCurrent(session_.rsCustSaleMaster); }
     bool hasRow() const { return SaleSession::hasCurrent(session_.rsCustTranManage); }
-    OrderKey currentOrder() const;
+    ShownOrder currentOrder() const;
     /// The current row is gone: the ledger is read anew, and none of its rows is current.
     void rowIsGone();
     /// What the customer still owes for the current order; nothing where there is none.

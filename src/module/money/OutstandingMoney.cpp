@@ -1,7 +1,9 @@
 #include "money/OutstandingMoney.h"
 
+#include "data/HeldOrder.h"
 #include "data/StatementText.h"
 #include "data/clsSQL.h"
+#include "money/LedgerSight.h"
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Operation.h"
 
@@ -20,13 +22,15 @@ QString listSQL(qint16 intMode, qint32 lngCustPK)
     return statement::fill(text, {{u"[CUSTPK]", statement::number(lngCustPK)}});
 }
 
-void pay(ado::Connection &connection, const ledger::Row &row)
+void pay(ado::Connection &connection, const ledger::Row &row, LedgerSight *seen)
 {
     const runtime::Operation operation("collect outstanding money",
-                                       {{"order", row.order.number()}, {"customer", row.customer.number()}});
+                                       {{"order", row.order.number()}, {"customer", row.order.customer.number()}});
     ado::Transaction transaction(connection); // ends at once: nothing may stay locked while the user reads of an error
-    if (connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney)) == 0)
-        ledger::raiseGone(QStringLiteral("다른 데스크에서 먼저 삭제한 거래입니다."));
+    holdOrder(connection, row.order);
+    if (seen)
+        seen->requireUnchanged(connection);
+    connection.Execute(clsSQL().UpdatePSMisuMoney(row.order.number(), row.lngMoney));
     ledger::insertRow(connection, row);
     transaction.commit();
 }

@@ -13,7 +13,7 @@ enum ListMode : qint16 { AllCustomers = 0, OneCustomer = 1 };
 QString listSQL(qint16 intMode, qint32 lngCustPK);
 
 /// Takes the money off the order's outstanding money and writes the ledger row, both or neither. Raises RuntimeError; an
-/// order that is gone is refused as well. Negative money raises what is owed.
-void pay(ado::Connection &connection, const ledger::Row &row);
+/// order that is gone is refused as well, and one whose ledger is not as it was `seen`. Negative money raises what is owed.
+void pay(ado::Connection &connection, const ledger::Row &row, LedgerSight *seen = nullptr);
 
 } // namespace outstanding

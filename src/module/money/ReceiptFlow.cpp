@@ -1,6 +1,7 @@
 #include "money/ReceiptFlow.h"
 
 #include "money/LedgerPane.h"
+#include "money/askWhetherToSave.h"
 #include "money/clsOperationMoney.h"
 #include "money/frmSimpleReceipt.h"
 #include "money/frmSimpleReceiptAdd.h"
@@ -16,6 +17,7 @@
 #include <QScopeGuard>
 
 #include <optional>
+#include <vector>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -72,12 +74,23 @@ ReceiptFlow::Order ReceiptFlow::currentOrder()
     Order order;
     session_.readAnewOnConflict([&] {
         const ado::Recordset &orders = *session_.rsCustSaleMaster;
-        order = {OrderKey(orders[QStringLiteral("OrdM_PK")]), CustomerKey(orders[QStringLiteral("Cust_PK")]),
-                 orders[QStringLiteral("OrdM_Date")].toDate(),
-                 runtime::CLng(runtime::Val(orders[QStringLiteral("OrdM_Total")])),
+        order = {shownOrder(orders), runtime::CLng(runtime::Val(orders[QStringLiteral("OrdM_Total")])),
                  runtime::Val(orders[QStringLiteral("OrdM_Misugum")]) != 0};
     });
     return order;
+}
+
+std::optional<LedgerSight> ReceiptFlow::look(const Order &order) const
+{
+    std::optional<LedgerSight> seen;
+    runtime::Attempt attempt;
+    attempt([&] {
+        if (gcnnMasterDB)
+            seen = LedgerSight::of(*gcnnMasterDB, order.shown);
+    });
+    if (!seen)
+        tellConnectionFailure(QStringLiteral("수납 작업"));
+    return seen;
 }
 
 void ReceiptFlow::takeReceipt()
@@ -85,48 +98,52 @@ void ReceiptFlow::takeReceipt()
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
     const Order order = currentOrder();
-    switch (existsOperation(order.key)) {
+    // Before all that the dialogs show, which may be of a later moment.
+    const std::optional<LedgerSight> seen = look(order);
+    if (!seen)
+        return;
+    switch (existsOperation(order.shown.key)) {
     case -1:
         tellConnectionFailure(QStringLiteral("수납 작업"));
         break;
     case 0:
-        openSimpleReceipt(order, {});
+        openSimpleReceipt(order, *seen, {});
         break;
     default:
-        takeFurtherOperation(order);
+        takeFurtherOperation(order, *seen);
         break;
     }
 }
 
 void ReceiptFlow::editCurrentRow()
 {
-    const LedgerKey row = ledgerPane_.currentRow();
-    if (row && SaleSession::hasCurrent(session_.rsCustSaleMaster))
-        openSimpleReceipt(currentOrder(), row);
+    if (ledgerPane_.currentRow() && SaleSession::hasCurrent(session_.rsCustSaleMaster))
+        openSimpleReceipt(currentOrder(), {}, ledger::shownRow(*session_.rsCustTranManage));
 }
 
-void ReceiptFlow::openSimpleReceipt(const Order &order, LedgerKey edited)
+void ReceiptFlow::openSimpleReceipt(const Order &order, const LedgerSight &asSeen, const ledger::ShownRow &edited)
 {
+    const ShownOrder shown = order.shown;
     const controls::Modal<frmSimpleReceipt> insfrmSimpleReceipt(owner_);
+    // The keys that the events bring are those that the dialog was opened with.
     connect(insfrmSimpleReceipt.get(), &frmSimpleReceipt::AppendDBGeneral, this,
-            [this](qint32 lngCustPK, const QDate &date, float discount, float cut, float cash, float card,
-                   float outstanding, qint32 lngOrdMPK, const QString &) {
-                insfrmSimpleReceipt_AppendDBGeneral(
-                    {CustomerKey(lngCustPK), OrderKey(lngOrdMPK), date, discount, cut, cash, card}, outstanding);
+            [this, shown, seen = asSeen](qint32, const QDate &date, float discount, float cut, float cash, float card,
+                                         float outstanding, qint32, const QString &) mutable {
+                insfrmSimpleReceipt_AppendDBGeneral(seen, {shown, date, discount, cut, cash, card}, outstanding);
             });
-    connect(insfrmSimpleReceipt.get(), &frmSimpleReceipt::ExecuteDB, this,
-            [this, edited](qint32 lngCustPK, const QDate &date, qint16 intOperator, qint32 lngMoney, qint32 lngOrdMPK,
-                           const QString &) {
-                insfrmSimpleReceipt_ExecuteDB(
-                    edited, {CustomerKey(lngCustPK), OrderKey(lngOrdMPK), date, intOperator, lngMoney, QString()});
-            });
-    insfrmSimpleReceipt->Operation(1, order.customer.number(), session_.customer.name, session_.customer.chartNumber,
-                                   order.date, order.lngTotal, order.key.number(), edited ? -1 : 0,
-                                   QDate::currentDate(), 0, QStringLiteral("0"), owner_);
+    connect(
+        insfrmSimpleReceipt.get(), &frmSimpleReceipt::ExecuteDB, this,
+        [this, shown, edited](qint32, const QDate &date, qint16 intOperator, qint32 lngMoney, qint32, const QString &) {
+            insfrmSimpleReceipt_ExecuteDB(edited, {shown, date, intOperator, lngMoney, QString()});
+        });
+    insfrmSimpleReceipt->Operation(1, shown.customer.number(), session_.customer.name, session_.customer.chartNumber,
+                                   shown.date, order.lngTotal, shown.number(), edited ? -1 : 0, QDate::currentDate(), 0,
+                                   QStringLiteral("0"), owner_);
 }
 
 /// Errors are shown here and the dialog closes all the same: saving again would write the rows twice.
-void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding)
+void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const ledger::FirstPayment &payment,
+                                                      float outstanding)
 {
     controls::runEvent([&] {
         const auto show = qScopeGuard([this, alive = QPointer<ReceiptFlow>(this)] {
@@ -137,15 +154,37 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment
             attempt([this] { showWritten(); });
             attempt([this] { emit session_.orderTotalsChanged(); });
         });
+        std::vector<std::function<void(LedgerSight *)>> steps;
+        for (const ledger::Row &row : ledger::rowsOf(payment))
+            steps.push_back([row](LedgerSight *asSeen) { ledger::insertRow(*gcnnMasterDB, row, asSeen); });
+        if (outstanding != 0) {
+            steps.push_back([&, won = Currency::fromWon(runtime::CLng(double(outstanding)))](LedgerSight *asSeen) {
+                ledger::addOutstanding(*gcnnMasterDB, *session_.rsCustSaleMaster, payment.order, won, asSeen);
+            });
+        }
         session_.readAnewOnConflict([&] {
-            ledger::appendFirstPayment(*gcnnMasterDB, payment);
-            if (outstanding == 0)
+            // What comes to the ledger after the first step comes second.
+            if (steps.empty() || !writeOnSeenLedger(seen, [&] { steps.front()(&seen); }))
                 return;
-            ledger::addOutstanding(*session_.rsCustSaleMaster, payment.order,
-                                   Currency::fromWon(runtime::CLng(double(outstanding))));
-            emit orderGridMustRefresh();
+            for (std::size_t step = 1; step < steps.size(); ++step)
+                steps[step](nullptr);
+            if (outstanding != 0)
+                emit orderGridMustRefresh();
         });
     });
+}
+
+bool ReceiptFlow::writeOnSeenLedger(LedgerSight &seen, const std::function<void()> &firstStep)
+{
+    const QPointer<ReceiptFlow> alive(this);
+    bool asked = false;
+    const bool written = seen.write(firstStep, [&](const QString &changes) {
+        asked = true;
+        return askWhetherToSave(changes, QStringLiteral("수납"), owner_) && alive;
+    });
+    if (asked && alive)
+        emit session_.changedElsewhere();
+    return written;
 }
 
 void ReceiptFlow::showWritten()
@@ -154,7 +193,7 @@ void ReceiptFlow::showWritten()
     emit orderGridMustRebind();
 }
 
-void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::Row &row)
+void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::ShownRow &edited, const ledger::Row &row)
 {
     try {
         ledger::updateRow(*gcnnMasterDB, edited, row);
@@ -164,28 +203,31 @@ void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::
         runtime::trapped();
         runtime::Attempt show; // what the server saved before it was lost
         show([this] { showWritten(); });
-        if (error.number() == runtime::ErrorNumber::Conflict)
+        const bool conflict = error.number() == runtime::ErrorNumber::Conflict;
+        if (conflict)
+            show([this] { emit session_.changedElsewhere(); });
+        if (conflict)
             MsgBox(error.description(), InformationIcon, QStringLiteral("수납 내역 수정"), owner_);
         else
             tellConnectionFailure(QStringLiteral("데이터베이스 접속 오류"));
     }
 }
 
-void ReceiptFlow::takeFurtherOperation(const Order &order)
+void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
 {
-    const std::optional<LedgerSums> sums = ledgerSumsOf(order.key);
+    const std::optional<LedgerSums> sums = ledgerSumsOf(order.shown.key);
     if (!sums) {
         tellConnectionFailure(QStringLiteral("수납 작업"));
         return;
     }
     bool bRecalc = order.owes;
-    ledger::Row row{order.customer, order.key, order.date, 0, 0, QString()};
+    ledger::Row row{order.shown, order.shown.date, 0, 0, QString()};
     const QPointer<ReceiptFlow> alive(this);
     const controls::Modal<frmSimpleReceiptAdd> dialog(owner_);
     const bool saved =
-        dialog->OperationAdd(owner_, order.date, order.lngTotal, sums->discount, sums->cut, sums->payment, sums->refund,
-                             order.key.number(), session_.customer.chartNumber, session_.customer.name, row.date,
-                             row.intOperator, row.lngMoney, row.strMethod, bRecalc);
+        dialog->OperationAdd(owner_, order.shown.date, order.lngTotal, sums->discount, sums->cut, sums->payment,
+                             sums->refund, order.shown.number(), session_.customer.chartNumber, session_.customer.name,
+                             row.date, row.intOperator, row.lngMoney, row.strMethod, bRecalc);
     if (!alive)
         return;
     const auto show = qScopeGuard([this, alive] {
@@ -199,18 +241,19 @@ void ReceiptFlow::takeFurtherOperation(const Order &order)
     });
     session_.readAnewOnConflict([&] {
         if (saved)
-            writeFurtherOperation(row, bRecalc);
+            writeFurtherOperation(seen, row, bRecalc);
         else if (session_.rsCustSaleMaster)
-            ledger::standOnOrder(*session_.rsCustSaleMaster, order.key);
+            ledger::standOnOrder(*session_.rsCustSaleMaster, order.shown);
     });
 }
 
-void ReceiptFlow::writeFurtherOperation(const ledger::Row &row, bool bRecalc)
+void ReceiptFlow::writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc)
 {
-    ledger::insertRow(*gcnnMasterDB, row);
+    if (!writeOnSeenLedger(seen, [&] { ledger::insertRow(*gcnnMasterDB, row, &seen); }))
+        return;
     // Quirk (docs/architecture.md): whatever the operation, so a refund lessens the outstanding money too.
     if (bRecalc)
-        ledger::addOutstanding(*session_.rsCustSaleMaster, row.order, -Currency::fromWon(row.lngMoney));
+        ledger::addOutstanding(*gcnnMasterDB, *session_.rsCustSaleMaster, row.order, -Currency::fromWon(row.lngMoney));
     else
         ledger::standOnOrder(*session_.rsCustSaleMaster, row.order);
 }

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "money/LedgerOperations.h"
+#include "money/LedgerSight.h"
 #include "session/SaleSession.h"
 
 #include <QObject>
 #include <QWidget>
+
+#include <functional>
+#include <optional>
 
 class LedgerPane;
 
@@ -32,21 +36,23 @@ private:
     /// The order at hand as the dialogs want it.
     struct Order
     {
-        OrderKey key;
-        CustomerKey customer;
-        QDate date;
+        ShownOrder shown;
         qint32 lngTotal = 0;
         bool owes = false; ///< outstanding money is recorded
     };
     /// The current order, which there is. Conflict when another desk deleted it.
     Order currentOrder();
+    /// What the order's ledger holds; nothing, and told, when it cannot be read.
+    std::optional<LedgerSight> look(const Order &order) const;
 
     /// With a row, that one is to be changed.
-    void openSimpleReceipt(const Order &order, LedgerKey edited);
-    void takeFurtherOperation(const Order &order);
-    void writeFurtherOperation(const ledger::Row &row, bool bRecalc);
-    void insfrmSimpleReceipt_AppendDBGeneral(const ledger::FirstPayment &payment, float outstanding);
-    void insfrmSimpleReceipt_ExecuteDB(LedgerKey edited, const ledger::Row &row);
+    void openSimpleReceipt(const Order &order, const LedgerSight &asSeen, const ledger::ShownRow &edited);
+    void takeFurtherOperation(const Order &order, LedgerSight seen);
+    /// False when the user does not want it any more; the first step is then not written either.
+    bool writeOnSeenLedger(LedgerSight &seen, const std::function<void()> &firstStep);
+    void writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc);
+    void insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const ledger::FirstPayment &payment, float outstanding);
+    void insfrmSimpleReceipt_ExecuteDB(const ledger::ShownRow &edited, const ledger::Row &row);
     void showWritten();
     void tellConnectionFailure(const QString &title) const;
 

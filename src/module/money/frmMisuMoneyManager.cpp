@@ -1,6 +1,7 @@
 #include "money/frmMisuMoneyManager.h"
 
 #include "money/OutstandingMoney.h"
+#include "money/askWhetherToSave.h"
 #include "money/frmMisuMoneyPay.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -32,7 +33,7 @@ QString countText(qint32 number)
     return runtime::Format(number, QStringLiteral("##,###")); // nothing for 0
 }
 
-qint32 wholeWon(const QVariant &stored)
+qint32 wholeNumber(const QVariant &stored)
 {
     return runtime::CLng(runtime::Val(stored));
 }
@@ -145,16 +146,15 @@ void frmMisuMoneyManager::sortBy(int column, bool asWell)
 frmMisuMoneyManager::Order frmMisuMoneyManager::currentOrder() const
 {
     const ado::Recordset &rows = *rsReceiptView_;
-    return {runtime::CLng(rows[QStringLiteral("OrdM_PK")]), runtime::CLng(rows[QStringLiteral("Cust_PK")]),
-            runtime::text(rows[QStringLiteral("sn")]),      runtime::text(rows[QStringLiteral("name")]),
-            rows[QStringLiteral("OrdM_Date")].toDate(),     wholeWon(rows[QStringLiteral("OrdM_Misugum")]),
-            wholeWon(rows[QStringLiteral("OrdM_Total")])};
+    return {shownOrder(rows), runtime::text(rows[QStringLiteral("sn")]), runtime::text(rows[QStringLiteral("name")]),
+            wholeNumber(rows[QStringLiteral("OrdM_Misugum")]), wholeNumber(rows[QStringLiteral("OrdM_Total")])};
 }
 
 void frmMisuMoneyManager::payCurrent()
 {
     if (!rsReceiptView_ || !rsReceiptView_->hasCurrent())
         return;
+    LedgerSight seen = LedgerSight::of(*cnCon_, shownOrder(*rsReceiptView_)); // before what the dialog shows is read
     if (!readCurrentAgain())
         return;
     const Order order = currentOrder();
@@ -164,7 +164,7 @@ void frmMisuMoneyManager::payCurrent()
     }
     Payment payment;
     if (askPayment(order, payment) && payment.lngMoney != 0)
-        record(order, payment);
+        record(order, payment, seen);
 }
 
 /// What another desk has collected since the list was opened must not be collected once more. False, and told, when it
@@ -190,9 +190,9 @@ bool frmMisuMoneyManager::readCurrentAgain()
 bool frmMisuMoneyManager::askPayment(const Order &order, Payment &payment)
 {
     const controls::Modal<frmMisuMoneyPay> dialog(this);
-    return dialog->MisuMoneyPayBoninGeneral(cnCon_, order.strChartNum, order.strName, order.date, order.lngOrdMPK,
-                                            order.lngMisu, order.lngTotal, payment.date, payment.lngMoney,
-                                            payment.strMethod);
+    return dialog->MisuMoneyPayBoninGeneral(cnCon_, order.strChartNum, order.strName, order.shown.date,
+                                            order.shown.number(), order.lngMisu, order.lngTotal, payment.date,
+                                            payment.lngMoney, payment.strMethod);
 }
 
 void frmMisuMoneyManager::showPaidOrder()
@@ -202,12 +202,17 @@ void frmMisuMoneyManager::showPaidOrder()
     computeTotals();
 }
 
-void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
+void frmMisuMoneyManager::record(const Order &order, const Payment &payment, LedgerSight &seen)
 {
+    const QPointer<frmMisuMoneyManager> self(this);
+    const ledger::Row row{order.shown, payment.date, ledger::Payment, payment.lngMoney, payment.strMethod};
     runtime::Attempt attempt;
+    bool written = false;
     try {
-        outstanding::pay(*cnCon_, {CustomerKey(order.lngCustPK), OrderKey(order.lngOrdMPK), payment.date,
-                                   ledger::Payment, payment.lngMoney, payment.strMethod});
+        written = seen.write([&] { outstanding::pay(*cnCon_, row, &seen); },
+                             [&](const QString &changes) { return askWhetherToSave(changes, payTitle, this) && self; });
+        if (!self)
+            return;
     } catch (const runtime::RuntimeError &error) {
         runtime::trapped();
         // A server that is lost may have saved before it went.
@@ -221,9 +226,8 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment)
         return;
     }
     attempt([this] { showPaidOrder(); });
-    const QPointer<frmMisuMoneyManager> self(this);
     // The payment is saved: the text must say so, or the user would take it again.
-    if (attempt.failed())
+    if (written && attempt.failed())
         MsgBox(QStringLiteral("수납은 기록되었으나 목록을 다시 읽지 못했습니다.\n원인: ") + attempt.description(),
                InformationIcon, payTitle, this);
     if (self)

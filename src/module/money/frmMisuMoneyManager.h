@@ -1,5 +1,6 @@
 #pragma once
 
+#include "money/LedgerSight.h"
 #include "platform/ado/Recordset.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/RecordsetGrid.h"
@@ -32,11 +33,9 @@ private:
     /// The current row as a payment wants it, money in whole won.
     struct Order
     {
-        qint32 lngOrdMPK;
-        qint32 lngCustPK;
+        ShownOrder shown;
         QString strChartNum;
         QString strName;
-        QDate date;
         qint32 lngMisu;
         qint32 lngTotal;
     };
@@ -64,7 +63,7 @@ private:
     /// False when the user took no money, or when the window went while it was asked.
     bool readCurrentAgain();
     bool askPayment(const Order &order, Payment &payment);
-    void record(const Order &order, const Payment &payment);
+    void record(const Order &order, const Payment &payment, LedgerSight &seen);
     /// The current order as it stands now, and the sums below the list.
     void showPaidOrder();
 

@@ -1,5 +1,6 @@
 #include "products/ProductOperations.h"
 
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/ado/Transaction.h"
@@ -93,9 +94,12 @@ void ProductOperations::assign(const ProductEdit &edit, bool withPrice)
 ProductOperations::Deletion ProductOperations::remove(ProductKey product)
 {
     const runtime::Operation operation("delete product", {{"product", product.number()}});
+    ado::Transaction transaction(*gcnnMasterDB);
+    // Held while it is counted: another desk could sell it before it is deleted.
+    if (!productIsHeld(*gcnnMasterDB, product))
+        return Deletion::Gone;
     if (CountNoOfProductUsed(gcnnMasterDB, product.number()) >= 1)
         return Deletion::Sold;
-    ado::Transaction transaction(*gcnnMasterDB);
     const int touched = gcnnMasterDB->Execute(clsSQL().delAProductSQL(product.number()));
     transaction.commit();
     if (touched == 0)

@@ -16,6 +16,9 @@ struct LineKind
     QString failureText;
 };
 
+/// Told beside the failure.
+inline const QString productIsGone = QStringLiteral("다른 데스크에서 먼저 삭제한 물품입니다.");
+
 inline const std::array<LineKind, 3> lineKinds = {{
     {QStringLiteral("일반"), QStringLiteral("판매"),
      QStringLiteral("예(오늘 거래일자로 추가), 아니오(선택된 거래일자로 추가)"), QStringLiteral("판매추가"),

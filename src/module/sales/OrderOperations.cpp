@@ -2,6 +2,7 @@
 
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
+#include "data/WholeWon.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/runtime/Attempt.h"
@@ -59,6 +60,43 @@ Outcome trappedAndShown(SaleSession &session, Flow &&flow)
     }
 }
 
+/// Conflict unless the list, where it shows the rows of that statement, shows what is stored.
+void requireAsShown(const SaleSession::RecordsetPtr &list, const QString &statement)
+{
+    if (!list || !list->isOpen() || list->source() != statement)
+        return;
+    ado::Recordset stored;
+    stored.Open(statement, masterDB(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    bool same = stored.rowCount() == list->rowCount();
+    const int columns = int(stored.fieldNames().size());
+    for (int row = 0; same && row < stored.rowCount(); ++row) {
+        for (int column = 0; same && column < columns; ++column)
+            same = stored.valueAt(row, column) == list->valueAt(row, column);
+    }
+    if (!same)
+        ado::raiseConflict();
+}
+
+/// Raises Overflow when the order's lines come to more than currency holds, by the sums that a recalculation writes.
+void requireSumsFit(OrderKey order)
+{
+    ado::Recordset sums;
+    sums.Open(
+        QStringLiteral("SELECT SUM(CASE WHEN p.PM_IsTaxed = 1 THEN (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
+                       "d.OrdD_Count END) AS taxed, SUM(CASE WHEN p.PM_IsTaxed = 0 THEN (d.OrdD_UnitPrice - "
+                       "d.OrdD_HalinUnit) * d.OrdD_Count END) AS taxfree, SUM(d.OrdD_HalinUnit * d.OrdD_Count) AS "
+                       "discount FROM tPSOrderDetail d LEFT JOIN tPSProductMaster p ON p.PM_PK = d.PM_PK "
+                       "WHERE d.OrdM_PK = ")
+            + QString::number(order.number()),
+        masterDB(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    const auto sum = [&](const char *column) {
+        const QVariant money = sums[QLatin1String(column)];
+        return runtime::isNull(money) ? Currency() : runtime::CCur(money);
+    };
+    sum("discount");
+    sum("taxed") + sum("taxfree");
+}
+
 /// First value of a statement's first row; NULL when it gives no row.
 QVariant firstValue(const QString &statement)
 {
@@ -103,31 +141,28 @@ void OrderOperations::takeCurrentProduct(EntryLine &line) const
     line.unitPrice = products[QStringLiteral("PM_UnitPrice")];
 }
 
-OrderKey OrderOperations::currentOrder() const
+ShownOrder OrderOperations::currentOrder() const
 {
     const bool current = SaleSession::hasCurrent(session_.rsCustSaleMaster) && !session_.rsCustSaleMaster->isGone();
-    return current ? OrderKey(session_.rsCustSaleMaster->value(QStringLiteral("OrdM_PK"))) : OrderKey();
+    return current ? shownOrder(*session_.rsCustSaleMaster) : ShownOrder();
 }
 
 Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
 {
     const runtime::Operation operation("add line to new order", {{"product", line.product.number()}});
-    return onNewOrder(today_(), [&](OrderKey order) {
+    return onNewOrder(today_(), [&](const ShownOrder &order) {
         // Quirk (docs/architecture.md): only on a new order does an empty discount count as 0.
-        const QString statement = insertStatement(order, line, clsNumberRelated().GetPureNumber(line.unitDiscount));
-        onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
-        return recalculate(order);
+        return addLine(order, line.product,
+                       insertStatement(order.key, line, clsNumberRelated().GetPureNumber(line.unitDiscount)));
     });
 }
 
-Outcome OrderOperations::addDetailToSelectedOrder(OrderKey order, const EntryLine &line)
+Outcome OrderOperations::addDetailToSelectedOrder(const ShownOrder &order, const EntryLine &line)
 {
     const runtime::Operation operation("add line", {{"order", order.number()}, {"product", line.product.number()}});
     return trappedAndShown(session_, [&] {
         // Quirk (docs/architecture.md): the discount goes straight into currency, so an empty field fails.
-        const QString statement = insertStatement(order, line, line.unitDiscount);
-        onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
-        return recalculate(order);
+        return addLine(order, line.product, insertStatement(order.key, line, line.unitDiscount));
     });
 }
 
@@ -143,23 +178,23 @@ qint16 OrderOperations::countTodayOrders(CustomerKey customer, const QDate &date
     }
 }
 
-Outcome OrderOperations::addRefundOrderDetail(OrderKey order, ProductKey product, Currency curPrice, qint16 intCount,
-                                              const QString &strMemo)
+Outcome OrderOperations::addRefundOrderDetail(const ShownOrder &order, ProductKey product, Currency curPrice,
+                                              qint16 intCount, const QString &strMemo)
 {
     const runtime::Operation operation("add return", {{"order", order.number()}, {"product", product.number()}});
     return trappedAndShown(session_, [&] {
-        const QString statement =
-            clsSQL().insDB2RfndOrderDetailSQL(order.number(), product.number(), curPrice, intCount, strMemo);
-        onHeldOrder(*masterDB(), order.number(), [&] { masterDB()->Execute(statement); });
-        return recalculate(order);
+        return addLine(
+            order, product,
+            clsSQL().insDB2RfndOrderDetailSQL(order.number(), product.number(), wholeWon(curPrice), intCount, strMemo));
     });
 }
 
 Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey product, Currency curPrice,
                                              qint16 intCount, const QString &strMemo)
 {
-    return onNewOrder(
-        dtRefund, [&](OrderKey order) { return addRefundOrderDetail(order, product, curPrice, intCount, strMemo); });
+    return onNewOrder(dtRefund, [&](const ShownOrder &order) {
+        return addRefundOrderDetail(order, product, curPrice, intCount, strMemo);
+    });
 }
 
 OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &date)
@@ -178,7 +213,7 @@ OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &dat
     }
 }
 
-Outcome OrderOperations::deleteOrder(OrderKey order)
+Outcome OrderOperations::deleteOrder(const ShownOrder &order)
 {
     const runtime::Operation operation("delete order", {{"order", order.number()}});
     const QPointer<SaleSession> alive(&session_); // a row that is shown may open a box
@@ -187,8 +222,11 @@ Outcome OrderOperations::deleteOrder(OrderKey order)
         const QString details = clsSQL().delCustSaleDetailByOrdMPKSQL(order.number());
         const QString ledger = clsSQL().delCustTranSQL(order.number(), session_.customer.lngCustPK);
         flow::inTransaction([&](ado::Connection &connection) {
-            holdOrder(connection, order.number());
-            if (!orders.moveToKey(order.bookmark()))
+            holdOrder(connection, order);
+            requireAsShown(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order.number()));
+            requireAsShown(session_.rsCustTranManage,
+                           clsSQL().getCustTranSQL(session_.customer.lngCustPK, order.number()));
+            if (!orders.moveToKey(order.key.bookmark()))
                 ado::raiseConflict();
             connection.Execute(details);
             connection.Execute(ledger);
@@ -214,18 +252,22 @@ Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
     const runtime::Operation operation("delete line", {{"order", order.number()}, {"line", line.number()}});
     return trappedAndShown(session_, [&] {
         ado::Recordset &details = opened(session_.rsCustSaleDetails);
-        if (!details.moveToKey(line.bookmark()))
-            ado::raiseConflict();
-        deleteUntold(details);
+        flow::inTransaction([&](ado::Connection &connection) {
+            holdOrder(connection, {order, session_.customer.key(), {}});
+            holdLine(connection, line, order);
+            if (!details.moveToKey(line.bookmark()))
+                ado::raiseConflict();
+            deleteUntold(details);
+        });
         return recalculate(order);
     });
 }
 
-Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outcome(OrderKey)> &addLine)
+Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outcome(const ShownOrder &)> &addLine)
 {
     return trappedAndShown(session_, [&] {
         createOrder(date);
-        const Outcome outcome = trapped([&] { return addLine(orderKeyOf(date)); });
+        const Outcome outcome = trapped([&] { return addLine(orderOf(date)); });
         // The new order stays and is the current one now: the requery makes the lines shown its own.
         if (hasFailed(outcome))
             requeryIfOpen(session_.rsCustSaleMaster);
@@ -264,19 +306,35 @@ void OrderOperations::createOrder(const QDate &date)
 }
 
 /// Quirk (docs/architecture.md): the first order of the day that the server gives, perhaps an earlier one than the new.
-OrderKey OrderOperations::orderKeyOf(const QDate &date) const
+ShownOrder OrderOperations::orderOf(const QDate &date) const
 {
-    return OrderKey(firstValue(clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date)));
+    return {OrderKey(firstValue(clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date))),
+            session_.customer.key(), date};
 }
 
 /// The price is always that of the product row; the pane's price field only shows it.
 QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const
 {
     const bool sold = line.intSellType == sale::NormalSale;
-    const Currency price = sold ? runtime::CCur(line.unitPrice) : Currency();
-    const Currency discount = sold ? runtime::CCur(unitDiscount) : Currency();
+    const Currency price = sold ? wholeWon(runtime::CCur(line.unitPrice)) : Currency();
+    const Currency discount = sold ? wholeWon(runtime::CCur(unitDiscount)) : Currency();
     return clsSQL().insDB2OrderDetailSQL(order.number(), line.product.number(), price, discount,
                                          runtime::CInt(line.quantity), line.intSellType);
+}
+
+/// Adds a line by its statement, unless the product is gone: its amount would be missing from the order's total. One that
+/// makes the order's sums too large for currency is not saved either.
+Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, const QString &statement)
+{
+    bool there = false;
+    onHeldOrder(*masterDB(), order, [&] {
+        there = productIsHeld(*masterDB(), product);
+        if (!there)
+            return;
+        masterDB()->Execute(statement);
+        requireSumsFit(order.key);
+    });
+    return there ? recalculate(order.key) : Outcome::ProductGone;
 }
 
 /// Sums the order anew and shows the orders as they now stand.

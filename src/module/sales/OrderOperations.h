@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Currency.h"
 #include "session/SaleSession.h"
+#include "session/ShownOrder.h"
 
 #include <QDate>
 #include <QString>
@@ -11,15 +12,16 @@
 
 /// How a flow ended; the numbers are those of the system's private routines.
 enum class Outcome : qint16 {
-    Conflict = -2, ///< failed, since another desk changed or deleted the row: the lists are to be read anew
-    Failed = -1,   ///< a trapped error; the caller shows its failure text
-    Stopped = 0,   ///< stopped early, nothing to tell
+    ProductGone = -3, ///< failed, since another desk deleted the product: the list of products is to be read anew
+    Conflict = -2,    ///< failed, since another desk changed or deleted the row: the lists are to be read anew
+    Failed = -1,      ///< a trapped error; the caller shows its failure text
+    Stopped = 0,      ///< stopped early, nothing to tell
     Done = 1,
 };
 
 inline bool hasFailed(Outcome outcome)
 {
-    return outcome == Outcome::Failed || outcome == Outcome::Conflict;
+    return outcome < Outcome::Stopped;
 }
 
 /// Shown instead of adding a line when foundChangedAfterLoss().
@@ -56,37 +58,39 @@ public:
     /// Copies key and price of the current product of the sale list, which must exist.
     void takeCurrentProduct(EntryLine &line) const;
     /// The current order of rsCustSaleMaster; no key when there is none or another desk deleted it.
-    OrderKey currentOrder() const;
+    ShownOrder currentOrder() const;
     /// Creates today's order, then adds the line to the first order of today that the server gives, which need not be
     /// the new one. An empty unit discount counts as 0.
     Outcome addDetailToNewOrder(const EntryLine &line);
     /// Adds the line to the order, whatever its date. An empty unit discount fails.
-    Outcome addDetailToSelectedOrder(OrderKey order, const EntryLine &line);
+    Outcome addDetailToSelectedOrder(const ShownOrder &order, const EntryLine &line);
     /// Orders of the customer on the date, at most 32,767; -1 when they could not be counted.
     qint16 countTodayOrders(CustomerKey customer, const QDate &date);
     qint16 countTodayOrders() { return countTodayOrders(session_.customer.key(), today_()); }
 
     /// Adds a return line: `intCount` is negative, and a ' in `strMemo` makes the statement fail.
-    Outcome addRefundOrderDetail(OrderKey order, ProductKey product, runtime::Currency curPrice, qint16 intCount,
-                                 const QString &strMemo);
+    Outcome addRefundOrderDetail(const ShownOrder &order, ProductKey product, runtime::Currency curPrice,
+                                 qint16 intCount, const QString &strMemo);
     /// The same on a new order of the return date.
     Outcome addToNewRefundOrder(const QDate &dtRefund, ProductKey product, runtime::Currency curPrice, qint16 intCount,
                                 const QString &strMemo);
     /// The customer's first order of the date; no key when there is none or the look-up failed.
     OrderKey findOrderByDate(CustomerKey customer, const QDate &date);
 
-    /// Deletes the order with its details and ledger rows; after a failure all of them stand as before.
-    Outcome deleteOrder(OrderKey order);
+    /// Deletes the order with its details and ledger rows; after a failure all of them stand as before. Conflict when they
+    /// are not those that the lists of the order show.
+    Outcome deleteOrder(const ShownOrder &order);
     /// Deletes the detail and sums its order anew. The ledger is left alone, so a paid order can end up with money beyond
     /// its total.
     Outcome deleteDetail(OrderKey order, LineKey line);
 
 private:
     /// Creates an order and adds a line to the first order of its date.
-    Outcome onNewOrder(const QDate &date, const std::function<Outcome(OrderKey)> &addLine);
+    Outcome onNewOrder(const QDate &date, const std::function<Outcome(const ShownOrder &)> &addLine);
     void createOrder(const QDate &date);
-    OrderKey orderKeyOf(const QDate &date) const;
+    ShownOrder orderOf(const QDate &date) const;
     QString insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const;
+    Outcome addLine(const ShownOrder &order, ProductKey product, const QString &statement);
     Outcome recalculate(OrderKey order);
 
     SaleSession &session_;

@@ -1,6 +1,7 @@
 #include "sales/OrderPane.h"
 
 #include "data/Codes.h"
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -10,6 +11,7 @@
 #include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
+#include "session/modGlobalVars.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -189,7 +191,7 @@ void OrderPane::saveOrder()
     const QString remark = outcome == Outcome::Conflict ? QStringLiteral(
                                "다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"
                                "확인한 뒤 다시 저장하거나 취소하십시오.")
-                                                        : QString();
+                                                        : save_.refusal();
     if (hasFailed(outcome))
         MsgBox(QStringLiteral("저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."), InformationIcon,
                QStringLiteral("저장"), c1elaCustSaleInfo_, remark);
@@ -229,7 +231,7 @@ bool OrderPane::abandonEdit()
 
 void OrderPane::deleteOrder()
 {
-    const OrderKey order = operations_.currentOrder();
+    const ShownOrder order = operations_.currentOrder();
     if (!order)
         return;
     const QPointer<OrderPane> alive(this);
@@ -252,7 +254,12 @@ void OrderPane::saveOutstanding()
 {
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
-    session_.readAnewOnConflict([this] { session_.rsCustSaleMaster->Update(); });
+    session_.readAnewOnConflict([this] {
+        ado::Recordset &orders = *session_.rsCustSaleMaster;
+        ShownOrder order = shownOrder(orders);
+        order.date = {}; // only the same field collides
+        onHeldOrder(*gcnnMasterDB, order, [&] { orders.Update(); });
+    });
     showOrderTotals();
 }
 

@@ -2,6 +2,7 @@
 
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
+#include "data/WholeWon.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Operation.h"
@@ -19,7 +20,7 @@ struct WrittenColumn
 
 QVariant moneyOf(const QString &typed)
 {
-    return QVariant::fromValue(runtime::CCur(typed));
+    return QVariant::fromValue(wholeWon(runtime::CCur(typed)));
 }
 
 // In the order in which they are assigned.
@@ -45,10 +46,11 @@ OrderSave::OrderSave(SaleSession &session)
 OrderKey OrderSave::begin(const OrderEdit &shown)
 {
     order_ = OrderOperations(session_).currentOrder();
+    order_.date = {}; // an edit of another field does not collide with a new date
     shown_.clear();
     seen_.clear();
     if (!order_)
-        return order_;
+        return order_.key;
     for (const WrittenColumn &column : writtenColumns) {
         const QString name = QLatin1String(column.name);
         runtime::Attempt convert(
@@ -56,24 +58,27 @@ OrderKey OrderSave::begin(const OrderEdit &shown)
         convert([&] { shown_[name] = column.value(shown); });
         seen_[name] = session_.rsCustSaleMaster->value(name);
     }
-    return order_;
+    return order_.key;
 }
 
 Outcome OrderSave::save(const OrderEdit &edit)
 {
     const runtime::Operation operation("save order", {{"order", order_.number()}});
+    refusal_.clear();
     return flow::trapped([&] {
         ado::Recordset &orders = flow::opened(session_.rsCustSaleMaster);
         try {
             flow::inTransaction([&](ado::Connection &connection) {
-                holdOrder(connection, order_.number());
-                if (!orders.moveToKey(order_.bookmark()))
+                holdOrder(connection, order_);
+                if (!orders.moveToKey(order_.key.bookmark()))
                     ado::raiseConflict();
                 orders.Resync();
                 assign(orders, edit);
                 orders.Update();
             });
-        } catch (const RuntimeError &) {
+        } catch (const RuntimeError &error) {
+            if (error.number() == runtime::ErrorNumber::TypeMismatch)
+                refusal_ = error.description();
             runtime::Attempt undo;
             undo([&] { orders.CancelUpdate(); });
             throw;

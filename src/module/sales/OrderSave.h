@@ -31,12 +31,15 @@ public:
     OrderKey begin(const OrderEdit &shown);
     /// Conflict: another desk wrote to the same field, or deleted the order; nothing was saved.
     Outcome save(const OrderEdit &edit);
+    /// What was typed that the last save could not take; empty where that was not why it failed.
+    const QString &refusal() const { return refusal_; }
 
 private:
     void assign(ado::Recordset &orders, const OrderEdit &edit);
 
     SaleSession &session_;
-    OrderKey order_;
+    ShownOrder order_;
+    QString refusal_;
     std::map<QString, QVariant> shown_; ///< what the form would have written when the edit began
     std::map<QString, QVariant> seen_;  ///< the same columns as stored then, or at the last conflict
 };

@@ -19,6 +19,8 @@ public:
     void takeBack();
 
 private:
+    bool isRefused(const QString &why) const;
+
     SaleSession &session_;
     DetailPane &detailPane_;
     RefundOperations operations_;

@@ -1,5 +1,6 @@
 #include "sales/RefundOperations.h"
 
+#include "data/HeldOrder.h"
 #include "data/StatementText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
@@ -14,7 +15,7 @@ QString remarkOf(const SoldLine &sold, const Refund &refund)
 {
     return statement::fill(u"▷판매날짜([SALEDATE]), 물품이름([UNITNAME]), 개당가격([UNITPRICE]), 갯수([UNITCOUNT]), "
                            u"할인가격([UNITDISCOUNT]) 의(중) 반품. 메모: [RFNDMEMO]",
-                           {{u"[SALEDATE]", runtime::text(sold.date)},
+                           {{u"[SALEDATE]", runtime::text(sold.order.date)},
                             {u"[UNITNAME]", sold.name},
                             {u"[UNITPRICE]", statement::amount(sold.unitPrice)},
                             {u"[UNITCOUNT]", statement::number(sold.count)},
@@ -47,28 +48,58 @@ SoldLine RefundOperations::currentLine() const
 {
     const ado::Recordset &details = *session_.rsCustSaleDetails;
     SoldLine line;
-    line.customer = session_.customer.key();
+    line.order = shownOrder(*session_.rsCustSaleMaster);
     line.line = LineKey(details[QStringLiteral("OrdD_PK")]);
     line.product = ProductKey(details[QStringLiteral("PM_PK")]);
     line.name = ProductNames().name(line.product.number());
     line.unitPrice = moneyOf(details[QStringLiteral("OrdD_UnitPrice")]);
     line.unitDiscount = moneyOf(details[QStringLiteral("OrdD_HalinUnit")]);
     line.count = runtime::CInt(details[QStringLiteral("OrdD_Count")]);
-    line.date = session_.rsCustSaleMaster->value(QStringLiteral("OrdM_Date")).toDate();
     return line;
+}
+
+QString RefundOperations::refusal(const SoldLine &sold)
+{
+    // The name stands bare in the row's statement and would break it, after the note was saved.
+    if (!sold.name.contains(u'\''))
+        return {};
+    return QStringLiteral("물품명에 작은따옴표(')가 있어 반품할 수 없습니다. 아무것도 저장하지 않았습니다.\n"
+                          "판매물품관리에서 물품명을 수정한 뒤 다시 시도하십시오.");
+}
+
+QString RefundOperations::refusal(const Refund &refund)
+{
+    if (!refund.memo.contains(QChar(u'\0')))
+        return {};
+    return QStringLiteral("메모에 저장할 수 없는 문자가 있습니다. 아무것도 저장하지 않았습니다.\n"
+                          "메모를 지우고 다시 입력하십시오.");
 }
 
 Outcome RefundOperations::takeBack(const SoldLine &sold, const Refund &refund)
 {
     const runtime::Operation operation("take back", {{"line", sold.line.number()}, {"product", sold.product.number()}});
     return flow::trapped([&] {
-        noteOnLine(sold.line, refund);
-        return addRow(sold, refund);
+        if (!refusal(sold).isEmpty() || !refusal(refund).isEmpty())
+            return Outcome::Failed;
+        return noteOnLine(sold, refund) ? addRow(sold, refund) : Outcome::ProductGone;
     });
 }
 
-/// Quirk (docs/architecture.md): saved before the return row is added, and kept when that fails.
-void RefundOperations::noteOnLine(LineKey line, const Refund &refund)
+/// Quirk (docs/architecture.md): saved before the return row is added, and kept when that fails. False, and no note, when
+/// the product is gone: its row could not be added.
+bool RefundOperations::noteOnLine(const SoldLine &sold, const Refund &refund)
+{
+    bool there = false;
+    onHeldOrder(*flow::masterDB(), sold.order, [&] {
+        holdLine(*flow::masterDB(), sold.line, sold.order.key);
+        there = productIsHeld(*flow::masterDB(), sold.product);
+        if (there)
+            writeNote(sold.line, refund);
+    });
+    return there;
+}
+
+void RefundOperations::writeNote(LineKey line, const Refund &refund)
 {
     ado::Recordset &details = flow::opened(session_.rsCustSaleDetails);
     if (!details.moveToKey(line.bookmark()))
@@ -91,15 +122,17 @@ void RefundOperations::noteOnLine(LineKey line, const Refund &refund)
 Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund)
 {
     const QString remark = remarkOf(sold, refund);
-    if (refund.date != sold.date) {
-        const qint16 ordersOfDate = orders_.countTodayOrders(sold.customer, refund.date);
+    const CustomerKey customer = sold.order.customer;
+    if (refund.date != sold.order.date) {
+        const qint16 ordersOfDate = orders_.countTodayOrders(customer, refund.date);
         if (ordersOfDate < 0)
             return Outcome::Failed;
         if (ordersOfDate == 0)
             return orders_.addToNewRefundOrder(refund.date, sold.product, refund.unitPrice, refund.count, remark);
     }
-    const OrderKey order = orders_.findOrderByDate(sold.customer, refund.date);
+    const OrderKey order = orders_.findOrderByDate(customer, refund.date);
     if (!order)
         return Outcome::Failed;
-    return orders_.addRefundOrderDetail(order, sold.product, refund.unitPrice, refund.count, remark);
+    return orders_.addRefundOrderDetail({order, customer, refund.date}, sold.product, refund.unitPrice, refund.count,
+                                        remark);
 }

@@ -6,14 +6,13 @@
 /// A sold line as its return begins from it.
 struct SoldLine
 {
-    CustomerKey customer;
+    ShownOrder order;
     LineKey line;
     ProductKey product;
     QString name; ///< empty when the product is gone
     runtime::Currency unitPrice;
     runtime::Currency unitDiscount;
     qint16 count = 0;
-    QDate date; ///< of its order
 };
 
 /// What is taken back of it.
@@ -37,12 +36,17 @@ public:
     /// The current line of the current order. Raises RuntimeError when one of them cannot be read.
     SoldLine currentLine() const;
 
-    /// Writes the note to the sold line, then the row. Conflict: another desk changed or deleted the line or the order of
+    /// Why a line cannot be taken back at all, or this refund not be recorded, for the user to read; empty when it can.
+    static QString refusal(const SoldLine &sold);
+    static QString refusal(const Refund &refund);
+
+    /// Writes the note to the sold line, then the row; nothing where one of the two is refused. Conflict: another desk changed or deleted the line or the order of
     /// the row; Failed: something else went wrong. A note that was written stays when the row fails.
     Outcome takeBack(const SoldLine &sold, const Refund &refund);
 
 private:
-    void noteOnLine(LineKey line, const Refund &refund);
+    bool noteOnLine(const SoldLine &sold, const Refund &refund);
+    void writeNote(LineKey line, const Refund &refund);
     Outcome addRow(const SoldLine &sold, const Refund &refund);
 
     SaleSession &session_;

@@ -357,9 +357,12 @@ void SaleEntryPane::appendDetail()
         emit lineAdded();
     if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
+    if (alive && outcome == Outcome::ProductGone)
+        emit session_.productGone();
     if (alive && hasFailed(outcome)) {
         const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
-        MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_);
+        MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_,
+               outcome == Outcome::ProductGone ? productIsGone : QString());
     }
 }
 
@@ -370,7 +373,7 @@ Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
     const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
     if (!hasOrders)
         return operations_.addDetailToNewOrder(line);
-    const OrderKey order = operations_.currentOrder();
+    const ShownOrder order = operations_.currentOrder();
     const qint16 orders = operations_.countTodayOrders();
     if (orders < 0)
         return Outcome::Failed;

@@ -64,4 +64,6 @@ signals:
     void orderTotalsChanged(); ///< the current order's sums were read anew
     /// Another desk wrote first: the orders and the lines of the current order must be read again.
     void changedElsewhere();
+    /// Another desk deleted the product that was to be sold: the list of products must be read again.
+    void productGone();
 };

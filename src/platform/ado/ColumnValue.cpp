@@ -88,6 +88,16 @@ QDate assignedDate(const QVariant &value)
     return dateOf(runtime::text(value));
 }
 
+/// One engine would keep a NUL, another cut the text there without a word.
+QString assignedText(const QVariant &value)
+{
+    const QString text = runtime::text(value);
+    if (text.contains(QChar(u'\0')))
+        throw RuntimeError(ErrorNumber::TypeMismatch,
+                           QStringLiteral("저장할 수 없는 문자가 있습니다. 지우고 다시 입력하십시오."));
+    return text;
+}
+
 } // namespace
 
 Currency moneyOf(const CellTable &table, const CellTable::Cell &cell)
@@ -146,7 +156,7 @@ QVariant assigned(const QVariant &value, ColumnType type)
     case ColumnType::Date:
         return assignedDate(value);
     case ColumnType::Text:
-        return runtime::text(value);
+        return assignedText(value);
     }
     Q_UNREACHABLE();
 }

@@ -172,12 +172,12 @@ CellTable Connection::read(const QString &statement) const
     return d->read(d->driver->command() << statement);
 }
 
-bool Connection::holdRow(const QString &table, const QString &key, qint32 value)
+bool Connection::holdRow(const QString &table, const QString &key, qint32 value, const QString &also)
 {
     // The embedded engine holds the whole database from the transaction's beginning, which readBack sees to.
     Command select = d->driver->command() << u"SELECT " << key << u" FROM " << table << u" WHERE " << key << u" = ";
     select.value(value);
-    select << (d->driver->dialect() == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
+    select << also << (d->driver->dialect() == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
     return d->readBack(select).rowCount() > 0;
 }
 

@@ -55,8 +55,8 @@ public:
     CellTable read(const QString &statement) const;
 
     /// Within a transaction: whether the row of that key is there. If it is, no other desk changes or deletes it until the
-    /// transaction ends; one that tries waits.
-    bool holdRow(const QString &table, const QString &key, qint32 value);
+    /// transaction ends; one that tries waits. `also` are further conditions that it must meet, " AND ...".
+    bool holdRow(const QString &table, const QString &key, qint32 value, const QString &also = {});
 
 private:
     friend class Recordset;

@@ -1,0 +1,124 @@
+#include "money/LedgerSight.h"
+
+#include "data/Codes.h"
+#include "data/clsSQL.h"
+#include "platform/ado/Recordset.h"
+#include "platform/runtime/Conversions.h"
+#include "platform/runtime/Format.h"
+#include "platform/runtime/Log.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+using runtime::Currency;
+
+namespace {
+
+QString won(Currency money)
+{
+    return runtime::Format(QVariant::fromValue(money), QStringLiteral("#,##0")) + QStringLiteral("원");
+}
+
+QString kindOf(const QVariant &code)
+{
+    const qint32 number = runtime::isNull(code) ? ledger::NoOperator : runtime::CLng(code);
+    const bool known = std::ranges::find(ledger::operators, number) != ledger::operators.end();
+    return known ? ledger::operatorText(ledger::Operator(number)) : runtime::text(code);
+}
+
+QString methodOf(const QVariant &stored)
+{
+    const QString code = runtime::text(stored);
+    const auto known = std::ranges::find(ledger::methods, code, &ledger::Method::stored);
+    return known != ledger::methods.end() ? QString::fromUtf16(known->text) : code;
+}
+
+QVariant firstValue(ado::Connection &connection, const QString &statement)
+{
+    ado::Recordset rows;
+    rows.Open(statement, connection.shared_from_this(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    return rows.hasCurrent() ? rows.valueAt(0, 0) : QVariant();
+}
+
+} // namespace
+
+LedgerSight LedgerSight::of(ado::Connection &connection, const ShownOrder &order)
+{
+    LedgerSight sight;
+    sight.order_ = order;
+    ado::Recordset rows;
+    rows.Open(clsSQL().getCustTranSQL(order.customer.number(), order.number()), connection.shared_from_this(),
+              ado::CursorType::Static, ado::LockType::ReadOnly);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const QVariant money = rows[QStringLiteral("tpstrans_Money")];
+        sight.rows_[runtime::CLng(rows[QStringLiteral("tpstrans_PK")])] = {
+            rows[QStringLiteral("tpstrans_Date")].toDate(), kindOf(rows[QStringLiteral("tpstrans_Operator")]),
+            methodOf(rows[QStringLiteral("tpstrans_Method")]), runtime::isNull(money) ? 0 : runtime::CLng(money)};
+    }
+    const QVariant outstanding =
+        firstValue(connection, QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = ")
+                                   + QString::number(order.number()));
+    sight.outstanding_ = runtime::isNull(outstanding) ? Currency() : runtime::CCur(outstanding);
+    return sight;
+}
+
+void LedgerSight::requireUnchanged(ado::Connection &connection)
+{
+    const LedgerSight now = of(connection, order_);
+    if (shows(now))
+        return;
+    found_ = std::make_shared<const LedgerSight>(now);
+    ado::raiseConflict();
+}
+
+bool LedgerSight::write(const std::function<void()> &work, const std::function<bool(const QString &)> &goOn)
+{
+    for (;;) {
+        try {
+            work();
+            return true;
+        } catch (const runtime::RuntimeError &) {
+            if (!found_)
+                throw;
+            runtime::trapped();
+        }
+        const std::shared_ptr<const LedgerSight> found = std::exchange(found_, nullptr);
+        if (!goOn(changesUpTo(*found)))
+            return false;
+        *this = *found;
+    }
+}
+
+bool LedgerSight::shows(const LedgerSight &now) const
+{
+    return rows_ == now.rows_ && outstanding_ == now.outstanding_;
+}
+
+QString LedgerSight::Row::told() const
+{
+    QStringList words{runtime::dateText(date), kind, won(Currency::fromWon(lngMoney))};
+    if (!method.isEmpty())
+        words << u'(' + method + u')';
+    return words.join(u' ');
+}
+
+QString LedgerSight::changesUpTo(const LedgerSight &now) const
+{
+    QStringList changes;
+    for (const auto &[key, row] : now.rows_) {
+        const auto before = rows_.find(key);
+        if (before == rows_.end())
+            changes << row.told();
+        else if (before->second != row)
+            changes << before->second.told() + QStringLiteral(" → ") + row.told();
+    }
+    for (const auto &[key, row] : rows_) {
+        if (!now.rows_.contains(key))
+            changes << row.told() + QStringLiteral(" → 삭제");
+    }
+    if (outstanding_ != now.outstanding_)
+        changes << QStringLiteral("미수금 ") + won(outstanding_) + QStringLiteral(" → ") + won(now.outstanding_);
+    return changes.join(u'\n');
+}
