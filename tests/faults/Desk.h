@@ -38,6 +38,7 @@ struct Work
     const char *name;
     bool (*run)(Desk &desk);
     int steps = 1; ///< saved one after the other, as docs/architecture.md tells; the last makes it whole
+    bool tells = true;
 };
 
 std::span<const Work> works();

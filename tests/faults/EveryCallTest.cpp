@@ -195,12 +195,12 @@ TEST_P(EveryCall, ThatFailsIsToldTrulyAndLeavesAWholeStepAndTheNextTryGoesThroug
                          const auto step = std::ranges::find(steps, stand);
                          ASSERT_NE(step, steps.end()) << stand.toStdString();
                          const bool whole = step == steps.end() - 1;
-                         EXPECT_TRUE(whole == answer.saved || answer.unknown())
+                         EXPECT_TRUE(whole == answer.saved || answer.unknown() || !work.tells)
                              << (whole ? "it is there" : "it is not there") << answer.text.toStdString();
                          EXPECT_FALSE(gcnnMasterDB->inTransaction());
                          const auto again = [&] {
                              desk.readAnew();
-                             return step == steps.begin() ? work.run(desk) : works()[1].run(desk);
+                             return step == steps.begin() ? work.run(desk) : works()[0].run(desk);
                          };
                          EXPECT_TRUE(toldOnceBack(again).saved);
                          stand = step == steps.begin() ? steps.back() : standOf(file_);
@@ -238,7 +238,7 @@ class EveryCallOfATask : public EveryCall
 protected:
     EveryCallOfATask()
     {
-        const QString address = QStringLiteral("sqlite:") + folder_.filePath(QString());
+        const QString address = QStringLiteral("sqlite:%1/").arg(folder_.path());
         QDir(folder_.path()).mkdir(QStringLiteral("kept"));
         backup::backUp(address + "template.db", folder_.filePath("kept/good.backup"));
         makeClinic(folder_.filePath("other.db"));
@@ -274,8 +274,9 @@ protected:
             QFile::remove(kept.filePath(name));
         fresh();
         QFile::remove(file_);
-        if (task.clinic)
+        if (task.clinic) {
             ASSERT_TRUE(QFile::copy(folder_.filePath(QString::fromLatin1(task.clinic)), file_));
+        }
     }
     Told tell(const Task &task) const
     {
@@ -316,13 +317,15 @@ TEST_P(EveryCallOfATask, ThatFailsLeavesAllOrNothingAndTheNextTryGoesThrough)
                      faults::repair();
                      EXPECT_EQ(stand().toStdString(), (answer.saved ? after : before).toStdString())
                          << answer.text.toStdString();
-                     if (answer.saved)
+                     if (answer.saved) {
                          EXPECT_EQ(safetyCopies().size(), copies.size());
+                     }
                      for (const QString &copy : safetyCopies())
                          EXPECT_FALSE(standOf(folder_.filePath("kept/" + copy)).contains("DAMAGED"))
                              << copy.toStdString();
-                     if (!answer.saved)
+                     if (!answer.saved) {
                          EXPECT_EQ(tell(task).text.toStdString(), "");
+                     }
                      EXPECT_EQ(stand().toStdString(), after.toStdString());
                  });
 }

@@ -148,7 +148,7 @@ int openFile(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags
 int deleteFile(sqlite3_vfs *, const char *name, int syncFolder)
 {
     if (state.deeds)
-        state.deeds->push_back({Deed::Delete, QString::fromUtf8(name)});
+        state.deeds->push_back({Deed::Delete, QString::fromUtf8(name), 0, {}});
     return theReal->xDelete(theReal, name, syncFolder);
 }
 

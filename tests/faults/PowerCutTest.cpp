@@ -66,12 +66,10 @@ struct OnDisk
                 carryOut(content, *deed);
                 continue;
             }
-            for (qint64 from = 0; from < deed->bytes.size(); from += Sector)
+            for (qint64 from = 0; from < deed->bytes.size(); from += Sector) {
                 if (random() % 2)
-                    write(content, deed->at + from,
-                          QByteArrayView(deed->bytes)
-                              .mid(from, Sector)
-                              .first(std::min(Sector, deed->bytes.size() - from)));
+                    write(content, deed->at + from, deed->bytes.mid(from, Sector));
+            }
         }
         return content;
     }

@@ -206,7 +206,9 @@ Outcome OrderOperations::deleteOrder(OrderKey order)
         read(&SaleSession::rsCustSaleMaster);
     read(&SaleSession::rsCustSaleDetails);
     read(&SaleSession::rsCustTranManage);
-    return show.failed() ? Outcome::Failed : outcome;
+    if (alive && show.failed())
+        alive->linesMayBeStale = true; // which is no failure of the deletion
+    return outcome;
 }
 
 Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
@@ -283,6 +285,8 @@ QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, 
 Outcome OrderOperations::recalculate(OrderKey order)
 {
     const bool done = clsFunctions().reCalculateOMTotal(masterDB(), order.number()) == 1;
-    opened(session_.rsCustSaleMaster).Requery();
+    runtime::Attempt show; // what is saved stays so when the list cannot be read
+    show([&] { opened(session_.rsCustSaleMaster).Requery(); });
+    session_.linesMayBeStale = session_.linesMayBeStale || show.failed();
     return done ? Outcome::Done : Outcome::Failed;
 }
