@@ -31,8 +31,10 @@ QByteArray standOf(const QString &file)
     QByteArray stand;
     if (sqlite3_open_v2(file.toUtf8(), &handle, SQLITE_OPEN_READWRITE, "unix") == SQLITE_OK) {
         const QByteArray whole = rowsOf(handle, "PRAGMA integrity_check");
-        if (whole != "ok\n")
-            stand = "DAMAGED " + whole;
+        if (whole != "ok\n") {
+            sqlite3_close(handle);
+            return "DAMAGED " + whole;
+        }
         const QList<QByteArray> tables =
             rowsOf(handle, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name").split('\n');
         for (const QByteArray &table : tables)
