@@ -51,7 +51,7 @@ constexpr Fault allFaults[] = {
 /// first, the last and some between.
 std::vector<int> chosen(int calls)
 {
-    const int most = qEnvironmentVariable("ZELVO_FAULTS") == QLatin1String("all") ? calls : 4;
+    const int most = qEnvironmentVariable("ZELVO_FAULTS") == QLatin1String("all") ? calls : 3;
     std::vector<int> numbers;
     for (int at = 0; at < std::min(most, calls); ++at)
         numbers.push_back(1 + (calls <= most ? at : at * (calls - 1) / (most - 1)));
@@ -85,8 +85,8 @@ Told told(const std::function<bool()> &work)
 Told toldOnceBack(const std::function<bool()> &work)
 {
     Told answer = told(work);
-    for (int tries = 0; !answer.saved && tries < 15; ++tries) {
-        QThread::msleep(100);
+    for (int tries = 0; !answer.saved && tries < 75; ++tries) {
+        QThread::msleep(20);
         answer = told(work);
     }
     return answer;
