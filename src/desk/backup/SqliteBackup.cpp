@@ -43,7 +43,9 @@ void demandNoNewer(const QString &clinic)
     int version = 0;
     try {
         version = SqliteFile(clinic, Open::ToRead).mark().version;
-    } catch (const runtime::RuntimeError &) {
+    } catch (const runtime::RuntimeError &error) {
+        if (!SqliteFile::tellsOfDamage(error))
+            throw;
         runtime::trapped();
         return;
     }
@@ -133,7 +135,9 @@ void takeAlong(const QString &clinic, SqliteFile &prepared)
         prepared.countForward(asItStands.counters());
         prepared.ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Generation = MAX(DS_Generation, %1)")
                          .arg(asItStands.mark().generation + 1));
-    } catch (const runtime::RuntimeError &) {
+    } catch (const runtime::RuntimeError &error) {
+        if (!SqliteFile::tellsOfDamage(error))
+            throw;
         runtime::trapped();
     }
 }

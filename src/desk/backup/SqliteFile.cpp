@@ -31,6 +31,19 @@ int flagsOf(SqliteFile::Open how)
     Q_UNREACHABLE();
 }
 
+QString textFor(int code)
+{
+    switch (code) {
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        return QStringLiteral("데이터베이스 파일이 아니거나 손상된 데이터베이스 파일입니다");
+    case SQLITE_ERROR:
+        return QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다");
+    default:
+        return QStringLiteral("데이터베이스 파일을 읽거나 쓰지 못했습니다. 디스크를 확인한 뒤 다시 시도하십시오");
+    }
+}
+
 struct Finish
 {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
@@ -59,8 +72,10 @@ SqliteFile::~SqliteFile()
 
 void SqliteFile::refuseWith(int code) const
 {
-    refuse(QStringLiteral("%1\n%2").arg(
-        name_, QString::fromUtf8(code == sqlite3_errcode(handle_) ? sqlite3_errmsg(handle_) : sqlite3_errstr(code))));
+    const char *const why = code == sqlite3_errcode(handle_) ? sqlite3_errmsg(handle_) : sqlite3_errstr(code);
+    throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                QStringLiteral("%1: %2\n%3").arg(textFor(code), name_, QString::fromUtf8(why)),
+                                {QByteArray::number(code), QString::fromUtf8(why)});
 }
 
 void SqliteFile::forEachRow(const QString &statement, const std::function<void(sqlite3_stmt *)> &take)
@@ -74,6 +89,12 @@ void SqliteFile::forEachRow(const QString &statement, const std::function<void(s
         take(prepared);
     if (code != SQLITE_DONE)
         refuseWith(code);
+}
+
+bool SqliteFile::tellsOfDamage(const runtime::RuntimeError &error)
+{
+    const int code = error.origin().server.state.toInt();
+    return code == SQLITE_NOTADB || code == SQLITE_CORRUPT || code == SQLITE_ERROR;
 }
 
 QStringList SqliteFile::ask(const QString &statement)
@@ -124,16 +145,9 @@ void SqliteFile::carry(const QStringList &rowSums)
 
 void SqliteFile::demandClinic()
 {
-    QString damage;
-    try {
-        const QStringList answer = ask(QStringLiteral("PRAGMA integrity_check(1)"));
-        if (answer != QStringList{QStringLiteral("ok")})
-            damage = answer.join(u'\n');
-    } catch (const runtime::RuntimeError &error) {
-        damage = error.description();
-    }
-    if (!damage.isEmpty())
-        refuse(QStringLiteral("손상된 데이터베이스 파일입니다: %1\n%2").arg(name_, damage));
+    const QStringList damage = ask(QStringLiteral("PRAGMA integrity_check(1)"));
+    if (damage != QStringList{QStringLiteral("ok")})
+        refuse(QStringLiteral("손상된 데이터베이스 파일입니다: %1\n%2").arg(name_, damage.join(u'\n')));
     const QString why = whyForeign();
     if (!why.isEmpty())
         refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(name_, why));

@@ -2,6 +2,7 @@
 
 #include "desk/backup/Backup.h"
 #include "desk/schema/Version.h"
+#include "platform/runtime/RuntimeError.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -22,6 +23,9 @@ public:
     ~SqliteFile();
     SqliteFile(const SqliteFile &) = delete;
     SqliteFile &operator=(const SqliteFile &) = delete;
+
+    /// Whether an error that one of these raised is for what the file holds, and not for a disk that could not be read.
+    static bool tellsOfDamage(const runtime::RuntimeError &error);
 
     /// The first column of every row. Raises RuntimeError.
     QStringList ask(const QString &statement);

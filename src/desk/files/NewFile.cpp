@@ -104,6 +104,12 @@ void NewFile::finish(Companions beside)
 {
     if (!permissions_.testFlag(QFile::WriteOwner))
         QFile::setPermissions(unfinished_, permissions_);
+    // A log that could not be played in when the engine closed the file: without it the file is not whole.
+    const QStringList companions = companionsOf(unfinished_);
+    for (const QString &companion : companions) {
+        if (QFileInfo::exists(companion))
+            refuse(QStringLiteral("파일을 끝까지 쓰지 못했습니다. 디스크를 확인한 뒤 다시 시도하십시오: ") + target_);
+    }
     syncFile(unfinished_);
     if (beside == Companions::Foreign)
         demandFreeName(target_);

@@ -4,6 +4,7 @@
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/ado/Transaction.h"
+#include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Operation.h"
 #include "products/GoneRow.h"
@@ -106,9 +107,10 @@ ProductOperations::Deletion ProductOperations::remove(ProductKey product)
         return Deletion::Gone;
     // A row that is shown may open a box, and the window may go beneath that.
     const QPointer<SaleSession> alive(&session_);
+    runtime::Attempt show; // it is deleted, whatever becomes of the lists
     for (const SaleSession::RecordsetPtr *list : {&session_.rsSaleProductListsManager, &session_.rsSaleProductLists}) {
         if (alive && *list && (*list)->isOpen())
-            (*list)->Requery();
+            show([&] { (*list)->Requery(); });
     }
     return Deletion::Deleted;
 }

@@ -244,7 +244,9 @@ Outcome OrderOperations::deleteOrder(const ShownOrder &order)
         read(&SaleSession::rsCustSaleMaster);
     read(&SaleSession::rsCustSaleDetails);
     read(&SaleSession::rsCustTranManage);
-    return show.failed() ? Outcome::Failed : outcome;
+    if (alive && show.failed())
+        alive->linesMayBeStale = true; // which is no failure of the deletion
+    return outcome;
 }
 
 Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
@@ -341,6 +343,8 @@ Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, co
 Outcome OrderOperations::recalculate(OrderKey order)
 {
     const bool done = clsFunctions().reCalculateOMTotal(masterDB(), order.number()) == 1;
-    opened(session_.rsCustSaleMaster).Requery();
+    runtime::Attempt show; // what is saved stays so when the list cannot be read
+    show([&] { opened(session_.rsCustSaleMaster).Requery(); });
+    session_.linesMayBeStale = session_.linesMayBeStale || show.failed();
     return done ? Outcome::Done : Outcome::Failed;
 }

@@ -88,7 +88,19 @@ void Recordset::Private::keep(const RowImage &image)
     currentIsUndone = false;
 }
 
-void Recordset::Private::refreshAfterRollback()
+void Recordset::Private::standOnWritten(int row)
+{
+    runtime::Attempt read;
+    read([&] { stand(row); });
+    if (!read.failed())
+        return;
+    discardPending();
+    position = row;
+    keep({});
+    currentIsUndone = true;
+}
+
+void Recordset::Private::refreshUndone()
 {
     if (currentIsUndone && atRow() && !adding && assigned.empty())
         keep(looksOnly ? rows->image(position) : rows->readAgain(position));
@@ -237,7 +249,7 @@ bool Recordset::Eof() const
 
 bool Recordset::isGone() const
 {
-    return d->atRow() && !d->adding && d->current.gone();
+    return d->atRow() && !d->adding && !d->currentIsUndone && d->current.gone();
 }
 
 void Recordset::MoveFirst()
@@ -293,7 +305,7 @@ int Recordset::columnIndex(const QString &field) const
 QVariant Recordset::value(const QString &field) const
 {
     const int column = d->column(field);
-    d->refreshAfterRollback();
+    d->refreshUndone();
     if (const Column *own = d->rows->shape().baseColumn(field)) {
         if (const auto pending = d->assigned.find(own); pending != d->assigned.end())
             return pending->second;

@@ -23,6 +23,7 @@ using Bookmark = QVariant;
 /// columns, under the condition that these still are as last read: edits of different columns do not collide. Delete
 /// compares every base column. No row hit raises Conflict. What was assigned stays pending after a failed Update, until a
 /// move, CancelUpdate, Resync or Requery discards it.
+/// What was written stays so when the row cannot be read after it: it is read again when it is asked for.
 /// A row that another desk deleted stays a member; reading a value of it raises Conflict.
 /// After a rollback of a transaction the rows are those that are stored: what was read, added and deleted in it is undone.
 /// Static and client-side: all rows are read once, into flat cells; Sort orders them in memory. They are looked at and read

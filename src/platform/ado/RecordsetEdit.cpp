@@ -58,8 +58,7 @@ void Recordset::Private::updateRow()
         command.value(parameter(value));
     }
     requireTouched(layer.write(conditions(std::move(command), Compared::Assigned)));
-    discardPending();
-    keep(rows->readAgain(position));
+    standOnWritten(position);
 }
 
 void Recordset::Private::insertRow()
@@ -88,8 +87,7 @@ void Recordset::Private::insertRow()
             ErrorNumber::Database,
             QStringLiteral("새로 입력한 내용이 저장되지 않았습니다. 다시 시도하고, 계속되면 개발사로 문의하십시오."));
     discardPending();
-    position = rows->append(answer.value(0, 0));
-    keep(rows->readAgain(position));
+    standOnWritten(rows->append(answer.value(0, 0)));
 }
 
 void Recordset::Private::deleteRow()
@@ -103,7 +101,7 @@ void Recordset::Private::deleteRow()
 void Recordset::setValue(const QString &field, const QVariant &value)
 {
     const Column *const column = d->writable(field);
-    d->refreshAfterRollback();
+    d->refreshUndone();
     d->requireCurrent();
     d->assigned[column] = assigned(value, column->type);
 }
@@ -144,11 +142,11 @@ void Recordset::Delete()
     if (d->adding || !d->takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("삭제할 수 없는 행입니다."));
     d->discardPending();
-    d->refreshAfterRollback();
+    d->refreshUndone();
     d->requireCurrent();
     const int removed = d->position;
     d->deleteRow();
-    d->stand(std::min(removed, d->rows->count() - 1));
+    d->standOnWritten(std::min(removed, d->rows->count() - 1));
     const QPointer<Recordset> alive(this);
     emit rowRemoved(removed);
     if (alive)

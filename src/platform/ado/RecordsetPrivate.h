@@ -22,7 +22,7 @@ struct Recordset::Private
     int position = 0;               ///< rows->count() at the end
     RowImage current;               ///< as it was when it became current; what Update compares with
     quint64 currentReadIn = 0;      ///< serial of the transaction that it was read in, 0 for none
-    bool currentIsUndone = false;   ///< and that was rolled back
+    bool currentIsUndone = false;   ///< and that was rolled back, or could not be read after a writing
     QMetaObject::Connection rollbackBond;
 
     bool looksOnly = false; ///< a clone: it takes rows as they were last read by whoever read them
@@ -42,8 +42,10 @@ struct Recordset::Private
     /// Makes the row current, read anew; at the end of the set there is nothing to read.
     void stand(int row);
     void keep(const RowImage &image);
-    /// An image that this desk wrote and then rolled back is no longer what the server holds.
-    void refreshAfterRollback();
+    /// After a writing, which no failed reading makes undone: then the row is read when it is asked for.
+    void standOnWritten(int row);
+    /// An image that is no longer what the server holds, as after a rollback of what this desk wrote.
+    void refreshUndone();
     /// Opens the list again, on the same row and with what is pending.
     void reload();
 

@@ -125,7 +125,7 @@ void SqliteDriver::openSession()
         connectionLost(why);
     }
     sqlite3_busy_handler(handle_, waitForOtherDesk, nullptr);
-    run("PRAGMA journal_mode = WAL");
+    keepsLog_ = false;
     run("PRAGMA synchronous = FULL"); // this is money: a committed sale survives a power cut
     run("PRAGMA cache_size = -65536");
     installLikeOperator(handle_);
@@ -157,12 +157,34 @@ void SqliteDriver::requireFileInPlace()
                        "파일을 확인한 뒤 다시 시도하십시오."));
 }
 
+void SqliteDriver::keepLog()
+{
+    if (keepsLog_)
+        return;
+    run("PRAGMA journal_mode = WAL");
+    keepsLog_ = true;
+}
+
+void SqliteDriver::refuseLast() const
+{
+    const int code = sqlite3_extended_errcode(handle_);
+    const QString why = QString::fromUtf8(sqlite3_errmsg(handle_));
+    if ((code & 0xff) != SQLITE_CORRUPT && (code & 0xff) != SQLITE_NOTADB)
+        refuse(why, QByteArray::number(code));
+    throw runtime::RuntimeError(
+        runtime::ErrorNumber::Database,
+        QStringLiteral("데이터베이스 파일이 아니거나 손상된 파일입니다.\n데스크를 모두 닫고 마지막 백업을 "
+                       "되돌리십시오.\n(%1)")
+            .arg(why),
+        {QByteArray::number(code), why});
+}
+
 CellTable SqliteDriver::read(const Command &select)
 {
     requireSession();
     const Statement statement(prepared_, handle_, select);
     if (statement.failed())
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
+        refuseLast();
     sqlite3_stmt *const row = statement.get();
     int step = sqlite3_step(row);
     CellTable table(describe(row, select.text()));
@@ -172,22 +194,24 @@ CellTable SqliteDriver::read(const Command &select)
             addCell(table, sqlite3_column_value(row, column));
     }
     if (step != SQLITE_DONE)
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
+        refuseLast();
     return table;
 }
 
 int SqliteDriver::write(const Command &text)
 {
-    if (!holdsTransaction())
+    if (!holdsTransaction()) {
         requireFileInPlace();
+        keepLog();
+    }
     const Statement statement(prepared_, handle_, text);
     if (statement.failed())
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
+        refuseLast();
     int step = SQLITE_ROW;
     while (step == SQLITE_ROW)
         step = sqlite3_step(statement.get());
     if (step != SQLITE_DONE)
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
+        refuseLast();
     return sqlite3_changes(handle_);
 }
 
@@ -195,12 +219,13 @@ void SqliteDriver::run(const char *statement)
 {
     requireSession();
     if (sqlite3_exec(handle_, statement, nullptr, nullptr, nullptr) != SQLITE_OK)
-        refuse(QString::fromUtf8(sqlite3_errmsg(handle_)), QByteArray::number(sqlite3_extended_errcode(handle_)));
+        refuseLast();
 }
 
 void SqliteDriver::begin()
 {
     requireFileInPlace();
+    keepLog();
     // A deferred one would fail at its first write, without waiting, when another desk committed since its first read.
     run("BEGIN IMMEDIATE");
 }

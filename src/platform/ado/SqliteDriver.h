@@ -33,6 +33,11 @@ protected:
 
 private:
     void run(const char *statement);
+    /// Writes go into a log beside the file. Set with the first one: what is only looked at may be no clinic, and stays as
+    /// it is.
+    void keepLog();
+    /// What the engine said last.
+    [[noreturn]] void refuseLast() const;
     /// The engine takes no null handle.
     void requireSession() const;
     /// Ends the session and raises ConnectionLost when the file has another name now or none: nobody would find again what
@@ -40,7 +45,8 @@ private:
     void requireFileInPlace();
 
     const QString file_;
-    bool mayMake_;              ///< until it was opened once: a file that is gone must not come back empty
+    bool mayMake_; ///< until it was opened once: a file that is gone must not come back empty
+    bool keepsLog_ = false;
     sqlite3 *handle_ = nullptr; ///< null while there is no session
     PreparedStatements prepared_;
 };

@@ -1,0 +1,213 @@
+#include "tests/faults/Desk.h"
+
+#include "data/clsSQL.h"
+#include "desk/schema/Schema.h"
+#include "money/OutstandingMoney.h"
+#include "session/modGlobalVars.h"
+#include "settings/clsProperties.h"
+
+namespace {
+
+const OrderKey order{1};
+const CustomerKey customer{1};
+
+bool done(Outcome outcome)
+{
+    return outcome == Outcome::Done;
+}
+
+bool done(SaveOutcome outcome)
+{
+    return outcome == SaveOutcome::Saved;
+}
+
+EntryLine line(Desk &desk)
+{
+    EntryLine typed{0, QStringLiteral("100"), QStringLiteral("2"), {}, {}};
+    desk.orders.takeCurrentProduct(typed);
+    return typed;
+}
+
+bool saveOrder(Desk &desk)
+{
+    OrderEdit edit{QStringLiteral("부산시"), QStringLiteral("010"), QStringLiteral("051"), QStringLiteral("문앞"),
+                   QStringLiteral("단골"),   QStringLiteral("100"), QStringLiteral("900"), true,
+                   QDate(2026, 11, 21)};
+    OrderSave save(desk.session);
+    save.begin({});
+    return done(save.save(edit));
+}
+
+bool takeBack(Desk &desk, const QDate &date)
+{
+    return done(desk.returns.takeBack(desk.returns.currentLine(),
+                                      {-1, date, QStringLiteral("상함"), runtime::Currency::fromWon(900)}));
+}
+
+ledger::Row row(qint16 intOperator)
+{
+    return {customer, order, QDate(2026, 11, 24), intOperator, 300, ledger::CashMethod};
+}
+
+LedgerEntry entry()
+{
+    return {QDate(2026, 11, 23),    ledger::Payment,
+            QStringLiteral("01"),   runtime::Currency::fromWon(700),
+            QStringLiteral("카드"), true};
+}
+
+bool payFirst(Desk &desk)
+{
+    ledger::appendFirstPayment(*gcnnMasterDB, {customer, OrderKey(2), QDate(2026, 11, 24), 10, 20, 300, 400});
+    ledger::addOutstanding(*desk.session.rsCustSaleMaster, OrderKey(2), runtime::Currency::fromWon(270));
+    return true;
+}
+
+ProductEdit product()
+{
+    return {QStringLiteral("차"), QStringLiteral("쌍화차"), QStringLiteral("4000"), QStringLiteral("새것"), true, true,
+            QDate(2026, 11, 24)};
+}
+
+bool changeProduct(Desk &desk)
+{
+    desk.products.beginChange();
+    return done(desk.products.change(product()));
+}
+
+IncomingEdit purchase()
+{
+    return {QStringLiteral("1"),    QStringLiteral("12"),   QStringLiteral("1000"), QStringLiteral("500"),
+            QStringLiteral("9500"), QStringLiteral("외상"), QDate(2026, 11, 24)};
+}
+
+const DealerEdit dealer{QStringLiteral("동의"), QStringLiteral("1-2"),  QStringLiteral("대구"),
+                        QStringLiteral("053"),  QStringLiteral("새로"), false};
+
+bool deleteLedgerRow(Desk &desk)
+{
+    desk.session.rsCustTranManage->Delete();
+    return true;
+}
+
+bool saveProperty(const char *key)
+{
+    clsProperties().PropValue(QString::fromUtf8(key), QStringLiteral("값"));
+    return true;
+}
+
+constexpr Work all[] = {
+    {"line on a new order", [](Desk &d) { return done(d.orders.addDetailToNewOrder(line(d))); }, 3},
+    {"line on the selected order", [](Desk &d) { return done(d.orders.addDetailToSelectedOrder(order, line(d))); }, 2},
+    {"delete a line", [](Desk &d) { return done(d.orders.deleteDetail(order, LineKey(1))); }, 2},
+    {"delete an order", [](Desk &d) { return done(d.orders.deleteOrder(order)); }},
+    {"save an order", saveOrder},
+    {"return on the sale's day", [](Desk &d) { return takeBack(d, QDate(2026, 11, 20)); }, 3},
+    {"return on a new order", [](Desk &d) { return takeBack(d, QDate(2026, 11, 24)); }, 4},
+    {"first payment", payFirst, 5},
+    {"further payment",
+     [](Desk &) {
+         ledger::insertRow(*gcnnMasterDB, row(ledger::Refund));
+         return true;
+     }},
+    {"payment by the form", [](Desk &d) { return ledger::addFormEntry(d.session, order, entry()); }},
+    {"change a ledger row by the form",
+     [](Desk &d) { return ledger::changeFormEntry(d.session, order, LedgerKey(1), entry()); }},
+    {"change a ledger row",
+     [](Desk &) {
+         ledger::updateRow(*gcnnMasterDB, LedgerKey(1), row(ledger::Cut));
+         return true;
+     }},
+    {"delete a ledger row", deleteLedgerRow},
+    {"collect outstanding money",
+     [](Desk &) {
+         outstanding::pay(*gcnnMasterDB, row(ledger::Payment));
+         return true;
+     }},
+    {"add a product", [](Desk &d) { return done(d.products.add(product())); }},
+    {"change a product", changeProduct},
+    {"delete a product",
+     [](Desk &d) { return d.products.remove(ProductKey(2)) == ProductOperations::Deletion::Deleted; }},
+    {"add a purchase", [](Desk &d) { return done(d.purchases.add(ProductKey(1), purchase())); }},
+    {"change a purchase", [](Desk &d) { return done(d.purchases.change(IncomingKey(1), purchase())); }},
+    {"delete a purchase",
+     [](Desk &d) {
+         d.purchases.remove(IncomingKey(1));
+         return true;
+     }},
+    {"add a dealer", [](Desk &d) { return done(d.dealers.add(dealer)); }},
+    {"change a dealer", [](Desk &d) { return done(d.dealers.change(DealerKey(2), dealer)); }},
+    {"delete a dealer", [](Desk &d) { return d.dealers.remove(DealerKey(2)) == DealerOperations::Deletion::Deleted; }},
+    {"a new property", [](Desk &) { return saveProperty("새로운"); }, 1, false},
+    {"change a property", [](Desk &) { return saveProperty("shop"); }, 1, false},
+};
+
+const char *const filling[] = {
+    "INSERT INTO Customer (name, sn) VALUES ('김환자', '41')",
+    "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_AddedDate) VALUES "
+    "('차', '홍삼', 1000, 1, 1, '2026-01-02'), ('차', '감초차', 500, 0, 1, '2026-01-02')",
+    "INSERT INTO tPSCompanyMaster (CM_Name, CM_IsValid) VALUES ('한빛', 1), ('새봄', 1)",
+    "INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_Total) VALUES (1, 1, '2026-01-03', 9, "
+    "700, 6300), (1, 1, '2026-01-04', 1, 700, 700)",
+    "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, "
+    "OrdM_Total, OrdM_Misugum) VALUES (1, '2026-11-20', 1, 2700, 0, 300, 2700, 500), (1, '2026-11-19', 1, 1000, 0, 0, "
+    "1000, 0)",
+    "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) VALUES "
+    "(1, 1, 1000, 100, 2, 0), (1, 1, 1000, 100, 1, 0), (2, 1, 1000, 0, 1, 0)",
+    "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+    "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-11-20', 3, 2200, '00'), (1, 1, '2026-11-20', 3, 1, '01')",
+    "INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('shop', '한의원')",
+};
+
+void openRows(SaleSession::RecordsetPtr &rows, const QString &source)
+{
+    if (!rows)
+        rows = std::make_unique<ado::Recordset>();
+    if (rows->isOpen())
+        rows->Requery();
+    else
+        rows->Open(source, gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+}
+
+} // namespace
+
+std::span<const Work> works()
+{
+    return all;
+}
+
+void makeClinic(const QString &file)
+{
+    const ado::ConnectionPtr clinic = ado::Connection::open(QStringLiteral("sqlite:") + file, true);
+    schema::createSchema(*clinic);
+    for (const char *statement : filling)
+        clinic->Execute(QString::fromUtf8(statement));
+    // Closed with its log played in, and as --make leaves it: the desk that opens it first sets the mode.
+    clinic->Execute(QStringLiteral("PRAGMA journal_mode = DELETE"));
+}
+
+Desk::Desk(const QString &file)
+{
+    gcnnMasterDB = ado::Connection::open(QStringLiteral("sqlite:") + file);
+    session.customer.lngCustPK = customer.number();
+    session.customer.address = QStringLiteral("서울시");
+    readAnew();
+}
+
+void Desk::readAnew()
+{
+    openRows(session.rsSaleProductLists, clsSQL().getProductMasterSQL(false));
+    openRows(session.rsSaleProductListsManager, clsSQL().getProductMasterSQL(true));
+    openRows(session.rsCustSaleMaster, clsSQL().getOrderMasterSQL(customer.number()));
+    session.rsCustSaleMaster->setBookmark(order.bookmark());
+    openRows(session.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order.number()));
+    openRows(session.rsCustTranManage, clsSQL().getCustTranSQL(customer.number(), order.number()));
+    openRows(session.rsProductIncoming, clsSQL().getProdIncomingSQL(1));
+    openRows(session.rsCompanyMaster, clsSQL().getCmpnyMstrSQL());
+}
+
+Desk::~Desk()
+{
+    session.release();
+    gcnnMasterDB.reset();
+}
