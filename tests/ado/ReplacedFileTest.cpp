@@ -106,8 +106,9 @@ TEST_P(ReplacedFile, IsNotReadWithTheLogOfTheOneBefore)
     EXPECT_EQ(paid(desk_), GetParam() ? 0 : 1);
     pay();
     EXPECT_EQ(paid(ado::Connection::open(desk_->address())), GetParam() ? 1 : 2);
-    if (GetParam())
+    if (GetParam()) {
         EXPECT_EQ(paid(ado::Connection::open(QStringLiteral("sqlite:") + before)), 1) << "what was paid is not lost";
+    }
 }
 
 TEST_P(ReplacedFile, AcknowledgesNoCommit)
