@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A small clinic and a desk that logs in with the role of host/schema/desk-role.sql.
+/// A small clinic and a desk that logs in with the role of desk-role.sql.
 class DeskRole : public testing::Test
 {
 protected:
@@ -105,7 +105,7 @@ TEST_F(DeskRole, MayNothingElse)
              "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
              "SELECT nextval('tpsordermaster_ordm_pk_seq')",
              "SELECT last_value FROM tpsordermaster_ordm_pk_seq",
-             "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK) VALUES (2147483647, 1)",
+             "INSERT INTO tPSCompanyMaster (CM_PK, CM_Name) VALUES (2147483647, 'x')",
              "UPDATE tPSTransaction SET tpstrans_PK = 2147483647 WHERE tpstrans_PK = 1",
              "SELECT pg_read_file('/etc/hostname')",
              "SELECT lo_from_bytea(0, 'x')",

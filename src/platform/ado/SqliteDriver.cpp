@@ -132,6 +132,7 @@ void SqliteDriver::openSession()
     run("PRAGMA cache_size = -65536");
     installLikeOperator(handle_);
     mayMake_ = file_ == QLatin1String(":memory:");
+    run("PRAGMA schema_version"); // the first reading opens the log
     ownFile_ = identityOf(file_);
     ownLog_ = identityOf(log());
 }

@@ -18,7 +18,7 @@ struct Desk
 {
     ado::ConnectionPtr connection;
     automation::ObjectPtr sale;
-    std::shared_ptr<ado::Recordset> list;
+    std::shared_ptr<ado::Recordset> list = {};
 };
 
 /// Goes after main, the toolkit and whatever the libraries hold.
