@@ -282,7 +282,9 @@ TEST_F(CommandLine, KeepsALogOfErrorsWhoseNameTheHelpTells)
 TEST_F(CommandLine, WorksOnWithoutALogAndSaysSoOnce)
 {
     write(QStringLiteral("zelvo-desk"), {}); // where the folder should be
-    const auto complaints = [](const Outcome &outcome) { return outcome.complaint.count("기록 파일을 쓸 수 없습니다"); };
+    const auto complaints = [](const Outcome &outcome) {
+        return outcome.complaint.count("기록 파일을 쓸 수 없습니다");
+    };
     const Outcome made = desk("--make small --database sqlite:~clinic.db");
     EXPECT_EQ(made.status, 0);
     EXPECT_EQ(complaints(made), 1) << made.complaint.toStdString();
