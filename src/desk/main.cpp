@@ -2,6 +2,8 @@
 #include "desk/backup/Backup.h"
 #include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
+#include "desk/files/Writable.h"
+#include "desk/sample/FirstUse.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
@@ -19,10 +21,12 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTextStream>
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -34,14 +38,11 @@ int complain(const QString &why)
     return CannotStart;
 }
 
-/// The small clinic of a user who names no database is made on first use.
-void makeDefaultClinic()
+const QString FilePrefix = QStringLiteral("sqlite:");
+
+[[noreturn]] void refuse(const QString &what)
 {
-    const QString file = desk::defaultDatabase().section(QLatin1Char(':'), 1);
-    if (QFile::exists(file))
-        return;
-    QDir().mkpath(QFileInfo(file).path());
-    sample::makeClinic(desk::defaultDatabase(), sample::Size::Small);
+    throw runtime::RuntimeError(runtime::ErrorNumber::Database, what);
 }
 
 QString addressOf(const desk::Options &options)
@@ -58,10 +59,8 @@ ado::ConnectionPtr openClinic(const QString &address)
         throw error.toldAs(error.number(), ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
     if (!schema::hasSchema(*connection))
-        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
-                                    QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ")
-                                        + ado::addressToShow(address)
-                                        + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
+        refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + ado::addressToShow(address)
+               + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
     schema::demandNoNewer(*connection);
     return connection;
 }
@@ -93,6 +92,32 @@ int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplicat
     return application.exec();
 }
 
+/// The clinic that a desk is to work on all day: what it could not write is told now and not at the first sale.
+ado::ConnectionPtr openForWork(const desk::Options &options)
+{
+    const QString address = addressOf(options);
+    if (address.startsWith(FilePrefix)) {
+        const QString file = address.mid(FilePrefix.size());
+        if (options.database.isEmpty())
+            sample::makeOnFirstUse(file);
+        if (const QString trouble = files::troubleWithDatabase(file); !trouble.isEmpty())
+            refuse(trouble);
+    }
+    return openClinic(address);
+}
+
+/// Settings lie there, and what registers the component of a desk that is not installed. Returns what stands in the way of
+/// the settings only.
+QString registerSale()
+{
+    desk::SaleComponent::registerSale();
+    const QString trouble =
+        files::troubleWithFolder(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    if (!trouble.isEmpty() && automation::classRegister::libraryOf(desk::SaleComponent::ProgramId).isEmpty())
+        refuse(trouble);
+    return trouble;
+}
+
 /// Whoever times the start reads the line; the program's end is no part of it.
 void tellAndQuit()
 {
@@ -103,12 +128,11 @@ void tellAndQuit()
 int start(const desk::Options &options, QApplication &application)
 {
     desk::dressUp(application);
-    desk::SaleComponent::registerSale();
-    if (options.database.isEmpty())
-        makeDefaultClinic();
-    const ado::ConnectionPtr connection = openClinic(addressOf(options));
-    const QString notice = schema::upgradeNotice(*connection);
-    if (!notice.isEmpty())
+    QStringList notices{registerSale()};
+    const ado::ConnectionPtr connection = openForWork(options);
+    notices << schema::upgradeNotice(*connection);
+    notices.removeAll(QString());
+    for (const QString &notice : std::as_const(notices))
         QTextStream(stderr) << QStringLiteral("desk: ") << notice << Qt::endl;
     desk::FirstPaint firstPaint;
     QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, [&options] {
@@ -119,7 +143,7 @@ int start(const desk::Options &options, QApplication &application)
     if (options.patient)
         return sellTo(*options.patient, options.manage, connection, application);
     desk::DeskWindow window(connection);
-    window.setNotice(notice);
+    window.setNotice(notices.join(u'\n'));
     window.show();
     return application.exec();
 }

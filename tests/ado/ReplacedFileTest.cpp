@@ -1,5 +1,7 @@
 #include "tests/ado/Desks.h"
 
+#include <QThread>
+
 #include <filesystem>
 
 namespace {
@@ -72,6 +74,41 @@ TEST_P(ReplacedFile, TakesNoTransactionThatBeginsOrEndsInIt)
     EXPECT_EQ(errorOf([&] { pay(); }), ErrorNumber::ConnectionLost);
     desk_->RollbackTrans();
     expectNothingWrittenAnywhere();
+}
+
+TEST_P(ReplacedFile, IsNotReadWithTheLogOfTheOneBefore)
+{
+    pay(); // which stands in the log
+    const auto rename = [](const QString &from, const QString &to) {
+        std::filesystem::rename(from.toStdU16String(), to.toStdU16String());
+    };
+    const QString before = folder_.filePath(QStringLiteral("before.db"));
+    const QString another = folder_.filePath(QStringLiteral("another.db"));
+    rename(file_, before);
+    if (GetParam()) {
+        make(another);
+        rename(another, file_);
+    }
+    EXPECT_EQ(errorOf([&] { pay(); }), ErrorNumber::ConnectionLost);
+    try {
+        paid(desk_);
+        ADD_FAILURE() << "read";
+    } catch (const runtime::RuntimeError &error) {
+        EXPECT_TRUE(error.description().contains(file_)) << error.description().toStdString();
+    }
+    if (GetParam()) {
+        for (const char *suffix : {"-wal", "-shm"})
+            rename(file_ + QLatin1String(suffix), before + QLatin1String(suffix));
+    } else {
+        rename(before, file_); // the log is its own
+    }
+    QThread::msleep(1100); // a desk does not try again more than once a second
+    EXPECT_EQ(paid(desk_), GetParam() ? 0 : 1);
+    pay();
+    EXPECT_EQ(paid(ado::Connection::open(desk_->address())), GetParam() ? 1 : 2);
+    if (GetParam()) {
+        EXPECT_EQ(paid(ado::Connection::open(QStringLiteral("sqlite:") + before)), 1) << "what was paid is not lost";
+    }
 }
 
 TEST_P(ReplacedFile, AcknowledgesNoCommit)

@@ -7,6 +7,8 @@
 #include <sqlite3.h>
 
 #include <cstdlib>
+#include <functional>
+#include <thread>
 
 using ado::AbandonedTransactions;
 
@@ -456,4 +458,37 @@ TEST(SqliteConnection, RefusesAMissingFileUnlessItMayMakeOne)
     text.close();
     EXPECT_TRUE(errorOf([&] { ado::Connection::open(QStringLiteral("sqlite:") + text.fileName()); }));
     EXPECT_EQ(errorOf([&] { ado::Connection::open(QStringLiteral("nosuch:x")); }), ErrorNumber::ConnectionLost);
+}
+
+TEST(AnotherThread, IsRefusedWithAnError)
+{
+    TestDatabase clinic(ado::Engine::SQLite);
+    const ado::ConnectionPtr &desk = clinic.connection();
+    clinic.run("INSERT INTO t_HospSetup (HS_KEY) VALUES ('a')");
+    Recordset rows;
+    rows.Open(QStringLiteral("SELECT * FROM t_HospSetup"), desk, CursorType::Keyset, LockType::Optimistic);
+    desk->BeginTrans();
+    const std::function<void()> calls[]{
+        [&] { ado::Connection::open(desk->address()); },
+        [&] { desk->Execute(QStringLiteral("DELETE FROM t_HospSetup")); },
+        [&] { desk->read(QStringLiteral("SELECT 1")); },
+        [&] { desk->BeginTrans(); },
+        [&] { desk->CommitTrans(); },
+        [&] { desk->RollbackTrans(); },
+        [&] { Recordset().Open(rows.source(), desk, CursorType::Static, LockType::ReadOnly); },
+        [&] { rows.value("HS_KEY"); },
+        [&] { rows.setValue("HS_Value", 1); },
+        [&] { rows.AddNew(); },
+        [&] { rows.Delete(); },
+        [&] { rows.MoveNext(); },
+        [&] { rows.Requery(); },
+        [&] { rows.Close(); },
+    };
+    for (const std::function<void()> &call : calls) {
+        std::optional<ErrorNumber> error;
+        std::thread([&] { error = errorOf(call); }).join();
+        EXPECT_EQ(error, ErrorNumber::InvalidCall) << &call - calls;
+    }
+    EXPECT_TRUE(desk->inTransaction() && rows.isOpen() && rows.currentRow() == 0);
+    EXPECT_EQ(clinic.rows("SELECT HS_KEY FROM t_HospSetup"), QStringList("a"));
 }

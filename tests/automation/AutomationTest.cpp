@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <thread>
 
 using runtime::Currency;
 using runtime::ErrorNumber;
@@ -222,4 +223,16 @@ TEST_F(CallByName, TellsAnUnknownMemberFromWrongArguments)
     for (const auto &c : cases)
         EXPECT_EQ(errorOf([&] { call(c.member, c.arguments); }), c.error) << c.member;
     EXPECT_EQ(call("Count"), 0) << "a refused call does nothing";
+}
+
+TEST_F(CallByName, IsRefusedOnAnotherThread)
+{
+    std::optional<ErrorNumber> called, created;
+    std::thread([&] {
+        called = errorOf([&] { call("Add", {1}); });
+        created = errorOf([] { automation::createObject(till); });
+    }).join();
+    EXPECT_EQ(called, ErrorNumber::InvalidCall);
+    EXPECT_EQ(created, ErrorNumber::InvalidCall);
+    EXPECT_EQ(call("Count"), 0);
 }

@@ -1,4 +1,5 @@
 #include "desk/backup/Backup.h"
+#include "desk/backup/PostgresTool.h"
 #include "desk/check/Examination.h"
 #include "desk/files/NewFile.h"
 #include "desk/sample/Clinic.h"
@@ -377,6 +378,22 @@ TEST(BackupOfAServer, LeavesNothingInAnEmptyDatabaseWhenItCannotBeRestored)
     EXPECT_ANY_THROW(backup::restore(empty.address(), file));
     EXPECT_EQ(empty.value(things), "0");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST(BackupOfAServer, HandsNoOptionThatMayBeASecretOverAmongTheArguments)
+{
+    TestDatabase server(ado::Engine::PostgreSQL, false);
+    const QString secrets = QStringLiteral("&password=s3cret&sslpassword=s3cret&application_name=s3cret");
+    const backup::PostgresPlace place = backup::PostgresPlace::of(server.address() + secrets);
+    EXPECT_FALSE(place.connection.contains("s3cret")) << place.connection.toStdString();
+    const QByteArray said = backup::runPostgresTool(
+        QStringLiteral("psql"),
+        {QStringLiteral("--dbname=") + place.connection, QStringLiteral("-Atc"),
+         QStringLiteral("SELECT current_database() || ' ' || current_setting('application_name')")},
+        place);
+    EXPECT_EQ(said, server.serverDatabase().toUtf8() + " s3cret\n");
+    for (const char *unfit : {"&service=x", "%20"})
+        EXPECT_THROW(backup::PostgresPlace::of(server.address() + secrets + unfit), runtime::RuntimeError) << unfit;
 }
 
 TEST(BackupOfAFile, LeavesAloneWhatLiesBesideItsNames)

@@ -10,6 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
 #include <ostream>
 
 namespace {
@@ -26,16 +30,18 @@ class CommandLine : public testing::Test
 {
 protected:
     /// "~" stands for the folder.
-    Outcome desk(QString arguments)
+    void start(QProcess &process, QString arguments) const
     {
-        QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *folder : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "XDG_STATE_HOME", "HOME"})
             environment.insert(QString::fromLatin1(folder), folder_.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         process.setProcessEnvironment(environment);
         process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/desk"),
-                      arguments.replace("~", folder_.path() + "/").split(' '));
+                      arguments.replace("~", folder_.path() + "/").split(' ', Qt::SkipEmptyParts));
+    }
+    static Outcome outcomeOf(QProcess &process)
+    {
         if (!process.waitForFinished(60'000)) {
             process.kill();
             process.waitForFinished();
@@ -44,6 +50,23 @@ protected:
         const int status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
         return {status, QString::fromUtf8(process.readAllStandardOutput()),
                 QString::fromUtf8(process.readAllStandardError())};
+    }
+    Outcome desk(const QString &arguments) const
+    {
+        QProcess process;
+        start(process, arguments);
+        return outcomeOf(process);
+    }
+    /// By a user to whom permissions matter.
+    Outcome deskOfNobody(const QString &arguments) const
+    {
+        QProcess process;
+        process.setChildProcessModifier([] {
+            if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0))
+                std::_Exit(3);
+        });
+        start(process, arguments);
+        return outcomeOf(process);
     }
 
     QString inFolder(const QString &name) const { return folder_.filePath(name); }
@@ -61,6 +84,7 @@ protected:
         ASSERT_TRUE(tool.waitForFinished() && tool.exitCode() == 0) << tool.readAllStandardError().toStdString();
     }
 
+    static constexpr unsigned nobody = 65534;
     QTemporaryDir folder_;
 };
 
@@ -125,6 +149,58 @@ TEST_F(CommandLine, MakesTheDefaultClinicInTheUsersFolder)
     EXPECT_EQ(desk("--make small").status, 0);
     EXPECT_TRUE(QFile::exists(inFolder(QStringLiteral("zelvo-desk/small.db"))));
     EXPECT_EQ(desk("--make small").status, 2);
+}
+
+TEST_F(CommandLine, MakesTheDefaultClinicOnceWhenManyDesksStartAtOnce)
+{
+    std::array<QProcess, 8> desks;
+    for (QProcess &process : desks)
+        start(process, QStringLiteral("--until-shown"));
+    for (QProcess &process : desks) {
+        const Outcome outcome = outcomeOf(process);
+        EXPECT_EQ(outcome.status, 0) << outcome.complaint.toStdString();
+    }
+    EXPECT_EQ(QDir(inFolder(QStringLiteral("zelvo-desk"))).entryList({"small*"}, QDir::Files), QStringList("small.db"));
+}
+
+TEST_F(CommandLine, SaysAtTheStartWhatItCannotWrite)
+{
+    const QString make = "--make small --database sqlite:~db/clinic.db";
+    const QString open = "--until-shown --database sqlite:~db/clinic.db";
+    for (const char *folder : {"db", "zelvo-desk"})
+        ASSERT_TRUE(QDir().mkpath(inFolder(QLatin1String(folder))));
+    const auto giveToNobody = [this](const char *name) {
+        return ::geteuid() != 0 || ::chown(qPrintable(inFolder(QLatin1String(name))), nobody, nobody) == 0;
+    };
+    ASSERT_TRUE(giveToNobody("") && giveToNobody("db") && giveToNobody("zelvo-desk"));
+    ASSERT_EQ(deskOfNobody(make).status, 0);
+    write(QStringLiteral("db/clinic.db-wal"), {});
+    ASSERT_TRUE(giveToNobody("db/clinic.db-wal"));
+    const struct
+    {
+        const char *locked; ///< read-only meanwhile
+        QString arguments;
+        int status;
+    } starts[]{
+        {"", open, 2}, // the later starts find the component registered, and can do without
+        {"db/clinic.db", open, 2},
+        {"db/clinic.db-wal", open, 2},
+        {"db", open, 2},
+        {"zelvo-desk", "--until-shown", 2},
+        {"nothing", open, 0},
+        {"", open, 0},
+    };
+    for (const auto &start : starts) {
+        const QString locked = QDir::cleanPath(inFolder(QLatin1String(start.locked)));
+        const QFile::Permissions before = QFile::permissions(locked);
+        QFile::setPermissions(locked, before & ~(QFile::WriteOwner | QFile::WriteUser));
+        const Outcome outcome = deskOfNobody(start.arguments);
+        QFile::setPermissions(locked, before);
+        EXPECT_EQ(outcome.status, start.status) << start.locked;
+        EXPECT_EQ(outcome.complaint.contains("권한을 확인하십시오: " + locked + '\n'), QFile::exists(locked))
+            << start.locked << '\n'
+            << outcome.complaint.toStdString();
+    }
 }
 
 TEST_F(CommandLine, ChecksBacksUpAndRestores)
@@ -206,9 +282,13 @@ TEST_F(CommandLine, KeepsALogOfErrorsWhoseNameTheHelpTells)
 TEST_F(CommandLine, WorksOnWithoutALogAndSaysSoOnce)
 {
     write(QStringLiteral("zelvo-desk"), {}); // where the folder should be
-    const Outcome outcome = desk("--make small --database sqlite:~clinic.db");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.complaint.count("기록 파일을 쓸 수 없습니다"), 1) << outcome.complaint.toStdString();
+    const auto complaints = [](const Outcome &outcome) {
+        return outcome.complaint.count("기록 파일을 쓸 수 없습니다");
+    };
+    const Outcome made = desk("--make small --database sqlite:~clinic.db");
+    EXPECT_EQ(made.status, 0);
+    EXPECT_EQ(complaints(made), 1) << made.complaint.toStdString();
+    EXPECT_EQ(complaints(desk("--check --database sqlite:~none.db")), 1) << "with an error to keep, too";
 }
 
 TEST_F(CommandLine, MakesAnEmptyClinicWithoutShowingThePassword)

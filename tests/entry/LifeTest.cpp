@@ -18,6 +18,21 @@ protected:
     {
         return registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QLatin1String(key));
     }
+    void expectCleanEnd(const QStringList &arguments) const
+    {
+        QProcess host;
+        host.setProcessChannelMode(QProcess::MergedChannels);
+        QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
+        surroundings.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.path());
+        host.setProcessEnvironment(surroundings);
+        host.start(besideTest("test_leaving_host"), arguments);
+        EXPECT_TRUE(host.waitForFinished(60'000));
+        EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(host.exitCode(), 0);
+        QStringList complaints = QString::fromUtf8(host.readAll()).split(u'\n', Qt::SkipEmptyParts);
+        complaints.removeIf([](const QString &line) { return line.startsWith(u"This plugin does not support"); });
+        EXPECT_EQ(complaints.join(u'\n').toStdString(), "");
+    }
 };
 
 /// Works every control of the window as a curious hand does; dialogs and menus that open are closed again.
@@ -197,23 +212,25 @@ TEST_F(Life, EndsWithAHostThatDoesNotWaitForIt)
             SCOPED_TRACE(std::string(entry) + ", " + way);
             const QString store = folder_.filePath(QStringLiteral("host-%1").arg(++round));
             ASSERT_TRUE(QDir().mkpath(store));
-            QProcess host;
-            host.setProcessChannelMode(QProcess::MergedChannels);
-            QProcessEnvironment surroundings = QProcessEnvironment::systemEnvironment();
-            surroundings.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.path());
-            host.setProcessEnvironment(surroundings);
-            host.start(besideTest("test_leaving_host"),
-                       {QLatin1String(way), database_.address(), store, QLatin1String(entry)});
-            ASSERT_TRUE(host.waitForFinished(60'000));
-            EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
-            EXPECT_EQ(host.exitCode(), 0);
-            QStringList complaints = QString::fromUtf8(host.readAll()).split(u'\n', Qt::SkipEmptyParts);
-            complaints.removeIf([](const QString &line) { return line.startsWith(u"This plugin does not support"); });
-            EXPECT_EQ(complaints.join(u'\n').toStdString(), "");
+            expectCleanEnd({QLatin1String(way), database_.address(), store, QLatin1String(entry)});
             if (std::string(way) == "exit")
                 continue; // nothing runs any more
             registry::setStoreFolder(store);
             EXPECT_NE(setting("FormWidth").toInt(), 0) << "the layout is kept";
         }
+    }
+}
+
+TEST_F(Life, EndsWithAHostWhoseGlobalHoldsTheConnectionInTheMiddleOfASaving)
+{
+    const QString store = folder_.filePath(QStringLiteral("host"));
+    ASSERT_TRUE(QDir().mkpath(store));
+    for (const ado::Engine engine : allEngines) {
+        TestDatabase database(engine);
+        for (const char *way : {"global, quit", "global, exit", "global, an error"}) {
+            SCOPED_TRACE(database.address().toStdString() + ", " + way);
+            expectCleanEnd({QLatin1String(way), database.address(), store, QStringLiteral("showProductSale")});
+        }
+        EXPECT_EQ(database.value("SELECT COUNT(*) FROM t_HospSetup WHERE HS_KEY = 'unsaved'"), "0");
     }
 }

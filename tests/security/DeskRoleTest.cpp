@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A small clinic and a desk that logs in with the role of host/schema/desk-role.sql.
+/// A small clinic and a desk that logs in with the role of desk-role.sql.
 class DeskRole : public testing::Test
 {
 protected:
@@ -103,6 +103,10 @@ TEST_F(DeskRole, MayNothingElse)
              "DELETE FROM t_HospSetup",
              "UPDATE t_DeskSchema SET DS_Version = 0",
              "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
+             "SELECT nextval('tpsordermaster_ordm_pk_seq')",
+             "SELECT last_value FROM tpsordermaster_ordm_pk_seq",
+             "INSERT INTO tPSCompanyMaster (CM_PK, CM_Name) VALUES (2147483647, 'x')",
+             "UPDATE tPSTransaction SET tpstrans_PK = 2147483647 WHERE tpstrans_PK = 1",
              "SELECT pg_read_file('/etc/hostname')",
              "SELECT lo_from_bytea(0, 'x')",
              "COPY tPSTransaction TO PROGRAM 'cat'",
@@ -111,6 +115,31 @@ TEST_F(DeskRole, MayNothingElse)
              "DROP SCHEMA clinic_like CASCADE",
          })
         EXPECT_THAT(refusal(QString::fromLatin1(statement)), testing::Not(testing::IsEmpty())) << statement;
+}
+
+TEST_F(DeskRole, StaysLockedOutWhenItsRightsAreGivenAnew)
+{
+    clinic_.run("ALTER ROLE desk_of_test NOLOGIN");
+    makeRole();
+    EXPECT_THROW(ado::Connection::open(desk_->address()), runtime::RuntimeError);
+    clinic_.run("ALTER ROLE desk_of_test LOGIN"); // the role is the server's, for the next test
+}
+
+TEST_F(DeskRole, CanStillLearnNamesAndUseUpKeys)
+{
+    clinic_.run("CREATE TABLE payroll (note text)");
+    const auto first = [this](const char *statement) {
+        return desk_->read(QString::fromLatin1(statement)).raw(0, 0).toString();
+    };
+    EXPECT_EQ(first("SELECT relname FROM pg_class WHERE relname = 'payroll'"), "payroll");
+    EXPECT_EQ(first("SELECT n::regclass FROM generate_series(16384, 99999) n WHERE n::regclass::text = 'payroll'"),
+              "payroll");
+    const QString add = QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('x') RETURNING CM_PK");
+    const int key = desk_->read(add).raw(0, 0).toInt();
+    desk_->BeginTrans();
+    desk_->Execute(QString(add).remove(" RETURNING CM_PK"));
+    desk_->RollbackTrans();
+    EXPECT_EQ(desk_->read(add).raw(0, 0).toInt(), key + 2);
 }
 
 TEST_F(DeskRole, CanStillDisturbTheOtherDesks)

@@ -6,12 +6,15 @@
 #include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 
 #include <algorithm>
 
 namespace backup {
 
 namespace {
+
+const QString OptionsService = QStringLiteral("desk_options");
 
 /// The one on the search path, else the newest of the server's own folders.
 QString programFile(const QString &name)
@@ -30,7 +33,26 @@ QString programFile(const QString &name)
     refuse(QStringLiteral("PostgreSQL의 %1 프로그램이 없습니다. PostgreSQL 클라이언트를 설치하십시오.").arg(name));
 }
 
-QProcessEnvironment environmentFor(const PostgresPlace &place)
+/// The programs' service file with the options as the service that the connection names.
+void writeOptions(QTemporaryFile &file, const QStringList &options)
+{
+    const QByteArray lines = QStringLiteral("[%1]\n%2\n").arg(OptionsService, options.join(u'\n')).toUtf8();
+    if (!file.open() || file.write(lines) != lines.size() || !file.flush())
+        refuse(QStringLiteral("파일을 만들 수 없습니다: %1\n%2").arg(file.fileTemplate(), file.errorString()));
+}
+
+/// A line of a service file ends with its last sign that is no blank, and there is one service only.
+void demandFit(const PostgresPlace &place, bool ownService)
+{
+    const bool trimmed = std::ranges::any_of(
+        place.options, [](const QString &option) { return option.contains(u'\n') || option.back().isSpace(); });
+    if (trimmed || (ownService && !place.options.isEmpty()))
+        refuse(QStringLiteral(
+            "이 주소로는 백업 프로그램을 실행할 수 없습니다. service 옵션이나 PGSERVICE는 다른 옵션과 함께 쓸 수 없고, "
+            "옵션의 값은 빈칸으로 끝날 수 없습니다."));
+}
+
+QProcessEnvironment environmentFor(const PostgresPlace &place, const QTemporaryFile &options)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
@@ -39,6 +61,8 @@ QProcessEnvironment environmentFor(const PostgresPlace &place)
     environment.insert(QStringLiteral("PGOPTIONS"), QStringLiteral("-c lock_timeout=15000"));
     if (!place.password.isEmpty())
         environment.insert(QStringLiteral("PGPASSWORD"), place.password);
+    if (!place.options.isEmpty())
+        environment.insert(QStringLiteral("PGSERVICEFILE"), options.fileName());
     return environment;
 }
 
@@ -52,14 +76,23 @@ QString quoted(const QString &name, QString value)
 
 PostgresPlace PostgresPlace::of(const QString &address)
 {
+    static constexpr const char *noSecrets[]{"host",    "hostaddr",    "port",     "dbname",  "user",
+                                             "sslmode", "sslrootcert", "passfile", "service", "target_session_attrs"};
     PostgresPlace place;
     QStringList words;
+    bool ownService = qEnvironmentVariableIsSet("PGSERVICE");
     for (const auto &[name, value] : ado::postgresParameters(address.section(QStringLiteral("://"), 1))) {
         if (name == QLatin1String("password"))
             place.password = value;
-        else
+        else if (std::ranges::any_of(noSecrets, [&](const char *known) { return name == QLatin1String(known); }))
             words << quoted(name, value);
+        else
+            place.options << name + u'=' + value;
+        ownService = ownService || name == QLatin1String("service");
     }
+    demandFit(place, ownService);
+    if (!place.options.isEmpty())
+        words << quoted(QStringLiteral("service"), OptionsService);
     place.connection = words.join(u' ');
     return place;
 }
@@ -67,10 +100,13 @@ PostgresPlace PostgresPlace::of(const QString &address)
 QByteArray runPostgresTool(const QString &program, const QStringList &arguments, const PostgresPlace &place,
                            const Listener &listener, Says says)
 {
+    QTemporaryFile options;
+    if (!place.options.isEmpty())
+        writeOptions(options, place.options);
     QProcess process;
     if (says == Says::OnAll)
         process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setProcessEnvironment(environmentFor(place));
+    process.setProcessEnvironment(environmentFor(place, options));
     process.start(programFile(program), arguments);
     QByteArray output;
     QStringList lastWords;

@@ -10,9 +10,11 @@ namespace backup {
 /// Where a database is, for the server's own programs.
 struct PostgresPlace
 {
-    QString
-        connection; ///< "host='...' user='...' ...", without a password: others on the machine see a program's arguments
-    QString password; ///< goes over by the environment; empty leaves it to the user's own password file
+    /// "host='...' user='...' ...", for an argument. Others on the machine see those, so only what is known to be no secret is
+    /// in it.
+    QString connection;
+    QString password;    ///< goes over by the environment; empty leaves it to the user's own password file
+    QStringList options; ///< the other options, "name=value"; go over by a file
 
     /// Of an address of the desk's, "postgresql://...".
     static PostgresPlace of(const QString &address);

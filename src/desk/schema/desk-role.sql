@@ -13,8 +13,9 @@
 
 BEGIN;
 
-SELECT format('CREATE ROLE %I', :'desk') WHERE NOT EXISTS (SELECT FROM pg_roles WHERE rolname = :'desk') \gexec
-ALTER ROLE :"desk" LOGIN NOCREATEDB NOCREATEROLE NOINHERIT;
+-- A role that is there and was locked out (NOLOGIN) stays so.
+SELECT format('CREATE ROLE %I LOGIN', :'desk') WHERE NOT EXISTS (SELECT FROM pg_roles WHERE rolname = :'desk') \gexec
+ALTER ROLE :"desk" NOCREATEDB NOCREATEROLE NOINHERIT;
 
 -- Nobody comes in by being anybody, and nobody makes tables, not even temporary ones, by being in.
 SELECT format('REVOKE ALL ON DATABASE %I FROM PUBLIC, %I', current_database(), :'desk') \gexec
@@ -27,12 +28,21 @@ REVOKE ALL ON SCHEMA clinic_like FROM PUBLIC, :"desk";
 GRANT USAGE ON SCHEMA clinic_like TO :"desk";
 GRANT EXECUTE ON ALL FUNCTIONS IN SCHEMA clinic_like TO :"desk";
 
--- New keys come from the tables' own sequences, which need no right of their own.
+-- New keys come from the tables' own sequences, which need no right of their own. A desk can write every column but those
+-- keys: one that it made up would stand in the counter's way.
 REVOKE ALL ON ALL TABLES IN SCHEMA public FROM PUBLIC, :"desk";
 REVOKE ALL ON ALL SEQUENCES IN SCHEMA public FROM PUBLIC, :"desk";
-GRANT SELECT, INSERT, UPDATE, DELETE
+GRANT SELECT, DELETE
     ON tPSProductMaster, tPSCompanyMaster, tPSIncoming, tPSOrderMaster, tPSOrderDetail, tPSTransaction TO :"desk";
-GRANT SELECT, INSERT, UPDATE ON tPSProperties, t_HospSetup TO :"desk";
+GRANT SELECT ON tPSProperties, t_HospSetup TO :"desk";
+SELECT format('GRANT INSERT (%1$s), UPDATE (%1$s) ON %2$s TO %3$I', string_agg(quote_ident(attname), ', '), attrelid::regclass,
+              :'desk')
+    FROM pg_attribute
+    WHERE attrelid IN ('tPSProductMaster'::regclass, 'tPSCompanyMaster'::regclass, 'tPSIncoming'::regclass,
+                       'tPSOrderMaster'::regclass, 'tPSOrderDetail'::regclass, 'tPSTransaction'::regclass,
+                       'tPSProperties'::regclass, 't_HospSetup'::regclass)
+        AND attnum > 0 AND NOT attisdropped AND attidentity = ''
+    GROUP BY attrelid \gexec
 GRANT SELECT ON Customer, Receipt TO :"desk";
 -- The schema's version; a database of an earlier program has none yet.
 SELECT format('GRANT SELECT ON t_DeskSchema TO %I', :'desk') WHERE to_regclass('t_deskschema') IS NOT NULL \gexec

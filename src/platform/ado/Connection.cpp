@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/LogText.h"
+#include "platform/runtime/ProgramThread.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <algorithm>
@@ -53,6 +54,7 @@ std::vector<Connection *> connectionsInTransaction()
 
 std::shared_ptr<Connection> Connection::open(const QString &address, bool create)
 {
+    runtime::demandProgramThread();
     auto opened = std::make_unique<Private>();
     opened->address = address;
     opened->driver = Driver::open(address, create);
@@ -88,6 +90,7 @@ void *Connection::handle() const
 void Connection::BeginTrans()
 {
     using enum Private::Transaction;
+    runtime::demandProgramThread();
     if (d->transaction != None)
         return;
     static quint64 serials = 0;
@@ -98,6 +101,7 @@ void Connection::BeginTrans()
 void Connection::CommitTrans()
 {
     using enum Private::Transaction;
+    runtime::demandProgramThread();
     const Private::Transaction ended = std::exchange(d->transaction, None);
     const quint64 serial = std::exchange(d->serial, 0);
     switch (ended) {
@@ -124,6 +128,7 @@ void Connection::CommitTrans()
 void Connection::RollbackTrans()
 {
     using enum Private::Transaction;
+    runtime::demandProgramThread();
     const Private::Transaction ended = std::exchange(d->transaction, None);
     const quint64 serial = std::exchange(d->serial, 0);
     std::exception_ptr failure;
@@ -183,6 +188,7 @@ bool Connection::holdRow(const QString &table, const QString &key, qint32 value,
 
 void Connection::Private::ensureAlive(Driver::Asking asking)
 {
+    runtime::demandProgramThread();
     if (transaction == Transaction::Lost)
         transactionGone();
     if (transaction != Transaction::Started && !driver->alive(asking))
@@ -200,9 +206,12 @@ void Connection::Private::reconnect()
         unreachable_.invalidate();
     } catch (const RuntimeError &error) {
         unreachable_.start();
+        // A file's own trouble names it; what a server or its library says helps nobody at a desk.
         whyUnreachable_ =
-            error.toldAs(ErrorNumber::ConnectionLost,
-                         QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
+            driver->engine() == Engine::SQLite
+                ? error
+                : error.toldAs(ErrorNumber::ConnectionLost,
+                               QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
         throw RuntimeError(*whyUnreachable_);
     }
 }

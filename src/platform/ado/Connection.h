@@ -12,7 +12,8 @@ namespace ado {
 
 enum class Engine { SQLite, PostgreSQL, Odbc };
 
-/// One open database connection, shared by the host and its components. Belongs to one thread.
+/// One open database connection, shared by the host and its components. Belongs to the program's thread; on another
+/// every call raises InvalidCall, but for those that only tell what it is.
 ///
 /// Statements are plain text, one statement a call: text after a top-level ';' and comments outside literals are
 /// refused. Every failure raises runtime::RuntimeError.

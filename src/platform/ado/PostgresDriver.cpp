@@ -22,6 +22,18 @@ bool isNumeric(Oid type)
     return std::ranges::find(numericTypes, type) != std::end(numericTypes);
 }
 
+bool areKnown(const PostgresParameters &parameters)
+{
+    const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> all(PQconninfoParse("", nullptr),
+                                                                           &PQconninfoFree);
+    return std::ranges::all_of(parameters, [&](const auto &parameter) {
+        const PQconninfoOption *option = all.get();
+        while (option && option->keyword && parameter.first != QLatin1String(option->keyword))
+            ++option;
+        return option && option->keyword;
+    });
+}
+
 } // namespace
 
 void PostgresDriver::ResultDeleter::operator()(pg_result *result) const
@@ -41,6 +53,9 @@ PostgresDriver::~PostgresDriver()
 
 void PostgresDriver::openSession()
 {
+    // The library quotes a name that it does not know, and that may be a part of a password which stands bare.
+    if (!areKnown(parameters_))
+        connectionLost(QStringLiteral("주소의 ? 뒤에 모르는 옵션이 있습니다. 옵션의 이름을 확인하십시오."));
     // Of two of a name the library takes the later, that is the address's; but the texts are UTF-8 whatever it says.
     PostgresParameters parameters(std::begin(libpqPatience), std::end(libpqPatience));
     parameters << parameters_ << std::pair(QStringLiteral("client_encoding"), QStringLiteral("UTF8"));

@@ -3,6 +3,7 @@
 #include "platform/ado/ConnectionPrivate.h"
 #include "platform/ado/RecordsetPrivate.h"
 #include "platform/runtime/Attempt.h"
+#include "platform/runtime/ProgramThread.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QPointer>
@@ -18,6 +19,7 @@ RowStore &Recordset::Private::open() const
 {
     if (!rows)
         throw RuntimeError(ErrorNumber::ObjectClosed, QStringLiteral("목록이 열려 있지 않습니다."));
+    runtime::demandProgramThread();
     return *rows;
 }
 
@@ -192,6 +194,7 @@ void Recordset::Close()
 {
     if (!d->rows)
         return;
+    d->open();
     disconnect(d->rollbackBond);
     d->discardPending();
     d->release();

@@ -57,7 +57,7 @@ QRegularExpressionMatch serverParts(const QString &address)
         QStringLiteral("^postgresql://(?:(?<user>[^:@/?]*)(?::[^/?]*)?@)?"
                        "(?<hosts>(?:\\[[^\\]@/?]*\\]|[^\\]\\[:@/?,]*)(?::\\d*)?(?:,(?:\\[[^\\]@/?]*\\]|[^\\]\\[:@/"
                        "?,]*)(?::\\d*)?)*)"
-                       "(?:/(?<name>[^@/?]*))?(?:\\?(?<options>.*))?\\z"),
+                       "(?:/(?<name>[^@/?]*))?(?:\\?(?<options>[^@]*))?\\z"),
         QRegularExpression::DotMatchesEverythingOption);
     return expression.match(address);
 }

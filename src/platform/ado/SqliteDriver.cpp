@@ -1,5 +1,6 @@
 #include "platform/ado/SqliteDriver.h"
 
+#include "platform/ado/FileIdentity.h"
 #include "platform/ado/LiftNumbers.h"
 #include "platform/ado/LikeOperator.h"
 
@@ -117,6 +118,7 @@ void SqliteDriver::openSession()
 {
     if (!mayMake_ && !isThere(file_))
         connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file_));
+    requireNoLogOfTheFileBefore();
     // A connection belongs to one thread, so the engine need not guard it.
     const int how = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mayMake_ ? SQLITE_OPEN_CREATE : 0);
     if (sqlite3_open_v2(file_.toUtf8().constData(), &handle_, how, nullptr) != SQLITE_OK) {
@@ -130,6 +132,20 @@ void SqliteDriver::openSession()
     run("PRAGMA cache_size = -65536");
     installLikeOperator(handle_);
     mayMake_ = file_ == QLatin1String(":memory:");
+    run("PRAGMA schema_version"); // the first reading opens the log
+    ownFile_ = identityOf(file_);
+    ownLog_ = identityOf(log());
+}
+
+void SqliteDriver::requireNoLogOfTheFileBefore() const
+{
+    if (ownLog_.isEmpty() || identityOf(log()) != ownLog_ || identityOf(file_) == ownFile_)
+        return;
+    throw runtime::RuntimeError(
+        runtime::ErrorNumber::ConnectionLost,
+        QStringLiteral("데이터베이스 파일이 바뀌었으나 이전 파일의 일부가 옆에 남아 있어 열지 않았습니다.\n"
+                       "데스크를 모두 닫고 -wal, -shm 파일을 다른 곳으로 옮긴 뒤 다시 시도하십시오: %1")
+            .arg(log()));
 }
 
 void SqliteDriver::closeSession()

@@ -43,12 +43,16 @@ private:
     /// Ends the session and raises ConnectionLost when the file has another name now or none: nobody would find again what
     /// is written into it.
     void requireFileInPlace();
+    /// The engine would read the log that this desk's file had into the one that has its name now. Raises ConnectionLost.
+    void requireNoLogOfTheFileBefore() const;
+    QString log() const { return file_ + QStringLiteral("-wal"); }
 
     const QString file_;
     bool mayMake_; ///< until it was opened once: a file that is gone must not come back empty
     bool keepsLog_ = false;
     sqlite3 *handle_ = nullptr; ///< null while there is no session
     PreparedStatements prepared_;
+    QByteArray ownFile_, ownLog_; ///< identities, of the last session
 };
 
 } // namespace ado

@@ -1,6 +1,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/automation/Automation.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/ProgramThread.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QMetaMethod>
@@ -111,6 +112,7 @@ QVariant invoke(QObject &object, const QMetaMethod &method, QVariantList &argume
 
 QVariant call(QObject &object, const QString &member, QVariantList &arguments)
 {
+    runtime::demandProgramThread();
     const std::vector<QMetaMethod> methods = membersNamed(*object.metaObject(), member);
     if (methods.empty())
         throw RuntimeError(ErrorNumber::NoSuchMember, QStringLiteral("개체에 '%1' 멤버가 없습니다.").arg(member));

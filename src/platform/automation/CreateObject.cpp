@@ -1,4 +1,5 @@
 #include "platform/automation/Automation.h"
+#include "platform/runtime/ProgramThread.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QLibrary>
@@ -17,6 +18,7 @@ namespace {
 
 ObjectPtr createObject(const QString &programId)
 {
+    runtime::demandProgramThread();
     const QString path = classRegister::libraryOf(programId);
     if (path.isEmpty())
         raiseCannotCreate(programId, QStringLiteral("등록되지 않은 구성요소"));

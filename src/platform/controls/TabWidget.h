@@ -26,9 +26,9 @@ private:
     template <typename Handle>
     bool thenTell(Handle handle);
 
-    Bar *bar_;
     int inQt_ = 0;
     int chosen_ = -1; ///< not told yet
+    Bar *bar_;        ///< last: its making is an event here already
 };
 
 } // namespace controls
