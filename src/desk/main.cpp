@@ -2,6 +2,7 @@
 #include "desk/backup/Backup.h"
 #include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
+#include "desk/journal/Seal.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
@@ -107,6 +108,7 @@ int start(const desk::Options &options, QApplication &application)
     if (options.database.isEmpty())
         makeDefaultClinic();
     const ado::ConnectionPtr connection = openClinic(addressOf(options));
+    journal::attend(*connection);
     const QString notice = schema::upgradeNotice(*connection);
     if (!notice.isEmpty())
         QTextStream(stderr) << QStringLiteral("desk: ") << notice << Qt::endl;
