@@ -128,7 +128,7 @@ TEST_P(Journal, TellsWhatSomebodyDidPastIt)
     } deeds[]{
         {"UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place = 5", "끊어진 변경 이력 이력번호 5"},
         {"UPDATE t_DeskJournal SET DJ_Old = 'x' WHERE DJ_Place = 6", "끊어진 변경 이력 이력번호 6"},
-        {"DELETE FROM t_DeskJournal WHERE DJ_Place = 4", "끊어진 변경 이력 이력번호 4;변경 이력과 다른 거래 번호 5"},
+        {"DELETE FROM t_DeskJournal WHERE DJ_Place = 4", "끊어진 변경 이력 이력번호 4"},
         {"INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table, DJ_Place, DJ_Hash) VALUES ('2026', 'D', 'x', 8, "
          "'00')",
          "끊어진 변경 이력 이력번호 8"},

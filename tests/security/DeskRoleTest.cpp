@@ -109,7 +109,7 @@ TEST_F(DeskRole, MayNothingElse)
              "UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place IS NULL",
              "DELETE FROM t_DeskJournal",
              "INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table) VALUES ('', 'D', '')",
-             "SELECT clinic_journal.add('D', 'tPSTransaction', 1, 1, 1, '', '')",
+             "SELECT clinic_journal.add('D', 'tPSTransaction', 1, 1, 1, '', '', true)",
              "ALTER TABLE tPSTransaction DISABLE TRIGGER USER",
              "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
              "SELECT pg_read_file('/etc/hostname')",

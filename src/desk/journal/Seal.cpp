@@ -10,7 +10,9 @@
 #include <QCryptographicHash>
 #include <QSysInfo>
 
+#include <pwd.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 namespace journal {
 
@@ -34,10 +36,8 @@ void sealInStatement(sqlite3_context *context, int count, sqlite3_value **values
 /// "machine/user", as far as the system tells.
 QString whoHere()
 {
-    QString user = qEnvironmentVariable("USER");
-    if (user.isEmpty())
-        user = qEnvironmentVariable("LOGNAME");
-    return QSysInfo::machineHostName() + u'/' + user;
+    const passwd *const user = getpwuid(geteuid());
+    return QSysInfo::machineHostName() + (user ? u'/' + QString::fromLocal8Bit(user->pw_name) : QString());
 }
 
 QString quoted(QString text)

@@ -87,10 +87,16 @@ QString functionOf(const JournalPlan &plan)
 
 QString createFunction(const QString &head, const QString &body)
 {
-    // As its owner: a desk's role may read the journal only.
-    return QStringLiteral("CREATE OR REPLACE FUNCTION %1 LANGUAGE plpgsql SECURITY DEFINER "
-                          "SET search_path = pg_catalog, pg_temp AS $body$%2$body$")
-        .arg(head, body);
+    return QStringLiteral("CREATE OR REPLACE FUNCTION %1 AS $body$%2$body$").arg(head, body);
+}
+
+/// As its owner: a desk's role may read the journal only.
+QString createTriggerFunction(const QString &name, const QString &body)
+{
+    return createFunction(name
+                              + QStringLiteral("() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER SET search_path = "
+                                               "pg_catalog, pg_temp"),
+                          body);
 }
 
 /// The text that a row's hash is taken of, with the one before in front: each part with its length, '-' for none. As
@@ -104,8 +110,8 @@ QString hashedParts()
     return parts.join(QStringLiteral(" || "));
 }
 
-/// Runs at the commit, where the order of commits is the order of the chain. Whatever goes wrong here, the write itself
-/// stands: at worst the row stays out of the chain, or of the journal, which a check tells.
+/// Runs at the commit, where the order of commits is the order of the chain. A transaction that cannot see the chain's end
+/// leaves its row without a place. Only the functions below may call it.
 QString addFunction()
 {
     const QString body = QStringLiteral(R"sql(
@@ -116,7 +122,7 @@ DECLARE
     last text;
     seal text;
 BEGIN
-    IF current_setting('transaction_isolation') = 'read committed' THEN
+    IF chained AND current_setting('transaction_isolation') = 'read committed' THEN
         PERFORM pg_advisory_xact_lock(%lock);
         SELECT j.DJ_Place, j.DJ_Hash INTO place, last FROM public.t_DeskJournal j
         WHERE j.DJ_Place IS NOT NULL ORDER BY j.DJ_Place DESC LIMIT 1;
@@ -126,64 +132,70 @@ BEGIN
     INSERT INTO public.t_DeskJournal (DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer, DJ_Old,
                                       DJ_New, DJ_Place, DJ_Hash)
     VALUES (moment, who, action, named, row_key, order_key, customer_key, old_row, new_row, place, seal);
-EXCEPTION WHEN OTHERS THEN
-    BEGIN
-        INSERT INTO public.t_DeskJournal (DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer, DJ_Old,
-                                          DJ_New)
-        VALUES (moment, who, action, named, row_key, order_key, customer_key, old_row, new_row);
-    EXCEPTION WHEN OTHERS THEN
-        RAISE WARNING 'journal: %', SQLERRM;
-    END;
 END
 )sql");
     return createFunction(
-        QStringLiteral("clinic_journal.add(action text, named text, row_key bigint, order_key bigint, "
-                       "customer_key bigint, old_row text, new_row text) RETURNS void"),
+        QStringLiteral(
+            "clinic_journal.add(action text, named text, row_key bigint, order_key bigint, "
+            "customer_key bigint, old_row text, new_row text, chained boolean) RETURNS void LANGUAGE plpgsql"),
         fill(body, {{"%lock", QString::number(JournalLock)}, {"%parts", hashedParts()}}));
 }
 
+/// Whatever goes wrong here, the write itself stands: at worst its row stays out of the chain, or of the journal, which a
+/// check tells.
 QString noteFunction(const JournalPlan &plan)
 {
     const TablePlan &table = tableOf(plan);
     const QString body = QStringLiteral(R"sql(
 DECLARE
+    action text := left(TG_OP, 1);
+    row_key bigint;
+    order_key bigint;
+    customer_key bigint;
     old_row text;
     new_row text;
 BEGIN
-    IF TG_OP <> 'INSERT' THEN
+    IF action <> 'I' THEN
         old_row := %old;
     END IF;
-    IF TG_OP <> 'DELETE' THEN
+    IF action = 'D' THEN
+        row_key := OLD.%key;
+        order_key := OLD.%order;
+        customer_key := %was;
+    ELSE
         new_row := %new;
+        row_key := NEW.%key;
+        order_key := NEW.%order;
+        customer_key := %is;
     END IF;
     IF old_row = new_row THEN
         RETURN NULL;
     END IF;
-    IF TG_OP = 'DELETE' THEN
-        PERFORM clinic_journal.add('D', '%table', OLD.%key, OLD.%order, %was, old_row, NULL);
-    ELSE
-        PERFORM clinic_journal.add(left(TG_OP, 1), '%table', NEW.%key, NEW.%order, %is, old_row, new_row);
-    END IF;
+    PERFORM clinic_journal.add(action, '%table', row_key, order_key, customer_key, old_row, new_row, true);
     RETURN NULL;
 EXCEPTION WHEN OTHERS THEN
-    RAISE WARNING 'journal: %', SQLERRM;
+    BEGIN
+        PERFORM clinic_journal.add(action, '%table', row_key, order_key, customer_key, old_row, new_row, false);
+    EXCEPTION WHEN OTHERS THEN
+        RAISE WARNING 'journal: %', SQLERRM;
+    END;
     RETURN NULL;
 END
 )sql");
     const QString orders = QStringLiteral("public.tPSOrderMaster");
-    return createFunction(functionOf(plan) + QStringLiteral("() RETURNS trigger"),
-                          fill(body, {{"%old", journalledRow(table, QStringLiteral("OLD"), Dialect::PostgreSQL)},
-                                      {"%new", journalledRow(table, QStringLiteral("NEW"), Dialect::PostgreSQL)},
-                                      {"%table", latin(plan.table)},
-                                      {"%key", latin(table.key().name)},
-                                      {"%order", latin(plan.order)},
-                                      {"%was", customerOf(plan, QStringLiteral("OLD"), orders)},
-                                      {"%is", customerOf(plan, QStringLiteral("NEW"), orders)}}));
+    return createTriggerFunction(functionOf(plan),
+                                 fill(body, {{"%old", journalledRow(table, QStringLiteral("OLD"), Dialect::PostgreSQL)},
+                                             {"%new", journalledRow(table, QStringLiteral("NEW"), Dialect::PostgreSQL)},
+                                             {"%table", latin(plan.table)},
+                                             {"%key", latin(table.key().name)},
+                                             {"%order", latin(plan.order)},
+                                             {"%was", customerOf(plan, QStringLiteral("OLD"), orders)},
+                                             {"%is", customerOf(plan, QStringLiteral("NEW"), orders)}}));
 }
 
 QString guardFunction()
 {
-    return createFunction(QStringLiteral("clinic_journal.guard() RETURNS trigger"), QStringLiteral(R"sql(
+    return createTriggerFunction(QStringLiteral("clinic_journal.guard"), QStringLiteral(R"sql(
 BEGIN
     IF TG_OP = 'UPDATE' THEN
         IF OLD.DJ_Place IS NULL THEN
@@ -304,7 +316,7 @@ QStringList journalBeginStatements(Dialect dialect)
         const QString table = latin(plan.table), key = latin(tableOf(plan).key().name);
         statements << (dialect == Dialect::PostgreSQL
                            ? QStringLiteral("SELECT clinic_journal.add('B', '%1', (SELECT COALESCE(MAX(%2), 0) FROM "
-                                            "%1), NULL, NULL, NULL, NULL)")
+                                            "%1), NULL, NULL, NULL, NULL, true)")
                            : QStringLiteral("INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table, DJ_Row) SELECT "
                                             "strftime('%Y-%m-%dT%H:%M:%fZ', 'now'), 'B', '%1', COALESCE(MAX(%2), 0) "
                                             "FROM %1"))

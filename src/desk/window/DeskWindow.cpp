@@ -95,7 +95,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     layout->addWidget(makeFoot());
     layout->addWidget(notice_);
     setNotice({});
-    resize(1080, 680);
+    resize(1200, 680);
     connectControls();
     refresh();
     search_->setFocus();

@@ -96,6 +96,7 @@ void JournalWindow::makeTable()
     table_->setWordWrap(false);
     table_->horizontalHeader()->setHighlightSections(false);
     table_->horizontalHeader()->setStretchLastSection(true);
+    table_->horizontalHeader()->setMinimumHeight(fontMetrics().height() + 12);
     const int widths[JournalModel::ColumnCount]{170, 150, 60, 60, 90, 90, 300};
     for (int column = 0; column < JournalModel::ColumnCount; ++column)
         table_->setColumnWidth(column, widths[column]);
