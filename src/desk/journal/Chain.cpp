@@ -65,8 +65,8 @@ QString differingRows(const ado::Connection &connection, const QString &table)
                "DJ_Row) l ON l.last = j.DJ_PK LEFT JOIN %1 t ON t.%2 = j.DJ_Row WHERE CASE WHEN t.%2 IS NULL THEN "
                "j.DJ_Action <> 'D' ELSE j.DJ_New IS NULL OR j.DJ_New <> %3 END "
                "UNION ALL SELECT t.%2, t.%4, NULL FROM %1 t WHERE t.%2 > (SELECT MAX(DJ_Row) FROM t_DeskJournal WHERE "
-               "DJ_Table = '%1' AND DJ_Action = 'B') AND NOT EXISTS (SELECT 1 FROM t_DeskJournal j WHERE j.DJ_Order = "
-               "t.%4 AND j.DJ_Table = '%1' AND j.DJ_Row = t.%2) ORDER BY 1")
+               "DJ_Table = '%1' AND DJ_Action = 'B') AND t.%2 NOT IN (SELECT j.DJ_Row FROM t_DeskJournal j WHERE "
+               "j.DJ_Table = '%1' AND j.DJ_Action <> 'B' AND j.DJ_Row IS NOT NULL) ORDER BY 1")
         .arg(table, QLatin1String(columns.key().name),
              schema::journalledRow(columns, QStringLiteral("t"), schema::dialectOf(connection)),
              QLatin1String(plan.order));

@@ -263,7 +263,6 @@ QStringList journalTableStatements(Dialect dialect)
                               : QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT")}}),
         QStringLiteral("CREATE UNIQUE INDEX ixJournalPlace ON t_DeskJournal (DJ_Place)"),
         QStringLiteral("CREATE INDEX ixJournalTime ON t_DeskJournal (DJ_Time)"),
-        QStringLiteral("CREATE INDEX ixJournalOrder ON t_DeskJournal (DJ_Order)"),
         QStringLiteral("CREATE INDEX ixJournalCustomer ON t_DeskJournal (DJ_Customer, DJ_Order)"),
     };
     return statements;
