@@ -1,8 +1,10 @@
 #include "bench/Clinics.h"
 
 #include "bench/BareStatement.h"
+#include "desk/journal/Seal.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
+#include "platform/ado/Transaction.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,13 +36,16 @@ QString largeClinic()
     return file;
 }
 
+enum class Journal { Kept, None };
+
 /// An empty clinic filled from the large one, which its statements call "large".
-ado::ConnectionPtr openFilled(const char *name, const QString &largeClinic, const std::vector<std::string> &statements)
+ado::ConnectionPtr openFilled(const char *name, const QString &largeClinic, const std::vector<std::string> &statements,
+                              Journal journal = Journal::Kept)
 {
     const QString file = fileOf(name);
     removeDatabase(file);
     ado::ConnectionPtr connection = ado::Connection::open(Engine + file, true);
-    schema::createSchema(*connection);
+    schema::createTables(*connection);
     sqlite3 *const handle = bareHandle(*connection);
     runBare(handle, "ATTACH '" + largeClinic.toStdString() + "' AS large");
     runBare(handle, "BEGIN");
@@ -48,6 +53,14 @@ ado::ConnectionPtr openFilled(const char *name, const QString &largeClinic, cons
         runBare(handle, statement);
     runBare(handle, "COMMIT");
     runBare(handle, "DETACH large");
+    schema::createIndexes(*connection);
+    if (journal == Journal::Kept) {
+        ado::Transaction scope(*connection);
+        connection->holdRow(QStringLiteral("t_DeskSchema"), QStringLiteral("DS_Key"), 1); // begins it
+        schema::createJournal(*connection);
+        scope.commit();
+        journal::attend(*connection);
+    }
     return connection;
 }
 
@@ -100,11 +113,14 @@ Clinics openClinics()
 {
     QDir().mkpath(QStringLiteral(ZELVO_BENCH_DATA));
     const QString large = largeClinic();
-    return {openCopy(large), openFilled("products.db", large, manyProducts()),
+    return {openCopy(large),
+            openFilled("products.db", large, manyProducts()),
             openFilled(
                 "few-products.db", large,
                 {"INSERT INTO main.tPSProductMaster SELECT * FROM large.tPSProductMaster ORDER BY PM_PK LIMIT 1000"}),
-            openFilled("tenth.db", large, partOfPatients(10)), openFilled("hundredth.db", large, partOfPatients(100))};
+            openFilled("tenth.db", large, partOfPatients(10)),
+            openFilled("hundredth.db", large, partOfPatients(100)),
+            openFilled("unjournalled.db", large, partOfPatients(100), Journal::None)};
 }
 
 } // namespace bench

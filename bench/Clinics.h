@@ -15,6 +15,7 @@ struct Clinics
     ado::ConnectionPtr fewProducts;  ///< 1,000 products and nothing else
     ado::ConnectionPtr tenth;        ///< a tenth of the large clinic's patients and their orders, with all products
     ado::ConnectionPtr hundredth;    ///< a hundredth of them
+    ado::ConnectionPtr unjournalled; ///< the same, without the journal of changes
 };
 
 /// The clinics that differ in their orders, the smallest first, and how many orders they are called after.

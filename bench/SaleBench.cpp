@@ -112,12 +112,12 @@ void addLineInStock(OpenSale &sale, StockSale &stock)
     need(stock.orders->select(), "the orders");
 }
 
-void registerSize(const OrderedClinic &clinic, Table &table)
+void registerSize(const OrderedClinic &clinic, Table &table, const std::string &note = {})
 {
     const auto sale = std::make_shared<OpenSale>(clinic.connection, typicalPatients(*clinic.connection).front());
     const auto stock = std::make_shared<StockSale>();
-    const std::string size = "/" + std::to_string(clinic.orders);
-    const std::string among = ", " + grouped(clinic.orders) + " orders";
+    const std::string size = "/" + std::to_string(clinic.orders) + note;
+    const std::string among = ", " + grouped(clinic.orders) + " orders" + note;
     const auto rows = [sale] { return sale->rows(); };
     Work line{"write_line" + size, "add a line and sum the order" + among, 1.1, [sale] { addLine(*sale); }};
     line.stock = [sale, stock] { addLineInStock(*sale, *stock); };
@@ -138,6 +138,11 @@ void registerSale(const Clinics &clinics, Table &table)
 {
     for (const OrderedClinic &clinic : byOrders(clinics))
         registerSize(clinic, table);
+    const std::string note = " without a journal";
+    registerSize({clinics.unjournalled, 10'000}, table, note);
+    for (const char *name : {"write_line/10000", "write_payment/10000", "delete_order/10000"})
+        table.add({std::string(name) + ", times without a journal", name + std::string("/component"),
+                   name + note + "/component", 1.25});
 }
 
 } // namespace bench

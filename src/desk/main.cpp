@@ -3,6 +3,7 @@
 #include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/files/Writable.h"
+#include "desk/journal/Seal.h"
 #include "desk/sample/FirstUse.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
@@ -130,6 +131,7 @@ int start(const desk::Options &options, QApplication &application)
     desk::dressUp(application);
     QStringList notices{registerSale()};
     const ado::ConnectionPtr connection = openForWork(options);
+    journal::attend(*connection);
     notices << schema::upgradeNotice(*connection);
     notices.removeAll(QString());
     for (const QString &notice : std::as_const(notices))

@@ -215,12 +215,12 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
     const Outcome violated = desk(database + "--check");
     EXPECT_EQ(violated.status, 1);
     for (const char *told :
-         {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "19개 항목 중 1개에서"})
+         {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "23개 항목 중 1개에서"})
         EXPECT_TRUE(violated.output.contains(QString::fromUtf8(told))) << told << violated.output.toStdString();
 
     const Outcome verified = desk("--verify ~copy.backup");
     EXPECT_EQ(verified.status, 0) << verified.complaint.toStdString();
-    EXPECT_TRUE(verified.output.contains("18개 항목 중")) << verified.output.toStdString();
+    EXPECT_TRUE(verified.output.contains("22개 항목 중")) << verified.output.toStdString();
 
     EXPECT_EQ(desk(database + "--restore ~copy.backup").status, 0);
     EXPECT_EQ(desk(database + "--check").status, 0);

@@ -1,5 +1,6 @@
 #include "desk/window/DeskWindow.h"
 #include "desk/sample/Clinic.h"
+#include "desk/window/JournalWindow.h"
 #include "desk/window/PatientSearch.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
@@ -7,6 +8,8 @@
 #include <QApplication>
 #include <QInputMethodEvent>
 #include <QTest>
+
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -113,4 +116,37 @@ TEST_F(Reception, SaysSoWhenTheComponentIsMissing)
     ASSERT_EQ(boxes_.messages.size(), 2);
     EXPECT_FALSE(boxes_.messages.front().text.isEmpty());
     EXPECT_TRUE(window_.isVisible());
+}
+
+TEST_F(Reception, ShowsWhatHappenedToThePatientsOrdersAndOnADay)
+{
+    QTest::keyClicks(search_, QStringLiteral("000007"));
+    const QString patient = clinic_->value("SELECT Customer_PK FROM Customer WHERE sn = '000007'");
+    const QString order = clinic_->value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster WHERE Cust_PK = " + patient);
+    clinic_->run("UPDATE tPSOrderMaster SET OrdM_Total = 10000, OrdM_ETCMemo = '=1+1' WHERE OrdM_PK = " + order);
+    clinic_->run("UPDATE tPSOrderMaster SET OrdM_Total = 12000, OrdM_Gubun = 2 WHERE OrdM_PK = " + order);
+    clinic_->run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Operator, "
+                 "tpstrans_Money, tpstrans_Method) VALUES ("
+                 + patient + ", " + order + ", 3, 12000, '01')");
+    QTest::keyClick(&window_, Qt::Key_F9);
+    desk::JournalWindow *journal = nullptr;
+    for (QWidget *window : QApplication::topLevelWidgets())
+        journal = journal ? journal : qobject_cast<desk::JournalWindow *>(window);
+    ASSERT_TRUE(journal && journal->isVisible());
+    const auto *const rows = journal->findChild<QTableView *>("tblJournal")->model();
+    const auto shown = [&](int row) {
+        QStringList cells;
+        for (int column = 2; column < rows->columnCount(); ++column)
+            cells << rows->index(row, column).data().toString();
+        return cells.join(u'|').toStdString();
+    };
+    const std::string keys = (order + u'|' + patient + u'|').toStdString();
+    ASSERT_EQ(rows->rowCount(), 3);
+    EXPECT_EQ(shown(0), "추가|수납|" + keys + "방법 수납 · 금액 \\12,000 · 결재방법 카드");
+    EXPECT_EQ(shown(1), "수정|거래|" + keys + "수령방법 직접수령 → 택배 · 판매총액 \\10,000 → \\12,000");
+    EXPECT_THAT(journal->findChild<desk::JournalModel *>()->csv().toStdString(), testing::HasSubstr("메모 "));
+
+    journal->findChild<QRadioButton *>("optDay")->click();
+    EXPECT_EQ(rows->rowCount(), 2); // what came is no change
+    journal->close();
 }

@@ -85,7 +85,7 @@ TEST_P(Schema, GivesKeysThatGoOnFromTheHighestWritten)
 TEST_P(Schema, IsRecognisedOnlyWhenWhole)
 {
     EXPECT_TRUE(schema::hasSchema(*clinic.connection()));
-    clinic.run("ALTER TABLE tPSTransaction DROP COLUMN trans_temp");
+    clinic.run("ALTER TABLE tPSIncoming DROP COLUMN IN_EtcMemo");
     EXPECT_FALSE(schema::hasSchema(*clinic.connection()));
     TestDatabase bare(GetParam(), false);
     EXPECT_FALSE(schema::hasSchema(*bare.connection()));

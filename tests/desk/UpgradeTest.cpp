@@ -89,7 +89,7 @@ protected:
 std::vector<Earlier> allEarlier()
 {
     std::vector<Earlier> all;
-    for (const char *made : {"1-first", "2-reports", "3-planner", "4-outstanding"}) {
+    for (const char *made : {"1-first", "2-reports", "3-planner", "4-outstanding", "5-version"}) {
         all.push_back({made, ado::Engine::SQLite});
         all.push_back({made, ado::Engine::PostgreSQL});
     }

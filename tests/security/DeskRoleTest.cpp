@@ -72,6 +72,10 @@ TEST_F(DeskRole, DoesADesksWork)
     EXPECT_EQ(clsFunctions().reCalculateOMTotal(desk_, 321), 1);
     EXPECT_EQ(clinic_.value("SELECT OrdM_Total FROM tPSOrderMaster WHERE OrdM_PK = 321"), QStringLiteral("2000"));
     desk_->Execute(clsSQL().delCustSaleDetailByOrdMPKSQL(321));
+    ado::Recordset mine;
+    mine.Open(QStringLiteral("SELECT COUNT(*) AS found FROM t_DeskJournal WHERE DJ_Who LIKE 'desk_of_test%'"), desk_,
+              ado::CursorType::Static, ado::LockType::ReadOnly);
+    EXPECT_EQ(runtime::CLng(mine[QStringLiteral("found")]), 4); // order, line, sums, no line again
     desk_->Execute("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('새', '')");
     desk_->Execute("UPDATE t_HospSetup SET HS_Value = 'x'");
     const QString like = QStringLiteral("SELECT COUNT(*) AS found FROM tPSOrderDetail WHERE OrdD_RfndMemo LIKE '[▶]%'");
@@ -102,6 +106,11 @@ TEST_F(DeskRole, MayNothingElse)
              "DELETE FROM tPSProperties",
              "DELETE FROM t_HospSetup",
              "UPDATE t_DeskSchema SET DS_Version = 0",
+             "UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place IS NULL",
+             "DELETE FROM t_DeskJournal",
+             "INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table) VALUES ('', 'D', '')",
+             "SELECT clinic_journal.add('D', 'tPSTransaction', 1, 1, 1, '', '', true)",
+             "ALTER TABLE tPSTransaction DISABLE TRIGGER USER",
              "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
              "SELECT nextval('tpsordermaster_ordm_pk_seq')",
              "SELECT last_value FROM tpsordermaster_ordm_pk_seq",

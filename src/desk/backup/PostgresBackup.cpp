@@ -5,6 +5,8 @@
 #include "desk/backup/PostgresTool.h"
 #include "desk/backup/Refusal.h"
 #include "desk/files/NewFile.h"
+#include "desk/schema/Definitions.h"
+#include "desk/schema/Journal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Shape.h"
 #include "desk/schema/Statements.h"
@@ -93,11 +95,13 @@ void demandKnownTriggers(const QString &source, ado::Connection &clinic)
     const auto triggers = schema::rowsOf(
         clinic, QStringLiteral("SELECT pg_get_triggerdef(oid) || ';' FROM pg_trigger WHERE NOT tgisinternal"));
     for (const QVariantList &trigger : triggers)
-        known << trigger.value(0).toString();
+        known << schema::plainDefinition(trigger.value(0).toString());
+    for (const schema::JournalTrigger &trigger : schema::journalTriggers(schema::Dialect::PostgreSQL))
+        known << schema::plainDefinition(trigger.statement + u';');
     const QString definitions = definitionsIn(source);
     for (auto found = acting.globalMatch(definitions); found.hasNext();) {
         const QString statement = found.next().captured();
-        if (!known.contains(statement))
+        if (!known.contains(schema::plainDefinition(statement)))
             refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 되돌리지 않았습니다: %1\n%2")
                        .arg(source, statement));
     }
@@ -172,15 +176,21 @@ void dump(ado::Connection &clinic, const QString &target, const Progress &progre
                               + schema::valueOf(clinic, QStringLiteral("SELECT pg_export_snapshot()")).toString(),
                           QStringLiteral("--file=") + target,
                           QStringLiteral("--dbname=") + place.connection,
-                          QStringLiteral("--table=t_deskschema")};
+                          QStringLiteral("--table=t_deskschema"),
+                          QStringLiteral("--table=t_deskjournal")};
     for (const schema::TablePlan &table : schema::tablePlans())
         arguments << QStringLiteral("--table=") + folded(table.name);
     runPostgresTool(QStringLiteral("pg_dump"), arguments, place,
                     counter(QStringLiteral("dumping contents of table"), progress));
     QStringList rowSums;
     schema::run(clinic, QStringLiteral("SET LOCAL datestyle = 'ISO, YMD'"));
+    QStringList tables;
     for (const schema::TablePlan &table : schema::tablePlans())
-        rowSums << folded(table.name) + u' ' + schema::valueOf(clinic, rowSumStatement(folded(table.name))).toString();
+        tables << folded(table.name);
+    if (schema::hasJournal(clinic))
+        tables << QStringLiteral("t_deskjournal");
+    for (const QString &table : tables)
+        rowSums << table + u' ' + schema::valueOf(clinic, rowSumStatement(table)).toString();
     schema::run(clinic, QStringLiteral("COMMIT"));
     carry(target, rowSums);
 }
@@ -212,8 +222,8 @@ QString placeForScript(const QString &safetyCopy)
 
 /// The rows with all that must come with them, in one transaction. The script in between is a file for as long: a pipe
 /// that broke would look like its end.
-void putRows(const PostgresPlace &place, const QString &source, const QString &safetyCopy, bool wasClinic, int version,
-             const Progress &progress)
+void putRows(const PostgresPlace &place, const QString &source, const QString &safetyCopy, const QString &before,
+             int version, const Progress &progress)
 {
     const files::NewFile script(placeForScript(safetyCopy), files::NewFile::Private);
     runPostgresTool(QStringLiteral("pg_restore"),
@@ -224,9 +234,9 @@ void putRows(const PostgresPlace &place, const QString &source, const QString &s
                     {QStringLiteral("--no-psqlrc"), QStringLiteral("--quiet"), QStringLiteral("--echo-queries"),
                      QStringLiteral("--no-password"), QStringLiteral("--set=ON_ERROR_STOP=1"),
                      QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
-                     QStringLiteral("--command"), wasClinic ? beforeRestore() : beforeFirstRestore(),
-                     QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
-                     demandRows(rowSumsIn(source)), QStringLiteral("--command"), afterRestore(version)},
+                     QStringLiteral("--command"), before, QStringLiteral("--file=") + script.unfinished(),
+                     QStringLiteral("--command"), demandRows(rowSumsIn(source)), QStringLiteral("--command"),
+                     afterRestore(version)},
                     place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
 }
 
@@ -259,8 +269,11 @@ bool restorePostgresClinic(const QString &address, const QString &source, const 
         dump(*connection, kept.unfinished(), {});
         kept.finish();
     }
+    QStringList before{wasClinic ? beforeRestore() : beforeFirstRestore()};
+    if (schema::journalDefinitions(*connection).isEmpty()) // the backup's triggers call them
+        before << schema::journalFunctionStatements();
     try {
-        putRows(place, source, safetyCopy, wasClinic, version, progress);
+        putRows(place, source, safetyCopy, before.join(QStringLiteral(";\n")), version, progress);
     } catch (const runtime::RuntimeError &) {
         // What is committed is not called stopped, or failed.
         if (generationOf(*ado::Connection::open(address)) <= generation)

@@ -57,7 +57,8 @@ DO $body$ BEGIN
     IF to_regclass('t_deskschema') IS NOT NULL THEN
         PERFORM set_config('desk.generation', max(DS_Generation)::text, true) FROM t_DeskSchema;
     END IF;
-END $body$)sql");
+END $body$;
+DROP TABLE IF EXISTS t_DeskJournal)sql"); // it tells of the rows that go; the backup has its own, or none
 }
 
 QString beforeFirstRestore()

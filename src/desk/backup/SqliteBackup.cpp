@@ -4,6 +4,7 @@
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
 #include "desk/files/NewFile.h"
+#include "desk/schema/Journal.h"
 #include "desk/schema/Upgrade.h"
 #include "platform/runtime/Log.h"
 
@@ -56,6 +57,8 @@ void demandNoNewer(const QString &clinic)
 void demandKnownTriggers(SqliteFile &backup, const QString &clinic, const QString &source)
 {
     QStringList unknown = backup.triggers();
+    for (const schema::JournalTrigger &trigger : schema::journalTriggers(schema::Dialect::SQLite))
+        unknown.removeAll(trigger.statement);
     try {
         if (!unknown.isEmpty() && QFileInfo::exists(clinic)) {
             const QStringList known = SqliteFile(clinic, Open::ToRead).triggers();

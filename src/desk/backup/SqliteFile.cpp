@@ -115,9 +115,12 @@ bool SqliteFile::has(const QString &table)
 
 QStringList SqliteFile::rowSums()
 {
-    QStringList sums;
-    for (const schema::TablePlan &table : schema::tablePlans()) {
-        const QString name = QString::fromLatin1(table.name);
+    QStringList names, sums;
+    for (const schema::TablePlan &table : schema::tablePlans())
+        names << QString::fromLatin1(table.name);
+    if (const QString journal = QStringLiteral("t_DeskJournal"); has(journal))
+        names << journal;
+    for (const QString &name : names) {
         QCryptographicHash hash(QCryptographicHash::Sha256);
         qint64 rows = 0;
         forEachRow(QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(name), [&](sqlite3_stmt *row) {

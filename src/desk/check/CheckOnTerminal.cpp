@@ -1,6 +1,7 @@
 #include "desk/check/CheckOnTerminal.h"
 
 #include "desk/check/Examination.h"
+#include "desk/check/JournalExamination.h"
 #include "platform/ado/ShownAddress.h"
 
 #include <QLocale>
@@ -55,7 +56,10 @@ int checkOnTerminal(ado::Connection &connection)
         take(examineFile(connection));
     for (const Query &query : queries())
         take(examine(connection, query));
-    terminal << QStringLiteral("결과: %1개 항목 중 ").arg(examined)
+    JournalExamination journal(connection);
+    for (const Finding &finding : journal.findings())
+        take(finding);
+    terminal << journal.note() << QStringLiteral("결과: %1개 항목 중 ").arg(examined)
              << (failed > 0     ? QStringLiteral("%1개를 검사하지 못했습니다.").arg(failed)
                  : violated > 0 ? QStringLiteral("%1개에서 위반을 찾았습니다.").arg(violated)
                                 : QStringLiteral("위반이 없습니다."))

@@ -48,6 +48,7 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
         writeRows(connection, size, progress);
     schema::createIndexes(connection);
     schema::continueKeys(connection);
+    schema::createJournal(connection);
     scope.commit();
 }
 

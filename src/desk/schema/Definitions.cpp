@@ -49,6 +49,26 @@ QHash<QString, QString> tableStatementsAsKept(ado::Connection &connection)
     return byName(connection, QStringLiteral("SELECT name, sql FROM sqlite_master WHERE type = 'table'"));
 }
 
+QHash<QString, QString> triggerDefinitions(ado::Connection &connection)
+{
+    QHash<QString, QString> definitions =
+        byName(connection,
+               connection.engine() == ado::Engine::SQLite
+                   ? QStringLiteral("SELECT tbl_name || ' ' || name, sql FROM sqlite_master WHERE type = 'trigger'")
+                   : QStringLiteral("SELECT c.relname || ' ' || t.tgname, pg_get_triggerdef(t.oid) FROM pg_trigger t "
+                                    "JOIN pg_class c ON c.oid = t.tgrelid WHERE NOT t.tgisinternal AND t.tgenabled <> "
+                                    "'D' AND pg_table_is_visible(c.oid)"));
+    for (QString &definition : definitions)
+        definition = plainDefinition(definition);
+    return definitions;
+}
+
+QHash<QString, QString> journalDefinitions(ado::Connection &connection)
+{
+    return byName(connection, QStringLiteral("SELECT p.proname::text, p.prosrc FROM pg_proc p JOIN pg_namespace n ON "
+                                             "n.oid = p.pronamespace WHERE n.nspname = 'clinic_journal'"));
+}
+
 QHash<QString, QString> likeDefinitions(ado::Connection &connection)
 {
     return byName(connection,

@@ -15,6 +15,10 @@ QString plainDefinition(QString statement);
 QHash<QString, QString> indexDefinitions(ado::Connection &connection);
 /// The statements that made the tables, as the embedded engine keeps them, by name in small letters.
 QHash<QString, QString> tableStatementsAsKept(ado::Connection &connection);
+/// The triggers of a database, in plain form, by "TABLE NAME" in small letters.
+QHash<QString, QString> triggerDefinitions(ado::Connection &connection);
+/// The bodies of the journal's functions on a server.
+QHash<QString, QString> journalDefinitions(ado::Connection &connection);
 /// The bodies of the functions behind LIKE on a server, and its operators with an empty one.
 QHash<QString, QString> likeDefinitions(ado::Connection &connection);
 

@@ -1,5 +1,6 @@
 #include "desk/schema/Schema.h"
 
+#include "desk/schema/Journal.h"
 #include "desk/schema/Statements.h"
 #include "desk/schema/Tables.h"
 #include "desk/schema/Version.h"
@@ -48,6 +49,7 @@ void createSchema(ado::Connection &connection)
     ado::Transaction scope(connection);
     createTables(connection);
     createIndexes(connection);
+    createJournal(connection);
     scope.commit();
 }
 
@@ -61,6 +63,27 @@ void createIndexes(ado::Connection &connection)
 {
     for (const IndexPlan &index : indexPlans())
         run(connection, createIndexStatement(index));
+}
+
+void createJournal(ado::Connection &connection)
+{
+    const Dialect dialect = dialectOf(connection);
+    QStringList statements = journalTableStatements(dialect);
+    if (dialect == Dialect::PostgreSQL)
+        statements << journalFunctionStatements();
+    for (const JournalTrigger &trigger : journalTriggers(dialect))
+        statements << trigger.statement;
+    for (const QString &statement : statements + journalBeginStatements(dialect))
+        run(connection, statement);
+}
+
+bool hasJournal(ado::Connection &connection)
+{
+    const QString there = dialectOf(connection) == Dialect::PostgreSQL
+                              ? QStringLiteral("SELECT COUNT(to_regclass('t_deskjournal'))")
+                              : QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND "
+                                               "name = 't_DeskJournal'");
+    return valueOf(connection, there).toInt() > 0;
 }
 
 QStringList lateKeyStatements(ado::Connection &connection)

@@ -16,9 +16,12 @@ Dialect dialectOf(const ado::Connection &connection);
 /// bring their schema with their own installer.
 void createSchema(ado::Connection &connection);
 
-/// The two halves of createSchema, for a bulk load that wants its indexes last; within the caller's transaction.
+/// The parts of createSchema, for a bulk load that wants its indexes last and its rows in no journal; within the caller's
+/// transaction.
 void createTables(ado::Connection &connection);
 void createIndexes(ado::Connection &connection);
+void createJournal(ado::Connection &connection);
+bool hasJournal(ado::Connection &connection);
 /// After rows were written with keys of their own: new keys go on from the highest. A counter never goes back.
 void continueKeys(ado::Connection &connection);
 /// What does that, for the tables whose next key is taken already.

@@ -3,6 +3,10 @@
 #include "platform/ado/CellTable.h"
 #include "platform/runtime/RuntimeError.h"
 
+#include <QRegularExpression>
+
+#include <sqlite3.h>
+
 namespace schema {
 
 void refuse(const QString &what)
@@ -36,8 +40,23 @@ auto toldToTechnician(Work &&work)
 
 } // namespace
 
+namespace {
+
+/// The layer takes no statement that holds others, which a trigger of the embedded engine does.
+void defineTrigger(ado::Connection &connection, const QString &statement)
+{
+    auto *handle = static_cast<sqlite3 *>(connection.handle());
+    if (sqlite3_exec(handle, statement.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        refuse(QString::fromUtf8(sqlite3_errmsg(handle)));
+}
+
+} // namespace
+
 void run(ado::Connection &connection, const QString &statement)
 {
+    static const QRegularExpression trigger(QStringLiteral("^CREATE (TEMP )?TRIGGER "));
+    if (connection.engine() == ado::Engine::SQLite && statement.contains(trigger))
+        return defineTrigger(connection, statement);
     toldToTechnician([&] { return connection.Execute(statement); });
 }
 

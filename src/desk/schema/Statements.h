@@ -10,6 +10,7 @@ namespace schema {
 /// Raises RuntimeError with a text for the technician.
 [[noreturn]] void refuse(const QString &what);
 
+// Also definitions of triggers, which the embedded engine must have a transaction open for already.
 // A desk that holds what the statement needs is told in the technician's words.
 void run(ado::Connection &connection, const QString &statement);
 /// Every row's values; a first row's first value.

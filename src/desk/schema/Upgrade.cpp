@@ -1,6 +1,7 @@
 #include "desk/schema/Upgrade.h"
 
 #include "desk/schema/Definitions.h"
+#include "desk/schema/Journal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Statements.h"
 #include "desk/schema/Tables.h"
@@ -15,20 +16,60 @@ namespace {
 
 using Steps = std::vector<UpgradeStep>;
 
+/// Those of the statements that make functions of that schema whose bodies are not the ones that are found.
+QStringList otherFunctions(const QStringList &statements, const QString &schema, const QHash<QString, QString> &found)
+{
+    const QRegularExpression function(
+        QStringLiteral("CREATE OR REPLACE FUNCTION %1\\.(\\w+).*\\$body\\$(.*)\\$body\\$").arg(schema),
+        QRegularExpression::DotMatchesEverythingOption);
+    QStringList other;
+    for (const QString &statement : statements) {
+        const QRegularExpressionMatch match = function.match(statement);
+        if (match.hasMatch() && found.value(match.captured(1)) != match.captured(2))
+            other << statement;
+    }
+    return other;
+}
+
+/// What is missing of the journal, or is other than this program makes it.
+void addJournalSteps(ado::Connection &connection, Dialect dialect, Steps &steps)
+{
+    const bool begins = !hasJournal(connection);
+    QStringList due;
+    if (begins)
+        due << journalTableStatements(dialect);
+    if (dialect == Dialect::PostgreSQL) {
+        const QHash<QString, QString> found = journalDefinitions(connection);
+        const QStringList all = journalFunctionStatements();
+        if (found.isEmpty())
+            due << all.front();
+        due << otherFunctions(all, QStringLiteral("clinic_journal"), found);
+    }
+    const QHash<QString, QString> found = triggerDefinitions(connection);
+    for (const JournalTrigger &trigger : journalTriggers(dialect)) {
+        const auto old = found.find((trigger.table + u' ' + trigger.name).toLower());
+        if (old != found.end() && *old == plainDefinition(trigger.statement))
+            continue;
+        if (!begins || trigger.table != QLatin1String("t_DeskJournal"))
+            due << QStringLiteral("DROP TRIGGER IF EXISTS ") + trigger.name
+                       + (dialect == Dialect::PostgreSQL ? QStringLiteral(" ON ") + trigger.table : QString());
+        due << trigger.statement;
+    }
+    if (begins)
+        due << journalBeginStatements(dialect);
+    if (!due.isEmpty())
+        steps.push_back({begins ? QStringLiteral("변경 이력 시작") : QStringLiteral("변경 이력 보완"), due});
+}
+
 void addLikeSteps(ado::Connection &connection, Steps &steps)
 {
     const QHash<QString, QString> found = likeDefinitions(connection);
     const QStringList statements = postgresLikeStatements();
-    static const QRegularExpression function(
-        QStringLiteral("CREATE OR REPLACE FUNCTION clinic_like\\.(\\w+).*\\$body\\$(.*)\\$body\\$"),
-        QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression operation(QStringLiteral("^CREATE OPERATOR clinic_like\\.(\\S+)"));
-    QStringList due;
+    QStringList due = otherFunctions(statements, QStringLiteral("clinic_like"), found);
     for (const QString &statement : statements) {
-        const QRegularExpressionMatch asFunction = function.match(statement);
         const QRegularExpressionMatch asOperator = operation.match(statement);
-        if (asFunction.hasMatch() ? found.value(asFunction.captured(1)) != asFunction.captured(2)
-                                  : asOperator.hasMatch() && !found.contains(asOperator.captured(1)))
+        if (asOperator.hasMatch() && !found.contains(asOperator.captured(1)))
             due << statement;
     }
     const QString pathLess = QStringLiteral(
@@ -135,6 +176,7 @@ std::vector<UpgradeStep> upgradeSteps(ado::Connection &connection)
     else
         addDateSteps(connection, steps);
     addIndexSteps(connection, steps);
+    addJournalSteps(connection, dialect, steps);
     for (const QString &statement : lateKeyStatements(connection))
         steps.push_back({QStringLiteral("새 번호 조정"), {statement}});
     addMarkStep(connection, dialect, steps);

@@ -8,8 +8,8 @@
 
 namespace schema {
 
-/// What this program makes. It counts up with every change of tables, indexes or the LIKE operator.
-inline constexpr int CurrentVersion = 1;
+/// What this program makes. It counts up with every change of tables, indexes, the journal or the LIKE operator.
+inline constexpr int CurrentVersion = 2;
 
 /// The one row of the small table beside the ten. A database without it was made before there was one: version 0.
 struct Mark

@@ -47,6 +47,9 @@ GRANT SELECT ON Customer, Receipt TO :"desk";
 -- The schema's version; a database of an earlier program has none yet.
 SELECT format('GRANT SELECT ON t_DeskSchema TO %I', :'desk') WHERE to_regclass('t_deskschema') IS NOT NULL \gexec
 
+-- What the desks did: the database itself writes it down, whatever the role.
+SELECT format('GRANT SELECT ON t_DeskJournal TO %I', :'desk') WHERE to_regclass('t_deskjournal') IS NOT NULL \gexec
+
 -- Large objects are files in the database that anybody could fill.
 REVOKE EXECUTE ON FUNCTION lo_create(oid), lo_creat(integer), lo_from_bytea(oid, bytea) FROM PUBLIC;
 

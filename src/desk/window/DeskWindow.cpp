@@ -1,5 +1,6 @@
 #include "desk/window/DeskWindow.h"
 
+#include "desk/window/JournalWindow.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
@@ -81,6 +82,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     , notice_(named(label({}, 1.0), QStringLiteral("lblNotice")))
     , sale_(named(new QPushButton(QStringLiteral("물품판매(F2)")), QStringLiteral("cmdSale")))
     , manage_(named(new QPushButton(QStringLiteral("물품관리(F3)")), QStringLiteral("cmdManage")))
+    , journal_(named(new QPushButton(QStringLiteral("변경 이력(F9)")), QStringLiteral("cmdJournal")))
 {
     setObjectName(QStringLiteral("deskWindow"));
     setWindowTitle(clinicName(*connection_) + QStringLiteral(" 접수 데스크"));
@@ -93,7 +95,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     layout->addWidget(makeFoot());
     layout->addWidget(notice_);
     setNotice({});
-    resize(1080, 680);
+    resize(1200, 680);
     connectControls();
     refresh();
     search_->setFocus();
@@ -134,7 +136,7 @@ QWidget *DeskWindow::makeFoot()
     texts->addWidget(chosenName_);
     texts->addWidget(chosenDetail_);
     row->addLayout(texts, 1);
-    for (QPushButton *button : {sale_, manage_}) {
+    for (QPushButton *button : {sale_, manage_, journal_}) {
         button->setMinimumSize(132, 44);
         button->setAutoDefault(false);
         row->addWidget(button);
@@ -185,6 +187,7 @@ void DeskWindow::connectControls()
     controls::onEvent(table_, &QTableView::doubleClicked, this, [this](const QModelIndex &) { openSale(); });
     controls::onEvent(sale_, &QPushButton::clicked, this, [this](bool) { openSale(); });
     controls::onEvent(manage_, &QPushButton::clicked, this, [this](bool) { openManagement(); });
+    controls::onEvent(journal_, &QPushButton::clicked, this, [this](bool) { openJournal(); });
     search_->installEventFilter(this);
     table_->installEventFilter(this);
 }
@@ -242,6 +245,12 @@ void DeskWindow::openManagement()
         component_.showProductSaleManage(*patient);
 }
 
+void DeskWindow::openJournal()
+{
+    auto journal = std::make_unique<JournalWindow>(connection_, selected());
+    journal.release()->show(); // it goes when it is closed
+}
+
 void DeskWindow::keyPressEvent(QKeyEvent *event)
 {
     if (event->isAutoRepeat())
@@ -251,6 +260,8 @@ void DeskWindow::keyPressEvent(QKeyEvent *event)
         return sale_->click();
     case Qt::Key_F3:
         return manage_->click();
+    case Qt::Key_F9:
+        return journal_->click();
     case Qt::Key_F5:
         return controls::runEvent([this] { refresh(); });
     case Qt::Key_Escape:

@@ -13,7 +13,7 @@ namespace desk {
 
 /// The reception's window: find a patient, open the sale of goods or their management.
 ///
-/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, lblNotice; its own is deskWindow.
+/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, cmdJournal, lblNotice; its own is deskWindow.
 class DeskWindow : public QWidget
 {
     Q_OBJECT
@@ -39,6 +39,7 @@ private:
     std::optional<Patient> selected() const;
     void openSale();
     void openManagement();
+    void openJournal();
 
     ado::ConnectionPtr connection_;
     SaleComponent component_;
@@ -51,6 +52,7 @@ private:
     QLabel *notice_;
     QPushButton *sale_;
     QPushButton *manage_;
+    QPushButton *journal_;
 };
 
 } // namespace desk

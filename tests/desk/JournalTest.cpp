@@ -1,0 +1,219 @@
+#include "desk/backup/Backup.h"
+#include "desk/check/JournalExamination.h"
+#include "desk/journal/Chain.h"
+#include "desk/journal/Seal.h"
+#include "desk/schema/Schema.h"
+#include "desk/schema/Upgrade.h"
+#include "platform/runtime/RuntimeError.h"
+#include "tests/desk/Earlier.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const char *const LastEntry =
+    "SELECT DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer FROM t_DeskJournal ORDER BY DJ_PK DESC LIMIT 1";
+
+/// What a technician is told: the titles of what was found, each with its rows.
+std::string told(TestDatabase &clinic)
+{
+    QStringList lines;
+    const check::JournalExamination examination(*ado::Connection::open(clinic.address()), 0ms);
+    for (const check::Finding &finding : examination.findings()) {
+        EXPECT_EQ(finding.failure, QString());
+        if (finding.violations > 0)
+            lines << finding.query.title + u' ' + finding.firstRows.join(u',').section(QStringLiteral(" · "), 0, 0);
+    }
+    return lines.join(u';').toStdString();
+}
+
+class Journal : public testing::TestWithParam<ado::Engine>
+{
+protected:
+    Journal() { journal::attend(desk()); }
+
+    ado::Connection &desk() { return *clinic.connection(); }
+
+    /// An order, a line, its money; the money again.
+    void sell(ado::Connection &desk, int order)
+    {
+        desk.BeginTrans();
+        for (const char *statement :
+             {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (%1, 1, '2026-11-24')",
+              "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_Count) VALUES (%1, 1, 1)",
+              "UPDATE tPSOrderMaster SET OrdM_Total = 38000 WHERE OrdM_PK = %1",
+              "INSERT INTO tPSTransaction (tpstrans_OrderM_PK, tpstrans_Money) VALUES (%1, 38000)"})
+            desk.Execute(QString::fromLatin1(statement).arg(order));
+        desk.CommitTrans();
+    }
+
+    /// As somebody who owns the database does it, past the guards.
+    void pastGuards(const char *statement)
+    {
+        const bool file = clinic.engine() == ado::Engine::SQLite;
+        for (const char *table : {"t_DeskJournal", "tPSOrderMaster"}) {
+            const QStringList triggers =
+                file ? clinic.rows(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'trigger' AND tbl_name "
+                                                  "= '%1'")
+                                       .arg(QString::fromLatin1(table)))
+                     : QStringList{QString()};
+            for (const QString &trigger : triggers)
+                clinic.run(file ? QStringLiteral("DROP TRIGGER ") + trigger
+                                : QStringLiteral("ALTER TABLE %1 DISABLE TRIGGER USER").arg(QLatin1String(table)));
+        }
+        clinic.run(QString::fromUtf8(statement));
+    }
+
+    TestDatabase clinic{GetParam()};
+};
+INSTANTIATE_TEST_SUITE_P(Engines, Journal, testing::ValuesIn(allEngines), engineName);
+
+} // namespace
+
+TEST_P(Journal, HoldsEachWriteOfADeskAndOfAnotherProgram)
+{
+    const struct
+    {
+        const char *statement, *entry;
+    } writes[]{
+        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (5, 1, '2026-11-24', 1000)",
+         "I|tPSOrderMaster|5|5|1"},
+        {"UPDATE tPSOrderMaster SET OrdM_Total = 2000 WHERE OrdM_PK = 5", "U|tPSOrderMaster|5|5|1"},
+        {"INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK) VALUES (7, 5, 1)", "I|tPSOrderDetail|7|5|1"},
+        {"UPDATE tPSOrderDetail SET OrdD_RfndMemo = 'it''s \"환불\"' WHERE OrdD_PK = 7", "U|tPSOrderDetail|7|5|1"},
+        {"DELETE FROM tPSOrderDetail WHERE OrdD_PK = 7", "D|tPSOrderDetail|7|5|1"},
+        {"INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Money) VALUES "
+         "(9, 1, 5, 3000)",
+         "I|tPSTransaction|9|5|1"},
+        {"UPDATE tPSTransaction SET tpstrans_Memo = NULL WHERE tpstrans_PK = 9", "I|tPSTransaction|9|5|1"}, // was so
+        {"UPDATE tPSTransaction SET tpstrans_Money = 1 WHERE tpstrans_PK = 9", "U|tPSTransaction|9|5|1"},
+        {"DELETE FROM tPSTransaction WHERE tpstrans_PK = 9", "D|tPSTransaction|9|5|1"},
+        {"DELETE FROM tPSOrderMaster WHERE OrdM_PK = 5", "D|tPSOrderMaster|5|5|1"},
+    };
+    for (const bool byDesk : {true, false}) {
+        for (const auto &write : writes) {
+            const QString statement = QString::fromUtf8(write.statement);
+            if (byDesk)
+                desk().Execute(statement);
+            else
+                clinic.run(statement);
+            EXPECT_EQ(clinic.value(LastEntry).toStdString(), write.entry) << write.statement;
+        }
+    }
+    EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Action <> 'B'"), "18");
+    EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Who IS NULL"),
+              GetParam() == ado::Engine::SQLite ? "12" : "0");
+    EXPECT_EQ(told(clinic), "");
+    EXPECT_EQ(clinic.value("SELECT MAX(DJ_Place) FROM t_DeskJournal"), "21");
+    const journal::Chain chain = journal::walk(desk());
+    EXPECT_EQ(chain.open + chain.brokenAt, 0);
+}
+
+TEST_P(Journal, TellsWhatSomebodyDidPastIt)
+{
+    sell(desk(), 5);
+    ASSERT_EQ(told(clinic), "");
+    for (const char *change : {"UPDATE t_DeskJournal SET DJ_Who = 'x'", "DELETE FROM t_DeskJournal"})
+        EXPECT_ANY_THROW(clinic.run(change)) << change;
+    const TestDatabase *const whole = &clinic;
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("whole.backup");
+    if (GetParam() != ado::Engine::Odbc)
+        backup::backUp(whole->address(), file);
+    const struct
+    {
+        const char *done, *told;
+    } deeds[]{
+        {"UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place = 5", "끊어진 변경 이력 이력번호 5"},
+        {"UPDATE t_DeskJournal SET DJ_Old = 'x' WHERE DJ_Place = 6", "끊어진 변경 이력 이력번호 6"},
+        {"DELETE FROM t_DeskJournal WHERE DJ_Place = 4", "끊어진 변경 이력 이력번호 4"},
+        {"INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table, DJ_Place, DJ_Hash) VALUES ('2026', 'D', 'x', 8, "
+         "'00')",
+         "끊어진 변경 이력 이력번호 8"},
+        {"DELETE FROM t_DeskJournal WHERE DJ_Place = 7", "변경 이력과 다른 수납 내역 번호 1"},
+        {"UPDATE tPSOrderMaster SET OrdM_Total = 1", "변경 이력과 다른 거래 번호 5"},
+        {"DELETE FROM tPSOrderMaster", "변경 이력과 다른 거래 번호 5"},
+        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (6, 1, '2026-11-24')",
+         "변경 이력과 다른 거래 번호 6"},
+    };
+    for (const auto &deed : deeds) {
+        if (GetParam() == ado::Engine::Odbc)
+            break; // the same server
+        pastGuards(deed.done);
+        EXPECT_EQ(told(clinic), deed.told) << deed.done;
+        backup::restore(clinic.address(), file);
+        EXPECT_EQ(told(clinic), "") << deed.done;
+    }
+}
+
+TEST_P(Journal, GoesWithBackupAndRestoreAndIsMendedByAnUpgrade)
+{
+    if (GetParam() == ado::Engine::Odbc)
+        GTEST_SKIP() << "no backup by this way";
+    const QTemporaryDir folder;
+    sell(desk(), 5);
+    backup::backUp(clinic.address(), folder.filePath("5.backup"));
+    sell(desk(), 6);
+    backup::restore(clinic.address(), folder.filePath("5.backup"));
+    EXPECT_EQ(clinic.value("SELECT MAX(DJ_Order) FROM t_DeskJournal"), "5");
+    sell(*clinic.otherDesk(), 7);
+    EXPECT_EQ(clinic.value(LastEntry), "I|tPSTransaction|"
+                                           + clinic.value("SELECT MAX(tpstrans_PK) FROM "
+                                                          "tPSTransaction")
+                                           + "|7|NULL");
+    EXPECT_EQ(told(clinic), "");
+
+    TestDatabase earlier(GetParam(), false);
+    for (const QString &statement : earlierStatements("5-version", GetParam()))
+        earlier.run(statement);
+    earlier.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (9, 1, '2026-11-24')");
+    EXPECT_EQ(told(earlier), "");
+    backup::backUp(earlier.address(), folder.filePath("earlier.backup"));
+    backup::restore(clinic.address(), folder.filePath("earlier.backup"));
+    EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal"), "3"); // began anew with those rows
+    EXPECT_EQ(told(clinic), "");
+    backup::restore(earlier.address(), folder.filePath("5.backup")); // where nothing of a journal is yet
+    EXPECT_EQ(told(earlier), "");
+
+    pastGuards("UPDATE t_DeskSchema SET DS_Version = 2");
+    EXPECT_EQ(schema::upgrade(desk()).size(), 1U);
+    EXPECT_ANY_THROW(clinic.run("DELETE FROM t_DeskJournal"));
+    sell(desk(), 70);
+    EXPECT_EQ(told(clinic), "");
+}
+
+TEST(JournalOnAServer, KeepsOneChainWhateverTransactionsDoAtOnce)
+{
+    TestDatabase clinic(ado::Engine::PostgreSQL);
+    const QString order = QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (%1, 1, "
+                                         "'2026-11-24')");
+    clinic.run("BEGIN ISOLATION LEVEL REPEATABLE READ"); // sees no end of a chain that went on since
+    clinic.run(order.arg(1));
+    clinic.connection()->BeginTrans();
+    clinic.otherDesk()->BeginTrans();
+    clinic.connection()->Execute(order.arg(2));
+    clinic.otherDesk()->Execute(order.arg(3));
+    clinic.otherDesk()->CommitTrans();
+    clinic.connection()->CommitTrans();
+    clinic.run("COMMIT");
+    const journal::Chain chain = journal::walk(*clinic.connection());
+    EXPECT_EQ(chain.brokenAt, 0);
+    EXPECT_EQ(chain.last, 5);
+    EXPECT_EQ(chain.open, 1);
+    EXPECT_EQ(told(clinic), "");
+    EXPECT_EQ(journal::walk(*clinic.connection()).last, 6);
+}
+
+TEST(JournalOnAServer, RefusesNoWriteThatItCannotHold)
+{
+    TestDatabase clinic(ado::Engine::PostgreSQL);
+    clinic.run("ALTER TABLE t_DeskJournal RENAME TO gone");
+    EXPECT_EQ(clinic.connection()->Execute("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (5, 1, "
+                                           "'2026-11-24')"),
+              1);
+    clinic.run("ALTER TABLE gone RENAME TO t_DeskJournal");
+    EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM tPSOrderMaster"), "1");
+    EXPECT_EQ(told(clinic), "변경 이력과 다른 거래 번호 5");
+}
