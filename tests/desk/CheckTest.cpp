@@ -1,5 +1,6 @@
 #include "desk/check/Examination.h"
 #include "desk/sample/Clinic.h"
+#include "tests/support/Cases.h"
 #include "tests/support/TestDatabase.h"
 
 #include <map>
@@ -57,63 +58,10 @@ INSTANTIATE_TEST_SUITE_P(Engines, Check, testing::ValuesIn(allEngines), engineNa
 
 TEST_P(Check, FindsEachDamageAndNothingBeside)
 {
-    // The keys: order 1 is patient 1's here, with lines of normal sale and a ledger; 900 and above are nobody's.
-    const struct
-    {
-        const char *damage, *title;
-    } damages[]{
-        {"UPDATE tPSOrderMaster SET OrdM_TaxTotal = OrdM_TaxTotal + 1 WHERE OrdM_PK = 1",
-         "총액이 과세·비과세 합계와 다른 주문"},
-        {"UPDATE tPSOrderMaster SET OrdM_Total = OrdM_Total + 1, OrdM_TaxFreeTotal = OrdM_TaxFreeTotal + 1 WHERE "
-         "OrdM_PK = 1",
-         "총액이 판매 내역의 합계와 다른 주문"},
-        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (1, 1, 500, "
-         "100, -2)",
-         "총액이 판매 내역의 합계와 다른 주문"},
-        {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1", "총액이 판매 내역의 합계와 다른 주문"},
-        {"DELETE FROM tPSProductMaster; UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal "
-         "= 0 "
-         "WHERE OrdM_PK = 1",
-         "삭제된 물품의 판매 내역이 총액에서 빠진 거래"},
-        {"INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (900, '2026-01-01')", "환자가 없는 주문"},
-        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (0, 1, '2026-01-01')",
-         "번호가 0 이하인 주문"},
-        {"UPDATE tPSOrderMaster SET OrdM_Gubun = 3 WHERE OrdM_PK = 1", "수령 방법이 잘못된 주문"},
-        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count) VALUES (90000, 1, 0, "
-         "0, 1)",
-         "주문이 없는 판매 내역"},
-        {"UPDATE tPSOrderDetail SET OrdD_OrderType = 3 WHERE OrdM_PK = 1", "판매 종류가 잘못된 판매 내역"},
-        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit) VALUES (1, 1, 500, 0)",
-         "수량이 없거나 범위를 벗어난 판매 내역"},
-        {"INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
-         "VALUES (1, 1, 500, 500, 1, 2)",
-         "값이 붙은 서비스·망실 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = 90000 WHERE tpstrans_PK = 1",
-         "주문도 진료 영수증도 없는 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_OrderM_PK = NULL WHERE tpstrans_PK = 1",
-         "주문도 진료 영수증도 없는 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Customer_PK = tpstrans_Customer_PK + 1 WHERE tpstrans_PK = 1",
-         "다른 환자의 주문에 적힌 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Operator = 0 WHERE tpstrans_PK = 1",
-         "방법이나 결재 코드가 잘못된 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Operator = 5 WHERE tpstrans_PK = 1",
-         "방법이나 결재 코드가 잘못된 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Method = '03' WHERE tpstrans_PK = 1",
-         "방법이나 결재 코드가 잘못된 수납 내역"},
-        {"UPDATE tPSTransaction SET tpstrans_Money = NULL WHERE tpstrans_PK = 1",
-         "금액이 없거나 범위를 벗어난 수납 내역"},
-        {"UPDATE tPSIncoming SET CM_PK = 900 WHERE IN_PK = 1", "거래처가 없는 구매 내역"},
-        {"UPDATE tPSProductMaster SET PM_Name = '  ' WHERE PM_PK = 1", "분류나 물품명이 없는 물품"},
-        {"UPDATE tPSCompanyMaster SET CM_Name = '' WHERE CM_PK = 1", "이름이 없는 거래처"},
-        {"UPDATE tPSOrderMaster SET OrdM_Date = '0026-11-24' WHERE OrdM_PK = 1", "날짜가 달력을 벗어난 기록"},
-        {"UPDATE tPSTransaction SET tpstrans_Date = '0206-01-01' WHERE tpstrans_PK = 1", "날짜가 달력을 벗어난 기록"},
-    };
     QStringList reported;
-    for (const auto &damage : damages) {
-        const QString title = QString::fromUtf8(damage.title);
-        EXPECT_EQ(found(QString::fromUtf8(damage.damage)).join(u'\n').toStdString(), title.toStdString())
-            << damage.damage;
-        reported << title;
+    for (const QStringList &damage : casesOf("desk/damages.cases", 2)) {
+        EXPECT_EQ(found(damage[1]).join(u'\n').toStdString(), damage[0].toStdString()) << damage[1].toStdString();
+        reported << damage[0];
     }
     for (const check::Query &query : check::queries())
         EXPECT_TRUE(reported.contains(query.title)) << query.title.toStdString();
@@ -122,34 +70,8 @@ TEST_P(Check, FindsEachDamageAndNothingBeside)
 TEST_P(Check, LetsPassWhatTheDesksThemselvesMake)
 {
     EXPECT_EQ(found(touchNothing).join(u'\n').toStdString(), "");
-    for (const char *legal : {
-             // Set by hand in the order pane, or left by a payment beyond the total or the outstanding money.
-             "UPDATE tPSOrderMaster SET OrdM_Misugum = -500, OrdM_HalinTotal = 7 WHERE OrdM_PK = 1",
-             "UPDATE tPSOrderMaster SET OrdM_Gubun = NULL, OrdM_Misugum = NULL WHERE OrdM_PK = 1",
-             // An edit to no amount; a bank transfer; a payment under zero; a row that tells neither kind nor method.
-             "UPDATE tPSTransaction SET tpstrans_Money = 0, tpstrans_Method = '' WHERE tpstrans_PK = 1",
-             "UPDATE tPSTransaction SET tpstrans_Method = '02', tpstrans_Money = -3000 WHERE tpstrans_PK = 1",
-             "UPDATE tPSTransaction SET tpstrans_Method = NULL, tpstrans_Operator = NULL WHERE tpstrans_PK = 1",
-             // The desk's own treatment receipts, one of them under the key of another patient's order.
-             "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-             "tpstrans_Money, tpstrans_Method) VALUES (1, 10000001, '2026-01-01', 3, 1, '')",
-             "INSERT INTO Receipt (Receipt_PK, Customer_PK) SELECT OrdM_PK, 31 - Cust_PK FROM tPSOrderMaster WHERE "
-             "OrdM_PK = 2;"
-             "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Operator, tpstrans_Money) "
-             "SELECT Customer_PK, Receipt_PK, 3, 50 FROM Receipt WHERE Receipt_PK = 2",
-             // An order whose line did not follow; a second one of the day; the last line taken away.
-             "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total) SELECT Cust_PK, OrdM_Date, 0 FROM "
-             "tPSOrderMaster "
-             "WHERE OrdM_PK = 1",
-             "DELETE FROM tPSOrderDetail WHERE OrdM_PK = 1;"
-             "UPDATE tPSOrderMaster SET OrdM_Total = 0, OrdM_TaxTotal = 0, OrdM_TaxFreeTotal = 0 WHERE OrdM_PK = 1",
-             // A product that is gone leaves the old totals, until a recalculation.
-             "DELETE FROM tPSProductMaster",
-             // Taxed yesterday, tax-free today; without a price.
-             "UPDATE tPSProductMaster SET PM_IsTaxed = 1 - PM_IsTaxed, PM_UnitPrice = NULL",
-             "UPDATE tPSIncoming SET IN_Count = 0, IN_UnitPrice = -1, IN_Total = 5, PM_PK = 90000 WHERE IN_PK = 1",
-         })
-        EXPECT_EQ(found(QString::fromUtf8(legal)).join(u'\n').toStdString(), "") << legal;
+    for (const QStringList &legal : casesOf("desk/legal.cases", 1))
+        EXPECT_EQ(found(legal[0]).join(u'\n').toStdString(), "") << legal[0].toStdString();
 }
 
 TEST_P(Check, ShowsTheFirstRowsWithTheirKeys)

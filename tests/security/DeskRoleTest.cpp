@@ -6,6 +6,7 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
 #include "sales/clsFunctions.h"
+#include "tests/support/Cases.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QProcess>
@@ -91,39 +92,8 @@ TEST_F(DeskRole, MayNothingElse)
     clinic_.run("CREATE SCHEMA treatment");
     clinic_.run("CREATE TABLE treatment.record (note text)");
     clinic_.run("CREATE TABLE payroll (note text)");
-    for (const char *statement : {
-             "CREATE TABLE mine (x integer)",
-             "CREATE TEMPORARY TABLE mine (x integer)",
-             "CREATE SCHEMA mine",
-             "DROP TABLE tPSProperties",
-             "ALTER TABLE tPSOrderMaster ADD COLUMN x integer",
-             "TRUNCATE tPSTransaction",
-             "CREATE INDEX mine ON tPSOrderMaster (OrdM_Tel)",
-             "SELECT * FROM treatment.record",
-             "SELECT * FROM payroll",
-             "UPDATE Customer SET name = 'x'",
-             "DELETE FROM Receipt",
-             "DELETE FROM tPSProperties",
-             "DELETE FROM t_HospSetup",
-             "UPDATE t_DeskSchema SET DS_Version = 0",
-             "UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place IS NULL",
-             "DELETE FROM t_DeskJournal",
-             "INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table) VALUES ('', 'D', '')",
-             "SELECT clinic_journal.add('D', 'tPSTransaction', 1, 1, 1, '', '', true)",
-             "ALTER TABLE tPSTransaction DISABLE TRIGGER USER",
-             "SELECT setval('tpsordermaster_ordm_pk_seq', 1)",
-             "SELECT nextval('tpsordermaster_ordm_pk_seq')",
-             "SELECT last_value FROM tpsordermaster_ordm_pk_seq",
-             "INSERT INTO tPSCompanyMaster (CM_PK, CM_Name) VALUES (2147483647, 'x')",
-             "UPDATE tPSTransaction SET tpstrans_PK = 2147483647 WHERE tpstrans_PK = 1",
-             "SELECT pg_read_file('/etc/hostname')",
-             "SELECT lo_from_bytea(0, 'x')",
-             "COPY tPSTransaction TO PROGRAM 'cat'",
-             "CREATE ROLE other",
-             "SET ROLE clinic",
-             "DROP SCHEMA clinic_like CASCADE",
-         })
-        EXPECT_THAT(refusal(QString::fromLatin1(statement)), testing::Not(testing::IsEmpty())) << statement;
+    for (const QStringList &statement : casesOf("security/refused.cases", 1))
+        EXPECT_THAT(refusal(statement[0]), testing::Not(testing::IsEmpty())) << statement[0].toStdString();
 }
 
 TEST_F(DeskRole, StaysLockedOutWhenItsRightsAreGivenAnew)
