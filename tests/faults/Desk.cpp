@@ -5,6 +5,7 @@
 #include "money/OutstandingMoney.h"
 #include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
+#include "tests/support/Cases.h"
 
 namespace {
 
@@ -142,23 +143,6 @@ constexpr Work all[] = {
     {"change a property", [](Desk &) { return saveProperty("shop"); }, 1, false},
 };
 
-const char *const filling[] = {
-    "INSERT INTO Customer (name, sn) VALUES ('김환자', '41')",
-    "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_AddedDate) VALUES "
-    "('차', '홍삼', 1000, 1, 1, '2026-01-02'), ('차', '감초차', 500, 0, 1, '2026-01-02')",
-    "INSERT INTO tPSCompanyMaster (CM_Name, CM_IsValid) VALUES ('한빛', 1), ('새봄', 1)",
-    "INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice, IN_Total) VALUES (1, 1, '2026-01-03', 9, "
-    "700, 6300), (1, 1, '2026-01-04', 1, 700, 700)",
-    "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, OrdM_HalinTotal, "
-    "OrdM_Total, OrdM_Misugum) VALUES (1, '2026-11-20', 1, 2700, 0, 300, 2700, 500), (1, '2026-11-19', 1, 1000, 0, 0, "
-    "1000, 0)",
-    "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) VALUES "
-    "(1, 1, 1000, 100, 2, 0), (1, 1, 1000, 100, 1, 0), (2, 1, 1000, 0, 1, 0)",
-    "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-    "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-11-20', 3, 2200, '00'), (1, 1, '2026-11-20', 3, 1, '01')",
-    "INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('shop', '한의원')",
-};
-
 void openRows(SaleSession::RecordsetPtr &rows, const QString &source)
 {
     if (!rows)
@@ -180,8 +164,8 @@ void makeClinic(const QString &file)
 {
     const ado::ConnectionPtr clinic = ado::Connection::open(QStringLiteral("sqlite:") + file, true);
     schema::createSchema(*clinic);
-    for (const char *statement : filling)
-        clinic->Execute(QString::fromUtf8(statement));
+    for (const QStringList &statement : casesOf("faults/clinic.cases", 1))
+        clinic->Execute(statement[0]);
     // Closed with its log played in, and as --make leaves it: the desk that opens it first sets the mode.
     clinic->Execute(QStringLiteral("PRAGMA journal_mode = DELETE"));
 }

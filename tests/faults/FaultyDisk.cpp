@@ -3,7 +3,7 @@
 #include <sqlite3.h>
 
 #include <array>
-#include <new>
+#include <map>
 
 namespace faults {
 
@@ -31,41 +31,30 @@ int fateOf(Call call)
     return state.fault.code;
 }
 
-/// The engine's own file lies behind it in memory.
-struct File : sqlite3_file
+/// An open file of the engine's own, some of whose methods are exchanged.
+struct Open
 {
     QString name;
-
-    static sqlite3_file *real(sqlite3_file *file)
-    {
-        return reinterpret_cast<sqlite3_file *>(static_cast<File *>(file) + 1);
-    }
+    const sqlite3_io_methods *real;
+    sqlite3_io_methods exchanged;
 };
+std::map<sqlite3_file *, Open> opened;
 
 void note(sqlite3_file *file, Deed::Kind kind, qint64 at = 0, const QByteArray &bytes = {})
 {
     if (state.deeds)
-        state.deeds->push_back({kind, static_cast<File *>(file)->name, at, bytes});
-}
-
-template <auto Method, typename... Arguments>
-auto onReal(sqlite3_file *file, Arguments... arguments)
-{
-    sqlite3_file *const real = File::real(file);
-    return (real->pMethods->*Method)(real, arguments...);
+        state.deeds->push_back({kind, opened.at(file).name, at, bytes});
 }
 
 int closeFile(sqlite3_file *file)
 {
-    const int code = onReal<&sqlite3_io_methods::xClose>(file);
-    static_cast<File *>(file)->~File();
-    return code;
+    return opened.extract(file).mapped().real->xClose(file);
 }
 
 int readFile(sqlite3_file *file, void *to, int length, sqlite3_int64 at)
 {
     const int fate = fateOf(Call::Read);
-    return fate ? fate : onReal<&sqlite3_io_methods::xRead>(file, to, length, at);
+    return fate ? fate : opened.at(file).real->xRead(file, to, length, at);
 }
 
 int writeFile(sqlite3_file *file, const void *from, int length, sqlite3_int64 at)
@@ -74,7 +63,7 @@ int writeFile(sqlite3_file *file, const void *from, int length, sqlite3_int64 at
     if (fate) // a full disk takes what it can
         length /= 2;
     note(file, Deed::Write, at, QByteArray(static_cast<const char *>(from), length));
-    const int code = onReal<&sqlite3_io_methods::xWrite>(file, from, length, at);
+    const int code = opened.at(file).real->xWrite(file, from, length, at);
     return fate ? fate : code;
 }
 
@@ -83,7 +72,7 @@ int truncateFile(sqlite3_file *file, sqlite3_int64 size)
     if (const int fate = fateOf(Call::Truncate))
         return fate;
     note(file, Deed::Truncate, size);
-    return onReal<&sqlite3_io_methods::xTruncate>(file, size);
+    return opened.at(file).real->xTruncate(file, size);
 }
 
 /// The machine goes on running, so nothing needs to reach its disk.
@@ -98,50 +87,33 @@ int syncFile(sqlite3_file *file, int)
 int lockFile(sqlite3_file *file, int level)
 {
     const int fate = fateOf(Call::Lock);
-    return fate ? fate : onReal<&sqlite3_io_methods::xLock>(file, level);
+    return fate ? fate : opened.at(file).real->xLock(file, level);
 }
 
 int lockShared(sqlite3_file *file, int offset, int count, int flags)
 {
     const int fate = (flags & SQLITE_SHM_LOCK) ? fateOf(Call::Lock) : SQLITE_OK;
-    return fate ? fate : onReal<&sqlite3_io_methods::xShmLock>(file, offset, count, flags);
+    return fate ? fate : opened.at(file).real->xShmLock(file, offset, count, flags);
 }
-
-using Methods = sqlite3_io_methods;
-const Methods methods{
-    2,
-    closeFile,
-    readFile,
-    writeFile,
-    truncateFile,
-    syncFile,
-    [](sqlite3_file *file, sqlite3_int64 *size) { return onReal<&Methods::xFileSize>(file, size); },
-    lockFile,
-    [](sqlite3_file *file, int level) { return onReal<&Methods::xUnlock>(file, level); },
-    [](sqlite3_file *file, int *out) { return onReal<&Methods::xCheckReservedLock>(file, out); },
-    [](sqlite3_file *file, int op, void *with) { return onReal<&Methods::xFileControl>(file, op, with); },
-    [](sqlite3_file *file) { return onReal<&Methods::xSectorSize>(file); },
-    [](sqlite3_file *file) { return onReal<&Methods::xDeviceCharacteristics>(file); },
-    [](sqlite3_file *file, int page, int size, int extend, void volatile **at) {
-        return onReal<&Methods::xShmMap>(file, page, size, extend, at);
-    },
-    lockShared,
-    [](sqlite3_file *file) { onReal<&Methods::xShmBarrier>(file); },
-    [](sqlite3_file *file, int remove) { return onReal<&Methods::xShmUnmap>(file, remove); },
-    nullptr,
-    nullptr,
-};
 
 int openFile(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags, int *flagsGiven)
 {
-    auto *const made = new (file) File{{nullptr}, QString::fromUtf8(name)};
     int code = fateOf(Call::Open);
+    file->pMethods = nullptr; // the engine does not close what has none
     if (!code)
-        code = theReal->xOpen(theReal, name, File::real(file), flags, flagsGiven);
-    if (code)
-        made->~File(); // the engine does not close what has no methods
-    else
-        made->pMethods = &methods;
+        code = theReal->xOpen(theReal, name, file, flags, flagsGiven);
+    if (code || !file->pMethods)
+        return code;
+    Open &made = opened[file] = {QString::fromUtf8(name), file->pMethods, *file->pMethods};
+    made.exchanged.iVersion = 2; // nothing is mapped past the methods for reading and writing
+    made.exchanged.xClose = closeFile;
+    made.exchanged.xRead = readFile;
+    made.exchanged.xWrite = writeFile;
+    made.exchanged.xTruncate = truncateFile;
+    made.exchanged.xSync = syncFile;
+    made.exchanged.xLock = lockFile;
+    made.exchanged.xShmLock = lockShared;
+    file->pMethods = &made.exchanged;
     return code;
 }
 
@@ -155,7 +127,6 @@ int deleteFile(sqlite3_vfs *, const char *name, int syncFolder)
 [[maybe_unused]] const bool installed = [] {
     theReal = sqlite3_vfs_find(nullptr);
     static sqlite3_vfs faulty = *theReal;
-    faulty.szOsFile = int(sizeof(File)) + theReal->szOsFile;
     faulty.zName = "faulty";
     faulty.pNext = nullptr;
     faulty.xOpen = openFile;
