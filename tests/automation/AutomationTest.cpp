@@ -2,7 +2,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/runtime/Currency.h"
-#include "platform/runtime/RuntimeError.h"
+#include "tests/support/Refusal.h"
 
 #include <QApplication>
 #include <QDate>
@@ -18,22 +18,10 @@
 
 using runtime::Currency;
 using runtime::ErrorNumber;
-using runtime::RuntimeError;
 
 namespace {
 
 const QString till = QStringLiteral("testShop.Till");
-
-template <typename Step>
-std::optional<ErrorNumber> errorOf(Step &&step)
-{
-    try {
-        step();
-        return std::nullopt;
-    } catch (const RuntimeError &error) {
-        return error.number();
-    }
-}
 
 QString libraryPath()
 {

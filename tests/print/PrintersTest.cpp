@@ -1,7 +1,7 @@
 #include "platform/print/Printers.h"
-#include "platform/runtime/RuntimeError.h"
 #include "tests/support/Paper.h"
 #include "tests/support/PrintServer.h"
+#include "tests/support/Refusal.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -33,16 +33,6 @@ print::Document twoPages()
     print::Document document(print::A4, {15, 20, 15, 20});
     document.addTable(table);
     return document;
-}
-
-std::string refusal(const std::function<void()> &act)
-{
-    try {
-        act();
-    } catch (const runtime::RuntimeError &error) {
-        return error.description().toStdString();
-    }
-    return "no error";
 }
 
 } // namespace

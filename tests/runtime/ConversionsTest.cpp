@@ -1,11 +1,10 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
-#include "platform/runtime/RuntimeError.h"
+#include "tests/support/Refusal.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <optional>
 
 using namespace runtime;
 
@@ -14,17 +13,6 @@ namespace {
 QVariant won(std::int64_t amount)
 {
     return QVariant::fromValue(Currency::fromWon(amount));
-}
-
-template <typename Call>
-std::optional<ErrorNumber> errorOf(Call &&call)
-{
-    try {
-        call();
-        return std::nullopt;
-    } catch (const RuntimeError &error) {
-        return error.number();
-    }
 }
 
 } // namespace
@@ -115,19 +103,6 @@ TEST(WholeNumbers, RoundHalfToEvenAndRefuseWhatDoesNotFit)
     EXPECT_EQ(errorOf([] { CLng(~0ULL); }), ErrorNumber::Overflow);
     EXPECT_EQ(CLng(QStringLiteral("&HFFFF")), -1) << "four hexadecimal digits are a 16-bit pattern";
     EXPECT_EQ(CLng(QStringLiteral("&H10000")), 65536);
-}
-
-TEST(FloatingPoint, RefusesWhatDoesNotFitInsteadOfGoingInfinite)
-{
-    EXPECT_EQ(errorOf([] { CDbl(QStringLiteral("1e999")); }), ErrorNumber::Overflow);
-}
-
-TEST(IsTrue, ReadsFlagsOfEveryEngine)
-{
-    for (const QVariant &set : {QVariant(true), QVariant(1), QVariant(-1), QVariant(QStringLiteral("1")), won(2)})
-        EXPECT_TRUE(isTrue(set)) << set.typeName();
-    for (const QVariant &unset : {QVariant(), QVariant(false), QVariant(0), QVariant(QStringLiteral("0")), won(0)})
-        EXPECT_FALSE(isTrue(unset)) << unset.typeName();
 }
 
 TEST(Currency, RaisesInsteadOfWrappingAndLeavesTheAmountAsItWas)
