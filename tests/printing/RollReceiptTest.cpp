@@ -3,6 +3,7 @@
 #include "printing/clsReceiptPrinter.h"
 #include "settings/clsUserSetting.h"
 #include "tests/printing/ReceiptDesk.h"
+#include "tests/support/Cases.h"
 #include "tests/support/PrintServer.h"
 
 #include <QFile>
@@ -52,46 +53,21 @@ TEST_F(RollReceiptTest, PutsEveryBoxInItsPlaceAndMovesTheFooterByTheItems)
         ledger(key, 3, 987);
         const Paper paper = rollPaper(key);
         const double moved = (lines - 1) * 10.0;
-        struct Box
-        {
-            const char *word;
-            bool right;
-            double x; ///< twips
-            double y; ///< twips
-            double down;
-        };
-        const Box boxes[] = {{"123-45-67890", false, 2250, 750, 0},
-                             {"대표:허준", false, 30, 1050, 0},
-                             {"서울시종로구세종대로1", false, 30, 1380, 0},
-                             {"02-123-4567", false, 30, 1650, 0},
-                             {"www.zelvo.example", false, 1620, 1620, 0},
-                             {"남궁보람님", false, 30, 1950, 0},
-                             {"상품명", false, 30, 2970, 0},
-                             {"단가", false, 1440, 2970, 0},
-                             {"할인", false, 2220, 2970, 0},
-                             {"수량", false, 2760, 2970, 0},
-                             {"금액", false, 3690, 2970, 0},
-                             {"001감초차%1", false, 0, 3510, 0},
-                             {"계", true, 570 + 1545, 4980, moved},
-                             {"2,400", true, 4065, 4980, moved},
-                             {"수납금액", true, 570 + 1545, 5430, moved},
-                             {"987", true, 4065, 5400, moved},
-                             {"부가세", false, 0, 6240, moved}};
-        for (const Box &box : boxes) {
-            QString text = QString::fromUtf8(box.word);
+        for (const QStringList &box : casesOf("printing/roll-places.cases", 5)) {
+            QString text = box[0];
             if (text.contains(QLatin1Char('%')))
                 text = text.arg(lines);
             if (text == QLatin1String("2,400"))
                 text = lines == 1 ? text : QStringLiteral("7,200");
             SCOPED_TRACE(text.toStdString());
-            const double top = mm(box.y) + box.down;
+            const double top = mm(box[3].toDouble()) + (box[4] == "moved" ? moved : 0);
             QRectF place; // of the nearest word of this text
             for (const Paper::Word &word : paper.words()) {
                 if (word.text == text && (place.isNull() || qAbs(word.box.top() - top) < qAbs(place.top() - top)))
                     place = word.box;
             }
             ASSERT_FALSE(place.isNull());
-            EXPECT_NEAR(box.right ? place.right() : place.left(), mm(box.x), tolerance);
+            EXPECT_NEAR(box[1] == "right" ? place.right() : place.left(), mm(box[2].toDouble()), tolerance);
             EXPECT_NEAR(place.top(), top, tolerance);
         }
     }

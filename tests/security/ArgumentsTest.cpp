@@ -6,6 +6,7 @@
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
+#include "tests/support/Refusal.h"
 #include "tests/support/TestDatabase.h"
 
 #include <gmock/gmock.h>
@@ -33,12 +34,12 @@ protected:
     std::string returnWith(const QString &remark)
     {
         const QString statement = clsSQL().insDB2RfndOrderDetailSQL(1, 1, runtime::Currency::fromWon(900), -1, remark);
-        return outcome([&] { clinic_.connection()->Execute(statement); });
+        return refusal([&] { clinic_.connection()->Execute(statement); });
     }
     /// The first value of a reading.
     std::string read(const QString &statement, QString *value = nullptr)
     {
-        return outcome([&] {
+        return refusal([&] {
             ado::Recordset rows;
             rows.Open(statement, clinic_.connection(), ado::CursorType::Static, ado::LockType::ReadOnly);
             if (value)
@@ -48,17 +49,6 @@ protected:
     QString count(const char *from)
     {
         return clinic_.value(QStringLiteral("SELECT COUNT(*) FROM ") + QString::fromUtf8(from));
-    }
-
-    template <typename Work>
-    static std::string outcome(Work work)
-    {
-        try {
-            work();
-            return {};
-        } catch (const runtime::RuntimeError &error) {
-            return error.description().toStdString();
-        }
     }
 
     TestDatabase clinic_;
@@ -91,17 +81,6 @@ TEST_P(Arguments, NeverBeginASecondStatementNorHideTheRest)
     }
     EXPECT_EQ(count("tPSOrderDetail"), lines);
     EXPECT_EQ(count("tPSTransaction"), ledger);
-}
-
-TEST_P(Arguments, DoNotChangeWhereTheServerEndsALiteral)
-{
-    const QString ledger = count("tPSTransaction");
-    // Where there are no such settings the first is refused.
-    returnWith(QStringLiteral("' || set_config('standard_conforming_strings', 'off', false) || '"));
-    returnWith(QStringLiteral(R"(\''); DELETE FROM tPSTransaction; --)"));
-    EXPECT_EQ(count("tPSTransaction"), ledger);
-    EXPECT_EQ(returnWith(QStringLiteral(R"(\38,000)")), "") << "the desk works on";
-    EXPECT_EQ(count(R"(tPSOrderDetail WHERE OrdD_RfndMemo = '\38,000')"), QStringLiteral("1"));
 }
 
 TEST_P(Arguments, AreBoundToTheStatementsOwnTable)

@@ -7,6 +7,7 @@
 #include "platform/runtime/RuntimeError.h"
 #include "sales/clsFunctions.h"
 #include "tests/support/Cases.h"
+#include "tests/support/Refusal.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QProcess>
@@ -40,14 +41,9 @@ protected:
             throw std::runtime_error(psql.readAll().toStdString());
     }
 
-    std::string refusal(const QString &statement)
+    std::string refusalOf(const QString &statement)
     {
-        try {
-            desk_->Execute(statement);
-            return {};
-        } catch (const runtime::RuntimeError &error) {
-            return error.description().toStdString();
-        }
+        return refusal([&] { desk_->Execute(statement); });
     }
 
     TestDatabase clinic_;
@@ -93,7 +89,7 @@ TEST_F(DeskRole, MayNothingElse)
     clinic_.run("CREATE TABLE treatment.record (note text)");
     clinic_.run("CREATE TABLE payroll (note text)");
     for (const QStringList &statement : casesOf("security/refused.cases", 1))
-        EXPECT_THAT(refusal(statement[0]), testing::Not(testing::IsEmpty())) << statement[0].toStdString();
+        EXPECT_THAT(refusalOf(statement[0]), testing::Not(testing::IsEmpty())) << statement[0].toStdString();
 }
 
 TEST_F(DeskRole, StaysLockedOutWhenItsRightsAreGivenAnew)
