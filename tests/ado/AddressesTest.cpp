@@ -80,27 +80,14 @@ TEST(Addresses, HandOnNamesOfAnySigns)
 
 TEST(Addresses, NameAServerByNameNumberOrSocket)
 {
-    const struct
-    {
-        const char *address;
-        const char *host;
-        const char *port;
-    } servers[] = {
-        {"desk@clinic-server/clinic", "clinic-server", ""},
-        {"desk:pw@10.0.0.2:5433/clinic", "10.0.0.2", "5433"},
-        {"[::1]:5433/clinic", "::1", "5433"},
-        {"desk@[fe80::2%25eth0]/clinic", "fe80::2%eth0", ""},
-        {"desk@%2Frun%2Fpg:5434/clinic", "/run/pg", "5434"},
-        {"/clinic?host=/run/pg&port=1", "/run/pg", "1"},
-        {"/clinic?host=first,second&port=5432,5433", "first,second", "5432,5433"},
-    };
-    for (const auto &server : servers) {
+    for (const QStringList &server : casesOf("ado/servers.cases", 3)) {
+        SCOPED_TRACE(server[0].toStdString());
         QHash<QString, QString> last;
-        for (const auto &[name, value] : ado::postgresParameters(QString::fromLatin1(server.address)))
+        for (const auto &[name, value] : ado::postgresParameters(server[0]))
             last[name] = value;
-        EXPECT_EQ(last[QStringLiteral("host")].toStdString(), server.host) << server.address;
-        EXPECT_EQ(last[QStringLiteral("port")].toStdString(), server.port) << server.address;
-        EXPECT_EQ(last[QStringLiteral("dbname")], "clinic") << server.address;
+        EXPECT_EQ(last[QStringLiteral("host")], server[1]);
+        EXPECT_EQ(last[QStringLiteral("port")], server[2]);
+        EXPECT_EQ(last[QStringLiteral("dbname")], "clinic");
     }
 }
 

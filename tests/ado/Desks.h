@@ -2,12 +2,10 @@
 
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
-#include "platform/runtime/RuntimeError.h"
+#include "tests/support/Refusal.h"
 #include "tests/support/TestDatabase.h"
 
 #include <gtest/gtest.h>
-
-#include <optional>
 
 using ado::CursorLocation;
 using ado::CursorType;
@@ -55,18 +53,6 @@ inline QString column(Recordset &recordset, const QString &field)
     for (; !recordset.Eof(); recordset.MoveNext())
         values << (recordset.value(field).isValid() ? runtime::text(recordset.value(field)) : QStringLiteral("NULL"));
     return values.join(u' ');
-}
-
-/// The number of the error that the step raises; none when it runs.
-template <typename Step>
-std::optional<ErrorNumber> errorOf(Step step)
-{
-    try {
-        step();
-        return std::nullopt;
-    } catch (const runtime::RuntimeError &error) {
-        return error.number();
-    }
 }
 
 inline std::ostream &operator<<(std::ostream &out, ErrorNumber number)

@@ -28,17 +28,6 @@ TEST_P(Like, FindsNoRowWhoseTextIsNull)
     EXPECT_EQ(found->rowCount(), 1);
 }
 
-TEST(LikeOperator, StillStandsAfterTheDatabaseWasOpenedAgain)
-{
-    TestDatabase clinic(ado::Engine::SQLite);
-    for (int round = 0; round < 2; ++round) {
-        const ado::ConnectionPtr desk = ado::Connection::open(clinic.address());
-        Recordset found;
-        found.Open(QStringLiteral("SELECT 'b' LIKE '[abc]' AS found"), desk, CursorType::Static, LockType::ReadOnly);
-        EXPECT_TRUE(runtime::isTrue(found.value(QStringLiteral("found"))));
-    }
-}
-
 TEST(LikeOperator, TakesASignBehindTheEscapeSignAsItself)
 {
     EXPECT_TRUE(ado::like(u"50%", u"50!%", U'!'));

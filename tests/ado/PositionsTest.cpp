@@ -199,16 +199,6 @@ TEST_P(Positions, ACloneOutlivesItsOriginal)
     EXPECT_EQ(column(*clone, "PM_Name"), "a b");
 }
 
-TEST_P(Positions, AFailedRequeryKeepsTheRows)
-{
-    addProducts({"a", "b"});
-    const auto products = opened(allProducts, CursorType::Static, LockType::ReadOnly);
-    products->moveTo(1);
-    clinic.run(QStringLiteral("ALTER TABLE tPSProductMaster RENAME TO tPSAway"));
-    EXPECT_EQ(errorOf([&] { products->Requery(); }), ErrorNumber::Database);
-    EXPECT_EQ(products->value("PM_Name"), "b");
-}
-
 TEST_P(Positions, AHandlerMayCloseOrDropTheRecordset)
 {
     addProducts({"a", "b"});

@@ -51,10 +51,3 @@ TEST_P(Statements, TheFailureTellsTheServersWordsBehindAKoreanSentence)
             << error.description().toStdString();
     }
 }
-
-TEST_P(Statements, ExecuteTellsTheRowsItTouched)
-{
-    addProducts({"one", "two", "three"});
-    EXPECT_EQ(desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_UnitPrice > 1000")), 2);
-    EXPECT_EQ(desk->Execute(QStringLiteral("DELETE FROM tPSProductMaster WHERE PM_Name = 'none'")), 0);
-}

@@ -119,16 +119,6 @@ TEST_P(Updates, OfDifferentColumnsDoNotCollide)
     EXPECT_EQ(product("PM_Name, PM_EtcMemo"), "theirs|theirs");
 }
 
-TEST_P(Updates, MeetARowThatAnotherDeskDeleted)
-{
-    addProducts({"a"});
-    const auto products = opened(allProducts);
-    products->setValue("PM_Name", "mine");
-    clinic.otherDesk()->Execute(QStringLiteral("DELETE FROM tPSProductMaster"));
-    EXPECT_EQ(errorOf([&] { products->Update(); }), ErrorNumber::Conflict);
-    EXPECT_EQ(errorOf([&] { products->Resync(); }), ErrorNumber::Conflict);
-}
-
 TEST_P(Updates, SucceedOnRowsWithEveryKindOfStoredValue)
 {
     clinic.run(
@@ -298,17 +288,6 @@ TEST_P(Updates, ATextKeyIsGivenWithTheNewRowAndStaysWithIt)
     EXPECT_EQ(settings->bookmark(), QVariant("물품'키"));
     settings->Delete();
     EXPECT_EQ(settings->rowCount(), 0);
-}
-
-TEST_P(Updates, ARefusedNewRowStaysPending)
-{
-    const auto orders = opened(QStringLiteral("SELECT * FROM tPSOrderMaster"));
-    orders->AddNew();
-    orders->setValue("OrdM_Date", QDate(2026, 11, 24));
-    EXPECT_EQ(errorOf([&] { orders->Update(); }), ErrorNumber::Database) << "an order needs its customer";
-    orders->setValue("Cust_PK", 5);
-    orders->Update();
-    EXPECT_EQ(clinic.value(QStringLiteral("SELECT Cust_PK, OrdM_Date FROM tPSOrderMaster")), "5|2026-11-24");
 }
 
 TEST_P(Updates, ANewRowThatTheServerDropsWithoutAWordIsToldAndStaysPending)
