@@ -196,27 +196,6 @@ TEST_F(WheelPage, ADateThatIsReadOnlyOrLockedIsNotTurnedWithTheFocusEither)
     EXPECT_EQ(wheelOver(date_), "turned");
 }
 
-TEST(Stepper, ItsButtonsFollowItsNameAndLeaveTheFocusToTheBox)
-{
-    QWidget window;
-    auto *box = new QLineEdit(&window);
-    auto *stepper = new controls::Stepper(QStringLiteral("udNoOfProdPlusMinus"), 0, &window);
-    stepper->move(200, 0);
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    box->setFocus();
-
-    int value = 0;
-    QObject::connect(stepper, &controls::Stepper::up, [&] { value += 5; });
-    QObject::connect(stepper, &controls::Stepper::down, [&] { value -= 2; });
-    QTest::mouseClick(window.findChild<QToolButton *>("udNoOfProdPlusMinus_0_up"), Qt::LeftButton);
-    QTest::mouseClick(window.findChild<QToolButton *>("udNoOfProdPlusMinus_0_down"), Qt::LeftButton);
-    EXPECT_EQ(value, 3);
-    EXPECT_TRUE(box->hasFocus());
-    stepper->setObjectName(QStringLiteral("udIincomingCount"));
-    EXPECT_NE(window.findChild<QToolButton *>("udIincomingCount_up"), nullptr);
-}
-
 TEST(Appearance, TheDeskFontDrawsTheBackslashAsTheWonSign)
 {
     EXPECT_TRUE(controls::showsWonSign(controls::deskFont()));

@@ -9,6 +9,8 @@
 #include "platform/runtime/RuntimeError.h"
 #include "tests/desk/Content.h"
 #include "tests/desk/Earlier.h"
+#include "tests/support/Cases.h"
+#include "tests/support/Refusal.h"
 
 #include <gmock/gmock.h>
 
@@ -114,18 +116,6 @@ protected:
         EXPECT_TRUE(kept.open(QIODevice::ReadOnly));
         return kept.readAll();
     }
-    /// The text of the refusal; empty when there was none.
-    template <typename Work>
-    std::string refusal(Work work) const
-    {
-        try {
-            work();
-            return {};
-        } catch (const runtime::RuntimeError &error) {
-            return error.description().toStdString();
-        }
-    }
-
     TestDatabase clinic_;
     const QTemporaryDir folder_;
 };
@@ -320,43 +310,19 @@ TEST_P(Backup, IsRefusedWhenItsRowsAreNotThoseThatWereBackedUp)
 
 TEST_P(Backup, OfAnotherSchemaIsRefused)
 {
-    const bool server = GetParam() == ado::Engine::PostgreSQL;
-    const struct
-    {
-        const char *onFile;
-        const char *onServer;
-        const char *told;
-    } changes[]{
-        {"ALTER TABLE tPSOrderDetail ADD COLUMN theirs TEXT NOT NULL DEFAULT ''",
-         "ALTER TABLE tPSOrderDetail ADD COLUMN theirs text NOT NULL DEFAULT ''", ""},
-        {"CREATE TRIGGER theirs AFTER INSERT ON tPSTransaction BEGIN DELETE FROM tPSTransaction; END",
-         "CREATE TRIGGER theirs BEFORE INSERT ON tPSTransaction FOR EACH ROW EXECUTE FUNCTION "
-         "suppress_redundant_updates_trigger()",
-         "theirs"},
-        {"DROP TABLE Receipt\nCREATE TABLE Receipt (Receipt_PK INTEGER PRIMARY KEY, Customer_PK INTEGER NOT NULL, "
-         "TxDate TEXT, Bonin_Money REAL, Cheonggu_Money INTEGER, General_Money INTEGER)",
-         "ALTER TABLE Receipt ALTER COLUMN Bonin_Money TYPE text", "Receipt.Bonin_Money"},
-        {"DROP TABLE t_HospSetup\nCREATE TABLE t_HospSetup (HS_KEY TEXT PRIMARY KEY, HS_Value TEXT NOT NULL)",
-         "ALTER TABLE t_HospSetup ALTER COLUMN HS_Value SET NOT NULL", "t_HospSetup.HS_Value"},
-        {"DROP TABLE tPSProperties\nCREATE VIEW tPSProperties AS SELECT 1 AS tpsps_PK, '' AS tpsps_Key, '' AS "
-         "tpsps_Value",
-         "DROP TABLE tPSProperties\nCREATE VIEW tPSProperties AS SELECT 1 AS tpsps_PK, ''::text AS tpsps_Key, ''::text "
-         "AS tpsps_Value",
-         "tPSProperties"},
-    };
+    const int engine = GetParam() == ado::Engine::PostgreSQL ? 1 : 0;
     int number = 0;
-    for (const auto &change : changes) {
+    for (const QStringList &change : casesOf("desk/other-schemas.cases", 3)) {
         TestDatabase other(GetParam());
-        const QString statements = QString::fromLatin1(server ? change.onServer : change.onFile);
-        for (const QString &statement : statements.split(u'\n'))
+        for (const QString &statement : change[engine].split(u'\n'))
             other.run(statement);
         const QString name = file("other") + QString::number(++number);
         const std::string told = refusal([&] {
             backup::backUp(other.address(), name);
             backup::restore(clinic_.address(), name);
         });
-        EXPECT_THAT(told, testing::HasSubstr(change.told));
-        EXPECT_EQ(told.empty(), *change.told == '\0') << told;
+        EXPECT_THAT(told, testing::HasSubstr(change[2].toStdString()));
+        EXPECT_EQ(told.empty(), change[2].isEmpty()) << told;
     }
 }
 

@@ -6,6 +6,7 @@
 #include "desk/schema/Upgrade.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/desk/Earlier.h"
+#include "tests/support/Cases.h"
 
 #include <gmock/gmock.h>
 
@@ -50,7 +51,7 @@ protected:
     }
 
     /// As somebody who owns the database does it, past the guards.
-    void pastGuards(const char *statement)
+    void pastGuards(const QString &statement)
     {
         const bool file = clinic.engine() == ado::Engine::SQLite;
         for (const char *table : {"t_DeskJournal", "tPSOrderMaster"}) {
@@ -63,7 +64,7 @@ protected:
                 clinic.run(file ? QStringLiteral("DROP TRIGGER ") + trigger
                                 : QStringLiteral("ALTER TABLE %1 DISABLE TRIGGER USER").arg(QLatin1String(table)));
         }
-        clinic.run(QString::fromUtf8(statement));
+        clinic.run(statement);
     }
 
     TestDatabase clinic{GetParam()};
@@ -74,32 +75,14 @@ INSTANTIATE_TEST_SUITE_P(Engines, Journal, testing::ValuesIn(allEngines), engine
 
 TEST_P(Journal, HoldsEachWriteOfADeskAndOfAnotherProgram)
 {
-    const struct
-    {
-        const char *statement, *entry;
-    } writes[]{
-        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (5, 1, '2026-11-24', 1000)",
-         "I|tPSOrderMaster|5|5|1"},
-        {"UPDATE tPSOrderMaster SET OrdM_Total = 2000 WHERE OrdM_PK = 5", "U|tPSOrderMaster|5|5|1"},
-        {"INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK) VALUES (7, 5, 1)", "I|tPSOrderDetail|7|5|1"},
-        {"UPDATE tPSOrderDetail SET OrdD_RfndMemo = 'it''s \"환불\"' WHERE OrdD_PK = 7", "U|tPSOrderDetail|7|5|1"},
-        {"DELETE FROM tPSOrderDetail WHERE OrdD_PK = 7", "D|tPSOrderDetail|7|5|1"},
-        {"INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Money) VALUES "
-         "(9, 1, 5, 3000)",
-         "I|tPSTransaction|9|5|1"},
-        {"UPDATE tPSTransaction SET tpstrans_Memo = NULL WHERE tpstrans_PK = 9", "I|tPSTransaction|9|5|1"}, // was so
-        {"UPDATE tPSTransaction SET tpstrans_Money = 1 WHERE tpstrans_PK = 9", "U|tPSTransaction|9|5|1"},
-        {"DELETE FROM tPSTransaction WHERE tpstrans_PK = 9", "D|tPSTransaction|9|5|1"},
-        {"DELETE FROM tPSOrderMaster WHERE OrdM_PK = 5", "D|tPSOrderMaster|5|5|1"},
-    };
+    const QList<QStringList> writes = casesOf("desk/journal-writes.cases", 2);
     for (const bool byDesk : {true, false}) {
-        for (const auto &write : writes) {
-            const QString statement = QString::fromUtf8(write.statement);
+        for (const QStringList &write : writes) {
             if (byDesk)
-                desk().Execute(statement);
+                desk().Execute(write[0]);
             else
-                clinic.run(statement);
-            EXPECT_EQ(clinic.value(LastEntry).toStdString(), write.entry) << write.statement;
+                clinic.run(write[0]);
+            EXPECT_EQ(clinic.value(LastEntry), write[1]) << write[0].toStdString();
         }
     }
     EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Action <> 'B'"), "18");
@@ -122,29 +105,13 @@ TEST_P(Journal, TellsWhatSomebodyDidPastIt)
     const QString file = folder.filePath("whole.backup");
     if (GetParam() != ado::Engine::Odbc)
         backup::backUp(whole->address(), file);
-    const struct
-    {
-        const char *done, *told;
-    } deeds[]{
-        {"UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place = 5", "끊어진 변경 이력 이력번호 5"},
-        {"UPDATE t_DeskJournal SET DJ_Old = 'x' WHERE DJ_Place = 6", "끊어진 변경 이력 이력번호 6"},
-        {"DELETE FROM t_DeskJournal WHERE DJ_Place = 4", "끊어진 변경 이력 이력번호 4"},
-        {"INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table, DJ_Place, DJ_Hash) VALUES ('2026', 'D', 'x', 8, "
-         "'00')",
-         "끊어진 변경 이력 이력번호 8"},
-        {"DELETE FROM t_DeskJournal WHERE DJ_Place = 7", "변경 이력과 다른 수납 내역 번호 1"},
-        {"UPDATE tPSOrderMaster SET OrdM_Total = 1", "변경 이력과 다른 거래 번호 5"},
-        {"DELETE FROM tPSOrderMaster", "변경 이력과 다른 거래 번호 5"},
-        {"INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (6, 1, '2026-11-24')",
-         "변경 이력과 다른 거래 번호 6"},
-    };
-    for (const auto &deed : deeds) {
+    for (const QStringList &deed : casesOf("desk/journal-deeds.cases", 2)) {
         if (GetParam() == ado::Engine::Odbc)
             break; // the same server
-        pastGuards(deed.done);
-        EXPECT_EQ(told(clinic), deed.told) << deed.done;
+        pastGuards(deed[0]);
+        EXPECT_EQ(told(clinic), deed[1].toStdString()) << deed[0].toStdString();
         backup::restore(clinic.address(), file);
-        EXPECT_EQ(told(clinic), "") << deed.done;
+        EXPECT_EQ(told(clinic), "") << deed[0].toStdString();
     }
 }
 

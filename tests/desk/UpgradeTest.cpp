@@ -2,9 +2,9 @@
 #include "desk/backup/Backup.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
-#include "platform/runtime/RuntimeError.h"
 #include "tests/desk/Content.h"
 #include "tests/desk/Earlier.h"
+#include "tests/support/Refusal.h"
 
 #include <gmock/gmock.h>
 
@@ -48,16 +48,6 @@ QStringList settingsOf(TestDatabase &clinic)
         return {};
     return clinic.rows("SELECT setconfig::text FROM pg_db_role_setting s JOIN pg_database d ON d.oid = s.setdatabase "
                        "WHERE d.datname = current_database()");
-}
-
-std::string refusal(const std::function<void()> &work)
-{
-    try {
-        work();
-        return {};
-    } catch (const runtime::RuntimeError &error) {
-        return error.description().toStdString();
-    }
 }
 
 struct Earlier

@@ -1,5 +1,4 @@
 #include "platform/print/PageTable.h"
-#include "platform/print/Lengths.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/support/Paper.h"
 
@@ -18,14 +17,6 @@ print::Document onPage(const print::PageTable &table)
 }
 
 } // namespace
-
-TEST(Lengths, ReadCentimetresAndMillimetresAndRefuseTheRest)
-{
-    EXPECT_DOUBLE_EQ(print::length(QStringLiteral("2.9cm")), 29);
-    EXPECT_DOUBLE_EQ(print::length(QStringLiteral("5mm")), 5);
-    for (const char *text : {"", "cm", "2.9", "2,9cm", "2.9in"})
-        EXPECT_THROW(print::length(QLatin1String(text)), runtime::RuntimeError) << text;
-}
 
 TEST(PageTable, RefusesCellsThatItDoesNotHave)
 {
