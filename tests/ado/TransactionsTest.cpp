@@ -118,7 +118,6 @@ TEST_P(Transactions, AbandonedByAnEventEndWithIt)
     };
     const auto writes = [this](const char *name) { return [this, name] { add(name); }; };
     const Case cases[]{
-        {"begun alone", [&] { desk->BeginTrans(); }, ""},
         {"begun and written in",
          [&] {
              desk->BeginTrans();
@@ -141,14 +140,6 @@ TEST_P(Transactions, AbandonedByAnEventEndWithIt)
              add("lost");
          },
          "kept"},
-        {"joined",
-         [&] {
-             desk->BeginTrans();
-             add("lost");
-             desk->BeginTrans();
-             add("lost too");
-         },
-         ""},
         {"committed",
          [&] {
              desk->BeginTrans();

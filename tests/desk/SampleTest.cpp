@@ -103,19 +103,3 @@ TEST(SampleClinic, IsLeftOutWhollyWhenStopped)
     EXPECT_FALSE(schema::hasSchema(*server.connection()));
     EXPECT_THROW(server.rows("SELECT * FROM tPSProductMaster"), std::runtime_error);
 }
-
-TEST(SampleClinic, NeverReplacesWhatIsThere)
-{
-    QTemporaryDir folder;
-    const QString file = folder.filePath("notes.txt");
-    QFile notes(file);
-    ASSERT_TRUE(notes.open(QIODevice::WriteOnly) && notes.write("kept") == 4);
-    notes.close();
-    EXPECT_THROW(sample::makeClinic(QStringLiteral("sqlite:") + file, Size::Empty), runtime::RuntimeError);
-    EXPECT_EQ(QFileInfo(file).size(), 4);
-
-    TestDatabase server(ado::Engine::PostgreSQL);
-    server.run("INSERT INTO Customer (name) VALUES ('환자')");
-    EXPECT_THROW(sample::makeClinic(server.address(), Size::Small), runtime::RuntimeError);
-    EXPECT_EQ(server.value("SELECT COUNT(*) FROM Customer"), QStringLiteral("1"));
-}

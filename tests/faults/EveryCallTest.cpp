@@ -19,7 +19,6 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <array>
 #include <functional>
 
 using faults::Call;
@@ -28,23 +27,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A lock that another program never gives back is waited for, so it is no matter of each call.
 constexpr Fault allFaults[] = {
-    {"no file can be opened", Call::Open, SQLITE_CANTOPEN, true},
-    {"a file cannot be opened", Call::Open, SQLITE_CANTOPEN, false},
-    {"nothing can be read", Call::Read, SQLITE_IOERR_READ, true},
-    {"a reading fails", Call::Read, SQLITE_IOERR_READ, false},
-    {"nothing can be written", Call::Write, SQLITE_IOERR_WRITE, true},
-    {"a writing fails", Call::Write, SQLITE_IOERR_WRITE, false},
-    {"the disk is full", Call::Write, SQLITE_FULL, true},
-    {"the disk is full for a moment", Call::Write, SQLITE_FULL, false},
-    {"nothing can be synced", Call::Sync, SQLITE_IOERR_FSYNC, true},
-    {"a sync fails", Call::Sync, SQLITE_IOERR_FSYNC, false},
-    {"nothing can be truncated", Call::Truncate, SQLITE_IOERR_TRUNCATE, true},
-    {"a truncation fails", Call::Truncate, SQLITE_IOERR_TRUNCATE, false},
-    {"nothing can be locked", Call::Lock, SQLITE_IOERR_LOCK, true},
-    {"a lock fails", Call::Lock, SQLITE_IOERR_LOCK, false},
-    {"a lock is taken", Call::Lock, SQLITE_BUSY, false},
+    {"opening", Call::Open, SQLITE_CANTOPEN}, // whatever the file
+    {"reading", Call::Read, SQLITE_IOERR_READ},
+    {"writing", Call::Write, SQLITE_IOERR_WRITE},
+    {"writing, the disk being full", Call::Write, SQLITE_FULL},
+    {"syncing", Call::Sync, SQLITE_IOERR_FSYNC},
+    {"truncating", Call::Truncate, SQLITE_IOERR_TRUNCATE},
+    {"locking", Call::Lock, SQLITE_IOERR_LOCK},
+    {"locking what another has locked", Call::Lock, SQLITE_BUSY},
 };
 
 /// Of the calls that the work makes when nothing fails those that are to fail: all of them (ZELVO_FAULTS=all), or the
@@ -131,20 +122,20 @@ protected:
         EXPECT_TRUE(QFile::copy(template_, file_));
         return file_;
     }
-    void breakAt(const Fault &fault, int nth)
-    {
-        ++injected_;
-        faults::breakAt(fault, nth);
-    }
-    /// Runs the work for each chosen call of each kind; the work sets up, has `breakIt` called, and looks at what came.
+    /// Runs the work for each chosen call of each kind, which fails once or from then on; the work sets up, has `breakIt`
+    /// called, and looks at what came.
     template <typename Run>
-    void forEachFault(const std::function<int(Call)> &callsOf, Run run)
+    void forEachFault(const faults::Calls &calls, Run run)
     {
         for (const Fault &fault : allFaults)
-            for (const int nth : chosen(callsOf(fault.call))) {
-                SCOPED_TRACE(testing::Message() << fault.name << ", " << nth);
-                run([&] { breakAt(fault, nth); });
-            }
+            for (const bool lasting : {true, false})
+                for (const int nth : chosen(calls[std::size_t(fault.call)])) {
+                    if (lasting && fault.code == SQLITE_BUSY)
+                        break; // a lock that is never given back is waited for, so it is no matter of each call
+                    SCOPED_TRACE(testing::Message() << fault.name << ", " << nth << (lasting ? " and on" : ""));
+                    ++injected_;
+                    run([&] { faults::breakAt(fault, nth, lasting); });
+                }
     }
 
     const QTemporaryDir folder_;
@@ -171,43 +162,41 @@ TEST_P(EveryCall, ThatFailsIsToldTrulyAndLeavesAWholeStepAndTheNextTryGoesThroug
 {
     const Work &work = works()[std::size_t(GetParam())];
     std::vector<QByteArray> steps;
-    std::array<int, 6> calls{};
+    faults::Calls calls{};
     {
         Desk desk(fresh());
         forgetPages();
         steps = stepsOf(work, desk, file_);
-        for (std::size_t call = 0; call < calls.size(); ++call)
-            calls[call] = faults::callsOf(Call(call));
+        calls = faults::calls();
         for (const check::Query &query : check::queries())
             EXPECT_EQ(check::examine(*gcnnMasterDB, query, 0ms).violations, 0) << query.title.toStdString();
     }
     ASSERT_EQ(int(steps.size()), work.steps + 1);
-    forEachFault([&](Call call) { return calls[std::size_t(call)]; },
-                 [&](auto breakIt) {
-                     QByteArray stand;
-                     {
-                         Desk desk(fresh());
-                         forgetPages();
-                         breakIt();
-                         const Told answer = told([&] { return work.run(desk); });
-                         faults::repair();
-                         stand = standOf(file_);
-                         const auto step = std::ranges::find(steps, stand);
-                         ASSERT_NE(step, steps.end()) << stand.toStdString();
-                         const bool whole = step == steps.end() - 1;
-                         EXPECT_TRUE(whole == answer.saved || answer.unknown() || !work.tells)
-                             << (whole ? "it is there" : "it is not there") << answer.text.toStdString();
-                         EXPECT_FALSE(gcnnMasterDB->inTransaction());
-                         const auto again = [&] {
-                             desk.readAnew();
-                             return step == steps.begin() ? work.run(desk) : works()[0].run(desk);
-                         };
-                         EXPECT_TRUE(toldOnceBack(again).saved);
-                         stand = step == steps.begin() ? steps.back() : standOf(file_);
-                     }
-                     EXPECT_EQ(standOf(file_).toStdString(), stand.toStdString());
-                     EXPECT_FALSE(stand.startsWith("DAMAGED"));
-                 });
+    forEachFault(calls, [&](auto breakIt) {
+        QByteArray stand;
+        {
+            Desk desk(fresh());
+            forgetPages();
+            breakIt();
+            const Told answer = told([&] { return work.run(desk); });
+            faults::repair();
+            stand = standOf(file_);
+            const auto step = std::ranges::find(steps, stand);
+            ASSERT_NE(step, steps.end()) << stand.toStdString();
+            const bool whole = step == steps.end() - 1;
+            EXPECT_TRUE(whole == answer.saved || answer.unknown() || !work.tells)
+                << (whole ? "it is there" : "it is not there") << answer.text.toStdString();
+            EXPECT_FALSE(gcnnMasterDB->inTransaction());
+            const auto again = [&] {
+                desk.readAnew();
+                return step == steps.begin() ? work.run(desk) : works()[0].run(desk);
+            };
+            EXPECT_TRUE(toldOnceBack(again).saved);
+            stand = step == steps.begin() ? steps.back() : standOf(file_);
+        }
+        EXPECT_EQ(standOf(file_).toStdString(), stand.toStdString());
+        EXPECT_FALSE(stand.startsWith("DAMAGED"));
+    });
 }
 
 namespace {
@@ -302,30 +291,25 @@ TEST_P(EveryCallOfATask, ThatFailsLeavesAllOrNothingAndTheNextTryGoesThrough)
     const QByteArray before = stand();
     faults::repair();
     ASSERT_EQ(tell(task).text.toStdString(), "");
-    std::array<int, 6> calls{};
-    for (std::size_t call = 0; call < calls.size(); ++call)
-        calls[call] = faults::callsOf(Call(call));
+    const faults::Calls calls = faults::calls();
     const QByteArray after = stand();
     ASSERT_FALSE(before.contains("DAMAGED") || after.contains("DAMAGED"));
     const QStringList copies = safetyCopies();
 
-    forEachFault([&](Call call) { return calls[std::size_t(call)]; },
-                 [&](auto breakIt) {
-                     prepare(task);
-                     breakIt();
-                     const Told answer = tell(task);
-                     faults::repair();
-                     EXPECT_EQ(stand().toStdString(), (answer.saved ? after : before).toStdString())
-                         << answer.text.toStdString();
-                     if (answer.saved) {
-                         EXPECT_EQ(safetyCopies().size(), copies.size());
-                     }
-                     for (const QString &copy : safetyCopies())
-                         EXPECT_FALSE(standOf(folder_.filePath("kept/" + copy)).contains("DAMAGED"))
-                             << copy.toStdString();
-                     if (!answer.saved) {
-                         EXPECT_EQ(tell(task).text.toStdString(), "");
-                     }
-                     EXPECT_EQ(stand().toStdString(), after.toStdString());
-                 });
+    forEachFault(calls, [&](auto breakIt) {
+        prepare(task);
+        breakIt();
+        const Told answer = tell(task);
+        faults::repair();
+        EXPECT_EQ(stand().toStdString(), (answer.saved ? after : before).toStdString()) << answer.text.toStdString();
+        if (answer.saved) {
+            EXPECT_EQ(safetyCopies().size(), copies.size());
+        }
+        for (const QString &copy : safetyCopies())
+            EXPECT_FALSE(standOf(folder_.filePath("kept/" + copy)).contains("DAMAGED")) << copy.toStdString();
+        if (!answer.saved) {
+            EXPECT_EQ(tell(task).text.toStdString(), "");
+        }
+        EXPECT_EQ(stand().toStdString(), after.toStdString());
+    });
 }

@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <array>
 #include <map>
 
 namespace faults {
@@ -13,8 +12,8 @@ struct State
 {
     Fault fault{};
     int nth = 0; ///< 0: none is to come
-    bool struck = false;
-    std::array<int, 6> calls{};
+    bool lasting = false;
+    Calls calls{};
     std::vector<Deed> *deeds = nullptr;
 } state;
 
@@ -24,11 +23,9 @@ sqlite3_vfs *theReal = nullptr;
 int fateOf(Call call)
 {
     const int number = ++state.calls[std::size_t(call)];
-    if (state.nth == 0 || call != state.fault.call || number < state.nth
-        || (number > state.nth && !state.fault.lasting))
-        return SQLITE_OK;
-    state.struck = true;
-    return state.fault.code;
+    const bool fails =
+        state.nth > 0 && call == state.fault.call && (state.lasting ? number >= state.nth : number == state.nth);
+    return fails ? state.fault.code : SQLITE_OK;
 }
 
 /// An open file of the engine's own, some of whose methods are exchanged.
@@ -136,25 +133,19 @@ int deleteFile(sqlite3_vfs *, const char *name, int syncFolder)
 
 } // namespace
 
-void breakAt(const Fault &fault, int nth)
+void breakAt(const Fault &fault, int nth, bool lasting)
 {
-    std::vector<Deed> *const deeds = state.deeds;
-    state = {fault, nth, false, {}, deeds};
+    state = {fault, nth, lasting, {}, state.deeds};
 }
 
 void repair()
 {
-    breakAt({}, 0);
+    breakAt({}, 0, false);
 }
 
-bool struck()
+const Calls &calls()
 {
-    return state.struck;
-}
-
-int callsOf(Call call)
-{
-    return state.calls[std::size_t(call)];
+    return state.calls;
 }
 
 void record(std::vector<Deed> *deeds)

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <array>
 #include <vector>
 
 /// A layer of the tests between the embedded engine and its files. Every database that names no layer goes over it.
@@ -14,16 +15,17 @@ struct Fault
 {
     const char *name;
     Call call;
-    int code;     ///< what the engine is answered
-    bool lasting; ///< all further calls of the kind fail, too
+    int code; ///< what the engine is answered
 };
 
-/// The n-th call from now on fails.
-void breakAt(const Fault &fault, int nth);
+/// The n-th call from now on fails; lasting: so do all further ones of the kind.
+void breakAt(const Fault &fault, int nth, bool lasting);
 /// No more do; the calls are counted anew.
 void repair();
-bool struck();
-int callsOf(Call call);
+
+/// By their kind, since then.
+using Calls = std::array<int, 6>;
+const Calls &calls();
 
 /// What was done to a file, for a disk that loses what was not synced.
 struct Deed
