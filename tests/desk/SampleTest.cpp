@@ -6,7 +6,6 @@
 #include "tests/desk/Content.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
 
