@@ -7,7 +7,6 @@
 
 #include <libpq-fe.h>
 
-#include <iterator>
 #include <memory>
 #include <random>
 
