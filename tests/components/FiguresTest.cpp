@@ -5,6 +5,7 @@
 #include "components/VantoStock/StockReport.h"
 #include "data/clsSQL.h"
 #include "tests/components/SampleRows.h"
+#include "tests/support/Statements.h"
 
 #include <algorithm>
 #include <numeric>
@@ -453,29 +454,7 @@ TEST_P(Figures, BeyondMeasureAreAQuestionMarkAndTheOthersStayRight)
 TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
 {
     TestDatabase database(ado::Engine::SQLite, false);
-    for (const char *table :
-         {"tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsTaxed, PM_IsValid)",
-          "tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice)",
-          "tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total)",
-          "tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType)",
-          "tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-          "tpstrans_Money, tpstrans_Method)",
-          "Customer (Customer_PK, name, sn)"})
-        database.run(QStringLiteral("CREATE TABLE ") + QLatin1String(table));
-    database.run("INSERT INTO tPSProductMaster (PM_PK, PM_Name, PM_IsTaxed, PM_IsValid) VALUES (1, '가', 1, 1), (2, "
-                 "'나', 1, 1)");
-    database.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (1, 1, '2026-06-05', "
-                 "3, '삼백'), "
-                 "(2, 1, '2026-06-05', 3, 300)");
-    database.run(
-        "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (1, 1, '2026-06-10', 1000), "
-        "(2, 1, '2026-06-11', 9e999)");
-    database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 1000, 1), (2, "
-                 "2, 9e999, 1)");
-    database.run(
-        "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-        "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-06-10', 3, 1000, '00'), (1, 2, '2026-06-11', 3, 9e999, "
-        "'01')");
+    runFile(database, "components/untyped.sql");
     const auto told = [&](statistics::Report &report, const Period &period, int view) {
         statistics::Reading(database.connection(), report.figures(period), period).readAll();
         const statistics::Sheet sheet = report.sheet(view);

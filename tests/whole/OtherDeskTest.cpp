@@ -15,18 +15,7 @@ class OtherDesk : public testing::Test
 protected:
     OtherDesk()
     {
-        desk_.database.run(
-            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-            "OrdM_HalinTotal, "
-            "OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (7, '2026-03-01', 1, 1000, 0, 0, 1000, 0, '첫째'), "
-            "(7, '2026-03-02', 1, 2000, 0, 0, 2000, 0, '둘째'), (8, '2026-03-03', 1, 3000, 0, 0, 3000, 0, '셋째')");
-        desk_.database.run(
-            "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
-            "VALUES (1, 1, 1000, 0, 1, 0), (2, 1, 1000, 0, 2, 0), (3, 1, 1000, 0, 3, 0)");
-        desk_.database.run(
-            "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-            "tpstrans_Money, tpstrans_Method) VALUES (7, 1, '2026-03-01', 3, 400, '00'), (7, 2, '2026-03-02', 3, 500, "
-            "'00')");
+        runFile(desk_.database, "whole/orders.sql");
         desk_.open();
     }
 
@@ -270,18 +259,9 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
-        desk_.database.run("DELETE FROM tPSOrderMaster");
-        desk_.database.run("DELETE FROM tPSOrderDetail");
-        desk_.database.run("DELETE FROM tPSTransaction");
-        desk_.database.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES "
-                           "(1, 7, '2026-03-01', "
-                           "1000, 0), (2, 7, '2026-03-02', 2000, 0), (3, 8, '2026-03-03', 3000, 0)");
-        desk_.database.run("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, "
-                           "OrdD_Count, OrdD_OrderType) "
-                           "VALUES (1, 1, 1, 1000, 0, 1, 0), (2, 2, 1, 1000, 0, 2, 0), (3, 3, 1, 1000, 0, 3, 0)");
-        desk_.database.run(
-            "INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-            "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (2, 7, 2, '2026-03-02', 3, 500, '00')");
+        for (const char *table : {"tPSOrderMaster", "tPSOrderDetail", "tPSTransaction"})
+            desk_.database.run(QStringLiteral("DELETE FROM ") + QLatin1String(table));
+        runFile(desk_.database, "whole/orders.sql");
         desk_.open(7);
         desk_.choose("tdbCustSaleMaster", 0);
         desk_.choose("tdbSaleProductLists", 0);

@@ -5,6 +5,7 @@
 #include "desk/window/Look.h"
 #include "platform/registry/AppSettings.h"
 #include "tests/support/MessageRecorder.h"
+#include "tests/support/Statements.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QApplication>
@@ -29,13 +30,7 @@ public:
         automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
         desk::SaleComponent::registerBesideProgram();
-        database.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
-                     "PM_IsHide, PM_EtcMemo, "
-                     "PM_AddedDate) VALUES ('가', '감초차', 1000, 1, 1, 0, '', '2026-01-01'), ('나', '경옥고', 50000, "
-                     "0, 1, NULL, '', "
-                     "'2026-01-01'), ('다', '옛날환', 1000, 1, 0, 0, '', '2026-01-01')");
-        database.run(
-            "INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', '000007'), (8, '서문하늘', '000008')");
+        runFile(database, "whole/shop.sql");
     }
 
     ~SaleDesk()
