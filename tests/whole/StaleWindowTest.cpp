@@ -407,10 +407,12 @@ TEST_P(StaleWindow, SumsThatDoNotFitAndPartsOfAWonLeaveNoLine)
         EXPECT_EQ(all(), before);
     }
     desk_->click("chkCmdOrderMasterED_0");
-    desk_->control<QLineEdit>("txtOrderMaster_7")->setText(QStringLiteral("1.5"));
-    desk_->click("chkcmdCSSaveInfo_0");
-    EXPECT_EQ(said(), notSaved);
-    EXPECT_EQ(all(), before);
+    for (const char *outstanding : {"1.5", "", "-\\1,500"}) {
+        desk_->control<QLineEdit>("txtOrderMaster_7")->setText(QString::fromLatin1(outstanding));
+        desk_->click("chkcmdCSSaveInfo_0");
+        EXPECT_EQ(said(), *outstanding == '-' ? "" : notSaved) << outstanding;
+        EXPECT_EQ(all() == before, *outstanding != '-') << outstanding;
+    }
 }
 
 TEST_P(StaleWindow, ATextWithASignThatNoServerKeepsIsNotSaved)
