@@ -103,21 +103,6 @@ TEST_F(ProductPaneTest, ANewProductIsStoredOnceHoweverOftenSaveIsPressed)
     EXPECT_EQ(text("txtProSaleInfo_1"), "감초차");
 }
 
-TEST_F(ProductPaneTest, ASaveThatFailsIsToldAndEndsTheEdit)
-{
-    twoProducts();
-    manage();
-    refuse("BEFORE UPDATE ON tPSProductMaster");
-    push("chkCmdProdSaleAddEdiDel_1");
-    put("txtProSaleInfo_1", "산삼");
-    push("chkCmdSaveProduct_0");
-    EXPECT_THAT(boxes_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
-    EXPECT_THAT(names(), ElementsAre("가|홍삼", "나|보리차"));
-    EXPECT_EQ(text("txtProSaleInfo_1"), "홍삼");
-    EXPECT_TRUE(at("sspPMProductList").isEnabled());
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-}
-
 TEST_F(ProductPaneTest, DeletingAsksAndTellsOfSoldProducts)
 {
     twoProducts();
@@ -166,24 +151,4 @@ TEST_F(ProductPaneTest, TheCheckColumnHidesAtOnceButTheRowStaysInView)
 
     pane<ProductPane>().loadProductListsManager();
     EXPECT_EQ(rowsShown("tdbSaleProductListsManager"), 1);
-}
-
-TEST_F(ProductPaneTest, AListLoadedAnewBeneathAnEditLeavesTheEditAsItIs)
-{
-    twoProducts();
-    manage();
-    list("tdbSaleProductListsManager").moveTo(1);
-    push("chkCmdProdSaleAddEdiDel_1");
-    put("txtProSaleInfo_1", "옥수수차");
-    pane<ProductPane>().loadProductListsManager(true);
-    EXPECT_EQ(text("txtProSaleInfo_1"), "옥수수차");
-    push("chkCmdSaveProduct_0");
-    EXPECT_THAT(names(), ElementsAre("가|홍삼", "나|옥수수차"));
-
-    // A new customer comes: nothing of the edit is saved, nothing of it stays.
-    push("chkCmdProdSaleAddEdiDel_0");
-    put("txtProSaleInfo_0", "x");
-    pane<ProductPane>().abandonEdit();
-    EXPECT_EQ(text("txtProSaleInfo_0"), "가");
-    EXPECT_TRUE(at("chkCmdSaveProduct_0").isHidden());
 }
