@@ -19,32 +19,6 @@ protected:
 
 } // namespace
 
-TEST_F(ReceiptButton, TheFirstPaymentWritesARowForEachAmountAndAddsWhatIsLeftToTheOutstandingMoney)
-{
-    const int key = openOrder(12340, QStringLiteral("NULL"));
-    openOrder(999, QStringLiteral("7")); // another order, which stays as it is
-    session_.rsCustSaleMaster->setBookmark(key);
-    pane_->loadCustTranManage(Patient, key);
-    takeReceipt([](const DialogDriver &form) {
-        EXPECT_EQ(form.window()->objectName(), QStringLiteral("frmSimpleReceipt"));
-        EXPECT_EQ(form.text("txtName"), "홍길동");
-        EXPECT_EQ(form.text("txtChartnum"), "C-1");
-        form.type("txtGeneralHalInMoney", "300");
-        form.type("txtGeneralSuNapMoney_0", "5000");
-        form.type("txtGeneralSuNapMoney_1", "4000");
-        form.press("chkGeneralRemainToMisuMoney");
-        form.press("cmdConfirm");
-    });
-    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|2|300||", "2026-11-20|1|40||", "2026-11-20|3|5000|00|",
-                                          "2026-11-20|3|4000|01|"));
-    EXPECT_THAT(rows("SELECT tpstrans_Customer_PK, tpstrans_OrderM_PK FROM tPSTransaction LIMIT 1"),
-                ElementsAre("41|" + std::to_string(key)));
-    EXPECT_THAT(rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"), ElementsAre("3000", "7"));
-    EXPECT_EQ(session_.rsCustTranManage->rowCount(), 4);
-    EXPECT_EQ(text("txtTranTotalAmount"), "\\3,000");
-    EXPECT_THAT(boxes_.take(), IsEmpty());
-}
-
 TEST_F(ReceiptButton, AmountsOfZeroWriteNothingAndNegativeOnesAreWritten)
 {
     using runtime::Currency;
@@ -83,21 +57,6 @@ TEST_F(ReceiptButton, AnUnpaidOrderOfZeroStaysWithoutALedger)
         });
         EXPECT_THAT(ledgerRows(), IsEmpty());
     }
-}
-
-// What another desk added while the dialog stood is told and kept; the order's row is read again just before the sum.
-TEST_F(ReceiptButton, OutstandingMoneyIsAddedToWhatTheOrderHoldsNow)
-{
-    openOrder(10050, QStringLiteral("100"));
-    takeReceipt([this](const DialogDriver &form) {
-        atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 900, OrdM_ETCMemo = '다른 접수대'");
-        form.press("chkAllSetting_2");
-        boxes_.answers = {controls::Answer::Yes};
-        form.press("cmdConfirm");
-    });
-    EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-20|1|50||"));
-    EXPECT_EQ(outstanding(), "10900");
-    EXPECT_THAT(boxes_.take(), ElementsAre(testing::EndsWith("미수금 100원 → 900원")));
 }
 
 TEST_F(ReceiptButton, AFailureHalfWayIsToldLeavesTheEarlierRowsAndClosesTheDialog)
