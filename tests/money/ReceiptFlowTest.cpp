@@ -191,7 +191,7 @@ TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)
     EXPECT_EQ(outstanding(), "5");
     EXPECT_EQ(text("txtTranTotalAmount"), "\\16,340");
     // Without a choice it keeps its operator, and none.
-    for (const char *kept : {"4", "2", "NULL"}) {
+    for (const char *kept : {"1", "2", "3", "4", "NULL"}) {
         atOtherDesk(QStringLiteral("UPDATE tPSTransaction SET tpstrans_Operator = %1").arg(QLatin1String(kept)));
         pane_->requeryCustTranManage();
         edit(nullptr);
