@@ -98,8 +98,8 @@ TEST_F(EditModes, OpenOnePaneAndLockItAgain)
         shell().enterEditMode(QLatin1String(code));
         expectLook(ofCode("panes"), open + ofCode("group"), ofCode("commands"), ofCode("save buttons"));
         shell().leaveEditMode(QLatin1String(code));
-        open.removeAll(
-            QStringLiteral("txtSaleProductLists_4")); // the unit discount stays locked from the first edit on
+        // The unit discount stays locked from the first edit on.
+        open.removeAll(QStringLiteral("txtSaleProductLists_4"));
         expectLook(panes_, open, {}, {});
     }
     shell().enterEditMode(QStringLiteral("01"));
