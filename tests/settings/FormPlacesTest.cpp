@@ -250,16 +250,6 @@ TEST(FormPosition, PlacesWindows)
     EXPECT_EQ(form.pos(), QPoint(screen().width() - 500, 200));
 }
 
-TEST(FormPosition, LeavesAMaximizedWindowWhereItIs)
-{
-    QWidget form;
-    form.showMaximized();
-    const QRect large = form.geometry();
-    clsFormPosition().CenterScreen(form, 0);
-    EXPECT_TRUE(form.isMaximized());
-    EXPECT_EQ(form.geometry(), large);
-}
-
 TEST(WindowPostion, TellsTheInnerCornerInTwips)
 {
     QWidget window;
