@@ -29,7 +29,7 @@ protected:
 /// Sums by day of the columns behind the first, as "2026-03-14|1|2", then all days together.
 using Days = std::map<QDate, std::vector<qint64>>;
 
-std::string line(const std::string &caption, const std::vector<qint64> &amounts)
+std::string rowText(const std::string &caption, const std::vector<qint64> &amounts)
 {
     return std::accumulate(amounts.begin(), amounts.end(), caption,
                            [](const std::string &text, qint64 amount) { return text + '|' + std::to_string(amount); });
@@ -40,11 +40,11 @@ std::string rendered(const Days &days, std::size_t columns)
     std::vector<qint64> totals(columns, 0);
     std::string all;
     for (const auto &[day, amounts] : days) {
-        all +=
-            line(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts) + '\n';
+        all += rowText(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts)
+               + '\n';
         std::transform(totals.begin(), totals.end(), amounts.begin(), totals.begin(), std::plus<>());
     }
-    return all + line("합계", totals);
+    return all + rowText("합계", totals);
 }
 
 bool endsWith(const QString &method, char sign)
@@ -195,14 +195,14 @@ TEST_P(Figures, SalesOfAProductAreThoseOfItsLines)
         const QString names = database_.value(
             QStringLiteral("SELECT PM_Catagory, PM_Name FROM tPSProductMaster WHERE PM_PK = %1").arg(key));
         expected.push_back(
-            line(names.isEmpty() ? "|(삭제된 물품 " + std::to_string(key) + ")" : names.toStdString(), sums));
+            rowText(names.isEmpty() ? "|(삭제된 물품 " + std::to_string(key) + ")" : names.toStdString(), sums));
         std::vector<qint64> &group = groups[names.isEmpty() ? "(분류 없음)" : names.section(u'|', 0, 0).toStdString()];
         group.resize(Columns);
         std::transform(group.begin(), group.end(), sums.begin(), group.begin(), std::plus<>());
     }
     std::vector<std::string> expectedGroups;
     for (const auto &[category, sums] : groups)
-        expectedGroups.push_back(line(category, sums));
+        expectedGroups.push_back(rowText(category, sums));
 
     statistics::SalesItemReport report;
     for (int view = 0; view < 2; ++view) {

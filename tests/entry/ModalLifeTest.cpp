@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -43,12 +44,7 @@ protected:
     {
         controls::setMessageHandler({});
         fillShop();
-        database_.run("INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', 'A-00007')");
-        // The third order owes still, after a payment.
-        database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-                      "OrdM_HalinTotal, OrdM_Total, OrdM_Misugum) VALUES (7, '2026-02-28', 1, 9000, 0, 0, 9000, 4000)");
-        database_.run("INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-                      "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (7, 4, '2026-02-28', 3, 5000, '00')");
+        runFile(database_, "entry/owing.sql");
         QFile old(pdf());
         EXPECT_TRUE(old.open(QIODevice::WriteOnly));
     }
