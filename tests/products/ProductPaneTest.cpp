@@ -14,12 +14,7 @@ class ProductPaneTest : public SaleWindow
 {
 protected:
     /// 1 홍삼 with everything, 2 보리차 with nothing but its names, in this order on the list.
-    void twoProducts()
-    {
-        atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
-                    "PM_EtcMemo, PM_AddedDate) VALUES ('가', '홍삼', 12000, 0, 1, '6년근', '2026-01-02')");
-        atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('나', '보리차')");
-    }
+    void twoProducts() { runFile("products/two-products.sql"); }
     std::string panel()
     {
         return texts(panelControls) + ' '
