@@ -375,8 +375,9 @@ TEST_P(StaleWindow, SumsThatDoNotFitAndPartsOfAWonLeaveNoLine)
         EXPECT_THAT(desk_->said(), EndsWith(notAdded));
         EXPECT_EQ(desk_->all(), before);
     }
-    desk_->click("chkCmdOrderMasterED_0");
     for (const char *outstanding : {"1.5", "", "-\\1,500"}) {
+        desk_->choose("tdbCustSaleMaster", 0);
+        desk_->click("chkCmdOrderMasterED_0");
         desk_->control<QLineEdit>("txtOrderMaster_7")->setText(QString::fromLatin1(outstanding));
         desk_->click("chkcmdCSSaveInfo_0");
         EXPECT_EQ(desk_->said(), *outstanding == '-' ? "" : notSaved) << outstanding;
