@@ -5,6 +5,7 @@
 #include "components/VantoStock/StockReport.h"
 #include "data/clsSQL.h"
 #include "tests/components/SampleRows.h"
+#include "tests/support/Statements.h"
 
 #include <algorithm>
 #include <numeric>
@@ -28,21 +29,22 @@ protected:
 /// Sums by day of the columns behind the first, as "2026-03-14|1|2", then all days together.
 using Days = std::map<QDate, std::vector<qint64>>;
 
+std::string rowText(const std::string &caption, const std::vector<qint64> &amounts)
+{
+    return std::accumulate(amounts.begin(), amounts.end(), caption,
+                           [](const std::string &text, qint64 amount) { return text + '|' + std::to_string(amount); });
+}
+
 std::string rendered(const Days &days, std::size_t columns)
 {
     std::vector<qint64> totals(columns, 0);
     std::string all;
-    const auto line = [](const std::string &caption, const std::vector<qint64> &amounts) {
-        return std::accumulate(amounts.begin(), amounts.end(), caption, [](const std::string &text, qint64 amount) {
-            return text + '|' + std::to_string(amount);
-        });
-    };
     for (const auto &[day, amounts] : days) {
-        all +=
-            line(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts) + '\n';
+        all += rowText(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts)
+               + '\n';
         std::transform(totals.begin(), totals.end(), amounts.begin(), totals.begin(), std::plus<>());
     }
-    return all + line("합계", totals);
+    return all + rowText("합계", totals);
 }
 
 bool endsWith(const QString &method, char sign)
@@ -192,21 +194,15 @@ TEST_P(Figures, SalesOfAProductAreThoseOfItsLines)
     for (const auto &[key, sums] : products) {
         const QString names = database_.value(
             QStringLiteral("SELECT PM_Catagory, PM_Name FROM tPSProductMaster WHERE PM_PK = %1").arg(key));
-        std::string row = names.isEmpty() ? "|(삭제된 물품 " + std::to_string(key) + ")" : names.toStdString();
+        expected.push_back(
+            rowText(names.isEmpty() ? "|(삭제된 물품 " + std::to_string(key) + ")" : names.toStdString(), sums));
         std::vector<qint64> &group = groups[names.isEmpty() ? "(분류 없음)" : names.section(u'|', 0, 0).toStdString()];
         group.resize(Columns);
-        for (std::size_t column = 0; column < Columns; ++column) {
-            row += '|' + std::to_string(sums[column]);
-            group[column] += sums[column];
-        }
-        expected.push_back(row);
+        std::transform(group.begin(), group.end(), sums.begin(), group.begin(), std::plus<>());
     }
     std::vector<std::string> expectedGroups;
     for (const auto &[category, sums] : groups)
-        expectedGroups.push_back(
-            std::accumulate(sums.begin(), sums.end(), category, [](const std::string &text, qint64 amount) {
-                return text + '|' + std::to_string(amount);
-            }));
+        expectedGroups.push_back(rowText(category, sums));
 
     statistics::SalesItemReport report;
     for (int view = 0; view < 2; ++view) {
@@ -453,29 +449,7 @@ TEST_P(Figures, BeyondMeasureAreAQuestionMarkAndTheOthersStayRight)
 TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
 {
     TestDatabase database(ado::Engine::SQLite, false);
-    for (const char *table :
-         {"tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_IsTaxed, PM_IsValid)",
-          "tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice)",
-          "tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total)",
-          "tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType)",
-          "tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-          "tpstrans_Money, tpstrans_Method)",
-          "Customer (Customer_PK, name, sn)"})
-        database.run(QStringLiteral("CREATE TABLE ") + QLatin1String(table));
-    database.run("INSERT INTO tPSProductMaster (PM_PK, PM_Name, PM_IsTaxed, PM_IsValid) VALUES (1, '가', 1, 1), (2, "
-                 "'나', 1, 1)");
-    database.run("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_UnitPrice) VALUES (1, 1, '2026-06-05', "
-                 "3, '삼백'), "
-                 "(2, 1, '2026-06-05', 3, 300)");
-    database.run(
-        "INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total) VALUES (1, 1, '2026-06-10', 1000), "
-        "(2, 1, '2026-06-11', 9e999)");
-    database.run("INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (1, 1, 1000, 1), (2, "
-                 "2, 9e999, 1)");
-    database.run(
-        "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-        "tpstrans_Money, tpstrans_Method) VALUES (1, 1, '2026-06-10', 3, 1000, '00'), (1, 2, '2026-06-11', 3, 9e999, "
-        "'01')");
+    runFile(database, "components/untyped.sql");
     const auto told = [&](statistics::Report &report, const Period &period, int view) {
         statistics::Reading(database.connection(), report.figures(period), period).readAll();
         const statistics::Sheet sheet = report.sheet(view);

@@ -5,7 +5,7 @@
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
-#include "tests/data/ClinicRows.h"
+#include "tests/support/Statements.h"
 
 #include <map>
 
@@ -51,8 +51,8 @@ void fill(ado::Connection &connection)
         connection.Execute(empty.arg(QString::fromLatin1(table.name)));
     if (embedded)
         connection.Execute(QStringLiteral("DELETE FROM sqlite_sequence"));
-    for (const char16_t *statement : insertStatements())
-        connection.Execute(QString::fromUtf16(statement));
+    for (const QString &statement : statementsOf("data/clinic.sql"))
+        connection.Execute(statement);
     schema::continueKeys(connection);
     scope.commit();
 }

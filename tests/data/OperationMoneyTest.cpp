@@ -241,20 +241,6 @@ TEST_P(OperationMoney, IsCalledByNameWithAmountsWrittenBack)
     QVariantList arguments{101, 0};
     EXPECT_TRUE(automation::call(byName, "opm_getcutbytransaction", arguments).toBool());
     EXPECT_EQ(arguments.at(1).toInt(), 70);
-
-    ado::Recordset rows;
-    QVariantList builder{QVariant::fromValue(connection_),
-                         1,
-                         QVariant::fromValue(QList<QDate>{day(20)}),
-                         QVariant::fromValue(&rows),
-                         0,
-                         0,
-                         0,
-                         0,
-                         0};
-    EXPECT_EQ(automation::call(byName, "OPM_MakeTransactionRecordSet", builder).toInt(), 0);
-    EXPECT_EQ(builder.at(4).toInt(), 1500);
-    EXPECT_TRUE(rows.hasCurrent());
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, OperationMoney, testing::ValuesIn(allEngines), engineName);

@@ -9,53 +9,29 @@ namespace {
 
 using controls::SystemColor;
 
-// Every pane, every button pair and every control of a group, by name.
-const QStringList containers =
-    QStringLiteral("c1elaList_0 c1elaList_1 c1elaList_2 c1elaList_3 c1elaProductInfo c1elaCustSaleInfo "
-                   "c1elaSaleDetailMemo c1elaTransInfo sspPMProductList sspPMProductInfo "
-                   "sspProductIncoming_0 sspProductIncoming_1 sspCompanyMaster_0 sspCompanyMaster_1 "
-                   "elTranMnu_0 elTranMnu_1 elTranMnu_2 elTranMnu_3 elTranMnu_4")
-        .split(u' ');
-const QStringList commands =
-    QStringLiteral("chkCmdOrderMasterED_0 chkCmdOrderMasterED_1 chkcmdAddEditDelTran_0 chkcmdAddEditDelTran_1 "
-                   "chkcmdAddEditDelTran_2 chkCmdProdSaleAddEdiDel_0 chkCmdProdSaleAddEdiDel_1 "
-                   "chkCmdProdSaleAddEdiDel_2 chkcmdIncomingAED_0 chkcmdIncomingAED_1 chkcmdIncomingAED_2 "
-                   "chkcmdCmpnyMstrAED_0 chkcmdCmpnyMstrAED_1 chkcmdCmpnyMstrAED_2")
-        .split(u' ');
-const QStringList saveButtons =
-    QStringLiteral("chkcmdCSSaveInfo_0 chkcmdCSSaveInfo_1 chkCmdSaveTrans_0 chkCmdSaveTrans_1 "
-                   "chkCmdSaveProduct_0 chkCmdSaveProduct_1 chkcmdIncomingSave_0 chkcmdIncomingSave_1 "
-                   "chkcmdCmpnyMstrSave_0 chkcmdCmpnyMstrSave_1")
-        .split(u' ');
-const QString saleEntry =
-    QStringLiteral("txtSaleProductLists_4 txtSaleProductLists_5 udNoOfProdPlusMinus cmdCSAppendDetail");
-const QString orderGroup =
-    QStringLiteral("dtpOrderMasterDate optTakBae_0 optTakBae_1 txtOrderMaster_2 txtOrderMaster_3 txtOrderMaster_4 "
-                   "txtOrderMaster_5 txtOrderMaster_6 txtOrderMaster_7 chkcmdCSSaveInfo_0 chkcmdCSSaveInfo_1");
-const QString ledgerGroup =
-    QStringLiteral("dtpTransReceiveDate optTransOperator_0 optTransOperator_1 optTransOperator_2 "
-                   "optTransOperator_3 txtTransMoney cboPayMethod chkTransMisuMoneyRecalculate "
-                   "chkCmdSaveTrans_0 chkCmdSaveTrans_1");
-const QString productGroup =
-    QStringLiteral("txtProSaleInfo_0 txtProSaleInfo_1 txtProSaleInfo_2 txtProSaleInfo_3 dtpProdListAddedDate "
-                   "optIsTaxed_0 optIsTaxed_1 optIsValid_0 optIsValid_1 chkCmdSaveProduct_0 chkCmdSaveProduct_1");
-// The total and the dealer's name belong to the purchase's group and stay read-only: they are figured and chosen.
-const QString incomingGroup =
-    QStringLiteral("txtIncCount udIincomingCount txtIncPricePerUnit txtIncHalinTotal dtpIncDate "
-                   "chkCmdIncSelectCompany txtIncMemo chkcmdIncomingSave_0 chkcmdIncomingSave_1");
-const QString dealerGroup = QStringLiteral("txtCmCompanyName chkCmIsValid txtCmTel txtCmRegNum txtCmAddress txtCmMemo");
-const QString neverOpen =
-    QStringLiteral("txtOrderMaster_1 txtIncPriceTotal txtIncCompanyName txtSaleProductLists_0 "
-                   "txtSaleProductLists_1 txtSaleProductLists_2 txtSaleProductLists_3 chkSaleProductLists_0 "
-                   "chkSaleProductLists_1 txtCustDetail_0 txtCustDetail_8");
-const QStringList members = (saleEntry + u' ' + orderGroup + u' ' + ledgerGroup + u' ' + productGroup + u' '
-                             + incomingGroup + u' ' + dealerGroup + u' ' + neverOpen)
-                                .split(u' ');
+/// The names that a line of the file gives.
+QStringList named(const QString &what)
+{
+    static const QStringList lines = textOf("entry/edit-modes.txt").split(u'\n');
+    for (const QString &line : lines) {
+        if (line.startsWith(what + QStringLiteral(": ")))
+            return line.mid(what.size() + 2).split(u' ');
+    }
+    throw std::runtime_error("no line of " + what.toStdString());
+}
+
+constexpr const char *codes[] = {"00", "02", "10", "11", "12"};
 
 class EditModes : public EntryDesk
 {
 protected:
-    EditModes() { sell(); }
+    EditModes()
+    {
+        sell();
+        members_ = named("sale entry") + named("never open");
+        for (const char *code : codes)
+            members_ += named(QLatin1String(code) + QStringLiteral(" group"));
+    }
 
     static PaneShell &shell() { return dynamic_cast<PaneShell &>(*window()); }
 
@@ -69,9 +45,8 @@ protected:
         }
         return found.join(u' ').toStdString();
     }
-    static std::string within(const QString &part, const QStringList &order)
+    static std::string within(const QStringList &wanted, const QStringList &order)
     {
-        const QStringList wanted = part.split(u' ');
         QStringList found;
         for (const QString &name : order) {
             if (wanted.contains(name))
@@ -93,56 +68,45 @@ protected:
         return control->isEnabledTo(control->parentWidget());
     }
 
-    static void expectBrowsing(const QString &open)
+    /// The panes that are enabled, the controls that are open, the commands out of sight and the save buttons in sight.
+    void expectLook(const QStringList &panes, const QStringList &open, const QStringList &hidden,
+                    const QStringList &shown) const
     {
-        EXPECT_EQ(those(containers, isEnabled), containers.join(u' ').toStdString());
-        EXPECT_EQ(those(members, isOpen), within(open, members));
-        EXPECT_EQ(those(commands, isHidden), "");
-        EXPECT_EQ(those(saveButtons, isShown), "");
+        EXPECT_EQ(those(panes_, isEnabled), within(panes, panes_));
+        EXPECT_EQ(those(members_, isOpen), within(open, members_));
+        EXPECT_EQ(those(commands_, isHidden), within(hidden, commands_));
+        EXPECT_EQ(those(saveButtons_, isShown), within(shown, saveButtons_));
     }
+
+    const QStringList panes_ = named("panes");
+    const QStringList commands_ = named("commands");
+    const QStringList saveButtons_ = named("save buttons");
+    QStringList members_;
 };
 
 } // namespace
 
 TEST_F(EditModes, OpenOnePaneAndLockItAgain)
 {
-    const struct
-    {
-        const char *code;
-        QString panes, group, hidden, shown;
-    } cases[] = {
-        {"00", "c1elaCustSaleInfo", orderGroup, "chkCmdOrderMasterED_0 chkCmdOrderMasterED_1",
-         "chkcmdCSSaveInfo_0 chkcmdCSSaveInfo_1"},
-        {"02", "c1elaTransInfo", ledgerGroup, "chkcmdAddEditDelTran_0 chkcmdAddEditDelTran_1 chkcmdAddEditDelTran_2",
-         "chkCmdSaveTrans_0 chkCmdSaveTrans_1"},
-        {"10", "sspPMProductInfo elTranMnu_2", productGroup,
-         "chkCmdProdSaleAddEdiDel_0 chkCmdProdSaleAddEdiDel_1 chkCmdProdSaleAddEdiDel_2",
-         "chkCmdSaveProduct_0 chkCmdSaveProduct_1"},
-        {"11", "sspProductIncoming_1 elTranMnu_3", incomingGroup,
-         "chkcmdIncomingAED_0 chkcmdIncomingAED_1 chkcmdIncomingAED_2", "chkcmdIncomingSave_0 chkcmdIncomingSave_1"},
-        {"12", "sspCompanyMaster_1 elTranMnu_4", dealerGroup,
-         "chkcmdCmpnyMstrAED_0 chkcmdCmpnyMstrAED_1 chkcmdCmpnyMstrAED_2",
-         "chkcmdCmpnyMstrSave_0 chkcmdCmpnyMstrSave_1"},
-    };
-    expectBrowsing(saleEntry);
-    QString open = saleEntry;
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.code);
-        shell().enterEditMode(QLatin1String(c.code));
-        EXPECT_EQ(those(containers, isEnabled), within(c.panes, containers));
-        EXPECT_EQ(those(members, isOpen), within(open + u' ' + c.group, members));
-        EXPECT_EQ(those(commands, isHidden), within(c.hidden, commands));
-        EXPECT_EQ(those(saveButtons, isShown), within(c.shown, saveButtons));
-        shell().leaveEditMode(QLatin1String(c.code));
+    QStringList open = named("sale entry");
+    expectLook(panes_, open, {}, {});
+    for (const char *code : codes) {
+        SCOPED_TRACE(code);
+        const auto ofCode = [code](const char *what) {
+            return named(QLatin1String(code) + u' ' + QLatin1String(what));
+        };
+        shell().enterEditMode(QLatin1String(code));
+        expectLook(ofCode("panes"), open + ofCode("group"), ofCode("commands"), ofCode("save buttons"));
+        shell().leaveEditMode(QLatin1String(code));
         // The unit discount stays locked from the first edit on.
-        open = QStringLiteral("txtSaleProductLists_5 udNoOfProdPlusMinus cmdCSAppendDetail");
-        expectBrowsing(open);
+        open.removeAll(QStringLiteral("txtSaleProductLists_4"));
+        expectLook(panes_, open, {}, {});
     }
     shell().enterEditMode(QStringLiteral("01"));
-    EXPECT_EQ(those(containers, isEnabled), "") << "a code that opens nothing";
-    EXPECT_EQ(those(members, isOpen), within(open, members));
+    EXPECT_EQ(those(panes_, isEnabled), "") << "a code that opens nothing";
+    EXPECT_EQ(those(members_, isOpen), within(open, members_));
     shell().leaveEditMode(QStringLiteral("01"));
-    expectBrowsing(open);
+    expectLook(panes_, open, {}, {});
 }
 
 TEST_F(EditModes, TellOpenPanesFromLockedOnesByColour)

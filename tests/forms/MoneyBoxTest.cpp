@@ -169,18 +169,6 @@ TEST(TextBoxHabits, DecideWhatTheFocusAndAChangeDo)
     }
 }
 
-TEST(TextBoxHabits, AClickIntoABoxThatSelectsAllSelectsAllOnce)
-{
-    auto *before = new QLineEdit;
-    auto *box = new MoneyBox;
-    Typist typist({before, box});
-    box->setText("\\1,234");
-    typist.click(box);
-    EXPECT_EQ(box->selectedText(), QStringLiteral("\\1,234"));
-    typist.click(box);
-    EXPECT_EQ(box->selectedText(), QString());
-}
-
 TEST(MemoBox, IsLeftByTabAndPutsItsCaretAsItsHabitsSay)
 {
     auto *onFocus = new MemoBox({.onFocus = OnFocus::CaretToEnd});

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <QWindow>
@@ -50,18 +49,6 @@ public:
         }
     }
     void tab() { strike(Qt::Key_Tab, QStringLiteral("\t")); }
-
-    void click(QWidget *control)
-    {
-        const QPoint local(control->width() - 4, control->height() / 2);
-        const QPointF inWindow = control->mapTo(&window_, local);
-        const QPointF global = control->mapToGlobal(local);
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
-            QMouseEvent event(type, inWindow, global, Qt::LeftButton, held, Qt::NoModifier);
-            QCoreApplication::sendEvent(window_.windowHandle(), &event);
-        }
-    }
 
 private:
     void send(QEvent::Type type, int key, const QString &text, Qt::KeyboardModifiers state, bool repeated)

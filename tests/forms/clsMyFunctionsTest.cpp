@@ -3,15 +3,9 @@
 #include "forms/MemoBox.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
-#include "platform/controls/PushCheck.h"
-#include "platform/controls/Stepper.h"
 #include "tests/support/WheelTurns.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QRadioButton>
 
 #include <gtest/gtest.h>
 
@@ -40,28 +34,6 @@ TEST(LockedGroup, TextBoxesAreReadOnlyGreyAndFlatUntilTheyAreOpened)
     EXPECT_NE(memo.frameShape(), QFrame::NoFrame);
 }
 
-TEST(LockedGroup, ListsAreGreyedAndAllOtherControlsDisabled)
-{
-    QComboBox combo;
-    QListWidget list;
-    QCheckBox check;
-    QRadioButton option;
-    controls::PushCheck button;
-    controls::DateEdit picker;
-    controls::Stepper stepper(QStringLiteral("udCount"));
-    const ControlGroup group = {&combo, &list, &check, &option, &button, &picker, &stepper};
-    const QColor buttonColor = controls::backColor(&button);
-    const clsMyFunctions functions;
-    for (const bool locked : {true, false}) {
-        functions.setCollection2Locked(group, locked);
-        for (const QWidget *control : group)
-            EXPECT_EQ(control->isEnabled(), !locked) << control->metaObject()->className();
-    }
-    EXPECT_EQ(controls::backColor(&combo), controls::LockedColor);
-    EXPECT_EQ(controls::backColor(&list), controls::LockedColor);
-    EXPECT_EQ(controls::backColor(&button), buttonColor);
-}
-
 TEST(LockedGroup, ADateThatItsPaneEnablesAgainIsStillNotTurnedByTheWheel)
 {
     controls::DateEdit picker;
@@ -76,18 +48,4 @@ TEST(LockedGroup, ADateThatItsPaneEnablesAgainIsStillNotTurnedByTheWheel)
         turnWheel(&picker);
         EXPECT_EQ(picker.date() == before, locked);
     }
-}
-
-TEST(ResetGroup, EmptiesTextBoxesAndLeavesTheRest)
-{
-    QLineEdit line(QStringLiteral("값"));
-    MemoBox memo;
-    memo.setText("메모");
-    QCheckBox check(QStringLiteral("과세"));
-    check.setChecked(true);
-    clsMyFunctions().resetCollection({&line, &memo, &check});
-    EXPECT_TRUE(line.text().isEmpty());
-    EXPECT_TRUE(memo.text().isEmpty());
-    EXPECT_TRUE(check.isChecked());
-    EXPECT_EQ(check.text(), QStringLiteral("과세"));
 }

@@ -116,12 +116,6 @@ TEST_F(LedgerOfAnOrder, AMemoIsSavedTrimmedAndARowIsDeletedWithoutAQuestion)
     press("chkCmdSaveMemo");
     EXPECT_THAT(ledgerRows(), ElementsAre("2026-11-21|3|1000|00|it's paid", "2026-11-22|3|700|01|둘째"));
 
-    atOtherDesk("UPDATE tPSTransaction SET tpstrans_Memo = 'theirs' WHERE tpstrans_PK = 1");
-    find<QLineEdit>("txtTransMemo")->setText("mine");
-    press("chkCmdSaveMemo");
-    EXPECT_EQ(boxes_.take().size(), 1u) << "another desk changed the row: it is told, not overwritten";
-    EXPECT_EQ(ledgerRows().at(0), "2026-11-21|3|1000|00|theirs");
-
     pane_->requeryCustTranManage();
     refuse("BEFORE DELETE ON tPSTransaction");
     press("chkcmdAddEditDelTran_2");

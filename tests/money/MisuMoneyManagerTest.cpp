@@ -21,25 +21,9 @@ protected:
 
     OutstandingButton()
     {
-        atOtherDesk("INSERT INTO Customer (Customer_PK, name, sn) VALUES (41, '홍길동', 'C-1'), (42, '김영희', 'C-2')");
-        first_ = owing("2026-11-20", 12340, 300, 5000);
-        second_ = owing("2026-11-22", 9000, 0, 2000);
-        owing("2026-11-23", 700, 0, 0);
-        owing("2026-11-24", 100000, 0, 900, 42);
+        runFile("money/owing.sql");
         loadOrders();
         session_.rsCustSaleMaster->setBookmark(first_);
-    }
-    int owing(const char *date, int total, int discount, int owed, int customer = Patient)
-    {
-        const int key = order(QString::fromLatin1(date), customer);
-        atOtherDesk(
-            QStringLiteral(
-                "UPDATE tPSOrderMaster SET OrdM_Total = %2, OrdM_HalinTotal = %3, OrdM_Misugum = %4 WHERE OrdM_PK = %1")
-                .arg(key)
-                .arg(total)
-                .arg(discount)
-                .arg(owed));
-        return key;
     }
     void openList(const Act &act)
     {
@@ -82,8 +66,8 @@ protected:
     Rows owed() { return rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"); }
 
     OutstandingFlow outstanding_{session_, *pane_, &window_};
-    int first_ = 0;
-    int second_ = 0;
+    const int first_ = 1;
+    const int second_ = 2;
 };
 
 } // namespace

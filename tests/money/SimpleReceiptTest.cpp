@@ -217,41 +217,6 @@ TEST_F(SimpleReceipt, TheRemainderFollowsAlsoWhenThePaymentStaysTheSame)
     EXPECT_EQ(figures(), "300 400 12000 0 -360 | 11,640");
 }
 
-TEST(SimpleReceiptEdit, HandsBackOneRowWithTheOperatorChosen)
-{
-    // option: that is on at first, -1 none
-    const struct
-    {
-        const char16_t *caption;
-        int option;
-    } cases[] = {{u"절사", 0}, {u"할인", 1}, {u"수납", 2}, {u"환불", 3}, {u"0", -1}};
-    for (const auto &c : cases) {
-        frmSimpleReceipt dialog;
-        std::vector<qint32> row;
-        QDate day;
-        QObject::connect(
-            &dialog, &frmSimpleReceipt::ExecuteDB,
-            [&](qint32 customer, const QDate &date, qint16 code, qint32 money, qint32 order, const QString &) {
-                row = {customer, code, money, order};
-                day = date;
-            });
-        dialog.Operation(0, 41, QStringLiteral("홍길동"), QStringLiteral("C-1"), QDate(2026, 11, 20), 12340, 7, -1,
-                         QDate(2026, 11, 24), 500, QString::fromUtf16(c.caption), nullptr);
-        const DialogDriver form(&dialog);
-        for (int option = 0; option < 4; ++option)
-            EXPECT_EQ(form.checked(qPrintable(QStringLiteral("optOperator_%1").arg(option))), option == c.option);
-        EXPECT_TRUE(form.find<QWidget>("fraOldSunap")->isVisible());
-        for (const char *ofNewOnes : {"fraNewSunap", "chkBonin100"})
-            EXPECT_FALSE(form.find<QWidget>(ofNewOnes)->isVisible());
-        EXPECT_EQ(form.text("txtMoney"), "500");
-        form.press("optOperator_3");
-        form.type("txtMoney", "");
-        form.press("cmdConfirm");
-        EXPECT_THAT(row, ElementsAre(41, 4, 0, 7));
-        EXPECT_EQ(day, QDate(2026, 11, 24));
-    }
-}
-
 TEST_F(SimpleReceipt, ItsWindowMayGoWhileTheAmountsAreBeingWritten)
 {
     auto *window = new QWidget;

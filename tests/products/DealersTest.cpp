@@ -17,10 +17,7 @@ protected:
     Dealers()
     {
         product("감초", 1000);
-        atOtherDesk(
-            "INSERT INTO tPSCompanyMaster (CM_Name, CM_RegNum, CM_Address, CM_Tel, CM_EtcMemo, CM_IsValid) VALUES "
-            "('Acme', '1', "
-            "'서울', '02', '외상', 1), ('xyz', NULL, NULL, NULL, NULL, NULL), ('한약방', NULL, NULL, NULL, NULL, 0)");
+        runFile("products/dealers.sql");
     }
     std::string panel()
     {

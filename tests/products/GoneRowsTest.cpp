@@ -61,28 +61,7 @@ const ListCase *const lists[] = {&productList, &purchaseList, &dealerList};
 class GoneRows : public SaleWindow
 {
 protected:
-    GoneRows()
-    {
-        const struct
-        {
-            int number;
-            const char *name;
-        } all[] = {{1, "첫째"}, {2, "둘째"}, {3, "셋째"}};
-        for (const auto &[number, name] : all) {
-            const QString memo = QString::fromUtf8(name);
-            atOtherDesk(QStringLiteral(
-                            "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_EtcMemo) VALUES ('%1', 'n', '%2')")
-                            .arg(QString::number(number), memo));
-            atOtherDesk(QStringLiteral("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_EtcMemo) VALUES "
-                                       "(1, 99, '2026-11-%1', 10, '%2')")
-                            .arg(30 - number)
-                            .arg(memo));
-            atOtherDesk(QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name, CM_EtcMemo) VALUES ('%1', '%2')")
-                            .arg(QString::number(number), memo));
-        }
-        atOtherDesk("INSERT INTO tPSIncoming (PM_PK, CM_PK, IN_Date, IN_Count, IN_EtcMemo) VALUES (3, 99, "
-                    "'2026-11-01', 7, '셋째의')");
-    }
+    GoneRows() { runFile("products/three-rows.sql"); }
     static ado::Recordset &rowsOf(const ListCase &which) { return list(which.grid); }
     int currentRow(const ListCase &list) { return rowsOf(list).currentRow(); }
     void deleteElsewhere(const ListCase &list, int key)

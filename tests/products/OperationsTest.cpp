@@ -58,35 +58,7 @@ protected:
     IncomingOperations incoming_{session_};
 };
 
-const char *const storedTea = "차|감초차|12000|1|0|NULL|단 맛|2026-11-24";
-
 } // namespace
-
-TEST_P(Shop, AProductRefusedForItsNameIsStoredOnceWhenItIsSavedAgain)
-{
-    for (const auto &[catagory, name] : {std::pair("", "감초차"), {"차", "  "}, {" ", ""}}) {
-        ado::AbandonedTransactions edgeOfEvent;
-        ProductEdit edit = tea();
-        edit.catagory = catagory;
-        edit.name = name;
-        EXPECT_EQ(products_.add(edit), SaveOutcome::Refused);
-        EXPECT_TRUE(gcnnMasterDB->inTransaction()) << "the check comes after the begin";
-    }
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_EQ(products_.add(tea()), SaveOutcome::Saved);
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_THAT(products(), ElementsAre(storedTea));
-
-    // Refused and given up: the next save of another row brings nothing of it along.
-    EXPECT_EQ(products_.add({}), SaveOutcome::Refused);
-    session_.rsSaleProductListsManager->Requery();
-    gcnnMasterDB->RollbackTrans();
-    products_.beginChange();
-    EXPECT_EQ(products_.change(tea()), SaveOutcome::Saved);
-    EXPECT_EQ(products_.add(tea()), SaveOutcome::Saved) << "one name may stand twice";
-    EXPECT_THAT(products(), ElementsAre(storedTea, storedTea));
-    EXPECT_EQ(countSameExistProductName(gcnnMasterDB, QStringLiteral("감초차")), 2);
-}
 
 TEST_P(Shop, AProductWithoutPriceFlagsAndDateKeepsToWhatThePanelShows)
 {

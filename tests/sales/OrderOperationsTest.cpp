@@ -1,4 +1,4 @@
-#include "sales/OrderSave.h"
+#include "sales/OrderOperations.h"
 
 #include "data/clsSQL.h"
 #include "tests/support/LogLines.h"
@@ -35,25 +35,8 @@ protected:
         operations_.takeCurrentProduct(typed);
         return typed;
     }
-    Outcome save(const OrderEdit &edit)
-    {
-        OrderSave save(session_);
-        save.begin({});
-        return save.save(edit);
-    }
-
     OrderOperations operations_{session_, [] { return today(); }};
 };
-
-const OrderEdit typedEdit{.address = QStringLiteral(" 부산시 "),
-                          .cell = QStringLiteral("010"),
-                          .telephone = QStringLiteral("051 "),
-                          .takbaeMemo = QStringLiteral("문앞"),
-                          .memo = QStringLiteral("단골"),
-                          .discountTotal = QStringLiteral("\\100"),
-                          .outstanding = QStringLiteral("-\\1,500"),
-                          .takbae = true,
-                          .date = QDate(2026, 11, 20)};
 
 } // namespace
 
@@ -124,19 +107,6 @@ TEST_F(OrderFlow, OrdersOfADayAreCountedUpToTheLargestSmallNumber)
     EXPECT_EQ(operations_.countTodayOrders(), 32767);
     gcnnMasterDB.reset();
     EXPECT_EQ(operations_.countTodayOrders(), -1);
-}
-
-TEST_F(OrderFlow, AnEditWithoutAnAmountChangesNothingAndDoesNotStandInTheWay)
-{
-    order("2026-11-24");
-    session_.rsCustSaleMaster->Requery();
-
-    OrderEdit noAmount = typedEdit;
-    noAmount.outstanding.clear();
-    EXPECT_EQ(save(noAmount), Outcome::Failed);
-    EXPECT_THAT(rows("SELECT OrdM_Address, OrdM_Misugum FROM tPSOrderMaster"), ElementsAre("NULL|0"));
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_EQ(save(typedEdit), Outcome::Done);
 }
 
 TEST_F(OrderFlow, ATrappedErrorIsLoggedOnceWithTheKeysOfTheFlow)

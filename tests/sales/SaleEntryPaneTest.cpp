@@ -161,25 +161,6 @@ TEST_F(EntryPane, WithoutAnOrderOfTodayTheAnswerDecides)
     }
 }
 
-TEST_F(EntryPane, AFailedAddIsToldInTheWordsOfItsKind)
-{
-    const char *const told[] = {
-        "판매추가: 판매추가를 실패 했습니다. 다시 시도 하십시오.",
-        "서비스추가: 서비스추가를 실패 했습니다. 다시 시도 하십시오.",
-        "망실기록: 망실기록을 실패 했습니다. 다시 시도 하십시오.",
-    };
-    product("감초", 1000);
-    order("2026-11-24");
-    sell();
-    for (int kind = 0; kind < 3; ++kind) {
-        push(kindButtons[kind]);
-        type("txtSaleProductLists_5", "32768");
-        push("cmdCSAppendDetail");
-        EXPECT_THAT(boxes_.take(), ElementsAre(told[kind]));
-    }
-    EXPECT_THAT(lines(), IsEmpty());
-}
-
 TEST_F(EntryPane, TheHeaderSortsOneColumnOffAndTurnsRoundEachTime)
 {
     atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, PM_IsHide) "

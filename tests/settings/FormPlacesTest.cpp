@@ -3,12 +3,10 @@
 #include "settings/clsWindowPostion.h"
 #include "settings/modFormLocate.h"
 
-#include "platform/automation/Automation.h"
 #include "platform/registry/AppSettings.h"
 
 #include <QApplication>
 #include <QScreen>
-#include <QStyle>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -53,34 +51,6 @@ TEST_F(RememberedWindow, KeepsTheWidthsOfColumnsThatWereNeverShown)
     saveMainWindowLayout(window_, nullptr);
     EXPECT_EQ(setting_.FirstColWidth(), QStringLiteral("370"));
     EXPECT_EQ(setting_.FormWidth(), QStringLiteral("400"));
-}
-
-TEST_F(RememberedWindow, EveryValueIsKeptUnderTheKeyThatTheDesksHave)
-{
-    const std::pair<const char *, const char *> kept[] = {
-        {"FirstRowHeight", "RowHeight_0"},
-        {"SecondRowHeight", "RowHeight_1"},
-        {"ThirdRowHeight", "RowHeight_2"},
-        {"FirstColWidth", "ColWidth_0"},
-        {"SecondColWidth", "ColWidth_1"},
-        {"ThirdColWidth", "ColWidth_2"},
-        {"FormPos_x", "FormPos_x"},
-        {"FormPos_y", "FormPos_y"},
-        {"FormHeight", "FormHeight"},
-        {"FormWidth", "FormWidth"},
-        {"FormIsMaximized", "IsFormMaximized"},
-    };
-    const QString application = QStringLiteral("Zelvo Desk");
-    const QString section = QStringLiteral("물품판매관리");
-    for (const auto &[name, key] : kept) {
-        SCOPED_TRACE(name);
-        QVariantList value{QString::fromLatin1(name)};
-        automation::call(setting_, QLatin1String(name), value);
-        EXPECT_EQ(registry::GetSetting(application, section, QLatin1String(key)).toStdString(), name);
-        registry::SaveSetting(application, section, QLatin1String(key), QStringLiteral("123"));
-        QVariantList none;
-        EXPECT_EQ(automation::call(setting_, QLatin1String(name), none).toString(), QStringLiteral("123"));
-    }
 }
 
 TEST_F(RememberedWindow, StaysAsDesignedWhereNothingOrNoNumberIsStored)
@@ -278,41 +248,6 @@ TEST(FormPosition, PlacesWindows)
     form.resize(500, 100); // wider than the reference: the screen's edge
     position.LocateFormBottomRight(mainForm, form);
     EXPECT_EQ(form.pos(), QPoint(screen().width() - 500, 200));
-}
-
-TEST(FormPosition, LeavesAMaximizedWindowWhereItIs)
-{
-    QWidget form;
-    form.showMaximized();
-    const QRect large = form.geometry();
-    clsFormPosition().CenterScreen(form, 0);
-    EXPECT_TRUE(form.isMaximized());
-    EXPECT_EQ(form.geometry(), large);
-}
-
-TEST(FormPosition, KeepsAWindowOnTheScreen)
-{
-    QWidget form;
-    form.resize(300, 200);
-    const int caption = form.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QPoint corner(screen().right() + 1 - 300, screen().bottom() + 1 - 200 - caption);
-    const struct
-    {
-        QPoint from, to;
-    } cases[] = {
-        {{40, 50}, {40, 50}},
-        {{-20, -1}, screen().topLeft()},
-        {corner + QPoint(5, 5), corner},
-        {{screen().right() + 500, 30}, {corner.x(), 30}},
-    };
-    for (const auto &c : cases) {
-        form.move(c.from);
-        keepOnScreen(form);
-        EXPECT_EQ(form.pos(), c.to);
-    }
-    form.resize(screen().width() + 100, 200); // too large: the caption's beginning stays in sight
-    keepOnScreen(form);
-    EXPECT_EQ(form.pos().x(), screen().left());
 }
 
 TEST(WindowPostion, TellsTheInnerCornerInTwips)

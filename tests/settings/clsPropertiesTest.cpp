@@ -7,9 +7,9 @@ using Properties = SettingsDatabase;
 TEST_F(Properties, ReadingAnUnknownKeyMakesItWithAnEmptyValue)
 {
     EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
-    EXPECT_EQ(properties(), QStringList{QStringLiteral("지점명=")});
+    EXPECT_THAT(properties(), ElementsAre("지점명|"));
     clsProperties().PropValue("지점명");
-    EXPECT_EQ(properties().size(), 1);
+    EXPECT_EQ(properties().size(), 1u);
 }
 
 TEST_F(Properties, ARowMadeByAWriteIsCutAndOneThatExistsIsNot)
@@ -19,12 +19,12 @@ TEST_F(Properties, ARowMadeByAWriteIsCutAndOneThatExistsIsNot)
     clsProperties setting;
     setting.PropValue(longKey, QStringLiteral("하나"));
     setting.PropValue("긴값", longValue);
-    EXPECT_EQ(properties(),
-              (QStringList{longKey.left(20) + QStringLiteral("=하나"), QStringLiteral("긴값=") + longValue.left(250)}));
+    EXPECT_THAT(properties(),
+                ElementsAre(longKey.left(20).toStdString() + "|하나", "긴값|" + longValue.left(250).toStdString()));
 
     // The whole key misses the row that was cut, and makes a second one, whole.
     EXPECT_EQ(setting.PropValue(longKey), QString());
-    EXPECT_EQ(properties().size(), 3);
+    EXPECT_EQ(properties().size(), 3u);
     setting.PropValue("긴값", longValue);
     EXPECT_EQ(setting.PropValue("긴값"), longValue);
 }
@@ -34,7 +34,7 @@ TEST_F(Properties, AQuoteFailsWhereTheRowIsMadeAndPassesWhereItExists)
     const QString value = QStringLiteral("O'Neill");
     clsProperties setting;
     setting.PropValue("지점대표자", value);
-    EXPECT_TRUE(properties().isEmpty());
+    EXPECT_THAT(properties(), IsEmpty());
     setting.PropValue("지점대표자"); // makes the row
     setting.PropValue("지점대표자", value);
     EXPECT_EQ(setting.PropValue("지점대표자"), value);
@@ -42,9 +42,9 @@ TEST_F(Properties, AQuoteFailsWhereTheRowIsMadeAndPassesWhereItExists)
 
 TEST_F(Properties, ATableWithTheTwoColumnsAloneIsReadAndWritten)
 {
-    run("DROP TABLE tPSProperties");
-    run("CREATE TABLE tPSProperties (tpsps_Key TEXT, tpsps_Value TEXT)");
-    run("INSERT INTO tPSProperties VALUES ('지점명', '종로점'), ('우편번호', NULL)");
+    atOtherDesk("DROP TABLE tPSProperties");
+    atOtherDesk("CREATE TABLE tPSProperties (tpsps_Key TEXT, tpsps_Value TEXT)");
+    atOtherDesk("INSERT INTO tPSProperties VALUES ('지점명', '종로점'), ('우편번호', NULL)");
     clsProperties setting;
     EXPECT_EQ(setting.PropValue("지점명"), QStringLiteral("종로점"));
     EXPECT_EQ(setting.PropValue("우편번호"), QString());
@@ -55,12 +55,12 @@ TEST_F(Properties, ATableWithTheTwoColumnsAloneIsReadAndWritten)
     EXPECT_EQ(setting.PropValue("지점명"), longValue);
     EXPECT_EQ(setting.PropValue("지점주소"), QStringLiteral("서울"));
     EXPECT_EQ(setting.PropValue("우편번호"), QString()) << "its neighbours stay as they were";
-    EXPECT_EQ(properties().size(), 3);
+    EXPECT_EQ(properties().size(), 3u);
 }
 
 TEST_F(Properties, ErrorsAreTrappedWithoutAWord)
 {
-    run("DROP TABLE tPSProperties");
+    atOtherDesk("DROP TABLE tPSProperties");
     EXPECT_EQ(clsProperties().PropValue("지점명"), QString());
     clsProperties().PropValue("지점명", QStringLiteral("종로점"));
     gcnnMasterDB.reset(); // the window can stand without a connection

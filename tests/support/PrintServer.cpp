@@ -1,5 +1,7 @@
 #include "tests/support/PrintServer.h"
 
+#include "tests/support/Statements.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -28,29 +30,7 @@ void write(const QString &name, const QString &text)
 /// A printer that takes PDF as it comes, on paper of one size or of any length.
 QString printerDescription(const char *sizeName, int width, int height, const QString &filter)
 {
-    return QStringLiteral(
-               "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: \"1.0\"\n*LanguageVersion: English\n"
-               "*LanguageEncoding: ISOLatin1\n*PCFileName: \"TEST.PPD\"\n*Manufacturer: \"Test\"\n*Product: "
-               "\"(Test)\"\n"
-               "*ModelName: \"Test\"\n*ShortNickName: \"Test\"\n*NickName: \"Test\"\n*PSVersion: \"(3010.000) 0\"\n"
-               "*LanguageLevel: \"3\"\n*ColorDevice: False\n*DefaultColorSpace: Gray\n*FileSystem: False\n"
-               "*cupsFilter2: \"application/pdf application/pdf 0 %4\"\n*OpenUI *PageSize/Media Size: PickOne\n"
-               "*OrderDependency: 10 AnySetup *PageSize\n*DefaultPageSize: %1\n"
-               "*PageSize %1: \"<</PageSize[%2 %3]>>setpagedevice\"\n*CloseUI: *PageSize\n*OpenUI *PageRegion: "
-               "PickOne\n"
-               "*OrderDependency: 10 AnySetup *PageRegion\n*DefaultPageRegion: %1\n"
-               "*PageRegion %1: \"<</PageSize[%2 %3]>>setpagedevice\"\n*CloseUI: *PageRegion\n*DefaultImageableArea: "
-               "%1\n"
-               "*ImageableArea %1: \"0 0 %2 %3\"\n*DefaultPaperDimension: %1\n*PaperDimension %1: \"%2 %3\"\n"
-               "*VariablePaperSize: True\n*MaxMediaWidth: \"%2\"\n*MaxMediaHeight: \"14400\"\n"
-               "*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]>>setpagedevice\"\n"
-               "*ParamCustomPageSize Width: 1 points 30 %2\n*ParamCustomPageSize Height: 2 points 30 14400\n"
-               "*ParamCustomPageSize WidthOffset: 3 points 0 0\n*ParamCustomPageSize HeightOffset: 4 points 0 0\n"
-               "*ParamCustomPageSize Orientation: 5 int 0 0\n*DefaultFont: Courier\n")
-        .arg(QLatin1String(sizeName))
-        .arg(width)
-        .arg(height)
-        .arg(filter);
+    return textOf("support/printer.ppd").arg(QLatin1String(sizeName)).arg(width).arg(height).arg(filter);
 }
 
 } // namespace

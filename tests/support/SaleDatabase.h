@@ -2,6 +2,7 @@
 
 #include "session/SaleSession.h"
 #include "session/modGlobalVars.h"
+#include "tests/support/Statements.h"
 #include "tests/support/TestDatabase.h"
 
 #include <gmock/gmock.h>
@@ -24,6 +25,7 @@ protected:
     /// One statement on a connection that is not the session's; money and keys are whole numbers.
     void atOtherDesk(const QString &statement) { database_.run(statement); }
     Rows rows(const QString &statement);
+    void runFile(const char *file) { ::runFile(database_, file); }
     /// A trigger that refuses an event on a table: "BEFORE DELETE ON tPSOrderMaster".
     void refuse(const QString &event);
     void allowAgain();

@@ -15,18 +15,7 @@ class OtherDesk : public testing::Test
 protected:
     OtherDesk()
     {
-        desk_.database.run(
-            "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Gubun, OrdM_TaxTotal, OrdM_TaxFreeTotal, "
-            "OrdM_HalinTotal, "
-            "OrdM_Total, OrdM_Misugum, OrdM_ETCMemo) VALUES (7, '2026-03-01', 1, 1000, 0, 0, 1000, 0, '첫째'), "
-            "(7, '2026-03-02', 1, 2000, 0, 0, 2000, 0, '둘째'), (8, '2026-03-03', 1, 3000, 0, 0, 3000, 0, '셋째')");
-        desk_.database.run(
-            "INSERT INTO tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, OrdD_Count, OrdD_OrderType) "
-            "VALUES (1, 1, 1000, 0, 1, 0), (2, 1, 1000, 0, 2, 0), (3, 1, 1000, 0, 3, 0)");
-        desk_.database.run(
-            "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
-            "tpstrans_Money, tpstrans_Method) VALUES (7, 1, '2026-03-01', 3, 400, '00'), (7, 2, '2026-03-02', 3, 500, "
-            "'00')");
+        runFile(desk_.database, "whole/orders.sql");
         desk_.open();
     }
 
@@ -36,15 +25,6 @@ protected:
                                       "DELETE FROM tPSTransaction WHERE tpstrans_OrderM_PK = %1",
                                       "DELETE FROM tPSOrderMaster WHERE OrdM_PK = %1"})
             desk_.database.run(QString::fromLatin1(statement).arg(order));
-    }
-    int rowsOf(const char *grid) { return desk_.grid(grid)->model()->rowCount(); }
-    std::string all() { return desk_.orders() + "\n-\n" + desk_.lines() + "\n-\n" + desk_.ledger(); }
-    std::string said()
-    {
-        std::string boxes;
-        for (const std::string &box : desk_.boxes.take())
-            boxes += box + '\n';
-        return boxes;
     }
     std::string customerOnView() { return desk_.text("txtCustDetail_0").toStdString(); }
 
@@ -57,30 +37,30 @@ TEST_F(OtherDesk, AnOrderThatIsGoneLeavesNothingOfTheOneBeforeWithinReach)
 {
     desk_.choose("tdbCustSaleMaster", 0);
     deleteOrder(1);
-    const std::string before = all();
+    const std::string before = desk_.all();
     desk_.choose("tdbCustSaleMaster", 1);
 
     EXPECT_EQ(
-        said(),
+        desk_.said(),
         "거래 선택: 다른 데스크에서 먼저 삭제한 거래입니다. 목록을 새로 가져왔습니다.\n거래를 다시 선택하십시오.\n");
-    EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 1);
+    EXPECT_EQ(desk_.rowsOf("tdbCustSaleMaster"), 1);
     EXPECT_FALSE(desk_.grid("tdbCustSaleMaster")->selectionModel()->hasSelection());
     for (const char *box : {"txtOrderMaster_9", "txtOrderMaster_5", "txtOrderMaster_7"})
         EXPECT_EQ(desk_.text(box), QString()) << box;
     EXPECT_EQ(desk_.text("txtTranTotalAmount").toStdString(), "\\0");
-    EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 0);
-    EXPECT_EQ(rowsOf("tdbCustTranManage"), 0);
+    EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 0);
+    EXPECT_EQ(desk_.rowsOf("tdbCustTranManage"), 0);
 
     desk_.boxes.answers.assign(20, Answer::Yes);
     for (const char *button :
          {"chkCmdDelOrderDetail", "chkCmdRefund", "chkcmdAddEditDelTran_2", "chkCmdAutomateReceipt",
           "chkCmdOrderMasterED_0", "chkCmdOrderMasterED_1", "chkCmdRunMisuMoneyManger"})
         desk_.click(button);
-    EXPECT_EQ(all(), before) << "no button reaches a row that is not on view";
+    EXPECT_EQ(desk_.all(), before) << "no button reaches a row that is not on view";
 
     desk_.choose("tdbCustSaleMaster", 0);
     EXPECT_EQ(desk_.text("txtOrderMaster_5").toStdString(), "둘째");
-    EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 1);
+    EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 1);
 }
 
 TEST_F(OtherDesk, AGoneLineOrLedgerRowIsToldOnceAndItsListReadAnew)
@@ -102,16 +82,16 @@ TEST_F(OtherDesk, AGoneLineOrLedgerRowIsToldOnceAndItsListReadAnew)
     for (const auto &c : cases) {
         SCOPED_TRACE(c.grid);
         desk_.choose("tdbCustSaleMaster", 0);
-        ASSERT_EQ(rowsOf(c.grid), 2);
+        ASSERT_EQ(desk_.rowsOf(c.grid), 2);
         desk_.database.run(c.gone);
         desk_.choose(c.grid, 1);
-        EXPECT_EQ(said(), c.box);
-        EXPECT_EQ(rowsOf(c.grid), 1);
-        const std::string before = all();
+        EXPECT_EQ(desk_.said(), c.box);
+        EXPECT_EQ(desk_.rowsOf(c.grid), 1);
+        const std::string before = desk_.all();
         desk_.boxes.answers = {Answer::Yes};
         desk_.click(c.grid == cases[0].grid ? "chkCmdDelOrderDetail" : "chkcmdAddEditDelTran_2");
-        EXPECT_EQ(all(), before) << "its neighbour was not chosen";
-        said();
+        EXPECT_EQ(desk_.all(), before) << "its neighbour was not chosen";
+        desk_.said();
         desk_.boxes.answers.clear();
     }
 }
@@ -142,14 +122,14 @@ TEST_F(OtherDesk, AConflictIsToldAndTheNextTryWorks)
         ASSERT_EQ(desk_.text("txtOrderMaster_5").toStdString(), "둘째");
         desk_.database.run(c.elsewhere);
         desk_.boxes.answers.assign(1, Answer::Yes);
-        const std::string before = all();
+        const std::string before = desk_.all();
         desk_.click(c.button);
-        EXPECT_EQ(said(), c.first);
-        EXPECT_EQ(all(), before);
+        EXPECT_EQ(desk_.said(), c.first);
+        EXPECT_EQ(desk_.all(), before);
         EXPECT_EQ(desk_.text("txtOrderMaster_5").toStdString(), "둘째") << "the same order stands";
         desk_.boxes.answers.assign(1, Answer::Yes);
         desk_.click(c.button);
-        said();
+        desk_.said();
         EXPECT_EQ(desk_.joined(QString::fromLatin1(c.check)), c.after);
         desk_.boxes.answers.clear();
     }
@@ -175,9 +155,9 @@ TEST_F(OtherDesk, ANeighbourThatIsGoneTakesNoPartInADeletion)
         desk_.database.run(c.gone);
         desk_.boxes.answers = {Answer::Yes};
         desk_.click(c.button);
-        EXPECT_EQ(said(), c.question) << "no other box in the middle of it";
+        EXPECT_EQ(desk_.said(), c.question) << "no other box in the middle of it";
         EXPECT_EQ(desk_.joined(QString::fromLatin1(c.check)), c.after);
-        EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 0);
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 0);
     }
 }
 
@@ -187,13 +167,13 @@ TEST_F(OtherDesk, AddingToAnOrderThatIsGoneFailsOnce)
     deleteOrder(2);
     desk_.boxes.answers = {Answer::No}; // on the chosen order
     desk_.addLine(0, "1");
-    EXPECT_THAT(said(), testing::EndsWith("판매추가: 판매추가를 실패 했습니다. 다시 시도 하십시오.\n"));
-    EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 1);
-    EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 0);
+    EXPECT_THAT(desk_.said(), testing::EndsWith("판매추가: 판매추가를 실패 했습니다. 다시 시도 하십시오.\n"));
+    EXPECT_EQ(desk_.rowsOf("tdbCustSaleMaster"), 1);
+    EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 0);
 
     desk_.boxes.answers = {Answer::No};
     desk_.addLine(0, "1");
-    EXPECT_THAT(said(),
+    EXPECT_THAT(desk_.said(),
                 testing::EndsWith("거래 선택: 선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오.\n"));
     desk_.boxes.answers = {Answer::Yes}; // on one of today
     desk_.addLine(0, "1");
@@ -204,17 +184,16 @@ TEST_F(OtherDesk, ANoteOfAReturnThatMeetsAnotherDesksIsToldAndCanBeWrittenThen)
 {
     desk_.choose("tdbCustSaleMaster", 0);
     const auto takeBack = [&](const std::function<void()> &meanwhile) {
-        desk_.actor.inModalWindow([&] { desk_.click("chkCmdRefund"); },
-                                  [&](QWidget *dialog) {
-                                      meanwhile();
-                                      desk_.actor.click(desk_.actor.control(dialog, QStringLiteral("chkCmdSave")));
-                                  });
+        desk_.in("chkCmdRefund", [&](QWidget *dialog) {
+            meanwhile();
+            desk_.press(dialog, "chkCmdSave");
+        });
     };
     takeBack([&] { desk_.database.run("UPDATE tPSOrderDetail SET OrdD_RfndMemo = '먼저' WHERE OrdD_PK = 2"); });
-    EXPECT_EQ(said(), "반품: 오류가 있어 반품처리를 완료하지 못했습니다.\n");
+    EXPECT_EQ(desk_.said(), "반품: 오류가 있어 반품처리를 완료하지 못했습니다.\n");
     EXPECT_EQ(desk_.joined("SELECT COUNT(*) FROM tPSOrderDetail"), "3");
     takeBack([] {});
-    EXPECT_EQ(said(), "");
+    EXPECT_EQ(desk_.said(), "");
     EXPECT_EQ(desk_.joined("SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdD_Count < 0"), "1");
     EXPECT_THAT(desk_.joined("SELECT OrdD_RfndMemo FROM tPSOrderDetail WHERE OrdD_PK = 2"),
                 testing::StartsWith("먼저\n▶"));
@@ -228,12 +207,11 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
         EXPECT_EQ(customerOnView(), "남궁보람") << "not before the flow has ended";
     };
     const auto inDialog = [&](const char *button, std::initializer_list<const char *> presses) {
-        desk_.actor.inModalWindow([&] { desk_.click(button); },
-                                  [&](QWidget *dialog) {
-                                      nextComes();
-                                      for (const char *press : presses)
-                                          desk_.actor.click(desk_.actor.control(dialog, QString::fromLatin1(press)));
-                                  });
+        desk_.in(button, [&](QWidget *dialog) {
+            nextComes();
+            for (const char *press : presses)
+                desk_.press(dialog, press);
+        });
     };
     const auto atQuestion = [&](const char *button, Answer answer) {
         desk_.boxes.answers = {answer};
@@ -270,18 +248,9 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
-        desk_.database.run("DELETE FROM tPSOrderMaster");
-        desk_.database.run("DELETE FROM tPSOrderDetail");
-        desk_.database.run("DELETE FROM tPSTransaction");
-        desk_.database.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) VALUES "
-                           "(1, 7, '2026-03-01', "
-                           "1000, 0), (2, 7, '2026-03-02', 2000, 0), (3, 8, '2026-03-03', 3000, 0)");
-        desk_.database.run("INSERT INTO tPSOrderDetail (OrdD_PK, OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_HalinUnit, "
-                           "OrdD_Count, OrdD_OrderType) "
-                           "VALUES (1, 1, 1, 1000, 0, 1, 0), (2, 2, 1, 1000, 0, 2, 0), (3, 3, 1, 1000, 0, 3, 0)");
-        desk_.database.run(
-            "INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, "
-            "tpstrans_Operator, tpstrans_Money, tpstrans_Method) VALUES (2, 7, 2, '2026-03-02', 3, 500, '00')");
+        for (const char *table : {"tPSOrderMaster", "tPSOrderDetail", "tPSTransaction"})
+            desk_.database.run(QStringLiteral("DELETE FROM ") + QLatin1String(table));
+        runFile(desk_.database, "whole/orders.sql");
         desk_.open(7);
         desk_.choose("tdbCustSaleMaster", 0);
         desk_.choose("tdbSaleProductLists", 0);
@@ -290,8 +259,8 @@ TEST_F(OtherDesk, AnEntryWaitsUntilTheFlowHasEndedOnItsOwnCustomer)
         walk::settle();
         EXPECT_EQ(customerOnView(), "서문하늘");
         EXPECT_EQ(desk_.joined(QString::fromUtf8(c.check)), c.after);
-        EXPECT_EQ(rowsOf("tdbCustSaleMaster"), 1);
-        EXPECT_EQ(rowsOf("tdbCustSaleDetails"), 0);
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleMaster"), 1);
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 0);
         desk_.boxes.answers.clear();
     }
 }
@@ -300,13 +269,12 @@ TEST_F(OtherDesk, AClosingWaitsUntilTheFlowHasEnded)
 {
     desk_.choose("tdbCustSaleMaster", 0);
     const QPointer<QWidget> window = desk_.window();
-    desk_.actor.inModalWindow([&] { desk_.click("chkCmdRefund"); },
-                              [&](QWidget *dialog) {
-                                  EXPECT_FALSE(window->close());
-                                  walk::settle();
-                                  ASSERT_TRUE(window && window->isVisible());
-                                  desk_.actor.click(desk_.actor.control(dialog, QStringLiteral("chkCmdSave")));
-                              });
+    desk_.in("chkCmdRefund", [&](QWidget *dialog) {
+        EXPECT_FALSE(window->close());
+        walk::settle();
+        ASSERT_TRUE(window && window->isVisible());
+        desk_.press(dialog, "chkCmdSave");
+    });
     walk::settle();
     EXPECT_FALSE(window);
     EXPECT_EQ(desk_.joined("SELECT COUNT(*) FROM tPSOrderDetail WHERE OrdD_Count < 0"), "1");
@@ -319,8 +287,9 @@ TEST_F(OtherDesk, AnEditThatAnEntryDropsIsTold)
     desk_.type("txtOrderMaster_5", "typed");
     desk_.open(8);
     walk::settle();
-    EXPECT_EQ(said(), "수정 취소: 새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
-                      "필요하면 다시 수정하십시오: 거래 (남궁보람)\n");
+    EXPECT_EQ(desk_.said(),
+              "수정 취소: 새로 요청한 화면을 여느라 수정을 끝냈습니다. 입력하던 내용은 저장하지 않았습니다.\n"
+              "필요하면 다시 수정하십시오: 거래 (남궁보람)\n");
     EXPECT_EQ(desk_.joined("SELECT OrdM_ETCMemo FROM tPSOrderMaster ORDER BY OrdM_PK"), "첫째\n둘째\n셋째");
     EXPECT_TRUE(desk_.control<QLineEdit>("txtOrderMaster_5")->isReadOnly());
 }
@@ -343,8 +312,8 @@ TEST_F(OtherDesk, AFailedLoadLeavesNothingOfTheCustomerBefore)
         desk_.choose("tdbCustSaleMaster", 0);
         desk_.database.run(QStringLiteral("ALTER TABLE %1 RENAME TO away").arg(QLatin1String(c.table)));
         desk_.open(8);
-        EXPECT_THAT(said(), testing::HasSubstr(c.box));
-        EXPECT_EQ(rowsOf("tdbCustSaleDetails") + rowsOf("tdbCustTranManage"), 0);
+        EXPECT_THAT(desk_.said(), testing::HasSubstr(c.box));
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails") + desk_.rowsOf("tdbCustTranManage"), 0);
         EXPECT_EQ(desk_.control<QPlainTextEdit>("txtCustOrderRfndMemo")->toPlainText(), QString());
         EXPECT_EQ(desk_.text("txtTransMemo"), QString());
         EXPECT_NE(desk_.text("txtOrderMaster_5").toStdString(), "둘째");

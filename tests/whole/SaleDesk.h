@@ -5,6 +5,7 @@
 #include "desk/window/Look.h"
 #include "platform/registry/AppSettings.h"
 #include "tests/support/MessageRecorder.h"
+#include "tests/support/Statements.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 /// A desk with a small hand-written shop: the sale window of one customer, opened through the component as a host does,
@@ -29,13 +31,7 @@ public:
         automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
         desk::SaleComponent::registerBesideProgram();
-        database.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsTaxed, PM_IsValid, "
-                     "PM_IsHide, PM_EtcMemo, "
-                     "PM_AddedDate) VALUES ('가', '감초차', 1000, 1, 1, 0, '', '2026-01-01'), ('나', '경옥고', 50000, "
-                     "0, 1, NULL, '', "
-                     "'2026-01-01'), ('다', '옛날환', 1000, 1, 0, 0, '', '2026-01-01')");
-        database.run(
-            "INSERT INTO Customer (Customer_PK, name, sn) VALUES (7, '남궁보람', '000007'), (8, '서문하늘', '000008')");
+        runFile(database, "whole/shop.sql");
     }
 
     ~SaleDesk()
@@ -75,6 +71,28 @@ public:
     QString text(const char *name) const { return control<QLineEdit>(name)->text(); }
     void click(const char *name) { actor.click(control(name)); }
     void choose(const char *gridName, int row) { actor.clickRow(grid(gridName), row); }
+    int rowsOf(const char *gridName) const { return grid(gridName)->model()->rowCount(); }
+    /// Clicks a button whose question is answered so.
+    void answer(const char *button, controls::Answer answer)
+    {
+        boxes.answers = {answer};
+        click(button);
+        boxes.answers.clear();
+    }
+    /// Acts in the dialog that the button opens.
+    void in(const char *button, const std::function<void(QWidget *)> &act)
+    {
+        actor.inModalWindow([&] { click(button); }, act);
+    }
+    void press(QWidget *dialog, const char *name) { actor.click(actor.control(dialog, QString::fromLatin1(name))); }
+    /// "title: text" of the boxes so far, a line each; forgets them.
+    std::string said()
+    {
+        std::string all;
+        for (const std::string &box : boxes.take())
+            all += box + '\n';
+        return all;
+    }
     void type(const char *name, const char *keys) { actor.typeInto(control(name), QString::fromLatin1(keys)); }
 
     /// Chooses a product of the list and adds it with this quantity.
@@ -100,6 +118,15 @@ public:
     {
         return joined("SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, tpstrans_Operator, tpstrans_Money, "
                       "tpstrans_Method FROM tPSTransaction ORDER BY tpstrans_PK");
+    }
+
+    /// Orders, lines and ledger with all that is written on them.
+    std::string all()
+    {
+        return orders() + "\n-\n" + lines() + "\n-\n" + ledger() + "\n-\n"
+               + joined("SELECT OrdM_ETCMemo FROM tPSOrderMaster ORDER BY OrdM_PK") + "\n-\n"
+               + joined("SELECT OrdD_RfndMemo FROM tPSOrderDetail ORDER BY OrdD_PK") + "\n-\n"
+               + joined("SELECT tpstrans_Memo FROM tPSTransaction ORDER BY tpstrans_PK");
     }
 
     /// The rows of a plain query, one a line.

@@ -82,13 +82,6 @@ void editOrder(SaleDesk &desk)
     desk.click("chkcmdCSSaveInfo_0");
 }
 
-void deleteWhat(SaleDesk &desk, const char *button)
-{
-    desk.boxes.answers = {controls::Answer::Yes};
-    desk.click(button);
-    desk.boxes.answers.clear();
-}
-
 void goTo(SaleDesk &desk, int tab)
 {
     desk.control<QTabWidget>("c1tabMain")->setCurrentIndex(tab);
@@ -144,12 +137,12 @@ const Operation operations[] = {
      .toldAway = notSaved,
      .done = "53000|0|call / 3 1 / / "},
     {.name = "deleting the order",
-     .run = [](SaleDesk &desk) { deleteWhat(desk, "chkCmdOrderMasterED_1"); },
+     .run = [](SaleDesk &desk) { desk.answer("chkCmdOrderMasterED_1", controls::Answer::Yes); },
      .told = {orderNotDeleted},
      .toldAway = orderNotDeleted,
      .done = " /  / / "},
     {.name = "deleting a line",
-     .run = [](SaleDesk &desk) { deleteWhat(desk, "chkCmdDelOrderDetail"); },
+     .run = [](SaleDesk &desk) { desk.answer("chkCmdDelOrderDetail", controls::Answer::Yes); },
      .told = {lineNotDeleted},
      .toldAway = lineNotDeleted,
      .done = "3000|0| / 3 / / ",
@@ -244,15 +237,14 @@ protected:
     {
         return desk_.database.rows(QLatin1String(statement)).join(u' ').toStdString();
     }
-    int rowsShown(const char *grid) const { return desk_.grid(grid)->model()->rowCount(); }
     int ledgerRows() { return int(desk_.database.rows(QStringLiteral("SELECT 1 FROM tPSTransaction")).size()); }
 
     /// What the window shows is what is stored.
     void expectShown()
     {
-        EXPECT_EQ(rowsShown("tdbCustSaleDetails"),
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"),
                   desk_.database.rows(QStringLiteral("SELECT 1 FROM tPSOrderDetail")).size());
-        EXPECT_EQ(rowsShown("tdbCustTranManage"), ledgerRows());
+        EXPECT_EQ(desk_.rowsOf("tdbCustTranManage"), ledgerRows());
         const QStringList money =
             desk_.database.value(QStringLiteral("SELECT OrdM_Total, OrdM_Misugum FROM tPSOrderMaster")).split(u'|');
         const auto shown = [](const QString &won) {
@@ -281,7 +273,7 @@ protected:
             rows("SELECT OrdM_Total - (SELECT SUM((OrdD_UnitPrice - OrdD_HalinUnit) * OrdD_Count) FROM tPSOrderDetail) "
                  "FROM tPSOrderMaster"),
             "0");
-        EXPECT_EQ(rowsShown("tdbCustSaleDetails"), before + 1);
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), before + 1);
         expectShown();
     }
 
