@@ -9,8 +9,9 @@
 
 namespace {
 
-const OrderKey order{1};
 const CustomerKey customer{1};
+const ShownOrder order{OrderKey(1), customer, QDate(2026, 11, 20)};
+const ShownOrder unpaid{OrderKey(2), customer, QDate(2026, 11, 19)};
 
 bool done(Outcome outcome)
 {
@@ -47,7 +48,7 @@ bool takeBack(Desk &desk, const QDate &date)
 
 ledger::Row row(qint16 intOperator)
 {
-    return {customer, order, QDate(2026, 11, 24), intOperator, 300, ledger::CashMethod};
+    return {order, QDate(2026, 11, 24), intOperator, 300, ledger::CashMethod};
 }
 
 LedgerEntry entry()
@@ -59,8 +60,8 @@ LedgerEntry entry()
 
 bool payFirst(Desk &desk)
 {
-    ledger::appendFirstPayment(*gcnnMasterDB, {customer, OrderKey(2), QDate(2026, 11, 24), 10, 20, 300, 400});
-    ledger::addOutstanding(*desk.session.rsCustSaleMaster, OrderKey(2), runtime::Currency::fromWon(270));
+    ledger::appendFirstPayment(*gcnnMasterDB, {unpaid, QDate(2026, 11, 24), 10, 20, 300, 400});
+    ledger::addOutstanding(*gcnnMasterDB, *desk.session.rsCustSaleMaster, unpaid, runtime::Currency::fromWon(270));
     return true;
 }
 
@@ -100,7 +101,7 @@ bool saveProperty(const char *key)
 constexpr Work all[] = {
     {"line on a new order", [](Desk &d) { return done(d.orders.addDetailToNewOrder(line(d))); }, 3},
     {"line on the selected order", [](Desk &d) { return done(d.orders.addDetailToSelectedOrder(order, line(d))); }, 2},
-    {"delete a line", [](Desk &d) { return done(d.orders.deleteDetail(order, LineKey(1))); }, 2},
+    {"delete a line", [](Desk &d) { return done(d.orders.deleteDetail(order.key, LineKey(1))); }, 2},
     {"delete an order", [](Desk &d) { return done(d.orders.deleteOrder(order)); }},
     {"save an order", saveOrder},
     {"return on the sale's day", [](Desk &d) { return takeBack(d, QDate(2026, 11, 20)); }, 3},
@@ -115,8 +116,9 @@ constexpr Work all[] = {
     {"change a ledger row by the form",
      [](Desk &d) { return ledger::changeFormEntry(d.session, order, LedgerKey(1), entry()); }},
     {"change a ledger row",
-     [](Desk &) {
-         ledger::updateRow(*gcnnMasterDB, LedgerKey(1), row(ledger::Cut));
+     [](Desk &d) {
+         d.session.rsCustTranManage->moveToKey(LedgerKey(1).bookmark());
+         ledger::updateRow(*gcnnMasterDB, ledger::shownRow(*d.session.rsCustTranManage), row(ledger::Cut));
          return true;
      }},
     {"delete a ledger row", deleteLedgerRow},
@@ -183,7 +185,7 @@ void Desk::readAnew()
     openRows(session.rsSaleProductLists, clsSQL().getProductMasterSQL(false));
     openRows(session.rsSaleProductListsManager, clsSQL().getProductMasterSQL(true));
     openRows(session.rsCustSaleMaster, clsSQL().getOrderMasterSQL(customer.number()));
-    session.rsCustSaleMaster->setBookmark(order.bookmark());
+    session.rsCustSaleMaster->setBookmark(order.key.bookmark());
     openRows(session.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order.number()));
     openRows(session.rsCustTranManage, clsSQL().getCustTranSQL(customer.number(), order.number()));
     openRows(session.rsProductIncoming, clsSQL().getProdIncomingSQL(1));

@@ -14,8 +14,9 @@ void expectPlaces(const Paper &paper, const char *places)
     for (const QStringList &place : casesOf(places, 4)) {
         SCOPED_TRACE(place[0].toStdString());
         const QRectF box = paper.word(place[0]).box;
-        if (place[2] != "anywhere")
+        if (place[2] != "anywhere") {
             EXPECT_NEAR(place[1] == "left" ? box.left() : box.right(), place[2].toDouble(), tolerance);
+        }
         EXPECT_NEAR(box.center().y(), place[3].toDouble(), tolerance);
     }
 }
