@@ -143,7 +143,7 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
 
     const Outcome verified = desk("--verify ~copy.backup");
     EXPECT_EQ(verified.status, 0) << verified.complaint.toStdString();
-    EXPECT_TRUE(verified.output.contains("22개 항목 중")) << verified.output.toStdString();
+    EXPECT_TRUE(verified.output.contains("23개 항목 중")) << verified.output.toStdString();
 
     EXPECT_EQ(desk(database + "--restore ~copy.backup").status, 0);
     EXPECT_EQ(desk(database + "--check").status, 0);

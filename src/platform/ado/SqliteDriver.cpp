@@ -132,7 +132,12 @@ void SqliteDriver::openSession()
     run("PRAGMA cache_size = -65536");
     installLikeOperator(handle_);
     mayMake_ = file_ == QLatin1String(":memory:");
-    run("PRAGMA schema_version"); // the first reading opens the log
+    knowFiles();
+}
+
+void SqliteDriver::knowFiles()
+{
+    run("PRAGMA schema_version"); // a reading opens the log, where there is one
     ownFile_ = identityOf(file_);
     ownLog_ = identityOf(log());
 }
@@ -178,6 +183,7 @@ void SqliteDriver::keepLog()
     if (keepsLog_)
         return;
     run("PRAGMA journal_mode = WAL");
+    knowFiles();
     keepsLog_ = true;
 }
 

@@ -36,6 +36,8 @@ private:
     /// Writes go into a log beside the file. Set with the first one: what is only looked at may be no clinic, and stays as
     /// it is.
     void keepLog();
+    /// Remembers which file and log are this session's.
+    void knowFiles();
     /// What the engine said last.
     [[noreturn]] void refuseLast() const;
     /// The engine takes no null handle.
