@@ -37,9 +37,14 @@ QByteArray standOf(const QString &file)
         }
         const QList<QByteArray> tables =
             rowsOf(handle, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name").split('\n');
-        for (const QByteArray &table : tables)
+        for (const QByteArray &table : tables) {
+            // Of the journal all but when it was, and what follows from that.
+            const QByteArray columns = table == "t_DeskJournal"
+                                           ? "DJ_PK, DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer, DJ_Old, DJ_New"
+                                           : "*";
             if (!table.isEmpty())
-                stand += table + ":\n" + rowsOf(handle, "SELECT * FROM " + table + " ORDER BY 1");
+                stand += table + ":\n" + rowsOf(handle, "SELECT " + columns + " FROM " + table + " ORDER BY 1");
+        }
         stand += rowsOf(handle, "SELECT sql FROM sqlite_master ORDER BY sql");
     } else {
         stand = QByteArray("DAMAGED ") + sqlite3_errmsg(handle);
