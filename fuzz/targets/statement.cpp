@@ -51,8 +51,10 @@ public:
     }
 
 private:
-    static int note(void *self, int action, const char *first, const char *second, const char *, const char *)
+    static int note(void *self, int action, const char *first, const char *second, const char *, const char *trigger)
     {
+        if (trigger) // the database's own journal of what was done
+            return SQLITE_OK;
         static const std::set<int> harmless{SQLITE_READ, SQLITE_SELECT, SQLITE_FUNCTION, SQLITE_RECURSIVE,
                                             SQLITE_TRANSACTION};
         const auto text = [](const char *part) { return std::string(part ? part : ""); };
