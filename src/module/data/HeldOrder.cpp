@@ -1,5 +1,6 @@
 #include "data/HeldOrder.h"
 
+#include "data/RestoreMark.h"
 #include "data/StatementText.h"
 #include "platform/ado/Transaction.h"
 
@@ -33,6 +34,7 @@ void holdOrder(ado::Connection &connection, const ShownOrder &order)
     QString shown = also("Cust_PK", order.customer.number());
     if (order.date.isValid())
         shown += QStringLiteral(" AND OrdM_Date = ") + statement::quotedDate(order.date);
+    shown += restoreMark::unchangedCondition(connection);
     require(connection.holdRow(orderTable, orderKey, order.number(), shown));
 }
 

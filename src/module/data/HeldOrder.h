@@ -9,8 +9,8 @@
 /// False when there is no such order.
 bool orderIsHeld(ado::Connection &connection, qint32 lngOrdMPK);
 
-/// The same, but raises Conflict when the order is gone, or is not the one that was shown: lines and money must not go to a
-/// deleted order, nor to another patient's.
+/// The same, but raises Conflict when the order is gone, is not the one that was shown, or when a backup was restored since:
+/// lines and money must not go to a deleted order, nor to another patient's.
 void holdOrder(ado::Connection &connection, const ShownOrder &order);
 
 /// Lock a row of a held order in the same way; Conflict when it is gone or belongs to another order by now.

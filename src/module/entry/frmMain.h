@@ -76,6 +76,7 @@ private:
     void tellAbandonedEdit(const QString &code, const QString &customer);
     /// Reads orders, lines and ledger again after a conflict; each stays on its row if that still exists.
     void readAnew();
+    void readAllAnew();
     void closeNow();
     static void whenFree(std::function<void()> work);
     /// Each may open a box, under which the window may go; then those that follow are left out, and it is false.

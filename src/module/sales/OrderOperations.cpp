@@ -2,6 +2,7 @@
 
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
+#include "data/RestoreMark.h"
 #include "data/WholeWon.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
@@ -285,7 +286,9 @@ void OrderOperations::createOrder(const QDate &date)
     const QVariant nothing = QVariant::fromValue(Currency());
     const Customer &customer = session_.customer;
     try {
-        flow::inTransaction([&](ado::Connection &) {
+        flow::inTransaction([&](ado::Connection &connection) {
+            if (restoreMark::isAnother(connection)) // the customer may be gone
+                ado::raiseConflict();
             orders.AddNew();
             orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
             orders.setValue(QStringLiteral("OrdM_Date"), date);
