@@ -35,7 +35,10 @@ void holdOrder(ado::Connection &connection, const ShownOrder &order)
     if (order.date.isValid())
         shown += QStringLiteral(" AND OrdM_Date = ") + statement::quotedDate(order.date);
     shown += restoreMark::unchangedCondition(connection);
-    require(connection.holdRow(orderTable, orderKey, order.number(), shown));
+    const bool held = connection.holdRow(orderTable, orderKey, order.number(), shown);
+    if (!held)
+        restoreMark::require(connection); // says why, if that is it
+    require(held);
 }
 
 void holdLine(ado::Connection &connection, LineKey line, OrderKey order)

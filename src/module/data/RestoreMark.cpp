@@ -1,25 +1,29 @@
 #include "data/RestoreMark.h"
 
-#include "data/StatementText.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <optional>
+
+using runtime::RuntimeError;
 
 namespace {
 
 struct Remembered
 {
     std::weak_ptr<ado::Connection> connection;
-    qint32 generation = 0;
+    QString generation;
+    std::function<void()> another;
 };
 std::optional<Remembered> remembered; // of one connection, as gcnnMasterDB is one
 
-std::optional<qint32> generationOf(const ado::Connection &connection)
+/// As text, whatever the engine gives; empty when there is none.
+QString generationOf(const ado::Connection &connection)
 {
-    const ado::CellTable mark = connection.read(QStringLiteral("SELECT DS_Generation FROM t_DeskSchema"));
-    if (mark.rowCount() == 0 || mark.cell(0, 0).kind != ado::CellTable::Kind::Integer)
+    const ado::CellTable mark =
+        connection.read(QStringLiteral("SELECT CAST(DS_Generation AS varchar(20)) FROM t_DeskSchema"));
+    if (mark.rowCount() == 0 || mark.cell(0, 0).kind != ado::CellTable::Kind::Text)
         return {};
-    return static_cast<qint32>(mark.cell(0, 0).integer);
+    return QString::fromUtf8(mark.text(mark.cell(0, 0)));
 }
 
 bool isWatched(const ado::Connection &connection)
@@ -29,22 +33,18 @@ bool isWatched(const ado::Connection &connection)
 
 } // namespace
 
-void restoreMark::remember(const ado::ConnectionPtr &connection)
+void restoreMark::remember(const ado::ConnectionPtr &connection, std::function<void()> another)
 {
     remembered.reset();
     if (!connection || connection->inTransaction())
         return;
     try {
-        if (const std::optional<qint32> generation = generationOf(*connection))
-            remembered = {connection, *generation};
-    } catch (const runtime::RuntimeError &) {
+        const QString generation = generationOf(*connection);
+        if (!generation.isEmpty())
+            remembered = {connection, generation, std::move(another)};
+    } catch (const RuntimeError &) {
         // A clinic's own database, or one of an earlier version. A lost server is told by what is read next.
     }
-}
-
-bool restoreMark::isAnother(ado::Connection &connection)
-{
-    return isWatched(connection) && generationOf(connection) != remembered->generation;
 }
 
 QString restoreMark::unchangedCondition(const ado::Connection &connection)
@@ -52,5 +52,15 @@ QString restoreMark::unchangedCondition(const ado::Connection &connection)
     if (!isWatched(connection))
         return {};
     return QStringLiteral(" AND EXISTS (SELECT 1 FROM t_DeskSchema WHERE DS_Generation = %1)")
-        .arg(statement::number(remembered->generation));
+        .arg(remembered->generation);
+}
+
+void restoreMark::require(const ado::Connection &connection)
+{
+    if (!isWatched(connection) || generationOf(connection) == remembered->generation)
+        return;
+    remembered->another();
+    throw RuntimeError(runtime::ErrorNumber::Conflict,
+                       QStringLiteral("데이터베이스가 백업으로 복원되었습니다. 아무것도 저장하지 않았습니다.\n"
+                                      "열린 창을 닫고 내용을 확인한 뒤 다시 입력하십시오."));
 }

@@ -4,18 +4,21 @@
 
 #include <QString>
 
+#include <functional>
+
 /// Each restore of a backup counts a number in the database up. A window that was open meanwhile still shows what was there
 /// before it, and keys may name other rows now: nothing may be written by them.
 namespace restoreMark {
 
-/// Takes what the connection shows now for what the lists are read from. A database without such a mark is not watched, nor
-/// is one while a transaction of the host's is open, which a failing look would end.
-void remember(const ado::ConnectionPtr &connection);
-
-/// Whether a backup was restored since; false where the database is not watched.
-bool isAnother(ado::Connection &connection);
+/// Takes what the connection shows now for what the lists are read from. `another` is called at the first write that is
+/// refused because of a restore, while its transaction is still open. A database without such a mark is not watched, nor is
+/// one while a transaction of the host's is open, which a failing look would end.
+void remember(const ado::ConnectionPtr &connection, std::function<void()> another);
 
 /// The further condition of a row that is held, " AND ..."; empty where the database is not watched.
 QString unchangedCondition(const ado::Connection &connection);
+
+/// Raises Conflict, with a text that says why, when a backup was restored since.
+void require(const ado::Connection &connection);
 
 } // namespace restoreMark

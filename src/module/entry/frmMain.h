@@ -76,6 +76,7 @@ private:
     void tellAbandonedEdit(const QString &code, const QString &customer);
     /// Reads orders, lines and ledger again after a conflict; each stays on its row if that still exists.
     void readAnew();
+    void watchForRestore();
     void readAllAnew();
     void closeNow();
     static void whenFree(std::function<void()> work);

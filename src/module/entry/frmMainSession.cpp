@@ -143,31 +143,37 @@ void frmMain::readAnew()
     runtime::Attempt attempt; // the box of the conflict follows
     attempt([this] {
         const LineKey line = detailPane_->currentLine();
-        const bool restored = restoreMark::isAnother(*gcnnMasterDB);
-        if (restored && !stepByStep({[this] { readAllAnew(); }}))
-            return;
         stepByStep({[this] { orderPane_->readAnew(); }, [&] { detailPane_->choose(line); }});
     });
 }
 
-/// A backup was restored under the open window.
+/// A restore of a backup under the open window is told, and everything is read anew, when what met it has ended.
+void frmMain::watchForRestore()
+{
+    restoreMark::remember(gcnnMasterDB, [self = QPointer<frmMain>(this)] {
+        whenFree([self] {
+            if (self)
+                controls::runEvent([self] { self->readAllAnew(); }, self);
+        });
+    });
+}
+
 void frmMain::readAllAnew()
 {
-    restoreMark::remember(gcnnMasterDB);
     const QString code = editModes_.current();
-    if (code.isEmpty() || code.startsWith(u'0')) // not under an edit of the management, which compares what it saves
+    if (code.isEmpty() || code.startsWith(u'0')) // an edit of the management compares what it saves
         forgetManagement();
-    whenFree([self = QPointer<frmMain>(this)] {
+    const bool alive = stepByStep(
+        {[this] { watchForRestore(); }, [this] { saleListPane_->requerySaleProductLists(); }, [this] { readAnew(); }});
+    if (alive)
         controls::MsgBox(QStringLiteral("데이터베이스가 백업으로 복원되어 목록을 모두 새로 가져왔습니다.\n"
                                         "방금 한 작업은 저장하지 않았습니다. 확인한 뒤 다시 입력하십시오."),
-                         controls::InformationIcon, QStringLiteral("복원된 데이터베이스"), self);
-    });
-    saleListPane_->requerySaleProductLists();
+                         controls::InformationIcon, QStringLiteral("복원된 데이터베이스"), this);
 }
 
 void frmMain::openSaleRecordsets()
 {
-    restoreMark::remember(gcnnMasterDB);
+    watchForRestore();
     const auto makeLines = [this] {
         detailPane_->createCustSaleDetails();
         ledgerPane_->createCustTranManage();

@@ -287,8 +287,7 @@ void OrderOperations::createOrder(const QDate &date)
     const Customer &customer = session_.customer;
     try {
         flow::inTransaction([&](ado::Connection &connection) {
-            if (restoreMark::isAnother(connection)) // the customer may be gone
-                ado::raiseConflict();
+            restoreMark::require(connection); // the customer may be gone
             orders.AddNew();
             orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
             orders.setValue(QStringLiteral("OrdM_Date"), date);
