@@ -71,7 +71,7 @@ TEST_F(FindTest, TypingMovesToTheFirstRowThatFitsAndMarksAll)
         {saleLine, "옥", "1: 1 / 2 [1 4]"},
         {saleLine, "vitaminc", "3: 1 / 1 [3]"},
         {saleLine, "880123", "1: 1 / 2 [1 2]"},
-        {saleLine, "다", "4: 1 / 1 [4]"},
+        {saleLine, "다", "3: 1 / 1 [3]"},
         {saleLine, "없는", "0: 없습니다 []"},
         {saleLine, "-", "0:  []"},
         {managerLine, "ㄱㅈㄷ", "2: 1 / 1 [2]"},

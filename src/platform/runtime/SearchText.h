@@ -15,8 +15,8 @@ void appendSearchable(QString &target, QStringView text);
 class SearchPattern
 {
 public:
-    /// How the last syllable is taken. One that is only begun fits all that it may become by further keys: "호" fits "홍",
-    /// and "삵" fits "살구".
+    /// How the last syllable is taken. One that is only begun fits what it may become by further keys: "호" fits "홍", and
+    /// "삵" fits "살구".
     enum class LastSyllable { AsTyped, Begun };
 
     explicit SearchPattern(const QString &typed, LastSyllable last = LastSyllable::AsTyped);
