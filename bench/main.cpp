@@ -1,6 +1,7 @@
 #include "bench/AddLineBench.h"
 #include "bench/Clinics.h"
 #include "bench/DayBench.h"
+#include "bench/FindBench.h"
 #include "bench/NamesBench.h"
 #include "bench/ProductListBench.h"
 #include "bench/ProductSaveBench.h"
@@ -29,6 +30,7 @@ bool measure(bench::Table &table)
     bench::registerStart(clinics, table);
     bench::registerProductList(clinics, table);
     bench::registerWindow(clinics, table);
+    bench::registerFind(clinics, table);
     bench::registerTotals(clinics, table);
     bench::registerAddLine(clinics, table);
     bench::registerNames(clinics, table);

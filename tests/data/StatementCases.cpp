@@ -85,6 +85,8 @@ std::vector<StatementCase> catalogueReads()
         {"AllDealers", sql.getDealerSQL("")},
         {"DealersByName", sql.getDealerSQL("한국")},
         {"Dealers", sql.getCmpnyMstrSQL()},
+        {"TextsOfProducts", clsSQL::getProductTextsSQL()},
+        {"TextsOfDealers", clsSQL::getDealerTextsSQL()},
         {"DealerName", sql.getCmpnyNameSQL(2)},
         {"Incoming", sql.getProdIncomingSQL(1)},
         {"SameNames", sql.getNumOfSameProdName("홍삼정")},

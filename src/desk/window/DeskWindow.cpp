@@ -74,7 +74,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     , connection_(connection)
     , component_(connection)
     , model_(new PatientModel(this))
-    , search_(named(new SearchBox, QStringLiteral("txtSearch")))
+    , search_(named(new controls::SearchBox, QStringLiteral("txtSearch")))
     , table_(named(new QTableView, QStringLiteral("tblPatients")))
     , count_(label({}, 1.0))
     , chosenName_(label({}, 1.25, true))
@@ -178,7 +178,7 @@ void DeskWindow::makeTable()
 
 void DeskWindow::connectControls()
 {
-    connect(search_, &SearchBox::typed, this, [this](const QString &typed) {
+    connect(search_, &controls::SearchBox::typed, this, [this](const QString &typed) {
         model_->setSearch(typed);
         table_->selectRow(0);
         showSelected();

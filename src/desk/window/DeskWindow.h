@@ -2,7 +2,7 @@
 
 #include "desk/window/Component.h"
 #include "desk/window/PatientModel.h"
-#include "desk/window/SearchBox.h"
+#include "platform/controls/SearchBox.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -44,7 +44,7 @@ private:
     ado::ConnectionPtr connection_;
     SaleComponent component_;
     PatientModel *model_;
-    SearchBox *search_;
+    controls::SearchBox *search_;
     QTableView *table_;
     QLabel *count_;
     QLabel *chosenName_;

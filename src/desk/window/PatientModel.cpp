@@ -39,8 +39,16 @@ void PatientModel::choose()
     if (!filtered_)
         return;
     makeKeys(patients_.count());
+    using runtime::SearchPattern;
+    chooseBy(SearchPattern(typed_));
+    if (shown_.empty()) // of a syllable that is still being typed
+        chooseBy(SearchPattern(typed_, SearchPattern::LastSyllable::Begun));
+}
+
+void PatientModel::chooseBy(const runtime::SearchPattern &typed)
+{
     for (int row = 0; row < patients_.count(); ++row) {
-        if (keys_[std::size_t(row)].matches(typed_))
+        if (keys_[std::size_t(row)].matches(typed))
             shown_.push_back(row);
     }
 }

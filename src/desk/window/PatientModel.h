@@ -31,6 +31,7 @@ public:
 
 private:
     void choose();
+    void chooseBy(const runtime::SearchPattern &typed);
     /// Makes the search keys of that many more patients; stops the timer with the last one.
     void makeKeys(int most);
 

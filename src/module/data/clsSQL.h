@@ -82,6 +82,9 @@ public:
     /// and LIKE reads it as a class: every dealer whose name holds one of the letters C, P, N, A, M, E.
     Q_INVOKABLE QString getDealerSQL(const QString &strDealerName) const;
     Q_INVOKABLE QString getCmpnyMstrSQL() const;
+    /// The key of each product, then what it is searched by; likewise of the dealers.
+    static QString getProductTextsSQL();
+    static QString getDealerTextsSQL();
     Q_INVOKABLE QString getCmpnyNameSQL(qint32 lngCMPK) const;
     Q_INVOKABLE QString getProdIncomingSQL(qint32 lngPMPK) const;
     Q_INVOKABLE QString getNumOfSameProdName(const QString &strPMName) const;

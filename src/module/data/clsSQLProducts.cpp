@@ -13,6 +13,16 @@ QString clsSQL::getProductMasterSQL(bool bShowAll) const
                           "ORDER BY PM_Catagory, PM_Name, PM_AddedDate ");
 }
 
+QString clsSQL::getProductTextsSQL()
+{
+    return QStringLiteral("SELECT PM_PK, PM_Name, PM_Catagory, PM_EtcMemo FROM tPSProductMaster");
+}
+
+QString clsSQL::getDealerTextsSQL()
+{
+    return QStringLiteral("SELECT CM_PK, CM_Name, CM_RegNum, CM_Tel, CM_Address, CM_EtcMemo FROM tPSCompanyMaster");
+}
+
 QString clsSQL::getDealerSQL(const QString &strDealerName) const
 {
     if (strDealerName.isEmpty())

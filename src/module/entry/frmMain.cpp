@@ -29,6 +29,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QPointer>
+#include <QShortcut>
 #include <QStatusBar>
 
 #include <utility>
@@ -139,9 +140,12 @@ void frmMain::connectPanes()
 {
     using controls::onEvent;
     onEvent(c1tabMain_, &controls::TabWidget::turnedTo, this, [this](int tab) { tabChanged(tab); });
+    onEvent(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this), &QShortcut::activated, this,
+            [this] { focusSearch(); });
 
     // The road of a sale: product, line, order, its lines and its ledger.
     connect(saleListPane_, &SaleListPane::productRowChanged, entryPane_, &SaleEntryPane::showProduct);
+    connect(saleListPane_, &SaleListPane::productCodeEntered, entryPane_, &SaleEntryPane::focusQuantity);
     connect(entryPane_, &SaleEntryPane::lineAdded, orderPane_, &OrderPane::loadCustSaleMaster);
     connect(orderPane_, &OrderPane::orderRowChanged, this, [this](int lngOrdMPK) {
         stepByStep({[&] { detailPane_->loadCustSaleDetails(lngOrdMPK); },
@@ -172,6 +176,16 @@ void frmMain::connectPanes()
     connect(propertiesPane_, &PropertiesPane::propertiesSaved, this,
             [this] { productPane_->loadProductListsManager(!editModes_.current().isEmpty()); });
     connect(propertiesPane_, &PropertiesPane::gridResetRequested, this, [this] { resetGridLayouts(layoutGrids()); });
+}
+
+/// Of the two on the management tab the dealers' own where the focus is among the dealers.
+void frmMain::focusSearch()
+{
+    const bool amongDealers = dealerPane_->isAncestorOf(focusWidget());
+    if (currentTab_ == SaleTabIndex)
+        saleListPane_->search()->takeFocus();
+    else if (currentTab_ == ManageTabIndex)
+        (amongDealers ? dealerPane_->search() : productPane_->search())->takeFocus();
 }
 
 void frmMain::printRollReceipt()

@@ -62,6 +62,7 @@ private:
     void createPanes();
     void placePanes();
     void connectPanes();
+    void focusSearch();
     void printRollReceipt();
     void fillEditModes();
     /// The load handler.

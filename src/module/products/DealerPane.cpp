@@ -8,6 +8,7 @@
 #include "platform/controls/ShowText.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "session/modGlobalVars.h"
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -34,6 +35,15 @@ std::vector<GridColumn> dealerColumns()
     };
 }
 
+controls::FindBar::Design dealerSearch()
+{
+    return {.name = QStringLiteral("Dealer"),
+            .what = QStringLiteral("거래처"),
+            .placeholder = QStringLiteral("거래처 검색 (초성, 이름, 번호, 주소, 메모)"),
+            .fields = {},
+            .reading = [] { return gcnnMasterDB->read(clsSQL::getDealerTextsSQL()); }};
+}
+
 } // namespace
 
 DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
@@ -43,6 +53,7 @@ DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
 {
     makeList(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), QStringLiteral("tdbCompanyMaster"),
              dealerColumns());
+    makeSearch(dealerSearch());
     makePanel(QStringLiteral("sspCompanyMaster"), 1);
     makeStrip(4, QStringLiteral("chkcmdCmpnyMstrAED"), QStringLiteral("chkcmdCmpnyMstrSave"), QStringLiteral("저장"),
               panel_);

@@ -1,7 +1,9 @@
+#include "data/clsSQL.h"
 #include "forms/FormRow.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
 #include "products/ProductPane.h"
+#include "session/modGlobalVars.h"
 
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -25,6 +27,15 @@ std::vector<GridColumn> managerColumns()
     };
 }
 
+controls::FindBar::Design managerSearch()
+{
+    return {.name = QStringLiteral("ProductManager"),
+            .what = QStringLiteral("물품"),
+            .placeholder = QStringLiteral("물품 검색 (초성, 이름, 분류, 메모)"),
+            .fields = {},
+            .reading = [] { return gcnnMasterDB->read(clsSQL::getProductTextsSQL()); }};
+}
+
 QGroupBox *makeOptions(const QString &title, const QString &name, const QStringList &captions,
                        std::array<QRadioButton *, 2> &options)
 {
@@ -45,6 +56,7 @@ void ProductPane::makeControls()
 {
     makeList(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"),
              QStringLiteral("tdbSaleProductListsManager"), managerColumns());
+    makeSearch(managerSearch());
     makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
               QStringLiteral("저 장"), this);
     makePanel(QStringLiteral("sspPMProductInfo"), -1);

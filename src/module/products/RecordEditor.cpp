@@ -38,6 +38,12 @@ void RecordEditor::makeList(const QString &frame, int index, const QString &capt
     layout->addWidget(grid_);
 }
 
+void RecordEditor::makeSearch(const controls::FindBar::Design &design)
+{
+    search_ = new controls::FindBar(grid_, design, listFrame_);
+    static_cast<QVBoxLayout *>(listFrame_->layout())->insertWidget(0, search_);
+}
+
 void RecordEditor::makePanel(const QString &frame, int index)
 {
     panel_ = makePanelFrame(frame, index, QString(), this);

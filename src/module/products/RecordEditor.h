@@ -2,8 +2,8 @@
 
 #include "forms/BoundList.h"
 #include "forms/PaneContract.h"
+#include "platform/controls/FindBar.h"
 #include "platform/controls/PushCheck.h"
-#include "platform/controls/RecordsetGrid.h"
 #include "products/RecordSave.h"
 #include "session/SaleSession.h"
 
@@ -31,6 +31,7 @@ public:
     /// Leaves an edit under way without saving; whether there was one.
     bool abandonEdit();
     controls::RecordsetGrid *grid() const { return grid_; }
+    controls::FindBar *search() const { return search_; } ///< null without makeSearch()
 
 protected:
     enum Command { Add, Edit, Delete };
@@ -50,6 +51,8 @@ protected:
     // For the constructor of a pane, in this order. `index` is -1 where the name stands alone.
     void makeList(const QString &frame, int index, const QString &caption, const QString &grid,
                   std::vector<controls::GridColumn> columns);
+    /// The line above the list by which rows are found.
+    void makeSearch(const controls::FindBar::Design &design);
     void makePanel(const QString &frame, int index);
     /// `parent` is the pane or the panel.
     void makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
@@ -97,6 +100,7 @@ protected:
     QWidget *panel_ = nullptr;
     QWidget *strip_ = nullptr;
     controls::RecordsetGrid *grid_ = nullptr;
+    controls::FindBar *search_ = nullptr;
     QList<controls::PushCheck *> commands_;
     QList<controls::PushCheck *> saveButtons_;
 

@@ -29,6 +29,15 @@ std::vector<controls::GridColumn> saleListColumns()
     // clang-format on
 }
 
+controls::FindBar::Design saleListSearch()
+{
+    return {.name = QStringLiteral("Product"),
+            .what = QStringLiteral("물품"),
+            .placeholder = QStringLiteral("물품 검색 (초성, 이름, 분류, 메모)"),
+            .fields = {QStringLiteral("PM_Name"), QStringLiteral("PM_Catagory"), QStringLiteral("PM_EtcMemo")},
+            .codeField = QStringLiteral("PM_EtcMemo")};
+}
+
 } // namespace
 
 SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
@@ -38,10 +47,13 @@ SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
     , c1elaList_(controls::named(new QWidget(parent), QStringLiteral("c1elaList"), 0))
     , tdbSaleProductLists_(
           controls::named(new controls::RecordsetGrid(c1elaList_), QStringLiteral("tdbSaleProductLists")))
+    , search_(new controls::FindBar(tdbSaleProductLists_, saleListSearch(), c1elaList_))
 {
     list_.setGrid(tdbSaleProductLists_);
     auto *layout = new QVBoxLayout(c1elaList_);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(search_);
     layout->addWidget(tdbSaleProductLists_);
     tdbSaleProductLists_->setAccessibleName(QStringLiteral("물품 목록"));
     tdbSaleProductLists_->setColumns(saleListColumns());
@@ -49,10 +61,12 @@ SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
     using controls::RecordsetGrid;
     controls::onEvent(tdbSaleProductLists_, &RecordsetGrid::rowChange, this, [this] { emit productRowChanged(); });
     controls::onEvent(tdbSaleProductLists_, &RecordsetGrid::headClick, this, [this](int column) { sortBy(column); });
+    connect(search_, &controls::FindBar::codeEntered, this, &SaleListPane::productCodeEntered);
 }
 
 void SaleListPane::createSaleProductLists()
 {
+    search_->clear();
     list_.create();
 }
 

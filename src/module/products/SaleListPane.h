@@ -1,7 +1,7 @@
 #pragma once
 
 #include "forms/BoundList.h"
-#include "platform/controls/RecordsetGrid.h"
+#include "platform/controls/FindBar.h"
 #include "session/SaleSession.h"
 
 #include <QObject>
@@ -17,8 +17,9 @@ public:
 
     QWidget *c1elaList() const { return c1elaList_; }
     controls::RecordsetGrid *tdbSaleProductLists() const { return tdbSaleProductLists_; }
+    controls::FindBar *search() const { return search_; }
 
-    /// A new recordset in the session, bound to the grid; the old one goes.
+    /// A new recordset in the session, bound to the grid; the old one goes, and what was searched in it.
     void createSaleProductLists();
     /// Opens the list anew and rebinds the grid; a failure is told in its box and leaves grid and entry pane empty.
     void loadSaleProductLists();
@@ -29,6 +30,8 @@ public:
 signals:
     /// The current product is another one, or there is none.
     void productRowChanged();
+    /// A product was chosen by its code: what is still to be told is how many.
+    void productCodeEntered();
 
 private:
     void sortBy(int column);
@@ -37,6 +40,7 @@ private:
     BoundList list_;
     QWidget *c1elaList_;
     controls::RecordsetGrid *tdbSaleProductLists_;
+    controls::FindBar *search_;
     // The next direction of each sort.
     bool bSortCatagoryDesc_ = false;
     bool bSortNameDesc_ = false;

@@ -92,6 +92,22 @@ void RecordsetGrid::Refresh()
     viewport()->update();
 }
 
+void RecordsetGrid::chooseRow(int row)
+{
+    const bool nothingChosen = !selectionModel()->hasSelection();
+    const int toldBefore = d->told;
+    const QPointer<RecordsetGrid> alive(this);
+    d->byStockView([&] { setCurrentIndex(d->model.index(row, d->columnToStandIn())); });
+    if (alive)
+        d->chooseCurrent(nothingChosen && d->told == toldBefore);
+}
+
+void RecordsetGrid::setFoundRows(std::vector<int> rows)
+{
+    d->model.setFoundRows(std::move(rows));
+    viewport()->update();
+}
+
 void RecordsetGrid::Delete()
 {
     if (!d->hasRow())

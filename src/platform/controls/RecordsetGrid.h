@@ -59,6 +59,10 @@ public:
     void Rebind();
     /// Repaints what is cached.
     void Refresh();
+    /// Makes the row current as the user's step onto it does, with all that is raised by one.
+    void chooseRow(int row);
+    /// Marks the rows that a search found, ascending, and no others; the marks go when rows come anew or go.
+    void setFoundRows(std::vector<int> rows);
     /// Deletes the current row through the recordset; errors go to the caller.
     void Delete();
     /// Value of a field in the current row, the typed text while a cell is in edit.

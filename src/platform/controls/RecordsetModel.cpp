@@ -71,6 +71,7 @@ void RecordsetModel::reread()
     fetched_.clear();
     toLogNoMore_.clear();
     markedRow_ = -1;
+    found_.clear();
     const bool open = recordset_ && recordset_->isOpen();
     rows_ = open ? recordset_->rowCount() : 0;
     fieldIndexes_.clear();
@@ -87,6 +88,7 @@ void RecordsetModel::rowRemoved(int row)
     fetched_.clear(); // kept by row numbers, which move up
     toLogNoMore_.clear();
     markedRow_ = -1;
+    found_.clear();
     --rows_;
     endRemoveRows();
 }
@@ -104,6 +106,16 @@ void RecordsetModel::setMarkedRow(int row)
         if (changed >= 0 && changed < rows_)
             emit headerDataChanged(Qt::Vertical, changed, changed);
     }
+}
+
+void RecordsetModel::setFoundRows(std::vector<int> rows)
+{
+    found_ = std::move(rows);
+}
+
+bool RecordsetModel::isFound(int row) const
+{
+    return std::ranges::binary_search(found_, row);
 }
 
 int RecordsetModel::rowCount(const QModelIndex &parent) const
@@ -180,6 +192,10 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
             return kind == Kind::Check
                        ? QVariant(isChecked(row, column) ? QStringLiteral("선택됨") : QStringLiteral("선택 안 됨"))
                        : QVariant();
+        case Qt::AccessibleDescriptionRole:
+            return isFound(row) ? QVariant(QStringLiteral("찾은 행")) : QVariant();
+        case FoundRole:
+            return isFound(row);
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:

@@ -19,6 +19,9 @@ class RecordsetModel : public QAbstractTableModel
 {
     Q_OBJECT
 public:
+    /// Whether the row is one of the found ones.
+    static constexpr int FoundRole = Qt::UserRole;
+
     using QAbstractTableModel::QAbstractTableModel;
 
     void setColumns(std::vector<GridColumn> columns);
@@ -35,6 +38,8 @@ public:
     void rowRead(int row);
     /// The row that bears the mark of the current one; -1 for none.
     void setMarkedRow(int row);
+    /// Ascending; they lose their marks when rows come anew or go.
+    void setFoundRows(std::vector<int> rows);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -47,6 +52,7 @@ private:
     QString unboundText(int row, int column) const;
     QString shownText(int row, int column) const;
     bool isChecked(int row, int column) const;
+    bool isFound(int row) const;
 
     std::vector<GridColumn> columns_;
     std::vector<int> fieldIndexes_; ///< of each column in the recordset; -1 when absent
@@ -56,6 +62,7 @@ private:
     mutable std::set<int> toLogNoMore_; ///< unreadable rows: they are painted again and again
     int rows_ = 0;
     int markedRow_ = -1;
+    std::vector<int> found_;
 };
 
 } // namespace controls
