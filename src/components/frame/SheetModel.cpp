@@ -1,7 +1,6 @@
 #include "components/frame/SheetModel.h"
 
-#include <QGuiApplication>
-#include <QPalette>
+#include "platform/controls/Palette.h"
 
 #include <algorithm>
 #include <numeric>
@@ -10,15 +9,13 @@ namespace statistics {
 
 namespace {
 
-const QColor negativeColor(0xB3, 0x26, 0x1E);
-
 QVariant colorOf(const Cell &cell)
 {
     const auto *number = std::get_if<runtime::Currency>(&cell);
     if (!number || *number > runtime::Currency())
         return {};
     // The minus sign tells it too; zeros step back so that the eye finds what is there.
-    return number->isZero() ? QGuiApplication::palette().color(QPalette::PlaceholderText) : negativeColor;
+    return controls::ink(number->isZero() ? controls::Ink::Faint : controls::Ink::Negative);
 }
 
 } // namespace

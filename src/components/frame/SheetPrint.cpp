@@ -83,9 +83,9 @@ private:
 
     void rule(double weight)
     {
-        painter_.setPen(QPen(Qt::black, weight * scale_));
+        painter_.setPen(QPen(controls::colors(controls::Ground::Paper).text, weight * scale_));
         painter_.drawLine(QPointF(0, y_ * scale_), QPointF(width_ * scale_, y_ * scale_));
-        painter_.setPen(Qt::black);
+        painter_.setPen(controls::colors(controls::Ground::Paper).text);
     }
 
     void drawHead()
@@ -158,6 +158,7 @@ private:
         SheetChart chart;
         chart.resize(int(width_ * 4), int(chartHeight * 4));
         chart.chart()->setAnimationOptions(QChart::NoAnimation);
+        chart.keepLight();
         chart.setPlan(report_.sheet.chart);
         // Laid out as on the screen, then drawn as lines and letters of the paper.
         chart.grab();

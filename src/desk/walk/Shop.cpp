@@ -1,6 +1,7 @@
 #include "desk/walk/Shop.h"
 
 #include "desk/walk/Receipts.h"
+#include "platform/controls/Palette.h"
 
 #include <QDir>
 #include <QImage>
@@ -82,10 +83,11 @@ void addPurchase(Actor &actor, QWidget *sale)
 QString drawnLogo(const Actor &actor)
 {
     QImage logo(210, 44, QImage::Format_RGB32);
-    logo.fill(Qt::white);
+    logo.fill(controls::colors(controls::Ground::Paper).back);
     QPainter painter(&logo);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::black);
+    painter.setPen(controls::colors(controls::Ground::Paper).text);
+    painter.setBrush(controls::colors(controls::Ground::Paper).text);
     painter.drawEllipse(4, 4, 36, 36);
     QFont font = painter.font();
     font.setPixelSize(24);

@@ -84,7 +84,7 @@ QLineEdit *makeShownBox(const QString &name, QWidget *parent)
 {
     auto *box = controls::named(new QLineEdit(parent), name);
     clsMyFunctions::keepReadOnly(box);
-    controls::setBackColor(box, controls::LockedColor);
+    controls::setGround(box, controls::Ground::Locked);
     box->setFocusPolicy(Qt::ClickFocus);
     return box;
 }

@@ -144,9 +144,7 @@ void MoneyBox::reformat()
 
 void showMoney(QLineEdit *box, const QString &pureNumber)
 {
-    const QColor color = pureNumber.startsWith(u'-') ? QColor(255, 0, 0) : QColor(0, 0, 0);
-    if (controls::foreColor(box) != color)
-        controls::setForeColor(box, color);
+    controls::setInk(box, pureNumber.startsWith(u'-') ? controls::Ink::Negative : controls::Ink::Plain);
     // An unchanged text is left alone: writing it would take the selection away that came with the focus.
     const QString shown = runtime::Format(pureNumber, runtime::strMoneyFormat);
     if (box->text() != shown)

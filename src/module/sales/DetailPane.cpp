@@ -103,7 +103,7 @@ void DetailPane::placeControls()
 EditModeTable DetailPane::colors() const
 {
     EditModeTable table;
-    table.entryColors = {{txtCustOrderRfndMemo_, controls::LockedColor}};
+    table.entryColors = {{txtCustOrderRfndMemo_, controls::Ground::Locked}};
     return table;
 }
 

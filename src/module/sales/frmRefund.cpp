@@ -81,7 +81,7 @@ void frmRefund::step(int by)
 void frmRefund::colorCount()
 {
     const bool negative = runtime::Val(txtRfndUnitCount_->text()) < 0;
-    controls::setForeColor(txtRfndUnitCount_, negative ? QColor(255, 0, 0) : QColor(0, 0, 0));
+    controls::setInk(txtRfndUnitCount_, negative ? controls::Ink::Negative : controls::Ink::Plain);
 }
 
 void frmRefund::save()

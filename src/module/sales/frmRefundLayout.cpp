@@ -50,7 +50,7 @@ QGroupBox *frmRefund::makeSoldPane()
     dtpUnitSoldDate_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     dtpUnitSoldDate_->setFrame(false);
     dtpUnitSoldDate_->setFocusPolicy(Qt::ClickFocus);
-    controls::setBackColor(dtpUnitSoldDate_, controls::LockedColor);
+    controls::setGround(dtpUnitSoldDate_, controls::Ground::Locked);
     txtUnitName_ = makeShownBox(QStringLiteral("txtUnitName"));
     txtUnitPrice_ = makeShownBox(QStringLiteral("txtUnitPrice"));
     txtUnitDiscount_ = makeShownBox(QStringLiteral("txtUnitDiscount"));

@@ -1,5 +1,6 @@
 #include "platform/controls/RecordsetGrid.h"
 
+#include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/RecordsetGridPrivate.h"
 #include "platform/runtime/RuntimeError.h"
@@ -27,11 +28,7 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     setTabKeyNavigation(false); // Tab goes on to the next control
     setWordWrap(false);
     setHorizontalScrollMode(ScrollPerPixel);
-    QPalette calm = palette();
-    calm.setColor(QPalette::AlternateBase, QColor(0xF4, 0xF7, 0xFA));
-    calm.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xD3, 0xE2, 0xF1));
-    calm.setColor(QPalette::Inactive, QPalette::HighlightedText, calm.color(QPalette::Text));
-    setPalette(calm);
+    dressList(this);
     d->makeHeaders();
 
     // Acted upon when the stock view is through with the mouse: a handler may open a box, and the window may go beneath it.

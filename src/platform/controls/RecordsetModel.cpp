@@ -1,10 +1,9 @@
 #include "platform/controls/RecordsetModel.h"
 
+#include "platform/controls/Palette.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Log.h"
-
-#include <QColor>
 
 #include <algorithm>
 #include <exception>
@@ -17,7 +16,6 @@ using Kind = GridColumn::Kind;
 
 /// Cells are read while the grid paints, where no box may open: a cell that cannot be read says so itself.
 const QString unreadable = QStringLiteral("#오류");
-const QColor negativeMoney(0xC0, 0x1F, 0x1F);
 
 Qt::Alignment alignmentOf(Kind kind)
 {
@@ -183,8 +181,9 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:
-            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-')) ? QVariant(negativeMoney)
-                                                                                              : QVariant();
+            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-'))
+                       ? QVariant(ink(Ink::Negative))
+                       : QVariant();
         default:
             return {};
         }

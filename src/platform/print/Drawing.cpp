@@ -1,3 +1,4 @@
+#include "platform/controls/Palette.h"
 #include "platform/print/Lengths.h"
 #include "platform/print/Page.h"
 
@@ -133,7 +134,7 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch)
 {
     painter.save();
     painter.scale(dotsPerInch / gridPerInch, dotsPerInch / gridPerInch);
-    painter.setPen(Qt::black);
+    painter.setPen(controls::colors(controls::Ground::Paper).text);
     for (const PictureItem &picture : page.pictures)
         painter.drawImage(QRectF(picture.box.topLeft() * gridPerMm, picture.box.size() * gridPerMm), picture.image);
     for (const TextItem &text : page.texts)

@@ -1,5 +1,6 @@
 #include "platform/print/PageCanvas.h"
 
+#include "platform/controls/Palette.h"
 #include "platform/print/Lengths.h"
 
 #include <QPaintEvent>
@@ -30,7 +31,7 @@ void PageCanvas::setPage(const Document &document, int page, double zoom)
 void PageCanvas::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    painter.fillRect(event->rect(), Qt::white);
+    painter.fillRect(event->rect(), controls::colors(controls::Ground::Paper).back);
     if (!document_)
         return;
     painter.setRenderHints(QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
