@@ -125,7 +125,7 @@ TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
         for (const char *none : {"", "-", "all", "-32769"}) {
             form.type("txtRfndUnitCount", none);
             form.press("chkCmdSave");
-            EXPECT_THAT(boxes_.take(), ElementsAre("반품: 반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"));
+            EXPECT_THAT(boxes_.take(), ElementsAre("반품: 반품 수량을 숫자로 입력하십시오.\n예: 1개 반품은 -1"));
             EXPECT_TRUE(form.window()->isVisible());
             EXPECT_EQ(form.text("txtRfndMemo"), "torn");
         }

@@ -210,8 +210,9 @@ void DeskWindow::showSelected()
     const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
     const QString all = korean.toString(model_->allPatients());
     const bool filtered = model_->rowCount() != model_->allPatients();
-    count_->setText(filtered ? QStringLiteral("%1명 / %2명").arg(korean.toString(model_->rowCount()), all)
-                             : QStringLiteral("%1명").arg(all));
+    count_->setText(filtered
+                        ? QStringLiteral("찾은 환자 %1명 / 전체 %2명").arg(korean.toString(model_->rowCount()), all)
+                        : QStringLiteral("%1명").arg(all));
     const std::optional<Patient> patient = selected();
     sale_->setEnabled(patient.has_value());
     manage_->setEnabled(patient.has_value());
@@ -221,7 +222,7 @@ void DeskWindow::showSelected()
     } else {
         chosenName_->setText(model_->allPatients() == 0 ? QStringLiteral("등록된 환자가 없습니다")
                                                         : QStringLiteral("맞는 환자가 없습니다"));
-        chosenDetail_->setText({});
+        chosenDetail_->setText(QStringLiteral("환자를 등록한 뒤 F5를 누르십시오."));
     }
 }
 

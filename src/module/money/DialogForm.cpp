@@ -46,7 +46,7 @@ QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString 
     grid->setHorizontalSpacing(8);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
-    addFormRow(grid, 0, 0, QStringLiteral("성명"), head.txtName);
+    addFormRow(grid, 0, 0, QStringLiteral("이름"), head.txtName);
     addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), head.txtChartnum);
     addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), head.dtpTodat);
     addFormRow(grid, 1, 2, QStringLiteral("거래일자"), head.txtDate);

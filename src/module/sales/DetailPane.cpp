@@ -67,7 +67,7 @@ DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     , txtCustOrderRfndMemo_(named(new MemoBox({}, c1elaSaleDetailMemo_), QStringLiteral("txtCustOrderRfndMemo")))
 {
     list_.setGrid(tdbCustSaleDetails_);
-    tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
+    tdbCustSaleDetails_->setAccessibleName(QStringLiteral("판매 내역"));
     tdbCustSaleDetails_->setColumns(detailColumns());
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);

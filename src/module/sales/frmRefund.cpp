@@ -90,7 +90,7 @@ void frmRefund::save()
         runtime::CInt(txtRfndUnitCount_->text());
     } catch (const runtime::RuntimeError &) {
         const QPointer<frmRefund> self(this);
-        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"),
+        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오.\n예: 1개 반품은 -1"),
                          controls::InformationIcon, windowTitle(), this);
         if (self)
             txtRfndUnitCount_->setFocus(Qt::OtherFocusReason);

@@ -219,7 +219,7 @@ void VSPrinter::printOut()
     lblDone_->clear();
     const QString printer = cboPrinter_->count() > 0 ? cboPrinter_->currentText() : device_;
     send(document_, printer, title_);
-    lblDone_->setText(QStringLiteral("인쇄를 보냈습니다."));
+    lblDone_->setText(QStringLiteral("프린터로 보냈습니다."));
 }
 
 void VSPrinter::savePdf()
