@@ -113,6 +113,32 @@ QValueAxis *lengths(const Chart &plan, double lowest, double highest)
     return axis;
 }
 
+/// The figures of a chart that is not seen: all of a few, of many the sum and the largest.
+QString spokenChart(const Chart &plan)
+{
+    constexpr qsizetype few = 12;
+    const QString unit = plan.inTenThousands ? QStringLiteral("원") : QStringLiteral("개");
+    const auto said = [&](std::size_t category, runtime::Currency value) {
+        return plan.categories.at(qsizetype(category)) + u' ' + shownText(value) + unit;
+    };
+    QStringList sentences{plan.title};
+    for (const Chart::Series &series : plan.series) {
+        QStringList figures;
+        runtime::Currency sum;
+        std::size_t largest = 0;
+        for (std::size_t category = 0; category < series.values.size(); ++category) {
+            sum = sum + series.values[category];
+            largest = series.values[category] > series.values[largest] ? category : largest;
+            figures << said(category, series.values[category]);
+        }
+        if (figures.size() > few)
+            figures = {QStringLiteral("합계 ") + shownText(sum) + unit,
+                       QStringLiteral("가장 큰 값 ") + said(largest, series.values[largest])};
+        sentences << series.caption + QStringLiteral(": ") + figures.join(QStringLiteral(", "));
+    }
+    return sentences.join(u'\n');
+}
+
 /// Sums of the negative and of the positive values that stand on one place.
 std::pair<double, double> reach(const Chart &plan, bool stacked)
 {
@@ -181,6 +207,7 @@ void SheetChart::keepLight()
 void SheetChart::setPlan(const Chart &plan)
 {
     plan_ = plan;
+    setAccessibleDescription(spokenChart(plan));
     chart()->removeAllSeries();
     const QList<QAbstractAxis *> axes = chart()->axes();
     for (QAbstractAxis *axis : axes) {

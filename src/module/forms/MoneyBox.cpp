@@ -3,6 +3,7 @@
 #include "forms/clsNumberRelated.h"
 #include "forms/modFunctions.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 
@@ -44,6 +45,7 @@ MoneyBox::MoneyBox(const TextBoxHabits &habits, QWidget *parent)
     : QLineEdit(parent)
     , habits_(habits)
 {
+    controls::speakMoney(this);
     if (habits_.filtersKeys || habits_.reformats)
         setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     if (habits_.caretToEndOnChange)

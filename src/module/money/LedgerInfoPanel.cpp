@@ -8,6 +8,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/ShowText.h"
+#include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -56,6 +57,7 @@ void LedgerInfoPanel::makeControls()
     txtTranLeftAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranLeftAmount"));
     for (QLineEdit *figure : {txtTranTotalAmount_, txtTranLeftAmount_}) {
         clsMyFunctions::keepReadOnly(figure);
+        controls::speakMoney(figure);
         figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         controls::setGround(figure, controls::Ground::Locked);
     }
@@ -108,7 +110,7 @@ void LedgerInfoPanel::placeControls()
     auto *memoCaption = new QLabel(QStringLiteral("메모:"), this);
     memoCaption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     memoCaption->setBuddy(txtTransMemo_);
-    txtTransMemo_->setAccessibleName(memoCaption->text());
+    txtTransMemo_->setAccessibleName(QStringLiteral("수납 메모"));
     grid->addWidget(memoCaption, 5, 0);
     grid->addLayout(memo, 5, 1, 1, 3);
     grid->setRowStretch(6, 1);

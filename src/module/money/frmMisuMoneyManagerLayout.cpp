@@ -75,7 +75,7 @@ void frmMisuMoneyManager::makeGrid()
 
 QLayout *frmMisuMoneyManager::layOutTotals()
 {
-    txtCount_ = readOnlyBox(QStringLiteral("txtCount"), Holds::Money, this);
+    txtCount_ = readOnlyBox(QStringLiteral("txtCount"), Holds::Number, this);
     txtTotal_ = readOnlyBox(QStringLiteral("txtTotal"), Holds::Money, this);
     txtCount_->setFixedWidth(dialogForm::amountWidth(*txtCount_) / 2);
     QFont strong = txtTotal_->font();

@@ -2,6 +2,7 @@
 #include "money/frmSimpleReceipt.h"
 
 #include "forms/FormRow.h"
+#include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/Wheel.h"
@@ -158,6 +159,7 @@ void frmSimpleReceipt::setTabOrderOfWork()
     order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
     order << txtMoney_ << cmdConfirm_ << cmdCancel_;
     setTabChain(order);
+    giveSpokenNames(this);
 }
 
 void frmSimpleReceipt::setKeys()

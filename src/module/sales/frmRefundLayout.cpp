@@ -2,6 +2,7 @@
 #include "sales/frmRefund.h"
 
 #include "forms/FormRow.h"
+#include "forms/SpokenNames.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
@@ -39,6 +40,7 @@ void frmRefund::createControls()
     form->addWidget(makeRefundPane());
     form->addLayout(layOutButtons());
     setTabChain({dtpRfndDate_, txtRfndUnitCount_, txtRfndUnitSalePrice_, txtRfndMemo_, chkCmdSave_, chkCmdCancel_});
+    giveSpokenNames(this);
 }
 
 QGroupBox *frmRefund::makeSoldPane()

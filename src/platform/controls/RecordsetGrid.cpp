@@ -2,9 +2,12 @@
 
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/GridSpoken.h"
 #include "platform/controls/RecordsetGridPrivate.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/RuntimeError.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -29,6 +32,7 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     setWordWrap(false);
     setHorizontalScrollMode(ScrollPerPixel);
     dressList(this);
+    installSpokenControls();
     d->makeHeaders();
 
     // Acted upon when the stock view is through with the mouse: a handler may open a box, and the window may go beneath it.
@@ -226,9 +230,29 @@ void RecordsetGrid::changeEvent(QEvent *event)
 
 void RecordsetGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
-    QTableView::currentChanged(current, previous);
+    // The stock table would tell of a cell counted with the columns that are not shown.
+    QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
+    if (hasFocus())
+        tellOf(current, QAccessible::Focus);
     if (!d->inStockView)
         d->moveRecordset();
+}
+
+void RecordsetGrid::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
+    if (const QModelIndexList cells = selected.indexes(); !cells.isEmpty())
+        tellOf(currentIndex().isValid() ? currentIndex() : cells.constFirst(), QAccessible::Selection);
+}
+
+void RecordsetGrid::tellOf(const QModelIndex &cell, int accessibleEvent)
+{
+    const int number = QAccessible::isActive() && cell.isValid() ? GridSpoken::numberOf(*this, cell) : -1;
+    if (number < 0)
+        return;
+    QAccessibleEvent event(this, QAccessible::Event(accessibleEvent));
+    event.setChild(number);
+    QAccessible::updateAccessibility(&event);
 }
 
 QModelIndex RecordsetGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -1,6 +1,7 @@
 #include "platform/controls/RecordsetModel.h"
 
 #include "platform/controls/Palette.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Log.h"
@@ -175,6 +176,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::CheckStateRole:
             return kind == Kind::Check ? QVariant(isChecked(row, column) ? Qt::Checked : Qt::Unchecked) : QVariant();
         case Qt::AccessibleTextRole:
+            if (kind == Kind::Money)
+                return spokenMoney(shownText(row, column));
             return kind == Kind::Check
                        ? QVariant(isChecked(row, column) ? QStringLiteral("선택됨") : QStringLiteral("선택 안 됨"))
                        : QVariant();
