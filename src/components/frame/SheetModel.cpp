@@ -45,8 +45,13 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return shownText(cell);
     case Qt::TextAlignmentRole: {
-        const bool toTheRight = columns_[std::size_t(index.column())].kind == Column::Kind::Number;
+        const bool toTheRight = columns_[std::size_t(index.column())].kind != Column::Kind::Text;
         return int((toTheRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    }
+    case Qt::AccessibleTextRole: {
+        const bool won = columns_[std::size_t(index.column())].kind == Column::Kind::Money
+                         && std::holds_alternative<runtime::Currency>(cell);
+        return won ? QVariant(shownText(cell) + u'원') : QVariant();
     }
     case Qt::ForegroundRole:
         return colorOf(cell);
@@ -63,7 +68,7 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
     if (role == Qt::DisplayRole)
         return column.caption;
     if (role == Qt::TextAlignmentRole)
-        return int((column.kind == Column::Kind::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int((column.kind != Column::Kind::Text ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
 }
 

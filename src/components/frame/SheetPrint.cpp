@@ -158,7 +158,7 @@ private:
         if (bold && &row == &report_.sheet.totals)
             rule(0.15);
         for (std::size_t column = 0; column < row.size(); ++column) {
-            const bool number = report_.sheet.columns[column].kind == Column::Kind::Number;
+            const bool number = report_.sheet.columns[column].kind != Column::Kind::Text;
             text(x, widths_[column], shownText(row[column]), number ? Qt::AlignRight : Qt::AlignLeft, bold);
             x += widths_[column];
         }

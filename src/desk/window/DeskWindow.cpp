@@ -1,6 +1,7 @@
 #include "desk/window/DeskWindow.h"
 
 #include "desk/window/JournalWindow.h"
+#include "platform/controls/DeskStyle.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
@@ -12,7 +13,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QProxyStyle>
 #include <QVBoxLayout>
 
 namespace desk {
@@ -33,12 +33,12 @@ QLabel *label(const QString &text, double size, bool bold = false)
 }
 
 /// Leaves room between a cell's text and its edge.
-class RoomyCells : public QProxyStyle
+class RoomyCells : public controls::DeskStyle
 {
 public:
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
     {
-        return metric == PM_FocusFrameHMargin ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_FocusFrameHMargin ? 7 : DeskStyle::pixelMetric(metric, option, widget);
     }
 };
 

@@ -81,6 +81,8 @@ constexpr SpokenName names[] = {
     {"dtpRfndDate", u"반품 날짜"},
     {"txtRfndMemo", u"반품 메모"},
     // Taking money.
+    {"lblMustReceipt_0", u"판매 금액"},
+    {"lblMustReceipt_2", u"할인, 절사 후 금액"},
     {"chkGeneralRemain2Money_0", u"현금 전액"},
     {"chkGeneralRemain2Money_1", u"현금 나머지"},
     {"chkGeneralRemain2Money_2", u"카드 전액"},

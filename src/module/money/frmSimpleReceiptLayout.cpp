@@ -5,6 +5,7 @@
 #include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
 
 #include <QVBoxLayout>
@@ -24,6 +25,7 @@ QLabel *figureLabel(const QString &name, int index, int points)
     label->setFont(font);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    controls::speakMoney(label);
     return label;
 }
 

@@ -20,6 +20,25 @@ bool isDigits(QStringView text)
     });
 }
 
+QString spokenAmount(const QString &shown)
+{
+    return isDigits(shown.startsWith(u'-') ? QStringView(shown).mid(1) : shown) ? shown + u'원' : spokenMoney(shown);
+}
+
+class FigureSpoken : public QAccessibleWidget
+{
+public:
+    explicit FigureSpoken(QLabel *figure)
+        : QAccessibleWidget(figure, QAccessible::StaticText)
+    {
+    }
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name ? own + u' ' + spokenAmount(static_cast<QLabel *>(object())->text()) : own;
+    }
+};
+
 /// Asked for each class that the object is of, the latest first.
 QAccessibleInterface *spokenControl(const QString &className, QObject *object)
 {
@@ -31,6 +50,9 @@ QAccessibleInterface *spokenControl(const QString &className, QObject *object)
     auto *box = qobject_cast<QLineEdit *>(object);
     if (box && className == QLatin1String("QLineEdit") && box->property(moneyMark).isValid())
         return new MoneySpoken(box);
+    auto *figure = qobject_cast<QLabel *>(object);
+    if (figure && className == QLatin1String("QLabel") && figure->property(moneyMark).isValid())
+        return new FigureSpoken(figure);
     return nullptr;
 }
 
@@ -58,12 +80,16 @@ void speakMoney(QLineEdit *box, Amounts amounts)
     box->setProperty(moneyMark, int(amounts));
 }
 
+void speakMoney(QLabel *figure)
+{
+    installSpokenControls();
+    figure->setProperty(moneyMark, int(Amounts::Bare));
+}
+
 QString spokenText(const QLineEdit &box)
 {
-    const QString shown = box.displayText();
     const bool bare = box.property(moneyMark).toInt() == int(Amounts::Bare);
-    return bare && isDigits(shown.startsWith(u'-') ? QStringView(shown).mid(1) : shown) ? shown + u'원'
-                                                                                        : spokenMoney(shown);
+    return bare ? spokenAmount(box.displayText()) : spokenMoney(box.displayText());
 }
 
 void installSpokenControls()

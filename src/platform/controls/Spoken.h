@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QString>
 
@@ -15,6 +16,8 @@ QString spokenName(const QString &caption);
 enum class Amounts { WithSign, Bare };
 /// The box may show money, and is to say it; bare amounts are digits alone.
 void speakMoney(QLineEdit *box, Amounts amounts = Amounts::WithSign);
+/// A figure that is only shown says its name and the amount.
+void speakMoney(QLabel *figure);
 /// What such a box says.
 QString spokenText(const QLineEdit &box);
 /// From now on grids tell of the columns that are shown only, combo boxes their names, marked boxes money. Once per process.
