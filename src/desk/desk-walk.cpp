@@ -15,7 +15,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     const QString folder = application.arguments().value(1);
     if (folder.isEmpty() || folder.startsWith(QLatin1Char('-'))) {
-        QTextStream(stderr) << QStringLiteral("desk-walk: 그림을 남길 폴더를 쓰십시오.") << Qt::endl;
+        QTextStream(stderr) << QStringLiteral("desk-walk: 그림을 남길 폴더를 입력하십시오.") << Qt::endl;
         return 2;
     }
     clinic::registerTables();

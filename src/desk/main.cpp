@@ -60,8 +60,10 @@ ado::ConnectionPtr openClinic(const QString &address)
         throw error.toldAs(error.number(), ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
     if (!schema::hasSchema(*connection))
-        refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + ado::addressToShow(address)
-               + QStringLiteral("\n새로 만들려면 --make empty 또는 --make small을 쓰십시오."));
+        refuse(
+            QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + ado::addressToShow(address)
+            + QStringLiteral("\n주소를 확인하십시오. 새로 만들려면 새 데이터베이스의 주소와 --make empty 또는 --make "
+                             "small을 입력하십시오."));
     schema::demandNoNewer(*connection);
     return connection;
 }

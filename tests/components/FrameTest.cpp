@@ -1,7 +1,9 @@
 #include "components/VantoSalesPeriod/clsVantoSalesPeriod.h"
 #include "components/frame/CsvFile.h"
 #include "components/frame/ReportWindow.h"
+#include "components/frame/SheetChart.h"
 #include "components/frame/SheetPrint.h"
+#include "platform/print/Preview.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/components/SampleRows.h"
 #include "tests/support/DialogDriver.h"
@@ -10,17 +12,19 @@
 
 #include <QApplication>
 #include <QDateEdit>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPrintPreviewDialog>
-#include <QPrintPreviewWidget>
-#include <QPrinter>
+#include <QPainter>
 #include <QTableView>
 #include <QTest>
 #include <QThread>
+#include <QtCharts/QAbstractBarSeries>
+#include <QtCharts/QBarSet>
+#include <QtCharts/QLineSeries>
 
 using namespace statistics;
 
@@ -244,9 +248,14 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
     open(ordersOfADay);
     ASSERT_TRUE(readToItsEnd());
     const QTemporaryDir folder;
+    const QByteArray home = qgetenv("HOME");
+    qputenv("HOME", folder.path().toLocal8Bit());
+    QDir(folder.path()).mkdir("Documents");
     const auto saveAs = [&](const QString &name) {
         return inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
             EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Excel용 저장"));
+            EXPECT_EQ(dialog.selectedFiles().value(0).toStdString(),
+                      folder.filePath("Documents/느린 통계 2026-06-01 ~ 2026-06-30.csv").toStdString());
             dialog.findChild<QLineEdit *>("fileNameEdit")->setText(folder.filePath(name));
             QMetaObject::invokeMethod(&dialog, "accept");
         });
@@ -262,19 +271,8 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
     EXPECT_TRUE(boxes.messages.isEmpty());
 
-    // An old file is not lost without a question, however the name was typed.
-    inDialog<QFileDialog>("cmdCsv", [&](QFileDialog &dialog) {
-        dialog.findChild<QLineEdit *>("fileNameEdit")->setText(file.fileName().chopped(4));
-        QTimer::singleShot(0, &dialog, [&dialog] {
-            auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            ASSERT_TRUE(question);
-            question->reject();
-            dialog.reject();
-        });
-        QMetaObject::invokeMethod(&dialog, "accept");
-    });
-
     saveAs(QStringLiteral("nowhere/taken"));
+    qputenv("HOME", home);
     ASSERT_EQ(boxes.messages.size(), 1);
     EXPECT_TRUE(boxes.messages[0].text.startsWith("파일을 저장하지 못했습니다: "))
         << boxes.messages[0].text.toStdString();
@@ -284,17 +282,18 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
 {
     open(ordersOfADay);
     ASSERT_TRUE(readToItsEnd());
-    const bool shown = inDialog<QPrintPreviewDialog>("cmdPrint", [](QPrintPreviewDialog &dialog) {
-        auto *pages = dialog.findChild<QPrintPreviewWidget *>();
-        EXPECT_TRUE(QTest::qWaitFor([pages] { return pages->pageCount() == 1; }));
+    const bool shown = inDialog<print::Preview>("cmdPrint", [](print::Preview &dialog) {
+        const print::Document &pages = dialog.vsPrint()->document();
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("느린 통계 인쇄"));
-        EXPECT_EQ(pages->orientation(), QPageLayout::Portrait);
+        EXPECT_EQ(pages.pageCount(), 1);
+        EXPECT_EQ(pages.paper(), print::A4) << "upright";
+        EXPECT_TRUE(pages.pages()[0].drawing.words.contains(QStringLiteral("다 읽음"))) << "for a screen reader";
         dialog.reject();
     });
     EXPECT_TRUE(shown);
 
     // The host may close the window under the preview.
-    EXPECT_TRUE(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }));
+    EXPECT_TRUE(inDialog<print::Preview>("cmdPrint", [this](print::Preview &) { window_.reset(); }));
 }
 
 TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
@@ -328,6 +327,44 @@ TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
               sum);
 }
 
+TEST(Chart, TellsItsFiguresInWordsAndItsSeriesApartWithoutColour)
+{
+    const auto won = [](qint64 amount) { return runtime::Currency::fromWon(amount); };
+    Chart plan{.title = QStringLiteral("수납"), .categories = {QStringLiteral("11-24"), QStringLiteral("11-25")}};
+    for (std::size_t series = 0; series < controls::seriesCount; ++series)
+        plan.series.push_back({QStringLiteral("방법 %1").arg(series), {won(25500), won(-500)}});
+    SheetChart chart;
+    chart.setPlan(plan);
+    EXPECT_EQ(chart.accessibleDescription().section(u'\n', 0, 1).toStdString(),
+              "수납\n방법 0: 11-24 25,500원, 11-25 -500원");
+    const auto looks = [&chart] {
+        std::set<int> hatchings;
+        for (QAbstractSeries *series : chart.chart()->series()) {
+            for (const QBarSet *set : static_cast<QAbstractBarSeries *>(series)->barSets())
+                hatchings.insert(set->brush().style());
+        }
+        return hatchings;
+    };
+    EXPECT_EQ(looks().size(), controls::seriesCount);
+
+    plan.categories.clear();
+    for (Chart::Series &series : plan.series)
+        series.values.clear();
+    for (int day = 1; day <= 200; ++day) {
+        plan.categories << QString::number(day);
+        for (Chart::Series &series : plan.series)
+            series.values.push_back(won(day));
+    }
+    chart.setPlan(plan);
+    EXPECT_EQ(chart.accessibleDescription().section(u'\n', 1, 1).toStdString(), "방법 0: 합계 20,100원, 가장 큰 값 200 200원");
+    std::set<std::pair<int, qreal>> dashes;
+    for (QAbstractSeries *series : chart.chart()->series()) {
+        const QPen pen = static_cast<QLineSeries *>(series)->pen();
+        dashes.emplace(int(pen.style()), pen.widthF());
+    }
+    EXPECT_EQ(dashes.size(), controls::seriesCount);
+}
+
 TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
 {
     Sheet sheet;
@@ -335,13 +372,28 @@ TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
     for (int row = 0; row < 120; ++row)
         sheet.rows.push_back({QStringLiteral("줄 %1").arg(row), runtime::Currency::fromWon(row)});
     sheet.totals = {QStringLiteral("합계"), runtime::Currency::fromWon(7140)};
-    const QTemporaryDir folder;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(folder.filePath("report.pdf"));
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    ASSERT_TRUE(SheetPrint({QStringLiteral("통계"), QStringLiteral("2026"), sheet}).draw(printer));
-    QFile pdf(printer.outputFileName());
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    EXPECT_EQ(pdf.readAll().count("/Type /Page\n"), 3);
+    const print::Document pages = sheetOnPaper({QStringLiteral("통계"), QStringLiteral("2026"), sheet});
+    EXPECT_EQ(pages.pageCount(), 3);
+    QStringList words;
+    for (const print::Page &page : pages.pages())
+        words += page.drawing.words;
+    for (int row = 0; row < 120; ++row)
+        EXPECT_EQ(words.count(QStringLiteral("줄 %1").arg(row)), 1);
+    EXPECT_EQ(words.count(QStringLiteral("날짜")), 3) << "captions on every page";
+    QImage first(420, 594, QImage::Format_RGB32);
+    first.fill(Qt::white);
+    QPainter painter(&first);
+    print::drawPage(painter, pages.pages()[0], 420 / 210.0 * 25.4);
+    painter.end();
+    const auto inkBelow = [&first](int top) {
+        for (int y = top; y < first.height(); ++y) {
+            for (int x = 0; x < first.width(); ++x) {
+                if (qGray(first.pixel(x, y)) < 128)
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(inkBelow(500));
+    EXPECT_FALSE(inkBelow(594 - 22)) << "the lower margin";
 }

@@ -22,6 +22,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -216,10 +217,11 @@ TEST(Appearance, BackColoursReachTheScreenOnEveryKindOfControl)
     const std::pair<QWidget *, int> cases[] = {{&box, 6},   {&memo, 6},  {&date, 6},
                                                {&check, 6}, {&label, 6}, {&list, 140}};
     for (const auto &[control, tolerance] : cases) {
-        for (const QColor &color : {controls::LockedColor, QColor(0x20, 0x90, 0x40)}) {
+        for (const controls::Ground ground : {controls::Ground::Locked, controls::Ground::Amber}) {
+            const QColor color = controls::colors(ground).back;
             for (const bool enabled : {true, false}) {
                 control->setEnabled(enabled);
-                controls::setBackColor(control, color);
+                controls::setGround(control, ground);
                 EXPECT_EQ(controls::backColor(control), color);
                 control->resize(120, 30);
                 const QColor shown = control->grab().toImage().pixelColor(control->width() / 2, 5);
@@ -228,6 +230,69 @@ TEST(Appearance, BackColoursReachTheScreenOnEveryKindOfControl)
                 EXPECT_LE(off, tolerance) << control->metaObject()->className() << ' ' << shown.name().toStdString();
             }
         }
+    }
+}
+
+TEST(Palette, EachTextIsReadableOnEachGroundThatItMeets)
+{
+    using namespace controls;
+    EXPECT_NEAR(contrast(Qt::white, Qt::black), 21, 0.01);
+    EXPECT_NEAR(contrast(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
+    for (const Scheme scheme : {Scheme::Light, Scheme::Dark}) {
+        QApplication::setPalette(deskPalette(scheme));
+        const QPalette desk = QApplication::palette();
+        for (int number = 0; number < int(Ground::Count); ++number) {
+            SCOPED_TRACE("ground " + std::to_string(number) + (scheme == Scheme::Dark ? " dark" : " light"));
+            const auto [back, text] = colors(Ground(number));
+            EXPECT_GE(contrast(text, back), 4.5);
+            EXPECT_GE(contrast(focusFrame(back), back), 3);
+            for (int of = 0; of < int(Ink::Count) && isCalm(Ground(number)); ++of)
+                EXPECT_GE(contrast(ink(Ink(of)), back), 4.5) << "ink " << of;
+        }
+        for (std::size_t series = 0; series < seriesCount; ++series)
+            EXPECT_GE(contrast(seriesColor(series), colors(Ground::Field).back), 3) << series;
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+            EXPECT_GE(contrast(desk.color(group, QPalette::Link), desk.color(group, QPalette::Window)), 4.5);
+    }
+    QApplication::setPalette(deskPalette(Scheme::Light));
+}
+
+TEST(Appearance, AButtonOfAnAccentIsFlatAndWhatHasTheFocusStandsInAFrameOfTwoPixels)
+{
+    using namespace controls;
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *button = new PushCheck;
+    auto *box = new QLineEdit;
+    auto *list = new QPlainTextEdit;
+    for (QWidget *control : QWidgetList{button, box, list})
+        layout->addWidget(control);
+    setGround(button, Ground::Accent);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto columnOf = [](QWidget *control) {
+        const QImage image = control->grab().toImage();
+        std::vector<QRgb> pixels;
+        for (int y = 1; y < image.height() - 1; ++y)
+            pixels.push_back(image.pixel(image.width() / 2, y));
+        return pixels;
+    };
+    for (const Ground ground : {Ground::Accent, Ground::Amber, Ground::Red}) {
+        setGround(button, ground);
+        box->setFocus();
+        const std::vector<QRgb> face = columnOf(button);
+        EXPECT_EQ(std::count(face.begin(), face.end(), colors(ground).back.rgb()), std::ssize(face)) << int(ground);
+        button->setFocus();
+        const std::vector<QRgb> framed = columnOf(button);
+        EXPECT_EQ(std::count(framed.begin(), framed.end(), focusFrame(colors(ground).back).rgb()), 4) << int(ground);
+    }
+    for (QWidget *control : QWidgetList{box, list}) {
+        control->setFocus();
+        const QImage image = control->grab().toImage();
+        for (const int y : {0, 1, image.height() - 2, image.height() - 1})
+            EXPECT_EQ(image.pixelColor(image.width() / 2, y), focusFrame(colors(Ground::Field).back))
+                << control->metaObject()->className() << y;
     }
 }
 

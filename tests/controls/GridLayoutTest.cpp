@@ -124,7 +124,7 @@ TEST_F(UserLayout, ColumnsAreHiddenAndShownFromTheHeadersMenu)
     for (const QAction *action : menu->actions())
         EXPECT_NE(action->text(), QStringLiteral("OrdM_PK")) << "keys are not offered";
     menu->close();
-    choose(QStringLiteral("처음 배치로"));
+    choose(QStringLiteral("처음 배치로 되돌리기"));
     EXPECT_EQ(layoutOf(grid_), designed);
 }
 

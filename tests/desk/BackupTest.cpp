@@ -270,7 +270,7 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     EXPECT_THAT(restoring("short.backup"), testing::HasSubstr("손상된"));
     EXPECT_THAT(restoring("torn.backup"), testing::HasSubstr("손상된"));
     EXPECT_THAT(restoring("older.backup"), testing::HasSubstr("한의원"));
-    EXPECT_THAT(restoring("other.backup"), testing::HasSubstr("이 주소에 되돌릴 수 없습니다"));
+    EXPECT_THAT(restoring("other.backup"), testing::HasSubstr("이 주소에 복원할 수 없습니다"));
     EXPECT_THAT(refusal([&] { backup::backUp(older.address(), file("older2.backup")); }),
                 testing::HasSubstr("데이터베이스"));
     EXPECT_THAT(refusal([&] { backup::backUp(clinic_.address(), file("good.backup")); }),

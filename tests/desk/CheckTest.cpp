@@ -77,13 +77,13 @@ TEST_P(Check, LetsPassWhatTheDesksThemselvesMake)
 TEST_P(Check, ShowsTheFirstRowsWithTheirKeys)
 {
     const check::Query many{
-        QStringLiteral("많은 주문"), QStringLiteral("없음"),
-        QStringLiteral("SELECT OrdM_PK AS 주문번호, CASE WHEN OrdM_PK > 1 THEN OrdM_Date END AS 날짜, "
+        QStringLiteral("많은 거래"), QStringLiteral("없음"),
+        QStringLiteral("SELECT OrdM_PK AS 거래번호, CASE WHEN OrdM_PK > 1 THEN OrdM_Date END AS 날짜, "
                        "OrdM_TaxTotal - OrdM_TaxTotal AS 금액, '' AS 메모 FROM tPSOrderMaster ORDER BY OrdM_PK")};
     const check::Finding finding = check::examine(*connection_, many, 1ms);
     EXPECT_EQ(finding.violations, 320);
     EXPECT_EQ(finding.firstRows.size(), check::ShownRows);
-    EXPECT_EQ(finding.firstRows.value(0).toStdString(), "주문번호 1 · 날짜 (없음) · 금액 0 · 메모 (빈 값)");
+    EXPECT_EQ(finding.firstRows.value(0).toStdString(), "거래번호 1 · 날짜 (없음) · 금액 0 · 메모 (빈 값)");
     EXPECT_EQ(check::examine(*connection_, {many.title, many.remedy, QStringLiteral("SELECT nothing")}, 0ms)
                   .failure.isEmpty(),
               false);

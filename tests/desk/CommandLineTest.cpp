@@ -137,13 +137,13 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
     sqlite("clinic.db", "UPDATE tPSTransaction SET tpstrans_Operator = 7 WHERE tpstrans_PK = 5");
     const Outcome violated = desk(database + "--check");
     EXPECT_EQ(violated.status, 1);
-    for (const char *told :
-         {"위반  방법이나 결재 코드가 잘못된 수납 내역: 1건\n", "수납번호 5 ", "조치: ", "23개 항목 중 1개에서"})
+    for (const char *told : {"발견       방법이나 결재방법이 잘못된 수납 내역: 1건\n", "수납번호 5 ",
+                             "조치: ", "23개 항목을 검사했습니다. 1개에서"})
         EXPECT_TRUE(violated.output.contains(QString::fromUtf8(told))) << told << violated.output.toStdString();
 
     const Outcome verified = desk("--verify ~copy.backup");
     EXPECT_EQ(verified.status, 0) << verified.complaint.toStdString();
-    EXPECT_TRUE(verified.output.contains("23개 항목 중")) << verified.output.toStdString();
+    EXPECT_TRUE(verified.output.contains("23개 항목을")) << verified.output.toStdString();
 
     EXPECT_EQ(desk(database + "--restore ~copy.backup").status, 0);
     EXPECT_EQ(desk(database + "--check").status, 0);

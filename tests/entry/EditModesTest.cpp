@@ -7,8 +7,6 @@
 
 namespace {
 
-using controls::SystemColor;
-
 /// The names that a line of the file gives.
 QStringList named(const QString &what)
 {
@@ -111,14 +109,14 @@ TEST_F(EditModes, OpenOnePaneAndLockItAgain)
 
 TEST_F(EditModes, TellOpenPanesFromLockedOnesByColour)
 {
-    const QColor window = controls::systemColor(SystemColor::Window);
-    const QColor needed = controls::systemColor(SystemColor::InfoBackground);
-    const QColor out = controls::systemColor(SystemColor::InactiveBorder);
-    const QColor locked = controls::LockedColor;
+    const auto window = controls::Ground::Field;
+    const auto needed = controls::Ground::Needed;
+    const auto out = controls::Ground::OutOfReach;
+    const auto locked = controls::Ground::Locked;
     const struct
     {
         const char *control, *code;
-        QColor browsing, inEdit;
+        controls::Ground browsing, inEdit;
     } cases[] = {
         {"txtOrderMaster_2", "00", locked, window},   {"txtOrderMaster_0", "00", locked, out},
         {"txtSaleProductLists_5", "00", window, out}, {"txtSaleProductLists_0", "00", locked, out},
@@ -126,13 +124,14 @@ TEST_F(EditModes, TellOpenPanesFromLockedOnesByColour)
         {"txtCmCompanyName", "12", needed, needed},   {"txtTransMoney", "00", locked, out},
         {"txtCustOrderRfndMemo", "02", locked, out},
     };
+    const auto name = [](controls::Ground ground) { return controls::colors(ground).back.name().toStdString(); };
     for (const auto &c : cases) {
         SCOPED_TRACE(std::string(c.control) + " " + c.code);
         const auto color = [&c] { return controls::backColor(at(c.control)).name().toStdString(); };
         shell().enterEditMode(QLatin1String(c.code));
-        EXPECT_EQ(color(), c.inEdit.name().toStdString());
+        EXPECT_EQ(color(), name(c.inEdit));
         shell().leaveEditMode(QLatin1String(c.code));
         shell().paintEntryColors();
-        EXPECT_EQ(color(), c.browsing.name().toStdString());
+        EXPECT_EQ(color(), name(c.browsing));
     }
 }

@@ -179,7 +179,7 @@ TEST_F(Life, SurvivesEveryControl)
         CuriousHand hand;
         hand.workAll(window());
         EXPECT_TRUE(isUp());
-        EXPECT_EQ(boxes_.texts().filter(QStringLiteral("내부 오류")).join(u'\n').toStdString(), "");
+        EXPECT_EQ(boxes_.texts().filter(QStringLiteral("프로그램 오류")).join(u'\n').toStdString(), "");
         EXPECT_GT(hand.clicks, 40);
         close();
     };

@@ -69,14 +69,14 @@ TEST(MoneyBox, TurnsRedForAPastedNegativeAndBlackAgain)
     box->selectAll();
     paste(typist, QStringLiteral("-1500"));
     EXPECT_EQ(box->text(), QStringLiteral("-\\1,500"));
-    EXPECT_EQ(controls::foreColor(box), QColor(255, 0, 0));
+    EXPECT_EQ(controls::foreColor(box), controls::ink(controls::Ink::Negative));
 
     typist.type(QStringLiteral("7"));
     EXPECT_EQ(box->text(), QStringLiteral("-\\15,007"));
     box->selectAll();
     typist.type(QStringLiteral("7"));
     EXPECT_EQ(box->text(), QStringLiteral("\\7"));
-    EXPECT_EQ(controls::foreColor(box), QColor(0, 0, 0));
+    EXPECT_EQ(controls::foreColor(box), controls::ink(controls::Ink::Plain));
 }
 
 TEST(MoneyBox, TheReleaseOfTheTabThatBroughtTheFocusReformatsAndKeepsTheSelection)

@@ -13,7 +13,7 @@ TEST(LockedGroup, TextBoxesAreReadOnlyGreyAndFlatUntilTheyAreOpened)
 {
     QLineEdit line(QStringLiteral("값"));
     MemoBox memo;
-    controls::setBackColor(&line, Qt::yellow);
+    controls::setGround(&line, controls::Ground::Needed);
     const ControlGroup group = {&line, &memo};
     const clsMyFunctions functions;
 
@@ -21,15 +21,16 @@ TEST(LockedGroup, TextBoxesAreReadOnlyGreyAndFlatUntilTheyAreOpened)
     EXPECT_TRUE(line.isReadOnly());
     EXPECT_TRUE(memo.isReadOnly());
     EXPECT_TRUE(line.isEnabled()); // its text can still be read and copied
-    EXPECT_EQ(controls::backColor(&line), controls::LockedColor);
-    EXPECT_EQ(controls::backColor(&memo), controls::LockedColor);
+    EXPECT_EQ(controls::backColor(&line), controls::colors(controls::Ground::Locked).back);
+    EXPECT_EQ(controls::backColor(&memo), controls::colors(controls::Ground::Locked).back);
     EXPECT_FALSE(line.hasFrame());
     EXPECT_EQ(memo.frameShape(), QFrame::NoFrame);
 
     functions.setCollection2Locked(group, false);
     EXPECT_FALSE(line.isReadOnly());
     EXPECT_FALSE(memo.isReadOnly());
-    EXPECT_EQ(controls::backColor(&line), controls::LockedColor); // whoever opens it paints it
+    EXPECT_EQ(controls::backColor(&line),
+              controls::colors(controls::Ground::Locked).back); // whoever opens it paints it
     EXPECT_TRUE(line.hasFrame());
     EXPECT_NE(memo.frameShape(), QFrame::NoFrame);
 }

@@ -247,17 +247,17 @@ TEST_F(OutstandingButton, TheKeyboardWorksTheList)
         const QPoint place = grid(form)->viewport()->mapTo(form.window(), cell.center());
         QTest::mouseClick(form.window()->windowHandle(), Qt::LeftButton, {}, place);
         EXPECT_EQ(form.focus(), "dgReceiptView");
-        const auto rowIs = [&](controls::SystemColor number) {
+        const auto rowIs = [&](controls::Ground ground) {
             const QColor painted =
                 grid(form)->viewport()->grab().toImage().pixelColor(cell.right() - 3, cell.center().y());
-            const QColor color = controls::systemColor(number); // the style shades it a little
+            const QColor color = controls::colors(ground).back; // the style shades it a little
             return qAbs(painted.red() - color.red()) + qAbs(painted.green() - color.green())
                        + qAbs(painted.blue() - color.blue())
                    < 12;
         };
-        EXPECT_TRUE(rowIs(controls::SystemColor::ActiveCaption));
+        EXPECT_TRUE(rowIs(controls::Ground::Accent));
         form.find<QWidget>("cmdClose")->setFocus();
-        EXPECT_TRUE(rowIs(controls::SystemColor::ButtonFace));
+        EXPECT_TRUE(rowIs(controls::Ground::Face));
         EXPECT_TRUE(inDialog([&] { QTest::mouseDClick(form.window()->windowHandle(), Qt::LeftButton, {}, place); },
                              [](const DialogDriver &payment) {
                                  EXPECT_EQ(payment.window()->objectName(), QStringLiteral("frmMisuMoneyPay"));

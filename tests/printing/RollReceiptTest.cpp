@@ -150,7 +150,7 @@ TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
              atOtherDesk("UPDATE tPSOrderDetail SET OrdD_Count = 1");
              writeLogo("this is no picture");
          },
-         "로고 그림파일을 읽을 수 없습니다: "},
+         "로고 그림파일을 가져올 수 없습니다. 환경설정에서 로고를 다시 선택하십시오: "},
         {[&] {
              QFile::remove(program_.filePath("RcptLog.dat"));
              choosePrinter(QStringLiteral("없어진 프린터"));

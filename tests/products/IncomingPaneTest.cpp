@@ -72,7 +72,7 @@ TEST_F(IncomingPaneTest, TheTotalFollowsItsParts)
         {"1000", "\\9,999,999", "\\0",
          "\\999,999,900"}, // beyond nine characters the rest is cut, as in every money box
     };
-    const QColor red(255, 0, 0);
+    const QColor red = controls::ink(controls::Ink::Negative);
     for (const auto &row : cases) {
         put("txtIncCount", row.count);
         put("txtIncPricePerUnit", row.price);

@@ -1,8 +1,8 @@
 #include "clinic/Tables.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/DeskStyle.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -14,7 +14,8 @@ int main(int argc, char **argv)
     for (const char *place : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
         qputenv(place, own.path().toLocal8Bit());
     QApplication application(argc, argv);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new controls::DeskStyle);
+    QApplication::setPalette(controls::deskPalette(controls::Scheme::Light));
     controls::installKoreanFonts();
     QApplication::setFont(controls::deskFont());
     clinic::registerTables();

@@ -283,7 +283,7 @@ TEST_P(StaleWindow, WhatWasPaidSinceTheDialogOpenedIsToldBeforeMoreIsSaved)
     };
     const std::string told =
         "다른 데스크에서 이 거래의 수납 내역이나 미수금을 먼저 변경했습니다. 아직 아무것도 저장하지 "
-        "않았습니다.\n이미 받은 돈이 아닌지 확인하십시오. 그래도 저장하시겠습니까?\n\n"
+        "않았습니다.\n이미 받은 금액이 아닌지 확인하십시오. 그래도 저장하시겠습니까?\n\n"
         "변경된 내용:\n2026-03-04 수납 12,300원 (카드)\n미수금 900원 → 400원\n";
     using Meanwhile = std::function<void()>;
     const struct

@@ -213,12 +213,12 @@ Sheet OneDayReport::makeSheet(int) const
     using Kind = Column::Kind;
     Sheet sheet;
     sheet.columns = {{QStringLiteral("챠트번호"), Kind::Text, 66}, {QStringLiteral("이름"), Kind::Text, 66},
-                     {QStringLiteral("거래일"), Kind::Text, 48},   {QStringLiteral("판매금액"), Kind::Number, 76},
-                     {QStringLiteral("할인"), Kind::Number, 62},   {QStringLiteral("반품"), Kind::Number, 70},
-                     {QStringLiteral("순매출"), Kind::Number, 76}, {QStringLiteral("할인·절사"), Kind::Number, 66},
-                     {QStringLiteral("현금"), Kind::Number, 72},   {QStringLiteral("카드"), Kind::Number, 72},
-                     {QStringLiteral("통장"), Kind::Number, 66},   {QStringLiteral("환불"), Kind::Number, 70},
-                     {QStringLiteral("미수금"), Kind::Number, 70}};
+                     {QStringLiteral("거래일"), Kind::Text, 48},   {QStringLiteral("판매금액"), Kind::Money, 76},
+                     {QStringLiteral("할인"), Kind::Money, 62},    {QStringLiteral("반품"), Kind::Money, 70},
+                     {QStringLiteral("순매출"), Kind::Money, 76},  {QStringLiteral("할인·절사"), Kind::Money, 66},
+                     {QStringLiteral("현금"), Kind::Money, 72},    {QStringLiteral("카드"), Kind::Money, 72},
+                     {QStringLiteral("통장"), Kind::Money, 66},    {QStringLiteral("환불"), Kind::Money, 70},
+                     {QStringLiteral("미수금"), Kind::Money, 70}};
     Sums totals{};
     for (const auto &[key, line] : lines_) {
         const QString kind = std::get<0>(key) ? QStringLiteral("이전") : QStringLiteral("당일");

@@ -80,7 +80,7 @@ Sheet PayPeriodReport::makeSheet(int view) const
     Sheet sheet;
     sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 128}};
     for (const PayColumn &column : payColumns)
-        sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
+        sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Money, column.width});
     sheet.chart.title = QStringLiteral("수납 (미수금 수납 포함)");
     sheet.chart.series = {{QStringLiteral("현금"), {}}, {QStringLiteral("카드"), {}}, {QStringLiteral("통장"), {}}};
     const std::vector<DayTable::Line> lines = days_.lines(grain);

@@ -12,11 +12,12 @@ struct ItemColumn
 {
     const char16_t *caption;
     int width;
+    Column::Kind kind = Column::Kind::Number;
 };
 
 /// In the order of SalesItemReport::Amount and of the statement, behind the product.
 constexpr ItemColumn itemColumns[] = {
-    {u"판매수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120}};
+    {u"판매수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120, Column::Kind::Money}};
 static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
 } // namespace
@@ -100,7 +101,7 @@ Sheet SalesItemReport::makeSheet(int view) const
     if (!byCategory)
         sheet.columns.push_back({QStringLiteral("물품명"), Column::Kind::Text, 240});
     for (const ItemColumn &column : itemColumns)
-        sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
+        sheet.columns.push_back({QString::fromUtf16(column.caption), column.kind, column.width});
     sheet.chart.title = QStringLiteral("순매출 상위 %1").arg(std::min(mostBarsShown, lines.size()));
     sheet.chart.lying = true;
     sheet.chart.series = {{QStringLiteral("순매출"), {}}};

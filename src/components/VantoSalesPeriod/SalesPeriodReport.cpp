@@ -82,7 +82,9 @@ Sheet SalesPeriodReport::makeSheet(int view) const
                      {QStringLiteral("거래건수"), Column::Kind::Number, 60}};
     for (const AmountColumn &column : lineColumns) {
         if (column.amount != UnknownTax || unknownTax)
-            sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Number, column.width});
+            sheet.columns.push_back({QString::fromUtf16(column.caption),
+                                     column.amount == Returns ? Column::Kind::Number : Column::Kind::Money,
+                                     column.width});
     }
     const auto cut = [&](Row row) {
         row.resize(sheet.columns.size());

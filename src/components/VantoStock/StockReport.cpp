@@ -22,10 +22,10 @@ struct StockColumn
 
 using enum Column::Kind;
 constexpr StockColumn stockColumns[] = {
-    {u"분류", Text, 76, false},      {u"물품명", Text, 176, false},    {u"상태", Text, 92, false},
-    {u"입고", Number, 52, true},     {u"판매", Number, 52, true},      {u"서비스", Number, 50, true},
-    {u"망실", Number, 44, true},     {u"재고", Number, 52, true},      {u"최근 구매단가", Number, 84, false},
-    {u"재고금액", Number, 88, true}, {u"%1일 출고", Number, 66, true}, {u"남은일수", Number, 64, false},
+    {u"분류", Text, 76, false},     {u"물품명", Text, 176, false},    {u"상태", Text, 92, false},
+    {u"입고", Number, 52, true},    {u"판매", Number, 52, true},      {u"서비스", Number, 50, true},
+    {u"망실", Number, 44, true},    {u"재고", Number, 52, true},      {u"최근 구매단가", Money, 84, false},
+    {u"재고금액", Money, 88, true}, {u"%1일 출고", Number, 66, true}, {u"남은일수", Number, 64, false},
 };
 
 /// The rows of the highest worth, the highest first; equal ones in their order.

@@ -7,16 +7,18 @@
 #include "components/frame/SheetView.h"
 #include "components/frame/SummaryBox.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/FileDialog.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
+#include "platform/print/Preview.h"
 #include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
-#include <QFileDialog>
 #include <QHBoxLayout>
-#include <QPointer>
 #include <QVBoxLayout>
 
 namespace statistics {
@@ -49,6 +51,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , chart_(new SheetChart)
     , parts_(new QSplitter(Qt::Vertical))
 {
+    controls::installSpokenControls();
     setWindowTitle(report_->title());
     parts_->setChildrenCollapsible(false);
     parts_->addWidget(table_);
@@ -244,15 +247,9 @@ void ReportWindow::stopped(const QString &why)
 void ReportWindow::saveCsv()
 {
     const QByteArray content = csvOf(report_->title(), periodText(), sheet_, table_->rows());
-    // The window may be closed under the dialog, which goes with it.
-    const QPointer<QFileDialog> dialog =
-        new QFileDialog(this, QStringLiteral("Excel용 저장"), QString(), QStringLiteral("CSV 파일 (*.csv)"));
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("csv")); // before the question whether to replace a file of that name
-    dialog->selectFile(QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()));
-    const bool chosen = dialog->exec() == QDialog::Accepted;
-    const QString path = dialog && chosen ? dialog->selectedFiles().constFirst() : QString();
-    delete dialog;
+    const QString path = controls::askSaveFile(this, QStringLiteral("Excel용 저장"),
+                                               QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()),
+                                               QStringLiteral("CSV 파일 (*.csv)"), QStringLiteral("csv"));
     if (!path.isEmpty())
         saveFile(path, content);
 }
@@ -261,7 +258,10 @@ void ReportWindow::print()
 {
     Sheet printed = sheet_;
     printed.rows = table_->rows();
-    SheetPrint({report_->title(), periodText(), std::move(printed)}).preview(this);
+    const controls::Modal<print::Preview> window(report_->title() + QStringLiteral(" 인쇄"), this);
+    window->vsPrint()->setDocument(sheetOnPaper({report_->title(), periodText(), std::move(printed)}), report_->title(),
+                                   report_->title() + u' ' + read_.text());
+    controls::runModal(window.get());
 }
 
 } // namespace statistics

@@ -45,7 +45,7 @@ bool holdsUnknown(const Sheet &sheet)
     const auto isUnknown = [](const Cell &cell) { return cell == Cell(unknownSign); };
     const auto within = [&](const Row &row) {
         for (std::size_t column = 0; column < row.size(); ++column) {
-            if (sheet.columns[column].kind == Column::Kind::Number && isUnknown(row[column]))
+            if (sheet.columns[column].kind != Column::Kind::Text && isUnknown(row[column]))
                 return true;
         }
         return false;

@@ -22,11 +22,12 @@ struct Column
 {
     enum class Kind {
         Text,
-        Number, ///< won or pieces: grouped, right-aligned
+        Number, ///< pieces, days: grouped, right-aligned
+        Money,  ///< won, shown as a number
     };
 
     QString caption;
-    Kind kind = Kind::Number;
+    Kind kind = Kind::Money;
     int width = 90; ///< pixels at 96 dpi
 };
 

@@ -1,5 +1,6 @@
 #include "components/frame/SheetChart.h"
 
+#include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
 
 #include <QtCharts/QBarSet>
@@ -22,13 +23,21 @@ namespace {
 constexpr int mostBars = 130;
 constexpr int mostCaptions = 16;
 
-// Told apart by lightness too, for eyes that do not tell the hues.
-const QColor seriesColors[]{QColor(0x2E, 0x6E, 0x8E), QColor(0xE0, 0x9F, 0x3E), QColor(0x8F, 0xC1, 0xB5),
-                            QColor(0x9E, 0x5A, 0x63), QColor(0xB9, 0xC2, 0xCC), QColor(0x5B, 0x5F, 0x97)};
+// For eyes that do not tell the hues, and on black and white paper: hatching of bars, dashes of lines.
+constexpr Qt::BrushStyle hatchings[]{Qt::SolidPattern, Qt::BDiagPattern, Qt::Dense4Pattern,
+                                     Qt::FDiagPattern, Qt::CrossPattern, Qt::HorPattern};
+constexpr Qt::PenStyle dashes[]{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine, Qt::DashDotDotLine};
 
-QColor colorOf(std::size_t series)
+/// Of what is drawn in one chart, everything differs up to the sixth series.
+QBrush brushOf(std::size_t series, controls::Scheme scheme)
 {
-    return seriesColors[series % std::size(seriesColors)];
+    return {controls::seriesColor(series, scheme), hatchings[series % std::size(hatchings)]};
+}
+
+QPen penOf(std::size_t series, controls::Scheme scheme)
+{
+    return {controls::seriesColor(series, scheme), series < std::size(dashes) ? 1.8 : 3.2,
+            dashes[series % std::size(dashes)]};
 }
 
 /// Only here does an amount become a length, for which a double will do.
@@ -43,7 +52,7 @@ std::size_t placeOf(std::size_t category, const Chart &plan)
     return plan.lying ? std::size_t(plan.categories.size()) - 1 - category : category;
 }
 
-QAbstractSeries *bars(const Chart &plan)
+QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
 {
     const auto series = plan.lying ? static_cast<QAbstractBarSeries *>(new QHorizontalBarSeries)
                                    : static_cast<QAbstractBarSeries *>(new QStackedBarSeries);
@@ -51,8 +60,8 @@ QAbstractSeries *bars(const Chart &plan)
     series->setBarWidth(places > 40 ? 0.8 : places > 5 || plan.lying ? 0.6 : 0.2);
     for (std::size_t number = 0; number < plan.series.size(); ++number) {
         auto *set = new QBarSet(plan.series[number].caption);
-        set->setColor(colorOf(number));
-        set->setBorderColor(colorOf(number));
+        set->setBrush(brushOf(number, scheme));
+        set->setBorderColor(controls::seriesColor(number, scheme));
         std::vector<double> lengths(plan.series[number].values.size());
         for (std::size_t category = 0; category < lengths.size(); ++category)
             lengths[placeOf(category, plan)] = lengthOf(plan.series[number].values[category], plan);
@@ -63,13 +72,13 @@ QAbstractSeries *bars(const Chart &plan)
     return series;
 }
 
-QList<QAbstractSeries *> lines(const Chart &plan)
+QList<QAbstractSeries *> lines(const Chart &plan, controls::Scheme scheme)
 {
     QList<QAbstractSeries *> all;
     for (std::size_t number = 0; number < plan.series.size(); ++number) {
         auto *line = new QLineSeries;
         line->setName(plan.series[number].caption);
-        line->setPen(QPen(colorOf(number), 1.6));
+        line->setPen(penOf(number, scheme));
         for (std::size_t category = 0; category < plan.series[number].values.size(); ++category)
             line->append(double(category), lengthOf(plan.series[number].values[category], plan));
         all << line;
@@ -101,8 +110,33 @@ QValueAxis *lengths(const Chart &plan, double lowest, double highest)
     axis->setTickCount(plan.lying ? 6 : 4);
     axis->applyNiceNumbers();
     axis->setLabelFormat(axis->max() - axis->min() < 5 ? QStringLiteral("%.1f") : QStringLiteral("%.0f"));
-    axis->setGridLineColor(QColor(0xE4, 0xE7, 0xEB));
     return axis;
+}
+
+/// The figures of a chart that is not seen: all of a few, of many the sum and the largest.
+QString spokenChart(const Chart &plan)
+{
+    constexpr qsizetype few = 12;
+    const QString unit = plan.inTenThousands ? QStringLiteral("원") : QStringLiteral("개");
+    const auto said = [&](std::size_t category, runtime::Currency value) {
+        return plan.categories.at(qsizetype(category)) + u' ' + shownText(value) + unit;
+    };
+    QStringList sentences{plan.title};
+    for (const Chart::Series &series : plan.series) {
+        QStringList figures;
+        runtime::Currency sum;
+        std::size_t largest = 0;
+        for (std::size_t category = 0; category < series.values.size(); ++category) {
+            sum = sum + series.values[category];
+            largest = series.values[category] > series.values[largest] ? category : largest;
+            figures << said(category, series.values[category]);
+        }
+        if (figures.size() > few)
+            figures = {QStringLiteral("합계 ") + shownText(sum) + unit,
+                       QStringLiteral("가장 큰 값 ") + said(largest, series.values[largest])};
+        sentences << series.caption + QStringLiteral(": ") + figures.join(QStringLiteral(", "));
+    }
+    return sentences.join(u'\n');
 }
 
 /// Sums of the negative and of the positive values that stand on one place.
@@ -141,10 +175,39 @@ SheetChart::SheetChart(QWidget *parent)
     QFont title = font();
     title.setBold(true);
     chart()->setTitleFont(title);
+    controls::followColors(this, [this] {
+        if (!plan_.categories.isEmpty())
+            setPlan(Chart(plan_));
+        else
+            dress();
+    });
+}
+
+/// The chart takes its colours from themes of its own, not from the window.
+void SheetChart::dress()
+{
+    const auto [back, text] = controls::colors(controls::Ground::Field, scheme());
+    chart()->setBackgroundBrush(back);
+    chart()->setTitleBrush(text);
+    chart()->legend()->setLabelColor(text);
+    const QList<QAbstractAxis *> axes = chart()->axes();
+    for (QAbstractAxis *axis : axes) {
+        axis->setLabelsColor(text);
+        axis->setLinePenColor(text);
+        axis->setGridLineColor(controls::chartScale(scheme()));
+    }
+}
+
+void SheetChart::keepLight()
+{
+    keepsLight_ = true;
+    dress();
 }
 
 void SheetChart::setPlan(const Chart &plan)
 {
+    plan_ = plan;
+    setAccessibleDescription(spokenChart(plan));
     chart()->removeAllSeries();
     const QList<QAbstractAxis *> axes = chart()->axes();
     for (QAbstractAxis *axis : axes) {
@@ -155,7 +218,7 @@ void SheetChart::setPlan(const Chart &plan)
                           ? QString()
                           : plan.title + (plan.inTenThousands ? QStringLiteral(" (만원)") : QString()));
     if (plan.categories.isEmpty())
-        return;
+        return dress();
     const bool asLines = !plan.lying && plan.categories.size() > mostBars;
     const auto [lowest, highest] = reach(plan, !asLines && !plan.lying);
     QAbstractAxis *along = captions(plan);
@@ -164,7 +227,8 @@ void SheetChart::setPlan(const Chart &plan)
         axis->setLabelsFont(font());
     chart()->addAxis(along, plan.lying ? Qt::AlignLeft : Qt::AlignBottom);
     chart()->addAxis(up, plan.lying ? Qt::AlignBottom : Qt::AlignLeft);
-    const QList<QAbstractSeries *> all = asLines ? lines(plan) : QList<QAbstractSeries *>{bars(plan)};
+    const QList<QAbstractSeries *> all =
+        asLines ? lines(plan, scheme()) : QList<QAbstractSeries *>{bars(plan, scheme())};
     for (QAbstractSeries *series : all) {
         chart()->addSeries(series);
         series->attachAxis(along);
@@ -172,6 +236,7 @@ void SheetChart::setPlan(const Chart &plan)
     }
     chart()->legend()->setVisible(plan.series.size() > 1);
     chart()->legend()->setFont(font());
+    dress();
 }
 
 } // namespace statistics

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "components/frame/Sheet.h"
+#include "platform/controls/Palette.h"
 
 #include <QtCharts/QChartView>
 
@@ -14,6 +15,15 @@ public:
     explicit SheetChart(QWidget *parent = nullptr);
 
     void setPlan(const Chart &plan);
+    /// As on paper, whatever the desktop.
+    void keepLight();
+
+private:
+    void dress();
+    controls::Scheme scheme() const { return keepsLight_ ? controls::Scheme::Light : controls::scheme(); }
+
+    Chart plan_;
+    bool keepsLight_ = false;
 };
 
 } // namespace statistics

@@ -1,7 +1,6 @@
 #include "components/frame/SheetModel.h"
 
-#include <QGuiApplication>
-#include <QPalette>
+#include "platform/controls/Palette.h"
 
 #include <algorithm>
 #include <numeric>
@@ -10,15 +9,13 @@ namespace statistics {
 
 namespace {
 
-const QColor negativeColor(0xB3, 0x26, 0x1E);
-
 QVariant colorOf(const Cell &cell)
 {
     const auto *number = std::get_if<runtime::Currency>(&cell);
     if (!number || *number > runtime::Currency())
         return {};
     // The minus sign tells it too; zeros step back so that the eye finds what is there.
-    return number->isZero() ? QGuiApplication::palette().color(QPalette::PlaceholderText) : negativeColor;
+    return controls::ink(number->isZero() ? controls::Ink::Faint : controls::Ink::Negative);
 }
 
 } // namespace
@@ -48,8 +45,13 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return shownText(cell);
     case Qt::TextAlignmentRole: {
-        const bool toTheRight = columns_[std::size_t(index.column())].kind == Column::Kind::Number;
+        const bool toTheRight = columns_[std::size_t(index.column())].kind != Column::Kind::Text;
         return int((toTheRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    }
+    case Qt::AccessibleTextRole: {
+        const bool won = columns_[std::size_t(index.column())].kind == Column::Kind::Money
+                         && std::holds_alternative<runtime::Currency>(cell);
+        return won ? QVariant(shownText(cell) + u'원') : QVariant();
     }
     case Qt::ForegroundRole:
         return colorOf(cell);
@@ -66,7 +68,7 @@ QVariant SheetModel::headerData(int section, Qt::Orientation orientation, int ro
     if (role == Qt::DisplayRole)
         return column.caption;
     if (role == Qt::TextAlignmentRole)
-        return int((column.kind == Column::Kind::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int((column.kind != Column::Kind::Text ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     return {};
 }
 

@@ -4,10 +4,8 @@
 #include "platform/controls/Appearance.h"
 #include "platform/runtime/Format.h"
 
-#include <QPageLayout>
-#include <QPointer>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
+#include <QImage>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -18,32 +16,30 @@ namespace {
 // Millimetres.
 constexpr double lineHeight = 5;
 constexpr double chartHeight = 60;
-constexpr double sideMargin = 12;
+constexpr double margin = 12;
 constexpr double paddingMm = 1;
 
-QPageLayout::Orientation orientationOf(const Sheet &sheet)
+constexpr int chartDots = 3; ///< of the paper for one of the screen
+
+/// Upright, or lying where the table is wide.
+QSizeF paperOf(const Sheet &sheet)
 {
     int width = 0;
     for (const Column &column : sheet.columns)
         width += column.width;
-    return width > 720 ? QPageLayout::Landscape : QPageLayout::Portrait;
+    return width > 720 ? print::A4.transposed() : print::A4;
 }
 
-} // namespace
-
 /// The pen on the paper, in millimetres from the printable area's corner.
-class SheetPrint::Page
+class Pen
 {
 public:
-    Page(QPrinter &printer, QPainter &painter, const PrintedReport &report)
-        : printer_(printer)
-        , painter_(painter)
-        , report_(report)
-        , scale_(printer.resolution() / 25.4)
+    explicit Pen(const PrintedReport &report)
+        : report_(report)
+        , document_(paperOf(report.sheet))
+        , width_(document_.paper().width() - 2 * margin)
+        , height_(document_.paper().height() - 2 * margin)
     {
-        const QRectF area = printer.pageRect(QPrinter::Millimeter);
-        width_ = area.width();
-        height_ = area.height();
         int designed = 0;
         for (const Column &column : report.sheet.columns)
             designed += column.width;
@@ -51,8 +47,9 @@ public:
             widths_.push_back(width_ * column.width / std::max(1, designed));
     }
 
-    void draw()
+    print::Document draw()
     {
+        beginPage();
         drawHead();
         drawSummary();
         drawCaptions();
@@ -65,27 +62,46 @@ public:
             drawRow(report_.sheet.totals, true);
         }
         drawChart();
-        drawFoot();
+        endPage();
+        return document_;
     }
 
 private:
+    void beginPage()
+    {
+        page_ = {};
+        painter_.begin(&page_.strokes);
+        painter_.setRenderHint(QPainter::Antialiasing);
+        painter_.setPen(ink_);
+        painter_.translate(margin * scale_, margin * scale_);
+        y_ = 0;
+    }
+
+    void endPage()
+    {
+        drawFoot();
+        painter_.end();
+        document_.addDrawing(page_);
+    }
+
     void text(double x, double width, const QString &words, int flags, bool bold = false, double points = 8)
     {
         QFont font = controls::deskFont();
-        font.setPointSizeF(points);
+        font.setPixelSize(qRound(points / 72 * print::gridPerInch));
         font.setBold(bold);
+        page_.words << words;
         painter_.setFont(font);
         const QRectF box((x + paddingMm) * scale_, y_ * scale_, (width - 2 * paddingMm) * scale_, lineHeight * scale_);
-        const QFontMetricsF metrics(font, &printer_);
+        const QFontMetricsF metrics(font);
         painter_.drawText(box, flags | Qt::AlignVCenter | Qt::TextSingleLine,
                           metrics.elidedText(words, Qt::ElideRight, box.width()));
     }
 
     void rule(double weight)
     {
-        painter_.setPen(QPen(Qt::black, weight * scale_));
+        painter_.setPen(QPen(ink_, weight * scale_));
         painter_.drawLine(QPointF(0, y_ * scale_), QPointF(width_ * scale_, y_ * scale_));
-        painter_.setPen(Qt::black);
+        painter_.setPen(ink_);
     }
 
     void drawHead()
@@ -142,7 +158,7 @@ private:
         if (bold && &row == &report_.sheet.totals)
             rule(0.15);
         for (std::size_t column = 0; column < row.size(); ++column) {
-            const bool number = report_.sheet.columns[column].kind == Column::Kind::Number;
+            const bool number = report_.sheet.columns[column].kind != Column::Kind::Text;
             text(x, widths_[column], shownText(row[column]), number ? Qt::AlignRight : Qt::AlignLeft, bold);
             x += widths_[column];
         }
@@ -158,10 +174,13 @@ private:
         SheetChart chart;
         chart.resize(int(width_ * 4), int(chartHeight * 4));
         chart.chart()->setAnimationOptions(QChart::NoAnimation);
+        chart.keepLight();
         chart.setPlan(report_.sheet.chart);
-        // Laid out as on the screen, then drawn as lines and letters of the paper.
-        chart.grab();
-        chart.render(&painter_, QRectF(0, y_ * scale_, width_ * scale_, chartHeight * scale_));
+        // Laid out as on the screen, with as many dots as a printer shows.
+        QImage picture(chart.size() * chartDots, QImage::Format_RGB32);
+        picture.setDevicePixelRatio(chartDots);
+        chart.render(&picture);
+        painter_.drawImage(QRectF(0, y_ * scale_, width_ * scale_, chartHeight * scale_), picture);
         y_ += chartHeight;
     }
 
@@ -179,18 +198,19 @@ private:
     {
         if (y_ + needed <= height_ - 2 * lineHeight)
             return;
-        drawFoot();
-        printer_.newPage();
+        endPage();
         ++number_;
-        y_ = 0;
+        beginPage();
         if (withCaptions)
             drawCaptions();
     }
 
-    QPrinter &printer_;
-    QPainter &painter_;
     const PrintedReport &report_;
-    double scale_;
+    print::Document document_;
+    print::Drawing page_;
+    QPainter painter_;
+    const QColor ink_ = controls::colors(controls::Ground::Paper).text;
+    const double scale_ = print::gridPerMm;
     double width_ = 0;
     double height_ = 0;
     double y_ = 0;
@@ -198,34 +218,11 @@ private:
     std::vector<double> widths_;
 };
 
-SheetPrint::SheetPrint(PrintedReport report)
-    : report_(std::move(report))
-{
-}
+} // namespace
 
-bool SheetPrint::draw(QPrinter &printer) const
+print::Document sheetOnPaper(const PrintedReport &report)
 {
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return false;
-    Page(printer, painter, report_).draw();
-    return painter.end();
-}
-
-void SheetPrint::preview(QWidget *owner) const
-{
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientationOf(report_.sheet),
-                                      QMarginsF(sideMargin, sideMargin, sideMargin, sideMargin),
-                                      QPageLayout::Millimeter));
-    printer.setDocName(report_.title);
-    // The owner may be closed under the preview, which then must not be destroyed twice.
-    const QPointer<QPrintPreviewDialog> dialog = new QPrintPreviewDialog(&printer, owner);
-    dialog->setWindowTitle(report_.title + QStringLiteral(" 인쇄"));
-    QObject::connect(dialog, &QPrintPreviewDialog::paintRequested, dialog, [this](QPrinter *paper) { draw(*paper); });
-    dialog->resize(900, 700);
-    dialog->exec();
-    delete dialog;
+    return Pen(report).draw();
 }
 
 } // namespace statistics

@@ -18,7 +18,8 @@ void addSummaryLine(QGridLayout *form, int row, const SummaryLine &line, int num
         controls::named(new QLabel(shownText(line.amount) + line.unit), QStringLiteral("lblSummary"), number);
     amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     amount->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    amount->setAccessibleName(line.caption);
+    const QString unit = line.unit.isEmpty() ? QStringLiteral("원") : line.unit;
+    amount->setAccessibleName(line.caption + u' ' + shownText(line.amount) + unit);
     if (line.isResult) {
         QFont bold = amount->font();
         bold.setBold(true);

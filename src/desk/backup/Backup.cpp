@@ -36,8 +36,8 @@ Kind kindOfAddress(const QString &address)
     if (address.startsWith(PostgresPrefix))
         return Kind::Postgres;
     refuse(QStringLiteral(
-        "ODBC 주소로는 백업하거나 되돌릴 수 없습니다. PostgreSQL 서버라면 postgresql:// 주소를, 다른 서버라면 그 "
-        "서버의 백업 도구를 쓰십시오."));
+        "ODBC 주소로는 백업하거나 복원할 수 없습니다. PostgreSQL 서버라면 postgresql:// 주소를, 다른 서버라면 그 "
+        "서버의 백업 도구를 사용하십시오."));
 }
 
 QString sqliteFile(const QString &address)
@@ -83,7 +83,7 @@ QString restore(const QString &address, const QString &file, const Progress &pro
     if (held == Kind::Unknown)
         refuse(QStringLiteral("백업 파일이 아닙니다: ") + file);
     if (held != kind)
-        refuse(QStringLiteral("%1의 백업이라 이 주소에 되돌릴 수 없습니다: %2")
+        refuse(QStringLiteral("%1의 백업이라 이 주소에 복원할 수 없습니다: %2")
                    .arg(held == Kind::Sqlite ? QStringLiteral("SQLite") : QStringLiteral("PostgreSQL"), file));
     const QString safetyCopy = nameOfSafetyCopy(file);
     const bool saved = kind == Kind::Sqlite ? restoreSqliteClinic(sqliteFile(address), file, safetyCopy, progress)

@@ -32,19 +32,19 @@ int backUpOnTerminal(const QString &address, const QString &file)
     terminal::ProgressLine line(QStringLiteral("백업"));
     if (!done(line, [&](const Progress &progress) { backUp(address, file, progress); }))
         return 1;
-    line.finish(QStringLiteral("백업하였습니다"), file);
+    line.finish(QStringLiteral("백업했습니다"), file);
     return 0;
 }
 
 int restoreOnTerminal(const QString &address, const QString &file)
 {
-    terminal::ProgressLine line(QStringLiteral("되돌리기"));
+    terminal::ProgressLine line(QStringLiteral("복원"));
     QString safetyCopy;
     if (!done(line, [&](const Progress &progress) { safetyCopy = restore(address, file, progress); }))
         return 1;
-    line.finish(QStringLiteral("되돌렸습니다"), file);
+    line.finish(QStringLiteral("복원했습니다"), file);
     if (!safetyCopy.isEmpty())
-        QTextStream(stderr) << QStringLiteral("되돌리기 전의 데이터베이스: ") << safetyCopy << Qt::endl;
+        QTextStream(stderr) << QStringLiteral("복원 전의 데이터베이스: ") << safetyCopy << Qt::endl;
     return 0;
 }
 

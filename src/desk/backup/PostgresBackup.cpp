@@ -102,7 +102,7 @@ void demandKnownTriggers(const QString &source, ado::Connection &clinic)
     for (auto found = acting.globalMatch(definitions); found.hasNext();) {
         const QString statement = found.next().captured();
         if (!known.contains(schema::plainDefinition(statement)))
-            refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 되돌리지 않았습니다: %1\n%2")
+            refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 복원하지 않았습니다: %1\n%2")
                        .arg(source, statement));
     }
 }

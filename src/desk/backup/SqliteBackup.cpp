@@ -68,7 +68,7 @@ void demandKnownTriggers(SqliteFile &backup, const QString &clinic, const QStrin
         runtime::trapped();
     }
     if (!unknown.isEmpty())
-        refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 되돌리지 않았습니다: %1\n%2")
+        refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 복원하지 않았습니다: %1\n%2")
                    .arg(source, unknown.join(u'\n')));
 }
 
@@ -81,7 +81,7 @@ void copyBytes(const QString &from, const QString &to)
         fine = !piece.isEmpty() && target.write(piece) == piece.size();
     }
     if (!fine || !target.flush())
-        refuse(QStringLiteral("지금의 데이터베이스를 남겨 둘 수 없어 되돌리지 않았습니다: ") + from);
+        refuse(QStringLiteral("지금의 데이터베이스를 남겨 둘 수 없어 복원하지 않았습니다: ") + from);
 }
 
 /// A clinic that is too damaged to be copied page by page is kept as it lies there, with the log that belongs to it.
@@ -152,14 +152,14 @@ void copySqliteClinic(const QString &clinic, const QString &target, const Progre
     if (!QFileInfo::exists(clinic))
         refuse(QStringLiteral("데이터베이스 파일이 없습니다: ") + clinic);
     copy(clinic, target, progress);
-    SqliteFile(target, Open::ToRead).demandClinic();
+    SqliteFile(target, Open::ToRead).demandClinic(clinic);
 }
 
 bool restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy,
                          const Progress &progress)
 {
     if (QFileInfo(clinic).canonicalFilePath() == QFileInfo(source).canonicalFilePath())
-        refuse(QStringLiteral("되돌릴 파일이 한의원 데이터베이스 자신입니다: ") + source);
+        refuse(QStringLiteral("현재 데이터베이스 파일입니다. 백업 파일을 지정하십시오: ") + source);
     SqliteFile from(source, Open::ToRead);
     from.demandClinic();
     demandKnownTriggers(from, clinic, source);

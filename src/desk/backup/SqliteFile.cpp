@@ -146,17 +146,18 @@ void SqliteFile::carry(const QStringList &rowSums)
         ask(QStringLiteral("INSERT INTO t_DeskBackup VALUES ('%1')").arg(sum));
 }
 
-void SqliteFile::demandClinic()
+void SqliteFile::demandClinic(const QString &toldAs)
 {
+    const QString &name = toldAs.isEmpty() ? name_ : toldAs;
     const QStringList damage = ask(QStringLiteral("PRAGMA integrity_check(1)"));
     if (damage != QStringList{QStringLiteral("ok")})
-        refuse(QStringLiteral("손상된 데이터베이스 파일입니다: %1\n%2").arg(name_, damage.join(u'\n')));
+        refuse(QStringLiteral("손상된 데이터베이스 파일입니다: %1\n%2").arg(name, damage.join(u'\n')));
     const QString why = whyForeign();
     if (!why.isEmpty())
-        refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(name_, why));
-    schema::demandNoNewer(mark().version, name_);
+        refuse(QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(name, why));
+    schema::demandNoNewer(mark().version, name);
     if (has(QStringLiteral("t_DeskBackup")) && ask(QStringLiteral("SELECT DB_RowSum FROM t_DeskBackup")) != rowSums())
-        refuse(QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + name_);
+        refuse(QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + name);
 }
 
 QString SqliteFile::whyForeign()

@@ -29,8 +29,9 @@ public:
 
     /// The first column of every row. Raises RuntimeError.
     QStringList ask(const QString &statement);
-    /// Raises RuntimeError unless the file is whole and holds every table of a clinic, one that this program knows.
-    void demandClinic();
+    /// Raises RuntimeError unless the file is whole and holds every table of a clinic, one that this program knows; it is told
+    /// under the other name when there is one.
+    void demandClinic(const QString &toldAs = {});
     /// One text a table that only the same rows give.
     QStringList rowSums();
     /// Lets the file carry them, as demandClinic looks for them.

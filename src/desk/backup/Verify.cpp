@@ -76,7 +76,8 @@ int verifyOnTerminal(const QString &address, const QString &file)
         return restoreAndCheck(QStringLiteral("sqlite:") + folder.filePath(QStringLiteral("verify.db")), file);
     }
     if (!address.startsWith(QLatin1String("postgresql:")))
-        refuse(QStringLiteral("PostgreSQL의 백업입니다. --database에 서버의 postgresql:// 주소를 쓰십시오: ") + file);
+        refuse(QStringLiteral("PostgreSQL의 백업입니다. --database에 서버의 postgresql:// 주소를 입력하십시오: ")
+               + file);
     const ThrowawayDatabase database(address);
     return restoreAndCheck(database.address(), file);
 }

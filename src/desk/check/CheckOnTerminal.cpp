@@ -18,10 +18,10 @@ QString grouped(qint64 number)
 
 void tell(QTextStream &terminal, const Finding &finding)
 {
-    const QString indent = QStringLiteral("            ");
-    const QString verdict = !finding.failure.isEmpty() ? QStringLiteral("실패  ")
-                            : finding.violations == 0  ? QStringLiteral("정상  ")
-                                                       : QStringLiteral("위반  ");
+    const QString indent = QStringLiteral("             ");
+    const QString verdict = !finding.failure.isEmpty() ? QStringLiteral("검사 못함  ")
+                            : finding.violations == 0  ? QStringLiteral("없음       ")
+                                                       : QStringLiteral("발견       ");
     terminal << QStringLiteral("  ") << verdict << finding.query.title;
     if (finding.violations > 0)
         terminal << QStringLiteral(": %1건").arg(grouped(finding.violations));
@@ -59,10 +59,10 @@ int checkOnTerminal(ado::Connection &connection)
     JournalExamination journal(connection);
     for (const Finding &finding : journal.findings())
         take(finding);
-    terminal << journal.note() << QStringLiteral("결과: %1개 항목 중 ").arg(examined)
-             << (failed > 0     ? QStringLiteral("%1개를 검사하지 못했습니다.").arg(failed)
-                 : violated > 0 ? QStringLiteral("%1개에서 위반을 찾았습니다.").arg(violated)
-                                : QStringLiteral("위반이 없습니다."))
+    terminal << journal.note() << QStringLiteral("%1개 항목을 검사했습니다. ").arg(examined)
+             << (failed > 0     ? QStringLiteral("%1개는 검사하지 못했습니다.").arg(failed)
+                 : violated > 0 ? QStringLiteral("%1개에서 문제를 찾았습니다.").arg(violated)
+                                : QStringLiteral("문제가 없습니다."))
              << Qt::endl;
     return failed > 0 ? 2 : violated > 0 ? 1 : 0;
 }

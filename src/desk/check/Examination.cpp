@@ -56,7 +56,7 @@ QStringList ask(ado::Connection &connection, Finding &finding)
 Finding examineFile(ado::Connection &connection)
 {
     Finding finding{{QStringLiteral("데이터베이스 파일의 손상"),
-                     QStringLiteral("데스크를 모두 닫고 마지막 백업을 되돌리십시오 (desk --restore)."),
+                     QStringLiteral("데스크를 모두 닫고 마지막 백업으로 복원하십시오 (desk --restore)."),
                      QStringLiteral("PRAGMA integrity_check")},
                     0,
                     {},

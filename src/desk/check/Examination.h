@@ -14,7 +14,7 @@ struct Finding
 {
     Query query;
     qint64 violations = 0;
-    QStringList firstRows; ///< "주문번호 12 · 환자번호 3 · ...", at most ShownRows
+    QStringList firstRows; ///< "거래번호 12 · 환자번호 3 · ...", at most ShownRows
     QString failure;       ///< why the query could not run; empty when it did
 };
 

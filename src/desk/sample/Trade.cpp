@@ -158,7 +158,7 @@ Order Trade::groupOrder()
     order.date = day_;
     order.delivery = 2;
     order.courierMemo = NoText;
-    order.memo = QStringLiteral("단체 주문");
+    order.memo = QStringLiteral("단체 구매");
     qint64 sum = 0;
     for (int number = 0; number < GroupOrderLines; ++number)
         order.lines.push_back(saleLine(sum));

@@ -222,7 +222,7 @@ void writeRows(ado::Connection &connection, Size size, const Progress &progress)
     const std::vector<Dealer> sellers = dealers();
     const auto tell = [&](qint64 done) {
         if (progress && !progress(done, plan.orders))
-            throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("중단하였습니다."));
+            throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall, QStringLiteral("중단했습니다."));
     };
     writeShop(connection);
     writeGoods(connection, goods);

@@ -103,11 +103,11 @@ void addDateSteps(ado::Connection &connection, Steps &steps)
             const int wrong =
                 valueOf(connection, QStringLiteral("SELECT COUNT(*) FROM %1 WHERE NOT (%2)").arg(name, strict)).toInt();
             if (wrong > 0)
-                refuse(
-                    QStringLiteral("달력에 없는 날짜가 있어 업그레이드하지 않았습니다. desk --check로 찾아 수정한 뒤 "
-                                   "다시 시도하십시오: %1.%2 %3건")
-                        .arg(name, QString::fromLatin1(column.name))
-                        .arg(wrong));
+                refuse(QStringLiteral(
+                           "입력할 수 없는 날짜가 있어 업그레이드하지 않았습니다. desk --check로 찾아 수정한 뒤 "
+                           "다시 시도하십시오: %1.%2 %3건")
+                           .arg(name, QString::fromLatin1(column.name))
+                           .arg(wrong));
             steps.push_back({QStringLiteral("날짜 검사 강화: ") + name,
                              {QStringLiteral("PRAGMA writable_schema = ON"),
                               QStringLiteral("UPDATE sqlite_master SET sql = replace(sql, '%1', '%2') WHERE type = "

@@ -71,7 +71,7 @@ int upgradeOnTerminal(ado::Connection &connection, const Wish &wish)
     if (connection.engine() == ado::Engine::Odbc)
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("ODBC 주소로는 업그레이드할 수 없습니다. PostgreSQL 서버라면 "
-                                                   "postgresql:// 주소를 쓰십시오."));
+                                                   "postgresql:// 주소를 입력하십시오."));
     const std::vector<schema::UpgradeStep> due = schema::upgradeSteps(connection);
     if (due.empty()) {
         terminal << QStringLiteral("이미 이 데스크의 판(%1)입니다. 바뀐 것은 없습니다: ").arg(schema::CurrentVersion)

@@ -70,7 +70,7 @@ void payOut(Actor &actor, QWidget *sale)
     inDialogOf(actor, sale, "chkCmdAutomateReceipt", [&](QWidget *receipt) {
         actor.picture(QStringLiteral("refund"), receipt);
         const int over = shown(actor, receipt, "txtMoney").toInt();
-        actor.say(QStringLiteral("더 받은 돈 %1원을 환불합니다.").arg(QLocale(QLocale::Korean).toString(over)));
+        actor.say(QStringLiteral("더 받은 금액을 환불합니다: %1원").arg(QLocale(QLocale::Korean).toString(over)));
         actor.press(receipt, Qt::Key_F12);
     });
     actor.picture(QStringLiteral("settled"), sale);

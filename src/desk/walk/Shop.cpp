@@ -1,6 +1,7 @@
 #include "desk/walk/Shop.h"
 
 #include "desk/walk/Receipts.h"
+#include "platform/controls/Palette.h"
 
 #include <QDir>
 #include <QImage>
@@ -35,7 +36,7 @@ void addDealer(Actor &actor, QWidget *sale)
            {{"txtCmCompanyName", "가온약초"}, {"txtCmTel", "02-555-0100"}, {"txtCmRegNum", "105-81-00001"}});
     actor.picture(QStringLiteral("dealer-typed"), sale);
     click(actor, sale, "chkcmdCmpnyMstrSave_0");
-    actor.say(QStringLiteral("거래처 '가온약초'를 올렸습니다."));
+    actor.say(QStringLiteral("거래처를 추가했습니다: 가온약초"));
 }
 
 void addProduct(Actor &actor, QWidget *sale)
@@ -45,7 +46,7 @@ void addProduct(Actor &actor, QWidget *sale)
            {{"txtProSaleInfo_0", "가공차"}, {"txtProSaleInfo_1", "감초생강차"}, {"txtProSaleInfo_2", "12000"}});
     actor.picture(QStringLiteral("product-typed"), sale);
     click(actor, sale, "chkCmdSaveProduct_0");
-    actor.say(QStringLiteral("물품 '감초생강차'를 12,000원에 올렸습니다."));
+    actor.say(QStringLiteral("물품을 추가했습니다: 감초생강차, 판매단가 12,000원"));
     actor.clickCell(actor.control<QTableView>(sale, QStringLiteral("tdbSaleProductListsManager")),
                     QStringLiteral("감초생강차"));
 }
@@ -74,7 +75,7 @@ void addPurchase(Actor &actor, QWidget *sale)
                         });
     actor.picture(QStringLiteral("purchase-typed"), sale);
     click(actor, sale, "chkcmdIncomingSave_0");
-    actor.say(QStringLiteral("30개를 들였습니다."));
+    actor.say(QStringLiteral("구매를 기록했습니다: 30개"));
     lookAtStock(actor, sale, QStringLiteral("stock"), QStringLiteral("30"));
 }
 
@@ -82,16 +83,17 @@ void addPurchase(Actor &actor, QWidget *sale)
 QString drawnLogo(const Actor &actor)
 {
     QImage logo(210, 44, QImage::Format_RGB32);
-    logo.fill(Qt::white);
+    logo.fill(controls::colors(controls::Ground::Paper).back);
     QPainter painter(&logo);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::black);
+    painter.setPen(controls::colors(controls::Ground::Paper).text);
+    painter.setBrush(controls::colors(controls::Ground::Paper).text);
     painter.drawEllipse(4, 4, 36, 36);
     QFont font = painter.font();
     font.setPixelSize(24);
     font.setBold(true);
     painter.setFont(font);
-    painter.drawText(QRect(52, 0, 158, 44), Qt::AlignVCenter, QStringLiteral("가온 매점"));
+    painter.drawText(QRect(52, 0, 158, 44), Qt::AlignVCenter, QStringLiteral("가온 지점"));
     painter.end();
     const QString file = QDir(actor.folder()).absoluteFilePath(QStringLiteral("logo.bmp"));
     if (!logo.save(file))
@@ -103,7 +105,7 @@ void fillInShopData(Actor &actor, QWidget *sale)
 {
     goTo(actor, sale, PropertiesTab);
     fillIn(actor, sale,
-           {{"txtProperties_0", "가온한의원 매점"},
+           {{"txtProperties_0", "가온한의원 지점"},
             {"txtProperties_1", "김가온"},
             {"txtProperties_2", "105-81-00002"},
             {"txtProperties_4", "서울특별시 마포구 월드컵로 1"},

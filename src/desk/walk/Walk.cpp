@@ -62,7 +62,7 @@ void walkBothShops(Actor &actor)
     atDesk(actor, ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("walk.db"), sample::Size::Small)),
            sellInWindow);
 
-    actor.say(QStringLiteral("빈 매점을 처음부터 차립니다."));
+    actor.say(QStringLiteral("새 지점을 준비합니다."));
     const ado::ConnectionPtr empty =
         ado::Connection::open(freshClinic(actor.folder(), QStringLiteral("new-shop.db"), sample::Size::Empty));
     empty->Execute(

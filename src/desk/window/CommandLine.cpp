@@ -30,7 +30,7 @@ sample::Size sizeOf(const QString &word)
         return sample::Size::Small;
     if (word == QLatin1String("large"))
         return sample::Size::Large;
-    throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 쓰십시오: %1").arg(shown(word)));
+    throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 입력하십시오: %1").arg(shown(word)));
 }
 
 int patientOf(const QString &word)
@@ -38,7 +38,7 @@ int patientOf(const QString &word)
     bool whole = false;
     const int key = word.toInt(&whole);
     if (!whole || key < 1)
-        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 쓰십시오: %1").arg(shown(word)));
+        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 입력하십시오: %1").arg(shown(word)));
     return key;
 }
 
@@ -53,9 +53,9 @@ void checkTogether(const Options &options)
             QStringLiteral("%1 작업은 창을 열지 않으므로 --patient, --manage, --until-shown과 함께 쓸 수 없습니다.")
                 .arg(task));
     if (options.manage && !options.patient)
-        throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
+        throw WrongUse(QStringLiteral("--manage는 --patient와 함께 사용하십시오."));
     if (options.dryRun && !options.upgrade)
-        throw WrongUse(QStringLiteral("--dry-run은 --upgrade와 함께 쓰십시오."));
+        throw WrongUse(QStringLiteral("--dry-run은 --upgrade와 함께 사용하십시오."));
 }
 
 } // namespace
@@ -138,9 +138,9 @@ QString usageText()
         "  --database 주소   sqlite:파일, postgresql://사용자@서버/이름, odbc:연결문자열\n"
         "                    (없으면 사용자 폴더의 작은 견본 한의원)\n"
         "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
-        "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
+        "  --check           데이터베이스를 검사하고 끝냅니다 (0 문제 없음, 1 문제 발견, 2 검사하지 못함)\n"
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
-        "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+        "  --restore 파일    백업 파일로 복원합니다 (지금의 데이터베이스는 백업 파일 옆에 남깁니다)\n"
         "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"

@@ -1,6 +1,7 @@
 #include "desk/window/DeskWindow.h"
 
 #include "desk/window/JournalWindow.h"
+#include "platform/controls/DeskStyle.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
@@ -12,7 +13,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QProxyStyle>
 #include <QVBoxLayout>
 
 namespace desk {
@@ -33,12 +33,12 @@ QLabel *label(const QString &text, double size, bool bold = false)
 }
 
 /// Leaves room between a cell's text and its edge.
-class RoomyCells : public QProxyStyle
+class RoomyCells : public controls::DeskStyle
 {
 public:
     int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override
     {
-        return metric == PM_FocusFrameHMargin ? 7 : QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_FocusFrameHMargin ? 7 : DeskStyle::pixelMetric(metric, option, widget);
     }
 };
 
@@ -210,8 +210,9 @@ void DeskWindow::showSelected()
     const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
     const QString all = korean.toString(model_->allPatients());
     const bool filtered = model_->rowCount() != model_->allPatients();
-    count_->setText(filtered ? QStringLiteral("%1명 / %2명").arg(korean.toString(model_->rowCount()), all)
-                             : QStringLiteral("%1명").arg(all));
+    count_->setText(filtered
+                        ? QStringLiteral("찾은 환자 %1명 / 전체 %2명").arg(korean.toString(model_->rowCount()), all)
+                        : QStringLiteral("%1명").arg(all));
     const std::optional<Patient> patient = selected();
     sale_->setEnabled(patient.has_value());
     manage_->setEnabled(patient.has_value());
@@ -221,7 +222,7 @@ void DeskWindow::showSelected()
     } else {
         chosenName_->setText(model_->allPatients() == 0 ? QStringLiteral("등록된 환자가 없습니다")
                                                         : QStringLiteral("맞는 환자가 없습니다"));
-        chosenDetail_->setText({});
+        chosenDetail_->setText(QStringLiteral("환자를 등록한 뒤 F5를 누르십시오."));
     }
 }
 

@@ -1,6 +1,6 @@
 #include "desk/window/JournalModel.h"
 
-#include <QColor>
+#include "platform/controls/Palette.h"
 
 namespace desk {
 
@@ -97,7 +97,7 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
     if (role == Qt::TextAlignmentRole && index.column() != Changes && index.column() != Who)
         return int(Qt::AlignCenter);
     if (role == Qt::ForegroundRole && index.column() == Action && entry.action == 'D')
-        return QColor(0xB0, 0x2A, 0x2A);
+        return controls::ink(controls::Ink::Negative);
     return {};
 }
 

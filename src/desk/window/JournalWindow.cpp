@@ -2,19 +2,21 @@
 
 #include "desk/schema/Schema.h"
 #include "desk/schema/Statements.h"
+#include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/FileDialog.h"
 #include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
+#include "platform/print/Lengths.h"
+#include "platform/print/Preview.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPageLayout>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
+#include <QPainter>
 #include <QSaveFile>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -22,6 +24,45 @@
 namespace desk {
 
 using controls::named;
+
+namespace {
+
+/// A text on pages that lie.
+print::Document onPaper(const QString &html)
+{
+    constexpr double margin = 12;
+    constexpr double dotsPerInch = 96; // in which the text is laid out
+    constexpr double dotsPerMm = dotsPerInch / print::mmPerInch;
+    print::Document pages(print::A4.transposed());
+    QFont letters = controls::deskFont();
+    letters.setPixelSize(qRound(letters.pointSizeF() / 72 * dotsPerInch));
+    QTextDocument text;
+    text.setDefaultFont(letters);
+    text.setDocumentMargin(0);
+    text.setHtml(html);
+    const QSizeF room = (pages.paper() - QSizeF(2 * margin, 2 * margin)) * dotsPerMm;
+    text.setPageSize(room);
+    for (int page = 0; page < text.pageCount(); ++page) {
+        print::Drawing drawing;
+        if (page == 0)
+            drawing.words = text.toPlainText().split(u'\n');
+        QPainter painter(&drawing.strokes);
+        painter.setPen(controls::colors(controls::Ground::Paper).text);
+        painter.translate(margin * print::gridPerMm, margin * print::gridPerMm);
+        painter.scale(print::gridPerInch / dotsPerInch, print::gridPerInch / dotsPerInch);
+        painter.translate(0, -page * room.height());
+        QAbstractTextDocumentLayout::PaintContext context;
+        context.palette = controls::deskPalette(controls::Scheme::Light); // as on paper, whatever the desktop
+        context.clip = QRectF(QPointF(0, page * room.height()), room);
+        painter.setClipRect(context.clip);
+        text.documentLayout()->draw(&painter, context);
+        painter.end();
+        pages.addDrawing(drawing);
+    }
+    return pages;
+}
+
+} // namespace
 
 JournalWindow::JournalWindow(const ado::ConnectionPtr &connection, const std::optional<Patient> &patient,
                              QWidget *parent)
@@ -135,12 +176,17 @@ QString JournalWindow::title() const
            + (ofPatient_->isChecked() ? ofPatient_->text() : ofDay_->text() + u' ' + runtime::dateText(day_->date()));
 }
 
+QString JournalWindow::fileName() const
+{
+    return title().replace(QStringLiteral(": "), QStringLiteral(" "));
+}
+
 void JournalWindow::saveCsv()
 {
     const QByteArray content = model_->csv();
-    const QString name = title().replace(QStringLiteral(": "), QStringLiteral(" ")) + QStringLiteral(".csv");
-    const QString path = controls::askSaveFile(this, QStringLiteral("Excel용 저장"), name,
-                                               QStringLiteral("CSV 파일 (*.csv)"), QStringLiteral("csv"));
+    const QString path =
+        controls::askSaveFile(this, QStringLiteral("Excel용 저장"), fileName() + QStringLiteral(".csv"),
+                              QStringLiteral("CSV 파일 (*.csv)"), QStringLiteral("csv"));
     if (path.isEmpty())
         return;
     QSaveFile file(path);
@@ -150,14 +196,8 @@ void JournalWindow::saveCsv()
 
 void JournalWindow::print()
 {
-    QTextDocument document;
-    document.setDefaultFont(font());
-    document.setHtml(model_->html(title()));
-    QPrinter printer;
-    printer.setPageOrientation(QPageLayout::Landscape);
-    const controls::Modal<QPrintPreviewDialog> preview(&printer, this);
-    connect(preview.get(), &QPrintPreviewDialog::paintRequested, &document,
-            [&document](QPrinter *paper) { document.print(paper); });
+    const controls::Modal<print::Preview> preview(QStringLiteral("변경 이력 인쇄"), this);
+    preview->vsPrint()->setDocument(onPaper(model_->html(title())), QStringLiteral("변경 이력"), fileName());
     controls::runModal(preview.get());
 }
 

@@ -35,6 +35,7 @@ private:
     void makeTable();
     void connectControls();
     QString title() const;
+    QString fileName() const; ///< of what is saved, without its ending
     void saveCsv();
     void print();
 

@@ -1,27 +1,56 @@
 #include "desk/window/Look.h"
 
 #include "platform/controls/Appearance.h"
+#include "platform/controls/DeskStyle.h"
 
+#include <QEvent>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QPalette>
-#include <QStyleFactory>
+#include <QScopedValueRollback>
 #include <QTextStream>
 #include <QTranslator>
 
 namespace desk {
+
+namespace {
+
+/// Dark where the desktop is, in colours of ours.
+void followDesktop()
+{
+    QApplication::setPalette(QPalette()); // what the desktop says
+    QApplication::setPalette(controls::deskPalette(controls::scheme()));
+}
+
+/// Each window hears that the desktop has turned dark or light.
+class DesktopTurns : public QObject
+{
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::ThemeChange && object->isWindowType() && !turning_) {
+            const QScopedValueRollback guard(turning_, true);
+            followDesktop();
+        }
+        return QObject::eventFilter(object, event);
+    }
+
+private:
+    bool turning_ = false;
+};
+
+} // namespace
 
 void dressUp(QApplication &application)
 {
     QApplication::setDesktopFileName(QStringLiteral("zelvo-desk")); // whose picture stands for the windows
     const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
     QLocale::setDefault(korean);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Highlight, controls::AccentColor);
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::AlternateBase, QColor(0xF3, 0xF6, 0xF7));
-    QApplication::setPalette(palette);
+    QApplication::setStyle(new controls::DeskStyle);
+    followDesktop();
+    application.installEventFilter(new DesktopTurns(&application));
 
     controls::installKoreanFonts();
     QApplication::setFont(controls::deskFont());

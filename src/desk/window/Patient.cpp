@@ -19,7 +19,7 @@ std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, 
                        .arg(condition),
                    connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     } catch (const runtime::RuntimeError &error) {
-        throw error.toldAs(error.number(), QStringLiteral("환자 목록을 읽지 못했습니다.\n") + error.description());
+        throw error.toldAs(error.number(), QStringLiteral("환자 목록을 가져오지 못했습니다.\n") + error.description());
     }
     return rows;
 }

@@ -110,7 +110,7 @@ QVariant PatientModel::headerData(int section, Qt::Orientation orientation, int 
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    static const char16_t *const captions[ColumnCount]{u"성함",     u"챠트번호", u"생일", u"성별",
+    static const char16_t *const captions[ColumnCount]{u"이름",     u"챠트번호", u"생일", u"성별",
                                                        u"전화번호", u"핸드폰",   u"주소"};
     return QString::fromUtf16(captions[section]);
 }

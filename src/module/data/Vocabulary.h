@@ -14,6 +14,6 @@ const Property &findProperty(const Property (&vocabulary)[Count], QStringView na
     const Property *found = std::ranges::find(vocabulary, name, &Property::name);
     if (found == std::end(vocabulary))
         throw runtime::RuntimeError(runtime::ErrorNumber::NoSuchMember,
-                                    QStringLiteral("설정 항목 '%1'이(가) 없습니다.").arg(name));
+                                    QStringLiteral("없는 설정 항목입니다: %1").arg(name));
     return *found;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/controls/Named.h"
 #include "platform/controls/ShowText.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/Format.h"
 
 #include <QGridLayout>
@@ -44,7 +45,7 @@ CustomerPane::CustomerPane(QWidget *parent)
         auto *label = new QLabel(QString::fromUtf16(field.caption), this);
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         label->setBuddy(box);
-        box->setAccessibleName(label->text());
+        box->setAccessibleName(controls::spokenName(label->text()));
         grid->addWidget(label, field.row, field.column);
         grid->addWidget(box, field.row, field.column + 1, 1, field.span);
         txtCustDetail_[index] = box;

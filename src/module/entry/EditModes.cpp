@@ -22,7 +22,7 @@ void setAllVisible(const QList<QWidget *> &widgets, bool visible)
 void paint(const QList<EntryColor> &colors)
 {
     for (const EntryColor &entry : colors)
-        controls::setBackColor(entry.control, entry.color);
+        controls::setGround(entry.control, entry.ground);
 }
 
 } // namespace
@@ -96,13 +96,12 @@ void EditModes::paintEntryColors() const
 
 void EditModes::paintEntryColorsAlt() const
 {
-    using controls::SystemColor;
+    using controls::Ground;
     for (const EditModeTable &table : tables_) {
         for (const EntryColor &entry : table.entryColors) {
             // Quirk (docs/architecture.md): this option keeps the button face while all others go grey.
             const bool keepsButtonFace = entry.control->objectName() == QLatin1String("optIsTaxed_1");
-            controls::setBackColor(entry.control, controls::systemColor(keepsButtonFace ? SystemColor::ButtonFace
-                                                                                        : SystemColor::InactiveBorder));
+            controls::setGround(entry.control, keepsButtonFace ? Ground::Face : Ground::OutOfReach);
         }
     }
 }

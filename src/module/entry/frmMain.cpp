@@ -2,6 +2,7 @@
 
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
+#include "forms/SpokenNames.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
@@ -78,6 +79,7 @@ frmMain::frmMain()
     placePanes();
     connectPanes();
     fillEditModes();
+    giveSpokenNames(this);
     resize(designedSize);
 }
 

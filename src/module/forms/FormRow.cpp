@@ -3,6 +3,7 @@
 #include "forms/clsMyFunctions.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Spoken.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -24,7 +25,7 @@ void addFormRow(QGridLayout *form, int row, int column, const QString &caption, 
     label->setAlignment(Qt::AlignRight | (severalLines ? Qt::AlignTop : Qt::AlignVCenter));
     if (severalLines)
         label->setContentsMargins(0, 4, 0, 0);
-    control->setAccessibleName(caption);
+    control->setAccessibleName(controls::spokenName(caption));
     form->addWidget(label, row, column);
     form->addWidget(control, row, column + 1, 1, columnSpan);
 }
@@ -84,7 +85,8 @@ QLineEdit *makeShownBox(const QString &name, QWidget *parent)
 {
     auto *box = controls::named(new QLineEdit(parent), name);
     clsMyFunctions::keepReadOnly(box);
-    controls::setBackColor(box, controls::LockedColor);
+    controls::setGround(box, controls::Ground::Locked);
+    controls::speakMoney(box);
     box->setFocusPolicy(Qt::ClickFocus);
     return box;
 }

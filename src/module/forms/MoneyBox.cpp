@@ -3,6 +3,7 @@
 #include "forms/clsNumberRelated.h"
 #include "forms/modFunctions.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 
@@ -44,6 +45,7 @@ MoneyBox::MoneyBox(const TextBoxHabits &habits, QWidget *parent)
     : QLineEdit(parent)
     , habits_(habits)
 {
+    controls::speakMoney(this);
     if (habits_.filtersKeys || habits_.reformats)
         setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     if (habits_.caretToEndOnChange)
@@ -144,9 +146,7 @@ void MoneyBox::reformat()
 
 void showMoney(QLineEdit *box, const QString &pureNumber)
 {
-    const QColor color = pureNumber.startsWith(u'-') ? QColor(255, 0, 0) : QColor(0, 0, 0);
-    if (controls::foreColor(box) != color)
-        controls::setForeColor(box, color);
+    controls::setInk(box, pureNumber.startsWith(u'-') ? controls::Ink::Negative : controls::Ink::Plain);
     // An unchanged text is left alone: writing it would take the selection away that came with the focus.
     const QString shown = runtime::Format(pureNumber, runtime::strMoneyFormat);
     if (box->text() != shown)

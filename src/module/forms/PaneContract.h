@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QColor>
+#include "platform/controls/Palette.h"
+
 #include <QList>
 #include <QString>
 #include <QWidget>
@@ -19,11 +20,11 @@ inline const QString Purchase = QStringLiteral("11");
 inline const QString Dealer = QStringLiteral("12");
 } // namespace editCode
 
-/// Back colour of one entry control outside or inside an edit.
+/// Background of one entry control outside or inside an edit.
 struct EntryColor
 {
     QWidget *control;
-    QColor color;
+    controls::Ground ground;
 };
 
 /// One edit mode as a pane hands it to the window.

@@ -57,7 +57,7 @@ void clsMyFunctions::setCollection2Locked(const ControlGroup &objCol, bool bCtrl
         const bool textBox = isTextBox(control);
         const bool list = isList(control);
         if (bCtrlLocked && (textBox || list))
-            controls::setBackColor(control, controls::LockedColor);
+            controls::setGround(control, controls::Ground::Locked);
         if (textBox)
             setReadOnly(control, bCtrlLocked || control->property(readOnlyMark).toBool());
         else if (list || isSwitch(control))

@@ -4,6 +4,7 @@
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "settings/clsProperties.h"
@@ -16,14 +17,17 @@ QLineEdit *amountBox(const QString &name, QWidget *parent)
 {
     auto *box = named(new QLineEdit(parent), name);
     box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    controls::speakMoney(box, controls::Amounts::Bare);
     return box;
 }
 
 QLineEdit *readOnlyBox(const QString &name, Holds holds, QWidget *parent)
 {
     QLineEdit *box = makeShownBox(name, parent);
-    if (holds == Holds::Money)
+    if (holds != Holds::Text)
         box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    if (holds == Holds::Money)
+        controls::speakMoney(box, controls::Amounts::Bare);
     return box;
 }
 
@@ -46,7 +50,7 @@ QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString 
     grid->setHorizontalSpacing(8);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
-    addFormRow(grid, 0, 0, QStringLiteral("성명"), head.txtName);
+    addFormRow(grid, 0, 0, QStringLiteral("이름"), head.txtName);
     addFormRow(grid, 0, 2, QStringLiteral("챠트번호"), head.txtChartnum);
     addFormRow(grid, 1, 0, QStringLiteral("수납날짜"), head.dtpTodat);
     addFormRow(grid, 1, 2, QStringLiteral("거래일자"), head.txtDate);

@@ -14,9 +14,9 @@
 /// What the forms of the money dialogs have in common.
 namespace dialogForm {
 
-enum class Holds { Text, Money };
+enum class Holds { Text, Number, Money };
 
-/// A box that only shows something; money stands at its right. Tab passes it over.
+/// A box that only shows something; numbers stand at its right. Tab passes it over.
 QLineEdit *readOnlyBox(const QString &name, Holds holds, QWidget *parent);
 /// A box for an amount.
 QLineEdit *amountBox(const QString &name, QWidget *parent);

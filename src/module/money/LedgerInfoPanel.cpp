@@ -8,6 +8,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/ShowText.h"
+#include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -56,8 +57,9 @@ void LedgerInfoPanel::makeControls()
     txtTranLeftAmount_ = named(new QLineEdit(this), QStringLiteral("txtTranLeftAmount"));
     for (QLineEdit *figure : {txtTranTotalAmount_, txtTranLeftAmount_}) {
         clsMyFunctions::keepReadOnly(figure);
+        controls::speakMoney(figure);
         figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        controls::setBackColor(figure, controls::LockedColor);
+        controls::setGround(figure, controls::Ground::Locked);
     }
     chkTransMisuMoneyRecalculate_ =
         named(new QCheckBox(QStringLiteral("미수금 재계산"), this), QStringLiteral("chkTransMisuMoneyRecalculate"));
@@ -108,7 +110,7 @@ void LedgerInfoPanel::placeControls()
     auto *memoCaption = new QLabel(QStringLiteral("메모:"), this);
     memoCaption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     memoCaption->setBuddy(txtTransMemo_);
-    txtTransMemo_->setAccessibleName(memoCaption->text());
+    txtTransMemo_->setAccessibleName(QStringLiteral("수납 메모"));
     grid->addWidget(memoCaption, 5, 0);
     grid->addLayout(memo, 5, 1, 1, 3);
     grid->setRowStretch(6, 1);
@@ -133,9 +135,9 @@ QRadioButton *LedgerInfoPanel::option(ledger::Operator code) const
 void LedgerInfoPanel::operatorChosen(ledger::Operator code)
 {
     if (code != ledger::Refund)
-        controls::setForeColor(txtTranLeftAmount_, Qt::black);
+        controls::setInk(txtTranLeftAmount_, controls::Ink::Plain);
     else if (option(ledger::Refund)->isEnabled())
-        controls::setForeColor(txtTranLeftAmount_, palette().color(QPalette::Disabled, QPalette::Text));
+        controls::setInk(txtTranLeftAmount_, controls::Ink::Faint);
     // Payments and refunds change the outstanding money unless the user says otherwise; cuts and discounts don't.
     chkTransMisuMoneyRecalculate_->setChecked(code == ledger::Payment || code == ledger::Refund);
 }
@@ -254,23 +256,25 @@ QList<QWidget *> LedgerInfoPanel::saveButtons() const
 
 QList<EntryColor> LedgerInfoPanel::entryColors() const
 {
-    using controls::SystemColor;
-    const QColor open = controls::systemColor(SystemColor::Window);
-    const QColor face = controls::systemColor(SystemColor::ButtonFace);
+    const auto open = controls::Ground::Field;
+    const auto face = controls::Ground::Face;
     return {
-        {dtpTransReceiveDate_, controls::LockedColor}, {txtTransMoney_, controls::LockedColor},
-        {cboPayMethod_, controls::LockedColor},        {txtTranTotalAmount_, controls::LockedColor},
-        {txtTranLeftAmount_, controls::LockedColor},   {txtTransMemo_, open},
-        {chkTransMisuMoneyRecalculate_, face},         {chkTranMisuRecord_, face},
+        {dtpTransReceiveDate_, controls::Ground::Locked},
+        {txtTransMoney_, controls::Ground::Locked},
+        {cboPayMethod_, controls::Ground::Locked},
+        {txtTranTotalAmount_, controls::Ground::Locked},
+        {txtTranLeftAmount_, controls::Ground::Locked},
+        {txtTransMemo_, open},
+        {chkTransMisuMoneyRecalculate_, face},
+        {chkTranMisuRecord_, face},
     };
 }
 
 QList<EntryColor> LedgerInfoPanel::editColors() const
 {
-    using controls::SystemColor;
-    const QColor open = controls::systemColor(SystemColor::Window);
+    const auto open = controls::Ground::Field;
     return {
-        {txtTransMoney_, controls::systemColor(SystemColor::InfoBackground)},
+        {txtTransMoney_, controls::Ground::Needed},
         {dtpTransReceiveDate_, open},
         {cboPayMethod_, open},
         {txtTransMemo_, open},

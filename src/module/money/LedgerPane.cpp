@@ -99,8 +99,7 @@ void LedgerPane::makeStrip()
     strong.setBold(true);
     chkCmdAutomateReceipt_->setFont(strong);
     chkCmdAutomateReceipt_->setMinimumWidth(88);
-    controls::setBackColor(chkCmdAutomateReceipt_, controls::AccentColor);
-    controls::setForeColor(chkCmdAutomateReceipt_, Qt::white);
+    controls::setGround(chkCmdAutomateReceipt_, controls::Ground::Accent);
 
     auto *row = new QHBoxLayout(elTranMnu_);
     row->setContentsMargins(0, 0, 0, 0);

@@ -228,7 +228,8 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment, Led
     attempt([this] { showPaidOrder(); });
     // The payment is saved: the text must say so, or the user would take it again.
     if (written && attempt.failed())
-        MsgBox(QStringLiteral("수납은 기록되었으나 목록을 다시 읽지 못했습니다.\n원인: ") + attempt.description(),
+        MsgBox(QStringLiteral("수납은 기록되었습니다. 다시 수납하지 마십시오. 목록은 새로 가져오지 못했습니다.\n원인: ")
+                   + attempt.description(),
                InformationIcon, payTitle, this);
     if (self)
         dgReceiptView_->setFocus(); // the next order is chosen there

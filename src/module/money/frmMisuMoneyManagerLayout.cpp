@@ -14,8 +14,6 @@
 #include <algorithm>
 
 using controls::named;
-using controls::systemColor;
-using controls::SystemColor;
 using dialogForm::Holds;
 using dialogForm::readOnlyBox;
 
@@ -63,17 +61,21 @@ void frmMisuMoneyManager::makeGrid()
     dgReceiptView_->horizontalHeader()->setSortIndicatorShown(true);
     dgReceiptView_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     // The selected row looks like a window in front while the list has the focus, like a button while it has not.
-    QPalette colors = dgReceiptView_->palette();
-    colors.setColor(QPalette::Active, QPalette::Highlight, systemColor(SystemColor::ActiveCaption));
-    colors.setColor(QPalette::Active, QPalette::HighlightedText, systemColor(SystemColor::CaptionText));
-    colors.setColor(QPalette::Inactive, QPalette::Highlight, systemColor(SystemColor::ButtonFace));
-    colors.setColor(QPalette::Inactive, QPalette::HighlightedText, systemColor(SystemColor::ButtonText));
-    dgReceiptView_->setPalette(colors);
+    controls::followColors(dgReceiptView_, [list = dgReceiptView_] {
+        const auto inFront = controls::colors(controls::Ground::Accent);
+        const auto behind = controls::colors(controls::Ground::Face);
+        QPalette selection = list->palette();
+        selection.setColor(QPalette::Active, QPalette::Highlight, inFront.back);
+        selection.setColor(QPalette::Active, QPalette::HighlightedText, inFront.text);
+        selection.setColor(QPalette::Inactive, QPalette::Highlight, behind.back);
+        selection.setColor(QPalette::Inactive, QPalette::HighlightedText, behind.text);
+        list->setPalette(selection);
+    });
 }
 
 QLayout *frmMisuMoneyManager::layOutTotals()
 {
-    txtCount_ = readOnlyBox(QStringLiteral("txtCount"), Holds::Money, this);
+    txtCount_ = readOnlyBox(QStringLiteral("txtCount"), Holds::Number, this);
     txtTotal_ = readOnlyBox(QStringLiteral("txtTotal"), Holds::Money, this);
     txtCount_->setFixedWidth(dialogForm::amountWidth(*txtCount_) / 2);
     QFont strong = txtTotal_->font();

@@ -3,6 +3,7 @@
 
 #include "data/Codes.h"
 #include "forms/FormRow.h"
+#include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/Wheel.h"
@@ -44,6 +45,7 @@ void frmMisuMoneyPay::createControls()
     form->addWidget(makeEntry());
     form->addLayout(dialogForm::layOutSaveAndCancel(cmdConfirm_, cmdCancel_, this));
     setTabChain({head_.dtpTodat, txtGeneralSunap_, cboGeneralPayMethod_, cmdConfirm_, cmdCancel_});
+    giveSpokenNames(this);
 }
 
 QGroupBox *frmMisuMoneyPay::makeSummary()

@@ -1,6 +1,7 @@
 #include "money/frmSimpleReceiptAdd.h"
 
 #include "forms/FormRow.h"
+#include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
 #include "money/LedgerOperations.h"
 #include "platform/controls/EventEdge.h"
@@ -120,6 +121,7 @@ void frmSimpleReceiptAdd::setTabOrderOfWork()
     order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
     order << txtMoney_ << cboPayMothod_ << chkAutoMisuMoney_ << cmdConfirm_ << cmdCancel_;
     setTabChain(order);
+    giveSpokenNames(this);
 }
 
 void frmSimpleReceiptAdd::setKeys()

@@ -2,8 +2,10 @@
 #include "money/frmSimpleReceipt.h"
 
 #include "forms/FormRow.h"
+#include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
 
 #include <QVBoxLayout>
@@ -23,6 +25,7 @@ QLabel *figureLabel(const QString &name, int index, int points)
     label->setFont(font);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    controls::speakMoney(label);
     return label;
 }
 
@@ -158,6 +161,7 @@ void frmSimpleReceipt::setTabOrderOfWork()
     order.append(QList<QWidget *>(optOperator_.begin(), optOperator_.end()));
     order << txtMoney_ << cmdConfirm_ << cmdCancel_;
     setTabChain(order);
+    giveSpokenNames(this);
 }
 
 void frmSimpleReceipt::setKeys()

@@ -50,22 +50,24 @@ PageReceipts::PageReceipts(SaleSession &session, QWidget *owner)
 
 void PageReceipts::printOrderReceipt()
 {
-    preview([this] { return orderReceipt(); });
+    preview([this] { return orderReceipt(); },
+            [this] { return runtime::dateText(session_.rsCustSaleMaster->value(dateField).toDate()); });
 }
 
 void PageReceipts::printPeriodReceipt(const QDate &dtStart, const QDate &dtEnd)
 {
-    preview([&] { return periodReceipt(dtStart, dtEnd); });
+    preview([&] { return periodReceipt(dtStart, dtEnd); },
+            [&] { return runtime::dateText(dtStart) + u'~' + runtime::dateText(dtEnd); });
 }
 
-template <typename Compose>
-void PageReceipts::preview(Compose &&compose)
+template <typename Compose, typename Days>
+void PageReceipts::preview(Compose &&compose, Days &&days)
 {
     const runtime::Operation operation("print receipt");
     try {
         const controls::Modal<frmPrinter> form(owner_);
-        form->vsPrint()->setDocument(compose(), form->windowTitle());
-        form->setWindowState(Qt::WindowMaximized);
+        form->vsPrint()->setDocument(compose(), form->windowTitle(),
+                                     QStringLiteral("영수증 %1 %2").arg(runtime::Trim(session_.customer.name), days()));
         controls::runModal(form.get());
     } catch (const runtime::RuntimeError &error) {
         runtime::trapped();

@@ -22,8 +22,8 @@ public:
     print::Document periodReceipt(const QDate &dtStart, const QDate &dtEnd) const;
 
 private:
-    template <typename Compose>
-    void preview(Compose &&compose);
+    template <typename Compose, typename Days>
+    void preview(Compose &&compose, Days &&days);
 
     SaleSession &session_;
     QWidget *owner_;

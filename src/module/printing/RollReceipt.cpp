@@ -97,8 +97,9 @@ void RollComposer::printLogoOrName()
     }
     const QImage logo = readLogo(file);
     if (logo.isNull())
-        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
-                                    QStringLiteral("로고 그림파일을 읽을 수 없습니다: ") + file);
+        throw runtime::RuntimeError(
+            runtime::ErrorNumber::InvalidCall,
+            QStringLiteral("로고 그림파일을 가져올 수 없습니다. 환경설정에서 로고를 다시 선택하십시오: ") + file);
     QSizeF size = QSizeF(logo.size()) * (print::mmPerInch / pictureDotsPerInch);
     // A picture larger than the room above the shop's data would cover it.
     const QSizeF room(paper_.paper().width(), form_.txtHeader(1).place.top());

@@ -1,18 +1,11 @@
 #pragma once
 
-#include "platform/print/VSPrinter.h"
+#include "platform/print/Preview.h"
 
-#include <QDialog>
-
-/// The preview of a page receipt: modal and as large as the screen. Made for one showing.
-class frmPrinter : public QDialog
+/// The preview of a page receipt.
+class frmPrinter : public print::Preview
 {
     Q_OBJECT
 public:
     explicit frmPrinter(QWidget *owner = nullptr);
-
-    print::VSPrinter *vsPrint() const { return vsPrint_; }
-
-private:
-    print::VSPrinter *vsPrint_;
 };

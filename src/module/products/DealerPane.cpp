@@ -183,14 +183,13 @@ ControlGroup DealerPane::editGroup() const
 
 QList<EntryColor> DealerPane::fieldColors() const
 {
-    using controls::SystemColor;
-    const QColor window = controls::systemColor(SystemColor::Window);
+    const auto window = controls::Ground::Field;
     return {
-        {txtCmCompanyName_, controls::systemColor(SystemColor::InfoBackground)},
+        {txtCmCompanyName_, controls::Ground::Needed},
         {txtCmTel_, window},
         {txtCmRegNum_, window},
         {txtCmAddress_, window},
         {txtCmMemo_, window},
-        {chkCmIsValid_, controls::systemColor(SystemColor::ButtonFace)},
+        {chkCmIsValid_, controls::Ground::Face},
     };
 }

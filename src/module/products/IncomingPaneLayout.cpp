@@ -82,11 +82,10 @@ ControlGroup IncomingPane::editGroup() const
 
 QList<EntryColor> IncomingPane::fieldColors() const
 {
-    using controls::SystemColor;
-    const QColor required = controls::systemColor(SystemColor::InfoBackground);
-    const QColor window = controls::systemColor(SystemColor::Window);
+    const auto required = controls::Ground::Needed;
+    const auto window = controls::Ground::Field;
     return {
         {txtIncCount_, required},     {txtIncPricePerUnit_, required}, {txtIncHalinTotal_, required},
-        {txtIncCompanyName_, window}, {txtIncMemo_, window},           {txtIncPriceTotal_, QColor(0xFF, 0xF0, 0xD0)},
+        {txtIncCompanyName_, window}, {txtIncMemo_, window},           {txtIncPriceTotal_, controls::Ground::Reckoned},
     };
 }

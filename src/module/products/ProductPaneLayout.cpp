@@ -11,7 +11,6 @@
 namespace {
 
 using controls::GridColumn;
-using controls::SystemColor;
 
 std::vector<GridColumn> managerColumns()
 {
@@ -123,9 +122,9 @@ ControlGroup ProductPane::editGroup() const
 
 QList<EntryColor> ProductPane::fieldColors() const
 {
-    const QColor required = controls::systemColor(SystemColor::InfoBackground);
-    const QColor window = controls::systemColor(SystemColor::Window);
-    const QColor face = controls::systemColor(SystemColor::ButtonFace);
+    const auto required = controls::Ground::Needed;
+    const auto window = controls::Ground::Field;
+    const auto face = controls::Ground::Face;
     return {
         {txtProSaleInfo_[0], required},
         {txtProSaleInfo_[1], required},

@@ -67,7 +67,7 @@ DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     , txtCustOrderRfndMemo_(named(new MemoBox({}, c1elaSaleDetailMemo_), QStringLiteral("txtCustOrderRfndMemo")))
 {
     list_.setGrid(tdbCustSaleDetails_);
-    tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
+    tdbCustSaleDetails_->setAccessibleName(QStringLiteral("판매 내역"));
     tdbCustSaleDetails_->setColumns(detailColumns());
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
@@ -103,7 +103,7 @@ void DetailPane::placeControls()
 EditModeTable DetailPane::colors() const
 {
     EditModeTable table;
-    table.entryColors = {{txtCustOrderRfndMemo_, controls::LockedColor}};
+    table.entryColors = {{txtCustOrderRfndMemo_, controls::Ground::Locked}};
     return table;
 }
 

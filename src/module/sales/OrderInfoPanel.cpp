@@ -172,7 +172,7 @@ void OrderInfoPanel::openDiscount(bool open)
 {
     clsMyFunctions().setCollection2Locked({txtOrderMaster(HalinTotal)}, !open);
     if (open)
-        controls::setBackColor(txtOrderMaster(HalinTotal), controls::systemColor(controls::SystemColor::Window));
+        controls::setGround(txtOrderMaster(HalinTotal), controls::Ground::Field);
 }
 
 ControlGroup OrderInfoPanel::colOrderMaster() const
@@ -188,8 +188,8 @@ QList<EntryColor> OrderInfoPanel::entryColors() const
 {
     QList<EntryColor> colors;
     for (QLineEdit *box : txtOrderMaster_)
-        colors.append({box, controls::LockedColor});
-    colors.append({dtpOrderMasterDate_, controls::LockedColor});
+        colors.append({box, controls::Ground::Locked});
+    colors.append({dtpOrderMasterDate_, controls::Ground::Locked});
     return colors;
 }
 
@@ -197,7 +197,7 @@ QList<EntryColor> OrderInfoPanel::editColors() const
 {
     QList<EntryColor> colors;
     for (int index : {Misugum, Address, Cel, Tel, TakbaeMemo, OrderMemo})
-        colors.append({txtOrderMaster(index), controls::systemColor(controls::SystemColor::Window)});
-    colors.append({dtpOrderMasterDate_, controls::systemColor(controls::SystemColor::Window)});
+        colors.append({txtOrderMaster(index), controls::Ground::Field});
+    colors.append({dtpOrderMasterDate_, controls::Ground::Field});
     return colors;
 }

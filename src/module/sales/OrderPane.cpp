@@ -67,7 +67,7 @@ OrderPane::OrderPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     auto *layout = new QVBoxLayout(c1elaList_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tdbCustSaleMaster_);
-    tdbCustSaleMaster_->setAccessibleName(QStringLiteral("고객 판매 마스터"));
+    tdbCustSaleMaster_->setAccessibleName(QStringLiteral("거래 목록"));
     tdbCustSaleMaster_->setColumns(orderColumns());
     tdbCustSaleMaster_->setBeforeColumnUpdate([](int column, QString &typed) {
         if (column == outstandingColumn && typed.isEmpty())

@@ -173,12 +173,7 @@ void SaleEntryPane::styleAppendButton()
     QFont font = cmdCSAppendDetail_->font();
     font.setBold(true);
     cmdCSAppendDetail_->setFont(font);
-    QPalette palette = cmdCSAppendDetail_->palette();
-    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Button, controls::AccentColor);
-        palette.setColor(group, QPalette::ButtonText, Qt::white);
-    }
-    cmdCSAppendDetail_->setPalette(palette);
+    controls::setGround(cmdCSAppendDetail_, controls::Ground::Accent);
 }
 
 void SaleEntryPane::orderTabs()
@@ -218,8 +213,7 @@ EditModeTable SaleEntryPane::colors() const
     EditModeTable table;
     for (int index = 0; index < int(txtSaleProductLists_.size()); ++index) {
         MoneyBox *box = txtSaleProductLists(index);
-        table.entryColors.append({box, entryFields[index].open ? controls::systemColor(controls::SystemColor::Window)
-                                                               : controls::LockedColor});
+        table.entryColors.append({box, entryFields[index].open ? controls::Ground::Field : controls::Ground::Locked});
     }
     return table;
 }

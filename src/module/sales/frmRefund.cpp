@@ -81,7 +81,7 @@ void frmRefund::step(int by)
 void frmRefund::colorCount()
 {
     const bool negative = runtime::Val(txtRfndUnitCount_->text()) < 0;
-    controls::setForeColor(txtRfndUnitCount_, negative ? QColor(255, 0, 0) : QColor(0, 0, 0));
+    controls::setInk(txtRfndUnitCount_, negative ? controls::Ink::Negative : controls::Ink::Plain);
 }
 
 void frmRefund::save()
@@ -90,7 +90,7 @@ void frmRefund::save()
         runtime::CInt(txtRfndUnitCount_->text());
     } catch (const runtime::RuntimeError &) {
         const QPointer<frmRefund> self(this);
-        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오. (-32,768 ~ 32,767)"),
+        controls::MsgBox(QStringLiteral("반품 수량을 숫자로 입력하십시오.\n예: 1개 반품은 -1"),
                          controls::InformationIcon, windowTitle(), this);
         if (self)
             txtRfndUnitCount_->setFocus(Qt::OtherFocusReason);

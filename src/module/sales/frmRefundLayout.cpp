@@ -2,6 +2,7 @@
 #include "sales/frmRefund.h"
 
 #include "forms/FormRow.h"
+#include "forms/SpokenNames.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
 #include "platform/controls/Named.h"
@@ -39,6 +40,7 @@ void frmRefund::createControls()
     form->addWidget(makeRefundPane());
     form->addLayout(layOutButtons());
     setTabChain({dtpRfndDate_, txtRfndUnitCount_, txtRfndUnitSalePrice_, txtRfndMemo_, chkCmdSave_, chkCmdCancel_});
+    giveSpokenNames(this);
 }
 
 QGroupBox *frmRefund::makeSoldPane()
@@ -50,7 +52,7 @@ QGroupBox *frmRefund::makeSoldPane()
     dtpUnitSoldDate_->setButtonSymbols(QAbstractSpinBox::NoButtons);
     dtpUnitSoldDate_->setFrame(false);
     dtpUnitSoldDate_->setFocusPolicy(Qt::ClickFocus);
-    controls::setBackColor(dtpUnitSoldDate_, controls::LockedColor);
+    controls::setGround(dtpUnitSoldDate_, controls::Ground::Locked);
     txtUnitName_ = makeShownBox(QStringLiteral("txtUnitName"));
     txtUnitPrice_ = makeShownBox(QStringLiteral("txtUnitPrice"));
     txtUnitDiscount_ = makeShownBox(QStringLiteral("txtUnitDiscount"));

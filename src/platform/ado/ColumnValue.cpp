@@ -22,7 +22,7 @@ using runtime::RuntimeError;
 [[noreturn]] void mismatch(QStringView text)
 {
     throw RuntimeError(ErrorNumber::TypeMismatch,
-                       QStringLiteral("데이터베이스의 값 '%1'을(를) 읽을 수 없습니다.").arg(text));
+                       QStringLiteral("데이터베이스의 값을 가져올 수 없습니다: %1").arg(text));
 }
 
 Currency exactMoney(QByteArrayView text)

@@ -229,7 +229,7 @@ bool Recordset::requeryAt(const Bookmark &key)
 void Recordset::Resync()
 {
     if (!d->open().keyed())
-        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록의 행은 다시 읽을 수 없습니다."));
+        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 새로 가져올 수 없습니다."));
     d->discardPending();
     if (!d->atRow())
         d->requireCurrent();

@@ -195,8 +195,8 @@ void SqliteDriver::refuseLast() const
         refuse(why, QByteArray::number(code));
     throw runtime::RuntimeError(
         runtime::ErrorNumber::Database,
-        QStringLiteral("데이터베이스 파일이 아니거나 손상된 파일입니다.\n데스크를 모두 닫고 마지막 백업을 "
-                       "되돌리십시오.\n(%1)")
+        QStringLiteral("데이터베이스 파일이 아니거나 손상된 파일입니다.\n데스크를 모두 닫고 마지막 백업으로 "
+                       "복원하십시오.\n(%1)")
             .arg(why),
         {QByteArray::number(code), why});
 }

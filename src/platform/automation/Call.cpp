@@ -115,7 +115,8 @@ QVariant call(QObject &object, const QString &member, QVariantList &arguments)
     runtime::demandProgramThread();
     const std::vector<QMetaMethod> methods = membersNamed(*object.metaObject(), member);
     if (methods.empty())
-        throw RuntimeError(ErrorNumber::NoSuchMember, QStringLiteral("개체에 '%1' 멤버가 없습니다.").arg(member));
+        throw RuntimeError(ErrorNumber::NoSuchMember,
+                           QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (없는 멤버: %1)").arg(member));
 
     for (const QMetaMethod &method : methods) {
         if (method.parameterCount() != arguments.size())
@@ -131,7 +132,8 @@ QVariant call(QObject &object, const QString &member, QVariantList &arguments)
         }
         return result;
     }
-    throw RuntimeError(ErrorNumber::WrongArguments, QStringLiteral("'%1'의 인수가 맞지 않습니다.").arg(member));
+    throw RuntimeError(ErrorNumber::WrongArguments,
+                       QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (맞지 않는 값: %1)").arg(member));
 }
 
 QVariant call(QObject &object, const QString &member)

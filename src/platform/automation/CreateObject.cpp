@@ -11,7 +11,7 @@ namespace {
 [[noreturn]] void raiseCannotCreate(const QString &programId, const QString &cause)
 {
     throw runtime::RuntimeError(runtime::ErrorNumber::CannotCreateObject,
-                                QStringLiteral("개체를 만들 수 없습니다: %1 (%2)").arg(programId, cause));
+                                QStringLiteral("구성요소를 실행할 수 없습니다: %1 (%2)").arg(programId, cause));
 }
 
 } // namespace

@@ -38,6 +38,45 @@ ColorRoles rolesOf(const QWidget *control)
     return {control->backgroundRole(), QPalette::WindowText};
 }
 
+constexpr char groundMark[] = "ground";
+constexpr char inkMark[] = "ink";
+
+/// Back and text together, so that neither meets the other scheme's.
+void paint(QWidget *control)
+{
+    const QVariant ground = control->property(groundMark);
+    const QVariant inkOnIt = control->property(inkMark);
+    const Ground usual = isEntryBox(control) ? Ground::Field : Ground::Face;
+    const auto [back, own] = colors(ground.isValid() ? Ground(ground.toInt()) : usual);
+    const QColor text = inkOnIt.isValid() && inkOnIt.toInt() != int(Ink::Plain) ? ink(Ink(inkOnIt.toInt())) : own;
+    const bool button = qobject_cast<QPushButton *>(control);
+    QPalette palette = control->palette();
+    const auto [backRole, textRole] = rolesOf(control);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        const bool disabled = group == QPalette::Disabled;
+        if (disabled && (button || !ground.isValid()))
+            continue; // looks like any other control out of use
+        palette.setColor(group, backRole, back);
+        palette.setColor(group, textRole, disabled ? disabledText() : text);
+        // A list that cannot be typed into is drawn as a button.
+        if (qobject_cast<QComboBox *>(control)) {
+            palette.setColor(group, QPalette::Button, back);
+            palette.setColor(group, QPalette::ButtonText, disabled ? disabledText() : text);
+        }
+    }
+    control->setPalette(palette);
+}
+
+/// Once for a control, however often it is painted.
+void keepPainted(QWidget *control)
+{
+    constexpr char followsMark[] = "followsColors";
+    if (control->property(followsMark).toBool())
+        return paint(control);
+    control->setProperty(followsMark, true);
+    followColors(control, [control] { paint(control); });
+}
+
 /// Most scan lines' ink runs: 1 for a slash, 4 for the won sign's W.
 int mostInkRuns(const QImage &image)
 {
@@ -57,37 +96,10 @@ int mostInkRuns(const QImage &image)
 
 } // namespace
 
-QColor systemColor(SystemColor color)
+void setGround(QWidget *control, Ground ground)
 {
-    const QPalette desk = QGuiApplication::palette();
-    switch (color) {
-    case SystemColor::Window:
-        return Qt::white;
-    case SystemColor::InactiveBorder:
-        return QColor(0xE4, 0xE7, 0xEB);
-    case SystemColor::InfoBackground:
-        return QColor(0xFF, 0xFF, 0xE1);
-    // A palette does not tell the colours of captions; they go with those of what is selected.
-    case SystemColor::ActiveCaption:
-        return desk.color(QPalette::Active, QPalette::Highlight);
-    case SystemColor::CaptionText:
-        return desk.color(QPalette::Active, QPalette::HighlightedText);
-    case SystemColor::ButtonText:
-        return desk.color(QPalette::ButtonText);
-    case SystemColor::ButtonFace:
-        break;
-    }
-    return desk.color(QPalette::Window);
-}
-
-void setBackColor(QWidget *control, const QColor &color)
-{
-    QPalette palette = control->palette();
-    palette.setColor(rolesOf(control).back, color);
-    // A list that cannot be typed into is drawn as a button.
-    if (qobject_cast<QComboBox *>(control))
-        palette.setColor(QPalette::Button, color);
-    control->setPalette(palette);
+    control->setProperty(groundMark, int(ground));
+    keepPainted(control);
     // Boxes and buttons are filled by the style; check boxes, options and labels have no background of their own.
     if (!isEntryBox(control) && !qobject_cast<QPushButton *>(control))
         control->setAutoFillBackground(true);
@@ -98,19 +110,45 @@ QColor backColor(const QWidget *control)
     return control->palette().color(QPalette::Active, rolesOf(control).back);
 }
 
-void setForeColor(QWidget *control, const QColor &color)
+void setInk(QWidget *control, Ink ink)
 {
-    // The disabled group keeps its grey: a pane out of reach is told from an open one by its texts too.
-    QPalette palette = control->palette();
-    const QPalette::ColorRole role = rolesOf(control).fore;
-    palette.setColor(QPalette::Active, role, color);
-    palette.setColor(QPalette::Inactive, role, color);
-    control->setPalette(palette);
+    if (control->property(inkMark).toInt() == int(ink))
+        return;
+    control->setProperty(inkMark, int(ink));
+    keepPainted(control);
 }
 
 QColor foreColor(const QWidget *control)
 {
     return control->palette().color(QPalette::Active, rolesOf(control).fore);
+}
+
+bool hasGround(const QWidget *control)
+{
+    return control->property(groundMark).isValid();
+}
+
+void followColors(QObject *owner, std::function<void()> paint)
+{
+    paint();
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED // the event instead of the signal would ask for a filter of all events
+        QObject::connect(qGuiApp, &QGuiApplication::paletteChanged, owner, std::move(paint));
+    QT_WARNING_POP
+}
+
+void dressList(QWidget *list)
+{
+    followColors(list, [list] {
+        const auto [resting, text] = colors(Ground::RestingSelection);
+        QPalette calm = list->palette();
+        calm.setColor(QPalette::AlternateBase, colors(Ground::Stripe).back);
+        calm.setColor(QPalette::Base, colors(Ground::Field).back);
+        calm.setColor(QPalette::Text, colors(Ground::Field).text);
+        calm.setColor(QPalette::Inactive, QPalette::Highlight, resting);
+        calm.setColor(QPalette::Inactive, QPalette::HighlightedText, text);
+        list->setPalette(calm);
+    });
 }
 
 void installKoreanFonts()
@@ -139,8 +177,9 @@ bool showsWonSign(const QFont &font)
     QFont large(font);
     large.setPixelSize(side / 2);
     QImage image(side, side, QImage::Format_RGB32);
-    image.fill(Qt::white);
+    image.fill(colors(Ground::Paper).back);
     QPainter painter(&image);
+    painter.setPen(colors(Ground::Paper).text);
     painter.setFont(large);
     painter.drawText(image.rect(), Qt::AlignCenter, QStringLiteral("\\"));
     painter.end();

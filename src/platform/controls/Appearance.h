@@ -1,32 +1,28 @@
 #pragma once
 
-#include <QColor>
+#include "platform/controls/Palette.h"
+
 #include <QFont>
 #include <QWidget>
 
+#include <functional>
+
 namespace controls {
 
-/// System colours by their number, as the desktop's own palette gives them.
-enum class SystemColor : int {
-    ActiveCaption = 2,
-    Window = 5,
-    CaptionText = 9,
-    InactiveBorder = 11,
-    ButtonFace = 15,
-    ButtonText = 18,
-    InfoBackground = 24,
-};
-QColor systemColor(SystemColor color);
-/// The grey of a locked field.
-inline const QColor LockedColor{0xEF, 0xEF, 0xEF};
-/// The blue of the button that goes on and, on the desk, of what is selected, under white letters.
-inline const QColor AccentColor{0x1F, 0x6F, 0xB2};
-
-/// Back colour of an entry control: the base of text boxes and lists, the background of boxes and options.
-void setBackColor(QWidget *control, const QColor &color);
+/// Background of a control and the text that belongs to it: base and text of text boxes and lists, face and text of buttons,
+/// a filled background for boxes, options and labels. It follows when the desktop turns dark or light.
+void setGround(QWidget *control, Ground ground);
 QColor backColor(const QWidget *control);
-void setForeColor(QWidget *control, const QColor &color);
+/// Text of another colour on the control's ground. The text of a disabled control stays grey.
+void setInk(QWidget *control, Ink ink);
 QColor foreColor(const QWidget *control);
+/// The ground that a control was given.
+bool hasGround(const QWidget *control);
+
+/// Runs `paint` now and whenever the desktop changes its colours, as long as the owner lives.
+void followColors(QObject *owner, std::function<void()> paint);
+/// Stripes and the pale mark of the row that stands in a list without the focus.
+void dressList(QWidget *list);
 
 /// Stands a free Korean font in for those named by the system's forms where they are not installed. Once per process.
 void installKoreanFonts();

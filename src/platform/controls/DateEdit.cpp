@@ -1,9 +1,11 @@
 #include "platform/controls/DateEdit.h"
 
+#include "platform/controls/Appearance.h"
 #include "platform/controls/Wheel.h"
 
 #include <QCalendarWidget>
 #include <QLocale>
+#include <QTextCharFormat>
 
 namespace controls {
 
@@ -16,6 +18,12 @@ DateEdit::DateEdit(QWidget *parent)
     calendarWidget()->setLocale(locale());
     calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    followColors(this, [this] {
+        QTextCharFormat restDay;
+        restDay.setForeground(ink(Ink::Negative));
+        for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+            calendarWidget()->setWeekdayTextFormat(day, restDay);
+    });
     setDate(QDate::currentDate());
     guardWheel(this);
 }

@@ -73,10 +73,10 @@ std::optional<QString> failureOf(const std::function<void()> &step)
         return QStringLiteral("메모리가 부족합니다.");
     } catch (const std::exception &error) {
         runtime::trapped();
-        return QStringLiteral("내부 오류가 발생했습니다.\n(%1)").arg(QString::fromUtf8(error.what()));
+        return QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오.\n(%1)").arg(QString::fromUtf8(error.what()));
     } catch (...) {
         runtime::trapped();
-        return QStringLiteral("내부 오류가 발생했습니다.");
+        return QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오.");
     }
 }
 

@@ -3,10 +3,27 @@
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Modal.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace controls {
+
+namespace {
+
+/// Whatever stood in the name: a file system takes it.
+QString documentNamed(QString name)
+{
+    for (QChar &character : name) {
+        if (character < u' ' || QStringView(u"\\/:*?\"<>|").contains(character))
+            character = u'-';
+    }
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return (documents.exists() ? documents : QDir::home()).filePath(name);
+}
+
+} // namespace
 
 // The stock dialog asks its own questions in boxes that do not outlive their owner: about a file that is missing, or that is
 // there already. It is kept from both.
@@ -23,7 +40,7 @@ QString askOpenFile(QWidget *owner, const QString &title, const QString &filter)
 QString askSaveFile(QWidget *owner, const QString &title, const QString &proposal, const QString &filter,
                     const QString &suffix)
 {
-    const Modal<QFileDialog> dialog(owner, title, proposal, filter);
+    const Modal<QFileDialog> dialog(owner, title, documentNamed(proposal), filter);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setOption(QFileDialog::DontConfirmOverwrite);
     constexpr int question = YesNo | QuestionIcon | SecondButtonDefault;

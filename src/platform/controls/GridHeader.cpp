@@ -77,7 +77,8 @@ void GridHeader::contextMenuEvent(QContextMenuEvent *event)
         });
     }
     menu->addSeparator();
-    connect(menu->addAction(QStringLiteral("처음 배치로")), &QAction::triggered, this, &GridHeader::designAsked);
+    connect(menu->addAction(QStringLiteral("처음 배치로 되돌리기")), &QAction::triggered, this,
+            &GridHeader::designAsked);
     menu->popup(event->globalPos());
 }
 

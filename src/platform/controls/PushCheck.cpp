@@ -1,6 +1,10 @@
 #include "platform/controls/PushCheck.h"
 
+#include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
+
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include <utility>
 
@@ -32,6 +36,28 @@ void PushCheck::onPush(QObject *context, std::function<void()> work)
         repaint();
         runEvent(work, this); // may end with the button gone
     });
+}
+
+void PushCheck::paintEvent(QPaintEvent *event)
+{
+    if (!isEnabled() || !hasGround(this))
+        return QPushButton::paintEvent(event);
+    constexpr qreal corner = 3;
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QColor back = backColor(this);
+    const QRectF face = QRectF(rect()).adjusted(1, 1, -1, -1);
+    QStylePainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDown() ? back.darker(120) : back);
+    painter.drawRoundedRect(face, corner, corner);
+    if (hasFocus()) {
+        painter.setPen(QPen(focusFrame(back), 2));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(face.adjusted(3, 3, -3, -3), corner - 1, corner - 1);
+    }
+    painter.drawControl(QStyle::CE_PushButtonLabel, option);
 }
 
 } // namespace controls

@@ -25,6 +25,10 @@ public:
 signals:
     void checkClicked();
 
+protected:
+    /// On a ground of its own the button is drawn flat: the shading of a style would take the contrast of its text.
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     int value_ = 0;
 };

@@ -1,9 +1,13 @@
 #include "platform/controls/RecordsetGrid.h"
 
+#include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/GridSpoken.h"
 #include "platform/controls/RecordsetGridPrivate.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/RuntimeError.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -27,11 +31,8 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     setTabKeyNavigation(false); // Tab goes on to the next control
     setWordWrap(false);
     setHorizontalScrollMode(ScrollPerPixel);
-    QPalette calm = palette();
-    calm.setColor(QPalette::AlternateBase, QColor(0xF4, 0xF7, 0xFA));
-    calm.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xD3, 0xE2, 0xF1));
-    calm.setColor(QPalette::Inactive, QPalette::HighlightedText, calm.color(QPalette::Text));
-    setPalette(calm);
+    dressList(this);
+    installSpokenControls();
     d->makeHeaders();
 
     // Acted upon when the stock view is through with the mouse: a handler may open a box, and the window may go beneath it.
@@ -245,9 +246,29 @@ void RecordsetGrid::changeEvent(QEvent *event)
 
 void RecordsetGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
-    QTableView::currentChanged(current, previous);
+    // The stock table would tell of a cell counted with the columns that are not shown.
+    QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
+    if (hasFocus())
+        tellOf(current, QAccessible::Focus);
     if (!d->inStockView)
         d->moveRecordset();
+}
+
+void RecordsetGrid::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected); // NOLINT(bugprone-parent-virtual-call)
+    if (const QModelIndexList cells = selected.indexes(); !cells.isEmpty())
+        tellOf(currentIndex().isValid() ? currentIndex() : cells.constFirst(), QAccessible::Selection);
+}
+
+void RecordsetGrid::tellOf(const QModelIndex &cell, int accessibleEvent)
+{
+    const int number = QAccessible::isActive() && cell.isValid() ? GridSpoken::numberOf(*this, cell) : -1;
+    if (number < 0)
+        return;
+    QAccessibleEvent event(this, QAccessible::Event(accessibleEvent));
+    event.setChild(number);
+    QAccessible::updateAccessibility(&event);
 }
 
 QModelIndex RecordsetGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

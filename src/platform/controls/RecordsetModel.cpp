@@ -1,10 +1,10 @@
 #include "platform/controls/RecordsetModel.h"
 
+#include "platform/controls/Palette.h"
+#include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Log.h"
-
-#include <QColor>
 
 #include <algorithm>
 #include <exception>
@@ -17,7 +17,6 @@ using Kind = GridColumn::Kind;
 
 /// Cells are read while the grid paints, where no box may open: a cell that cannot be read says so itself.
 const QString unreadable = QStringLiteral("#오류");
-const QColor negativeMoney(0xC0, 0x1F, 0x1F);
 
 Qt::Alignment alignmentOf(Kind kind)
 {
@@ -189,6 +188,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::CheckStateRole:
             return kind == Kind::Check ? QVariant(isChecked(row, column) ? Qt::Checked : Qt::Unchecked) : QVariant();
         case Qt::AccessibleTextRole:
+            if (kind == Kind::Money)
+                return spokenMoney(shownText(row, column));
             return kind == Kind::Check
                        ? QVariant(isChecked(row, column) ? QStringLiteral("선택됨") : QStringLiteral("선택 안 됨"))
                        : QVariant();
@@ -199,8 +200,9 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:
-            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-')) ? QVariant(negativeMoney)
-                                                                                              : QVariant();
+            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-'))
+                       ? QVariant(ink(Ink::Negative))
+                       : QVariant();
         default:
             return {};
         }

@@ -64,6 +64,14 @@ void Document::addPicture(const QImage &image, const QRectF &box)
     pages_.back().pictures.push_back({image, box});
 }
 
+void Document::addDrawing(const Drawing &drawing)
+{
+    const Page &last = pages_.back();
+    if (!last.texts.empty() || !last.pictures.empty() || !last.drawing.strokes.isNull())
+        pages_.emplace_back();
+    pages_.back().drawing = drawing;
+}
+
 void Document::cutBelowContents(double feed)
 {
     double lowest = 0;

@@ -29,6 +29,8 @@ public:
     void addText(const TextItem &text);
     /// A picture at a fixed place of the last page.
     void addPicture(const QImage &image, const QRectF &box);
+    /// A page that was drawn elsewhere: the last one where that is empty still, otherwise a new one.
+    void addDrawing(const Drawing &drawing);
     /// Makes the sheet as long as what stands on it: the lowest line of text or picture and `feed` below it.
     void cutBelowContents(double feed);
 

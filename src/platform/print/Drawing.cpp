@@ -1,3 +1,4 @@
+#include "platform/controls/Palette.h"
 #include "platform/print/Lengths.h"
 #include "platform/print/Page.h"
 
@@ -14,8 +15,6 @@ namespace print {
 namespace {
 
 // Texts are measured and set in the dots of a fine grid, so that a line is as wide on the screen as on paper.
-constexpr double gridPerInch = 1200;
-constexpr double gridPerMm = gridPerInch / mmPerInch;
 /// Even a text that fills its box keeps this distance to its neighbour.
 constexpr double gapMm = 1.2;
 /// One line is kept down to this part of the font's size before it is broken into more.
@@ -133,11 +132,12 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch)
 {
     painter.save();
     painter.scale(dotsPerInch / gridPerInch, dotsPerInch / gridPerInch);
-    painter.setPen(Qt::black);
+    painter.setPen(controls::colors(controls::Ground::Paper).text);
     for (const PictureItem &picture : page.pictures)
         painter.drawImage(QRectF(picture.box.topLeft() * gridPerMm, picture.box.size() * gridPerMm), picture.image);
     for (const TextItem &text : page.texts)
         drawText(painter, text);
+    painter.drawPicture(0, 0, page.drawing.strokes);
     painter.restore();
 }
 

@@ -1,13 +1,21 @@
 #pragma once
 
+#include "platform/print/Lengths.h"
+
 #include <QImage>
 #include <QPainter>
+#include <QPicture>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
 namespace print {
+
+/// The grid on which all pages are laid out.
+inline constexpr double gridPerInch = 1200;
+inline constexpr double gridPerMm = gridPerInch / mmPerInch;
 
 enum class Align { Left, Right, Center };
 
@@ -36,10 +44,18 @@ struct PictureItem
     QRectF box; ///< mm
 };
 
+/// Lines and letters that were drawn elsewhere, on the grid from the sheet's corner, and the words in it.
+struct Drawing
+{
+    QPicture strokes;
+    QStringList words;
+};
+
 struct Page
 {
     std::vector<PictureItem> pictures;
     std::vector<TextItem> texts;
+    Drawing drawing;
 };
 
 /// Draws a page with the sheet's upper left corner at the painter's origin. `dotsPerInch` is the painter's scale. Screen,

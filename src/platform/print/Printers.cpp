@@ -88,13 +88,13 @@ void send(const Document &document, const QString &device, const QString &title)
         refuse(QStringLiteral("이 컴퓨터에 등록된 프린터가 없습니다."));
     const QPrinterInfo info = QPrinterInfo::printerInfo(name);
     if (info.isNull())
-        refuse(QStringLiteral("프린터 '%1'을(를) 찾을 수 없습니다.").arg(name));
+        refuse(QStringLiteral("프린터를 찾을 수 없습니다: %1").arg(name));
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setDocName(title);
     printer.setPageLayout(layoutOf(document));
     printer.setFullPage(true);
     if (!drawOn(printer, document, printer.resolution()))
-        refuse(QStringLiteral("프린터 '%1'(으)로 출력하지 못했습니다.").arg(name));
+        refuse(QStringLiteral("프린터로 출력하지 못했습니다: %1").arg(name));
 }
 
 void savePdf(const Document &document, const QString &file, const QString &title)

@@ -162,10 +162,11 @@ void VSPrinter::run(Command command)
     }
 }
 
-void VSPrinter::setDocument(Document document, const QString &title)
+void VSPrinter::setDocument(Document document, const QString &title, const QString &fileName)
 {
     document_ = std::move(document);
     title_ = title;
+    fileName_ = fileName.isEmpty() ? title : fileName;
     showPage(0);
 }
 
@@ -197,6 +198,7 @@ void VSPrinter::fit(double widthMm, double heightMm)
 void VSPrinter::showState()
 {
     canvas_->setPage(document_, page_, zoom_);
+    canvas_->setAccessibleName(QStringLiteral("%1 %2쪽").arg(title_).arg(page_ + 1));
     lblPage_->setText(QStringLiteral("%1 / %2쪽").arg(page_ + 1).arg(document_.pageCount()));
     lblZoom_->setText(QStringLiteral("%1%").arg(qRound(zoom_ * 100)));
     for (const Command command : {FirstPage, PreviousPage})
@@ -219,14 +221,14 @@ void VSPrinter::printOut()
     lblDone_->clear();
     const QString printer = cboPrinter_->count() > 0 ? cboPrinter_->currentText() : device_;
     send(document_, printer, title_);
-    lblDone_->setText(QStringLiteral("인쇄를 보냈습니다."));
+    lblDone_->setText(QStringLiteral("프린터로 보냈습니다."));
 }
 
 void VSPrinter::savePdf()
 {
     lblDone_->clear();
     const QPointer<VSPrinter> self(this);
-    const QString file = controls::askSaveFile(this, QStringLiteral("PDF로 저장"), title_ + QStringLiteral(".pdf"),
+    const QString file = controls::askSaveFile(this, QStringLiteral("PDF로 저장"), fileName_ + QStringLiteral(".pdf"),
                                                QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
     if (!self || file.isEmpty())
         return;

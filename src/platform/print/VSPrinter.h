@@ -22,7 +22,8 @@ class VSPrinter : public QWidget
 public:
     explicit VSPrinter(QWidget *parent = nullptr);
 
-    void setDocument(Document document, const QString &title);
+    /// `fileName`: what a PDF is called that the user saves; empty: as the title.
+    void setDocument(Document document, const QString &title, const QString &fileName = {});
     const Document &document() const { return document_; }
     /// Printer that is chosen at first; empty: the system's default.
     void setDevice(const QString &device) { device_ = device; }
@@ -63,6 +64,7 @@ private:
 
     Document document_;
     QString title_;
+    QString fileName_;
     QString device_;
     int page_ = 0;
     double zoom_ = 1;

@@ -1,0 +1,94 @@
+#include "platform/controls/DeskStyle.h"
+
+#include "platform/controls/Palette.h"
+
+#include <QAbstractScrollArea>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace controls {
+
+namespace {
+
+constexpr int frameWidth = 2;
+
+/// Inside the rectangle, and telling from that background.
+void drawFocusFrame(QPainter *painter, const QRect &rect, const QColor &back)
+{
+    const qreal half = frameWidth / 2.0;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(focusFrame(back), frameWidth));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), 2, 2);
+    painter->restore();
+}
+
+bool hasFocus(const QStyleOption *option)
+{
+    return option->state.testFlag(QStyle::State_HasFocus);
+}
+
+} // namespace
+
+DeskStyle::DeskStyle()
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+{
+}
+
+int DeskStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const
+{
+    // The rest of a list's frame lies under its contents.
+    if (metric == PM_DefaultFrameWidth && qobject_cast<const QAbstractScrollArea *>(widget))
+        return frameWidth;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                              const QWidget *widget) const
+{
+    if (element == PE_FrameFocusRect) {
+        const auto *focus = qstyleoption_cast<const QStyleOptionFocusRect *>(option);
+        const bool byKeyboard = option->state.testFlag(State_KeyboardFocusChange);
+        if (focus && (byKeyboard || option->state.testFlag(State_Item)))
+            drawFocusFrame(painter, option->rect,
+                           focus->backgroundColor.isValid() ? focus->backgroundColor
+                                                            : option->palette.color(QPalette::Window));
+        return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_PanelLineEdit && hasFocus(option)) {
+        const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        if (frame && frame->lineWidth > 0)
+            drawFocusFrame(painter, option->rect, option->palette.color(QPalette::Base));
+    }
+}
+
+void DeskStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                            const QWidget *widget) const
+{
+    if (element == CE_ProgressBarContents) {
+        const auto *bar = qstyleoption_cast<const QStyleOptionProgressBar *>(option);
+        const int range = bar ? bar->maximum - bar->minimum : 0;
+        if (range > 0) {
+            QRect done = option->rect;
+            done.setWidth(int(qint64(done.width()) * (bar->progress - bar->minimum) / range));
+            painter->fillRect(done, option->palette.color(QPalette::Highlight));
+            return;
+        }
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_ShapedFrame && hasFocus(option) && qobject_cast<const QAbstractScrollArea *>(widget))
+        drawFocusFrame(painter, option->rect, option->palette.color(QPalette::Base));
+}
+
+void DeskStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                                   const QWidget *widget) const
+{
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if ((control == CC_ComboBox || control == CC_SpinBox) && hasFocus(option))
+        drawFocusFrame(painter, option->rect, option->palette.color(QPalette::Base));
+}
+
+} // namespace controls
