@@ -37,4 +37,10 @@ function(zelvo_test name)
     set_tests_properties(${name} PROPERTIES ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0"
         TIMEOUT 600)
+    # ./test runs them side by side: what waits most begins first, and what asks how long something took has all cores.
+    if(name IN_LIST ZELVO_LONG_TESTS)
+        set_tests_properties(${name} PROPERTIES COST 100)
+    elseif(name IN_LIST ZELVO_TIMED_TESTS)
+        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
+    endif()
 endfunction()
