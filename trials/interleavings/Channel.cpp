@@ -10,7 +10,7 @@ namespace trial {
 
 namespace {
 
-constexpr int longest = 4096; // bytes of a message
+constexpr int messageBytes = 4096; // bytes of a message
 
 } // namespace
 
@@ -27,15 +27,15 @@ Channel::~Channel()
 
 void Channel::send(const QByteArray &message) const
 {
-    const QByteArray sent = message.left(longest);
+    const QByteArray sent = message.left(messageBytes);
     if (::send(socket_, sent.constData(), std::size_t(sent.size()), MSG_NOSIGNAL) != sent.size())
         throw std::runtime_error("the other process is gone");
 }
 
 QByteArray Channel::receive() const
 {
-    QByteArray message(longest, '\0');
-    const ssize_t bytes = ::recv(socket_, message.data(), longest, 0);
+    QByteArray message(messageBytes, '\0');
+    const ssize_t bytes = ::recv(socket_, message.data(), messageBytes, 0);
     if (bytes <= 0)
         throw std::runtime_error("the other process is gone");
     return message.left(bytes);

@@ -2,6 +2,7 @@
 
 #include "clinic/Tables.h"
 #include "desk/journal/Seal.h"
+#include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "trials/interleavings/Gate.h"
 #include "trials/interleavings/Operations.h"
@@ -9,6 +10,7 @@
 #include <QCoreApplication>
 
 #include <csignal>
+#include <cstdio>
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/socket.h>

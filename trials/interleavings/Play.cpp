@@ -7,8 +7,8 @@ namespace trial {
 
 namespace {
 
-constexpr int quiet = 2;        // milliseconds after which a silent desk may be waiting for a lock
-constexpr int longest = 15'000; // more than any desk's patience
+constexpr int quiet = 2;         // milliseconds after which a silent desk may be waiting for a lock
+constexpr int patience = 15'000; // more than any desk's patience
 
 class Play
 {
@@ -95,7 +95,7 @@ private:
     {
         const DeskProcess &process = desks_[std::size_t(desk)];
         bool waited = states_[std::size_t(desk)].is == State::WaitsForServer;
-        for (int passed = 0; passed < longest; passed += quiet) {
+        for (int passed = 0; passed < patience; passed += quiet) {
             const std::optional<Message> message = process.messageWithin(waited ? 0 : quiet);
             if (message)
                 return take(desk, *message);
@@ -114,7 +114,7 @@ private:
     /// All of them wait: the server finds that by itself and refuses one.
     bool letServerDecide()
     {
-        for (int passed = 0; passed < longest; passed += quiet) {
+        for (int passed = 0; passed < patience; passed += quiet) {
             for (std::size_t desk = 0; desk < states_.size(); ++desk) {
                 if (states_[desk].is != State::WaitsForServer)
                     continue;

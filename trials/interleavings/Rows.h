@@ -6,6 +6,7 @@
 
 #include <map>
 #include <set>
+#include <tuple>
 #include <vector>
 
 namespace trial {
@@ -22,7 +23,11 @@ struct Change
         QString table;
         qint64 key;
         qsizetype column;
-        auto operator<=>(const Cell &) const = default;
+        bool operator==(const Cell &) const = default;
+        bool operator<(const Cell &other) const
+        {
+            return std::tie(table, key, column) < std::tie(other.table, other.key, other.column);
+        }
     };
 
     std::map<Cell, QString> written;

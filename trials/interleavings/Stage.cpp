@@ -72,8 +72,8 @@ void Stage::keepRows()
 
 void Stage::keepRowsOnServer()
 {
-    clinic_->Execute(QStringLiteral("ALTER DATABASE \"%1\" SET deadlock_timeout = '20ms'")
-                         .arg(address_.section(u'/', -1).section(u'?', 0, 0)));
+    const QString database = clinic_->read(QStringLiteral("SELECT current_database()")).raw(0, 0).toString();
+    clinic_->Execute(QStringLiteral("ALTER DATABASE \"%1\" SET deadlock_timeout = '20ms'").arg(database));
     clinic_->Execute(QStringLiteral("SET session_replication_role = replica")); // past the journal
     clinic_->Execute(QStringLiteral("CREATE SCHEMA kept"));
     for (const auto &[table, key] : writtenTables()) {
@@ -117,7 +117,8 @@ QStringList Stage::violations() const
     };
     for (const check::Query &query : check::queries())
         add(check::examine(*clinic_, query, 0ms));
-    for (const check::Finding &finding : check::JournalExamination(*clinic_, 0ms).findings())
+    const check::JournalExamination journal(*clinic_, 0ms);
+    for (const check::Finding &finding : journal.findings())
         add(finding);
     return found;
 }
