@@ -51,6 +51,8 @@ QStringList Judge::faults(const std::vector<int> &operations, const Played &play
     if (!played.trouble.isEmpty())
         return {played.trouble};
     QStringList faults;
+    if (played.deadlock)
+        faults << QStringLiteral("the desks wait for one another");
     checkTold(operations, played, faults);
     checkRows(operations, played, faults);
     return faults;

@@ -26,9 +26,8 @@ Operation known(const char *name, unsigned needs, unsigned minds, unsigned chang
     if (found == all.end())
         throw std::logic_error(name);
     const ::Work work = *found;
-    return {
-        name,     needs,     minds, changes, [work](Desk &desk) { return [work, &desk] { return work.run(desk); }; },
-        setsOwed, work.tells};
+    return {name,    needs, minds, changes, [work](Desk &desk) { return [work, &desk] { return work.run(desk); }; },
+            setsOwed};
 }
 
 /// The ledger as the dialog shows it; what another desk took since is told, and the user answers no.
@@ -148,8 +147,6 @@ std::vector<Operation> all()
         known("add a dealer", 0, 0, 0),
         known("change a dealer", Dealer2 | DealerText2, 0, DealerText2),
         known("delete a dealer", Dealer2 | DealerText2 | Bought2, 0, Dealer2 | DealerText2),
-        known("a new property", 0, Property, Property),
-        known("change a property", 0, Property, Property),
     };
 }
 

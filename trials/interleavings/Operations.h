@@ -27,7 +27,6 @@ enum Thing : unsigned {
     DealerText2 = 1 << 15, ///< what stands in it
     Bought2 = 1 << 16,     ///< whether there are purchases from it
     NewDay = 1 << 17,      ///< the orders of today
-    Property = 1 << 18,
 };
 
 /// An operation of the module as two or three desks are to run it at once.
@@ -41,7 +40,6 @@ struct Operation
     /// Looks at what the window shows, and returns the work; that tells or raises as Work::run does.
     std::function<std::function<bool()>(Desk &desk)> look;
     bool setsOwed = false; ///< writes the outstanding money without regard to what it was
-    bool tells = true;
 };
 
 const std::vector<Operation> &operations();

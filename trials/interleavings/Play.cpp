@@ -32,6 +32,7 @@ public:
             if (able == 0) {
                 if (!letServerDecide())
                     return fail(QStringLiteral("every desk waits for another"));
+                played_.deadlock = true;
                 continue;
             }
             Choice choice{std::countr_zero(able), last_, able};

@@ -19,7 +19,8 @@ struct Played
     std::vector<bool> begunBefore; ///< whether the desk had sent a statement when the first of the others ended
     QStringList steps;             ///< "1 waits: SELECT ...", for whoever has to see what happened
     int firstToEnd = -1;
-    QString trouble; ///< empty unless the order could not be run
+    bool deadlock = false; ///< they waited for one another, and the server refused one of them
+    QString trouble;       ///< empty unless the order could not be run
 };
 
 /// Runs the operations on the clinic as it was kept, by those first choices; afterwards nobody is interrupted.

@@ -11,7 +11,6 @@ namespace {
 
 const QString orders = QStringLiteral("tPSOrderMaster");
 const QString lines = QStringLiteral("tPSOrderDetail");
-const QString ledger = QStringLiteral("tPSTransaction");
 
 const clinic::Table &tableOf(const QString &name)
 {
