@@ -136,9 +136,6 @@ QString differenceFrom(const Rows &before, const Change &found, const std::vecto
                 .arg(cell.key)
                 .arg(value, was, values.join(u','));
     }
-    for (const QString &table :
-         {orders, lines, ledger}) // all of them have to be looked at, also where nothing was added
-        together.added[table];
     for (const auto &[table, rows] : together.added) {
         const auto is = found.added.find(table);
         const std::multiset<QStringList> &now = is == found.added.end() ? std::multiset<QStringList>() : is->second;
