@@ -165,16 +165,26 @@ std::span<const Work> works()
 void makeClinic(const QString &file)
 {
     const ado::ConnectionPtr clinic = ado::Connection::open(QStringLiteral("sqlite:") + file, true);
-    schema::createSchema(*clinic);
-    for (const QStringList &statement : casesOf("faults/clinic.cases", 1))
-        clinic->Execute(statement[0]);
+    fillClinic(*clinic);
     // Closed with its log played in, and as --make leaves it: the desk that opens it first sets the mode.
     clinic->Execute(QStringLiteral("PRAGMA journal_mode = DELETE"));
 }
 
-Desk::Desk(const QString &file)
+void fillClinic(ado::Connection &clinic)
 {
-    gcnnMasterDB = ado::Connection::open(QStringLiteral("sqlite:") + file);
+    schema::createSchema(clinic);
+    for (const QStringList &statement : casesOf("faults/clinic.cases", 1))
+        clinic.Execute(statement[0]);
+}
+
+Desk::Desk(const QString &file)
+    : Desk(ado::Connection::open(QStringLiteral("sqlite:") + file))
+{
+}
+
+Desk::Desk(const ado::ConnectionPtr &clinic)
+{
+    gcnnMasterDB = clinic;
     session.customer.lngCustPK = customer.number();
     session.customer.address = QStringLiteral("서울시");
     readAnew();

@@ -11,12 +11,15 @@
 
 /// A clinic of a few rows, closed and whole, at that place.
 void makeClinic(const QString &file);
+/// The same in an empty database.
+void fillClinic(ado::Connection &clinic);
 
 /// A desk without a screen on a clinic of makeClinic: gcnnMasterDB and the lists that the window opens.
 class Desk
 {
 public:
     explicit Desk(const QString &file);
+    explicit Desk(const ado::ConnectionPtr &clinic);
     ~Desk();
     Desk(const Desk &) = delete;
     Desk &operator=(const Desk &) = delete;

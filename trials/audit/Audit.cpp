@@ -44,6 +44,7 @@ public:
         findings_.orders = int(stand_.orders.size());
         findings_.lines = stand_.lines;
         findings_.entries = stand_.entries;
+        findings_.products = int(stand_.products.size());
         checkRows();
         for (const Deed *deed : deeds_)
             check(*deed);
@@ -51,6 +52,7 @@ public:
         for (const auto &[key, order] : stand_.orders)
             checkOrder(key, order);
         checkEdits();
+        checkProducts();
         return std::move(findings_);
     }
 
@@ -74,6 +76,8 @@ private:
             if (key && std::find(ofOrder_[key].begin(), ofOrder_[key].end(), &deed) == ofOrder_[key].end())
                 ofOrder_[key].push_back(&deed);
         }
+        if (deed.number("product"))
+            ofProduct_[deed.number("product")].push_back(&deed);
         if (deed.number("to") == 0 && (deed.kind == "sell-new" || deed.kind == "return"))
             withoutOrder_.push_back(&deed);
     }
@@ -128,6 +132,10 @@ private:
             return other->number("cust") == deed.number("cust") && wrote(other);
         };
         const auto others = ofOrder_.find(orderOf(deed));
+        if (refusedForProduct(deed)) {
+            ++findings_.conflicts;
+            return;
+        }
         // Which order such an operation goes to is not known before it is done.
         const bool anyOrder = deed.kind == "sell-new" || deed.kind == "return";
         if ((others != ofOrder_.end() && std::any_of(others->second.begin(), others->second.end(), wrote))
@@ -139,8 +147,47 @@ private:
                                     .arg(orderOf(deed))
                                     .arg(deed.reason);
         // What is one step must leave nothing when it is refused.
-        if (some && (deed.kind == "collect" || deed.kind == "entry" || deed.kind == "pay-more"))
+        if (some
+            && (deed.kind == "collect" || deed.kind == "entry" || deed.kind == "pay-more"
+                || deed.kind == "change-entry"))
             fault("the refused row with %1 stands on order %2", tokens.front(), orderOf(deed));
+    }
+
+    /// One that is deleted cannot be sold or deleted again, and one that was sold not be deleted.
+    bool refusedForProduct(const Deed &deed)
+    {
+        const auto &deeds = ofProduct_[deed.number("product")];
+        return deed.number("product") && std::any_of(deeds.begin(), deeds.end(), [&](const Deed *other) {
+                   const bool deletes = other->kind == "delete-product";
+                   return other != &deed && other->state != State::Refused && other->begun <= deed.ended
+                          && (deletes || deed.kind == "delete-product");
+               });
+    }
+
+    /// Products stand as they were acknowledged, and no line is left without one.
+    void checkProducts()
+    {
+        std::set<qint64> standing;
+        for (const auto &[key, token] : stand_.products) {
+            standing.insert(token);
+            for (const Deed *deed : ofProduct_[key])
+                if (deed->kind == "delete-product" && deed->state == State::Done)
+                    fault("the product with %1 was acknowledged as deleted and stands as %2", token, key);
+        }
+        std::size_t added = 0, deleted = 0, open = 0;
+        for (const Deed *deed : deeds_) {
+            if (deed->kind != "product" && deed->kind != "delete-product")
+                continue;
+            open += deed->state == State::Open;
+            if (deed->state == State::Done)
+                ++(deed->kind == "product" ? added : deleted);
+            if (deed->kind == "product" && deed->state == State::Refused)
+                fault("the product with %1 was refused: %2", deed->number("product-token"), 0);
+        }
+        if (standing.size() + deleted > added + open || standing.size() + deleted + open < added)
+            fault("%1 products stand, %2 should", qint64(standing.size()), qint32(added - deleted));
+        for (const qint32 order : stand_.linesWithoutProduct)
+            fault("%1 line stands without its product, on order %2", 1, order);
     }
 
     void checkOrder(qint32 key, const Stand::Order &order)
@@ -255,6 +302,7 @@ private:
     std::unordered_map<qint64, const Deed *> adders_;
     std::unordered_map<qint64, std::vector<const Deed *>> takers_;
     std::unordered_map<qint32, std::vector<const Deed *>> ofOrder_;
+    std::unordered_map<qint64, std::vector<const Deed *>> ofProduct_;
     std::set<qint32> unsettled_;
     std::vector<const Deed *> withoutOrder_; ///< that wrote to an order which the journal does not know
     Findings findings_;

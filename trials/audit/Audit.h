@@ -14,6 +14,7 @@ struct Before
     qint32 lastOrder = 0;
     qint32 lastLine = 0;
     qint32 lastEntry = 0;
+    qint32 lastProduct = 0;
     QString sums; ///< counts and sums of the old rows, as text
 };
 
@@ -24,10 +25,10 @@ struct Findings
     QStringList faults; ///< each a sentence; empty when all is well
     int acknowledged = 0;
     int refused = 0;
-    int conflicts = 0;                      ///< refused, and another desk wrote to the same order meanwhile
-    int unfinished = 0;                     ///< the desk died in it
-    int halfDone = 0;                       ///< refused or unfinished, and some steps of it stand
-    int orders = 0, lines = 0, entries = 0; ///< of the trial, that stand
+    int conflicts = 0;  ///< refused, and another desk wrote to the same order meanwhile
+    int unfinished = 0; ///< the desk died in it
+    int halfDone = 0;   ///< refused or unfinished, and some steps of it stand
+    int orders = 0, lines = 0, entries = 0, products = 0; ///< of the trial, that stand
 };
 
 Findings audit(const ado::Connection &clinic, const Before &before, const std::vector<std::vector<Deed>> &journals);

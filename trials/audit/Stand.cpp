@@ -32,7 +32,8 @@ QString sumsOfOldRows(const ado::Connection &clinic, const Before &before)
                   "SUM(OrdM_Total), SUM(OrdM_HalinTotal), SUM(OrdM_Misugum)")
            + sumsOf(clinic, "tPSOrderDetail", "OrdD_PK", before.lastLine,
                     "SUM(OrdD_UnitPrice), SUM(OrdD_HalinUnit), SUM(OrdD_Count)")
-           + sumsOf(clinic, "tPSTransaction", "tpstrans_PK", before.lastEntry, "SUM(tpstrans_Money)");
+           + sumsOf(clinic, "tPSTransaction", "tpstrans_PK", before.lastEntry, "SUM(tpstrans_Money)")
+           + sumsOf(clinic, "tPSProductMaster", "PM_PK", before.lastProduct, "SUM(PM_UnitPrice)");
 }
 
 void readOrders(const ado::Connection &clinic, const Before &before, Stand &stand)
@@ -60,6 +61,20 @@ void readOrders(const ado::Connection &clinic, const Before &before, Stand &stan
     }
 }
 
+void readProducts(const ado::Connection &clinic, const Before &before, Stand &stand)
+{
+    const ado::CellTable products = clinic.read(
+        QStringLiteral("SELECT PM_PK, PM_EtcMemo FROM tPSProductMaster WHERE PM_PK > %1").arg(before.lastProduct));
+    for (int row = 0; row < products.rowCount(); ++row)
+        stand.products[products.raw(row, 0).toInt()] = products.raw(row, 1).toLongLong();
+    const ado::CellTable lines = clinic.read(
+        QStringLiteral("SELECT d.OrdM_PK FROM tPSOrderDetail d WHERE d.OrdD_PK > %1 AND NOT EXISTS (SELECT 1 "
+                       "FROM tPSProductMaster p WHERE p.PM_PK = d.PM_PK)")
+            .arg(before.lastLine));
+    for (int row = 0; row < lines.rowCount(); ++row)
+        stand.linesWithoutProduct.push_back(lines.raw(row, 0).toInt());
+}
+
 } // namespace
 
 Before before(const ado::Connection &clinic)
@@ -68,6 +83,7 @@ Before before(const ado::Connection &clinic)
     before.lastOrder = lastKey(clinic, "tPSOrderMaster", "OrdM_PK");
     before.lastLine = lastKey(clinic, "tPSOrderDetail", "OrdD_PK");
     before.lastEntry = lastKey(clinic, "tPSTransaction", "tpstrans_PK");
+    before.lastProduct = lastKey(clinic, "tPSProductMaster", "PM_PK");
     before.sums = sumsOfOldRows(clinic, before);
     return before;
 }
@@ -78,6 +94,7 @@ Stand readStand(const ado::Connection &clinic, const Before &before)
         throw std::runtime_error("rows from before the trial were touched");
     Stand stand;
     readOrders(clinic, before, stand);
+    readProducts(clinic, before, stand);
     const ado::CellTable lines =
         clinic.read(QStringLiteral("SELECT OrdM_PK, CASE WHEN OrdD_Count < 0 THEN OrdD_UnitPrice ELSE OrdD_HalinUnit "
                                    "END FROM tPSOrderDetail WHERE OrdD_PK > %1")

@@ -24,7 +24,9 @@ struct Stand
     };
 
     std::unordered_map<qint32, Order> orders;
-    std::unordered_multimap<qint64, Row> rows; ///< by their tokens
+    std::unordered_multimap<qint64, Row> rows;   ///< by their tokens
+    std::unordered_map<qint32, qint64> products; ///< their tokens by their keys
+    std::vector<qint32> linesWithoutProduct;     ///< orders of such lines
     int lines = 0;
     int entries = 0;
 };

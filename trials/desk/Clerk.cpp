@@ -26,9 +26,7 @@ Clerk::Clerk(const Task &task, Journal &journal)
     , random_(task.seed)
     , token_(task.firstToken)
 {
-    session_.rsSaleProductLists = std::make_unique<ado::Recordset>();
-    session_.rsSaleProductLists->Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static,
-                                      ado::LockType::ReadOnly);
+    openProducts();
 }
 
 Clerk::~Clerk()
@@ -36,8 +34,18 @@ Clerk::~Clerk()
     session_.release();
 }
 
+void Clerk::openProducts()
+{
+    session_.rsSaleProductLists = std::make_unique<ado::Recordset>();
+    session_.rsSaleProductLists->Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static,
+                                      ado::LockType::ReadOnly);
+    openRows(session_.rsSaleProductListsManager, clsSQL().getProductMasterSQL(true));
+}
+
 void Clerk::visit()
 {
+    if (roll(8) == 0)
+        openProducts();
     // Those who crowd meet at the patient of the half-second.
     const int meeting = int(now() / 500'000 * 7919 % task_.patients) + 1;
     const bool crowded = roll(100) < task_.crowding;
@@ -78,10 +86,10 @@ void Clerk::act()
 {
     using Step = void (Clerk::*)();
     static constexpr Step steps[] = {
-        &Clerk::sell,           &Clerk::sell,        &Clerk::sell,     &Clerk::sell,       &Clerk::takeMoney,
-        &Clerk::takeMoney,      &Clerk::takeMoney,   &Clerk::collect,  &Clerk::editOrder,  &Clerk::editOrder,
-        &Clerk::takeBack,       &Clerk::takeBack,    &Clerk::addEntry, &Clerk::deleteLine, &Clerk::deleteEntry,
-        &Clerk::sellOnNewOrder, &Clerk::deleteOrder,
+        &Clerk::sell,           &Clerk::sell,        &Clerk::sell,        &Clerk::sell,       &Clerk::takeMoney,
+        &Clerk::takeMoney,      &Clerk::takeMoney,   &Clerk::collect,     &Clerk::editOrder,  &Clerk::editOrder,
+        &Clerk::takeBack,       &Clerk::takeBack,    &Clerk::addEntry,    &Clerk::deleteLine, &Clerk::deleteEntry,
+        &Clerk::sellOnNewOrder, &Clerk::deleteOrder, &Clerk::changeEntry, &Clerk::addProduct, &Clerk::deleteProduct,
     };
     const std::vector<qint32> orders = ordersOfTrial();
     if (orders.empty())
@@ -160,7 +168,8 @@ void Clerk::sellOnNewOrder()
     const QDate date = day();
     session_.customer.address = QString::number(token);
     sales_.setToday([date] { return date; });
-    if (perform("sell-new", {{"token", token}}, [&] { return sales_.addDetailToNewOrder(line); }))
+    if (perform("sell-new", {{"token", token}, {"product", line.product.number()}},
+                [&] { return sales_.addDetailToNewOrder(line); }))
         noteOrderOf(token);
 }
 
@@ -168,7 +177,7 @@ void Clerk::sell()
 {
     const qint64 token = next();
     const EntryLine line = lineFor(token);
-    perform("sell", {{"token", token}, {"order", order_}},
+    perform("sell", {{"token", token}, {"order", order_}, {"product", line.product.number()}},
             [&] { return sales_.addDetailToSelectedOrder(shown(), line); });
 }
 

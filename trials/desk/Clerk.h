@@ -1,5 +1,6 @@
 #pragma once
 
+#include "products/ProductOperations.h"
 #include "sales/OrderSave.h"
 #include "sales/RefundOperations.h"
 #include "session/SaleSession.h"
@@ -14,7 +15,8 @@ namespace trial {
 /// operations that the panes call, on gcnnMasterDB, as fast as the desk allows.
 ///
 /// Each row that is added carries a number used once in the whole trial: a line in its discount, a return row in its
-/// price, a ledger row in its money, a new order in its address, an edit in its memo. Only rows of the trial are touched.
+/// price, a ledger row in its money, a new order in its address, an edit in its memo, a product in its own memo. Only rows
+/// of the trial are touched.
 class Clerk
 {
 public:
@@ -23,8 +25,9 @@ public:
         unsigned seed = 1;
         qint64 firstToken = 1;
         qint32 ordersBefore = 0; ///< highest order key from before the trial
-        int patients = 0;        ///< keys 1 to this
-        int crowding = 0;        ///< percent of the visits that all desks pay to the same patient
+        qint32 productsBefore = 0;
+        int patients = 0; ///< keys 1 to this
+        int crowding = 0; ///< percent of the visits that all desks pay to the same patient
     };
 
     Clerk(const Task &task, Journal &journal);
@@ -38,6 +41,7 @@ private:
 
     void openPatient(int key);
     void openOrder(qint32 key);
+    void openProducts();
     std::vector<qint32> ordersOfTrial() const;
     void act();
 
@@ -51,8 +55,11 @@ private:
     void payFirst();
     void payFurther();
     void addEntry();
+    void changeEntry();
     void deleteEntry();
     void collect();
+    void addProduct();
+    void deleteProduct();
     void owe(qint64 won);
 
     /// Runs an operation between two lines of the journal; true when it was acknowledged.
@@ -75,6 +82,7 @@ private:
     OrderOperations sales_{session_};
     OrderSave save_{session_};
     RefundOperations returns_{session_};
+    ProductOperations products_{session_};
     qint32 order_ = 0; ///< stood on; 0 none
     qint64 seen_ = 0;  ///< when the first of the rows in hand was read
 };

@@ -86,6 +86,20 @@ void Clerk::addEntry()
             [&] { return ledger::addFormEntry(session_, shown(), entry) ? Outcome::Done : Outcome::Failed; });
 }
 
+void Clerk::changeEntry()
+{
+    const auto any = [](const ado::Recordset &row) { return !runtime::isNull(row[QStringLiteral("tpstrans_Money")]); };
+    if (!standOn(session_.rsCustTranManage, clsSQL().getCustTranSQL(session_.customer.lngCustPK, order_), any))
+        return;
+    const ledger::ShownRow row = ledger::shownRow(*session_.rsCustTranManage);
+    const QVariant money = session_.rsCustTranManage->value(QStringLiteral("tpstrans_Money"));
+    const qint64 token = next();
+    perform("change-entry", {{"token", token}, {"gone", runtime::CLng(money)}, {"order", order_}}, [&] {
+        ledger::updateRow(*gcnnMasterDB, row, {shown(), day(), ledger::Payment, qint32(token), QString()});
+        return Outcome::Done;
+    });
+}
+
 void Clerk::deleteEntry()
 {
     const auto any = [](const ado::Recordset &row) { return !runtime::isNull(row[QStringLiteral("tpstrans_Money")]); };

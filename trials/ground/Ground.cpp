@@ -1,5 +1,6 @@
 #include "trials/ground/Ground.h"
 
+#include "desk/backup/Backup.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QCoreApplication>
@@ -53,9 +54,13 @@ QString Ground::damage() const
 
 std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding)
 {
-    const std::pair<const char *, qint64> options[] = {{"--seconds", seconds},    {"--seed", seed},
-                                                       {"--token", firstToken},   {"--before", before_.lastOrder},
-                                                       {"--patients", patients_}, {"--crowding", crowding}};
+    const std::pair<const char *, qint64> options[] = {{"--seconds", seconds},
+                                                       {"--seed", seed},
+                                                       {"--token", firstToken},
+                                                       {"--before", before_.lastOrder},
+                                                       {"--products", before_.lastProduct},
+                                                       {"--patients", patients_},
+                                                       {"--crowding", crowding}};
     journals_ << folder_.filePath(QStringLiteral("desk-%1.journal").arg(journals_.size()));
     QStringList arguments{address_, journals_.last()};
     for (const auto &[name, value] : options)
@@ -66,6 +71,18 @@ std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 f
     if (!desk->waitForStarted())
         throw std::runtime_error("a desk does not start");
     return desk;
+}
+
+void Ground::backUp() const
+{
+    backup::backUp(address_, folder_.filePath(QStringLiteral("clinic.backup")));
+}
+
+void Ground::restore(const QStringList &forgotten)
+{
+    backup::restore(address_, folder_.filePath(QStringLiteral("clinic.backup")));
+    for (const QString &journal : forgotten)
+        journals_.removeOne(journal);
 }
 
 std::vector<std::vector<Deed>> Ground::readJournals() const

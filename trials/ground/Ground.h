@@ -31,7 +31,11 @@ public:
     /// Starts a desk that works for so many seconds; its journal is the next one.
     std::unique_ptr<QProcess> startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding);
     QString lastJournal() const { return journals_.last(); }
+    const QStringList &journals() const { return journals_; }
     std::vector<std::vector<Deed>> readJournals() const;
+    /// Copies the clinic, and puts the copy back: what the desks of those journals did since is then forgotten.
+    void backUp() const;
+    void restore(const QStringList &forgotten);
     Findings check() const;
 
 private:

@@ -52,13 +52,43 @@ void print(const std::vector<std::vector<trial::Deed>> &journals, int seconds)
 int tell(const trial::Findings &findings)
 {
     std::printf("%d acknowledged, %d refused (%d of them conflicts), %d left half done; standing: %d orders, %d lines, "
-                "%d ledger rows\n",
+                "%d ledger rows, %d products\n",
                 findings.acknowledged, findings.refused, findings.conflicts, findings.halfDone, findings.orders,
-                findings.lines, findings.entries);
+                findings.lines, findings.entries, findings.products);
     for (const QString &fault : findings.faults.first(std::min<qsizetype>(20, findings.faults.size())))
         std::printf("FAULT: %s\n", qPrintable(fault));
     std::printf("%d faults\n", int(findings.faults.size()));
     return findings.faults.isEmpty() && findings.acknowledged > 0 ? 0 : 1;
+}
+
+/// Lets so many desks work on the clinic at once; false when one did not end by itself.
+bool work(trial::Ground &ground, const trial::Options &options, int seconds, int shift)
+{
+    std::vector<std::unique_ptr<QProcess>> desks;
+    for (int desk = shift; desk < shift + options.number("desks"); ++desk)
+        desks.push_back(ground.startDesk(seconds, unsigned(options.number("seed") + desk), 1'000'000 * desk + 1,
+                                         options.number("crowding")));
+    bool ended = true;
+    for (const auto &desk : desks)
+        ended = desk->waitForFinished((seconds + 60) * 1000) && desk->exitCode() == 0 && ended;
+    if (!ended)
+        std::printf("a desk did not end by itself\n");
+    return ended;
+}
+
+/// The clinic is copied, worked on and put back as it was: what was acknowledged before stands, nothing of what came after,
+/// and the desks work on.
+bool workOverRestore(trial::Ground &ground, const trial::Options &options, int seconds)
+{
+    const int desks = options.number("desks");
+    ground.backUp();
+    const qsizetype before = ground.journals().size();
+    bool ended = work(ground, options, seconds, desks);
+    ground.restore(ground.journals().mid(before));
+    const trial::Findings findings = ground.check();
+    std::printf("restored: %d acknowledged before it, %d faults\n", findings.acknowledged, int(findings.faults.size()));
+    ended = findings.faults.isEmpty() && ended;
+    return work(ground, options, seconds, 2 * desks) && ended;
 }
 
 int run(const trial::Options &options)
@@ -66,23 +96,17 @@ int run(const trial::Options &options)
     const std::unique_ptr<PostgresServer> server = options.server();
     trial::Ground ground(options.engine(), options.size(), server.get());
     const int seconds = options.number("seconds");
-    std::vector<std::unique_ptr<QProcess>> desks;
-    for (int desk = 0; desk < options.number("desks"); ++desk)
-        desks.push_back(ground.startDesk(seconds, unsigned(options.number("seed") + desk), 1'000'000 * desk + 1,
-                                         options.number("crowding")));
-    bool ended = true;
-    for (const auto &desk : desks)
-        ended = desk->waitForFinished((seconds + 60) * 1000) && desk->exitCode() == 0 && ended;
+    bool ended = work(ground, options, seconds, 0);
     print(ground.readJournals(), seconds);
+    if (options.number("restores") > 0)
+        ended = workOverRestore(ground, options, seconds) && ended;
     const int result = tell(ground.check());
-    if (!ended)
-        std::printf("a desk did not end by itself\n");
     return ended ? result : 1;
 }
 
 } // namespace
 
-/// trial_load ENGINE [--desks N] [--seconds N] [--orders N] [--crowding PERCENT] [--seed N]
+/// trial_load ENGINE [--desks N] [--seconds N] [--orders N] [--crowding PERCENT] [--seed N] [--restores 0|1]
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
@@ -91,7 +115,8 @@ int main(int argc, char **argv)
                     {{QStringLiteral("desks"), 8},
                      {QStringLiteral("seconds"), 60},
                      {QStringLiteral("crowding"), 10},
-                     {QStringLiteral("seed"), 1}}});
+                     {QStringLiteral("seed"), 1},
+                     {QStringLiteral("restores"), 0}}});
     } catch (const runtime::RuntimeError &error) {
         std::fprintf(stderr, "trial_load: %s\n", qPrintable(error.description()));
     } catch (const std::exception &error) {

@@ -23,6 +23,7 @@ int work(const QCommandLineParser &arguments)
     task.seed = unsigned(value(arguments, "seed"));
     task.firstToken = value(arguments, "token");
     task.ordersBefore = value(arguments, "before");
+    task.productsBefore = value(arguments, "products");
     task.patients = value(arguments, "patients");
     task.crowding = value(arguments, "crowding");
     {
@@ -37,12 +38,12 @@ int work(const QCommandLineParser &arguments)
 
 } // namespace
 
-/// trial_worker ADDRESS JOURNAL --seconds N --seed N --token N --before KEY --patients N --crowding PERCENT
+/// trial_worker ADDRESS JOURNAL --seconds N --seed N --token N --before KEY --products KEY --patients N --crowding PERCENT
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QCommandLineParser arguments;
-    for (const char *name : {"seconds", "seed", "token", "before", "patients", "crowding"})
+    for (const char *name : {"seconds", "seed", "token", "before", "products", "patients", "crowding"})
         arguments.addOption({QLatin1String(name), {}, QStringLiteral("number")});
     arguments.process(application);
     clinic::registerTables();
