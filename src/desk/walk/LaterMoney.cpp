@@ -1,5 +1,7 @@
 #include "desk/walk/LaterMoney.h"
 
+#include "platform/controls/Spoken.h"
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QLocale>
@@ -10,7 +12,7 @@ namespace {
 
 QString shown(Actor &actor, QWidget *window, const char *name)
 {
-    return actor.control<QLineEdit>(window, QString::fromLatin1(name))->text();
+    return controls::spokenMoney(actor.control<QLineEdit>(window, QString::fromLatin1(name))->text());
 }
 
 void chooseOrder(Actor &actor, QWidget *sale)
@@ -46,7 +48,8 @@ void takeBackALine(Actor &actor, QWidget *sale)
         actor.click(actor.control(refund, QStringLiteral("chkCmdSave")));
     });
     chooseOrder(actor, sale);
-    actor.say(QStringLiteral("한 줄을 반품받았습니다. 거래 총액 %1").arg(shown(actor, sale, "txtOrderMaster_9")));
+    actor.say(
+        QStringLiteral("판매 내역 하나를 반품했습니다. 거래 총액 %1").arg(shown(actor, sale, "txtOrderMaster_9")));
 }
 
 void collectOutstanding(Actor &actor, QWidget *sale)

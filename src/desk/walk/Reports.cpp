@@ -44,8 +44,7 @@ void lookAt(Actor &actor, QWidget *sale, const QString &caption, int number)
         actor.click(wholeYear);
         waitUntilRead(report);
     }
-    actor.say(QStringLiteral("'%1'를 봅니다. %2")
-                  .arg(caption, actor.control<QLabel>(report, QStringLiteral("lblState"))->text()));
+    actor.say(QStringLiteral("%1: %2").arg(caption, actor.control<QLabel>(report, QStringLiteral("lblState"))->text()));
     actor.picture(QStringLiteral("report-%1").arg(number), sale);
 }
 

@@ -3,6 +3,7 @@
 #include "desk/walk/LaterMoney.h"
 #include "desk/walk/Receipts.h"
 #include "desk/walk/Reports.h"
+#include "platform/controls/Spoken.h"
 
 #include <QLineEdit>
 #include <QRadioButton>
@@ -16,14 +17,14 @@ constexpr int DiscountField = 4;
 
 QString shown(Actor &actor, QWidget *window, const QString &name)
 {
-    return actor.control<QLineEdit>(window, name)->text();
+    return controls::spokenMoney(actor.control<QLineEdit>(window, name)->text());
 }
 
 void chooseProduct(Actor &actor, QWidget *sale, int row, const QString &quantity)
 {
     actor.clickRow(actor.control<QTableView>(sale, QStringLiteral("tdbSaleProductLists")), row);
     actor.typeInto(actor.control(sale, QStringLiteral("txtSaleProductLists_%1").arg(QuantityField)), quantity);
-    actor.say(QStringLiteral("물품 '%1' (단가 %2)을 골라 수량 %3을 적습니다. 총액 %4")
+    actor.say(QStringLiteral("물품 '%1' 선택, 단가 %2, 수량 %3, 총액 %4")
                   .arg(shown(actor, sale, QStringLiteral("txtSaleProductLists_1")),
                        shown(actor, sale, QStringLiteral("txtSaleProductLists_2")), quantity,
                        shown(actor, sale, QStringLiteral("txtSaleProductLists_8"))));
@@ -58,7 +59,7 @@ void takeMoney(Actor &actor, QWidget *sale)
         [&] { actor.click(actor.control(sale, QStringLiteral("chkCmdAutomateReceipt"))); },
         [&](QWidget *receipt) {
             actor.picture(QStringLiteral("receipt-dialog"), receipt);
-            actor.say(QStringLiteral("할인 1,000원을 적고, 현금 20,000원을 받고, 남는 돈은 미수금으로 둡니다."));
+            actor.say(QStringLiteral("할인 1,000원과 현금 20,000원을 입력하고 잔액은 미수금에 기록합니다."));
             actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralHalInMoney")), QStringLiteral("1000"));
             actor.typeInto(actor.control(receipt, QStringLiteral("txtGeneralSuNapMoney_0")), QStringLiteral("20000"));
             actor.click(actor.control(receipt, QStringLiteral("chkGeneralRemainToMisuMoney")));
@@ -79,7 +80,7 @@ void sellInWindow(Actor &actor, QWidget *sale)
     chooseProduct(actor, sale, 2, QStringLiteral("2"));
     actor.picture(QStringLiteral("product-chosen"), sale);
     addLine(actor, sale, customerHasOrders);
-    actor.say(QStringLiteral("첫 줄이 오늘 날짜의 거래에 올랐습니다."));
+    actor.say(QStringLiteral("오늘 날짜의 거래에 판매 내역을 추가했습니다."));
 
     actor.clickRow(orders, 0);
     chooseProduct(actor, sale, 5, QStringLiteral("1"));
@@ -87,7 +88,7 @@ void sellInWindow(Actor &actor, QWidget *sale)
                    QStringLiteral("500"));
     addLine(actor, sale, false);
     actor.clickRow(orders, 0);
-    actor.say(QStringLiteral("두 번째 줄을 더했습니다. 거래 총액 %1")
+    actor.say(QStringLiteral("판매 내역을 하나 더 추가했습니다. 거래 총액 %1")
                   .arg(shown(actor, sale, QStringLiteral("txtOrderMaster_9"))));
     actor.picture(QStringLiteral("order-with-lines"), sale);
 

@@ -118,7 +118,7 @@ void fillInShopData(Actor &actor, QWidget *sale)
                             actor.control<QLineEdit>(dialog, QStringLiteral("fileNameEdit"))->setText(logo);
                             actor.press(dialog, Qt::Key_Return);
                         });
-    actor.say(QStringLiteral("지점 정보를 저장하고 영수증 로고를 골랐습니다."));
+    actor.say(QStringLiteral("지점 정보를 저장하고 영수증 로고를 선택했습니다."));
     actor.picture(QStringLiteral("properties"), sale);
 }
 

@@ -36,7 +36,7 @@ QString freshClinic(const QString &folder, const QString &name, sample::Size siz
 QWidget *saleWindowFor(Actor &actor, desk::DeskWindow &desk, const QString &chartNumber)
 {
     actor.typeInto(actor.control(&desk, QStringLiteral("txtSearch")), chartNumber);
-    actor.say(QStringLiteral("챠트번호 %1으로 환자를 찾습니다.").arg(chartNumber));
+    actor.say(QStringLiteral("챠트번호 %1 환자를 찾습니다.").arg(chartNumber));
     actor.picture(QStringLiteral("patient-found"), &desk);
     actor.say(QStringLiteral("'물품판매'를 누릅니다."));
     actor.click(actor.control(&desk, QStringLiteral("cmdSale")));

@@ -1,6 +1,7 @@
 #include "statistics/StatisticsPane.h"
 
 #include "platform/automation/Automation.h"
+#include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
@@ -51,6 +52,7 @@ StatisticsPane::StatisticsPane(QWidget *parent)
     , reportPane_(new QWidget)
 {
     treeStatItem_->setHeaderHidden(true);
+    controls::dressList(treeStatItem_);
     treeStatItem_->setAccessibleName(QStringLiteral("통계 목록"));
     auto *reportLayout = new QVBoxLayout(reportPane_);
     reportLayout->setContentsMargins(0, 0, 0, 0);

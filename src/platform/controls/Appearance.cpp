@@ -145,6 +145,8 @@ void dressList(QWidget *list)
         calm.setColor(QPalette::AlternateBase, colors(Ground::Stripe).back);
         calm.setColor(QPalette::Base, colors(Ground::Field).back);
         calm.setColor(QPalette::Text, colors(Ground::Field).text);
+        calm.setColor(QPalette::Active, QPalette::Highlight, colors(Ground::Accent).back);
+        calm.setColor(QPalette::Active, QPalette::HighlightedText, colors(Ground::Accent).text);
         calm.setColor(QPalette::Inactive, QPalette::Highlight, resting);
         calm.setColor(QPalette::Inactive, QPalette::HighlightedText, text);
         list->setPalette(calm);

@@ -21,7 +21,7 @@ bool hasGround(const QWidget *control);
 
 /// Runs `paint` now and whenever the desktop changes its colours, as long as the owner lives.
 void followColors(QObject *owner, std::function<void()> paint);
-/// Stripes and the pale mark of the row that stands in a list without the focus.
+/// Stripes, the mark of the row that is chosen, and the pale one in a list without the focus.
 void dressList(QWidget *list);
 
 /// Stands a free Korean font in for those named by the system's forms where they are not installed. Once per process.
