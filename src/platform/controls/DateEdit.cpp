@@ -3,7 +3,10 @@
 #include "platform/controls/Wheel.h"
 
 #include <QCalendarWidget>
+#include <QFocusEvent>
 #include <QLocale>
+
+#include <utility>
 
 namespace controls {
 
@@ -18,6 +21,17 @@ DateEdit::DateEdit(QWidget *parent)
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     setDate(QDate::currentDate());
     guardWheel(this);
+    setCurrentSection(DaySection);
+}
+
+void DateEdit::focusInEvent(QFocusEvent *event)
+{
+    QDateEdit::focusInEvent(event);
+    const bool hadFocus = std::exchange(hadFocus_, true);
+    const bool comesBack = hadFocus && event->reason() == Qt::ActiveWindowFocusReason;
+    // A click chooses its own section; a calendar or another window in front leaves it as it was.
+    if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason && !comesBack)
+        setSelectedSection(DaySection);
 }
 
 } // namespace controls

@@ -17,7 +17,7 @@ using Kind = GridColumn::Kind;
 
 /// Cells are read while the grid paints, where no box may open: a cell that cannot be read says so itself.
 const QString unreadable = QStringLiteral("#오류");
-const QColor negativeMoney(0xC0, 0x1F, 0x1F);
+const QColor negativeFigure(0xC0, 0x1F, 0x1F);
 
 Qt::Alignment alignmentOf(Kind kind)
 {
@@ -183,8 +183,9 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:
-            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-')) ? QVariant(negativeMoney)
-                                                                                              : QVariant();
+            return (kind == Kind::Money || kind == Kind::Number) && shownText(row, column).startsWith(QLatin1Char('-'))
+                       ? QVariant(negativeFigure)
+                       : QVariant();
         default:
             return {};
         }
