@@ -16,6 +16,12 @@ signals:
 
 protected:
     void inputMethodEvent(QInputMethodEvent *event) override;
+    /// Coming back to it, by key, mouse or from another window, selects the text: the next name is typed over it.
+    void focusInEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+
+private:
+    bool focusCameByMouse_ = false;
 };
 
 } // namespace desk
