@@ -142,9 +142,14 @@ void MoneyBox::reformat()
         showMoney(this, clsNumberRelated().GetPureNumber(runtime::Trim(text())));
 }
 
+QColor signColor(const QString &amount)
+{
+    return amount.startsWith(u'-') ? QColor(255, 0, 0) : QColor(0, 0, 0);
+}
+
 void showMoney(QLineEdit *box, const QString &pureNumber)
 {
-    const QColor color = pureNumber.startsWith(u'-') ? QColor(255, 0, 0) : QColor(0, 0, 0);
+    const QColor color = signColor(pureNumber);
     if (controls::foreColor(box) != color)
         controls::setForeColor(box, color);
     // An unchanged text is left alone: writing it would take the selection away that came with the focus.

@@ -47,5 +47,7 @@ private:
     bool focusCameByMouse_ = false;
 };
 
+/// Red for a negative amount, else black.
+QColor signColor(const QString &amount);
 /// Shows a number text in the money format, red when it is negative.
 void showMoney(QLineEdit *box, const QString &pureNumber);

@@ -69,6 +69,7 @@ DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     list_.setGrid(tdbCustSaleDetails_);
     tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
     tdbCustSaleDetails_->setColumns(detailColumns());
+    tdbCustSaleDetails_->setEmptyText(QStringLiteral("거래를 선택하면 판매 내역이 여기에 보입니다."));
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
     placeControls();
@@ -91,8 +92,6 @@ void DetailPane::placeControls()
     list->setSpacing(2);
     list->addLayout(strip);
     list->addWidget(tdbCustSaleDetails_, 1);
-    QWidget::setTabOrder(tdbCustSaleDetails_, chkCmdRefund_);
-    QWidget::setTabOrder(chkCmdRefund_, chkCmdDelOrderDetail_);
 
     auto *memo = new QGridLayout(c1elaSaleDetailMemo_);
     memo->setContentsMargins(6, 2, 6, 2);
@@ -252,6 +251,8 @@ void DetailPane::deleteDetail()
     if (!alive)
         return;
     rebind();
+    if (outcome == Outcome::Done)
+        emit session_.done(QStringLiteral("판매 내역 삭제 · 합계 ") + operations_.totalShown(order));
     if (outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
     if (alive && hasFailed(outcome)) {

@@ -1,6 +1,7 @@
 #include "sales/SaleEntryPane.h"
 
 #include "forms/FormRow.h"
+#include "forms/KeyHint.h"
 #include "forms/clsMyFunctions.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/controls/Appearance.h"
@@ -51,7 +52,8 @@ constexpr EntryFieldLook entryFields[] = {
     {u"수량:", 4, 0, 1, {true, false, false, OnFocus::SelectAll}, true},
     {u"판매단가:", 5, 0, 2, MoneyHabits, false},
     {u"할인금액:", 5, 3, 1, shownMoney, true},
-    {u"총액:", 6, 0, 2, shownMoney, false},
+    // Whoever writes it sets its colour, which is the kind's: no key released in it does.
+    {u"총액:", 6, 0, 2, {true, false, true, OnFocus::Nothing}, false},
 };
 constexpr int checkRow = 0;
 constexpr int kindRow = 3;
@@ -77,7 +79,6 @@ SaleEntryPane::SaleEntryPane(SaleSession &session, QWidget *parent)
     makeSteppers();
     placeFields();
     styleAppendButton();
-    orderTabs();
     resetPane();
     for (int index : {UnitDiscount, Quantity, Discount})
         controls::onEvent(txtSaleProductLists(index), &QLineEdit::textChanged, this,
@@ -173,33 +174,7 @@ void SaleEntryPane::styleAppendButton()
     QFont font = cmdCSAppendDetail_->font();
     font.setBold(true);
     cmdCSAppendDetail_->setFont(font);
-    QPalette palette = cmdCSAppendDetail_->palette();
-    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-        palette.setColor(group, QPalette::Button, controls::AccentColor);
-        palette.setColor(group, QPalette::ButtonText, Qt::white);
-    }
-    cmdCSAppendDetail_->setPalette(palette);
-}
-
-void SaleEntryPane::orderTabs()
-{
-    const QList<QWidget *> order{
-        ssoptSellType_[0],
-        ssoptSellType_[1],
-        ssoptSellType_[2],
-        txtSaleProductLists(Quantity),
-        txtSaleProductLists(UnitDiscount),
-        txtSaleProductLists(SalePrice),
-        txtSaleProductLists(Discount),
-        txtSaleProductLists(LineTotal),
-        cmdCSAppendDetail_,
-        txtSaleProductLists(Catagory),
-        txtSaleProductLists(Name),
-        txtSaleProductLists(UnitPrice),
-        txtSaleProductLists(EtcMemo),
-    };
-    for (qsizetype index = 1; index < order.size(); ++index)
-        QWidget::setTabOrder(order[index - 1], order[index]);
+    paintKind();
 }
 
 ControlGroup SaleEntryPane::colSaleEntry() const
@@ -287,6 +262,19 @@ void SaleEntryPane::sellTypeChanged()
         showLineTotal();
     else
         showMoney(txtSaleProductLists(LineTotal), QStringLiteral("0"));
+    paintKind();
+}
+
+void SaleEntryPane::paintKind()
+{
+    const sale::LineType kind = sellType();
+    const LineKind &look = lineKinds[std::size_t(kind)];
+    controls::setColors(cmdCSAppendDetail_, look.colors);
+    setHint(cmdCSAppendDetail_, look.addHint);
+    MoneyBox *total = txtSaleProductLists(LineTotal);
+    controls::setColors(total, kind == sale::NormalSale
+                                   ? controls::ColorPair{controls::LockedColor, signColor(total->text())}
+                                   : look.colors);
 }
 
 QVariant SaleEntryPane::salePriceOfCurrentProduct() const
@@ -329,6 +317,7 @@ void SaleEntryPane::showLineTotal()
     }
     const Currency total = (moneyOf(SalePrice) - moneyOf(UnitDiscount)) * quantity + moneyOf(Discount);
     txtSaleProductLists(LineTotal)->setText(runtime::money(total));
+    paintKind();
 }
 
 void SaleEntryPane::appendDetail()
@@ -355,6 +344,8 @@ void SaleEntryPane::appendDetail()
     const Outcome outcome = addToChosenOrder(line);
     if (alive && outcome == Outcome::Done)
         emit lineAdded();
+    if (alive && outcome == Outcome::Done)
+        tellAdded(line);
     if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
     if (alive && outcome == Outcome::ProductGone)
@@ -366,6 +357,13 @@ void SaleEntryPane::appendDetail()
     }
 }
 
+/// The order is read by its key: the list may stand on another one by now.
+void SaleEntryPane::tellAdded(const EntryLine &line) const
+{
+    emit session_.done(line.name + u' ' + line.quantity.trimmed() + lineKinds[std::size_t(line.intSellType)].added
+                       + QStringLiteral(" · 합계 ") + operations_.totalShown(operations_.lastOrder()));
+}
+
 /// Quirk (docs/architecture.md): once today has an order, the line goes to the selected order without a question, even
 /// to an older one.
 Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
@@ -373,11 +371,14 @@ Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
     const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
     if (!hasOrders)
         return operations_.addDetailToNewOrder(line);
+    const QPointer<SaleEntryPane> alive(this);
+    emit session_.orderTaken(); // the question speaks of the selected order
+    if (!alive)
+        return Outcome::Stopped;
     const ShownOrder order = operations_.currentOrder();
     const qint16 orders = operations_.countTodayOrders();
     if (orders < 0)
         return Outcome::Failed;
-    const QPointer<SaleEntryPane> alive(this);
     const controls::Answer answer = orders > 0 ? controls::Answer::No : askForToday(line);
     if (answer == controls::Answer::Cancel || !alive)
         return Outcome::Stopped;
