@@ -219,11 +219,15 @@ TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)
 
 TEST_F(ReceiptButton, TellsWhatIsOwedAlreadyAndWhichRowIsChanged)
 {
-    for (const auto &[owed, told] : {std::pair("NULL", ""), {"0", ""}, {"12000", "이미 기록된 미수금 ₩12,000"}}) {
-        openOrder(20000, QString::fromLatin1(owed));
-        takeReceipt([told = told](const DialogDriver &form) {
+    const struct
+    {
+        const char *owed, *told;
+    } debts[] = {{"NULL", ""}, {"0", ""}, {"-5", ""}, {"12000", "이미 기록된 미수금 ₩12,000"}};
+    for (const auto &debt : debts) {
+        openOrder(20000, QString::fromLatin1(debt.owed));
+        takeReceipt([&](const DialogDriver &form) {
             const auto *label = form.find<QLabel>("lblOutstanding");
-            EXPECT_EQ(label->isVisible() ? label->text().toStdString() : "", told);
+            EXPECT_EQ(label->isVisible() ? label->text().toStdString() : "", debt.told);
         });
     }
     const std::string chosen = "선택한 내역: 2026-04-04 · ";

@@ -254,16 +254,18 @@ protected:
     /// How many boxes and dialogs the keys bring up, which are all left at once.
     int opened(const char *keys)
     {
+        desk_.boxes.answers = {controls::Answer::Cancel};
         int dialogs = 0;
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-            if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
+            if (QWidget *dialog = QApplication::activeModalWidget()) {
                 ++dialogs;
-                dialog->reject();
+                dialog->close();
             }
         });
         watch.start(5);
         press(keys);
+        desk_.boxes.answers.clear();
         return dialogs + int(desk_.boxes.take().size());
     }
     std::string focus() const { return QApplication::focusWidget()->objectName().toStdString(); }

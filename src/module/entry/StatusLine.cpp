@@ -18,11 +18,20 @@ StatusLine::StatusLine(QStatusBar *bar)
 {
     // Not a message of the bar: every menu that the mouse passes over would wipe that away.
     bar->addWidget(customer_, 1);
-    bar->addPermanentWidget(done_);
+    bar->addPermanentWidget(done_, 2);
     bar->addPermanentWidget(owed_);
     for (QLabel *label : {customer_, done_, owed_})
         label->setTextFormat(Qt::PlainText);
+    // A long name of a product must not widen the window.
+    done_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    done_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     controls::setForeColor(owed_, controls::WarningTextColor);
+}
+
+void StatusLine::tell(const QString &done)
+{
+    done_->setText(done);
+    done_->setToolTip(done);
 }
 
 void StatusLine::showOwed(const SaleSession::RecordsetPtr &orders)

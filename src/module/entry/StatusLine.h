@@ -14,7 +14,7 @@ public:
 
     void showCustomer(const QString &text) { customer_->setText(text); }
     /// What was done; stays until the next.
-    void tell(const QString &done) { done_->setText(done); }
+    void tell(const QString &done);
     /// The outstanding money of all orders of the list and their number; nothing where none is owed.
     void showOwed(const SaleSession::RecordsetPtr &orders);
 

@@ -174,7 +174,6 @@ void SaleEntryPane::styleAppendButton()
     QFont font = cmdCSAppendDetail_->font();
     font.setBold(true);
     cmdCSAppendDetail_->setFont(font);
-    paintKind();
 }
 
 ControlGroup SaleEntryPane::colSaleEntry() const
@@ -242,6 +241,7 @@ void SaleEntryPane::resetPane()
     txtSaleProductLists(Quantity)->setText(QStringLiteral("1"));
     for (int index : {UnitDiscount, SalePrice, Discount, LineTotal})
         showMoney(txtSaleProductLists(index), QStringLiteral("0"));
+    paintKind();
 }
 
 sale::LineType SaleEntryPane::sellType() const
@@ -267,6 +267,8 @@ void SaleEntryPane::sellTypeChanged()
 
 void SaleEntryPane::paintKind()
 {
+    if (!c1elaProductInfo_->isEnabled())
+        return; // an edit greys the pane; it is painted again when that ends
     const sale::LineType kind = sellType();
     const LineKind &look = lineKinds[std::size_t(kind)];
     controls::setColors(cmdCSAppendDetail_, look.colors);
