@@ -69,7 +69,7 @@ DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     list_.setGrid(tdbCustSaleDetails_);
     tdbCustSaleDetails_->setAccessibleName(QStringLiteral("고객 판매 디테일"));
     tdbCustSaleDetails_->setColumns(detailColumns());
-    tdbCustSaleDetails_->setEmptyText(QStringLiteral("거래를 선택하면 판매 내역이 여기에 보입니다."));
+    tdbCustSaleDetails_->setEmptyText(QStringLiteral("판매 내역이 없습니다. 거래를 선택하거나 물품을 추가하십시오."));
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
     placeControls();
