@@ -79,6 +79,10 @@ TEST(MessageBox, EachButtonAndKeyGivesItsAnswer)
         {YesNoCancel, nullptr, Qt::Key_Escape, Answer::Cancel},
         {YesNo, nullptr, Qt::Key_Return, Answer::Yes},
         {YesNo | SecondButtonDefault, nullptr, Qt::Key_Return, Answer::No},
+        {YesNo, nullptr, Qt::Key_N, Answer::No},
+        {YesNo | SecondButtonDefault, nullptr, Qt::Key_Y, Answer::Yes},
+        {YesNoCancel, nullptr, Qt::Key_N, Answer::No},
+        {YesNoCancel, nullptr, Qt::Key(u'ㅛ'), Answer::Yes}, // Y with Hangul on
     };
     for (const auto &row : cases) {
         Answer answer = {};
@@ -195,6 +199,18 @@ TEST_F(WheelPage, ADateThatIsReadOnlyOrLockedIsNotTurnedWithTheFocusEither)
     EXPECT_EQ(wheelOver(date_), "scrolled");
     controls::lockWheel(date_, false);
     EXPECT_EQ(wheelOver(date_), "turned");
+}
+
+TEST_F(WheelPage, ADateOpensOnItsDay)
+{
+    date_->setDate(QDate(2026, 11, 24));
+    for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::OtherFocusReason}) {
+        box_->setFocus();
+        date_->setFocus(reason);
+        QTest::keyClick(date_, Qt::Key_Up);
+        EXPECT_EQ(date_->sectionText(QDateEdit::YearSection) + date_->sectionText(QDateEdit::MonthSection), "202611");
+    }
+    EXPECT_EQ(date_->date(), QDate(2026, 11, 27));
 }
 
 TEST(Appearance, TheDeskFontDrawsTheBackslashAsTheWonSign)

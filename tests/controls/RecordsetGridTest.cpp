@@ -38,6 +38,22 @@ TEST_F(BoundGrid, CellsShowWhatTheRecordsetHoldsByTheirKind)
     EXPECT_EQ(cell(2, 3).data(Qt::CheckStateRole), Qt::Checked);
 }
 
+TEST_F(BoundGrid, AnEmptyListSaysWhatToDoAndAFullOneDoesNot)
+{
+    open();
+    show();
+    for (const bool empty : {true, false}) {
+        if (!empty) {
+            makeOrders(1);
+            orders_.Requery();
+        }
+        grid_.setEmptyText({});
+        const QImage bare = grid_.viewport()->grab().toImage();
+        grid_.setEmptyText(QStringLiteral("추가를 누르십시오."));
+        EXPECT_EQ(grid_.viewport()->grab().toImage() != bare, empty);
+    }
+}
+
 TEST_F(BoundGrid, ValueItemsTranslateNullAndEmptyApart)
 {
     database_.run(
@@ -50,13 +66,15 @@ TEST_F(BoundGrid, ValueItemsTranslateNullAndEmptyApart)
           .caption = QStringLiteral("결재방법"),
           .kind = Kind::Values,
           .values = {{QString(), QStringLiteral("없음")}, {QStringLiteral("00"), QStringLiteral("현금")}}},
-         {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money}});
+         {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money},
+         {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("수량"), .kind = Kind::Number}});
     grid_.setDataSource(&ledger);
     EXPECT_EQ(shown(0, 0), "없음");
     EXPECT_EQ(shown(1, 0), "현금");
     EXPECT_EQ(shown(2, 0), "07") << "an unknown value stands as it is";
     EXPECT_EQ(shown(2, 1), "-\\3");
     EXPECT_TRUE(cell(2, 1).data(Qt::ForegroundRole).isValid()) << "whole-won columns go red as well";
+    EXPECT_TRUE(cell(2, 2).data(Qt::ForegroundRole).isValid()) << "and quantities";
 }
 
 TEST_F(BoundGrid, BehindTheLastRowAKeyStartsFromTheTop)

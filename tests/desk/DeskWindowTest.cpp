@@ -108,6 +108,26 @@ TEST_F(Reception, IsWalkedThroughFromTheSearch)
     EXPECT_EQ(table_->currentIndex().row(), 1);
 }
 
+TEST_F(Reception, ReadAnewItKeepsThePatientAndComingBackSelectsTheSearch)
+{
+    QTest::keyClicks(search_, QStringLiteral("0000"));
+    table_->selectRow(5);
+    const QString patient = chosen();
+    clinic_->run("INSERT INTO Customer (name, sn) VALUES ('가가', '000000')"); // comes before all others
+    QTest::keyClick(search_, Qt::Key_F5);
+    EXPECT_EQ(table_->currentIndex().row(), 6);
+    EXPECT_EQ(chosen().toStdString(), patient.toStdString());
+    clinic_->run("DELETE FROM Customer WHERE name = '가가'");
+    window_.refresh();
+
+    table_->setFocus();
+    QTest::mouseClick(search_, Qt::LeftButton);
+    EXPECT_EQ(search_->selectedText(), "0000");
+    table_->setFocus();
+    search_->setFocus(Qt::ActiveWindowFocusReason);
+    EXPECT_EQ(search_->selectedText(), "0000");
+}
+
 TEST_F(Reception, SaysSoWhenTheComponentIsMissing)
 {
     QTest::keyClick(search_, Qt::Key_Return);

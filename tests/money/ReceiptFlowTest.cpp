@@ -216,3 +216,47 @@ TEST_F(ReceiptButton, DiscountsCanBeSwitchedOffForTheShop)
         EXPECT_TRUE(form.checked(off ? "optOperator_2" : "optOperator_1"));
     }
 }
+
+TEST_F(ReceiptButton, TellsWhatIsOwedAlreadyAndWhichRowIsChanged)
+{
+    const struct
+    {
+        const char *owed, *told;
+    } debts[] = {{"NULL", ""}, {"0", ""}, {"-5", ""}, {"12000", "이미 기록된 미수금 ₩12,000"}};
+    for (const auto &debt : debts) {
+        openOrder(20000, QString::fromLatin1(debt.owed));
+        takeReceipt([&](const DialogDriver &form) {
+            const auto *label = form.find<QLabel>("lblOutstanding");
+            EXPECT_EQ(label->isVisible() ? label->text().toStdString() : "", debt.told);
+        });
+    }
+    const std::string chosen = "선택한 내역: 2026-04-04 · ";
+    const struct
+    {
+        const char *row;
+        std::string line;
+    } cases[] = {
+        {"'2026-04-04', 3, 310000, '01', ''", chosen + "수납 · ₩310,000 · 카드"},
+        {"'2026-04-04', 3, 2000, NULL, ''", chosen + "수납 · ₩2,000 · 현금"},
+        {"'2026-04-04', 1, -50, '', ''", chosen + "절사 · -₩50"},
+    };
+    for (const auto &c : cases) {
+        const int key = openOrder(0);
+        ledgerRow(key, c.row);
+        pane_->loadCustTranManage(Patient, key);
+        EXPECT_TRUE(inDialog([this] { press("chkcmdAddEditDelTran_1"); },
+                             [&](const DialogDriver &form) {
+                                 const auto warned = [&] {
+                                     const QColor red =
+                                         form.find<QLabel>("lblEditedRow")->palette().windowText().color();
+                                     return form.text("lblZeroMoney") + (red == QColor(0xB3, 0x26, 0x1E) ? " red" : "");
+                                 };
+                                 EXPECT_EQ(form.text("lblEditedRow"), c.line);
+                                 EXPECT_EQ(form.focus(), "txtMoney");
+                                 EXPECT_EQ(form.text("txtMoney"), "0");
+                                 EXPECT_EQ(warned(), "금액이 0으로 바뀝니다 red");
+                                 form.type("txtMoney", "5");
+                                 EXPECT_EQ(warned(), "");
+                             }));
+    }
+}

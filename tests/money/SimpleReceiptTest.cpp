@@ -230,3 +230,21 @@ TEST_F(SimpleReceipt, ItsWindowMayGoWhileTheAmountsAreBeingWritten)
     EXPECT_TRUE(inDialog(open, [](const DialogDriver &form) { form.press("cmdConfirm"); }));
     EXPECT_FALSE(dialog);
 }
+
+TEST_F(SimpleReceipt, NotesARemainderThatNobodyRecords)
+{
+    const std::string note = "미수금에 기록되지 않습니다";
+    open(10000);
+    const auto noteAfter = [&](const char *box, bool on, const char *cash) {
+        if (*box)
+            form_->find<QCheckBox>(box)->setChecked(on);
+        form_->type("txtGeneralSuNapMoney_0", cash);
+        return form_->text("lblRemainNote");
+    };
+    EXPECT_EQ(form_->text("lblRemainNote"), "");
+    EXPECT_EQ(noteAfter("", false, "9000"), note);
+    EXPECT_EQ(noteAfter("chkGeneralRemainToMisuMoney", true, "9000"), "");
+    EXPECT_EQ(noteAfter("chkGeneralRemainToMisuMoney", false, "9000"), note);
+    EXPECT_EQ(noteAfter("chkGeneralRemainToHalin", true, "9000"), "");
+    EXPECT_EQ(noteAfter("chkGeneralRemainToHalin", false, "11000"), "") << "paid too much";
+}

@@ -1,6 +1,11 @@
 #include "tests/support/SaleWindow.h"
 
+#include "platform/controls/Appearance.h"
+
 #include <QLabel>
+
+#include <cmath>
+#include <set>
 
 namespace {
 
@@ -96,6 +101,43 @@ TEST_F(EntryPane, TheKindDecidesPriceTotalAndSign)
     push("ssoptSellType_0");
     EXPECT_EQ(text("txtSaleProductLists_6"), "\\1,000");
     EXPECT_EQ(text("txtSaleProductLists_8"), "\\3,000");
+}
+
+TEST_F(EntryPane, AServiceAndALossAreSeenOnButtonAndTotalAndReadableThere)
+{
+    const auto luminance = [](const QColor &color) {
+        const auto part = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+    };
+    product("감초", 1000);
+    order("2026-11-24");
+    sell();
+    std::set<QString> backs;
+    const struct
+    {
+        const char *kind, *hint;
+    } cases[] = {{"ssoptSellType_1", "서비스로 추가 (F6)"},
+                 {"ssoptSellType_2", "망실로 추가 (F6)"},
+                 {"ssoptSellType_0", "물품 추가 (F6)"}};
+    for (const auto &[kind, hint] : cases) {
+        SCOPED_TRACE(kind);
+        push(kind);
+        EXPECT_EQ(at("cmdCSAppendDetail").toolTip().toStdString(), hint);
+        push("chkCmdOrderMasterED_0"); // an edit paints all and back again
+        push("chkcmdCSSaveInfo_1");
+        type("txtSaleProductLists_5", "-2");
+        for (const char *name : {"cmdCSAppendDetail", "txtSaleProductLists_8"}) {
+            const double back = luminance(controls::backColor(&at(name)));
+            const double fore = luminance(controls::foreColor(&at(name)));
+            const bool red = kind == cases[2].kind && &at(name) == &at("txtSaleProductLists_8"); // told so
+            EXPECT_GE((std::max(back, fore) + 0.05) / (std::min(back, fore) + 0.05), red ? 3 : 4.5) << name;
+            backs.insert(controls::backColor(&at(name)).name());
+        }
+    }
+    EXPECT_EQ(backs.size(), 4u) << "two notices, the accent and the grey of a locked box";
+    EXPECT_EQ(controls::foreColor(&at("txtSaleProductLists_8")), controls::ink(controls::Ink::Negative)) << "a negative sale";
 }
 
 // Both readings are meant: the list shows the price of a product that is no longer handled, a change of kind does not.

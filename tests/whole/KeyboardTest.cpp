@@ -2,6 +2,10 @@
 
 #include <QAbstractButton>
 #include <QDate>
+#include <QDialog>
+#include <QFile>
+#include <QLabel>
+#include <QTimer>
 #include <QWindow>
 
 namespace {
@@ -26,6 +30,14 @@ public:
             throw walk::Astray(QStringLiteral("'%1' never is in front").arg(window->objectName()));
     }
     void key(Qt::Key key) { desk_.actor.press(front_, key); }
+    /// With the keys that are held meanwhile, each of which counts.
+    void chord(Qt::Key key, Qt::KeyboardModifiers held = {}, int times = 1)
+    {
+        for (int time = 0; time < times; ++time)
+            QTest::keyClick(front_->windowHandle(), key, held);
+        presses += times + (held.testFlag(Qt::ShiftModifier) ? 1 : 0) + (held.testFlag(Qt::ControlModifier) ? 1 : 0);
+        settle();
+    }
     void keys(const char *text)
     {
         for (; *text; ++text)
@@ -72,6 +84,8 @@ public:
         behind->activateWindow(); // as a desktop does when a window in front goes
         standBefore(behind);
     }
+
+    int presses = 0;
 
 private:
     void tabUntil(const std::function<bool()> &there, const QString &what)
@@ -135,7 +149,6 @@ protected:
         typist_.inDialog(
             "frmRefund", [&] { typist_.push("chkCmdRefund"); },
             [&] {
-                typist_.key(Qt::Key_Return);
                 typist_.keys("-1");
                 typist_.push("chkCmdSave");
             });
@@ -196,4 +209,182 @@ TEST_P(ByKeyboard, ASaleIsPaidReturnedRefundedAndAnOlderOneCollected)
     EXPECT_EQ(desk_.joined("SELECT DISTINCT tpstrans_Date FROM tPSTransaction"), today());
 }
 
+// The list of the keys is in docs/keys.md.
+TEST_P(ByKeyboard, AWholeSaleTakesAtMostFourteenKeys)
+{
+    const QString paper = desk_.printRollReceiptsTo("roll.pdf");
+    typist_.chord(Qt::Key_Tab, Qt::ShiftModifier, 2); // from the quantity over the kind to the products
+    typist_.chord(Qt::Key_Down);
+    typist_.chord(Qt::Key_F4);
+    typist_.chord(Qt::Key_2);
+    typist_.inDialog(
+        "", [&] { typist_.chord(Qt::Key_F6); }, [&] { typist_.chord(Qt::Key_Y); });
+    typist_.inDialog(
+        "frmSimpleReceipt", [&] { typist_.chord(Qt::Key_F8); }, [&] { typist_.chord(Qt::Key_F12); });
+    typist_.chord(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+
+    EXPECT_LE(typist_.presses, 14);
+    EXPECT_EQ(desk_.lines(), "2|2|50000|0|2|0");
+    EXPECT_EQ(desk_.ledger(), "2|7|3|100000|00");
+    EXPECT_TRUE(QFile::exists(paper));
+}
+
 INSTANTIATE_TEST_SUITE_P(Engines, ByKeyboard, testing::ValuesIn(allEngines), engineName);
+
+namespace {
+
+/// The window of a customer with orders of the 1st and the 2nd, boxes answered without opening.
+class Keys : public testing::Test
+{
+protected:
+    Keys()
+    {
+        runFile(desk_.database, "whole/orders.sql");
+        desk_.open();
+    }
+    void press(const char *keys, bool held = false)
+    {
+        const QKeyCombination key = QKeySequence(QLatin1String(keys))[0];
+        QTest::keyPress(desk_.window()->windowHandle(), key.key(), key.keyboardModifiers());
+        if (held)
+            QTest::simulateEvent(desk_.window()->windowHandle(), true, key.key(), key.keyboardModifiers(), {}, true);
+        QTest::keyRelease(desk_.window()->windowHandle(), key.key(), key.keyboardModifiers());
+        settle();
+    }
+    /// How many boxes and dialogs the keys bring up, which are all left at once.
+    int opened(const char *keys)
+    {
+        desk_.boxes.answers = {controls::Answer::Cancel};
+        int dialogs = 0;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+            if (QWidget *dialog = QApplication::activeModalWidget()) {
+                ++dialogs;
+                dialog->close();
+            }
+        });
+        watch.start(5);
+        press(keys);
+        desk_.boxes.answers.clear();
+        return dialogs + int(desk_.boxes.take().size());
+    }
+    std::string focus() const { return QApplication::focusWidget()->objectName().toStdString(); }
+    bool isMarked() const
+    {
+        return desk_.grid("tdbCustSaleMaster")->model()->headerData(0, Qt::Vertical).toString() == QStringLiteral("▶");
+    }
+
+    SaleDesk desk_;
+};
+
+} // namespace
+
+TEST_F(Keys, EachActsWhereItsControlIsInReachAndIsToldThere)
+{
+    desk_.choose("tdbCustSaleMaster", 0);
+    const struct
+    {
+        const char *keys, *control;
+    } opening[] = {
+        {"F6", "cmdCSAppendDetail"},
+        {"F8", "chkCmdAutomateReceipt"},
+        {"F7", "chkCmdRunMisuMoneyManger"},
+        {"Ctrl+P", "chkCmdPrintReceipt_0"},
+        {"Ctrl+Shift+P", "chkCmdPrintReceiptRollPrinter"},
+    };
+    for (const auto &[keys, control] : opening) {
+        SCOPED_TRACE(keys);
+        const auto *button = desk_.control(control);
+        EXPECT_TRUE(button->toolTip().endsWith(QStringLiteral(" (%1)").arg(keys)));
+        EXPECT_TRUE(button->accessibleDescription().endsWith(QLatin1String(keys)));
+        EXPECT_EQ(opened(keys), 1);
+        press("Ctrl+2");
+        EXPECT_EQ(opened(keys), 0) << "out of sight";
+        press("Ctrl+1");
+        desk_.click("chkCmdOrderMasterED_0");
+        EXPECT_EQ(focus(), "dtpOrderMasterDate");
+        EXPECT_EQ(opened(keys), 0) << "during an edit";
+        press("Esc");
+        EXPECT_EQ(focus(), "tdbCustSaleMaster");
+        EXPECT_EQ(opened(keys), 1) << "after it";
+    }
+    press("F4");
+    EXPECT_EQ(focus(), "txtSaleProductLists_5");
+    EXPECT_EQ(desk_.control<QLineEdit>("txtSaleProductLists_5")->selectedText(), "1");
+    press("Return");
+    EXPECT_EQ(focus(), "txtSaleProductLists_5");
+}
+
+TEST_F(Keys, OneThatIsHeldOrComesWhileItsFlowRunsActsOnce)
+{
+    desk_.boxes.answers = {controls::Answer::Yes};
+    desk_.boxes.whileItStands = [this] { press("F6"); };
+    press("F6", true);
+    EXPECT_EQ(desk_.boxes.take().size(), 1u);
+    EXPECT_EQ(desk_.joined("SELECT COUNT(*) FROM tPSOrderDetail"), "4") << "three were there";
+}
+
+TEST_F(Keys, F1ListsThemAll)
+{
+    press("F1");
+    auto *sheet = desk_.window()->findChild<QDialog *>("dlgKeySheet");
+    ASSERT_TRUE(sheet && sheet->isVisible());
+    QStringList keys;
+    const QAbstractItemModel &model = *sheet->findChild<QTableView *>("tblKeys")->model();
+    for (int row = 0; row < model.rowCount(); ++row)
+        keys << model.index(row, 1).data().toString();
+    QStringList onPage;
+    for (const QString &line : textOf("../docs/keys.md").split(u'\n')) {
+        if (line.startsWith(QStringLiteral("| `")))
+            onPage << line.section(u'`', 1, 1);
+    }
+    EXPECT_EQ(keys.join(u' ').toStdString(), onPage.join(u' ').toStdString());
+}
+
+TEST_F(Keys, TabGoesThroughTheSaleInTheOrderOfWorkAndPastWhatIsOnlyShown)
+{
+    desk_.control("tdbSaleProductLists")->setFocus();
+    const QWidget *first = QApplication::focusWidget();
+    QStringList stops;
+    do {
+        stops << QApplication::focusWidget()->objectName();
+        const auto *box = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+        EXPECT_FALSE(box && box->isReadOnly()) << stops.last().toStdString();
+        QTest::keyClick(desk_.window()->windowHandle(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != first && stops.size() < 80);
+    EXPECT_EQ(stops.first(9).join(u' ').toStdString(),
+              "tdbSaleProductLists ssoptSellType_0 txtSaleProductLists_5 txtSaleProductLists_4 txtSaleProductLists_7 "
+              "cmdCSAppendDetail chkCmdAutomateReceipt tdbCustSaleMaster tdbCustSaleDetails");
+    EXPECT_EQ(stops.value(9).toStdString(), "tdbCustTranManage");
+}
+
+TEST_F(Keys, WorkOnAnOrderThatNobodyChoseChoosesIt)
+{
+    for (const char *keys : {"F6", "F8", "F7", "Ctrl+P", "Ctrl+Shift+P"}) {
+        SCOPED_TRACE(keys);
+        desk_.open();
+        EXPECT_FALSE(isMarked());
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 0);
+        opened(keys);
+        EXPECT_TRUE(isMarked());
+        EXPECT_EQ(desk_.rowsOf("tdbCustSaleDetails"), 1);
+        EXPECT_EQ(desk_.rowsOf("tdbCustTranManage"), 1);
+    }
+}
+
+TEST_F(Keys, TheStatusLineTellsWhatIsOwedAndWhatWasDone)
+{
+    desk_.database.run("UPDATE tPSOrderMaster SET OrdM_Misugum = 12000");
+    desk_.open();
+    const auto label = [this](const char *name) { return desk_.control<QLabel>(name)->text().toStdString(); };
+    EXPECT_EQ(label("lblOwed"), "미수금 ₩24,000 · 거래 2건");
+    EXPECT_EQ(label("lblDone"), "");
+    desk_.boxes.answers = {controls::Answer::Yes};
+    desk_.addLine(1, "2");
+    EXPECT_EQ(label("lblDone"), "경옥고 2개 추가 · 합계 ₩100,000");
+    desk_.in("chkCmdAutomateReceipt", [this](QWidget *dialog) { desk_.press(dialog, "cmdConfirm"); });
+    EXPECT_EQ(label("lblDone"), "수납 · 받을 금액 ₩0");
+    desk_.choose("tdbCustSaleMaster", 2);
+    desk_.answer("chkCmdOrderMasterED_1", controls::Answer::Yes);
+    EXPECT_EQ(label("lblOwed"), "미수금 ₩12,000 · 거래 1건");
+}

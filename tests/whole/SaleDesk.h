@@ -61,6 +61,15 @@ public:
         walk::settle();
     }
 
+    /// Roll receipts become this file of the test's own; its path.
+    QString printRollReceiptsTo(const char *file)
+    {
+        const QString path = folder_.filePath(QLatin1String(file));
+        registry::SaveSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("젤보 데스크"),
+                              QStringLiteral("영수증프린터디바이스"), path);
+        return path;
+    }
+
     QWidget *window() const { return window_; }
     template <typename Control = QWidget>
     Control *control(const char *name) const

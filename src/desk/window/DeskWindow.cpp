@@ -15,6 +15,8 @@
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace desk {
 
 namespace {
@@ -194,8 +196,9 @@ void DeskWindow::connectControls()
 
 void DeskWindow::refresh()
 {
+    const std::optional<Patient> before = selected();
     model_->setPatients(PatientFile(connection_));
-    table_->selectRow(0);
+    table_->selectRow(before ? std::max(model_->rowOf(before->key), 0) : 0);
     showSelected();
 }
 

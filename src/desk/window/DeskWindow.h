@@ -20,7 +20,7 @@ class DeskWindow : public QWidget
 public:
     explicit DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent = nullptr);
 
-    /// Reads the patients anew.
+    /// Reads the patients anew; the chosen one stays chosen while it is still on the list.
     void refresh();
     /// A sentence at the window's foot; none when empty.
     void setNotice(const QString &notice);

@@ -38,6 +38,8 @@ public:
     int count() const { return rows_ ? rows_->rowCount() : 0; }
     /// `row` from 0 to below count().
     Patient at(int row) const;
+    /// The key alone.
+    int keyAt(int row) const { return rows_->bookmarkAt(row).toInt(); }
 
 private:
     std::unique_ptr<ado::Recordset> rows_;

@@ -63,6 +63,15 @@ void PatientModel::makeKeys(int most)
         idle_.stop();
 }
 
+int PatientModel::rowOf(int key) const
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        if (patients_.keyAt(placeOf(row)) == key)
+            return row;
+    }
+    return -1;
+}
+
 int PatientModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : filtered_ ? int(shown_.size()) : patients_.count();

@@ -22,7 +22,10 @@ public:
     void setPatients(PatientFile patients);
     void setSearch(const QString &typed);
     int allPatients() const { return patients_.count(); }
-    Patient patient(int row) const { return patients_.at(filtered_ ? shown_[std::size_t(row)] : row); }
+    Patient patient(int row) const { return patients_.at(placeOf(row)); }
+
+    /// -1 for a patient that is not shown.
+    int rowOf(int key) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -30,6 +33,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    int placeOf(int row) const { return filtered_ ? shown_[std::size_t(row)] : row; }
     void choose();
     void chooseBy(const runtime::SearchPattern &typed);
     /// Makes the search keys of that many more patients; stops the timer with the last one.

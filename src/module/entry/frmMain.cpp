@@ -2,6 +2,9 @@
 
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
+#include "entry/Shortcuts.h"
+#include "entry/StatusLine.h"
+#include "entry/TabOrder.h"
 #include "forms/SpokenNames.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
@@ -80,6 +83,8 @@ frmMain::frmMain()
     connectPanes();
     fillEditModes();
     giveSpokenNames(this);
+    orderTabs(*this);
+    installShortcuts(*this);
     resize(designedSize);
 }
 
@@ -131,11 +136,7 @@ void frmMain::placePanes()
     c1tabMain_->addTab(propertiesPane_, QStringLiteral("환경설정"));
     c1tabMain_->setDocumentMode(true);
     setCentralWidget(c1tabMain_);
-    controls::named(statusBar(), QStringLiteral("MainStatusBar"));
-    // Not a message of the bar: every menu that the mouse passes over would wipe that away.
-    statusText_ = new QLabel;
-    statusText_->setTextFormat(Qt::PlainText);
-    statusBar()->addWidget(statusText_, 1);
+    statusLine_ = new StatusLine(controls::named(statusBar(), QStringLiteral("MainStatusBar")));
 }
 
 void frmMain::connectPanes()
@@ -164,6 +165,10 @@ void frmMain::connectPanes()
     connect(receiptFlow_, &ReceiptFlow::orderGridMustRebind, orderPane_->tdbCustSaleMaster(),
             &controls::RecordsetGrid::Rebind);
     connect(&session_, &SaleSession::orderTotalsChanged, orderPane_, &OrderPane::showOrderTotals);
+    connect(&session_, &SaleSession::orderTaken, orderPane_, &OrderPane::chooseOrder);
+    connect(&session_, &SaleSession::done, statusLine_, &StatusLine::tell);
+    connect(orderPane_, &OrderPane::ordersChanged, statusLine_,
+            [this] { statusLine_->showOwed(session_.rsCustSaleMaster); });
     connect(&session_, &SaleSession::changedElsewhere, this, [this] { readAnew(); });
     connect(&session_, &SaleSession::productGone, saleListPane_, &SaleListPane::requerySaleProductLists);
 
@@ -258,6 +263,7 @@ void frmMain::leaveEditMode(const QString &code)
 void frmMain::paintEntryColors()
 {
     editModes_.paintEntryColors();
+    entryPane_->paintKind();
 }
 
 void frmMain::closeEvent(QCloseEvent *event)

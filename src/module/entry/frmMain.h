@@ -6,7 +6,6 @@
 #include "platform/controls/TabWidget.h"
 #include "session/SaleSession.h"
 
-#include <QLabel>
 #include <QMainWindow>
 
 #include <functional>
@@ -26,6 +25,7 @@ class SaleEntryPane;
 class SaleListPane;
 class SaleTab;
 class StatisticsPane;
+class StatusLine;
 
 /// The one window of a session: tabs, status bar and the edit modes; the work is the panes'. Created on first use,
 /// reused by later entries while it is open, deleted when the user closes it. The connection stays the host's.
@@ -96,7 +96,7 @@ private:
     SaleSession session_;
     EditModes editModes_;
     controls::TabWidget *c1tabMain_ = nullptr;
-    QLabel *statusText_ = nullptr;
+    StatusLine *statusLine_ = nullptr;
     int currentTab_ = SaleTabIndex;
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
     bool unloaded_ = false;

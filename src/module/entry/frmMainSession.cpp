@@ -3,6 +3,7 @@
 #include "data/RestoreMark.h"
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
+#include "entry/StatusLine.h"
 #include "money/LedgerPane.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -101,6 +102,7 @@ void frmMain::beginSession(const ado::ConnectionPtr &cnnMasterDB, const Customer
     gcnnMasterDB = cnnMasterDB;
     gstrAppPath = runtime::programFolder();
     session_.customer = customer;
+    statusLine_->tell({});
     c1tabMain_->setTabText(SaleTabIndex, controls::literalCaption(saleCaption(customer.name)));
     customerPane_->show(customer);
 }
@@ -186,12 +188,13 @@ void frmMain::openSaleRecordsets()
 /// Lines and ledger stay empty until an order is selected.
 void frmMain::showNoOrder()
 {
+    orderPane_->leaveUnchosen();
     stepByStep({[this] { detailPane_->loadCustSaleDetails(-1); }, [this] { ledgerPane_->loadCustTranManage(-1, -1); }});
 }
 
 void frmMain::showStatus()
 {
-    statusText_->setText(session_.customer.name + QStringLiteral("님의 판매관리"));
+    statusLine_->showCustomer(session_.customer.name + QStringLiteral("님의 판매관리"));
 }
 
 void frmMain::centerFormOnScreen()

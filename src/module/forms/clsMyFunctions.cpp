@@ -16,9 +16,11 @@ namespace {
 
 constexpr char readOnlyMark[] = "staysReadOnly";
 
-// A read-only box goes without its frame, so that it is told from an open one whatever its back colour.
+// A read-only box goes without its frame, so that it is told from an open one whatever its back colour, and Tab passes it
+// over: it takes the focus by a click, to be copied from.
 void setReadOnly(QWidget *textBox, bool readOnly)
 {
+    textBox->setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
     if (auto *line = qobject_cast<QLineEdit *>(textBox)) {
         line->setReadOnly(readOnly);
         line->setFrame(!readOnly);

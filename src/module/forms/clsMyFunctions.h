@@ -11,7 +11,7 @@ class clsMyFunctions : public QObject
 public:
     Q_INVOKABLE explicit clsMyFunctions(QObject *parent = nullptr);
 
-    /// Locked text boxes are grey, read-only and without a frame; lists, buttons, pickers and steppers are disabled.
+    /// Locked text boxes are grey, read-only, without a frame and passed over by Tab; lists, buttons, pickers and steppers are disabled.
     /// No wheel turns a control of the group while it is locked, though it be enabled by itself.
     /// Opening leaves back colours as they are: whoever opens a group paints it.
     Q_INVOKABLE void setCollection2Locked(const ControlGroup &objCol, bool bCtrlLocked) const;

@@ -1,5 +1,6 @@
 #include "money/LedgerInfoPanel.h"
 
+#include "data/WonText.h"
 #include "forms/FormRow.h"
 #include "forms/clsMyFunctions.h"
 #include "forms/clsNumberRelated.h"
@@ -186,6 +187,12 @@ void LedgerInfoPanel::showWithoutRow(std::optional<Currency> balance)
 void LedgerInfoPanel::showBalance(Currency balance)
 {
     txtTranTotalAmount_->setText(runtime::money(balance));
+}
+
+QString LedgerInfoPanel::shownBalance() const
+{
+    const QString total = txtTranTotalAmount_->text();
+    return wonText(total.isEmpty() ? Currency() : runtime::CCur(total));
 }
 
 void LedgerInfoPanel::showMemo(const QVariant &memo)

@@ -35,6 +35,8 @@ public:
     /// Without a row: the balance alone, and 0 for both amounts where there is no order.
     void showWithoutRow(std::optional<runtime::Currency> balance);
     void showBalance(runtime::Currency balance);
+    /// As it stands there, with the won sign itself.
+    QString shownBalance() const;
     void showMemo(const QVariant &memo);
     /// Sets the typed amount to 0, so that the balance is what is left.
     void clearMoney();

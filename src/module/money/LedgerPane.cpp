@@ -72,6 +72,7 @@ void LedgerPane::makeGrid()
     list_.setGrid(tdbCustTranManage_);
     tdbCustTranManage_->setAccessibleName(QStringLiteral("수납 내역"));
     tdbCustTranManage_->setColumns(ledgerColumns());
+    tdbCustTranManage_->setEmptyText(QStringLiteral("수납 내역이 없습니다. 거래를 선택하고 수납을 누르십시오."));
     auto *layout = new QVBoxLayout(c1elaList_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tdbCustTranManage_);
@@ -112,12 +113,6 @@ void LedgerPane::makeStrip()
     row->addWidget(chkCmdMnuCustTrans_);
     row->addStretch(1);
     row->addWidget(chkcmdAddEditDelTran_[2]);
-    QWidget *previous = chkCmdAutomateReceipt_;
-    for (QWidget *next : {chkCmdRunMisuMoneyManger_, chkcmdAddEditDelTran_[0], chkcmdAddEditDelTran_[1],
-                          chkCmdMnuCustTrans_, chkcmdAddEditDelTran_[2]}) {
-        QWidget::setTabOrder(previous, next);
-        previous = next;
-    }
 }
 
 void LedgerPane::connectControls()
@@ -125,9 +120,12 @@ void LedgerPane::connectControls()
     using controls::onEvent;
     onEvent(tdbCustTranManage_, &RecordsetGrid::rowChange, this, [this] { showRow(); });
     onEvent(tdbCustTranManage_, &RecordsetGrid::rowDoubleClicked, this, [this] { editRow(); });
-    chkCmdAutomateReceipt_->onPush(this, [this] { emit receiptAsked(); });
+    chkCmdAutomateReceipt_->onPush(this, [this] {
+        if (takeOrder())
+            emit receiptAsked();
+    });
     chkCmdRunMisuMoneyManger_->onPush(this, [this] {
-        if (hasOrder())
+        if (takeOrder())
             emit outstandingMoneyAsked();
     });
     // Quirk (docs/architecture.md): this button does nothing; new money goes through the receipt dialogs.
@@ -198,6 +196,18 @@ ShownOrder LedgerPane::currentOrder() const
     return current ? shownOrder(*session_.rsCustSaleMaster) : ShownOrder();
 }
 
+void LedgerPane::tellDone(const QString &what) const
+{
+    emit session_.done(what + QStringLiteral(" · 받을 금액 ") + c1elaTransInfo_->shownBalance());
+}
+
+bool LedgerPane::takeOrder()
+{
+    const QPointer<LedgerPane> alive(this);
+    emit session_.orderTaken();
+    return alive && hasOrder();
+}
+
 void LedgerPane::pressAutomateReceipt()
 {
     chkCmdAutomateReceipt_->setValue(1);
@@ -258,8 +268,10 @@ void LedgerPane::deleteRow()
     const runtime::Operation operation("delete ledger row", {{"row", row.toInt()}});
     runtime::Attempt attempt;
     attempt([this] { tdbCustTranManage_->Delete(); });
-    if (!attempt.failed())
+    if (!attempt.failed()) {
+        tellDone(QStringLiteral("수납 내역 삭제"));
         return;
+    }
     // Another desk may have changed the row, or deleted it: what stands now is shown, and can be deleted then.
     runtime::Attempt show;
     show([&] { list_.requeryAt(row); });
@@ -352,4 +364,5 @@ void LedgerPane::saveMemo()
         throw;
     }
     tdbCustTranManage_->Rebind();
+    emit session_.done(QStringLiteral("메모 저장"));
 }

@@ -40,6 +40,8 @@ public:
     void clear();
     /// The current ledger row; of no row where there is none, or where another desk deleted it.
     LedgerKey currentRow() const;
+    /// Tells beside the window's status what was done to the current order's ledger, and what is to be paid yet.
+    void tellDone(const QString &what) const;
     /// Presses "수납", as a double click on a sold line does.
     void pressAutomateReceipt();
     /// The form without a row ("수납관리").
@@ -63,6 +65,8 @@ private:
     bool hasOrder() const { return SaleSession::hasCurrent(session_.rsCustSaleMaster); }
     bool hasRow() const { return SaleSession::hasCurrent(session_.rsCustTranManage); }
     ShownOrder currentOrder() const;
+    /// Work on the current order begins; false where there is none, or when the window went meanwhile.
+    bool takeOrder();
     /// The current row is gone: the ledger is read anew, and none of its rows is current.
     void rowIsGone();
     /// What the customer still owes for the current order; nothing where there is none.

@@ -1,7 +1,7 @@
 #include "money/LedgerSight.h"
 
-#include "data/Codes.h"
 #include "data/clsSQL.h"
+#include "money/LedgerTexts.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -9,7 +9,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
 #include <utility>
 
 using runtime::Currency;
@@ -19,20 +18,6 @@ namespace {
 QString won(Currency money)
 {
     return runtime::Format(QVariant::fromValue(money), QStringLiteral("#,##0")) + QStringLiteral("원");
-}
-
-QString kindOf(const QVariant &code)
-{
-    const qint32 number = runtime::isNull(code) ? ledger::NoOperator : runtime::CLng(code);
-    const bool known = std::ranges::find(ledger::operators, number) != ledger::operators.end();
-    return known ? ledger::operatorText(ledger::Operator(number)) : runtime::text(code);
-}
-
-QString methodOf(const QVariant &stored)
-{
-    const QString code = runtime::text(stored);
-    const auto known = std::ranges::find(ledger::methods, code, &ledger::Method::stored);
-    return known != ledger::methods.end() ? QString::fromUtf16(known->text) : code;
 }
 
 QVariant firstValue(ado::Connection &connection, const QString &statement)
@@ -54,8 +39,9 @@ LedgerSight LedgerSight::of(ado::Connection &connection, const ShownOrder &order
     for (; !rows.Eof(); rows.MoveNext()) {
         const QVariant money = rows[QStringLiteral("tpstrans_Money")];
         sight.rows_[runtime::CLng(rows[QStringLiteral("tpstrans_PK")])] = {
-            rows[QStringLiteral("tpstrans_Date")].toDate(), kindOf(rows[QStringLiteral("tpstrans_Operator")]),
-            methodOf(rows[QStringLiteral("tpstrans_Method")]), runtime::isNull(money) ? 0 : runtime::CLng(money)};
+            rows[QStringLiteral("tpstrans_Date")].toDate(), ledger::kindText(rows[QStringLiteral("tpstrans_Operator")]),
+            ledger::methodText(rows[QStringLiteral("tpstrans_Method")]),
+            runtime::isNull(money) ? 0 : runtime::CLng(money)};
     }
     const QVariant outstanding =
         firstValue(connection, QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = ")

@@ -1,9 +1,9 @@
 #include "money/ReceiptFlow.h"
 
 #include "money/LedgerPane.h"
+#include "money/LedgerTexts.h"
 #include "money/askWhetherToSave.h"
 #include "money/clsOperationMoney.h"
-#include "money/frmSimpleReceipt.h"
 #include "money/frmSimpleReceiptAdd.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -74,8 +74,9 @@ ReceiptFlow::Order ReceiptFlow::currentOrder()
     Order order;
     session_.readAnewOnConflict([&] {
         const ado::Recordset &orders = *session_.rsCustSaleMaster;
+        const QVariant outstanding = orders[QStringLiteral("OrdM_Misugum")];
         order = {shownOrder(orders), runtime::CLng(runtime::Val(orders[QStringLiteral("OrdM_Total")])),
-                 runtime::Val(orders[QStringLiteral("OrdM_Misugum")]) != 0};
+                 runtime::isNull(outstanding) ? Currency() : runtime::CCur(outstanding)};
     });
     return order;
 }
@@ -136,9 +137,22 @@ void ReceiptFlow::openSimpleReceipt(const Order &order, const LedgerSight &asSee
         [this, shown, edited](qint32, const QDate &date, qint16 intOperator, qint32 lngMoney, qint32, const QString &) {
             insfrmSimpleReceipt_ExecuteDB(edited, {shown, date, intOperator, lngMoney, QString()});
         });
+    insfrmSimpleReceipt->tellOutstanding(order.outstanding);
+    if (edited)
+        insfrmSimpleReceipt->tellEditedRow(rowOnView());
     insfrmSimpleReceipt->Operation(1, shown.customer.number(), session_.customer.name, session_.customer.chartNumber,
                                    shown.date, order.lngTotal, shown.number(), edited ? -1 : 0, QDate::currentDate(), 0,
                                    QStringLiteral("0"), owner_);
+}
+
+frmSimpleReceipt::EditedRow ReceiptFlow::rowOnView() const
+{
+    const ado::Recordset &row = *session_.rsCustTranManage;
+    const QVariant money = row[QStringLiteral("tpstrans_Money")];
+    const QVariant method = row[QStringLiteral("tpstrans_Method")];
+    return {row[QStringLiteral("tpstrans_Date")].toDate(), ledger::kindText(row[QStringLiteral("tpstrans_Operator")]),
+            runtime::isNull(money) ? Currency() : runtime::CCur(money),
+            runtime::isNull(method) ? ledger::methodText(QString(ledger::CashMethod)) : ledger::methodText(method)};
 }
 
 /// Errors are shown here and the dialog closes all the same: saving again would write the rows twice.
@@ -146,13 +160,16 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const l
                                                       float outstanding)
 {
     controls::runEvent([&] {
-        const auto show = qScopeGuard([this, alive = QPointer<ReceiptFlow>(this)] {
+        bool written = false;
+        const auto show = qScopeGuard([this, &written, alive = QPointer<ReceiptFlow>(this)] {
             if (!alive) // a row that is shown may have opened a box
                 return;
             // After a failure too, so that the rows that were written are seen.
             runtime::Attempt attempt;
             attempt([this] { showWritten(); });
             attempt([this] { emit session_.orderTotalsChanged(); });
+            if (written && alive)
+                ledgerPane_.tellDone(QStringLiteral("수납"));
         });
         std::vector<std::function<void(LedgerSight *)>> steps;
         for (const ledger::Row &row : ledger::rowsOf(payment))
@@ -170,6 +187,7 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const l
                 steps[step](nullptr);
             if (outstanding != 0)
                 emit orderGridMustRefresh();
+            written = true;
         });
     });
 }
@@ -199,6 +217,7 @@ void ReceiptFlow::insfrmSimpleReceipt_ExecuteDB(const ledger::ShownRow &edited, 
         ledger::updateRow(*gcnnMasterDB, edited, row);
         emit orderGridMustRefresh();
         showWritten();
+        ledgerPane_.tellDone(QStringLiteral("수납 내역 수정"));
     } catch (const runtime::RuntimeError &error) {
         runtime::trapped();
         runtime::Attempt show; // what the server saved before it was lost
@@ -220,7 +239,7 @@ void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
         tellConnectionFailure(QStringLiteral("수납 작업"));
         return;
     }
-    bool bRecalc = order.owes;
+    bool bRecalc = !order.outstanding.isZero();
     ledger::Row row{order.shown, order.shown.date, 0, 0, QString()};
     const QPointer<ReceiptFlow> alive(this);
     const controls::Modal<frmSimpleReceiptAdd> dialog(owner_);
@@ -230,7 +249,8 @@ void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
                              row.date, row.intOperator, row.lngMoney, row.strMethod, bRecalc);
     if (!alive)
         return;
-    const auto show = qScopeGuard([this, alive] {
+    bool written = false;
+    const auto show = qScopeGuard([&, alive] {
         if (!alive) // a row that is shown may have opened a box
             return;
         // After a failure too, or the user would write the row again; after a cancellation too, since another desk may
@@ -238,24 +258,27 @@ void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
         runtime::Attempt attempt;
         attempt([this] { ledgerPane_.requeryCustTranManage(); });
         attempt([this] { emit session_.orderTotalsChanged(); });
+        if (written && alive)
+            ledgerPane_.tellDone(ledger::operatorText(ledger::Operator(row.intOperator)));
     });
     session_.readAnewOnConflict([&] {
         if (saved)
-            writeFurtherOperation(seen, row, bRecalc);
+            written = writeFurtherOperation(seen, row, bRecalc);
         else if (session_.rsCustSaleMaster)
             ledger::standOnOrder(*session_.rsCustSaleMaster, order.shown);
     });
 }
 
-void ReceiptFlow::writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc)
+bool ReceiptFlow::writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc)
 {
     if (!writeOnSeenLedger(seen, [&] { ledger::insertRow(*gcnnMasterDB, row, &seen); }))
-        return;
+        return false;
     // Quirk (docs/architecture.md): whatever the operation, so a refund lessens the outstanding money too.
     if (bRecalc)
         ledger::addOutstanding(*gcnnMasterDB, *session_.rsCustSaleMaster, row.order, -Currency::fromWon(row.lngMoney));
     else
         ledger::standOnOrder(*session_.rsCustSaleMaster, row.order);
+    return true;
 }
 
 void ReceiptFlow::tellConnectionFailure(const QString &title) const

@@ -2,6 +2,7 @@
 
 #include "money/LedgerOperations.h"
 #include "money/LedgerSight.h"
+#include "money/frmSimpleReceipt.h"
 #include "session/SaleSession.h"
 
 #include <QObject>
@@ -38,7 +39,7 @@ private:
     {
         ShownOrder shown;
         qint32 lngTotal = 0;
-        bool owes = false; ///< outstanding money is recorded
+        runtime::Currency outstanding;
     };
     /// The current order, which there is. Conflict when another desk deleted it.
     Order currentOrder();
@@ -47,10 +48,12 @@ private:
 
     /// With a row, that one is to be changed.
     void openSimpleReceipt(const Order &order, const LedgerSight &asSeen, const ledger::ShownRow &edited);
+    frmSimpleReceipt::EditedRow rowOnView() const;
     void takeFurtherOperation(const Order &order, LedgerSight seen);
     /// False when the user does not want it any more; the first step is then not written either.
     bool writeOnSeenLedger(LedgerSight &seen, const std::function<void()> &firstStep);
-    void writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc);
+    /// Whether it was written.
+    bool writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc);
     void insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const ledger::FirstPayment &payment, float outstanding);
     void insfrmSimpleReceipt_ExecuteDB(const ledger::ShownRow &edited, const ledger::Row &row);
     void showWritten();

@@ -1,6 +1,8 @@
 #include "money/frmSimpleReceipt.h"
 
+#include "data/WonText.h"
 #include "money/SinglePrecision.h"
+#include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Modal.h"
 #include "platform/controls/ShowText.h"
@@ -64,6 +66,9 @@ void frmSimpleReceipt::connectControls()
         chkGeneralRemain2Money_[index]->onPush(this, [this, index] { moveRemain(index); });
     for (int index = 0; index < chkAllSetting_.size(); ++index)
         chkAllSetting_[index]->onPush(this, [this, index] { setAll(index); });
+    for (QCheckBox *box : {chkGeneralRemainToHalin_, chkGeneralRemainToMisuMoney_})
+        connect(box, &QCheckBox::toggled, this, &frmSimpleReceipt::noteRemain);
+    connect(txtMoney_, &QLineEdit::textChanged, this, &frmSimpleReceipt::warnOfZero);
     // A remainder goes to one place only.
     connect(chkGeneralRemainToHalin_, &QCheckBox::toggled, chkGeneralRemainToMisuMoney_, [this](bool on) {
         if (on)
@@ -75,6 +80,31 @@ void frmSimpleReceipt::connectControls()
     });
     onEvent(cmdConfirm_, &QPushButton::clicked, this, [this](bool) { save(); });
     connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmSimpleReceipt::tellOutstanding(runtime::Currency money)
+{
+    lblOutstanding_->setText(QStringLiteral("이미 기록된 미수금 ") + wonText(money));
+    lblOutstanding_->setVisible(money > runtime::Currency());
+}
+
+void frmSimpleReceipt::tellEditedRow(const EditedRow &row)
+{
+    QStringList parts{runtime::dateText(row.date), row.kind, wonText(row.money)};
+    if (!row.method.isEmpty())
+        parts << row.method;
+    lblEditedRow_->setText(QStringLiteral("선택한 내역: ") + parts.join(QStringLiteral(" · ")));
+    editedMoney_ = row.money;
+    warnOfZero();
+}
+
+/// The amount that stands there first is 0 whatever the row's was: who saves it without typing loses the row's money.
+void frmSimpleReceipt::warnOfZero()
+{
+    const bool zero = !editedMoney_.isZero() && read(txtMoney_->text()) == 0;
+    lblZeroMoney_->setText(zero ? QStringLiteral("금액이 0으로 바뀝니다") : QString());
+    for (QLabel *label : {lblEditedRow_, lblZeroMoney_})
+        controls::setInk(label, zero ? controls::Ink::Owed : controls::Ink::Plain);
 }
 
 void frmSimpleReceipt::Operation(qint16 intModal, qint32 lngCustPK, const QString &strName, const QString &strChartNum,
@@ -138,8 +168,8 @@ void frmSimpleReceipt::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
     // Only as it comes up: returning from another window leaves the focus where the user had it.
-    if (!shownBefore_ && !bEditMode_)
-        txtGeneralSuNapMoney_[Cash]->setFocus(Qt::OtherFocusReason);
+    if (!shownBefore_)
+        (bEditMode_ ? txtMoney_ : txtGeneralSuNapMoney_[Cash])->setFocus(Qt::OtherFocusReason);
     shownBefore_ = true;
 }
 
@@ -193,6 +223,14 @@ void frmSimpleReceipt::showRemain()
     const float taken = read(txtGeneralHalInMoney_->text()) + read(txtGeneralJeolSaMoney_->text())
                         + read(txtGeneralSuNapMoney_[Cash]->text()) + read(txtGeneralSuNapMoney_[Card]->text());
     lblGeneralRemain_->setText(grouped(read(lblGeneral_->text()) - taken));
+    noteRemain();
+}
+
+void frmSimpleReceipt::noteRemain()
+{
+    const bool recorded = chkGeneralRemainToHalin_->isChecked() || chkGeneralRemainToMisuMoney_->isChecked();
+    const bool lost = read(lblGeneralRemain_->text()) > 0 && !recorded;
+    lblRemainNote_->setText(lost ? QStringLiteral("미수금에 기록되지 않습니다") : QString());
 }
 
 void frmSimpleReceipt::setPayment(Medium medium, float money)

@@ -3,6 +3,7 @@
 #include "money/DialogForm.h"
 #include "money/MoneyUpDown.h"
 #include "platform/controls/PushCheck.h"
+#include "platform/runtime/Currency.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -22,6 +23,19 @@ class frmSimpleReceipt : public QDialog
     Q_OBJECT
 public:
     explicit frmSimpleReceipt(QWidget *owner = nullptr);
+
+    /// A ledger row as its list shows it.
+    struct EditedRow
+    {
+        QDate date;
+        QString kind;
+        runtime::Currency money;
+        QString method; ///< may be empty
+    };
+    /// What the order owes already, by its outstanding money. To be told before Operation(), as the row below.
+    void tellOutstanding(runtime::Currency money);
+    /// The row that is to be changed: the form, which shows none of its values, says which one it is.
+    void tellEditedRow(const EditedRow &row);
 
     /// Fills the form and shows it centred over its owner. With `intModal` 1 it returns when the form is gone. `bEdit`
     /// not 0 changes one ledger row: `dtOper`, `lngMoney` and `strOperator` (one of the four captions) are for that.
@@ -63,6 +77,8 @@ private:
     void applyPercent();
     void showMustReceipt();
     void showRemain();
+    void noteRemain();
+    void warnOfZero();
     void moveRemain(int index);
     void setAll(int index);
     void setPayment(Medium medium, float money);
@@ -83,6 +99,8 @@ private:
     QLabel *lblGeneral_ = nullptr;
     std::array<QLabel *, 4> lblMustReceipt_{};
     QLabel *lblGeneralRemain_ = nullptr;
+    QLabel *lblRemainNote_ = nullptr;
+    QLabel *lblOutstanding_ = nullptr;
     QComboBox *cboGeneralPercent_ = nullptr;
     controls::PushCheck *chkGeneralHalinConfirm_ = nullptr;
     QLineEdit *txtGeneralHalInMoney_ = nullptr;
@@ -97,6 +115,9 @@ private:
     MoneyUpDown *mudFirstSunap_ = nullptr;
 
     QGroupBox *fraOldSunap_ = nullptr;
+    QLabel *lblEditedRow_ = nullptr;
+    QLabel *lblZeroMoney_ = nullptr;
+    runtime::Currency editedMoney_;
     QLineEdit *txtMoney_ = nullptr;
     MoneyUpDown *mudEditSunap_ = nullptr;
     dialogForm::OperatorOptions optOperator_{};

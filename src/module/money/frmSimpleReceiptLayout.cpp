@@ -4,6 +4,7 @@
 #include "forms/FormRow.h"
 #include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
+#include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
@@ -26,6 +27,15 @@ QLabel *figureLabel(const QString &name, int index, int points)
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     controls::speakMoney(label);
+    return label;
+}
+
+/// A sentence that comes and goes; the form does not jump when it does.
+QLabel *noteLabel(const QString &name)
+{
+    auto *label = named(new QLabel, name);
+    label->setTextFormat(Qt::PlainText);
+    label->setMinimumHeight(label->fontMetrics().height());
     return label;
 }
 
@@ -77,6 +87,10 @@ void frmSimpleReceipt::layOutNewFrame()
     figures->addWidget(lblMustReceipt_[0], 0, 1);
     figures->addWidget(lblMustReceipt_[3], 0, 3);
     figures->addWidget(lblMustReceipt_[2], 0, 4);
+    lblOutstanding_ = noteLabel(QStringLiteral("lblOutstanding"));
+    controls::setInk(lblOutstanding_, controls::Ink::Owed);
+    lblOutstanding_->hide();
+    figures->addWidget(lblOutstanding_, 1, 0, 1, 5);
     grid->addLayout(figures, 0, 0, 1, 5);
     layOutEntries(grid, 1);
 }
@@ -123,6 +137,8 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
             grid->addWidget(chkGeneralRemain2Money_[2 * medium + button], row + 5 + medium, 2 + button);
     }
     addFormRow(grid, row + 7, 0, QStringLiteral("잔액"), lblGeneralRemain_);
+    lblRemainNote_ = noteLabel(QStringLiteral("lblRemainNote"));
+    grid->addWidget(lblRemainNote_, row + 7, 2, 1, 3);
     grid->addWidget(mudFirstSunap_, row + 2, 2, 2, 3, Qt::AlignLeft | Qt::AlignVCenter);
     auto *allSettings = new QHBoxLayout;
     allSettings->setSpacing(grid->horizontalSpacing());
@@ -141,9 +157,13 @@ void frmSimpleReceipt::layOutOldFrame()
     auto *grid = new QGridLayout(fraOldSunap_);
     grid->setHorizontalSpacing(8);
     grid->setColumnStretch(1, 1);
-    grid->addLayout(dialogForm::layOutOperators(optOperator_, fraOldSunap_), 0, 0, 1, 3);
-    addFormRow(grid, 1, 0, QStringLiteral("금액"), txtMoney_);
-    grid->addWidget(mudEditSunap_, 1, 2);
+    lblEditedRow_ = noteLabel(QStringLiteral("lblEditedRow"));
+    lblZeroMoney_ = noteLabel(QStringLiteral("lblZeroMoney"));
+    grid->addWidget(lblEditedRow_, 0, 0, 1, 3);
+    grid->addLayout(dialogForm::layOutOperators(optOperator_, fraOldSunap_), 1, 0, 1, 3);
+    addFormRow(grid, 2, 0, QStringLiteral("금액"), txtMoney_);
+    grid->addWidget(mudEditSunap_, 2, 2);
+    grid->addWidget(lblZeroMoney_, 3, 0, 1, 3);
 }
 
 void frmSimpleReceipt::setTabOrderOfWork()

@@ -34,6 +34,7 @@ void RecordEditor::makeList(const QString &frame, int index, const QString &capt
     list_.setGrid(grid_);
     grid_->setAccessibleName(caption);
     grid_->setColumns(std::move(columns));
+    grid_->setEmptyText(QStringLiteral("아직 아무것도 없습니다. 추가를 누르십시오."));
     auto *layout = new QVBoxLayout(listFrame_);
     layout->addWidget(grid_);
 }

@@ -57,6 +57,7 @@ SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
     layout->addWidget(tdbSaleProductLists_);
     tdbSaleProductLists_->setAccessibleName(QStringLiteral("물품 목록"));
     tdbSaleProductLists_->setColumns(saleListColumns());
+    tdbSaleProductLists_->setEmptyText(QStringLiteral("판매할 물품이 없습니다. 판매물품관리에서 물품을 추가하십시오."));
 
     using controls::RecordsetGrid;
     controls::onEvent(tdbSaleProductLists_, &RecordsetGrid::rowChange, this, [this] { emit productRowChanged(); });

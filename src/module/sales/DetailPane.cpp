@@ -69,6 +69,7 @@ DetailPane::DetailPane(SaleSession &session, QWidget *parent)
     list_.setGrid(tdbCustSaleDetails_);
     tdbCustSaleDetails_->setAccessibleName(QStringLiteral("판매 내역"));
     tdbCustSaleDetails_->setColumns(detailColumns());
+    tdbCustSaleDetails_->setEmptyText(QStringLiteral("판매 내역이 없습니다. 거래를 선택하거나 물품을 추가하십시오."));
     tdbCustSaleDetails_->setUnboundFetch([this](const ado::Bookmark &row, int) { return productName(row); });
     clsMyFunctions::keepReadOnly(txtCustOrderRfndMemo_);
     placeControls();
@@ -91,8 +92,6 @@ void DetailPane::placeControls()
     list->setSpacing(2);
     list->addLayout(strip);
     list->addWidget(tdbCustSaleDetails_, 1);
-    QWidget::setTabOrder(tdbCustSaleDetails_, chkCmdRefund_);
-    QWidget::setTabOrder(chkCmdRefund_, chkCmdDelOrderDetail_);
 
     auto *memo = new QGridLayout(c1elaSaleDetailMemo_);
     memo->setContentsMargins(6, 2, 6, 2);
@@ -252,6 +251,8 @@ void DetailPane::deleteDetail()
     if (!alive)
         return;
     rebind();
+    if (outcome == Outcome::Done)
+        emit session_.done(QStringLiteral("판매 내역 삭제 · 합계 ") + operations_.totalShown(order));
     if (outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
     if (alive && hasFailed(outcome)) {

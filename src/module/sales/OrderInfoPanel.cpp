@@ -112,20 +112,6 @@ void OrderInfoPanel::placeControls()
     save->addWidget(chkcmdCSSaveInfo_[1]);
     grid->addLayout(save, saveRow, 2, 1, 2);
     grid->setRowStretch(9, 1);
-
-    QWidget *previous = dtpOrderMasterDate_;
-    const auto next = [&previous](QWidget *widget) {
-        setTabOrder(previous, widget);
-        previous = widget;
-    };
-    next(optTakBae_[0]);
-    next(optTakBae_[1]);
-    for (const OrderFieldSource &field : moneyFields)
-        next(txtOrderMaster(field.index));
-    for (const OrderFieldSource &field : textFields)
-        next(txtOrderMaster(field.index));
-    next(chkcmdCSSaveInfo_[0]);
-    next(chkcmdCSSaveInfo_[1]);
 }
 
 void OrderInfoPanel::showOrder(const ado::Recordset &orders)

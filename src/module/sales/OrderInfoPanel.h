@@ -29,6 +29,8 @@ public:
     OrderEdit edit() const;
     /// The discount total stands in no group of controls, yet it is typed into during an edit.
     void openDiscount(bool open);
+    /// As an edit begins.
+    void enterFirstField() { dtpOrderMasterDate_->setFocus(Qt::OtherFocusReason); }
 
     /// Controls of the edit, in the order in which they are locked and opened.
     ControlGroup colOrderMaster() const;

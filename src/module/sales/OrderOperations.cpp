@@ -4,6 +4,7 @@
 #include "data/HeldOrder.h"
 #include "data/RestoreMark.h"
 #include "data/WholeWon.h"
+#include "data/WonText.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/runtime/Attempt.h"
@@ -139,7 +140,23 @@ void OrderOperations::takeCurrentProduct(EntryLine &line) const
 {
     const ado::Recordset &products = opened(session_.rsSaleProductLists);
     line.product = ProductKey(products[QStringLiteral("PM_PK")]);
+    line.name = runtime::text(products[QStringLiteral("PM_Name")]);
     line.unitPrice = products[QStringLiteral("PM_UnitPrice")];
+}
+
+QString OrderOperations::totalShown(OrderKey order) const
+{
+    QString total = QStringLiteral("-");
+    runtime::Attempt read(runtime::Attempt::Failure::IsAnswer); // another desk deleted the order
+    read([&] {
+        const ado::Recordset &orders = opened(session_.rsCustSaleMaster);
+        const int column = orders.columnIndex(QStringLiteral("OrdM_Total"));
+        for (int row = 0; row < orders.rowCount(); ++row) {
+            if (OrderKey(orders.bookmarkAt(row)) == order)
+                total = wonText(runtime::CCur(orders.valueAt(row, column)));
+        }
+    });
+    return total;
 }
 
 ShownOrder OrderOperations::currentOrder() const
@@ -344,6 +361,7 @@ Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, co
 /// Sums the order anew and shows the orders as they now stand.
 Outcome OrderOperations::recalculate(OrderKey order)
 {
+    lastOrder_ = order;
     const bool done = clsFunctions().reCalculateOMTotal(masterDB(), order.number()) == 1;
     runtime::Attempt show; // what is saved stays so when the list cannot be read
     show([&] { opened(session_.rsCustSaleMaster).Requery(); });

@@ -36,6 +36,7 @@ struct EntryLine
     QString quantity;
     ProductKey product;
     QVariant unitPrice; ///< of the product's row; the line's price, whatever the pane shows
+    QString name = {};  ///< of the product, to tell what was done
 };
 
 /// The flows of a sale that write to the database, without a screen. They work on the session's recordsets and on
@@ -84,6 +85,11 @@ public:
     /// its total.
     Outcome deleteDetail(OrderKey order, LineKey line);
 
+    /// The order that was summed last.
+    OrderKey lastOrder() const { return lastOrder_; }
+    /// Its total as the list of orders shows it, "₩415,000"; "-" where it is not there.
+    QString totalShown(OrderKey order) const;
+
 private:
     /// Creates an order and adds a line to the first order of its date.
     Outcome onNewOrder(const QDate &date, const std::function<Outcome(const ShownOrder &)> &addLine);
@@ -95,4 +101,5 @@ private:
 
     SaleSession &session_;
     Clock today_;
+    OrderKey lastOrder_;
 };

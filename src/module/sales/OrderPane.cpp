@@ -69,6 +69,7 @@ OrderPane::OrderPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     layout->addWidget(tdbCustSaleMaster_);
     tdbCustSaleMaster_->setAccessibleName(QStringLiteral("거래 목록"));
     tdbCustSaleMaster_->setColumns(orderColumns());
+    tdbCustSaleMaster_->setEmptyText(QStringLiteral("아직 거래가 없습니다. 왼쪽에서 물품을 고르고 추가하십시오."));
     tdbCustSaleMaster_->setBeforeColumnUpdate([](int column, QString &typed) {
         if (column == outstandingColumn && typed.isEmpty())
             typed = QStringLiteral("0");
@@ -85,12 +86,12 @@ void OrderPane::connectButtons()
     c1elaCustSaleInfo_->chkcmdCSSaveInfo(0)->onPush(this, [this] { saveOrder(); });
     c1elaCustSaleInfo_->chkcmdCSSaveInfo(1)->onPush(this, [this] { endEdit(); });
     elTranMnu_->chkCmdPrintReceipt(0)->onPush(this, [this] {
-        if (hasOrderToPrint())
+        if (takeOrder() && hasOrderToPrint())
             emit orderReceiptAsked();
     });
     elTranMnu_->chkCmdPrintReceipt(1)->onPush(this, [this] { askPeriodReceipt(); });
     elTranMnu_->chkCmdPrintReceiptRollPrinter()->onPush(this, [this] {
-        if (hasOrderToPrint())
+        if (takeOrder() && hasOrderToPrint())
             emit rollReceiptAsked();
     });
 }
@@ -125,6 +126,7 @@ void OrderPane::loadCustSaleMaster()
     } catch (const runtime::RuntimeError &) {
         runtime::trapped();
         resetPane();
+        emit ordersChanged();
         emit ordersNotRead();
         MsgBox(QStringLiteral("고객 판매 마스터 정보를 가져오지 못했습니다."), InformationIcon,
                QStringLiteral("데이터 가져오기"), c1elaList_);
@@ -137,8 +139,19 @@ void OrderPane::readAnew()
         list_.requeryHere();
 }
 
+void OrderPane::leaveUnchosen()
+{
+    tdbCustSaleMaster_->leaveUnchosen();
+}
+
+void OrderPane::chooseOrder()
+{
+    tdbCustSaleMaster_->chooseRow();
+}
+
 void OrderPane::rowChanged()
 {
+    emit ordersChanged();
     // While the form is in edit a reload must not wipe what is being typed.
     const bool fill = !inEdit();
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster)) {
@@ -169,6 +182,7 @@ void OrderPane::showOrderTotals()
 {
     if (!inEdit() && SaleSession::hasCurrent(session_.rsCustSaleMaster))
         c1elaCustSaleInfo_->showTotals(*session_.rsCustSaleMaster);
+    emit ordersChanged();
 }
 
 void OrderPane::resetPane()
@@ -176,12 +190,20 @@ void OrderPane::resetPane()
     c1elaCustSaleInfo_->clear();
 }
 
+bool OrderPane::takeOrder()
+{
+    const QPointer<OrderPane> alive(this);
+    emit session_.orderTaken();
+    return !alive.isNull();
+}
+
 void OrderPane::editOrder()
 {
-    if (!save_.begin(c1elaCustSaleInfo_->edit()))
+    if (!takeOrder() || !save_.begin(c1elaCustSaleInfo_->edit()))
         return;
     shell_.enterEditMode(editCode::Order);
     c1elaCustSaleInfo_->openDiscount(true);
+    c1elaCustSaleInfo_->enterFirstField();
 }
 
 void OrderPane::saveOrder()
@@ -198,6 +220,8 @@ void OrderPane::saveOrder()
     // After another desk's change what was typed stays, and the edit open: the user saves over it, or cancels.
     if (alive && outcome != Outcome::Conflict)
         endEdit();
+    if (alive && outcome == Outcome::Done)
+        emit session_.done(QStringLiteral("거래 저장"));
 }
 
 void OrderPane::endEdit()
@@ -231,6 +255,8 @@ bool OrderPane::abandonEdit()
 
 void OrderPane::deleteOrder()
 {
+    if (!takeOrder())
+        return;
     const ShownOrder order = operations_.currentOrder();
     if (!order)
         return;
@@ -242,6 +268,8 @@ void OrderPane::deleteOrder()
         || !alive)
         return;
     const Outcome outcome = operations_.deleteOrder(order);
+    if (alive && outcome == Outcome::Done)
+        emit session_.done(QStringLiteral("거래 삭제"));
     if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
     if (alive && hasFailed(outcome))

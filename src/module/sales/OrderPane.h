@@ -36,6 +36,10 @@ public:
     void loadCustSaleMaster();
     /// Reads the same orders anew. The current one stays current; without it there is none.
     void readAnew();
+    /// The current order as the list opens with it: it bears no mark until it is chosen.
+    void leaveUnchosen();
+    /// As a click on the current order does, where nobody has chosen it.
+    void chooseOrder();
     /// The sums of the current order, as read last.
     void showOrderTotals();
     /// Empties the form's text boxes ("고객").
@@ -50,6 +54,8 @@ signals:
     void orderRowChanged(int lngOrdMPK);
     /// There is no current order.
     void noOrderSelected();
+    /// The list was read anew, or money of one of its orders.
+    void ordersChanged();
     /// The orders could not be read: nothing may stay on view that belongs to one.
     void ordersNotRead();
     // The receipts of the current order, and of the customer's orders in a period; there is a current order.
@@ -61,6 +67,8 @@ private:
     void connectButtons();
     void rowChanged();
     void orderIsGone();
+    /// Work on the current order begins; false when the window went meanwhile.
+    bool takeOrder();
     void editOrder();
     void saveOrder();
     void endEdit();

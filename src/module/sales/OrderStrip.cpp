@@ -63,11 +63,4 @@ void OrderStrip::placeButtons()
     second->addWidget(chkCmdPrintReceipt(1));
     second->addStretch(1);
     rows->addLayout(second);
-
-    setTabOrder(chkCmdOrderMasterED(0), chkCmdPrintReceipt(0));
-    setTabOrder(chkCmdPrintReceipt(0), chkCmdPrintReceiptRollPrinter_);
-    setTabOrder(chkCmdPrintReceiptRollPrinter_, uxStartDateDTP_);
-    setTabOrder(uxStartDateDTP_, uxEndDateDTP_);
-    setTabOrder(uxEndDateDTP_, chkCmdPrintReceipt(1));
-    setTabOrder(chkCmdPrintReceipt(1), chkCmdOrderMasterED(1));
 }

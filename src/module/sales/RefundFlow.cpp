@@ -44,6 +44,8 @@ void RefundFlow::takeBack()
     if (isRefused(RefundOperations::refusal(refund)))
         return;
     const Outcome outcome = operations_.takeBack(sold, refund);
+    if (alive && outcome == Outcome::Done)
+        emit session_.done(QStringLiteral("%1 %2개 반품").arg(sold.name).arg(-refund.count));
     if (alive && outcome == Outcome::Conflict)
         emit session_.changedElsewhere();
     if (!alive || !hasFailed(outcome))

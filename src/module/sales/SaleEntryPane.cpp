@@ -1,6 +1,7 @@
 #include "sales/SaleEntryPane.h"
 
 #include "forms/FormRow.h"
+#include "forms/KeyHint.h"
 #include "forms/clsMyFunctions.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/controls/Appearance.h"
@@ -51,7 +52,8 @@ constexpr EntryFieldLook entryFields[] = {
     {u"수량:", 4, 0, 1, {true, false, false, OnFocus::SelectAll}, true},
     {u"판매단가:", 5, 0, 2, MoneyHabits, false},
     {u"할인금액:", 5, 3, 1, shownMoney, true},
-    {u"총액:", 6, 0, 2, shownMoney, false},
+    // Whoever writes it sets its colour, which is the kind's: no key released in it does.
+    {u"총액:", 6, 0, 2, {true, false, true, OnFocus::Nothing}, false},
 };
 constexpr int checkRow = 0;
 constexpr int kindRow = 3;
@@ -77,7 +79,6 @@ SaleEntryPane::SaleEntryPane(SaleSession &session, QWidget *parent)
     makeSteppers();
     placeFields();
     styleAppendButton();
-    orderTabs();
     resetPane();
     for (int index : {UnitDiscount, Quantity, Discount})
         controls::onEvent(txtSaleProductLists(index), &QLineEdit::textChanged, this,
@@ -173,28 +174,6 @@ void SaleEntryPane::styleAppendButton()
     QFont font = cmdCSAppendDetail_->font();
     font.setBold(true);
     cmdCSAppendDetail_->setFont(font);
-    controls::setGround(cmdCSAppendDetail_, controls::Ground::Accent);
-}
-
-void SaleEntryPane::orderTabs()
-{
-    const QList<QWidget *> order{
-        ssoptSellType_[0],
-        ssoptSellType_[1],
-        ssoptSellType_[2],
-        txtSaleProductLists(Quantity),
-        txtSaleProductLists(UnitDiscount),
-        txtSaleProductLists(SalePrice),
-        txtSaleProductLists(Discount),
-        txtSaleProductLists(LineTotal),
-        cmdCSAppendDetail_,
-        txtSaleProductLists(Catagory),
-        txtSaleProductLists(Name),
-        txtSaleProductLists(UnitPrice),
-        txtSaleProductLists(EtcMemo),
-    };
-    for (qsizetype index = 1; index < order.size(); ++index)
-        QWidget::setTabOrder(order[index - 1], order[index]);
 }
 
 ControlGroup SaleEntryPane::colSaleEntry() const
@@ -261,6 +240,7 @@ void SaleEntryPane::resetPane()
     txtSaleProductLists(Quantity)->setText(QStringLiteral("1"));
     for (int index : {UnitDiscount, SalePrice, Discount, LineTotal})
         showMoney(txtSaleProductLists(index), QStringLiteral("0"));
+    paintKind();
 }
 
 sale::LineType SaleEntryPane::sellType() const
@@ -281,114 +261,159 @@ void SaleEntryPane::sellTypeChanged()
         showLineTotal();
     else
         showMoney(txtSaleProductLists(LineTotal), QStringLiteral("0"));
+    paintKind();
 }
 
-QVariant SaleEntryPane::salePriceOfCurrentProduct() const
+void SaleEntryPane::paintKind()
 {
-    if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
-        return 0;
-    const ado::Recordset &products = *session_.rsSaleProductLists;
-    return runtime::isTrue(products[QStringLiteral("PM_IsValid")]) ? products[QStringLiteral("PM_UnitPrice")]
-                                                                   : QVariant(0);
+    if (!c1elaProductInfo_->isEnabled())
+        return; // an edit greys the pane; it is painted again when that ends
+    const sale::LineType kind = sellType();
+    const LineKind &look = lineKinds[std::size_t(kind)];
+    controls::setGround(cmdCSAppendDetail_, look.ground);
+    setHint(cmdCSAppendDetail_, look.addHint);
+    MoneyBox *total = txtSaleProductLists(LineTotal);
+    controls::setGround(total, kind == sale::NormalSale ? controls::Ground::Locked : look.ground);
+    controls::setInk(total, total->text().startsWith(u'-') ? controls::Ink::Negative : controls::Ink::Plain);
 }
+                                   : look.colors);
+                                   }
 
-void SaleEntryPane::showPrices(const QVariant &price)
-{
-    for (int index : {UnitPrice, SalePrice})
-        txtSaleProductLists(index)->setText(runtime::Format(price, runtime::strMoneyFormat));
-}
+                                   QVariant SaleEntryPane::salePriceOfCurrentProduct() const
+                                   {
+                                       if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
+                                           return 0;
+                                       const ado::Recordset &products = *session_.rsSaleProductLists;
+                                       return runtime::isTrue(products[QStringLiteral("PM_IsValid")])
+                                                  ? products[QStringLiteral("PM_UnitPrice")]
+                                                  : QVariant(0);
+                                   }
 
-/// By one or five; downwards only from above that step, so the quantity never reaches 0 here.
-void SaleEntryPane::step(int by)
-{
-    const double quantity = runtime::Val(txtSaleProductLists(Quantity)->text());
-    if (by < 0 && quantity <= -by)
-        return;
-    txtSaleProductLists(Quantity)->setText(runtime::text(quantity + by));
-}
+                                   void SaleEntryPane::showPrices(const QVariant &price)
+                                   {
+                                       for (int index : {UnitPrice, SalePrice})
+                                           txtSaleProductLists(index)->setText(
+                                               runtime::Format(price, runtime::strMoneyFormat));
+                                   }
 
-Currency SaleEntryPane::moneyOf(int index) const
-{
-    return runtime::CCur(clsNumberRelated().GetPureNumber(txtSaleProductLists(index)->text()));
-}
+                                   /// By one or five; downwards only from above that step, so the quantity never reaches 0 here.
+                                   void SaleEntryPane::step(int by)
+                                   {
+                                       const double quantity = runtime::Val(txtSaleProductLists(Quantity)->text());
+                                       if (by < 0 && quantity <= -by)
+                                           return;
+                                       txtSaleProductLists(Quantity)->setText(runtime::text(quantity + by));
+                                   }
 
-/// Quirk (docs/architecture.md): a further discount is added, and counts in this field only; nothing stores it.
-void SaleEntryPane::showLineTotal()
-{
-    qint16 quantity = 0;
-    try {
-        quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
-    } catch (const runtime::RuntimeError &) {
-        return; // empty, a lone minus or too large while it is being typed: the total stays as it was
-    }
-    const Currency total = (moneyOf(SalePrice) - moneyOf(UnitDiscount)) * quantity + moneyOf(Discount);
-    txtSaleProductLists(LineTotal)->setText(runtime::money(total));
-}
+                                   Currency SaleEntryPane::moneyOf(int index) const
+                                   {
+                                       return runtime::CCur(
+                                           clsNumberRelated().GetPureNumber(txtSaleProductLists(index)->text()));
+                                   }
 
-void SaleEntryPane::appendDetail()
-{
-    if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
-        return;
-    const QVariant handled = session_.rsSaleProductLists->value(QStringLiteral("PM_IsValid"));
-    if (!runtime::isNull(handled) && !runtime::isTrue(handled)) {
-        MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."), controls::InformationIcon,
-               QString(), c1elaProductInfo_);
-        return;
-    }
-    if (operations_.foundChangedAfterLoss()) {
-        MsgBox(changedAfterLoss, controls::InformationIcon, QString(), c1elaProductInfo_);
-        return;
-    }
-    EntryLine line;
-    line.intSellType = sellType();
-    line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();
-    line.quantity = txtSaleProductLists(Quantity)->text();
-    operations_.takeCurrentProduct(line);
+                                   /// Quirk (docs/architecture.md): a further discount is added, and counts in this field only; nothing stores it.
+                                   void SaleEntryPane::showLineTotal()
+                                   {
+                                       qint16 quantity = 0;
+                                       try {
+                                           quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
+                                       } catch (const runtime::RuntimeError &) {
+                                           return; // empty, a lone minus or too large while it is being typed: the total stays as it was
+                                       }
+                                       const Currency total =
+                                           (moneyOf(SalePrice) - moneyOf(UnitDiscount)) * quantity + moneyOf(Discount);
+                                       txtSaleProductLists(LineTotal)->setText(runtime::money(total));
+                                       paintKind();
+                                   }
 
-    const QPointer<SaleEntryPane> alive(this);
-    const Outcome outcome = addToChosenOrder(line);
-    if (alive && outcome == Outcome::Done)
-        emit lineAdded();
-    if (alive && outcome == Outcome::Conflict)
-        emit session_.changedElsewhere();
-    if (alive && outcome == Outcome::ProductGone)
-        emit session_.productGone();
-    if (alive && hasFailed(outcome)) {
-        const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
-        MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_,
-               outcome == Outcome::ProductGone ? productIsGone : QString());
-    }
-}
+                                   void SaleEntryPane::appendDetail()
+                                   {
+                                       if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
+                                           return;
+                                       const QVariant handled =
+                                           session_.rsSaleProductLists->value(QStringLiteral("PM_IsValid"));
+                                       if (!runtime::isNull(handled) && !runtime::isTrue(handled)) {
+                                           MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."),
+                                                  controls::InformationIcon, QString(), c1elaProductInfo_);
+                                           return;
+                                       }
+                                       if (operations_.foundChangedAfterLoss()) {
+                                           MsgBox(changedAfterLoss, controls::InformationIcon, QString(),
+                                                  c1elaProductInfo_);
+                                           return;
+                                       }
+                                       EntryLine line;
+                                       line.intSellType = sellType();
+                                       line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();
+                                       line.quantity = txtSaleProductLists(Quantity)->text();
+                                       operations_.takeCurrentProduct(line);
 
-/// Quirk (docs/architecture.md): once today has an order, the line goes to the selected order without a question, even
-/// to an older one.
-Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
-{
-    const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
-    if (!hasOrders)
-        return operations_.addDetailToNewOrder(line);
-    const ShownOrder order = operations_.currentOrder();
-    const qint16 orders = operations_.countTodayOrders();
-    if (orders < 0)
-        return Outcome::Failed;
-    const QPointer<SaleEntryPane> alive(this);
-    const controls::Answer answer = orders > 0 ? controls::Answer::No : askForToday(line);
-    if (answer == controls::Answer::Cancel || !alive)
-        return Outcome::Stopped;
-    if (answer == controls::Answer::Yes)
-        return operations_.addDetailToNewOrder(line);
-    if (order)
-        return operations_.addDetailToSelectedOrder(order, line);
-    MsgBox(QStringLiteral("선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오."), controls::InformationIcon,
-           QStringLiteral("거래 선택"), c1elaProductInfo_);
-    return Outcome::Stopped;
-}
+                                       const QPointer<SaleEntryPane> alive(this);
+                                       const Outcome outcome = addToChosenOrder(line);
+                                       if (alive && outcome == Outcome::Done)
+                                           emit lineAdded();
+                                       if (alive && outcome == Outcome::Done)
+                                           tellAdded(line);
+                                       if (alive && outcome == Outcome::Conflict)
+                                           emit session_.changedElsewhere();
+                                       if (alive && outcome == Outcome::ProductGone)
+                                           emit session_.productGone();
+                                       if (alive && hasFailed(outcome)) {
+                                           const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
+                                           MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle,
+                                                  c1elaProductInfo_,
+                                                  outcome == Outcome::ProductGone ? productIsGone : QString());
+                                       }
+                                   }
 
-/// Yes: on an order of today. No: on the selected one.
-controls::Answer SaleEntryPane::askForToday(const EntryLine &line) const
-{
-    const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
-    const QString question = QStringLiteral("오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?")
-                             + QStringLiteral("\n\n") + kind.choices;
-    return MsgBox(question, controls::YesNoCancel | controls::InformationIcon, kind.questionTitle, c1elaProductInfo_);
-}
+                                   /// The order is read by its key: the list may stand on another one by now.
+                                   void SaleEntryPane::tellAdded(const EntryLine &line) const
+                                   {
+                                       emit session_.done(line.name + u' ' + line.quantity.trimmed()
+                                                          + lineKinds[std::size_t(line.intSellType)].added
+                                                          + QStringLiteral(" · 합계 ")
+                                                          + operations_.totalShown(operations_.lastOrder()));
+                                   }
+
+                                   /// Quirk (docs/architecture.md): once today has an order, the line goes to the selected order without a question, even
+                                   /// to an older one.
+                                   Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
+                                   {
+                                       const bool hasOrders =
+                                           session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
+                                       if (!hasOrders)
+                                           return operations_.addDetailToNewOrder(line);
+                                       const QPointer<SaleEntryPane> alive(this);
+                                       emit session_.orderTaken(); // the question speaks of the selected order
+                                       if (!alive)
+                                           return Outcome::Stopped;
+                                       const ShownOrder order = operations_.currentOrder();
+                                       const qint16 orders = operations_.countTodayOrders();
+                                       if (orders < 0)
+                                           return Outcome::Failed;
+                                       const controls::Answer answer =
+                                           orders > 0 ? controls::Answer::No : askForToday(line);
+                                       if (answer == controls::Answer::Cancel || !alive)
+                                           return Outcome::Stopped;
+                                       if (answer == controls::Answer::Yes)
+                                           return operations_.addDetailToNewOrder(line);
+                                       if (order)
+                                           return operations_.addDetailToSelectedOrder(order, line);
+                                       MsgBox(QStringLiteral(
+                                                  "선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오."),
+                                              controls::InformationIcon, QStringLiteral("거래 선택"),
+                                              c1elaProductInfo_);
+                                       return Outcome::Stopped;
+                                   }
+
+                                   /// Yes: on an order of today. No: on the selected one.
+                                   controls::Answer SaleEntryPane::askForToday(const EntryLine &line) const
+                                   {
+                                       const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
+                                       const QString question =
+                                           QStringLiteral(
+                                               "오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?")
+                                           + QStringLiteral("\n\n") + kind.choices;
+                                       return MsgBox(question, controls::YesNoCancel | controls::InformationIcon,
+                                                     kind.questionTitle, c1elaProductInfo_);
+                                   }

@@ -38,6 +38,8 @@ public:
     /// The pane without a product ("판매물품").
     void resetPane();
     void focusQuantity();
+    /// A service and a loss show in the colours of the button and of the line total, over those of the paint sets.
+    void paintKind();
     /// Unit discount and sale price can be typed into no more.
     void lockPrices();
     /// Replaces the clock that tells the date of new orders.
@@ -53,7 +55,6 @@ private:
     void makeSteppers();
     void placeFields();
     void styleAppendButton();
-    void orderTabs();
 
     MoneyBox *txtSaleProductLists(int index) const { return txtSaleProductLists_.at(std::size_t(index)); }
     sale::LineType sellType() const;
@@ -65,6 +66,7 @@ private:
     QVariant salePriceOfCurrentProduct() const;
 
     void appendDetail();
+    void tellAdded(const EntryLine &line) const;
     Outcome addToChosenOrder(const EntryLine &line);
     controls::Answer askForToday(const EntryLine &line) const;
 

@@ -50,7 +50,7 @@ qint16 frmRefund::ShowRefundForm(const QString &strUnitName, Currency curUnitPri
     adjustSize();
     if (ownerButton)
         placeBeside(*ownerButton);
-    dtpRfndDate_->setFocus(Qt::OtherFocusReason);
+    txtRfndUnitCount_->setFocus(Qt::OtherFocusReason); // what most often differs; the date is today
     if (!controls::runModal(this) || !bSaved_)
         return 0;
 

@@ -62,6 +62,10 @@ public:
 signals:
     // From one pane to another, since panes do not know each other.
     void orderTotalsChanged(); ///< the current order's sums were read anew
+    /// Work begins on the current order: where nobody has chosen it yet it is chosen now, so that its lines and its ledger
+    /// are on view. May open a box, under which the window may go.
+    void orderTaken();
+    void done(const QString &what); ///< told beside the window's status, in a few words
     /// Another desk wrote first: the orders and the lines of the current order must be read again.
     void changedElsewhere();
     /// Another desk deleted the product that was to be sold: the list of products must be read again.

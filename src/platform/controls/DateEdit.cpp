@@ -4,8 +4,11 @@
 #include "platform/controls/Wheel.h"
 
 #include <QCalendarWidget>
+#include <QFocusEvent>
 #include <QLocale>
 #include <QTextCharFormat>
+
+#include <utility>
 
 namespace controls {
 
@@ -26,6 +29,17 @@ DateEdit::DateEdit(QWidget *parent)
     });
     setDate(QDate::currentDate());
     guardWheel(this);
+    setCurrentSection(DaySection);
+}
+
+void DateEdit::focusInEvent(QFocusEvent *event)
+{
+    QDateEdit::focusInEvent(event);
+    const bool hadFocus = std::exchange(hadFocus_, true);
+    const bool comesBack = hadFocus && event->reason() == Qt::ActiveWindowFocusReason;
+    // A click chooses its own section; a calendar or another window in front leaves it as it was.
+    if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason && !comesBack)
+        setSelectedSection(DaySection);
 }
 
 } // namespace controls

@@ -132,6 +132,8 @@ void RecordsetGrid::Private::chooseCurrent(bool untold)
 void RecordsetGrid::Private::tellRowChange()
 {
     ++told;
+    marked = true;
+    model.setMarkedRow(hasRow() ? recordset()->currentRow() : -1);
     runEvent([this] { emit grid->rowChange(); }, grid);
 }
 
@@ -153,7 +155,7 @@ void RecordsetGrid::Private::follow(bool select)
     QItemSelectionModel *selection = grid->selectionModel();
     const int row = recordset() && recordset()->isOpen() ? recordset()->currentRow() : -1;
     const QModelIndex cell = model.index(row, columnToStandIn());
-    model.setMarkedRow(cell.isValid() ? row : -1);
+    model.setMarkedRow(cell.isValid() && marked ? row : -1);
     if (!cell.isValid()) {
         selection->clear();
         return;

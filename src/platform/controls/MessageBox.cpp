@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <utility>
 #include <vector>
@@ -19,7 +20,12 @@ struct BoxButton
     Answer answer;
     const char16_t *caption;
     QMessageBox::ButtonRole role;
+    QList<QKeySequence> keys = {};
 };
+
+// The second of each is the same key with Hangul on.
+const QList<QKeySequence> yesKeys{QKeySequence(Qt::Key_Y), QKeySequence(u'ㅛ')};
+const QList<QKeySequence> noKeys{QKeySequence(Qt::Key_N), QKeySequence(u'ㅜ')};
 
 constexpr int ButtonMask = 0x0F;
 constexpr int IconMask = 0x70;
@@ -28,8 +34,8 @@ constexpr int IconMask = 0x70;
 std::vector<BoxButton> buttonsOf(int flags)
 {
     const BoxButton confirm{Answer::Confirm, u"확인", QMessageBox::AcceptRole};
-    const BoxButton yes{Answer::Yes, u"예", QMessageBox::YesRole};
-    const BoxButton no{Answer::No, u"아니오", QMessageBox::NoRole};
+    const BoxButton yes{Answer::Yes, u"예", QMessageBox::YesRole, yesKeys};
+    const BoxButton no{Answer::No, u"아니오", QMessageBox::NoRole, noKeys};
     const BoxButton cancel{Answer::Cancel, u"취소", QMessageBox::RejectRole};
     switch (flags & ButtonMask) {
     case YesNoCancel:
@@ -61,6 +67,20 @@ QString withLineBreaks(QString text)
     return text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
+/// The button is pressed by a key of its own; one that is held down counts once.
+void answerByKeys(QPushButton *button, const QList<QKeySequence> &keys)
+{
+    if (keys.isEmpty())
+        return;
+    auto *shortcut = new QShortcut(button);
+    shortcut->setKeys(keys);
+    shortcut->setAutoRepeat(false);
+    QObject::connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+    const QString key = keys.constFirst().toString();
+    button->setToolTip(button->text() + QStringLiteral(" (%1)").arg(key));
+    button->setAccessibleDescription(QStringLiteral("단축키 ") + key);
+}
+
 Answer showBox(const QString &text, int flags, const QString &title, QWidget *owner, const QString &remark)
 {
     const Modal<QMessageBox> box(owner);
@@ -72,8 +92,10 @@ Answer showBox(const QString &text, int flags, const QString &title, QWidget *ow
 
     const std::vector<BoxButton> buttons = buttonsOf(flags);
     std::vector<QPushButton *> shown;
-    for (const BoxButton &button : buttons)
+    for (const BoxButton &button : buttons) {
         shown.push_back(box->addButton(QString::fromUtf16(button.caption), button.role));
+        answerByKeys(shown.back(), button.keys);
+    }
     const bool second = (flags & SecondButtonDefault) && shown.size() > 1;
     box->setDefaultButton(shown[second ? 1 : 0]);
 

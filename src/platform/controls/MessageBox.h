@@ -21,7 +21,7 @@ enum MessageFlag : int {
 enum class Answer { Confirm = 1, Cancel = 2, Yes = 6, No = 7 };
 
 /// Shows a modal box with Korean buttons; the text is plain, line breaks stand as they are. An empty title bears the title
-/// of the active window. Closing a box with Yes and No by Esc answers No, with a Cancel button Cancel;
+/// of the active window. The keys Y and N answer Yes and No. Closing a box with Yes and No by Esc answers No, with a Cancel button Cancel;
 /// so does a box that goes with its window. Whoever opened it may have gone with the window as well.
 /// A remark stands below the text, where the text itself is settled and says too little.
 Answer MsgBox(const QString &text, int flags = ConfirmOnly, const QString &title = QString(), QWidget *owner = nullptr,

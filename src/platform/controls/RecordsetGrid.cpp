@@ -9,6 +9,7 @@
 
 #include <QAccessible>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -106,6 +107,21 @@ void RecordsetGrid::chooseRow(int row)
 void RecordsetGrid::setFoundRows(std::vector<int> rows)
 {
     d->model.setFoundRows(std::move(rows));
+void RecordsetGrid::leaveUnchosen()
+{
+    d->marked = false;
+    d->follow(false);
+}
+
+void RecordsetGrid::chooseRow()
+{
+    if (!d->marked)
+        d->chooseCurrent(true);
+}
+
+void RecordsetGrid::setEmptyText(const QString &text)
+{
+    d->emptyText = text;
     viewport()->update();
 }
 
@@ -159,8 +175,13 @@ void RecordsetGrid::resetLayout()
 void RecordsetGrid::keyPressEvent(QKeyEvent *event)
 {
     const bool plain = event->modifiers() == Qt::NoModifier;
+    const QPointer<RecordsetGrid> alive(this);
+    if (event->key() == Qt::Key_F2 || (!event->text().isEmpty() && event->text().front().isPrint())) {
+        chooseRow(); // what is typed goes to a row that is chosen
+        if (!alive)
+            return;
+    }
     if (event->key() == Qt::Key_Space && plain) {
-        const QPointer<RecordsetGrid> alive(this);
         if (!event->isAutoRepeat())
             d->toggle(currentIndex());
         if (alive && d->hasRow())
@@ -180,7 +201,6 @@ void RecordsetGrid::keyPressEvent(QKeyEvent *event)
     const bool isStep = std::find(std::begin(steps), std::end(steps), event->key()) != std::end(steps);
     const bool nothingChosen = !selectionModel()->hasSelection();
     const int toldBefore = d->told;
-    const QPointer<RecordsetGrid> alive(this);
     d->byStockView([&] { QTableView::keyPressEvent(event); });
     if (alive && isStep)
         d->chooseCurrent(nothingChosen && d->told == toldBefore);
@@ -242,6 +262,18 @@ void RecordsetGrid::changeEvent(QEvent *event)
     QTableView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         d->setRowHeight();
+}
+
+void RecordsetGrid::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    if (d->emptyText.isEmpty() || d->model.rowCount() > 0 || !d->recordset() || !d->recordset()->isOpen())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Active, QPalette::Text));
+    constexpr int margin = 8;
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, d->emptyText);
 }
 
 void RecordsetGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)

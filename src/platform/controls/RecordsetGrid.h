@@ -63,6 +63,12 @@ public:
     void chooseRow(int row);
     /// Marks the rows that a search found, ascending, and no others; the marks go when rows come anew or go.
     void setFoundRows(std::vector<int> rows);
+    /// The current row bears no mark until a change of row is raised: the panes behind the grid show nothing of it yet.
+    void leaveUnchosen();
+    /// As a click on the current row does, where it is unchosen.
+    void chooseRow();
+    /// What stands in the place of rows while there are none.
+    void setEmptyText(const QString &text);
     /// Deletes the current row through the recordset; errors go to the caller.
     void Delete();
     /// Value of a field in the current row, the typed text while a cell is in edit.
@@ -105,6 +111,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

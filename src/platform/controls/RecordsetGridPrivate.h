@@ -58,6 +58,8 @@ struct RecordsetGrid::Private
     QPersistentModelIndex clicked;
     QPersistentModelIndex doubleClicked;
     bool movedByUser = false;
+    bool marked = true; ///< the current row bears the mark
+    QString emptyText;
     int told = 0;          ///< how often rowChange() was raised
     bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
 };

@@ -200,7 +200,7 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
         case Qt::TextAlignmentRole:
             return QVariant(alignmentOf(kind));
         case Qt::ForegroundRole:
-            return kind == Kind::Money && shownText(row, column).startsWith(QLatin1Char('-'))
+            return (kind == Kind::Money || kind == Kind::Number) && shownText(row, column).startsWith(QLatin1Char('-'))
                        ? QVariant(ink(Ink::Negative))
                        : QVariant();
         default:

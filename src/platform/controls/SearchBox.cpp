@@ -1,5 +1,6 @@
 #include "platform/controls/SearchBox.h"
 
+#include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QPointer>
 
@@ -16,6 +17,22 @@ SearchBox::SearchBox(QWidget *parent)
 QString SearchBox::shownText() const
 {
     return text().insert(cursorPosition(), composing_);
+}
+
+void SearchBox::focusInEvent(QFocusEvent *event)
+{
+    QLineEdit::focusInEvent(event);
+    if (event->reason() != Qt::PopupFocusReason) // the box's own menu was open
+        selectAll();
+    focusCameByMouse_ = event->reason() == Qt::MouseFocusReason;
+}
+
+void SearchBox::mousePressEvent(QMouseEvent *event)
+{
+    QLineEdit::mousePressEvent(event);
+    // The press that brought the focus would drop the selection that came with it.
+    if (std::exchange(focusCameByMouse_, false))
+        selectAll();
 }
 
 void SearchBox::keyPressEvent(QKeyEvent *event)

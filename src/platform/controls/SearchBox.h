@@ -22,6 +22,9 @@ signals:
     void typed(const QString &text);
 
 protected:
+    /// Coming back to it, by key, mouse or from another window, selects the text: the next name is typed over it.
+    void focusInEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
 
@@ -32,6 +35,7 @@ private:
     QString composing_;
     QString told_;
     bool inStockLine_ = false;
+    bool focusCameByMouse_ = false;
 };
 
 } // namespace controls
