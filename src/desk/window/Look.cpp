@@ -5,6 +5,8 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
+#include <QScreen>
+#include <QStyle>
 #include <QStyleFactory>
 #include <QTextStream>
 #include <QTranslator>
@@ -33,6 +35,12 @@ void dressUp(QApplication &application)
     if (translator->load(korean, QStringLiteral("qtbase"), QStringLiteral("_"),
                          QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);
+}
+
+void resizeWithinScreen(QWidget &window, const QSize &wished)
+{
+    const int caption = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    window.resize(wished.boundedTo(window.screen()->availableSize() - QSize(0, caption)));
 }
 
 } // namespace desk

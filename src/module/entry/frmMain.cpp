@@ -29,6 +29,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QStatusBar>
 
 #include <utility>
@@ -77,7 +78,7 @@ frmMain::frmMain()
     placePanes();
     connectPanes();
     fillEditModes();
-    resize(designedSize);
+    resize(designedSize.boundedTo(screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
 }
 
 frmMain::~frmMain()
@@ -138,6 +139,7 @@ void frmMain::placePanes()
 void frmMain::connectPanes()
 {
     using controls::onEvent;
+    connect(saleTab_, &SaleTab::roomIsShort, customerPane_, &CustomerPane::fold);
     onEvent(c1tabMain_, &controls::TabWidget::turnedTo, this, [this](int tab) { tabChanged(tab); });
 
     // The road of a sale: product, line, order, its lines and its ledger.

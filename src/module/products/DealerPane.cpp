@@ -25,10 +25,10 @@ std::vector<GridColumn> dealerColumns()
 {
     using Kind = GridColumn::Kind;
     return {
-        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check, 65},
+        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check},
         {QStringLiteral("CM_Name"), QStringLiteral("거래처 이름"), Kind::Text, 130},
         {QStringLiteral("CM_RegNum"), QStringLiteral("등록번호"), Kind::Text, 100},
-        {QStringLiteral("CM_Address"), QStringLiteral("주소"), Kind::Text, 160},
+        {.field = QStringLiteral("CM_Address"), .caption = QStringLiteral("주소"), .width = 160, .fills = true},
         {QStringLiteral("CM_Tel"), QStringLiteral("전화번호"), Kind::Text, 95},
         {QStringLiteral("CM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
     };

@@ -15,12 +15,12 @@ std::vector<GridColumn> managerColumns()
 {
     using Kind = GridColumn::Kind;
     return {
-        {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 50, true, true},
+        {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 0, true, true},
         {QStringLiteral("PM_Catagory"), QStringLiteral("분류"), Kind::Text, 74},
-        {QStringLiteral("PM_Name"), QStringLiteral("물품명"), Kind::Text, 160},
-        {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money, 84},
-        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check, 40},
-        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check, 58},
+        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 160, .fills = true},
+        {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money},
+        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check},
+        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check},
         {QStringLiteral("PM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 130},
     };
 }

@@ -22,6 +22,9 @@ inline const QColor LockedColor{0xEF, 0xEF, 0xEF};
 /// The blue of the button that goes on and, on the desk, of what is selected, under white letters.
 inline const QColor AccentColor{0x1F, 0x6F, 0xB2};
 
+/// Money that a customer owes.
+inline const QColor OwedColor{0xB3, 0x26, 0x1E};
+
 /// Back colour of an entry control: the base of text boxes and lists, the background of boxes and options.
 void setBackColor(QWidget *control, const QColor &color);
 QColor backColor(const QWidget *control);

@@ -124,8 +124,10 @@ void RecordsetGrid::setBeforeColumnUpdate(BeforeUpdate before)
 bool RecordsetGrid::loadLayout(const QString &file, const QString &layoutName)
 {
     const std::optional<GridLayout> layout = readGridLayout(file, layoutName, columns());
-    if (layout)
+    if (layout) {
+        d->layoutIsChosen = true;
         d->applyLayout(*layout);
+    }
     return layout.has_value();
 }
 
@@ -136,7 +138,8 @@ void RecordsetGrid::saveLayout(const QString &file, const QString &layoutName) c
 
 void RecordsetGrid::resetLayout()
 {
-    d->applyLayout(designedLayout(columns()));
+    d->layoutIsChosen = false;
+    d->applyDesign();
 }
 
 void RecordsetGrid::keyPressEvent(QKeyEvent *event)
@@ -223,8 +226,17 @@ void RecordsetGrid::focusInEvent(QFocusEvent *event)
 void RecordsetGrid::changeEvent(QEvent *event)
 {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         d->setRowHeight();
+        if (!d->layoutIsChosen)
+            d->applyDesign();
+    }
+}
+
+void RecordsetGrid::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    d->fillRoom();
 }
 
 void RecordsetGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
