@@ -49,7 +49,10 @@ protected:
     {
         return {
             {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
-            {.field = QStringLiteral("OrdM_Date"), .caption = QStringLiteral("거래일자"), .kind = Kind::Date, .width = 100},
+            {.field = QStringLiteral("OrdM_Date"),
+             .caption = QStringLiteral("거래일자"),
+             .kind = Kind::Date,
+             .width = 100},
             {.field = QStringLiteral("OrdM_Misugum"),
              .caption = QStringLiteral("미수금"),
              .kind = Kind::Money,

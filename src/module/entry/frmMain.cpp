@@ -2,6 +2,7 @@
 
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
+#include "forms/FormRow.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
@@ -78,7 +79,8 @@ frmMain::frmMain()
     placePanes();
     connectPanes();
     fillEditModes();
-    resize(designedSize.boundedTo(screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
+    resize(
+        designedSize.boundedTo(screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
 }
 
 frmMain::~frmMain()
@@ -112,6 +114,7 @@ void frmMain::placePanes()
                              {nullptr, detailPane_->c1elaList(), detailPane_->c1elaSaleDetailMemo(), 3},
                              {ledgerPane_->elTranMnu(), ledgerPane_->c1elaList(), ledgerPane_->c1elaTransInfo(), 3}}});
 
+    alignCaptions({incomingPane_, dealerPane_});
     auto *purchases = new QSplitter(Qt::Vertical);
     purchases->setChildrenCollapsible(false);
     purchases->addWidget(incomingPane_);

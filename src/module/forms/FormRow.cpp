@@ -51,7 +51,7 @@ void alignCaptions(const QList<QWidget *> &forms)
     QMap<int, int> widths; // of the caption columns
     QList<QGridLayout *> grids;
     for (QWidget *form : forms)
-        grids += qobject_cast<QGridLayout *>(form->layout());
+        grids += form->findChild<QGridLayout *>();
     const auto eachCaption = [&](auto work) {
         for (QGridLayout *grid : grids) {
             for (int index = 0; index < grid->count(); ++index) {
@@ -151,21 +151,13 @@ void setTabChain(const QList<QWidget *> &controls)
         QWidget::setTabOrder(controls[index - 1], controls[index]);
 }
 
-void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel)
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *panel)
 {
-    auto *beside = new QWidget;
-    auto *besideLayout = new QVBoxLayout(beside);
-    besideLayout->setContentsMargins(0, 0, 0, 0);
-    besideLayout->setSpacing(2);
-    if (strip)
-        besideLayout->addWidget(strip);
-    besideLayout->addWidget(panel, 1);
-    beside->setMinimumWidth(panelCharacters * pane->fontMetrics().averageCharWidth());
-
+    panel->setMinimumWidth(panelCharacters * pane->fontMetrics().averageCharWidth());
     auto *split = new QSplitter(Qt::Horizontal);
     split->setChildrenCollapsible(false);
     split->addWidget(list);
-    split->addWidget(beside);
+    split->addWidget(panel);
     split->setStretchFactor(0, 1);
     auto *layout = new QVBoxLayout(pane);
     layout->setContentsMargins(4, 4, 4, 4);

@@ -16,7 +16,7 @@ void addFormRow(QGridLayout *form, int row, int column, const QString &caption, 
 /// A row is as high with a framed box as with one that is only read: nothing jumps when an edit opens it.
 int formRowHeight(const QWidget *form);
 
-/// Gives the caption columns of these forms, whose layouts are grids, the width of the longest caption, so that boxes stand
+/// Gives the caption columns of these forms, each of which has one grid, the width of the longest caption, so that boxes stand
 /// in one line.
 void alignCaptions(const QList<QWidget *> &forms);
 
@@ -49,5 +49,5 @@ QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, 
 /// Tab goes through the controls in this order.
 void setTabChain(const QList<QWidget *> &controls);
 
-/// Lays a list and its panel side by side with a divider, the strip of commands above the panel (null: none).
-void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel);
+/// Lays a list and its panel side by side with a divider.
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *panel);

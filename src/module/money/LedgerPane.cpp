@@ -114,8 +114,8 @@ void LedgerPane::makeStrip()
     row->addWidget(chkcmdAddEditDelTran_[2]);
     letShrink({chkCmdAutomateReceipt_, chkCmdRunMisuMoneyManger_, chkcmdAddEditDelTran_[0], chkcmdAddEditDelTran_[1],
                chkCmdMnuCustTrans_, chkcmdAddEditDelTran_[2]});
-    for (PushCheck *button : chkcmdAddEditDelTran_)
-        keepPlaceWhenHidden(button);
+    for (PushCheck *hidden : chkcmdAddEditDelTran_)
+        keepPlaceWhenHidden(hidden);
     QWidget *previous = chkCmdAutomateReceipt_;
     for (QWidget *next : {chkCmdRunMisuMoneyManger_, chkcmdAddEditDelTran_[0], chkcmdAddEditDelTran_[1],
                           chkCmdMnuCustTrans_, chkcmdAddEditDelTran_[2]}) {

@@ -10,7 +10,6 @@
 #include "platform/runtime/Conversions.h"
 
 #include <QPointer>
-#include <QVBoxLayout>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -44,12 +43,9 @@ DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
     makeList(QStringLiteral("sspCompanyMaster"), 0, QStringLiteral("거래처"), QStringLiteral("tdbCompanyMaster"),
              dealerColumns());
     makePanel(QStringLiteral("sspCompanyMaster"), 1);
-    makeStrip(4, QStringLiteral("chkcmdCmpnyMstrAED"), QStringLiteral("chkcmdCmpnyMstrSave"), QStringLiteral("저장"),
-              panel_);
-    auto *layout = new QVBoxLayout(panel_);
-    layout->addWidget(strip_);
-    layout->addLayout(makeFields(), 1);
-    layOutListAndPanel(this, listFrame_, nullptr, panel_);
+    makeStrip(4, QStringLiteral("chkcmdCmpnyMstrAED"), QStringLiteral("chkcmdCmpnyMstrSave"), QStringLiteral("저장"));
+    placeInPanel(makeFields());
+    layOutListAndPanel(this, listFrame_, panel_);
     setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtCmCompanyName_, chkCmIsValid_, txtCmTel_,
                  txtCmRegNum_, txtCmAddress_, txtCmMemo_, saveButtons_[0], saveButtons_[1]});
     connectControls();

@@ -4,8 +4,6 @@
 #include "platform/controls/Named.h"
 #include "products/IncomingPane.h"
 
-#include <QVBoxLayout>
-
 namespace {
 
 using controls::GridColumn;
@@ -31,10 +29,9 @@ void IncomingPane::makeControls()
 {
     const QString frame = QStringLiteral("sspProductIncoming");
     makeList(frame, 0, QStringLiteral("거래내역"), QStringLiteral("tdbProductIncoming"), incomingColumns());
-    makeStrip(3, QStringLiteral("chkcmdIncomingAED"), QStringLiteral("chkcmdIncomingSave"), QStringLiteral("저장"),
-              this);
     makePanel(frame, 1);
-    panel_->setLayout(makeFields());
+    makeStrip(3, QStringLiteral("chkcmdIncomingAED"), QStringLiteral("chkcmdIncomingSave"), QStringLiteral("저장"));
+    placeInPanel(makeFields());
 }
 
 QGridLayout *IncomingPane::makeFields()

@@ -45,13 +45,14 @@ void ProductPane::makeControls()
 {
     makeList(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"),
              QStringLiteral("tdbSaleProductListsManager"), managerColumns());
-    makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
-              QStringLiteral("저 장"), this);
     makePanel(QStringLiteral("sspPMProductInfo"), -1);
+    makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
+              QStringLiteral("저 장"));
     stock_ = new StockBox(session_);
-    auto *layout = new QHBoxLayout(panel_);
-    layout->addLayout(makeFields(), 1);
-    layout->addWidget(stock_);
+    auto *fields = new QHBoxLayout;
+    fields->addLayout(makeFields(), 1);
+    fields->addWidget(stock_);
+    placeInPanel(fields);
 }
 
 QGridLayout *ProductPane::makeFields()
@@ -83,17 +84,10 @@ QGridLayout *ProductPane::makeFields()
 
 void ProductPane::arrange()
 {
-    auto *below = new QWidget;
-    auto *belowLayout = new QVBoxLayout(below);
-    belowLayout->setContentsMargins(0, 0, 0, 0);
-    belowLayout->setSpacing(2);
-    belowLayout->addWidget(strip_);
-    belowLayout->addWidget(panel_, 1);
-
     auto *split = new QSplitter(Qt::Vertical, this);
     split->setChildrenCollapsible(false);
     split->addWidget(listFrame_);
-    split->addWidget(below);
+    split->addWidget(panel_);
     split->setStretchFactor(0, 1);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);

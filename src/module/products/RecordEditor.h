@@ -51,9 +51,10 @@ protected:
     void makeList(const QString &frame, int index, const QString &caption, const QString &grid,
                   std::vector<controls::GridColumn> columns);
     void makePanel(const QString &frame, int index);
-    /// `parent` is the pane or the panel.
-    void makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
-                   QWidget *parent);
+    /// The strip of commands at the top of the panel.
+    void makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption);
+    /// What stands below the strip.
+    void placeInPanel(QLayout *fields);
     void connectControls();
 
     /// Runs an action of the strip.

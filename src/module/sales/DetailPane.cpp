@@ -28,9 +28,8 @@ namespace {
 std::vector<controls::GridColumn> detailColumns()
 {
     using Kind = controls::GridColumn::Kind;
-    controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"),
-                              .caption = QStringLiteral("판매종류"),
-                              .kind = Kind::Values};
+    controls::GridColumn kind{
+        .field = QStringLiteral("OrdD_OrderType"), .caption = QStringLiteral("판매종류"), .kind = Kind::Values};
     // A code 3, which nothing writes, shows as it is.
     kind.values = {{QString(), sale::lineTypeText(sale::NormalSale)}};
     for (const sale::LineType code : sale::lineTypes)

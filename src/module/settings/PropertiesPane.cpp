@@ -162,8 +162,8 @@ void PropertiesPane::removeLogo()
 {
     const QString title = QStringLiteral("영수증 로고");
     const QPointer<PropertiesPane> self(this);
-    if (controls::MsgBox(QStringLiteral("영수증 로고를 삭제하시겠습니까?"), controls::YesNo | controls::QuestionIcon, title,
-                         this)
+    if (controls::MsgBox(QStringLiteral("영수증 로고를 삭제하시겠습니까?"), controls::YesNo | controls::QuestionIcon,
+                         title, this)
             != controls::Answer::Yes
         || !self)
         return;

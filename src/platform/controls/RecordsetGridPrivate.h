@@ -65,8 +65,8 @@ struct RecordsetGrid::Private
     QPersistentModelIndex doubleClicked;
     bool movedByUser = false;
     bool layoutIsChosen = false; ///< by the user, now or in an earlier session
-    int told = 0;          ///< how often rowChange() was raised
-    bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
+    int told = 0;                ///< how often rowChange() was raised
+    bool freshRows = true;       ///< the next change of row comes with new rows: no row shows as selected
 };
 
 } // namespace controls
