@@ -6,7 +6,6 @@
 
 #include <QLabel>
 #include <QMap>
-#include <QPlainTextEdit>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -23,12 +22,13 @@ void addFormRow(QGridLayout *form, int row, int column, const QString &caption, 
 {
     auto *label = new QLabel(caption);
     label->setBuddy(control);
-    const bool severalLines = qobject_cast<QPlainTextEdit *>(control);
+    const bool severalLines = control->sizePolicy().expandingDirections().testFlag(Qt::Vertical);
     label->setAlignment(Qt::AlignRight | (severalLines ? Qt::AlignTop : Qt::AlignVCenter));
     if (severalLines)
         label->setContentsMargins(0, 4, 0, 0);
     control->setAccessibleName(caption);
-    control->setMinimumHeight(std::max(control->minimumHeight(), formRowHeight(label)));
+    if (!severalLines)
+        control->setMinimumHeight(std::max(control->minimumHeight(), formRowHeight(control)));
     form->addWidget(label, row, column);
     form->addWidget(control, row, column + 1, 1, columnSpan);
 }

@@ -126,6 +126,7 @@ void OrderInfoPanel::placeControls()
     save->addWidget(chkcmdCSSaveInfo_[1]);
     grid->addLayout(save, saveRow, 2, 1, 2);
     grid->setRowStretch(memoRow, 1);
+    txtOrderMaster(OrderMemo)->setMinimumHeight(formRowHeight(this));
 
     QWidget *previous = dtpOrderMasterDate_;
     const auto next = [&previous](QWidget *widget) {
