@@ -4,6 +4,7 @@
 #include "desk/window/Look.h"
 
 #include <QApplication>
+#include <QPalette>
 #include <QTextStream>
 
 #include <exception>
@@ -18,6 +19,8 @@ int main(int argc, char **argv)
         QTextStream(stderr) << QStringLiteral("desk-walk: 그림을 남길 폴더를 입력하십시오.") << Qt::endl;
         return 2;
     }
+    if (qEnvironmentVariableIsSet("ZELVO_WALK_DARK"))
+        QApplication::setPalette(QPalette(QColor(0x2D, 0x2D, 0x2D))); // as a dark desktop gives it
     clinic::registerTables();
     try {
         desk::dressUp(application);

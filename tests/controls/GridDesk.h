@@ -49,18 +49,22 @@ protected:
     {
         return {
             {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
-            {.field = QStringLiteral("OrdM_Date"), .caption = QStringLiteral("거래일자"), .kind = Kind::Date},
+            {.field = QStringLiteral("OrdM_Date"),
+             .caption = QStringLiteral("거래일자"),
+             .kind = Kind::Date,
+             .width = 100},
             {.field = QStringLiteral("OrdM_Misugum"),
              .caption = QStringLiteral("미수금"),
              .kind = Kind::Money,
+             .width = 100,
              .editable = true},
             {.field = QStringLiteral("OrdM_Gubun"),
              .caption = QStringLiteral("택배"),
              .kind = Kind::Check,
              .width = 40,
              .checkedText = QStringLiteral("2")},
-            {.field = QString(), .caption = QStringLiteral("물품명"), .kind = Kind::Unbound},
-            {.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("메모")},
+            {.field = QString(), .caption = QStringLiteral("물품명"), .kind = Kind::Unbound, .width = 100},
+            {.field = QStringLiteral("OrdM_ETCMemo"), .caption = QStringLiteral("메모"), .width = 100},
         };
     }
     static constexpr int owing = 2; ///< the column that can be typed into

@@ -116,6 +116,23 @@ TEST_F(PropertiesTab, ShowsALogoWhateverItsFormatAndTakesItAwayWithTheFile)
     EXPECT_TRUE(logo->pixmap().isNull());
 }
 
+TEST_F(PropertiesTab, TheLogoGoesWhenTheUserAgrees)
+{
+    MessageRecorder boxes;
+    const QString file = folder_.filePath("RcptLog.dat");
+    ASSERT_TRUE(QImage(30, 10, QImage::Format_RGB32).save(file, "BMP"));
+    pane_.loadProperties();
+    auto *button = pane_.findChild<QPushButton *>("chkCmdRemoveLogo");
+    for (const controls::Answer answer : {controls::Answer::No, controls::Answer::Yes}) {
+        const bool goes = answer == controls::Answer::Yes;
+        boxes.answers = {answer};
+        button->click();
+        EXPECT_EQ(QFile::exists(file), !goes);
+        EXPECT_EQ(pane_.findChild<QLabel *>("picLogo")->pixmap().isNull(), goes);
+        EXPECT_EQ(button->isEnabled(), !goes) << "nothing is left to remove";
+    }
+}
+
 TEST_F(PropertiesTab, TheLogoIsAByteCopyOfTheChosenFileAndStaysWhenNoneIsChosen)
 {
     MessageRecorder boxes;

@@ -36,6 +36,21 @@ QWindow *handleOf(QWidget *widget)
     return handle;
 }
 
+void grabTo(const QString &file, QWidget *window)
+{
+    if (!window->grab().save(file))
+        throw Astray(QStringLiteral("cannot write %1").arg(file));
+}
+
+/// Those that ZELVO_WALK_DESKS asks for: "1366x768 1093x614".
+QList<QSize> otherDesks()
+{
+    QList<QSize> desks;
+    for (const QString &desk : qEnvironmentVariable("ZELVO_WALK_DESKS").split(u' ', Qt::SkipEmptyParts))
+        desks += QSize(desk.section(u'x', 0, 0).toInt(), desk.section(u'x', 1).toInt());
+    return desks;
+}
+
 /// The centre; the mark itself of a box whose caption does not fill its width.
 QPoint aimAt(QWidget *widget)
 {
@@ -68,8 +83,18 @@ void Actor::picture(const QString &name, QWidget *window)
     settle();
     const QString file =
         QStringLiteral("%1/%2-%3.png").arg(folder_).arg(++pictures_, 2, 10, QLatin1Char('0')).arg(name);
-    if (!window->grab().save(file))
-        throw Astray(QStringLiteral("cannot write %1").arg(file));
+    grabTo(file, window);
+    // On desks of other sizes, each in a folder of its own.
+    const QSize usual = window->size();
+    for (const QSize &desk : otherDesks()) {
+        const QString folder = QStringLiteral("%1/%2x%3").arg(folder_).arg(desk.width()).arg(desk.height());
+        QDir().mkpath(folder);
+        window->resize(desk); // not below its least size, nor one whose size is fixed
+        settle();
+        grabTo(folder + file.mid(folder_.size()), window);
+    }
+    if (window->size() != usual)
+        window->resize(usual);
 }
 
 QWidget *Actor::window(const QString &name, int milliseconds) const

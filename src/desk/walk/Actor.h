@@ -25,7 +25,7 @@ public:
 class Actor
 {
 public:
-    /// Pictures go to the folder as 01-name.png, 02-name.png ...
+    /// Pictures go to the folder as 01-name.png, 02-name.png ...; once more for each desk size that ZELVO_WALK_DESKS names.
     explicit Actor(const QString &folder);
 
     const QString &folder() const { return folder_; }

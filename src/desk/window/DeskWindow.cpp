@@ -1,6 +1,7 @@
 #include "desk/window/DeskWindow.h"
 
 #include "desk/window/JournalWindow.h"
+#include "desk/window/Look.h"
 #include "platform/controls/DeskStyle.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
@@ -97,7 +98,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     layout->addWidget(makeFoot());
     layout->addWidget(notice_);
     setNotice({});
-    resize(1200, 680);
+    resizeWithinScreen(*this, {1200, 680});
     connectControls();
     refresh();
     search_->setFocus();

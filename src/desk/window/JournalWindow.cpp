@@ -2,6 +2,7 @@
 
 #include "desk/schema/Schema.h"
 #include "desk/schema/Statements.h"
+#include "desk/window/Look.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/FileDialog.h"
@@ -94,7 +95,7 @@ JournalWindow::JournalWindow(const ado::ConnectionPtr &connection, const std::op
     layout->addLayout(makeHead());
     layout->addWidget(table_, 1);
     layout->addWidget(state_);
-    resize(1180, 620);
+    resizeWithinScreen(*this, {1180, 620});
     ofPatient_->setEnabled(patient_.has_value());
     (patient_ ? ofPatient_ : ofDay_)->setChecked(true);
     day_->setDate(QDate::currentDate());

@@ -7,6 +7,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QTextStream>
 #include <QTranslator>
 
@@ -62,6 +63,12 @@ void dressUp(QApplication &application)
     if (translator->load(korean, QStringLiteral("qtbase"), QStringLiteral("_"),
                          QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);
+}
+
+void resizeWithinScreen(QWidget &window, const QSize &wished)
+{
+    const int caption = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    window.resize(wished.boundedTo(window.screen()->availableSize() - QSize(0, caption)));
 }
 
 } // namespace desk

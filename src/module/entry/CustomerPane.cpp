@@ -1,5 +1,6 @@
 #include "entry/CustomerPane.h"
 
+#include "platform/controls/LargeFigure.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/ShowText.h"
 #include "platform/controls/Spoken.h"
@@ -27,6 +28,10 @@ constexpr CustomerField customerFields[] = {
 
 constexpr int columnStretch[] = {0, 3, 0, 3, 0, 3, 0, 3, 0, 3};
 
+/// Whose window it is must be seen from a step away.
+constexpr double largeText = 1.4;
+constexpr std::size_t largeFields = 2; // name and chart number
+
 } // namespace
 
 CustomerPane::CustomerPane(QWidget *parent)
@@ -46,9 +51,20 @@ CustomerPane::CustomerPane(QWidget *parent)
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         label->setBuddy(box);
         box->setAccessibleName(controls::spokenName(label->text()));
+        if (index < largeFields)
+            controls::showLarge(box, largeText);
         grid->addWidget(label, field.row, field.column);
         grid->addWidget(box, field.row, field.column + 1, 1, field.span);
         txtCustDetail_[index] = box;
+    }
+}
+
+void CustomerPane::fold(bool folded)
+{
+    auto *grid = static_cast<QGridLayout *>(layout());
+    for (int column = 0; column < grid->columnCount(); ++column) {
+        if (const QLayoutItem *item = grid->itemAtPosition(1, column))
+            item->widget()->setVisible(!folded);
     }
 }
 

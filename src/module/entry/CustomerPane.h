@@ -18,6 +18,10 @@ public:
     void show(const Customer &customer);
     ControlGroup colCustDetail() const;
 
+public slots:
+    /// Folded to its first line, who the customer is, or with where he lives below it.
+    void fold(bool folded);
+
 private:
     std::array<QLineEdit *, 9> txtCustDetail_{};
 };

@@ -1,6 +1,9 @@
 #include "entry/SaleTab.h"
 
+#include "forms/FormRow.h"
+
 #include <QFrame>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -27,6 +30,8 @@ QWidget *stack(std::initializer_list<QWidget *> widgets)
     }
     return box;
 }
+
+constexpr int linesForAll = 40; ///< of text; below that the strip of the customer folds
 
 } // namespace
 
@@ -61,11 +66,13 @@ SaleTab::SaleTab(QWidget *customer, QWidget *productList, QWidget *entry, const 
     columns_->addWidget(products);
     columns_->addWidget(lists_);
     columns_->addWidget(forms_);
-    columns_->setStretchFactor(0, 3);
-    columns_->setStretchFactor(1, 5);
+    // The price of a product and the outstanding money of an order show without scrolling; the names of products take most of
+    // what a wider window has more.
+    columns_->setStretchFactor(0, 4);
+    columns_->setStretchFactor(1, 1);
     columns_->setStretchFactor(2, 0);
-    // The price of a product and the outstanding money of an order show without scrolling.
-    columns_->setSizes({370, 548, 346});
+    columns_->setSizes({410, 486, 366});
+    alignCaptions({rows[0].form, rows[1].form, rows[2].form});
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);
@@ -84,4 +91,13 @@ void SaleTab::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     wasShown_ = true;
+}
+
+void SaleTab::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const bool wasShort = event->oldSize().height() < linesForAll * fontMetrics().lineSpacing();
+    const bool isShort = height() < linesForAll * fontMetrics().lineSpacing();
+    if (isShort != wasShort || !event->oldSize().isValid())
+        emit roomIsShort(isShort);
 }

@@ -30,8 +30,13 @@ public:
     /// Whether the page has been on the screen, so that its dividers stand where the user saw them.
     bool wasShown() const { return wasShown_; }
 
+signals:
+    /// The page has become too low for everything, or high enough again.
+    void roomIsShort(bool isShort);
+
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void keepRowsInLine();

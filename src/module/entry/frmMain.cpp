@@ -5,6 +5,7 @@
 #include "entry/Shortcuts.h"
 #include "entry/StatusLine.h"
 #include "entry/TabOrder.h"
+#include "forms/FormRow.h"
 #include "forms/SpokenNames.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
@@ -33,6 +34,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QPointer>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 
@@ -85,7 +87,8 @@ frmMain::frmMain()
     giveSpokenNames(this);
     orderTabs(*this);
     installShortcuts(*this);
-    resize(designedSize);
+    resize(
+        designedSize.boundedTo(screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight))));
 }
 
 frmMain::~frmMain()
@@ -119,6 +122,7 @@ void frmMain::placePanes()
                              {nullptr, detailPane_->c1elaList(), detailPane_->c1elaSaleDetailMemo(), 3},
                              {ledgerPane_->elTranMnu(), ledgerPane_->c1elaList(), ledgerPane_->c1elaTransInfo(), 3}}});
 
+    alignCaptions({incomingPane_, dealerPane_});
     auto *purchases = new QSplitter(Qt::Vertical);
     purchases->setChildrenCollapsible(false);
     purchases->addWidget(incomingPane_);
@@ -142,6 +146,7 @@ void frmMain::placePanes()
 void frmMain::connectPanes()
 {
     using controls::onEvent;
+    connect(saleTab_, &SaleTab::roomIsShort, customerPane_, &CustomerPane::fold);
     onEvent(c1tabMain_, &controls::TabWidget::turnedTo, this, [this](int tab) { tabChanged(tab); });
     onEvent(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this), &QShortcut::activated, this,
             [this] { focusSearch(); });

@@ -6,9 +6,11 @@
 #include "platform/controls/Spoken.h"
 
 #include <QLabel>
-#include <QPlainTextEdit>
+#include <QMap>
 #include <QSplitter>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,13 +23,62 @@ void addFormRow(QGridLayout *form, int row, int column, const QString &caption, 
 {
     auto *label = new QLabel(caption);
     label->setBuddy(control);
-    const bool severalLines = qobject_cast<QPlainTextEdit *>(control);
+    const bool severalLines = control->sizePolicy().expandingDirections().testFlag(Qt::Vertical);
     label->setAlignment(Qt::AlignRight | (severalLines ? Qt::AlignTop : Qt::AlignVCenter));
     if (severalLines)
         label->setContentsMargins(0, 4, 0, 0);
     control->setAccessibleName(controls::spokenName(caption));
+    if (!severalLines)
+        control->setMinimumHeight(std::max(control->minimumHeight(), formRowHeight(control)));
     form->addWidget(label, row, column);
     form->addWidget(control, row, column + 1, 1, columnSpan);
+}
+
+int formRowHeight(const QWidget *form)
+{
+    static QFont font;
+    static int height = 0;
+    if (height == 0 || font != form->font()) {
+        QLineEdit framed;
+        framed.setFont(form->font());
+        font = form->font();
+        height = framed.sizeHint().height();
+    }
+    return height;
+}
+
+void alignCaptions(const QList<QWidget *> &forms)
+{
+    QMap<int, int> widths; // of the caption columns
+    QList<QGridLayout *> grids;
+    for (QWidget *form : forms)
+        grids += form->findChild<QGridLayout *>();
+    const auto eachCaption = [&](auto work) {
+        for (QGridLayout *grid : grids) {
+            for (int index = 0; index < grid->count(); ++index) {
+                int row = 0, column = 0, rows = 0, columns = 0;
+                grid->getItemPosition(index, &row, &column, &rows, &columns);
+                auto *caption = qobject_cast<QLabel *>(grid->itemAt(index)->widget());
+                if (caption && columns == 1)
+                    work(grid, column, caption->sizeHint().width());
+            }
+        }
+    };
+    eachCaption([&](QGridLayout *, int column, int width) { widths[column] = std::max(widths[column], width); });
+    eachCaption([&](QGridLayout *grid, int column, int) { grid->setColumnMinimumWidth(column, widths[column]); });
+}
+
+void keepPlaceWhenHidden(QWidget *control)
+{
+    QSizePolicy policy = control->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    control->setSizePolicy(policy);
+}
+
+void letShrink(const QList<QPushButton *> &buttons)
+{
+    for (QPushButton *button : buttons)
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 18);
 }
 
 QList<controls::PushCheck *> makePushChecks(const QString &name, const QStringList &captions, QWidget *parent)
@@ -63,9 +114,7 @@ QList<controls::PushCheck *> makeSaveButtons(const QString &name, QWidget *form)
     const QList<controls::PushCheck *> buttons =
         makePushChecks(name, {QStringLiteral("저장"), QStringLiteral("취소")}, form);
     for (controls::PushCheck *button : buttons) {
-        QSizePolicy policy = button->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        button->setSizePolicy(policy);
+        keepPlaceWhenHidden(button);
         button->hide();
     }
     return buttons;
@@ -76,7 +125,7 @@ QGridLayout *makeFormGrid(QWidget *form)
     auto *grid = new QGridLayout(form);
     grid->setContentsMargins(6, 4, 6, 4);
     grid->setHorizontalSpacing(5);
-    grid->setVerticalSpacing(3);
+    grid->setVerticalSpacing(2);
     grid->setColumnStretch(1, 1);
     return grid;
 }
@@ -104,21 +153,13 @@ void setTabChain(const QList<QWidget *> &controls)
         QWidget::setTabOrder(controls[index - 1], controls[index]);
 }
 
-void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel)
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *panel)
 {
-    auto *beside = new QWidget;
-    auto *besideLayout = new QVBoxLayout(beside);
-    besideLayout->setContentsMargins(0, 0, 0, 0);
-    besideLayout->setSpacing(2);
-    if (strip)
-        besideLayout->addWidget(strip);
-    besideLayout->addWidget(panel, 1);
-    beside->setMinimumWidth(panelCharacters * pane->fontMetrics().averageCharWidth());
-
+    panel->setMinimumWidth(panelCharacters * pane->fontMetrics().averageCharWidth());
     auto *split = new QSplitter(Qt::Horizontal);
     split->setChildrenCollapsible(false);
     split->addWidget(list);
-    split->addWidget(beside);
+    split->addWidget(panel);
     split->setStretchFactor(0, 1);
     auto *layout = new QVBoxLayout(pane);
     layout->setContentsMargins(4, 4, 4, 4);

@@ -13,6 +13,19 @@
 /// and its accessible name. A control of several lines gets its caption at its top.
 void addFormRow(QGridLayout *form, int row, int column, const QString &caption, QWidget *control, int columnSpan = 1);
 
+/// A row is as high with a framed box as with one that is only read: nothing jumps when an edit opens it.
+int formRowHeight(const QWidget *form);
+
+/// Gives the caption columns of these forms, each of which has one grid, the width of the longest caption, so that boxes stand
+/// in one line.
+void alignCaptions(const QList<QWidget *> &forms);
+
+/// What is beside it stays where it is when it is hidden.
+void keepPlaceWhenHidden(QWidget *control);
+
+/// Lets a strip's buttons shrink to their captions where the room is short.
+void letShrink(const QList<QPushButton *> &buttons);
+
 /// An array of check boxes in button style, NAME_0, NAME_1 and so on.
 QList<controls::PushCheck *> makePushChecks(const QString &name, const QStringList &captions, QWidget *parent);
 
@@ -36,5 +49,5 @@ QGroupBox *makePanelFrame(const QString &name, int index, const QString &title, 
 /// Tab goes through the controls in this order.
 void setTabChain(const QList<QWidget *> &controls);
 
-/// Lays a list and its panel side by side with a divider, the strip of commands above the panel (null: none).
-void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *strip, QWidget *panel);
+/// Lays a list and its panel side by side with a divider.
+void layOutListAndPanel(QWidget *pane, QWidget *list, QWidget *panel);

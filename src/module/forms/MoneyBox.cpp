@@ -3,6 +3,7 @@
 #include "forms/clsNumberRelated.h"
 #include "forms/modFunctions.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/LargeFigure.h"
 #include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QStyle>
 
 #include <algorithm>
 #include <utility>
@@ -142,6 +144,26 @@ void MoneyBox::reformat()
 {
     if (habits_.reformats)
         showMoney(this, clsNumberRelated().GetPureNumber(runtime::Trim(text())));
+}
+
+/// With the frame of an open box and the room for its cursor.
+int boxWidth(const QLineEdit *box, const QString &text)
+{
+    const int frame = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, box);
+    return box->fontMetrics().horizontalAdvance(text) + 2 * (frame + 2) + 2;
+}
+
+void showLargeMoney(QLineEdit *box)
+{
+    constexpr double largeMoney = 1.5;
+    controls::showLarge(box, largeMoney);
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    box->setMinimumWidth(boxWidth(box, QStringLiteral("\\9,999,999")));
+}
+
+void showOwed(QLineEdit *box, bool owed)
+{
+    controls::setInk(box, owed ? controls::Ink::Owed : controls::Ink::Plain);
 }
 
 void showMoney(QLineEdit *box, const QString &pureNumber)

@@ -47,5 +47,16 @@ private:
     bool focusCameByMouse_ = false;
 };
 
+/// A sum of money to be read from a step away: bold and larger, at the right. It has room for the sums of a day; a longer one
+/// is drawn smaller.
+void showLargeMoney(QLineEdit *box);
+/// Width of the box in which this text shows whole.
+int boxWidth(const QLineEdit *box, const QString &text);
+/// A sum as long as sums get.
+inline const QString longMoney = QStringLiteral("\\9,999,999,999");
+
+/// Money that is owed stands in a red of its own.
+void showOwed(QLineEdit *box, bool owed);
+
 /// Shows a number text in the money format, red when it is negative.
 void showMoney(QLineEdit *box, const QString &pureNumber);

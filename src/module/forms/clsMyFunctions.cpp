@@ -11,19 +11,22 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPlainTextEdit>
+#include <QStyle>
 
 namespace {
 
 constexpr char readOnlyMark[] = "staysReadOnly";
 
 // A read-only box goes without its frame, so that it is told from an open one whatever its back colour, and Tab passes it
-// over: it takes the focus by a click, to be copied from.
+// over: it takes the focus by a click, to be copied from. Its text stays where it was.
 void setReadOnly(QWidget *textBox, bool readOnly)
 {
     textBox->setFocusPolicy(readOnly ? Qt::ClickFocus : Qt::StrongFocus);
     if (auto *line = qobject_cast<QLineEdit *>(textBox)) {
         line->setReadOnly(readOnly);
+        const int frame = line->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, line);
         line->setFrame(!readOnly);
+        line->setTextMargins(readOnly ? frame : 0, 0, readOnly ? frame : 0, 0);
     } else if (auto *memo = qobject_cast<QPlainTextEdit *>(textBox)) {
         memo->setReadOnly(readOnly);
         memo->setFrameShape(readOnly ? QFrame::NoFrame : QFrame::StyledPanel);

@@ -62,6 +62,8 @@ void LedgerInfoPanel::makeControls()
         figure->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         controls::setGround(figure, controls::Ground::Locked);
     }
+    showLargeMoney(txtTranTotalAmount_);
+    txtTransMoney_->setMinimumWidth(boxWidth(txtTransMoney_, longMoney));
     chkTransMisuMoneyRecalculate_ =
         named(new QCheckBox(QStringLiteral("미수금 재계산"), this), QStringLiteral("chkTransMisuMoneyRecalculate"));
     chkTranMisuRecord_ =
@@ -79,10 +81,9 @@ void LedgerInfoPanel::placeControls()
     auto *save = new QHBoxLayout;
     save->setSpacing(4);
     save->addStretch(1);
-    for (controls::PushCheck *button : chkCmdSaveTrans_) {
-        button->setMaximumWidth(button->fontMetrics().horizontalAdvance(button->text()) + 24);
+    for (controls::PushCheck *button : chkCmdSaveTrans_)
         save->addWidget(button);
-    }
+    letShrink({chkCmdSaveTrans_[0], chkCmdSaveTrans_[1], chkCmdSaveMemo_});
     grid->addLayout(save, 0, 2, 1, 2);
     auto *operators = new QHBoxLayout;
     operators->setSpacing(8);
@@ -93,21 +94,21 @@ void LedgerInfoPanel::placeControls()
     caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     grid->addWidget(caption, 1, 0);
     grid->addLayout(operators, 1, 1, 1, 3);
+    // The sums to be received stand below those of the order.
     addFormRow(grid, 2, 0, QStringLiteral("결재방법:"), cboPayMethod_);
-    addFormRow(grid, 2, 2, QStringLiteral("금액:"), txtTransMoney_);
-    addFormRow(grid, 3, 0, QStringLiteral("받을 금액:"), txtTranTotalAmount_);
+    addFormRow(grid, 2, 2, QStringLiteral("받을 금액:"), txtTranTotalAmount_);
+    addFormRow(grid, 3, 0, QStringLiteral("금액:"), txtTransMoney_);
     addFormRow(grid, 3, 2, QStringLiteral("잔액 :"), txtTranLeftAmount_);
     auto *checks = new QHBoxLayout;
     checks->setSpacing(10);
     checks->addWidget(chkTransMisuMoneyRecalculate_);
     checks->addWidget(chkTranMisuRecord_);
     checks->addStretch(1);
-    grid->addLayout(checks, 4, 0, 1, 4);
+    grid->addLayout(checks, 4, 1, 1, 3);
     auto *memo = new QHBoxLayout;
     memo->setSpacing(4);
     memo->addWidget(txtTransMemo_, 1);
     memo->addWidget(chkCmdSaveMemo_);
-    chkCmdSaveMemo_->setMaximumWidth(chkCmdSaveMemo_->fontMetrics().horizontalAdvance(chkCmdSaveMemo_->text()) + 24);
     auto *memoCaption = new QLabel(QStringLiteral("메모:"), this);
     memoCaption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     memoCaption->setBuddy(txtTransMemo_);

@@ -41,11 +41,11 @@ std::vector<controls::GridColumn> ledgerColumns()
         {.field = QStringLiteral("tpstrans_PK"), .caption = QStringLiteral("tpstrans_PK"), .visible = false},
         {.field = QStringLiteral("tpstrans_Customer_PK"), .caption = QStringLiteral("tpstrans_Customer_PK"), .visible = false},
         {.field = QStringLiteral("tpstrans_OrderM_PK"), .caption = QStringLiteral("tpstrans_OrderM_PK"), .visible = false},
-        {.field = QStringLiteral("tpstrans_Date"), .caption = QStringLiteral("일자"), .kind = Kind::Date, .width = 84},
-        {.field = QStringLiteral("tpstrans_Operator"), .caption = QStringLiteral("방법"), .kind = Kind::Values, .width = 50, .values = operators},
-        {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money, .width = 86},
-        {.field = QStringLiteral("tpstrans_Method"), .caption = QStringLiteral("결재방법"), .kind = Kind::Values, .width = 80, .values = methods},
-        {.field = QStringLiteral("tpstrans_Memo"), .caption = QStringLiteral("메모"), .width = 160},
+        {.field = QStringLiteral("tpstrans_Date"), .caption = QStringLiteral("일자"), .kind = Kind::Date},
+        {.field = QStringLiteral("tpstrans_Operator"), .caption = QStringLiteral("방법"), .kind = Kind::Values, .values = operators},
+        {.field = QStringLiteral("tpstrans_Money"), .caption = QStringLiteral("금액"), .kind = Kind::Money},
+        {.field = QStringLiteral("tpstrans_Method"), .caption = QStringLiteral("결재방법"), .kind = Kind::Values, .values = methods},
+        {.field = QStringLiteral("tpstrans_Memo"), .caption = QStringLiteral("메모"), .width = 120, .fills = true},
     };
     // clang-format on
 }
@@ -99,7 +99,6 @@ void LedgerPane::makeStrip()
     QFont strong = chkCmdAutomateReceipt_->font();
     strong.setBold(true);
     chkCmdAutomateReceipt_->setFont(strong);
-    chkCmdAutomateReceipt_->setMinimumWidth(88);
     controls::setGround(chkCmdAutomateReceipt_, controls::Ground::Accent);
 
     auto *row = new QHBoxLayout(elTranMnu_);
@@ -113,6 +112,10 @@ void LedgerPane::makeStrip()
     row->addWidget(chkCmdMnuCustTrans_);
     row->addStretch(1);
     row->addWidget(chkcmdAddEditDelTran_[2]);
+    letShrink({chkCmdAutomateReceipt_, chkCmdRunMisuMoneyManger_, chkcmdAddEditDelTran_[0], chkcmdAddEditDelTran_[1],
+               chkCmdMnuCustTrans_, chkcmdAddEditDelTran_[2]});
+    for (PushCheck *hidden : chkcmdAddEditDelTran_)
+        keepPlaceWhenHidden(hidden);
 }
 
 void LedgerPane::connectControls()

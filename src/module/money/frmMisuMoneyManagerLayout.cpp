@@ -27,7 +27,7 @@ std::vector<controls::GridColumn> outstandingColumns()
     const QString money = QStringLiteral("##,##0");
     // clang-format off
     return {
-        {.field = QStringLiteral("name"), .caption = QStringLiteral("이름"), .width = 104},
+        {.field = QStringLiteral("name"), .caption = QStringLiteral("이름"), .width = 104, .fills = true},
         {.field = QStringLiteral("sn"), .caption = QStringLiteral("챠트번호"), .width = 96},
         {.field = QStringLiteral("OrdM_Date"), .caption = QStringLiteral("날짜"), .kind = Kind::Date, .width = 92},
         {.field = QStringLiteral("OrdM_HalinTotal"), .caption = QStringLiteral("할인금액"), .kind = Kind::Money, .width = 104, .format = money},

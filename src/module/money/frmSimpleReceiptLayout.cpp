@@ -5,6 +5,7 @@
 #include "forms/SpokenNames.h"
 #include "money/DialogKeys.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/LargeFigure.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
@@ -16,14 +17,15 @@ using dialogForm::amountBox;
 
 namespace {
 
-/// A figure that the user does not type; `points` above the desk's font.
-QLabel *figureLabel(const QString &name, int index, int points)
+/// Of what is to be paid after discount and cut, and of what is left then.
+constexpr double largest = 1.8;
+
+/// A figure that the user does not type; `factor` times as large as the desk's font.
+QLabel *figureLabel(const QString &name, int index, double factor)
 {
     auto *label = named(new QLabel, name, index);
-    QFont font = label->font();
-    font.setPointSize(font.pointSize() + points);
-    font.setBold(true);
-    label->setFont(font);
+    label->setFont(controls::largeFont(label->font(), factor));
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QStringLiteral("-9,999,999,999")));
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     controls::speakMoney(label);
@@ -75,10 +77,10 @@ void frmSimpleReceipt::layOutNewFrame()
     grid->setColumnMinimumWidth(1, 130);
 
     const QString mustReceipt = QStringLiteral("lblMustReceipt");
-    lblMustReceipt_ = {figureLabel(mustReceipt, 0, 1), named(new QLabel(QStringLiteral("판매 금액")), mustReceipt, 1),
-                       figureLabel(mustReceipt, 2, 1),
+    lblMustReceipt_ = {figureLabel(mustReceipt, 0, 1.1), named(new QLabel(QStringLiteral("판매 금액")), mustReceipt, 1),
+                       figureLabel(mustReceipt, 2, largest),
                        named(new QLabel(QStringLiteral("할인, 절사 후 금액")), mustReceipt, 3)};
-    lblGeneral_ = figureLabel(QStringLiteral("lblGeneral"), -1, 4);
+    lblGeneral_ = figureLabel(QStringLiteral("lblGeneral"), -1, 1.3);
     auto *figures = new QGridLayout;
     figures->setColumnStretch(1, 1);
     figures->setColumnStretch(4, 1);
@@ -115,7 +117,7 @@ void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)
     chkAllSetting_ = makePushChecks(
         QStringLiteral("chkAllSetting"),
         {QStringLiteral("전액카드"), QStringLiteral("전액현금"), QStringLiteral("전액미수")}, fraNewSunap_);
-    lblGeneralRemain_ = figureLabel(QStringLiteral("lblGeneralRemain"), -1, 2);
+    lblGeneralRemain_ = figureLabel(QStringLiteral("lblGeneralRemain"), -1, largest);
     mudFirstSunap_ = new MoneyUpDown(QStringLiteral("mudFirstSunap"), fraNewSunap_);
     chkBonin100_ = named(new QCheckBox(QStringLiteral("전액 본인부담으로")), QStringLiteral("chkBonin100"));
     chkGeneralRemainToHalin_ = named(new QCheckBox(QStringLiteral("잔액이 있는 경우 잔액을 할인으로 기록")),

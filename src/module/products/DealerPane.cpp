@@ -11,7 +11,6 @@
 #include "session/modGlobalVars.h"
 
 #include <QPointer>
-#include <QVBoxLayout>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -26,10 +25,10 @@ std::vector<GridColumn> dealerColumns()
 {
     using Kind = GridColumn::Kind;
     return {
-        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check, 65},
+        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check},
         {QStringLiteral("CM_Name"), QStringLiteral("거래처 이름"), Kind::Text, 130},
         {QStringLiteral("CM_RegNum"), QStringLiteral("등록번호"), Kind::Text, 100},
-        {QStringLiteral("CM_Address"), QStringLiteral("주소"), Kind::Text, 160},
+        {.field = QStringLiteral("CM_Address"), .caption = QStringLiteral("주소"), .width = 160, .fills = true},
         {QStringLiteral("CM_Tel"), QStringLiteral("전화번호"), Kind::Text, 95},
         {QStringLiteral("CM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
     };
@@ -55,12 +54,9 @@ DealerPane::DealerPane(SaleSession &session, PaneShell &shell, QWidget *parent)
              dealerColumns());
     makeSearch(dealerSearch());
     makePanel(QStringLiteral("sspCompanyMaster"), 1);
-    makeStrip(4, QStringLiteral("chkcmdCmpnyMstrAED"), QStringLiteral("chkcmdCmpnyMstrSave"), QStringLiteral("저장"),
-              panel_);
-    auto *layout = new QVBoxLayout(panel_);
-    layout->addWidget(strip_);
-    layout->addLayout(makeFields(), 1);
-    layOutListAndPanel(this, listFrame_, nullptr, panel_);
+    makeStrip(4, QStringLiteral("chkcmdCmpnyMstrAED"), QStringLiteral("chkcmdCmpnyMstrSave"), QStringLiteral("저장"));
+    placeInPanel(makeFields());
+    layOutListAndPanel(this, listFrame_, panel_);
     setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtCmCompanyName_, chkCmIsValid_, txtCmTel_,
                  txtCmRegNum_, txtCmAddress_, txtCmMemo_, saveButtons_[0], saveButtons_[1]});
     connectControls();

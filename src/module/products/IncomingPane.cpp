@@ -48,7 +48,7 @@ IncomingPane::IncomingPane(SaleSession &session, PaneShell &shell, QWidget *pare
     connectFields();
     connectControls();
     chkCmdIncSelectCompany_->onPush(this, [this] { selectDealer(); });
-    layOutListAndPanel(this, listFrame_, strip_, panel_);
+    layOutListAndPanel(this, listFrame_, panel_);
     setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtIncCount_, txtIncPricePerUnit_,
                  txtIncHalinTotal_, txtIncPriceTotal_, chkCmdIncSelectCompany_, txtIncCompanyName_, dtpIncDate_,
                  txtIncMemo_, saveButtons_[0], saveButtons_[1]});

@@ -4,8 +4,6 @@
 #include "platform/controls/Named.h"
 #include "products/IncomingPane.h"
 
-#include <QVBoxLayout>
-
 namespace {
 
 using controls::GridColumn;
@@ -16,12 +14,12 @@ std::vector<GridColumn> incomingColumns()
     return {
         {QStringLiteral("PM_PK"), QStringLiteral("PM_PK"), Kind::Number, 60, false},
         {QStringLiteral("CM_PK"), QStringLiteral("CM_PK"), Kind::Number, 60, false},
-        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number, 54},
-        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money, 62},
-        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money, 72},
-        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date, 80},
-        {QStringLiteral("IN_HalinTotal"), QStringLiteral("할인가격"), Kind::Money, 80},
-        {QStringLiteral("IN_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},
+        {QStringLiteral("IN_Count"), QStringLiteral("구매수량"), Kind::Number},
+        {QStringLiteral("IN_UnitPrice"), QStringLiteral("원/개당"), Kind::Money},
+        {QStringLiteral("IN_Total"), QStringLiteral("총액"), Kind::Money},
+        {QStringLiteral("IN_Date"), QStringLiteral("날짜"), Kind::Date},
+        {QStringLiteral("IN_HalinTotal"), QStringLiteral("할인가격"), Kind::Money},
+        {.field = QStringLiteral("IN_EtcMemo"), .caption = QStringLiteral("메모"), .width = 90, .fills = true},
     };
 }
 
@@ -31,10 +29,9 @@ void IncomingPane::makeControls()
 {
     const QString frame = QStringLiteral("sspProductIncoming");
     makeList(frame, 0, QStringLiteral("거래내역"), QStringLiteral("tdbProductIncoming"), incomingColumns());
-    makeStrip(3, QStringLiteral("chkcmdIncomingAED"), QStringLiteral("chkcmdIncomingSave"), QStringLiteral("저장"),
-              this);
     makePanel(frame, 1);
-    panel_->setLayout(makeFields());
+    makeStrip(3, QStringLiteral("chkcmdIncomingAED"), QStringLiteral("chkcmdIncomingSave"), QStringLiteral("저장"));
+    placeInPanel(makeFields());
 }
 
 QGridLayout *IncomingPane::makeFields()

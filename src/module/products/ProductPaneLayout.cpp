@@ -16,12 +16,12 @@ std::vector<GridColumn> managerColumns()
 {
     using Kind = GridColumn::Kind;
     return {
-        {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 50, true, true},
+        {QStringLiteral("PM_IsHide"), QStringLiteral("숨기기"), Kind::Check, 0, true, true},
         {QStringLiteral("PM_Catagory"), QStringLiteral("분류"), Kind::Text, 74},
-        {QStringLiteral("PM_Name"), QStringLiteral("물품명"), Kind::Text, 160},
-        {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money, 84},
-        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check, 40},
-        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check, 58},
+        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 160, .fills = true},
+        {QStringLiteral("PM_UnitPrice"), QStringLiteral("판매단가(원)"), Kind::Money},
+        {QStringLiteral("PM_IsTaxed"), QStringLiteral("과세"), Kind::Check},
+        {QStringLiteral("PM_IsValid"), QStringLiteral("취급여부"), Kind::Check},
         {QStringLiteral("PM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 130},
     };
 }
@@ -56,13 +56,14 @@ void ProductPane::makeControls()
     makeList(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"),
              QStringLiteral("tdbSaleProductListsManager"), managerColumns());
     makeSearch(managerSearch());
-    makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
-              QStringLiteral("저 장"), this);
     makePanel(QStringLiteral("sspPMProductInfo"), -1);
+    makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
+              QStringLiteral("저 장"));
     stock_ = new StockBox(session_);
-    auto *layout = new QHBoxLayout(panel_);
-    layout->addLayout(makeFields(), 1);
-    layout->addWidget(stock_);
+    auto *fields = new QHBoxLayout;
+    fields->addLayout(makeFields(), 1);
+    fields->addWidget(stock_);
+    placeInPanel(fields);
 }
 
 QGridLayout *ProductPane::makeFields()
@@ -94,17 +95,10 @@ QGridLayout *ProductPane::makeFields()
 
 void ProductPane::arrange()
 {
-    auto *below = new QWidget;
-    auto *belowLayout = new QVBoxLayout(below);
-    belowLayout->setContentsMargins(0, 0, 0, 0);
-    belowLayout->setSpacing(2);
-    belowLayout->addWidget(strip_);
-    belowLayout->addWidget(panel_, 1);
-
     auto *split = new QSplitter(Qt::Vertical, this);
     split->setChildrenCollapsible(false);
     split->addWidget(listFrame_);
-    split->addWidget(below);
+    split->addWidget(panel_);
     split->setStretchFactor(0, 1);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);

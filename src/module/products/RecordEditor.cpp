@@ -50,14 +50,21 @@ void RecordEditor::makePanel(const QString &frame, int index)
     panel_ = makePanelFrame(frame, index, QString(), this);
 }
 
-void RecordEditor::makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
-                             QWidget *parent)
+void RecordEditor::makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption)
 {
-    strip_ = controls::named(new QWidget(parent), QStringLiteral("elTranMnu"), index);
+    strip_ = controls::named(new QWidget(panel_), QStringLiteral("elTranMnu"), index);
     commands_ =
         makePushChecks(commands, {QStringLiteral("추가"), QStringLiteral("수정"), QStringLiteral("삭제")}, strip_);
     saveButtons_ = makePushChecks(saveButtons, {saveCaption, QStringLiteral("취소")}, strip_);
     layOutStrip(strip_, commands_, saveButtons_);
+    auto *layout = new QVBoxLayout(panel_);
+    layout->setContentsMargins(9, 4, 9, 6);
+    layout->addWidget(strip_);
+}
+
+void RecordEditor::placeInPanel(QLayout *fields)
+{
+    static_cast<QVBoxLayout *>(panel_->layout())->addLayout(fields, 1);
 }
 
 void RecordEditor::connectControls()

@@ -54,9 +54,10 @@ protected:
     /// The line above the list by which rows are found.
     void makeSearch(const controls::FindBar::Design &design);
     void makePanel(const QString &frame, int index);
-    /// `parent` is the pane or the panel.
-    void makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption,
-                   QWidget *parent);
+    /// The strip of commands at the top of the panel.
+    void makeStrip(int index, const QString &commands, const QString &saveButtons, const QString &saveCaption);
+    /// What stands below the strip.
+    void placeInPanel(QLayout *fields);
     void connectControls();
 
     /// Runs an action of the strip.

@@ -20,10 +20,10 @@ std::vector<controls::GridColumn> saleListColumns()
     // clang-format off
     return {
         {.field = QStringLiteral("PM_Catagory"), .caption = QStringLiteral("분류"), .width = 58},
-        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 106},
-        {.field = QStringLiteral("PM_IsTaxed"), .caption = QStringLiteral("과세"), .kind = Kind::Check, .width = 32},
-        {.field = QStringLiteral("PM_IsValid"), .caption = QStringLiteral("취급여부"), .kind = Kind::Check, .width = 52},
-        {.field = QStringLiteral("PM_UnitPrice"), .caption = QStringLiteral("판매단가(원)"), .kind = Kind::Money, .width = 76},
+        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 106, .fills = true},
+        {.field = QStringLiteral("PM_IsTaxed"), .caption = QStringLiteral("과세"), .kind = Kind::Check},
+        {.field = QStringLiteral("PM_IsValid"), .caption = QStringLiteral("취급여부"), .kind = Kind::Check},
+        {.field = QStringLiteral("PM_UnitPrice"), .caption = QStringLiteral("판매단가(원)"), .kind = Kind::Money},
         {.field = QStringLiteral("PM_EtcMemo"), .caption = QStringLiteral("메모"), .width = 120},
     };
     // clang-format on

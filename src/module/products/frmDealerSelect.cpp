@@ -27,9 +27,9 @@ std::vector<controls::GridColumn> dealerSelectColumns()
 {
     using Kind = controls::GridColumn::Kind;
     return {
-        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check, 65},
+        {QStringLiteral("CM_IsValid"), QStringLiteral("거래업체"), Kind::Check},
         {QStringLiteral("CM_Name"), QStringLiteral("회사이름"), Kind::Text, 130},
-        {QStringLiteral("CM_Address"), QStringLiteral("주소"), Kind::Text, 190},
+        {.field = QStringLiteral("CM_Address"), .caption = QStringLiteral("주소"), .width = 160, .fills = true},
         {QStringLiteral("CM_Tel"), QStringLiteral("전화번호"), Kind::Text, 100},
         {QStringLiteral("CM_RegNum"), QStringLiteral("사업자번호"), Kind::Text, 100},
         {QStringLiteral("CM_EtcMemo"), QStringLiteral("메모"), Kind::Text, 120},

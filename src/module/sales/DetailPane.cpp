@@ -13,7 +13,6 @@
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -29,10 +28,8 @@ namespace {
 std::vector<controls::GridColumn> detailColumns()
 {
     using Kind = controls::GridColumn::Kind;
-    controls::GridColumn kind{.field = QStringLiteral("OrdD_OrderType"),
-                              .caption = QStringLiteral("판매종류"),
-                              .kind = Kind::Values,
-                              .width = 66};
+    controls::GridColumn kind{
+        .field = QStringLiteral("OrdD_OrderType"), .caption = QStringLiteral("판매종류"), .kind = Kind::Values};
     // A code 3, which nothing writes, shows as it is.
     kind.values = {{QString(), sale::lineTypeText(sale::NormalSale)}};
     for (const sale::LineType code : sale::lineTypes)
@@ -41,10 +38,10 @@ std::vector<controls::GridColumn> detailColumns()
     return {
         {.field = QStringLiteral("OrdD_PK"), .caption = QStringLiteral("OrdD_PK"), .visible = false},
         {.field = QStringLiteral("OrdM_PK"), .caption = QStringLiteral("OrdM_PK"), .visible = false},
-        {.field = QString(), .caption = QStringLiteral("물품명"), .kind = Kind::Unbound, .width = 180},
-        {.field = QStringLiteral("OrdD_Count"), .caption = QStringLiteral("수량"), .kind = Kind::Number, .width = 50},
-        {.field = QStringLiteral("OrdD_UnitPrice"), .caption = QStringLiteral("판매단가"), .kind = Kind::Money, .width = 84},
-        {.field = QStringLiteral("OrdD_HalinUnit"), .caption = QStringLiteral("단가할인"), .kind = Kind::Money, .width = 76},
+        {.field = QString(), .caption = QStringLiteral("물품명"), .kind = Kind::Unbound, .width = 150, .fills = true},
+        {.field = QStringLiteral("OrdD_Count"), .caption = QStringLiteral("수량"), .kind = Kind::Number},
+        {.field = QStringLiteral("OrdD_UnitPrice"), .caption = QStringLiteral("판매단가"), .kind = Kind::Money},
+        {.field = QStringLiteral("OrdD_HalinUnit"), .caption = QStringLiteral("단가할인"), .kind = Kind::Money},
         kind,
         {.field = QStringLiteral("OrdD_RfndMemo"), .caption = QStringLiteral("환불정보"), .width = 160},
     };
@@ -93,10 +90,10 @@ void DetailPane::placeControls()
     list->addLayout(strip);
     list->addWidget(tdbCustSaleDetails_, 1);
 
-    auto *memo = new QGridLayout(c1elaSaleDetailMemo_);
-    memo->setContentsMargins(6, 2, 6, 2);
-    memo->setHorizontalSpacing(5);
-    addFormRow(memo, 0, 0, QStringLiteral("반품메모"), txtCustOrderRfndMemo_);
+    addFormRow(makeFormGrid(c1elaSaleDetailMemo_), 0, 0, QStringLiteral("반품메모"), txtCustOrderRfndMemo_);
+    // Where the room is short, the memo gives way first.
+    txtCustOrderRfndMemo_->setMinimumHeight(formRowHeight(c1elaSaleDetailMemo_));
+    letShrink({chkCmdRefund_, chkCmdDelOrderDetail_});
 }
 
 EditModeTable DetailPane::colors() const

@@ -16,8 +16,8 @@ struct LineKind
     QString failureTitle;
     QString failureText;
     controls::Ground ground; ///< of the button that adds it
-    QString addHint;            ///< tooltip of that button
-    QString added;              ///< behind the quantity, when it was added
+    QString addHint;         ///< tooltip of that button
+    QString added;           ///< behind the quantity, when it was added
 };
 
 /// Told beside the failure.

@@ -2,7 +2,7 @@
 
 #include "data/Codes.h"
 #include "forms/FormRow.h"
-#include "forms/MoneyBox.h"
+#include "forms/MemoLine.h"
 #include "forms/clsMyFunctions.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/DateEdit.h"
@@ -14,6 +14,8 @@
 #include <QButtonGroup>
 #include <QHBoxLayout>
 
+#include <algorithm>
+
 using controls::named;
 
 namespace {
@@ -21,29 +23,35 @@ namespace {
 // Indexes of txtOrderMaster.
 enum OrderField { TaxTotal, HalinTotal, Address, Cel, Tel, OrderMemo, TakbaeMemo, Misugum, TaxFreeTotal, Total };
 
+/// Which half of the form a field stands in.
+enum class Half { Left, Right, Both };
+
 struct OrderFieldSource
 {
     int index;
     const char *column;
     const char16_t *caption;
-    int row;    ///< in the form
-    bool right; ///< in its right half
+    int row; ///< in the form
+    Half half;
 };
 
 // In the order of work; money first, then where the goods go.
 constexpr OrderFieldSource moneyFields[] = {
-    {TaxTotal, "OrdM_TaxTotal", u"과세상품 총합:", 1, false},
-    {TaxFreeTotal, "OrdM_TaxFreeTotal", u"비과세상품 총합:", 2, false},
-    {HalinTotal, "OrdM_HalinTotal", u"할인총금액:", 3, false},
-    {Total, "OrdM_Total", u"총액:", 1, true},
-    {Misugum, "OrdM_Misugum", u"미수금:", 2, true},
+    {TaxTotal, "OrdM_TaxTotal", u"과세상품 총합:", 1, Half::Left},
+    {TaxFreeTotal, "OrdM_TaxFreeTotal", u"비과세상품 총합:", 2, Half::Left},
+    {HalinTotal, "OrdM_HalinTotal", u"할인총금액:", 3, Half::Left},
+    {Total, "OrdM_Total", u"총액:", 1, Half::Right},
+    {Misugum, "OrdM_Misugum", u"미수금:", 2, Half::Right},
 };
 constexpr OrderFieldSource textFields[] = {
-    {Address, "OrdM_Address", u"고객주소:", 4, false},   {Cel, "OrdM_Cel", u"핸드폰:", 5, false},
-    {Tel, "OrdM_Tel", u"전화번호:", 6, false},           {TakbaeMemo, "OrdM_TakbaeMemo", u"택배메모:", 7, false},
-    {OrderMemo, "OrdM_ETCMemo", u"기타메모:", 8, false},
+    {Address, "OrdM_Address", u"고객주소:", 4, Half::Both},
+    {Cel, "OrdM_Cel", u"핸드폰:", 5, Half::Left},
+    {Tel, "OrdM_Tel", u"전화번호:", 5, Half::Right},
+    {TakbaeMemo, "OrdM_TakbaeMemo", u"택배메모:", 6, Half::Both},
+    {OrderMemo, "OrdM_ETCMemo", u"기타메모:", 7, Half::Both},
 };
 constexpr int saveRow = 3;
+constexpr int memoRow = 7; // takes the room that is left
 
 } // namespace
 
@@ -74,10 +82,15 @@ void OrderInfoPanel::makeControls()
         box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         if (!typed)
             clsMyFunctions::keepReadOnly(box);
+        if (field.half == Half::Right)
+            showLargeMoney(box);
+        else
+            box->setMinimumWidth(boxWidth(box, longMoney));
         txtOrderMaster_[std::size_t(field.index)] = named(box, QStringLiteral("txtOrderMaster"), field.index);
     }
     for (const OrderFieldSource &field : textFields) {
-        auto *box = new MoneyBox({.onFocus = OnFocus::CaretToEnd}, this);
+        constexpr TextBoxHabits habits{.onFocus = OnFocus::CaretToEnd};
+        auto *box = field.index == OrderMemo ? new MemoLine(habits, this) : new MoneyBox(habits, this);
         txtOrderMaster_[std::size_t(field.index)] = named(box, QStringLiteral("txtOrderMaster"), field.index);
     }
 
@@ -99,11 +112,12 @@ void OrderInfoPanel::placeControls()
     addFormRow(grid, 0, 0, QStringLiteral("거래일자:"), dtpOrderMasterDate_);
     grid->addLayout(first, 0, 2, 1, 2, Qt::AlignRight);
 
-    for (const OrderFieldSource &field : moneyFields)
-        addFormRow(grid, field.row, field.right ? 2 : 0, QString::fromUtf16(field.caption),
-                   txtOrderMaster(field.index));
-    for (const OrderFieldSource &field : textFields)
-        addFormRow(grid, field.row, 0, QString::fromUtf16(field.caption), txtOrderMaster(field.index), 3);
+    const auto place = [&](const OrderFieldSource &field) {
+        addFormRow(grid, field.row, field.half == Half::Right ? 2 : 0, QString::fromUtf16(field.caption),
+                   txtOrderMaster(field.index), field.half == Half::Both ? 3 : 1);
+    };
+    std::ranges::for_each(moneyFields, place);
+    std::ranges::for_each(textFields, place);
 
     auto *save = new QHBoxLayout;
     save->setSpacing(4);
@@ -111,7 +125,8 @@ void OrderInfoPanel::placeControls()
     save->addWidget(chkcmdCSSaveInfo_[0]);
     save->addWidget(chkcmdCSSaveInfo_[1]);
     grid->addLayout(save, saveRow, 2, 1, 2);
-    grid->setRowStretch(9, 1);
+    grid->setRowStretch(memoRow, 1);
+    txtOrderMaster(OrderMemo)->setMinimumHeight(formRowHeight(this));
 }
 
 void OrderInfoPanel::showOrder(const ado::Recordset &orders)
@@ -130,6 +145,8 @@ void OrderInfoPanel::showTotals(const ado::Recordset &orders)
     for (const OrderFieldSource &field : moneyFields) {
         const double amount = runtime::Val(runtime::text(orders[QLatin1String(field.column)]));
         txtOrderMaster(field.index)->setText(runtime::Format(amount, runtime::strMoneyFormat));
+        if (field.index == Misugum)
+            showOwed(txtOrderMaster(Misugum), amount > 0);
     }
 }
 

@@ -44,6 +44,11 @@ void OrderStrip::placeButtons()
     auto *rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(2);
+    letShrink({chkCmdOrderMasterED(0), chkCmdOrderMasterED(1), chkCmdPrintReceipt(0), chkCmdPrintReceipt(1),
+               chkCmdPrintReceiptRollPrinter_});
+    // An edit hides them; the others stay where they are.
+    for (PushCheck *button : chkCmdOrderMasterED_)
+        keepPlaceWhenHidden(button);
 
     auto *first = new QHBoxLayout;
     first->setSpacing(4);

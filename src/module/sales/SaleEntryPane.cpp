@@ -93,6 +93,8 @@ void SaleEntryPane::makeFields()
         auto *box = named(new MoneyBox(look.habits, c1elaProductInfo_), QStringLiteral("txtSaleProductLists"), index);
         if (!look.open)
             clsMyFunctions::keepReadOnly(box);
+        if (index == LineTotal)
+            showLargeMoney(box);
         txtSaleProductLists_[std::size_t(index)] = box;
     }
     const QString checks[] = {QStringLiteral("과세"), QStringLiteral("취급")};
@@ -166,6 +168,13 @@ void SaleEntryPane::placeFields()
 
     grid->addWidget(cmdCSAppendDetail_, appendRow, 3, 1, 2);
     grid->setRowStretch(appendRow + 1, 1);
+    grid->setRowMinimumHeight(kindRow, formRowHeight(c1elaProductInfo_));
+    const auto needs = [this](int index, const QString &text) {
+        txtSaleProductLists(index)->setMinimumWidth(boxWidth(txtSaleProductLists(index), text));
+    };
+    needs(Quantity, QStringLiteral("-32,768"));
+    needs(UnitDiscount, QStringLiteral("\\9,999,999"));
+    needs(UnitPrice, longMoney);
 }
 
 /// The button that goes on must be found at a glance.

@@ -87,10 +87,17 @@ QWidget *PropertiesPane::makeLogo()
     chkCmdChooseLog_ =
         controls::named(new controls::PushCheck(QStringLiteral("로고선택")), QStringLiteral("chkCmdChooseLog"));
     chkCmdChooseLog_->onPush(this, [this] { chooseLogo(); });
+    chkCmdRemoveLogo_ =
+        controls::named(new controls::PushCheck(QStringLiteral("로고삭제")), QStringLiteral("chkCmdRemoveLogo"));
+    chkCmdRemoveLogo_->onPush(this, [this] { removeLogo(); });
     auto *frame = new QGroupBox(QStringLiteral("영수증 로고"));
     auto *layout = new QVBoxLayout(frame);
     layout->addWidget(picLogo_, 1);
-    layout->addWidget(chkCmdChooseLog_, 0, Qt::AlignLeft);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(chkCmdChooseLog_);
+    buttons->addStretch();
+    buttons->addWidget(chkCmdRemoveLogo_);
+    layout->addLayout(buttons);
     return frame;
 }
 
@@ -151,6 +158,22 @@ void PropertiesPane::chooseLogo()
                          QStringLiteral("그림파일 선택 오류"), this);
 }
 
+void PropertiesPane::removeLogo()
+{
+    const QString title = QStringLiteral("영수증 로고");
+    const QPointer<PropertiesPane> self(this);
+    if (controls::MsgBox(QStringLiteral("영수증 로고를 삭제하시겠습니까?"), controls::YesNo | controls::QuestionIcon,
+                         title, this)
+            != controls::Answer::Yes
+        || !self)
+        return;
+    const bool removed = QFile::remove(logoFile()) || !QFile::exists(logoFile());
+    loadLogo();
+    if (!removed)
+        controls::MsgBox(QStringLiteral("영수증 로고를 삭제하지 못했습니다. 잠시 후 다시 시도하십시오."),
+                         controls::InformationIcon, title, this);
+}
+
 /// A byte copy, whatever the file holds. The old logo goes only when the new one is whole.
 bool PropertiesPane::storeLogo(const QString &pictureFile)
 {
@@ -171,4 +194,5 @@ void PropertiesPane::loadLogo()
     if (logo.width() > largestLogo.width() || logo.height() > largestLogo.height())
         logo = logo.scaled(largestLogo, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     picLogo_->setPixmap(logo);
+    chkCmdRemoveLogo_->setEnabled(QFile::exists(logoFile()));
 }

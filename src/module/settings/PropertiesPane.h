@@ -34,6 +34,7 @@ private:
     QHBoxLayout *makeButtons();
     void saveProperties();
     void chooseLogo();
+    void removeLogo();
     static bool storeLogo(const QString &pictureFile);
     void loadLogo();
 
@@ -42,6 +43,7 @@ private:
     QCheckBox *chkHideHiddenCheckedProducts_ = nullptr;
     QLabel *picLogo_ = nullptr;
     controls::PushCheck *chkCmdChooseLog_ = nullptr;
+    controls::PushCheck *chkCmdRemoveLogo_ = nullptr;
     controls::PushCheck *chkCmdSaveProperties_ = nullptr;
     QPushButton *cmdGridReset_ = nullptr;
 };

@@ -6,6 +6,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace controls {
@@ -23,6 +24,7 @@ void RecordsetGrid::Private::makeHeaders()
     connect(header, &GridHeader::headClicked, grid,
             [this](int column) { runEvent([&] { emit grid->headClick(column); }, grid); });
     connect(header, &GridHeader::changedByUser, grid, [this] {
+        layoutIsChosen = true;
         noteWidths();
         runEvent([&] { emit grid->layoutChanged(true); }, grid);
     });
@@ -268,6 +270,62 @@ void RecordsetGrid::Private::applyLayout(const GridLayout &layout)
         header->resizeSection(column.column, qRound(column.width * pixelsPerUnit()));
         header->setSectionHidden(column.column, !column.visible);
     }
+}
+
+void RecordsetGrid::Private::applyDesign()
+{
+    GridLayout layout = designedLayout(model.columns());
+    for (GridLayout::Place &place : layout.places)
+        place.width = std::max(place.width, leastWidth(place.column));
+    applyLayout(layout);
+    fillRoom();
+}
+
+/// Pixels at 96 dpi in which caption and usual values show whole. Longer amounts are drawn smaller.
+int RecordsetGrid::Private::leastWidth(int column) const
+{
+    const GridColumn &shown = model.column(column);
+    QString usual;
+    if (shown.kind == GridColumn::Kind::Money)
+        usual = QStringLiteral("\\9,999,999");
+    else if (shown.kind == GridColumn::Kind::Date)
+        usual = QStringLiteral("2026-11-25");
+    const int margins = 2 * (grid->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, grid) + 1) + 1;
+    int pixels = std::max(header->sectionSizeHint(column), grid->fontMetrics().horizontalAdvance(usual) + margins);
+    for (const GridColumn::Item &item : shown.values)
+        pixels = std::max(pixels, grid->fontMetrics().horizontalAdvance(item.shown) + margins);
+    return qCeil(pixels / pixelsPerUnit());
+}
+
+int RecordsetGrid::Private::fillingColumn() const
+{
+    for (int column = 0; column < header->count(); ++column) {
+        if (model.column(column).fills && !header->isSectionHidden(column))
+            return column;
+    }
+    return -1;
+}
+
+/// Remarks at the right end give way to a name of twenty syllables: they are reached by scrolling.
+void RecordsetGrid::Private::fillRoom()
+{
+    const int filling = layoutIsChosen ? -1 : fillingColumn();
+    if (filling < 0)
+        return;
+    const auto pixels = [this](int column) { return qRound(widths[std::size_t(column)] * pixelsPerUnit()); };
+    int room = grid->viewport()->width();
+    for (int column = 0; column < header->count(); ++column) {
+        if (column != filling && !header->isSectionHidden(column))
+            room -= pixels(column);
+    }
+    const int wanted = grid->fontMetrics().horizontalAdvance(QString(21, QChar(u'가')));
+    for (int last = header->count() - 1; last > filling && room < wanted; --last) {
+        if (model.column(last).kind != GridColumn::Kind::Text)
+            break;
+        if (!header->isSectionHidden(last))
+            room += pixels(last);
+    }
+    header->resizeSection(filling, std::max(room, pixels(filling)));
 }
 
 } // namespace controls

@@ -1,5 +1,6 @@
 #include "platform/controls/GridDelegate.h"
 
+#include "platform/controls/LargeFigure.h"
 #include "platform/controls/RecordsetModel.h"
 
 #include <QAbstractItemView>
@@ -59,6 +60,16 @@ void drawCheckBox(QPainter *painter, const QStyleOptionViewItem &item, const QSt
     style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, item.widget);
 }
 
+/// An amount without its last digits is another amount: one that is wider than its cell is drawn smaller.
+void keepWhole(QStyleOptionViewItem &option)
+{
+    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    const int margins = 2 * (style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1);
+    if (option.rect.width() > margins)
+        option.font = fontThatFits(option.font, option.text, option.rect.width() - margins);
+    option.fontMetrics = QFontMetrics(option.font);
+}
+
 } // namespace
 
 GridDelegate::GridDelegate(Taken taken, QObject *parent)
@@ -75,6 +86,8 @@ const QLineEdit *GridDelegate::editorOf(int column) const
 void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    if (columnOf(index).kind == GridColumn::Kind::Money)
+        keepWhole(*option);
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator; // drawn here, in the middle of the cell
     if (index.data(RecordsetModel::FoundRole).toBool())
         option->backgroundBrush = foundGround(option->palette);

@@ -32,12 +32,13 @@ struct GridColumn
     QString field;
     QString caption;
     Kind kind = Kind::Text;
-    int width = 100; ///< pixels at 96 dpi
+    int width = 0; ///< at least, in pixels at 96 dpi; what its caption and kind need in the font of now comes on top
     bool visible = true;
     bool editable = false; ///< a text cell typed into, or a check cell toggled by a click, or by the blank key on it
     std::vector<Item> values = {};
     QString checkedText = QStringLiteral("True");
     QString format = {}; ///< of a money column, instead of the won sign with grouping (see runtime::Format)
+    bool fills = false;  ///< takes the room that is left, until the user has a layout of his own
 };
 
 /// A grid bound both ways to a recordset's position. The recordset moves first, then the handlers of rowChange() run,
@@ -112,6 +113,7 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

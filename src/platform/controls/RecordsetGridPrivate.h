@@ -40,6 +40,12 @@ struct RecordsetGrid::Private
     void noteWidths();
     GridLayout currentLayout() const;
     void applyLayout(const GridLayout &layout);
+    /// The designed columns in the font of now.
+    void applyDesign();
+    int leastWidth(int column) const;
+    /// Gives the column that fills the room that the others leave.
+    void fillRoom();
+    int fillingColumn() const;
     int lastShownColumn() const;
     double pixelsPerUnit() const { return grid->logicalDpiX() / 96.0; }
 
@@ -60,8 +66,9 @@ struct RecordsetGrid::Private
     bool movedByUser = false;
     bool marked = true; ///< the current row bears the mark
     QString emptyText;
-    int told = 0;          ///< how often rowChange() was raised
-    bool freshRows = true; ///< the next change of row comes with new rows: no row shows as selected
+    bool layoutIsChosen = false; ///< by the user, now or in an earlier session
+    int told = 0;                ///< how often rowChange() was raised
+    bool freshRows = true;       ///< the next change of row comes with new rows: no row shows as selected
 };
 
 } // namespace controls
