@@ -36,17 +36,21 @@ public:
                                : [this] { window_.pane<SaleListPane>().loadSaleProductLists(); };
     }
 
-    /// As after the list was read: nothing is known of its texts yet.
+    /// As after the list was read: nothing is known of its texts yet, and the focus is elsewhere.
     void begin() const
     {
         box_->clear();
+        box_->clearFocus();
         readAnew_();
+        untilPainted();
+    }
+    void enter() const
+    {
         box_->setFocus();
         untilPainted();
-        readAnew_(); // what the focus made ready goes again
     }
     /// From the input method's word to the painted list.
-    void type(const QString &sign) const
+    void type(QChar sign) const
     {
         QInputMethodEvent event;
         event.setCommitString(sign);
@@ -62,20 +66,44 @@ private:
     std::function<void()> readAnew_;
 };
 
-/// The sign of that number of the search.
-void find(benchmark::State &state, const ado::ConnectionPtr &connection, bool management, int sign)
+/// What a user does one after the other.
+enum Step { Enters, TypesFirst, TypesSecond, StepCount };
+
+void take(const FoundList &list, int step)
+{
+    if (step == Enters)
+        list.enter();
+    else
+        list.type(step == TypesFirst ? u'ㄱ' : u'ㄴ');
+}
+
+void find(benchmark::State &state, const ado::ConnectionPtr &connection, bool management, int measured)
 {
     const FoundList list(connection, management);
-    const QString typed = QStringLiteral("ㄱㄴ");
     for (auto _ : state) {
         state.PauseTiming();
         list.begin();
-        for (int before = 0; before < sign; ++before)
-            list.type(typed.mid(before, 1));
+        for (int step = Enters; step < measured; ++step)
+            take(list, step);
         state.ResumeTiming();
-        list.type(typed.mid(sign, 1));
-        if (!list.hasFound())
+        take(list, measured);
+        if (measured != Enters && !list.hasFound())
             state.SkipWithError("nothing was found");
+    }
+}
+
+void registerList(const std::string &products, const ado::ConnectionPtr &connection, bool management, double limit,
+                  Table &table)
+{
+    const std::string where = management ? "management" : "sale";
+    const std::string what[StepCount] = {"enter the search of the " + where + "'s products, " + products + " products",
+                                         "the same, first sign typed, painted", "the same, second sign"};
+    for (int step = Enters; step < StepCount; ++step) {
+        const std::string name = "find/" + products + "/" + where + "/" + std::to_string(step);
+        benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
+            find(state, connection, management, step);
+        })->Iterations(Searches);
+        table.add({what[step], name, {}, step == Enters ? 100 : limit});
     }
 }
 
@@ -83,28 +111,9 @@ void find(benchmark::State &state, const ado::ConnectionPtr &connection, bool ma
 
 void registerFind(const Clinics &clinics, Table &table)
 {
-    const struct
-    {
-        std::string products;
-        ado::ConnectionPtr connection;
-        double limit; ///< milliseconds
-    } sizes[] = {{"20,000", clinics.large, 16}, {"100,000", clinics.manyProducts, 50}};
-    for (const auto &size : sizes) {
-        for (const bool management : {false, true}) {
-            for (const int sign : {0, 1}) {
-                const std::string name =
-                    "find/" + size.products + (management ? "/management/" : "/sale/") + std::to_string(sign);
-                benchmark::RegisterBenchmark(name.c_str(), [connection = size.connection, management,
-                                                            sign](benchmark::State &state) {
-                    find(state, connection, management, sign);
-                })->Iterations(Searches);
-                const std::string what = sign == 0 ? "find a product, " + size.products + " products, "
-                                                         + (management ? "management" : "sale")
-                                                         + ", first sign typed, painted"
-                                                   : "the same, second sign";
-                table.add({what, name, {}, size.limit});
-            }
-        }
+    for (const bool management : {false, true}) {
+        registerList("20,000", clinics.large, management, 16, table);
+        registerList("100,000", clinics.manyProducts, management, 50, table);
     }
 }
 

@@ -78,7 +78,7 @@ void FindBar::rowsCameAnew()
 {
     rows_.forget();
     hits_.clear();
-    if (!box_->shownText().isEmpty())
+    if (!box_->shownText().isEmpty() || box_->hasFocus())
         later_.start();
 }
 

@@ -30,7 +30,7 @@ QColor foundGround(const QPalette &palette)
 {
     constexpr QColor amber(0xFF, 0xB3, 0x00);
     const QColor base = palette.color(QPalette::Base);
-    const auto mixed = [](int ground, int tint) { return (3 * ground + tint) / 4; };
+    const auto mixed = [](int ground, int tint) { return (5 * ground + tint) / 6; };
     return QColor(mixed(base.red(), amber.red()), mixed(base.green(), amber.green()), mixed(base.blue(), amber.blue()));
 }
 
