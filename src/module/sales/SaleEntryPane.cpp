@@ -285,144 +285,126 @@ void SaleEntryPane::paintKind()
     controls::setGround(total, kind == sale::NormalSale ? controls::Ground::Locked : look.ground);
     controls::setInk(total, total->text().startsWith(u'-') ? controls::Ink::Negative : controls::Ink::Plain);
 }
-                                   : look.colors);
-                                   }
 
-                                   QVariant SaleEntryPane::salePriceOfCurrentProduct() const
-                                   {
-                                       if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
-                                           return 0;
-                                       const ado::Recordset &products = *session_.rsSaleProductLists;
-                                       return runtime::isTrue(products[QStringLiteral("PM_IsValid")])
-                                                  ? products[QStringLiteral("PM_UnitPrice")]
-                                                  : QVariant(0);
-                                   }
+QVariant SaleEntryPane::salePriceOfCurrentProduct() const
+{
+    if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
+        return 0;
+    const ado::Recordset &products = *session_.rsSaleProductLists;
+    return runtime::isTrue(products[QStringLiteral("PM_IsValid")]) ? products[QStringLiteral("PM_UnitPrice")]
+                                                                   : QVariant(0);
+}
 
-                                   void SaleEntryPane::showPrices(const QVariant &price)
-                                   {
-                                       for (int index : {UnitPrice, SalePrice})
-                                           txtSaleProductLists(index)->setText(
-                                               runtime::Format(price, runtime::strMoneyFormat));
-                                   }
+void SaleEntryPane::showPrices(const QVariant &price)
+{
+    for (int index : {UnitPrice, SalePrice})
+        txtSaleProductLists(index)->setText(runtime::Format(price, runtime::strMoneyFormat));
+}
 
-                                   /// By one or five; downwards only from above that step, so the quantity never reaches 0 here.
-                                   void SaleEntryPane::step(int by)
-                                   {
-                                       const double quantity = runtime::Val(txtSaleProductLists(Quantity)->text());
-                                       if (by < 0 && quantity <= -by)
-                                           return;
-                                       txtSaleProductLists(Quantity)->setText(runtime::text(quantity + by));
-                                   }
+/// By one or five; downwards only from above that step, so the quantity never reaches 0 here.
+void SaleEntryPane::step(int by)
+{
+    const double quantity = runtime::Val(txtSaleProductLists(Quantity)->text());
+    if (by < 0 && quantity <= -by)
+        return;
+    txtSaleProductLists(Quantity)->setText(runtime::text(quantity + by));
+}
 
-                                   Currency SaleEntryPane::moneyOf(int index) const
-                                   {
-                                       return runtime::CCur(
-                                           clsNumberRelated().GetPureNumber(txtSaleProductLists(index)->text()));
-                                   }
+Currency SaleEntryPane::moneyOf(int index) const
+{
+    return runtime::CCur(clsNumberRelated().GetPureNumber(txtSaleProductLists(index)->text()));
+}
 
-                                   /// Quirk (docs/architecture.md): a further discount is added, and counts in this field only; nothing stores it.
-                                   void SaleEntryPane::showLineTotal()
-                                   {
-                                       qint16 quantity = 0;
-                                       try {
-                                           quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
-                                       } catch (const runtime::RuntimeError &) {
-                                           return; // empty, a lone minus or too large while it is being typed: the total stays as it was
-                                       }
-                                       const Currency total =
-                                           (moneyOf(SalePrice) - moneyOf(UnitDiscount)) * quantity + moneyOf(Discount);
-                                       txtSaleProductLists(LineTotal)->setText(runtime::money(total));
-                                       paintKind();
-                                   }
+/// Quirk (docs/architecture.md): a further discount is added, and counts in this field only; nothing stores it.
+void SaleEntryPane::showLineTotal()
+{
+    qint16 quantity = 0;
+    try {
+        quantity = runtime::CInt(txtSaleProductLists(Quantity)->text());
+    } catch (const runtime::RuntimeError &) {
+        return; // empty, a lone minus or too large while it is being typed: the total stays as it was
+    }
+    const Currency total = (moneyOf(SalePrice) - moneyOf(UnitDiscount)) * quantity + moneyOf(Discount);
+    txtSaleProductLists(LineTotal)->setText(runtime::money(total));
+    paintKind();
+}
 
-                                   void SaleEntryPane::appendDetail()
-                                   {
-                                       if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
-                                           return;
-                                       const QVariant handled =
-                                           session_.rsSaleProductLists->value(QStringLiteral("PM_IsValid"));
-                                       if (!runtime::isNull(handled) && !runtime::isTrue(handled)) {
-                                           MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."),
-                                                  controls::InformationIcon, QString(), c1elaProductInfo_);
-                                           return;
-                                       }
-                                       if (operations_.foundChangedAfterLoss()) {
-                                           MsgBox(changedAfterLoss, controls::InformationIcon, QString(),
-                                                  c1elaProductInfo_);
-                                           return;
-                                       }
-                                       EntryLine line;
-                                       line.intSellType = sellType();
-                                       line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();
-                                       line.quantity = txtSaleProductLists(Quantity)->text();
-                                       operations_.takeCurrentProduct(line);
+void SaleEntryPane::appendDetail()
+{
+    if (!SaleSession::hasCurrent(session_.rsSaleProductLists))
+        return;
+    const QVariant handled = session_.rsSaleProductLists->value(QStringLiteral("PM_IsValid"));
+    if (!runtime::isNull(handled) && !runtime::isTrue(handled)) {
+        MsgBox(QStringLiteral("취급하지 않는 물품입니다. 추가를 하실 수 없습니다."), controls::InformationIcon,
+               QString(), c1elaProductInfo_);
+        return;
+    }
+    if (operations_.foundChangedAfterLoss()) {
+        MsgBox(changedAfterLoss, controls::InformationIcon, QString(), c1elaProductInfo_);
+        return;
+    }
+    EntryLine line;
+    line.intSellType = sellType();
+    line.unitDiscount = txtSaleProductLists(UnitDiscount)->text();
+    line.quantity = txtSaleProductLists(Quantity)->text();
+    operations_.takeCurrentProduct(line);
 
-                                       const QPointer<SaleEntryPane> alive(this);
-                                       const Outcome outcome = addToChosenOrder(line);
-                                       if (alive && outcome == Outcome::Done)
-                                           emit lineAdded();
-                                       if (alive && outcome == Outcome::Done)
-                                           tellAdded(line);
-                                       if (alive && outcome == Outcome::Conflict)
-                                           emit session_.changedElsewhere();
-                                       if (alive && outcome == Outcome::ProductGone)
-                                           emit session_.productGone();
-                                       if (alive && hasFailed(outcome)) {
-                                           const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
-                                           MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle,
-                                                  c1elaProductInfo_,
-                                                  outcome == Outcome::ProductGone ? productIsGone : QString());
-                                       }
-                                   }
+    const QPointer<SaleEntryPane> alive(this);
+    const Outcome outcome = addToChosenOrder(line);
+    if (alive && outcome == Outcome::Done)
+        emit lineAdded();
+    if (alive && outcome == Outcome::Done)
+        tellAdded(line);
+    if (alive && outcome == Outcome::Conflict)
+        emit session_.changedElsewhere();
+    if (alive && outcome == Outcome::ProductGone)
+        emit session_.productGone();
+    if (alive && hasFailed(outcome)) {
+        const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
+        MsgBox(kind.failureText, controls::InformationIcon, kind.failureTitle, c1elaProductInfo_,
+               outcome == Outcome::ProductGone ? productIsGone : QString());
+    }
+}
 
-                                   /// The order is read by its key: the list may stand on another one by now.
-                                   void SaleEntryPane::tellAdded(const EntryLine &line) const
-                                   {
-                                       emit session_.done(line.name + u' ' + line.quantity.trimmed()
-                                                          + lineKinds[std::size_t(line.intSellType)].added
-                                                          + QStringLiteral(" · 합계 ")
-                                                          + operations_.totalShown(operations_.lastOrder()));
-                                   }
+/// The order is read by its key: the list may stand on another one by now.
+void SaleEntryPane::tellAdded(const EntryLine &line) const
+{
+    emit session_.done(line.name + u' ' + line.quantity.trimmed() + lineKinds[std::size_t(line.intSellType)].added
+                       + QStringLiteral(" · 합계 ") + operations_.totalShown(operations_.lastOrder()));
+}
 
-                                   /// Quirk (docs/architecture.md): once today has an order, the line goes to the selected order without a question, even
-                                   /// to an older one.
-                                   Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
-                                   {
-                                       const bool hasOrders =
-                                           session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
-                                       if (!hasOrders)
-                                           return operations_.addDetailToNewOrder(line);
-                                       const QPointer<SaleEntryPane> alive(this);
-                                       emit session_.orderTaken(); // the question speaks of the selected order
-                                       if (!alive)
-                                           return Outcome::Stopped;
-                                       const ShownOrder order = operations_.currentOrder();
-                                       const qint16 orders = operations_.countTodayOrders();
-                                       if (orders < 0)
-                                           return Outcome::Failed;
-                                       const controls::Answer answer =
-                                           orders > 0 ? controls::Answer::No : askForToday(line);
-                                       if (answer == controls::Answer::Cancel || !alive)
-                                           return Outcome::Stopped;
-                                       if (answer == controls::Answer::Yes)
-                                           return operations_.addDetailToNewOrder(line);
-                                       if (order)
-                                           return operations_.addDetailToSelectedOrder(order, line);
-                                       MsgBox(QStringLiteral(
-                                                  "선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오."),
-                                              controls::InformationIcon, QStringLiteral("거래 선택"),
-                                              c1elaProductInfo_);
-                                       return Outcome::Stopped;
-                                   }
+/// Quirk (docs/architecture.md): once today has an order, the line goes to the selected order without a question, even
+/// to an older one.
+Outcome SaleEntryPane::addToChosenOrder(const EntryLine &line)
+{
+    const bool hasOrders = session_.rsCustSaleMaster && session_.rsCustSaleMaster->rowCount() > 0;
+    if (!hasOrders)
+        return operations_.addDetailToNewOrder(line);
+    const QPointer<SaleEntryPane> alive(this);
+    emit session_.orderTaken(); // the question speaks of the selected order
+    if (!alive)
+        return Outcome::Stopped;
+    const ShownOrder order = operations_.currentOrder();
+    const qint16 orders = operations_.countTodayOrders();
+    if (orders < 0)
+        return Outcome::Failed;
+    const controls::Answer answer = orders > 0 ? controls::Answer::No : askForToday(line);
+    if (answer == controls::Answer::Cancel || !alive)
+        return Outcome::Stopped;
+    if (answer == controls::Answer::Yes)
+        return operations_.addDetailToNewOrder(line);
+    if (order)
+        return operations_.addDetailToSelectedOrder(order, line);
+    MsgBox(QStringLiteral("선택된 거래가 없습니다. 물품을 추가할 거래를 먼저 선택하십시오."), controls::InformationIcon,
+           QStringLiteral("거래 선택"), c1elaProductInfo_);
+    return Outcome::Stopped;
+}
 
-                                   /// Yes: on an order of today. No: on the selected one.
-                                   controls::Answer SaleEntryPane::askForToday(const EntryLine &line) const
-                                   {
-                                       const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
-                                       const QString question =
-                                           QStringLiteral(
-                                               "오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?")
-                                           + QStringLiteral("\n\n") + kind.choices;
-                                       return MsgBox(question, controls::YesNoCancel | controls::InformationIcon,
-                                                     kind.questionTitle, c1elaProductInfo_);
-                                   }
+/// Yes: on an order of today. No: on the selected one.
+controls::Answer SaleEntryPane::askForToday(const EntryLine &line) const
+{
+    const LineKind &kind = lineKinds[std::size_t(line.intSellType)];
+    const QString question = QStringLiteral("오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?")
+                             + QStringLiteral("\n\n") + kind.choices;
+    return MsgBox(question, controls::YesNoCancel | controls::InformationIcon, kind.questionTitle, c1elaProductInfo_);
+}
