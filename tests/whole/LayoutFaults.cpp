@@ -67,7 +67,7 @@ int lacking(const QWidget *control)
     if (auto *button = qobject_cast<const QPushButton *>(control))
         return width(button->text()) + 2 * innerMargin - button->width();
     if (auto *mark = qobject_cast<const QAbstractButton *>(control))
-        return mark->sizeHint().width() - mark->width();
+        return mark->text().isEmpty() ? 0 : mark->sizeHint().width() - mark->width();
     if (auto *list = qobject_cast<const QComboBox *>(control))
         return list->isEditable() ? 0 : list->minimumSizeHint().width() - list->width();
     if (auto *box = qobject_cast<const QAbstractSpinBox *>(control))

@@ -13,6 +13,9 @@ namespace {
 /// What a desk's screen measures in pixels at 96 dpi; the last of them is one of 1366 x 768 at 125 %.
 constexpr QSize deskSizes[] = {{1920, 1080}, {1366, 768}, {1280, 720}, {1093, 614}};
 
+// Rows of the orders: one of the longest sums with a payment, and one of usual sums without.
+enum OrderRow { paid, unpaid };
+
 /// What a desktop leaves of a screen: less a bar of its own and the window's caption.
 QSize roomOn(const QSize &desk)
 {
@@ -29,7 +32,7 @@ protected:
         runFile(desk_.database, "whole/stale.sql");
         runFile(desk_.database, "whole/layout.sql");
         desk_.open();
-        desk_.choose("tdbCustSaleMaster", 1);
+        desk_.choose("tdbCustSaleMaster", paid);
         desk_.choose("tdbCustSaleDetails", 0);
         desk_.choose("tdbSaleProductLists", 1);
     }
@@ -109,12 +112,11 @@ TEST_F(Layout, IsSoundInEveryDialogOnEveryDesk)
 {
     const struct
     {
-        int tab;
         const char *button;
-        int order; ///< that is chosen before: 0 has no payment
+        int order; ///< that is chosen before
     } dialogs[] = {
-        {0, "chkCmdAutomateReceipt", 0},    {0, "chkCmdAutomateReceipt", 1}, {0, "chkcmdAddEditDelTran_1", 1},
-        {0, "chkCmdRunMisuMoneyManger", 1}, {0, "chkCmdRefund", 1},          {0, "chkCmdPrintReceipt_0", 1},
+        {"chkCmdAutomateReceipt", unpaid},  {"chkCmdAutomateReceipt", paid}, {"chkcmdAddEditDelTran_1", paid},
+        {"chkCmdRunMisuMoneyManger", paid}, {"chkCmdRefund", paid},          {"chkCmdPrintReceipt_0", paid},
     };
     for (const auto &dialog : dialogs) {
         desk_.choose("tdbCustSaleMaster", dialog.order);
@@ -146,7 +148,8 @@ TEST_F(Layout, WhatIsReadFromAStepAwayIsLarge)
         {"txtCustDetail_0", 1.4},  {"txtCustDetail_1", 1.4},    {"txtOrderMaster_7", 1.5},
         {"txtOrderMaster_9", 1.5}, {"txtTranTotalAmount", 1.5}, {"txtSaleProductLists_8", 1.5},
     };
-    desk_.choose("tdbCustSaleMaster", 0); // with sums of a usual length
+    desk_.choose("tdbSaleProductLists", 0);
+    desk_.choose("tdbCustSaleMaster", unpaid); // with sums of a usual length
     enlarge({1366, 768});
     for (const auto &[name, factor] : texts)
         EXPECT_NEAR(timesLarger(desk_.control(name)), factor, 0.05) << name;

@@ -59,6 +59,12 @@ CustomerPane::CustomerPane(QWidget *parent)
     }
 }
 
+QSize CustomerPane::minimumSizeHint() const
+{
+    const QMargins margins = layout()->contentsMargins();
+    return {QWidget::minimumSizeHint().width(), txtCustDetail_[0]->minimumHeight() + margins.top() + margins.bottom()};
+}
+
 void CustomerPane::fold(bool folded)
 {
     auto *grid = static_cast<QGridLayout *>(layout());

@@ -18,6 +18,9 @@ public:
     void show(const Customer &customer);
     ControlGroup colCustDetail() const;
 
+    /// Its first line: the window may become so low that the rest folds.
+    QSize minimumSizeHint() const override;
+
 public slots:
     /// Folded to its first line, who the customer is, or with where he lives below it.
     void fold(bool folded);

@@ -72,6 +72,8 @@ SaleTab::SaleTab(QWidget *customer, QWidget *productList, QWidget *entry, const 
     columns_->setStretchFactor(1, 1);
     columns_->setStretchFactor(2, 0);
     columns_->setSizes({410, 486, 366});
+    // The strip above has its lines first.
+    columns_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     alignCaptions({rows[0].form, rows[1].form, rows[2].form});
 
     auto *layout = new QVBoxLayout(this);

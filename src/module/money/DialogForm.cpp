@@ -48,6 +48,7 @@ QGridLayout *layOutHead(ReceiptHead &head, const QString &prefix, const QString 
 
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(8);
+    grid->setVerticalSpacing(3);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     addFormRow(grid, 0, 0, QStringLiteral("이름"), head.txtName);

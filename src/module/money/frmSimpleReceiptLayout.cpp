@@ -54,7 +54,7 @@ void frmSimpleReceipt::createControls()
     setWindowTitle(QStringLiteral("수납"));
     auto *form = new QVBoxLayout(this);
     form->setSizeConstraint(QLayout::SetFixedSize);
-    form->setSpacing(8);
+    form->setSpacing(6);
     form->addLayout(dialogForm::layOutHead(head_, QStringLiteral("txt"), QStringLiteral("Date"), this));
     txtReceipt_PK_ = dialogForm::readOnlyBox(QStringLiteral("txtReceipt_PK"), dialogForm::Holds::Text, this);
     txtReceipt_PK_->hide(); // the number of a host's receipt, which a product sale has none of
@@ -81,20 +81,18 @@ void frmSimpleReceipt::layOutNewFrame()
                        figureLabel(mustReceipt, 2, largest),
                        named(new QLabel(QStringLiteral("할인, 절사 후 금액")), mustReceipt, 3)};
     lblGeneral_ = figureLabel(QStringLiteral("lblGeneral"), -1, 1.3);
-    auto *figures = new QGridLayout;
-    figures->setColumnStretch(1, 1);
-    figures->setColumnStretch(4, 1);
-    figures->setColumnMinimumWidth(2, 16);
-    figures->addWidget(lblMustReceipt_[1], 0, 0);
-    figures->addWidget(lblMustReceipt_[0], 0, 1);
-    figures->addWidget(lblMustReceipt_[3], 0, 3);
-    figures->addWidget(lblMustReceipt_[2], 0, 4);
+    grid->setVerticalSpacing(4);
+    grid->addWidget(lblMustReceipt_[1], 0, 0, Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(lblMustReceipt_[0], 0, 1);
+    auto *toBePaid = new QHBoxLayout;
+    toBePaid->addWidget(lblMustReceipt_[3]);
+    toBePaid->addWidget(lblMustReceipt_[2], 1);
+    grid->addLayout(toBePaid, 0, 2, 1, 3);
     lblOutstanding_ = noteLabel(QStringLiteral("lblOutstanding"));
     controls::setInk(lblOutstanding_, controls::Ink::Owed);
     lblOutstanding_->hide();
-    figures->addWidget(lblOutstanding_, 1, 0, 1, 5);
-    grid->addLayout(figures, 0, 0, 1, 5);
-    layOutEntries(grid, 1);
+    grid->addWidget(lblOutstanding_, 1, 0, 1, 5);
+    layOutEntries(grid, 2);
 }
 
 void frmSimpleReceipt::layOutEntries(QGridLayout *grid, int row)

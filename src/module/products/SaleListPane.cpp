@@ -20,7 +20,7 @@ std::vector<controls::GridColumn> saleListColumns()
     // clang-format off
     return {
         {.field = QStringLiteral("PM_Catagory"), .caption = QStringLiteral("분류"), .width = 58},
-        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 106, .fills = true},
+        {.field = QStringLiteral("PM_Name"), .caption = QStringLiteral("물품명"), .width = 74, .fills = true},
         {.field = QStringLiteral("PM_IsTaxed"), .caption = QStringLiteral("과세"), .kind = Kind::Check},
         {.field = QStringLiteral("PM_IsValid"), .caption = QStringLiteral("취급여부"), .kind = Kind::Check},
         {.field = QStringLiteral("PM_UnitPrice"), .caption = QStringLiteral("판매단가(원)"), .kind = Kind::Money},

@@ -91,7 +91,8 @@ void DetailPane::placeControls()
     list->addWidget(tdbCustSaleDetails_, 1);
 
     addFormRow(makeFormGrid(c1elaSaleDetailMemo_), 0, 0, QStringLiteral("반품메모"), txtCustOrderRfndMemo_);
-    // Where the room is short, the memo gives way first.
+    // Where the room is short, these give way first.
+    tdbCustSaleDetails_->setMinimumHeight(3 * formRowHeight(c1elaList_));
     txtCustOrderRfndMemo_->setMinimumHeight(formRowHeight(c1elaSaleDetailMemo_));
     letShrink({chkCmdRefund_, chkCmdDelOrderDetail_});
 }

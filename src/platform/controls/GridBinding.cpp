@@ -290,7 +290,8 @@ int RecordsetGrid::Private::leastWidth(int column) const
         usual = QStringLiteral("\\9,999,999");
     else if (shown.kind == GridColumn::Kind::Date)
         usual = QStringLiteral("2026-11-25");
-    const int margins = 2 * (grid->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, grid) + 1) + 1;
+    // Of the cell, its line and what a text layout rounds up.
+    const int margins = 2 * (grid->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, grid) + 1) + 4;
     int pixels = std::max(header->sectionSizeHint(column), grid->fontMetrics().horizontalAdvance(usual) + margins);
     for (const GridColumn::Item &item : shown.values)
         pixels = std::max(pixels, grid->fontMetrics().horizontalAdvance(item.shown) + margins);
