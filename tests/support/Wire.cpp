@@ -109,8 +109,13 @@ struct Wire::Line
 };
 
 Wire::Wire()
+    : Wire(PostgresServer::instance())
 {
-    const QString clinic = PostgresServer::instance().postgresAddress({}).section(QStringLiteral("host="), 1);
+}
+
+Wire::Wire(const PostgresServer &server)
+{
+    const QString clinic = server.postgresAddress({}).section(QStringLiteral("host="), 1);
     const std::string name = "/.s.PGSQL." + std::to_string(port);
     server_ = clinic.toStdString() + name;
     listener_ = ::socket(AF_UNIX, SOCK_STREAM, 0);
