@@ -123,7 +123,8 @@ void Soak::requireEnd(QProcess &desk, const char *what)
 void Soak::beginBackup()
 {
     endBackup();
-    QFile::remove(lastBackup_);
+    if (backups_ > 0)
+        QFile::remove(lastBackup_);
     lastBackup_ = ground_.folder() + QStringLiteral("/%1.backup").arg(++backups_);
     backup_ = std::make_unique<QProcess>();
     backup_->setProcessChannelMode(QProcess::MergedChannels);
