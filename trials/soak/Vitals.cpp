@@ -23,24 +23,25 @@ Value at(std::vector<Value> values, double part)
 struct Measure
 {
     const char *name;
-    double (*of)(const Vitals &vitals);
-    double mostTimes; ///< that the last sixth may be of the second
-    double andMore;   ///< on top, for what is counted in ones or measured in fractions
+    double (*of)(const Vitals &vitals); ///< below 0 for none
+    double mostTimes;                   ///< that the last sixth may be of the second
+    double andMore;                     ///< on top, for what is counted in ones or measured in fractions
 };
 
 // The latency of a machine that does other work as well differs by a third from one minute to another.
 constexpr Measure measures[] = {
     {"memory, KiB", [](const Vitals &part) { return double(part.memory); }, 1.05, 512},
     {"handles", [](const Vitals &part) { return double(part.handles); }, 1.0, 0},
-    {"p50, ms", [](const Vitals &part) { return part.median; }, 1.5, 1},
-    {"p95, ms", [](const Vitals &part) { return part.slow; }, 1.5, 2},
+    {"p50, ms", [](const Vitals &part) { return part.operations ? part.median : -1; }, 1.5, 1},
+    {"p95, ms", [](const Vitals &part) { return part.operations ? part.slow : -1; }, 1.5, 2},
 };
 
 double medianOf(const std::vector<Vitals> &parts, std::size_t sixth, const Measure &measure)
 {
     std::vector<double> values;
     for (std::size_t part = parts.size() * sixth / 6; part < parts.size() * (sixth + 1) / 6; ++part)
-        values.push_back(measure.of(parts[part]));
+        if (const double value = measure.of(parts[part]); value >= 0)
+            values.push_back(value);
     return at(values, 0.5);
 }
 
