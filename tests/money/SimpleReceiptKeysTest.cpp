@@ -80,6 +80,7 @@ TEST_F(SimpleReceiptKeys, KeysMoveTheFocusAndPressNothing)
     EXPECT_EQ(saved_, 0);
     EXPECT_EQ(form_->text("txtGeneralSuNapMoney_0"), "12300");
     EXPECT_EQ(form_->find<QComboBox>("cboGeneralJeolsaGubun")->currentIndex(), 2);
+    EXPECT_EQ(form_->find<QComboBox>("cboGeneralPercent")->currentText().toStdString(), "0");
 }
 
 TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
