@@ -75,6 +75,14 @@ TEST_P(KnownRows, OfTheStatements)
          {"runtime::Currency 200|runtime::Currency 70|runtime::Currency 3400|runtime::Currency 300|runtime::Currency "
           "3000|"
           "runtime::Currency 400|NULL|NULL|NULL"}},
+        {"outstanding money by its method, here of refunds too",
+         "AllTranAmountOutstanding",
+         {"NULL|NULL|runtime::Currency 17350|runtime::Currency 300|NULL|NULL|runtime::Currency 9500|"
+          "runtime::Currency 5300"}},
+        {"and on receipts of payments only",
+         "ReceiptTotalsOutstanding",
+         {"NULL|NULL|runtime::Currency 17350|runtime::Currency 300|NULL|NULL|runtime::Currency 9500|runtime::Currency "
+          "5000|runtime::Currency 2000"}},
         {"a NULL method is cash on receipts, whatever the operator",
          "ReceiptTotalsWithNulls",
          {"NULL|NULL|runtime::Currency 0|runtime::Currency 40|runtime::Currency 130|runtime::Currency "

@@ -80,6 +80,7 @@ TEST_F(SimpleReceiptKeys, KeysMoveTheFocusAndPressNothing)
     EXPECT_EQ(saved_, 0);
     EXPECT_EQ(form_->text("txtGeneralSuNapMoney_0"), "12300");
     EXPECT_EQ(form_->find<QComboBox>("cboGeneralJeolsaGubun")->currentIndex(), 2);
+    EXPECT_EQ(form_->find<QComboBox>("cboGeneralPercent")->currentText().toStdString(), "0");
 }
 
 TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
@@ -89,7 +90,7 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
         SCOPED_TRACE(name);
         standOn(name);
         QApplication::clipboard()->setText("9a");
-        for (char character : {'1', '-', '2', '.', '5', 'x', ',', '8'})
+        for (char character : {'1', '-', '0', '.', '9', 'x', ',', '8'})
             QTest::keyClick(dialog_->windowHandle(), character);
         key(Qt::Key_Backspace);
         key(Qt::Key_V, Qt::ControlModifier);
@@ -97,7 +98,7 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
         hangul.setCommitString("가");
         QApplication::sendEvent(QApplication::focusWidget(), &hangul);
         auto *combo = qobject_cast<QComboBox *>(QApplication::focusWidget());
-        EXPECT_EQ(combo ? combo->currentText().toStdString() : form_->text(name), "125");
+        EXPECT_EQ(combo ? combo->currentText().toStdString() : form_->text(name), "109");
     }
 }
 

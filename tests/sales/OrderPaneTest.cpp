@@ -89,6 +89,7 @@ TEST_F(OrderPaneTest, AnEditIsSavedAndEnds)
                      "tPSOrderMaster WHERE OrdM_PK = 1"),
                 ElementsAre("2026-11-21|1|부산|1234|250|02"));
     EXPECT_EQ(inEdit(), "");
+    EXPECT_TRUE(at<QLineEdit>("txtOrderMaster_1").isReadOnly());
     EXPECT_EQ(window().focusWidget(), &at("tdbCustSaleMaster"));
     EXPECT_EQ(text("txtOrderMaster_2"), "부산");
 }
@@ -273,7 +274,7 @@ TEST_F(OrderPaneTest, OnlyASoldLineAsksForItsReceiptOrItsReturn)
         const char *refund;  ///< and the one of the button
         std::vector<std::string> refusal;
     } cases[] = {
-        {"0", 2, "frmSimpleReceipt", "frmRefund", {}},
+        {"0", 1, "frmSimpleReceipt", "frmRefund", {}},
         {"1", 2, "", "frmRefund", {}},
         {"2", 2, "", "", {"반품처리: 망실 처리된 물품이므로 반품을 할 수 없습니다. 삭제를 하십시오."}},
         {"NULL", -1, "", "", {"반품: 반품된 물품이므로 반품처리를 할 수 없습니다."}},

@@ -109,11 +109,16 @@ struct Wire::Line
 };
 
 Wire::Wire()
+    : Wire(PostgresServer::instance())
 {
-    const QString clinic = PostgresServer::instance().postgresAddress({}).section(QStringLiteral("host="), 1);
+}
+
+Wire::Wire(const PostgresServer &server)
+{
+    const QString clinic = server.postgresAddress({}).section(QStringLiteral("host="), 1);
     const std::string name = "/.s.PGSQL." + std::to_string(port);
     server_ = clinic.toStdString() + name;
-    listener_ = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    listener_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     const sockaddr_un place = placeOf(folder_.path().toStdString() + name);
     if (::bind(listener_, reinterpret_cast<const sockaddr *>(&place), sizeof place) != 0 || ::listen(listener_, 8) != 0)
         throw std::runtime_error("the wire has no end to hold");
@@ -171,8 +176,8 @@ void Wire::run()
         }
         if (!waiting[0].revents)
             continue;
-        const int desk = ::accept(listener_, nullptr, nullptr);
-        const int server = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        const int desk = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+        const int server = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
         const sockaddr_un place = placeOf(server_);
         lines.emplace_back(desk, server);
         if (away_ || ::connect(server, reinterpret_cast<const sockaddr *>(&place), sizeof place) != 0)

@@ -7,12 +7,15 @@
 #include <string>
 #include <thread>
 
+class PostgresServer;
+
 /// A wire between a desk and the PostgreSQL server of the tests. It can be cut at a chosen statement of the desk, also where
 /// no test of the server's own could: between a statement's run and its answer. A thread of its own carries the bytes.
 class Wire
 {
 public:
     Wire();
+    explicit Wire(const PostgresServer &server);
     ~Wire();
     Wire(const Wire &) = delete;
     Wire &operator=(const Wire &) = delete;

@@ -34,6 +34,7 @@ Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server)
 {
     address_ = engine == ado::Engine::SQLite ? QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"))
                                              : server->postgresAddress(server->createDatabase());
+    deskAddress_ = address_;
     sample::makeClinic(address_, size, tell);
     const ado::ConnectionPtr clinic = ado::Connection::open(address_);
     if (engine == ado::Engine::PostgreSQL) // as a server does by itself some time after so much was written
@@ -52,7 +53,8 @@ QString Ground::damage() const
     return verdict == QLatin1String("ok") ? QString() : verdict;
 }
 
-std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding)
+std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding,
+                                            const QStringList &more)
 {
     const std::pair<const char *, qint64> options[] = {{"--seconds", seconds},
                                                        {"--seed", seed},
@@ -61,8 +63,8 @@ std::unique_ptr<QProcess> Ground::startDesk(int seconds, unsigned seed, qint64 f
                                                        {"--products", before_.lastProduct},
                                                        {"--patients", patients_},
                                                        {"--crowding", crowding}};
-    journals_ << folder_.filePath(QStringLiteral("desk-%1.journal").arg(journals_.size()));
-    QStringList arguments{address_, journals_.last()};
+    journals_ << folder_.filePath(QStringLiteral("desk-%1.journal").arg(started_++));
+    QStringList arguments = QStringList{deskAddress_, journals_.last()} + more;
     for (const auto &[name, value] : options)
         arguments << QLatin1String(name) << QString::number(value);
     auto desk = std::make_unique<QProcess>();
@@ -95,7 +97,12 @@ std::vector<std::vector<Deed>> Ground::readJournals() const
 
 Findings Ground::check() const
 {
-    return audit(*ado::Connection::open(address_), before_, readJournals());
+    return check(readJournals());
+}
+
+Findings Ground::check(const std::vector<std::vector<Deed>> &journals) const
+{
+    return audit(*ado::Connection::open(address_), before_, journals);
 }
 
 } // namespace trial

@@ -28,23 +28,32 @@ public:
     /// Says whether the engine itself finds the database sound; empty when it does.
     QString damage() const;
 
-    /// Starts a desk that works for so many seconds; its journal is the next one.
-    std::unique_ptr<QProcess> startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding);
+    /// Desks that are started from now on reach the clinic by this address.
+    void leadDesksOver(const QString &address) { deskAddress_ = address; }
+    /// Starts a desk that works for so many seconds; its journal is the next one. More goes to its program as it stands.
+    std::unique_ptr<QProcess> startDesk(int seconds, unsigned seed, qint64 firstToken, int crowding,
+                                        const QStringList &more = {});
     QString lastJournal() const { return journals_.last(); }
     const QStringList &journals() const { return journals_; }
+    /// What is in it counts no more; its rows must not stand.
+    void disownLastJournal() { journals_.removeLast(); }
+    QString folder() const { return folder_.path(); }
     std::vector<std::vector<Deed>> readJournals() const;
     /// Copies the clinic, and puts the copy back: what the desks of those journals did since is then forgotten.
     void backUp() const;
     void restore(const QStringList &forgotten);
     Findings check() const;
+    Findings check(const std::vector<std::vector<Deed>> &journals) const;
 
 private:
     QTemporaryDir folder_;
     ado::Engine engine_;
     QString address_;
+    QString deskAddress_;
     int patients_ = 0;
     Before before_;
     QStringList journals_;
+    int started_ = 0;
 };
 
 } // namespace trial

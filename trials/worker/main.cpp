@@ -2,10 +2,13 @@
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "trials/desk/Clerk.h"
+#include "trials/desk/Gate.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QThread>
 
+#include <csignal>
 #include <cstdio>
 
 namespace {
@@ -13,6 +16,20 @@ namespace {
 int value(const QCommandLineParser &arguments, const char *name)
 {
     return arguments.value(QLatin1String(name)).toInt();
+}
+
+volatile std::sig_atomic_t toldToEnd = 0;
+
+/// A server that is away is told to the user, who goes on to another patient.
+void visit(trial::Clerk &clerk, bool mayFail)
+{
+    try {
+        clerk.visit();
+    } catch (const runtime::RuntimeError &) {
+        if (!mayFail)
+            throw;
+        QThread::msleep(100);
+    }
 }
 
 int work(const QCommandLineParser &arguments)
@@ -26,11 +43,17 @@ int work(const QCommandLineParser &arguments)
     task.productsBefore = value(arguments, "products");
     task.patients = value(arguments, "patients");
     task.crowding = value(arguments, "crowding");
+    const trial::Gate gate(arguments.value(QStringLiteral("gate")));
     {
         trial::Clerk clerk(task, journal);
         const qint64 until = trial::now() + qint64(value(arguments, "seconds")) * 1'000'000;
-        while (trial::now() < until)
-            clerk.visit();
+        while (trial::now() < until && !toldToEnd) {
+            {
+                const trial::Gate::Pass pass(gate);
+                visit(clerk, value(arguments, "faults") != 0);
+            }
+            QThread::msleep(unsigned(value(arguments, "pause")));
+        }
     }
     gcnnMasterDB.reset();
     return 0;
@@ -39,14 +62,18 @@ int work(const QCommandLineParser &arguments)
 } // namespace
 
 /// trial_worker ADDRESS JOURNAL --seconds N --seed N --token N --before KEY --products KEY --patients N --crowding PERCENT
+///     [--pause MILLISECONDS] [--gate FILE] [--faults 1]
+/// SIGTERM lets it finish the patient it is with.
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QCommandLineParser arguments;
-    for (const char *name : {"seconds", "seed", "token", "before", "products", "patients", "crowding"})
+    for (const char *name :
+         {"seconds", "seed", "token", "before", "products", "patients", "crowding", "pause", "gate", "faults"})
         arguments.addOption({QLatin1String(name), {}, QStringLiteral("number")});
     arguments.process(application);
     clinic::registerTables();
+    std::signal(SIGTERM, [](int) { toldToEnd = 1; });
     try {
         return work(arguments);
     } catch (const runtime::RuntimeError &error) {

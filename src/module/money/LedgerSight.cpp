@@ -6,6 +6,7 @@
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Log.h"
+#include "platform/runtime/RuntimeError.h"
 
 #include <QStringList>
 
