@@ -356,7 +356,8 @@ TEST(Chart, TellsItsFiguresInWordsAndItsSeriesApartWithoutColour)
             series.values.push_back(won(day));
     }
     chart.setPlan(plan);
-    EXPECT_EQ(chart.accessibleDescription().section(u'\n', 1, 1).toStdString(), "방법 0: 합계 20,100원, 가장 큰 값 200 200원");
+    EXPECT_EQ(chart.accessibleDescription().section(u'\n', 1, 1).toStdString(),
+              "방법 0: 합계 20,100원, 가장 큰 값 200 200원");
     std::set<std::pair<int, qreal>> dashes;
     for (QAbstractSeries *series : chart.chart()->series()) {
         const QPen pen = static_cast<QLineSeries *>(series)->pen();
@@ -388,7 +389,7 @@ TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
     const auto inkBelow = [&first](int top) {
         for (int y = top; y < first.height(); ++y) {
             for (int x = 0; x < first.width(); ++x) {
-                if (qGray(first.pixel(x, y)) < 128)
+                if (qGray(first.pixel(x, y)) < 200)
                     return true;
             }
         }

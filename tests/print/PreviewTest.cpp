@@ -149,9 +149,9 @@ TEST_F(PreviewTest, SavesUnderTheChosenNameAndAsksBeforeItReplacesAFile)
 TEST_F(PreviewTest, TellsItsPageToAScreenReaderLineByLine)
 {
     print::Document page;
-    page.addText({.text = QStringLiteral("\\25,500"), .box = {60, 10.2, 30, 5}});
-    page.addText({.text = QStringLiteral("합계"), .box = {10, 10, 30, 5}});
-    page.addText({.text = QStringLiteral("영수증"), .box = {10, 1, 30, 5}});
+    page.addText({.text = QStringLiteral("\\25,500"), .box = {60, 10.2, 30, 5}, .font = {}});
+    page.addText({.text = QStringLiteral("합계"), .box = {10, 10, 30, 5}, .font = {}});
+    page.addText({.text = QStringLiteral("영수증"), .box = {10, 1, 30, 5}, .font = {}});
     preview_.setDocument(page, QStringLiteral("영수증출력"));
     EXPECT_EQ(canvas()->accessibleName(), QStringLiteral("영수증출력 1쪽"));
     EXPECT_EQ(canvas()->accessibleDescription(), QStringLiteral("영수증\n합계\n25,500원"));

@@ -69,7 +69,7 @@ public:
 private:
     void beginPage()
     {
-        page_ = {};
+        page_ = print::Drawing();
         painter_.begin(&page_.strokes);
         painter_.setRenderHint(QPainter::Antialiasing);
         painter_.setPen(ink_);
@@ -177,9 +177,14 @@ private:
         chart.keepLight();
         chart.setPlan(report_.sheet.chart);
         // Laid out as on the screen, with as many dots as a printer shows.
+        chart.grab();
         QImage picture(chart.size() * chartDots, QImage::Format_RGB32);
         picture.setDevicePixelRatio(chartDots);
-        chart.render(&picture);
+        picture.fill(controls::colors(controls::Ground::Paper).back);
+        QPainter strokes(&picture);
+        strokes.setRenderHint(QPainter::Antialiasing);
+        chart.render(&strokes, QRectF(QPointF(), chart.size()));
+        strokes.end();
         painter_.drawImage(QRectF(0, y_ * scale_, width_ * scale_, chartHeight * scale_), picture);
         y_ += chartHeight;
     }
