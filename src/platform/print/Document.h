@@ -29,8 +29,7 @@ public:
     void addText(const TextItem &text);
     /// A picture at a fixed place of the last page.
     void addPicture(const QImage &image, const QRectF &box);
-    /// Makes the sheet as long as what stands on it: the lowest line of text or picture and `feed` below it.
-    void cutBelowContents(double feed);
+    void addPage() { pages_.emplace_back(); }
 
     const std::vector<Page> &pages() const { return pages_; }
     int pageCount() const { return int(pages_.size()); }

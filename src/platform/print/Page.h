@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -48,5 +49,9 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch);
 
 /// Height of one line of this font, mm.
 double lineHeight(const TextFont &font);
+/// Size of the letters in which a text that may not break is drawn into its box.
+double pointsOnOneLine(const TextItem &item);
+/// A text in lines that fit its box at its full size, broken at words where it can be.
+QStringList linesOf(const TextItem &item);
 
 } // namespace print

@@ -9,6 +9,8 @@
 #include <QPrinterInfo>
 #include <QSaveFile>
 
+#include <cmath>
+
 namespace print {
 
 namespace {
@@ -27,6 +29,16 @@ QPageLayout layoutOf(const Document &document)
     QPageLayout layout(size, QPageLayout::Portrait, {});
     layout.setMode(QPageLayout::FullPageMode);
     return layout;
+}
+
+/// A printer that does not know the size keeps its own without a word, and prints what fits on it.
+bool hasTaken(const QPrinter &printer, const QSizeF &paper)
+{
+    constexpr double tolerance = 1; // mm: descriptions round
+    const QPageLayout layout = printer.pageLayout();
+    const QSizeF lacking = layout.fullRect(QPageLayout::Millimeter).size() - paper;
+    return layout.mode() == QPageLayout::FullPageMode && std::abs(lacking.width()) <= tolerance
+           && std::abs(lacking.height()) <= tolerance;
 }
 
 /// False when the device does not take the pages.
@@ -63,6 +75,11 @@ QString defaultPrinter()
     return name.isEmpty() ? QPrinterInfo::availablePrinterNames().value(0) : name;
 }
 
+bool isFile(const QString &device)
+{
+    return device.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
+}
+
 bool isPrinter(const QString &name)
 {
     return !QPrinterInfo::printerInfo(name).isNull();
@@ -79,7 +96,7 @@ QSizeF pageSize(const QString &printer)
 
 void send(const Document &document, const QString &device, const QString &title)
 {
-    if (device.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)) {
+    if (isFile(device)) {
         savePdf(document, device, title);
         return;
     }
@@ -92,7 +109,8 @@ void send(const Document &document, const QString &device, const QString &title)
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setDocName(title);
     printer.setPageLayout(layoutOf(document));
-    printer.setFullPage(true);
+    if (!hasTaken(printer, document.paper()))
+        refuse(QStringLiteral("이 문서의 용지 크기를 프린터가 지원하지 않습니다. 다른 프린터를 선택하십시오: ") + name);
     if (!drawOn(printer, document, printer.resolution()))
         refuse(QStringLiteral("프린터 '%1'(으)로 출력하지 못했습니다.").arg(name));
 }
