@@ -2,10 +2,12 @@
 #include "components/frame/CsvFile.h"
 #include "components/frame/ReportWindow.h"
 #include "components/frame/SheetPrint.h"
+#include "platform/print/PreviewWindow.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/components/SampleRows.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
+#include "tests/support/Paper.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QApplication>
@@ -15,9 +17,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPrintPreviewDialog>
-#include <QPrintPreviewWidget>
-#include <QPrinter>
 #include <QTableView>
 #include <QTest>
 #include <QThread>
@@ -284,17 +283,16 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
 {
     open(ordersOfADay);
     ASSERT_TRUE(readToItsEnd());
-    const bool shown = inDialog<QPrintPreviewDialog>("cmdPrint", [](QPrintPreviewDialog &dialog) {
-        auto *pages = dialog.findChild<QPrintPreviewWidget *>();
-        EXPECT_TRUE(QTest::qWaitFor([pages] { return pages->pageCount() == 1; }));
+    const bool shown = inDialog<print::PreviewWindow>("cmdPrint", [](print::PreviewWindow &dialog) {
+        EXPECT_EQ(dialog.vsPrint()->document().pageCount(), 1);
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("느린 통계 인쇄"));
-        EXPECT_EQ(pages->orientation(), QPageLayout::Portrait);
+        EXPECT_EQ(dialog.vsPrint()->document().paper(), print::A4);
         dialog.reject();
     });
     EXPECT_TRUE(shown);
 
     // The host may close the window under the preview.
-    EXPECT_TRUE(inDialog<QPrintPreviewDialog>("cmdPrint", [this](QPrintPreviewDialog &) { window_.reset(); }));
+    EXPECT_TRUE(inDialog<print::PreviewWindow>("cmdPrint", [this](print::PreviewWindow &) { window_.reset(); }));
 }
 
 TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
@@ -335,13 +333,12 @@ TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
     for (int row = 0; row < 120; ++row)
         sheet.rows.push_back({QStringLiteral("줄 %1").arg(row), runtime::Currency::fromWon(row)});
     sheet.totals = {QStringLiteral("합계"), runtime::Currency::fromWon(7140)};
-    const QTemporaryDir folder;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(folder.filePath("report.pdf"));
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    ASSERT_TRUE(SheetPrint({QStringLiteral("통계"), QStringLiteral("2026"), sheet}).draw(printer));
-    QFile pdf(printer.outputFileName());
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    EXPECT_EQ(pdf.readAll().count("/Type /Page\n"), 3);
+    const ::Paper paper = ::Paper::of(SheetPrint({QStringLiteral("통계"), QStringLiteral("2026"), sheet}).document());
+    EXPECT_EQ(paper.sheets().size(), 3);
+    for (int row = 0; row < 120; ++row)
+        EXPECT_EQ(std::count_if(paper.words().begin(), paper.words().end(),
+                                [&](const auto &word) { return word.text == QString::number(row); }),
+                  2)
+            << row; // name and amount
+    EXPECT_TRUE(paper.has(QStringLiteral("7,140")));
 }

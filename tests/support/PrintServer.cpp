@@ -46,8 +46,9 @@ QString printerDescription(const PrintServer::Queue &queue, const QString &pass)
     const auto lines = [](const QStringList &list) { return list.join(QLatin1Char('\n')); };
     QString text = textOf("support/printer.ppd");
     text.replace(QStringLiteral("%filter"),
-                 queue.raster ? QStringLiteral("*cupsFilter: \"application/vnd.cups-raster 0 rastertopdf\"")
-                              : QStringLiteral("*cupsFilter2: \"application/pdf application/pdf 0 %1\"").arg(pass));
+                 queue.raster
+                     ? QStringLiteral("*cupsFilter: \"application/vnd.cups-raster 0 rastertopdf\"")
+                     : QStringLiteral("*cupsFilter2: \"application/vnd.cups-pdf application/pdf 0 %1\"").arg(pass));
     text.replace(QStringLiteral("%default"), QStringLiteral("W%1H%2").arg(queue.width).arg(queue.lengths.front()));
     for (const char *option : {"PageSize", "PageRegion"})
         text.replace(QLatin1Char('%') + QLatin1String(option),

@@ -2,14 +2,16 @@
 
 #include "components/frame/SheetChart.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/Modal.h"
+#include "platform/print/Lengths.h"
+#include "platform/print/PreviewWindow.h"
 #include "platform/runtime/Format.h"
 
-#include <QPageLayout>
-#include <QPointer>
-#include <QPrintPreviewDialog>
-#include <QPrinter>
+#include <QFontMetricsF>
+#include <QPainter>
 
 #include <algorithm>
+#include <memory>
 
 namespace statistics {
 
@@ -21,29 +23,31 @@ constexpr double chartHeight = 60;
 constexpr double sideMargin = 12;
 constexpr double paddingMm = 1;
 
-QPageLayout::Orientation orientationOf(const Sheet &sheet)
+QSizeF paperOf(const Sheet &sheet)
 {
     int width = 0;
     for (const Column &column : sheet.columns)
         width += column.width;
-    return width > 720 ? QPageLayout::Landscape : QPageLayout::Portrait;
+    return width > 720 ? print::A4.transposed() : print::A4;
 }
 
 } // namespace
 
-/// The pen on the paper, in millimetres from the printable area's corner.
+/// The pen on the paper, in millimetres from the corner inside the margins. It goes through the whole report and draws the
+/// wanted page of it; without a painter it only counts.
 class SheetPrint::Page
 {
 public:
-    Page(QPrinter &printer, QPainter &painter, const PrintedReport &report)
-        : printer_(printer)
-        , painter_(painter)
+    Page(const PrintedReport &report, QPainter *painter = nullptr, int wanted = 0)
+        : painter_(painter)
+        , wanted_(wanted)
         , report_(report)
-        , scale_(printer.resolution() / 25.4)
     {
-        const QRectF area = printer.pageRect(QPrinter::Millimeter);
-        width_ = area.width();
-        height_ = area.height();
+        const QSizeF paper = paperOf(report.sheet);
+        width_ = paper.width() - 2 * sideMargin;
+        height_ = paper.height() - 2 * sideMargin;
+        if (painter_)
+            painter_->translate(sideMargin * scale_, sideMargin * scale_);
         int designed = 0;
         for (const Column &column : report.sheet.columns)
             designed += column.width;
@@ -67,25 +71,32 @@ public:
         drawChart();
         drawFoot();
     }
+    int count() const { return number_; }
 
 private:
+    bool isWanted() const { return painter_ && number_ == wanted_; }
+
     void text(double x, double width, const QString &words, int flags, bool bold = false, double points = 8)
     {
+        if (!isWanted())
+            return;
         QFont font = controls::deskFont();
-        font.setPointSizeF(points);
+        font.setPixelSize(qRound(points / print::pointsPerInch * print::gridPerInch));
         font.setBold(bold);
-        painter_.setFont(font);
+        painter_->setFont(font);
         const QRectF box((x + paddingMm) * scale_, y_ * scale_, (width - 2 * paddingMm) * scale_, lineHeight * scale_);
-        const QFontMetricsF metrics(font, &printer_);
-        painter_.drawText(box, flags | Qt::AlignVCenter | Qt::TextSingleLine,
-                          metrics.elidedText(words, Qt::ElideRight, box.width()));
+        const QFontMetricsF metrics(font);
+        painter_->drawText(box, flags | Qt::AlignVCenter | Qt::TextSingleLine,
+                           metrics.elidedText(words, Qt::ElideRight, box.width()));
     }
 
     void rule(double weight)
     {
-        painter_.setPen(QPen(Qt::black, weight * scale_));
-        painter_.drawLine(QPointF(0, y_ * scale_), QPointF(width_ * scale_, y_ * scale_));
-        painter_.setPen(Qt::black);
+        if (!isWanted())
+            return;
+        painter_->setPen(QPen(Qt::black, weight * scale_));
+        painter_->drawLine(QPointF(0, y_ * scale_), QPointF(width_ * scale_, y_ * scale_));
+        painter_->setPen(Qt::black);
     }
 
     void drawHead()
@@ -155,14 +166,20 @@ private:
             return;
         makeRoom(chartHeight + 4, false);
         y_ += 4;
+        if (isWanted())
+            renderChart();
+        y_ += chartHeight;
+    }
+
+    void renderChart()
+    {
         SheetChart chart;
         chart.resize(int(width_ * 4), int(chartHeight * 4));
         chart.chart()->setAnimationOptions(QChart::NoAnimation);
         chart.setPlan(report_.sheet.chart);
         // Laid out as on the screen, then drawn as lines and letters of the paper.
         chart.grab();
-        chart.render(&painter_, QRectF(0, y_ * scale_, width_ * scale_, chartHeight * scale_));
-        y_ += chartHeight;
+        chart.render(painter_, QRectF(0, y_ * scale_, width_ * scale_, chartHeight * scale_));
     }
 
     void drawFoot()
@@ -180,17 +197,16 @@ private:
         if (y_ + needed <= height_ - 2 * lineHeight)
             return;
         drawFoot();
-        printer_.newPage();
         ++number_;
         y_ = 0;
         if (withCaptions)
             drawCaptions();
     }
 
-    QPrinter &printer_;
-    QPainter &painter_;
+    QPainter *painter_;
+    int wanted_;
     const PrintedReport &report_;
-    double scale_;
+    double scale_ = print::gridPerMm;
     double width_ = 0;
     double height_ = 0;
     double y_ = 0;
@@ -203,29 +219,29 @@ SheetPrint::SheetPrint(PrintedReport report)
 {
 }
 
-bool SheetPrint::draw(QPrinter &printer) const
+print::Document SheetPrint::document() const
 {
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return false;
-    Page(printer, painter, report_).draw();
-    return painter.end();
+    const auto report = std::make_shared<const PrintedReport>(report_);
+    Page counted(*report);
+    counted.draw();
+    print::Document document(paperOf(report->sheet));
+    for (int page = 1; page <= counted.count(); ++page) {
+        if (page > 1)
+            document.addPage();
+        document.addDrawing([report, page](QPainter &painter) { Page(*report, &painter, page).draw(); });
+    }
+    return document;
 }
 
 void SheetPrint::preview(QWidget *owner) const
 {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientationOf(report_.sheet),
-                                      QMarginsF(sideMargin, sideMargin, sideMargin, sideMargin),
-                                      QPageLayout::Millimeter));
-    printer.setDocName(report_.title);
-    // The owner may be closed under the preview, which then must not be destroyed twice.
-    const QPointer<QPrintPreviewDialog> dialog = new QPrintPreviewDialog(&printer, owner);
-    dialog->setWindowTitle(report_.title + QStringLiteral(" 인쇄"));
-    QObject::connect(dialog, &QPrintPreviewDialog::paintRequested, dialog, [this](QPrinter *paper) { draw(*paper); });
-    dialog->resize(900, 700);
-    dialog->exec();
-    delete dialog;
+    // The owner may be closed under the preview.
+    const controls::Modal<print::PreviewWindow> window(
+        owner, report_.title + QStringLiteral(" 인쇄"),
+        print::PrinterMemory{QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리")});
+    window->vsPrint()->setDocument(document(), report_.title);
+    window->resize(1000, 760);
+    controls::runModal(window.get());
 }
 
 } // namespace statistics

@@ -2,10 +2,10 @@
 
 #include "components/frame/Sheet.h"
 
-#include <QPainter>
-#include <QString>
+#include "platform/print/Document.h"
 
-class QPrinter;
+#include <QString>
+#include <QWidget>
 
 namespace statistics {
 
@@ -22,10 +22,9 @@ class SheetPrint
 public:
     explicit SheetPrint(PrintedReport report);
 
-    /// The toolkit's preview, modal over `owner`, from which the user prints.
+    /// The preview, modal over `owner`, from which the user prints.
     void preview(QWidget *owner) const;
-    /// Draws all pages; false when the printer does not begin.
-    bool draw(QPrinter &printer) const;
+    print::Document document() const;
 
 private:
     class Page;

@@ -9,6 +9,7 @@
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 #include "printing/PageReceipt.h"
+#include "printing/ReceiptLog.h"
 #include "printing/frmPrinter.h"
 #include "session/modGlobalVars.h"
 
@@ -50,21 +51,25 @@ PageReceipts::PageReceipts(SaleSession &session, QWidget *owner)
 
 void PageReceipts::printOrderReceipt()
 {
-    preview([this] { return orderReceipt(); });
+    const qint32 lngOrdMPK = runtime::CLng((*session_.rsCustSaleMaster)[keyField]);
+    preview([this] { return orderReceipt(); }, QStringLiteral("receipt of order %1").arg(lngOrdMPK));
 }
 
 void PageReceipts::printPeriodReceipt(const QDate &dtStart, const QDate &dtEnd)
 {
-    preview([&] { return periodReceipt(dtStart, dtEnd); });
+    preview([&] { return periodReceipt(dtStart, dtEnd); }, QStringLiteral("receipt of a period"));
 }
 
 template <typename Compose>
-void PageReceipts::preview(Compose &&compose)
+void PageReceipts::preview(Compose &&compose, const QString &which)
 {
     const runtime::Operation operation("print receipt");
     try {
         const controls::Modal<frmPrinter> form(owner_);
         form->vsPrint()->setDocument(compose(), form->windowTitle());
+        const print::VSPrinter *vsPrint = form->vsPrint();
+        QObject::connect(vsPrint, &print::VSPrinter::printed, vsPrint,
+                         [vsPrint, which](const QString &printer) { logReceipt(which, printer, vsPrint->document()); });
         form->setWindowState(Qt::WindowMaximized);
         controls::runModal(form.get());
     } catch (const runtime::RuntimeError &error) {

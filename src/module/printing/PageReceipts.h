@@ -23,7 +23,7 @@ public:
 
 private:
     template <typename Compose>
-    void preview(Compose &&compose);
+    void preview(Compose &&compose, const QString &which);
 
     SaleSession &session_;
     QWidget *owner_;

@@ -1,18 +1,11 @@
 #pragma once
 
-#include "platform/print/VSPrinter.h"
-
-#include <QDialog>
+#include "platform/print/PreviewWindow.h"
 
 /// The preview of a page receipt: modal and as large as the screen. Made for one showing.
-class frmPrinter : public QDialog
+class frmPrinter : public print::PreviewWindow
 {
     Q_OBJECT
 public:
     explicit frmPrinter(QWidget *owner = nullptr);
-
-    print::VSPrinter *vsPrint() const { return vsPrint_; }
-
-private:
-    print::VSPrinter *vsPrint_;
 };

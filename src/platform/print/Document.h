@@ -6,6 +6,7 @@
 #include <QMarginsF>
 #include <QSizeF>
 
+#include <utility>
 #include <vector>
 
 namespace print {
@@ -29,6 +30,8 @@ public:
     void addText(const TextItem &text);
     /// A picture at a fixed place of the last page.
     void addPicture(const QImage &image, const QRectF &box);
+    /// Drawn by somebody else on the last page.
+    void addDrawing(Drawing drawing) { pages_.back().drawings.push_back(std::move(drawing)); }
     void addPage() { pages_.emplace_back(); }
 
     const std::vector<Page> &pages() const { return pages_; }

@@ -14,8 +14,6 @@ namespace print {
 namespace {
 
 // Texts are measured and set in the dots of a fine grid, so that a line is as wide on the screen as on paper.
-constexpr double gridPerInch = 1200;
-constexpr double gridPerMm = gridPerInch / mmPerInch;
 /// Even a text that fills its box keeps this distance to its neighbour.
 constexpr double gapMm = 1.2;
 /// One line is kept down to this part of the font's size before it is broken into more.
@@ -143,6 +141,11 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch)
         painter.drawImage(QRectF(picture.box.topLeft() * gridPerMm, picture.box.size() * gridPerMm), picture.image);
     for (const TextItem &text : page.texts)
         drawText(painter, text);
+    for (const Drawing &drawing : page.drawings) {
+        painter.save();
+        drawing(painter);
+        painter.restore();
+    }
     painter.restore();
 }
 

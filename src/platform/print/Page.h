@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace print {
@@ -37,10 +38,16 @@ struct PictureItem
     QRectF box; ///< mm
 };
 
+/// Draws by itself, on a fine grid with the sheet's upper left corner as its origin.
+using Drawing = std::function<void(QPainter &)>;
+inline constexpr double gridPerInch = 1200;
+inline constexpr double gridPerMm = gridPerInch / 25.4;
+
 struct Page
 {
     std::vector<PictureItem> pictures;
     std::vector<TextItem> texts;
+    std::vector<Drawing> drawings;
 };
 
 /// Draws a page with the sheet's upper left corner at the painter's origin. `dotsPerInch` is the painter's scale. Screen,

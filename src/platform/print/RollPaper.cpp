@@ -74,7 +74,7 @@ RollPaper rollPaperOf(const QString &printer)
     RollPaper paper{
         .width = millimetres(own).width(), .edges = edgesOf(device, own), .lengths = {millimetres(own).height()}};
     // A printer that tells several edges for one roll is taken at its narrowest.
-    const auto keepOff = [&](const QPageSize &size) { paper.edges |= edgesOf(device, size); };
+    const auto keepOff = [&](const QPageSize &size) { paper.edges = paper.edges | edgesOf(device, size); };
     for (const QPageSize &size : info.supportedPageSizes()) {
         const QSizeF sheet = millimetres(size);
         if (std::abs(sheet.width() - paper.width) > sameMm)

@@ -11,10 +11,10 @@ namespace print {
 struct RollPaper
 {
     double width = 0;
-    QMarginsF edges;             ///< where the printer prints nothing
-    std::vector<double> lengths; ///< of its sheets of this width, the printer's own one first
-    double shortest = 0;         ///< any length from here ...
-    double longest = 0;          ///< ... to there; 0: those above only
+    QMarginsF edges{};             ///< where the printer prints nothing
+    std::vector<double> lengths{}; ///< of its sheets of this width, the printer's own one first
+    double shortest = 0;           ///< any length from here ...
+    double longest = 0;            ///< ... to there; 0: those above only
 
     double printableWidth() const { return width - edges.left() - edges.right(); }
     /// Length of the sheet for contents of this height with empty paper below them: as long as they are, where the printer
