@@ -57,8 +57,9 @@ QImage drawn(const print::Page &page, const QSizeF &paper)
 
 } // namespace
 
-QList<QImage> printedSheets(const QString &pdf)
+QList<QImage> printedSheets(const QString &pdf, double edge)
 {
+    const int free = qRound(edge / 72 * dotsPerInch);
     const QTemporaryDir folder;
     QProcess reader;
     reader.start(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QString::number(dotsPerInch),
@@ -66,8 +67,13 @@ QList<QImage> printedSheets(const QString &pdf)
     if (!reader.waitForFinished(60'000) || reader.exitCode() != 0)
         throw std::runtime_error("pdftoppm: " + reader.readAllStandardError().toStdString());
     QList<QImage> sheets;
-    for (const QString &name : QDir(folder.path()).entryList(QDir::Files, QDir::Name))
-        sheets << QImage(folder.filePath(name));
+    for (const QString &name : QDir(folder.path()).entryList(QDir::Files, QDir::Name)) {
+        const QImage reached(folder.filePath(name));
+        QImage sheet(reached.size() + QSize(2 * free, 2 * free), QImage::Format_Grayscale8);
+        sheet.fill(Qt::white);
+        QPainter(&sheet).drawImage(free, free, reached);
+        sheets << sheet;
+    }
     return sheets;
 }
 

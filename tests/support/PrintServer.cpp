@@ -113,7 +113,7 @@ void PrintServer::configure()
           QStringLiteral(
               "ServerRoot %1/root\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\nTempDir %1/tmp\n"
               "AccessLog %1/access.log\nErrorLog %1/error.log\nPageLog %1/page.log\nFileDevice Yes\n"
-              "ConfigFilePerm 0600\nSystemGroup root\nSandboxing relaxed\n")
+              "ConfigFilePerm 0644\nSystemGroup root\nSandboxing relaxed\n")
               .arg(folder_.path()));
     write(file(QStringLiteral("cupsd.conf")),
           QStringLiteral("LogLevel info\nListen %1/cups.sock\nBrowsing No\nDefaultAuthType None\nWebInterface No\n"
