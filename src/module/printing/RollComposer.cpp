@@ -30,6 +30,30 @@ constexpr auto Cont = frmRollReceipt::Cont;
 constexpr auto FT = frmRollReceipt::FT;
 constexpr auto Amount = frmRollReceipt::FTTotAmount;
 
+// The boxes between the logo and the lines, from the top to the bottom.
+
+std::vector<Row> usualHeader()
+{
+    return {{{Header, 1}, {Header, 2}},
+            {{Header, 3}},
+            {{Header, 4}},
+            {{Header, 5}, {Header, 6}},
+            {{Header, 8}},
+            {{Header, 9}},
+            {{Header, 7}},
+            {{HD, 1}},
+            {{HD, 3}, {HD, 4}, {HD, 5}, {HD, 6}, {HD, 7}},
+            {{HD, 2}}};
+}
+
+std::vector<Row> narrowHeader()
+{
+    return {{{Header, 1}}, {{Header, 2}}, {{Header, 3}}, {{Header, 4}},
+            {{Header, 5}}, {{Header, 6}}, {{Header, 8}}, {{Header, 9}},
+            {{Header, 7}}, {{HD, 1}},     {{HD, 3}},     {{HD, 4}, {HD, 5}, {HD, 6}, {HD, 7}},
+            {{HD, 2}}};
+}
+
 /// Composes one receipt from one template.
 class RollComposer
 {
@@ -120,18 +144,8 @@ void RollComposer::printLogoOrName()
 
 void RollComposer::printHeader()
 {
-    const bool usual = kind_ == frmRollReceipt::Usual;
-    const std::vector<Row> shop =
-        usual ? std::vector<Row>{{{Header, 1}, {Header, 2}}, {{Header, 3}}, {{Header, 4}}, {{Header, 5}, {Header, 6}}}
-              : std::vector<Row>{{{Header, 1}}, {{Header, 2}}, {{Header, 3}},
-                                 {{Header, 4}}, {{Header, 5}}, {{Header, 6}}};
-    const std::vector<Row> titles = usual ? std::vector<Row>{{{HD, 3}, {HD, 4}, {HD, 5}, {HD, 6}, {HD, 7}}}
-                                          : std::vector<Row>{{{HD, 3}}, {{HD, 4}, {HD, 5}, {HD, 6}, {HD, 7}}};
-    for (const std::vector<Row> &rows :
-         {shop, {{{Header, 8}}, {{Header, 9}}, {{Header, 7}}, {{HD, 1}}}, titles, {{{HD, 2}}}}) {
-        for (const Row &row : rows)
-            addRow(row, 0);
-    }
+    for (const Row &row : kind_ == frmRollReceipt::Usual ? usualHeader() : narrowHeader())
+        addRow(row, 0);
     rows_.endPart();
 }
 
@@ -141,7 +155,7 @@ void RollComposer::printLines()
     const Row first = usual ? Row{{Cont, 0}} : Row{{Cont, 0}, {Cont, 1}};
     Row second{{Cont, 2}, {Cont, 3}, {Cont, 4}, {Cont, 5}};
     if (usual)
-        second.insert(second.begin(), {Cont, 1});
+        second.emplace(second.begin(), Cont, 1);
     qint16 intItem = 1;
     receipt::readLines(order_.connection, order_.lngOrdMPK, receipt::Numbers::LeadingZero, intItem,
                        [&](const receipt::Line &line) {

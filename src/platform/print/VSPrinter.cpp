@@ -243,13 +243,13 @@ void VSPrinter::showState()
     emit pageShown(page_ + 1, document_.pageCount());
 }
 
-bool VSPrinter::eventFilter(QObject *watched, QEvent *event)
+bool VSPrinter::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() != QEvent::Wheel)
-        return QWidget::eventFilter(watched, event);
+        return QWidget::eventFilter(object, event);
     const auto &wheel = *static_cast<QWheelEvent *>(event);
     if (!wheel.modifiers().testFlag(Qt::ControlModifier))
-        return QWidget::eventFilter(watched, event);
+        return QWidget::eventFilter(object, event);
     if (wheel.angleDelta().y() != 0)
         setZoom(wheel.angleDelta().y() > 0 ? zoom_ * zoomStep : zoom_ / zoomStep);
     return true;
@@ -303,8 +303,8 @@ void VSPrinter::printOut()
     lblDone_->clear();
     const QString printer = cboPrinter_->count() > 0 ? cboPrinter_->currentText() : device_;
     const QPointer<VSPrinter> self(this);
-    const bool sent = watched([&, document = document_, title = title_](const Progress &progress) {
-        return send(document, printer, title, progress);
+    const bool sent = watched([&, pages = document_, title = title_](const Progress &progress) {
+        return send(pages, printer, title, progress);
     });
     if (!self)
         return;
@@ -321,8 +321,8 @@ void VSPrinter::savePdf()
                                                QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
     if (!self || file.isEmpty())
         return;
-    const bool saved = watched([&, document = document_, title = title_](const Progress &progress) {
-        return print::savePdf(document, file, title, progress);
+    const bool saved = watched([&, pages = document_, title = title_](const Progress &progress) {
+        return print::savePdf(pages, file, title, progress);
     });
     if (self)
         lblDone_->setText(saved ? QStringLiteral("저장했습니다: %1").arg(file)

@@ -40,7 +40,7 @@ signals:
     void printed(const QString &printer);
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
 
 private:
