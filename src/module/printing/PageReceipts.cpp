@@ -68,8 +68,9 @@ void PageReceipts::preview(Compose &&compose, const QString &which)
         const controls::Modal<frmPrinter> form(owner_);
         form->vsPrint()->setDocument(compose(), form->windowTitle());
         const print::VSPrinter *vsPrint = form->vsPrint();
-        QObject::connect(vsPrint, &print::VSPrinter::printed, vsPrint,
-                         [vsPrint, which](const QString &printer) { logReceipt(which, printer, vsPrint->document()); });
+        QObject::connect(vsPrint, &print::VSPrinter::printed, vsPrint, [vsPrint, &which](const QString &printer) {
+            logReceipt(which, printer, vsPrint->document());
+        });
         form->setWindowState(Qt::WindowMaximized);
         controls::runModal(form.get());
     } catch (const runtime::RuntimeError &error) {
