@@ -51,8 +51,12 @@ PageReceipts::PageReceipts(SaleSession &session, QWidget *owner)
 
 void PageReceipts::printOrderReceipt()
 {
-    const qint32 lngOrdMPK = runtime::CLng((*session_.rsCustSaleMaster)[keyField]);
-    preview([this] { return orderReceipt(); }, QStringLiteral("receipt of order %1").arg(lngOrdMPK));
+    QString which; // known when the order could be read
+    const auto compose = [&] {
+        which = QStringLiteral("receipt of order %1").arg(runtime::CLng((*session_.rsCustSaleMaster)[keyField]));
+        return orderReceipt();
+    };
+    preview(compose, which);
 }
 
 void PageReceipts::printPeriodReceipt(const QDate &dtStart, const QDate &dtEnd)
