@@ -120,6 +120,7 @@ TEST(PageTable, ShowsABoxForWhatNoFontHasAndKeepsShrunkNumbersOnTheirRow)
     table.setText(1, 1, QStringLiteral("감초") + QString::fromUcs4(U"\U0010FFFD\uFE0F") + QStringLiteral("차"));
     table.setText(2, 1, QStringLiteral("\u1100\u1161\u11B7\u110E\u1169\t둘"));
     table.setText(3, 1, QStringLiteral("123"));
+    table.setAlign(3, 2, Align::Right);
     table.setText(3, 2, QStringLiteral("123,456,789,012,345"));
     const Paper paper = Paper::of(onPage(table));
     EXPECT_EQ(paper.line(14).toStdString(), "감초□차");

@@ -6,6 +6,7 @@
 #include "tests/support/PrintServer.h"
 
 #include <QFile>
+#include <QLocale>
 
 #include <algorithm>
 
@@ -28,7 +29,8 @@ QStringList textsOf(int lines)
                   "34",
                   "10",
                   "987,653,980"};
-    return texts += {"부가세", "987,653,980", "합", "수납금액", "5,000", "품목은", "품목입니다."};
+    const QString sum = QLocale(QLocale::English).toString(987'653'980LL * lines);
+    return texts += {"부가세", sum, "합", "수납금액", "5,000", "품목은", "품목입니다."};
 }
 
 /// The first text that does not follow those before it; sheet by sheet, line by line, from left to right.

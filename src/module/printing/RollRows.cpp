@@ -9,6 +9,12 @@ namespace {
 /// A text alone in its row goes on in further lines rather than below this part of its size.
 constexpr double leastAlone = 0.8;
 
+/// Dashes are a line to look at, not letters to read.
+bool isRule(const QString &text)
+{
+    return text.count(QLatin1Char('-')) == text.size();
+}
+
 } // namespace
 
 /// Where the pen stands in a row.
@@ -69,7 +75,7 @@ void RollRows::place(const RollBox &one, bool alone, float sngTop, Line &line)
     const print::TextItem item = printed(one.box, sngTop);
     const bool mayBreak = alone && one.box.align == print::Align::Left;
     const double least = std::max(leastRollPoints, mayBreak ? leastAlone * item.font.points : 0);
-    if (print::pointsOnOneLine(item) < least) {
+    if (!isRule(one.box.text) && print::pointsOnOneLine(item) < least) {
         crowded_ = crowded_ || !mayBreak;
         return placeOverLines(one, sngTop, line);
     }
@@ -100,7 +106,8 @@ void RollRows::placeOverLines(RollBox one, float sngTop, Line &line)
                                         QStringLiteral("영수증을 출력하기에는 프린터의 용지 폭이 너무 좁습니다."));
         put(one, sngTop + float(line.down));
     }
-    line.taken = box.place.right();
+    line.taken =
+        left ? box.place.left() + print::widthOnOneLine(printed(box, sngTop)) / double(sngRate_) : box.place.right();
 }
 
 void RollRows::endPart()

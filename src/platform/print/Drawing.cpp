@@ -160,6 +160,12 @@ double pointsOnOneLine(const TextItem &item)
     return font.pixelSize() * pointsPerInch / gridPerInch;
 }
 
+double widthOnOneLine(const TextItem &item)
+{
+    const QString text = shownText(item.text, item.font);
+    return QFontMetricsF(gridFont(item.font, scaleOnOneLine(item, text))).horizontalAdvance(text) / gridPerMm;
+}
+
 QStringList linesOf(const TextItem &item)
 {
     return broken(shownText(item.text, item.font), gridFont(item.font), textWidth(item));
