@@ -88,8 +88,6 @@ QStringList textsMissingOn(const QList<QImage> &sheets, const print::Document &d
             const QRect box = QRectF(line.topLeft() * dotsPerMm, line.size() * dotsPerMm).toAlignedRect();
             const double there = shareOfInk(expected, sheets.value(number), box);
             const double nothingElse = shareOfInk(sheets.value(number), expected, box);
-            if (qEnvironmentVariableIsSet("SHOW_SHARES"))
-                qInfo("%f %f %s", there, nothingElse, qUtf8Printable(text.text));
             if (!text.text.trimmed().isEmpty() && (there < 0.95 || nothingElse < 0.8))
                 missing << QStringLiteral("%1: %2").arg(number + 1).arg(text.text);
         }
