@@ -7,6 +7,7 @@
 #include "platform/print/PreviewWindow.h"
 #include "platform/runtime/Format.h"
 
+#include <QDateTime>
 #include <QFontMetricsF>
 #include <QPainter>
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "components/frame/Sheet.h"
-
 #include "platform/print/Document.h"
 
 #include <QString>
