@@ -3,11 +3,12 @@
 #include "components/frame/ReportWindow.h"
 #include "components/frame/SheetChart.h"
 #include "components/frame/SheetPrint.h"
-#include "platform/print/Preview.h"
+#include "platform/print/PreviewWindow.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/components/SampleRows.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
+#include "tests/support/Paper.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QApplication>
@@ -282,7 +283,7 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
 {
     open(ordersOfADay);
     ASSERT_TRUE(readToItsEnd());
-    const bool shown = inDialog<print::Preview>("cmdPrint", [](print::Preview &dialog) {
+    const bool shown = inDialog<print::PreviewWindow>("cmdPrint", [](print::PreviewWindow &dialog) {
         const print::Document &pages = dialog.vsPrint()->document();
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("느린 통계 인쇄"));
         EXPECT_EQ(pages.pageCount(), 1);
@@ -293,7 +294,7 @@ TEST_F(Window, ShowsItsPagesBeforeItPrints)
     EXPECT_TRUE(shown);
 
     // The host may close the window under the preview.
-    EXPECT_TRUE(inDialog<print::Preview>("cmdPrint", [this](print::Preview &) { window_.reset(); }));
+    EXPECT_TRUE(inDialog<print::PreviewWindow>("cmdPrint", [this](print::PreviewWindow &) { window_.reset(); }));
 }
 
 TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)

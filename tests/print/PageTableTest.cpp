@@ -110,3 +110,25 @@ TEST(PageTable, BreaksAcrossPagesWithoutLosingOrRepeatingARow)
     EXPECT_EQ(paper.word("행36").page, 2);
     EXPECT_EQ(paper.sheets().size(), 4);
 }
+
+TEST(PageTable, ShowsABoxForWhatNoFontHasAndKeepsShrunkNumbersOnTheirRow)
+{
+    print::PageTable table(3, 2, 8);
+    table.setColumnWidth(1, 60);
+    table.setColumnWidth(2, 20);
+    // A sign of nobody's with its variation; a syllable in its parts; a line's end.
+    table.setText(1, 1, QStringLiteral("감초") + QString::fromUcs4(U"\U0010FFFD\uFE0F") + QStringLiteral("차"));
+    table.setText(2, 1, QStringLiteral("\u1100\u1161\u11B7\u110E\u1169\t둘"));
+    table.setText(3, 1, QStringLiteral("123"));
+    table.setAlign(3, 2, Align::Right);
+    table.setText(3, 2, QStringLiteral("123,456,789,012,345"));
+    const Paper paper = Paper::of(onPage(table));
+    EXPECT_EQ(paper.line(14).toStdString(), "감초□차");
+    EXPECT_EQ(paper.line(22).toStdString(), "감초 둘");
+    // The baseline lies at the same part of both boxes.
+    const QRectF usual = paper.word("123").box;
+    const QRectF small = paper.word("123,456,789,012,345").box;
+    EXPECT_LT(small.height(), usual.height() * 0.8);
+    const double descent = 0.2; // of a letter's height, about
+    EXPECT_NEAR(small.bottom() - descent * small.height(), usual.bottom() - descent * usual.height(), 0.15);
+}

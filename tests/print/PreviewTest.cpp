@@ -72,8 +72,10 @@ TEST_F(PreviewTest, GoesThroughThePagesByKeysAndButtons)
     press(Qt::Key_PageDown);
     EXPECT_EQ(preview_.currentPage(), 1);
     EXPECT_NEAR(inkColumns(), 2 * first, first / 4.0); // the second page's own text
-    press(Qt::Key_End, Qt::ControlModifier);
-    EXPECT_EQ(preview_.currentPage(), 2);
+    for (const auto &[key, page] : {std::pair(Qt::Key_Home, 0), std::pair(Qt::Key_End, 2)}) {
+        press(key);
+        EXPECT_EQ(preview_.currentPage(), page);
+    }
     EXPECT_EQ(preview_.findChild<QLabel *>("lblPage")->text().toStdString(), "3 / 3쪽");
     EXPECT_FALSE(button("cmdNextPage")->isEnabled());
     press(Qt::Key_PageDown);
@@ -95,12 +97,47 @@ TEST_F(PreviewTest, ZoomsThePageByKeys)
     for (int time = 0; time < 30; ++time)
         press(Qt::Key_Minus, Qt::ControlModifier);
     EXPECT_DOUBLE_EQ(preview_.zoom(), 0.25);
+    QWidget *view = preview_.findChild<QScrollArea *>()->viewport();
+    for (const int turn : {120, 120, -120}) {
+        QWheelEvent wheel({9, 9}, view->mapToGlobal(QPointF(9, 9)), {}, {0, turn}, Qt::NoButton, Qt::ControlModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view, &wheel);
+    }
+    EXPECT_DOUBLE_EQ(preview_.zoom(), 0.3125);
     press(Qt::Key_0, Qt::ControlModifier);
     const QSize room = preview_.findChild<QScrollArea *>()->viewport()->size();
     EXPECT_LE(canvas()->height(), room.height() + 2);
     EXPECT_GE(canvas()->height(), room.height() - 20);
     press(Qt::Key_1, Qt::ControlModifier);
     EXPECT_GE(canvas()->width(), room.width() - 40);
+}
+
+TEST_F(PreviewTest, ManyPagesCanBeStoppedAndLeaveNothing)
+{
+    print::Document many = threePages();
+    while (many.pageCount() < 25)
+        many.addPage();
+    preview_.setDocument(many, QStringLiteral("영수증"));
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("many.pdf"));
+    preview_.setDevice(file);
+    auto *progress = preview_.findChild<QProgressBar *>("progress");
+    int printed = 0;
+    QObject::connect(&preview_, &print::VSPrinter::printed, [&] { ++printed; });
+    const auto stop = QObject::connect(progress, &QProgressBar::valueChanged, [&](int page) {
+        EXPECT_TRUE(progress->isVisible());
+        if (page == 3)
+            button("cmdCancel")->click();
+    });
+    press(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_EQ(progress->value(), 3);
+    EXPECT_EQ(preview_.findChild<QLabel *>("lblDone")->text().toStdString(), "출력을 취소했습니다.");
+    EXPECT_FALSE(QFile::exists(file));
+    QObject::disconnect(stop);
+    press(Qt::Key_P, Qt::ControlModifier);
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_EQ(printed, 1);
+    EXPECT_FALSE(progress->isVisible());
 }
 
 TEST_F(PreviewTest, SavesUnderTheChosenNameAndAsksBeforeItReplacesAFile)

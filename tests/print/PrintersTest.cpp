@@ -1,10 +1,11 @@
-#include "platform/print/Printers.h"
+#include "platform/print/PreviewWindow.h"
+#include "platform/registry/AppSettings.h"
 #include "tests/support/Paper.h"
 #include "tests/support/PrintServer.h"
 #include "tests/support/Refusal.h"
 
-#include <QElapsedTimer>
-#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -15,12 +16,11 @@ const bool apart = PrintServer::keepApart();
 
 print::Document rollOf(double length)
 {
-    print::Document document({80, 200});
+    print::Document document({80, length});
     for (const double top : {10.0, length - 10})
         document.addText({.text = QStringLiteral("줄%1").arg(top),
                           .box = {5, top, 60, 5},
                           .font = {QStringLiteral("굴림"), 9, true}});
-    document.cutBelowContents(length - (length - 10 + print::lineHeight({QStringLiteral("굴림"), 9, true})));
     return document;
 }
 
@@ -56,9 +56,43 @@ TEST(Printers, TakeTheirJobs)
     EXPECT_EQ(pages.word("행26").page, 1);
     EXPECT_NEAR(pages.word("행26").box.center().y(), 25, 0.5);
 
+    // Neither a sheet longer than the printer's, which would lose its end, nor one that it does not have.
+    server.add({.name = QStringLiteral("fixed"), .width = 227, .lengths = {842}});
+    for (const print::Document &document : {rollOf(400), twoPages()})
+        EXPECT_THAT(refusal([&] { print::send(document, QStringLiteral("fixed"), QStringLiteral("글")); }),
+                    testing::HasSubstr("용지 크기를 프린터가 지원하지 않습니다"));
+
     server.remove(PrintServer::rollPrinter);
     EXPECT_THAT(refusal([] { print::send(rollOf(100), PrintServer::rollPrinter, QStringLiteral("글")); }),
                 testing::HasSubstr("찾을 수 없습니다"));
+}
+
+TEST(Printers, OpenAPreviewWithTheOneChosenLastAndItsPageInTheCaption)
+{
+    PrintServer server;
+    const QTemporaryDir store;
+    registry::setStoreFolder(store.path());
+    for (const QString &expected : {PrintServer::pagePrinter, PrintServer::rollPrinter}) {
+        print::PreviewWindow window(nullptr, QStringLiteral("영수증출력"), {QStringLiteral("A"), QStringLiteral("B")});
+        window.vsPrint()->setDocument(twoPages(), QStringLiteral("영수증"));
+        EXPECT_EQ(window.windowTitle().toStdString(), "영수증출력 - 1 / 2쪽");
+        window.vsPrint()->showPage(1);
+        EXPECT_EQ(window.windowTitle().toStdString(), "영수증출력 - 2 / 2쪽");
+        EXPECT_EQ(window.findChild<QLabel *>("lblPaper")->text().toStdString(), "용지: A4 210 × 297 mm");
+        auto *printers = window.findChild<QComboBox *>("cboPrinter");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return printers->count() == 2; }));
+        EXPECT_EQ(printers->currentText(), expected);
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down}) {
+            if (printers->currentText() == PrintServer::pagePrinter)
+                QTest::keyClick(printers, key);
+        }
+    }
+    server.remove(PrintServer::rollPrinter); // the one that was chosen
+    print::PreviewWindow window(nullptr, QStringLiteral("영수증출력"), {QStringLiteral("A"), QStringLiteral("B")});
+    auto *printers = window.findChild<QComboBox *>("cboPrinter");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return printers->count() == 1; }));
+    EXPECT_EQ(printers->currentText(), PrintServer::pagePrinter);
+    registry::setStoreFolder({});
 }
 
 TEST(Printers, WithoutAPrintingSystemSayWhy)

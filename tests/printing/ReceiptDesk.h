@@ -61,7 +61,7 @@ protected:
         return {gcnnMasterDB, Patient, session_.customer.name, key,
                 QDate::fromString(QLatin1String(date), Qt::ISODate)};
     }
-    Paper rollPaper(int key) { return Paper::of(rollReceipt(rollOrder(key), 80)); }
+    Paper rollPaper(int key) { return Paper::of(rollReceipt(rollOrder(key), print::endlessRoll(80))); }
 
     QTemporaryDir program_;
 };

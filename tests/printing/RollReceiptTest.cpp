@@ -120,7 +120,7 @@ TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
     QImage logo(200, 40, QImage::Format_RGB32);
     logo.fill(Qt::darkGray);
     ASSERT_TRUE(logo.save(program_.filePath("RcptLog.dat"), "BMP"));
-    const print::Document document = rollReceipt(rollOrder(key), 80);
+    const print::Document document = rollReceipt(rollOrder(key), print::endlessRoll(80));
     ASSERT_EQ(document.pages()[0].pictures.size(), 1u);
     const QRectF box = document.pages()[0].pictures[0].box;
     EXPECT_EQ(box.topLeft(), QPointF(0, 0));
@@ -130,7 +130,7 @@ TEST_F(RollReceiptTest, PrintsALogoInTheNamesPlace)
     EXPECT_NEAR(paper.word("젤보한의원").box.left(), mm(30), tolerance); // once
     // A picture that would cover the shop's data is made smaller, in its proportion.
     ASSERT_TRUE(QImage(3000, 1500, QImage::Format_RGB32).save(program_.filePath("RcptLog.dat"), "JPG"));
-    const QRectF large = rollReceipt(rollOrder(key), 80).pages()[0].pictures[0].box;
+    const QRectF large = rollReceipt(rollOrder(key), print::endlessRoll(80)).pages()[0].pictures[0].box;
     EXPECT_NEAR(large.height(), mm(750), 0.01);
     EXPECT_NEAR(large.width(), 2 * large.height(), 0.01);
 }

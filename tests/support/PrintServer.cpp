@@ -27,10 +27,48 @@ void write(const QString &name, const QString &text)
         throw std::runtime_error("cannot write " + name.toStdString());
 }
 
-/// A printer that takes PDF as it comes, on paper of one size or of any length.
-QString printerDescription(const char *sizeName, int width, int height, const QString &filter)
+QString printerDescription(const PrintServer::Queue &queue, const QString &pass)
 {
-    return textOf("support/printer.ppd").arg(QLatin1String(sizeName)).arg(width).arg(height).arg(filter);
+    QStringList sizes, areas, dimensions;
+    for (const int length : queue.lengths) {
+        const QString name = QStringLiteral("W%1H%2").arg(queue.width).arg(length);
+        sizes << QStringLiteral("*%1 %2: \"<</PageSize[%3 %4]>>setpagedevice\"")
+                     .arg(QStringLiteral("OPTION"), name)
+                     .arg(queue.width)
+                     .arg(length);
+        areas << QStringLiteral("*ImageableArea %1: \"%2 %2 %3 %4\"")
+                     .arg(name)
+                     .arg(queue.edge)
+                     .arg(queue.width - queue.edge)
+                     .arg(length - queue.edge);
+        dimensions << QStringLiteral("*PaperDimension %1: \"%2 %3\"").arg(name).arg(queue.width).arg(length);
+    }
+    const auto lines = [](const QStringList &list) { return list.join(QLatin1Char('\n')); };
+    QString text = textOf("support/printer.ppd");
+    text.replace(QStringLiteral("%filter"),
+                 queue.raster
+                     ? QStringLiteral("*cupsFilter: \"application/vnd.cups-raster 0 rastertopdf\"")
+                     : QStringLiteral("*cupsFilter2: \"application/vnd.cups-pdf application/pdf 0 %1\"").arg(pass));
+    text.replace(QStringLiteral("%default"), QStringLiteral("W%1H%2").arg(queue.width).arg(queue.lengths.front()));
+    for (const char *option : {"PageSize", "PageRegion"})
+        text.replace(QLatin1Char('%') + QLatin1String(option),
+                     lines(sizes).replace(QStringLiteral("OPTION"), QLatin1String(option)));
+    text.replace(QStringLiteral("%ImageableArea"), lines(areas));
+    text.replace(QStringLiteral("%PaperDimension"), lines(dimensions));
+    QString custom;
+    if (queue.longest > 0)
+        custom = QStringLiteral("*VariablePaperSize: True\n*MaxMediaWidth: \"%1\"\n*MaxMediaHeight: \"%2\"\n"
+                                "*HWMargins: %3 %3 %3 %3\n"
+                                "*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]>>setpagedevice\"\n"
+                                "*ParamCustomPageSize Width: 1 points 30 %1\n"
+                                "*ParamCustomPageSize Height: 2 points 30 %2\n"
+                                "*ParamCustomPageSize WidthOffset: 3 points 0 0\n"
+                                "*ParamCustomPageSize HeightOffset: 4 points 0 0\n"
+                                "*ParamCustomPageSize Orientation: 5 int 0 0")
+                     .arg(queue.width)
+                     .arg(queue.longest)
+                     .arg(queue.edge);
+    return text.replace(QStringLiteral("%custom"), custom);
 }
 
 } // namespace
@@ -45,8 +83,8 @@ PrintServer::PrintServer()
 {
     configure();
     start();
-    addQueue(pagePrinter, "A4", 595, 842);
-    addQueue(rollPrinter, "Roll80", 227, 842);
+    add({.name = pagePrinter, .width = 595, .lengths = {842}});
+    add({.name = rollPrinter, .width = 227, .lengths = {842}, .longest = 14400});
     admin({QStringLiteral("lpadmin"), QStringLiteral("-d"), pagePrinter});
 }
 
@@ -75,7 +113,7 @@ void PrintServer::configure()
           QStringLiteral(
               "ServerRoot %1/root\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\nTempDir %1/tmp\n"
               "AccessLog %1/access.log\nErrorLog %1/error.log\nPageLog %1/page.log\nFileDevice Yes\n"
-              "ConfigFilePerm 0600\nSystemGroup root\nSandboxing relaxed\n")
+              "ConfigFilePerm 0644\nSystemGroup root\nSandboxing relaxed\n")
               .arg(folder_.path()));
     write(file(QStringLiteral("cupsd.conf")),
           QStringLiteral("LogLevel info\nListen %1/cups.sock\nBrowsing No\nDefaultAuthType None\nWebInterface No\n"
@@ -117,12 +155,12 @@ void PrintServer::admin(const QStringList &arguments) const
                                  + process.readAll().toStdString());
 }
 
-void PrintServer::addQueue(const QString &name, const char *sizeName, int width, int height)
+void PrintServer::add(const Queue &queue)
 {
-    const QString ppd = file(name + QStringLiteral(".ppd"));
-    write(ppd, printerDescription(sizeName, width, height, file(QStringLiteral("root/pass"))));
-    admin({QStringLiteral("lpadmin"), QStringLiteral("-p"), name, QStringLiteral("-E"), QStringLiteral("-v"),
-           QStringLiteral("file:") + file(QStringLiteral("jobs/") + name), QStringLiteral("-P"), ppd});
+    const QString ppd = file(queue.name + QStringLiteral(".ppd"));
+    write(ppd, printerDescription(queue, file(QStringLiteral("root/pass"))));
+    admin({QStringLiteral("lpadmin"), QStringLiteral("-p"), queue.name, QStringLiteral("-E"), QStringLiteral("-v"),
+           QStringLiteral("file:") + file(QStringLiteral("jobs/") + queue.name), QStringLiteral("-P"), ppd});
 }
 
 void PrintServer::remove(const QString &printer)

@@ -13,7 +13,7 @@
 #include "platform/controls/Named.h"
 #include "platform/controls/Spoken.h"
 #include "platform/controls/Wheel.h"
-#include "platform/print/Preview.h"
+#include "platform/print/PreviewWindow.h"
 #include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
@@ -258,7 +258,9 @@ void ReportWindow::print()
 {
     Sheet printed = sheet_;
     printed.rows = table_->rows();
-    const controls::Modal<print::Preview> window(report_->title() + QStringLiteral(" 인쇄"), this);
+    const controls::Modal<print::PreviewWindow> window(
+        this, report_->title() + QStringLiteral(" 인쇄"),
+        print::PrinterMemory{QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리")});
     window->vsPrint()->setDocument(sheetOnPaper({report_->title(), periodText(), std::move(printed)}), report_->title(),
                                    report_->title() + u' ' + read_.text());
     controls::runModal(window.get());

@@ -9,7 +9,7 @@
 #include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
 #include "platform/print/Lengths.h"
-#include "platform/print/Preview.h"
+#include "platform/print/PreviewWindow.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
 
@@ -197,7 +197,9 @@ void JournalWindow::saveCsv()
 
 void JournalWindow::print()
 {
-    const controls::Modal<print::Preview> preview(QStringLiteral("변경 이력 인쇄"), this);
+    const controls::Modal<print::PreviewWindow> preview(
+        this, QStringLiteral("변경 이력 인쇄"),
+        print::PrinterMemory{QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리")});
     preview->vsPrint()->setDocument(onPaper(model_->html(title())), QStringLiteral("변경 이력"), fileName());
     controls::runModal(preview.get());
 }

@@ -9,6 +9,7 @@
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 #include "printing/PageReceipt.h"
+#include "printing/ReceiptLog.h"
 #include "printing/frmPrinter.h"
 #include "session/modGlobalVars.h"
 
@@ -51,23 +52,34 @@ PageReceipts::PageReceipts(SaleSession &session, QWidget *owner)
 void PageReceipts::printOrderReceipt()
 {
     preview([this] { return orderReceipt(); },
-            [this] { return runtime::dateText(session_.rsCustSaleMaster->value(dateField).toDate()); });
+            [this] { return runtime::dateText(session_.rsCustSaleMaster->value(dateField).toDate()); },
+            [this] {
+                return QStringLiteral("receipt of order %1").arg(runtime::CLng((*session_.rsCustSaleMaster)[keyField]));
+            });
 }
 
 void PageReceipts::printPeriodReceipt(const QDate &dtStart, const QDate &dtEnd)
 {
     preview([&] { return periodReceipt(dtStart, dtEnd); },
-            [&] { return runtime::dateText(dtStart) + u'~' + runtime::dateText(dtEnd); });
+            [&] { return runtime::dateText(dtStart) + u'~' + runtime::dateText(dtEnd); },
+            [] { return QStringLiteral("receipt of a period"); });
 }
 
-template <typename Compose, typename Days>
-void PageReceipts::preview(Compose &&compose, Days &&days)
+template <typename Compose>
+void PageReceipts::preview(Compose &&compose, const std::function<QString()> &days,
+                           const std::function<QString()> &which)
 {
     const runtime::Operation operation("print receipt");
     try {
         const controls::Modal<frmPrinter> form(owner_);
+        const print::VSPrinter *vsPrint = form->vsPrint();
         form->vsPrint()->setDocument(compose(), form->windowTitle(),
                                      QStringLiteral("영수증 %1 %2").arg(runtime::Trim(session_.customer.name), days()));
+        // The order may be another one by the time of printing.
+        QObject::connect(vsPrint, &print::VSPrinter::printed, vsPrint,
+                         [vsPrint, receipt = which()](const QString &printer) {
+                             logReceipt(receipt, printer, vsPrint->document());
+                         });
         controls::runModal(form.get());
     } catch (const runtime::RuntimeError &error) {
         runtime::trapped();

@@ -6,6 +6,8 @@
 #include <QDate>
 #include <QWidget>
 
+#include <functional>
+
 /// The receipts on a page printer, for the current order and for the customer's orders of a period.
 class PageReceipts
 {
@@ -22,8 +24,9 @@ public:
     print::Document periodReceipt(const QDate &dtStart, const QDate &dtEnd) const;
 
 private:
-    template <typename Compose, typename Days>
-    void preview(Compose &&compose, Days &&days);
+    /// `days` names the file of the receipt, `which` its line in the log; both are asked when it is composed.
+    template <typename Compose>
+    void preview(Compose &&compose, const std::function<QString()> &days, const std::function<QString()> &which);
 
     SaleSession &session_;
     QWidget *owner_;

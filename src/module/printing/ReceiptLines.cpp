@@ -103,6 +103,15 @@ LedgerTotals readTotals(const ado::ConnectionPtr &connection, const QString &sta
     return totals;
 }
 
+runtime::Currency readReceived(const ado::ConnectionPtr &connection, qint32 lngOrdMPK)
+{
+    ado::Recordset row;
+    row.Open(clsSQL().getTranAllEachTotalByOrdMPKSQL(lngOrdMPK), connection, ado::CursorType::Static,
+             ado::LockType::ReadOnly);
+    const QString name = QStringLiteral("수납토탈");
+    return row.hasCurrent() ? runtime::CCur(withLeadingZero(row, name, name)) : runtime::Currency();
+}
+
 QString money(runtime::Currency amount)
 {
     return runtime::Format(QVariant::fromValue(amount), QStringLiteral("#,###,##0"));

@@ -58,6 +58,8 @@ struct LedgerTotals
 
 /// Raises TypeMismatch for a negative total.
 LedgerTotals readTotals(const ado::ConnectionPtr &connection, const QString &statement);
+/// The money received for an order, 0 without a row. Raises TypeMismatch when it is negative; the other totals are not read.
+runtime::Currency readReceived(const ado::ConnectionPtr &connection, qint32 lngOrdMPK);
 
 /// "1,234,567".
 QString money(runtime::Currency amount);

@@ -2,6 +2,7 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/print/Document.h"
+#include "platform/print/RollPaper.h"
 
 #include <QDate>
 #include <QString>
@@ -19,11 +20,12 @@ struct RollReceiptOrder
 };
 
 /// Prints the receipt of an order on this station's roll printer, without preview. Tells in a box when there is no such
-/// printer or only one that prints no graphics. Every other error passes to the caller, with nothing printed.
+/// printer or only one that prints no graphics. Every other error passes to the caller, with nothing printed: also when the
+/// printer's paper holds no receipt that can be read.
 void PrintRollPrintReceipt(QWidget *owner, const RollReceiptOrder &order);
 
-/// Composes and prints; the printer's driver feeds and cuts.
+/// Composes, prints and leaves a line in the log; the printer's driver feeds and cuts.
 void Print2EpsonTMPartialCut(const QString &printer, const RollReceiptOrder &order);
 
-/// The receipt alone, as long as its lines, on paper of this width (mm).
-print::Document rollReceipt(const RollReceiptOrder &order, double paperWidth);
+/// The receipt alone, on one sheet as long as its lines or on as many of the paper's own as it takes.
+print::Document rollReceipt(const RollReceiptOrder &order, const print::RollPaper &paper);

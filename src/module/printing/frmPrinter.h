@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/print/Preview.h"
+#include "platform/print/PreviewWindow.h"
 
-/// The preview of a page receipt.
-class frmPrinter : public print::Preview
+/// The preview of a page receipt: modal and as large as the screen. Made for one showing.
+class frmPrinter : public print::PreviewWindow
 {
     Q_OBJECT
 public:

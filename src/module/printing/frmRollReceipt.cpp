@@ -29,8 +29,10 @@ constexpr auto Amount = frmRollReceipt::FTTotAmount;
 constexpr const char16_t *rollDashes = u"---------------------------------------------";
 /// The print head's reach.
 constexpr int printedWidth = 4185;
+constexpr double usualWidth = 72;
+constexpr double narrowWidth = 48;
 
-constexpr Design designs[] = {
+constexpr Design usualDesigns[] = {
     {HD, 0, 60, 390, 1485, 360, 12, Align::Left, u""},
     {Header, 0, 2850, 420, 1215, 270, 9, Align::Left, u""},
     {Header, 1, 30, 750, 2205, 330, 11.25, Align::Left, u""},
@@ -67,6 +69,44 @@ constexpr Design designs[] = {
     {FT, 4, 0, 6240, 4335, 285, 9, Align::Left, u"부가세 과세 품목입니다."},
 };
 
+// 48 mm are 2721 twips.
+constexpr Design narrowDesigns[] = {
+    {HD, 0, 0, 390, 1500, 300, 10, Align::Left, u""},
+    {Header, 0, 1560, 420, 1161, 240, 8, Align::Left, u""},
+    {Header, 1, 0, 700, 2721, 300, 10, Align::Left, u""},
+    {Header, 2, 0, 970, 2721, 240, 9, Align::Left, u""},
+    {Header, 3, 0, 1210, 2721, 240, 9, Align::Left, u""},
+    {Header, 4, 0, 1450, 2721, 220, 8, Align::Left, u""},
+    {Header, 5, 0, 1670, 2721, 220, 8, Align::Left, u""},
+    {Header, 6, 0, 1890, 2721, 220, 8, Align::Left, u""},
+    {Header, 8, 0, 2130, 2721, 220, 8, Align::Left, u""},
+    {Header, 9, 0, 2350, 2721, 220, 8, Align::Left, u""},
+    {Header, 7, 0, 2570, 2721, 220, 8, Align::Left, u""},
+    {HD, 1, 0, 2780, 2721, 200, 7, Align::Left, rollDashes},
+    {HD, 3, 0, 2960, 855, 220, 8, Align::Left, u"상품명"},
+    {HD, 4, 0, 3180, 850, 220, 8, Align::Right, u"단가"},
+    {HD, 5, 860, 3180, 640, 220, 8, Align::Right, u"할인"},
+    {HD, 6, 1510, 3180, 350, 220, 8, Align::Right, u"수량"},
+    {HD, 7, 1870, 3180, 851, 220, 8, Align::Right, u"금액"},
+    {HD, 2, 0, 3390, 2721, 200, 7, Align::Left, rollDashes},
+    {Cont, 0, 0, 3590, 2000, 227, 8, Align::Left, u""},
+    {Cont, 1, 2010, 3590, 711, 227, 8, Align::Right, u""},
+    {Cont, 2, 0, 3810, 850, 227, 8, Align::Right, u""},
+    {Cont, 3, 860, 3810, 640, 227, 8, Align::Right, u""},
+    {Cont, 4, 1510, 3810, 350, 227, 8, Align::Right, u""},
+    {Cont, 5, 1870, 3810, 851, 227, 8, Align::Right, u""},
+    {FT, 0, 0, 4120, 1650, 240, 8, Align::Right, u"부가세 과세 물품가액"},
+    {Amount, 0, 1660, 4120, 1061, 240, 8, Align::Right, u""},
+    {FT, 1, 0, 4350, 1650, 240, 8, Align::Right, u"부가세 면세 물품가액"},
+    {Amount, 1, 1660, 4350, 1061, 240, 8, Align::Right, u""},
+    {FT, 2, 0, 4600, 1250, 330, 11, Align::Right, u"합      계"},
+    {Amount, 2, 1260, 4600, 1461, 330, 11, Align::Right, u""},
+    {FT, 5, 0, 4920, 1250, 330, 11, Align::Right, u"수납금액"},
+    {Amount, 3, 1260, 4920, 1461, 330, 11, Align::Right, u""},
+    {FT, 3, 0, 5270, 2721, 220, 8, Align::Left, u"상품명 앞 * 표시가 되어 있는 품목은 "},
+    {FT, 4, 0, 5490, 2721, 220, 8, Align::Left, u"부가세 과세 품목입니다."},
+};
+
 TemplateBox made(const Design &design)
 {
     return {.text = QString::fromUtf16(design.caption),
@@ -77,10 +117,19 @@ TemplateBox made(const Design &design)
 
 } // namespace
 
-frmRollReceipt::frmRollReceipt()
+frmRollReceipt::frmRollReceipt(Kind kind)
+    : designedWidth_(kind == Usual ? usualWidth : narrowWidth)
+    , reach_(kind == Usual ? fromTwips(printedWidth) : narrowWidth)
 {
-    for (const Design &design : designs)
-        boxes_[{design.array, design.index}] = made(design);
+    const auto take = [this](const auto &designs) {
+        for (const Design &design : designs)
+            boxes_[{design.array, design.index}] = made(design);
+    };
+    if (kind == Narrow) {
+        take(narrowDesigns);
+        return;
+    }
+    take(usualDesigns);
     // A name stands alone on its line; a category must end where the unit price's box begins, which reaches into its own;
     // a telephone number may go on up to the home page.
     txtCont(0).room = fromTwips(printedWidth);

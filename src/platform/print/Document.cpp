@@ -72,16 +72,4 @@ void Document::addDrawing(const Drawing &drawing)
     pages_.back().drawing = drawing;
 }
 
-void Document::cutBelowContents(double feed)
-{
-    double lowest = 0;
-    for (const TextItem &text : pages_.back().texts) {
-        if (!text.text.isEmpty())
-            lowest = std::max(lowest, text.box.top() + lineHeight(text.font));
-    }
-    for (const PictureItem &picture : pages_.back().pictures)
-        lowest = std::max(lowest, picture.box.bottom());
-    paper_.setHeight(lowest + feed);
-}
-
 } // namespace print

@@ -6,6 +6,7 @@
 #include <QMarginsF>
 #include <QSizeF>
 
+#include <utility>
 #include <vector>
 
 namespace print {
@@ -31,8 +32,7 @@ public:
     void addPicture(const QImage &image, const QRectF &box);
     /// A page that was drawn elsewhere: the last one where that is empty still, otherwise a new one.
     void addDrawing(const Drawing &drawing);
-    /// Makes the sheet as long as what stands on it: the lowest line of text or picture and `feed` below it.
-    void cutBelowContents(double feed);
+    void addPage() { pages_.emplace_back(); }
 
     const std::vector<Page> &pages() const { return pages_; }
     int pageCount() const { return int(pages_.size()); }

@@ -1,9 +1,9 @@
 #include "platform/controls/Palette.h"
 #include "platform/print/Lengths.h"
 #include "platform/print/Page.h"
+#include "platform/print/ShownText.h"
 
 #include <QFontMetricsF>
-#include <QStringList>
 #include <QTextLayout>
 
 #include <algorithm>
@@ -37,10 +37,18 @@ QFont gridFont(const TextFont &font, double scale = 1)
     return made;
 }
 
-/// Line breaks inside a text are blanks: the text belongs on its line.
-QString onOneLine(QString text)
+/// Room for letters in the item's box.
+double textWidth(const TextItem &item)
 {
-    return text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
+    const double boxWidth = item.box.width() * gridPerMm;
+    return std::max(boxWidth - gapMm * gridPerMm, boxWidth / 2);
+}
+
+/// 1, or less where the text is too wide for one line of its box.
+double scaleOnOneLine(const TextItem &item, const QString &text)
+{
+    const double needed = QFontMetricsF(gridFont(item.font)).horizontalAdvance(text);
+    return std::min(1.0, textWidth(item) / std::max(1.0, needed));
 }
 
 /// The text broken at words, inside a word only where one is wider than the box.
@@ -74,14 +82,9 @@ std::optional<double> scaleForLines(const TextItem &item, const QString &text, i
 
 FittedText fitted(const TextItem &item)
 {
-    const QString text = onOneLine(item.text);
-    const QFont full = gridFont(item.font);
-    const double needed = QFontMetricsF(full).horizontalAdvance(text);
-    const double boxWidth = item.box.width() * gridPerMm;
-    const double width = std::max(boxWidth - gapMm * gridPerMm, boxWidth / 2);
-    if (needed <= width)
-        return {full, {text}};
-    double scale = width / needed;
+    const QString text = shownText(item.text, item.font);
+    const double width = textWidth(item);
+    double scale = scaleOnOneLine(item, text);
     if (!item.mayBreak || scale >= leastForOneLine)
         return {gridFont(item.font, scale), {text}};
 
@@ -115,10 +118,12 @@ void drawText(QPainter &painter, const TextItem &item)
         return;
     const FittedText text = fitted(item);
     const QFontMetricsF metrics(text.font);
+    // One line keeps the row's baseline, however small it was set.
+    const QFontMetricsF row(text.lines.size() == 1 ? gridFont(item.font) : text.font);
     const QRectF box(item.box.topLeft() * gridPerMm, item.box.size() * gridPerMm);
-    double baseline = box.top() + metrics.ascent();
+    double baseline = box.top() + row.ascent();
     if (item.middle)
-        baseline += (box.height() - metrics.height() * double(text.lines.size())) / 2;
+        baseline += (box.height() - row.height() * double(text.lines.size())) / 2;
     painter.setFont(text.font);
     for (const QString &line : text.lines) {
         painter.drawText(QPointF(startOf(item.align, box, metrics.horizontalAdvance(line)), baseline), line);
@@ -144,6 +149,23 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch)
 double lineHeight(const TextFont &font)
 {
     return QFontMetricsF(gridFont(font)).height() / gridPerMm;
+}
+
+double pointsOnOneLine(const TextItem &item)
+{
+    const QFont font = gridFont(item.font, scaleOnOneLine(item, shownText(item.text, item.font)));
+    return font.pixelSize() * pointsPerInch / gridPerInch;
+}
+
+double widthOnOneLine(const TextItem &item)
+{
+    const QString text = shownText(item.text, item.font);
+    return QFontMetricsF(gridFont(item.font, scaleOnOneLine(item, text))).horizontalAdvance(text) / gridPerMm;
+}
+
+QStringList linesOf(const TextItem &item)
+{
+    return broken(shownText(item.text, item.font), gridFont(item.font), textWidth(item));
 }
 
 } // namespace print

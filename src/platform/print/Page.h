@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace print {
@@ -64,5 +65,11 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch);
 
 /// Height of one line of this font, mm.
 double lineHeight(const TextFont &font);
+/// Size of the letters in which a text that may not break is drawn into its box.
+double pointsOnOneLine(const TextItem &item);
+/// Width of a text as it is drawn on one line, mm.
+double widthOnOneLine(const TextItem &item);
+/// A text in lines that fit its box at its full size, broken at words where it can be.
+QStringList linesOf(const TextItem &item);
 
 } // namespace print

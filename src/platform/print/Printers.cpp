@@ -2,12 +2,15 @@
 
 #include "platform/runtime/RuntimeError.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QPageSize>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QSaveFile>
+
+#include <cmath>
 
 namespace print {
 
@@ -22,28 +25,59 @@ constexpr int pdfDotsPerInch = 1200;
 
 QPageLayout layoutOf(const Document &document)
 {
-    const QPageSize size(document.paper(), QPageSize::Millimeter, QString(),
-                         document.paper() == A4 ? QPageSize::FuzzyMatch : QPageSize::ExactMatch);
-    QPageLayout layout(size, QPageLayout::Portrait, {});
+    const bool lying = document.paper() == A4.transposed();
+    const QSizeF paper = lying ? A4 : document.paper();
+    const QPageSize size(paper, QPageSize::Millimeter, QString(),
+                         paper == A4 ? QPageSize::FuzzyMatch : QPageSize::ExactMatch);
+    QPageLayout layout(size, lying ? QPageLayout::Landscape : QPageLayout::Portrait, {});
     layout.setMode(QPageLayout::FullPageMode);
     return layout;
 }
 
-/// False when the device does not take the pages.
+/// A printer that does not know the size keeps its own without a word, and prints what fits on it.
+bool hasTaken(const QPrinter &printer, const QSizeF &paper)
+{
+    constexpr double tolerance = 1; // mm: descriptions round
+    const QPageLayout layout = printer.pageLayout();
+    const QSizeF lacking = layout.fullRect(QPageLayout::Millimeter).size() - paper;
+    return layout.mode() == QPageLayout::FullPageMode && std::abs(lacking.width()) <= tolerance
+           && std::abs(lacking.height()) <= tolerance;
+}
+
+enum class Drawn { Whole, Refused, Stopped };
+
 template <typename Device>
-bool drawOn(Device &device, const Document &document, double dotsPerInch)
+Drawn drawOn(Device &device, const Document &document, double dotsPerInch, const Progress &progress)
 {
     QPainter painter;
     if (!painter.begin(&device))
-        return false;
-    bool first = true;
+        return Drawn::Refused;
+    int number = 0;
     for (const Page &page : document.pages()) {
-        if (!first && !device.newPage())
-            return false;
-        first = false;
+        if (number++ > 0 && !device.newPage())
+            return Drawn::Refused;
         drawPage(painter, page, dotsPerInch);
+        if (progress && !progress(number))
+            return Drawn::Stopped;
     }
-    return painter.end();
+    return painter.end() ? Drawn::Whole : Drawn::Refused;
+}
+
+Drawn drawAsPdf(QIODevice &target, const Document &document, const QString &title, const Progress &progress)
+{
+    QPdfWriter writer(&target);
+    writer.setResolution(pdfDotsPerInch);
+    writer.setPageLayout(layoutOf(document));
+    writer.setTitle(title);
+    return drawOn(writer, document, pdfDotsPerInch, progress);
+}
+
+/// A printer cannot be stopped any more once it was begun: what may be stopped is drawn once for nobody.
+bool wasStopped(const Document &document, const Progress &progress)
+{
+    QBuffer nobody;
+    nobody.open(QIODevice::WriteOnly);
+    return progress && drawAsPdf(nobody, document, QString(), progress) == Drawn::Stopped;
 }
 
 } // namespace
@@ -63,6 +97,11 @@ QString defaultPrinter()
     return name.isEmpty() ? QPrinterInfo::availablePrinterNames().value(0) : name;
 }
 
+bool isFile(const QString &device)
+{
+    return device.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
+}
+
 bool isPrinter(const QString &name)
 {
     return !QPrinterInfo::printerInfo(name).isNull();
@@ -77,12 +116,10 @@ QSizeF pageSize(const QString &printer)
     return size.size(QPageSize::Millimeter);
 }
 
-void send(const Document &document, const QString &device, const QString &title)
+bool send(const Document &document, const QString &device, const QString &title, const Progress &progress)
 {
-    if (device.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)) {
-        savePdf(document, device, title);
-        return;
-    }
+    if (isFile(device))
+        return savePdf(document, device, title, progress);
     const QString name = device.isEmpty() ? defaultPrinter() : device;
     if (name.isEmpty())
         refuse(QStringLiteral("이 컴퓨터에 등록된 프린터가 없습니다."));
@@ -92,27 +129,27 @@ void send(const Document &document, const QString &device, const QString &title)
     QPrinter printer(info, QPrinter::HighResolution);
     printer.setDocName(title);
     printer.setPageLayout(layoutOf(document));
-    printer.setFullPage(true);
-    if (!drawOn(printer, document, printer.resolution()))
+    if (!hasTaken(printer, document.paper()))
+        refuse(QStringLiteral("이 문서의 용지 크기를 프린터가 지원하지 않습니다. 다른 프린터를 선택하십시오: ") + name);
+    if (wasStopped(document, progress))
+        return false;
+    if (drawOn(printer, document, printer.resolution(), {}) != Drawn::Whole)
         refuse(QStringLiteral("프린터로 출력하지 못했습니다: %1").arg(name));
+    return true;
 }
 
-void savePdf(const Document &document, const QString &file, const QString &title)
+bool savePdf(const Document &document, const QString &file, const QString &title, const Progress &progress)
 {
     QSaveFile target(file);
     const QString failure = QStringLiteral("PDF 파일을 쓸 수 없습니다: %1").arg(file);
     if (!target.open(QIODevice::WriteOnly))
         refuse(failure);
-    {
-        QPdfWriter writer(&target);
-        writer.setResolution(pdfDotsPerInch);
-        writer.setPageLayout(layoutOf(document));
-        writer.setTitle(title);
-        if (!drawOn(writer, document, pdfDotsPerInch))
-            refuse(failure);
-    }
-    if (!target.commit())
+    const Drawn drawn = drawAsPdf(target, document, title, progress);
+    if (drawn == Drawn::Stopped)
+        return false; // what was written goes, the file that was there stays
+    if (drawn == Drawn::Refused || !target.commit())
         refuse(failure);
+    return true;
 }
 
 } // namespace print

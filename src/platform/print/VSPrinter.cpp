@@ -6,12 +6,16 @@
 #include "platform/controls/Wheel.h"
 #include "platform/print/Lengths.h"
 #include "platform/print/PageCanvas.h"
-#include "platform/print/Printers.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QPageSize>
 #include <QPointer>
 #include <QShortcut>
 #include <QTimer>
+#include <QWheelEvent>
+
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <utility>
@@ -31,10 +35,10 @@ struct CommandFace
 constexpr CommandFace faces[] = {
     {"cmdPrint", u"인쇄", "Ctrl+P"},
     {"cmdSavePdf", u"PDF 저장", "Ctrl+S"},
-    {"cmdFirstPage", u"처음", "Ctrl+Home"},
+    {"cmdFirstPage", u"처음", "Ctrl+Home Home"},
     {"cmdPreviousPage", u"이전", "PgUp"},
     {"cmdNextPage", u"다음", "PgDown"},
-    {"cmdLastPage", u"끝", "Ctrl+End"},
+    {"cmdLastPage", u"끝", "Ctrl+End End"},
     {"cmdZoomOut", u"축소", "Ctrl+-"},
     {"cmdZoomIn", u"확대", "Ctrl++ Ctrl+="},
     {"cmdFitWidth", u"폭 맞춤", "Ctrl+1"},
@@ -45,17 +49,30 @@ constexpr CommandFace faces[] = {
 constexpr double zoomStep = 1.25;
 constexpr double leastZoom = 0.25;
 constexpr double mostZoom = 4;
+/// More pages than these are worth telling how far they are.
+constexpr int quickPages = 20;
+
+/// "A4 210 × 297 mm".
+QString paperText(const QSizeF &paper)
+{
+    const QString size = QStringLiteral("%1 × %2 mm").arg(qRound(paper.width())).arg(qRound(paper.height()));
+    const QPageSize known(paper, QPageSize::Millimeter, QString(), QPageSize::FuzzyOrientationMatch);
+    return known.id() == QPageSize::Custom ? size : known.name() + QLatin1Char(' ') + size;
+}
 
 } // namespace
 
 VSPrinter::VSPrinter(QWidget *parent)
     : QWidget(parent)
     , cboPrinter_(controls::named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPrinter")))
+    , lblPaper_(controls::named(new QLabel(this), QStringLiteral("lblPaper")))
     , lblPage_(controls::named(new QLabel(this), QStringLiteral("lblPage")))
     , lblZoom_(controls::named(new QLabel(this), QStringLiteral("lblZoom")))
     , lblDone_(controls::named(new QLabel(this), QStringLiteral("lblDone")))
     , scroll_(new QScrollArea(this))
     , canvas_(new PageCanvas)
+    , progress_(controls::named(new QProgressBar(this), QStringLiteral("progress")))
+    , cmdCancel_(controls::named(new QPushButton(QStringLiteral("취소"), this), QStringLiteral("cmdCancel")))
 {
     for (int command = 0; command < CommandCount; ++command)
         buttons_[command] = makeButton(Command(command));
@@ -64,7 +81,7 @@ VSPrinter::VSPrinter(QWidget *parent)
     scroll_->setWidget(canvas_);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    for (QHBoxLayout *bar : {makeOutputBar(), makeViewBar()}) {
+    for (QHBoxLayout *bar : {makeOutputBar(), makeViewBar(), makeProgressBar()}) {
         bar->setContentsMargins(8, 2, 8, 2);
         layout->addLayout(bar);
     }
@@ -74,6 +91,9 @@ VSPrinter::VSPrinter(QWidget *parent)
         setTabOrder(std::exchange(before, button), button);
     setTabOrder(before, scroll_);
     setFocusProxy(scroll_);
+    scroll_->viewport()->installEventFilter(this);
+    controls::onEvent(cboPrinter_, &QComboBox::activated, this,
+                      [this](int) { emit printerChosen(cboPrinter_->currentText()); });
     // Asking the printing system may take a while; the page stands first.
     QTimer::singleShot(0, this, [this] { fillPrinters(); });
 }
@@ -104,6 +124,7 @@ QHBoxLayout *VSPrinter::makeOutputBar()
     auto *bar = new QHBoxLayout;
     bar->addWidget(caption);
     bar->addWidget(cboPrinter_);
+    bar->addWidget(lblPaper_);
     bar->addWidget(buttons_[Print]);
     bar->addSpacing(14);
     bar->addWidget(buttons_[SavePdf]);
@@ -128,6 +149,21 @@ QHBoxLayout *VSPrinter::makeViewBar()
          QWidgetList{buttons_[ZoomOut], lblZoom_, buttons_[ZoomIn], buttons_[FitWidth], buttons_[FitPage]})
         bar->addWidget(widget);
     bar->addStretch();
+    return bar;
+}
+
+QHBoxLayout *VSPrinter::makeProgressBar()
+{
+    progress_->setFormat(QStringLiteral("%v / %m쪽"));
+    progress_->setAccessibleName(QStringLiteral("출력 진행"));
+    cmdCancel_->setAccessibleName(QStringLiteral("출력 취소"));
+    cmdCancel_->setAutoDefault(false);
+    connect(cmdCancel_, &QPushButton::clicked, this, [this] { stopped_ = true; });
+    auto *bar = new QHBoxLayout;
+    bar->addWidget(progress_, 1);
+    bar->addWidget(cmdCancel_);
+    progress_->hide();
+    cmdCancel_->hide();
     return bar;
 }
 
@@ -167,6 +203,7 @@ void VSPrinter::setDocument(Document document, const QString &title, const QStri
     document_ = std::move(document);
     title_ = title;
     fileName_ = fileName.isEmpty() ? title : fileName;
+    lblPaper_->setText(QStringLiteral("용지: ") + paperText(document_.paper()));
     showPage(0);
 }
 
@@ -205,13 +242,60 @@ void VSPrinter::showState()
         buttons_[command]->setEnabled(page_ > 0);
     for (const Command command : {NextPage, LastPage})
         buttons_[command]->setEnabled(page_ + 1 < document_.pageCount());
+    emit pageShown(page_ + 1, document_.pageCount());
+}
+
+bool VSPrinter::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() != QEvent::Wheel)
+        return QWidget::eventFilter(object, event);
+    const auto &wheel = *static_cast<QWheelEvent *>(event);
+    if (!wheel.modifiers().testFlag(Qt::ControlModifier))
+        return QWidget::eventFilter(object, event);
+    if (wheel.angleDelta().y() != 0)
+        setZoom(wheel.angleDelta().y() > 0 ? zoom_ * zoomStep : zoom_ / zoomStep);
+    return true;
+}
+
+void VSPrinter::hideEvent(QHideEvent *event)
+{
+    stopped_ = true; // nobody is there to wait for the rest
+    QWidget::hideEvent(event);
+}
+
+bool VSPrinter::watched(const std::function<bool(const Progress &)> &work)
+{
+    if (document_.pageCount() <= quickPages)
+        return work({});
+    const QPointer<VSPrinter> alive(this);
+    const auto show = [this](bool working) {
+        for (QWidget *widget : QWidgetList{progress_, cmdCancel_})
+            widget->setVisible(working);
+        for (QPushButton *button : buttons_)
+            button->setEnabled(!working);
+        cboPrinter_->setEnabled(!working);
+    };
+    stopped_ = false;
+    progress_->setRange(0, document_.pageCount());
+    show(true);
+    const auto end = qScopeGuard([&] {
+        if (!alive)
+            return;
+        show(false);
+        showState();
+    });
+    return work([&](int page) {
+        progress_->setValue(page);
+        QCoreApplication::processEvents();
+        return alive && !stopped_;
+    });
 }
 
 void VSPrinter::fillPrinters()
 {
     cboPrinter_->clear();
     cboPrinter_->addItems(printerNames());
-    cboPrinter_->setCurrentText(device_.isEmpty() ? defaultPrinter() : device_);
+    cboPrinter_->setCurrentText(cboPrinter_->findText(device_) >= 0 ? device_ : defaultPrinter());
     if (cboPrinter_->count() == 0)
         cboPrinter_->setPlaceholderText(QStringLiteral("등록된 프린터 없음"));
 }
@@ -220,8 +304,15 @@ void VSPrinter::printOut()
 {
     lblDone_->clear();
     const QString printer = cboPrinter_->count() > 0 ? cboPrinter_->currentText() : device_;
-    send(document_, printer, title_);
-    lblDone_->setText(QStringLiteral("프린터로 보냈습니다."));
+    const QPointer<VSPrinter> self(this);
+    const bool sent = watched([&, pages = document_, title = title_](const Progress &progress) {
+        return send(pages, printer, title, progress);
+    });
+    if (!self)
+        return;
+    lblDone_->setText(sent ? QStringLiteral("프린터로 보냈습니다.") : QStringLiteral("출력을 취소했습니다."));
+    if (sent)
+        emit printed(printer);
 }
 
 void VSPrinter::savePdf()
@@ -232,8 +323,12 @@ void VSPrinter::savePdf()
                                                QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf"));
     if (!self || file.isEmpty())
         return;
-    print::savePdf(document_, file, title_);
-    lblDone_->setText(QStringLiteral("저장했습니다: %1").arg(file));
+    const bool saved = watched([&, pages = document_, title = title_](const Progress &progress) {
+        return print::savePdf(pages, file, title, progress);
+    });
+    if (self)
+        lblDone_->setText(saved ? QStringLiteral("저장했습니다: %1").arg(file)
+                                : QStringLiteral("저장을 취소했습니다."));
 }
 
 } // namespace print

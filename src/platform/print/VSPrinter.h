@@ -1,9 +1,10 @@
 #pragma once
 
-#include "platform/print/Document.h"
+#include "platform/print/Printers.h"
 
 #include <QComboBox>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QWidget>
@@ -15,7 +16,7 @@ namespace print {
 class PageCanvas;
 
 /// The preview of a document: one page at a time, paging, zoom, printing and saving as PDF, by mouse and keyboard. Nothing
-/// is printed before the user asks for it.
+/// is printed before the user asks for it. Many pages show how far they are and can be stopped: then nothing was printed.
 class VSPrinter : public QWidget
 {
     Q_OBJECT
@@ -25,7 +26,7 @@ public:
     /// `fileName`: what a PDF is called that the user saves; empty: as the title.
     void setDocument(Document document, const QString &title, const QString &fileName = {});
     const Document &document() const { return document_; }
-    /// Printer that is chosen at first; empty: the system's default.
+    /// Printer that is chosen at first; empty, or one that does not exist: the system's default.
     void setDevice(const QString &device) { device_ = device; }
 
     int currentPage() const { return page_; } ///< from 0
@@ -35,6 +36,13 @@ public:
 
 signals:
     void closeAsked();
+    void pageShown(int page, int count); ///< from 1
+    void printerChosen(const QString &printer);
+    void printed(const QString &printer);
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
     enum Command {
@@ -55,6 +63,8 @@ private:
     QPushButton *makeButton(Command command);
     QHBoxLayout *makeOutputBar();
     QHBoxLayout *makeViewBar();
+    QHBoxLayout *makeProgressBar();
+    bool watched(const std::function<bool(const Progress &)> &work);
     void run(Command command);
     void printOut();
     void savePdf();
@@ -70,11 +80,15 @@ private:
     double zoom_ = 1;
     QPushButton *buttons_[CommandCount] = {};
     QComboBox *cboPrinter_;
+    QLabel *lblPaper_;
     QLabel *lblPage_;
     QLabel *lblZoom_;
     QLabel *lblDone_;
     QScrollArea *scroll_;
     PageCanvas *canvas_;
+    QProgressBar *progress_;
+    QPushButton *cmdCancel_;
+    bool stopped_ = false;
 };
 
 } // namespace print
