@@ -2,14 +2,12 @@
 
 #include "components/frame/SheetChart.h"
 #include "platform/controls/Appearance.h"
-#include "platform/print/Lengths.h"
 #include "platform/runtime/Format.h"
 
 #include <QImage>
 #include <QPainter>
 
 #include <algorithm>
-#include <memory>
 
 namespace statistics {
 
@@ -67,7 +65,6 @@ public:
         endPage();
         return document_;
     }
-    int count() const { return number_; }
 
 private:
     void beginPage()
@@ -89,8 +86,6 @@ private:
 
     void text(double x, double width, const QString &words, int flags, bool bold = false, double points = 8)
     {
-        if (!isWanted())
-            return;
         QFont font = controls::deskFont();
         font.setPixelSize(qRound(points / 72 * print::gridPerInch));
         font.setBold(bold);
@@ -176,13 +171,6 @@ private:
             return;
         makeRoom(chartHeight + 4, false);
         y_ += 4;
-        if (isWanted())
-            renderChart();
-        y_ += chartHeight;
-    }
-
-    void renderChart()
-    {
         SheetChart chart;
         chart.resize(int(width_ * 4), int(chartHeight * 4));
         chart.chart()->setAnimationOptions(QChart::NoAnimation);

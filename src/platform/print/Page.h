@@ -48,7 +48,7 @@ struct PictureItem
 /// Lines and letters that were drawn elsewhere, on the grid from the sheet's corner, and the words in it.
 struct Drawing
 {
-    QPicture strokes;
+    QPicture strokes = QPicture();
     QStringList words;
 };
 
