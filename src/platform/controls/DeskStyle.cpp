@@ -25,6 +25,27 @@ void drawFocusFrame(QPainter *painter, const QRect &rect, const QColor &back)
     painter->restore();
 }
 
+bool isIndicator(QStyle::PrimitiveElement element)
+{
+    return element == QStyle::PE_IndicatorCheckBox || element == QStyle::PE_IndicatorRadioButton
+           || element == QStyle::PE_IndicatorItemViewItemCheck;
+}
+
+/// Fusion draws boxes and rings darker than what they stand on, which a dark window swallows.
+void drawOutline(QPainter *painter, const QRect &rect, bool round)
+{
+    const QRectF line = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(disabledText());
+    painter->setBrush(Qt::NoBrush);
+    if (round)
+        painter->drawEllipse(line);
+    else
+        painter->drawRect(line);
+    painter->restore();
+}
+
 bool hasFocus(const QStyleOption *option)
 {
     return option->state.testFlag(QStyle::State_HasFocus);
@@ -58,6 +79,8 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
         return;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (isIndicator(element) && scheme() == Scheme::Dark)
+        drawOutline(painter, option->rect, element == PE_IndicatorRadioButton);
     if (element == PE_PanelLineEdit && hasFocus(option)) {
         const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
         if (frame && frame->lineWidth > 0)
