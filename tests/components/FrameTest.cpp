@@ -331,7 +331,9 @@ TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
 TEST(Chart, TellsItsFiguresInWordsAndItsSeriesApartWithoutColour)
 {
     const auto won = [](qint64 amount) { return runtime::Currency::fromWon(amount); };
-    Chart plan{.title = QStringLiteral("수납"), .categories = {QStringLiteral("11-24"), QStringLiteral("11-25")}};
+    Chart plan;
+    plan.title = QStringLiteral("수납");
+    plan.categories = {QStringLiteral("11-24"), QStringLiteral("11-25")};
     for (std::size_t series = 0; series < controls::seriesCount; ++series)
         plan.series.push_back({QStringLiteral("방법 %1").arg(series), {won(25500), won(-500)}});
     SheetChart chart;

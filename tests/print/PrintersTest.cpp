@@ -102,7 +102,7 @@ TEST(Printers, WithoutAPrintingSystemSayWhy)
     EXPECT_EQ(refusal([] { print::send(twoPages(), QString(), QStringLiteral("글")); }),
               "이 컴퓨터에 등록된 프린터가 없습니다.");
     EXPECT_EQ(refusal([] { print::send(twoPages(), QStringLiteral("A"), QStringLiteral("글")); }),
-              "프린터 'A'을(를) 찾을 수 없습니다.");
+              "프린터를 찾을 수 없습니다: A");
     EXPECT_EQ(refusal([] { print::savePdf(twoPages(), QStringLiteral("/nowhere/a.pdf"), QStringLiteral("글")); }),
               "PDF 파일을 쓸 수 없습니다: /nowhere/a.pdf");
 }

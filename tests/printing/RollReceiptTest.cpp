@@ -155,7 +155,7 @@ TEST_F(RollReceiptTest, PrintsNothingWhenItCannotPrintAll)
              QFile::remove(program_.filePath("RcptLog.dat"));
              choosePrinter(QStringLiteral("없어진 프린터"));
          },
-         "프린터 '없어진 프린터'을(를) 찾을 수 없습니다."},
+         "프린터를 찾을 수 없습니다: 없어진 프린터"},
     };
     for (const auto &one : cases) {
         one.spoil();

@@ -14,14 +14,35 @@ namespace {
 constexpr int frameWidth = 2;
 
 /// Inside the rectangle, and telling from that background.
-void drawFocusFrame(QPainter *painter, const QRect &rect, const QColor &back)
+void drawFocusFrame(QPainter *painter, const QRect &rect, const QColor &back, int width = frameWidth)
 {
-    const qreal half = frameWidth / 2.0;
+    const qreal half = width / 2.0;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(focusFrame(back), frameWidth));
+    painter->setPen(QPen(focusFrame(back), width));
     painter->setBrush(Qt::NoBrush);
     painter->drawRoundedRect(QRectF(rect).adjusted(half, half, -half, -half), 2, 2);
+    painter->restore();
+}
+
+bool isIndicator(QStyle::PrimitiveElement element)
+{
+    return element == QStyle::PE_IndicatorCheckBox || element == QStyle::PE_IndicatorRadioButton
+           || element == QStyle::PE_IndicatorItemViewItemCheck;
+}
+
+/// Fusion draws boxes and rings darker than what they stand on, which a dark window swallows.
+void drawOutline(QPainter *painter, const QRect &rect, bool round)
+{
+    const QRectF line = QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(disabledText());
+    painter->setBrush(Qt::NoBrush);
+    if (round)
+        painter->drawEllipse(line);
+    else
+        painter->drawRect(line);
     painter->restore();
 }
 
@@ -51,13 +72,18 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
     if (element == PE_FrameFocusRect) {
         const auto *focus = qstyleoption_cast<const QStyleOptionFocusRect *>(option);
         const bool byKeyboard = option->state.testFlag(State_KeyboardFocusChange);
-        if (focus && (byKeyboard || option->state.testFlag(State_Item)))
+        // A cell lies in its list's own frame; its row may be too low for a wide one.
+        const bool cell = option->state.testFlag(State_Item);
+        if (focus && (byKeyboard || cell))
             drawFocusFrame(painter, option->rect,
                            focus->backgroundColor.isValid() ? focus->backgroundColor
-                                                            : option->palette.color(QPalette::Window));
+                                                            : option->palette.color(QPalette::Window),
+                           cell ? 1 : frameWidth);
         return;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (isIndicator(element) && scheme() == Scheme::Dark)
+        drawOutline(painter, option->rect, element == PE_IndicatorRadioButton);
     if (element == PE_PanelLineEdit && hasFocus(option)) {
         const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
         if (frame && frame->lineWidth > 0)
