@@ -172,7 +172,7 @@ TEST_F(Layout, NamesTakeTheRoomUntilAColumnIsDragged)
 {
     const auto syllables = [&](const char *grid, int column) {
         const QTableView *list = desk_.grid(grid);
-        return (list->columnWidth(column) - 7) / list->fontMetrics().horizontalAdvance(u'가');
+        return (list->columnWidth(column) - 7) * 20 / list->fontMetrics().horizontalAdvance(QString(20, QChar(u'가')));
     };
     enlarge({1366, 720});
     EXPECT_GE(syllables("tdbSaleProductLists", 1), 20);
