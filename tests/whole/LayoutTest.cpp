@@ -172,15 +172,15 @@ TEST_F(Layout, NamesTakeTheRoomUntilAColumnIsDragged)
 {
     const auto syllables = [&](const char *grid, int column) {
         const QTableView *list = desk_.grid(grid);
-        return (list->columnWidth(column) - 7) / list->fontMetrics().horizontalAdvance(u'가');
+        return (list->columnWidth(column) - 7) * 20 / list->fontMetrics().horizontalAdvance(QString(20, QChar(u'가')));
     };
     enlarge({1366, 720});
     EXPECT_GE(syllables("tdbSaleProductLists", 1), 20);
-    const int before = syllables("tdbSaleProductLists", 1);
-    enlarge({1920, 1000});
-    EXPECT_GT(syllables("tdbSaleProductLists", 1), before);
-
     QHeaderView *head = desk_.grid("tdbSaleProductLists")->horizontalHeader();
+    enlarge({1920, 1000});
+    EXPECT_GE(syllables("tdbSaleProductLists", 1), 20);
+    EXPECT_EQ(head->length(), head->viewport()->width()) << "no room is left over, and the remark is in sight";
+
     const QPoint divider(head->sectionViewportPosition(0) + head->sectionSize(0) - 1, head->height() / 2);
     QTest::mousePress(head->viewport(), Qt::LeftButton, {}, divider);
     QTest::mouseMove(head->viewport(), divider + QPoint(20, 0));

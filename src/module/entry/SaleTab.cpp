@@ -71,7 +71,7 @@ SaleTab::SaleTab(QWidget *customer, QWidget *productList, QWidget *entry, const 
     columns_->setStretchFactor(0, 4);
     columns_->setStretchFactor(1, 1);
     columns_->setStretchFactor(2, 0);
-    columns_->setSizes({410, 486, 366});
+    columns_->setSizes({445, 451, 366});
     // The strip above has its lines first.
     columns_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     alignCaptions({rows[0].form, rows[1].form, rows[2].form});
