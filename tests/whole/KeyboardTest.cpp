@@ -91,8 +91,8 @@ private:
     void tabUntil(const std::function<bool()> &there, const QString &what)
     {
         constexpr int onceRound = 80;
-        for (int presses = 0; !there(); ++presses) {
-            if (presses == onceRound)
+        for (int tabs = 0; !there(); ++tabs) {
+            if (tabs == onceRound)
                 throw walk::Astray(QStringLiteral("Tab never comes to '%1'").arg(what));
             QTest::keyClick(front_->windowHandle(), Qt::Key_Tab);
         }
