@@ -2,6 +2,7 @@
 #include "desk/backup/Backup.h"
 #include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
+#include "desk/copy/CopyClinic.h"
 #include "desk/files/Writable.h"
 #include "desk/journal/Seal.h"
 #include "desk/sample/FirstUse.h"
@@ -191,6 +192,8 @@ int tend(const desk::Options &options)
         return backup::backUpOnTerminal(addressOf(options), options.backupFile);
     if (!options.restoreFile.isEmpty())
         return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
+    if (!options.copyTo.isEmpty())
+        return copy::copyOnTerminal(*openClinic(addressOf(options)), options.copyTo);
     return check::checkOnTerminal(*openClinic(addressOf(options)));
 }
 

@@ -33,12 +33,13 @@ sample::Size sizeOf(const QString &word)
     throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 쓰십시오: %1").arg(shown(word)));
 }
 
-int patientOf(const QString &word)
+int numberOf(const QString &option, const QString &word, const char *whose)
 {
     bool whole = false;
     const int key = word.toInt(&whole);
     if (!whole || key < 1)
-        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 쓰십시오: %1").arg(shown(word)));
+        throw WrongUse(
+            QStringLiteral("%1 다음에는 %2 번호를 쓰십시오: %3").arg(option, QString::fromUtf8(whose), shown(word)));
     return key;
 }
 
@@ -75,6 +76,8 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--restore");
     if (!options.verifyFile.isEmpty())
         tasks << QStringLiteral("--verify");
+    if (!options.copyTo.isEmpty())
+        tasks << QStringLiteral("--copy-to");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -100,7 +103,7 @@ Options readCommandLine(const QStringList &arguments)
         else if (option == QLatin1String("--make"))
             options.make = sizeOf(value());
         else if (option == QLatin1String("--patient"))
-            options.patient = patientOf(value());
+            options.patient = numberOf(option, value(), "환자");
         else if (option == QLatin1String("--manage"))
             options.manage = true;
         else if (option == QLatin1String("--walk"))
@@ -113,6 +116,8 @@ Options readCommandLine(const QStringList &arguments)
             options.restoreFile = value();
         else if (option == QLatin1String("--verify"))
             options.verifyFile = value();
+        else if (option == QLatin1String("--copy-to"))
+            options.copyTo = value();
         else if (option == QLatin1String("--upgrade"))
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
@@ -142,6 +147,7 @@ QString usageText()
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
         "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
         "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
+        "  --copy-to 주소    모든 내용을 빈 데이터베이스에 복사하고 비교합니다 (SQLite에서 PostgreSQL로 옮길 때 등)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
         "  --dry-run         --upgrade와 함께: 할 일을 보여 주기만 합니다\n"
