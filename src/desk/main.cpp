@@ -3,6 +3,7 @@
 #include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/copy/CopyClinic.h"
+#include "desk/exchange/Exchange.h"
 #include "desk/files/Writable.h"
 #include "desk/journal/Seal.h"
 #include "desk/sample/FirstUse.h"
@@ -194,6 +195,10 @@ int tend(const desk::Options &options)
         return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
     if (!options.copyTo.isEmpty())
         return copy::copyOnTerminal(*openClinic(addressOf(options)), options.copyTo);
+    if (!options.importFile.isEmpty())
+        return exchange::importOnTerminal(*openClinic(addressOf(options)), options.importFile, options.dryRun);
+    if (!options.exportFile.isEmpty())
+        return exchange::exportOnTerminal(*openClinic(addressOf(options)), options.exportFile);
     return check::checkOnTerminal(*openClinic(addressOf(options)));
 }
 

@@ -55,8 +55,8 @@ void checkTogether(const Options &options)
                 .arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
-    if (options.dryRun && !options.upgrade)
-        throw WrongUse(QStringLiteral("--dry-run은 --upgrade와 함께 쓰십시오."));
+    if (options.dryRun && !options.upgrade && options.importFile.isEmpty())
+        throw WrongUse(QStringLiteral("--dry-run은 --upgrade 또는 --import와 함께 쓰십시오."));
 }
 
 } // namespace
@@ -78,6 +78,10 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--verify");
     if (!options.copyTo.isEmpty())
         tasks << QStringLiteral("--copy-to");
+    if (!options.importFile.isEmpty())
+        tasks << QStringLiteral("--import");
+    if (!options.exportFile.isEmpty())
+        tasks << QStringLiteral("--export");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -118,6 +122,10 @@ Options readCommandLine(const QStringList &arguments)
             options.verifyFile = value();
         else if (option == QLatin1String("--copy-to"))
             options.copyTo = value();
+        else if (option == QLatin1String("--import"))
+            options.importFile = value();
+        else if (option == QLatin1String("--export"))
+            options.exportFile = value();
         else if (option == QLatin1String("--upgrade"))
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
@@ -148,9 +156,11 @@ QString usageText()
         "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
         "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
         "  --copy-to 주소    모든 내용을 빈 데이터베이스에 복사하고 비교합니다 (SQLite에서 PostgreSQL로 옮길 때 등)\n"
+        "  --import 파일     CSV 파일의 물품이나 환자를 가져옵니다 (머리글로 구별합니다)\n"
+        "  --export 파일     물품 목록을 CSV 파일로 저장합니다 (--import로 다시 가져올 수 있습니다)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
-        "  --dry-run         --upgrade와 함께: 할 일을 보여 주기만 합니다\n"
+        "  --dry-run         --upgrade 또는 --import와 함께: 할 일을 보여 주기만 합니다\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"

@@ -23,8 +23,10 @@ struct Options
     QString restoreFile;      ///< to read; empty unless asked for
     QString verifyFile;       ///< to read; empty unless asked for
     QString copyTo;           ///< an address; empty unless asked for
+    QString importFile;       ///< to read; empty unless asked for
+    QString exportFile;       ///< to write; empty unless asked for
     bool upgrade = false;     ///< the backup that goes before may be named by backupFile
-    bool dryRun = false;      ///< with upgrade
+    bool dryRun = false;      ///< with upgrade or importFile
     bool untilShown = false;  ///< ends when the first window is painted
     bool help = false;
     bool version = false;
