@@ -10,6 +10,7 @@
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
+#include "desk/undo/OrderBack.h"
 #include "desk/upgrade/UpgradeOnTerminal.h"
 #include "desk/window/CommandLine.h"
 #include "desk/window/DeskWindow.h"
@@ -191,6 +192,8 @@ int tend(const desk::Options &options)
         return backup::verifyOnTerminal(options.database, options.verifyFile);
     if (!options.backupFile.isEmpty())
         return backup::backUpOnTerminal(addressOf(options), options.backupFile);
+    if (options.order)
+        return undo::orderOnTerminal(*openClinic(addressOf(options)), options.restoreFile, *options.order);
     if (!options.restoreFile.isEmpty())
         return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
     if (!options.copyTo.isEmpty())

@@ -57,6 +57,8 @@ void checkTogether(const Options &options)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 쓰십시오."));
     if (options.dryRun && !options.upgrade && options.importFile.isEmpty())
         throw WrongUse(QStringLiteral("--dry-run은 --upgrade 또는 --import와 함께 쓰십시오."));
+    if (options.order && options.restoreFile.isEmpty())
+        throw WrongUse(QStringLiteral("--order는 --restore와 함께 쓰십시오."));
 }
 
 } // namespace
@@ -126,6 +128,8 @@ Options readCommandLine(const QStringList &arguments)
             options.importFile = value();
         else if (option == QLatin1String("--export"))
             options.exportFile = value();
+        else if (option == QLatin1String("--order"))
+            options.order = numberOf(option, value(), "거래");
         else if (option == QLatin1String("--upgrade"))
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
@@ -154,6 +158,8 @@ QString usageText()
         "  --check           데이터베이스를 검사하고 끝냅니다 (0 정상, 1 위반, 2 검사하지 못함)\n"
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
         "  --restore 파일    백업 파일을 데이터베이스에 되돌립니다 (지금 것은 백업 파일 옆에 남깁니다)\n"
+        "  --order 번호      --restore와 함께: 삭제한 거래 하나만 복원합니다. 파일 대신 journal을 쓰면 변경 이력에서\n"
+        "                    복원합니다\n"
         "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
         "  --copy-to 주소    모든 내용을 빈 데이터베이스에 복사하고 비교합니다 (SQLite에서 PostgreSQL로 옮길 때 등)\n"
         "  --import 파일     CSV 파일의 물품이나 환자를 가져옵니다 (머리글로 구별합니다)\n"

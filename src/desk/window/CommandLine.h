@@ -25,6 +25,7 @@ struct Options
     QString copyTo;           ///< an address; empty unless asked for
     QString importFile;       ///< to read; empty unless asked for
     QString exportFile;       ///< to write; empty unless asked for
+    std::optional<int> order; ///< with restoreFile, which may be the word "journal"
     bool upgrade = false;     ///< the backup that goes before may be named by backupFile
     bool dryRun = false;      ///< with upgrade or importFile
     bool untilShown = false;  ///< ends when the first window is painted
