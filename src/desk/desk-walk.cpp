@@ -2,9 +2,9 @@
 #include "desk/walk/Walk.h"
 #include "desk/window/Component.h"
 #include "desk/window/Look.h"
+#include "platform/controls/Palette.h"
 
 #include <QApplication>
-#include <QPalette>
 #include <QTextStream>
 
 #include <exception>
@@ -19,11 +19,11 @@ int main(int argc, char **argv)
         QTextStream(stderr) << QStringLiteral("desk-walk: 그림을 남길 폴더를 입력하십시오.") << Qt::endl;
         return 2;
     }
-    if (qEnvironmentVariableIsSet("ZELVO_WALK_DARK"))
-        QApplication::setPalette(QPalette(QColor(0x2D, 0x2D, 0x2D))); // as a dark desktop gives it
     clinic::registerTables();
     try {
         desk::dressUp(application);
+        if (qEnvironmentVariableIsSet("ZELVO_WALK_DARK"))
+            QApplication::setPalette(controls::deskPalette(controls::Scheme::Dark));
         desk::SaleComponent::registerBesideProgram();
         return walk::walkTheRoad(folder);
     } catch (const std::exception &error) {

@@ -2,12 +2,15 @@
 #include "desk/backup/Backup.h"
 #include "desk/backup/Verify.h"
 #include "desk/check/CheckOnTerminal.h"
+#include "desk/copy/CopyClinic.h"
+#include "desk/exchange/Exchange.h"
 #include "desk/files/Writable.h"
 #include "desk/journal/Seal.h"
 #include "desk/sample/FirstUse.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
+#include "desk/undo/OrderBack.h"
 #include "desk/upgrade/UpgradeOnTerminal.h"
 #include "desk/window/CommandLine.h"
 #include "desk/window/DeskWindow.h"
@@ -191,8 +194,16 @@ int tend(const desk::Options &options)
         return backup::verifyOnTerminal(options.database, options.verifyFile);
     if (!options.backupFile.isEmpty())
         return backup::backUpOnTerminal(addressOf(options), options.backupFile);
+    if (options.order)
+        return undo::orderOnTerminal(*openClinic(addressOf(options)), options.restoreFile, *options.order);
     if (!options.restoreFile.isEmpty())
         return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
+    if (!options.copyTo.isEmpty())
+        return copy::copyOnTerminal(*openClinic(addressOf(options)), options.copyTo);
+    if (!options.importFile.isEmpty())
+        return exchange::importOnTerminal(*openClinic(addressOf(options)), options.importFile, options.dryRun);
+    if (!options.exportFile.isEmpty())
+        return exchange::exportOnTerminal(*openClinic(addressOf(options)), options.exportFile);
     return check::checkOnTerminal(*openClinic(addressOf(options)));
 }
 

@@ -149,6 +149,37 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
     EXPECT_EQ(desk(database + "--check").status, 0);
 }
 
+TEST_F(CommandLine, CopiesImportsAndBringsAnOrderBack)
+{
+    write(QStringLiteral("tea.csv"), "분류,물품명,판매단가\n차,새 차,\"5,000\"\n");
+    ASSERT_EQ(desk("--database sqlite:~clinic.db --make small").status, 0);
+    const struct
+    {
+        const char *arguments;
+        const char *told;
+    } uses[]{
+        {"--copy-to sqlite:~copy.db --database sqlite:~clinic.db", "  tPSOrderMaster 320건\n"},
+        {"--import ~tea.csv --dry-run", "2번째 줄 · 추가 · 분류 차 · 물품명 새 차 · 판매단가(원) 5,000원"},
+        {"--import ~tea.csv --dry-run", "추가 1건, 수정 0건, 그대로 0건 (--dry-run: 저장하지 않았습니다.)"},
+        {"--import ~tea.csv", "추가 1건, 수정 0건, 그대로 0건\n"},
+        {"--import ~tea.csv", "추가 0건, 수정 0건, 그대로 1건\n"},
+        {"--export ~list.csv", "물품 63건을 저장했습니다"},
+        {"--restore journal --order 7", "복원했습니다: 거래번호 7 · 환자번호 "},
+        {"--check", "위반이 없습니다"},
+    };
+    for (const auto &use : uses) {
+        if (QLatin1String(use.arguments).contains(QLatin1String("--order")))
+            sqlite("copy.db", "DELETE FROM tPSOrderDetail WHERE OrdM_PK = 7; DELETE FROM tPSTransaction WHERE "
+                              "tpstrans_OrderM_PK = 7; DELETE FROM tPSOrderMaster WHERE OrdM_PK = 7");
+        const QString elsewhere = QLatin1String(use.arguments).contains(QLatin1String("--database"))
+                                      ? QString()
+                                      : QStringLiteral(" --database sqlite:~copy.db");
+        const Outcome outcome = desk(QString::fromUtf8(use.arguments) + elsewhere);
+        EXPECT_EQ(outcome.status, 0) << outcome.complaint.toStdString();
+        EXPECT_TRUE(outcome.output.contains(QString::fromUtf8(use.told))) << use.told << outcome.output.toStdString();
+    }
+}
+
 TEST_F(CommandLine, UpgradesAnEarlierClinicOnceAndSaysWhenItIsDue)
 {
     const QString database = "--database sqlite:~clinic.db ";

@@ -265,10 +265,16 @@ protected:
         });
         watch.start(5);
         press(keys);
+        desk_.window()->activateWindow(); // as a desktop does when a window in front goes
+        settle();
         desk_.boxes.answers.clear();
         return dialogs + int(desk_.boxes.take().size());
     }
-    std::string focus() const { return QApplication::focusWidget()->objectName().toStdString(); }
+    std::string focus() const
+    {
+        const QWidget *control = QApplication::focusWidget();
+        return control ? control->objectName().toStdString() : "nothing";
+    }
     bool isMarked() const
     {
         return desk_.grid("tdbCustSaleMaster")->model()->headerData(0, Qt::Vertical).toString() == QStringLiteral("▶");

@@ -59,10 +59,13 @@ QString differingRows(const ado::Connection &connection, const QString &table)
     const schema::JournalPlan &plan =
         *std::ranges::find_if(plans, [&](const schema::JournalPlan &one) { return QLatin1String(one.table) == table; });
     const schema::TablePlan &columns = schema::tableOf(plan);
+    // What stands before the last beginning was written by the engine that the clinic came from, in that one's words.
     return QStringLiteral(
                "SELECT j.DJ_Row AS 번호, j.DJ_Order AS 거래번호, j.DJ_Time AS 마지막기록시각 FROM t_DeskJournal j JOIN "
-               "(SELECT MAX(DJ_PK) AS last FROM t_DeskJournal WHERE DJ_Table = '%1' AND DJ_Action <> 'B' GROUP BY "
-               "DJ_Row) l ON l.last = j.DJ_PK LEFT JOIN %1 t ON t.%2 = j.DJ_Row WHERE CASE WHEN t.%2 IS NULL THEN "
+               "(SELECT MAX(DJ_PK) AS last FROM t_DeskJournal WHERE DJ_Table = '%1' AND DJ_Action <> 'B' AND "
+               "DJ_PK > (SELECT COALESCE(MAX(DJ_PK), 0) FROM t_DeskJournal WHERE DJ_Table = '%1' AND DJ_Action = 'B') "
+               "GROUP BY DJ_Row) l ON l.last = j.DJ_PK LEFT JOIN %1 t ON t.%2 = j.DJ_Row WHERE CASE WHEN t.%2 IS NULL "
+               "THEN "
                "j.DJ_Action <> 'D' ELSE j.DJ_New IS NULL OR j.DJ_New <> %3 END "
                "UNION ALL SELECT t.%2, t.%4, NULL FROM %1 t WHERE t.%2 > (SELECT MAX(DJ_Row) FROM t_DeskJournal WHERE "
                "DJ_Table = '%1' AND DJ_Action = 'B') AND t.%2 NOT IN (SELECT j.DJ_Row FROM t_DeskJournal j WHERE "

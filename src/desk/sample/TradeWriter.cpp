@@ -1,6 +1,6 @@
 #include "desk/sample/TradeWriter.h"
 
-#include "desk/sample/BulkInsert.h"
+#include "desk/rows/BulkInsert.h"
 #include "desk/sample/Catalogue.h"
 #include "desk/sample/Patients.h"
 #include "desk/sample/Purchases.h"
@@ -12,6 +12,7 @@ namespace sample {
 
 namespace {
 
+using rows::BulkInsert;
 using runtime::dateText;
 
 struct Plan

@@ -65,10 +65,14 @@ void createIndexes(ado::Connection &connection)
         run(connection, createIndexStatement(index));
 }
 
-void createJournal(ado::Connection &connection)
+void createJournal(ado::Connection &connection, const std::function<void()> &history)
 {
     const Dialect dialect = dialectOf(connection);
-    QStringList statements = journalTableStatements(dialect);
+    for (const QString &statement : journalTableStatements(dialect))
+        run(connection, statement);
+    if (history)
+        history();
+    QStringList statements;
     if (dialect == Dialect::PostgreSQL)
         statements << journalFunctionStatements();
     for (const JournalTrigger &trigger : journalTriggers(dialect))

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 /// The clinic's tables as this desk makes them. The sale component has no schema of its own: it relies on these.
 namespace schema {
 
@@ -20,7 +22,8 @@ void createSchema(ado::Connection &connection);
 /// transaction.
 void createTables(ado::Connection &connection);
 void createIndexes(ado::Connection &connection);
-void createJournal(ado::Connection &connection);
+/// `history` writes what an earlier journal held, before this one begins.
+void createJournal(ado::Connection &connection, const std::function<void()> &history = {});
 bool hasJournal(ado::Connection &connection);
 /// After rows were written with keys of their own: new keys go on from the highest. A counter never goes back.
 void continueKeys(ado::Connection &connection);

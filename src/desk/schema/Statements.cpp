@@ -78,4 +78,14 @@ QVariant valueOf(ado::Connection &connection, const QString &statement)
     return rowsOf(connection, statement).value(0).value(0);
 }
 
+void holdTables(ado::Connection &connection, const QStringList &tables)
+{
+    connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"),
+                       0); // begins it on the embedded engine
+    if (connection.engine() == ado::Engine::SQLite)
+        return;
+    run(connection, QStringLiteral("SET LOCAL lock_timeout = '15s'"));
+    run(connection, QStringLiteral("LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE").arg(tables.join(QStringLiteral(", "))));
+}
+
 } // namespace schema

@@ -16,5 +16,7 @@ void run(ado::Connection &connection, const QString &statement);
 /// Every row's values; a first row's first value.
 QList<QVariantList> rowsOf(ado::Connection &connection, const QString &statement);
 QVariant valueOf(ado::Connection &connection, const QString &statement);
+/// From here on to the transaction's end no desk writes to them; it waits for desks that do, but not for long.
+void holdTables(ado::Connection &connection, const QStringList &tables);
 
 } // namespace schema

@@ -150,18 +150,12 @@ void demandOurs(ado::Connection &connection)
     demandNoNewer(connection);
 }
 
-/// From here on to the transaction's end no desk writes.
-void holdTables(ado::Connection &connection)
+void holdAll(ado::Connection &connection)
 {
-    connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"),
-                       0); // begins it on the embedded engine
-    if (dialectOf(connection) == Dialect::SQLite)
-        return;
-    run(connection, QStringLiteral("SET LOCAL lock_timeout = '15s'"));
     QStringList tables;
     for (const TablePlan &table : tablePlans())
         tables << QString::fromLatin1(table.name);
-    run(connection, QStringLiteral("LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE").arg(tables.join(QStringLiteral(", "))));
+    holdTables(connection, tables);
 }
 
 } // namespace
@@ -187,7 +181,7 @@ std::vector<UpgradeStep> upgrade(ado::Connection &connection, const UpgradeProgr
 {
     demandOurs(connection);
     ado::Transaction scope(connection);
-    holdTables(connection);
+    holdAll(connection);
     const Steps steps = upgradeSteps(connection);
     qint64 done = 0;
     for (const UpgradeStep &step : steps) {

@@ -33,12 +33,13 @@ sample::Size sizeOf(const QString &word)
     throw WrongUse(QStringLiteral("--make 다음에는 empty, small, large 중 하나를 입력하십시오: %1").arg(shown(word)));
 }
 
-int patientOf(const QString &word)
+int numberOf(const QString &option, const QString &word, const char *whose)
 {
     bool whole = false;
     const int key = word.toInt(&whole);
     if (!whole || key < 1)
-        throw WrongUse(QStringLiteral("--patient 다음에는 환자 번호를 입력하십시오: %1").arg(shown(word)));
+        throw WrongUse(QStringLiteral("%1 다음에는 %2 번호를 입력하십시오: %3")
+                           .arg(option, QString::fromUtf8(whose), shown(word)));
     return key;
 }
 
@@ -54,8 +55,10 @@ void checkTogether(const Options &options)
                 .arg(task));
     if (options.manage && !options.patient)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 사용하십시오."));
-    if (options.dryRun && !options.upgrade)
-        throw WrongUse(QStringLiteral("--dry-run은 --upgrade와 함께 사용하십시오."));
+    if (options.dryRun && !options.upgrade && options.importFile.isEmpty())
+        throw WrongUse(QStringLiteral("--dry-run은 --upgrade 또는 --import와 함께 사용하십시오."));
+    if (options.order && options.restoreFile.isEmpty())
+        throw WrongUse(QStringLiteral("--order는 --restore와 함께 사용하십시오."));
 }
 
 } // namespace
@@ -75,6 +78,12 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--restore");
     if (!options.verifyFile.isEmpty())
         tasks << QStringLiteral("--verify");
+    if (!options.copyTo.isEmpty())
+        tasks << QStringLiteral("--copy-to");
+    if (!options.importFile.isEmpty())
+        tasks << QStringLiteral("--import");
+    if (!options.exportFile.isEmpty())
+        tasks << QStringLiteral("--export");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -100,7 +109,7 @@ Options readCommandLine(const QStringList &arguments)
         else if (option == QLatin1String("--make"))
             options.make = sizeOf(value());
         else if (option == QLatin1String("--patient"))
-            options.patient = patientOf(value());
+            options.patient = numberOf(option, value(), "환자");
         else if (option == QLatin1String("--manage"))
             options.manage = true;
         else if (option == QLatin1String("--walk"))
@@ -113,6 +122,14 @@ Options readCommandLine(const QStringList &arguments)
             options.restoreFile = value();
         else if (option == QLatin1String("--verify"))
             options.verifyFile = value();
+        else if (option == QLatin1String("--copy-to"))
+            options.copyTo = value();
+        else if (option == QLatin1String("--import"))
+            options.importFile = value();
+        else if (option == QLatin1String("--export"))
+            options.exportFile = value();
+        else if (option == QLatin1String("--order"))
+            options.order = numberOf(option, value(), "거래");
         else if (option == QLatin1String("--upgrade"))
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
@@ -141,10 +158,15 @@ QString usageText()
         "  --check           데이터베이스를 검사하고 끝냅니다 (0 문제 없음, 1 문제 발견, 2 검사하지 못함)\n"
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
         "  --restore 파일    백업 파일로 복원합니다 (지금의 데이터베이스는 백업 파일 옆에 남깁니다)\n"
+        "  --order 번호      --restore와 함께: 삭제한 거래 하나만 복원합니다. 파일 대신 journal을 쓰면 변경 이력에서\n"
+        "                    복원합니다\n"
         "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
+        "  --copy-to 주소    모든 내용을 빈 데이터베이스에 복사하고 비교합니다 (SQLite에서 PostgreSQL로 옮길 때 등)\n"
+        "  --import 파일     CSV 파일의 물품이나 환자를 가져옵니다 (머리글로 구별합니다)\n"
+        "  --export 파일     물품 목록을 CSV 파일로 저장합니다 (--import로 다시 가져올 수 있습니다)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
-        "  --dry-run         --upgrade와 함께: 할 일을 보여 주기만 합니다\n"
+        "  --dry-run         --upgrade 또는 --import와 함께: 할 일을 보여 주기만 합니다\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"

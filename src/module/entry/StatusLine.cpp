@@ -24,6 +24,7 @@ StatusLine::StatusLine(QStatusBar *bar)
     // A long name of a product must not widen the window.
     done_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     done_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    controls::setGround(owed_, controls::Ground::Face); // a host of dark windows may have a light bar
     controls::setInk(owed_, controls::Ink::Owed);
 }
 

@@ -1,8 +1,8 @@
-#include "desk/sample/BulkInsert.h"
+#include "desk/rows/BulkInsert.h"
 
 #include "platform/ado/ColumnValue.h"
 
-namespace sample {
+namespace rows {
 
 namespace {
 
@@ -18,9 +18,9 @@ BulkInsert::BulkInsert(ado::Connection &connection, const QString &table, const 
     pending_.reserve(RowsPerBlock * columns_.size());
 }
 
-void BulkInsert::add(std::initializer_list<QVariant> row)
+void BulkInsert::add(const QVariantList &row)
 {
-    Q_ASSERT(qsizetype(row.size()) == columns_.size());
+    Q_ASSERT(row.size() == columns_.size());
     pending_.append(row);
     if (pending_.size() == RowsPerBlock * columns_.size())
         send();
@@ -46,4 +46,4 @@ void BulkInsert::send()
     pending_.clear();
 }
 
-} // namespace sample
+} // namespace rows

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <QVariantList>
 
-namespace sample {
+namespace rows {
 
 /// Writes many rows of one table, a block of them by one statement, so that a server is not asked once per row. Raises RuntimeError. What was added stands after finish().
 class BulkInsert
@@ -15,7 +15,7 @@ public:
     BulkInsert(ado::Connection &connection, const QString &table, const QStringList &columns);
 
     /// Values in the order of the columns; dates as text, flags as 1 and 0.
-    void add(std::initializer_list<QVariant> row);
+    void add(const QVariantList &row);
     void finish();
 
 private:
@@ -27,4 +27,4 @@ private:
     QVariantList pending_;
 };
 
-} // namespace sample
+} // namespace rows
