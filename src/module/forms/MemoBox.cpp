@@ -4,13 +4,16 @@
 
 #include <QFontMetrics>
 #include <QRegularExpression>
+#include <QStyle>
 
 namespace {
 
 QSize linesHigh(const QPlainTextEdit &box, int lines)
 {
     const QFontMetrics metrics(box.font());
-    const int edges = 2 * box.frameWidth() + int(2 * box.document()->documentMargin());
+    // Of the frame that an open box has: what lies beside it must not move when an edit begins.
+    const int frame = box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &box);
+    const int edges = 2 * frame + int(2 * box.document()->documentMargin());
     return {metrics.averageCharWidth() * 16, metrics.lineSpacing() * lines + edges};
 }
 
