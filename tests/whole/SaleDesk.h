@@ -4,6 +4,7 @@
 #include "desk/window/Component.h"
 #include "desk/window/Look.h"
 #include "platform/registry/AppSettings.h"
+#include "platform/runtime/ProgramFolder.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/Statements.h"
 #include "tests/support/TestDatabase.h"
@@ -30,6 +31,7 @@ public:
         desk::dressUp(*qApp);
         automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
+        runtime::setProgramFolder(folder_.path()); // layouts and logo of one trial are not the next one's
         desk::SaleComponent::registerBesideProgram();
         runFile(database, "whole/shop.sql");
     }
@@ -42,6 +44,7 @@ public:
         component_.reset();
         automation::classRegister::setFile({});
         registry::setStoreFolder({});
+        runtime::setProgramFolder({});
     }
 
     void open(int customer = 7)
