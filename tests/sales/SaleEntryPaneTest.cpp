@@ -137,7 +137,8 @@ TEST_F(EntryPane, AServiceAndALossAreSeenOnButtonAndTotalAndReadableThere)
         }
     }
     EXPECT_EQ(backs.size(), 4u) << "two notices, the accent and the grey of a locked box";
-    EXPECT_EQ(controls::foreColor(&at("txtSaleProductLists_8")), controls::ink(controls::Ink::Negative)) << "a negative sale";
+    EXPECT_EQ(controls::foreColor(&at("txtSaleProductLists_8")), controls::ink(controls::Ink::Negative))
+        << "a negative sale";
 }
 
 // Both readings are meant: the list shows the price of a product that is no longer handled, a change of kind does not.

@@ -74,7 +74,8 @@ private:
         }
         if (!atEnd() && text_[at_] != u',' && text_[at_] != u'\r' && text_[at_] != u'\n')
             schema::refuse(
-                QStringLiteral("%1번째 줄: 닫는 큰따옴표 뒤에 다른 글자가 있습니다. 값 안의 큰따옴표는 두 번 입력하십시오.")
+                QStringLiteral(
+                    "%1번째 줄: 닫는 큰따옴표 뒤에 다른 글자가 있습니다. 값 안의 큰따옴표는 두 번 입력하십시오.")
                     .arg(line_));
         return cell;
     }
