@@ -47,11 +47,16 @@ protected:
             const bool fixed = window->minimumSize() == window->maximumSize();
             if (!fixed)
                 window->resize(room);
-            walk::settle(50);
+            // Folding and splitters come to rest in several turns, fewer of them in a given time on a busy machine.
+            QStringList faults;
+            for (int turn = 0; turn == 0 || (turn < 20 && !faults.isEmpty()); ++turn) {
+                walk::settle(50);
+                faults = layoutFaults(window);
+            }
             const std::string where = std::string(what) + " on " + std::to_string(desk.width());
             EXPECT_LE(window->width(), room.width()) << where;
             EXPECT_LE(window->height(), room.height()) << where;
-            EXPECT_EQ(layoutFaults(window).join(u'\n').toStdString(), "") << where;
+            EXPECT_EQ(faults.join(u'\n').toStdString(), "") << where;
         }
     }
     void goTo(int tab)
