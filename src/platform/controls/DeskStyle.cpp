@@ -46,6 +46,17 @@ void drawOutline(QPainter *painter, const QRect &rect, bool round)
     painter->restore();
 }
 
+/// On the ground of the window: Fusion tints a group, and what is locked in one would stand out as a patch.
+void drawGroupLine(QPainter *painter, const QRect &rect)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(groupLine());
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    painter->restore();
+}
+
 bool hasFocus(const QStyleOption *option)
 {
     return option->state.testFlag(QStyle::State_HasFocus);
@@ -81,6 +92,8 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
                            cell ? 1 : frameWidth);
         return;
     }
+    if (element == PE_FrameGroupBox)
+        return drawGroupLine(painter, option->rect);
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (isIndicator(element) && scheme() == Scheme::Dark)
         drawOutline(painter, option->rect, element == PE_IndicatorRadioButton);
