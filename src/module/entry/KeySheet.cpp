@@ -23,6 +23,8 @@ QTableWidget *makeTable(const std::vector<Shortcut> &rows, QWidget *parent)
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setTabKeyNavigation(false);
     table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() * 3 / 2);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     QString group;
     for (int row = 0; row < table->rowCount(); ++row) {
         const Shortcut &shortcut = rows[std::size_t(row)];

@@ -24,6 +24,7 @@ StatusLine::StatusLine(QStatusBar *bar)
     // A long name of a product must not widen the window.
     done_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     done_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    owed_->hide();                                      // an empty one would still keep its margin
     controls::setGround(owed_, controls::Ground::Face); // a host of dark windows may have a light bar
     controls::setInk(owed_, controls::Ink::Owed);
 }
@@ -50,4 +51,5 @@ void StatusLine::showOwed(const SaleSession::RecordsetPtr &orders)
         });
     }
     owed_->setText(count == 0 ? QString() : QStringLiteral("미수금 %1 · 거래 %2건").arg(wonText(sum)).arg(count));
+    owed_->setVisible(count != 0);
 }

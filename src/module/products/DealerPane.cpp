@@ -38,7 +38,7 @@ controls::FindBar::Design dealerSearch()
 {
     return {.name = QStringLiteral("Dealer"),
             .what = QStringLiteral("거래처"),
-            .placeholder = QStringLiteral("거래처 검색 (초성, 이름, 번호, 주소, 메모)"),
+            .placeholder = QStringLiteral("거래처 검색 (초성, 이름, 번호)"),
             .fields = {},
             .reading = [] { return gcnnMasterDB->read(clsSQL::getDealerTextsSQL()); }};
 }

@@ -281,6 +281,8 @@ void SaleEntryPane::paintKind()
     const LineKind &look = lineKinds[std::size_t(kind)];
     controls::setGround(cmdCSAppendDetail_, look.ground);
     setHint(cmdCSAppendDetail_, look.addHint);
+    if (MoneyBox *discount = txtSaleProductLists(UnitDiscount); discount->isReadOnly())
+        controls::setGround(discount, controls::Ground::Locked);
     MoneyBox *total = txtSaleProductLists(LineTotal);
     controls::setGround(total, kind == sale::NormalSale ? controls::Ground::Locked : look.ground);
     controls::setInk(total, total->text().startsWith(u'-') ? controls::Ink::Negative : controls::Ink::Plain);

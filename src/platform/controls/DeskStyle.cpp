@@ -3,6 +3,7 @@
 #include "platform/controls/Palette.h"
 
 #include <QAbstractScrollArea>
+#include <QGroupBox>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -46,6 +47,21 @@ void drawOutline(QPainter *painter, const QRect &rect, bool round)
     painter->restore();
 }
 
+/// On the ground of the window: Fusion tints a group, and what is locked in one would stand out as a patch.
+void drawGroupLine(QPainter *painter, QRect rect, const QWidget *widget, int indicatorHeight)
+{
+    constexpr int belowTitle = 3; // as Fusion reckons the contents
+    const auto *group = qobject_cast<const QGroupBox *>(widget);
+    if (group && !group->title().isEmpty())
+        rect.setTop(rect.top() + qMax(indicatorHeight, group->fontMetrics().height()) + belowTitle);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(groupLine());
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    painter->restore();
+}
+
 bool hasFocus(const QStyleOption *option)
 {
     return option->state.testFlag(QStyle::State_HasFocus);
@@ -81,6 +97,8 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
                            cell ? 1 : frameWidth);
         return;
     }
+    if (element == PE_FrameGroupBox)
+        return drawGroupLine(painter, option->rect, widget, pixelMetric(PM_IndicatorHeight, option, widget));
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (isIndicator(element) && scheme() == Scheme::Dark)
         drawOutline(painter, option->rect, element == PE_IndicatorRadioButton);

@@ -1,6 +1,7 @@
 #include "platform/controls/GridDelegate.h"
 
 #include "platform/controls/LargeFigure.h"
+#include "platform/controls/Palette.h"
 #include "platform/controls/RecordsetModel.h"
 
 #include <QAbstractItemView>
@@ -23,16 +24,6 @@ const GridColumn &columnOf(const QModelIndex &index)
 
 /// Money as it is typed: digits with or without grouping and the won sign.
 const QRegularExpression typedMoney(QStringLiteral("-?\\\\?[0-9,]{0,24}"));
-
-/// The ground of a row that a search found: a breath of amber on the list's own ground, so that texts stay as easy to read
-/// on a dark desktop as on a light one.
-QColor foundGround(const QPalette &palette)
-{
-    constexpr QColor amber(0xFF, 0xB3, 0x00);
-    const QColor base = palette.color(QPalette::Base);
-    const auto mixed = [](int ground, int tint) { return (5 * ground + tint) / 6; };
-    return QColor(mixed(base.red(), amber.red()), mixed(base.green(), amber.green()), mixed(base.blue(), amber.blue()));
-}
 
 /// A bare check mark, for values that are shown and not toggled.
 void drawCheckMark(QPainter *painter, const QRectF &cell, const QColor &color)
@@ -90,7 +81,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
         keepWhole(*option);
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator; // drawn here, in the middle of the cell
     if (index.data(RecordsetModel::FoundRole).toBool())
-        option->backgroundBrush = foundGround(option->palette);
+        option->backgroundBrush = colors(Ground::Hit).back;
     // Several grids stand in one window: only the one with the focus shows its row in full colour, the others as in a
     // window that is not in front.
     const QWidget *focused = QApplication::focusWidget();

@@ -36,7 +36,7 @@ constexpr std::array<GroundRow, std::size_t(Ground::Count)> grounds{{
     {Ground::Face,             true,  {0xEFEFEF, 0x2B2D30}, plainText},
     {Ground::Field,            true,  {0xFFFFFF, 0x1E1F22}, plainText},
     {Ground::Stripe,           true,  {0xF4F7FA, 0x26282B}, plainText},
-    {Ground::Locked,           true,  {0xEFEFEF, 0x35373B}, plainText},
+    {Ground::Locked,           true,  {0xEFEFEF, 0x2B2D30}, plainText},
     {Ground::OutOfReach,       true,  {0xE4E7EB, 0x3A3D42}, plainText},
     {Ground::Needed,           true,  {0xFFFFE1, 0x3B3720}, plainText},
     {Ground::Reckoned,         true,  {0xFFF0D0, 0x453A22}, plainText},
@@ -70,6 +70,7 @@ constexpr std::array<Both, seriesCount> series{{
 
 constexpr Both disabled{0x8C8C8C, 0x85888E};
 constexpr Both scale{0xE4E7EB, 0x3A3D42};
+constexpr Both group{0xD2D2D2, 0x45484D};
 constexpr Both focus{0x0B4F8A, 0x7CC0FF};
 constexpr Both link{0x0B5CAD, 0x8AC4FF};
 
@@ -124,6 +125,11 @@ QColor focusFrame(const QColor &back)
     if (contrast(usual, back) >= leastForLines)
         return usual;
     return QColor(luminance(back) < 0.18 ? white.light : black.light);
+}
+
+QColor groupLine(Scheme of)
+{
+    return QColor(group.of(of));
 }
 
 QColor chartScale(Scheme of)

@@ -54,6 +54,8 @@ QColor disabledText(Scheme of = scheme());
 
 /// The frame about what has the focus, at 3 : 1 on that background.
 QColor focusFrame(const QColor &back);
+/// The line about controls that belong together.
+QColor groupLine(Scheme of = scheme());
 /// Lines of a chart's scale.
 QColor chartScale(Scheme of = scheme());
 /// Series of a chart, at 3 : 1 on a field; they come again after the last one.
