@@ -104,7 +104,7 @@ void Judge::checkRows(const std::vector<int> &operations, const Played &played, 
     Allowance allowance;
     int onNewDay = 0;
     for (const int operation : operations) {
-        allowance.freeOwed |= operationAt(operation).setsOwed;
+        allowance.set |= operationAt(operation).sets;
         onNewDay += (operationAt(operation).changes & NewDay) != 0;
     }
     allowance.sharedDay = onNewDay > 1;
