@@ -105,6 +105,7 @@ void Judge::checkRows(const std::vector<int> &operations, const Played &played, 
     int onNewDay = 0;
     for (const int operation : operations) {
         allowance.set |= operationAt(operation).sets;
+        allowance.reckoned = allowance.reckoned || (operationAt(operation).changes & Lines1);
         onNewDay += (operationAt(operation).changes & NewDay) != 0;
     }
     allowance.sharedDay = onNewDay > 1;

@@ -56,22 +56,29 @@ QStringList masked(const QString &table, QStringList row, const Rows &before)
 
 /// What several changed: the sum of what each did, or what one of them wrote.
 bool fits(const Change::Cell &cell, const QString &before, const QString &found, const QStringList &written,
-          unsigned set)
+          Allowance allowance)
 {
     const unsigned summed = sumOf(columnOf(cell));
+    const unsigned set = allowance.set & summed;
     // What is sold of a product moves to the other part with the product's tax; the rules of --check watch their sum.
-    if (set & summed & TaxParts)
+    if (set & TaxParts)
         return true;
     if (written.isEmpty())
         return found == before;
-    if (set & summed & Owed)
+    if (set & Owed)
         return true;
     double sum = before.toDouble();
     for (const QString &value : written)
         sum += value.toDouble() - before.toDouble();
-    const bool asSum = std::abs(found.toDouble() - sum) < 0.5;
-    if (summed != 0 && !(set & summed))
+    const auto isAbout = [&](double value) { return std::abs(found.toDouble() - value) < 0.5; };
+    const bool asSum = isAbout(sum);
+    if (summed != 0 && set == 0)
         return asSum;
+    // A discount that was typed stands until the next line: then it is that of the lines again, as if never typed.
+    if (set == Discount && allowance.reckoned && std::ranges::any_of(written, [&](const QString &typed) {
+            return isAbout(sum - (typed.toDouble() - before.toDouble()));
+        }))
+        return true;
     return written.contains(found) || (asSum && before != found);
 }
 
@@ -140,7 +147,7 @@ QString differenceFrom(const Rows &before, const Change &found, const std::vecto
         const QString was = before.at(cell.table).at(cell.key)[cell.column];
         const auto is = found.written.find(cell);
         const QString value = is == found.written.end() ? was : is->second;
-        if (!fits(cell, was, value, values, allowance.set))
+        if (!fits(cell, was, value, values, allowance))
             return QStringLiteral("%1 of %2 is %3, was %4, written: %5")
                 .arg(columnOf(cell))
                 .arg(cell.key)

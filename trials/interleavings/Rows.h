@@ -42,6 +42,7 @@ Change changeOf(const Rows &before, const Rows &after);
 struct Allowance
 {
     unsigned set = 0;       ///< Sums that one of them sets without regard to what they were
+    bool reckoned = false;  ///< one of them reckons the sums of the order anew from its lines
     bool sharedDay = false; ///< two may use one new order
 };
 QString differenceFrom(const Rows &before, const Change &found, const std::vector<const Change *> &parts,
