@@ -57,7 +57,7 @@ const ListCase dealerList{.name = "dealers",
 const ListCase *const lists[] = {&productList, &purchaseList, &dealerList};
 
 /// Three rows in each list, 첫째, 둘째 and 셋째; the purchases are those of the first product. Nothing was sold, and the
-/// purchases name a dealer who is not on the list.
+/// purchases that stand there name a dealer who is not on the list.
 class GoneRows : public SaleWindow
 {
 protected:
@@ -180,7 +180,7 @@ TEST_F(GoneRows, AnEditSavesTheRowItBeganWithWhereverTheListStands)
     for (const ListCase *list : lists) {
         SCOPED_TRACE(list->name);
         manage();
-        pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(99, QString());
+        pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(3, QString());
         choose(list->grid, 1);
         command(*list, 1);
         put(list->field, "고침");
@@ -225,7 +225,7 @@ TEST_F(GoneRows, AnEditThatCollidesKeepsItsRowAndTheNextOneIsSaved)
 TEST_F(GoneRows, APurchaseThatCollidesStaysInEditAndIsSavedAtTheNextTry)
 {
     manage();
-    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(99, QString());
+    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(3, QString());
     choose("tdbProductIncoming", 1);
     command(purchaseList, 1);
     changeElsewhere(purchaseList, 2);
@@ -253,17 +253,27 @@ TEST_F(GoneRows, APurchaseThatCollidesStaysInEditAndIsSavedAtTheNextTry)
     EXPECT_THAT(stored(purchaseList), ElementsAre("첫째", "고침"));
 }
 
-TEST_F(GoneRows, APurchaseIsNotAddedToAProductThatIsGone)
+TEST_F(GoneRows, APurchaseIsNotSavedWithoutItsProductAndItsDealer)
 {
     manage();
-    push("chkcmdIncomingAED_0");
-    pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(99, QString());
-    deleteElsewhere(productList, 1);
-    push("chkcmdIncomingSave_0");
-    EXPECT_EQ(boxes_.take().size(), 1u);
-    EXPECT_EQ(inEdit(), "purchase");
-    EXPECT_FALSE(gcnnMasterDB->inTransaction());
-    EXPECT_THAT(stored(purchaseList), ElementsAre("첫째", "둘째", "셋째"));
+    const struct
+    {
+        int begins, dealer;
+        const ListCase &gone;
+        int key;
+    } cases[] = {{0, 3, dealerList, 3}, {1, 2, dealerList, 2}, {0, 1, productList, 1}};
+    for (const auto &row : cases) {
+        SCOPED_TRACE(row.gone.name + std::to_string(row.begins));
+        command(purchaseList, row.begins);
+        pane<IncomingPane>().insFrmCompanySelect_evtDealerSelected(row.dealer, QString());
+        deleteElsewhere(row.gone, row.key);
+        push("chkcmdIncomingSave_0");
+        EXPECT_EQ(boxes_.take().size(), 1u);
+        EXPECT_EQ(inEdit(), "purchase");
+        EXPECT_FALSE(gcnnMasterDB->inTransaction());
+        EXPECT_EQ(rows("SELECT COUNT(*), COUNT(DISTINCT CM_PK) FROM tPSIncoming"), Rows{"4|1"});
+        push("chkcmdIncomingSave_1");
+    }
 }
 
 TEST_F(GoneRows, HidingAProductThatIsGoneIsToldOnce)

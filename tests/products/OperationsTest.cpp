@@ -113,6 +113,7 @@ TEST_P(Shop, AnEditSavesTheProductItBeganWith)
 TEST_P(Shop, APurchaseThatFailedUntrappedIsStoredOnceByTheNextSave)
 {
     atOtherDesk("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('가', '첫째')");
+    atOtherDesk("INSERT INTO tPSCompanyMaster (CM_PK, CM_Name) VALUES (3, '한빛'), (7, '새봄')");
     IncomingEdit edit = twelve();
     edit.companyTag = QStringLiteral(" ");
     EXPECT_EQ(incoming_.add(ProductKey(1), edit), SaveOutcome::Refused);

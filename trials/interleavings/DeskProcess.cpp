@@ -34,6 +34,7 @@ Told run(const std::function<bool()> &work)
 void perform(Desk &desk, const Channel &channel, int operation)
 {
     desk.readAnew();
+    showRows(desk.session);
     const std::function<bool()> work = operations()[std::size_t(operation)].look(desk);
     gate::setPause([&](gate::Stop stop, const QByteArray &statement, bool inTransaction) {
         channel.send(QByteArray(1, char(stop)) + (inTransaction ? 't' : '-') + statement);

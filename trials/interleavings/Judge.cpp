@@ -103,9 +103,12 @@ void Judge::checkRows(const std::vector<int> &operations, const Played &played, 
     const Change found = changeOf(before_, now);
     Allowance allowance;
     int onNewDay = 0;
-    for (const int operation : operations) {
-        allowance.freeOwed |= operationAt(operation).setsOwed;
-        onNewDay += (operationAt(operation).changes & NewDay) != 0;
+    for (std::size_t desk = 0; desk < operations.size(); ++desk) {
+        const Operation &operation = operationAt(operations[desk]);
+        if (played.told[desk].saved || alone_[std::size_t(operations[desk])].steps.size() > 2)
+            allowance.set |= operation.sets;
+        allowance.reckoned = allowance.reckoned || (operation.changes & Lines1);
+        onNewDay += (operation.changes & NewDay) != 0;
     }
     allowance.sharedDay = onNewDay > 1;
     // One that was refused may have saved some of its steps, but not the last one.

@@ -19,15 +19,14 @@ const ShownOrder order{OrderKey(1), CustomerKey(1), QDate(2026, 11, 20)};
 const ShownOrder unpaid{OrderKey(2), CustomerKey(1), QDate(2026, 11, 19)};
 
 /// One that desks with a failing disk run as well.
-Operation known(const char *name, unsigned needs, unsigned minds, unsigned changes, bool setsOwed = false)
+Operation known(const char *name, unsigned needs, unsigned minds, unsigned changes, unsigned sets = 0)
 {
     const std::span<const ::Work> all = works();
     const auto found = std::ranges::find(all, std::string_view(name), &::Work::name);
     if (found == all.end())
         throw std::logic_error(name);
     const ::Work work = *found;
-    return {name,    needs, minds, changes, [work](Desk &desk) { return [work, &desk] { return work.run(desk); }; },
-            setsOwed};
+    return {name, needs, minds, changes, [work](Desk &desk) { return [work, &desk] { return work.run(desk); }; }, sets};
 }
 
 /// The ledger as the dialog shows it; what another desk took since is told, and the user answers no.
@@ -74,14 +73,12 @@ Work collectByDialog(Desk &)
 Work sellProduct2(Desk &desk)
 {
     EntryLine line{0, QStringLiteral("0"), QStringLiteral("3"), {}, {}};
-    desk.session.rsSaleProductLists->setBookmark(ProductKey(2).bookmark());
     desk.orders.takeCurrentProduct(line);
     return [&desk, line] { return desk.orders.addDetailToSelectedOrder(order, line) == Outcome::Done; };
 }
 
 Work changeProduct2(Desk &desk)
 {
-    desk.session.rsSaleProductListsManager->setBookmark(ProductKey(2).bookmark());
     desk.products.beginChange();
     return [&desk] {
         return desk.products.change({QStringLiteral("차"), QStringLiteral("감초차"), QStringLiteral("600"),
@@ -117,12 +114,12 @@ std::vector<Operation> all()
     // Whoever deletes the order needs all that the window shows of it; whoever goes to the order needs it.
     constexpr unsigned whole = Order1 | Lines1 | Line1 | Ledger1 | Entry1;
     return {
-        known("line on a new order", 0, 0, NewDay),
-        known("line on the selected order", Order1, 0, Lines1),
+        known("line on a new order", Product2, 0, NewDay | Sold2),
+        known("line on the selected order", Order1 | Product2, 0, Lines1 | Sold2),
         {"line of the other product", Order1 | Product2, 0, Lines1 | Sold2, sellProduct2},
         known("delete a line", Line1, Order1, Lines1 | Line1),
         known("delete an order", whole, Fields1 | Owed1, whole | Fields1 | Owed1),
-        known("save an order", Fields1 | Owed1, Order1 | Lines1, Order1 | Fields1 | Owed1),
+        known("save an order", Fields1 | Owed1, Order1 | Lines1, Order1 | Fields1 | Owed1, Discount),
         known("return on the sale's day", Order1 | Line1, 0, Lines1 | Line1),
         known("return on a new order", Order1 | Line1, 0, Line1 | NewDay),
         known("first payment", 0, 0, Ledger2 | Owed2),
@@ -130,13 +127,13 @@ std::vector<Operation> all()
         known("further payment", Order1, 0, Ledger1),
         {"further payment by its dialog", Order1 | Ledger1 | Entry1 | Owed1, 0, Ledger1 | Owed1, payFurtherByDialog},
         known("payment by the form", Order1, 0, Ledger1),
-        known("change a ledger row by the form", Order1 | Entry1, 0, Ledger1 | Entry1 | Owed1, true),
+        known("change a ledger row by the form", Order1 | Entry1, 0, Ledger1 | Entry1 | Owed1, Owed),
         known("change a ledger row", Order1 | Entry1, 0, Ledger1 | Entry1),
         known("delete a ledger row", Entry1, 0, Ledger1 | Entry1),
         known("collect outstanding money", Order1, 0, Ledger1 | Owed1),
         {"collect by its dialog", Order1 | Ledger1 | Entry1 | Owed1, 0, Ledger1 | Owed1, collectByDialog},
         known("add a product", 0, 0, 0),
-        known("change a product", Product1, 0, Product1),
+        known("change a product", Product2 | Fields2, 0, Fields2, TaxParts),
         {"change the other product", Product2 | Fields2, 0, Fields2, changeProduct2},
         known("delete a product", Product2 | Sold2, 0, Product2 | Fields2),
         known("add a purchase", 0, 0, 0),
@@ -156,6 +153,16 @@ const std::vector<Operation> &operations()
 {
     static const std::vector<Operation> list = all();
     return list;
+}
+
+void showRows(SaleSession &session)
+{
+    session.rsCustSaleDetails->setBookmark(LineKey(1).bookmark());
+    session.rsCustTranManage->setBookmark(LedgerKey(1).bookmark());
+    session.rsSaleProductLists->setBookmark(ProductKey(2).bookmark());
+    session.rsSaleProductListsManager->setBookmark(ProductKey(2).bookmark());
+    session.rsProductIncoming->setBookmark(IncomingKey(1).bookmark());
+    session.rsCompanyMaster->setBookmark(DealerKey(2).bookmark());
 }
 
 int operationNamed(const QString &name)

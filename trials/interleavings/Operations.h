@@ -18,7 +18,6 @@ enum Thing : unsigned {
     Entry1 = 1 << 6,    ///< the first of them
     Ledger2 = 1 << 7,   ///< of the unpaid order
     Owed2 = 1 << 8,     ///< outstanding money of that
-    Product1 = 1 << 9,  ///< what stands in it
     Product2 = 1 << 10, ///< that it is there
     Fields2 = 1 << 11,  ///< what stands in it
     Sold2 = 1 << 12,    ///< whether there are lines of it
@@ -27,6 +26,13 @@ enum Thing : unsigned {
     DealerText2 = 1 << 15, ///< what stands in it
     Bought2 = 1 << 16,     ///< whether there are purchases from it
     NewDay = 1 << 17,      ///< the orders of today
+};
+
+/// Sums of an order that add up as long as every desk reckons them from the rows.
+enum Sum : unsigned {
+    TaxParts = 1 << 0, ///< which part is taxed; the whole adds up all the same
+    Discount = 1 << 1,
+    Owed = 1 << 2,
 };
 
 /// An operation of the module as two or three desks are to run it at once.
@@ -39,10 +45,13 @@ struct Operation
     unsigned changes;
     /// Looks at what the window shows, and returns the work; that tells or raises as Work::run does.
     std::function<std::function<bool()>(Desk &desk)> look;
-    bool setsOwed = false; ///< writes the outstanding money without regard to what it was
+    unsigned sets = 0; ///< the sums that it sets without regard to what they were
 };
 
 const std::vector<Operation> &operations();
+/// Makes the rows current that the operations are about, before any of them begins: a user sees what he edits or deletes,
+/// and what another desk does to it from then on is a conflict.
+void showRows(SaleSession &session);
 /// Index of the one of that name; raises std::runtime_error.
 int operationNamed(const QString &name);
 

@@ -1,6 +1,7 @@
 #include "trials/interleavings/Rows.h"
 
 #include "clinic/Tables.h"
+#include "trials/interleavings/Operations.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,11 +24,18 @@ QString columnOf(const Change::Cell &cell)
     return QString::fromLatin1(tableOf(cell.table).columns[std::size_t(cell.column)].name);
 }
 
-bool isSummed(const QString &column)
+constexpr unsigned setByNobody = 1U << 31;
+
+/// The sums that an operation must set for the column to be other than the sum; 0 for a column that is none.
+unsigned sumOf(const QString &column)
 {
-    static const QStringList summed{QStringLiteral("OrdM_TaxTotal"), QStringLiteral("OrdM_TaxFreeTotal"),
-                                    QStringLiteral("OrdM_Total")};
-    return summed.contains(column);
+    static const std::map<QString, unsigned> sums{{QStringLiteral("OrdM_TaxTotal"), TaxParts},
+                                                  {QStringLiteral("OrdM_TaxFreeTotal"), TaxParts},
+                                                  {QStringLiteral("OrdM_HalinTotal"), Discount},
+                                                  {QStringLiteral("OrdM_Misugum"), Owed},
+                                                  {QStringLiteral("OrdM_Total"), setByNobody}};
+    const auto found = sums.find(column);
+    return found == sums.end() ? 0 : found->second;
 }
 
 /// Without what the database gives: its key, the key of an order that is new, and the sums of one.
@@ -48,20 +56,29 @@ QStringList masked(const QString &table, QStringList row, const Rows &before)
 
 /// What several changed: the sum of what each did, or what one of them wrote.
 bool fits(const Change::Cell &cell, const QString &before, const QString &found, const QStringList &written,
-          bool freeOwed)
+          Allowance allowance)
 {
-    const QString column = columnOf(cell);
-    const bool owed = column == QLatin1String("OrdM_Misugum");
+    const unsigned summed = sumOf(columnOf(cell));
+    const unsigned set = allowance.set & summed;
+    // What is sold of a product moves to the other part with the product's tax; the rules of --check watch their sum.
+    if (set & TaxParts)
+        return true;
     if (written.isEmpty())
         return found == before;
-    if (owed && freeOwed)
+    if (set & Owed)
         return true;
     double sum = before.toDouble();
     for (const QString &value : written)
         sum += value.toDouble() - before.toDouble();
-    const bool asSum = std::abs(found.toDouble() - sum) < 0.5;
-    if (isSummed(column) || owed)
+    const auto isAbout = [&](double value) { return std::abs(found.toDouble() - value) < 0.5; };
+    const bool asSum = isAbout(sum);
+    if (summed != 0 && set == 0)
         return asSum;
+    // A discount that was typed stands until the next line: then it is that of the lines again, as if never typed.
+    if (set == Discount && allowance.reckoned && std::ranges::any_of(written, [&](const QString &typed) {
+            return isAbout(sum - (typed.toDouble() - before.toDouble()));
+        }))
+        return true;
     return written.contains(found) || (asSum && before != found);
 }
 
@@ -130,7 +147,7 @@ QString differenceFrom(const Rows &before, const Change &found, const std::vecto
         const QString was = before.at(cell.table).at(cell.key)[cell.column];
         const auto is = found.written.find(cell);
         const QString value = is == found.written.end() ? was : is->second;
-        if (!fits(cell, was, value, values, allowance.freeOwed))
+        if (!fits(cell, was, value, values, allowance))
             return QStringLiteral("%1 of %2 is %3, was %4, written: %5")
                 .arg(columnOf(cell))
                 .arg(cell.key)

@@ -39,11 +39,11 @@ struct Change
 Change changeOf(const Rows &before, const Rows &after);
 
 /// Whether what became of the rows is what those changes make together, in whatever order; a sentence when not.
-/// `freeOwed`: what is owed is written without regard to what it was. `sharedDay`: two may use one new order.
 struct Allowance
 {
-    bool freeOwed = false;
-    bool sharedDay = false;
+    unsigned set = 0;       ///< Sums that one of them sets without regard to what they were
+    bool reckoned = false;  ///< one of them reckons the sums of the order anew from its lines
+    bool sharedDay = false; ///< two may use one new order
 };
 QString differenceFrom(const Rows &before, const Change &found, const std::vector<const Change *> &parts,
                        Allowance allowance);

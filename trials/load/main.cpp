@@ -61,13 +61,21 @@ int tell(const trial::Findings &findings)
     return findings.faults.isEmpty() && findings.acknowledged > 0 ? 0 : 1;
 }
 
+/// A first payment holds 24 bits of an amount, so the tokens of all desks, which work in three shifts over a restore, are
+/// less than that.
+int tokensOfADesk(const trial::Options &options)
+{
+    const int shifts = options.number("restores") > 0 ? 3 : 1;
+    return std::min(1'000'000, (1 << 24) / (shifts * options.number("desks")));
+}
+
 /// Lets so many desks work on the clinic at once; false when one did not end by itself.
 bool work(trial::Ground &ground, const trial::Options &options, int seconds, int shift)
 {
     std::vector<std::unique_ptr<QProcess>> desks;
     for (int desk = shift; desk < shift + options.number("desks"); ++desk)
-        desks.push_back(ground.startDesk(seconds, unsigned(options.number("seed") + desk), 1'000'000 * desk + 1,
-                                         options.number("crowding")));
+        desks.push_back(ground.startDesk(seconds, unsigned(options.number("seed") + desk),
+                                         tokensOfADesk(options) * desk + 1, options.number("crowding")));
     bool ended = true;
     for (const auto &desk : desks)
         ended = desk->waitForFinished((seconds + 60) * 1000) && desk->exitCode() == 0 && ended;

@@ -59,6 +59,11 @@ bool productIsHeld(ado::Connection &connection, ProductKey product)
     return connection.holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number());
 }
 
+bool dealerIsHeld(ado::Connection &connection, DealerKey dealer)
+{
+    return connection.holdRow(QStringLiteral("tPSCompanyMaster"), QStringLiteral("CM_PK"), dealer.number());
+}
+
 void inOneStep(ado::Connection &connection, const std::function<void()> &work)
 {
     std::optional<ado::Transaction> own;

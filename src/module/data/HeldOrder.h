@@ -19,6 +19,8 @@ void holdLedgerRow(ado::Connection &connection, LedgerKey row, const ShownOrder 
 
 /// Locks the product's row, so that it cannot be deleted before the line that sells it is saved. False when it is gone.
 bool productIsHeld(ado::Connection &connection, ProductKey product);
+/// The same for the dealer that a purchase names.
+bool dealerIsHeld(ado::Connection &connection, DealerKey dealer);
 
 /// Runs `work` in the open transaction, else in one of its own, which an error rolls back. The error is rethrown.
 void inOneStep(ado::Connection &connection, const std::function<void()> &work);

@@ -1,6 +1,8 @@
 #include "products/DealerOperations.h"
 
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Operation.h"
 #include "products/GoneRow.h"
 #include "session/modGlobalVars.h"
@@ -47,6 +49,10 @@ SaveOutcome DealerOperations::save(DealerKey dealer, const DealerEdit &edit)
 DealerOperations::Deletion DealerOperations::remove(DealerKey dealer)
 {
     const runtime::Operation operation("delete dealer", {{"dealer", dealer.number()}});
+    ado::Transaction transaction(*gcnnMasterDB);
+    // Held while its purchases are counted: another desk could save one before it is deleted.
+    if (!dealerIsHeld(*gcnnMasterDB, dealer))
+        ado::raiseConflict();
     const qint16 used =
         countOf(gcnnMasterDB, clsSQL().getNumOfUsedCmpnySQL(dealer.number()), QStringLiteral("CMPNYCOUNT"), -1);
     if (used != 0)
@@ -55,5 +61,6 @@ DealerOperations::Deletion DealerOperations::remove(DealerKey dealer)
     if (!dealers.moveToKey(dealer.bookmark()))
         ado::raiseConflict();
     dealers.Delete();
+    transaction.commit();
     return Deletion::Deleted;
 }

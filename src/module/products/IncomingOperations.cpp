@@ -1,5 +1,6 @@
 #include "products/IncomingOperations.h"
 
+#include "data/HeldOrder.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
 #include "platform/runtime/Conversions.h"
@@ -20,6 +21,15 @@ SaveOutcome outcomeOfCheck(const IncomingEdit &edit)
     return isCountTooLong(edit.count) ? SaveOutcome::TooMuch : SaveOutcome::Saved;
 }
 
+/// The dealer of the edit. Another desk may have deleted it since it was chosen, and must not while the purchase is saved.
+DealerKey holdDealer(const IncomingEdit &edit)
+{
+    const DealerKey dealer(QVariant(runtime::Val(runtime::Trim(edit.companyTag))));
+    if (!dealerIsHeld(*gcnnMasterDB, dealer))
+        ado::raiseConflict();
+    return dealer;
+}
+
 } // namespace
 
 IncomingOperations::IncomingOperations(SaleSession &session)
@@ -37,10 +47,11 @@ SaveOutcome IncomingOperations::add(ProductKey product, const IncomingEdit &edit
     // may go over it.
     gcnnMasterDB->BeginTrans();
     // Another desk may have deleted the product: the purchase would be stored where no list shows it.
-    if (!gcnnMasterDB->holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number()))
+    if (!productIsHeld(*gcnnMasterDB, product))
         ado::raiseConflict();
+    const DealerKey dealer = holdDealer(edit);
     session_.rsProductIncoming->AddNew();
-    save(product.number(), edit);
+    save(product.number(), dealer, edit);
     return outcome;
 }
 
@@ -52,7 +63,7 @@ SaveOutcome IncomingOperations::change(IncomingKey purchase, const IncomingEdit 
         return outcome;
     find(purchase);
     gcnnMasterDB->BeginTrans();
-    save(session_.rsProductIncoming->value(QStringLiteral("PM_PK")), edit);
+    save(session_.rsProductIncoming->value(QStringLiteral("PM_PK")), holdDealer(edit), edit);
     return outcome;
 }
 
@@ -69,12 +80,12 @@ void IncomingOperations::find(IncomingKey purchase)
         ado::raiseConflict();
 }
 
-void IncomingOperations::save(const QVariant &product, const IncomingEdit &edit)
+void IncomingOperations::save(const QVariant &product, DealerKey dealer, const IncomingEdit &edit)
 {
     const auto pure = [](const QString &typed) { return clsNumberRelated().GetPureNumber(runtime::Trim(typed)); };
     ado::Recordset &incoming = *session_.rsProductIncoming;
     incoming.setValue(QStringLiteral("PM_PK"), product);
-    incoming.setValue(QStringLiteral("CM_PK"), runtime::Val(runtime::Trim(edit.companyTag)));
+    incoming.setValue(QStringLiteral("CM_PK"), dealer.number());
     incoming.setValue(QStringLiteral("IN_Count"), runtime::Val(edit.count));
     incoming.setValue(QStringLiteral("IN_UnitPrice"), pure(edit.unitPrice));
     incoming.setValue(QStringLiteral("IN_HalinTotal"), pure(edit.halinTotal));

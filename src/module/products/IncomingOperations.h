@@ -31,7 +31,8 @@ public:
     explicit IncomingOperations(SaleSession &session);
 
     /// Saves a new purchase of the product. Refused without a dealer, TooMuch for a quantity of more than nine digits,
-    /// before anything is begun. Raises RuntimeError; saved again after that, the purchase is stored once.
+    /// before anything is begun. Raises RuntimeError, a Conflict when product or dealer are gone; saved again after that,
+    /// the purchase is stored once.
     SaveOutcome add(ProductKey product, const IncomingEdit &edit);
     /// The same for a purchase of the list, wherever the list stands. It stays one of its product and takes the dealer of
     /// the edit, not the one it had.
@@ -41,7 +42,7 @@ public:
 
 private:
     void find(IncomingKey purchase);
-    void save(const QVariant &product, const IncomingEdit &edit);
+    void save(const QVariant &product, DealerKey dealer, const IncomingEdit &edit);
 
     SaleSession &session_;
 };

@@ -241,6 +241,8 @@ Outcome OrderOperations::deleteOrder(const ShownOrder &order)
         const QString ledger = clsSQL().delCustTranSQL(order.number(), session_.customer.lngCustPK);
         flow::inTransaction([&](ado::Connection &connection) {
             holdOrder(connection, order);
+            // A ledger row is deleted without its order being held: not between this look and the deletion.
+            connection.holdRow(QStringLiteral("tPSTransaction"), QStringLiteral("tpstrans_OrderM_PK"), order.number());
             requireAsShown(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order.number()));
             requireAsShown(session_.rsCustTranManage,
                            clsSQL().getCustTranSQL(session_.customer.lngCustPK, order.number()));
