@@ -165,7 +165,7 @@ TEST_F(CommandLine, CopiesImportsAndBringsAnOrderBack)
         {"--import ~tea.csv", "추가 0건, 수정 0건, 그대로 1건\n"},
         {"--export ~list.csv", "물품 63건을 저장했습니다"},
         {"--restore journal --order 7", "복원했습니다: 거래번호 7 · 환자번호 "},
-        {"--check", "위반이 없습니다"},
+        {"--check", "문제가 없습니다"},
     };
     for (const auto &use : uses) {
         if (QLatin1String(use.arguments).contains(QLatin1String("--order")))
