@@ -53,6 +53,26 @@ protected:
     static void settle() { QCoreApplication::processEvents(); }
 };
 
+/// Counts what a key makes of a list: how often it is painted, and whether the window is laid out anew.
+struct PaintCount : QObject
+{
+    explicit PaintCount(const QWidget *painted)
+        : list(painted)
+    {
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        paints += watched == list && event->type() == QEvent::Paint;
+        layouts += event->type() == QEvent::LayoutRequest;
+        return false;
+    }
+
+    const QWidget *list;
+    int paints = 0;
+    int layouts = 0;
+};
+
 const QKeyCombination enter(Qt::Key_Return);
 const QKeyCombination next(Qt::Key_F3);
 const QKeyCombination back(Qt::ShiftModifier, Qt::Key_F3);
@@ -106,6 +126,24 @@ TEST_F(FindTest, TheRowMovedToIsChosenAsByAKeyInTheList)
     manage();
     type(managerLine.box, "홍삼");
     EXPECT_EQ(text("txtProSaleInfo_1"), "홍삼정");
+}
+
+TEST_F(FindTest, AKeyPaintsTheListOnceAndLaysNothingOutAnew)
+{
+    sell();
+    type(saleLine.box, "옥"); // the box's first clear button is laid out once
+    QTest::keyClick(&at(saleLine.box), Qt::Key_Escape);
+    for (int turn = 0; turn < 20; ++turn) // a layout goes up one widget a turn
+        settle();
+    const PaintCount count(at<QTableView>(saleLine.grid).viewport());
+    QInputMethodEvent key;
+    key.setCommitString(QStringLiteral("ㅎ"));
+    QApplication::sendEvent(&at(saleLine.box), &key);
+    for (int turn = 0; turn < 20; ++turn)
+        settle();
+    EXPECT_EQ(found(saleLine), "4: 1 / 1 [4]");
+    EXPECT_EQ(count.paints, 1);
+    EXPECT_EQ(count.layouts, 0);
 }
 
 TEST_F(FindTest, KeysGoRoundTheHitsIntoTheListAndOutOfTheSearch)

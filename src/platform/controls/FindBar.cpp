@@ -47,13 +47,11 @@ FindBar::FindBar(RecordsetGrid *grid, const Design &design, QWidget *parent)
     box_->setClearButtonEnabled(true);
     place_->setTextFormat(Qt::PlainText);
     place_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    // So wide that the line keeps its width while somebody types.
-    for (const QString &text : {noneFits, QStringLiteral("999 / 999")})
-        place_->setMinimumWidth(std::max(place_->minimumWidth(), place_->fontMetrics().horizontalAdvance(text)));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(box_, 1);
     layout->addWidget(place_);
+    fixPlace();
     setFocusProxy(box_);
     setTabOrder(box_, grid_);
 
@@ -173,15 +171,40 @@ void FindBar::showPlace()
 {
     if (later_.isActive())
         return;
+    const QString text = placeText();
+    const int needed = place_->fontMetrics().horizontalAdvance(text);
+    if (needed > place_->width())
+        place_->setFixedWidth(needed);
+    place_->setText(text);
+}
+
+QString FindBar::placeText() const
+{
     if (failed_)
-        return place_->setText(QStringLiteral("가져오지 못했습니다"));
+        return QStringLiteral("가져오지 못했습니다");
     if (runtime::SearchPattern(box_->shownText()).isEmpty())
-        return place_->clear();
+        return {};
     if (hits_.empty())
-        return place_->setText(noneFits);
+        return noneFits;
     const int place = placeOfCurrent();
-    place_->setText(QStringLiteral("%1 / %2").arg(place < 0 ? QStringLiteral("–") : grouped(place + 1),
-                                                  grouped(int(hits_.size()))));
+    return QStringLiteral("%1 / %2").arg(place < 0 ? QStringLiteral("–") : grouped(place + 1),
+                                         grouped(int(hits_.size())));
+}
+
+/// A text that could change the label's size would have the whole window laid out and painted with every key.
+void FindBar::fixPlace()
+{
+    int width = 0;
+    for (const QString &text : {noneFits, QStringLiteral("999 / 999")})
+        width = std::max(width, place_->fontMetrics().horizontalAdvance(text));
+    place_->setFixedSize(width, box_->sizeHint().height());
+}
+
+void FindBar::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fixPlace();
 }
 
 /// Keys of the line, and of the grid while something is marked.

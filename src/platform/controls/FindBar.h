@@ -40,6 +40,7 @@ signals:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void search();
@@ -52,6 +53,8 @@ private:
     int rowOfCode() const;
     int placeOfCurrent() const;
     void showPlace();
+    QString placeText() const;
+    void fixPlace();
     bool takesKey(const QObject *watched, const QKeyEvent &event) const;
     void keyPressed(const QKeyEvent &event);
 

@@ -135,7 +135,7 @@ void RecordsetGrid::Private::tellRowChange()
 {
     ++told;
     marked = true;
-    model.setMarkedRow(hasRow() ? recordset()->currentRow() : -1);
+    markRow(hasRow() ? recordset()->currentRow() : -1);
     runEvent([this] { emit grid->rowChange(); }, grid);
 }
 
@@ -151,13 +151,23 @@ int RecordsetGrid::Private::columnToStandIn() const
     return 0;
 }
 
+/// Tells the heads alone: a model that says so itself has the stock view lay out and paint all of its rows once more.
+void RecordsetGrid::Private::markRow(int row)
+{
+    QHeaderView *const heads = grid->verticalHeader();
+    for (const int changed : {model.setMarkedRow(row), row}) {
+        if (changed >= 0 && changed < heads->count())
+            heads->headerDataChanged(Qt::Vertical, changed, changed);
+    }
+}
+
 void RecordsetGrid::Private::follow(bool select)
 {
     const QScopedValueRollback guard(following, true);
     QItemSelectionModel *selection = grid->selectionModel();
     const int row = recordset() && recordset()->isOpen() ? recordset()->currentRow() : -1;
     const QModelIndex cell = model.index(row, columnToStandIn());
-    model.setMarkedRow(cell.isValid() && marked ? row : -1);
+    markRow(cell.isValid() && marked ? row : -1);
     if (!cell.isValid()) {
         selection->clear();
         return;

@@ -28,6 +28,7 @@ struct RecordsetGrid::Private
     void moveRecordset();
     void chooseCurrent(bool untold);
     void tellRowChange();
+    void markRow(int row);
     void follow(bool select);
     int columnToStandIn() const;
 

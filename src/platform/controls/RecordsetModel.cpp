@@ -99,12 +99,9 @@ void RecordsetModel::rowRead(int row)
         emit dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
-void RecordsetModel::setMarkedRow(int row)
+int RecordsetModel::setMarkedRow(int row)
 {
-    for (const int changed : {std::exchange(markedRow_, row), row}) {
-        if (changed >= 0 && changed < rows_)
-            emit headerDataChanged(Qt::Vertical, changed, changed);
-    }
+    return std::exchange(markedRow_, row);
 }
 
 void RecordsetModel::setFoundRows(std::vector<int> rows)

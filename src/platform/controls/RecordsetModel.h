@@ -36,8 +36,8 @@ public:
     void reread();
     void rowRemoved(int row);
     void rowRead(int row);
-    /// The row that bears the mark of the current one; -1 for none.
-    void setMarkedRow(int row);
+    /// The row that bears the mark of the current one, -1 for none; returns the row before. Whoever shows the heads paints both.
+    int setMarkedRow(int row);
     /// Ascending; they lose their marks when rows come anew or go.
     void setFoundRows(std::vector<int> rows);
 
