@@ -7,6 +7,7 @@
 #include "tests/support/DialogDriver.h"
 
 #include <QHeaderView>
+#include <QSignalSpy>
 #include <QWindow>
 
 using testing::StartsWith;
@@ -65,6 +66,7 @@ protected:
     }
     Rows owed() { return rows("SELECT OrdM_Misugum FROM tPSOrderMaster ORDER BY OrdM_PK"); }
 
+    QSignalSpy done_{&session_, &SaleSession::done};
     OutstandingFlow outstanding_{session_, *pane_, &window_};
     const int first_ = 1;
     const int second_ = 2;
@@ -129,6 +131,7 @@ TEST_F(OutstandingButton, APaidOrderStaysInTheListUntilItIsOpenedAnew)
         EXPECT_THAT(boxes_.take(), ElementsAre(nothing)) << "collected by another desk in the meantime";
     });
     EXPECT_EQ(ledgerRows().size(), 1u);
+    EXPECT_EQ(done_.takeFirst().at(0).toString().toStdString(), "미수금 수납 ₩5,000");
 
     openList([](const DialogDriver &form) {
         EXPECT_THAT(shown(form), IsEmpty());
@@ -137,6 +140,7 @@ TEST_F(OutstandingButton, APaidOrderStaysInTheListUntilItIsOpenedAnew)
         form.press("cmdMisuMoneyPay");
     });
     EXPECT_THAT(boxes_.take(), IsEmpty());
+    EXPECT_EQ(done_.count(), 0) << "a list without a payment";
 }
 
 TEST_F(OutstandingButton, AFailedPaymentIsToldAndChangesNothing)

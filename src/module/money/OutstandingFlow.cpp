@@ -1,5 +1,6 @@
 #include "money/OutstandingFlow.h"
 
+#include "data/WonText.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingMoney.h"
 #include "money/frmMisuMoneyManager.h"
@@ -24,6 +25,8 @@ void OutstandingFlow::showOutstandingMoney()
     {
         const controls::Modal<frmMisuMoneyManager> dialog(owner_);
         dialog->MisuMoneyManager(gcnnMasterDB, owner_, outstanding::OneCustomer, session_.customer.lngCustPK, 0);
+        if (self && dialog && !dialog->paid().isZero())
+            emit session_.done(QStringLiteral("미수금 수납 ") + wonText(dialog->paid()));
     }
     if (!self || !session_.rsCustSaleMaster)
         return;

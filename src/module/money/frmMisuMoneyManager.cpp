@@ -225,6 +225,8 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment, Led
                InformationIcon, QStringLiteral("미수금 수납 기록 오류"), this);
         return;
     }
+    if (written)
+        paid_ += runtime::Currency::fromWon(payment.lngMoney);
     attempt([this] { showPaidOrder(); });
     // The payment is saved: the text must say so, or the user would take it again.
     if (written && attempt.failed())

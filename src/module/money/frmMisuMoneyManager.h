@@ -26,6 +26,8 @@ public:
     /// `intMode` 0 lists all customers, 1 the one of `lngCustPK`; the last number has no meaning here.
     qint16 MisuMoneyManager(const ado::ConnectionPtr &cnCon, QWidget *frmOwner, qint16 intMode, qint32 lngCustPK,
                             qint32 lngUnused);
+    /// All that was taken and saved while it was shown.
+    runtime::Currency paid() const { return paid_; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -69,6 +71,7 @@ private:
 
     qint16 intListMode_ = 0;
     qint32 lngCustPK_ = 0;
+    runtime::Currency paid_;
     ado::ConnectionPtr cnCon_;
     std::unique_ptr<ado::Recordset> rsReceiptView_;
     std::vector<int> sortColumns_; ///< in the order in which they were chosen

@@ -58,6 +58,7 @@ void frmMisuMoneyManager::makeGrid()
     dgReceiptView_ = named(new controls::RecordsetGrid(this), QStringLiteral("dgReceiptView"));
     dgReceiptView_->setAccessibleName(QStringLiteral("미수금 목록"));
     dgReceiptView_->setColumns(outstandingColumns());
+    dgReceiptView_->setEmptyText(QStringLiteral("미수금이 있는 거래가 없습니다."));
     dgReceiptView_->horizontalHeader()->setSortIndicatorShown(true);
     dgReceiptView_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     // The selected row looks like a window in front while the list has the focus, like a button while it has not.

@@ -145,9 +145,12 @@ void DealerPane::deleteRow()
     if (!agrees(QStringLiteral("거래처를 삭제하시겠습니까?"), title))
         return;
     tellIfGone(dealer.bookmark(), [&] {
-        if (operations_.remove(dealer) == DealerOperations::Deletion::InUse)
+        const DealerOperations::Deletion deletion = operations_.remove(dealer);
+        if (deletion == DealerOperations::Deletion::InUse)
             MsgBox(QStringLiteral("해당 거래처의 이름으로 주문내역이 있습니다. 거래없음을 체크하여 사용중지 하십시오."),
                    InformationIcon, title, this);
+        if (deletion == DealerOperations::Deletion::Deleted)
+            tellDone(QStringLiteral("삭제"));
     });
 }
 

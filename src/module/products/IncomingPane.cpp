@@ -171,7 +171,10 @@ void IncomingPane::deleteRow()
         return;
     const IncomingKey purchase(rows_->bookmark());
     if (agrees(QStringLiteral("물품 구매내역을 삭제 하시겠습니까?"), QStringLiteral("삭제")))
-        tellIfGone(purchase.bookmark(), [&] { operations_.remove(purchase); });
+        tellIfGone(purchase.bookmark(), [&] {
+            operations_.remove(purchase);
+            tellDone(QStringLiteral("삭제"));
+        });
 }
 
 IncomingEdit IncomingPane::typed() const
@@ -207,9 +210,10 @@ SaveOutcome IncomingPane::save()
 void IncomingPane::saveRow()
 {
     const SaveOutcome outcome = save();
-    if (outcome == SaveOutcome::Saved)
+    if (outcome == SaveOutcome::Saved) {
         endEdit({});
-    else if (outcome == SaveOutcome::TooMuch)
+        tellDone(QStringLiteral("저장"));
+    } else if (outcome == SaveOutcome::TooMuch)
         refuse(QStringLiteral("구매수량이 9자리를 넘어 저장하지 않았습니다. 구매수량을 다시 입력하십시오."),
                InformationIcon, incomingTitle, txtIncCount_);
     else

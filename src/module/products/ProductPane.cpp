@@ -171,6 +171,8 @@ void ProductPane::deleteRow()
     const ProductOperations::Deletion deletion = operations_.remove(product);
     if (deletion == ProductOperations::Deletion::Gone)
         leaveGone();
+    if (deletion == ProductOperations::Deletion::Deleted)
+        tellDone(QStringLiteral("삭제"));
     if (deletion != ProductOperations::Deletion::Sold)
         return;
     MsgBox(QStringLiteral("물품이 이미 판매 되었으므로 삭제 할 수 없습니다.\r\n"

@@ -169,6 +169,8 @@ void RecordEditor::endSave(SaveOutcome outcome, const ado::Bookmark &edited)
                QStringLiteral("저장"), this);
     if (alive)
         endEdit(failed ? edited : ado::Bookmark());
+    if (alive && !failed)
+        tellDone(QStringLiteral("저장"));
 }
 
 void RecordEditor::endEdit(const ado::Bookmark &row)
@@ -203,6 +205,11 @@ bool RecordEditor::agrees(const QString &question, const QString &title)
 {
     const QPointer<RecordEditor> alive(this);
     return MsgBox(question, controls::YesNo | InformationIcon, title, this) == controls::Answer::Yes && alive;
+}
+
+void RecordEditor::tellDone(const QString &what)
+{
+    emit session_.done(texts_.kind + u' ' + what);
 }
 
 void RecordEditor::tellIfGone(const ado::Bookmark &row, const std::function<void()> &remove)

@@ -90,6 +90,8 @@ protected:
     /// Runs what deletes the row. A conflict about a row that is gone is told here; any other error goes on.
     void tellIfGone(const ado::Bookmark &row, const std::function<void()> &remove);
     void leaveGone();
+    /// Beside the window's status: the kind of row and what was done with it.
+    void tellDone(const QString &what);
 
     SaleSession &session_;
     PaneShell &shell_;

@@ -70,6 +70,7 @@ void frmDealerSelect::createControls()
     tdbDealerSelect_ = named(new controls::RecordsetGrid(this), QStringLiteral("tdbDealerSelect"));
     tdbDealerSelect_->setAccessibleName(QStringLiteral("거래처"));
     tdbDealerSelect_->setColumns(dealerSelectColumns());
+    tdbDealerSelect_->setEmptyText(QStringLiteral("찾은 거래처가 없습니다. 다른 이름으로 검색하십시오."));
     cmdOk_ = named(new QPushButton(QStringLiteral("선택(F12)"), this), QStringLiteral("cmdOk"));
     cmdCancel_ = named(new QPushButton(QStringLiteral("취소(F9)"), this), QStringLiteral("cmdCancel"));
     QFont strong = cmdOk_->font();
