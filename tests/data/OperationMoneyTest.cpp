@@ -196,6 +196,10 @@ TEST_P(OperationMoney, HandsOutTheTreatmentReceiptsOfSomeDays)
         {"a receipt without ledger rows", {day(2)}, 0, 0, 0, 0, 0, 1},
         {"a day without receipts", {day(9)}, 0, 0, 0, 0, 0, 0},
     };
+    database_.run(
+        "INSERT INTO tPSTransaction (tpstrans_Customer_PK, tpstrans_OrderM_PK, tpstrans_Date, tpstrans_Operator, "
+        "tpstrans_Money) SELECT 1, Receipt_PK, '2026-11-02', 9, 77 FROM Receipt WHERE Customer_PK = 1 AND TxDate = "
+        "'2026-11-02'"); // of a kind that nobody counts
     ado::Recordset rows; // stays open from one call to the next, as a caller's does
     for (const auto &row : table) {
         qint32 bonin = 1, halin = 1, jeolsa = 1, sunap = 1, refund = 1;

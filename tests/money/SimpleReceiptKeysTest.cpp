@@ -94,6 +94,7 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
             QTest::keyClick(dialog_->windowHandle(), character);
         key(Qt::Key_Backspace);
         key(Qt::Key_V, Qt::ControlModifier);
+        key(Qt::Key_Z, Qt::ControlModifier);
         QInputMethodEvent hangul;
         hangul.setCommitString("가");
         QApplication::sendEvent(QApplication::focusWidget(), &hangul);
@@ -140,6 +141,12 @@ TEST_F(SimpleReceiptKeys, StepsGoToTheAmountThatHasTheFocusUntilAKeyIsTyped)
     step(3);
     EXPECT_EQ(step(3), "-7700") << "there is no floor";
     EXPECT_EQ(form_->text("lblGeneralRemain"), "20,000");
+
+    form_->find<QLineEdit>("txtGeneralSuNapMoney_0")->clear();
+    EXPECT_EQ(step(1), "1000") << "from nothing";
+    QFocusEvent windowBehind(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(QApplication::focusWidget(), &windowBehind);
+    EXPECT_TRUE(stepsEnabled()) << "another window came to the front";
 
     key(Qt::Key_1);
     EXPECT_FALSE(stepsEnabled());

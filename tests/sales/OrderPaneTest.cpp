@@ -322,6 +322,8 @@ TEST_F(OrderPaneTest, ReceiptsAskForAnOrderAndAPeriodThatRunsForwards)
     EXPECT_TRUE(QFile::exists(roll));
     const auto printPeriod = [] { return opened([] { push("chkCmdPrintReceipt_1"); }); };
     EXPECT_EQ(printPeriod(), "frmPrinter");
+    at<QDateEdit>("uxStartDateDTP").setDate(at<QDateEdit>("uxEndDateDTP").date());
+    EXPECT_EQ(printPeriod(), "frmPrinter") << "of one day";
     at<QDateEdit>("uxStartDateDTP").setDate(at<QDateEdit>("uxEndDateDTP").date().addDays(1));
     EXPECT_EQ(printPeriod(), "");
     EXPECT_THAT(boxes_.take(), ElementsAre("물품판매관리: 시작일이 종료일 보다 큽니다. 날짜를 변경하십시오."));

@@ -47,13 +47,14 @@ QString quoted(QString text)
 
 QString sealingTrigger()
 {
-    const QString place = QStringLiteral("(SELECT COALESCE(MAX(DJ_Place), 0) + 1 FROM t_DeskJournal)");
-    return QStringLiteral("CREATE TEMP TRIGGER IF NOT EXISTS journal_seal AFTER INSERT ON main.t_DeskJournal BEGIN "
-                          "UPDATE t_DeskJournal SET DJ_Who = %1, DJ_Place = %2, DJ_Hash = desk_seal((SELECT DJ_Hash "
-                          "FROM t_DeskJournal WHERE DJ_Place IS NOT NULL ORDER BY DJ_Place DESC LIMIT 1), %2, "
-                          "NEW.DJ_Time, %1, NEW.DJ_Action, NEW.DJ_Table, NEW.DJ_Row, NEW.DJ_Order, NEW.DJ_Customer, "
-                          "NEW.DJ_Old, NEW.DJ_New) WHERE DJ_PK = NEW.DJ_PK; END")
-        .arg(quoted(whoHere()), place);
+    return QStringLiteral(
+               "CREATE TEMP TRIGGER IF NOT EXISTS journal_seal AFTER INSERT ON main.t_DeskJournal BEGIN "
+               "UPDATE t_DeskJournal SET (DJ_Who, DJ_Place, DJ_Hash) = (SELECT %1, last.place + 1, "
+               "desk_seal(last.hash, last.place + 1, NEW.DJ_Time, %1, NEW.DJ_Action, NEW.DJ_Table, NEW.DJ_Row, "
+               "NEW.DJ_Order, NEW.DJ_Customer, NEW.DJ_Old, NEW.DJ_New) FROM (SELECT DJ_Place AS place, DJ_Hash "
+               "AS hash FROM t_DeskJournal WHERE DJ_Place IS NOT NULL UNION ALL SELECT 0, NULL ORDER BY 1 DESC "
+               "LIMIT 1) AS last) WHERE DJ_PK = NEW.DJ_PK; END")
+        .arg(quoted(whoHere()));
 }
 
 } // namespace
