@@ -1,5 +1,7 @@
 #include "platform/print/RollPaper.h"
 #include "platform/print/Printers.h"
+#include "platform/runtime/RuntimeError.h"
+#include "printing/RollRows.h"
 #include "tests/printing/ReceiptDesk.h"
 #include "tests/support/LogLines.h"
 #include "tests/support/PaperImage.h"
@@ -123,4 +125,33 @@ TEST_F(RollPaperTest, EveryRollCarriesTheWholeReceiptInOrder)
             EXPECT_LE(word.box.right(), one.queue.width / 72.0 * 25.4 - edge + 0.2) << word.text.toStdString();
         }
     }
+}
+
+TEST_F(RollPaperTest, EveryWidthCarriesTheReceiptOrRefusesIt)
+{
+    const RollReceiptOrder order = rollOrder(orderOfLines(3));
+    int refused = 0;
+    for (double width = 80; width > 20; width -= 2) {
+        SCOPED_TRACE(width);
+        try {
+            const print::Document document = rollReceipt(order, print::endlessRoll(width));
+            const Paper paper = Paper::of(document);
+            EXPECT_EQ(firstNotInOrder(paper, textsOf(3)).toStdString(), "");
+            EXPECT_EQ(paper.overlaps(), QStringList());
+            for (const Paper::Word &word : paper.words()) {
+                EXPECT_GE(word.box.left(), -0.2) << word.text.toStdString();
+                EXPECT_LE(word.box.right(), width + 0.2) << word.text.toStdString();
+            }
+            for (const print::TextItem &text : document.pages().front().texts) {
+                const bool isRule = text.text.startsWith(QLatin1String("--"));
+                EXPECT_TRUE(isRule || print::pointsOnOneLine(text) >= leastRollPoints) << text.text.toStdString();
+            }
+            EXPECT_EQ(refused, 0) << "a wider one was refused";
+        } catch (const runtime::RuntimeError &error) {
+            ++refused;
+            EXPECT_EQ(error.description().toStdString(), "영수증을 출력하기에는 프린터의 용지 폭이 너무 좁습니다.");
+        }
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_LE(refused, 10) << "40 mm and more carry it";
 }

@@ -22,6 +22,7 @@ struct RollRows::Line
 {
     double down = 0;  ///< further lines above it, mm of the template
     double taken = 0; ///< right end of what left its place on this line
+    double inked = 0; ///< right end of all that stands on it
 };
 
 RollRows::RollRows(double width, float sngRate)
@@ -65,7 +66,7 @@ void RollRows::put(const RollBox &one, float sngTop)
 void RollRows::nextLine(Line &line, const TemplateBox &box) const
 {
     line.down += print::lineHeight(printed(box, 0).font) / double(sngRate_);
-    line.taken = 0;
+    line.taken = line.inked = 0;
 }
 
 void RollRows::place(const RollBox &one, bool alone, float sngTop, Line &line)
@@ -82,6 +83,18 @@ void RollRows::place(const RollBox &one, bool alone, float sngTop, Line &line)
     if (one.box.place.left() < line.taken)
         nextLine(line, one.box);
     put(one, sngTop + float(line.down));
+    line.inked = std::max(line.inked, rightOf(one.box));
+}
+
+/// Where its ink ends, mm of the template.
+double RollRows::rightOf(const TemplateBox &box) const
+{
+    return box.align == print::Align::Left ? box.place.left() + inkOf(box) : box.place.right();
+}
+
+double RollRows::inkOf(const TemplateBox &box) const
+{
+    return print::widthOnOneLine(printed(box, 0)) / double(sngRate_);
 }
 
 void RollRows::placeOverLines(RollBox one, float sngTop, Line &line)
@@ -93,7 +106,8 @@ void RollRows::placeOverLines(RollBox one, float sngTop, Line &line)
         box.place.setRight(width_);
     else
         box.place.setLeft(0);
-    if (box.place.left() < line.taken)
+    const bool meetsOthers = left ? box.place.left() < line.taken : box.place.right() - inkOf(box) < line.inked;
+    if (meetsOthers)
         nextLine(line, box);
     const QString whole = box.text;
     const QStringList lines = left ? print::linesOf(printed(box, sngTop)) : QStringList(whole);
@@ -106,8 +120,7 @@ void RollRows::placeOverLines(RollBox one, float sngTop, Line &line)
                                         QStringLiteral("영수증을 출력하기에는 프린터의 용지 폭이 너무 좁습니다."));
         put(one, sngTop + float(line.down));
     }
-    line.taken =
-        left ? box.place.left() + print::widthOnOneLine(printed(box, sngTop)) / double(sngRate_) : box.place.right();
+    line.taken = line.inked = rightOf(box);
 }
 
 void RollRows::endPart()

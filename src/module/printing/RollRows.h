@@ -40,6 +40,8 @@ private:
     struct Line;
     void place(const RollBox &one, bool alone, float sngTop, Line &line);
     void placeOverLines(RollBox one, float sngTop, Line &line);
+    double rightOf(const TemplateBox &box) const;
+    double inkOf(const TemplateBox &box) const; ///< width of its text, mm of the template
     void put(const RollBox &one, float sngTop);
     print::TextItem printed(const TemplateBox &box, float sngTop) const;
     void nextLine(Line &line, const TemplateBox &box) const;
