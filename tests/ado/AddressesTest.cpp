@@ -91,6 +91,41 @@ TEST(Addresses, NameAServerByNameNumberOrSocket)
     }
 }
 
+TEST(Addresses, OfSeveralServersEndAtTheFirstThatFitsAndTellOfEach)
+{
+    TestDatabase clinic(ado::Engine::PostgreSQL);
+    const QString folder =
+        QString::fromUtf8(QUrl::toPercentEncoding(clinic.address().section(QStringLiteral("host="), 1)));
+    const auto open = [&](const QString &servers, const char *options) {
+        return ado::Connection::open(QStringLiteral("postgresql://clinic@%1/%2%3")
+                                         .arg(servers, clinic.serverDatabase(), QLatin1String(options)));
+    };
+    const char *const readOnly = "?options=-c%20default_transaction_read_only%3Don";
+    const char *const mustWrite = "?target_session_attrs=read-write&options=-c%20default_transaction_read_only%3Don";
+    const QString store = QStringLiteral("INSERT INTO t_HospSetup (HS_KEY) VALUES ('a')");
+    open(QStringLiteral("127.0.0.1:1,") + folder, "?target_session_attrs=read-write")->Execute(store);
+
+    const struct
+    {
+        QString servers;
+        const char *options;
+        std::vector<const char *> told;
+    } cases[] = {
+        {QStringLiteral("127.0.0.1:1,[::1]:2"), "", {"127.0.0.1", "port 1", "::1", "port 2"}},
+        {folder, readOnly, {"읽기 전용 서버라 저장하지 않았습니다."}},
+        {QStringLiteral("127.0.0.1:1,") + folder, mustWrite, {"port 1", "맞는 서버가 지금 없습니다."}},
+    };
+    for (const auto &one : cases) {
+        try {
+            open(one.servers, one.options)->Execute(store);
+            ADD_FAILURE() << one.servers.toStdString();
+        } catch (const runtime::RuntimeError &error) {
+            for (const char *told : one.told)
+                EXPECT_TRUE(error.description().contains(QString::fromUtf8(told))) << error.description().toStdString();
+        }
+    }
+}
+
 TEST(Addresses, OfAnOdbcSourceNeedNotKnowThePeculiarSettingOfTheServerBehindIt)
 {
     TestDatabase clinic(ado::Engine::Odbc);

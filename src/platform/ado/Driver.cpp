@@ -92,6 +92,11 @@ void Driver::reopen()
 
 void Driver::refuse(const QString &serverText, const QByteArray &state, runtime::Place raised)
 {
+    if (state == "25006") // read-only: a standby, or one that a technician closed for writing
+        throw RuntimeError(
+            ErrorNumber::Database,
+            QStringLiteral("읽기 전용 서버라 저장하지 않았습니다. 쓰기가 되는 서버의 주소로 접속하십시오."),
+            {state, serverText}, raised);
     throw RuntimeError(
         ErrorNumber::Database,
         QStringLiteral("저장하거나 가져오지 못했습니다. 잠시 후 다시 시도하고, 계속되면 개발사로 문의하십시오.\n(%1)")

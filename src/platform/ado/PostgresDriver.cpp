@@ -74,7 +74,12 @@ void PostgresDriver::openSession()
     handle_ = PQconnectdbParams(names.data(), values.data(), 0);
     ending_ = false;
     if (PQstatus(handle_) != CONNECTION_OK) {
-        const QString why = QString::fromUtf8(PQerrorMessage(handle_));
+        QString why = QString::fromUtf8(PQerrorMessage(handle_)).trimmed();
+        if (std::ranges::any_of(parameters_, [](const auto &parameter) {
+                return parameter.first == QLatin1String("target_session_attrs")
+                       && parameter.second != QLatin1String("any");
+            }))
+            why += QStringLiteral("\n주소에 적힌 서버 가운데 target_session_attrs에 맞는 서버가 지금 없습니다.");
         closeSession();
         connectionLost(why);
     }
