@@ -20,7 +20,7 @@ class YesSayer
 public:
     YesSayer()
     {
-        controls::setMessageHandler([this](const QString &, int flags, const QString &) {
+        controls::setMessageHandler([this](const QString &, int flags, const QString &, const QString &) {
             const bool question = (flags & 0xF) == controls::YesNoCancel;
             failed_ = failed_ || !question;
             return question ? controls::Answer::Yes : controls::Answer::Confirm;

@@ -25,7 +25,7 @@ class YesToAll
 public:
     YesToAll()
     {
-        controls::setMessageHandler([](const QString &, int flags, const QString &) {
+        controls::setMessageHandler([](const QString &, int flags, const QString &, const QString &) {
             return flags & controls::YesNo ? controls::Answer::Yes : controls::Answer::Confirm;
         });
     }

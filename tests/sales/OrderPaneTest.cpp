@@ -136,7 +136,10 @@ TEST_F(OrderPaneTest, AFieldThatBothDesksWroteIsToldOnceAndTheTypedTextStays)
         type("txtOrderMaster_2", "부산");
         atOtherDesk(changes[at]);
         push("chkcmdCSSaveInfo_0");
-        EXPECT_THAT(boxes_.take(), ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오."));
+        EXPECT_THAT(boxes_.take(),
+                    ElementsAre("저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오. "
+                                "{다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 "
+                                "있습니다.\n확인한 뒤 다시 저장하거나 취소하십시오.}"));
         EXPECT_FALSE(gcnnMasterDB->inTransaction());
         EXPECT_EQ(text("txtOrderMaster_2"), "부산");
         EXPECT_EQ(inEdit(), "order") << "the user decides over what was typed";

@@ -21,20 +21,22 @@ public:
         QString text;
         int flags;
         QString title;
+        QString remark;
     };
 
     MessageRecorder()
     {
-        controls::setMessageHandler([this](const QString &text, int flags, const QString &title) {
-            messages.append({text, flags, title});
-            if (const auto act = std::exchange(whileItStands, {}))
-                act();
-            if (answers.empty())
-                return flags & 0xF ? controls::Answer::No : controls::Answer::Confirm;
-            const controls::Answer answer = answers.front();
-            answers.pop_front();
-            return answer;
-        });
+        controls::setMessageHandler(
+            [this](const QString &text, int flags, const QString &title, const QString &remark) {
+                messages.append({text, flags, title, remark});
+                if (const auto act = std::exchange(whileItStands, {}))
+                    act();
+                if (answers.empty())
+                    return flags & 0xF ? controls::Answer::No : controls::Answer::Confirm;
+                const controls::Answer answer = answers.front();
+                answers.pop_front();
+                return answer;
+            });
     }
     ~MessageRecorder() { controls::setMessageHandler({}); }
     MessageRecorder(const MessageRecorder &) = delete;
@@ -47,12 +49,14 @@ public:
             all << message.text;
         return all;
     }
-    /// "title: text" of the boxes so far; forgets them.
+    /// "title: text" of the boxes so far, a remark in braces behind it; forgets them.
     std::vector<std::string> take()
     {
         std::vector<std::string> said;
         for (const Message &message : std::exchange(messages, {}))
-            said.push_back((message.title + QStringLiteral(": ") + message.text).toStdString());
+            said.push_back((message.title + QStringLiteral(": ") + message.text
+                            + (message.remark.isEmpty() ? QString() : QStringLiteral(" {%1}").arg(message.remark)))
+                               .toStdString());
         return said;
     }
 

@@ -75,7 +75,16 @@ protected:
 
 const char *const notAdded = "판매추가: 판매추가를 실패 했습니다. 다시 시도 하십시오.\n";
 const char *const notSaved = "저장: 저장을 하지 못했습니다. 서버와의 연결을 확인하십시오.\n";
+const char *const productGone = "다른 데스크에서 먼저 삭제한 물품입니다.";
 const char *const conflict = "다른 데스크에서 먼저 수정하거나 삭제했습니다.";
+const char *const editStays = "다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"
+                              "확인한 뒤 다시 저장하거나 취소하십시오.";
+
+/// A box's line with the remark that stands below its text.
+std::string remarked(std::string line, const std::string &remark)
+{
+    return line.insert(line.size() - 1, " {" + remark + "}");
+}
 
 } // namespace
 
@@ -98,7 +107,7 @@ TEST_P(StaleWindow, AnOrderOfAnotherPatientOrOfARestoredDatabaseTakesNothing)
     {
         const char *what;
         std::function<void()> act;
-        const char *told;
+        std::string told;
     } cases[] = {
         {"line",
          [&] {
@@ -133,7 +142,7 @@ TEST_P(StaleWindow, AnOrderOfAnotherPatientOrOfARestoredDatabaseTakesNothing)
              desk_->click("chkcmdCSSaveInfo_0");
              desk_->click("chkcmdCSSaveInfo_1");
          },
-         notSaved},
+         remarked(notSaved, editStays)},
         {"outstanding money in the list",
          [&] {
              comesBack();
@@ -230,13 +239,13 @@ TEST_P(StaleWindow, AProductThatIsGoneIsNeitherSoldNorTakenBack)
         desk_->click(qPrintable(QStringLiteral("ssoptSellType_%1").arg(kind)));
         desk_->boxes.answers = {Answer::No};
         desk_->addLine(0, "1");
-        EXPECT_THAT(desk_->said(), EndsWith(told[kind]));
+        EXPECT_THAT(desk_->said(), EndsWith(remarked(told[kind], productGone)));
         EXPECT_EQ(desk_->all(), before);
         EXPECT_EQ(desk_->rowsOf("tdbSaleProductLists"), 2) << "the list shows what there is";
     }
     const std::string before = desk_->all();
     saveIn("chkCmdRefund", "chkCmdSave");
-    EXPECT_EQ(desk_->said(), "반품: 오류가 있어 반품처리를 완료하지 못했습니다.\n");
+    EXPECT_EQ(desk_->said(), remarked("반품: 오류가 있어 반품처리를 완료하지 못했습니다.\n", productGone));
     EXPECT_EQ(desk_->all(), before) << "no note either";
 }
 
@@ -405,13 +414,20 @@ TEST_P(StaleWindow, SumsThatDoNotFitAndPartsOfAWonLeaveNoLine)
         EXPECT_THAT(desk_->said(), EndsWith(notAdded));
         EXPECT_EQ(desk_->all(), before);
     }
-    for (const char *outstanding : {"1.5", "", "-\\1,500"}) {
+    const struct
+    {
+        const char *typed;
+        const char *refused;
+    } cases[] = {{"1.5", "1원 미만의 금액은 저장할 수 없습니다: 1.5"},
+                 {"", "숫자나 날짜로 입력하십시오: "},
+                 {"-\\1,500", nullptr}};
+    for (const auto &one : cases) {
         desk_->choose("tdbCustSaleMaster", 0);
         desk_->click("chkCmdOrderMasterED_0");
-        desk_->control<QLineEdit>("txtOrderMaster_7")->setText(QString::fromLatin1(outstanding));
+        desk_->control<QLineEdit>("txtOrderMaster_7")->setText(QString::fromLatin1(one.typed));
         desk_->click("chkcmdCSSaveInfo_0");
-        EXPECT_EQ(desk_->said(), *outstanding == '-' ? "" : notSaved) << outstanding;
-        EXPECT_EQ(desk_->all() == before, *outstanding != '-') << outstanding;
+        EXPECT_EQ(desk_->said(), one.refused ? remarked(notSaved, one.refused) : "") << one.typed;
+        EXPECT_EQ(desk_->all() == before, one.refused != nullptr) << one.typed;
     }
 }
 
@@ -422,7 +438,7 @@ TEST_P(StaleWindow, ATextWithASignThatNoServerKeepsIsNotSaved)
     desk_->click("chkCmdOrderMasterED_0");
     desk_->control<QLineEdit>("txtOrderMaster_5")->setText(typed);
     desk_->click("chkcmdCSSaveInfo_0");
-    EXPECT_EQ(desk_->said(), notSaved);
+    EXPECT_EQ(desk_->said(), remarked(notSaved, "저장할 수 없는 문자가 있습니다. 지우고 다시 입력하십시오."));
     desk_->in("chkCmdRefund", [&](QWidget *dialog) {
         desk_->actor.control<QLineEdit>(dialog, QStringLiteral("txtRfndMemo"))->setText(typed);
         desk_->press(dialog, "chkCmdSave");

@@ -132,7 +132,7 @@ Answer MsgBox(const QString &text, int flags, const QString &title, QWidget *own
     QWidget *window = windowBehind(owner);
     const QString shownTitle = !title.isEmpty() || !window ? title : window->windowTitle();
     if (const MessageHandler handler = installedHandler())
-        return handler(text, flags, shownTitle);
+        return handler(text, flags, shownTitle, remark);
     return showBox(text, flags, shownTitle, window, remark);
 }
 

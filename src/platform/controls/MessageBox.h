@@ -28,7 +28,8 @@ Answer MsgBox(const QString &text, int flags = ConfirmOnly, const QString &title
               const QString &remark = QString());
 
 /// Replaces the box, for tests and trial runs; an empty function brings it back.
-using MessageHandler = std::function<Answer(const QString &text, int flags, const QString &title)>;
+using MessageHandler =
+    std::function<Answer(const QString &text, int flags, const QString &title, const QString &remark)>;
 void setMessageHandler(MessageHandler handler);
 
 } // namespace controls
