@@ -197,7 +197,8 @@ int tend(const desk::Options &options)
     if (options.order)
         return undo::orderOnTerminal(*openClinic(addressOf(options)), options.restoreFile, *options.order);
     if (!options.restoreFile.isEmpty())
-        return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
+        return backup::restoreOnTerminal(addressOf(options), options.restoreFile,
+                                         options.all ? backup::Scope::All : backup::Scope::Sales);
     if (!options.copyTo.isEmpty())
         return copy::copyOnTerminal(*openClinic(addressOf(options)), options.copyTo);
     if (!options.importFile.isEmpty())

@@ -26,6 +26,7 @@ struct Options
     QString importFile;       ///< to read; empty unless asked for
     QString exportFile;       ///< to write; empty unless asked for
     std::optional<int> order; ///< with restoreFile, which may be the word "journal"
+    bool all = false;         ///< with restoreFile: the host's tables as well
     bool upgrade = false;     ///< the backup that goes before may be named by backupFile
     bool dryRun = false;      ///< with upgrade or importFile
     bool untilShown = false;  ///< ends when the first window is painted
