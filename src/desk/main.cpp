@@ -6,6 +6,7 @@
 #include "desk/exchange/Exchange.h"
 #include "desk/files/Writable.h"
 #include "desk/journal/Seal.h"
+#include "desk/preferences/Preferences.h"
 #include "desk/sample/FirstUse.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
@@ -186,6 +187,8 @@ QString versionText()
 /// What works on a database and opens no window.
 int tend(const desk::Options &options)
 {
+    if (options.set)
+        return preferences::setOnTerminal(*options.set, addressOf(options));
     if (options.make)
         return make(options);
     if (options.upgrade)

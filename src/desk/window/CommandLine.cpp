@@ -86,6 +86,8 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--import");
     if (!options.exportFile.isEmpty())
         tasks << QStringLiteral("--export");
+    if (options.set)
+        tasks << QStringLiteral("--set");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -138,6 +140,10 @@ Options readCommandLine(const QStringList &arguments)
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
             options.dryRun = true;
+        else if (option == QLatin1String("--set"))
+            options.set = at + 1 < arguments.size() && !arguments[at + 1].startsWith(QLatin1String("--"))
+                              ? arguments[++at]
+                              : QString();
         else if (option == QLatin1String("--until-shown"))
             options.untilShown = true;
         else if (option == QLatin1String("--help"))
@@ -172,6 +178,7 @@ QString usageText()
         "  --export 파일     물품 목록을 CSV 파일로 저장합니다 (--import로 다시 가져올 수 있습니다)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
+        "  --set 이름=값     이 데스크의 설정을 바꿉니다 (--set만 쓰면 모든 설정을 보여 줍니다)\n"
         "  --dry-run         --upgrade 또는 --import와 함께: 할 일을 보여 주기만 합니다\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
