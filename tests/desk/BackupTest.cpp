@@ -249,7 +249,7 @@ TEST_P(Backup, LeavesWhatOtherProgramsKeepAsItIs)
     for (const char *theirs :
          {"CREATE TABLE visits (visit integer PRIMARY KEY, patient integer REFERENCES Customer (Customer_PK), product "
           "integer REFERENCES tPSProductMaster (PM_PK) ON DELETE CASCADE)",
-          "INSERT INTO visits VALUES (1, 1, 1)", "ALTER TABLE tPSProductMaster ADD COLUMN shelf varchar(9)",
+          "INSERT INTO visits VALUES (1, 1, 1)", "ALTER TABLE tPSProductMaster ADD COLUMN shelf text",
           "UPDATE tPSProductMaster SET shelf = 'A'"})
         clinic_.run(theirs);
     backup::backUp(clinic_.address(), file("good.backup"));

@@ -268,8 +268,8 @@ QStringList missingTables(ado::Connection &connection)
 {
     QStringList missing;
     for (const schema::TablePlan &table : schema::tablePlans()) {
-        const QString there = QStringLiteral("SELECT to_regclass('%1') IS NOT NULL").arg(folded(table.name));
-        if (!schema::valueOf(connection, there).toBool())
+        const QString there = QStringLiteral("SELECT COUNT(to_regclass('%1'))").arg(folded(table.name));
+        if (schema::valueOf(connection, there).toInt() == 0)
             missing << QString::fromLatin1(table.name);
     }
     return missing;

@@ -21,11 +21,6 @@ namespace backup {
 
 namespace {
 
-QString quoted(QString name)
-{
-    return u'"' + name.replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
-
 QString stagedName(const QString &table)
 {
     return QStringLiteral("staged_") + table;
@@ -129,8 +124,8 @@ private:
             return false;
         QStringList defined, names;
         for (const QString &column : columns) {
-            names << quoted(column);
-            defined << quoted(column) + QStringLiteral(" text");
+            names << quotedName(column);
+            defined << quotedName(column) + QStringLiteral(" text");
         }
         schema::run(clinic_, QStringLiteral("CREATE TEMP TABLE %1 (%2) ON COMMIT DROP")
                                  .arg(stagedName(table), defined.join(QStringLiteral(", "))));
@@ -184,7 +179,7 @@ ReadyTable makeReady(ado::Connection &clinic, const QString &name, const QString
     const ReadyTable made = readyTable(name, ready, here, kept);
     QStringList typed;
     for (const QVariantList &column : found) {
-        const QString own = quoted(column[0].toString());
+        const QString own = quotedName(column[0].toString());
         const bool ours = made.ours.contains(own);
         if (ours || made.theirs.contains(own))
             typed << QStringLiteral("%1::%2 AS %1").arg(own, column[ours ? 1 : 2].toString());

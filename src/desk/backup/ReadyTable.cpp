@@ -22,16 +22,11 @@ const schema::TablePlan &planOf(const QString &name)
                                  [&](const schema::TablePlan &plan) { return name == QLatin1String(plan.name); });
 }
 
-QString found(const QStringList &columns, const char *name)
+QString columnCalled(const QStringList &columns, const char *name)
 {
     const auto at = std::ranges::find_if(
         columns, [&](const QString &column) { return column.compare(QLatin1String(name), Qt::CaseInsensitive) == 0; });
     return at == columns.end() ? QString() : *at;
-}
-
-QString quoted(QString name)
-{
-    return u'"' + name.replace(u'"', QStringLiteral("\"\"")) + u'"';
 }
 
 /// Whether the rows `k` and the table's differ; what another program keeps is compared as it is written.
@@ -145,6 +140,11 @@ private:
 
 } // namespace
 
+QString quotedName(QString name)
+{
+    return u'"' + name.replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
 std::vector<const char *> tablesOf(Scope scope)
 {
     std::vector<const char *> hosts, sales;
@@ -169,19 +169,19 @@ ReadyTable readyTable(const QString &name, const QString &ready, const QStringLi
     QStringList known;
     for (const schema::ColumnPlan &column : plan.columns) {
         known << QString::fromLatin1(column.name).toLower();
-        const QString target = found(here, column.name);
-        if (target.isEmpty() && !found(kept, column.name).isEmpty())
+        const QString target = columnCalled(here, column.name);
+        if (target.isEmpty() && !columnCalled(kept, column.name).isEmpty())
             refuse(QStringLiteral("데이터베이스에 없는 항목이 백업에 있어 복원하지 않았습니다: %1.%2")
                        .arg(name, QLatin1String(column.name)));
-        if (!target.isEmpty() && !found(kept, column.name).isEmpty())
-            table.ours << quoted(target);
+        if (!target.isEmpty() && !columnCalled(kept, column.name).isEmpty())
+            table.ours << quotedName(target);
     }
     for (const QString &column : here) {
         if (!known.contains(column.toLower()) && kept.contains(column))
-            table.theirs << quoted(column);
+            table.theirs << quotedName(column);
     }
-    if (const QString key = found(here, plan.key().name); !key.isEmpty() && table.ours.contains(quoted(key)))
-        table.key = quoted(key);
+    if (const QString key = columnCalled(here, plan.key().name); !key.isEmpty() && table.ours.contains(quotedName(key)))
+        table.key = quotedName(key);
     return table;
 }
 

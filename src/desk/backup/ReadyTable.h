@@ -19,6 +19,9 @@ struct ReadyTable
     QStringList theirs; ///< another program's that both have
 };
 
+/// As it stands in a statement, whatever it is.
+QString quotedName(QString name);
+
 /// The tables that come back, those that others refer to first.
 std::vector<const char *> tablesOf(Scope scope);
 /// Raises RuntimeError that names them, unless there are none.

@@ -21,13 +21,13 @@ struct Reference
 };
 
 // Each gives: the referring table, the key, its column, the column that it refers to. Names are as they stand in a statement.
-const QString onServer = QStringLiteral(
+const QString keysOnServer = QStringLiteral(
     "SELECT c.conrelid::regclass::text, c.conname, quote_ident(f.attname), quote_ident(t.attname) FROM pg_constraint "
     "c, "
     "unnest(c.conkey, c.confkey) WITH ORDINALITY AS pair (from_column, to_column, at) JOIN pg_attribute f ON true JOIN "
     "pg_attribute t ON true WHERE c.contype = 'f' AND c.confrelid = '%1'::regclass AND f.attrelid = c.conrelid AND "
     "f.attnum = pair.from_column AND t.attrelid = c.confrelid AND t.attnum = pair.to_column ORDER BY 1, 2, pair.at");
-const QString inFile =
+const QString keysInFile =
     QStringLiteral("SELECT '\"' || replace(m.name, '\"', '\"\"') || '\"', f.id, '\"' || f.\"from\" || '\"', '\"' || "
                    "COALESCE(f.\"to\", "
                    "(SELECT name FROM pragma_table_info('%1') WHERE pk = 1)) || '\"' FROM main.sqlite_master m, "
@@ -40,7 +40,7 @@ std::vector<Reference> referencesTo(ado::Connection &clinic, const QString &tabl
     std::vector<Reference> references;
     QString last;
     const QList<QVariantList> rows =
-        schema::rowsOf(clinic, server ? onServer.arg(table.toLower()) : QString(inFile).replace("%1", table));
+        schema::rowsOf(clinic, server ? keysOnServer.arg(table.toLower()) : QString(keysInFile).replace("%1", table));
     for (const QVariantList &row : rows) {
         const QString name = row[0].toString() + u' ' + row[1].toString();
         if (std::exchange(last, name) != name)

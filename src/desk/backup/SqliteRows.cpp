@@ -11,7 +11,7 @@ namespace backup {
 
 namespace {
 
-constexpr int Patience = 15'000; // milliseconds to wait for the desks
+constexpr int WaitForDesks = 15'000; // milliseconds
 
 QStringList columnsOf(ado::Connection &connection, const QString &table, const QString &database)
 {
@@ -72,7 +72,7 @@ void countOn(ado::Connection &connection, const std::vector<ReadyTable> &tables)
 void replaceSqliteRows(const QString &clinic, const QString &backup, Scope scope, const Progress &progress)
 {
     const ado::ConnectionPtr connection = ado::Connection::open(QStringLiteral("sqlite:") + clinic);
-    sqlite3_busy_timeout(static_cast<sqlite3 *>(connection->handle()), Patience);
+    sqlite3_busy_timeout(static_cast<sqlite3 *>(connection->handle()), WaitForDesks);
     journal::attend(*connection);
     schema::run(*connection,
                 QStringLiteral("ATTACH '%1' AS kept").arg(QString(backup).replace(u'\'', QStringLiteral("''"))));

@@ -17,7 +17,7 @@ const QString application = QStringLiteral("Zelvo Desk");
 
 constexpr const char16_t *general = u"젤보 데스크";
 constexpr const char16_t *windows = u"물품판매관리";
-constexpr const char16_t *clinic = u"";
+constexpr const char16_t *ofClinic = u"";
 
 constexpr Preference table[] = {
     {u"영수증프린터디바이스", u"ReceiptPrinter", general, u"<자동설정>", u"롤 영수증을 출력하는 프린터"},
@@ -30,7 +30,7 @@ constexpr Preference table[] = {
     {u"ColWidth_0", u"FirstColWidth", windows, u"", u"판매 탭 첫째 칸의 너비", true},
     {u"ColWidth_1", u"SecondColWidth", windows, u"", u"판매 탭 둘째 칸의 너비", true},
     {u"ColWidth_2", u"ThirdColWidth", windows, u"", u"판매 탭 셋째 칸의 너비", true},
-    {u"물품판매중앙콜사인", u"ProductServerCallSign", clinic, u"", u"중앙 물품 서버의 콜사인"},
+    {u"물품판매중앙콜사인", u"ProductServerCallSign", ofClinic, u"", u"중앙 물품 서버의 콜사인"},
 };
 
 QString text(const char16_t *of)
