@@ -53,7 +53,8 @@ TEST_F(ProductPaneTest, ThePanelShowsTheCurrentProduct)
 TEST_F(ProductPaneTest, TheListGoesOnPaperByCategoryAndIntoAFile)
 {
     twoProducts();
-    run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsHide, PM_EtcMemo) VALUES ('가', "
+    atOtherDesk(
+        "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsHide, PM_EtcMemo) VALUES ('가', "
         "'=녹용, 상', 7, 1, '한 \"줄\"')");
     manage();
     atOtherDesk("UPDATE tPSProductMaster SET PM_UnitPrice = 1234567 WHERE PM_PK = 1");
@@ -64,7 +65,7 @@ TEST_F(ProductPaneTest, TheListGoesOnPaperByCategoryAndIntoAFile)
                              for (const print::TextItem &text : preview->document().pages().at(0).texts)
                                  printed += text.text.toStdString() + '|';
                          }));
-    EXPECT_THAT(printed, HasSubstr("|[가]|=녹용, 상|7|보이기|")) << printed;
+    EXPECT_THAT(printed, HasSubstr("|[가]|=녹용, 상|7|한 \"줄\"|홍삼|1,234,567|비과세|취급|6년근|[나]|보리차|"));
     ado::Recordset products;
     products.Open(clsSQL().getProductMasterSQL(true), connection(), ado::CursorType::Static, ado::LockType::ReadOnly);
     EXPECT_EQ(priceListCsv(priceList(products)).toStdString(),
