@@ -150,7 +150,7 @@ TEST_P(Journal, GoesWithBackupAndRestoreAndIsMendedByAnUpgrade)
 
     pastGuards(clinic, "UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place = 5");
     backup::restore(clinic.address(), folder.filePath("5.backup")); // heals no broken chain
-    EXPECT_EQ(told(clinic), "끊어진 변경 이력 이력번호 5");
+    EXPECT_THAT(told(clinic), testing::StartsWith("끊어진 변경 이력 이력번호 5"));
 }
 
 TEST(JournalOnAServer, KeepsOneChainWhateverTransactionsDoAtOnce)

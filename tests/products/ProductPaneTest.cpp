@@ -65,7 +65,8 @@ TEST_F(ProductPaneTest, TheListGoesOnPaperByCategoryAndIntoAFile)
                              for (const print::TextItem &text : preview->document().pages().at(0).texts)
                                  printed += text.text.toStdString() + '|';
                          }));
-    EXPECT_THAT(printed, HasSubstr("|[가]|=녹용, 상|7|한 \"줄\"|홍삼|1,234,567|비과세|취급|6년근|[나]|보리차|"));
+    EXPECT_THAT(printed,
+                testing::HasSubstr("|[가]|=녹용, 상|7|한 \"줄\"|홍삼|1,234,567|비과세|취급|6년근|[나]|보리차|"));
     ado::Recordset products;
     products.Open(clsSQL().getProductMasterSQL(true), connection(), ado::CursorType::Static, ado::LockType::ReadOnly);
     EXPECT_EQ(priceListCsv(priceList(products)).toStdString(),
