@@ -117,9 +117,9 @@ TEST_F(Launcher, PutsTheClinicsOwnReportsBehindTheToldOnes)
     pane_.showStatisticsTab();
     EXPECT_FALSE(remarks->isVisibleTo(&pane_));
     click(QStringLiteral("요일별 매출 통계"));
-    const auto *table = pane_.findChild<QTableView *>();
+    const auto *table = pane_.findChild<QTableView *>("tblReport");
     ASSERT_TRUE(table);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return table->model()->rowCount() == 8; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table->model()->rowCount() == 7; }));
     EXPECT_EQ(table->model()->index(2, 2).data().toString(), "38,000"); // a Wednesday
     EXPECT_TRUE(boxes_.messages.isEmpty());
 

@@ -117,6 +117,7 @@ QWidget *SettingsDialog::makeLog()
 
 QWidget *SettingsDialog::makeWindows()
 {
+    resetWindows_->setMinimumWidth(200);
     return group(QStringLiteral("창과 목록"), {resetWindows_},
                  QStringLiteral("판매 창의 위치와 크기, 칸의 너비, 목록의 열 배치를 처음 상태로 바꿉니다."));
 }
