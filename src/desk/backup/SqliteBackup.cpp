@@ -69,8 +69,7 @@ void demandKnownTriggers(SqliteFile &backup, const QString &source)
 /// What lies at the address of a clinic.
 enum class Found { Clinic, Nothing, Damaged };
 
-/// Raises RuntimeError for a database of another program.
-Found look(const QString &clinic)
+Found lookOnce(const QString &clinic)
 {
     try {
         SqliteFile file(clinic, Open::ToRead);
@@ -86,6 +85,14 @@ Found look(const QString &clinic)
         runtime::trapped();
         return Found::Damaged;
     }
+}
+
+/// A disk that could not be read once is no damaged file, and what is taken for one is replaced as a whole. Raises RuntimeError
+/// for a database of another program.
+Found look(const QString &clinic)
+{
+    const Found found = lookOnce(clinic);
+    return found == Found::Damaged ? lookOnce(clinic) : found;
 }
 
 void copyBytes(const QString &from, const QString &to)
