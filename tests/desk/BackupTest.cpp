@@ -285,6 +285,36 @@ TEST_P(Backup, LeavesWhatOtherProgramsKeepAsItIs)
                 testing::HasSubstr("없는 테이블: tPSIncoming"));
 }
 
+TEST_P(Backup, GivesNoKeyAgainThatItGaveBefore)
+{
+    const char *const sale = "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')";
+    clinic_.connection()->Execute(sale);
+    clinic_.run("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 321");
+    backup::backUp(clinic_.address(), file("good.backup"));
+    TestDatabase behind(GetParam(), false);
+    sample::fill(*behind.connection(), sample::Size::Small);
+    backup::restore(behind.address(), file("good.backup"));
+    behind.connection()->Execute(sale);
+    EXPECT_EQ(behind.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), "322");
+}
+
+TEST_P(Backup, ChangesNothingWhereARowWouldNotComeBackAsItWas)
+{
+    clinic_.run("UPDATE tPSProductMaster SET PM_UnitPrice = 12345 WHERE PM_PK = 1");
+    backup::backUp(clinic_.address(), file("good.backup"));
+    clinic_.run("UPDATE tPSProductMaster SET PM_UnitPrice = 12300 WHERE PM_PK < 3");
+    clinic_.run(
+        GetParam() == ado::Engine::SQLite
+            ? "CREATE TRIGGER theirs AFTER UPDATE ON tPSProductMaster WHEN NEW.PM_UnitPrice = 12345 BEGIN UPDATE "
+              "tPSProductMaster SET PM_UnitPrice = 12300 WHERE PM_PK = NEW.PM_PK; END"
+            : "ALTER TABLE tPSProductMaster ALTER COLUMN PM_UnitPrice TYPE numeric(19,-2)");
+    const QStringList before = contentOf(clinic_);
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup")); }),
+                testing::HasSubstr("tPSProductMaster\n백업과 다르게 저장된 행"));
+    EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
+    EXPECT_EQ(clinic_.value("SELECT DS_Generation FROM t_DeskSchema"), "0");
+}
+
 TEST_P(Backup, RefusesBeforeAnythingIsTouched)
 {
     backup::backUp(clinic_.address(), file("good.backup"));
