@@ -84,8 +84,10 @@ private:
         const QStringList columns = table.ours + table.theirs;
         if (!table.key.isEmpty()) {
             QStringList values;
-            for (const QString &column : columns)
-                values << QStringLiteral("%1 = k.%1").arg(column);
+            for (const QString &column : columns) {
+                if (column != table.key)
+                    values << QStringLiteral("%1 = k.%1").arg(column);
+            }
             schema::run(clinic_, QStringLiteral("UPDATE %1 SET %2 FROM %3 k WHERE k.%4 = %1.%4 AND %5")
                                      .arg(table.name, values.join(QStringLiteral(", ")), table.ready, table.key,
                                           differing(table, server_)));
