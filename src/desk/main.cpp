@@ -6,6 +6,7 @@
 #include "desk/exchange/Exchange.h"
 #include "desk/files/Writable.h"
 #include "desk/journal/Seal.h"
+#include "desk/preferences/Preferences.h"
 #include "desk/sample/FirstUse.h"
 #include "desk/sample/MakeOnTerminal.h"
 #include "desk/schema/Schema.h"
@@ -186,6 +187,8 @@ QString versionText()
 /// What works on a database and opens no window.
 int tend(const desk::Options &options)
 {
+    if (options.set)
+        return preferences::setOnTerminal(*options.set, addressOf(options));
     if (options.make)
         return make(options);
     if (options.upgrade)
@@ -197,7 +200,8 @@ int tend(const desk::Options &options)
     if (options.order)
         return undo::orderOnTerminal(*openClinic(addressOf(options)), options.restoreFile, *options.order);
     if (!options.restoreFile.isEmpty())
-        return backup::restoreOnTerminal(addressOf(options), options.restoreFile);
+        return backup::restoreOnTerminal(addressOf(options), options.restoreFile,
+                                         options.all ? backup::Scope::All : backup::Scope::Sales);
     if (!options.copyTo.isEmpty())
         return copy::copyOnTerminal(*openClinic(addressOf(options)), options.copyTo);
     if (!options.importFile.isEmpty())

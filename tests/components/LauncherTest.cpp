@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
 #include <QWindow>
@@ -64,6 +65,17 @@ protected:
         return texts.join(QLatin1Char(','));
     }
 
+    std::string nodes() const
+    {
+        QStringList lines;
+        for (QTreeWidgetItemIterator node(pane_.tree()); *node; ++node)
+            lines << ((*node)->parent() ? (*node)->parent()->text(0) + QStringLiteral(" / ") : QString())
+                         + (*node)->text(0)
+                         + ((*node)->childCount() > 0 && !(*node)->isExpanded() ? QStringLiteral(" (closed)")
+                                                                                : QString());
+        return lines.join(u'\n').toStdString();
+    }
+
     QTemporaryDir folder_;
     TestDatabase database_{ado::Engine::SQLite};
     MessageRecorder boxes_;
@@ -78,18 +90,55 @@ const QString secondReport = QStringLiteral("물품별 매출 통계");
 TEST_F(Launcher, GroupsItsReports)
 {
     pane_.buildStatisticsTree();
-    QStringList lines;
-    for (QTreeWidgetItemIterator node(pane_.tree()); *node; ++node)
-        lines << ((*node)->parent() ? (*node)->parent()->text(0) + QStringLiteral(" / ") : QString()) + (*node)->text(0)
-                     + ((*node)->childCount() > 0 && !(*node)->isExpanded() ? QStringLiteral(" (closed)") : QString());
-    EXPECT_EQ(lines.join(u'\n').toStdString(), "매출 관련 통계\n"
-                                               "매출 관련 통계 / 기간별 매출 통계\n"
-                                               "매출 관련 통계 / 물품별 매출 통계\n"
-                                               "수납 관련 통계\n"
-                                               "수납 관련 통계 / 기간별 수납 통계\n"
-                                               "통합 통계\n"
-                                               "통합 통계 / 일일 통계\n"
-                                               "통합 통계 / 재고 통계");
+    EXPECT_EQ(nodes(), "매출 관련 통계\n"
+                       "매출 관련 통계 / 기간별 매출 통계\n"
+                       "매출 관련 통계 / 물품별 매출 통계\n"
+                       "수납 관련 통계\n"
+                       "수납 관련 통계 / 기간별 수납 통계\n"
+                       "통합 통계\n"
+                       "통합 통계 / 일일 통계\n"
+                       "통합 통계 / 재고 통계");
+}
+
+TEST_F(Launcher, PutsTheClinicsOwnReportsBehindTheToldOnes)
+{
+    QFile list(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/zelvo-reports.txt");
+    const auto listed = [&](const QByteArray &lines) {
+        ASSERT_TRUE(list.open(QIODevice::WriteOnly) && list.write(lines) == lines.size());
+        list.close();
+    };
+    const auto *remarks = pane_.findChild<QLabel *>("lblReportRemarks");
+    install();
+    automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath() + "/ClinicWeekdays");
+    database_.run("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date, OrdM_Total) VALUES (1, '2026-11-25', 38000)");
+
+    listed("\xEF\xBB\xBF# 제목 | 묶음 | 식별자\r\n요일별 매출 통계 | 매출 관련 통계 | "
+           "ClinicWeekdays.clsClinicWeekdays\r\n");
+    pane_.showStatisticsTab();
+    EXPECT_FALSE(remarks->isVisibleTo(&pane_));
+    click(QStringLiteral("요일별 매출 통계"));
+    const auto *table = pane_.findChild<QTableView *>("tblReport");
+    ASSERT_TRUE(table);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table->model()->rowCount() == 7; }));
+    EXPECT_EQ(table->model()->index(2, 2).data().toString(), "38,000"); // a Wednesday
+    EXPECT_TRUE(boxes_.messages.isEmpty());
+
+    listed("한 칸\n제목 | 묶음 |\n제목 | 묶음 | Vanto\n재고 | 통합 통계 | vantostock.clsVANTOStock\n"
+           "단골 | 우리 통계 | Regulars.clsRegulars\n또 단골 | 우리 통계 | Regulars.clsRegulars\n");
+    pane_.showStatisticsTab();
+    EXPECT_EQ(nodes().substr(nodes().rfind("재고")), "재고 통계\n우리 통계\n우리 통계 / 단골");
+    EXPECT_EQ(remarks->text(), "확인할 통계 등록: 6건");
+    EXPECT_TRUE(remarks->toolTip().contains("zelvo-reports.txt 5번째 줄: 설치되지 않은 통계: Regulars.clsRegulars"))
+        << remarks->toolTip().toStdString();
+    click(QStringLiteral("단골"));
+    ASSERT_EQ(boxes_.messages.size(), 1);
+    EXPECT_EQ(boxes_.messages[0].text, failureText);
+
+    listed("요일 | 통계 | ClinicWeekdays.clsClinicWeekdays\n\xC0\xE7"); // not the UTF-8 that it has to be
+    pane_.showStatisticsTab();
+    EXPECT_EQ(remarks->text(), "확인할 통계 등록: 1건");
+    EXPECT_EQ(nodes().substr(nodes().rfind("재고")), "재고 통계");
+    list.remove();
 }
 
 TEST_F(Launcher, TellsOnceWhenNothingIsInstalledAndTriesAgainOnTheNextClick)

@@ -175,7 +175,7 @@ TEST_P(Backup, ComesBackUnderOpenDesksAndKeepsWhatWasThere)
         clinic_.run(QString::fromUtf8(damage));
     const QStringList damaged = contentOf(clinic_);
 
-    const QString kept = backup::restore(clinic_.address(), file("good.backup"));
+    const QString kept = backup::restore(clinic_.address(), file("good.backup"), {}, backup::Scope::All).safetyCopy;
     EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
     EXPECT_EQ(files().size(), 2) << joined(files());
     orders.Requery(); // the desk that was open all the time
@@ -186,7 +186,7 @@ TEST_P(Backup, ComesBackUnderOpenDesksAndKeepsWhatWasThere)
     // 321 was given before the restore, and may stand in an open window.
     EXPECT_EQ(clinic_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), QStringLiteral("322"));
 
-    const QString keptNext = backup::restore(clinic_.address(), kept);
+    const QString keptNext = backup::restore(clinic_.address(), kept, {}, backup::Scope::All).safetyCopy;
     EXPECT_EQ(joined(contentOf(clinic_)), joined(damaged));
     clinic_.connection()->Execute("INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')");
     EXPECT_EQ(clinic_.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), QStringLiteral("323"));
@@ -199,10 +199,10 @@ TEST_P(Backup, KeepsWhatItWritesForItsOwner)
     if (GetParam() == ado::Engine::SQLite)
         QFile::setPermissions(clinic_.address().section(u':', 1), files::NewFile::AsUsual);
     backup::backUp(clinic_.address(), file("good.backup"));
-    const QString kept = backup::restore(clinic_.address(), file("good.backup"));
+    const QString kept = backup::restore(clinic_.address(), file("good.backup")).safetyCopy;
     EXPECT_EQ(forOthers(file("good.backup")), 0);
     EXPECT_EQ(forOthers(kept), 0);
-    const QString keptAtOnce = backup::restore(clinic_.address(), file("good.backup"));
+    const QString keptAtOnce = backup::restore(clinic_.address(), file("good.backup")).safetyCopy;
     EXPECT_TRUE(keptAtOnce != kept && QFile::exists(keptAtOnce) && QFile::exists(kept));
     QFile::setPermissions(kept, QFile::ReadOwner);
     EXPECT_EQ(files::privateAs(kept), QFile::ReadOwner);
@@ -211,11 +211,11 @@ TEST_P(Backup, KeepsWhatItWritesForItsOwner)
 TEST_P(Backup, CallsCommittedWhatIsCommittedWhenStopIsAskedThen)
 {
     backup::backUp(clinic_.address(), file("good.backup"));
-    const QString customers = QStringLiteral("SELECT COUNT(*) FROM Customer WHERE name = '아무개'");
-    clinic_.run("UPDATE Customer SET name = '아무개'");
-    const backup::Progress stopLate = [&](qint64, qint64) { return clinic_.value(customers) != "0"; };
+    const QString changed = QStringLiteral("SELECT COUNT(*) FROM tPSCompanyMaster WHERE CM_Name = '아무개'");
+    clinic_.run("UPDATE tPSCompanyMaster SET CM_Name = '아무개'");
+    const backup::Progress stopLate = [&](qint64, qint64) { return clinic_.value(changed) != "0"; };
     EXPECT_EQ(refusal([&] { backup::restore(clinic_.address(), file("good.backup"), stopLate); }), "");
-    EXPECT_EQ(clinic_.value(customers), "0");
+    EXPECT_EQ(clinic_.value(changed), "0");
 }
 
 TEST_P(Backup, OfAnEarlierProgramComesBackAsAClinicOfThisOne)
@@ -224,18 +224,95 @@ TEST_P(Backup, OfAnEarlierProgramComesBackAsAClinicOfThisOne)
     for (const QString &statement : earlierStatements("1-first", GetParam()))
         earlier.run(statement);
     earlier.run("INSERT INTO Customer (name) VALUES ('김환자')");
-    const bool loose = GetParam() == ado::Engine::SQLite; // a date that only that program took
-    if (loose)
-        earlier.run("UPDATE Customer SET birth = '1980-02-30'");
-    const QStringList content = contentOf(earlier);
-    backup::backUp(earlier.address(), file("early.backup"));
-    backup::restore(clinic_.address(), file("early.backup"));
-    EXPECT_EQ(joined(contentOf(clinic_)), joined(content));
-    EXPECT_EQ(schema::upgradeNotice(*clinic_.otherDesk()).isEmpty(), !loose);
-    clinic_.run("UPDATE Customer SET birth = NULL");
-    EXPECT_EQ(schema::upgrade(*clinic_.otherDesk()).empty(), !loose);
+    const bool file = GetParam() == ado::Engine::SQLite;
+    backup::backUp(earlier.address(), this->file("early.backup"));
+    backup::restore(clinic_.address(), this->file("early.backup"), {}, backup::Scope::All);
+    EXPECT_EQ(joined(contentOf(clinic_)), joined(contentOf(earlier)));
     EXPECT_TRUE(schema::upgradeSteps(*clinic_.otherDesk()).empty());
     EXPECT_EQ(clinic_.value("SELECT DS_Generation FROM t_DeskSchema"), QStringLiteral("1"));
+
+    // A date that only that program took: where there is no table yet, that is as it was.
+    if (file)
+        earlier.run("UPDATE Customer SET birth = '1980-02-30'");
+    backup::backUp(earlier.address(), this->file("loose.backup"));
+    TestDatabase anew(GetParam(), false);
+    backup::restore(anew.address(), this->file("loose.backup"));
+    EXPECT_EQ(joined(contentOf(anew)), joined(contentOf(earlier)));
+    EXPECT_EQ(schema::upgradeNotice(*anew.otherDesk()).isEmpty(), !file);
+    anew.run("UPDATE Customer SET birth = NULL");
+    EXPECT_EQ(schema::upgrade(*anew.otherDesk()).empty(), !file);
+    EXPECT_TRUE(schema::upgradeSteps(*anew.otherDesk()).empty());
+}
+
+TEST_P(Backup, LeavesWhatOtherProgramsKeepAsItIs)
+{
+    for (const char *theirs :
+         {"CREATE TABLE visits (visit integer PRIMARY KEY, patient integer REFERENCES Customer (Customer_PK), product "
+          "integer REFERENCES tPSProductMaster (PM_PK) ON DELETE CASCADE)",
+          "INSERT INTO visits VALUES (1, 1, 1)", "ALTER TABLE tPSProductMaster ADD COLUMN shelf text",
+          "UPDATE tPSProductMaster SET shelf = 'A'"})
+        clinic_.run(theirs);
+    backup::backUp(clinic_.address(), file("good.backup"));
+    for (const char *since :
+         {"INSERT INTO visits VALUES (2, 1, 1)", "UPDATE Customer SET name = '새 이름'",
+          "UPDATE tPSProductMaster SET shelf = 'B', PM_Name = '새 물품' WHERE PM_PK = 1",
+          "DELETE FROM tPSOrderMaster WHERE OrdM_PK = 3", "UPDATE tPSOrderMaster SET OrdM_Total = 1 WHERE OrdM_PK = 4",
+          "INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('새 항목', '')"})
+        clinic_.run(QString::fromUtf8(since));
+    backup::restore(clinic_.address(), file("good.backup"));
+    for (const auto &[reading, value] :
+         {std::pair("SELECT COUNT(*) FROM visits", "2"),
+          std::pair("SELECT COUNT(*) FROM Customer WHERE name <> '새 이름'", "0"),
+          std::pair("SELECT COUNT(*) FROM tPSProductMaster WHERE shelf = 'B' OR PM_Name = '새 물품'", "0"),
+          std::pair("SELECT COUNT(*) FROM tPSOrderMaster", "320"),
+          std::pair("SELECT COUNT(*) FROM tPSProperties WHERE tpsps_Key = '새 항목'", "0"),
+          // What the restore changed, and nothing else, stands behind it in the journal.
+          std::pair(
+              "SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_PK > (SELECT DJ_PK FROM t_DeskJournal WHERE DJ_Action = "
+              "'R' AND DJ_New LIKE '%good.backup%')",
+              "2")})
+        EXPECT_EQ(clinic_.value(QString::fromUtf8(reading)), value) << reading;
+
+    clinic_.run("INSERT INTO tPSProductMaster (PM_PK, PM_Name) VALUES (900, '새 물품')");
+    clinic_.run("INSERT INTO visits VALUES (3, 1, 900)");
+    const QStringList before = contentOf(clinic_);
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup"), {}, backup::Scope::All); }),
+                testing::HasSubstr("visits → tPSProductMaster: 1건"));
+    EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
+    EXPECT_EQ(clinic_.value("SELECT COUNT(*) FROM visits"), "3");
+    clinic_.run("DROP TABLE tPSIncoming");
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup")); }),
+                testing::HasSubstr("없는 테이블: tPSIncoming"));
+}
+
+TEST_P(Backup, GivesNoKeyAgainThatItGaveBefore)
+{
+    const char *const sale = "INSERT INTO tPSOrderMaster (Cust_PK, OrdM_Date) VALUES (1, '2026-11-24')";
+    clinic_.connection()->Execute(sale);
+    clinic_.run("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 321");
+    backup::backUp(clinic_.address(), file("good.backup"));
+    TestDatabase behind(GetParam(), false);
+    sample::fill(*behind.connection(), sample::Size::Small);
+    backup::restore(behind.address(), file("good.backup"));
+    behind.connection()->Execute(sale);
+    EXPECT_EQ(behind.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), "322");
+}
+
+TEST_P(Backup, ChangesNothingWhereARowWouldNotComeBackAsItWas)
+{
+    clinic_.run("UPDATE tPSProductMaster SET PM_UnitPrice = 12345 WHERE PM_PK = 1");
+    backup::backUp(clinic_.address(), file("good.backup"));
+    clinic_.run("UPDATE tPSProductMaster SET PM_UnitPrice = 12300 WHERE PM_PK < 3");
+    clinic_.run(
+        GetParam() == ado::Engine::SQLite
+            ? "CREATE TRIGGER theirs AFTER UPDATE ON tPSProductMaster WHEN NEW.PM_UnitPrice = 12345 BEGIN UPDATE "
+              "tPSProductMaster SET PM_UnitPrice = 12300 WHERE PM_PK = NEW.PM_PK; END"
+            : "ALTER TABLE tPSProductMaster ALTER COLUMN PM_UnitPrice TYPE numeric(19,-2)");
+    const QStringList before = contentOf(clinic_);
+    EXPECT_THAT(refusal([&] { backup::restore(clinic_.address(), file("good.backup")); }),
+                testing::HasSubstr("tPSProductMaster\n백업과 다르게 저장된 행"));
+    EXPECT_EQ(joined(contentOf(clinic_)), joined(before));
+    EXPECT_EQ(clinic_.value("SELECT DS_Generation FROM t_DeskSchema"), "0");
 }
 
 TEST_P(Backup, RefusesBeforeAnythingIsTouched)
@@ -317,9 +394,10 @@ TEST_P(Backup, OfAnotherSchemaIsRefused)
         for (const QString &statement : change[engine].split(u'\n'))
             other.run(statement);
         const QString name = file("other") + QString::number(++number);
+        const TestDatabase anew(GetParam(), false);
         const std::string told = refusal([&] {
             backup::backUp(other.address(), name);
-            backup::restore(clinic_.address(), name);
+            backup::restore(anew.address(), name);
         });
         EXPECT_THAT(told, testing::HasSubstr(change[2].toStdString()));
         EXPECT_EQ(told.empty(), change[2].isEmpty()) << told;
@@ -408,13 +486,14 @@ TEST(BackupOfAFile, ReplacesADamagedClinicAndMakesAMissingOne)
     }
     EXPECT_EQ(check::examineFile(*ado::Connection::open(address("clinic.db"))).violations > 0, true);
     EXPECT_ANY_THROW(backup::backUp(address("clinic.db"), folder.filePath("bad.backup")));
-    EXPECT_TRUE(QFile::exists(backup::restore(address("clinic.db"), folder.filePath("good.backup"))));
-    EXPECT_EQ(backup::restore(address("other.db"), folder.filePath("good.backup")), QString());
+    const backup::Restored restored = backup::restore(address("clinic.db"), folder.filePath("good.backup"));
+    EXPECT_TRUE(QFile::exists(restored.safetyCopy) && restored.wholeFile);
+    EXPECT_EQ(backup::restore(address("other.db"), folder.filePath("good.backup")).safetyCopy, QString());
     for (const char *name : {"clinic.db", "other.db"}) {
-        const ado::ConnectionPtr restored = ado::Connection::open(address(name));
-        EXPECT_EQ(check::examineFile(*restored).violations, 0);
+        const ado::ConnectionPtr clinic = ado::Connection::open(address(name));
+        EXPECT_EQ(check::examineFile(*clinic).violations, 0);
         EXPECT_EQ(
-            check::examine(*restored, {{}, {}, QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster")}, 0ms).violations,
+            check::examine(*clinic, {{}, {}, QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster")}, 0ms).violations,
             320);
     }
     EXPECT_ANY_THROW(backup::restore(address("clinic.db"), folder.filePath("clinic.db")));

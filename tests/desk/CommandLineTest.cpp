@@ -166,6 +166,12 @@ TEST_F(CommandLine, CopiesImportsAndBringsAnOrderBack)
         {"--export ~list.csv", "물품 63건을 저장했습니다"},
         {"--restore journal --order 7", "복원했습니다: 거래번호 7 · 환자번호 "},
         {"--check", "문제가 없습니다"},
+        {"--set ReceiptPrinter=TM=T88", "저장했습니다: 영수증프린터디바이스=TM=T88\n"},
+        {"--set 물품판매중앙콜사인=Central.clsServer", "저장했습니다: 물품판매중앙콜사인=Central.clsServer\n"},
+        {"--set formpos_x=-12", "저장했습니다: FormPos_x=-12\n"},
+        {"--set", "  영수증프린터디바이스=TM=T88\n"},
+        {"--set", "copy.db\n  물품판매중앙콜사인=Central.clsServer\n"},
+        {"--set ReceiptPrinter=", "저장했습니다: 영수증프린터디바이스=<자동설정>\n"},
     };
     for (const auto &use : uses) {
         if (QLatin1String(use.arguments).contains(QLatin1String("--order")))

@@ -2,10 +2,15 @@
 #include "desk/sample/Clinic.h"
 #include "desk/window/JournalWindow.h"
 #include "desk/window/PatientSearch.h"
+#include "platform/registry/AppSettings.h"
+#include "platform/runtime/ProgramFolder.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QFile>
 #include <QInputMethodEvent>
 #include <QTest>
 
@@ -135,6 +140,44 @@ TEST_F(Reception, SaysSoWhenTheComponentIsMissing)
     ASSERT_EQ(boxes_.messages.size(), 2);
     EXPECT_FALSE(boxes_.messages.front().text.isEmpty());
     EXPECT_TRUE(window_.isVisible());
+}
+
+TEST_F(Reception, KeepsTheDesksSettings)
+{
+    const QTemporaryDir own;
+    registry::setStoreFolder(own.path());
+    runtime::setProgramFolder(own.path());
+    const QString application = "Zelvo Desk", windows = "물품판매관리", desks = "젤보 데스크",
+                  printer = "영수증프린터디바이스";
+    registry::SaveSetting(application, windows, "FormPos_x", "5000");
+    registry::SaveSetting(application, desks, printer, "옛 프린터");
+    QFile layout(own.filePath("Grid.CustTranManageLayourFile.tdb"));
+    ASSERT_TRUE(layout.open(QIODevice::WriteOnly));
+    const QString callSign = "SELECT HS_Value FROM t_HospSetup WHERE HS_KEY = '물품판매중앙콜사인'";
+    const auto open = [&] { QTest::keyClick(&window_, Qt::Key_F10); };
+
+    boxes_.answers = {controls::Answer::Yes};
+    EXPECT_TRUE(inDialog(open, [&](const DialogDriver &dialog) {
+        EXPECT_EQ(dialog.find<QComboBox>("cboReceiptPrinter")->currentText(), "옛 프린터 (이 컴퓨터에 없는 프린터)");
+        dialog.find<QComboBox>("cboReceiptPrinter")->setCurrentIndex(0);
+        dialog.type("txtCallSign", "Central.clsO'Brien");
+        dialog.press("cmdResetWindows");
+        dialog.key(Qt::Key_F12);
+    }));
+    EXPECT_EQ(boxes_.messages.size(), 2);
+    EXPECT_EQ(registry::GetSetting(application, windows, "FormPos_x", "none"), "");
+    EXPECT_EQ(registry::GetSetting(application, desks, printer), "<자동설정>");
+    EXPECT_FALSE(layout.exists());
+    EXPECT_EQ(clinic_->value(callSign), "Central.clsO'Brien");
+
+    EXPECT_TRUE(inDialog(open, [](const DialogDriver &dialog) {
+        EXPECT_EQ(dialog.text("txtCallSign"), "Central.clsO'Brien");
+        dialog.type("txtCallSign", "");
+        dialog.key(Qt::Key_Escape);
+    }));
+    EXPECT_EQ(clinic_->value(callSign), "Central.clsO'Brien");
+    registry::setStoreFolder({});
+    runtime::setProgramFolder({});
 }
 
 TEST_F(Reception, ShowsWhatHappenedToThePatientsOrdersAndOnADay)

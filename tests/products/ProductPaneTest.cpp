@@ -1,6 +1,10 @@
 #include "tests/support/SaleWindow.h"
 
+#include "data/clsSQL.h"
+#include "platform/print/VSPrinter.h"
+#include "products/PriceList.h"
 #include "settings/clsProperties.h"
+#include "tests/support/DialogDriver.h"
 
 using controls::Answer;
 
@@ -44,6 +48,38 @@ TEST_F(ProductPaneTest, ThePanelShowsTheCurrentProduct)
     EXPECT_THAT(boxes_.take(), IsEmpty()) << "edit and delete pass over an empty list";
     EXPECT_EQ(inEdit(), "");
     EXPECT_TRUE(at("sspPMProductList").isEnabled());
+}
+
+TEST_F(ProductPaneTest, TheListGoesOnPaperByCategoryAndIntoAFile)
+{
+    twoProducts();
+    atOtherDesk(
+        "INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsHide, PM_EtcMemo) VALUES ('가', "
+        "'=녹용, 상', 7, 1, '한 \"줄\"')");
+    manage();
+    atOtherDesk("UPDATE tPSProductMaster SET PM_UnitPrice = 1234567 WHERE PM_PK = 1");
+    std::string printed;
+    EXPECT_TRUE(inDialog([&] { at<QAbstractButton>("cmdPrintProductList").click(); },
+                         [&](const DialogDriver &dialog) {
+                             const auto *preview = dialog.window()->findChild<print::VSPrinter *>();
+                             for (const print::TextItem &text : preview->document().pages().at(0).texts)
+                                 printed += text.text.toStdString() + '|';
+                         }));
+    EXPECT_THAT(printed,
+                testing::HasSubstr("|[가]|=녹용, 상|7|한 \"줄\"|홍삼|1,234,567|비과세|취급|6년근|[나]|보리차|"));
+    ado::Recordset products;
+    products.Open(clsSQL().getProductMasterSQL(true), connection(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    EXPECT_EQ(priceListCsv(priceList(products)).toStdString(),
+              "\xEF\xBB\xBF분류,물품명,판매단가(원),과세,취급여부,숨기기,메모,등록 날짜\r\n"
+              "가,\"'=녹용, 상\",7,,,숨기기,\"한 \"\"줄\"\"\",\r\n"
+              "가,홍삼,1234567,비과세,취급,,6년근,2026-01-02\r\n"
+              "나,보리차,,,,,,\r\n");
+
+    std::vector<PriceLine> many(100, PriceLine{"가", "감초차", "1500", {}, {}, {}, {}, {}});
+    many.resize(150, PriceLine{"나", "보리차", {}, {}, {}, {}, {}, {}});
+    const print::Document document = priceListOnPaper(many, "본점");
+    ASSERT_EQ(document.pageCount(), 4);
+    EXPECT_EQ(document.pages()[2].texts[6].text, "[가]"); // goes on
 }
 
 TEST_F(ProductPaneTest, ANewProductIsStoredOnceHoweverOftenSaveIsPressed)

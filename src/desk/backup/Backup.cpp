@@ -76,7 +76,7 @@ bool isOfServer(const QString &file)
     return kindOf(file) == Kind::Postgres;
 }
 
-QString restore(const QString &address, const QString &file, const Progress &progress)
+Restored restore(const QString &address, const QString &file, const Progress &progress, Scope scope)
 {
     const Kind kind = kindOfAddress(address);
     const Kind held = kindOf(file);
@@ -86,9 +86,8 @@ QString restore(const QString &address, const QString &file, const Progress &pro
         refuse(QStringLiteral("%1의 백업이라 이 주소에 복원할 수 없습니다: %2")
                    .arg(held == Kind::Sqlite ? QStringLiteral("SQLite") : QStringLiteral("PostgreSQL"), file));
     const QString safetyCopy = nameOfSafetyCopy(file);
-    const bool saved = kind == Kind::Sqlite ? restoreSqliteClinic(sqliteFile(address), file, safetyCopy, progress)
-                                            : restorePostgresClinic(address, file, safetyCopy, progress);
-    return saved ? safetyCopy : QString();
+    return kind == Kind::Sqlite ? restoreSqliteClinic(sqliteFile(address), file, safetyCopy, scope, progress)
+                                : restorePostgresClinic(address, file, safetyCopy, scope, progress);
 }
 
 } // namespace backup

@@ -36,15 +36,19 @@ int backUpOnTerminal(const QString &address, const QString &file)
     return 0;
 }
 
-int restoreOnTerminal(const QString &address, const QString &file)
+int restoreOnTerminal(const QString &address, const QString &file, Scope scope)
 {
     terminal::ProgressLine line(QStringLiteral("복원"));
-    QString safetyCopy;
-    if (!done(line, [&](const Progress &progress) { safetyCopy = restore(address, file, progress); }))
+    Restored restored;
+    if (!done(line, [&](const Progress &progress) { restored = restore(address, file, progress, scope); }))
         return 1;
     line.finish(QStringLiteral("복원했습니다"), file);
-    if (!safetyCopy.isEmpty())
-        QTextStream(stderr) << QStringLiteral("복원 전의 데이터베이스: ") << safetyCopy << Qt::endl;
+    if (!restored.safetyCopy.isEmpty())
+        QTextStream(stderr) << QStringLiteral("복원 전의 데이터베이스: ") << restored.safetyCopy << Qt::endl;
+    if (restored.wholeFile)
+        QTextStream(stderr) << QStringLiteral("손상된 파일이라 모든 테이블을 백업의 테이블로 바꾸었습니다. 다른 "
+                                              "프로그램의 테이블은 복원 전의 데이터베이스에 있습니다.")
+                            << Qt::endl;
     return 0;
 }
 

@@ -1,8 +1,10 @@
 #include "desk/backup/PostgresBackup.h"
 
 #include "desk/backup/CalmMoment.h"
+#include "desk/backup/PostgresRows.h"
 #include "desk/backup/PostgresScript.h"
 #include "desk/backup/PostgresTool.h"
+#include "desk/backup/ReadyTable.h"
 #include "desk/backup/Refusal.h"
 #include "desk/files/NewFile.h"
 #include "desk/schema/Definitions.h"
@@ -87,22 +89,18 @@ QString definitionsIn(const QString &file)
 }
 
 /// A trigger that a foreign hand left in a backup would run with the desks' own statements.
-void demandKnownTriggers(const QString &source, ado::Connection &clinic)
+void demandKnownTriggers(const QString &source)
 {
     static const QRegularExpression acting(QStringLiteral("^CREATE (?:CONSTRAINT TRIGGER|TRIGGER|RULE|POLICY)\\b.*$"),
                                            QRegularExpression::MultilineOption);
     QStringList known;
-    const auto triggers = schema::rowsOf(
-        clinic, QStringLiteral("SELECT pg_get_triggerdef(oid) || ';' FROM pg_trigger WHERE NOT tgisinternal"));
-    for (const QVariantList &trigger : triggers)
-        known << schema::plainDefinition(trigger.value(0).toString());
     for (const schema::JournalTrigger &trigger : schema::journalTriggers(schema::Dialect::PostgreSQL))
         known << schema::plainDefinition(trigger.statement + u';');
     const QString definitions = definitionsIn(source);
     for (auto found = acting.globalMatch(definitions); found.hasNext();) {
         const QString statement = found.next().captured();
         if (!known.contains(schema::plainDefinition(statement)))
-            refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 복원하지 않았습니다: %1\n%2")
+            refuse(QStringLiteral("백업에 다른 프로그램의 트리거가 있어 새 데이터베이스로 복원하지 않았습니다: %1\n%2")
                        .arg(source, statement));
     }
 }
@@ -220,24 +218,88 @@ QString placeForScript(const QString &safetyCopy)
                                                  : QDir(QDir::tempPath()).filePath(beside.fileName());
 }
 
-/// The rows with all that must come with them, in one transaction. The script in between is a file for as long: a pipe
-/// that broke would look like its end.
-void putRows(const PostgresPlace &place, const QString &source, const QString &safetyCopy, const QString &before,
-             int version, const Progress &progress)
+/// Tables, keys and rights with the rows, in one transaction. The script in between is a file for as long: a pipe that broke
+/// would look like its end.
+void putClinic(const PostgresPlace &place, const QString &source, const QString &safetyCopy, int version,
+               const Progress &progress)
 {
     const files::NewFile script(placeForScript(safetyCopy), files::NewFile::Private);
     runPostgresTool(QStringLiteral("pg_restore"),
-                    {QStringLiteral("--clean"), QStringLiteral("--if-exists"), QStringLiteral("--no-owner"),
-                     QStringLiteral("--file=") + script.unfinished(), source},
-                    place, counter(QString(), progress));
+                    {QStringLiteral("--no-owner"), QStringLiteral("--file=") + script.unfinished(), source}, place,
+                    counter(QString(), progress));
+    const QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
     runPostgresTool(QStringLiteral("psql"),
                     {QStringLiteral("--no-psqlrc"), QStringLiteral("--quiet"), QStringLiteral("--echo-queries"),
                      QStringLiteral("--no-password"), QStringLiteral("--set=ON_ERROR_STOP=1"),
                      QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
-                     QStringLiteral("--command"), before, QStringLiteral("--file=") + script.unfinished(),
-                     QStringLiteral("--command"), demandRows(rowSumsIn(source)), QStringLiteral("--command"),
-                     afterRestore(version)},
+                     QStringLiteral("--command"), before.join(QStringLiteral(";\n")),
+                     QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
+                     demandRows(rowSumsIn(source)), QStringLiteral("--command"), afterFirstRestore(version)},
                     place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
+}
+
+/// Where a sum was taken over columns that the server fills by itself, the backup does not hold all that it is of.
+RowSums rowSumsFor(const QString &source)
+{
+    RowSums sums{rowSumsIn(source), {}};
+    static const QRegularExpression table(QStringLiteral("CREATE TABLE [a-z_]+\\.([a-z_]+) \\((.*?)\\n\\);"),
+                                          QRegularExpression::DotMatchesEverythingOption);
+    const QString definitions = definitionsIn(source);
+    for (auto found = table.globalMatch(definitions); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        if (match.captured(2).contains(QLatin1String(" GENERATED ALWAYS AS (")))
+            sums.countOnly << match.captured(1);
+    }
+    return sums;
+}
+
+void putRows(ado::Connection &clinic, const QString &source, const QString &safetyCopy, Scope scope,
+             const Progress &progress)
+{
+    const files::NewFile script(placeForScript(safetyCopy), files::NewFile::Private);
+    runPostgresTool(QStringLiteral("pg_restore"),
+                    {QStringLiteral("--data-only"), QStringLiteral("--file=") + script.unfinished(), source}, {},
+                    counter(QString(), progress));
+    replacePostgresRows(clinic, script.unfinished(), source, rowSumsFor(source), scope, progress);
+}
+
+/// Which of the clinic's tables the database does not have.
+QStringList missingTables(ado::Connection &connection)
+{
+    QStringList missing;
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        const QString there = QStringLiteral("SELECT COUNT(to_regclass('%1'))").arg(folded(table.name));
+        if (schema::valueOf(connection, there).toInt() == 0)
+            missing << QString::fromLatin1(table.name);
+    }
+    return missing;
+}
+
+void gatherStatistics(ado::Connection &restored)
+{
+    // A desk would feel it without them; it is restored all the same.
+    runtime::Attempt statistics;
+    for (const schema::TablePlan &table : schema::tablePlans())
+        statistics([&] { restored.Execute(QStringLiteral("ANALYZE ") + QString::fromLatin1(table.name)); });
+}
+
+/// Into a database that has none of the tables; whatever else lies there stays.
+void restoreAnew(const QString &address, const QString &source, const QString &safetyCopy, int version,
+                 const Progress &progress)
+{
+    demandKnownTriggers(source);
+    try {
+        putClinic(PostgresPlace::of(address), source, safetyCopy, version, progress);
+    } catch (const runtime::RuntimeError &) {
+        // What is committed is not called stopped, or failed.
+        if (generationOf(*ado::Connection::open(address)) < 0)
+            throw;
+        runtime::trapped();
+    }
+    const ado::ConnectionPtr restored = ado::Connection::open(address);
+    runtime::Attempt complete; // the rows are there, and the desk says that an upgrade is due
+    complete([&] { schema::upgrade(*restored); });
+    gatherStatistics(*restored);
 }
 
 } // namespace
@@ -252,42 +314,34 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
     demandDump(target);
 }
 
-bool restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy,
-                           const Progress &progress)
+Restored restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy, Scope scope,
+                               const Progress &progress)
 {
     demandDump(source);
     const int version = versionInDump(source);
     schema::demandNoNewer(version, source);
     const ado::ConnectionPtr connection = ado::Connection::open(address);
-    const PostgresPlace place = PostgresPlace::of(address);
     schema::demandNoNewer(*connection);
-    demandKnownTriggers(source, *connection);
-    const bool wasClinic = schema::hasSchema(*connection);
-    const int generation = generationOf(*connection);
-    if (wasClinic) {
-        files::NewFile kept(safetyCopy, files::NewFile::Private);
-        dump(*connection, kept.unfinished(), {});
-        kept.finish();
+    const QStringList missing = missingTables(*connection);
+    if (missing.size() == qsizetype(schema::tablePlans().size())) {
+        restoreAnew(address, source, safetyCopy, version, progress);
+        return {};
     }
-    QStringList before{wasClinic ? beforeRestore() : beforeFirstRestore()};
-    if (schema::journalDefinitions(*connection).isEmpty()) // the backup's triggers call them
-        before << schema::journalFunctionStatements();
+    demandTables(missing);
+    files::NewFile kept(safetyCopy, files::NewFile::Private);
+    dump(*connection, kept.unfinished(), {});
+    kept.finish();
+    const int generation = generationOf(*connection);
     try {
-        putRows(place, source, safetyCopy, before.join(QStringLiteral(";\n")), version, progress);
+        putRows(*connection, source, safetyCopy, scope, progress);
     } catch (const runtime::RuntimeError &) {
-        // What is committed is not called stopped, or failed.
+        // A server that went while it said that all is committed has committed it.
         if (generationOf(*ado::Connection::open(address)) <= generation)
             throw;
         runtime::trapped();
     }
-    const ado::ConnectionPtr restored = ado::Connection::open(address);
-    runtime::Attempt complete; // the rows are there, and the desk says that an upgrade is due
-    complete([&] { schema::upgrade(*restored); });
-    // The new tables have no statistics yet, and a desk would feel it; without them it is restored all the same.
-    runtime::Attempt statistics;
-    for (const schema::TablePlan &table : schema::tablePlans())
-        statistics([&] { restored->Execute(QStringLiteral("ANALYZE ") + QString::fromLatin1(table.name)); });
-    return wasClinic;
+    gatherStatistics(*ado::Connection::open(address));
+    return {safetyCopy};
 }
 
 } // namespace backup

@@ -20,9 +20,8 @@ QString keyColumns()
     return rows.join(QStringLiteral(", "));
 }
 
-/// Does something with each counter. There `t.name` is the table, `counter` the counter, and `next` the key that it gives
-/// next and that is above every row.
-QString forEachCounter(const QString &work)
+/// Gives no key that a row has.
+QString countAbove()
 {
     return QStringLiteral(R"sql(DO $body$
 DECLARE
@@ -35,31 +34,14 @@ BEGIN
         CONTINUE WHEN counter IS NULL;
         EXECUTE format('SELECT GREATEST((SELECT COALESCE(MAX(%I), 0) + 1 FROM %I), '
                        'last_value + CASE WHEN is_called THEN 1 ELSE 0 END) FROM %s', t.key, t.name, counter) INTO next;
-        %2
+        PERFORM setval(counter, next, false);
     END LOOP;
 END
 $body$)sql")
-        .replace(QStringLiteral("%1"), keyColumns())
-        .replace(QStringLiteral("%2"), work);
+        .replace(QStringLiteral("%1"), keyColumns());
 }
 
 } // namespace
-
-QString beforeRestore()
-{
-    QStringList tables;
-    for (const schema::TablePlan &table : schema::tablePlans())
-        tables << QString::fromLatin1(table.name);
-    return QStringLiteral("LOCK TABLE %1 IN ACCESS EXCLUSIVE MODE;\n").arg(tables.join(QStringLiteral(", ")))
-           + forEachCounter(QStringLiteral("PERFORM set_config('desk.' || t.name, next::text, true);"))
-           + QStringLiteral(R"sql(;
-DO $body$ BEGIN
-    IF to_regclass('t_deskschema') IS NOT NULL THEN
-        PERFORM set_config('desk.generation', max(DS_Generation)::text, true) FROM t_DeskSchema;
-    END IF;
-END $body$;
-DROP TABLE IF EXISTS t_DeskJournal)sql"); // it tells of the rows that go; the backup has its own, or none
-}
 
 QString beforeFirstRestore()
 {
@@ -84,14 +66,11 @@ QString demandRows(const QStringList &rowSums)
     return statements;
 }
 
-QString afterRestore(int version)
+QString afterFirstRestore(int version)
 {
-    return QStringLiteral("RESET search_path;\n")
-           + forEachCounter(QStringLiteral("PERFORM setval(counter, GREATEST(next, COALESCE(NULLIF("
-                                           "current_setting('desk.' || t.name, true), ''), '1')::bigint), false);"))
-           + QStringLiteral(";\n") + schema::markStatements(true).join(QStringLiteral(";\n"))
-           + QStringLiteral(";\nUPDATE t_DeskSchema SET DS_Version = %1, DS_Generation = 1 + GREATEST(DS_Generation, "
-                            "COALESCE(NULLIF(current_setting('desk.generation', true), ''), '0')::integer)")
+    return QStringLiteral("RESET search_path;\n") + countAbove() + QStringLiteral(";\n")
+           + schema::markStatements(true).join(QStringLiteral(";\n"))
+           + QStringLiteral(";\nUPDATE t_DeskSchema SET DS_Version = %1, DS_Generation = DS_Generation + 1")
                  .arg(version);
 }
 

@@ -1,8 +1,10 @@
 #include "desk/backup/SqliteBackup.h"
 
 #include "desk/backup/CalmMoment.h"
+#include "desk/backup/ReadyTable.h"
 #include "desk/backup/Refusal.h"
 #include "desk/backup/SqliteFile.h"
+#include "desk/backup/SqliteRows.h"
 #include "desk/files/NewFile.h"
 #include "desk/schema/Journal.h"
 #include "desk/schema/Upgrade.h"
@@ -54,22 +56,43 @@ void demandNoNewer(const QString &clinic)
 }
 
 /// A trigger that a foreign hand left in a backup would run with the desks' own statements.
-void demandKnownTriggers(SqliteFile &backup, const QString &clinic, const QString &source)
+void demandKnownTriggers(SqliteFile &backup, const QString &source)
 {
     QStringList unknown = backup.triggers();
     for (const schema::JournalTrigger &trigger : schema::journalTriggers(schema::Dialect::SQLite))
         unknown.removeAll(trigger.statement);
-    try {
-        if (!unknown.isEmpty() && QFileInfo::exists(clinic)) {
-            const QStringList known = SqliteFile(clinic, Open::ToRead).triggers();
-            unknown.removeIf([&](const QString &trigger) { return known.contains(trigger); });
-        }
-    } catch (const runtime::RuntimeError &) {
-        runtime::trapped();
-    }
     if (!unknown.isEmpty())
-        refuse(QStringLiteral("백업에 이 데이터베이스에 없는 트리거가 있어 복원하지 않았습니다: %1\n%2")
+        refuse(QStringLiteral("백업에 다른 프로그램의 트리거가 있어 새 데이터베이스로 복원하지 않았습니다: %1\n%2")
                    .arg(source, unknown.join(u'\n')));
+}
+
+/// What lies at the address of a clinic.
+enum class Found { Clinic, Nothing, Damaged };
+
+Found lookOnce(const QString &clinic)
+{
+    try {
+        SqliteFile file(clinic, Open::ToRead);
+        if (!file.isSound())
+            return Found::Damaged;
+        if (file.ask(QStringLiteral("SELECT name FROM sqlite_master")).isEmpty())
+            return Found::Nothing;
+        demandTables(file.missingTables());
+        return Found::Clinic;
+    } catch (const runtime::RuntimeError &error) {
+        if (!SqliteFile::tellsOfDamage(error))
+            throw;
+        runtime::trapped();
+        return Found::Damaged;
+    }
+}
+
+/// A disk that could not be read once is no damaged file, and what is taken for one is replaced as a whole. Raises RuntimeError
+/// for a database of another program.
+Found look(const QString &clinic)
+{
+    const Found found = lookOnce(clinic);
+    return found == Found::Damaged ? lookOnce(clinic) : found;
 }
 
 void copyBytes(const QString &from, const QString &to)
@@ -145,6 +168,19 @@ void takeAlong(const QString &clinic, SqliteFile &prepared)
     }
 }
 
+/// All of it, for it holds nothing that rows could be put into.
+void replaceFile(const QString &clinic, const QString &prepared, const Progress &progress)
+{
+    SqliteFile to(clinic, Open::ToWrite);
+    SqliteFile ready(prepared, Open::ToWrite);
+    try {
+        to.ask(QStringLiteral("PRAGMA journal_mode = WAL")); // as every desk has it: it can be asked while it is held
+    } catch (const runtime::RuntimeError &) {
+        runtime::trapped();
+    }
+    to.takeOver(ready, progress, [&] { takeAlong(clinic, ready); });
+}
+
 } // namespace
 
 void copySqliteClinic(const QString &clinic, const QString &target, const Progress &progress)
@@ -155,33 +191,34 @@ void copySqliteClinic(const QString &clinic, const QString &target, const Progre
     SqliteFile(target, Open::ToRead).demandClinic(clinic);
 }
 
-bool restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy,
-                         const Progress &progress)
+Restored restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy, Scope scope,
+                             const Progress &progress)
 {
     if (QFileInfo(clinic).canonicalFilePath() == QFileInfo(source).canonicalFilePath())
         refuse(QStringLiteral("현재 데이터베이스 파일입니다. 백업 파일을 지정하십시오: ") + source);
     SqliteFile from(source, Open::ToRead);
     from.demandClinic();
-    demandKnownTriggers(from, clinic, source);
     if (!QFileInfo::exists(clinic)) {
+        demandKnownTriggers(from, source);
         files::NewFile made(clinic, files::NewFile::Private);
         prepare(from, made.unfinished(), progress);
         made.finish();
-        return false;
+        return {};
     }
     demandNoNewer(clinic);
+    const Found found = look(clinic);
+    if (found == Found::Clinic) {
+        keepAside(clinic, safetyCopy);
+        replaceSqliteRows(clinic, source, scope, progress);
+        return {safetyCopy};
+    }
+    demandKnownTriggers(from, source);
     const files::NewFile prepared(clinic + QStringLiteral(".restore"), files::NewFile::Private);
     prepare(from, prepared.unfinished(), {});
-    keepAside(clinic, safetyCopy);
-    SqliteFile to(clinic, Open::ToWrite);
-    SqliteFile ready(prepared.unfinished(), Open::ToWrite);
-    try {
-        to.ask(QStringLiteral("PRAGMA journal_mode = WAL")); // as every desk has it: it can be asked while it is held
-    } catch (const runtime::RuntimeError &) {
-        runtime::trapped();
-    }
-    to.takeOver(ready, progress, [&] { takeAlong(clinic, ready); });
-    return true;
+    if (found == Found::Damaged)
+        keepAside(clinic, safetyCopy);
+    replaceFile(clinic, prepared.unfinished(), progress);
+    return found == Found::Damaged ? Restored{safetyCopy, true} : Restored{};
 }
 
 } // namespace backup

@@ -7,8 +7,8 @@ namespace backup {
 /// Into a new file, which is looked through when it is whole.
 void copySqliteClinic(const QString &clinic, const QString &target, const Progress &progress);
 
-/// True when there was a clinic before, which is then in the file `safetyCopy`.
-bool restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy,
-                         const Progress &progress);
+/// The clinic that was there before is in the file `safetyCopy` then.
+Restored restoreSqliteClinic(const QString &clinic, const QString &source, const QString &safetyCopy, Scope scope,
+                             const Progress &progress);
 
 } // namespace backup

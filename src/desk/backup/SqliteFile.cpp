@@ -5,10 +5,12 @@
 #include "desk/schema/Tables.h"
 
 #include <QCryptographicHash>
+#include <QRegularExpression>
 #include <QThread>
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace backup {
@@ -158,6 +160,24 @@ void SqliteFile::demandClinic(const QString &toldAs)
     schema::demandNoNewer(mark().version, name);
     if (has(QStringLiteral("t_DeskBackup")) && ask(QStringLiteral("SELECT DB_RowSum FROM t_DeskBackup")) != rowSums())
         refuse(QStringLiteral("백업한 뒤에 바뀌었거나 손상된 백업 파일입니다: ") + name);
+}
+
+bool SqliteFile::isSound()
+{
+    static const QRegularExpression ofARow(
+        QStringLiteral("^(ok$|CHECK constraint failed|NULL value in|\\S+ value in)"));
+    const QStringList found = ask(QStringLiteral("PRAGMA integrity_check"));
+    return std::ranges::all_of(found, [&](const QString &line) { return line.contains(ofARow); });
+}
+
+QStringList SqliteFile::missingTables()
+{
+    QStringList missing;
+    for (const schema::TablePlan &table : schema::tablePlans()) {
+        if (!has(QString::fromLatin1(table.name)))
+            missing << QString::fromLatin1(table.name);
+    }
+    return missing;
 }
 
 QString SqliteFile::whyForeign()

@@ -32,6 +32,9 @@ public:
     /// Raises RuntimeError unless the file is whole and holds every table of a clinic, one that this program knows; it is told
     /// under the other name when there is one.
     void demandClinic(const QString &toldAs = {});
+    /// Whether the engine can read and write all of it; a row that breaks a rule of its table is no damage.
+    bool isSound();
+    QStringList missingTables();
     /// One text a table that only the same rows give.
     QStringList rowSums();
     /// Lets the file carry them, as demandClinic looks for them.

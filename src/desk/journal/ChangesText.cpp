@@ -96,6 +96,8 @@ bool isKey(const Field &field)
 
 QString changesText(const Entry &entry)
 {
+    if (entry.action == 'R')
+        return entry.after.value(QStringLiteral("file")).toString();
     const QString none = QStringLiteral("(없음)");
     QStringList changes;
     for (const Field &field : fields()) {
@@ -115,12 +117,22 @@ QString changesText(const Entry &entry)
 
 QString actionText(char action)
 {
-    return action == 'I' ? QStringLiteral("추가") : action == 'U' ? QStringLiteral("수정") : QStringLiteral("삭제");
+    switch (action) {
+    case 'I':
+        return QStringLiteral("추가");
+    case 'U':
+        return QStringLiteral("수정");
+    case 'R':
+        return QStringLiteral("복원");
+    default:
+        return QStringLiteral("삭제");
+    }
 }
 
 QString tableText(const QString &table)
 {
-    return table == QLatin1String("tPSOrderMaster")   ? QStringLiteral("거래")
+    return table.isEmpty()                            ? QStringLiteral("백업 파일")
+           : table == QLatin1String("tPSOrderMaster") ? QStringLiteral("거래")
            : table == QLatin1String("tPSOrderDetail") ? QStringLiteral("물품")
                                                       : QStringLiteral("수납");
 }

@@ -16,10 +16,11 @@ QJsonObject rowOf(const QVariant &text)
 std::vector<Entry> entries(ado::Connection &connection, const QString &condition)
 {
     const QList<QVariantList> rows = schema::rowsOf(
-        connection, QStringLiteral("SELECT DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Order, DJ_Customer, DJ_Old, DJ_New "
-                                   "FROM t_DeskJournal WHERE DJ_Action IN ('I', 'U', 'D') AND %1 ORDER BY DJ_PK DESC "
-                                   "LIMIT %2")
-                        .arg(condition, QString::number(MostEntries)));
+        connection,
+        QStringLiteral("SELECT DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Order, DJ_Customer, DJ_Old, DJ_New "
+                       "FROM t_DeskJournal WHERE DJ_Action IN ('I', 'U', 'D', 'R') AND %1 ORDER BY DJ_PK DESC "
+                       "LIMIT %2")
+            .arg(condition, QString::number(MostEntries)));
     std::vector<Entry> all;
     for (const QVariantList &row : rows)
         all.push_back({QDateTime::fromString(row[0].toString(), Qt::ISODateWithMs).toLocalTime(), row[1].toString(),

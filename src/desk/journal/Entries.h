@@ -9,7 +9,7 @@
 
 namespace journal {
 
-/// What happened to one row of an order, its lines or its ledger.
+/// What happened to one row of an order, its lines or its ledger; or to all of them, by the restore of a backup.
 struct Entry
 {
     QDateTime time; ///< of this machine

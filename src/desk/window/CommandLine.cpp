@@ -59,6 +59,8 @@ void checkTogether(const Options &options)
         throw WrongUse(QStringLiteral("--dry-run은 --upgrade 또는 --import와 함께 사용하십시오."));
     if (options.order && options.restoreFile.isEmpty())
         throw WrongUse(QStringLiteral("--order는 --restore와 함께 사용하십시오."));
+    if (options.all && (options.restoreFile.isEmpty() || options.order))
+        throw WrongUse(QStringLiteral("--all은 --restore와 함께 사용하십시오. --order와는 함께 쓸 수 없습니다."));
 }
 
 } // namespace
@@ -84,6 +86,8 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--import");
     if (!options.exportFile.isEmpty())
         tasks << QStringLiteral("--export");
+    if (options.set)
+        tasks << QStringLiteral("--set");
     if (tasks.size() > 1)
         throw WrongUse(QStringLiteral("한 번에 하나만 할 수 있습니다: ") + tasks.join(QStringLiteral(", ")));
     return tasks.value(0);
@@ -130,10 +134,16 @@ Options readCommandLine(const QStringList &arguments)
             options.exportFile = value();
         else if (option == QLatin1String("--order"))
             options.order = numberOf(option, value(), "거래");
+        else if (option == QLatin1String("--all"))
+            options.all = true;
         else if (option == QLatin1String("--upgrade"))
             options.upgrade = true;
         else if (option == QLatin1String("--dry-run"))
             options.dryRun = true;
+        else if (option == QLatin1String("--set"))
+            options.set = at + 1 < arguments.size() && !arguments[at + 1].startsWith(QLatin1String("--"))
+                              ? arguments[++at]
+                              : QString();
         else if (option == QLatin1String("--until-shown"))
             options.untilShown = true;
         else if (option == QLatin1String("--help"))
@@ -157,7 +167,9 @@ QString usageText()
         "  --make 크기       empty, small, large 중 하나로 데이터베이스를 만들고 끝냅니다\n"
         "  --check           데이터베이스를 검사하고 끝냅니다 (0 문제 없음, 1 문제 발견, 2 검사하지 못함)\n"
         "  --backup 파일     데스크가 일하는 동안 데이터베이스를 새 파일로 백업합니다\n"
-        "  --restore 파일    백업 파일로 복원합니다 (지금의 데이터베이스는 백업 파일 옆에 남깁니다)\n"
+        "  --restore 파일    물품판매의 테이블 7개를 백업 파일의 내용으로 복원합니다 (지금의 데이터베이스는 백업 파일\n"
+        "                    옆에 남기며, 다른 프로그램의 테이블은 바꾸지 않습니다)\n"
+        "  --all             --restore와 함께: 환자, 진료 영수증, 공용 설정도 복원합니다\n"
         "  --order 번호      --restore와 함께: 삭제한 거래 하나만 복원합니다. 파일 대신 journal을 쓰면 변경 이력에서\n"
         "                    복원합니다\n"
         "  --verify 파일     백업 파일을 임시 데이터베이스에 복원해 검사합니다 (데이터베이스는 바뀌지 않습니다)\n"
@@ -166,6 +178,7 @@ QString usageText()
         "  --export 파일     물품 목록을 CSV 파일로 저장합니다 (--import로 다시 가져올 수 있습니다)\n"
         "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
+        "  --set 이름=값     이 데스크의 설정을 바꿉니다 (--set만 쓰면 모든 설정을 보여 줍니다)\n"
         "  --dry-run         --upgrade 또는 --import와 함께: 할 일을 보여 주기만 합니다\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"

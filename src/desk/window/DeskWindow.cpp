@@ -2,8 +2,10 @@
 
 #include "desk/window/JournalWindow.h"
 #include "desk/window/Look.h"
+#include "desk/window/SettingsDialog.h"
 #include "platform/controls/DeskStyle.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Format.h"
@@ -86,6 +88,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     , sale_(named(new QPushButton(QStringLiteral("물품판매(F2)")), QStringLiteral("cmdSale")))
     , manage_(named(new QPushButton(QStringLiteral("물품관리(F3)")), QStringLiteral("cmdManage")))
     , journal_(named(new QPushButton(QStringLiteral("변경 이력(F9)")), QStringLiteral("cmdJournal")))
+    , settings_(named(new GearButton, QStringLiteral("cmdSettings")))
 {
     setObjectName(QStringLiteral("deskWindow"));
     setWindowTitle(clinicName(*connection_) + QStringLiteral(" 접수 데스크"));
@@ -124,6 +127,10 @@ QWidget *DeskWindow::makeHead()
     search_->setMinimumHeight(34);
     search_->setTextMargins(6, 0, 6, 0);
     row->addWidget(search_);
+    settings_->setFixedSize(34, 34);
+    settings_->setToolTip(QStringLiteral("데스크 설정 (F10)"));
+    settings_->setAccessibleName(QStringLiteral("데스크 설정"));
+    row->addWidget(settings_);
     return head;
 }
 
@@ -191,6 +198,7 @@ void DeskWindow::connectControls()
     controls::onEvent(sale_, &QPushButton::clicked, this, [this](bool) { openSale(); });
     controls::onEvent(manage_, &QPushButton::clicked, this, [this](bool) { openManagement(); });
     controls::onEvent(journal_, &QPushButton::clicked, this, [this](bool) { openJournal(); });
+    controls::onEvent(settings_, &QToolButton::clicked, this, [this](bool) { openSettings(); });
     search_->installEventFilter(this);
     table_->installEventFilter(this);
 }
@@ -256,6 +264,12 @@ void DeskWindow::openJournal()
     journal.release()->show(); // it goes when it is closed
 }
 
+void DeskWindow::openSettings()
+{
+    const controls::Modal<SettingsDialog> settings(connection_, this);
+    controls::runModal(settings.get());
+}
+
 void DeskWindow::keyPressEvent(QKeyEvent *event)
 {
     if (event->isAutoRepeat())
@@ -267,6 +281,8 @@ void DeskWindow::keyPressEvent(QKeyEvent *event)
         return manage_->click();
     case Qt::Key_F9:
         return journal_->click();
+    case Qt::Key_F10:
+        return settings_->click();
     case Qt::Key_F5:
         return controls::runEvent([this] { refresh(); });
     case Qt::Key_Escape:

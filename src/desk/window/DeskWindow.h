@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/window/Component.h"
+#include "desk/window/GearButton.h"
 #include "desk/window/PatientModel.h"
 #include "platform/controls/SearchBox.h"
 
@@ -13,7 +14,7 @@ namespace desk {
 
 /// The reception's window: find a patient, open the sale of goods or their management.
 ///
-/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, cmdJournal, lblNotice; its own is deskWindow.
+/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, cmdJournal, cmdSettings, lblNotice; its own is deskWindow.
 class DeskWindow : public QWidget
 {
     Q_OBJECT
@@ -40,6 +41,7 @@ private:
     void openSale();
     void openManagement();
     void openJournal();
+    void openSettings();
 
     ado::ConnectionPtr connection_;
     SaleComponent component_;
@@ -53,6 +55,7 @@ private:
     QPushButton *sale_;
     QPushButton *manage_;
     QPushButton *journal_;
+    GearButton *settings_;
 };
 
 } // namespace desk

@@ -4,16 +4,21 @@
 #include "forms/FormRow.h"
 #include "forms/modFunctions.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/FileDialog.h"
 #include "platform/controls/MessageBox.h"
+#include "platform/controls/Modal.h"
 #include "platform/controls/ShowText.h"
+#include "platform/print/PreviewWindow.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "platform/runtime/Log.h"
 #include "products/GoneRow.h"
+#include "session/modGlobalVars.h"
 #include "settings/clsProperties.h"
 
 #include <QPointer>
+#include <QSaveFile>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -21,6 +26,7 @@ using controls::MsgBox;
 namespace {
 
 const QString commandTitle = QStringLiteral("판매 물품");
+const QString listTitle = QStringLiteral("판매 물품 목록");
 
 // Stands for no date.
 const QDate noDate(1900, 1, 1);
@@ -34,9 +40,10 @@ ProductPane::ProductPane(SaleSession &session, PaneShell &shell, QWidget *parent
 {
     makeControls();
     arrange();
-    setTabChain({grid_, commands_[Add], commands_[Edit], commands_[Delete], txtProSaleInfo_[0], txtProSaleInfo_[1],
-                 txtProSaleInfo_[2], dtpProdListAddedDate_, optIsTaxed_[0], optIsTaxed_[1], optIsValid_[0],
-                 optIsValid_[1], txtProSaleInfoMemo_, saveButtons_[0], saveButtons_[1]});
+    setTabChain({grid_, cmdPrintProductList_, cmdSaveProductList_, commands_[Add], commands_[Edit], commands_[Delete],
+                 txtProSaleInfo_[0], txtProSaleInfo_[1], txtProSaleInfo_[2], dtpProdListAddedDate_, optIsTaxed_[0],
+                 optIsTaxed_[1], optIsValid_[0], optIsValid_[1], txtProSaleInfoMemo_, saveButtons_[0],
+                 saveButtons_[1]});
     connectControls();
     // The check column is the only writer of PM_IsHide. The row stays in view until the list is loaded anew.
     controls::onEvent(grid_, &controls::RecordsetGrid::afterColumnUpdate, this, [this](int) { saveHideMark(); });
@@ -60,10 +67,50 @@ void ProductPane::saveHideMark()
     }
 }
 
+/// Read anew: what other desks wrote since is in it, and the list itself keeps its row.
+std::vector<PriceLine> ProductPane::readPriceList() const
+{
+    ado::Recordset products;
+    products.Open(listStatement(), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    return priceList(products);
+}
+
+void ProductPane::printList()
+{
+    const std::vector<PriceLine> lines = readPriceList();
+    const controls::Modal<print::PreviewWindow> preview(
+        this, QStringLiteral("판매 물품 목록 인쇄"),
+        print::PrinterMemory{QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리")});
+    preview->vsPrint()->setDocument(priceListOnPaper(lines, clsProperties().PropValue(QStringLiteral("지점명"))),
+                                    listTitle);
+    controls::runModal(preview.get());
+}
+
+void ProductPane::saveList()
+{
+    const QByteArray content = priceListCsv(readPriceList());
+    const QString path =
+        controls::askSaveFile(this, QStringLiteral("Excel용 저장"),
+                              listTitle + u' ' + runtime::dateText(QDate::currentDate()) + QStringLiteral(".csv"),
+                              QStringLiteral("CSV 파일 (*.csv)"), QStringLiteral("csv"));
+    if (path.isEmpty())
+        return;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+        throw runtime::RuntimeError(runtime::ErrorNumber::InvalidCall,
+                                    QStringLiteral("파일을 저장하지 못했습니다: %1\n%2").arg(path, file.errorString()));
+}
+
 void ProductPane::disableCommands()
 {
     for (controls::PushCheck *button : commands_)
         button->setEnabled(false);
+}
+
+QString ProductPane::listStatement() const
+{
+    return clsSQL().getProductMasterSQL(clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기"))
+                                        != QLatin1String("1"));
 }
 
 void ProductPane::loadProductListsManager(bool keepRow)
@@ -71,9 +118,7 @@ void ProductPane::loadProductListsManager(bool keepRow)
     const QPointer<ProductPane> alive(this); // a row that is shown may open a box
     runtime::Attempt attempt;
     attempt([&] {
-        const bool showAll =
-            clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기")) != QLatin1String("1");
-        const QString statement = clsSQL().getProductMasterSQL(showAll);
+        const QString statement = listStatement();
         if (keepRow && hasRow())
             list_.loadAt(statement, rows_->bookmark());
         else

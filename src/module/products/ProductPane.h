@@ -3,11 +3,13 @@
 #include "forms/MemoBox.h"
 #include "forms/MoneyBox.h"
 #include "platform/controls/DateEdit.h"
+#include "products/PriceList.h"
 #include "products/ProductOperations.h"
 #include "products/RecordEditor.h"
 #include "products/StockBox.h"
 
 #include <QGridLayout>
+#include <QPushButton>
 #include <QRadioButton>
 
 #include <array>
@@ -43,6 +45,7 @@ signals:
 private:
     void makeControls();
     QGridLayout *makeFields();
+    void makeListTools();
     void arrange();
 
     void run(Command command) override;
@@ -57,6 +60,10 @@ private:
     QList<EntryColor> fieldColors() const override;
     ProductEdit typed() const;
     void saveHideMark();
+    QString listStatement() const;
+    std::vector<PriceLine> readPriceList() const;
+    void printList();
+    void saveList();
 
     ProductOperations operations_;
     ProductKey edited_;
@@ -67,4 +74,6 @@ private:
     std::array<QRadioButton *, 2> optIsValid_{};
     controls::DateEdit *dtpProdListAddedDate_ = nullptr;
     StockBox *stock_ = nullptr;
+    QPushButton *cmdPrintProductList_ = nullptr;
+    QPushButton *cmdSaveProductList_ = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
 #include "platform/controls/Appearance.h"
+#include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "products/ProductPane.h"
 #include "session/modGlobalVars.h"
@@ -56,6 +57,7 @@ void ProductPane::makeControls()
     makeList(QStringLiteral("sspPMProductList"), -1, QStringLiteral("판매 물품 목록"),
              QStringLiteral("tdbSaleProductListsManager"), managerColumns());
     makeSearch(managerSearch());
+    makeListTools();
     makePanel(QStringLiteral("sspPMProductInfo"), -1);
     makeStrip(2, QStringLiteral("chkCmdProdSaleAddEdiDel"), QStringLiteral("chkCmdSaveProduct"),
               QStringLiteral("저 장"));
@@ -64,6 +66,29 @@ void ProductPane::makeControls()
     fields->addLayout(makeFields(), 1);
     fields->addWidget(stock_);
     placeInPanel(fields);
+}
+
+/// Beside the search, in the frame that an edit puts out of reach.
+void ProductPane::makeListTools()
+{
+    cmdPrintProductList_ =
+        controls::named(new QPushButton(QStringLiteral("인쇄")), QStringLiteral("cmdPrintProductList"));
+    cmdPrintProductList_->setAccessibleName(QStringLiteral("물품 목록 인쇄"));
+    cmdPrintProductList_->setToolTip(QStringLiteral("목록을 분류별로 인쇄"));
+    cmdSaveProductList_ =
+        controls::named(new QPushButton(QStringLiteral("Excel용 저장")), QStringLiteral("cmdSaveProductList"));
+    cmdSaveProductList_->setAccessibleName(QStringLiteral("물품 목록 Excel용 저장"));
+    cmdSaveProductList_->setToolTip(QStringLiteral("목록을 CSV 파일로 저장"));
+    listFrame_->layout()->removeWidget(search_);
+    auto *row = new QHBoxLayout;
+    row->addWidget(search_, 1);
+    for (QPushButton *button : {cmdPrintProductList_, cmdSaveProductList_}) {
+        button->setAutoDefault(false);
+        row->addWidget(button);
+    }
+    static_cast<QVBoxLayout *>(listFrame_->layout())->insertLayout(0, row);
+    controls::onEvent(cmdPrintProductList_, &QPushButton::clicked, this, [this](bool) { printList(); });
+    controls::onEvent(cmdSaveProductList_, &QPushButton::clicked, this, [this](bool) { saveList(); });
 }
 
 QGridLayout *ProductPane::makeFields()

@@ -9,6 +9,7 @@
 #include "platform/runtime/Log.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
+#include "statistics/ReportRegister.h"
 #include "statistics/WindowHandles.h"
 
 #include <QHash>
@@ -43,12 +44,23 @@ const QString firstReport = QStringLiteral("TSMnuDailySaleStat");
 
 enum NodeRole { KeyRole = Qt::UserRole, TagRole };
 
+QStringList toldReports()
+{
+    QStringList told;
+    for (const ReportNode &row : reportNodes) {
+        if (*row.tag)
+            told << QLatin1String(row.tag);
+    }
+    return told;
+}
+
 } // namespace
 
 StatisticsPane::StatisticsPane(QWidget *parent)
     : QWidget(parent)
     , splitStatMain_(controls::named(new QSplitter(Qt::Horizontal), QStringLiteral("splitStatMain")))
     , treeStatItem_(controls::named(new QTreeWidget, QStringLiteral("treeStatItem")))
+    , remarks_(controls::named(new QLabel, QStringLiteral("lblReportRemarks")))
     , reportPane_(new QWidget)
 {
     treeStatItem_->setHeaderHidden(true);
@@ -57,7 +69,7 @@ StatisticsPane::StatisticsPane(QWidget *parent)
     auto *reportLayout = new QVBoxLayout(reportPane_);
     reportLayout->setContentsMargins(0, 0, 0, 0);
     splitStatMain_->setChildrenCollapsible(false);
-    splitStatMain_->addWidget(treeStatItem_);
+    splitStatMain_->addWidget(makeLeftPane());
     splitStatMain_->addWidget(reportPane_);
     splitStatMain_->setStretchFactor(1, 1);
     splitStatMain_->setSizes({150, 870});
@@ -79,6 +91,19 @@ StatisticsPane::StatisticsPane(QWidget *parent)
     }
 }
 
+QWidget *StatisticsPane::makeLeftPane()
+{
+    remarks_->setWordWrap(true);
+    remarks_->setTextFormat(Qt::PlainText);
+    remarks_->hide();
+    auto *left = new QWidget;
+    auto *column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(treeStatItem_, 1);
+    column->addWidget(remarks_);
+    return left;
+}
+
 void StatisticsPane::buildStatisticsTree()
 {
     const QSignalBlocker blocker(treeStatItem_);
@@ -94,7 +119,36 @@ void StatisticsPane::buildStatisticsTree()
     }
     for (const char *group : {"TMnuProdSaleRelatedStat", "TMnuProdTranRelatedStat", "TMnuPSaleTranRelStat"})
         nodes.value(QLatin1String(group))->setExpanded(true);
+    addOwnReports();
     treeStatItem_->setCurrentItem(nodes.value(firstReport));
+}
+
+/// The clinic's own, behind the told ones; a group that is not among those follows them.
+void StatisticsPane::addOwnReports()
+{
+    const ReportRegister own = ReportRegister::read(ReportRegister::files(), toldReports());
+    for (const ReportRegister::Report &report : own.reports) {
+        const QList<QTreeWidgetItem *> groups = treeStatItem_->findItems(report.group, Qt::MatchExactly);
+        QTreeWidgetItem *group = groups.value(0);
+        if (!group) {
+            group = new QTreeWidgetItem(treeStatItem_, {report.group});
+            group->setExpanded(true);
+        }
+        auto *node = new QTreeWidgetItem(group, {report.caption});
+        node->setData(0, TagRole, report.programId);
+    }
+    showRemarks(own.remarks);
+}
+
+void StatisticsPane::showRemarks(const QStringList &remarks)
+{
+    const QString all = remarks.join(QLatin1Char('\n'));
+    if (all != remarks_->toolTip() && !all.isEmpty())
+        qCWarning(runtime::programLog).noquote() << "report register:" << remarks.join(QStringLiteral("; "));
+    remarks_->setText(QStringLiteral("확인할 통계 등록: %1건").arg(remarks.size()));
+    remarks_->setToolTip(all);
+    remarks_->setAccessibleDescription(all);
+    remarks_->setVisible(!remarks.isEmpty());
 }
 
 void StatisticsPane::showStatisticsTab()

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <QLabel>
 #include <QPointer>
 #include <QSplitter>
 #include <QTreeWidget>
 #include <QWidget>
 
-/// The tab "통계": a tree of reports, each of which is a component of its own that draws itself into the right pane.
+/// The tab "통계": a tree of reports, the five and those of the clinic's own register, each of which is a component of its own
+/// that draws itself into the right pane.
 class StatisticsPane : public QWidget
 {
     Q_OBJECT
@@ -22,6 +24,9 @@ public:
     QTreeWidget *tree() const { return treeStatItem_; }
 
 private:
+    QWidget *makeLeftPane();
+    void addOwnReports();
+    void showRemarks(const QStringList &remarks);
     void nodeClicked(QTreeWidgetItem *node);
     void startReport(const QString &programId);
     void hostWindow(qint32 handle);
@@ -29,6 +34,7 @@ private:
 
     QSplitter *splitStatMain_;
     QTreeWidget *treeStatItem_;
+    QLabel *remarks_; ///< on the register of the clinic's own reports
     QWidget *reportPane_;
     QPointer<QWidget>
         reportWindow_;          ///< the window on show, or what stands around one that is no widget of this process

@@ -16,14 +16,6 @@ QString &otherFolder()
     return folder;
 }
 
-QString storeFile(const QString &application)
-{
-    const QString folder = otherFolder().isEmpty()
-                               ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-                               : otherFolder();
-    return QDir(folder).filePath(application + QStringLiteral(".ini"));
-}
-
 /// Section and key as one name; a slash inside either must not open a group of its own.
 QString nameOf(const QString &section, const QString &key)
 {
@@ -36,6 +28,14 @@ QString nameOf(const QString &section, const QString &key)
 }
 
 } // namespace
+
+QString storeFile(const QString &application)
+{
+    const QString folder = otherFolder().isEmpty()
+                               ? QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+                               : otherFolder();
+    return QDir(folder).filePath(application + QStringLiteral(".ini"));
+}
 
 QString GetSetting(const QString &application, const QString &section, const QString &key, const QString &defaultText)
 {

@@ -12,6 +12,9 @@ QString GetSetting(const QString &application, const QString &section, const QSt
 /// written.
 void SaveSetting(const QString &application, const QString &section, const QString &key, const QString &value);
 
+/// Where the store of an application lies.
+QString storeFile(const QString &application);
+
 /// Puts the store into another folder, for tests and trial runs; an empty text brings the user's own back.
 void setStoreFolder(const QString &folder);
 
