@@ -10,11 +10,14 @@
 #include <QSplitter>
 #include <QWidget>
 
+#include <algorithm>
 #include <memory>
 
 namespace statistics {
 
+class CustomerFind;
 class PeriodBar;
+class SavedLine;
 class SheetChart;
 class SheetView;
 class SummaryBox;
@@ -37,11 +40,15 @@ private:
     QLayout *choices();
     QLayout *state();
     void wire();
+    void wireTable();
+    int view() const { return std::max(0, cboView_->currentIndex()); }
     void open();
     void read();
     void done();
     void stopped(const QString &why);
     void showSheet();
+    void showFound(int customer);
+    void showBehind(int row, int column);
     void setBusy(bool busy);
     QString periodText() const;
     void saveCsv();
@@ -52,6 +59,7 @@ private:
     ReadingWork work_;
     bool opened_ = false;
     Period read_; ///< what the sheet tells of
+    int reading_ = 0; ///< of the view that was read
     Sheet sheet_;
 
     PeriodBar *periodBar_;
@@ -60,6 +68,8 @@ private:
     QPushButton *cmdCsv_;
     QPushButton *cmdPrint_;
     QLabel *lblState_;
+    CustomerFind *find_;
+    SavedLine *saved_;
     QProgressBar *prgReading_;
     QPushButton *cmdCancel_;
     SummaryBox *summary_;
