@@ -101,7 +101,7 @@ std::vector<Order> orders(TestDatabase &database)
 
 statistics::Sheet read(statistics::Report &report, ado::Engine engine, const statistics::Period &period, int view)
 {
-    statistics::Reading(clinic(engine).connection(), report.figures(period), period).readAll();
+    statistics::Reading(clinic(engine).connection(), report.figuresOf(view, period), period).readAll();
     return report.sheet(view);
 }
 

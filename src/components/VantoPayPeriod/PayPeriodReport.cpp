@@ -43,7 +43,8 @@ std::optional<PayPeriodReport::Sums> PayPeriodReport::amountsOf(const Record &ro
     const Sum amount = row.amount(column + 3);
     switch (row.key(column)) {
     case Operator::Payment:
-        sums[std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(column + 2)) ? LateCash : Cash)] = amount;
+        sums[std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(column + 2)) ? LateCash : Cash)] =
+            amount;
         sums[Taken] = sums[Net] = amount;
         break;
     case Operator::Refund:
@@ -63,9 +64,9 @@ std::optional<PayPeriodReport::Sums> PayPeriodReport::amountsOf(const Record &ro
 
 std::vector<Figure> PayPeriodReport::figuresBy(By by, const Add &add) const
 {
-    Figure ledger{payPeriod::ledger(by == By::Day ? QStringLiteral("tpstrans_Date")
-                                                  : QStringLiteral("tpstrans_Customer_PK")),
-                  Figure::Slices::Days};
+    Figure ledger{
+        payPeriod::ledger(by == By::Day ? QStringLiteral("tpstrans_Date") : QStringLiteral("tpstrans_Customer_PK")),
+        Figure::Slices::Days};
     ledger.take = [add](const Record &row) {
         if (const std::optional<Sums> sums = amountsOf(row, 1))
             add(row, *sums);

@@ -84,9 +84,8 @@ void SalesPeriodReport::tellOrders(Behind &behind, std::size_t amount, const Cus
 {
     const QString keys = QStringLiteral("tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tPSOrderMaster.OrdM_Date");
     const QString condition = customers.condition(QStringLiteral("tPSOrderMaster.Cust_PK"));
-    behind.orders = amount == Orders
-                        ? Figure{salesPeriod::orders(keys, condition), Figure::Slices::Days}
-                        : Figure{salesPeriod::lines(keys, condition), Figure::Slices::Keys, orderBounds()};
+    behind.orders = amount == Orders ? Figure{salesPeriod::orders(keys, condition), Figure::Slices::Days}
+                                     : Figure{salesPeriod::lines(keys, condition), Figure::Slices::Keys, orderBounds()};
     behind.amount = [amount, customers](const Record &row) {
         if (!customers.holds(row.key(1)))
             return Sum();

@@ -62,15 +62,16 @@ std::vector<Figure> OrderList::details()
     }
     std::vector<Figure> figures;
     addInPortions(figures, QStringLiteral("SELECT Customer_PK, sn, name FROM Customer WHERE Customer_PK IN ([KEYS])"),
-                  customers,
-                  [this](const Record &row) { customers_[row.key(0)] = {row.text(1), row.text(2)}; });
+                  customers, [this](const Record &row) {
+                      customers_[row.key(0)] = {row.text(1), row.text(2)};
+                  });
     addInPortions(figures,
                   QStringLiteral("SELECT OrdM_PK, PM_Name, OrdD_Count, tPSOrderDetail.PM_PK FROM tPSOrderDetail LEFT "
                                  "JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK "
                                  "WHERE OrdM_PK IN ([KEYS]) ORDER BY OrdM_PK, OrdD_PK"),
                   orders, [this](const Record &row) {
-                      const QString name = row.isNull(1) ? QStringLiteral("(삭제된 물품 %1)").arg(row.key(3))
-                                                         : row.text(1);
+                      const QString name =
+                          row.isNull(1) ? QStringLiteral("(삭제된 물품 %1)").arg(row.key(3)) : row.text(1);
                       goods_[row.key(0)] << name + u' ' + shownText(row.amount(2));
                   });
     return figures;
@@ -93,7 +94,7 @@ Row OrderList::rowOf(const Key &key, const Sum &amount) const
             isKnown             ? customer->second.name
             : key.customer == 0 ? QStringLiteral("(고객 없음)")
                                 : QStringLiteral("(삭제된 고객 %1)").arg(key.customer),
-            key.order == 0         ? QStringLiteral("(거래가 아닌 수납)")
+            key.order == 0          ? QStringLiteral("(거래가 아닌 수납)")
             : goods != goods_.end() ? goods->second.join(QStringLiteral(", "))
                                     : QString(),
             amount};
@@ -116,8 +117,12 @@ Sheet OrderList::sheet() const
             others += amount;
     }
     if (const std::size_t left = amounts_.size() - sheet.rows.size(); left > 0)
-        sheet.rows.push_back({QStringLiteral("그 외 %1건").arg(shownText(runtime::Currency::fromWon(std::int64_t(left)))),
-                              {}, {}, {}, others});
+        sheet.rows.push_back(
+            {QStringLiteral("그 외 %1건").arg(shownText(runtime::Currency::fromWon(std::int64_t(left)))),
+             {},
+             {},
+             {},
+             others});
     sheet.totals = {QStringLiteral("합계"), {}, {}, {}, total};
     return sheet;
 }

@@ -86,8 +86,9 @@ void OrdersWindow::done()
     table_->setFocus();
     const QString count = shownText(runtime::Currency::fromWon(std::int64_t(list_.count()))) + QStringLiteral("건");
     lblState_->setText(list_.isWhole() ? count
-                                       : count + QStringLiteral("   그 사이에 내역이 바뀌었습니다. 닫고 '새로고침'을 "
-                                                                "누르십시오."));
+                                       : count
+                                             + QStringLiteral("   그 사이에 내역이 바뀌었습니다. 닫고 '새로고침'을 "
+                                                              "누르십시오."));
 }
 
 } // namespace statistics

@@ -58,7 +58,7 @@ private:
     ado::ConnectionPtr connection_;
     ReadingWork work_;
     bool opened_ = false;
-    Period read_; ///< what the sheet tells of
+    Period read_;     ///< what the sheet tells of
     int reading_ = 0; ///< of the view that was read
     Sheet sheet_;
 

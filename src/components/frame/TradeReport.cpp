@@ -2,10 +2,16 @@
 
 namespace statistics {
 
-std::vector<Figure> TradeReport::figures(const Period &period)
+void TradeReport::forget(const Period &period)
 {
     period_ = period;
     days_.clear(period);
+    customers_.clear();
+}
+
+std::vector<Figure> TradeReport::figures(const Period &period)
+{
+    forget(period);
     return figuresBy(By::Day,
                      [this](const Record &row, std::span<const Sum> amounts) { days_.add(row.date(0), amounts); });
 }
@@ -14,11 +20,9 @@ std::vector<Figure> TradeReport::figuresOf(int view, const Period &period)
 {
     if (view != customerView)
         return figures(period);
-    period_ = period;
-    customers_.clear();
-    std::vector<Figure> figures =
-        figuresBy(By::Customer,
-                  [this](const Record &row, std::span<const Sum> amounts) { customers_.add(row.key(0), amounts); });
+    forget(period);
+    std::vector<Figure> figures = figuresBy(
+        By::Customer, [this](const Record &row, std::span<const Sum> amounts) { customers_.add(row.key(0), amounts); });
     figures.push_back(customers_.names());
     return figures;
 }

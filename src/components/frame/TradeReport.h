@@ -46,6 +46,7 @@ private:
     /// Fills in the statement of the orders, and what of its rows belongs to that amount of these customers.
     virtual void tellOrders(Behind &behind, std::size_t amount, const CustomerScope &customers) const = 0;
 
+    void forget(const Period &period);
     Sheet makeSheet(int view) const override;
     void fillDays(Sheet &sheet, Grain grain) const;
 
