@@ -20,15 +20,15 @@ constexpr ItemColumn itemColumns[] = {
     {u"판매수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120, Column::Kind::Money}};
 static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
-const QString net = QStringLiteral("SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net ");
-const QString amounts =
+const QString netSum = QStringLiteral("SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net ");
+const QString allSums =
     QStringLiteral(
         "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
         "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
         "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
         "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS "
         "Returned, ")
-    + net;
+    + netSum;
 
 } // namespace
 
@@ -46,20 +46,20 @@ QString salesItem::productBounds()
 QString salesItem::linesByProduct()
 {
     return QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2GROUP BY tPSOrderDetail.PM_PK")
-        .arg(amounts, linesOfOrders());
+        .arg(allSums, linesOfOrders());
 }
 
 QString salesItem::linesByOrder(const QString &condition)
 {
     const QString keys = QStringLiteral(
         "tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tPSOrderMaster.OrdM_Date, tPSOrderDetail.PM_PK");
-    return QStringLiteral("SELECT %1, %2FROM %3%4GROUP BY %1").arg(keys, amounts, linesOfOrders(), condition);
+    return QStringLiteral("SELECT %1, %2FROM %3%4GROUP BY %1").arg(keys, allSums, linesOfOrders(), condition);
 }
 
 QString salesItem::netByProduct()
 {
     return QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2GROUP BY tPSOrderDetail.PM_PK")
-        .arg(net, linesOfOrders());
+        .arg(netSum, linesOfOrders());
 }
 
 Figure SalesItemReport::productNames()
@@ -202,7 +202,7 @@ Sheet SalesItemReport::monthSheet() const
     }
     sheet.columns.push_back({QStringLiteral("합계"), Column::Kind::Money, 80});
     sheet.columns.push_back({QStringLiteral("전년 동기"), Column::Kind::Money, 80});
-    const auto row = [](const QString &caption, const MonthTable::Line &line) {
+    const auto rowOfLine = [](const QString &caption, const MonthTable::Line &line) {
         Row row{caption};
         row.insert(row.end(), line.months.begin(), line.months.end());
         row.insert(row.end(), {line.total, line.lastYear});
@@ -210,8 +210,8 @@ Sheet SalesItemReport::monthSheet() const
     };
     const std::vector<MonthTable::Line> lines = months_.lines();
     for (const MonthTable::Line &line : lines)
-        sheet.rows.push_back(row(productOf(line.product).name, line));
-    sheet.totals = row(QStringLiteral("합계"), sum);
+        sheet.rows.push_back(rowOfLine(productOf(line.product).name, line));
+    sheet.totals = rowOfLine(QStringLiteral("합계"), sum);
     if (lines.empty())
         chart.categories.clear();
     sheet.remark = QStringLiteral("순매출은 할인과 반품을 뺀 금액입니다. 전년 동기: %1")

@@ -14,7 +14,7 @@ namespace statistics {
 namespace {
 
 const QString noneFits = QStringLiteral("없습니다");
-const QString keys = QStringLiteral("검색 Ctrl+F, 다음 Enter·F3, 이전 Shift+F3, 목록으로 ↓, 지우기 Esc");
+const QString findKeys = QStringLiteral("검색 Ctrl+F, 다음 Enter·F3, 이전 Shift+F3, 목록으로 ↓, 지우기 Esc");
 constexpr int boxWidth = 190;
 
 QString grouped(std::int64_t number)
@@ -32,8 +32,8 @@ CustomerFind::CustomerFind(QWidget *table, QWidget *parent)
 {
     box_->setPlaceholderText(QStringLiteral("고객 이름·챠트번호"));
     box_->setAccessibleName(QStringLiteral("고객 검색"));
-    box_->setAccessibleDescription(keys);
-    box_->setToolTip(keys);
+    box_->setAccessibleDescription(findKeys);
+    box_->setToolTip(findKeys);
     box_->setClearButtonEnabled(true);
     box_->setFixedWidth(boxWidth);
     box_->installEventFilter(this);

@@ -6,7 +6,7 @@ namespace statistics {
 
 namespace {
 
-constexpr qsizetype mostBars = 10;
+constexpr qsizetype bestBars = 10;
 
 Row rowOf(const QString &chart, const QString &name, const std::vector<Sum> &amounts)
 {
@@ -133,7 +133,7 @@ void CustomerTable::fill(Sheet &sheet) const
     for (const Line &line : shown) {
         const Sum &amount = line.amounts[leading_];
         const bool isCustomers = int(sheet.rows.size()) < int(std::min(mostShown, customers_.size()));
-        if (isCustomers && chart.categories.size() < mostBars && amount > Sum()) {
+        if (isCustomers && chart.categories.size() < bestBars && amount > Sum()) {
             chart.categories << line.name + u' ' + line.chart; // names come twice
             chart.series[0].values.push_back(amount.orZero());
         }

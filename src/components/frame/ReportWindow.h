@@ -68,12 +68,12 @@ private:
     QPushButton *cmdCsv_;
     QPushButton *cmdPrint_;
     QLabel *lblState_;
-    CustomerFind *find_;
     SavedLine *saved_;
     QProgressBar *prgReading_;
     QPushButton *cmdCancel_;
     SummaryBox *summary_;
     SheetView *table_;
+    CustomerFind *find_;
     SheetChart *chart_;
     QSplitter *parts_; ///< table over chart
     bool parted_ = false;

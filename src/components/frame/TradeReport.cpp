@@ -42,7 +42,7 @@ Sheet TradeReport::makeSheet(int view) const
 void TradeReport::fillDays(Sheet &sheet, Grain grain) const
 {
     sheet.columns.insert(sheet.columns.begin(), {QStringLiteral("날짜"), Column::Kind::Text, 128});
-    const auto row = [&sheet](const QString &caption, const std::vector<Sum> &amounts) {
+    const auto cutRow = [&sheet](const QString &caption, const std::vector<Sum> &amounts) {
         Row row = rowOfAmounts(caption, amounts);
         row.resize(sheet.columns.size());
         return row;
@@ -50,13 +50,13 @@ void TradeReport::fillDays(Sheet &sheet, Grain grain) const
     sheet.chart = dayChart();
     const std::vector<DayTable::Line> lines = days_.lines(grain);
     for (const DayTable::Line &line : lines) {
-        sheet.rows.push_back(row(rowCaption(line.period, grain), line.amounts));
+        sheet.rows.push_back(cutRow(rowCaption(line.period, grain), line.amounts));
         sheet.chart.categories << barCaption(line.period, grain);
         const std::vector<Sum> heights = bars(line.amounts);
         for (std::size_t series = 0; series < heights.size(); ++series)
             sheet.chart.series[series].values.push_back(heights[series].orZero());
     }
-    sheet.totals = row(QStringLiteral("합계"), days_.totals());
+    sheet.totals = cutRow(QStringLiteral("합계"), days_.totals());
 }
 
 std::optional<Behind> TradeReport::behind(int view, int row, int column) const
