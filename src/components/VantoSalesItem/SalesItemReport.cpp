@@ -1,5 +1,7 @@
 #include "components/VantoSalesItem/SalesItemReport.h"
 
+#include "components/frame/DayTable.h"
+
 #include <algorithm>
 
 namespace statistics {
@@ -161,9 +163,7 @@ Sheet SalesItemReport::makeSheet(int view) const
 
     Sums totals{};
     for (const Line &line : lines) {
-        Row row{line.product.category};
-        if (!byCategory)
-            row.emplace_back(line.product.name);
+        Row row = byCategory ? Row{line.product.category} : Row{line.product.category, line.product.name};
         row.insert(row.end(), line.sums.begin(), line.sums.end());
         sheet.rows.push_back(std::move(row));
         for (std::size_t amount = 0; amount < Amounts; ++amount)
@@ -202,11 +202,10 @@ Sheet SalesItemReport::monthSheet() const
     }
     sheet.columns.push_back({QStringLiteral("합계"), Column::Kind::Money, 80});
     sheet.columns.push_back({QStringLiteral("전년 동기"), Column::Kind::Money, 80});
-    const auto rowOfLine = [](const QString &caption, const MonthTable::Line &line) {
-        Row row{caption};
-        row.insert(row.end(), line.months.begin(), line.months.end());
-        row.insert(row.end(), {line.total, line.lastYear});
-        return row;
+    const auto rowOfLine = [](const QString &caption, MonthTable::Line line) {
+        line.months.push_back(line.total);
+        line.months.push_back(line.lastYear);
+        return rowOfAmounts(caption, line.months);
     };
     const std::vector<MonthTable::Line> lines = months_.lines();
     for (const MonthTable::Line &line : lines)
