@@ -303,8 +303,9 @@ TEST_P(Figures, AreMadeUpByTheOrdersBehindThem)
                     statistics::Reading(database_.connection(), list.details(), days).readAll();
                     const statistics::Cell &figure =
                         row < 0 ? shown.totals[std::size_t(column)] : shown.rows[std::size_t(row)][std::size_t(column)];
-                    if (statistics::isNumber(figure))
+                    if (statistics::isNumber(figure)) {
                         EXPECT_EQ(list.behind().figure, figure);
+                    }
                     EXPECT_TRUE(list.isWhole()) << report->title().toStdString() << ' ' << view << ' ' << row << ' '
                                                 << column << ' ' << rendered(list.sheet());
                     orders += int(list.count());

@@ -3,29 +3,16 @@
 #include "platform/runtime/CsvText.h"
 #include "platform/runtime/RuntimeError.h"
 
-#include <QRegularExpression>
 #include <QSaveFile>
 
 namespace statistics {
 
 namespace {
 
-/// Figures that are no number: a spreadsheet would take the zeros off a chart number, round a long code and make a day of
-/// "12-3". A formula that is nothing but a text keeps them as they are, and searching and joining find them so; an
-/// apostrophe or a blank would become a part of them. A whole date it may know as one.
-bool isCode(const QString &text)
-{
-    static const QRegularExpression code(QStringLiteral("\\A\\d[\\dEe./-]*\\z"));
-    static const QRegularExpression date(QStringLiteral("\\A\\d{4}-\\d\\d-\\d\\d\\z"));
-    return text.contains(code) && !text.contains(date);
-}
-
 QString cellText(const Cell &cell)
 {
     const QString text = plainText(cell);
-    if (isNumber(cell))
-        return text;
-    return runtime::csvCell(isCode(text) ? QStringLiteral("=\"%1\"").arg(text) : runtime::guardedText(text));
+    return isNumber(cell) ? text : runtime::csvCell(runtime::spreadsheetText(text));
 }
 
 void addLine(QString &csv, const Row &row)

@@ -58,7 +58,7 @@ QVariant flag(const Field &field, const QString &cell)
 
 QVariant valueOf(const Field &field, const QString &cell)
 {
-    const QString typed = runtime::Trim(runtime::withoutGuard(cell));
+    const QString typed = runtime::Trim(runtime::fromSpreadsheetText(cell));
     if (typed.isEmpty())
         return {};
     switch (field.reads) {

@@ -129,7 +129,7 @@ QString csvLine(const QStringList &cells)
 {
     QStringList texts;
     for (const QString &cell : cells)
-        texts << runtime::csvCell(runtime::guardedText(cell));
+        texts << runtime::csvCell(cell);
     return texts.join(u',') + QStringLiteral("\r\n");
 }
 

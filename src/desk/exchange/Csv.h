@@ -21,7 +21,7 @@ QString decoded(const QByteArray &bytes);
 /// cell that does not end or goes on behind its quote.
 std::vector<Record> readCsv(const QString &text);
 
-/// A record with its line end, its texts guarded (runtime::guardedText).
+/// A record with its line end.
 QString csvLine(const QStringList &cells);
 
 } // namespace exchange

@@ -46,7 +46,7 @@ QByteArray JournalModel::csv() const
     for (const journal::Entry &entry : entries_) {
         QStringList cells;
         for (int column = 0; column < ColumnCount; ++column)
-            cells << runtime::csvCell(runtime::guardedText(text(entry, column)));
+            cells << runtime::csvCell(runtime::spreadsheetText(text(entry, column)));
         csv += cells.join(u',') + QStringLiteral("\r\n");
     }
     return QByteArray("\xEF\xBB\xBF") + csv.toUtf8();
