@@ -419,6 +419,9 @@ TEST_F(Window, LooksForACustomerAndOpensTheOrdersBehindAFigure)
     table->sortByColumn(7, Qt::AscendingOrder);
     const QString sorted = cell(0);
     const QString net = cell(7);
+    window_->activateWindow();
+    table->setFocus();
+    ASSERT_TRUE(waitFor([&] { return table->hasFocus(); }));
     const bool opened =
         ::inDialog([&] { QTest::keyClick(table, Qt::Key_Return); },
                    [&](const DialogDriver &orders) {

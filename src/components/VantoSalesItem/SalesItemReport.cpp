@@ -184,7 +184,10 @@ Sheet SalesItemReport::makeSheet(int view) const
 Sheet SalesItemReport::monthSheet() const
 {
     Sheet sheet;
-    sheet.columns = {{QStringLiteral("물품명"), Column::Kind::Text, 150}};
+    // What is compared stands beside the name; the months may have to be scrolled.
+    sheet.columns = {{QStringLiteral("물품명"), Column::Kind::Text, 140},
+                     {QStringLiteral("합계"), Column::Kind::Money, 80},
+                     {QStringLiteral("전년 동기"), Column::Kind::Money, 80}};
     Chart &chart = sheet.chart;
     chart.title = QStringLiteral("월별 순매출");
     chart.beside = true;
@@ -200,11 +203,8 @@ Sheet SalesItemReport::monthSheet() const
         sum.total += totals[month];
         sum.lastYear += before[month];
     }
-    sheet.columns.push_back({QStringLiteral("합계"), Column::Kind::Money, 80});
-    sheet.columns.push_back({QStringLiteral("전년 동기"), Column::Kind::Money, 80});
     const auto rowOfLine = [](const QString &caption, MonthTable::Line line) {
-        line.months.push_back(line.total);
-        line.months.push_back(line.lastYear);
+        line.months.insert(line.months.begin(), {line.total, line.lastYear});
         return rowOfAmounts(caption, line.months);
     };
     const std::vector<MonthTable::Line> lines = months_.lines();
@@ -222,14 +222,12 @@ std::optional<Behind> SalesItemReport::behind(int view, int row, int column) con
 {
     const Sheet shown = makeSheet(view);
     const int texts = view == ProductView ? 2 : 1;
-    const auto months = int(months_.months().size());
-    const int result = view == MonthView ? texts + months : texts + int(Net);
+    const int result = view == MonthView ? texts : texts + int(Net);
     const auto place = std::size_t(column < texts ? result : column);
     Behind behind{QStringLiteral("합계"), shown.columns[place], {}, period_, {}, {}};
     if (view == MonthView) {
-        const int month = int(place) - texts;
-        behind.period = month < months ? months_.periodOf(std::size_t(month), MonthTable::This)
-                                       : months_.whole(month == months ? MonthTable::This : MonthTable::Last);
+        behind.period = place < 3 ? months_.whole(place == 1 ? MonthTable::This : MonthTable::Last)
+                                  : months_.periodOf(place - 3, MonthTable::This);
         behind.column.caption = QStringLiteral("순매출");
     }
     std::vector<int> keys;

@@ -263,10 +263,10 @@ void ReportWindow::showSheet()
     summary_->setLines(sheet_.summary);
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
-    if (!parted_) {
+    if (partedFor_ != sheet_.chart.lying) {
         // Lying bars need a line each; afterwards the parts are as the user leaves them.
         parts_->setSizes(sheet_.chart.lying ? QList<int>{500, 500} : QList<int>{600, 400});
-        parted_ = true;
+        partedFor_ = sheet_.chart.lying;
     }
 }
 

@@ -76,7 +76,7 @@ private:
     CustomerFind *find_;
     SheetChart *chart_;
     QSplitter *parts_; ///< table over chart
-    bool parted_ = false;
+    std::optional<bool> partedFor_; ///< whether for lying bars
 };
 
 } // namespace statistics
