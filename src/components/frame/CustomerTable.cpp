@@ -59,15 +59,17 @@ Figure CustomerTable::names()
 
 const std::vector<int> &CustomerTable::ranked() const
 {
-    if (ranked_.empty()) {
-        for (const auto &[key, line] : customers_)
-            ranked_.push_back(key);
-        std::sort(ranked_.begin(), ranked_.end(), [this](int a, int b) {
-            const Sum &first = customers_.at(a).amounts[leading_];
-            const Sum &second = customers_.at(b).amounts[leading_];
-            return first != second ? first > second : a < b;
-        });
-    }
+    if (!ranked_.empty())
+        return ranked_;
+    std::vector<std::pair<Sum, int>> amounts;
+    amounts.reserve(customers_.size());
+    for (const auto &[key, line] : customers_)
+        amounts.emplace_back(line.amounts[leading_], key);
+    std::sort(amounts.begin(), amounts.end(), [](const auto &a, const auto &b) {
+        return a.first != b.first ? a.first > b.first : a.second < b.second;
+    });
+    for (const auto &[amount, key] : amounts)
+        ranked_.push_back(key);
     return ranked_;
 }
 

@@ -106,7 +106,7 @@ Sheet OrderList::sheet() const
     sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 90},
                      {QStringLiteral("챠트번호"), Column::Kind::Text, 70},
                      {QStringLiteral("이름"), Column::Kind::Text, 90},
-                     {QStringLiteral("판매 내역"), Column::Kind::Text, 300},
+                     {QStringLiteral("판매 내역"), Column::Kind::Text, 400},
                      behind_.column};
     Sum total, others;
     for (const auto &[key, amount] : amounts_) {

@@ -46,7 +46,7 @@ OrdersWindow::OrdersWindow(QWidget *parent, Behind behind, ado::ConnectionPtr co
     layout->addWidget(figure);
     layout->addWidget(table_, 1);
     layout->addLayout(foot);
-    resize(760, 480);
+    resize(880, 480);
     controls::onEvent(close, &QPushButton::clicked, this, [this](bool) { reject(); });
     wire();
     read(list_.orders());

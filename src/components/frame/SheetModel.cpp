@@ -50,6 +50,8 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
         const bool toTheRight = columns_[std::size_t(index.column())].kind != Column::Kind::Text;
         return int((toTheRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
+    case Qt::ToolTipRole: // of a long text the column shows the beginning only
+        return std::holds_alternative<QString>(cell) ? QVariant(shownText(cell)) : QVariant();
     case Qt::AccessibleTextRole: {
         const bool won = columns_[std::size_t(index.column())].kind == Column::Kind::Money
                          && std::holds_alternative<runtime::Currency>(cell);
