@@ -3,6 +3,7 @@
 #include "components/VantoSalesItem/SalesItemReport.h"
 #include "components/VantoSalesPeriod/SalesPeriodReport.h"
 #include "components/VantoStock/StockReport.h"
+#include "components/frame/OrderList.h"
 #include "data/clsSQL.h"
 #include "tests/components/SampleRows.h"
 #include "tests/support/Statements.h"
@@ -26,8 +27,10 @@ protected:
     }
 };
 
-/// Sums by day of the columns behind the first, as "2026-03-14|1|2", then all days together.
-using Days = std::map<QDate, std::vector<qint64>>;
+/// Sums of the columns behind the first, by day or by customer.
+template <typename Key>
+using Groups = std::map<Key, std::vector<qint64>>;
+using Days = Groups<QDate>;
 
 std::string rowText(const std::string &caption, const std::vector<qint64> &amounts)
 {
@@ -35,6 +38,13 @@ std::string rowText(const std::string &caption, const std::vector<qint64> &amoun
                            [](const std::string &text, qint64 amount) { return text + '|' + std::to_string(amount); });
 }
 
+void add(std::vector<qint64> &sums, const std::vector<qint64> &amounts)
+{
+    sums.resize(amounts.size());
+    std::transform(sums.begin(), sums.end(), amounts.begin(), sums.begin(), std::plus<>());
+}
+
+/// "2026-03-14|1|2" for each day, then all days together.
 std::string rendered(const Days &days, std::size_t columns)
 {
     std::vector<qint64> totals(columns, 0);
@@ -42,7 +52,7 @@ std::string rendered(const Days &days, std::size_t columns)
     for (const auto &[day, amounts] : days) {
         all += rowText(statistics::rowCaption(statistics::dayOf(day), statistics::Grain::Day).toStdString(), amounts)
                + '\n';
-        std::transform(totals.begin(), totals.end(), amounts.begin(), totals.begin(), std::plus<>());
+        add(totals, amounts);
     }
     return all + rowText("합계", totals);
 }
@@ -75,56 +85,80 @@ bool isLate(const LedgerRow &row, const std::map<std::pair<int, int>, Order> &or
            && (row.method.startsWith(QLatin1Char('1')) || (order != orders.end() && row.date > order->second.date));
 }
 
-Days salesByDay(TestDatabase &database)
+const auto byDay = [](const auto &row) { return row.date; };
+const auto byCustomer = [](const auto &row) { return row.customer; };
+
+template <typename KeyOf>
+auto salesBy(KeyOf keyOf, TestDatabase &database)
 {
     enum { Orders, Gross, Discount, Returns, Returned, Net, Taxed, TaxFree, Unknown, Columns };
-    Days days;
-    const auto sums = [&days](QDate day) -> std::vector<qint64> & {
-        days[day].resize(Columns);
-        return days[day];
-    };
-    for (const Order &order : orders(database))
-        ++sums(order.date)[Orders];
-    for (const Line &line : lines(database)) {
-        std::vector<qint64> &day = sums(line.date);
-        if (line.count > 0) {
-            day[Gross] += line.price * line.count;
-            day[Discount] += line.discount * line.count;
-        } else if (line.count < 0) {
-            ++day[Returns];
-            day[Returned] += line.net();
-        }
-        day[Net] += line.net();
-        day[!line.taxed ? Unknown : *line.taxed ? Taxed : TaxFree] += line.net();
+    Groups<decltype(keyOf(Order()))> groups;
+    for (const Order &order : orders(database)) {
+        groups[keyOf(order)].resize(Columns);
+        ++groups[keyOf(order)][Orders];
     }
-    return days;
+    for (const Line &line : lines(database)) {
+        std::vector<qint64> &sums = groups[keyOf(line)];
+        if (line.count > 0) {
+            sums[Gross] += line.price * line.count;
+            sums[Discount] += line.discount * line.count;
+        } else if (line.count < 0) {
+            ++sums[Returns];
+            sums[Returned] += line.net();
+        }
+        sums[Net] += line.net();
+        sums[!line.taxed ? Unknown : *line.taxed ? Taxed : TaxFree] += line.net();
+    }
+    return groups;
 }
 
-Days moneyByDay(TestDatabase &database)
+template <typename KeyOf>
+auto moneyBy(KeyOf keyOf, TestDatabase &database)
 {
     enum { Taken = 6, Refunded, Net, Discounts, Cuts, Columns };
-    Days days;
+    Groups<decltype(keyOf(LedgerRow()))> groups;
     const auto ordersByKey = ordersOf(database);
     for (const LedgerRow &row : ledger(database)) {
         if (row.operation < 1 || row.operation > 4)
             continue;
-        std::vector<qint64> &day = days[row.date];
-        day.resize(Columns);
+        std::vector<qint64> &sums = groups[keyOf(row)];
+        sums.resize(Columns);
         if (row.operation == 1)
-            day[Cuts] += row.money;
+            sums[Cuts] += row.money;
         if (row.operation == 2)
-            day[Discounts] += row.money;
+            sums[Discounts] += row.money;
         if (row.operation == 3) {
-            day[medium(row.method) + (isLate(row, ordersByKey) ? 3 : 0)] += row.money;
-            day[Taken] += row.money;
-            day[Net] += row.money;
+            sums[medium(row.method) + (isLate(row, ordersByKey) ? 3 : 0)] += row.money;
+            sums[Taken] += row.money;
+            sums[Net] += row.money;
         }
         if (row.operation == 4) {
-            day[Refunded] -= row.money;
-            day[Net] -= row.money;
+            sums[Refunded] -= row.money;
+            sums[Net] -= row.money;
         }
     }
-    return days;
+    return groups;
+}
+
+/// The twenty with the most in that column and, as one, all others.
+std::string best(const Groups<int> &customers, std::size_t column, TestDatabase &database)
+{
+    std::vector<std::pair<int, std::vector<qint64>>> ranked(customers.begin(), customers.end());
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [column](const auto &a, const auto &b) { return a.second[column] > b.second[column]; });
+    std::string all;
+    std::vector<qint64> others;
+    for (std::size_t place = 0; place < ranked.size(); ++place) {
+        const auto &[key, sums] = ranked[place];
+        const QString name =
+            database.value(QStringLiteral("SELECT sn, name FROM Customer WHERE Customer_PK = %1").arg(key));
+        if (place < 20)
+            all += rowText(name.isEmpty() ? "|(삭제된 고객 " + std::to_string(key) + ')' : name.toStdString(), sums)
+                   + '\n';
+        else
+            add(others, sums);
+    }
+    return all + rowText("|그 외 " + std::to_string(ranked.size() - 20) + "명", others);
 }
 
 } // namespace
@@ -133,14 +167,14 @@ TEST_P(Figures, SalesOfEveryDayAreThoseOfItsLines)
 {
     statistics::SalesPeriodReport report;
     EXPECT_EQ(rendered(sheet(report, wholeYear)),
-              rendered(salesByDay(database_), statistics::SalesPeriodReport::Amounts));
+              rendered(salesBy(byDay, database_), statistics::SalesPeriodReport::Amounts));
 }
 
 TEST_P(Figures, MoneyOfEveryDayIsThatOfTheLedger)
 {
     statistics::PayPeriodReport report;
     EXPECT_EQ(rendered(sheet(report, wholeYear)),
-              rendered(moneyByDay(database_), statistics::PayPeriodReport::Amounts));
+              rendered(moneyBy(byDay, database_), statistics::PayPeriodReport::Amounts));
 }
 
 TEST_P(Figures, OfAPeriodAreTheSumsOfItsDaysWeeksAndMonths)
@@ -171,6 +205,140 @@ TEST_P(Figures, OfAPeriodAreTheSumsOfItsDaysWeeksAndMonths)
             }
         }
     }
+}
+
+TEST_P(Figures, OfTheBestCustomersAndAllOthersAreThoseOfTheirOrders)
+{
+    const auto rowsOf = [](const statistics::Sheet &sheet) {
+        const std::string all = rendered(sheet);
+        return all.substr(0, all.rfind('\n'));
+    };
+    statistics::SalesPeriodReport sales;
+    statistics::PayPeriodReport money;
+    const statistics::Sheet bySale = sheet(sales, wholeYear, 3);
+    const statistics::Sheet byMoney = sheet(money, wholeYear, 3);
+    EXPECT_EQ(rowsOf(bySale), best(salesBy(byCustomer, database_), 5, database_));
+    EXPECT_EQ(rowsOf(byMoney), best(moneyBy(byCustomer, database_), 8, database_));
+    const auto amounts = [](const statistics::Sheet &sheet, int texts) {
+        return rendered(statistics::Row(sheet.totals.begin() + texts, sheet.totals.end()));
+    };
+    EXPECT_EQ(amounts(bySale, 2), amounts(sheet(sales, wholeYear), 1));
+    EXPECT_EQ(amounts(byMoney, 2), amounts(sheet(money, wholeYear), 1));
+}
+
+TEST_P(Figures, OfACustomerWhoWasLookedForComeOutOfTheOthers)
+{
+    statistics::SalesPeriodReport report;
+    const statistics::Sheet before = sheet(report, wholeYear, 3);
+    ASSERT_EQ(before.rows.size(), 21u);
+    const std::vector<int> found = report.customers().find(QStringLiteral("삭제된고객99999"));
+    ASSERT_EQ(found.size(), 1u);
+    ASSERT_GT(found[0], 20);
+    EXPECT_EQ(report.setOut(found[0]), 20);
+    const statistics::Sheet after = report.sheet(3);
+    ASSERT_EQ(after.rows.size(), 22u);
+    EXPECT_EQ(rendered(after.rows[20]), "|(삭제된 고객 99999)|1|0|0|0|0|0|0|0|0");
+    EXPECT_EQ(statistics::plainText(after.rows[21][2]).toInt() + 1, statistics::plainText(before.rows[20][2]).toInt());
+    EXPECT_EQ(rendered(after.totals), rendered(before.totals));
+    EXPECT_EQ(report.setOut(7), 7);
+    EXPECT_EQ(rendered(report.sheet(3)), rendered(before)) << "one of the best has a row already";
+}
+
+TEST_P(Figures, OfTheMonthsOfAProductAreThoseOfItsPeriodsAndOfTheYearBefore)
+{
+    statistics::SalesItemReport items;
+    statistics::SalesPeriodReport sales;
+    const auto netOf = [&](const Period &period) { return sheet(items, period).totals.back(); };
+    const auto cells = [](const statistics::Row &row) { return statistics::Row(row.begin() + 1, row.end()); };
+    const struct
+    {
+        Period period;
+        const char *first; ///< caption of the first month
+        std::size_t months;
+    } cases[] = {
+        {{QDate(2025, 8, 11), QDate(2026, 2, 3)}, "2025-08", 7},
+        {{QDate(2025, 7, 1), QDate(2026, 8, 31)}, "~ 2025-09", 12},
+        {{QDate(2026, 9, 5), QDate(2027, 2, 28)}, "2026-09", 6}, // the year before has sales alone
+    };
+    for (const auto &one : cases) {
+        const statistics::Sheet shown = sheet(items, one.period, 2);
+        EXPECT_EQ(shown.columns[3].caption.toStdString(), one.first);
+        ASSERT_EQ(shown.totals.size(), one.months + 3);
+        statistics::Row expected{netOf(one.period), netOf(statistics::yearBefore(one.period))};
+        for (const Period &month : statistics::monthsOf(one.period, 12))
+            expected.push_back(netOf(month));
+        EXPECT_EQ(rendered(cells(shown.totals)), rendered(expected));
+        EXPECT_EQ(shown.totals[1], sheet(sales, one.period).totals[6]) << "of the sales by day";
+        std::map<std::string, std::string> products; // name and net of the period
+        for (const statistics::Row &row : sheet(items, one.period).rows)
+            products[rendered({row[1]})] = rendered({row.back()});
+        std::vector<statistics::Sum> sums(one.months + 2);
+        for (const statistics::Row &row : shown.rows) {
+            const auto product = products.find(rendered({row[0]}));
+            EXPECT_EQ(rendered({row[1]}), product == products.end() ? "0" : product->second);
+            for (std::size_t column = 0; column < sums.size(); ++column)
+                sums[column] += statistics::Sum::of(row[column + 1]);
+        }
+        EXPECT_EQ(rendered(statistics::Row(sums.begin(), sums.end())), rendered(cells(shown.totals)));
+    }
+}
+
+TEST_P(Figures, AreMadeUpByTheOrdersBehindThem)
+{
+    const Period period{QDate(2026, 3, 9), QDate(2026, 4, 8)};
+    statistics::SalesPeriodReport sales;
+    statistics::PayPeriodReport money;
+    statistics::SalesItemReport items;
+    int orders = 0;
+    for (statistics::Report *report : std::initializer_list<statistics::Report *>{&sales, &money, &items}) {
+        for (int view = 0; view < report->views().size(); ++view) {
+            const statistics::Sheet shown = sheet(*report, period, view);
+            const auto last = int(shown.rows.size()) - 1;
+            for (const int row : {-1, 0, last / 2, last}) {
+                for (int column = 0; column < int(shown.columns.size()); ++column) {
+                    statistics::OrderList list(report->behind(view, row, column).value());
+                    const Period days = list.behind().period;
+                    statistics::Reading(database_.connection(), list.orders(), days).readAll();
+                    statistics::Reading(database_.connection(), list.details(), days).readAll();
+                    const statistics::Cell &figure =
+                        row < 0 ? shown.totals[std::size_t(column)] : shown.rows[std::size_t(row)][std::size_t(column)];
+                    if (statistics::isNumber(figure)) {
+                        EXPECT_EQ(list.behind().figure, figure);
+                    }
+                    EXPECT_TRUE(list.isWhole()) << report->title().toStdString() << ' ' << view << ' ' << row << ' '
+                                                << column << ' ' << rendered(list.sheet());
+                    orders += int(list.count());
+                }
+            }
+        }
+    }
+    EXPECT_GT(orders, 1000);
+}
+
+TEST_P(Figures, TellOfEachOrderBehindThemWhoseItWasAndWhatWasSold)
+{
+    const Period day = statistics::dayOf(QDate(2026, 3, 14));
+    const auto behind = [&](statistics::Report &report, int column) {
+        sheet(report, day);
+        statistics::OrderList list(report.behind(0, 0, column).value());
+        statistics::Reading(database_.connection(), list.orders(), day).readAll();
+        statistics::Reading(database_.connection(), list.details(), day).readAll();
+        return rendered(list.sheet());
+    };
+    const auto customer = [&](int key) {
+        return database_.value(QStringLiteral("SELECT sn, name FROM Customer WHERE Customer_PK = %1").arg(key))
+            .toStdString();
+    };
+    const std::string product = database_.value("SELECT PM_Name FROM tPSProductMaster WHERE PM_PK = 1").toStdString();
+    const std::string gone = customer(1) + "|(삭제된 물품 99999) 3, (삭제된 물품 99999) -1|";
+    statistics::SalesPeriodReport sales;
+    EXPECT_EQ(behind(sales, 5), "2026-03-14|" + customer(2) + "|" + product + " 2, " + product + " -1|-800\n2026-03-14|"
+                                    + gone + "-6400\n합계||||-7200");
+    statistics::PayPeriodReport money;
+    const std::string cash = behind(money, 1);
+    for (const std::string &row : {std::string("||(삭제된 고객 99999)||67\n"), "|" + gone + "43\n",
+                                   "|" + customer(3) + "|(거래가 아닌 수납)|53\n"})
+        EXPECT_NE(cash.find("2026-03-14" + row), std::string::npos) << cash;
 }
 
 TEST_P(Figures, SalesOfAProductAreThoseOfItsLines)
@@ -451,7 +619,7 @@ TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
     TestDatabase database(ado::Engine::SQLite, false);
     runFile(database, "components/untyped.sql");
     const auto told = [&](statistics::Report &report, const Period &period, int view) {
-        statistics::Reading(database.connection(), report.figures(period), period).readAll();
+        statistics::Reading(database.connection(), report.figuresOf(view, period), period).readAll();
         const statistics::Sheet sheet = report.sheet(view);
         EXPECT_TRUE(sheet.remark.startsWith("'?'")) << sheet.remark.toStdString();
         return rendered(sheet);
@@ -463,8 +631,10 @@ TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
     statistics::SalesPeriodReport sales;
     EXPECT_EQ(told(sales, june, 0),
               "2026-06-10 (수)|1|1000|0|0|0|1000|1000|0\n2026-06-11 (목)|1|?|0|0|0|?|?|0\n합계|2|?|0|0|0|?|?|0");
+    EXPECT_EQ(told(sales, june, 3), "|(삭제된 고객 1)|2|?|0|0|0|?|?|0\n합계||2|?|0|0|0|?|?|0");
     statistics::SalesItemReport items;
     EXPECT_EQ(told(items, june, 0), "|가|1|0|0|0|1000\n|나|1|0|0|0|?\n합계||2|0|0|0|?");
+    EXPECT_EQ(told(items, june, 2), "가|1000|0|1000\n나|?|0|?\n합계|?|0|?");
     statistics::PayPeriodReport money;
     EXPECT_EQ(told(money, june, 2), "2026-06|1000|?|0|0|0|0|?|0|?|0|0\n합계|1000|?|0|0|0|0|?|0|?|0|0");
     statistics::OneDayReport day;

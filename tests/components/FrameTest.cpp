@@ -12,7 +12,9 @@
 #include "tests/support/PostgresServer.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDateEdit>
+#include <QDesktopServices>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -97,26 +99,85 @@ protected:
     std::unique_ptr<ReportWindow> window_;
 };
 
+/// Stands for the desktop's programs.
+class FileOpener : public QObject
+{
+    Q_OBJECT
+public:
+    FileOpener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
+    ~FileOpener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    Q_INVOKABLE void open(const QUrl &url) { opened = url; }
+    QUrl opened;
+};
+
 const QString ordersOfADay =
     QStringLiteral("SELECT OrdM_PK FROM tPSOrderMaster WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]'");
 
 } // namespace
 
-TEST(Csv, KeepsKoreanCommasAndExactNumbersAndDisarmsFormulas)
+TEST(Csv, KeepsNumbersExactCodesAndKoreanAndDisarmsFormulas)
 {
+    const struct
+    {
+        Cell cell;
+        const char *written;
+    } cases[] = {
+        {runtime::Currency::fromWon(922337203685477), "922337203685477"},
+        {runtime::Currency::fromWon(-1500), "-1500"},
+        {runtime::Currency::fromScaled(12'5000), "12.5"},
+        {Cell(), ""},
+        {QStringLiteral("6\" 붕대, 큰 것"), "\"6\"\" 붕대, 큰 것\""},
+        {QStringLiteral("두\n줄"), "\"두\n줄\""},
+        // What a spreadsheet would take for a formula.
+        {QStringLiteral("=1+1"), "'=1+1"},
+        {QStringLiteral("+82"), "'+82"},
+        {QStringLiteral("-1+2"), "'-1+2"},
+        {QStringLiteral("@SUM(A1)"), "'@SUM(A1)"},
+        {QStringLiteral("\t1"), "'\t1"},
+        {QStringLiteral("\r=1"), "\"'\r=1\""},
+        {QStringLiteral("  =1"), "'  =1"},
+        {QStringLiteral("＝1"), "'＝1"},
+        {QStringLiteral("'=1"), "''=1"},
+        {QStringLiteral("=\"1\""), "\"'=\"\"1\"\"\""},
+        // For a number, a day or a power of ten.
+        {QStringLiteral("00012"), "\"=\"\"00012\"\"\""},
+        {QStringLiteral("8801234567890"), "\"=\"\"8801234567890\"\"\""},
+        {QStringLiteral("12-3"), "\"=\"\"12-3\"\"\""},
+        {QStringLiteral("1E5"), "\"=\"\"1E5\"\"\""},
+        {QStringLiteral("2026-06-01"), "2026-06-01"},
+        {QStringLiteral("2026-06-01 (월)"), "2026-06-01 (월)"},
+    };
     Sheet sheet;
     sheet.summary = {{QStringLiteral("매출"), QStringLiteral("순매출"), runtime::Currency::fromWon(-1500)}};
-    sheet.columns = {{QStringLiteral("물품, 이름"), Column::Kind::Text}, {QStringLiteral("금액")}};
-    sheet.rows = {{QStringLiteral("6\" 붕대"), runtime::Currency::fromWon(922337203685477)},
-                  {QStringLiteral("=1+1"), runtime::Currency::fromScaled(12'5000)},
-                  {QStringLiteral("두\n줄"), Cell()}};
-    sheet.totals = {QStringLiteral("합계"), runtime::Currency()};
-    EXPECT_EQ(
-        csvOf(QStringLiteral("통계"), QStringLiteral("2026-06"), sheet, sheet.rows).toStdString(),
-        "\xEF\xBB\xBF통계,2026-06\r\n매출,순매출,-1500\r\n\r\n\"물품, 이름\",금액\r\n\"6\"\" 붕대\",922337203685477\r\n"
-        "'=1+1,12.5\r\n\"두\n줄\",\r\n합계,0\r\n");
-    EXPECT_EQ(shownText(sheet.rows[1][1]).toStdString(), "12.5");
-    EXPECT_EQ(shownText(sheet.rows[0][1]).toStdString(), "922,337,203,685,477");
+    sheet.columns = {{QStringLiteral("물품, 이름"), Column::Kind::Text}};
+    std::string rows;
+    for (const auto &one : cases) {
+        sheet.rows.push_back({one.cell});
+        rows += one.written + std::string("\r\n");
+    }
+    sheet.totals = {QStringLiteral("합계")};
+    EXPECT_EQ(csvOf(QStringLiteral("통계"), QStringLiteral("2026-06"), sheet, sheet.rows).toStdString(),
+              "\xEF\xBB\xBF통계,\"=\"\"2026-06\"\"\"\r\n매출,순매출,-1500\r\n\r\n\"물품, 이름\"\r\n" + rows
+                  + "합계\r\n");
+    EXPECT_EQ(shownText(cases[2].cell).toStdString(), "12.5");
+    EXPECT_EQ(shownText(cases[0].cell).toStdString(), "922,337,203,685,477");
+}
+
+TEST(Periods, OfTheYearBeforeEndWithTheirMonthAndManyMonthsBeginWithOneForAllEarlier)
+{
+    const auto year = [](QDate first, QDate last) { return yearBefore({first, last}).text().toStdString(); };
+    EXPECT_EQ(year({2025, 2, 1}, {2025, 2, 28}), "2024-02-01 ~ 2024-02-29");
+    EXPECT_EQ(year({2024, 2, 29}, {2024, 2, 29}), "2023-02-28");
+    EXPECT_EQ(year({2026, 3, 5}, {2026, 6, 29}), "2025-03-05 ~ 2025-06-29");
+    const auto months = [](std::size_t most) {
+        std::string all;
+        for (const Period &month : monthsOf({{2025, 11, 20}, {2026, 2, 3}}, most))
+            all += month.text().toStdString() + '/';
+        return all;
+    };
+    EXPECT_EQ(months(4), "2025-11-20 ~ 2025-11-30/2025-12-01 ~ 2025-12-31/2026-01-01 ~ 2026-01-31/"
+                         "2026-02-01 ~ 2026-02-03/");
+    EXPECT_EQ(months(2), "2025-11-20 ~ 2026-01-31/2026-02-01 ~ 2026-02-03/");
 }
 
 TEST(Sums, AreUnknownOnceAnythingOfThemIs)
@@ -267,6 +328,10 @@ TEST_F(Window, SavesItsTableWhereTheUserSays)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll().toStdString(), "\xEF\xBB\xBF느린 통계,2026-06-01 ~ 2026-06-30\r\n\r\n가\r\n다 읽음\r\n");
     EXPECT_TRUE(boxes.messages.isEmpty());
+    EXPECT_TRUE(control<QLabel>("lblSaved")->toolTip().endsWith(QStringLiteral("통계 6월.csv")));
+    FileOpener opener;
+    QTest::mouseClick(control<QPushButton>("cmdOpen"), Qt::LeftButton);
+    EXPECT_EQ(opener.opened, QUrl::fromLocalFile(file.fileName()));
 
     EXPECT_TRUE(inDialog<QFileDialog>("cmdCsv", [](QFileDialog &dialog) { dialog.reject(); }));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
@@ -326,6 +391,50 @@ TEST_F(Window, SortsByAColumnKeepsWhatIsSelectedInSightAndTheTotalsBelow)
     }
     EXPECT_EQ(control<QTableView>("tblTotals")->model()->index(0, net).data().toString().remove(u',').toLongLong(),
               sum);
+}
+
+TEST_F(Window, LooksForACustomerAndOpensTheOrdersBehindAFigure)
+{
+    window_ = std::make_unique<ReportWindow>(std::make_unique<SalesPeriodReport>(),
+                                             samplerows::clinic(ado::Engine::SQLite).connection());
+    window_->show();
+    ASSERT_TRUE(readToItsEnd());
+    auto *box = control<QLineEdit>("txtFindCustomer");
+    EXPECT_FALSE(box->isVisible());
+    control<QDateEdit>("dtpFirst")->setDate(samplerows::firstDay);
+    control<QComboBox>("cboView")->setCurrentIndex(3);
+    ASSERT_TRUE(waitFor([&] { return !window_->isReading() && box->isVisible() && rows() == 21; }));
+    auto *table = control<QTableView>("tblReport");
+    const auto cell = [&](int column) { return table->currentIndex().siblingAtColumn(column).data().toString(); };
+
+    QTest::keyClicks(box, "0000"); // of many chart numbers
+    const QString first = cell(0);
+    QTest::keyClick(box, Qt::Key_F3);
+    EXPECT_TRUE(cell(0).contains("0000") && cell(0) != first) << cell(0).toStdString();
+    QTest::keyClick(box, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(cell(0), first);
+    QTest::keyClick(box, Qt::Key_F3, Qt::ShiftModifier); // round to the last of all
+    EXPECT_EQ(rows(), 22);
+    EXPECT_EQ(table->currentIndex().row(), 20);
+    table->sortByColumn(7, Qt::AscendingOrder);
+    const QString sorted = cell(0);
+    const QString net = cell(7);
+    window_->activateWindow();
+    table->setFocus();
+    ASSERT_TRUE(waitFor([&] { return table->hasFocus(); }));
+    const bool opened =
+        ::inDialog([&] { QTest::keyClick(table, Qt::Key_Return); },
+                   [&](const DialogDriver &orders) {
+                       ASSERT_TRUE(waitFor([&] { return orders.text("lblOrders").ends_with("건"); }));
+                       auto *list = orders.find<QTableView>("tblReport");
+                       EXPECT_EQ(list->model()->index(0, 1).data().toString(), sorted);
+                       EXPECT_EQ(orders.find<QTableView>("tblTotals")->model()->index(0, 4).data(), net);
+                       orders.key(Qt::Key_Escape);
+                   });
+    EXPECT_TRUE(opened);
+    EXPECT_EQ(cell(0), sorted);
+    QTest::keyClick(box, Qt::Key_Escape);
+    EXPECT_EQ(rows(), 21);
 }
 
 TEST(Chart, TellsItsFiguresInWordsAndItsSeriesApartWithoutColour)
@@ -401,3 +510,5 @@ TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
     EXPECT_TRUE(inkBelow(500));
     EXPECT_FALSE(inkBelow(594 - 22)) << "the lower margin";
 }
+
+#include "FrameTest.moc"

@@ -60,17 +60,17 @@ TestDatabase &clinic(ado::Engine engine)
 std::vector<Line> lines(TestDatabase &database)
 {
     std::vector<Line> all;
-    const QStringList rows =
-        database.rows(QStringLiteral("SELECT m.OrdM_Date, d.OrdM_PK, d.PM_PK, d.OrdD_UnitPrice, d.OrdD_HalinUnit, "
-                                     "d.OrdD_Count, d.OrdD_OrderType, p.PM_IsTaxed "
-                                     "FROM tPSOrderDetail d JOIN tPSOrderMaster m ON m.OrdM_PK = d.OrdM_PK LEFT JOIN "
-                                     "tPSProductMaster p ON p.PM_PK = d.PM_PK"));
+    const QStringList rows = database.rows(
+        QStringLiteral("SELECT m.OrdM_Date, d.OrdM_PK, m.Cust_PK, d.PM_PK, d.OrdD_UnitPrice, d.OrdD_HalinUnit, "
+                       "d.OrdD_Count, d.OrdD_OrderType, p.PM_IsTaxed "
+                       "FROM tPSOrderDetail d JOIN tPSOrderMaster m ON m.OrdM_PK = d.OrdM_PK LEFT JOIN "
+                       "tPSProductMaster p ON p.PM_PK = d.PM_PK"));
     for (const QString &row : rows) {
         const QStringList cells = row.split(u'|');
         all.push_back(
-            {date(cells[0]), cells[1].toInt(), cells[2].toInt(), cells[3].toLongLong(), cells[4].toLongLong(),
-             cells[5].toLongLong(), cells[6].toInt(),
-             cells[7] == QStringLiteral("NULL") ? std::nullopt : std::optional<bool>(cells[7] == QStringLiteral("1"))});
+            {date(cells[0]), cells[1].toInt(), cells[2].toInt(), cells[3].toInt(), cells[4].toLongLong(),
+             cells[5].toLongLong(), cells[6].toLongLong(), cells[7].toInt(),
+             cells[8] == QStringLiteral("NULL") ? std::nullopt : std::optional<bool>(cells[8] == QStringLiteral("1"))});
     }
     return all;
 }
@@ -101,7 +101,7 @@ std::vector<Order> orders(TestDatabase &database)
 
 statistics::Sheet read(statistics::Report &report, ado::Engine engine, const statistics::Period &period, int view)
 {
-    statistics::Reading(clinic(engine).connection(), report.figures(period), period).readAll();
+    statistics::Reading(clinic(engine).connection(), report.figuresOf(view, period), period).readAll();
     return report.sheet(view);
 }
 

@@ -27,6 +27,7 @@ struct Line
 {
     QDate date;
     int order = 0;
+    int customer = 0;
     int product = 0;
     qint64 price = 0;
     qint64 discount = 0;
@@ -58,7 +59,7 @@ std::vector<Line> lines(TestDatabase &database);
 std::vector<LedgerRow> ledger(TestDatabase &database);
 std::vector<Order> orders(TestDatabase &database);
 
-/// Runs the report's statements to their end.
+/// Runs the report's statements of the view to their end.
 statistics::Sheet read(statistics::Report &report, ado::Engine engine, const statistics::Period &period, int view = 0);
 
 /// A row as "caption|1200|-50".

@@ -84,16 +84,17 @@ TEST_P(Import, TakesAListOrRefusesItByTheLine)
 
 TEST_P(Import, TakesTheListThatWasExportedAndChangesNothing)
 {
-    for (const char *odd : {"=1+1", "'=1", "''", "-7", "a,b", "\"", "줄\r\n바꿈", " 빈칸 ", "@", "🌿"})
+    for (const char *odd : {"=1+1", "'=1", "''", "-7", "a,b", "\"", "줄\r\n바꿈", " 빈칸 ", "@", "🌿", "＝1", "'\r=1",
+                            "00012", "=\"12\"", "8801234567890"})
         clinic_.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, PM_UnitPrice, PM_IsHide, "
                                    "PM_EtcMemo) VALUES ('가', '%1', -922337203685477, 0, '%1')")
                         .arg(QString::fromUtf8(odd).replace("'", "''")));
     clinic_.run("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name) VALUES ('겹', '겹'), ('겹', '겹')");
     const QString before = products();
     const QString list = folder_.filePath("prices.csv");
-    EXPECT_EQ(exchange::exportProducts(*clinic_.connection(), list), 16);
+    EXPECT_EQ(exchange::exportProducts(*clinic_.connection(), list), 21);
     const exchange::Imported outcome = exchange::importFile(*clinic_.connection(), list);
-    EXPECT_EQ(outcome.same, 16) << outcome.told.join('\n').toStdString();
+    EXPECT_EQ(outcome.same, 21) << outcome.told.join('\n').toStdString();
     EXPECT_EQ(products(), before);
     TestDatabase other(GetParam());
     clinic_.run("DELETE FROM tPSProductMaster WHERE PM_Name = '겹'");

@@ -21,12 +21,12 @@ static_assert(std::size(payColumns) == PayPeriodReport::Amounts);
 
 } // namespace
 
-QString payPeriod::ledgerByDay()
+QString payPeriod::ledger(const QString &keys, const QString &condition)
 {
-    return QStringLiteral("SELECT tpstrans_Date, tpstrans_Operator, tpstrans_Method, %2 AS IsAfter, "
-                          "SUM(tpstrans_Money) AS Amount FROM %1WHERE tpstrans_Date BETWEEN '[FROM]' AND '[TO]' "
-                          "GROUP BY tpstrans_Date, tpstrans_Operator, tpstrans_Method, %2")
-        .arg(ledgerWithOrders(), afterItsDay());
+    return QStringLiteral("SELECT %3, tpstrans_Operator, tpstrans_Method, %2 AS IsAfter, "
+                          "SUM(tpstrans_Money) AS Amount FROM %1WHERE tpstrans_Date BETWEEN '[FROM]' AND '[TO]' %4"
+                          "GROUP BY %3, tpstrans_Operator, tpstrans_Method, %2")
+        .arg(ledgerWithOrders(), afterItsDay(), keys, condition);
 }
 
 QString payPeriod::lastDay()
@@ -34,68 +34,82 @@ QString payPeriod::lastDay()
     return QStringLiteral("SELECT MAX(tpstrans_Date) AS LastDay FROM tPSTransaction WHERE tpstrans_Date <= '[TO]'");
 }
 
-PayPeriodReport::PayPeriodReport()
-    : days_(Amounts)
+/// What a row of payPeriod::ledger adds to the amounts, its keys ending before that column; nothing for a kind of operation
+/// that moves no money.
+std::optional<PayPeriodReport::Sums> PayPeriodReport::amountsOf(const Record &row, int column)
 {
-}
-
-void PayPeriodReport::take(const Record &row)
-{
-    const QDate day = row.date(0);
-    const QString method = row.text(2);
-    const Sum amount = row.amount(4);
-    switch (row.key(1)) {
+    Sums sums{};
+    const QString method = row.text(column + 1);
+    const Sum amount = row.amount(column + 3);
+    switch (row.key(column)) {
     case Operator::Payment:
-        days_.add(day, std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(3)) ? LateCash : Cash),
-                  amount);
-        days_.add(day, Taken, amount);
-        days_.add(day, Net, amount);
+        sums[std::size_t(mediumOf(method)) + (isReceivedLater(method, row.flag(column + 2)) ? LateCash : Cash)] =
+            amount;
+        sums[Taken] = sums[Net] = amount;
         break;
     case Operator::Refund:
-        days_.add(day, Refunded, -amount);
-        days_.add(day, Net, -amount);
+        sums[Refunded] = sums[Net] = -amount;
         break;
     case Operator::Discount:
-        days_.add(day, Discounts, amount);
+        sums[Discounts] = amount;
         break;
     case Operator::Cut:
-        days_.add(day, Cuts, amount);
+        sums[Cuts] = amount;
         break;
-    default: // no kind of operation that moves money
-        break;
+    default:
+        return std::nullopt;
     }
+    return sums;
 }
 
-std::vector<Figure> PayPeriodReport::figures(const Period &period)
+std::vector<Figure> PayPeriodReport::figuresBy(By by, const Add &add) const
 {
-    days_.clear(period);
-    Figure ledger{payPeriod::ledgerByDay(), Figure::Slices::Days};
-    ledger.take = [this](const Record &row) { take(row); };
+    Figure ledger{
+        payPeriod::ledger(by == By::Day ? QStringLiteral("tpstrans_Date") : QStringLiteral("tpstrans_Customer_PK")),
+        Figure::Slices::Days};
+    ledger.take = [add](const Record &row) {
+        if (const std::optional<Sums> sums = amountsOf(row, 1))
+            add(row, *sums);
+    };
     return {ledger};
 }
 
-Sheet PayPeriodReport::makeSheet(int view) const
+void PayPeriodReport::tellOrders(Behind &behind, std::size_t amount, const CustomerScope &customers) const
 {
-    const auto grain = Grain(view);
-    Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 128}};
+    behind.orders = {payPeriod::ledger(QStringLiteral("OrdM_PK, tpstrans_Customer_PK, tpstrans_Date"),
+                                       customers.condition(QStringLiteral("tpstrans_Customer_PK"))),
+                     Figure::Slices::Days};
+    behind.amount = [amount, customers](const Record &row) {
+        const std::optional<Sums> sums = customers.holds(row.key(1)) ? amountsOf(row, 3) : std::nullopt;
+        return sums ? (*sums)[amount] : Sum();
+    };
+}
+
+std::vector<Column> PayPeriodReport::amountColumns(const std::vector<Sum> &) const
+{
+    std::vector<Column> columns;
     for (const PayColumn &column : payColumns)
-        sheet.columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Money, column.width});
-    sheet.chart.title = QStringLiteral("수납 (미수금 수납 포함)");
-    sheet.chart.series = {{QStringLiteral("현금"), {}}, {QStringLiteral("카드"), {}}, {QStringLiteral("통장"), {}}};
-    const std::vector<DayTable::Line> lines = days_.lines(grain);
-    for (const DayTable::Line &line : lines) {
-        sheet.rows.push_back(rowOfAmounts(rowCaption(line.period, grain), line.amounts));
-        sheet.chart.categories << barCaption(line.period, grain);
-        for (std::size_t medium = 0; medium < sheet.chart.series.size(); ++medium) {
-            const Sum received = line.amounts[Cash + medium] + line.amounts[LateCash + medium];
-            sheet.chart.series[medium].values.push_back(received.orZero());
-        }
-    }
-    sheet.totals = rowOfAmounts(QStringLiteral("합계"), days_.totals());
-    sheet.remark = QStringLiteral(
+        columns.push_back({QString::fromUtf16(column.caption), Column::Kind::Money, column.width});
+    return columns;
+}
+
+QString PayPeriodReport::remark() const
+{
+    return QStringLiteral(
         "(미수)는 판매일이 지나 받았거나 미수로 받은 금액입니다. 환불은 음수입니다. 순수납 = 수납합계 + 환불");
-    return sheet;
+}
+
+Chart PayPeriodReport::dayChart() const
+{
+    Chart chart;
+    chart.title = QStringLiteral("수납 (미수금 수납 포함)");
+    chart.series = {{QStringLiteral("현금"), {}}, {QStringLiteral("카드"), {}}, {QStringLiteral("통장"), {}}};
+    return chart;
+}
+
+std::vector<Sum> PayPeriodReport::bars(const std::vector<Sum> &amounts) const
+{
+    return {amounts[Cash] + amounts[LateCash], amounts[Card] + amounts[LateCard], amounts[Bank] + amounts[LateBank]};
 }
 
 } // namespace statistics

@@ -1,5 +1,7 @@
 #include "components/VantoSalesItem/SalesItemReport.h"
 
+#include "components/frame/DayTable.h"
+
 #include <algorithm>
 
 namespace statistics {
@@ -20,6 +22,16 @@ constexpr ItemColumn itemColumns[] = {
     {u"판매수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120, Column::Kind::Money}};
 static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
+const QString netSum = QStringLiteral("SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net ");
+const QString allSums =
+    QStringLiteral(
+        "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
+        "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
+        "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
+        "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS "
+        "Returned, ")
+    + netSum;
+
 } // namespace
 
 QString salesItem::products()
@@ -35,66 +47,109 @@ QString salesItem::productBounds()
 
 QString salesItem::linesByProduct()
 {
-    return QStringLiteral(
-               "SELECT tPSOrderDetail.PM_PK, "
-               "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
-               "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
-               "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
-               "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS "
-               "Returned, "
-               "SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net FROM ")
-           + linesOfOrders() + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
+    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2GROUP BY tPSOrderDetail.PM_PK")
+        .arg(allSums, linesOfOrders());
 }
 
-std::vector<Figure> SalesItemReport::figures(const Period &)
+QString salesItem::linesByOrder(const QString &condition)
 {
-    products_.clear();
-    sums_.clear();
+    const QString keys = QStringLiteral(
+        "tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tPSOrderMaster.OrdM_Date, tPSOrderDetail.PM_PK");
+    return QStringLiteral("SELECT %1, %2FROM %3%4GROUP BY %1").arg(keys, allSums, linesOfOrders(), condition);
+}
+
+QString salesItem::netByProduct()
+{
+    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2GROUP BY tPSOrderDetail.PM_PK")
+        .arg(netSum, linesOfOrders());
+}
+
+Figure SalesItemReport::productNames()
+{
     Figure products{salesItem::products(), Figure::Slices::Keys, salesItem::productBounds()};
     products.take = [this](const Record &row) {
         products_.insert_or_assign(products_.end(), row.key(0), Product{row.text(1), row.text(2)}); // they come by key
     };
+    return products;
+}
+
+std::vector<Figure> SalesItemReport::figures(const Period &period)
+{
+    period_ = period;
+    products_.clear();
+    sums_.clear();
+    months_.clear(period);
     Figure lines{salesItem::linesByProduct(), Figure::Slices::Keys, orderBounds()};
     lines.take = [this](const Record &row) {
         Sums &sums = sums_[row.key(0)];
         for (std::size_t amount = 0; amount < Amounts; ++amount)
             sums[amount] += row.amount(int(amount) + 1);
     };
-    return {products, lines};
+    return {productNames(), lines};
+}
+
+std::vector<Figure> SalesItemReport::figuresOf(int view, const Period &period)
+{
+    std::vector<Figure> all = figures(period);
+    if (view != MonthView)
+        return all;
+    all.pop_back(); // the period's lines as a whole
+    for (const MonthTable::Year year : {MonthTable::This, MonthTable::Last}) {
+        for (std::size_t month = 0; month < months_.months().size(); ++month) {
+            Figure net{salesItem::netByProduct(), Figure::Slices::Keys, orderBounds()};
+            net.days = months_.periodOf(month, year);
+            net.take = [this, month, year](const Record &row) { months_.add(row.key(0), month, year, row.amount(1)); };
+            all.push_back(net);
+        }
+    }
+    return all;
+}
+
+SalesItemReport::Product SalesItemReport::productOf(int key) const
+{
+    const auto product = products_.find(key);
+    return product != products_.end() ? product->second : Product{{}, QStringLiteral("(삭제된 물품 %1)").arg(key)};
 }
 
 std::vector<SalesItemReport::Line> SalesItemReport::linesByProduct() const
 {
     std::vector<Line> lines;
-    for (const auto &[key, sums] : sums_) {
-        const auto product = products_.find(key);
-        lines.push_back({product != products_.end() ? product->second
-                                                    : Product{QString(), QStringLiteral("(삭제된 물품 %1)").arg(key)},
-                         sums});
-    }
+    for (const auto &[key, sums] : sums_)
+        lines.push_back({productOf(key), sums, {key}});
     return lines;
 }
 
 std::vector<SalesItemReport::Line> SalesItemReport::linesByCategory() const
 {
-    std::map<QString, Sums> groups;
+    std::map<QString, Line> groups;
     for (const Line &line : linesByProduct()) {
-        Sums &sums = groups[line.product.category];
+        const QString &category = line.product.category;
+        Line &group = groups[category];
+        group.product.category = category.isEmpty() ? QStringLiteral("(분류 없음)") : category;
+        group.keys.push_back(line.keys.front());
         for (std::size_t amount = 0; amount < Amounts; ++amount)
-            sums[amount] += line.sums[amount];
+            group.sums[amount] += line.sums[amount];
     }
     std::vector<Line> lines;
-    for (const auto &[category, sums] : groups)
-        lines.push_back({{category.isEmpty() ? QStringLiteral("(분류 없음)") : category, {}}, sums});
+    for (auto &[category, line] : groups)
+        lines.push_back(std::move(line));
+    return lines;
+}
+
+std::vector<SalesItemReport::Line> SalesItemReport::linesOf(int view) const
+{
+    std::vector<Line> lines = view == CategoryView ? linesByCategory() : linesByProduct();
+    std::stable_sort(lines.begin(), lines.end(),
+                     [](const Line &a, const Line &b) { return a.sums[Net] > b.sums[Net]; });
     return lines;
 }
 
 Sheet SalesItemReport::makeSheet(int view) const
 {
-    const bool byCategory = view == 1;
-    std::vector<Line> lines = byCategory ? linesByCategory() : linesByProduct();
-    std::stable_sort(lines.begin(), lines.end(),
-                     [](const Line &a, const Line &b) { return a.sums[Net] > b.sums[Net]; });
+    if (view == MonthView)
+        return monthSheet();
+    const bool byCategory = view == CategoryView;
+    const std::vector<Line> lines = linesOf(view);
 
     Sheet sheet;
     sheet.columns = {{QStringLiteral("분류"), Column::Kind::Text, 120}};
@@ -108,9 +163,7 @@ Sheet SalesItemReport::makeSheet(int view) const
 
     Sums totals{};
     for (const Line &line : lines) {
-        Row row{line.product.category};
-        if (!byCategory)
-            row.emplace_back(line.product.name);
+        Row row = byCategory ? Row{line.product.category} : Row{line.product.category, line.product.name};
         row.insert(row.end(), line.sums.begin(), line.sums.end());
         sheet.rows.push_back(std::move(row));
         for (std::size_t amount = 0; amount < Amounts; ++amount)
@@ -126,6 +179,76 @@ Sheet SalesItemReport::makeSheet(int view) const
     sheet.totals.insert(sheet.totals.end(), totals.begin(), totals.end());
     sheet.remark = QStringLiteral("순매출은 할인과 반품을 뺀 금액입니다.");
     return sheet;
+}
+
+Sheet SalesItemReport::monthSheet() const
+{
+    Sheet sheet;
+    // What is compared stands beside the name; the months may have to be scrolled.
+    sheet.columns = {{QStringLiteral("물품명"), Column::Kind::Text, 140},
+                     {QStringLiteral("합계"), Column::Kind::Money, 80},
+                     {QStringLiteral("전년 동기"), Column::Kind::Money, 80}};
+    Chart &chart = sheet.chart;
+    chart.title = QStringLiteral("월별 순매출");
+    chart.beside = true;
+    chart.series = {{QStringLiteral("이 기간"), {}}, {QStringLiteral("전년 동기"), {}}};
+    const std::vector<Sum> totals = months_.totals(MonthTable::This);
+    const std::vector<Sum> before = months_.totals(MonthTable::Last);
+    MonthTable::Line sum{0, totals, {}, {}};
+    for (std::size_t month = 0; month < totals.size(); ++month) {
+        sheet.columns.push_back({months_.captionOf(month), Column::Kind::Money, 64});
+        chart.categories << months_.captionOf(month);
+        chart.series[0].values.push_back(totals[month].orZero());
+        chart.series[1].values.push_back(before[month].orZero());
+        sum.total += totals[month];
+        sum.lastYear += before[month];
+    }
+    const auto rowOfLine = [](const QString &caption, MonthTable::Line line) {
+        line.months.insert(line.months.begin(), {line.total, line.lastYear});
+        return rowOfAmounts(caption, line.months);
+    };
+    const std::vector<MonthTable::Line> lines = months_.lines();
+    for (const MonthTable::Line &line : lines)
+        sheet.rows.push_back(rowOfLine(productOf(line.product).name, line));
+    sheet.totals = rowOfLine(QStringLiteral("합계"), sum);
+    if (lines.empty())
+        chart.categories.clear();
+    sheet.remark = QStringLiteral("순매출은 할인과 반품을 뺀 금액입니다. 전년 동기: %1")
+                       .arg(months_.whole(MonthTable::Last).text());
+    return sheet;
+}
+
+std::optional<Behind> SalesItemReport::behind(int view, int row, int column) const
+{
+    const Sheet shown = makeSheet(view);
+    const int texts = view == ProductView ? 2 : 1;
+    const int result = view == MonthView ? texts : texts + int(Net);
+    const auto place = std::size_t(column < texts ? result : column);
+    Behind behind{QStringLiteral("합계"), shown.columns[place], {}, period_, {}, {}};
+    if (view == MonthView) {
+        behind.period = place < 3 ? months_.whole(place == 1 ? MonthTable::This : MonthTable::Last)
+                                  : months_.periodOf(place - 3, MonthTable::This);
+        behind.column.caption = QStringLiteral("순매출");
+    }
+    std::vector<int> keys;
+    if (row < 0) {
+        behind.figure = shown.totals[place];
+    } else {
+        behind.figure = shown.rows[std::size_t(row)][place];
+        keys = view == MonthView ? std::vector<int>{months_.lines()[std::size_t(row)].product}
+                                 : linesOf(view)[std::size_t(row)].keys;
+        behind.of = plainText(shown.rows[std::size_t(row)][view == ProductView ? 1 : 0]);
+    }
+    const QString condition =
+        keys.size() == 1 ? QStringLiteral("AND tPSOrderDetail.PM_PK = %1 ").arg(keys.front()) : QString();
+    behind.orders = {salesItem::linesByOrder(condition), Figure::Slices::Keys, orderBounds()};
+    const std::size_t amount = view == MonthView ? std::size_t(Net) : place - std::size_t(texts);
+    std::sort(keys.begin(), keys.end());
+    behind.amount = [keys, all = row < 0, amount](const Record &record) {
+        return all || std::binary_search(keys.begin(), keys.end(), record.key(3)) ? record.amount(int(amount) + 4)
+                                                                                  : Sum();
+    };
+    return behind;
 }
 
 } // namespace statistics

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/VantoSalesItem/MonthTable.h"
 #include "components/frame/Report.h"
 
 #include <array>
@@ -15,9 +16,13 @@ QString productBounds();
 /// PM_PK, then sums over the lines of the period's orders [FROM] to [TO]: the pieces Sold, Service and Lost of the line
 /// kinds, Returned (negative) of normal lines that came back, and Net, the money of all of them.
 QString linesByProduct();
+/// The same for each order: OrdM_PK, Cust_PK and OrdM_Date come first.
+QString linesByOrder(const QString &condition = {});
+/// PM_PK and Net alone.
+QString netByProduct();
 } // namespace salesItem
 
-/// Sales of a period by product or by product group.
+/// Sales of a period by product, by product group, or by product and month.
 class SalesItemReport : public Report
 {
 public:
@@ -25,10 +30,18 @@ public:
     enum Amount { Sold, Service, Lost, Returned, Net, Amounts };
 
     QString title() const override { return QStringLiteral("물품별 매출 통계"); }
-    QStringList views() const override { return {QStringLiteral("물품별"), QStringLiteral("분류별")}; }
+    QStringList views() const override
+    {
+        return {QStringLiteral("물품별"), QStringLiteral("분류별"), QStringLiteral("월별")};
+    }
     std::vector<Figure> figures(const Period &period) override;
+    int readingOf(int view) const override { return view == MonthView ? 1 : 0; }
+    std::vector<Figure> figuresOf(int view, const Period &period) override;
+    bool tellsOrders() const override { return true; }
+    std::optional<Behind> behind(int view, int row, int column) const override;
 
 private:
+    enum View { ProductView, CategoryView, MonthView };
     using Sums = std::array<Sum, Amounts>;
     struct Product
     {
@@ -39,14 +52,22 @@ private:
     {
         Product product;
         Sums sums{};
+        std::vector<int> keys; ///< of all products that it stands for
     };
 
-    Sheet makeSheet(int view) const override;
+    Figure productNames();
+    Product productOf(int key) const;
     std::vector<Line> linesByProduct() const;
     std::vector<Line> linesByCategory() const;
+    /// As they stand in the sheet.
+    std::vector<Line> linesOf(int view) const;
+    Sheet makeSheet(int view) const override;
+    Sheet monthSheet() const;
 
+    Period period_;
     std::map<int, Product> products_;
     std::map<int, Sums> sums_;
+    MonthTable months_;
 };
 
 } // namespace statistics

@@ -21,86 +21,100 @@ constexpr AmountColumn lineColumns[] = {
 
 } // namespace
 
-QString salesPeriod::ordersByDay()
+QString salesPeriod::orders(const QString &keys, const QString &condition)
 {
-    return QStringLiteral("SELECT OrdM_Date, COUNT(*) AS Orders FROM tPSOrderMaster "
-                          "WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]' GROUP BY OrdM_Date");
+    return QStringLiteral("SELECT %1, COUNT(*) AS Orders FROM tPSOrderMaster "
+                          "WHERE OrdM_Date BETWEEN '[FROM]' AND '[TO]' %2GROUP BY %1")
+        .arg(keys, condition);
 }
 
-QString salesPeriod::linesByDay()
+QString salesPeriod::lines(const QString &keys, const QString &condition)
 {
     const QString way = QStringLiteral("CASE WHEN OrdD_Count > 0 THEN 1 WHEN OrdD_Count < 0 THEN -1 ELSE 0 END");
-    return QStringLiteral("SELECT tPSOrderMaster.OrdM_Date, PM_IsTaxed, %1 AS Way, COUNT(*) AS Lines, "
+    return QStringLiteral("SELECT %1, PM_IsTaxed, %2 AS Way, COUNT(*) AS Lines, "
                           "SUM(OrdD_UnitPrice * OrdD_Count) AS Gross, "
-                          "SUM(COALESCE(OrdD_HalinUnit, 0) * OrdD_Count) AS Discount FROM %2"
-                          "GROUP BY tPSOrderMaster.OrdM_Date, PM_IsTaxed, %1")
-        .arg(way, linesOfOrders(
-                      QStringLiteral("LEFT JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK ")));
+                          "SUM(COALESCE(OrdD_HalinUnit, 0) * OrdD_Count) AS Discount FROM %3%4"
+                          "GROUP BY %1, PM_IsTaxed, %2")
+        .arg(keys, way,
+             linesOfOrders(
+                 QStringLiteral("LEFT JOIN tPSProductMaster ON tPSOrderDetail.PM_PK = tPSProductMaster.PM_PK ")),
+             condition);
 }
 
-SalesPeriodReport::SalesPeriodReport()
-    : days_(Amounts)
+/// What a row of salesPeriod::orders adds to the amounts, its keys ending before that column.
+SalesPeriodReport::Sums SalesPeriodReport::ordersOf(const Record &row, int column)
 {
+    Sums sums{};
+    sums[Orders] = row.amount(column);
+    return sums;
 }
 
-void SalesPeriodReport::takeLines(const Record &row)
+/// The same of salesPeriod::lines.
+SalesPeriodReport::Sums SalesPeriodReport::linesOf(const Record &row, int column)
 {
-    const QDate day = row.date(0);
-    const int way = row.key(2);
-    const Sum gross = row.amount(4);
-    const Sum discount = row.amount(5);
+    Sums sums{};
+    const int way = row.key(column + 1);
+    const Sum gross = row.amount(column + 3);
+    const Sum discount = row.amount(column + 4);
     if (way > 0) {
-        days_.add(day, Gross, gross);
-        days_.add(day, Discount, discount);
+        sums[Gross] = gross;
+        sums[Discount] = discount;
     } else if (way < 0) {
-        days_.add(day, Returns, row.amount(3));
-        days_.add(day, Returned, gross - discount);
+        sums[Returns] = row.amount(column + 2);
+        sums[Returned] = gross - discount;
     }
-    days_.add(day, Net, gross - discount);
+    sums[Net] = gross - discount;
     // The tax split follows the orders' own totals, in which returns are taken off.
-    days_.add(day, row.isNull(1) ? UnknownTax : row.flag(1) ? Taxed : TaxFree, gross - discount);
+    sums[row.isNull(column) ? UnknownTax : row.flag(column) ? Taxed : TaxFree] = gross - discount;
+    return sums;
 }
 
-std::vector<Figure> SalesPeriodReport::figures(const Period &period)
+std::vector<Figure> SalesPeriodReport::figuresBy(By by, const Add &add) const
 {
-    days_.clear(period);
-    Figure orders{salesPeriod::ordersByDay(), Figure::Slices::Days};
-    orders.take = [this](const Record &row) { days_.add(row.date(0), Orders, row.amount(1)); };
-    Figure lines{salesPeriod::linesByDay(), Figure::Slices::Keys, orderBounds()};
-    lines.take = [this](const Record &row) { takeLines(row); };
+    const QString key =
+        by == By::Day ? QStringLiteral("tPSOrderMaster.OrdM_Date") : QStringLiteral("tPSOrderMaster.Cust_PK");
+    Figure orders{salesPeriod::orders(key), Figure::Slices::Days};
+    orders.take = [add](const Record &row) { add(row, ordersOf(row, 1)); };
+    Figure lines{salesPeriod::lines(key), Figure::Slices::Keys, orderBounds()};
+    lines.take = [add](const Record &row) { add(row, linesOf(row, 1)); };
     return {orders, lines};
 }
 
-Sheet SalesPeriodReport::makeSheet(int view) const
+void SalesPeriodReport::tellOrders(Behind &behind, std::size_t amount, const CustomerScope &customers) const
 {
-    const auto grain = Grain(view);
-    const std::vector<Sum> totals = days_.totals();
-    const bool unknownTax = totals[UnknownTax] != Sum();
-
-    Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text, 130},
-                     {QStringLiteral("거래건수"), Column::Kind::Number, 60}};
-    for (const AmountColumn &column : lineColumns) {
-        if (column.amount != UnknownTax || unknownTax)
-            sheet.columns.push_back({QString::fromUtf16(column.caption),
-                                     column.amount == Returns ? Column::Kind::Number : Column::Kind::Money,
-                                     column.width});
-    }
-    const auto cut = [&](Row row) {
-        row.resize(sheet.columns.size());
-        return row;
+    const QString keys = QStringLiteral("tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tPSOrderMaster.OrdM_Date");
+    const QString condition = customers.condition(QStringLiteral("tPSOrderMaster.Cust_PK"));
+    behind.orders = amount == Orders ? Figure{salesPeriod::orders(keys, condition), Figure::Slices::Days}
+                                     : Figure{salesPeriod::lines(keys, condition), Figure::Slices::Keys, orderBounds()};
+    behind.amount = [amount, customers](const Record &row) {
+        if (!customers.holds(row.key(1)))
+            return Sum();
+        return (amount == Orders ? ordersOf(row, 3) : linesOf(row, 3))[amount];
     };
-    sheet.chart.title = QStringLiteral("순매출");
-    sheet.chart.series = {{QStringLiteral("순매출"), {}}};
-    const std::vector<DayTable::Line> lines = days_.lines(grain);
-    for (const DayTable::Line &line : lines) {
-        sheet.rows.push_back(cut(rowOfAmounts(rowCaption(line.period, grain), line.amounts)));
-        sheet.chart.categories << barCaption(line.period, grain);
-        sheet.chart.series[0].values.push_back(line.amounts[Net].orZero());
+}
+
+std::vector<Column> SalesPeriodReport::amountColumns(const std::vector<Sum> &totals) const
+{
+    std::vector<Column> columns{{QStringLiteral("거래건수"), Column::Kind::Number, 60}};
+    for (const AmountColumn &column : lineColumns) {
+        if (column.amount != UnknownTax || totals[UnknownTax] != Sum())
+            columns.push_back({QString::fromUtf16(column.caption),
+                               column.amount == Returns ? Column::Kind::Number : Column::Kind::Money, column.width});
     }
-    sheet.totals = cut(rowOfAmounts(QStringLiteral("합계"), totals));
-    sheet.remark = QStringLiteral("순매출 = 판매금액 − 할인 + 반품금액 = 과세 + 비과세");
-    return sheet;
+    return columns;
+}
+
+QString SalesPeriodReport::remark() const
+{
+    return QStringLiteral("순매출 = 판매금액 − 할인 + 반품금액 = 과세 + 비과세");
+}
+
+Chart SalesPeriodReport::dayChart() const
+{
+    Chart chart;
+    chart.title = QStringLiteral("순매출");
+    chart.series = {{QStringLiteral("순매출"), {}}};
+    return chart;
 }
 
 } // namespace statistics

@@ -1,5 +1,6 @@
 #include "components/frame/CsvFile.h"
 
+#include "platform/runtime/CsvText.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QSaveFile>
@@ -8,22 +9,10 @@ namespace statistics {
 
 namespace {
 
-QString quoted(QString text)
-{
-    // A spreadsheet takes a text that begins so for a formula.
-    if (!text.isEmpty() && QStringLiteral("=+-@\t").contains(text.front()))
-        text.prepend(QLatin1Char('\''));
-    static const QString special = QStringLiteral(",\"\r\n");
-    for (const QChar &sign : std::as_const(text)) {
-        if (special.contains(sign))
-            return QLatin1Char('"') + text.replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
-    }
-    return text;
-}
-
 QString cellText(const Cell &cell)
 {
-    return isNumber(cell) ? plainText(cell) : quoted(plainText(cell));
+    const QString text = plainText(cell);
+    return isNumber(cell) ? text : runtime::csvCell(runtime::spreadsheetText(text));
 }
 
 void addLine(QString &csv, const Row &row)

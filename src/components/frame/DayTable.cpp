@@ -8,11 +8,12 @@ void DayTable::clear(const Period &period)
     days_.clear();
 }
 
-void DayTable::add(QDate day, std::size_t column, const Sum &amount)
+void DayTable::add(QDate day, std::span<const Sum> amounts)
 {
-    std::vector<Sum> &amounts = days_[day];
-    amounts.resize(columns_);
-    amounts[column] += amount;
+    std::vector<Sum> &sums = days_[day];
+    sums.resize(columns_);
+    for (std::size_t column = 0; column < columns_; ++column)
+        sums[column] += amounts[column];
 }
 
 std::vector<DayTable::Line> DayTable::lines(Grain grain) const

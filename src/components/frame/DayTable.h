@@ -4,6 +4,7 @@
 #include "components/frame/Sum.h"
 
 #include <map>
+#include <span>
 
 namespace statistics {
 
@@ -23,7 +24,8 @@ public:
     }
 
     void clear(const Period &period);
-    void add(QDate day, std::size_t column, const Sum &amount);
+    /// One amount a column.
+    void add(QDate day, std::span<const Sum> amounts);
 
     /// Rows in the order of their days; days without anything are left out.
     std::vector<Line> lines(Grain grain) const;

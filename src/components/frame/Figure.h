@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/frame/Period.h"
 #include "components/frame/Sum.h"
 #include "platform/ado/Recordset.h"
 
@@ -47,6 +48,7 @@ struct Figure
     Slices slices = Slices::Whole;
     QString bounds = {}; ///< a statement that gives the lowest and the highest first, NULL when there is no row
     std::function<void(const Record &row)> take = {};
+    Period days = {}; ///< where they are not the report's
 };
 
 /// The bounds of the keys of the period's orders. A period's orders lie close together but for few, and so do their lines:

@@ -35,6 +35,26 @@ Period yearOf(QDate day)
     return {QDate(day.year(), 1, 1), QDate(day.year(), 12, 31)};
 }
 
+Period yearBefore(const Period &period)
+{
+    const bool endsItsMonth = period.last == monthOf(period.last).last;
+    const QDate last = period.last.addYears(-1);
+    return {period.first.addYears(-1), endsItsMonth ? monthOf(last).last : last};
+}
+
+std::vector<Period> monthsOf(const Period &period, std::size_t most)
+{
+    std::vector<Period> months;
+    for (QDate day = period.first; day <= period.last; day = months.back().last.addDays(1))
+        months.push_back(rowOf(day, Grain::Month, period));
+    if (months.size() > most) {
+        const auto kept = months.end() - std::ptrdiff_t(most);
+        kept->first = period.first;
+        months.erase(months.begin(), kept);
+    }
+    return months;
+}
+
 Period rowOf(QDate day, Grain grain, const Period &within)
 {
     const Period whole = grain == Grain::Day ? dayOf(day) : grain == Grain::Week ? weekOf(day) : monthOf(day);

@@ -3,6 +3,8 @@
 #include <QDate>
 #include <QString>
 
+#include <vector>
+
 namespace statistics {
 
 /// Days from the first to the last, both included.
@@ -24,6 +26,10 @@ Period dayOf(QDate day);
 Period weekOf(QDate day);
 Period monthOf(QDate day);
 Period yearOf(QDate day);
+/// The same days of the year before; the end of a month stays one.
+Period yearBefore(const Period &period);
+/// The months of the period, cut to it. Where there are more than `most`, the first stands for all that lie earlier.
+std::vector<Period> monthsOf(const Period &period, std::size_t most);
 
 /// How days are put together into the rows of a report.
 enum class Grain { Day, Week, Month };

@@ -38,6 +38,12 @@ void Reading::run(const QString &statement, const std::function<void(const Recor
         take(Record(rows, row));
 }
 
+const Period &Reading::period() const
+{
+    const Period &own = figures_[current_].days;
+    return own.isValid() ? own : period_;
+}
+
 void Reading::enter()
 {
     const Figure &figure = figures_[current_];
@@ -45,7 +51,7 @@ void Reading::enter()
     lowest_ = highest_ = 0;
     width_ = 1;
     if (figure.slices == Figure::Slices::Days) {
-        highest_ = period_.days() - 1;
+        highest_ = period().days() - 1;
         width_ = firstDays;
     } else if (figure.slices == Figure::Slices::Keys) {
         highest_ = -1; // no row
@@ -62,8 +68,8 @@ QString Reading::filled(const QString &statement, const QString &from, const QSt
 {
     const std::pair<const char *, QString> places[] = {{"[FROM]", from},
                                                        {"[TO]", to},
-                                                       {"[FIRST]", runtime::dateText(period_.first)},
-                                                       {"[LAST]", runtime::dateText(period_.last)}};
+                                                       {"[FIRST]", runtime::dateText(period().first)},
+                                                       {"[LAST]", runtime::dateText(period().last)}};
     QString text = statement;
     for (const auto &[mark, value] : places)
         text.replace(QLatin1String(mark), value);
@@ -73,7 +79,7 @@ QString Reading::filled(const QString &statement, const QString &from, const QSt
 QString Reading::place(qint64 position) const
 {
     return figures_[current_].slices == Figure::Slices::Keys ? QString::number(position)
-                                                             : runtime::dateText(period_.first.addDays(position));
+                                                             : runtime::dateText(period().first.addDays(position));
 }
 
 void Reading::step()
@@ -86,8 +92,8 @@ void Reading::step()
     if (next_ <= highest_) {
         const bool whole = figure.slices == Figure::Slices::Whole;
         const qint64 last = std::min(highest_, next_ + width_ - 1);
-        const QString statement = filled(figure.statement, whole ? runtime::dateText(period_.first) : place(next_),
-                                         whole ? runtime::dateText(period_.last) : place(last));
+        const QString statement = filled(figure.statement, whole ? runtime::dateText(period().first) : place(next_),
+                                         whole ? runtime::dateText(period().last) : place(last));
         QElapsedTimer taken;
         taken.start();
         run(statement, figure.take);

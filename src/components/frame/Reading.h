@@ -27,6 +27,7 @@ private:
     void run(const QString &statement, const std::function<void(const Record &)> &take) const;
     QString filled(const QString &statement, const QString &from, const QString &to) const;
     QString place(qint64 position) const;
+    const Period &period() const;
 
     ado::ConnectionPtr connection_;
     std::vector<Figure> figures_;

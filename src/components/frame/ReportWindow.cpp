@@ -1,7 +1,10 @@
 #include "components/frame/ReportWindow.h"
 
 #include "components/frame/CsvFile.h"
+#include "components/frame/CustomerFind.h"
+#include "components/frame/OrdersWindow.h"
 #include "components/frame/PeriodBar.h"
+#include "components/frame/SavedLine.h"
 #include "components/frame/SheetChart.h"
 #include "components/frame/SheetPrint.h"
 #include "components/frame/SheetView.h"
@@ -19,6 +22,7 @@
 #include "platform/runtime/RuntimeError.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace statistics {
@@ -44,10 +48,12 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , cmdCsv_(commandButton("cmdCsv", QStringLiteral("Excel용 저장")))
     , cmdPrint_(commandButton("cmdPrint", QStringLiteral("인쇄")))
     , lblState_(controls::named(new QLabel, QStringLiteral("lblState")))
+    , saved_(new SavedLine)
     , prgReading_(controls::named(new QProgressBar, QStringLiteral("prgReading")))
     , cmdCancel_(commandButton("cmdCancel", QStringLiteral("중지")))
     , summary_(new SummaryBox)
     , table_(new SheetView)
+    , find_(new CustomerFind(table_))
     , chart_(new SheetChart)
     , parts_(new QSplitter(Qt::Vertical))
 {
@@ -64,6 +70,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     layout->addLayout(head());
     layout->addLayout(choices());
     layout->addLayout(state());
+    layout->addWidget(saved_);
     layout->addWidget(summary_);
     layout->addWidget(parts_, 1);
     wire();
@@ -116,8 +123,10 @@ QLayout *ReportWindow::state()
     prgReading_->setAccessibleName(QStringLiteral("가져오는 중"));
     auto *row = new QHBoxLayout;
     row->addWidget(lblState_, 1);
+    row->addWidget(find_);
     row->addWidget(prgReading_);
     row->addWidget(cmdCancel_);
+    find_->hide();
     lblState_->setMinimumHeight(cmdCancel_->sizeHint().height()); // the table does not jump when the bar comes
     lblState_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     prgReading_->hide();
@@ -137,8 +146,12 @@ void ReportWindow::wire()
         stopped(QStringLiteral("중지했습니다. 다시 보려면 '새로고침'을 누르십시오."));
     });
     onEvent(cboView_, &QComboBox::currentIndexChanged, this, [this](int) {
-        if (read_.isValid())
+        if (!read_.isValid())
+            return;
+        if (report_->readingOf(view()) == reading_)
             showSheet();
+        else
+            read();
     });
     onEvent(&work_, &ReadingWork::progressed, this, [this](double part) {
         prgReading_->setValue(int(part * 1000));
@@ -150,6 +163,27 @@ void ReportWindow::wire()
         stopped(QStringLiteral("통계를 가져오지 못했습니다: ")
                 + QString(description).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     });
+    wireTable();
+}
+
+void ReportWindow::wireTable()
+{
+    using controls::onEvent;
+    onEvent(find_, &CustomerFind::found, this, [this](int customer) { showFound(customer); });
+    if (report_->tellsOrders())
+        table_->letOpen();
+    onEvent(table_, &SheetView::opened, this, [this](int row, int column) { showBehind(row, column); });
+    const std::pair<QKeySequence, void (*)(CustomerFind &)> keys[] = {
+        {QKeySequence(QKeySequence::Find), [](CustomerFind &find) { find.takeFocus(); }},
+        {QKeySequence(Qt::Key_F3), [](CustomerFind &find) { find.step(+1); }},
+        {QKeySequence(Qt::SHIFT | Qt::Key_F3), [](CustomerFind &find) { find.step(-1); }}};
+    for (const auto &[key, answer] : keys) {
+        auto *shortcut = new QShortcut(key, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+        onEvent(shortcut, &QShortcut::activated, this, [this, answer] {
+            if (find_->isVisible())
+                answer(*find_);
+        });
+    }
 }
 
 void ReportWindow::open()
@@ -182,8 +216,9 @@ void ReportWindow::read()
         return;
     }
     read_ = period;
+    reading_ = report_->readingOf(view());
     setBusy(true);
-    work_.start(Reading(connection_, report_->figures(period), period));
+    work_.start(Reading(connection_, report_->figuresOf(view(), period), period));
 }
 
 void ReportWindow::setBusy(bool busy)
@@ -191,6 +226,7 @@ void ReportWindow::setBusy(bool busy)
     cmdCsv_->setEnabled(!busy && read_.isValid());
     cmdPrint_->setEnabled(!busy && read_.isValid());
     cboView_->setEnabled(!busy);
+    find_->setVisible(!busy && read_.isValid() && report_->hasCustomers(view()));
     if (busy) {
         lblState_->setText(QStringLiteral("가져오는 중입니다: ") + periodText());
         return;
@@ -213,7 +249,10 @@ void ReportWindow::done()
 
 void ReportWindow::showSheet()
 {
-    sheet_ = report_->sheet(std::max(0, cboView_->currentIndex()));
+    sheet_ = report_->sheet(view());
+    saved_->hide();
+    find_->setVisible(report_->hasCustomers(view()));
+    find_->setTexts([this] { return report_->customers(); });
     const QString none = report_->asks() == Report::Asks::LastDay
                              ? QStringLiteral("해당하는 물품이 없습니다.")
                              : QStringLiteral("이 기간에는 내역이 없습니다. 기간을 바꾸십시오.");
@@ -224,11 +263,35 @@ void ReportWindow::showSheet()
     summary_->setLines(sheet_.summary);
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
-    if (!parted_) {
+    if (partedFor_ != sheet_.chart.lying) {
         // Lying bars need a line each; afterwards the parts are as the user leaves them.
         parts_->setSizes(sheet_.chart.lying ? QList<int>{500, 500} : QList<int>{600, 400});
-        parted_ = true;
+        partedFor_ = sheet_.chart.lying;
     }
+}
+
+/// The table alone changes, and only where the customer had no row: a column that the user sorted by stays otherwise.
+void ReportWindow::showFound(int customer)
+{
+    const int row = report_->setOut(customer);
+    Sheet sheet = report_->sheet(view());
+    if (sheet.rows != sheet_.rows) {
+        sheet_ = std::move(sheet);
+        table_->setSheet(sheet_);
+    }
+    if (row >= 0)
+        table_->choose(row);
+}
+
+void ReportWindow::showBehind(int row, int column)
+{
+    if (work_.isRunning() || !read_.isValid())
+        return; // what stands there is of another period
+    std::optional<Behind> behind = report_->behind(view(), row, column);
+    if (!behind)
+        return;
+    const controls::Modal<OrdersWindow> window(this, std::move(*behind), connection_);
+    controls::runModal(window.get());
 }
 
 void ReportWindow::stopped(const QString &why)
@@ -239,6 +302,7 @@ void ReportWindow::stopped(const QString &why)
     summary_->setLines({});
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
+    saved_->hide();
     setBusy(false);
     lblState_->setText(why);
     lblState_->setToolTip(why);
@@ -246,12 +310,15 @@ void ReportWindow::stopped(const QString &why)
 
 void ReportWindow::saveCsv()
 {
-    const QByteArray content = csvOf(report_->title(), periodText(), sheet_, table_->rows());
+    const QString title = QStringLiteral("%1 %2").arg(report_->title(), cboView_->currentText()).trimmed();
+    const QByteArray content = csvOf(title, periodText(), sheet_, table_->rows());
     const QString path = controls::askSaveFile(this, QStringLiteral("Excel용 저장"),
-                                               QStringLiteral("%1 %2.csv").arg(report_->title(), read_.text()),
+                                               QStringLiteral("%1 %2.csv").arg(title, read_.text()),
                                                QStringLiteral("CSV 파일 (*.csv)"), QStringLiteral("csv"));
-    if (!path.isEmpty())
-        saveFile(path, content);
+    if (path.isEmpty())
+        return;
+    saveFile(path, content);
+    saved_->tell(path);
 }
 
 void ReportWindow::print()

@@ -10,11 +10,14 @@
 #include <QSplitter>
 #include <QWidget>
 
+#include <algorithm>
 #include <memory>
 
 namespace statistics {
 
+class CustomerFind;
 class PeriodBar;
+class SavedLine;
 class SheetChart;
 class SheetView;
 class SummaryBox;
@@ -37,11 +40,15 @@ private:
     QLayout *choices();
     QLayout *state();
     void wire();
+    void wireTable();
+    int view() const { return std::max(0, cboView_->currentIndex()); }
     void open();
     void read();
     void done();
     void stopped(const QString &why);
     void showSheet();
+    void showFound(int customer);
+    void showBehind(int row, int column);
     void setBusy(bool busy);
     QString periodText() const;
     void saveCsv();
@@ -51,7 +58,8 @@ private:
     ado::ConnectionPtr connection_;
     ReadingWork work_;
     bool opened_ = false;
-    Period read_; ///< what the sheet tells of
+    Period read_;     ///< what the sheet tells of
+    int reading_ = 0; ///< of the view that was read
     Sheet sheet_;
 
     PeriodBar *periodBar_;
@@ -60,13 +68,15 @@ private:
     QPushButton *cmdCsv_;
     QPushButton *cmdPrint_;
     QLabel *lblState_;
+    SavedLine *saved_;
     QProgressBar *prgReading_;
     QPushButton *cmdCancel_;
     SummaryBox *summary_;
     SheetView *table_;
+    CustomerFind *find_;
     SheetChart *chart_;
     QSplitter *parts_; ///< table over chart
-    bool parted_ = false;
+    std::optional<bool> partedFor_; ///< whether for lying bars
 };
 
 } // namespace statistics

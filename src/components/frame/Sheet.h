@@ -54,6 +54,7 @@ struct Chart
     QStringList categories;
     std::vector<Series> series;
     bool lying = false;         ///< horizontal bars, the first category on top
+    bool beside = false;        ///< the series side by side, to be compared; otherwise one on the other
     bool inTenThousands = true; ///< won, shown in units of 10,000; otherwise pieces
 };
 

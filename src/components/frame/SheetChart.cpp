@@ -3,6 +3,7 @@
 #include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
 
+#include <QtCharts/QBarSeries>
 #include <QtCharts/QBarSet>
 #include <QtCharts/QCategoryAxis>
 #include <QtCharts/QChart>
@@ -54,8 +55,9 @@ std::size_t placeOf(std::size_t category, const Chart &plan)
 
 QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
 {
-    const auto series = plan.lying ? static_cast<QAbstractBarSeries *>(new QHorizontalBarSeries)
-                                   : static_cast<QAbstractBarSeries *>(new QStackedBarSeries);
+    const auto series = plan.lying    ? static_cast<QAbstractBarSeries *>(new QHorizontalBarSeries)
+                        : plan.beside ? static_cast<QAbstractBarSeries *>(new QBarSeries)
+                                      : static_cast<QAbstractBarSeries *>(new QStackedBarSeries);
     const qsizetype places = plan.categories.size();
     series->setBarWidth(places > 40 ? 0.8 : places > 5 || plan.lying ? 0.6 : 0.2);
     for (std::size_t number = 0; number < plan.series.size(); ++number) {
@@ -220,7 +222,7 @@ void SheetChart::setPlan(const Chart &plan)
     if (plan.categories.isEmpty())
         return dress();
     const bool asLines = !plan.lying && plan.categories.size() > mostBars;
-    const auto [lowest, highest] = reach(plan, !asLines && !plan.lying);
+    const auto [lowest, highest] = reach(plan, !asLines && !plan.lying && !plan.beside);
     QAbstractAxis *along = captions(plan);
     QAbstractAxis *up = lengths(plan, lowest, highest);
     for (QAbstractAxis *axis : {along, up})

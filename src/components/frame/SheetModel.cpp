@@ -25,6 +25,8 @@ void SheetModel::setRows(const std::vector<Column> &columns, std::vector<Row> ro
     beginResetModel();
     columns_ = columns;
     rows_ = std::move(rows);
+    places_.resize(rows_.size());
+    std::iota(places_.begin(), places_.end(), std::size_t{0});
     endResetModel();
 }
 
@@ -48,6 +50,8 @@ QVariant SheetModel::data(const QModelIndex &index, int role) const
         const bool toTheRight = columns_[std::size_t(index.column())].kind != Column::Kind::Text;
         return int((toTheRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
+    case Qt::ToolTipRole: // of a long text the column shows the beginning only
+        return std::holds_alternative<QString>(cell) ? QVariant(shownText(cell)) : QVariant();
     case Qt::AccessibleTextRole: {
         const bool won = columns_[std::size_t(index.column())].kind == Column::Kind::Money
                          && std::holds_alternative<runtime::Currency>(cell);
@@ -86,12 +90,15 @@ void SheetModel::sort(int column, Qt::SortOrder order)
         return order == Qt::AscendingOrder ? isBefore(first, second) : isBefore(second, first);
     });
     std::vector<Row> sorted;
+    std::vector<std::size_t> places;
     std::vector<int> after(rows_.size());
     for (std::size_t row = 0; row < before.size(); ++row) {
         sorted.push_back(std::move(rows_[before[row]]));
+        places.push_back(places_[before[row]]);
         after[before[row]] = int(row);
     }
     rows_ = std::move(sorted);
+    places_ = std::move(places);
     followRows(after);
     emit layoutChanged({}, VerticalSortHint);
 }

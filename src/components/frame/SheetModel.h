@@ -20,6 +20,8 @@ public:
 
     void setRows(const std::vector<Column> &columns, std::vector<Row> rows);
     const std::vector<Row> &rows() const { return rows_; }
+    /// Where the row stood before anything was sorted.
+    int placeOf(int row) const { return int(places_[std::size_t(row)]); }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -33,6 +35,7 @@ private:
     bool numbered_;
     std::vector<Column> columns_;
     std::vector<Row> rows_;
+    std::vector<std::size_t> places_;
 };
 
 } // namespace statistics

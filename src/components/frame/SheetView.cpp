@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -89,6 +90,33 @@ void SheetView::setSheet(const Sheet &sheet)
     tblReport_->setSortingEnabled(true);
     tblReport_->scrollToTop();
     fitColumns(sheet.columns);
+}
+
+void SheetView::choose(int row)
+{
+    for (int at = 0; at < rows_->rowCount(); ++at) {
+        if (rows_->placeOf(at) == row)
+            tblReport_->setCurrentIndex(rows_->index(at, std::max(0, tblReport_->currentIndex().column())));
+    }
+}
+
+void SheetView::letOpen()
+{
+    const QString how = QStringLiteral("금액을 두 번 누르거나 Enter를 누르면 거래 내역이 나옵니다.");
+    const auto open = [this](const QModelIndex &index) {
+        if (index.isValid())
+            emit opened(rows_->placeOf(index.row()), index.column());
+    };
+    tblReport_->viewport()->setToolTip(how);
+    tblReport_->setAccessibleDescription(how);
+    tblTotals_->viewport()->setToolTip(how);
+    connect(tblReport_, &QTableView::doubleClicked, this, open);
+    connect(tblTotals_, &QTableView::doubleClicked, this,
+            [this](const QModelIndex &index) { emit opened(-1, index.column()); });
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *enter = new QShortcut(key, tblReport_, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(enter, &QShortcut::activated, this, [this, open] { open(tblReport_->currentIndex()); });
+    }
 }
 
 void SheetView::fitColumns(const std::vector<Column> &columns)

@@ -17,6 +17,14 @@ public:
     void setSheet(const Sheet &sheet);
     /// As they stand now, in the order that the user chose.
     const std::vector<Row> &rows() const { return rows_->rows(); }
+    /// Makes that row of the sheet current, wherever it stands.
+    void choose(int row);
+    /// Figures can be opened: by a double click, or Enter.
+    void letOpen();
+
+signals:
+    /// A row of the sheet, -1 for the totals.
+    void opened(int row, int column);
 
 private:
     void fitColumns(const std::vector<Column> &columns);

@@ -2,6 +2,7 @@
 
 #include "desk/schema/Statements.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/CsvText.h"
 #include "platform/runtime/Currency.h"
 
 #include <QDate>
@@ -57,7 +58,7 @@ QVariant flag(const Field &field, const QString &cell)
 
 QVariant valueOf(const Field &field, const QString &cell)
 {
-    const QString typed = runtime::Trim(asTyped(cell));
+    const QString typed = runtime::Trim(runtime::fromSpreadsheetText(cell));
     if (typed.isEmpty())
         return {};
     switch (field.reads) {

@@ -1,8 +1,8 @@
 #include "desk/exchange/Csv.h"
 
 #include "desk/schema/Statements.h"
+#include "platform/runtime/CsvText.h"
 
-#include <QRegularExpression>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -91,8 +91,6 @@ bool isOddSign(QChar sign)
     return sign == QChar::ReplacementCharacter || sign == u'\x1a' || (sign >= u'\xe000' && sign <= u'\xf8ff');
 }
 
-const QString FormulaSigns = QStringLiteral("^'%1[=+\\-@\\t]");
-
 } // namespace
 
 QString decoded(const QByteArray &bytes)
@@ -127,25 +125,11 @@ std::vector<Record> readCsv(const QString &text)
     return records;
 }
 
-QString asTyped(const QString &cell)
-{
-    static const QRegularExpression guarded(FormulaSigns.arg(QStringLiteral("+")));
-    return cell.contains(guarded) ? cell.mid(1) : cell;
-}
-
 QString csvLine(const QStringList &cells)
 {
-    static const QRegularExpression formula(FormulaSigns.arg(QStringLiteral("*")));
-    static const QRegularExpression number(QStringLiteral("^-\\d+(\\.\\d+)?$"));
-    static const QRegularExpression special(QStringLiteral("[,\"\\r\\n]|^\\s|\\s$"));
     QStringList texts;
-    for (QString cell : cells) {
-        if (cell.contains(formula) && !cell.contains(number))
-            cell.prepend(u'\'');
-        if (cell.contains(special))
-            cell = u'"' + cell.replace(u'"', QStringLiteral("\"\"")) + u'"';
-        texts << cell;
-    }
+    for (const QString &cell : cells)
+        texts << runtime::csvCell(cell);
     return texts.join(u',') + QStringLiteral("\r\n");
 }
 

@@ -21,9 +21,7 @@ QString decoded(const QByteArray &bytes);
 /// cell that does not end or goes on behind its quote.
 std::vector<Record> readCsv(const QString &text);
 
-/// A record with its line end. A text that a spreadsheet would take for a formula goes behind an apostrophe, which
-/// `asTyped` takes off again.
+/// A record with its line end.
 QString csvLine(const QStringList &cells);
-QString asTyped(const QString &cell);
 
 } // namespace exchange

@@ -9,6 +9,7 @@
 #include "desk/schema/Schema.h"
 #include "desk/schema/Statements.h"
 #include "platform/ado/Transaction.h"
+#include "platform/runtime/CsvText.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QFile>
@@ -95,8 +96,10 @@ qint64 exportProducts(ado::Connection &connection, const QString &file)
     QString text = csvLine(captions);
     for (const StoredRow &row : stored.all()) {
         QStringList cells;
-        for (std::size_t at = 0; at < fields.size(); ++at)
-            cells << cellOf(*fields[at], row.values[qsizetype(at)]);
+        for (std::size_t at = 0; at < fields.size(); ++at) {
+            const QString cell = cellOf(*fields[at], row.values[qsizetype(at)]);
+            cells << (fields[at]->reads == Reads::Money ? cell : runtime::spreadsheetText(cell));
+        }
         text += csvLine(cells);
     }
     files::NewFile made(file, files::NewFile::AsUsual);

@@ -1,20 +1,9 @@
 #include "desk/window/JournalModel.h"
 
 #include "platform/controls/Palette.h"
+#include "platform/runtime/CsvText.h"
 
 namespace desk {
-
-namespace {
-
-/// A spreadsheet takes a text that begins so for a formula.
-QString csvCell(QString text)
-{
-    if (!text.isEmpty() && QStringLiteral("=+-@\t").contains(text.front()))
-        text.prepend(u'\'');
-    return u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"';
-}
-
-} // namespace
 
 void JournalModel::setEntries(std::vector<journal::Entry> entries)
 {
@@ -57,7 +46,7 @@ QByteArray JournalModel::csv() const
     for (const journal::Entry &entry : entries_) {
         QStringList cells;
         for (int column = 0; column < ColumnCount; ++column)
-            cells << csvCell(text(entry, column));
+            cells << runtime::csvCell(runtime::spreadsheetText(text(entry, column)));
         csv += cells.join(u',') + QStringLiteral("\r\n");
     }
     return QByteArray("\xEF\xBB\xBF") + csv.toUtf8();
