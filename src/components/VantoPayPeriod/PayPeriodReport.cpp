@@ -87,6 +87,7 @@ Sheet PayPeriodReport::makeSheet(int view) const
     for (const DayTable::Line &line : lines) {
         sheet.rows.push_back(rowOfAmounts(rowCaption(line.period, grain), line.amounts));
         sheet.chart.categories << barCaption(line.period, grain);
+        sheet.chart.places.push_back(calendarPlace(line.period, grain));
         for (std::size_t medium = 0; medium < sheet.chart.series.size(); ++medium) {
             const Sum received = line.amounts[Cash + medium] + line.amounts[LateCash + medium];
             sheet.chart.series[medium].values.push_back(received.orZero());

@@ -96,6 +96,7 @@ Sheet SalesPeriodReport::makeSheet(int view) const
     for (const DayTable::Line &line : lines) {
         sheet.rows.push_back(cut(rowOfAmounts(rowCaption(line.period, grain), line.amounts)));
         sheet.chart.categories << barCaption(line.period, grain);
+        sheet.chart.places.push_back(calendarPlace(line.period, grain));
         sheet.chart.series[0].values.push_back(line.amounts[Net].orZero());
     }
     sheet.totals = cut(rowOfAmounts(QStringLiteral("합계"), totals));

@@ -1,10 +1,12 @@
 #include "components/frame/ReportWindow.h"
 
+#include "components/frame/CashCountBox.h"
 #include "components/frame/CsvFile.h"
 #include "components/frame/PeriodBar.h"
 #include "components/frame/SheetChart.h"
 #include "components/frame/SheetPrint.h"
 #include "components/frame/SheetView.h"
+#include "components/frame/Shop.h"
 #include "components/frame/SummaryBox.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/FileDialog.h"
@@ -47,6 +49,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , prgReading_(controls::named(new QProgressBar, QStringLiteral("prgReading")))
     , cmdCancel_(commandButton("cmdCancel", QStringLiteral("중지")))
     , summary_(new SummaryBox)
+    , cashCount_(new CashCountBox)
     , table_(new SheetView)
     , chart_(new SheetChart)
     , parts_(new QSplitter(Qt::Vertical))
@@ -65,6 +68,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     layout->addLayout(choices());
     layout->addLayout(state());
     layout->addWidget(summary_);
+    layout->addWidget(cashCount_);
     layout->addWidget(parts_, 1);
     wire();
     QTimer::singleShot(0, this, &ReportWindow::open);
@@ -222,6 +226,7 @@ void ReportWindow::showSheet()
     lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
     lblState_->setToolTip(sheet_.remark);
     summary_->setLines(sheet_.summary);
+    cashCount_->setDay(read_.last, sheet_.cashChange);
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
     if (!parted_) {
@@ -237,6 +242,7 @@ void ReportWindow::stopped(const QString &why)
     read_ = {};
     sheet_ = {};
     summary_->setLines({});
+    cashCount_->setDay({}, {});
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
     setBusy(false);
@@ -261,8 +267,9 @@ void ReportWindow::print()
     const controls::Modal<print::PreviewWindow> window(
         this, report_->title() + QStringLiteral(" 인쇄"),
         print::PrinterMemory{QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리")});
-    window->vsPrint()->setDocument(sheetOnPaper({report_->title(), periodText(), std::move(printed)}), report_->title(),
-                                   report_->title() + u' ' + read_.text());
+    const PrintedReport report{report_->title(),        periodText(),          std::move(printed),
+                               cboView_->currentText(), shopName(connection_), cashCount_->count()};
+    window->vsPrint()->setDocument(sheetOnPaper(report), report_->title(), report_->title() + u' ' + read_.text());
     controls::runModal(window.get());
 }
 

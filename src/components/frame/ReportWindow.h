@@ -14,6 +14,7 @@
 
 namespace statistics {
 
+class CashCountBox;
 class PeriodBar;
 class SheetChart;
 class SheetView;
@@ -63,6 +64,7 @@ private:
     QProgressBar *prgReading_;
     QPushButton *cmdCancel_;
     SummaryBox *summary_;
+    CashCountBox *cashCount_;
     SheetView *table_;
     SheetChart *chart_;
     QSplitter *parts_; ///< table over chart
