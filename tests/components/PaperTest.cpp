@@ -14,6 +14,7 @@
 #include "tests/support/DialogDriver.h"
 
 #include <QComboBox>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTableView>
 #include <QtCharts/QAbstractBarSeries>
@@ -224,6 +225,8 @@ TEST(Chart, BreaksItsLinesOnDaysWithoutARowAndShowsWhatGoesOutRed)
         plan.series[1].values.push_back(won(day % 3 - 2));
     }
     SheetChart chart;
+    chart.resize(600, 300);
+    chart.show();
     chart.setPlan(plan);
     int pieces = 0;
     for (QAbstractSeries *series : chart.chart()->series()) {
