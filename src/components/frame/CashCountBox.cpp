@@ -37,12 +37,13 @@ void put(QLineEdit *field, const QString &text)
 } // namespace
 
 CashCountBox::CashCountBox(QWidget *parent)
-    : QGroupBox(QStringLiteral("현금 시재 확인"), parent)
+    : QWidget(parent)
 {
     controls::named(this, QStringLiteral("fraCashCount"));
     auto *form = new QGridLayout(this);
-    form->setContentsMargins(10, 2, 10, 4);
+    form->setContentsMargins(10, 2, 10, 2);
     form->setVerticalSpacing(1);
+    form->addWidget(new QLabel(QStringLiteral("현금 시재\n확인")), 0, 0, 2, 1);
     for (std::size_t piece = 0; piece < txtPieces_.size(); ++piece) {
         txtPieces_[piece] = controls::named(addField(form, pieceText(piece), typedCount, countWidth),
                                             QStringLiteral("txtPieces"), int(piece));

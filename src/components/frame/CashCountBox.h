@@ -2,7 +2,6 @@
 
 #include "components/frame/CashCount.h"
 
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -14,7 +13,7 @@ namespace statistics {
 
 /// Takes the count of the drawer, note by note, and tells at once whether it comes to what the day's cash makes. The last
 /// count of this user is kept over the window, so that a customer may come between; the opening for the next day, too.
-class CashCountBox : public QGroupBox
+class CashCountBox : public QWidget
 {
     Q_OBJECT
 public:

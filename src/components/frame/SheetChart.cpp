@@ -23,7 +23,7 @@ namespace {
 
 constexpr int mostBars = 130;
 constexpr int mostCaptions = 16;
-constexpr double loneDay = 4; ///< pixels of a point on a line chart
+constexpr double loneDay = 2.5; ///< pixels of a point on a line chart
 
 // For eyes that do not tell the hues, and on black and white paper: hatching of bars, dashes of lines.
 constexpr Qt::BrushStyle hatchings[]{Qt::SolidPattern, Qt::BDiagPattern, Qt::Dense4Pattern,
@@ -67,10 +67,13 @@ void showNegative(QBarSet &set, controls::Scheme scheme)
     }
     if (negative.isEmpty())
         return;
-    if (onlyNegative)
+    if (onlyNegative) {
         set.setColor(red);
-    set.setSelectedColor(red);
-    set.selectBars(negative);
+        set.setBorderColor(red);
+    } else {
+        set.setSelectedColor(red);
+        set.selectBars(negative);
+    }
 }
 
 QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)

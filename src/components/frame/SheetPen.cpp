@@ -81,6 +81,7 @@ void SheetPen::rule(double x, double y, double width, double weight, bool faint)
 
 void SheetPen::picture(const QRectF &box, const QImage &image)
 {
+    painter_.setRenderHint(QPainter::LosslessImageRendering); // letters and white stay what they are
     painter_.drawImage(onGrid(box), image);
 }
 

@@ -22,7 +22,7 @@ constexpr double textHeight = 4.2;
 constexpr double between = 1.6;
 constexpr double footHeight = 6;
 constexpr double standingChart = 52;
-constexpr double lyingBar = 8;
+constexpr double lyingBar = 8; // the name before it included
 constexpr double aroundLyingBars = 16;
 constexpr double chartDistance = 3;
 
@@ -149,7 +149,7 @@ private:
                 write(x, column, line.group, Align::Left, 8.5, true);
                 y_ += textHeight;
             }
-            writeAmount(x, column * 0.95, line.caption, shownText(line.amount) + line.unit, line.isResult,
+            writeAmount(x, column * 0.9, line.caption, shownText(line.amount) + line.unit, line.isResult,
                         inkOf(line.amount));
             bottom = std::max(bottom, y_);
         }
@@ -169,7 +169,7 @@ private:
     void drawCount(const CashCount &count)
     {
         const double column = pen_.width() / 4;
-        const double width = column * 0.95;
+        const double width = column * 0.9;
         write(0, pen_.width(), QStringLiteral("현금 시재 확인"), Align::Left, 8.5, true);
         y_ += textHeight;
         const double top = y_;
@@ -197,7 +197,7 @@ private:
     void drawPiece(const CashCount &count, std::size_t piece, double x, double width)
     {
         const QString unit = CashCount::isNote(piece) ? QStringLiteral("장") : QStringLiteral("개");
-        write(x, width * 0.3, shownText(runtime::Currency::fromWon(CashCount::pieces[piece])), Align::Right);
+        write(x, width * 0.3, shownText(runtime::Currency::fromWon(CashCount::pieces[piece])) + u'원', Align::Right);
         if (count.isCounted()) {
             write(x + width * 0.3, width * 0.3, QString::number(count.counts[piece].value_or(0)) + unit, Align::Right);
             write(x + width * 0.6, width * 0.4, shownText(count.amount(piece)), Align::Right);

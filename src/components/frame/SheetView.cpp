@@ -3,6 +3,7 @@
 #include "platform/controls/LargeFigure.h"
 #include "platform/controls/Named.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -97,6 +98,7 @@ SheetView::SheetView(QWidget *parent)
     // A sorted table shows the row that was worked with, wherever it went.
     connect(rows_, &QAbstractItemModel::layoutChanged, this,
             [this] { tblReport_->scrollTo(tblReport_->currentIndex()); });
+    tblReport_->viewport()->installEventFilter(this);
     QHeaderView *header = tblReport_->horizontalHeader();
     connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
         dragged_ = dragged_ || !fitting_;
@@ -122,12 +124,11 @@ void SheetView::setSheet(const Sheet &sheet)
     fitColumns();
 }
 
-void SheetView::resizeEvent(QResizeEvent *event)
+bool SheetView::eventFilter(QObject *, QEvent *event)
 {
-    QWidget::resizeEvent(event);
-    layout()->activate(); // the tables have their places before the columns are measured
-    if (!dragged_)
+    if (event->type() == QEvent::Resize && !dragged_)
         fitColumns();
+    return false;
 }
 
 SheetView::Width SheetView::widthOf(const Column &plan, int column) const

@@ -20,7 +20,7 @@ public:
     const std::vector<Row> &rows() const { return rows_->rows(); }
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
     struct Width
