@@ -52,9 +52,9 @@ void lookAt(Actor &actor, QWidget *sale, const QString &caption, int number)
         actor.click(wholeYear);
         waitUntilRead(report);
     }
-    for (const auto &[field, number] : drawer) {
+    for (const auto &[field, typed] : drawer) {
         if (auto *box = report->findChild<QLineEdit *>(QLatin1String(field)); box && box->isVisible())
-            actor.typeInto(box, QLatin1String(number));
+            actor.typeInto(box, QLatin1String(typed));
     }
     actor.say(QStringLiteral("%1: %2").arg(caption, actor.control<QLabel>(report, QStringLiteral("lblState"))->text()));
     const QString name = QStringLiteral("report-%1").arg(number);
