@@ -59,8 +59,8 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     parts_->setChildrenCollapsible(false);
     parts_->addWidget(table_);
     parts_->addWidget(chart_);
-    table_->setMinimumHeight(110);
-    chart_->setMinimumHeight(100);
+    table_->setMinimumHeight(90);
+    chart_->setMinimumHeight(120);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 6, 8, 6);

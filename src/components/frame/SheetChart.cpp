@@ -146,6 +146,7 @@ QValueAxis *lengths(const Chart &plan, double lowest, double highest)
     auto *axis = new QValueAxis;
     axis->setRange(std::min(0.0, lowest), highest > 0 ? highest * 1.05 : 1);
     axis->setTickCount(plan.lying ? 6 : 4);
+    axis->setTruncateLabels(false); // a number is whole or not there
     axis->applyNiceNumbers();
     axis->setLabelFormat(axis->max() - axis->min() < 5 ? QStringLiteral("%.1f") : QStringLiteral("%.0f"));
     return axis;
