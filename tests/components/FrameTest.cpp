@@ -2,13 +2,11 @@
 #include "components/frame/CsvFile.h"
 #include "components/frame/ReportWindow.h"
 #include "components/frame/SheetChart.h"
-#include "components/frame/SheetPrint.h"
 #include "platform/print/PreviewWindow.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/components/SampleRows.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
-#include "tests/support/Paper.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QApplication>
@@ -21,7 +19,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPainter>
 #include <QTableView>
 #include <QTest>
 #include <QThread>
@@ -476,39 +473,6 @@ TEST(Chart, TellsItsFiguresInWordsAndItsSeriesApartWithoutColour)
         dashes.emplace(int(pen.style()), pen.widthF());
     }
     EXPECT_EQ(dashes.size(), controls::seriesCount);
-}
-
-TEST(Paper, HoldsEveryRowOnAsManyPagesAsItNeeds)
-{
-    Sheet sheet;
-    sheet.columns = {{QStringLiteral("날짜"), Column::Kind::Text}, {QStringLiteral("금액")}};
-    for (int row = 0; row < 120; ++row)
-        sheet.rows.push_back({QStringLiteral("줄 %1").arg(row), runtime::Currency::fromWon(row)});
-    sheet.totals = {QStringLiteral("합계"), runtime::Currency::fromWon(7140)};
-    const print::Document pages = sheetOnPaper({QStringLiteral("통계"), QStringLiteral("2026"), sheet});
-    EXPECT_EQ(pages.pageCount(), 3);
-    QStringList words;
-    for (const print::Page &page : pages.pages())
-        words += page.drawing.words;
-    for (int row = 0; row < 120; ++row)
-        EXPECT_EQ(words.count(QStringLiteral("줄 %1").arg(row)), 1);
-    EXPECT_EQ(words.count(QStringLiteral("날짜")), 3) << "captions on every page";
-    QImage first(420, 594, QImage::Format_RGB32);
-    first.fill(Qt::white);
-    QPainter painter(&first);
-    print::drawPage(painter, pages.pages()[0], 420 / 210.0 * 25.4);
-    painter.end();
-    const auto inkBelow = [&first](int top) {
-        for (int y = top; y < first.height(); ++y) {
-            for (int x = 0; x < first.width(); ++x) {
-                if (qGray(first.pixel(x, y)) < 200)
-                    return true;
-            }
-        }
-        return false;
-    };
-    EXPECT_TRUE(inkBelow(500));
-    EXPECT_FALSE(inkBelow(594 - 22)) << "the lower margin";
 }
 
 #include "FrameTest.moc"

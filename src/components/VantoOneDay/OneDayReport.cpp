@@ -231,6 +231,8 @@ Sheet OneDayReport::makeSheet(int) const
     sheet.totals = tableRow(QStringLiteral("합계"), {}, {}, totals);
     sheet.summary = summary(totals);
     sheet.chart = moneyChart(totals);
+    sheet.isDense = true;
+    sheet.cashChange = totals[PaidCash] + totals[RefundCash];
     sheet.remark =
         QStringLiteral("수납과 환불은 이날의 금액이고 환불은 음수입니다. 미수금은 이날까지 받지 않은 금액입니다.");
     return sheet;

@@ -81,4 +81,17 @@ QString barCaption(const Period &row, Grain grain)
     return row.first.toString(grain == Grain::Month ? QStringLiteral("yyyy-MM") : QStringLiteral("MM-dd"));
 }
 
+int calendarPlace(const Period &row, Grain grain)
+{
+    switch (grain) {
+    case Grain::Day:
+        return int(row.first.toJulianDay());
+    case Grain::Week:
+        return int(weekOf(row.first).first.toJulianDay() / 7);
+    case Grain::Month:
+        return row.first.year() * 12 + row.first.month();
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace statistics

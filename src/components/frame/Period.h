@@ -40,5 +40,7 @@ Period rowOf(QDate day, Grain grain, const Period &within);
 QString rowCaption(const Period &row, Grain grain);
 /// The same for the foot of a bar: "11-24", "11-23" or "2026-11".
 QString barCaption(const Period &row, Grain grain);
+/// Which row of the calendar that is: of two that follow one another, the second is one more.
+int calendarPlace(const Period &row, Grain grain);
 
 } // namespace statistics

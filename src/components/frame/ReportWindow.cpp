@@ -1,5 +1,6 @@
 #include "components/frame/ReportWindow.h"
 
+#include "components/frame/CashCountBox.h"
 #include "components/frame/CsvFile.h"
 #include "components/frame/CustomerFind.h"
 #include "components/frame/OrdersWindow.h"
@@ -8,6 +9,7 @@
 #include "components/frame/SheetChart.h"
 #include "components/frame/SheetPrint.h"
 #include "components/frame/SheetView.h"
+#include "components/frame/Shop.h"
 #include "components/frame/SummaryBox.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/FileDialog.h"
@@ -52,6 +54,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     , prgReading_(controls::named(new QProgressBar, QStringLiteral("prgReading")))
     , cmdCancel_(commandButton("cmdCancel", QStringLiteral("중지")))
     , summary_(new SummaryBox)
+    , cashCount_(new CashCountBox)
     , table_(new SheetView)
     , find_(new CustomerFind(table_))
     , chart_(new SheetChart)
@@ -62,7 +65,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     parts_->setChildrenCollapsible(false);
     parts_->addWidget(table_);
     parts_->addWidget(chart_);
-    table_->setMinimumHeight(120);
+    table_->setMinimumHeight(90);
     chart_->setMinimumHeight(120);
 
     auto *layout = new QVBoxLayout(this);
@@ -72,6 +75,7 @@ ReportWindow::ReportWindow(std::unique_ptr<Report> report, ado::ConnectionPtr co
     layout->addLayout(state());
     layout->addWidget(saved_);
     layout->addWidget(summary_);
+    layout->addWidget(cashCount_);
     layout->addWidget(parts_, 1);
     wire();
     QTimer::singleShot(0, this, &ReportWindow::open);
@@ -261,6 +265,7 @@ void ReportWindow::showSheet()
     lblState_->setText(QStringList{periodText(), rows, sheet_.remark}.join(QStringLiteral("   ")).trimmed());
     lblState_->setToolTip(sheet_.remark);
     summary_->setLines(sheet_.summary);
+    cashCount_->setDay(read_.last, sheet_.cashChange);
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
     if (partedFor_ != sheet_.chart.lying) {
@@ -300,6 +305,7 @@ void ReportWindow::stopped(const QString &why)
     read_ = {};
     sheet_ = {};
     summary_->setLines({});
+    cashCount_->setDay({}, {});
     table_->setSheet(sheet_);
     chart_->setPlan(sheet_.chart);
     saved_->hide();
@@ -328,8 +334,9 @@ void ReportWindow::print()
     const controls::Modal<print::PreviewWindow> window(
         this, report_->title() + QStringLiteral(" 인쇄"),
         print::PrinterMemory{QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리")});
-    window->vsPrint()->setDocument(sheetOnPaper({report_->title(), periodText(), std::move(printed)}), report_->title(),
-                                   report_->title() + u' ' + read_.text());
+    const PrintedReport report{report_->title(),        periodText(),          std::move(printed),
+                               cboView_->currentText(), shopName(connection_), cashCount_->count()};
+    window->vsPrint()->setDocument(sheetOnPaper(report), report_->title(), report_->title() + u' ' + read_.text());
     controls::runModal(window.get());
 }
 

@@ -15,6 +15,7 @@
 
 namespace statistics {
 
+class CashCountBox;
 class CustomerFind;
 class PeriodBar;
 class SavedLine;
@@ -72,6 +73,7 @@ private:
     QProgressBar *prgReading_;
     QPushButton *cmdCancel_;
     SummaryBox *summary_;
+    CashCountBox *cashCount_;
     SheetView *table_;
     CustomerFind *find_;
     SheetChart *chart_;

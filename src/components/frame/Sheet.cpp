@@ -30,6 +30,23 @@ QString shownText(const Cell &cell)
                            QStringLiteral("#,##0.") + QString(plain.size() - point - 1, QLatin1Char('0')));
 }
 
+QString longestText(const std::vector<Row> &rows, std::size_t column)
+{
+    constexpr char16_t firstWide = 0x1100; // Hangul is twice as wide as digits
+    const Cell *longest = nullptr;
+    qsizetype most = 0;
+    for (const Row &row : rows) {
+        const QString text = plainText(row[column]);
+        const qsizetype letters =
+            text.size() + std::count_if(text.begin(), text.end(), [](QChar c) { return c >= QChar(firstWide); });
+        if (letters > most) {
+            most = letters;
+            longest = &row[column];
+        }
+    }
+    return longest ? shownText(*longest) : QString();
+}
+
 bool isBefore(const Cell &a, const Cell &b)
 {
     return a < b; // Hangul stands in the order of its alphabet as it is
@@ -38,6 +55,14 @@ bool isBefore(const Cell &a, const Cell &b)
 bool isNumber(const Cell &cell)
 {
     return std::holds_alternative<runtime::Currency>(cell);
+}
+
+controls::Ink inkOf(const Cell &cell)
+{
+    const auto *number = std::get_if<runtime::Currency>(&cell);
+    if (!number || *number > runtime::Currency())
+        return controls::Ink::Plain;
+    return number->isZero() ? controls::Ink::Faint : controls::Ink::Negative;
 }
 
 bool holdsUnknown(const Sheet &sheet)

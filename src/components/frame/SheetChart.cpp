@@ -9,6 +9,7 @@
 #include <QtCharts/QChart>
 #include <QtCharts/QHorizontalBarSeries>
 #include <QtCharts/QLegend>
+#include <QtCharts/QLegendMarker>
 #include <QtCharts/QLineSeries>
 #include <QtCharts/QStackedBarSeries>
 #include <QtCharts/QValueAxis>
@@ -23,6 +24,7 @@ namespace {
 
 constexpr int mostBars = 130;
 constexpr int mostCaptions = 16;
+constexpr double loneDay = 2.5; ///< pixels of a point on a line chart
 
 // For eyes that do not tell the hues, and on black and white paper: hatching of bars, dashes of lines.
 constexpr Qt::BrushStyle hatchings[]{Qt::SolidPattern, Qt::BDiagPattern, Qt::Dense4Pattern,
@@ -53,6 +55,28 @@ std::size_t placeOf(std::size_t category, const Chart &plan)
     return plan.lying ? std::size_t(plan.categories.size()) - 1 - category : category;
 }
 
+/// Money that goes out is red; the legend, too, where a series holds nothing else.
+void showNegative(QBarSet &set, controls::Scheme scheme)
+{
+    const QColor red = controls::ink(controls::Ink::Negative, scheme);
+    QList<int> negative;
+    bool onlyNegative = true;
+    for (int bar = 0; bar < set.count(); ++bar) {
+        if (set.at(bar) < 0)
+            negative << bar;
+        onlyNegative = onlyNegative && set.at(bar) <= 0;
+    }
+    if (negative.isEmpty())
+        return;
+    if (onlyNegative) {
+        set.setColor(red);
+        set.setBorderColor(red);
+    } else {
+        set.setSelectedColor(red);
+        set.selectBars(negative);
+    }
+}
+
 QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
 {
     const auto series = plan.lying    ? static_cast<QAbstractBarSeries *>(new QHorizontalBarSeries)
@@ -64,40 +88,54 @@ QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
         auto *set = new QBarSet(plan.series[number].caption);
         set->setBrush(brushOf(number, scheme));
         set->setBorderColor(controls::seriesColor(number, scheme));
-        std::vector<double> lengths(plan.series[number].values.size());
+        const std::vector<runtime::Currency> &values = plan.series[number].values;
+        std::vector<double> lengths(values.size());
         for (std::size_t category = 0; category < lengths.size(); ++category)
-            lengths[placeOf(category, plan)] = lengthOf(plan.series[number].values[category], plan);
+            lengths[placeOf(category, plan)] = lengthOf(values[category], plan);
         for (double length : lengths)
             set->append(length);
+        showNegative(*set, scheme);
         series->append(set);
     }
     return series;
 }
 
-QList<QAbstractSeries *> lines(const Chart &plan, controls::Scheme scheme)
+/// Of a category along its line: on the calendar, where the plan tells it.
+int alongLine(std::size_t category, const Chart &plan)
+{
+    return plan.places.empty() ? int(category) : plan.places[category] - plan.places.front();
+}
+
+/// Lines of one series, which is broken where days are passed over. A day between such ones is a point.
+QList<QAbstractSeries *> pieces(const Chart &plan, std::size_t number, controls::Scheme scheme)
 {
     QList<QAbstractSeries *> all;
-    for (std::size_t number = 0; number < plan.series.size(); ++number) {
-        auto *line = new QLineSeries;
-        line->setName(plan.series[number].caption);
-        line->setPen(penOf(number, scheme));
-        for (std::size_t category = 0; category < plan.series[number].values.size(); ++category)
-            line->append(double(category), lengthOf(plan.series[number].values[category], plan));
-        all << line;
+    QLineSeries *line = nullptr;
+    const std::vector<runtime::Currency> &values = plan.series[number].values;
+    for (std::size_t category = 0; category < values.size(); ++category) {
+        if (!line || alongLine(category, plan) > alongLine(category - 1, plan) + 1) {
+            line = new QLineSeries;
+            line->setName(plan.series[number].caption);
+            line->setPen(penOf(number, scheme));
+            all << line;
+        }
+        line->append(alongLine(category, plan), lengthOf(values[category], plan));
+        line->setMarkerSize(loneDay);
+        line->setPointsVisible(line->count() == 1);
     }
     return all;
 }
 
 /// As many captions as can be read, evenly spread.
-QCategoryAxis *captions(const Chart &plan)
+QCategoryAxis *captions(const Chart &plan, bool asLines)
 {
     auto *axis = new QCategoryAxis;
     const auto count = int(plan.categories.size());
     axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
-    axis->setRange(-0.5, count - 0.5);
+    axis->setRange(-0.5, (asLines ? alongLine(std::size_t(count) - 1, plan) : count - 1) + 0.5);
     const int step = plan.lying ? 1 : (count + mostCaptions - 1) / mostCaptions;
     for (int category = 0; category < count; category += std::max(1, step)) {
-        const auto place = int(placeOf(std::size_t(category), plan));
+        const int place = asLines ? alongLine(std::size_t(category), plan) : int(placeOf(std::size_t(category), plan));
         // Labels are told apart by their text, and are laid down upwards.
         axis->append(plan.categories.at(plan.lying ? place : category), plan.lying ? category : place);
     }
@@ -110,6 +148,7 @@ QValueAxis *lengths(const Chart &plan, double lowest, double highest)
     auto *axis = new QValueAxis;
     axis->setRange(std::min(0.0, lowest), highest > 0 ? highest * 1.05 : 1);
     axis->setTickCount(plan.lying ? 6 : 4);
+    axis->setTruncateLabels(false); // a number is whole or not there
     axis->applyNiceNumbers();
     axis->setLabelFormat(axis->max() - axis->min() < 5 ? QStringLiteral("%.1f") : QStringLiteral("%.0f"));
     return axis;
@@ -223,19 +262,26 @@ void SheetChart::setPlan(const Chart &plan)
         return dress();
     const bool asLines = !plan.lying && plan.categories.size() > mostBars;
     const auto [lowest, highest] = reach(plan, !asLines && !plan.lying && !plan.beside);
-    QAbstractAxis *along = captions(plan);
+    QAbstractAxis *along = captions(plan, asLines);
     QAbstractAxis *up = lengths(plan, lowest, highest);
     for (QAbstractAxis *axis : {along, up})
         axis->setLabelsFont(font());
     chart()->addAxis(along, plan.lying ? Qt::AlignLeft : Qt::AlignBottom);
     chart()->addAxis(up, plan.lying ? Qt::AlignBottom : Qt::AlignLeft);
-    const QList<QAbstractSeries *> all =
-        asLines ? lines(plan, scheme()) : QList<QAbstractSeries *>{bars(plan, scheme())};
-    for (QAbstractSeries *series : all) {
-        chart()->addSeries(series);
-        series->attachAxis(along);
-        series->attachAxis(up);
-    }
+    const auto add = [&](const QList<QAbstractSeries *> &pieces) {
+        for (QAbstractSeries *series : pieces) {
+            chart()->addSeries(series);
+            series->attachAxis(along);
+            series->attachAxis(up);
+            const QList<QLegendMarker *> markers = chart()->legend()->markers(series);
+            for (QLegendMarker *marker : markers)
+                marker->setVisible(series == pieces.front());
+        }
+    };
+    if (!asLines)
+        add({bars(plan, scheme())});
+    for (std::size_t number = 0; asLines && number < plan.series.size(); ++number)
+        add(pieces(plan, number, scheme()));
     chart()->legend()->setVisible(plan.series.size() > 1);
     chart()->legend()->setFont(font());
     dress();

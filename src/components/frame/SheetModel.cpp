@@ -11,11 +11,8 @@ namespace {
 
 QVariant colorOf(const Cell &cell)
 {
-    const auto *number = std::get_if<runtime::Currency>(&cell);
-    if (!number || *number > runtime::Currency())
-        return {};
-    // The minus sign tells it too; zeros step back so that the eye finds what is there.
-    return controls::ink(number->isZero() ? controls::Ink::Faint : controls::Ink::Negative);
+    const controls::Ink ink = inkOf(cell);
+    return ink == controls::Ink::Plain ? QVariant() : controls::ink(ink);
 }
 
 } // namespace

@@ -1,14 +1,16 @@
 #include "components/frame/SheetView.h"
 
+#include "platform/controls/LargeFigure.h"
 #include "platform/controls/Named.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <numeric>
 
 namespace statistics {
 
@@ -16,13 +18,37 @@ namespace {
 
 constexpr int rowHeight = 24;
 constexpr int numberColumn = 36; // the running number at the left
-constexpr int cellPadding = 16;
+constexpr int cellPadding = 14;
+constexpr int captionPadding = 8;
+constexpr double leastNumber = 0.7; // of its full size
+
+/// A number without its last digits is another number: one that is wider than its cell is drawn smaller.
+class WholeNumbers : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!(option->displayAlignment & Qt::AlignRight))
+            return;
+        option->font = controls::fontThatFits(option->font, option->text, option->rect.width() - drawnPadding);
+        option->fontMetrics = QFontMetrics(option->font);
+        option->textElideMode = Qt::ElideNone;
+    }
+
+private:
+    static constexpr int drawnPadding = 8; // the style's own, both sides
+};
 
 void dressTable(QTableView *table)
 {
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setWordWrap(false);
+    table->setItemDelegate(new WholeNumbers(table));
     table->setTabKeyNavigation(false);
     table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -73,9 +99,12 @@ SheetView::SheetView(QWidget *parent)
     // A sorted table shows the row that was worked with, wherever it went.
     connect(rows_, &QAbstractItemModel::layoutChanged, this,
             [this] { tblReport_->scrollTo(tblReport_->currentIndex()); });
+    tblReport_->viewport()->installEventFilter(this);
     QHeaderView *header = tblReport_->horizontalHeader();
-    connect(header, &QHeaderView::sectionResized, this,
-            [this](int column, int, int width) { tblTotals_->setColumnWidth(column, width); });
+    connect(header, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        dragged_ = dragged_ || !fitting_;
+        tblTotals_->setColumnWidth(column, width);
+    });
     connect(tblReport_->horizontalScrollBar(), &QScrollBar::valueChanged, tblTotals_->horizontalScrollBar(),
             &QScrollBar::setValue);
 }
@@ -89,7 +118,32 @@ void SheetView::setSheet(const Sheet &sheet)
     tblReport_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     tblReport_->setSortingEnabled(true);
     tblReport_->scrollToTop();
-    fitColumns(sheet.columns);
+    widths_.clear();
+    for (std::size_t column = 0; column < sheet.columns.size(); ++column)
+        widths_.push_back(widthOf(sheet.columns[column], int(column)));
+    dragged_ = false;
+    fitColumns();
+}
+
+bool SheetView::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() == QEvent::Resize && !dragged_)
+        fitColumns();
+    return false;
+}
+
+SheetView::Width SheetView::widthOf(const Column &plan, int column) const
+{
+    const QFontMetrics bold(tblTotals_->font());
+    const int caption = bold.horizontalAdvance(plan.caption) + captionPadding;
+    const int content =
+        std::max(tblReport_->fontMetrics().horizontalAdvance(longestText(rows_->rows(), std::size_t(column))),
+                 bold.horizontalAdvance(totals_->index(0, column).data().toString()));
+    const int full = std::max({plan.width, tblReport_->horizontalHeader()->sectionSizeHint(column),
+                               plan.kind == Column::Kind::Text ? 0 : content + cellPadding});
+    if (plan.kind == Column::Kind::Text)
+        return {std::min(full, std::max(caption, content + cellPadding)), full};
+    return {std::min(full, std::max(caption, int(content * leastNumber) + cellPadding)), full};
 }
 
 void SheetView::choose(int row)
@@ -119,24 +173,24 @@ void SheetView::letOpen()
     }
 }
 
-void SheetView::fitColumns(const std::vector<Column> &columns)
+void SheetView::fitColumns()
 {
-    const QFontMetrics metrics(tblTotals_->font());
-    std::vector<int> widths;
-    for (int column = 0; column < int(columns.size()); ++column) {
-        // The totals are the widest of a column's numbers.
-        const QString total = totals_->index(0, column).data().toString();
-        widths.push_back(std::max({columns[std::size_t(column)].width, metrics.horizontalAdvance(total) + cellPadding,
-                                   tblReport_->horizontalHeader()->sectionSizeHint(column)}));
+    Width all{0, 0};
+    for (const Width &width : widths_) {
+        all.least += width.least;
+        all.full += width.full;
     }
     // Room that is left over goes to all columns, within measure.
-    const int needed = std::accumulate(widths.begin(), widths.end(), 0);
-    const int room = std::min(tblReport_->viewport()->width(), needed * 4 / 3);
-    for (int column = 0; column < int(widths.size()); ++column) {
-        const int width = widths[std::size_t(column)];
-        tblReport_->setColumnWidth(column, room > needed ? width * room / needed : width);
+    const int room = std::clamp(tblReport_->viewport()->width(), all.least, std::max(all.least, all.full * 4 / 3));
+    fitting_ = true;
+    for (int column = 0; column < int(widths_.size()); ++column) {
+        const auto [least, full] = widths_[std::size_t(column)];
+        const int width = room >= all.full ? full * room / all.full
+                                           : least + (full - least) * (room - all.least) / (all.full - all.least);
+        tblReport_->setColumnWidth(column, width);
         tblTotals_->setColumnWidth(column, tblReport_->columnWidth(column));
     }
+    fitting_ = false;
 }
 
 } // namespace statistics

@@ -7,7 +7,8 @@
 
 namespace statistics {
 
-/// The table of a sheet, sorted by a click on a caption, over its totals, which stay in view.
+/// The table of a sheet, sorted by a click on a caption, over its totals, which stay in view. Its columns fit the window
+/// until the user drags one; where that is too narrow, numbers are drawn smaller, not cut.
 class SheetView : public QWidget
 {
     Q_OBJECT
@@ -26,9 +27,21 @@ signals:
     /// A row of the sheet, -1 for the totals.
     void opened(int row, int column);
 
-private:
-    void fitColumns(const std::vector<Column> &columns);
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
 
+private:
+    struct Width
+    {
+        int least; ///< with the numbers drawn smaller
+        int full;
+    };
+    Width widthOf(const Column &plan, int column) const;
+    void fitColumns();
+
+    std::vector<Width> widths_; ///< that the columns need
+    bool fitting_ = false;
+    bool dragged_ = false; ///< the widths are the user's
     SheetModel *rows_;
     SheetModel *totals_;
     QTableView *tblReport_;

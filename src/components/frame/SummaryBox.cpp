@@ -1,5 +1,6 @@
 #include "components/frame/SummaryBox.h"
 
+#include "platform/controls/Appearance.h"
 #include "platform/controls/Named.h"
 
 #include <QGridLayout>
@@ -20,6 +21,8 @@ void addSummaryLine(QGridLayout *form, int row, const SummaryLine &line, int num
     amount->setTextInteractionFlags(Qt::TextSelectableByMouse);
     const QString unit = line.unit.isEmpty() ? QStringLiteral("원") : line.unit;
     amount->setAccessibleName(line.caption + u' ' + shownText(line.amount) + unit);
+    if (inkOf(line.amount) == controls::Ink::Negative)
+        controls::setInk(amount, controls::Ink::Negative);
     if (line.isResult) {
         QFont bold = amount->font();
         bold.setBold(true);

@@ -52,6 +52,7 @@ void TradeReport::fillDays(Sheet &sheet, Grain grain) const
     for (const DayTable::Line &line : lines) {
         sheet.rows.push_back(cutRow(rowCaption(line.period, grain), line.amounts));
         sheet.chart.categories << barCaption(line.period, grain);
+        sheet.chart.places.push_back(calendarPlace(line.period, grain));
         const std::vector<Sum> heights = bars(line.amounts);
         for (std::size_t series = 0; series < heights.size(); ++series)
             sheet.chart.series[series].values.push_back(heights[series].orZero());

@@ -25,10 +25,12 @@ void mustExist(const QString &file)
         throw Astray(QStringLiteral("'%1' was not written").arg(file));
 }
 
-void savePreview(Actor &actor, QWidget *sale, const QString &button, const QString &name)
+} // namespace
+
+void savePreview(Actor &actor, QWidget *window, const QString &button, const QString &name)
 {
     const QString file = freshFile(actor, name + QStringLiteral(".pdf"));
-    actor.inModalWindow([&] { actor.click(actor.control(sale, button)); },
+    actor.inModalWindow([&] { actor.click(actor.control(window, button)); },
                         [&](QWidget *preview) {
                             actor.picture(name + QStringLiteral("-preview"), preview);
                             actor.inModalWindow(
@@ -41,8 +43,6 @@ void savePreview(Actor &actor, QWidget *sale, const QString &button, const QStri
                         });
     mustExist(file);
 }
-
-} // namespace
 
 void printRoll(Actor &actor, QWidget *sale, const QString &name)
 {

@@ -1,18 +1,26 @@
 #include "desk/walk/Reports.h"
 
+#include "desk/walk/Receipts.h"
 #include "platform/automation/Automation.h"
 
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVariant>
+
+#include <utility>
 
 namespace walk {
 
 namespace {
 
 constexpr int patience = 20'000; // ms
+
+/// What lies in it on the walk's evening.
+constexpr std::pair<const char *, const char *> drawer[] = {
+    {"txtOpening", "100000"}, {"txtPieces_0", "1"}, {"txtPieces_1", "6"}, {"txtPieces_2", "2"}, {"txtPieces_3", "5"}};
 
 /// The window that a component has put into the right pane: it tells whether it is still reading.
 QWidget *reportOnShow(QWidget *sale)
@@ -44,8 +52,14 @@ void lookAt(Actor &actor, QWidget *sale, const QString &caption, int number)
         actor.click(wholeYear);
         waitUntilRead(report);
     }
+    for (const auto &[field, typed] : drawer) {
+        if (auto *box = report->findChild<QLineEdit *>(QLatin1String(field)); box && box->isVisible())
+            actor.typeInto(box, QLatin1String(typed));
+    }
     actor.say(QStringLiteral("%1: %2").arg(caption, actor.control<QLabel>(report, QStringLiteral("lblState"))->text()));
-    actor.picture(QStringLiteral("report-%1").arg(number), sale);
+    const QString name = QStringLiteral("report-%1").arg(number);
+    actor.picture(name, sale);
+    savePreview(actor, report, QStringLiteral("cmdPrint"), name);
 }
 
 } // namespace

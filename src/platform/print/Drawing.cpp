@@ -142,7 +142,11 @@ void drawPage(QPainter &painter, const Page &page, double dotsPerInch)
         painter.drawImage(QRectF(picture.box.topLeft() * gridPerMm, picture.box.size() * gridPerMm), picture.image);
     for (const TextItem &text : page.texts)
         drawText(painter, text);
-    painter.drawPicture(0, 0, page.drawing.strokes);
+    // What is played back is enlarged by the dots of the device, which the scale above has done.
+    const QPicture &strokes = page.drawing.strokes;
+    painter.scale(double(strokes.logicalDpiX()) / painter.device()->logicalDpiX(),
+                  double(strokes.logicalDpiY()) / painter.device()->logicalDpiY());
+    painter.drawPicture(0, 0, strokes);
     painter.restore();
 }
 
