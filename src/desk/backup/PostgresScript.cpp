@@ -63,7 +63,7 @@ DROP TABLE IF EXISTS t_DeskJournal)sql"); // it tells of the rows that go; the b
 
 QString beforeFirstRestore()
 {
-    return (schema::postgresLikeStatements() + schema::postgresPlannerStatements()).join(QStringLiteral(";\n"));
+    return schema::postgresLikeStatements().join(QStringLiteral(";\n"));
 }
 
 QString rowSumStatement(const QString &table)

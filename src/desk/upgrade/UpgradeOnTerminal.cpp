@@ -1,7 +1,8 @@
 #include "desk/upgrade/UpgradeOnTerminal.h"
 
 #include "desk/backup/Backup.h"
-#include "desk/schema/Upgrade.h"
+#include "desk/journal/Seal.h"
+#include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
 #include "desk/terminal/ProgressLine.h"
 #include "platform/ado/ShownAddress.h"
@@ -42,14 +43,23 @@ void tellStatements(QTextStream &terminal, const std::vector<schema::UpgradeStep
     }
 }
 
-int carryOut(ado::Connection &connection, const QString &file, QTextStream &terminal)
+/// Rows that other programs left without a place in the journal's chain get theirs by who may give it.
+void sealWaiting(ado::Connection &connection)
+{
+    if (schema::hasJournal(connection))
+        journal::sealOpen(connection);
+}
+
+int carryOut(ado::Connection &connection, const QString &file, schema::Doors doors, QTextStream &terminal)
 {
     terminal::ProgressLine line(QStringLiteral("업그레이드"));
     std::vector<schema::UpgradeStep> steps;
     try {
         backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
         terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
-        steps = schema::upgrade(connection, [&](qint64 done, qint64 total) { return line.show(done, total); });
+        steps = schema::upgrade(
+            connection, [&](qint64 done, qint64 total) { return line.show(done, total); }, doors);
+        sealWaiting(connection);
     } catch (const runtime::RuntimeError &) {
         line.leave();
         if (!line.stopAsked())
@@ -72,8 +82,10 @@ int upgradeOnTerminal(ado::Connection &connection, const Wish &wish)
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("ODBC 주소로는 업그레이드할 수 없습니다. PostgreSQL 서버라면 "
                                                    "postgresql:// 주소를 입력하십시오."));
-    const std::vector<schema::UpgradeStep> due = schema::upgradeSteps(connection);
+    const std::vector<schema::UpgradeStep> due = schema::upgradeSteps(connection, wish.doors);
     if (due.empty()) {
+        if (!wish.dryRun)
+            sealWaiting(connection);
         terminal << QStringLiteral("이미 이 데스크의 판(%1)입니다. 바뀐 것은 없습니다: ").arg(schema::CurrentVersion)
                  << ado::addressToShow(connection.address()) << Qt::endl;
         return 0;
@@ -83,7 +95,7 @@ int upgradeOnTerminal(ado::Connection &connection, const Wish &wish)
         return 0;
     }
     const QString file = wish.backupFile.isEmpty() ? placeOfBackup(connection.address()) : wish.backupFile;
-    return carryOut(connection, file, terminal);
+    return carryOut(connection, file, wish.doors, terminal);
 }
 
 } // namespace upgrade

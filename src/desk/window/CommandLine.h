@@ -28,6 +28,7 @@ struct Options
     std::optional<int> order; ///< with restoreFile, which may be the word "journal"
     bool upgrade = false;     ///< the backup that goes before may be named by backupFile
     bool dryRun = false;      ///< with upgrade or importFile
+    bool lockDown = false;    ///< with upgrade
     bool untilShown = false;  ///< ends when the first window is painted
     bool help = false;
     bool version = false;
