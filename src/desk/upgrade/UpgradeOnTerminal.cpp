@@ -1,5 +1,6 @@
 #include "desk/upgrade/UpgradeOnTerminal.h"
 
+#include "clinic/Examination.h"
 #include "desk/backup/Backup.h"
 #include "desk/journal/Seal.h"
 #include "desk/schema/Schema.h"
@@ -13,6 +14,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTextStream>
+
+#include <algorithm>
 
 namespace upgrade {
 
@@ -43,6 +46,18 @@ void tellStatements(QTextStream &terminal, const std::vector<schema::UpgradeStep
     }
 }
 
+/// A backup holds tables of the form that the desk makes; where another program's are otherwise, there is none yet.
+bool isBackedUpWhole(ado::Connection &connection)
+{
+    using Kind = clinic::Finding::Kind;
+    const auto hinders = [](const clinic::Finding &finding) {
+        return finding.kind == Kind::NoTable || finding.kind == Kind::NoColumn || finding.kind == Kind::Other;
+    };
+    const clinic::Catalogue catalogue = schema::foundTables(connection);
+    return std::ranges::none_of(clinic::examine(connection, clinic::Depth::Whole), hinders)
+           && std::ranges::none_of(catalogue.tables, &clinic::FoundTable::isView);
+}
+
 /// Rows that other programs left without a place in the journal's chain get theirs by who may give it.
 void sealWaiting(ado::Connection &connection)
 {
@@ -55,8 +70,14 @@ int carryOut(ado::Connection &connection, const QString &file, schema::Doors doo
     terminal::ProgressLine line(QStringLiteral("업그레이드"));
     std::vector<schema::UpgradeStep> steps;
     try {
-        backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
-        terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
+        if (isBackedUpWhole(connection)) {
+            backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
+            terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
+        } else {
+            terminal << QStringLiteral(
+                "다른 프로그램이 만든 테이블이어서 먼저 백업하지 않았습니다. 없는 것만 더합니다.")
+                     << Qt::endl;
+        }
         steps = schema::upgrade(
             connection, [&](qint64 done, qint64 total) { return line.show(done, total); }, doors);
         sealWaiting(connection);
