@@ -354,7 +354,7 @@ TEST_P(Updates, GoByTheRealKeyOfATableOrByAllItsColumns)
         clinic.run(QStringLiteral("CREATE TABLE tPSIncoming (PM_PK integer, CM_PK integer, IN_Date date, %1 IN_Count "
                                   "double precision, IN_UnitPrice numeric(19,4), IN_HalinTotal numeric(19,4), IN_Total "
                                   "numeric(19,4), IN_EtcMemo varchar(99))")
-                       .arg(QString::fromLatin1(shape).arg(serial)));
+                       .arg(QString::fromLatin1(shape).replace("%1", serial)));
         const ado::ConnectionPtr fresh = ado::Connection::open(clinic.address());
         const QString list = QStringLiteral("SELECT * FROM tPSIncoming WHERE PM_PK = 1 ORDER BY IN_Date DESC");
         const bool takesKeys = QLatin1String(shape).contains(QLatin1String("UNIQUE"));

@@ -116,6 +116,18 @@ private:
     SaleSession session_;
 };
 
+/// Without the desk's journal, and the index that holds a column to its type.
+void leaveTables(TestDatabase &clinic)
+{
+    clinic.run("DROP INDEX ixOrderMasterOutstanding");
+    const bool file = clinic.engine() == ado::Engine::SQLite;
+    const QStringList triggers =
+        clinic.rows(file ? "SELECT name FROM sqlite_master WHERE type = 'trigger'"
+                         : "SELECT 'journal ON ' || tgrelid::regclass FROM pg_trigger WHERE tgname = 'journal'");
+    for (const QString &trigger : triggers)
+        clinic.run("DROP TRIGGER " + trigger);
+}
+
 class Shape : public testing::TestWithParam<ado::Engine>
 {
 };
@@ -125,8 +137,9 @@ INSTANTIATE_TEST_SUITE_P(Engines, Shape, testing::Values(ado::Engine::SQLite, ad
 
 TEST_P(Shape, SellsExactlyWhereTheExaminationFindsNoFault)
 {
-    const std::string sold = "감초차|16777217|1\n한빛\n1000|외상\n02-123-4567|33554434|3554434\n16777217|2\n"
-                             "30000000|01\n지점명|강남점\n값\n";
+    TestDatabase own(GetParam());
+    const std::string sold = Road(own).go();
+    ASSERT_NE(sold.find("\n02-123-4567|33554434|3554434\n"), std::string::npos) << sold;
     const bool file = GetParam() == ado::Engine::SQLite;
     for (const QStringList &shape : casesOf("corpus/shapes.cases", 5)) {
         const QString change = shape[file ? 1 : 3], expected = shape[file ? 2 : 4];
@@ -134,6 +147,7 @@ TEST_P(Shape, SellsExactlyWhereTheExaminationFindsNoFault)
             continue;
         SCOPED_TRACE(shape[0].toStdString());
         TestDatabase clinic(GetParam());
+        leaveTables(clinic);
         for (const QString &statement : change.split('\n', Qt::SkipEmptyParts))
             clinic.run(statement);
         QStringList found;
