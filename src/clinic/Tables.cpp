@@ -5,6 +5,7 @@ namespace clinic {
 std::span<const Table> tables()
 {
     using enum ado::ColumnType;
+    constexpr bool Own = true;
     static const std::vector<Table> all{
         {"tPSProductMaster",
          {{"PM_PK", Key},
@@ -24,9 +25,8 @@ std::span<const Table> tables()
           {"CM_Address", Text},
           {"CM_EtcMemo", Text},
           {"CM_IsValid", Flag}}},
-        // A bound grid can only write rows that have a key, so purchases and properties get one of their own.
         {"tPSIncoming",
-         {{"IN_PK", Key},
+         {{"IN_PK", Key, false, 0, Own},
           {"PM_PK", Long},
           {"CM_PK", Long},
           {"IN_Date", Date},
@@ -71,7 +71,7 @@ std::span<const Table> tables()
           {"trans_temp", Text},
           {"trans_NotSubmit", Flag}}},
         // A key cut to 20 characters on insert may stand twice, so the name is not unique.
-        {"tPSProperties", {{"tpsps_PK", Key}, {"tpsps_Key", Text, true}, {"tpsps_Value", Text}}},
+        {"tPSProperties", {{"tpsps_PK", Key, false, 0, Own}, {"tpsps_Key", Text, true}, {"tpsps_Value", Text}}},
         {"Customer",
          {{"Customer_PK", Key},
           {"name", Text, true},
@@ -81,13 +81,13 @@ std::span<const Table> tables()
           {"Insu_Type", Text},
           {"Insu_Symbol", Text},
           {"Insu_No", Text},
-          {"sex", Flag},
-          {"birth", Date},
-          {"zipcode", Text},
-          {"address", Text},
-          {"phone", Text},
-          {"cell", Text},
-          {"vip", Text}}},
+          {"sex", Flag, false, 0, Own},
+          {"birth", Date, false, 0, Own},
+          {"zipcode", Text, false, 0, Own},
+          {"address", Text, false, 0, Own},
+          {"phone", Text, false, 0, Own},
+          {"cell", Text, false, 0, Own},
+          {"vip", Text, false, 0, Own}}},
         {"Receipt",
          {{"Receipt_PK", Key},
           {"Customer_PK", Long, true},
@@ -104,7 +104,8 @@ void registerTables()
 {
     std::vector<ado::Table> known;
     for (const Table &table : tables()) {
-        ado::Table described{QString::fromLatin1(table.name), QString::fromLatin1(table.key().name), {}};
+        ado::Table described{
+            QString::fromLatin1(table.name), QString::fromLatin1(table.key().name), {}, !table.key().own};
         for (const Column &column : table.columns)
             described.columns.push_back({QString::fromLatin1(column.name), column.holds});
         known.push_back(std::move(described));

@@ -14,7 +14,8 @@ struct Column
     const char *name;
     ado::ColumnType holds;
     bool required = false;
-    int longest = 0; ///< signs of a text; 0: as many as it has
+    int longest = 0;  ///< signs of a text; 0: as many as it has
+    bool own = false; ///< only the desk makes and shows it; a clinic's own tables may lack it
 };
 
 struct Table

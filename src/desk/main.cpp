@@ -1,3 +1,4 @@
+#include "clinic/Examination.h"
 #include "clinic/Tables.h"
 #include "desk/backup/Backup.h"
 #include "desk/backup/Verify.h"
@@ -55,7 +56,14 @@ QString addressOf(const desk::Options &options)
     return options.database.isEmpty() ? desk::defaultDatabase() : options.database;
 }
 
-ado::ConnectionPtr openClinic(const QString &address)
+/// A file that is looked at only stays as it is, to the last byte.
+QString toLookAt(const QString &address)
+{
+    const QString mark = QStringLiteral("?mode=ro");
+    return address.startsWith(FilePrefix) && !address.endsWith(mark) ? address + mark : address;
+}
+
+ado::ConnectionPtr openDatabase(const QString &address)
 {
     ado::ConnectionPtr connection;
     try {
@@ -63,12 +71,24 @@ ado::ConnectionPtr openClinic(const QString &address)
     } catch (const runtime::RuntimeError &error) {
         throw error.toldAs(error.number(), ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
-    if (!schema::hasSchema(*connection))
+    const clinic::Catalogue catalogue = schema::foundTables(*connection);
+    if (catalogue.tables.isEmpty() && catalogue.outOfReach.isEmpty())
         refuse(
             QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + ado::addressToShow(address)
             + QStringLiteral("\n주소를 확인하십시오. 새로 만들려면 새 데이터베이스의 주소와 --make empty 또는 --make "
                              "small을 입력하십시오."));
     schema::demandNoNewer(*connection);
+    return connection;
+}
+
+/// One in which everything is there that is worked with; to sell, it has to take what is written, too.
+ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clinic::Depth::Whole)
+{
+    const ado::ConnectionPtr connection = openDatabase(address);
+    const QStringList faults = clinic::textsOf(clinic::examine(*connection, depth), clinic::Finding::Weight::Fault);
+    if (!faults.isEmpty())
+        refuse(QStringLiteral("이 데이터베이스로는 판매할 수 없습니다: ") + ado::addressToShow(address) + u'\n'
+               + faults.join(u'\n') + QStringLiteral("\n없는 테이블과 항목은 desk --upgrade로 더할 수 있습니다."));
     return connection;
 }
 
@@ -110,7 +130,7 @@ ado::ConnectionPtr openForWork(const desk::Options &options)
         if (const QString trouble = files::troubleWithDatabase(file); !trouble.isEmpty())
             refuse(trouble);
     }
-    return openClinic(address);
+    return openClinic(address, clinic::Depth::ToSell);
 }
 
 /// Settings lie there, and what registers the component of a desk that is not installed. Returns what stands in the way of
@@ -192,7 +212,9 @@ int tend(const desk::Options &options)
     if (options.make)
         return make(options);
     if (options.upgrade)
-        return upgrade::upgradeOnTerminal(*openClinic(addressOf(options)), {options.backupFile, options.dryRun});
+        return upgrade::upgradeOnTerminal(
+            *openDatabase(addressOf(options)),
+            {options.backupFile, options.dryRun, options.lockDown ? schema::Doors::Locked : schema::Doors::AsTheyAre});
     if (!options.verifyFile.isEmpty())
         return backup::verifyOnTerminal(options.database, options.verifyFile);
     if (!options.backupFile.isEmpty())
@@ -208,7 +230,7 @@ int tend(const desk::Options &options)
         return exchange::importOnTerminal(*openClinic(addressOf(options)), options.importFile, options.dryRun);
     if (!options.exportFile.isEmpty())
         return exchange::exportOnTerminal(*openClinic(addressOf(options)), options.exportFile);
-    return check::checkOnTerminal(*openClinic(addressOf(options)));
+    return check::checkOnTerminal(*openDatabase(toLookAt(addressOf(options))));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/ado/Desks.h"
 
+#include <gmock/gmock.h>
+
 class Updates : public Desks
 {
 protected:
@@ -338,4 +340,88 @@ TEST_P(Updates, RowsWithoutAKeyCannotBeChanged)
         EXPECT_EQ(errorOf([&] { rows->setValue("tpstrans_Operator", 1); }), ErrorNumber::InvalidCall) << statement;
         EXPECT_EQ(column(*rows, "tpstrans_Operator"), "3 4") << statement;
     }
+}
+
+/// What a clinic may have made of a table of which no key was told.
+TEST_P(Updates, GoByTheRealKeyOfATableOrByAllItsColumns)
+{
+    const char *const shapes[]{"", "id %1,", "\"Number\" %1,", "id integer NOT NULL UNIQUE,", "note text,"};
+    const QString serial = GetParam() == ado::Engine::SQLite ? QStringLiteral("INTEGER PRIMARY KEY")
+                                                             : QStringLiteral("bigserial PRIMARY KEY");
+    for (const char *shape : shapes) {
+        SCOPED_TRACE(shape);
+        clinic.run("DROP TABLE tPSIncoming");
+        clinic.run(QStringLiteral("CREATE TABLE tPSIncoming (PM_PK integer, CM_PK integer, IN_Date date, %1 IN_Count "
+                                  "double precision, IN_UnitPrice numeric(19,4), IN_HalinTotal numeric(19,4), IN_Total "
+                                  "numeric(19,4), IN_EtcMemo varchar(99))")
+                       .arg(QString::fromLatin1(shape).replace("%1", serial)));
+        const ado::ConnectionPtr fresh = ado::Connection::open(clinic.address());
+        const QString list = QStringLiteral("SELECT * FROM tPSIncoming WHERE PM_PK = 1 ORDER BY IN_Date DESC");
+        const bool takesKeys = QLatin1String(shape).contains(QLatin1String("UNIQUE"));
+        const auto insert = [&](int key, const char *values) {
+            clinic.run(
+                QStringLiteral("INSERT INTO tPSIncoming (PM_PK, IN_Date, IN_Count, IN_UnitPrice%1) VALUES (1, %2%3)")
+                    .arg(QLatin1String(takesKeys ? ", id" : ""), QLatin1String(values),
+                         takesKeys ? ", " + QString::number(key) : QString()));
+        };
+        insert(1, "'2026-11-01', 0.1, 1000");
+        insert(2, "'2026-11-02', 2, NULL");
+        const auto purchases = opened(list, CursorType::Keyset, LockType::Optimistic, fresh);
+        const auto stored = [&] {
+            return clinic.rows("SELECT IN_Count, IN_UnitPrice, IN_EtcMemo FROM tPSIncoming ORDER BY IN_Count")
+                .join(' ');
+        };
+
+        purchases->setValue("IN_Count", 3.5);
+        purchases->Update();
+        EXPECT_EQ(purchases->value("IN_Count"), 3.5);
+        const ado::Bookmark changed = purchases->bookmark();
+        if (!takesKeys) { // which nobody fills here
+            purchases->AddNew();
+            purchases->setValue("PM_PK", 1);
+            purchases->setValue("IN_Count", 9);
+            purchases->Update();
+            purchases->setValue("IN_EtcMemo", "new");
+            purchases->Update();
+            EXPECT_EQ(stored(), "0.1|1000|NULL 3.5|NULL|NULL 9|NULL|new");
+            purchases->Delete();
+        }
+        purchases->Requery();
+        EXPECT_TRUE(purchases->moveToKey(changed));
+        EXPECT_EQ(purchases->value("IN_Count"), 3.5);
+
+        // Another desk: nothing is overwritten, and the row that it changed is never taken for another.
+        const ado::Bookmark other = purchases->bookmarkAt(1);
+        clinic.run("UPDATE tPSIncoming SET IN_UnitPrice = 7 WHERE IN_Count = 3.5");
+        purchases->setValue("IN_UnitPrice", 8);
+        EXPECT_EQ(errorOf([&] { purchases->Update(); }), ErrorNumber::Conflict);
+        purchases->CancelUpdate();
+        EXPECT_EQ(errorOf([&] { purchases->Delete(); }), ErrorNumber::Conflict);
+        clinic.run("DELETE FROM tPSIncoming WHERE IN_Count = 3.5");
+        EXPECT_FALSE(purchases->requeryAt(changed));
+        EXPECT_TRUE(purchases->moveToKey(other));
+        EXPECT_EQ(stored(), "0.1|1000|NULL");
+
+        // What a transaction undoes is as it was.
+        fresh->BeginTrans();
+        purchases->setValue("IN_EtcMemo", "undone");
+        purchases->Update();
+        fresh->RollbackTrans();
+        EXPECT_EQ(purchases->value("IN_EtcMemo"), QVariant());
+        purchases->setValue("IN_EtcMemo", "kept");
+        purchases->Update();
+        EXPECT_EQ(stored(), "0.1|1000|kept");
+    }
+}
+
+TEST_P(Updates, ChooseNoneOfTwoRowsThatAreAlike)
+{
+    clinic.run("DROP TABLE tPSProperties");
+    clinic.run("CREATE TABLE tPSProperties (tpsps_Key varchar(20), tpsps_Value varchar(250))");
+    clinic.run("INSERT INTO tPSProperties VALUES ('a', 'x'), ('a', 'x')");
+    const auto properties = opened("SELECT tpsps_Key, tpsps_Value FROM tPSProperties");
+    properties->setValue("tpsps_Value", "y");
+    for (const auto &write : {&Recordset::Update, &Recordset::Delete})
+        EXPECT_THAT(refusal([&] { (*properties.*write)(); }), testing::HasSubstr("tPSProperties"));
+    EXPECT_EQ(clinic.rows("SELECT * FROM tPSProperties").join(' '), "a|x a|x");
 }

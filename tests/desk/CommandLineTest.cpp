@@ -138,15 +138,67 @@ TEST_F(CommandLine, ChecksBacksUpAndRestores)
     const Outcome violated = desk(database + "--check");
     EXPECT_EQ(violated.status, 1);
     for (const char *told : {"발견       방법이나 결재방법이 잘못된 수납 내역: 1건\n", "수납번호 5 ",
-                             "조치: ", "23개 항목을 검사했습니다. 1개에서"})
+                             "조치: ", "24개 항목을 검사했습니다. 1개에서"})
         EXPECT_TRUE(violated.output.contains(QString::fromUtf8(told))) << told << violated.output.toStdString();
 
     const Outcome verified = desk("--verify ~copy.backup");
     EXPECT_EQ(verified.status, 0) << verified.complaint.toStdString();
-    EXPECT_TRUE(verified.output.contains("23개 항목을")) << verified.output.toStdString();
+    EXPECT_TRUE(verified.output.contains("24개 항목을")) << verified.output.toStdString();
 
     EXPECT_EQ(desk(database + "--restore ~copy.backup").status, 0);
     EXPECT_EQ(desk(database + "--check").status, 0);
+}
+
+TEST_F(CommandLine, ChecksAFileAndLeavesItAndItsFolderToTheLastByte)
+{
+    const QDir db(inFolder("db"));
+    ASSERT_TRUE(QDir().mkpath(db.path()));
+    const auto inDb = [&] {
+        QMap<QString, QByteArray> files;
+        for (const QString &name : db.entryList(QDir::Files)) {
+            QFile file(db.filePath(name));
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+            files.insert(name, name.endsWith("-shm") ? QByteArray() : file.readAll()); // a log's index lives in memory
+        }
+        return files;
+    };
+    ASSERT_EQ(desk("--make small --database sqlite:~db/clinic.db").status, 0);
+    for (const char *prepared : {"DELETE FROM tPSOrderMaster WHERE OrdM_PK = 7", // by another program: its place waits
+                                 "PRAGMA journal_mode = DELETE", "PRAGMA journal_mode = WAL", "(a log)"}) {
+        if (*prepared != '(') {
+            sqlite("db/clinic.db", QString::fromLatin1(prepared));
+        } else { // as a crash leaves it
+            const ado::ConnectionPtr open = ado::Connection::open("sqlite:" + db.filePath("clinic.db"));
+            open->Execute("DELETE FROM tPSOrderDetail WHERE OrdM_PK = 7");
+            ASSERT_TRUE(QFile::copy(db.filePath("clinic.db-wal"), inFolder("kept")));
+            ASSERT_TRUE(QFile::copy(db.filePath("clinic.db"), inFolder("kept.db")));
+        }
+        if (*prepared == '(') {
+            QFile::remove(db.filePath("clinic.db"));
+            ASSERT_TRUE(QFile::rename(inFolder("kept"), db.filePath("clinic.db-wal")));
+            ASSERT_TRUE(QFile::rename(inFolder("kept.db"), db.filePath("clinic.db")));
+        }
+        for (const bool locked : {false, true}) {
+            SCOPED_TRACE(prepared + std::string(locked ? " and locked" : ""));
+            const auto all = QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther;
+            QFile::setPermissions(inFolder(""), all | QFile::WriteOwner | QFile::WriteOther);
+            for (const QString &name : db.entryList(QDir::Files))
+                QFile::setPermissions(db.filePath(name), QFile::ReadOwner | QFile::ReadOther);
+            QFile::setPermissions(db.path(), locked ? all : all | QFile::WriteOwner);
+            const QMap<QString, QByteArray> before = inDb();
+            const Outcome outcome = locked ? deskOfNobody("--check --database sqlite:~db/clinic.db")
+                                           : desk("--check --database sqlite:~db/clinic.db");
+            EXPECT_EQ(outcome.status, 1) << outcome.complaint.toStdString() << outcome.output.toStdString();
+            QMap<QString, QByteArray> after = inDb();
+            if (before.contains("clinic.db-wal"))
+                after.remove("clinic.db-shm");
+            EXPECT_EQ(after.keys(), before.keys());
+            EXPECT_TRUE(after == before);
+            QFile::setPermissions(db.path(), all | QFile::WriteOwner);
+            for (const QString &name : db.entryList(QDir::Files))
+                QFile::setPermissions(db.filePath(name), QFile::ReadOwner | QFile::WriteOwner);
+        }
+    }
 }
 
 TEST_F(CommandLine, CopiesImportsAndBringsAnOrderBack)

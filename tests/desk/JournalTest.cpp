@@ -89,6 +89,9 @@ TEST_P(Journal, HoldsEachWriteOfADeskAndOfAnotherProgram)
     EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Who IS NULL"),
               GetParam() == ado::Engine::SQLite ? "12" : "0");
     EXPECT_EQ(told(clinic), "");
+    const QString waiting = clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Place IS NULL");
+    EXPECT_EQ(waiting, GetParam() == ado::Engine::SQLite ? "12" : "0") << "who looks writes nothing";
+    journal::sealOpen(desk());
     EXPECT_EQ(clinic.value("SELECT MAX(DJ_Place) FROM t_DeskJournal"), "21");
     const journal::Chain chain = journal::walk(desk());
     EXPECT_EQ(chain.open + chain.brokenAt, 0);
@@ -172,6 +175,7 @@ TEST(JournalOnAServer, KeepsOneChainWhateverTransactionsDoAtOnce)
     EXPECT_EQ(chain.last, 5);
     EXPECT_EQ(chain.open, 1);
     EXPECT_EQ(told(clinic), "");
+    EXPECT_EQ(journal::sealOpen(*clinic.connection()), 1);
     EXPECT_EQ(journal::walk(*clinic.connection()).last, 6);
 }
 

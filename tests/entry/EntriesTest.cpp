@@ -44,6 +44,24 @@ protected:
 
 } // namespace
 
+TEST_F(Entries, AreRefusedByNameWhereASaleCouldNotBeSavedAndSilentWhereItCan)
+{
+    database_.run("DROP INDEX ixOrderDetailOrder");
+    database_.run("ALTER TABLE tPSOrderMaster DROP COLUMN OrdM_Cel");
+    for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
+        boxes_.messages.clear();
+        enter(entry);
+        EXPECT_FALSE(isUp());
+        EXPECT_EQ(boxes_.messages.size(), 1) << said();
+        EXPECT_NE(said().find("항목이 없습니다: tPSOrderMaster.OrdM_Cel"), std::string::npos) << said();
+    }
+    boxes_.messages.clear();
+    database_.run("ALTER TABLE tPSOrderMaster ADD COLUMN OrdM_Cel TEXT");
+    sell();
+    EXPECT_TRUE(isUp());
+    EXPECT_EQ(said(), "");
+}
+
 TEST_F(Entries, ShowTheCustomerAndTheSale)
 {
     Patient woman;

@@ -45,7 +45,7 @@ $body$)sql")
 
 QString beforeFirstRestore()
 {
-    return (schema::postgresLikeStatements() + schema::postgresPlannerStatements()).join(QStringLiteral(";\n"));
+    return schema::postgresLikeStatements().join(QStringLiteral(";\n"));
 }
 
 QString rowSumStatement(const QString &table)

@@ -54,6 +54,14 @@ int checkOnTerminal(ado::Connection &connection)
     };
     if (connection.engine() == ado::Engine::SQLite)
         take(examineFile(connection));
+    const SchemaExamination schema = examineSchema(connection);
+    take(schema.finding);
+    for (const QString &hint : schema.hints)
+        terminal << QStringLiteral("  안내       ") << hint << Qt::endl;
+    if (!schema.isWhole) {
+        terminal << QStringLiteral("테이블이나 항목이 없어 내용은 검사하지 못했습니다.") << Qt::endl;
+        return 2;
+    }
     for (const Query &query : queries())
         take(examine(connection, query));
     JournalExamination journal(connection);

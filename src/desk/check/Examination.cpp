@@ -1,5 +1,6 @@
 #include "desk/check/Examination.h"
 
+#include "clinic/Examination.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QSet>
@@ -76,6 +77,31 @@ Finding examineFile(ado::Connection &connection)
     }
     finding.firstRows = rows.mid(0, ShownRows);
     return finding;
+}
+
+SchemaExamination examineSchema(ado::Connection &connection)
+{
+    using Of = clinic::Finding;
+    SchemaExamination schema{{{QStringLiteral("판매할 수 없는 테이블이나 항목"),
+                               QStringLiteral("없는 것은 desk --upgrade로 더하십시오. 형식과 이름은 테이블을 만든 "
+                                              "프로그램의 개발사로 문의하십시오."),
+                               QString()},
+                              0,
+                              {},
+                              {}},
+                             {}};
+    try {
+        const std::vector<Of> findings = clinic::examine(connection, clinic::Depth::Whole);
+        const QStringList faults = clinic::textsOf(findings, Of::Weight::Fault);
+        schema.finding.violations = faults.size();
+        schema.finding.firstRows = faults.mid(0, ShownRows);
+        schema.hints = clinic::textsOf(findings, Of::Weight::Hint);
+        schema.isWhole = std::ranges::none_of(
+            findings, [](const Of &one) { return one.kind == Of::Kind::NoTable || one.kind == Of::Kind::NoColumn; });
+    } catch (const runtime::RuntimeError &error) {
+        schema.finding.failure = error.description();
+    }
+    return schema;
 }
 
 Finding examine(ado::Connection &connection, const Query &query, std::chrono::milliseconds pause)

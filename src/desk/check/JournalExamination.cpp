@@ -1,10 +1,8 @@
 #include "desk/check/JournalExamination.h"
 
 #include "desk/journal/Chain.h"
-#include "desk/journal/Seal.h"
 #include "desk/schema/Journal.h"
 #include "desk/schema/Schema.h"
-#include "platform/runtime/Attempt.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QLocale>
@@ -26,8 +24,6 @@ JournalExamination::JournalExamination(ado::Connection &connection, std::chrono:
 {
     if (!schema::hasJournal(connection))
         return;
-    runtime::Attempt seal(runtime::Attempt::Failure::IsAnswer);
-    seal([&] { journal::sealOpen(connection); });
     examineChain(connection);
     const QString remedy = QStringLiteral("변경 이력을 남기지 않고 바뀐 내역입니다. 데스크의 변경 이력(F9)과 비교하고 "
                                           "개발사로 문의하십시오.");

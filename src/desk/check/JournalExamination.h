@@ -10,7 +10,6 @@ namespace check {
 class JournalExamination
 {
 public:
-    /// Rows that no desk has given a place in the chain yet get theirs, where this session may do that.
     explicit JournalExamination(ado::Connection &connection, std::chrono::milliseconds pause = UsualPause);
 
     const std::vector<Finding> &findings() const { return findings_; }

@@ -4,6 +4,7 @@
 #include "desk/schema/Statements.h"
 #include "desk/schema/Tables.h"
 #include "desk/schema/Version.h"
+#include "platform/ado/PostgresSession.h"
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 
@@ -17,7 +18,7 @@ QStringList tableStatements(Dialect dialect)
 {
     QStringList statements;
     if (dialect == Dialect::PostgreSQL)
-        statements = postgresLikeStatements() + postgresPlannerStatements();
+        statements = postgresLikeStatements() << ado::postgresSession::likeOperator;
     for (const TablePlan &table : tablePlans())
         statements << createTableStatement(table, dialect);
     return statements + markStatements(dialect == Dialect::PostgreSQL);
@@ -29,8 +30,10 @@ QStringList probes()
     QStringList statements;
     for (const TablePlan &table : tablePlans()) {
         QStringList names;
-        for (const ColumnPlan &column : table.columns)
-            names << QString::fromLatin1(column.name);
+        for (const ColumnPlan &column : table.columns) {
+            if (!column.own)
+                names << QString::fromLatin1(column.name);
+        }
         statements << QStringLiteral("SELECT %1 FROM %2 WHERE 1 = 0")
                           .arg(names.join(QStringLiteral(", ")), QString::fromLatin1(table.name));
     }
@@ -90,14 +93,17 @@ bool hasJournal(ado::Connection &connection)
     return valueOf(connection, there).toInt() > 0;
 }
 
-QStringList lateKeyStatements(ado::Connection &connection)
+QStringList lateKeyStatements(ado::Connection &connection, const std::function<bool(const TablePlan &)> &asked)
 {
     QStringList statements;
     // The embedded engine counts on from the highest by itself.
     if (dialectOf(connection) != Dialect::PostgreSQL)
         return statements;
+    const clinic::Catalogue catalogue = foundTables(connection);
     for (const TablePlan &table : tablePlans()) {
-        if (table.columns.front().holds != Holds::Key)
+        const clinic::FoundTable *const found = catalogue.table(QString::fromLatin1(table.name));
+        if (table.key().holds != Holds::Key || (asked && !asked(table)) || !found || found->isView
+            || !found->column(QString::fromLatin1(table.key().name)))
             continue;
         const QString name = QString::fromLatin1(table.name).toLower();
         const QString key = QString::fromLatin1(table.columns.front().name).toLower();
@@ -121,6 +127,14 @@ void continueKeys(ado::Connection &connection)
     const QStringList statements = lateKeyStatements(connection);
     for (const QString &statement : statements)
         run(connection, statement);
+}
+
+clinic::Catalogue foundTables(const ado::Connection &connection)
+{
+    QStringList names;
+    for (const TablePlan &table : tablePlans())
+        names << QString::fromLatin1(table.name);
+    return clinic::readCatalogue(connection, names);
 }
 
 bool hasSchema(ado::Connection &connection)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clinic/Catalogue.h"
+#include "clinic/Tables.h"
 #include "platform/ado/Connection.h"
 
 #include <QStringList>
@@ -27,8 +29,12 @@ void createJournal(ado::Connection &connection, const std::function<void()> &his
 bool hasJournal(ado::Connection &connection);
 /// After rows were written with keys of their own: new keys go on from the highest. A counter never goes back.
 void continueKeys(ado::Connection &connection);
-/// What does that, for the tables whose next key is taken already.
-QStringList lateKeyStatements(ado::Connection &connection);
+/// What does that, for the tables whose next key is taken already: for all of them, or for those that are asked for.
+QStringList lateKeyStatements(ado::Connection &connection,
+                              const std::function<bool(const clinic::Table &)> &asked = {});
+
+/// What the catalogue has of the tables.
+clinic::Catalogue foundTables(const ado::Connection &connection);
 
 /// Whether every table that the desk and the component use is there.
 bool hasSchema(ado::Connection &connection);

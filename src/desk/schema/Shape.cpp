@@ -42,6 +42,8 @@ QString whyForeign(const TablePlan &table, const QList<FoundColumn> &columns)
         ours << name.toLower();
         const auto found = std::ranges::find_if(
             columns, [&](const FoundColumn &column) { return column.name.compare(name, Qt::CaseInsensitive) == 0; });
+        if (found == columns.end() && plan.own)
+            continue;
         if (found == columns.end())
             return tell(name, QStringLiteral("없는 항목"));
         const QRegularExpression fitting(QString::fromLatin1(typesThatHold(plan.holds)),

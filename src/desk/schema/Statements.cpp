@@ -80,10 +80,10 @@ QVariant valueOf(ado::Connection &connection, const QString &statement)
 
 void holdTables(ado::Connection &connection, const QStringList &tables)
 {
-    connection.holdRow(QStringLiteral("tPSOrderMaster"), QStringLiteral("OrdM_PK"),
-                       0); // begins it on the embedded engine
-    if (connection.engine() == ado::Engine::SQLite)
+    if (connection.engine() == ado::Engine::SQLite) {
+        connection.holdRow(QStringLiteral("sqlite_master"), QStringLiteral("rowid"), 0); // begins it
         return;
+    }
     run(connection, QStringLiteral("SET LOCAL lock_timeout = '15s'"));
     run(connection, QStringLiteral("LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE").arg(tables.join(QStringLiteral(", "))));
 }

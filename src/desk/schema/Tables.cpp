@@ -2,27 +2,6 @@
 
 namespace schema {
 
-std::span<const IndexPlan> indexPlans()
-{
-    static const IndexPlan plans[]{
-        {"ixOrderMasterCustomer", "tPSOrderMaster", "Cust_PK, OrdM_Date"},
-        // With the key, so that a server finds the range of a period's orders without a look at them.
-        {"ixOrderMasterDate", "tPSOrderMaster", "OrdM_Date, OrdM_PK"},
-        // Few orders have money outstanding, and a list of them must not look at all the others.
-        {"ixOrderMasterOutstanding", "tPSOrderMaster", "Cust_PK, OrdM_Date", "OrdM_Misugum <> 0"},
-        {"ixOrderDetailOrder", "tPSOrderDetail", "OrdM_PK"},
-        // Whole, so that the stock is counted without a look at the lines themselves.
-        {"ixOrderDetailProduct", "tPSOrderDetail", "PM_PK, OrdD_OrderType, OrdD_Count"},
-        {"ixTransactionOrder", "tPSTransaction", "tpstrans_OrderM_PK"},
-        {"ixTransactionCustomer", "tPSTransaction", "tpstrans_Customer_PK, tpstrans_Date"},
-        {"ixTransactionDate", "tPSTransaction", "tpstrans_Date"},
-        // Whole as well: sums and last prices of purchases are read from it alone.
-        {"ixIncomingProduct", "tPSIncoming", "PM_PK, IN_Date, IN_UnitPrice, IN_Count"},
-        {"ixReceiptCustomer", "Receipt", "Customer_PK"},
-    };
-    return plans;
-}
-
 namespace {
 
 // The checks make the embedded engine as strict as a server: it would keep any text in a date and any size in a number.
@@ -77,23 +56,33 @@ QString postgresColumn(const ColumnPlan &column, bool isKey)
     Q_UNREACHABLE();
 }
 
+QString definition(const TablePlan &table, const ColumnPlan &column, Dialect dialect)
+{
+    const QString name = QString::fromLatin1(column.name);
+    const bool isKey = &column == &table.key();
+    QString type = dialect == Dialect::SQLite ? sqliteColumn(column, isKey) : postgresColumn(column, isKey);
+    type.replace(QStringLiteral("%1"), name);
+    type.replace(QStringLiteral("%2"), column.required ? QStringLiteral(" NOT NULL") : QString());
+    type.replace(QStringLiteral("%3"), QString::number(column.longest));
+    return name + u' ' + type;
+}
+
 } // namespace
 
 QString createTableStatement(const TablePlan &table, Dialect dialect)
 {
     QStringList columns;
-    for (const ColumnPlan &column : table.columns) {
-        const QString name = QString::fromLatin1(column.name);
-        const bool isKey = &column == &table.key();
-        QString type = dialect == Dialect::SQLite ? sqliteColumn(column, isKey) : postgresColumn(column, isKey);
-        type.replace(QStringLiteral("%1"), name);
-        type.replace(QStringLiteral("%2"), column.required ? QStringLiteral(" NOT NULL") : QString());
-        type.replace(QStringLiteral("%3"), QString::number(column.longest));
-        columns << QStringLiteral("    %1 %2").arg(name, type);
-    }
+    for (const ColumnPlan &column : table.columns)
+        columns << QStringLiteral("    ") + definition(table, column, dialect);
     return QStringLiteral("CREATE TABLE %1 (\n%2\n)%3")
         .arg(QString::fromLatin1(table.name), columns.join(QStringLiteral(",\n")),
              dialect == Dialect::SQLite ? QStringLiteral(" STRICT") : QString());
+}
+
+QString addColumnStatement(const TablePlan &table, const ColumnPlan &column, Dialect dialect)
+{
+    return QStringLiteral("ALTER TABLE %1 ADD COLUMN ").arg(QString::fromLatin1(table.name))
+           + definition(table, column, dialect);
 }
 
 QString createIndexStatement(const IndexPlan &index)
@@ -179,23 +168,7 @@ $body$)sql"),
             "CREATE OPERATOR clinic_like.~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = clinic_like.matches)"),
         QStringLiteral(
             "CREATE OPERATOR clinic_like.!~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = clinic_like.differs)"),
-        // New tables still go to the first schema of the path.
-        QStringLiteral("SET search_path TO public, clinic_like, pg_catalog"),
-        QStringLiteral("DO $body$ BEGIN EXECUTE format('ALTER DATABASE %I SET search_path TO public, clinic_like, "
-                       "pg_catalog', current_database()); END $body$"),
     };
-}
-
-QStringList postgresPlannerStatements()
-{
-    // A clinic's rows lie in memory, and its statements are short: left to itself the planner reads a whole table for the
-    // lines of two weeks, and compiling or sharing out such a statement takes longer than running it.
-    QStringList statements;
-    for (const char *setting : {"random_page_cost TO 1.1", "jit TO off", "max_parallel_workers_per_gather TO 0"})
-        statements << QStringLiteral(
-                          "DO $body$ BEGIN EXECUTE format('ALTER DATABASE %I SET %1', current_database()); END $body$")
-                          .replace(QStringLiteral("%1"), QLatin1String(setting));
-    return statements;
 }
 
 } // namespace schema

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clinic/Indexes.h"
 #include "clinic/Tables.h"
 
 #include <QStringList>
@@ -13,27 +14,23 @@ using TablePlan = clinic::Table;
 using ColumnPlan = clinic::Column;
 using Holds = ado::ColumnType;
 
-struct IndexPlan
-{
-    const char *name;
-    const char *table;
-    const char *columns;
-    const char *rows = ""; ///< condition of the rows that stand in it; all rows where it is empty
-};
+using IndexPlan = clinic::Index;
 
 inline std::span<const TablePlan> tablePlans()
 {
     return clinic::tables();
 }
-std::span<const IndexPlan> indexPlans();
+inline std::span<const IndexPlan> indexPlans()
+{
+    return clinic::indexes();
+}
 
 enum class Dialect { SQLite, PostgreSQL };
 
 QString createTableStatement(const TablePlan &table, Dialect dialect);
+QString addColumnStatement(const TablePlan &table, const ColumnPlan &column, Dialect dialect);
 QString createIndexStatement(const IndexPlan &index);
-/// What gives LIKE on PostgreSQL the clinic server's meaning, one statement each.
+/// What gives LIKE on PostgreSQL the clinic server's meaning, one statement each, in the sessions that look for it there.
 QStringList postgresLikeStatements();
-/// What PostgreSQL's planner is told of a clinic, one statement each; it holds for the sessions that begin later.
-QStringList postgresPlannerStatements();
 
 } // namespace schema

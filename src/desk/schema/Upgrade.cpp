@@ -1,5 +1,6 @@
 #include "desk/schema/Upgrade.h"
 
+#include "clinic/Examination.h"
 #include "desk/schema/Definitions.h"
 #include "desk/schema/Journal.h"
 #include "desk/schema/Schema.h"
@@ -9,6 +10,8 @@
 #include "platform/ado/Transaction.h"
 
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace schema {
 
@@ -31,16 +34,38 @@ QStringList otherFunctions(const QStringList &statements, const QString &schema,
     return other;
 }
 
-/// What is missing of the journal, or is other than this program makes it.
-void addJournalSteps(ado::Connection &connection, Dialect dialect, Steps &steps)
+/// The journal's functions name their tables with the schema, which in a clinic's own database may be any.
+QStringList journalFunctions(ado::Connection &connection)
 {
+    QStringList statements = journalFunctionStatements();
+    for (const char *table : {"t_DeskJournal", "tPSOrderMaster"}) {
+        const QString name = QString::fromLatin1(table);
+        const QString schema =
+            valueOf(connection, QStringLiteral("SELECT quote_ident(COALESCE((SELECT n.nspname FROM pg_class c JOIN "
+                                               "pg_namespace n ON n.oid = c.relnamespace WHERE c.oid = "
+                                               "to_regclass('%1')), current_schema()))")
+                                    .arg(name))
+                .toString();
+        statements.replaceInStrings(QStringLiteral("public.") + name, schema + u'.' + name);
+    }
+    return statements;
+}
+
+/// What is missing of the journal, or is other than this program makes it. Views take no triggers of its kind.
+void addJournalSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Dialect dialect, Steps &steps)
+{
+    for (const JournalPlan &plan : journalPlans()) {
+        if (const clinic::FoundTable *const table = catalogue.table(QString::fromLatin1(plan.table));
+            table && table->isView)
+            return;
+    }
     const bool begins = !hasJournal(connection);
     QStringList due;
     if (begins)
         due << journalTableStatements(dialect);
     if (dialect == Dialect::PostgreSQL) {
         const QHash<QString, QString> found = journalDefinitions(connection);
-        const QStringList all = journalFunctionStatements();
+        const QStringList all = journalFunctions(connection);
         if (found.isEmpty())
             due << all.front();
         due << otherFunctions(all, QStringLiteral("clinic_journal"), found);
@@ -72,16 +97,8 @@ void addLikeSteps(ado::Connection &connection, Steps &steps)
         if (asOperator.hasMatch() && !found.contains(asOperator.captured(1)))
             due << statement;
     }
-    const QString pathLess = QStringLiteral(
-        "SELECT COUNT(*) FROM pg_db_role_setting s JOIN pg_database d ON d.oid = s.setdatabase, unnest(s.setconfig) c "
-        "WHERE d.datname = current_database() AND s.setrole = 0 AND starts_with(c, 'search_path=')");
-    const QString seen =
-        QStringLiteral("SELECT COUNT(*) FROM unnest(current_schemas(false)) s WHERE s = 'clinic_like'");
     if (found.isEmpty())
         due.prepend(statements.front());
-    // A path that somebody has set is left alone.
-    if (valueOf(connection, pathLess).toInt() == 0 && valueOf(connection, seen).toInt() == 0)
-        due << statements.back();
     if (!due.isEmpty())
         steps.push_back({QStringLiteral("LIKE 검색 교체"), due});
 }
@@ -120,19 +137,78 @@ void addDateSteps(ado::Connection &connection, Steps &steps)
     }
 }
 
-void addIndexSteps(ado::Connection &connection, Steps &steps)
+/// The definition without its own name.
+QString withoutName(const QString &plain, const QString &name)
+{
+    return QString(plain).replace(QStringLiteral("index") + name.toLower() + QStringLiteral("on"),
+                                  QStringLiteral("indexon"));
+}
+
+/// An index that does the same under another name is none that is missing.
+void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Steps &steps)
 {
     const QHash<QString, QString> found = indexDefinitions(connection);
+    QStringList bodies;
+    for (auto one = found.begin(); one != found.end(); ++one)
+        bodies << withoutName(*one, one.key());
     for (const IndexPlan &index : indexPlans()) {
         const QString name = QString::fromLatin1(index.name);
         const QString statement = createIndexStatement(index);
+        const clinic::FoundTable *const table = catalogue.table(QString::fromLatin1(index.table));
         const auto old = found.find(name.toLower());
-        if (old == found.end())
-            steps.push_back({QStringLiteral("인덱스 추가: ") + name, {statement}});
-        else if (*old != plainDefinition(statement))
+        if (table && table->isView)
+            continue;
+        if (old != found.end() && *old != plainDefinition(statement))
             steps.push_back(
                 {QStringLiteral("인덱스 교체: ") + name, {QStringLiteral("DROP INDEX ") + name, statement}});
+        else if (old == found.end() && !bodies.contains(withoutName(plainDefinition(statement), name)))
+            steps.push_back({QStringLiteral("인덱스 추가: ") + name, {statement}});
     }
+}
+
+/// The component's own tables; those of the clinic's program are its own affair.
+bool mayBeMade(const TablePlan &table)
+{
+    return qstrcmp(table.name, "Customer") != 0 && qstrcmp(table.name, "Receipt") != 0;
+}
+
+/// What is missing of the tables, where it can be added without a word about rows that are there.
+void addTableSteps(const clinic::Catalogue &catalogue, Dialect dialect, Steps &steps)
+{
+    for (const TablePlan &plan : tablePlans()) {
+        const QString name = QString::fromLatin1(plan.name);
+        const clinic::FoundTable *const table = catalogue.table(name);
+        if (!mayBeMade(plan) || (table && table->isView))
+            continue;
+        if (!table) {
+            steps.push_back({QStringLiteral("테이블 추가: ") + name, {createTableStatement(plan, dialect)}});
+            continue;
+        }
+        for (const ColumnPlan &column : plan.columns) {
+            const QString columnName = QString::fromLatin1(column.name);
+            if (!column.own && !column.required && &column != &plan.key() && !table->column(columnName))
+                steps.push_back({QStringLiteral("항목 추가: %1.%2").arg(name, columnName),
+                                 {addColumnStatement(plan, column, dialect)}});
+        }
+    }
+}
+
+/// What no statement of an upgrade mends stands in its way, by name.
+void demandMendable(ado::Connection &connection, const Steps &steps)
+{
+    QStringList faults;
+    for (const clinic::Finding &finding : clinic::examine(connection, clinic::Depth::ToSell)) {
+        const QString about = finding.what.section(QStringLiteral(": "), -1);
+        const bool mended = finding.kind == clinic::Finding::Kind::LateCounter
+                            || std::ranges::any_of(steps, [&](const UpgradeStep &step) {
+                                   return step.what.section(QStringLiteral(": "), -1) == about;
+                               });
+        if (finding.weight == clinic::Finding::Weight::Fault && !mended)
+            faults << finding.what;
+    }
+    if (!faults.isEmpty())
+        refuse(QStringLiteral("업그레이드로 고칠 수 없는 데이터베이스입니다. 바뀐 것은 없습니다.\n")
+               + faults.join(u'\n'));
 }
 
 void addMarkStep(ado::Connection &connection, Dialect dialect, Steps &steps)
@@ -143,46 +219,70 @@ void addMarkStep(ado::Connection &connection, Dialect dialect, Steps &steps)
                          markStatements(dialect == Dialect::PostgreSQL)});
 }
 
+void addLockStep(ado::Connection &connection, Dialect dialect, Steps &steps)
+{
+    if (dialect != Dialect::PostgreSQL)
+        refuse(QStringLiteral("--lock-down은 PostgreSQL 서버에서만 쓸 수 있습니다. 바뀐 것은 없습니다."));
+    const QString open =
+        QStringLiteral("SELECT (has_database_privilege('public', current_database(), 'CONNECT, TEMP') OR "
+                       "has_schema_privilege('public', current_schema(), 'USAGE, CREATE'))::int");
+    if (valueOf(connection, open).toInt() == 0)
+        return;
+    steps.push_back({QStringLiteral("권한을 받지 않은 역할의 접속 차단"),
+                     {QStringLiteral("DO $body$ BEGIN EXECUTE format('REVOKE ALL ON DATABASE %I FROM PUBLIC', "
+                                     "current_database()); END $body$"),
+                      QStringLiteral("DO $body$ BEGIN EXECUTE format('REVOKE ALL ON SCHEMA %I FROM PUBLIC', "
+                                     "current_schema()); END $body$")}});
+}
+
 void demandOurs(ado::Connection &connection)
 {
-    if (!hasSchema(connection))
-        refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
+    if (!clinic::readCatalogue(connection, {QStringLiteral("Customer")}).table(QStringLiteral("Customer")))
+        refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: Customer"));
     demandNoNewer(connection);
 }
 
 void holdAll(ado::Connection &connection)
 {
+    const clinic::Catalogue catalogue = foundTables(connection);
     QStringList tables;
-    for (const TablePlan &table : tablePlans())
-        tables << QString::fromLatin1(table.name);
+    for (const TablePlan &table : tablePlans()) {
+        if (catalogue.table(QString::fromLatin1(table.name)))
+            tables << QString::fromLatin1(table.name);
+    }
     holdTables(connection, tables);
 }
 
 } // namespace
 
-std::vector<UpgradeStep> upgradeSteps(ado::Connection &connection)
+std::vector<UpgradeStep> upgradeSteps(ado::Connection &connection, Doors doors)
 {
     demandOurs(connection);
     const Dialect dialect = dialectOf(connection);
+    const clinic::Catalogue catalogue = foundTables(connection);
     Steps steps;
+    addTableSteps(catalogue, dialect, steps);
+    demandMendable(connection, steps);
     if (dialect == Dialect::PostgreSQL)
         addLikeSteps(connection, steps);
     else
         addDateSteps(connection, steps);
-    addIndexSteps(connection, steps);
-    addJournalSteps(connection, dialect, steps);
-    for (const QString &statement : lateKeyStatements(connection))
+    addIndexSteps(connection, catalogue, steps);
+    addJournalSteps(connection, catalogue, dialect, steps);
+    for (const QString &statement : lateKeyStatements(connection, mayBeMade))
         steps.push_back({QStringLiteral("새 번호 조정"), {statement}});
     addMarkStep(connection, dialect, steps);
+    if (doors == Doors::Locked)
+        addLockStep(connection, dialect, steps);
     return steps;
 }
 
-std::vector<UpgradeStep> upgrade(ado::Connection &connection, const UpgradeProgress &progress)
+std::vector<UpgradeStep> upgrade(ado::Connection &connection, const UpgradeProgress &progress, Doors doors)
 {
     demandOurs(connection);
     ado::Transaction scope(connection);
     holdAll(connection);
-    const Steps steps = upgradeSteps(connection);
+    const Steps steps = upgradeSteps(connection, doors);
     qint64 done = 0;
     for (const UpgradeStep &step : steps) {
         if (progress && !progress(done++, qint64(steps.size())))

@@ -1,7 +1,9 @@
 #include "desk/upgrade/UpgradeOnTerminal.h"
 
+#include "clinic/Examination.h"
 #include "desk/backup/Backup.h"
-#include "desk/schema/Upgrade.h"
+#include "desk/journal/Seal.h"
+#include "desk/schema/Schema.h"
 #include "desk/schema/Version.h"
 #include "desk/terminal/ProgressLine.h"
 #include "platform/ado/ShownAddress.h"
@@ -12,6 +14,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTextStream>
+
+#include <algorithm>
 
 namespace upgrade {
 
@@ -42,14 +46,41 @@ void tellStatements(QTextStream &terminal, const std::vector<schema::UpgradeStep
     }
 }
 
-int carryOut(ado::Connection &connection, const QString &file, QTextStream &terminal)
+/// A backup holds tables of the form that the desk makes; where another program's are otherwise, there is none yet.
+bool isBackedUpWhole(ado::Connection &connection)
+{
+    using Kind = clinic::Finding::Kind;
+    const auto hinders = [](const clinic::Finding &finding) {
+        return finding.kind == Kind::NoTable || finding.kind == Kind::NoColumn || finding.kind == Kind::Other;
+    };
+    const clinic::Catalogue catalogue = schema::foundTables(connection);
+    return std::ranges::none_of(clinic::examine(connection, clinic::Depth::Whole), hinders)
+           && std::ranges::none_of(catalogue.tables, &clinic::FoundTable::isView);
+}
+
+/// Rows that other programs left without a place in the journal's chain get theirs by who may give it.
+void sealWaiting(ado::Connection &connection)
+{
+    if (schema::hasJournal(connection))
+        journal::sealOpen(connection);
+}
+
+int carryOut(ado::Connection &connection, const QString &file, schema::Doors doors, QTextStream &terminal)
 {
     terminal::ProgressLine line(QStringLiteral("업그레이드"));
     std::vector<schema::UpgradeStep> steps;
     try {
-        backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
-        terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
-        steps = schema::upgrade(connection, [&](qint64 done, qint64 total) { return line.show(done, total); });
+        if (isBackedUpWhole(connection)) {
+            backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
+            terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
+        } else {
+            terminal << QStringLiteral(
+                "다른 프로그램이 만든 테이블이어서 먼저 백업하지 않았습니다. 없는 것만 더합니다.")
+                     << Qt::endl;
+        }
+        steps = schema::upgrade(
+            connection, [&](qint64 done, qint64 total) { return line.show(done, total); }, doors);
+        sealWaiting(connection);
     } catch (const runtime::RuntimeError &) {
         line.leave();
         if (!line.stopAsked())
@@ -72,8 +103,10 @@ int upgradeOnTerminal(ado::Connection &connection, const Wish &wish)
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("ODBC 주소로는 업그레이드할 수 없습니다. PostgreSQL 서버라면 "
                                                    "postgresql:// 주소를 입력하십시오."));
-    const std::vector<schema::UpgradeStep> due = schema::upgradeSteps(connection);
+    const std::vector<schema::UpgradeStep> due = schema::upgradeSteps(connection, wish.doors);
     if (due.empty()) {
+        if (!wish.dryRun)
+            sealWaiting(connection);
         terminal << QStringLiteral("이미 이 데스크의 판(%1)입니다. 바뀐 것은 없습니다: ").arg(schema::CurrentVersion)
                  << ado::addressToShow(connection.address()) << Qt::endl;
         return 0;
@@ -83,7 +116,7 @@ int upgradeOnTerminal(ado::Connection &connection, const Wish &wish)
         return 0;
     }
     const QString file = wish.backupFile.isEmpty() ? placeOfBackup(connection.address()) : wish.backupFile;
-    return carryOut(connection, file, terminal);
+    return carryOut(connection, file, wish.doors, terminal);
 }
 
 } // namespace upgrade

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/schema/Upgrade.h"
 #include "platform/ado/Connection.h"
 
 namespace upgrade {
@@ -8,6 +9,7 @@ struct Wish
 {
     QString backupFile; ///< where the backup goes; a place of its own choice when empty
     bool dryRun = false;
+    schema::Doors doors = schema::Doors::AsTheyAre;
 };
 
 /// Brings a clinic to what this program makes and tells what it did; a backup goes before. Nothing happens, and no backup

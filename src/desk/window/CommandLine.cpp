@@ -57,6 +57,8 @@ void checkTogether(const Options &options)
         throw WrongUse(QStringLiteral("--manage는 --patient와 함께 사용하십시오."));
     if (options.dryRun && !options.upgrade && options.importFile.isEmpty())
         throw WrongUse(QStringLiteral("--dry-run은 --upgrade 또는 --import와 함께 사용하십시오."));
+    if (options.lockDown && !options.upgrade)
+        throw WrongUse(QStringLiteral("--lock-down은 --upgrade와 함께 사용하십시오."));
     if (options.order && options.restoreFile.isEmpty())
         throw WrongUse(QStringLiteral("--order는 --restore와 함께 사용하십시오."));
     if (options.all && (options.restoreFile.isEmpty() || options.order))
@@ -144,6 +146,8 @@ Options readCommandLine(const QStringList &arguments)
             options.set = at + 1 < arguments.size() && !arguments[at + 1].startsWith(QLatin1String("--"))
                               ? arguments[++at]
                               : QString();
+        else if (option == QLatin1String("--lock-down"))
+            options.lockDown = true;
         else if (option == QLatin1String("--until-shown"))
             options.untilShown = true;
         else if (option == QLatin1String("--help"))
@@ -176,10 +180,11 @@ QString usageText()
         "  --copy-to 주소    모든 내용을 빈 데이터베이스에 복사하고 비교합니다 (SQLite에서 PostgreSQL로 옮길 때 등)\n"
         "  --import 파일     CSV 파일의 물품이나 환자를 가져옵니다 (머리글로 구별합니다)\n"
         "  --export 파일     물품 목록을 CSV 파일로 저장합니다 (--import로 다시 가져올 수 있습니다)\n"
-        "  --upgrade         이전 판의 데이터베이스를 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
+        "  --upgrade         데이터베이스에 없는 것을 더해 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
         "  --set 이름=값     이 데스크의 설정을 바꿉니다 (--set만 쓰면 모든 설정을 보여 줍니다)\n"
         "  --dry-run         --upgrade 또는 --import와 함께: 할 일을 보여 주기만 합니다\n"
+        "  --lock-down       --upgrade와 함께: PostgreSQL에서 권한을 받지 않은 역할은 접속하지 못하게 합니다\n"
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"

@@ -29,6 +29,7 @@ struct Options
     bool all = false;           ///< with restoreFile: the host's tables as well
     bool upgrade = false;       ///< the backup that goes before may be named by backupFile
     bool dryRun = false;        ///< with upgrade or importFile
+    bool lockDown = false;      ///< with upgrade
     std::optional<QString> set; ///< "KEY=VALUE"; empty: to list them
     bool untilShown = false;    ///< ends when the first window is painted
     bool help = false;

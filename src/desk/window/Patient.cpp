@@ -1,5 +1,6 @@
 #include "desk/window/Patient.h"
 
+#include "clinic/Catalogue.h"
 #include "platform/runtime/Attempt.h"
 
 namespace desk {
@@ -8,15 +9,28 @@ namespace {
 
 enum Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, Cell, Vip };
 
+/// The columns as the list asks for them; a clinic's own table need not have more than the sale reads.
+QString columns(const ado::Connection &connection)
+{
+    const QString table = QStringLiteral("Customer");
+    const clinic::Catalogue catalogue = clinic::readCatalogue(connection, {table});
+    const clinic::FoundTable *const found = catalogue.table(table);
+    QStringList names;
+    for (const char *column :
+         {"Customer_PK", "name", "sn", "sex", "birth", "zipcode", "address", "phone", "cell", "vip"}) {
+        const QString name = QString::fromLatin1(column);
+        names << (!found || found->column(name) ? name : QStringLiteral("NULL AS ") + name);
+    }
+    return names.join(QStringLiteral(", "));
+}
+
 std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, const QString &condition)
 {
     auto rows = std::make_unique<ado::Recordset>();
     try {
         // The order is the recordset's own, so that a patient stands at the same place on all servers.
-        rows->Open(QStringLiteral(
-                       "SELECT Customer_PK, name, sn, sex, birth, zipcode, address, phone, cell, vip FROM Customer%1 "
-                       "ORDER BY name, sn, Customer_PK")
-                       .arg(condition),
+        rows->Open(QStringLiteral("SELECT %1 FROM Customer%2 ORDER BY name, sn, Customer_PK")
+                       .arg(columns(*connection), condition),
                    connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     } catch (const runtime::RuntimeError &error) {
         throw error.toldAs(error.number(), QStringLiteral("환자 목록을 가져오지 못했습니다.\n") + error.description());

@@ -1,6 +1,7 @@
 #include "entry/clsZelvoProductSale.h"
 
 #include "data/clsUserSettingDB.h"
+#include "entry/ReadyToSell.h"
 #include "entry/frmMain.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -126,7 +127,7 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
 {
     const controls::EventScope scope; // what waits is tried again at its end
     const QScopedValueRollback guard(entering, true);
-    if (settleProductServer(cnnMasterDB))
+    if (isReadyToSell(cnnMasterDB) && settleProductServer(cnnMasterDB))
         (frmMain::instance().*entry)(cnnMasterDB, customer);
 }
 

@@ -3,7 +3,9 @@
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
+#include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
+#include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 
 namespace {
@@ -27,7 +29,7 @@ QString insertStatement(const QString &key, const QString &value)
         .replace(QLatin1String("[KEYVALUE]"), value);
 }
 
-/// For a table that has no column to know a row by but the key text itself.
+/// For rows that nothing tells apart, as two desks make them that read a new key at the same moment.
 QString updateStatement(const QString &key, QString value)
 {
     return QStringLiteral("UPDATE tPSProperties SET tpsps_Value = '[KEYVALUE]' WHERE tpsps_Key = '[KEYNAME]'")
@@ -35,16 +37,17 @@ QString updateStatement(const QString &key, QString value)
         .replace(QLatin1String("[KEYVALUE]"), value.replace(u'\'', QLatin1String("''")));
 }
 
-bool openForChange(ado::Recordset &row, const QString &key)
+void write(ado::Recordset &row, const QString &key, const QString &value)
 {
-    runtime::Attempt attempt;
-    attempt([&] { row.Open(selectStatement(key), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic); });
-    return !attempt.failed();
-}
-
-void openForReading(ado::Recordset &row, const QString &key)
-{
-    row.Open(selectStatement(key), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    row.setValue(valueField, value);
+    try {
+        row.Update();
+    } catch (const runtime::RuntimeError &error) {
+        if (error.number() != runtime::ErrorNumber::InvalidCall)
+            throw;
+        runtime::trapped();
+        gcnnMasterDB->Execute(updateStatement(key, value));
+    }
 }
 
 } // namespace
@@ -63,7 +66,7 @@ QString clsProperties::PropValue(const QString &strKey) const
     ado::Recordset row;
     runtime::Attempt attempt;
     attempt([&] {
-        openForReading(row, strKey);
+        row.Open(selectStatement(strKey), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
         if (row.hasCurrent())
             value = runtime::text(row[valueField]);
         else
@@ -80,16 +83,10 @@ void clsProperties::PropValue(const QString &strKey, const QString &strValue)
     ado::Recordset row;
     runtime::Attempt attempt;
     attempt([&] {
-        const bool known = openForChange(row, strKey);
-        if (!known)
-            openForReading(row, strKey);
-        if (!row.hasCurrent()) {
+        row.Open(selectStatement(strKey), gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+        if (row.hasCurrent())
+            write(row, strKey, strValue);
+        else
             gcnnMasterDB->Execute(insertStatement(strKey.left(longestKey), strValue.left(longestValue)));
-        } else if (known) {
-            row.setValue(valueField, strValue);
-            row.Update();
-        } else {
-            gcnnMasterDB->Execute(updateStatement(strKey, strValue));
-        }
     });
 }

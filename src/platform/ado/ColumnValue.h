@@ -8,6 +8,9 @@ namespace ado {
 /// The value of a cell that is not NULL in the type of its column; raises TypeMismatch or Overflow.
 QVariant typedValue(const CellTable &table, const CellTable::Cell &cell, ColumnType type);
 
+/// A row's key; one that the registry does not know is a whole number.
+QVariant keyValue(const CellTable &table, int row, int column);
+
 /// Exact for whole numbers and decimal texts; more than four decimals round half to even.
 runtime::Currency moneyOf(const CellTable &table, const CellTable::Cell &cell);
 

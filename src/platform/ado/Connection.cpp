@@ -294,4 +294,12 @@ CellTable Connection::Private::read(const Command &select)
     return shielded(select, [&] { return driver->read(select); });
 }
 
+RowKey Connection::Private::realKeyOf(const Table &table)
+{
+    if (const auto known = realKeys_.constFind(table.name); known != realKeys_.cend())
+        return *known;
+    const CellTable candidates = read(candidatesForKey(driver->command(), table, driver->dialect()));
+    return *realKeys_.insert(table.name, keyAmong(candidates, table));
+}
+
 } // namespace ado

@@ -2,8 +2,10 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/ado/Driver.h"
+#include "platform/ado/RowKey.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QObject>
 
 #include <memory>
@@ -43,6 +45,8 @@ struct Connection::Private
     /// A writing statement that answers with rows.
     CellTable readBack(const Command &statement);
     CellTable read(const Command &select);
+    /// What the rows of a table are known by in this database; asked once.
+    RowKey realKeyOf(const Table &table);
     void rollBackServer();
 
 private:
@@ -51,6 +55,7 @@ private:
     template <typename Run>
     auto shielded(const Command &statement, Run run);
 
+    QHash<QString, RowKey> realKeys_;
     QElapsedTimer unreachable_; ///< since the last attempt to reconnect failed
     std::optional<runtime::RuntimeError> whyUnreachable_;
 };

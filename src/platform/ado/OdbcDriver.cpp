@@ -113,6 +113,7 @@ void OdbcDriver::openSession()
     inTransaction_ = false;
     putReadingRight();
     run(command() << postgresSession::patience);
+    run(command() << postgresSession::likeOperator);
 }
 
 void OdbcDriver::closeSession()

@@ -88,6 +88,7 @@ void PostgresDriver::openSession()
     run(QStringLiteral("SET client_min_messages = warning"));
     run(QStringLiteral("SET DateStyle = ISO"));
     run(postgresSession::patience);
+    run(postgresSession::likeOperator);
 }
 
 void PostgresDriver::closeSession()

@@ -18,8 +18,18 @@ inline const QStringList readAsTheLayer{QStringLiteral("SET standard_conforming_
 inline const QString patience = QStringLiteral(
     "SELECT set_config(name, wanted, false) FROM (VALUES ('lock_timeout', '8s'), "
     "('idle_in_transaction_session_timeout', '30s'), ('tcp_keepalives_idle', '5'), ('tcp_keepalives_interval', '3'), "
-    "('tcp_keepalives_count', '3'), ('tcp_user_timeout', '10s')) AS asked (name, wanted) "
+    "('tcp_keepalives_count', '3'), ('tcp_user_timeout', '10s'), "
+    // The rows lie in memory and the statements are short: left to itself the planner reads a whole table for the rows of
+    // two weeks, and compiling or sharing out such a statement takes longer than running it.
+    "('random_page_cost', '1.1'), ('jit', 'off'), ('max_parallel_workers_per_gather', '0')) AS asked (name, wanted) "
     "JOIN pg_catalog.pg_settings USING (name) WHERE source = 'default'");
+
+/// LIKE resolves to an operator along the search path. Where the database has one of this layer's meaning, it goes ahead of
+/// the built-in one; new tables still go to the first schema of the path. A path that names the built-in one is left alone.
+inline const QString likeOperator = QStringLiteral(
+    "SELECT set_config('search_path', current_setting('search_path') || ', clinic_like, pg_catalog', false) FROM "
+    "pg_catalog.pg_namespace WHERE nspname = 'clinic_like' AND strpos(current_setting('search_path'), 'pg_catalog') = "
+    "0");
 
 } // namespace postgresSession
 

@@ -36,8 +36,13 @@ std::shared_ptr<RowStore> Recordset::Private::load(const RowStore *before) const
 {
     if (!connection)
         throw RuntimeError(ErrorNumber::ObjectClosed, QStringLiteral("데이터베이스에 연결되어 있지 않습니다."));
-    const SelectShape shape(source, connection->layer().driver->dialect());
-    const bool keyset = cursor == CursorType::Keyset && location == CursorLocation::Server;
+    SelectShape shape(source, connection->layer().driver->dialect());
+    bool keyset = cursor == CursorType::Keyset && location == CursorLocation::Server;
+    if (keyset && shape.base() && !shape.base()->keyIsTold) {
+        keyset = lock == LockType::Optimistic;
+        if (keyset)
+            shape.setKey(connection->layer().realKeyOf(*shape.base()));
+    }
     return std::make_shared<RowStore>(connection, shape, keyset, before);
 }
 
@@ -348,7 +353,7 @@ std::unique_ptr<Recordset> Recordset::Clone() const
 
 void Recordset::Sort(const QString &order)
 {
-    if (!d->open().readWhole())
+    if (!d->open().readWhole() || d->rows->byContent())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 정렬할 수 없습니다."));
     std::vector<OrderColumn> columns;
     for (const QString &part : order.split(u',', Qt::SkipEmptyParts)) {

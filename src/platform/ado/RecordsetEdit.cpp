@@ -19,7 +19,7 @@ const Column *Recordset::Private::writable(const QString &field) const
     if (!takesEdits())
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("이 목록은 수정할 수 없습니다."));
     const Column *const own = rows->shape().baseColumn(field);
-    const bool isKey = own && own->name == rows->shape().base()->key;
+    const bool isKey = own && own->name == rows->shape().key();
     if (!own || own->type == ColumnType::Key || (isKey && !adding))
         throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("'%1' 항목은 수정할 수 없습니다.").arg(field));
     return own;
@@ -27,10 +27,13 @@ const Column *Recordset::Private::writable(const QString &field) const
 
 /// The row itself, as long as the compared columns are as they were last read: another desk's change must not be overwritten
 /// unseen, nor go with a deleted row.
-Command Recordset::Private::conditions(Command command, Compared compared) const
+void Recordset::Private::addConditions(Command &command, Compared compared) const
 {
     const SelectShape &shape = rows->shape();
-    command << u" WHERE " << shape.base()->key;
+    command << u" WHERE ";
+    if (rows->byContent())
+        return addContentOfOneRow(command);
+    command << shape.keyText();
     command.equals(parameter(rows->key(position)));
     for (int at = 0; at < static_cast<int>(rows->columns().size()); ++at) {
         const Column *const own = shape.baseColumn(rows->columns()[static_cast<std::size_t>(at)].name);
@@ -39,13 +42,48 @@ Command Recordset::Private::conditions(Command command, Compared compared) const
         command << u" AND " << own->name;
         command.equals(current.raw(at));
     }
-    return command;
+}
+
+void Recordset::Private::addContent(Command &command) const
+{
+    QStringView separator;
+    for (int at = 0; at < static_cast<int>(rows->columns().size()); ++at) {
+        const ResultColumn &column = rows->columns()[static_cast<std::size_t>(at)];
+        const bool known = rows->shape().baseColumn(column.name);
+        const QVariant value = current.raw(at);
+        command << std::exchange(separator, u" AND ");
+        command << (known ? column.name : u'"' + QString(column.name).replace(u'"', QStringLiteral("\"\"")) + u'"');
+        // What another program's column holds only the server knows; it reads a text as that.
+        const bool asText = !known && value.isValid() && connection->engine() != Engine::SQLite;
+        command.equals(asText ? QVariant(value.toString()) : value);
+    }
+}
+
+/// Rows without a key may be alike, and then nobody can tell which was meant.
+void Recordset::Private::addContentOfOneRow(Command &command) const
+{
+    addContent(command);
+    command << u" AND (SELECT COUNT(*) FROM " << rows->shape().base()->name << u" WHERE ";
+    addContent(command);
+    command << u") = 1";
 }
 
 void Recordset::Private::requireTouched(int touched) const
 {
-    if (touched == 0)
-        raiseConflict();
+    if (touched != 0)
+        return;
+    if (rows->byContent()) {
+        Connection::Private &layer = connection->layer();
+        const QString &table = rows->shape().base()->name;
+        Command alike = layer.driver->command() << u"SELECT COUNT(*) FROM " << table << u" WHERE ";
+        addContent(alike);
+        if (layer.read(alike).raw(0, 0).toInt() > 1)
+            throw RuntimeError(ErrorNumber::InvalidCall,
+                               QStringLiteral("내용이 똑같은 행이 둘 이상이어서 구별할 수 없습니다. 저장하지 "
+                                              "않았습니다.\n개발사로 문의하여 테이블에 키를 추가하십시오: ")
+                                   + table);
+    }
+    raiseConflict();
 }
 
 void Recordset::Private::updateRow()
@@ -57,7 +95,14 @@ void Recordset::Private::updateRow()
         command << std::exchange(separator, u", ") << column->name << u" = ";
         command.value(parameter(value));
     }
-    requireTouched(layer.write(conditions(std::move(command), Compared::Assigned)));
+    addConditions(command, Compared::Assigned);
+    if (rows->byContent()) {
+        const auto written = std::make_shared<CellTable>(layer.readBack(command << rows->shape().returned()));
+        requireTouched(written->rowCount());
+        rows->rewrite(position, {written, 0});
+    } else {
+        requireTouched(layer.write(command));
+    }
     standOnWritten(position);
 }
 
@@ -65,7 +110,6 @@ void Recordset::Private::insertRow()
 {
     Connection::Private &layer = connection->layer();
     const Table &table = *rows->shape().base();
-    const QString &key = table.key;
     Command command = layer.driver->command() << u"INSERT INTO " << table.name;
     QStringList names;
     for (const auto &[column, value] : assigned)
@@ -80,21 +124,22 @@ void Recordset::Private::insertRow()
     }
     if (!names.isEmpty())
         command << u")";
-    command << u" RETURNING " << key;
-    const CellTable answer = layer.readBack(command);
-    if (answer.rowCount() == 0) // a trigger of the server's may drop a row without an error
+    command << (rows->byContent() ? rows->shape().returned() : QStringLiteral(" RETURNING ") + rows->shape().keyText());
+    const auto answer = std::make_shared<CellTable>(layer.readBack(command));
+    if (answer->rowCount() == 0) // a trigger of the server's may drop a row without an error
         throw RuntimeError(
             ErrorNumber::Database,
             QStringLiteral("새로 입력한 내용이 저장되지 않았습니다. 다시 시도하고, 계속되면 개발사로 문의하십시오."));
     discardPending();
-    standOnWritten(rows->append(answer.value(0, 0)));
+    standOnWritten(rows->byContent() ? rows->append(RowImage{answer, 0}) : rows->append(keyValue(*answer, 0, 0)));
 }
 
 void Recordset::Private::deleteRow()
 {
     Connection::Private &layer = connection->layer();
     Command command = layer.driver->command() << u"DELETE FROM " << rows->shape().base()->name;
-    requireTouched(layer.write(conditions(std::move(command), Compared::All)));
+    addConditions(command, Compared::All);
+    requireTouched(layer.write(command));
     rows->remove(position);
 }
 

@@ -49,8 +49,11 @@ struct Recordset::Private
     /// Opens the list again, on the same row and with what is pending.
     void reload();
 
-    /// Whether rows can be written: keyed ones that are not read whole, under a lock.
-    bool takesEdits() const { return lock == LockType::Optimistic && rows->keyed() && !rows->readWhole(); }
+    /// Whether rows can be written: under a lock, keyed ones that are not read whole, or such as are known by their content.
+    bool takesEdits() const
+    {
+        return lock == LockType::Optimistic && ((rows->keyed() && !rows->readWhole()) || rows->byContent());
+    }
     int column(const QString &field) const; ///< raises InvalidCall when absent
     const Column *writable(const QString &field) const;
 
@@ -60,7 +63,9 @@ struct Recordset::Private
 
 private:
     enum class Compared { Assigned, All };
-    Command conditions(Command command, Compared compared) const;
+    void addConditions(Command &command, Compared compared) const;
+    void addContent(Command &command) const;
+    void addContentOfOneRow(Command &command) const;
     void requireTouched(int touched) const;
 };
 

@@ -3,6 +3,9 @@
 #include "platform/ado/ColumnValue.h"
 #include "platform/ado/ConnectionPrivate.h"
 
+#include <QMultiHash>
+#include <QStringList>
+
 #include <algorithm>
 #include <utility>
 
@@ -12,6 +15,13 @@ namespace {
 
 constexpr int blockRows = 64; ///< about what a grid shows
 
+/// For a row that is known by its content. One that a list gave is no other list's.
+int nextNumber()
+{
+    static int last = 0;
+    return ++last;
+}
+
 } // namespace
 
 RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before)
@@ -20,14 +30,17 @@ RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bo
 {
     if (Inside *const now = inside())
         now->loaded = true;
-    if (keyset && shape_.base()) {
+    if (keyset && !shape_.key().isEmpty()) {
         loadKeys(before);
         if (!shape_.joined() || !keysRepeat()) {
             readBlock(0);
             return;
         }
     }
+    byContent_ = keyset && shape_.key().isEmpty() && shape_.showsRows();
     loadWhole(before);
+    if (byContent_)
+        numberRows(before);
 }
 
 void RowStore::loadKeys(const RowStore *before)
@@ -43,29 +56,49 @@ void RowStore::loadKeys(const RowStore *before)
 
 void RowStore::loadWhole(const RowStore *before)
 {
-    cells_ = std::make_shared<CellTable>(readAll());
+    Connection::Private &layer = connection_->layer();
+    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.all()));
     whole_ = true;
     const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
     columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
-    if (shape_.base())
-        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(shape_.base()->key);
+    if (shape_.base() && !shape_.key().isEmpty())
+        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(shape_.key());
+    else if (shape_.base()
+             && shape_.baseColumn(shape_.base()->key)) // one that not every clinic has, where this list does
+        keyColumn_ = columnIndex(shape_.base()->key);
     orderLoaded(orderColumns(*cells_, firstAdded), before);
-    if (shape_.joined() && keyColumn_ >= 0 && keysRepeat())
+    if (byContent_ || (keyColumn_ >= 0 && (shape_.joined() || shape_.key().isEmpty()) && keysRepeat()))
         keyColumn_ = -1;
+    if (keyColumn_ >= 0 && shape_.key().isEmpty())
+        shape_.setKey({shape_.base()->key, shape_.base()->key});
 }
 
-/// A clinic's own table may lack the key that its rows are known by here: they can still be looked at.
-CellTable RowStore::readAll()
+RowImage RowStore::lastRead(Physical row) const
 {
-    Connection::Private &layer = connection_->layer();
-    try {
-        return layer.read(layer.driver->command() << shape_.all());
-    } catch (const runtime::RuntimeError &error) {
-        if (error.number() != runtime::ErrorNumber::Database || !shape_.keyIsAdded())
-            throw;
+    const auto read = read_.find(row);
+    return read != read_.end() ? read->second : RowImage{cells_, static_cast<int>(row)};
+}
+
+void RowStore::numberRows(const RowStore *before)
+{
+    const auto content = [](const RowImage &row) {
+        QStringList cells;
+        for (int column = 0; column < row.table->columnCount(); ++column) {
+            const QVariant cell = row.raw(column);
+            cells << QString::number(cell.typeId()) + cell.toString();
+        }
+        return cells;
+    };
+    QMultiHash<QStringList, int> known;
+    for (int row = 0; before && before->byContent_ && row < before->count(); ++row)
+        known.insert(content(before->lastRead(before->order_[static_cast<std::size_t>(row)])),
+                     before->key(row).toInt());
+    for (int row = 0; row < cells_->rowCount(); ++row) {
+        const auto same = known.find(content({cells_, row}));
+        numbers_.push_back(same != known.end() ? *same : nextNumber());
+        if (same != known.end())
+            known.erase(same);
     }
-    shape_ = shape_.withoutKey();
-    return layer.read(layer.driver->command() << shape_.all());
 }
 
 void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore *before)
@@ -141,10 +174,12 @@ QVariant RowStore::rawKey(Physical row) const
 
 QVariant RowStore::keyOf(Physical row) const
 {
-    if (keyColumn_ < 0)
-        return static_cast<int>(row);
     const auto loaded = static_cast<Physical>(cells_->rowCount());
-    return row < loaded ? cells_->value(static_cast<int>(row), keyColumn_) : appended_[row - loaded];
+    if (row >= loaded)
+        return appended_[row - loaded];
+    if (byContent_)
+        return numbers_[row];
+    return keyColumn_ < 0 ? QVariant(static_cast<int>(row)) : keyValue(*cells_, static_cast<int>(row), keyColumn_);
 }
 
 QVariant RowStore::key(int row) const
@@ -231,7 +266,7 @@ void RowStore::readRows(std::span<const Physical> rows)
         const auto own = table->columns().end() - (shape_.keyIsAdded() ? 1 : 0);
         columns_.assign(table->columns().begin(), own);
     }
-    const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(shape_.base()->key);
+    const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(shape_.key());
     Inside *const now = inside();
     for (Physical row : rows) {
         read_[row] = {};
@@ -240,7 +275,7 @@ void RowStore::readRows(std::span<const Physical> rows)
             now->read.insert(row);
     }
     for (int row = 0; row < table->rowCount(); ++row) {
-        const QVariant key = table->value(row, keyColumn);
+        const QVariant key = keyValue(*table, row, keyColumn);
         const auto owner = std::ranges::find_if(rows, [&](Physical physical) { return keyOf(physical) == key; });
         if (owner != rows.end())
             read_[*owner] = {table, row};
@@ -297,6 +332,21 @@ int RowStore::append(const QVariant &key)
     return count() - 1;
 }
 
+int RowStore::append(const RowImage &written)
+{
+    const auto physical = static_cast<Physical>(cells_->rowCount() + static_cast<int>(appended_.size()));
+    read_[physical] = written;
+    return append(QVariant(nextNumber()));
+}
+
+void RowStore::rewrite(int row, const RowImage &written)
+{
+    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    if (Inside *const now = inside())
+        now->rewritten.emplace(physical, lastRead(physical));
+    read_[physical] = written;
+}
+
 RowStore::Inside *RowStore::inside()
 {
     const quint64 transaction = connection_->layer().startedSerial();
@@ -320,6 +370,8 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
     const Inside before = std::exchange(inside_, {});
     undone_.loaded = before.loaded;
     undone_.membership = !before.changes.empty();
+    for (const auto &[physical, image] : before.rewritten)
+        read_[physical] = image;
     for (Physical physical : before.read) {
         if (read_.erase(physical) > 0 && whole_)
             forgotten_.insert(physical);
@@ -332,7 +384,8 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
             putBack(*change);
     }
     for (int row = 0; row < count(); ++row) {
-        if (before.read.contains(order_[static_cast<std::size_t>(row)]))
+        const Physical physical = order_[static_cast<std::size_t>(row)];
+        if (before.read.contains(physical) || before.rewritten.contains(physical))
             undone_.rows.push_back(row);
     }
     return undone_;

@@ -30,7 +30,8 @@ struct RowImage
 /// The rows of one opened statement, shared by a recordset and its clones.
 ///
 /// A keyset holds the keys of its rows and reads the rows themselves when they are asked for, a screenful at a time; a
-/// statement whose rows have no key is read whole.
+/// statement whose rows have no key is read whole. Rows to be written whose table has no key are read whole, too, and known
+/// by their content: each gets a number, which it keeps when the list is read again and it is as it was.
 class RowStore
 {
 public:
@@ -42,9 +43,10 @@ public:
     int columnIndex(const QString &field) const;
     bool keyed() const { return shape_.base() != nullptr && keyColumn_ >= 0; }
     bool readWhole() const { return whole_; }
+    bool byContent() const { return byContent_; }
 
     int count() const { return static_cast<int>(order_.size()); }
-    /// The key, or the number of the row at its loading when rows have no key.
+    /// The key, or a number when rows have no key.
     QVariant key(int row) const;
     int find(const QVariant &key) const; ///< -1 when absent
 
@@ -58,6 +60,9 @@ public:
     /// Whoever stands on the row stands behind the last one afterwards.
     void remove(int row);
     int append(const QVariant &key);
+    // Of rows that are known by their content: as they were written.
+    int append(const RowImage &written);
+    void rewrite(int row, const RowImage &written);
     void sort(std::span<const OrderColumn> columns); ///< none: as loaded
     /// Forgets all rows, for those that still look at them.
     void drop();
@@ -95,6 +100,7 @@ private:
         quint64 transaction = 0;
         bool loaded = false;
         std::unordered_set<Physical> read;
+        std::unordered_map<Physical, RowImage> rewritten; ///< as they were before
         std::vector<Change> changes;
     };
 
@@ -103,7 +109,8 @@ private:
     void putBack(const Change &removed);
     void loadKeys(const RowStore *before);
     void loadWhole(const RowStore *before);
-    CellTable readAll();
+    void numberRows(const RowStore *before);
+    RowImage lastRead(Physical row) const;
     void orderLoaded(std::span<const OrderColumn> columns, const RowStore *before);
     /// Where rows of a list of that length would stand if nothing had changed.
     std::vector<Physical> guessedOrder(int rows) const;
@@ -119,6 +126,8 @@ private:
     ConnectionPtr connection_;
     SelectShape shape_;
     bool whole_ = false;
+    bool byContent_ = false;
+    std::vector<int> numbers_;          ///< of rows that are known by their content, as they were loaded
     int keyColumn_ = -1;                ///< in cells_
     std::shared_ptr<CellTable> cells_;  ///< all columns, or keys and order columns
     std::vector<ResultColumn> columns_; ///< the statement's own

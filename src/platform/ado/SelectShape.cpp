@@ -23,6 +23,8 @@ QString withAdded(const QString &list, const QStringList &added)
 SelectShape::SelectShape(const QString &statement, Dialect dialect)
 {
     SelectParser(*this, statement, dialect).run();
+    if (base_ && base_->keyIsTold)
+        key_ = {base_->key, base_->key};
 }
 
 const Column *SelectShape::baseColumn(const QString &field) const
@@ -50,20 +52,27 @@ bool SelectShape::listHolds(const QString &field) const
 
 QString SelectShape::keyName() const
 {
-    return sources_.front().name + u'.' + base_->key;
+    return sources_.front().name + u'.' + key_.text;
 }
 
 bool SelectShape::keyIsAdded() const
 {
     // In a join a column of that name may be another table's.
-    return base_ && (joined() || !baseColumn(base_->key) || !listHolds(base_->key));
+    return base_ && !key_.name.isEmpty() && (joined() || !baseColumn(key_.name) || !listHolds(key_.name));
 }
 
-SelectShape SelectShape::withoutKey() const
+bool SelectShape::showsRows() const
 {
-    SelectShape unkeyed(*this);
-    unkeyed.base_ = nullptr;
-    return unkeyed;
+    return base_ && !joined()
+           && std::ranges::all_of(items_, [](const ListItem &item) { return item.plain && item.qualifier.isEmpty(); });
+}
+
+QString SelectShape::returned() const
+{
+    QStringList items;
+    for (const ListItem &item : items_)
+        items << item.expression;
+    return QStringLiteral(" RETURNING ") + items.join(QStringLiteral(", "));
 }
 
 QStringList SelectShape::added() const

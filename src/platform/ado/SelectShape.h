@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/RowKey.h"
 #include "platform/ado/SqlText.h"
 #include "platform/ado/TableRegistry.h"
 
@@ -30,6 +31,12 @@ public:
 
     /// The table that keys and takes the rows; null when they are not keyed.
     const Table *base() const { return base_; }
+    /// What its rows are known by: what was told of the table, or what it turned out to have.
+    const QString &key() const { return key_.name; }
+    const QString &keyText() const { return key_.text; }
+    void setKey(RowKey key) { key_ = std::move(key); }
+    /// Whether a row shows all that there is to tell it from others: plain columns of one table.
+    bool showsRows() const;
     /// More than one table: a key may come more than once.
     bool joined() const { return sources_.size() > 1; }
     /// Whether a column of the result is the base table's own.
@@ -40,8 +47,6 @@ public:
     /// Expressions that all() adds behind the statement's own columns: the key and order columns that are not among them.
     QStringList added() const;
     bool keyIsAdded() const;
-    /// The same statement with rows that are not keyed.
-    SelectShape withoutKey() const;
 
     /// Every row, in any order where it can be ordered here.
     QString all() const;
@@ -50,6 +55,8 @@ public:
     /// The statement's columns, and the key if it is added, of rows whose keyName() the caller tells behind this text.
     QString rows() const;
     QString keyName() const;
+    /// The statement's columns behind a RETURNING.
+    QString returned() const;
 
 private:
     friend class SelectParser;
@@ -78,6 +85,7 @@ private:
     std::vector<ListItem> items_;
     std::vector<OrderItem> order_;
     const Table *base_ = nullptr;
+    RowKey key_;
     bool extensible_ = false; ///< columns can be added and the order taken over
 };
 

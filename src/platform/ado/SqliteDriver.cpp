@@ -4,7 +4,9 @@
 #include "platform/ado/LiftNumbers.h"
 #include "platform/ado/LikeOperator.h"
 
+#include <QFileInfo>
 #include <QThread>
+#include <QUrl>
 
 #include <sqlite3.h>
 
@@ -14,6 +16,8 @@
 namespace ado {
 
 namespace {
+
+constexpr QLatin1String readOnlyMark("?mode=ro");
 
 /// Asked of the disk itself: to the toolkit a name that begins with ':' is one of the program's own resources.
 bool isThere(const QString &file)
@@ -104,8 +108,9 @@ int waitForOtherDesk(void *, int tries)
 } // namespace
 
 SqliteDriver::SqliteDriver(const QString &file, bool create)
-    : file_(file)
-    , mayMake_(create || file == QLatin1String(":memory:"))
+    : readsOnly_(file.endsWith(readOnlyMark))
+    , file_(readsOnly_ ? file.chopped(readOnlyMark.size()) : file)
+    , mayMake_(!readsOnly_ && (create || file == QLatin1String(":memory:")))
 {
 }
 
@@ -119,13 +124,10 @@ void SqliteDriver::openSession()
     if (!mayMake_ && !isThere(file_))
         connectionLost(QStringLiteral("데이터베이스 파일이 없습니다: %1").arg(file_));
     requireNoLogOfTheFileBefore();
-    // A connection belongs to one thread, so the engine need not guard it.
-    const int how = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mayMake_ ? SQLITE_OPEN_CREATE : 0);
-    if (sqlite3_open_v2(file_.toUtf8().constData(), &handle_, how, nullptr) != SQLITE_OK) {
-        const QString why = QString::fromUtf8(sqlite3_errmsg(handle_));
-        closeSession();
-        connectionLost(why);
-    }
+    if (readsOnly_)
+        openToRead();
+    else
+        open(file_, SQLITE_OPEN_READWRITE | (mayMake_ ? SQLITE_OPEN_CREATE : 0));
     sqlite3_busy_handler(handle_, waitForOtherDesk, nullptr);
     keepsLog_ = false;
     run("PRAGMA synchronous = FULL"); // this is money: a committed sale survives a power cut
@@ -133,6 +135,44 @@ void SqliteDriver::openSession()
     installLikeOperator(handle_);
     mayMake_ = file_ == QLatin1String(":memory:");
     knowFiles();
+}
+
+void SqliteDriver::open(const QString &name, int how)
+{
+    // A connection belongs to one thread, so the engine need not guard it.
+    if (sqlite3_open_v2(name.toUtf8().constData(), &handle_, how | SQLITE_OPEN_NOMUTEX, nullptr) == SQLITE_OK)
+        return;
+    const QString why = QString::fromUtf8(sqlite3_errmsg(handle_));
+    closeSession();
+    connectionLost(why);
+}
+
+/// Leaves no trace. The engine's own read-only way makes a log and leaves it behind, so it is taken only where nothing can be
+/// written, or where the engine would first undo what a crash left; a log that others left stays as it is.
+void SqliteDriver::openToRead()
+{
+    const QFileInfo file(file_);
+    const bool mayWrite = file.isWritable() && QFileInfo(file.absolutePath()).isWritable();
+    const bool hasLog = QFileInfo(log()).size() > 0;
+    if (mayWrite && QFileInfo(file_ + QStringLiteral("-journal")).size() == 0) {
+        open(file_, SQLITE_OPEN_READWRITE);
+        if (hasLog)
+            sqlite3_db_config(handle_, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    } else if (mayWrite || hasLog) {
+        open(file_, SQLITE_OPEN_READONLY);
+    } else {
+        const QString path = QString::fromLatin1(QUrl::toPercentEncoding(file.absoluteFilePath(), "/"));
+        open(QStringLiteral("file:%1?immutable=1").arg(path), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    }
+    run("PRAGMA query_only = ON");
+}
+
+void SqliteDriver::requireWriting() const
+{
+    if (readsOnly_)
+        throw runtime::RuntimeError(runtime::ErrorNumber::Database,
+                                    QStringLiteral("읽기 전용으로 연 데이터베이스입니다. 저장하지 않았습니다: ")
+                                        + file_);
 }
 
 void SqliteDriver::knowFiles()
@@ -182,6 +222,7 @@ void SqliteDriver::keepLog()
 {
     if (keepsLog_)
         return;
+    requireWriting();
     run("PRAGMA journal_mode = WAL");
     knowFiles();
     keepsLog_ = true;

@@ -8,7 +8,7 @@ struct sqlite3;
 namespace ado {
 
 /// The embedded engine, through its own interface: it is the default of a small clinic and must not pay for a value
-/// object in every cell.
+/// object in every cell. "FILE?mode=ro" is only looked at.
 class SqliteDriver : public Driver
 {
 public:
@@ -49,6 +49,12 @@ private:
     void requireNoLogOfTheFileBefore() const;
     QString log() const { return file_ + QStringLiteral("-wal"); }
 
+    void open(const QString &name, int how);
+    void openToRead();
+    /// Raises Database where the file is only to be looked at.
+    void requireWriting() const;
+
+    const bool readsOnly_;
     const QString file_;
     bool mayMake_; ///< until it was opened once: a file that is gone must not come back empty
     bool keepsLog_ = false;

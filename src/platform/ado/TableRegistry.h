@@ -22,6 +22,9 @@ struct Table
     QString name;
     QString key;
     std::vector<Column> columns;
+    /// False: other programs' tables of that name may have another key or none, so the engine is asked before rows are
+    /// written, and a reading relies on none.
+    bool keyIsTold = true;
 
     const Column *column(QStringView name) const; ///< ignores case; null when absent
 };

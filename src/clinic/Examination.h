@@ -1,0 +1,36 @@
+#pragma once
+
+#include "clinic/Catalogue.h"
+
+#include <QStringList>
+
+#include <vector>
+
+namespace clinic {
+
+/// One thing in which a database is not as a sale wants it.
+struct Finding
+{
+    enum class Weight {
+        Fault, ///< selling would fail or lose something
+        Hint,  ///< it works, slower or with less
+    };
+    enum class Kind { NoTable, NoColumn, Other, LateCounter, NoIndex, NoLike };
+
+    Weight weight;
+    Kind kind;
+    QString what; ///< in Korean, with the name of what it is about at the end
+};
+
+enum class Depth {
+    ToSell, ///< what a sale would fail at: two short readings
+    Whole,
+};
+
+/// Looks at the catalogue of a database and writes nothing. Tables and columns that nobody told a clinic's own installer of
+/// are not asked for.
+std::vector<Finding> examine(ado::Connection &connection, Depth depth);
+
+QStringList textsOf(const std::vector<Finding> &findings, Finding::Weight weight);
+
+} // namespace clinic
