@@ -235,6 +235,147 @@ TEST_P(Transactions, OpenBeforeAnEventAreLeftToThoseWhoBeganThem)
     EXPECT_EQ(seen(), "hosts inside");
 }
 
+TEST_P(Transactions, OfAnEventLieInThoseThatWereOpenBeforeIt)
+{
+    const auto fail = [] { throw runtime::RuntimeError(ErrorNumber::TypeMismatch, QStringLiteral("x")); };
+    const std::pair<const char *, std::function<void()>> hosts[]{
+        {"BeginTrans", [&] { desk->BeginTrans(); }},
+        {"raw BEGIN", [&] { desk->Execute(QStringLiteral("BEGIN")); }},
+    };
+    const struct
+    {
+        const char *name;
+        std::function<void()> event;
+        const char *left;
+    } cases[]{
+        {"saved",
+         [&] {
+             desk->BeginTrans();
+             add("sold");
+             desk->CommitTrans();
+         },
+         "hosts sold after"},
+        {"undone",
+         [&] {
+             desk->BeginTrans();
+             add("lost");
+             desk->RollbackTrans();
+         },
+         "hosts after"},
+        {"saved, and its like undone",
+         [&] {
+             ado::Transaction scope(*desk);
+             add("sold");
+             scope.commit();
+             const ado::Transaction other(*desk);
+             add("lost");
+         },
+         "hosts sold after"},
+        {"left open",
+         [&] {
+             desk->BeginTrans();
+             add("lost");
+         },
+         "hosts after"},
+        {"left by an error of one that joined",
+         [&] {
+             const ado::Transaction scope(*desk);
+             add("lost");
+             const ado::Transaction joined(*desk);
+             fail();
+         },
+         "hosts after"},
+        {"ended by a refused statement",
+         [&] {
+             const ado::Transaction scope(*desk);
+             add("lost");
+             desk->Execute(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK) VALUES (NULL)"));
+         },
+         "hosts after"},
+        {"of an event within the event",
+         [&] {
+             ado::Transaction scope(*desk);
+             {
+                 const AbandonedTransactions inner;
+                 desk->BeginTrans();
+                 add("lost");
+             }
+             add("sold");
+             scope.commit();
+         },
+         "hosts sold after"},
+        {"none, one statement", [&] { add("sold"); }, "hosts sold after"},
+        {"none, one that is refused",
+         [&] { desk->Execute(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK) VALUES (NULL)")); }, "hosts after"},
+    };
+    for (const auto &[host, begin] : hosts) {
+        for (const auto &one : cases) {
+            for (const char *end : {"COMMIT", "ROLLBACK"}) {
+                SCOPED_TRACE(std::string(host) + ", " + one.name + ", " + end);
+                clinic.run(QStringLiteral("DELETE FROM tPSProductMaster"));
+                begin();
+                add("hosts");
+                errorOf([&] {
+                    const AbandonedTransactions edge;
+                    EXPECT_FALSE(desk->inTransaction()) << "not the event's";
+                    one.event();
+                });
+                add("after");
+                EXPECT_EQ(seen(), "") << "nothing is saved before the host does";
+                if (!desk->inTransaction())
+                    desk->Execute(QLatin1String(end));
+                else if (*end == 'C')
+                    desk->CommitTrans();
+                else
+                    desk->RollbackTrans();
+                EXPECT_EQ(seen(), *end == 'C' ? one.left : "");
+            }
+        }
+    }
+}
+
+TEST_P(Transactions, OfAnEventAreUndoneInEveryListWithTheirHosts)
+{
+    addProducts({"a", "b", "c"});
+    const auto products = opened(allProducts);
+    const auto shown = [&] {
+        QStringList names;
+        for (int row = 0; row < products->rowCount(); ++row)
+            names << runtime::text(products->valueAt(row, products->columnIndex("PM_Name")));
+        return names.join(u' ');
+    };
+    const auto write = [&](int row, const char *name) {
+        products->moveTo(row);
+        products->setValue("PM_Name", name);
+        products->Update();
+    };
+    desk->BeginTrans();
+    write(0, "hosts");
+    {
+        const AbandonedTransactions edge;
+        ado::Transaction scope(*desk);
+        write(1, "sold");
+        products->AddNew();
+        products->setValue("PM_Name", "new");
+        products->Update();
+        scope.commit();
+    }
+    {
+        const AbandonedTransactions edge;
+        desk->BeginTrans();
+        write(0, "lost");
+        write(1, "lost");
+        products->moveTo(2);
+        products->Delete();
+    }
+    EXPECT_EQ(shown(), "hosts sold c new") << "only what the second event wrote is undone";
+    write(2, "after"); // no conflict with a deletion that never was
+    desk->RollbackTrans();
+    EXPECT_EQ(shown(), "a b c");
+    write(1, "saved");
+    EXPECT_EQ(seen(), "a saved c");
+}
+
 TEST_P(Transactions, DieWithTheirConnectionAndHoldNoLock)
 {
     {
