@@ -127,7 +127,7 @@ TEST(AdoptedServer, RefusesWhatWouldCostTheHostItsRowsOrItsTransaction)
     ASSERT_TRUE(rows.exec(QStringLiteral("SELECT * FROM generate_series(1, 3)")) && rows.next());
     EXPECT_EQ(errorOf([&] { adopted->read(QStringLiteral("SELECT 1")); }), ErrorNumber::InvalidCall);
     EXPECT_TRUE(rows.next() && rows.next()) << "they are all still there";
-    rows.finish();
+    rows.clear();
     EXPECT_EQ(errorOf([&] { adopted->read(QStringLiteral("SELECT 1")); }), std::nullopt);
 
     TestDatabase odbc(ado::Engine::Odbc);

@@ -335,7 +335,7 @@ auto Connection::Private::shielded(const Command &statement, Run run)
         driver->write(driver->command() << u"SAVEPOINT statement");
     try {
         auto result = run();
-        if (shield)
+        if (shield && driver->holdsTransaction()) // it may have been a raw end of it
             driver->write(driver->command() << u"RELEASE SAVEPOINT statement");
         return result;
     } catch (const RuntimeError &error) {

@@ -12,13 +12,13 @@ LentDatabase::LentDatabase(const QSqlDatabase &database)
 {
 }
 
-void *LentDatabase::handle(const char *type) const
+void *LentDatabase::handle(QLatin1String kind) const
 {
     const QSqlDatabase now = database();
-    if (!now.isOpen())
+    if (!now.isOpen() || now.driverName() != kind)
         return nullptr;
-    const QVariant handle = now.driver()->handle();
-    return qstrcmp(handle.typeName(), type) == 0 ? *static_cast<void *const *>(handle.constData()) : nullptr;
+    const QVariant handle = now.driver()->handle(); // holds a pointer, under whatever name the toolkit was built with
+    return handle.isValid() ? *static_cast<void *const *>(handle.constData()) : nullptr;
 }
 
 QString LentDatabase::address() const

@@ -14,8 +14,8 @@ public:
     /// Invalid when it was removed.
     QSqlDatabase database() const { return QSqlDatabase::database(name_, false); }
     bool isOpen() const { return database().isOpen(); }
-    /// The session in the engine's own interface, for drivers that hand it out as a pointer of that type; null while closed.
-    void *handle(const char *type) const;
+    /// The session in the engine's own interface; null while it is closed, and where another kind of it has the name now.
+    void *handle(QLatin1String kind) const;
     /// As Connection::open() would take it, without a password.
     QString address() const;
 

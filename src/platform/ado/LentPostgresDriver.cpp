@@ -55,12 +55,12 @@ LentPostgresDriver::~LentPostgresDriver()
 
 pg_conn *LentPostgresDriver::session() const
 {
-    return lentHandle_ && !*closed_ && lentHandle_ == lent_.handle("PGconn*") ? lentHandle_ : nullptr;
+    return lentHandle_ && !*closed_ && lentHandle_ == lent_.handle(QLatin1String("QPSQL")) ? lentHandle_ : nullptr;
 }
 
 void LentPostgresDriver::openSession()
 {
-    auto *const handle = static_cast<PGconn *>(lent_.handle("PGconn*"));
+    auto *const handle = static_cast<PGconn *>(lent_.handle(QLatin1String("QPSQL")));
     if (!handle || PQstatus(handle) != CONNECTION_OK)
         LentDatabase::raiseClosed();
     closed_ = closedOf(handle);

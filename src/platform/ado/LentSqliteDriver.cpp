@@ -13,7 +13,7 @@ namespace {
 
 sqlite3 *handleOf(const LentDatabase &lent)
 {
-    return static_cast<sqlite3 *>(lent.handle("sqlite3*"));
+    return static_cast<sqlite3 *>(lent.handle(QLatin1String("QSQLITE")));
 }
 
 /// Some builds of Qt bring an engine of their own, whose sessions this library's engine must not touch.

@@ -305,7 +305,7 @@ RowStore::Inside *RowStore::inside()
         return nullptr;
     std::erase_if(inside_, [&](const Inside &one) { return one.transaction < layer.outermostSerial(); }); // were saved
     if (inside_.empty() || inside_.back().transaction != transaction)
-        inside_.push_back({transaction});
+        inside_.emplace_back().transaction = transaction;
     return &inside_.back();
 }
 
