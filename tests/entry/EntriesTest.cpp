@@ -10,6 +10,8 @@
 #include <QMetaMethod>
 #include <QStatusTipEvent>
 
+#include <gmock/gmock.h>
+
 using runtime::ErrorNumber;
 using runtime::RuntimeError;
 
@@ -222,12 +224,16 @@ TEST_F(Entries, AreFoundByNameAndRefuseWhatDoesNotFit)
         const char *member;
         QVariantList arguments;
         ErrorNumber error;
+        const char *told = "";
     } cases[] = {
         {"showProduct", {}, ErrorNumber::NoSuchMember},
         {"openProductServer", {QString()}, ErrorNumber::NoSuchMember},
-        {"showProductSale", arguments().mid(0, 9), ErrorNumber::WrongArguments},
-        {"showProductSaleManage", tooMany, ErrorNumber::WrongArguments},
-        {"showProductSale", with(0, QStringLiteral("clinic.db")), ErrorNumber::WrongArguments},
+        {"showProductSale", arguments().mid(0, 9), ErrorNumber::WrongArguments, ", 9 -> 11/10"},
+        {"showProductSaleManage", tooMany, ErrorNumber::WrongArguments, ", 12 -> 11/10"},
+        {"showProductSale", with(0, QStringLiteral("clinic.db")), ErrorNumber::WrongArguments,
+         ", 1. cnnMasterDB: QString -> ado::ConnectionPtr&"},
+        {"showProductSale", with(5, QStringLiteral("어제")), ErrorNumber::WrongArguments,
+         ", 6. dtBirth: QString -> QDate"},
     };
     for (const auto &c : cases) {
         try {
@@ -235,7 +241,7 @@ TEST_F(Entries, AreFoundByNameAndRefuseWhatDoesNotFit)
             ADD_FAILURE() << c.member << " took it";
         } catch (const RuntimeError &error) {
             EXPECT_EQ(error.number(), c.error) << c.member;
-            EXPECT_TRUE(error.description().contains(QLatin1String(c.member))) << error.description().toStdString();
+            EXPECT_THAT(error.description().toStdString(), testing::HasSubstr(std::string(c.member) + c.told));
         }
     }
     EXPECT_FALSE(window()) << "a refused call does nothing";
