@@ -1,7 +1,9 @@
 #include "platform/ado/Transaction.h"
 #include "tests/ado/Desks.h"
+#include "tests/support/Cases.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <sqlite3.h>
@@ -23,6 +25,43 @@ protected:
     void add(const char *name) { add(name, desk); }
 
     QString seen() { return names().join(u' '); }
+
+    /// A word of a case; what is none is a statement.
+    void step(const QString &word)
+    {
+        if (word == u"BeginTrans")
+            desk->BeginTrans();
+        else if (word == u"CommitTrans")
+            desk->CommitTrans();
+        else if (word == u"RollbackTrans")
+            desk->RollbackTrans();
+        else if (word.startsWith(u'+'))
+            add(word.sliced(1).toUtf8());
+        else
+            desk->Execute(word == u"refused" ? QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK) VALUES (NULL)")
+                                             : word);
+    }
+    /// The steps of an event, with its scopes; an error leaves all of them.
+    void work(const QString &steps)
+    {
+        std::vector<std::pair<std::unique_ptr<AbandonedTransactions>, std::unique_ptr<ado::Transaction>>> scopes;
+        const auto leaveAll = qScopeGuard([&] {
+            while (!scopes.empty())
+                scopes.pop_back();
+        });
+        for (const QString &word : steps.split(u' ')) {
+            if (word == u"event{")
+                scopes.emplace_back(std::make_unique<AbandonedTransactions>(), nullptr);
+            else if (word == u"scope{")
+                scopes.emplace_back(nullptr, std::make_unique<ado::Transaction>(*desk));
+            else if (word == u"}")
+                scopes.pop_back();
+            else if (word == u"commit")
+                scopes.back().second->commit();
+            else
+                step(word);
+        }
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, Transactions, testing::ValuesIn(allEngines), engineName);
 
@@ -211,125 +250,39 @@ TEST_P(Transactions, OfAScopeAreSavedByItsCommitAndUndoneByEveryOtherEnd)
     }
 }
 
-TEST_P(Transactions, OpenBeforeAnEventAreLeftToThoseWhoBeganThem)
+TEST_P(Transactions, OfTheHostCanBeEndedByItWithinAnEvent)
 {
     desk->BeginTrans();
-    add("hosts");
+    add("lost");
     {
         AbandonedTransactions edge;
-        add("inside");
-        desk->BeginTrans(); // joins
-    }
-    EXPECT_TRUE(desk->inTransaction());
-    desk->CommitTrans();
-    EXPECT_EQ(seen(), "hosts inside");
-
-    desk->BeginTrans();
-    {
-        AbandonedTransactions edge;
-        desk->RollbackTrans(); // ends the host's too: nesting is flat
+        desk->RollbackTrans(); // the host's timer, while a dialog stands
         desk->BeginTrans();
         add("lost");
     }
     EXPECT_FALSE(desk->inTransaction());
-    EXPECT_EQ(seen(), "hosts inside");
+    EXPECT_EQ(seen(), "");
 }
 
 TEST_P(Transactions, OfAnEventLieInThoseThatWereOpenBeforeIt)
 {
-    const auto fail = [] { throw runtime::RuntimeError(ErrorNumber::TypeMismatch, QStringLiteral("x")); };
-    const std::pair<const char *, std::function<void()>> hosts[]{
-        {"BeginTrans", [&] { desk->BeginTrans(); }},
-        {"raw BEGIN", [&] { desk->Execute(QStringLiteral("BEGIN")); }},
-    };
-    const struct
-    {
-        const char *name;
-        std::function<void()> event;
-        const char *left;
-    } cases[]{
-        {"saved",
-         [&] {
-             desk->BeginTrans();
-             add("sold");
-             desk->CommitTrans();
-         },
-         "hosts sold after"},
-        {"undone",
-         [&] {
-             desk->BeginTrans();
-             add("lost");
-             desk->RollbackTrans();
-         },
-         "hosts after"},
-        {"saved, and its like undone",
-         [&] {
-             ado::Transaction scope(*desk);
-             add("sold");
-             scope.commit();
-             const ado::Transaction other(*desk);
-             add("lost");
-         },
-         "hosts sold after"},
-        {"left open",
-         [&] {
-             desk->BeginTrans();
-             add("lost");
-         },
-         "hosts after"},
-        {"left by an error of one that joined",
-         [&] {
-             const ado::Transaction scope(*desk);
-             add("lost");
-             const ado::Transaction joined(*desk);
-             fail();
-         },
-         "hosts after"},
-        {"ended by a refused statement",
-         [&] {
-             const ado::Transaction scope(*desk);
-             add("lost");
-             desk->Execute(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK) VALUES (NULL)"));
-         },
-         "hosts after"},
-        {"of an event within the event",
-         [&] {
-             ado::Transaction scope(*desk);
-             {
-                 const AbandonedTransactions inner;
-                 desk->BeginTrans();
-                 add("lost");
-             }
-             add("sold");
-             scope.commit();
-         },
-         "hosts sold after"},
-        {"none, one statement", [&] { add("sold"); }, "hosts sold after"},
-        {"none, one that is refused",
-         [&] { desk->Execute(QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK) VALUES (NULL)")); }, "hosts after"},
-    };
-    for (const auto &[host, begin] : hosts) {
-        for (const auto &one : cases) {
-            for (const char *end : {"COMMIT", "ROLLBACK"}) {
-                SCOPED_TRACE(std::string(host) + ", " + one.name + ", " + end);
-                clinic.run(QStringLiteral("DELETE FROM tPSProductMaster"));
-                begin();
-                add("hosts");
-                errorOf([&] {
-                    const AbandonedTransactions edge;
-                    EXPECT_FALSE(desk->inTransaction()) << "not the event's";
-                    one.event();
-                });
-                add("after");
-                EXPECT_EQ(seen(), "") << "nothing is saved before the host does";
-                if (!desk->inTransaction())
-                    desk->Execute(QLatin1String(end));
-                else if (*end == 'C')
-                    desk->CommitTrans();
-                else
-                    desk->RollbackTrans();
-                EXPECT_EQ(seen(), *end == 'C' ? one.left : "");
-            }
+    for (const QStringList &one : casesOf("ado/host-transactions.cases", 2)) {
+        for (const char *host :
+             {"BeginTrans, CommitTrans", "BeginTrans, RollbackTrans", "BEGIN, COMMIT", "BEGIN, ROLLBACK"}) {
+            SCOPED_TRACE(one[0].toStdString() + ", " + host);
+            const QStringList words = QString::fromLatin1(host).split(QStringLiteral(", "));
+            clinic.run(QStringLiteral("DELETE FROM tPSProductMaster"));
+            step(words[0]);
+            add("hosts");
+            errorOf([&] {
+                const AbandonedTransactions edge;
+                EXPECT_FALSE(desk->inTransaction()) << "not the event's";
+                work(one[0]);
+            });
+            add("after");
+            EXPECT_EQ(seen(), "") << "nothing is saved before the host does";
+            step(words[1]);
+            EXPECT_EQ(seen(), words[1].startsWith(u'C') ? one[1] : QString());
         }
     }
 }

@@ -71,8 +71,10 @@ TEST_P(HostTransaction, OfAnAdoptedSessionHoldsItJustSo)
     EXPECT_EQ(stored(), " /  / ");
     ASSERT_TRUE(database.rollback());
     EXPECT_EQ(desk_.said(), "");
-    desk_.choose("tdbCustSaleMaster", 0);
-    EXPECT_THAT(desk_.said(), testing::HasSubstr("목록을 새로 가져왔습니다."));
+    desk_.boxes.answers = {controls::Answer::No}; // on the order that the window still shows
+    desk_.addLine(0, "1");
+    EXPECT_THAT(desk_.said(), testing::HasSubstr("판매추가를 실패 했습니다."));
+    EXPECT_EQ(desk_.rowsOf("tdbCustSaleMaster"), 0);
 
     ASSERT_TRUE(database.transaction());
     sell();

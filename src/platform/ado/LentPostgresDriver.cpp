@@ -67,6 +67,7 @@ void LentPostgresDriver::openSession()
     lentHandle_ = handle;
     requireNothingUnderWay();
     putReadingRight();
+    PostgresDriver::write(command() << u"SET DateStyle = ISO");
     PostgresDriver::read(command() << postgresSession::lentPatience);
 }
 
