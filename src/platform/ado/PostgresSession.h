@@ -24,6 +24,10 @@ inline const QString patience = QStringLiteral(
     "('random_page_cost', '1.1'), ('jit', 'off'), ('max_parallel_workers_per_gather', '0')) AS asked (name, wanted) "
     "JOIN pg_catalog.pg_settings USING (name) WHERE source = 'default'");
 
+/// In a session of the host's nothing more than that a lock is not waited for without end: how long the host may stand still
+/// in its own transaction is its affair.
+inline const QString lentPatience = QStringLiteral("SELECT set_config(name, '8s', false) FROM pg_catalog.pg_settings "
+                                                   "WHERE name = 'lock_timeout' AND source = 'default'");
 /// LIKE resolves to an operator along the search path. Where the database has one of this layer's meaning, it goes ahead of
 /// the built-in one; new tables still go to the first schema of the path. A path that names the built-in one is left alone.
 inline const QString likeOperator = QStringLiteral(
