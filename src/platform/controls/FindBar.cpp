@@ -18,7 +18,7 @@ namespace controls {
 namespace {
 
 const QString noneFits = QStringLiteral("없습니다");
-const QString keys = QStringLiteral("검색 Ctrl+F, 다음 Enter·F3, 이전 Shift+F3, 목록으로 ↓, 지우기 Esc");
+const QString searchKeys = QStringLiteral("검색 Ctrl+F, 다음 Enter·F3, 이전 Shift+F3, 목록으로 ↓, 지우기 Esc");
 
 QString grouped(int number)
 {
@@ -42,8 +42,8 @@ FindBar::FindBar(RecordsetGrid *grid, const Design &design, QWidget *parent)
 {
     box_->setPlaceholderText(design.placeholder);
     box_->setAccessibleName(design.what + QStringLiteral(" 검색"));
-    box_->setAccessibleDescription(keys);
-    box_->setToolTip(keys);
+    box_->setAccessibleDescription(searchKeys);
+    box_->setToolTip(searchKeys);
     box_->setClearButtonEnabled(true);
     place_->setTextFormat(Qt::PlainText);
     place_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
