@@ -49,16 +49,16 @@ protected:
 TEST_F(Entries, AreRefusedByNameWhereASaleCouldNotBeSavedAndSilentWhereItCan)
 {
     database_.run("DROP INDEX ixOrderDetailOrder");
-    database_.run("ALTER TABLE tPSOrderMaster DROP COLUMN OrdM_Cel");
+    database_.run("ALTER TABLE tPSIncoming RENAME COLUMN IN_Total TO away");
     for (const char *entry : {"showProductSale", "showProductSaleManage"}) {
         boxes_.messages.clear();
         enter(entry);
         EXPECT_FALSE(isUp());
         EXPECT_EQ(boxes_.messages.size(), 1) << said();
-        EXPECT_NE(said().find("항목이 없습니다: tPSOrderMaster.OrdM_Cel"), std::string::npos) << said();
+        EXPECT_NE(said().find("항목이 없습니다: tPSIncoming.IN_Total"), std::string::npos) << said();
     }
     boxes_.messages.clear();
-    database_.run("ALTER TABLE tPSOrderMaster ADD COLUMN OrdM_Cel TEXT");
+    database_.run("ALTER TABLE tPSIncoming RENAME COLUMN away TO IN_Total");
     sell();
     EXPECT_TRUE(isUp());
     EXPECT_EQ(said(), "");

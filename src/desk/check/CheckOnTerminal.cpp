@@ -42,7 +42,8 @@ void tell(QTextStream &terminal, const Finding &finding)
 int checkOnTerminal(ado::Connection &connection)
 {
     QTextStream terminal(stdout);
-    terminal << QStringLiteral("검사: ") << ado::addressToShow(connection.address()) << Qt::endl;
+    terminal << QStringLiteral("검사: ") << ado::addressToShow(connection.address()).remove(QStringLiteral("?mode=ro"))
+             << Qt::endl;
     int examined = 0;
     int failed = 0;
     int violated = 0;

@@ -22,19 +22,19 @@ SELECT format('CREATE ROLE %I LOGIN', :'desk') WHERE NOT EXISTS (SELECT FROM pg_
 ALTER ROLE :"desk" NOCREATEDB NOCREATEROLE NOINHERIT;
 
 CREATE TEMP TABLE clinic_table ON COMMIT DROP AS
-SELECT named, to_regclass(named) AS found, kind
+SELECT named, to_regclass(named) AS relation, kind
 FROM (VALUES ('tPSProductMaster', 'rows'), ('tPSCompanyMaster', 'rows'), ('tPSIncoming', 'rows'), ('tPSOrderMaster', 'rows'),
              ('tPSOrderDetail', 'rows'), ('tPSTransaction', 'rows'), ('tPSProperties', 'settings'),
              ('t_HospSetup', 'settings'), ('Customer', 'read'), ('Receipt', 'read'), ('t_DeskSchema', 'made'),
              ('t_DeskJournal', 'made')) AS asked (named, kind);
 DO $body$ DECLARE missing text; BEGIN
-    SELECT string_agg(named, ', ') INTO missing FROM clinic_table WHERE found IS NULL AND kind <> 'made';
+    SELECT string_agg(named, ', ') INTO missing FROM clinic_table WHERE relation IS NULL AND kind <> 'made';
     IF missing IS NOT NULL THEN
         RAISE EXCEPTION 'tables that are not found on the search path: %', missing;
     END IF;
 END $body$;
 CREATE TEMP VIEW clinic_schema AS
-SELECT DISTINCT n.nspname FROM clinic_table t JOIN pg_class c ON c.oid = t.found JOIN pg_namespace n ON n.oid = c.relnamespace;
+SELECT DISTINCT n.nspname FROM clinic_table t JOIN pg_class c ON c.oid = t.relation JOIN pg_namespace n ON n.oid = c.relnamespace;
 
 \if :{?lock_down}
     -- Nobody comes in by being anybody, and nobody makes tables, not even temporary ones, by being in.
@@ -63,16 +63,16 @@ SELECT format('GRANT USAGE ON SCHEMA clinic_like TO %1$I; GRANT EXECUTE ON ALL F
 SELECT format('REVOKE ALL ON ALL TABLES IN SCHEMA %1$I FROM %2$I; REVOKE ALL ON ALL SEQUENCES IN SCHEMA %1$I FROM %2$I',
               nspname, :'desk')
     FROM clinic_schema \gexec
-SELECT format('GRANT SELECT%s ON %s TO %I', CASE WHEN kind = 'rows' THEN ', DELETE' ELSE '' END, found, :'desk')
-    FROM clinic_table WHERE found IS NOT NULL \gexec
+SELECT format('GRANT SELECT%s ON %s TO %I', CASE WHEN kind = 'rows' THEN ', DELETE' ELSE '' END, relation, :'desk')
+    FROM clinic_table WHERE relation IS NOT NULL \gexec
 CREATE TEMP VIEW clinic_counter AS
 SELECT d.adrelid, d.adnum, s.refobjid::regclass AS counter
 FROM pg_attrdef d JOIN pg_depend s ON s.classid = 'pg_attrdef'::regclass AND s.objid = d.oid AND s.refclassid =
     'pg_class'::regclass JOIN pg_class c ON c.oid = s.refobjid AND c.relkind = 'S'
-WHERE d.adrelid IN (SELECT found FROM clinic_table WHERE kind IN ('rows', 'settings'));
+WHERE d.adrelid IN (SELECT relation FROM clinic_table WHERE kind IN ('rows', 'settings'));
 SELECT format('GRANT INSERT (%1$s), UPDATE (%1$s) ON %2$s TO %3$I', string_agg(quote_ident(a.attname), ', '),
               a.attrelid::regclass, :'desk')
-    FROM clinic_table t JOIN pg_attribute a ON a.attrelid = t.found
+    FROM clinic_table t JOIN pg_attribute a ON a.attrelid = t.relation
     WHERE t.kind IN ('rows', 'settings') AND a.attnum > 0 AND NOT a.attisdropped AND a.attidentity = ''
         AND NOT EXISTS (SELECT FROM clinic_counter c WHERE c.adrelid = a.attrelid AND c.adnum = a.attnum)
     GROUP BY a.attrelid \gexec
