@@ -181,6 +181,24 @@ void replaceFile(const QString &clinic, const QString &prepared, const Progress 
     to.takeOver(ready, progress, [&] { takeAlong(clinic, ready); });
 }
 
+/// A commit that a disk could not sync at its very end may stand all the same. What the file says then is what happened, once it
+/// can be synced.
+void putRows(const QString &clinic, const QString &source, Scope scope, const Progress &progress)
+{
+    const auto generation = [&] { return SqliteFile(clinic, Open::ToRead).mark().generation; };
+    const int before = generation();
+    try {
+        replaceSqliteRows(clinic, source, scope, progress);
+    } catch (const runtime::RuntimeError &) {
+        if (generation() <= before)
+            throw;
+        runtime::trapped();
+        files::syncFile(clinic);
+        if (const QString log = clinic + QStringLiteral("-wal"); QFileInfo::exists(log))
+            files::syncFile(log);
+    }
+}
+
 } // namespace
 
 void copySqliteClinic(const QString &clinic, const QString &target, const Progress &progress)
@@ -209,7 +227,7 @@ Restored restoreSqliteClinic(const QString &clinic, const QString &source, const
     const Found found = look(clinic);
     if (found == Found::Clinic) {
         keepAside(clinic, safetyCopy);
-        replaceSqliteRows(clinic, source, scope, progress);
+        putRows(clinic, source, scope, progress);
         return {safetyCopy};
     }
     demandKnownTriggers(from, source);
