@@ -1,3 +1,4 @@
+#include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "tests/ado/Desks.h"
 #include "tests/support/LogLines.h"
@@ -71,6 +72,33 @@ TEST_P(LostServer, TakesItsTransactionAlongAndSaysSo)
     cut();
     desk->RollbackTrans();
     EXPECT_EQ(seen(), "d f");
+}
+
+TEST_P(LostServer, TakesTheHostsTransactionAlongAndSaysSoToBoth)
+{
+    const auto sell = [&] {
+        const ado::AbandonedTransactions edge;
+        ado::Transaction sale(*desk);
+        add("sold");
+        sale.commit();
+    };
+    desk->BeginTrans();
+    add("hosts");
+    sell();
+    cut();
+    EXPECT_EQ(errorOf(sell), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(errorOf(sell), ErrorNumber::ConnectionLost) << "a sale must not be saved without what it lay in";
+    EXPECT_EQ(errorOf([&] { desk->CommitTrans(); }), ErrorNumber::ConnectionLost);
+    EXPECT_EQ(seen(), "");
+
+    desk->Execute(QStringLiteral("BEGIN"));
+    add("hosts");
+    cut();
+    EXPECT_EQ(errorOf(sell), ErrorNumber::ConnectionLost);
+    EXPECT_TRUE(errorOf([&] { desk->Execute(QStringLiteral("COMMIT")); })) << "there is nothing to save";
+    EXPECT_EQ(seen(), "");
+    sell();
+    EXPECT_EQ(seen(), "sold");
 }
 
 TEST_P(LostServer, ThatIsStoppedGivesAnErrorUntilItIsBack)

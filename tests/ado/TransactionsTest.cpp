@@ -1,7 +1,9 @@
 #include "platform/ado/Transaction.h"
 #include "tests/ado/Desks.h"
+#include "tests/support/Cases.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <sqlite3.h>
@@ -23,6 +25,43 @@ protected:
     void add(const char *name) { add(name, desk); }
 
     QString seen() { return names().join(u' '); }
+
+    /// A word of a case; what is none is a statement.
+    void step(const QString &word)
+    {
+        if (word == u"BeginTrans")
+            desk->BeginTrans();
+        else if (word == u"CommitTrans")
+            desk->CommitTrans();
+        else if (word == u"RollbackTrans")
+            desk->RollbackTrans();
+        else if (word.startsWith(u'+'))
+            add(word.sliced(1).toUtf8());
+        else
+            desk->Execute(word == u"refused" ? QStringLiteral("INSERT INTO tPSOrderMaster (Cust_PK) VALUES (NULL)")
+                                             : word);
+    }
+    /// The steps of an event, with its scopes; an error leaves all of them.
+    void work(const QString &steps)
+    {
+        std::vector<std::pair<std::unique_ptr<AbandonedTransactions>, std::unique_ptr<ado::Transaction>>> scopes;
+        const auto leaveAll = qScopeGuard([&] {
+            while (!scopes.empty())
+                scopes.pop_back();
+        });
+        for (const QString &word : steps.split(u' ')) {
+            if (word == u"event{")
+                scopes.emplace_back(std::make_unique<AbandonedTransactions>(), nullptr);
+            else if (word == u"scope{")
+                scopes.emplace_back(nullptr, std::make_unique<ado::Transaction>(*desk));
+            else if (word == u"}")
+                scopes.pop_back();
+            else if (word == u"commit")
+                scopes.back().second->commit();
+            else
+                step(word);
+        }
+    }
 };
 INSTANTIATE_TEST_SUITE_P(Engines, Transactions, testing::ValuesIn(allEngines), engineName);
 
@@ -211,28 +250,83 @@ TEST_P(Transactions, OfAScopeAreSavedByItsCommitAndUndoneByEveryOtherEnd)
     }
 }
 
-TEST_P(Transactions, OpenBeforeAnEventAreLeftToThoseWhoBeganThem)
+TEST_P(Transactions, OfTheHostCanBeEndedByItWithinAnEvent)
 {
     desk->BeginTrans();
-    add("hosts");
+    add("lost");
     {
         AbandonedTransactions edge;
-        add("inside");
-        desk->BeginTrans(); // joins
-    }
-    EXPECT_TRUE(desk->inTransaction());
-    desk->CommitTrans();
-    EXPECT_EQ(seen(), "hosts inside");
-
-    desk->BeginTrans();
-    {
-        AbandonedTransactions edge;
-        desk->RollbackTrans(); // ends the host's too: nesting is flat
+        desk->RollbackTrans(); // the host's timer, while a dialog stands
         desk->BeginTrans();
         add("lost");
     }
     EXPECT_FALSE(desk->inTransaction());
-    EXPECT_EQ(seen(), "hosts inside");
+    EXPECT_EQ(seen(), "");
+}
+
+TEST_P(Transactions, OfAnEventLieInThoseThatWereOpenBeforeIt)
+{
+    for (const QStringList &one : casesOf("ado/host-transactions.cases", 2)) {
+        for (const char *host :
+             {"BeginTrans, CommitTrans", "BeginTrans, RollbackTrans", "BEGIN, COMMIT", "BEGIN, ROLLBACK"}) {
+            SCOPED_TRACE(one[0].toStdString() + ", " + host);
+            const QStringList words = QString::fromLatin1(host).split(QStringLiteral(", "));
+            clinic.run(QStringLiteral("DELETE FROM tPSProductMaster"));
+            step(words[0]);
+            add("hosts");
+            errorOf([&] {
+                const AbandonedTransactions edge;
+                EXPECT_FALSE(desk->inTransaction()) << "not the event's";
+                work(one[0]);
+            });
+            add("after");
+            EXPECT_EQ(seen(), "") << "nothing is saved before the host does";
+            step(words[1]);
+            EXPECT_EQ(seen(), words[1].startsWith(u'C') ? one[1] : QString());
+        }
+    }
+}
+
+TEST_P(Transactions, OfAnEventAreUndoneInEveryListWithTheirHosts)
+{
+    addProducts({"a", "b", "c"});
+    const auto products = opened(allProducts);
+    const auto shown = [&] {
+        QStringList names;
+        for (int row = 0; row < products->rowCount(); ++row)
+            names << runtime::text(products->valueAt(row, products->columnIndex("PM_Name")));
+        return names.join(u' ');
+    };
+    const auto write = [&](int row, const char *name) {
+        products->moveTo(row);
+        products->setValue("PM_Name", name);
+        products->Update();
+    };
+    desk->BeginTrans();
+    write(0, "hosts");
+    {
+        const AbandonedTransactions edge;
+        ado::Transaction scope(*desk);
+        write(1, "sold");
+        products->AddNew();
+        products->setValue("PM_Name", "new");
+        products->Update();
+        scope.commit();
+    }
+    {
+        const AbandonedTransactions edge;
+        desk->BeginTrans();
+        write(0, "lost");
+        write(1, "lost");
+        products->moveTo(2);
+        products->Delete();
+    }
+    EXPECT_EQ(shown(), "hosts sold c new") << "only what the second event wrote is undone";
+    write(2, "after"); // no conflict with a deletion that never was
+    desk->RollbackTrans();
+    EXPECT_EQ(shown(), "a b c");
+    write(1, "saved");
+    EXPECT_EQ(seen(), "a saved c");
 }
 
 TEST_P(Transactions, DieWithTheirConnectionAndHoldNoLock)

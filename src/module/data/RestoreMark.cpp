@@ -36,7 +36,7 @@ bool isWatched(const ado::Connection &connection)
 void restoreMark::remember(const ado::ConnectionPtr &connection, std::function<void()> another)
 {
     remembered.reset();
-    if (!connection || connection->inTransaction())
+    if (!connection)
         return;
     try {
         const QString generation = generationOf(*connection);

@@ -11,8 +11,7 @@
 namespace restoreMark {
 
 /// Takes what the connection shows now for what the lists are read from. `another` is called at the first write that is
-/// refused because of a restore, while its transaction is still open. A database without such a mark is not watched, nor is
-/// one while a transaction of the host's is open, which a failing look would end.
+/// refused because of a restore, while its transaction is still open. A database without such a mark is not watched.
 void remember(const ado::ConnectionPtr &connection, std::function<void()> another);
 
 /// The further condition of a row that is held, " AND ..."; empty where the database is not watched.

@@ -1,21 +1,24 @@
 #include "platform/ado/ConnectionPrivate.h"
 #include "platform/runtime/Log.h"
 
-#include <algorithm>
 #include <exception>
 
 namespace ado {
 
-struct AbandonedTransactions::Private
+namespace {
+
+int handlers = 0; ///< at work, each inside the one before; they belong to the program's thread
+
+} // namespace
+
+int AbandonedTransactions::depth()
 {
-    std::vector<quint64> openBefore;
-};
+    return handlers;
+}
 
 AbandonedTransactions::AbandonedTransactions()
-    : d(std::make_unique<Private>())
+    : depth_(++handlers)
 {
-    for (const Connection *connection : connectionsInTransaction())
-        d->openBefore.push_back(connection->transactionSerial());
 }
 
 AbandonedTransactions::~AbandonedTransactions()
@@ -26,16 +29,18 @@ AbandonedTransactions::~AbandonedTransactions()
         runtime::trapped();
         // The server is gone and has rolled back itself; the next statement tells the user. Nothing may leave a destructor.
     }
+    --handlers;
 }
 
 void AbandonedTransactions::rollBack()
 {
     std::exception_ptr first;
-    for (Connection *connection : connectionsInTransaction()) {
-        if (std::ranges::find(d->openBefore, connection->transactionSerial()) != d->openBefore.end())
-            continue;
+    const std::vector<Connection *> connections = openConnections(); // whoever is told of a rollback may open more
+    for (Connection *connection : connections) {
+        const auto &levels = connection->layer().levels;
         try {
-            connection->RollbackTrans();
+            while (!levels.empty() && levels.back().depth >= depth_)
+                connection->RollbackTrans();
         } catch (...) {
             if (first)
                 runtime::trapped();

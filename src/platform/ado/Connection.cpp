@@ -1,9 +1,12 @@
 #include "platform/ado/ConnectionPrivate.h"
 
+#include "platform/ado/LentDatabase.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/LogText.h"
 #include "platform/runtime/ProgramThread.h"
 #include "platform/runtime/RuntimeError.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <exception>
@@ -15,18 +18,18 @@ namespace {
 using runtime::ErrorNumber;
 using runtime::RuntimeError;
 
-/// Every open connection, for those that end what an event left open.
-std::vector<Connection *> &openConnections()
-{
-    // Never destroyed: a host may hold a connection longer than this library holds anything, as in a global.
-    static auto *const connections = new std::vector<Connection *>;
-    return *connections;
-}
-
 [[noreturn]] void transactionGone()
 {
     throw RuntimeError(ErrorNumber::ConnectionLost,
                        QStringLiteral("연결이 끊어져 저장이 취소되었습니다. 처음부터 다시 입력하십시오."));
+}
+
+/// The whole of a raw "COMMIT", which PostgreSQL takes without a transaction, too.
+bool isCommit(const QString &statement)
+{
+    static const QRegularExpression commit(QStringLiteral("^\\s*(COMMIT|END)(\\s+(WORK|TRANSACTION))?\\s*$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return commit.match(statement).hasMatch();
 }
 
 /// What a server says of the statement must not show in the log, which is read by people who look after machines.
@@ -45,11 +48,16 @@ void raiseConflict()
     throw RuntimeError(ErrorNumber::Conflict, QStringLiteral("다른 데스크에서 먼저 수정하거나 삭제했습니다."));
 }
 
-std::vector<Connection *> connectionsInTransaction()
+std::vector<Connection *> &openConnections()
 {
-    std::vector<Connection *> found;
-    std::ranges::copy_if(openConnections(), std::back_inserter(found), &Connection::inTransaction);
-    return found;
+    // Never destroyed: a host may hold a connection longer than this library holds anything, as in a global.
+    static auto *const connections = new std::vector<Connection *>;
+    return *connections;
+}
+
+void nothingToSave()
+{
+    throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("저장할 작업이 시작되지 않았습니다."));
 }
 
 std::shared_ptr<Connection> Connection::open(const QString &address, bool create)
@@ -58,6 +66,16 @@ std::shared_ptr<Connection> Connection::open(const QString &address, bool create
     auto opened = std::make_unique<Private>();
     opened->address = address;
     opened->driver = Driver::open(address, create);
+    return std::shared_ptr<Connection>(new Connection(std::move(opened)));
+}
+
+std::shared_ptr<Connection> Connection::adopt(const QSqlDatabase &database)
+{
+    runtime::demandProgramThread();
+    auto opened = std::make_unique<Private>();
+    const LentDatabase lent(database);
+    opened->address = lent.address();
+    opened->driver = Driver::adopt(lent);
     return std::shared_ptr<Connection>(new Connection(std::move(opened)));
 }
 
@@ -89,69 +107,70 @@ void *Connection::handle() const
 
 void Connection::BeginTrans()
 {
-    using enum Private::Transaction;
     runtime::demandProgramThread();
-    if (d->transaction != None)
+    if (inTransaction())
         return;
     static quint64 serials = 0;
-    d->transaction = Pending;
-    d->serial = ++serials;
+    d->levels.push_back({++serials, AbandonedTransactions::depth()});
 }
 
 void Connection::CommitTrans()
 {
-    using enum Private::Transaction;
+    using enum Private::Level::State;
     runtime::demandProgramThread();
-    const Private::Transaction ended = std::exchange(d->transaction, None);
-    const quint64 serial = std::exchange(d->serial, 0);
-    switch (ended) {
-    case None:
-        throw RuntimeError(ErrorNumber::InvalidCall, QStringLiteral("저장할 작업이 시작되지 않았습니다."));
+    if (d->levels.empty())
+        nothingToSave();
+    const Private::Level ended = d->levels.back();
+    d->levels.pop_back();
+    switch (ended.state) {
     case Pending:
         return;
     case Lost:
-        emit d->rollbacks.happened(serial);
+        emit d->rollbacks.happened(ended.serial);
         transactionGone();
     case Started:
         break;
     }
     try {
-        d->driver->commit();
+        d->commitServer(ended);
     } catch (const RuntimeError &) {
         runtime::Attempt undo; // why it was not saved is the error that tells something
-        undo([this] { d->rollBackServer(); });
-        emit d->rollbacks.happened(serial);
+        undo([&] { d->rollBackServer(ended); });
+        emit d->rollbacks.happened(ended.serial);
         throw;
     }
 }
 
 void Connection::RollbackTrans()
 {
-    using enum Private::Transaction;
+    using enum Private::Level::State;
     runtime::demandProgramThread();
-    const Private::Transaction ended = std::exchange(d->transaction, None);
-    const quint64 serial = std::exchange(d->serial, 0);
+    if (d->levels.empty())
+        return;
+    const Private::Level ended = d->levels.back();
+    d->levels.pop_back();
     std::exception_ptr failure;
     try {
-        if (ended == Started)
-            d->rollBackServer();
+        if (ended.state == Started)
+            d->rollBackServer(ended);
     } catch (const RuntimeError &) {
         failure = std::current_exception();
     }
-    if (ended == Started || ended == Lost)
-        emit d->rollbacks.happened(serial);
+    if (ended.state != Pending)
+        emit d->rollbacks.happened(ended.serial);
     if (failure)
         std::rethrow_exception(failure);
 }
 
 bool Connection::inTransaction() const
 {
-    return d->transaction != Private::Transaction::None;
+    return d->ownLevel() != nullptr;
 }
 
 quint64 Connection::transactionSerial() const
 {
-    return d->serial;
+    const Private::Level *own = d->ownLevel();
+    return own ? own->serial : 0;
 }
 
 int Connection::Execute(const QString &statement)
@@ -186,29 +205,53 @@ bool Connection::holdRow(const QString &table, const QString &key, qint32 value,
     return d->readBack(select).rowCount() > 0;
 }
 
+const Connection::Private::Level *Connection::Private::ownLevel() const
+{
+    return !levels.empty() && levels.back().depth >= AbandonedTransactions::depth() ? &levels.back() : nullptr;
+}
+
+quint64 Connection::Private::startedSerial() const
+{
+    const auto started = std::ranges::find(levels.rbegin(), levels.rend(), Level::State::Started, &Level::state);
+    return started == levels.rend() ? 0 : started->serial;
+}
+
+bool Connection::Private::anyIn(Level::State state) const
+{
+    return std::ranges::find(levels, state, &Level::state) != levels.end();
+}
+
 void Connection::Private::ensureAlive(Driver::Asking asking)
 {
     runtime::demandProgramThread();
-    if (transaction == Transaction::Lost)
+    noteLoss();
+    if (anyIn(Level::State::Lost))
         transactionGone();
-    if (transaction != Transaction::Started && !driver->alive(asking))
+    if (anyIn(Level::State::Started))
+        return;
+    const bool alive = driver->alive(asking);
+    const bool foreignLost = !alive && std::exchange(foreign_, false);
+    if (!alive)
         reconnect();
+    if (foreignLost) // half of it must not be saved alone
+        transactionGone();
+    foreign_ = driver->holdsTransaction();
 }
 
 void Connection::Private::reconnect()
 {
     // A view that paints its rows asks hundreds of times; one attempt, which may wait for seconds, answers all of them.
     constexpr qint64 pause = 1000;
-    if (unreachable_.isValid() && unreachable_.elapsed() < pause)
+    if (!driver->isLent() && unreachable_.isValid() && unreachable_.elapsed() < pause)
         throw RuntimeError(*whyUnreachable_);
     try {
         driver->reopen();
         unreachable_.invalidate();
     } catch (const RuntimeError &error) {
         unreachable_.start();
-        // A file's own trouble names it; what a server or its library says helps nobody at a desk.
+        // A file's own trouble names it, and so does a host's; what a server or its library says helps nobody at a desk.
         whyUnreachable_ =
-            driver->engine() == Engine::SQLite
+            driver->engine() == Engine::SQLite || driver->isLent()
                 ? error
                 : error.toldAs(ErrorNumber::ConnectionLost,
                                QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
@@ -219,48 +262,87 @@ void Connection::Private::reconnect()
 void Connection::Private::beforeWrite()
 {
     ensureAlive(Driver::Asking::WhereNeeded);
-    if (transaction != Transaction::Pending)
-        return;
-    driver->begin();
-    transaction = Transaction::Started;
-}
-
-void Connection::Private::rollBackServer()
-{
-    try {
-        if (driver->holdsTransaction())
-            driver->rollback();
-    } catch (const RuntimeError &) {
-        runtime::trapped();
-        // A server that cannot be asked any more has rolled back by itself. What still holds a transaction after this
-        // would let the next sale run into it, so the session ends with it.
-        if (driver->holdsTransaction())
-            driver->reopen();
+    for (Level &level : levels) {
+        if (level.state == Level::State::Pending)
+            start(level);
     }
 }
 
-void Connection::Private::noteFailure()
+void Connection::Private::start(Level &level)
 {
-    if (transaction == Transaction::Started && !driver->holdsTransaction())
-        transaction = Transaction::Lost;
+    level.savepoint = driver->holdsTransaction();
+    if (level.savepoint)
+        driver->write(savepoint(u"SAVEPOINT", level));
+    else
+        driver->begin();
+    level.state = Level::State::Started;
+}
+
+/// Numbered by their place, so that the engine need not prepare ever new texts.
+Command Connection::Private::savepoint(QStringView verb, const Level &level) const
+{
+    const auto outer = std::ranges::count_if(levels, [&](const Level &one) { return one.serial < level.serial; });
+    return driver->command() << verb << u" desk_" << QString::number(outer);
+}
+
+void Connection::Private::commitServer(const Level &level)
+{
+    if (level.savepoint)
+        driver->write(savepoint(u"RELEASE SAVEPOINT", level));
+    else
+        driver->commit();
+}
+
+void Connection::Private::rollBackServer(const Level &level)
+{
+    try {
+        if (driver->holdsTransaction()) {
+            if (level.savepoint) {
+                driver->write(savepoint(u"ROLLBACK TO SAVEPOINT", level));
+                driver->write(savepoint(u"RELEASE SAVEPOINT", level));
+            } else {
+                driver->rollback();
+            }
+        }
+    } catch (const RuntimeError &) {
+        runtime::trapped();
+        // A server that cannot be asked any more has rolled back by itself. What still holds a transaction after this
+        // would let the next sale run into it, so the session ends with it, and with whatever the work lay in.
+        if (driver->holdsTransaction()) {
+            driver->reopen();
+            if (driver->holdsTransaction()) // a host's session, which is not ended here
+                throw;
+        }
+    }
+    noteLoss();
+}
+
+void Connection::Private::noteLoss()
+{
+    if (!anyIn(Level::State::Started) || driver->holdsTransaction())
+        return;
+    for (Level &level : levels) {
+        if (level.state == Level::State::Started)
+            level.state = Level::State::Lost;
+    }
 }
 
 template <typename Run>
 auto Connection::Private::shielded(const Command &statement, Run run)
 {
-    const bool savepoint = transaction == Transaction::Started && driver->needsSavepoints();
-    if (savepoint)
+    const bool shield = driver->needsSavepoints() && driver->holdsTransaction();
+    if (shield)
         driver->write(driver->command() << u"SAVEPOINT statement");
     try {
         auto result = run();
-        if (savepoint)
+        if (shield && driver->holdsTransaction()) // it may have been a raw end of it
             driver->write(driver->command() << u"RELEASE SAVEPOINT statement");
         return result;
     } catch (const RuntimeError &error) {
         hideStatement(error, statement);
         const std::exception_ptr failure = std::current_exception();
-        noteFailure();
-        if (savepoint && transaction == Transaction::Started)
+        noteLoss();
+        if (shield && driver->holdsTransaction())
             driver->write(driver->command() << u"ROLLBACK TO SAVEPOINT statement");
         std::rethrow_exception(failure);
     }
@@ -269,6 +351,8 @@ auto Connection::Private::shielded(const Command &statement, Run run)
 int Connection::Private::write(const Command &statement)
 {
     beforeWrite();
+    if (!driver->holdsTransaction() && isCommit(statement.text()))
+        nothingToSave();
     return shielded(statement, [&] { return driver->write(statement); });
 }
 
@@ -285,8 +369,8 @@ CellTable Connection::Private::read(const Command &select)
         return shielded(select, [&] { return driver->read(select); });
     } catch (const RuntimeError &error) {
         // A reading that met a server gone since the last statement can be asked again without harm; a writing cannot.
-        if (error.number() != ErrorNumber::ConnectionLost || transaction == Transaction::Started
-            || transaction == Transaction::Lost)
+        if (error.number() != ErrorNumber::ConnectionLost || anyIn(Level::State::Started) || anyIn(Level::State::Lost)
+            || foreign_)
             throw;
         runtime::trapped();
         reconnect();

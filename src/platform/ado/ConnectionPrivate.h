@@ -22,39 +22,61 @@ signals:
 
 struct Connection::Private
 {
-    enum class Transaction {
-        None,
-        Pending, ///< begun, nothing written: the server knows nothing of it
-        Started,
-        Lost, ///< the server gave it up by itself; stays until somebody commits (an error) or rolls back
+    /// One owner's transaction; within another's it is a savepoint of the server's.
+    struct Level
+    {
+        enum class State {
+            Pending, ///< begun, nothing written: the server knows nothing of it
+            Started,
+            Lost, ///< the server gave it up by itself; stays until somebody commits (an error) or rolls back
+        };
+
+        quint64 serial;
+        int depth; ///< of handlers that it was begun in
+        State state = State::Pending;
+        bool savepoint = false;
     };
 
     QString address;
     std::unique_ptr<Driver> driver;
-    Transaction transaction = Transaction::None;
-    quint64 serial = 0;
+    std::vector<Level> levels; ///< the outermost first
     Rollbacks rollbacks;
 
-    /// Serial of the transaction that the server holds as well, 0 for none: what is read in it may never come true.
-    quint64 startedSerial() const { return transaction == Transaction::Started ? serial : 0; }
+    /// The present owner's; null when it has none.
+    const Level *ownLevel() const;
+    /// Serial of the innermost transaction that the server holds as well, 0 for none: what is read in it may never come
+    /// true. One that is begun later has the higher serial.
+    quint64 startedSerial() const;
+    /// That of the one around all others.
+    quint64 outermostSerial() const { return levels.empty() ? 0 : levels.front().serial; }
+
     void ensureAlive(Driver::Asking asking);
     void beforeWrite();
     int write(const Command &statement);
     /// A writing statement that answers with rows.
     CellTable readBack(const Command &statement);
     CellTable read(const Command &select);
-    void rollBackServer();
+    void commitServer(const Level &level);
+    void rollBackServer(const Level &level);
 
 private:
+    bool anyIn(Level::State state) const;
+    void start(Level &level);
     void reconnect();
-    void noteFailure();
+    void noteLoss();
+    Command savepoint(QStringView verb, const Level &level) const;
     template <typename Run>
     auto shielded(const Command &statement, Run run);
 
+    bool foreign_ = false;      ///< a transaction that was begun past this layer was open at the last look
     QElapsedTimer unreachable_; ///< since the last attempt to reconnect failed
     std::optional<runtime::RuntimeError> whyUnreachable_;
 };
 
-std::vector<Connection *> connectionsInTransaction();
+/// Every open connection, for those that end what an event left open.
+std::vector<Connection *> &openConnections();
+
+/// A commit of what was never begun, or has ended by now.
+[[noreturn]] void nothingToSave();
 
 } // namespace ado

@@ -1,5 +1,8 @@
 #include "platform/ado/Driver.h"
 
+#include "platform/ado/LentOdbcDriver.h"
+#include "platform/ado/LentPostgresDriver.h"
+#include "platform/ado/LentSqliteDriver.h"
 #include "platform/ado/OdbcDriver.h"
 #include "platform/ado/PostgresDriver.h"
 #include "platform/ado/ShownAddress.h"
@@ -66,6 +69,25 @@ std::unique_ptr<Driver> Driver::open(const QString &address, bool create)
                            QStringLiteral("데이터베이스 주소의 종류를 알 수 없습니다: ") + addressToShow(address));
     driver->openSession();
     static const LastSessions last;
+    return driver;
+}
+
+std::unique_ptr<Driver> Driver::adopt(const LentDatabase &lent)
+{
+    const QString kind = lent.database().driverName();
+    std::unique_ptr<Driver> driver;
+    if (kind == QLatin1String("QSQLITE"))
+        driver = std::make_unique<LentSqliteDriver>(lent);
+    else if (kind == QLatin1String("QPSQL"))
+        driver = std::make_unique<LentPostgresDriver>(lent);
+    else if (kind == QLatin1String("QODBC"))
+        driver = std::make_unique<LentOdbcDriver>(lent);
+    else
+        throw RuntimeError(ErrorNumber::ConnectionLost,
+                           QStringLiteral("사용할 수 없는 종류의 데이터베이스입니다. QSQLITE, QPSQL, QODBC만 넘길 수 "
+                                          "있습니다: ")
+                               + kind);
+    driver->openSession();
     return driver;
 }
 

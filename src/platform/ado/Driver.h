@@ -10,6 +10,8 @@
 
 namespace ado {
 
+class LentDatabase;
+
 /// One engine behind a connection: runs statements and knows nothing of transactions beyond the server's own.
 /// Failures raise RuntimeError: Database, or ConnectionLost when the server is gone.
 class Driver
@@ -17,11 +19,15 @@ class Driver
 public:
     /// Opens the address; see Connection::open.
     static std::unique_ptr<Driver> open(const QString &address, bool create);
+    /// Takes the host's session; see Connection::adopt.
+    static std::unique_ptr<Driver> adopt(const LentDatabase &lent);
 
     virtual ~Driver();
     Driver(const Driver &) = delete;
     Driver &operator=(const Driver &) = delete;
 
+    /// The session is the host's.
+    virtual bool isLent() const { return false; }
     virtual Engine engine() const = 0;
     virtual Dialect dialect() const = 0;
     /// The session in the engine's own interface; null where that is not at hand.
@@ -36,7 +42,8 @@ public:
     virtual void begin() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
-    /// Whether the server still holds the transaction that begin() started.
+    /// Whether the server holds a transaction: that of begin(), or one that was begun past this layer. Where the engine does
+    /// not tell of the latter by itself, as it was when alive() asked.
     virtual bool holdsTransaction() const = 0;
     /// A failed statement inside a transaction must leave the earlier ones standing: true where only a savepoint does that.
     virtual bool needsSavepoints() const { return false; }

@@ -157,11 +157,16 @@ bool like(QStringView text, QStringView pattern, char32_t escape)
     return matches(text.toUcs4(), placesOf(pattern, escape));
 }
 
-void installLikeOperator(sqlite3 *handle)
+void installLikeOperator(sqlite3 *handle, const std::shared_ptr<bool> &closed)
 {
+    using Held = std::shared_ptr<bool>;
+    const auto tell = [](void *held) {
+        const std::unique_ptr<Held> last(static_cast<Held *>(held));
+        **last = true;
+    };
     for (int arguments : {2, 3}) {
-        if (sqlite3_create_function(handle, "like", arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
-                                    likeFunction, nullptr, nullptr)
+        if (sqlite3_create_function_v2(handle, "like", arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC, new Held(closed),
+                                       likeFunction, nullptr, nullptr, tell)
             != SQLITE_OK)
             throw runtime::RuntimeError(runtime::ErrorNumber::Database, QString::fromUtf8(sqlite3_errmsg(handle)));
     }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <memory>
+
 struct sqlite3;
 
 namespace ado {
@@ -12,7 +14,8 @@ namespace ado {
 /// stands for itself.
 bool like(QStringView text, QStringView pattern, char32_t escape = 0);
 
-/// Puts it in the place of the embedded engine's own operator on this connection.
-void installLikeOperator(sqlite3 *handle);
+/// Puts it in the place of the embedded engine's own operator on this connection, until that is closed: `closed` is then
+/// true.
+void installLikeOperator(sqlite3 *handle, const std::shared_ptr<bool> &closed = std::make_shared<bool>());
 
 } // namespace ado

@@ -74,7 +74,6 @@ OdbcDriver::OdbcDriver(const QString &connectionString)
     static int serial = 0;
     database_ = QSqlDatabase::addDatabase(QStringLiteral("QODBC"), QStringLiteral("clinic-%1").arg(++serial));
     database_.setDatabaseName(connectionString);
-    database_.setNumericalPrecisionPolicy(QSql::HighPrecision);
     database_.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=5"));
     static const LastSessions last; // made after Qt's list of databases
 }
@@ -95,30 +94,46 @@ void OdbcDriver::open()
 void OdbcDriver::openSession()
 {
     open();
-    if (database_.driver()->dbmsType() != QSqlDriver::PostgreSQL) {
-        closeSession();
-        throw runtime::RuntimeError(
-            runtime::ErrorNumber::ConnectionLost,
-            QStringLiteral(
-                "사용할 수 없는 종류의 데이터베이스 서버입니다. ODBC로는 PostgreSQL 서버에만 연결할 수 있습니다.\n"
-                "데이터베이스 주소를 확인하십시오."));
-    }
+    requirePostgres();
     const QString asked = withSettingsForPostgres(database_.databaseName());
     if (asked != database_.databaseName()) {
         database_.close();
         database_.setDatabaseName(asked);
         open();
     }
+    sessionStands();
+    run(command() << postgresSession::patience);
+}
+
+void OdbcDriver::requirePostgres()
+{
+    if (database().driver()->dbmsType() == QSqlDriver::PostgreSQL)
+        return;
+    closeSession();
+    throw runtime::RuntimeError(
+        runtime::ErrorNumber::ConnectionLost,
+        QStringLiteral(
+            "사용할 수 없는 종류의 데이터베이스 서버입니다. ODBC로는 PostgreSQL 서버에만 연결할 수 있습니다.\n"
+            "데이터베이스 주소를 확인하십시오."));
+}
+
+void OdbcDriver::sessionStands()
+{
     lost_ = false;
     inTransaction_ = false;
     putReadingRight();
-    run(command() << postgresSession::patience);
+}
+
+void OdbcDriver::forgetSession()
+{
+    lost_ = true;
+    inTransaction_ = false;
+    foreign_ = false;
 }
 
 void OdbcDriver::closeSession()
 {
-    lost_ = true;
-    inTransaction_ = false;
+    forgetSession();
     database_.close();
 }
 
@@ -135,7 +150,7 @@ void OdbcDriver::leave()
 void OdbcDriver::putReadingRight()
 {
     for (const QString &setting : postgresSession::readAsTheLayer)
-        QSqlQuery(database_).exec(setting);
+        QSqlQuery(database()).exec(setting);
     readOtherwise_ = false;
 }
 
@@ -144,7 +159,7 @@ void OdbcDriver::requireOurReading(const QString &statement)
     // The settings change what a backslash does, and nothing else; asking costs a journey to the server.
     if (!statement.contains(u'\\'))
         return;
-    QSqlQuery settings(database_);
+    QSqlQuery settings(database());
     if (!settings.exec(QStringLiteral("SELECT current_setting('standard_conforming_strings') || ' ' || "
                                       "current_setting('client_encoding')"))
         || !settings.next())
@@ -160,9 +175,8 @@ void OdbcDriver::fail(const QSqlError &error)
 {
     const QString text = error.databaseText();
     // Qt does not hand on the state that would tell a lost connection from a refused statement.
-    lost_ = !answers();
-    if (lost_) {
-        inTransaction_ = false;
+    if (!answers()) {
+        forgetSession();
         sessionLost();
     }
     refuse(text, error.nativeErrorCode().toLatin1());
@@ -170,13 +184,14 @@ void OdbcDriver::fail(const QSqlError &error)
 
 bool OdbcDriver::answers()
 {
-    return database_.isOpen() && QSqlQuery(database_).exec(QStringLiteral("SELECT 1"));
+    return database().isOpen() && QSqlQuery(database()).exec(QStringLiteral("SELECT 1"));
 }
 
 QSqlQuery OdbcDriver::run(const Command &statement)
 {
     requireOurReading(statement.text());
-    QSqlQuery query(database_);
+    QSqlQuery query(database());
+    query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     query.setForwardOnly(true);
     if (!query.exec(statement.text()))
         fail(query.lastError());
@@ -208,8 +223,9 @@ int OdbcDriver::write(const Command &statement)
 
 void OdbcDriver::begin()
 {
-    if (!database_.transaction())
-        fail(database_.lastError());
+    QSqlDatabase session = database();
+    if (!session.transaction())
+        fail(session.lastError());
     inTransaction_ = true;
 }
 
@@ -226,20 +242,35 @@ void OdbcDriver::rollback()
 void OdbcDriver::end(bool done)
 {
     inTransaction_ = false;
-    if (done ? database_.commit() : database_.rollback()) {
+    QSqlDatabase session = database();
+    if (done ? session.commit() : session.rollback()) {
         if (readOtherwise_)
             putReadingRight();
         return;
     }
-    const QSqlError error = database_.lastError();
+    const QSqlError error = session.lastError();
     if (done)
-        database_.rollback(); // or the next statements would go on inside it
+        session.rollback(); // or the next statements would go on inside it
     fail(error);
 }
 
 bool OdbcDriver::alive(Asking asking)
 {
-    return !lost_ && database_.isOpen() && (asking == Asking::Never || answers());
+    if (lost_ || !database().isOpen())
+        return false;
+    if (asking == Asking::Never)
+        return true;
+    if (!answers())
+        return false;
+    foreign_ = foreignIsOpen();
+    return true;
+}
+
+bool OdbcDriver::foreignIsOpen()
+{
+    QSqlQuery query(database());
+    return query.exec(QStringLiteral("SELECT CASE WHEN now() = statement_timestamp() THEN 0 ELSE 1 END"))
+           && query.next() && query.value(0).toInt() == 1;
 }
 
 } // namespace ado

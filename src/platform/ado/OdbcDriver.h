@@ -24,18 +24,29 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
-    bool holdsTransaction() const override { return inTransaction_; }
+    bool holdsTransaction() const override { return inTransaction_ || foreign_; }
     bool alive(Asking asking) override;
 
 protected:
+    /// For a session of the host's.
+    OdbcDriver() = default;
+    virtual QSqlDatabase database() const { return database_; }
     void openSession() override;
     void closeSession() override;
     void leave() override;
+    /// Raises ConnectionLost for any other kind.
+    void requirePostgres();
+    void sessionStands();
+    void forgetSession();
+    QSqlQuery run(const Command &statement);
+    /// Whether somebody began a transaction past this driver. Of the two questions the first begins the one that the driver
+    /// manager was asked for and has not begun yet: in the second one the time of its begin has gone by.
+    bool foreignIsOpen();
+
+    bool answers();
 
 private:
-    QSqlQuery run(const Command &statement);
     void end(bool done);
-    bool answers();
     void open();
     /// Raises Database when the session's settings have the server read the statement in another way than the layer has.
     void requireOurReading(const QString &statement);
@@ -44,6 +55,7 @@ private:
 
     QSqlDatabase database_;
     bool inTransaction_ = false;
+    bool foreign_ = false;
     bool lost_ = false;
     bool readOtherwise_ = false; ///< the settings were found changed
 };

@@ -92,8 +92,8 @@ void PostgresDriver::closeSession()
 
 bool PostgresDriver::readsAsTheLayer() const
 {
-    return qstrcmp(PQparameterStatus(handle_, "standard_conforming_strings"), "on") == 0
-           && qstrcmp(PQparameterStatus(handle_, "client_encoding"), "UTF8") == 0;
+    return qstrcmp(PQparameterStatus(session(), "standard_conforming_strings"), "on") == 0
+           && qstrcmp(PQparameterStatus(session(), "client_encoding"), "UTF8") == 0;
 }
 
 void PostgresDriver::putReadingRight()
@@ -104,7 +104,7 @@ void PostgresDriver::putReadingRight()
 
 PostgresDriver::Result PostgresDriver::run(const Command &statement)
 {
-    if (handle_ && statement.text().contains(u'\'') && !readsAsTheLayer()) {
+    if (session() && statement.text().contains(u'\'') && !readsAsTheLayer()) {
         runtime::Attempt next; // the next statement is to find it right
         next([this] { putReadingRight(); });
         refuseOtherReading();
@@ -117,14 +117,14 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
     }
     for (std::size_t at = 0; at < texts.size(); ++at)
         values.push_back(statement.values()[static_cast<qsizetype>(at)].isValid() ? texts[at].constData() : nullptr);
-    Result result(PQexecParams(handle_, statement.text().toUtf8().constData(), static_cast<int>(values.size()), nullptr,
-                               values.data(), nullptr, nullptr, 0));
+    Result result(PQexecParams(session(), statement.text().toUtf8().constData(), static_cast<int>(values.size()),
+                               nullptr, values.data(), nullptr, nullptr, 0));
     const ExecStatusType status = PQresultStatus(result.get());
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
         return result;
-    if (PQstatus(handle_) == CONNECTION_BAD)
+    if (PQstatus(session()) == CONNECTION_BAD)
         sessionLost();
-    refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(handle_)),
+    refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(session())),
            PQresultErrorField(result.get(), PG_DIAG_SQLSTATE));
 }
 
@@ -185,16 +185,16 @@ void PostgresDriver::rollback()
 
 bool PostgresDriver::holdsTransaction() const
 {
-    const PGTransactionStatusType status = PQtransactionStatus(handle_);
+    const PGTransactionStatusType status = PQtransactionStatus(session());
     return status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
 }
 
 bool PostgresDriver::alive(Asking)
 {
     // A server that was stopped has said so and closed the socket, which can be seen without asking it.
-    const bool open = PQstatus(handle_) == CONNECTION_OK && PQconsumeInput(handle_) == 1;
-    PQisBusy(handle_); // lets notice() see what came in
-    return open && !ending_ && PQstatus(handle_) == CONNECTION_OK;
+    const bool open = PQstatus(session()) == CONNECTION_OK && PQconsumeInput(session()) == 1;
+    PQisBusy(session()); // lets notice() see what came in
+    return open && !ending_ && PQstatus(session()) == CONNECTION_OK;
 }
 
 void PostgresDriver::notice(void *driver, const pg_result *message)

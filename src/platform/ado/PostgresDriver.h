@@ -18,7 +18,7 @@ public:
 
     Engine engine() const override { return Engine::PostgreSQL; }
     Dialect dialect() const override { return Dialect::PostgreSQL; }
-    void *handle() const override { return handle_; }
+    void *handle() const override { return session(); }
     Command command() const override { return Command(Command::Values::Numbered); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
@@ -32,6 +32,9 @@ public:
 protected:
     void openSession() override;
     void closeSession() override;
+    /// Null while there is none: the library takes that for a lost one.
+    virtual pg_conn *session() const { return handle_; }
+    void putReadingRight();
 
 private:
     struct ResultDeleter
@@ -44,13 +47,12 @@ private:
     Result run(const QString &statement);
     /// Whether the session still takes a literal for what the layer has taken it for: a statement can change its settings.
     bool readsAsTheLayer() const;
-    void putReadingRight();
 
     static void notice(void *driver, const pg_result *message);
 
     const PostgresParameters parameters_;
-    pg_conn *handle_ = nullptr; ///< null while there is no session: the library takes that for a lost one
-    bool ending_ = false;       ///< the server said that it ends this session
+    pg_conn *handle_ = nullptr;
+    bool ending_ = false; ///< the server said that it ends this session
 };
 
 } // namespace ado

@@ -21,6 +21,11 @@ inline const QString patience = QStringLiteral(
     "('tcp_keepalives_count', '3'), ('tcp_user_timeout', '10s')) AS asked (name, wanted) "
     "JOIN pg_catalog.pg_settings USING (name) WHERE source = 'default'");
 
+/// In a session of the host's nothing more than that a lock is not waited for without end: how long the host may stand still
+/// in its own transaction is its affair.
+inline const QString lentPatience = QStringLiteral("SELECT set_config(name, '8s', false) FROM pg_catalog.pg_settings "
+                                                   "WHERE name = 'lock_timeout' AND source = 'default'");
+
 } // namespace postgresSession
 
 } // namespace ado

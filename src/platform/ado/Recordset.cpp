@@ -167,7 +167,7 @@ void Recordset::afterRollback(quint64 transaction)
 {
     if (!d->rows)
         return;
-    d->currentIsUndone = d->currentIsUndone || d->currentReadIn == transaction;
+    d->currentIsUndone = d->currentIsUndone || d->currentReadIn >= transaction;
     const RowStore::Undone undone = d->rows->undo(transaction);
     if (undone.loaded && !d->looksOnly) {
         runtime::Attempt attempt; // a server that is gone is told by the next reading

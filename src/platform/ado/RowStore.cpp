@@ -299,14 +299,14 @@ int RowStore::append(const QVariant &key)
 
 RowStore::Inside *RowStore::inside()
 {
-    const quint64 transaction = connection_->layer().startedSerial();
+    const Connection::Private &layer = connection_->layer();
+    const quint64 transaction = layer.startedSerial();
     if (transaction == 0)
         return nullptr;
-    if (inside_.transaction != transaction) {
-        inside_ = {};
-        inside_.transaction = transaction;
-    }
-    return &inside_;
+    std::erase_if(inside_, [&](const Inside &one) { return one.transaction < layer.outermostSerial(); }); // were saved
+    if (inside_.empty() || inside_.back().transaction != transaction)
+        inside_.emplace_back().transaction = transaction;
+    return &inside_.back();
 }
 
 const RowStore::Undone &RowStore::undo(quint64 transaction)
@@ -315,24 +315,26 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
         return undone_;
     undone_ = {};
     undone_.transaction = transaction;
-    if (inside_.transaction != transaction)
-        return undone_;
-    const Inside before = std::exchange(inside_, {});
-    undone_.loaded = before.loaded;
-    undone_.membership = !before.changes.empty();
-    for (Physical physical : before.read) {
+    std::unordered_set<Physical> read;
+    for (; !inside_.empty() && inside_.back().transaction >= transaction; inside_.pop_back()) {
+        const Inside &before = inside_.back();
+        undone_.loaded = undone_.loaded || before.loaded;
+        undone_.membership = undone_.membership || !before.changes.empty();
+        read.insert(before.read.begin(), before.read.end());
+        for (auto change = before.changes.rbegin(); change != before.changes.rend(); ++change) {
+            const auto found = std::ranges::find(order_, change->physical);
+            if (change->added && found != order_.end())
+                takeOut(static_cast<int>(found - order_.begin()));
+            else if (!change->added && found == order_.end())
+                putBack(*change);
+        }
+    }
+    for (Physical physical : read) {
         if (read_.erase(physical) > 0 && whole_)
             forgotten_.insert(physical);
     }
-    for (auto change = before.changes.rbegin(); change != before.changes.rend(); ++change) {
-        const auto found = std::ranges::find(order_, change->physical);
-        if (change->added && found != order_.end())
-            takeOut(static_cast<int>(found - order_.begin()));
-        else if (!change->added && found == order_.end())
-            putBack(*change);
-    }
     for (int row = 0; row < count(); ++row) {
-        if (before.read.contains(order_[static_cast<std::size_t>(row)]))
+        if (read.contains(order_[static_cast<std::size_t>(row)]))
             undone_.rows.push_back(row);
     }
     return undone_;
@@ -376,7 +378,7 @@ void RowStore::drop()
     loadedOrder_.clear();
     read_.clear();
     forgotten_.clear();
-    inside_ = {};
+    inside_.clear();
 }
 
 } // namespace ado

@@ -70,7 +70,7 @@ public:
         bool membership = false; ///< rows came or went
         std::vector<int> rows;   ///< to be read again
     };
-    /// Forgets what was read in the transaction, takes out the rows that were added in it and puts the deleted ones back.
+    /// Forgets what was read in the transaction and those within it, takes out the rows that were added there and puts the deleted ones back.
     /// Everybody who shares the rows may call it: it is done once.
     const Undone &undo(quint64 transaction);
 
@@ -129,7 +129,7 @@ private:
     std::unordered_map<Physical, RowImage> read_;
     std::unordered_set<Physical> forgotten_; ///< read whole, and again in a transaction that was rolled back
     std::vector<int *> positions_;
-    Inside inside_;
+    std::vector<Inside> inside_; ///< in the order of its happening; the inner ones have the higher numbers
     Undone undone_;
 };
 

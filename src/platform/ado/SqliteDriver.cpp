@@ -159,7 +159,7 @@ void SqliteDriver::closeSession()
     sqlite3_close_v2(std::exchange(handle_, nullptr));
 }
 
-void SqliteDriver::requireSession() const
+void SqliteDriver::requireSession()
 {
     if (!handle_)
         sessionLost();

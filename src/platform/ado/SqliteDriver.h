@@ -30,18 +30,21 @@ public:
 protected:
     void openSession() override;
     void closeSession() override;
+    /// The engine takes no null handle.
+    virtual void requireSession();
+    /// Writes go into a log beside the file. Set with the first one: what is only looked at may be no clinic, and stays as
+    /// it is.
+    virtual void keepLog();
+
+    sqlite3 *handle_ = nullptr; ///< null while there is no session
+    PreparedStatements prepared_;
 
 private:
     void run(const char *statement);
-    /// Writes go into a log beside the file. Set with the first one: what is only looked at may be no clinic, and stays as
-    /// it is.
-    void keepLog();
     /// Remembers which file and log are this session's.
     void knowFiles();
     /// What the engine said last.
     [[noreturn]] void refuseLast() const;
-    /// The engine takes no null handle.
-    void requireSession() const;
     /// Ends the session and raises ConnectionLost when the file has another name now or none: nobody would find again what
     /// is written into it.
     void requireFileInPlace();
@@ -52,8 +55,6 @@ private:
     const QString file_;
     bool mayMake_; ///< until it was opened once: a file that is gone must not come back empty
     bool keepsLog_ = false;
-    sqlite3 *handle_ = nullptr; ///< null while there is no session
-    PreparedStatements prepared_;
     QByteArray ownFile_, ownLog_; ///< identities, of the last session
 };
 

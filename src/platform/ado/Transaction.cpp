@@ -1,25 +1,30 @@
 #include "platform/ado/Transaction.h"
 
+#include "platform/ado/ConnectionPrivate.h"
 #include "platform/runtime/Attempt.h"
 
 namespace ado {
 
 Transaction::Transaction(Connection &connection)
     : connection_(connection.shared_from_this())
+    , serial_(0)
 {
     connection_->BeginTrans();
+    serial_ = connection_->transactionSerial();
 }
 
 Transaction::~Transaction()
 {
     runtime::Attempt undo;
-    if (ends_)
+    if (ends_ && connection_->transactionSerial() == serial_)
         undo([this] { connection_->RollbackTrans(); });
 }
 
 void Transaction::commit()
 {
     ends_ = false; // a commit that fails rolls back itself
+    if (connection_->transactionSerial() != serial_)
+        nothingToSave();
     connection_->CommitTrans();
 }
 

@@ -5,7 +5,7 @@
 namespace ado {
 
 /// A transaction as long as a scope: begun here, saved by commit(), undone by whatever else leaves the scope. Begun within
-/// another it joins that, as transactions are flat, and undoes the whole.
+/// another of the same owner it joins that, as transactions are flat, and undoes the whole; another owner's it leaves alone.
 ///
 /// A rollback that fails is told to nobody: what went before it is the error that tells something, and a server that
 /// cannot be asked any more has rolled back by itself.
@@ -24,6 +24,7 @@ public:
 
 private:
     const ConnectionPtr connection_;
+    quint64 serial_; ///< of the transaction that it is or has joined, which somebody else may have ended
     bool ends_ = true;
 };
 
