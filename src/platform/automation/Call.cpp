@@ -71,13 +71,18 @@ bool convert(QVariant &argument, QMetaType type)
     }
 }
 
-bool convertAll(QVariantList &arguments, const QMetaMethod &method)
+/// "2. lngCustPK: QString -> int": which argument does not fit, and how; empty when all do and are converted.
+QString convertAll(QVariantList &arguments, const QMetaMethod &method)
 {
     for (int i = 0; i < int(arguments.size()); ++i) {
+        const QVariant given = arguments.at(i);
         if (!convert(arguments[i], heldType(method, i)))
-            return false;
+            return QStringLiteral("%1. %2: %3 -> %4")
+                .arg(i + 1)
+                .arg(QLatin1String(method.parameterNames().at(i)), QLatin1String(given.typeName()),
+                     QLatin1String(method.parameterTypes().at(i)));
     }
-    return true;
+    return {};
 }
 
 /// The members of that name which the object's own classes declare; those of QObject itself are out of reach.
@@ -118,12 +123,16 @@ QVariant call(QObject &object, const QString &member, QVariantList &arguments)
         throw RuntimeError(ErrorNumber::NoSuchMember,
                            QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (없는 멤버: %1)").arg(member));
 
+    QStringList misfits, counts;
     for (const QMetaMethod &method : methods) {
+        counts.prepend(QString::number(method.parameterCount()));
         if (method.parameterCount() != arguments.size())
             continue;
         QVariantList converted = arguments;
-        if (!convertAll(converted, method))
+        if (const QString misfit = convertAll(converted, method); !misfit.isEmpty()) {
+            misfits << misfit;
             continue;
+        }
         const QVariant result = invoke(object, method, converted);
         const QList<QByteArray> types = method.parameterTypes();
         for (qsizetype i = 0; i < arguments.size(); ++i) {
@@ -132,8 +141,11 @@ QVariant call(QObject &object, const QString &member, QVariantList &arguments)
         }
         return result;
     }
-    throw RuntimeError(ErrorNumber::WrongArguments,
-                       QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (맞지 않는 값: %1)").arg(member));
+    const QString why = misfits.isEmpty() ? QStringLiteral("%1 -> %2").arg(arguments.size()).arg(counts.join(u'/'))
+                                          : misfits.join(QStringLiteral("; "));
+    throw RuntimeError(
+        ErrorNumber::WrongArguments,
+        QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (맞지 않는 값: %1, %2)").arg(member, why));
 }
 
 QVariant call(QObject &object, const QString &member)
