@@ -234,3 +234,15 @@ TEST_F(Life, EndsWithAHostWhoseGlobalHoldsTheConnectionInTheMiddleOfASaving)
         EXPECT_EQ(database.value("SELECT COUNT(*) FROM t_HospSetup WHERE HS_KEY = 'unsaved'"), "0");
     }
 }
+
+TEST_F(Life, EndsNotWithoutAWordWhereAPlainSlotRaisesAnError)
+{
+    QProcess host;
+    host.setProcessChannelMode(QProcess::MergedChannels);
+    host.start(besideTest("test_leaving_host"), {QStringLiteral("plain slot")});
+    EXPECT_TRUE(host.waitForFinished(60'000));
+    EXPECT_EQ(host.exitStatus(), QProcess::CrashExit);
+    const QString said = QString::fromUtf8(host.readAll());
+    EXPECT_TRUE(said.contains(QStringLiteral("가져오지 못했습니다.\n\n프로그램을 종료합니다."))) << said.toStdString();
+    EXPECT_TRUE(said.contains(QStringLiteral("error -2147217900 in [] raised main.cpp"))) << said.toStdString();
+}

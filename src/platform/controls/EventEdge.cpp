@@ -6,12 +6,14 @@
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMetaObject>
 #include <QPointer>
+#include <QThread>
 
 #include <algorithm>
 #include <deque>
+#include <exception>
 #include <new>
 #include <optional>
 #include <utility>
@@ -89,6 +91,23 @@ std::optional<QString> runGuarded(const std::function<void()> &handler)
     return failure ? failure : rollbackFailure;
 }
 
+std::terminate_handler endOfProgram = nullptr; ///< that was there before
+
+/// Runs where nobody catches the error, with its thrower's objects still in place.
+void tellAndEnd()
+{
+    static bool telling = false; // another may come while the box stands
+    if (std::current_exception() && !std::exchange(telling, true)) {
+        const QString text = failureOf([] { std::rethrow_exception(std::current_exception()); }).value_or(QString());
+        if (qobject_cast<QApplication *>(qApp) && QThread::currentThread() == qApp->thread())
+            MsgBox(text
+                       + QStringLiteral(
+                           "\n\n프로그램을 종료합니다. 다시 시작한 뒤 마지막 내용이 저장되었는지 확인하십시오."),
+                   WarningIcon);
+    }
+    endOfProgram();
+}
+
 } // namespace
 
 EventScope::EventScope(const QWidget *source)
@@ -135,6 +154,12 @@ void runWhenFree(std::function<bool()> busy, std::function<void()> work)
 bool workWaits()
 {
     return !waiting().empty();
+}
+
+void tellStrayErrors()
+{
+    if (!endOfProgram)
+        endOfProgram = std::set_terminate(&tellAndEnd);
 }
 
 void runEvent(const std::function<void()> &handler, const QWidget *source)

@@ -14,6 +14,10 @@ namespace controls {
 /// control in which the event happened, if it happened in one.
 void runEvent(const std::function<void()> &handler, const QWidget *source = nullptr);
 
+/// For the errors that reach no edge, as those of a slot that was connected plainly: they end the program, since the toolkit
+/// cannot go on after them, but not without a word. From here on each goes to the log, and a box tells it first.
+void tellStrayErrors();
+
 /// Whether a handler of an event in the window, or in a dialog over it, is still at work: perhaps in a box or a dialog that
 /// waits for the user. Handlers of other windows, the host's own for example, do not count.
 bool eventRunsIn(const QWidget &window);

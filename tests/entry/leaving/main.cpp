@@ -1,10 +1,13 @@
 #include "platform/ado/Recordset.h"
 #include "platform/automation/Automation.h"
+#include "platform/controls/EventEdge.h"
 #include "platform/registry/AppSettings.h"
+#include "platform/runtime/Log.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QApplication>
 #include <QDate>
+#include <QLabel>
 #include <QTextStream>
 #include <QTimer>
 
@@ -81,11 +84,35 @@ int leave(const QString &way, QApplication &application, Desk &desk)
     return application.exec();
 }
 
+/// A slot that was connected plainly raises an error, and whoever reads the box confirms it.
+int raiseInPlainSlot(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    runtime::sayErrors();
+    controls::tellStrayErrors();
+    QTimer reader;
+    QObject::connect(&reader, &QTimer::timeout, [] {
+        QWidget *const box = QApplication::activeModalWidget();
+        if (!box)
+            return;
+        for (const QLabel *label : box->findChildren<QLabel *>())
+            QTextStream(stderr) << label->text() << Qt::endl;
+        box->close();
+    });
+    reader.start(50);
+    QTimer::singleShot(
+        0, [] { throw runtime::RuntimeError(runtime::ErrorNumber::Database, QStringLiteral("가져오지 못했습니다.")); });
+    return QApplication::exec();
+}
+
 } // namespace
 
-/// WAY ADDRESS FOLDER ENTRY: opens the sale and ends in that way; the folder holds class register and settings.
+/// WAY ADDRESS FOLDER ENTRY: opens the sale and ends in that way; the folder holds class register and settings. With one
+/// word alone an error ends it.
 int main(int argc, char **argv)
 {
+    if (argc == 2)
+        return raiseInPlainSlot(argc, argv);
     try {
         QApplication application(argc, argv);
         const QStringList words = QApplication::arguments();
