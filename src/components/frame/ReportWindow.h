@@ -77,7 +77,7 @@ private:
     SheetView *table_;
     CustomerFind *find_;
     SheetChart *chart_;
-    QSplitter *parts_; ///< table over chart
+    QSplitter *parts_;              ///< table over chart
     std::optional<bool> partedFor_; ///< whether for lying bars
 };
 
