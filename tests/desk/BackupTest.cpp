@@ -328,7 +328,7 @@ TEST_P(Backup, RefusesBeforeAnythingIsTouched)
     TestDatabase other(GetParam() == ado::Engine::SQLite ? ado::Engine::PostgreSQL : ado::Engine::SQLite);
     backup::backUp(other.address(), file("other.backup"));
     TestDatabase older(GetParam());
-    older.run("ALTER TABLE Customer DROP COLUMN vip");
+    older.run("ALTER TABLE tPSIncoming DROP COLUMN IN_EtcMemo");
     if (GetParam() == ado::Engine::SQLite)
         older.run(QStringLiteral("VACUUM INTO '%1'").arg(file("older.backup")));
     else

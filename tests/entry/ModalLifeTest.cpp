@@ -171,7 +171,10 @@ TEST_F(ModalLife, TheProgramMayBeLeftUnderWhateverStands)
             QTimer::singleShot(0, qApp, [&] {
                 under(standing, [politely](QWidget *) { politely ? QApplication::quit() : QCoreApplication::exit(0); });
             });
-            QTimer::singleShot(20'000, qApp, [] { QCoreApplication::exit(1); });
+            QTimer endless; // of this round alone
+            endless.setSingleShot(true);
+            QObject::connect(&endless, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+            endless.start(20'000);
             EXPECT_EQ(QApplication::exec(), 0);
             EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
             close();

@@ -330,7 +330,9 @@ void Connection::Private::noteLoss()
 template <typename Run>
 auto Connection::Private::shielded(const Command &statement, Run run)
 {
-    const bool shield = driver->needsSavepoints() && driver->holdsTransaction();
+    // The server hands out no snapshot within a savepoint.
+    const bool shield = driver->needsSavepoints() && driver->holdsTransaction()
+                        && !statement.text().contains(QLatin1String("pg_export_snapshot"));
     if (shield)
         driver->write(driver->command() << u"SAVEPOINT statement");
     try {
