@@ -123,24 +123,34 @@ private:
 /// counts on from the highest by itself.
 void examineCounters(ado::Connection &connection, const Catalogue &catalogue, std::vector<Finding> &findings)
 {
-    QStringList parts;
+    QStringList keys;
     for (const Table &table : tables()) {
         const FoundTable *const found = catalogue.table(latin(table.name));
         const FoundColumn *const key = found ? found->column(latin(table.key().name)) : nullptr;
         if (table.key().holds != ado::ColumnType::Key || isRead(table) || !key || found->isView || !key->filled)
             continue;
-        parts << QStringLiteral("SELECT '%1.%2' AS named, (SELECT MAX(%2) FROM %1) AS top, "
-                                "pg_catalog.pg_get_serial_sequence('%3', '%4')::regclass AS counter")
-                     .arg(latin(table.name), latin(table.key().name), latin(table.name).toLower(), key->name);
+        keys << QStringLiteral("('%1', '%2', pg_catalog.pg_get_serial_sequence('%3', '%4')::regclass)")
+                    .arg(latin(table.name), latin(table.key().name), latin(table.name).toLower(), key->name);
     }
+    if (keys.isEmpty())
+        return;
+    const ado::CellTable counters = connection.read(
+        QStringLiteral(
+            "SELECT k.named, k.key, k.counter::text, s.seqincrement FROM (VALUES %1) AS k (named, key, counter) "
+            "JOIN pg_catalog.pg_sequence s ON s.seqrelid = k.counter WHERE "
+            "pg_catalog.has_sequence_privilege(k.counter, 'SELECT')")
+            .arg(keys.join(QStringLiteral(", "))));
+    // By the counter itself: the catalogue does not tell the next number of one that was set and has given none yet.
+    QStringList parts;
+    for (int row = 0; row < counters.rowCount(); ++row)
+        parts << QStringLiteral(
+                     "SELECT '%1.%2' AS named FROM %3 c WHERE (SELECT MAX(%2) FROM %1) >= CASE WHEN c.is_called "
+                     "THEN c.last_value + %4 ELSE c.last_value END")
+                     .arg(counters.raw(row, 0).toString(), counters.raw(row, 1).toString(),
+                          counters.raw(row, 2).toString(), counters.raw(row, 3).toString());
     if (parts.isEmpty())
         return;
-    const ado::CellTable late = connection.read(
-        QStringLiteral("SELECT k.named FROM (%1) k JOIN pg_catalog.pg_sequence s ON s.seqrelid = k.counter WHERE "
-                       "pg_catalog.has_sequence_privilege(k.counter, 'SELECT') AND k.top >= CASE WHEN "
-                       "pg_catalog.has_sequence_privilege(k.counter, 'SELECT') THEN "
-                       "COALESCE(pg_catalog.pg_sequence_last_value(k.counter) + s.seqincrement, s.seqstart) END")
-            .arg(parts.join(QStringLiteral(" UNION ALL "))));
+    const ado::CellTable late = connection.read(parts.join(QStringLiteral(" UNION ALL ")));
     for (int row = 0; row < late.rowCount(); ++row)
         findings.push_back({Weight::Fault, Kind::LateCounter,
                             QStringLiteral("다음 번호가 이미 쓰인 번호입니다. desk --upgrade를 실행하십시오: ")

@@ -23,7 +23,7 @@ struct Finding
 };
 
 enum class Depth {
-    ToSell, ///< what a sale would fail at: two short readings
+    ToSell, ///< what a sale would fail at: a few short readings
     Whole,
 };
 
