@@ -7,6 +7,7 @@
 #include "desk/exchange/Exchange.h"
 #include "desk/files/Writable.h"
 #include "desk/journal/Seal.h"
+#include "desk/journal/Sealing.h"
 #include "desk/preferences/Preferences.h"
 #include "desk/sample/FirstUse.h"
 #include "desk/sample/MakeOnTerminal.h"
@@ -158,6 +159,7 @@ int start(const desk::Options &options, QApplication &application)
     QStringList notices{registerSale()};
     const ado::ConnectionPtr connection = openForWork(options);
     journal::attend(*connection);
+    const journal::Sealing sealing(connection);
     notices << schema::upgradeNotice(*connection);
     notices.removeAll(QString());
     for (const QString &notice : std::as_const(notices))

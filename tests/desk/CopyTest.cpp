@@ -163,7 +163,7 @@ TEST_P(Copy, BeginsAJournalAnewWhoseChainIsBroken)
         if ((*past == 'D') == (GetParam() == ado::Engine::SQLite))
             clinic_.run(past);
     }
-    clinic_.run("UPDATE t_DeskJournal SET DJ_Row = 1 WHERE DJ_Place = 1");
+    clinic_.run("UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Place = 1");
     const QString away = elsewhere();
     EXPECT_EQ(copy::copyClinic(*clinic_.connection(), away).journalLeft, 3);
     EXPECT_EQ(faults(*ado::Connection::open(away)), "");

@@ -2,11 +2,14 @@
 #include "desk/check/JournalExamination.h"
 #include "desk/journal/Chain.h"
 #include "desk/journal/Seal.h"
+#include "desk/journal/Sealing.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Upgrade.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/desk/Earlier.h"
 #include "tests/support/Cases.h"
+
+#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -90,23 +93,49 @@ TEST_P(Journal, HoldsEachWriteOfADeskAndOfAnotherProgram)
               GetParam() == ado::Engine::SQLite ? "12" : "0");
     EXPECT_EQ(told(clinic), "");
     const QString waiting = clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Place IS NULL");
-    EXPECT_EQ(waiting, GetParam() == ado::Engine::SQLite ? "9" : "0") << "who looks writes nothing";
-    journal::sealOpen(desk());
+    EXPECT_EQ(waiting, "21") << "who writes does not seal, and who looks writes nothing";
+    EXPECT_EQ(journal::sealOpen(desk()), 21);
     EXPECT_EQ(clinic.value("SELECT MAX(DJ_Place) FROM t_DeskJournal"), "21");
     const journal::Chain chain = journal::walk(desk());
     EXPECT_EQ(chain.open + chain.brokenAt, 0);
 }
 
+TEST_P(Journal, IsSealedByADeskThatWrote)
+{
+    const auto open = [&] { return clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Place IS NULL"); };
+    const journal::Sealing sealing(clinic.connection(), 20ms);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open() == "0"; })) << "what was left before";
+    clinic.run("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (4, 1, '2026-11-24')");
+    QTest::qWait(100);
+    EXPECT_EQ(open(), "1") << "a desk that only looks asks for nothing";
+    desk().BeginTrans();
+    desk().Execute("UPDATE tPSOrderMaster SET OrdM_Total = 1 WHERE OrdM_PK = 4");
+    QTest::qWait(100);
+    EXPECT_EQ(open(), "1") << "nor within a transaction";
+    desk().CommitTrans();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return open() == "0"; }));
+    EXPECT_EQ(journal::walk(desk()).brokenAt, 0);
+}
+
 TEST_P(Journal, TellsWhatSomebodyDidPastIt)
 {
-    for (const char *change : {"UPDATE t_DeskJournal SET DJ_Who = 'x'", "DELETE FROM t_DeskJournal"})
-        EXPECT_ANY_THROW(clinic.run(change)) << change;
+    sell(desk(), 5);
+    const char *const changes[] = {"UPDATE t_DeskJournal SET DJ_New = 'x' WHERE DJ_Order = 5",
+                                   "UPDATE t_DeskJournal SET DJ_Who = 'x' WHERE DJ_Order = 5",
+                                   "DELETE FROM t_DeskJournal"};
+    for (const bool sealed : {false, true}) {
+        for (const char *change : changes)
+            EXPECT_ANY_THROW(clinic.run(change)) << change;
+        if (!sealed)
+            journal::sealOpen(desk());
+    }
     if (GetParam() == ado::Engine::Odbc)
         return; // the same server
     for (const QStringList &deed : casesOf("desk/journal-deeds.cases", 2)) {
         TestDatabase one(GetParam());
         journal::attend(*one.connection());
         sell(*one.connection(), 5);
+        journal::sealOpen(*one.connection());
         ASSERT_EQ(told(one), "");
         pastGuards(one, deed[0]);
         EXPECT_EQ(told(one), deed[1].toStdString()) << deed[0].toStdString();
@@ -124,7 +153,7 @@ TEST_P(Journal, GoesWithBackupAndRestoreAndIsMendedByAnUpgrade)
     backup::restore(clinic.address(), folder.filePath("5.backup"));
     EXPECT_EQ(clinic.value("SELECT MAX(OrdM_PK) FROM tPSOrderMaster"), "5");
     EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Order = 6 AND DJ_Action = 'D'"), "3");
-    EXPECT_EQ(clinic.value("SELECT COUNT(*) FROM t_DeskJournal WHERE DJ_Place IS NULL"), "0");
+    journal::sealOpen(desk());
     EXPECT_EQ(told(clinic), "");
     sell(*clinic.otherDesk(), 7);
     EXPECT_EQ(clinic.value(LastEntry), "I|tPSTransaction|"
@@ -145,8 +174,13 @@ TEST_P(Journal, GoesWithBackupAndRestoreAndIsMendedByAnUpgrade)
     backup::restore(earlier.address(), folder.filePath("5.backup")); // where nothing of a journal is yet
     EXPECT_EQ(told(earlier), "");
 
+    // As it was when whoever wrote sealed, too.
+    clinic.run("DROP INDEX ixJournalOpen");
+    if (GetParam() == ado::Engine::PostgreSQL)
+        clinic.run("CREATE FUNCTION clinic_journal.add() RETURNS int LANGUAGE sql AS 'SELECT 1'");
     pastGuards(clinic, "UPDATE t_DeskSchema SET DS_Version = 2");
     EXPECT_EQ(schema::upgrade(desk()).size(), 1U);
+    EXPECT_EQ(schema::upgradeSteps(desk()).size(), 0U);
     EXPECT_ANY_THROW(clinic.run("DELETE FROM t_DeskJournal"));
     sell(desk(), 70);
     EXPECT_EQ(told(clinic), "");
@@ -161,22 +195,26 @@ TEST(JournalOnAServer, KeepsOneChainWhateverTransactionsDoAtOnce)
     TestDatabase clinic(ado::Engine::PostgreSQL);
     const QString order = QStringLiteral("INSERT INTO tPSOrderMaster (OrdM_PK, Cust_PK, OrdM_Date) VALUES (%1, 1, "
                                          "'2026-11-24')");
-    clinic.run("BEGIN ISOLATION LEVEL REPEATABLE READ"); // sees no end of a chain that went on since
-    clinic.run(order.arg(1));
-    clinic.connection()->BeginTrans();
-    clinic.otherDesk()->BeginTrans();
-    clinic.connection()->Execute(order.arg(2));
-    clinic.otherDesk()->Execute(order.arg(3));
-    clinic.otherDesk()->CommitTrans();
-    clinic.connection()->CommitTrans();
+    ado::Connection &one = *clinic.connection(), &other = *clinic.otherDesk();
+    one.BeginTrans();
+    one.Execute(order.arg(1));
+    other.Execute(order.arg(2));
+    EXPECT_EQ(journal::sealSome(other), 4) << "what is written, the first three with the journal's beginning";
+    clinic.run("BEGIN");
+    clinic.run("SELECT clinic_journal.seal()");
+    EXPECT_EQ(journal::sealSome(other), 0) << "while another is at it";
     clinic.run("COMMIT");
-    const journal::Chain chain = journal::walk(*clinic.connection());
+    one.CommitTrans();                                   // the earlier row comes later
+    clinic.run("BEGIN ISOLATION LEVEL REPEATABLE READ"); // sees no end of a chain that went on since
+    clinic.run("SELECT 1 FROM t_DeskJournal");
+    EXPECT_EQ(journal::sealSome(other), 1);
+    EXPECT_EQ(clinic.value("SELECT clinic_journal.seal()"), "0");
+    clinic.run("COMMIT");
+    const journal::Chain chain = journal::walk(one);
     EXPECT_EQ(chain.brokenAt, 0);
     EXPECT_EQ(chain.last, 5);
-    EXPECT_EQ(chain.open, 1);
+    EXPECT_EQ(chain.open, 0);
     EXPECT_EQ(told(clinic), "");
-    EXPECT_EQ(journal::sealOpen(*clinic.connection()), 1);
-    EXPECT_EQ(journal::walk(*clinic.connection()).last, 6);
 }
 
 TEST(JournalOnAServer, RefusesNoWriteThatItCannotHold)

@@ -119,18 +119,19 @@ bool Clerk::perform(const char *kind, Numbers numbers, const Work &work)
     return false;
 }
 
-/// Which order took the line is the server's choice, but one of this trial: a line of the clinic's own may have the token as
-/// its price by chance. Read past the operation, so it is not part of its time.
+/// Which order took the line is the server's choice, but one of this trial: a line of the clinic's own may have the token by
+/// chance, and any line as its price. Read past the operation, so it is not part of its time.
 void Clerk::noteOrderOf(qint64 token)
 {
     ado::Recordset found;
-    found.Open(
-        QStringLiteral("SELECT d.OrdM_PK FROM tPSOrderMaster m JOIN tPSOrderDetail d ON d.OrdM_PK = m.OrdM_PK "
-                       "WHERE m.Cust_PK = %1 AND m.OrdM_PK > %3 AND (d.OrdD_HalinUnit = %2 OR d.OrdD_UnitPrice = %2)")
-            .arg(session_.customer.lngCustPK)
-            .arg(token)
-            .arg(task_.ordersBefore),
-        gcnnMasterDB, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
+    found.Open(QStringLiteral(
+                   "SELECT d.OrdM_PK FROM tPSOrderMaster m JOIN tPSOrderDetail d ON d.OrdM_PK = m.OrdM_PK "
+                   "WHERE m.Cust_PK = %1 AND m.OrdM_PK > %3 AND CASE WHEN d.OrdD_Count < 0 THEN d.OrdD_UnitPrice ELSE "
+                   "d.OrdD_HalinUnit END = %2")
+                   .arg(session_.customer.lngCustPK)
+                   .arg(token)
+                   .arg(task_.ordersBefore),
+               gcnnMasterDB, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
     if (!found.Eof())
         journal_.note({{"to", runtime::CLng(found[QStringLiteral("OrdM_PK")])}});
 }

@@ -204,8 +204,8 @@ void noteRestore(ado::Connection &clinic, const QString &file)
     QString name = QFileInfo(file).fileName();
     name = u'\'' + name.replace(u'\'', QStringLiteral("''")) + u'\'';
     schema::run(clinic,
-                (server ? QStringLiteral("SELECT clinic_journal.add('R', '', NULL, NULL, NULL, NULL, "
-                                         "json_build_object('file', %1)::text, true)")
+                (server ? QStringLiteral("SELECT clinic_journal.write('R', '', NULL, NULL, NULL, NULL, "
+                                         "json_build_object('file', %1)::text)")
                         : QStringLiteral("INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table, DJ_New) VALUES "
                                          "(strftime('%Y-%m-%dT%H:%M:%fZ', 'now'), 'R', '', json_object('file', "
                                          "%1))"))

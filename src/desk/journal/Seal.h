@@ -20,13 +20,15 @@ QByteArray sealOf(const std::vector<Part> &parts);
 /// The columns that a hash is taken of, behind the hash before it, in that order.
 extern const char *const SealedColumns;
 
-/// From here on the rows that this session of the embedded engine writes get their place and hash, and the machine and user
-/// that wrote them, within their own transaction. Rows that others left without are given theirs first. On a server the
-/// database itself does so. Nothing happens in a database without a journal.
+/// From here on the rows that this session of the embedded engine writes name the machine and user that wrote them. On a
+/// server the database itself does so. Nothing happens in a database without a journal.
 void attend(ado::Connection &connection);
 
-/// Gives rows without a place theirs, in the order in which they came; returns how many. Raises RuntimeError, where the
-/// session may not do that, too.
+/// Gives rows without a place theirs, in the order in which they came, whoever wrote them; returns how many, at most
+/// schema::SealedAtOnce. 0 as well while another session does so on a server. Raises RuntimeError, where the session may not
+/// do that, too.
+qint64 sealSome(ado::Connection &connection);
+/// The same for all that there are.
 qint64 sealOpen(ado::Connection &connection);
 
 } // namespace journal

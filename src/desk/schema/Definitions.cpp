@@ -31,7 +31,7 @@ QHash<QString, QString> indexDefinitions(ado::Connection &connection)
 {
     QString statement = QStringLiteral("SELECT name, sql FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL");
     if (connection.engine() != ado::Engine::SQLite) {
-        QStringList tables;
+        QStringList tables{QStringLiteral("to_regclass('t_deskjournal')")};
         for (const TablePlan &table : tablePlans())
             tables << QStringLiteral("to_regclass('%1')").arg(QString::fromLatin1(table.name).toLower());
         statement = QStringLiteral("SELECT c.relname, pg_get_indexdef(c.oid) FROM pg_index x JOIN pg_class c ON c.oid "

@@ -73,11 +73,11 @@ END)sql"),
                  {"%new", has ? journalledRow(table, QStringLiteral("NEW"), Dialect::SQLite) : none}});
 }
 
-QString sqliteGuard(const char *name, const char *event)
+QString sqliteGuard(const char *name, const QString &event)
 {
     return QStringLiteral("CREATE TRIGGER %1 BEFORE %2\nBEGIN\n    SELECT RAISE(ABORT, '변경 이력은 고칠 수 "
                           "없습니다.');\nEND")
-        .arg(latin(name), latin(event));
+        .arg(latin(name), event);
 }
 
 QString functionOf(const JournalPlan &plan)
@@ -104,45 +104,64 @@ QString createTriggerFunction(const QString &name, const QString &body)
 QString hashedParts()
 {
     QStringList parts;
-    for (const char *part : {"last", "place::text", "moment", "who", "action", "named", "row_key::text",
-                             "order_key::text", "customer_key::text", "old_row", "new_row"})
+    for (const char *part :
+         {"last", "place::text", "one.DJ_Time", "one.DJ_Who", "one.DJ_Action", "one.DJ_Table", "one.DJ_Row::text",
+          "one.DJ_Order::text", "one.DJ_Customer::text", "one.DJ_Old", "one.DJ_New"})
         parts << QStringLiteral("coalesce(octet_length(%1) || ':' || %1, '-')").arg(latin(part));
     return parts.join(QStringLiteral(" || "));
 }
 
-/// Runs at the commit, where the order of commits is the order of the chain. A transaction that cannot see the chain's end
-/// leaves its row without a place. Only the functions below may call it.
-QString addFunction()
+/// Only the functions below may call it.
+QString writeFunction()
+{
+    return createFunction(
+        QStringLiteral("clinic_journal.write(action text, named text, row_key bigint, order_key bigint, customer_key "
+                       "bigint, old_row text, new_row text) RETURNS void LANGUAGE plpgsql"),
+        QStringLiteral(R"sql(
+BEGIN
+    INSERT INTO public.t_DeskJournal (DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer, DJ_Old, DJ_New)
+    VALUES (to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD"T"HH24:MI:SS.MS"Z"'),
+            session_user || coalesce('@' || host(inet_client_addr()), ''), action, named, row_key, order_key, customer_key,
+            old_row, new_row);
+END
+)sql"));
+}
+
+/// Whoever writes does not seal: the chain has one end, and desks that commit would wait for each other's disk there. A desk
+/// has it done shortly afterwards, for everybody's rows; one at a time. A transaction that cannot see the chain's end does
+/// nothing.
+QString sealFunction()
 {
     const QString body = QStringLiteral(R"sql(
 DECLARE
-    moment text := to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD"T"HH24:MI:SS.MS"Z"');
-    who text := session_user || coalesce('@' || host(inet_client_addr()), '');
+    one record;
     place bigint;
     last text;
-    seal text;
+    sealed bigint := 0;
 BEGIN
-    IF chained AND current_setting('transaction_isolation') = 'read committed' THEN
-        PERFORM pg_advisory_xact_lock(%lock);
-        SELECT j.DJ_Place, j.DJ_Hash INTO place, last FROM public.t_DeskJournal j
-        WHERE j.DJ_Place IS NOT NULL ORDER BY j.DJ_Place DESC LIMIT 1;
-        place := coalesce(place, 0) + 1;
-        seal := encode(sha256(convert_to(%parts, 'UTF8')), 'hex');
+    IF current_setting('transaction_isolation') <> 'read committed' OR NOT pg_try_advisory_xact_lock(%lock) THEN
+        RETURN 0;
     END IF;
-    INSERT INTO public.t_DeskJournal (DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer, DJ_Old,
-                                      DJ_New, DJ_Place, DJ_Hash)
-    VALUES (moment, who, action, named, row_key, order_key, customer_key, old_row, new_row, place, seal);
+    SELECT j.DJ_Place, j.DJ_Hash INTO place, last FROM public.t_DeskJournal j
+    WHERE j.DJ_Place IS NOT NULL ORDER BY j.DJ_Place DESC LIMIT 1;
+    place := coalesce(place, 0);
+    FOR one IN SELECT j.* FROM public.t_DeskJournal j WHERE j.DJ_Place IS NULL ORDER BY j.DJ_PK LIMIT %most LOOP
+        place := place + 1;
+        last := encode(sha256(convert_to(%parts, 'UTF8')), 'hex');
+        UPDATE public.t_DeskJournal SET DJ_Place = place, DJ_Hash = last WHERE DJ_PK = one.DJ_PK;
+        sealed := sealed + 1;
+    END LOOP;
+    RETURN sealed;
 END
 )sql");
-    return createFunction(
-        QStringLiteral(
-            "clinic_journal.add(action text, named text, row_key bigint, order_key bigint, "
-            "customer_key bigint, old_row text, new_row text, chained boolean) RETURNS void LANGUAGE plpgsql"),
-        fill(body, {{"%lock", QString::number(JournalLock)}, {"%parts", hashedParts()}}));
+    return createFunction(QStringLiteral("clinic_journal.seal() RETURNS bigint LANGUAGE plpgsql SECURITY DEFINER SET "
+                                         "search_path = pg_catalog, pg_temp"),
+                          fill(body, {{"%lock", QString::number(JournalLock)},
+                                      {"%most", QString::number(SealedAtOnce)},
+                                      {"%parts", hashedParts()}}));
 }
 
-/// Whatever goes wrong here, the write itself stands: at worst its row stays out of the chain, or of the journal, which a
-/// check tells.
+/// Whatever goes wrong here, the write itself stands: at worst it stays out of the journal, which a check tells.
 QString noteFunction(const JournalPlan &plan)
 {
     const TablePlan &table = tableOf(plan);
@@ -171,14 +190,10 @@ BEGIN
     IF old_row = new_row THEN
         RETURN NULL;
     END IF;
-    PERFORM clinic_journal.add(action, '%table', row_key, order_key, customer_key, old_row, new_row, true);
+    PERFORM clinic_journal.write(action, '%table', row_key, order_key, customer_key, old_row, new_row);
     RETURN NULL;
 EXCEPTION WHEN OTHERS THEN
-    BEGIN
-        PERFORM clinic_journal.add(action, '%table', row_key, order_key, customer_key, old_row, new_row, false);
-    EXCEPTION WHEN OTHERS THEN
-        RAISE WARNING 'journal: %', SQLERRM;
-    END;
+    RAISE WARNING 'journal: %', SQLERRM;
     RETURN NULL;
 END
 )sql");
@@ -193,18 +208,33 @@ END
                                              {"%is", customerOf(plan, QStringLiteral("NEW"), orders)}}));
 }
 
+/// What a row of the journal says, and what never changes.
+constexpr const char *SaidColumns[]{"DJ_PK",    "DJ_Time",     "DJ_Action", "DJ_Table", "DJ_Row",
+                                    "DJ_Order", "DJ_Customer", "DJ_Old",    "DJ_New"};
+
+QString saidColumns(const QString &before = {})
+{
+    QStringList columns;
+    for (const char *column : SaidColumns)
+        columns << before + latin(column);
+    return columns.join(QStringLiteral(", "));
+}
+
 QString guardFunction()
 {
-    return createTriggerFunction(QStringLiteral("clinic_journal.guard"), QStringLiteral(R"sql(
+    return createTriggerFunction(
+        QStringLiteral("clinic_journal.guard"),
+        fill(QStringLiteral(R"sql(
 BEGIN
     IF TG_OP = 'UPDATE' THEN
-        IF OLD.DJ_Place IS NULL THEN
+        IF OLD.DJ_Place IS NULL AND (%was, OLD.DJ_Who) IS NOT DISTINCT FROM (%is, NEW.DJ_Who) THEN
             RETURN NEW;
         END IF;
     END IF;
     RAISE EXCEPTION '변경 이력은 고칠 수 없습니다.';
 END
-)sql"));
+)sql"),
+             {{"%was", saidColumns(QStringLiteral("OLD."))}, {"%is", saidColumns(QStringLiteral("NEW."))}}));
 }
 
 } // namespace
@@ -261,9 +291,11 @@ QStringList journalTableStatements(Dialect dialect)
                             ")"),
              {{"%key", server ? QStringLiteral("bigint GENERATED ALWAYS AS IDENTITY PRIMARY KEY")
                               : QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT")}}),
-        // Rows come without a place in the embedded engine, and get it at once: one visit of the index instead of three.
+        // Two halves: who writes visits the small one, who seals moves the rows to the other.
+        QStringLiteral("CREATE INDEX ixJournalOpen ON t_DeskJournal (DJ_PK) WHERE DJ_Place IS NULL"),
         QStringLiteral("CREATE UNIQUE INDEX ixJournalPlace ON t_DeskJournal (DJ_Place) WHERE DJ_Place IS NOT NULL"),
-        QStringLiteral("CREATE INDEX ixJournalTime ON t_DeskJournal (DJ_Time)"),
+        // Of a day one looks for what was changed and deleted; most rows are neither.
+        QStringLiteral("CREATE INDEX ixJournalTime ON t_DeskJournal (DJ_Time) WHERE DJ_Action <> 'I'"),
         QStringLiteral("CREATE INDEX ixJournalCustomer ON t_DeskJournal (DJ_Customer, DJ_Order)"),
     };
     return statements;
@@ -271,8 +303,8 @@ QStringList journalTableStatements(Dialect dialect)
 
 QStringList journalFunctionStatements()
 {
-    QStringList statements{QStringLiteral("CREATE SCHEMA IF NOT EXISTS clinic_journal"), addFunction(),
-                           guardFunction()};
+    QStringList statements{QStringLiteral("CREATE SCHEMA IF NOT EXISTS clinic_journal"), writeFunction(),
+                           sealFunction(), guardFunction()};
     for (const JournalPlan &plan : journalPlans())
         statements << noteFunction(plan);
     return statements;
@@ -285,8 +317,8 @@ std::vector<JournalTrigger> journalTriggers(Dialect dialect)
     if (dialect == Dialect::PostgreSQL) {
         for (const JournalPlan &plan : journalPlans())
             triggers.push_back({QStringLiteral("journal"), latin(plan.table),
-                                QStringLiteral("CREATE CONSTRAINT TRIGGER journal AFTER INSERT OR DELETE OR UPDATE ON "
-                                               "%1 DEFERRABLE INITIALLY DEFERRED FOR EACH ROW EXECUTE FUNCTION %2()")
+                                QStringLiteral("CREATE TRIGGER journal AFTER INSERT OR DELETE OR UPDATE ON %1 FOR EACH "
+                                               "ROW EXECUTE FUNCTION %2()")
                                     .arg(latin(plan.table), functionOf(plan))});
         triggers.push_back({QStringLiteral("journal_guard"), journal,
                             QStringLiteral("CREATE TRIGGER journal_guard BEFORE DELETE OR UPDATE ON t_DeskJournal FOR "
@@ -302,10 +334,13 @@ std::vector<JournalTrigger> journalTriggers(Dialect dialect)
             triggers.push_back({name, latin(plan.table), sqliteTrigger(name, plan, event)});
         }
     }
-    triggers.push_back({QStringLiteral("journal_guard_U"), journal,
-                        sqliteGuard("journal_guard_U", "UPDATE ON t_DeskJournal WHEN OLD.DJ_Place IS NOT NULL")});
-    triggers.push_back(
-        {QStringLiteral("journal_guard_D"), journal, sqliteGuard("journal_guard_D", "DELETE ON t_DeskJournal")});
+    const std::pair<const char *, QString> guards[]{
+        {"journal_guard_C", QStringLiteral("UPDATE OF %1 ON t_DeskJournal").arg(saidColumns())},
+        {"journal_guard_U", QStringLiteral("UPDATE ON t_DeskJournal WHEN OLD.DJ_Place IS NOT NULL OR OLD.DJ_Who IS NOT "
+                                           "NULL AND OLD.DJ_Who IS NOT NEW.DJ_Who")},
+        {"journal_guard_D", QStringLiteral("DELETE ON t_DeskJournal")}};
+    for (const auto &[name, event] : guards)
+        triggers.push_back({latin(name), journal, sqliteGuard(name, event)});
     return triggers;
 }
 
@@ -315,8 +350,8 @@ QStringList journalBeginStatements(Dialect dialect)
     for (const JournalPlan &plan : journalPlans()) {
         const QString table = latin(plan.table), key = latin(tableOf(plan).key().name);
         statements << (dialect == Dialect::PostgreSQL
-                           ? QStringLiteral("SELECT clinic_journal.add('B', '%1', (SELECT COALESCE(MAX(%2), 0) FROM "
-                                            "%1), NULL, NULL, NULL, NULL, true)")
+                           ? QStringLiteral("SELECT clinic_journal.write('B', '%1', (SELECT COALESCE(MAX(%2), 0) "
+                                            "FROM %1), NULL, NULL, NULL, NULL)")
                            : QStringLiteral("INSERT INTO t_DeskJournal (DJ_Time, DJ_Action, DJ_Table, DJ_Row) SELECT "
                                             "strftime('%Y-%m-%dT%H:%M:%fZ', 'now'), 'B', '%1', COALESCE(MAX(%2), 0) "
                                             "FROM %1"))

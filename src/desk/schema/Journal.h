@@ -37,7 +37,9 @@ std::vector<JournalTrigger> journalTriggers(Dialect dialect);
 /// The highest keys as they stand when the journal begins: rows above them must be in it.
 QStringList journalBeginStatements(Dialect dialect);
 
-/// On a server a commit holds this lock while it adds to the chain.
+/// On a server a session holds this lock while it adds to the chain.
 inline constexpr qint64 JournalLock = 7'310'579'163;
+/// Rows that get their place in one transaction: a blink of an eye.
+inline constexpr int SealedAtOnce = 500;
 
 } // namespace schema

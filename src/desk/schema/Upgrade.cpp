@@ -51,6 +51,21 @@ QStringList journalFunctions(ado::Connection &connection)
     return statements;
 }
 
+/// The journal's indexes that are not as this program makes them.
+QStringList otherJournalIndexes(ado::Connection &connection, Dialect dialect)
+{
+    static const QRegularExpression index(QStringLiteral("^CREATE (?:UNIQUE )?INDEX (\\w+)"));
+    const QHash<QString, QString> found = indexDefinitions(connection);
+    QStringList due;
+    const QStringList statements = journalTableStatements(dialect);
+    for (const QString &statement : statements) {
+        const QString name = index.match(statement).captured(1);
+        if (!name.isEmpty() && found.value(name.toLower()) != plainDefinition(statement))
+            due << QStringLiteral("DROP INDEX IF EXISTS ") + name << statement;
+    }
+    return due;
+}
+
 /// What is missing of the journal, or is other than this program makes it. Views take no triggers of its kind.
 void addJournalSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Dialect dialect, Steps &steps)
 {
@@ -61,8 +76,7 @@ void addJournalSteps(ado::Connection &connection, const clinic::Catalogue &catal
     }
     const bool begins = !hasJournal(connection);
     QStringList due;
-    if (begins)
-        due << journalTableStatements(dialect);
+    due << (begins ? journalTableStatements(dialect) : otherJournalIndexes(connection, dialect));
     if (dialect == Dialect::PostgreSQL) {
         const QHash<QString, QString> found = journalDefinitions(connection);
         const QStringList all = journalFunctions(connection);
@@ -82,6 +96,8 @@ void addJournalSteps(ado::Connection &connection, const clinic::Catalogue &catal
     }
     if (begins)
         due << journalBeginStatements(dialect);
+    else if (dialect == Dialect::PostgreSQL && journalDefinitions(connection).contains(QStringLiteral("add")))
+        due << QStringLiteral("DROP FUNCTION clinic_journal.add"); // which sealed while it wrote
     if (!due.isEmpty())
         steps.push_back({begins ? QStringLiteral("변경 이력 시작") : QStringLiteral("변경 이력 보완"), due});
 }

@@ -58,6 +58,11 @@ SELECT format('GRANT USAGE ON SCHEMA clinic_like TO %1$I; GRANT EXECUTE ON ALL F
               :'desk')
     WHERE to_regnamespace('clinic_like') IS NOT NULL \gexec
 
+-- A desk seals the journal; what writes it is the tables' own affair.
+SELECT format('REVOKE EXECUTE ON ALL FUNCTIONS IN SCHEMA clinic_journal FROM PUBLIC, %1$I; GRANT USAGE ON SCHEMA clinic_journal '
+              'TO %1$I; GRANT EXECUTE ON FUNCTION clinic_journal.seal() TO %1$I', :'desk')
+    WHERE to_regprocedure('clinic_journal.seal()') IS NOT NULL \gexec
+
 -- Whatever the role had before goes first. A desk can write every column but those that the database counts: a key that it
 -- made up would stand in the counter's way. A counter that is no identity asks for a right of its own.
 SELECT format('REVOKE ALL ON ALL TABLES IN SCHEMA %1$I FROM %2$I; REVOKE ALL ON ALL SEQUENCES IN SCHEMA %1$I FROM %2$I',

@@ -173,6 +173,11 @@ quint64 Connection::transactionSerial() const
     return own ? own->serial : 0;
 }
 
+quint64 Connection::writes() const
+{
+    return d->writes;
+}
+
 int Connection::Execute(const QString &statement)
 {
     oneStatement(statement, d->driver->dialect());
@@ -261,6 +266,7 @@ void Connection::Private::reconnect()
 
 void Connection::Private::beforeWrite()
 {
+    ++writes;
     ensureAlive(Driver::Asking::WhereNeeded);
     for (Level &level : levels) {
         if (level.state == Level::State::Pending)

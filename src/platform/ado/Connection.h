@@ -55,6 +55,9 @@ public:
     /// Identifies that transaction, 0 for none.
     quint64 transactionSerial() const;
 
+    /// Counts on with every writing statement that was sent.
+    quint64 writes() const;
+
     /// Runs one writing statement; returns the number of rows it touched, -1 where the engine does not tell.
     int Execute(const QString &statement);
 

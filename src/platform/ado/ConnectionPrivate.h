@@ -43,6 +43,7 @@ struct Connection::Private
     std::unique_ptr<Driver> driver;
     std::vector<Level> levels; ///< the outermost first
     Rollbacks rollbacks;
+    quint64 writes = 0;
 
     /// The present owner's; null when it has none.
     const Level *ownLevel() const;
