@@ -1,4 +1,5 @@
 #include "clinic/Tables.h"
+#include "desk/journal/Seal.h"
 #include "platform/runtime/RuntimeError.h"
 #include "session/modGlobalVars.h"
 #include "trials/desk/Clerk.h"
@@ -32,9 +33,23 @@ void visit(trial::Clerk &clerk, bool mayFail)
     }
 }
 
+/// As a desk's own timer has it done.
+void sealNowAndThen(qint64 &due)
+{
+    if (trial::now() < due)
+        return;
+    due = trial::now() + 3'000'000;
+    try {
+        journal::sealSome(*gcnnMasterDB);
+    } catch (const runtime::RuntimeError &) {
+        return; // the next one does it
+    }
+}
+
 int work(const QCommandLineParser &arguments)
 {
     gcnnMasterDB = ado::Connection::open(arguments.positionalArguments().value(0));
+    journal::attend(*gcnnMasterDB);
     trial::Journal journal(arguments.positionalArguments().value(1));
     trial::Clerk::Task task;
     task.seed = unsigned(value(arguments, "seed"));
@@ -46,11 +61,13 @@ int work(const QCommandLineParser &arguments)
     const trial::Gate gate(arguments.value(QStringLiteral("gate")));
     {
         trial::Clerk clerk(task, journal);
+        qint64 sealDue = 0;
         const qint64 until = trial::now() + qint64(value(arguments, "seconds")) * 1'000'000;
         while (trial::now() < until && !toldToEnd) {
             {
                 const trial::Gate::Pass pass(gate);
                 visit(clerk, value(arguments, "faults") != 0);
+                sealNowAndThen(sealDue);
             }
             QThread::msleep(unsigned(value(arguments, "pause")));
         }
