@@ -1,5 +1,6 @@
 #include "clinic/Examination.h"
 #include "data/clsSQL.h"
+#include "desk/journal/Seal.h"
 #include "desk/sample/Clinic.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Tables.h"
@@ -78,6 +79,7 @@ TEST_F(DeskRole, DoesADesksWork)
     mine.Open(QStringLiteral("SELECT COUNT(*) AS found FROM t_DeskJournal WHERE DJ_Who LIKE 'desk_of_test%'"), desk_,
               ado::CursorType::Static, ado::LockType::ReadOnly);
     EXPECT_EQ(runtime::CLng(mine[QStringLiteral("found")]), 4); // order, line, sums, no line again
+    EXPECT_GT(journal::sealSome(*desk_), 0);
     desk_->Execute("INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('새', '')");
     desk_->Execute("UPDATE t_HospSetup SET HS_Value = 'x'");
     const QString like = QStringLiteral("SELECT COUNT(*) AS found FROM tPSOrderDetail WHERE OrdD_RfndMemo LIKE '[▶]%'");
