@@ -20,6 +20,7 @@
 #include "desk/window/FirstPaint.h"
 #include "desk/window/Look.h"
 #include "platform/ado/ShownAddress.h"
+#include "platform/controls/WaitingLine.h"
 #include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
@@ -93,6 +94,16 @@ ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clin
     return connection;
 }
 
+/// A second server that only follows the first reads like any other and takes no sale.
+void demandWriter(const ado::Connection &connection)
+{
+    if (connection.engine() == ado::Engine::PostgreSQL
+        && connection.read(QStringLiteral("SHOW transaction_read_only")).raw(0, 0).toString() == QLatin1String("on"))
+        refuse(QStringLiteral("읽기 전용 서버라 판매할 수 없습니다: ") + ado::addressToShow(connection.address())
+               + QStringLiteral("\n쓰기가 되는 서버의 주소로 다시 시작하십시오. 서버가 여럿이면 모두 적고 "
+                                "?target_session_attrs=read-write를 붙이십시오."));
+}
+
 QWidget *openWindow()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -131,7 +142,9 @@ ado::ConnectionPtr openForWork(const desk::Options &options)
         if (const QString trouble = files::troubleWithDatabase(file); !trouble.isEmpty())
             refuse(trouble);
     }
-    return openClinic(address, clinic::Depth::ToSell);
+    const ado::ConnectionPtr connection = openClinic(address, clinic::Depth::ToSell);
+    demandWriter(*connection);
+    return connection;
 }
 
 /// Settings lie there, and what registers the component of a desk that is not installed. Returns what stands in the way of
@@ -156,6 +169,7 @@ void tellAndQuit()
 int start(const desk::Options &options, QApplication &application)
 {
     desk::dressUp(application);
+    controls::showWaitingLine();
     QStringList notices{registerSale()};
     const ado::ConnectionPtr connection = openForWork(options);
     journal::attend(*connection);

@@ -1,12 +1,17 @@
 #include "platform/ado/Transaction.h"
+#include "platform/ado/Waiting.h"
 #include "platform/runtime/Attempt.h"
 #include "tests/ado/Desks.h"
 #include "tests/support/LogLines.h"
 #include "tests/support/PostgresServer.h"
+#include "tests/support/Wire.h"
 
+#include <QElapsedTimer>
 #include <QThread>
 
 #include <gmock/gmock.h>
+
+#include <functional>
 
 class LostServer : public Desks
 {
@@ -120,4 +125,109 @@ TEST_P(LostServer, ThatIsStoppedGivesAnErrorUntilItIsBack)
     QThread::msleep(1100); // a desk does not ask a dead server more than once a second
     add("c");
     EXPECT_EQ(seen(), "a c");
+}
+
+namespace {
+
+/// Does something at the first look and goes on so long.
+class Meanwhile : public ado::Patience
+{
+public:
+    Meanwhile(std::function<void()> deed, int looks)
+        : deed_(std::move(deed))
+        , looks_(looks)
+    {
+        ado::setPatience(this);
+    }
+    bool mayBegin() override { return true; }
+    bool begin() override
+    {
+        deed_();
+        return true;
+    }
+    bool goOn() override { return looks_-- > 0; }
+    void end() override { ++ended; }
+
+    int ended = 0;
+
+private:
+    std::function<void()> deed_;
+    int looks_;
+};
+
+} // namespace
+
+class AwaitedServer : public testing::Test
+{
+protected:
+    ado::ConnectionPtr opened(const QString &address) { return ado::Connection::open(address); }
+    const QString insert = QStringLiteral("INSERT INTO t_HospSetup (HS_KEY) VALUES ('a')");
+    QString stored() { return clinic.value("SELECT COUNT(*) FROM t_HospSetup"); }
+
+    TestDatabase clinic{ado::Engine::PostgreSQL};
+    Wire wire;
+    ado::ConnectionPtr desk = opened(wire.address(clinic.serverDatabase()));
+};
+
+TEST_F(AwaitedServer, LetsNoOtherStatementInAndMayBeLetGo)
+{
+    wire.fallSilent();
+    std::optional<ErrorNumber> second;
+    const std::weak_ptr<ado::Connection> alive = desk;
+    Meanwhile meanwhile(
+        [&] {
+            EXPECT_TRUE(ado::serverIsAwaited());
+            second = errorOf([&] { desk->read(QStringLiteral("SELECT 1")); });
+            desk.reset();
+            wire.mend();
+        },
+        1000);
+    EXPECT_EQ(desk->Execute(insert), 1);
+    EXPECT_EQ(second, ErrorNumber::InvalidCall);
+    EXPECT_TRUE(alive.expired());
+    EXPECT_EQ(stored(), "1");
+    EXPECT_EQ(meanwhile.ended, 1);
+}
+
+TEST_F(AwaitedServer, IsGivenUpWithItsTransactionAndFoundAgain)
+{
+    desk->BeginTrans();
+    desk->Execute(insert);
+    wire.fallSilent();
+    {
+        Meanwhile meanwhile([] {}, 3);
+        EXPECT_EQ(errorOf([&] { desk->Execute(insert); }), ErrorNumber::ConnectionLost);
+        EXPECT_EQ(errorOf([&] { desk->CommitTrans(); }), ErrorNumber::ConnectionLost);
+    }
+    wire.mend();
+    EXPECT_EQ(desk->Execute(insert), 1);
+    EXPECT_EQ(stored(), "1");
+}
+
+TEST_F(AwaitedServer, ThatIsBackWithinSecondsIsNoError)
+{
+    wire.takeAway();
+    {
+        Meanwhile nobody([] {}, 3);
+        EXPECT_EQ(errorOf([&] { desk->Execute(insert); }), ErrorNumber::ConnectionLost);
+    }
+    Meanwhile meanwhile([&] { wire.mend(); }, 1000);
+    QThread::msleep(1100); // a desk does not ask a dead server more than once a second
+    EXPECT_EQ(desk->Execute(insert), 1);
+    EXPECT_EQ(stored(), "1");
+}
+
+TEST_F(AwaitedServer, ThatIsSilentIsDialledAfterTheOthers)
+{
+    Wire second;
+    const auto folderOf = [](const Wire &way) { return way.address({}).section(QStringLiteral("host="), 1); };
+    desk = opened(wire.address(clinic.serverDatabase()) + u',' + folderOf(second)
+                  + QStringLiteral("&target_session_attrs=read-write"));
+    wire.takeAway();
+    QThread::msleep(50);
+    wire.fallSilent();
+    QElapsedTimer dialled;
+    dialled.start();
+    EXPECT_EQ(desk->Execute(insert), 1);
+    EXPECT_LT(dialled.elapsed(), 2000);
 }

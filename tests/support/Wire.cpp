@@ -156,12 +156,17 @@ void Wire::mend()
     const std::lock_guard lock(mutex_);
     due_ = -1;
     away_ = false;
+    silent_ = false;
 }
 
 void Wire::run()
 {
     std::list<Line> lines;
     while (!ending_) {
+        if (silent_) {
+            ::poll(nullptr, 0, 10);
+            continue;
+        }
         std::vector<pollfd> waiting{{listener_, POLLIN, 0}};
         for (const Line &line : lines) {
             waiting.push_back({line.desk, POLLIN, 0});

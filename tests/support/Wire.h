@@ -33,6 +33,8 @@ public:
     bool wasCut() const { return cut_; }
     /// Cuts now; the server cannot be reached until mend().
     void takeAway();
+    /// From now on nothing comes through, and nobody is told why; mend() lets it go on.
+    void fallSilent() { silent_ = true; }
     /// Forgets a cut that did not happen yet; the server can be reached.
     void mend();
 
@@ -48,6 +50,7 @@ private:
     Then then_{};
     std::atomic<bool> cut_{false};
     std::atomic<bool> away_{false};
+    std::atomic<bool> silent_{false};
     std::atomic<bool> ending_{false};
     QTemporaryDir folder_;
     std::string server_; ///< path of its socket

@@ -1,3 +1,4 @@
+#include "platform/ado/Waiting.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
 #include "tests/support/DialogDriver.h"
@@ -326,6 +327,7 @@ INSTANTIATE_TEST_SUITE_P(Operations, ServerGoneDuring, testing::ValuesIn(operati
 
 TEST_F(ServerGone, ForAWhileIsToldByEveryOperationAndForgottenWhenItIsBack)
 {
+    ado::setPatience(nullptr); // how long it is waited for is another matter
     Operation all = operations[0];
     all.ledgerBefore = "3, 40000, '00'";
     all.outstandingBefore = 13000;
@@ -348,6 +350,7 @@ TEST_F(ServerGone, ForAWhileIsToldByEveryOperationAndForgottenWhenItIsBack)
 // The answer to the commit is lost and the list cannot be read: the same once more would double the line.
 TEST_F(ServerGone, WithTheLastAnswerStopsTheUserFromAddingTheLineTwice)
 {
+    ado::setPatience(nullptr);
     const auto operation = [](const char *name) {
         return *std::ranges::find(operations, std::string(name), &Operation::name);
     };

@@ -39,8 +39,22 @@ Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server)
     const ado::ConnectionPtr clinic = ado::Connection::open(address_);
     if (engine == ado::Engine::PostgreSQL) // as a server does by itself some time after so much was written
         clinic->Execute(QStringLiteral("VACUUM ANALYZE"));
-    patients_ = firstValue(*clinic, "SELECT MAX(Customer_PK) FROM Customer").toInt();
-    before_ = trial::before(*clinic);
+    look(*clinic);
+}
+
+Ground::Ground(const QString &clinic)
+    : folder_(QCoreApplication::applicationDirPath() + QStringLiteral("/trial-XXXXXX"))
+    , engine_(ado::Engine::PostgreSQL)
+    , address_(clinic)
+    , deskAddress_(clinic)
+{
+    look(*ado::Connection::open(clinic));
+}
+
+void Ground::look(const ado::Connection &clinic)
+{
+    patients_ = firstValue(clinic, "SELECT MAX(Customer_PK) FROM Customer").toInt();
+    before_ = trial::before(clinic);
 }
 
 Ground::~Ground() = default;
@@ -102,7 +116,12 @@ Findings Ground::check() const
 
 Findings Ground::check(const std::vector<std::vector<Deed>> &journals) const
 {
-    return audit(*ado::Connection::open(address_), before_, journals);
+    return check(journals, address_);
+}
+
+Findings Ground::check(const std::vector<std::vector<Deed>> &journals, const QString &address) const
+{
+    return audit(*ado::Connection::open(address), before_, journals);
 }
 
 } // namespace trial

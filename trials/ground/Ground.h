@@ -19,6 +19,8 @@ class Ground
 public:
     /// Makes the clinic, which takes minutes for a large one. Raises.
     Ground(ado::Engine engine, sample::Size size, PostgresServer *server);
+    /// On a clinic that is there.
+    explicit Ground(const QString &clinic);
     ~Ground();
     Ground(const Ground &) = delete;
     Ground &operator=(const Ground &) = delete;
@@ -44,8 +46,12 @@ public:
     void restore(const QStringList &forgotten);
     Findings check() const;
     Findings check(const std::vector<std::vector<Deed>> &journals) const;
+    /// At the server that holds the clinic now.
+    Findings check(const std::vector<std::vector<Deed>> &journals, const QString &address) const;
 
 private:
+    void look(const ado::Connection &clinic);
+
     QTemporaryDir folder_;
     ado::Engine engine_;
     QString address_;

@@ -1,5 +1,6 @@
 #include "components/frame/ReadingWork.h"
 
+#include "platform/controls/EventEdge.h"
 #include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
 #include "platform/runtime/RuntimeError.h"
@@ -35,6 +36,7 @@ void ReadingWork::cancel()
 
 void ReadingWork::goOn()
 {
+    const controls::EventScope scope; // a window that waits for the server stays alive
     const runtime::Operation operation("read report");
     QElapsedTimer turn;
     turn.start();

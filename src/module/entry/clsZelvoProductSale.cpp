@@ -3,6 +3,7 @@
 #include "data/clsUserSettingDB.h"
 #include "entry/ReadyToSell.h"
 #include "entry/frmMain.h"
+#include "platform/ado/Waiting.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/runtime/Conversions.h"
@@ -135,7 +136,7 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
 /// customer with whom it began.
 qint16 clsZelvoProductSale::enter(FormEntry entry, const ado::ConnectionPtr &cnnMasterDB, const Customer &customer)
 {
-    const auto busy = [] { return entering || frmMain::isAtWork(); };
+    const auto busy = [] { return entering || frmMain::isAtWork() || ado::serverIsAwaited(); };
     if (busy() || controls::workWaits())
         controls::runWhenFree(busy, [=] { enterNow(entry, cnnMasterDB, customer); });
     else

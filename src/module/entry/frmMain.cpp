@@ -13,6 +13,7 @@
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/WaitingLine.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "printing/PageReceipts.h"
@@ -78,6 +79,7 @@ frmMain::frmMain()
     setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
     qRemovePostRoutine(leaveWithProgram);    // one window after another: it runs once
     qAddPostRoutine(leaveWithProgram);
+    controls::showWaitingLine();
     controls::installKoreanFonts();
     setFont(controls::deskFont());
     createPanes();

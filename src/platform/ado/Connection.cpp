@@ -1,12 +1,14 @@
 #include "platform/ado/ConnectionPrivate.h"
 
 #include "platform/ado/LentDatabase.h"
+#include "platform/ado/Wait.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/LogText.h"
 #include "platform/runtime/ProgramThread.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <exception>
@@ -66,7 +68,7 @@ std::shared_ptr<Connection> Connection::open(const QString &address, bool create
     auto opened = std::make_unique<Private>();
     opened->address = address;
     opened->driver = Driver::open(address, create);
-    return std::shared_ptr<Connection>(new Connection(std::move(opened)));
+    return Private::shared(std::move(opened));
 }
 
 std::shared_ptr<Connection> Connection::adopt(const QSqlDatabase &database)
@@ -76,7 +78,14 @@ std::shared_ptr<Connection> Connection::adopt(const QSqlDatabase &database)
     const LentDatabase lent(database);
     opened->address = lent.address();
     opened->driver = Driver::adopt(lent);
-    return std::shared_ptr<Connection>(new Connection(std::move(opened)));
+    return Private::shared(std::move(opened));
+}
+
+std::shared_ptr<Connection> Connection::Private::shared(std::unique_ptr<Private> opened)
+{
+    std::shared_ptr<Connection> connection(new Connection(std::move(opened)));
+    connection->d->self = connection;
+    return connection;
 }
 
 Connection::Connection(std::unique_ptr<Private> opened)
@@ -118,6 +127,7 @@ void Connection::CommitTrans()
 {
     using enum Private::Level::State;
     runtime::demandProgramThread();
+    const ConnectionPtr held = d->self.lock();
     if (d->levels.empty())
         nothingToSave();
     const Private::Level ended = d->levels.back();
@@ -145,6 +155,7 @@ void Connection::RollbackTrans()
 {
     using enum Private::Level::State;
     runtime::demandProgramThread();
+    const ConnectionPtr held = d->self.lock();
     if (d->levels.empty())
         return;
     const Private::Level ended = d->levels.back();
@@ -229,6 +240,8 @@ bool Connection::Private::anyIn(Level::State state) const
 void Connection::Private::ensureAlive(Driver::Asking asking)
 {
     runtime::demandProgramThread();
+    if (reconnecting_ || driver->isAwaited())
+        Driver::refuseWhileAwaited();
     noteLoss();
     if (anyIn(Level::State::Lost))
         transactionGone();
@@ -247,11 +260,26 @@ void Connection::Private::reconnect()
 {
     // A view that paints its rows asks hundreds of times; one attempt, which may wait for seconds, answers all of them.
     constexpr qint64 pause = 1000;
+    constexpr int halfASecond = 500;
     if (!driver->isLent() && unreachable_.isValid() && unreachable_.elapsed() < pause)
         throw RuntimeError(*whyUnreachable_);
+    const QScopedValueRollback underWay(reconnecting_, true);
+    Wait wait; // one, from the loss to the session
+    if (!lostSince_.isValid())
+        lostSince_.start();
+    while (!reopened()) {
+        if (!wait.isAlive() || !mayComeBack() || !wait.pass(halfASecond))
+            throw RuntimeError(*whyUnreachable_);
+    }
+    lostSince_.invalidate();
+}
+
+bool Connection::Private::reopened()
+{
     try {
         driver->reopen();
         unreachable_.invalidate();
+        return true;
     } catch (const RuntimeError &error) {
         unreachable_.start();
         // A file's own trouble names it, and so does a host's; what a server or its library says helps nobody at a desk.
@@ -260,8 +288,16 @@ void Connection::Private::reconnect()
                 ? error
                 : error.toldAs(ErrorNumber::ConnectionLost,
                                QStringLiteral("데이터베이스에 연결할 수 없습니다.\n서버와 네트워크를 확인하십시오."));
-        throw RuntimeError(*whyUnreachable_);
+        return false;
     }
+}
+
+/// One that is started anew, or another that takes its place, is there within seconds: whoever can wait for it without
+/// standing still does, once.
+bool Connection::Private::mayComeBack() const
+{
+    constexpr qint64 usualAbsence = 15'000;
+    return driver->engine() != Engine::SQLite && !driver->isLent() && lostSince_.elapsed() < usualAbsence;
 }
 
 void Connection::Private::beforeWrite()
@@ -358,6 +394,7 @@ auto Connection::Private::shielded(const Command &statement, Run run)
 
 int Connection::Private::write(const Command &statement)
 {
+    const ConnectionPtr held = self.lock();
     beforeWrite();
     if (!driver->holdsTransaction() && isCommit(statement.text()))
         nothingToSave();
@@ -366,12 +403,14 @@ int Connection::Private::write(const Command &statement)
 
 CellTable Connection::Private::readBack(const Command &statement)
 {
+    const ConnectionPtr held = self.lock();
     beforeWrite();
     return shielded(statement, [&] { return driver->read(statement); });
 }
 
 CellTable Connection::Private::read(const Command &select)
 {
+    const ConnectionPtr held = self.lock();
     ensureAlive(Driver::Asking::Never);
     try {
         return shielded(select, [&] { return driver->read(select); });

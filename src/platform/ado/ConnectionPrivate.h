@@ -39,7 +39,10 @@ struct Connection::Private
         bool savepoint = false;
     };
 
+    static std::shared_ptr<Connection> shared(std::unique_ptr<Private> opened);
+
     QString address;
+    std::weak_ptr<Connection> self; ///< held while it waits for its server: others may let it go meanwhile
     std::unique_ptr<Driver> driver;
     std::vector<Level> levels; ///< the outermost first
     Rollbacks rollbacks;
@@ -68,6 +71,8 @@ private:
     bool anyIn(Level::State state) const;
     void start(Level &level);
     void reconnect();
+    bool reopened();
+    bool mayComeBack() const;
     void noteLoss();
     Command savepoint(QStringView verb, const Level &level) const;
     template <typename Run>
@@ -76,6 +81,8 @@ private:
     QHash<QString, RowKey> realKeys_;
     bool foreign_ = false;      ///< a transaction that was begun past this layer was open at the last look
     QElapsedTimer unreachable_; ///< since the last attempt to reconnect failed
+    QElapsedTimer lostSince_;   ///< since the first of them did
+    bool reconnecting_ = false;
     std::optional<runtime::RuntimeError> whyUnreachable_;
 };
 

@@ -133,6 +133,12 @@ void Driver::refuseOtherReading()
                                       "다시 시도하고, 계속되면 개발사로 문의하십시오."));
 }
 
+void Driver::refuseWhileAwaited()
+{
+    throw RuntimeError(ErrorNumber::InvalidCall,
+                       QStringLiteral("서버의 응답을 기다리는 중이라 실행하지 않았습니다. 잠시 후 다시 시도하십시오."));
+}
+
 void Driver::sessionLost(runtime::Place raised)
 {
     // What the server was doing nobody knows: it may have saved before it went. Its own words help nobody at a desk.

@@ -4,6 +4,8 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <algorithm>
+
 namespace ado {
 
 namespace {
@@ -34,6 +36,13 @@ Servers serversIn(const QString &list)
     return servers;
 }
 
+QString lastOf(QLatin1String name, const PostgresParameters &parameters)
+{
+    const auto found =
+        std::find_if(parameters.rbegin(), parameters.rend(), [name](const auto &one) { return one.first == name; });
+    return found == parameters.rend() ? QString() : found->second;
+}
+
 } // namespace
 
 PostgresParameters postgresParameters(const QString &address)
@@ -57,6 +66,39 @@ PostgresParameters postgresParameters(const QString &address)
     for (const auto &option : QUrlQuery(address.section(u'?', 1)).queryItems(QUrl::FullyDecoded))
         parameters << std::pair(option.first, option.second);
     return parameters;
+}
+
+bool lookForWriter(const PostgresParameters &parameters)
+{
+    const QString wanted = lastOf(QLatin1String("target_session_attrs"), parameters);
+    return (wanted == QLatin1String("read-write") || wanted == QLatin1String("primary"))
+           && lastOf(QLatin1String("host"), parameters).contains(u',');
+}
+
+PostgresParameters beginningAfter(int place, PostgresParameters parameters)
+{
+    const qsizetype servers = lastOf(QLatin1String("host"), parameters).count(u',') + 1;
+    for (auto &[name, value] : parameters) {
+        if (name != QLatin1String("host") && name != QLatin1String("hostaddr") && name != QLatin1String("port"))
+            continue;
+        QStringList each = value.split(u',');
+        if (each.size() == servers) // one port may stand for all
+            std::ranges::rotate(each, each.begin() + (place + 1) % servers);
+        value = each.join(u',');
+    }
+    return parameters;
+}
+
+int placeOf(const QString &host, const QString &port, const PostgresParameters &parameters)
+{
+    const QStringList hosts = lastOf(QLatin1String("host"), parameters).split(u',');
+    const QStringList ports = lastOf(QLatin1String("port"), parameters).split(u',');
+    for (int place = 0; place < hosts.size(); ++place) {
+        const QString itsPort = ports.value(ports.size() == 1 ? 0 : place);
+        if (hosts[place] == host && (itsPort.isEmpty() || itsPort == port))
+            return place;
+    }
+    return -1;
 }
 
 } // namespace ado

@@ -15,4 +15,11 @@ using PostgresParameters = QList<std::pair<QString, QString>>;
 /// answers and is as `target_session_attrs` wants it.
 PostgresParameters postgresParameters(const QString &address);
 
+/// Whether one is looked for among several that takes writes.
+bool lookForWriter(const PostgresParameters &parameters);
+/// The same servers, that of the place in the list and those before it behind the others.
+PostgresParameters beginningAfter(int place, PostgresParameters parameters);
+/// Where in the list that server stands, -1 for nowhere.
+int placeOf(const QString &host, const QString &port, const PostgresParameters &parameters);
+
 } // namespace ado

@@ -1,8 +1,12 @@
 #include "platform/ado/PostgresDriver.h"
 
 #include "platform/ado/LibpqPatience.h"
+#include "platform/ado/PostgresDial.h"
 #include "platform/ado/PostgresSession.h"
+#include "platform/ado/Wait.h"
 #include "platform/runtime/Attempt.h"
+
+#include <QScopedValueRollback>
 
 #include <libpq-fe.h>
 
@@ -56,22 +60,10 @@ void PostgresDriver::openSession()
     // The library quotes a name that it does not know, and that may be a part of a password which stands bare.
     if (!areKnown(parameters_))
         connectionLost(QStringLiteral("주소의 ? 뒤에 모르는 옵션이 있습니다. 옵션의 이름을 확인하십시오."));
-    // Of two of a name the library takes the later, that is the address's; but the texts are UTF-8 whatever it says.
-    PostgresParameters parameters(std::begin(libpqPatience), std::end(libpqPatience));
-    parameters << parameters_ << std::pair(QStringLiteral("client_encoding"), QStringLiteral("UTF8"));
-    std::vector<QByteArray> texts;
-    for (const auto &[name, value] : std::as_const(parameters)) {
-        texts.push_back(name.toUtf8());
-        texts.push_back(value.toUtf8());
+    {
+        const QScopedValueRollback underWay(awaited_, true);
+        handle_ = dial(asked());
     }
-    std::vector<const char *> names, values;
-    for (std::size_t at = 0; at < texts.size(); at += 2) {
-        names.push_back(texts[at].constData());
-        values.push_back(texts[at + 1].constData());
-    }
-    names.push_back(nullptr);
-    values.push_back(nullptr);
-    handle_ = PQconnectdbParams(names.data(), values.data(), 0);
     ending_ = false;
     if (PQstatus(handle_) != CONNECTION_OK) {
         QString why = QString::fromUtf8(PQerrorMessage(handle_)).trimmed();
@@ -91,8 +83,22 @@ void PostgresDriver::openSession()
     run(postgresSession::likeOperator);
 }
 
+PostgresParameters PostgresDriver::asked() const
+{
+    // Of two of a name the library takes the later, that is the address's; but the texts are UTF-8 whatever it says.
+    PostgresParameters parameters(std::begin(libpqPatience), std::end(libpqPatience));
+    const bool several = lookForWriter(parameters_);
+    if (several) // one that is silent is not to keep the desk from the one that answers
+        parameters << std::pair(QStringLiteral("connect_timeout"), QStringLiteral("3"));
+    parameters << (several ? beginningAfter(lostAt_, parameters_) : parameters_)
+               << std::pair(QStringLiteral("client_encoding"), QStringLiteral("UTF8"));
+    return parameters;
+}
+
 void PostgresDriver::closeSession()
 {
+    if (handle_ && PQhost(handle_))
+        lostAt_ = placeOf(QString::fromUtf8(PQhost(handle_)), QString::fromUtf8(PQport(handle_)), parameters_);
     PQfinish(std::exchange(handle_, nullptr));
 }
 
@@ -123,8 +129,13 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
     }
     for (std::size_t at = 0; at < texts.size(); ++at)
         values.push_back(statement.values()[static_cast<qsizetype>(at)].isValid() ? texts[at].constData() : nullptr);
-    Result result(PQexecParams(session(), statement.text().toUtf8().constData(), static_cast<int>(values.size()),
-                               nullptr, values.data(), nullptr, nullptr, 0));
+    if (awaited_)
+        refuseWhileAwaited();
+    const QScopedValueRollback underWay(awaited_, true);
+    Result result;
+    if (PQsendQueryParams(session(), statement.text().toUtf8().constData(), static_cast<int>(values.size()), nullptr,
+                          values.data(), nullptr, nullptr, 0))
+        result = answer();
     const ExecStatusType status = PQresultStatus(result.get());
     if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
         return result;
@@ -132,6 +143,39 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
         sessionLost();
     refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(session())),
            PQresultErrorField(result.get(), PG_DIAG_SQLSTATE));
+}
+
+PostgresDriver::Result PostgresDriver::answer()
+{
+    awaitAnswer();
+    Result last;
+    while (Result next{PQgetResult(session())}) {
+        last = std::move(next);
+        const ExecStatusType status = PQresultStatus(last.get());
+        if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT || status == PGRES_COPY_BOTH) {
+            PQclear(PQexec(session(), "")); // which ends a copy that nobody carries on
+            break;
+        }
+        if (PQstatus(session()) == CONNECTION_BAD)
+            break;
+    }
+    return last;
+}
+
+void PostgresDriver::awaitAnswer()
+{
+    Wait wait;
+    while (wait.isAlive() && PQisBusy(session())) {
+        if (PQsocket(session()) < 0)
+            return;
+        if (waitForSocket(PQsocket(session()), wait.moment())) {
+            if (!PQconsumeInput(session()) || PQsslInUse(session()))
+                return;                         // encrypted, the rest may have come with the first of it
+        } else if (!wait.goOn() && !isLent()) { // a host's session is not ended here
+            closeSession();
+            return;
+        }
+    }
 }
 
 PostgresDriver::Result PostgresDriver::run(const QString &statement)

@@ -28,6 +28,7 @@ public:
     bool holdsTransaction() const override;
     bool needsSavepoints() const override { return true; }
     bool alive(Asking asking) override;
+    bool isAwaited() const override { return awaited_; }
 
 protected:
     void openSession() override;
@@ -45,6 +46,12 @@ private:
 
     Result run(const Command &statement);
     Result run(const QString &statement);
+    /// The answer to what was sent; null where the session is lost, or nobody waits for it any longer.
+    Result answer();
+    /// Until the server begins to answer, as long as somebody waits for it.
+    void awaitAnswer();
+    /// As the library takes them, the address's own behind ours.
+    PostgresParameters asked() const;
     /// Whether the session still takes a literal for what the layer has taken it for: a statement can change its settings.
     bool readsAsTheLayer() const;
 
@@ -52,7 +59,9 @@ private:
 
     const PostgresParameters parameters_;
     pg_conn *handle_ = nullptr;
-    bool ending_ = false; ///< the server said that it ends this session
+    int lostAt_ = -1;      ///< place of the server, in the address's list, with which the last session was
+    bool ending_ = false;  ///< the server said that it ends this session
+    bool awaited_ = false; ///< a statement is under way, or the dialling
 };
 
 } // namespace ado

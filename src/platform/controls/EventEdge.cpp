@@ -1,6 +1,7 @@
 #include "platform/controls/EventEdge.h"
 
 #include "platform/ado/Connection.h"
+#include "platform/ado/Waiting.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/runtime/Log.h"
 #include "platform/runtime/Operation.h"
@@ -47,7 +48,7 @@ std::deque<WaitingWork> &waiting()
 void runWaiting()
 {
     // One at a time: each may open a box, and then the next waits for its end.
-    if (waiting().empty() || waiting().front().busy())
+    if (waiting().empty() || ado::serverIsAwaited() || waiting().front().busy())
         return;
     const WaitingWork next = std::move(waiting().front());
     waiting().pop_front();
@@ -167,7 +168,7 @@ void runEvent(const std::function<void()> &handler, const QWidget *source)
     const EventScope scope(source);
     const runtime::Operation operation(source ? source->objectName() : QString());
     const std::optional<QString> failure = runGuarded(handler);
-    if (!failure)
+    if (!failure || ado::serverIsAwaited()) // nobody asked for what only came in under a wait
         return;
     if (boxesWait > 0)
         runWhenFree([] { return false; }, [text = *failure] { MsgBox(text, WarningIcon); });

@@ -1,5 +1,6 @@
 #include "platform/controls/RecordsetModel.h"
 
+#include "platform/ado/Waiting.h"
 #include "platform/controls/Palette.h"
 #include "platform/controls/Spoken.h"
 #include "platform/runtime/Conversions.h"
@@ -136,6 +137,8 @@ QString RecordsetModel::unboundText(int row, int column) const
 {
     if (!fetch_ || !recordset_ || !recordset_->isOpen())
         return {};
+    if (ado::serverIsAwaited() && !fetched_.contains({row, column}))
+        return {};
     const auto [cell, missing] = fetched_.try_emplace({row, column}, unreadable);
     if (missing) {
         const QString text = fetch_(recordset_->bookmarkAt(row), column);
@@ -204,6 +207,8 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
             return {};
         }
     } catch (const std::exception &) { // none may leave a painting
+        if (ado::serverIsAwaited())    // it is painted again when the server has answered
+            return {};
         if (toLogNoMore_.insert(row).second)
             runtime::trapped();
         return role == Qt::DisplayRole || role == Qt::AccessibleTextRole ? QVariant(unreadable) : QVariant();
