@@ -83,17 +83,6 @@ ado::ConnectionPtr openDatabase(const QString &address)
     return connection;
 }
 
-/// One in which everything is there that is worked with; to sell, it has to take what is written, too.
-ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clinic::Depth::Whole)
-{
-    const ado::ConnectionPtr connection = openDatabase(address);
-    const QStringList faults = clinic::textsOf(clinic::examine(*connection, depth), clinic::Finding::Weight::Fault);
-    if (!faults.isEmpty())
-        refuse(QStringLiteral("이 데이터베이스로는 판매할 수 없습니다: ") + ado::addressToShow(address) + u'\n'
-               + faults.join(u'\n') + QStringLiteral("\n없는 테이블과 항목은 desk --upgrade로 더할 수 있습니다."));
-    return connection;
-}
-
 /// A second server that only follows the first reads like any other and takes no sale.
 void demandWriter(const ado::Connection &connection)
 {
@@ -102,6 +91,19 @@ void demandWriter(const ado::Connection &connection)
         refuse(QStringLiteral("읽기 전용 서버라 판매할 수 없습니다: ") + ado::addressToShow(connection.address())
                + QStringLiteral("\n쓰기가 되는 서버의 주소로 다시 시작하십시오. 서버가 여럿이면 모두 적고 "
                                 "?target_session_attrs=read-write를 붙이십시오."));
+}
+
+/// One in which everything is there that is worked with; to sell, it has to take what is written, too.
+ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clinic::Depth::Whole)
+{
+    const ado::ConnectionPtr connection = openDatabase(address);
+    if (depth == clinic::Depth::ToSell)
+        demandWriter(*connection);
+    const QStringList faults = clinic::textsOf(clinic::examine(*connection, depth), clinic::Finding::Weight::Fault);
+    if (!faults.isEmpty())
+        refuse(QStringLiteral("이 데이터베이스로는 판매할 수 없습니다: ") + ado::addressToShow(address) + u'\n'
+               + faults.join(u'\n') + QStringLiteral("\n없는 테이블과 항목은 desk --upgrade로 더할 수 있습니다."));
+    return connection;
 }
 
 QWidget *openWindow()
@@ -142,9 +144,7 @@ ado::ConnectionPtr openForWork(const desk::Options &options)
         if (const QString trouble = files::troubleWithDatabase(file); !trouble.isEmpty())
             refuse(trouble);
     }
-    const ado::ConnectionPtr connection = openClinic(address, clinic::Depth::ToSell);
-    demandWriter(*connection);
-    return connection;
+    return openClinic(address, clinic::Depth::ToSell);
 }
 
 /// Settings lie there, and what registers the component of a desk that is not installed. Returns what stands in the way of

@@ -56,6 +56,7 @@ TEST_F(WaitingLine, ShowsThatTheWindowWaitsAndLetsNothingElseBegin)
     wire_.fallSilent();
     QString line;
     QImage wide;
+    const int width = desk_.window()->width();
     addLineWhile(
         [&] {
             line = lineOnTheScreen();
@@ -70,10 +71,10 @@ TEST_F(WaitingLine, ShowsThatTheWindowWaitsAndLetsNothingElseBegin)
         },
         2600);
     EXPECT_TRUE(line.startsWith(QStringLiteral("다시 연결 중"))) << line.toStdString();
-    EXPECT_EQ(wide.width(), desk_.window()->width());
+    EXPECT_EQ(wide.width(), width + 60);
     EXPECT_EQ(lineOnTheScreen(), QString());
     EXPECT_EQ(desk_.said(), "");
-    EXPECT_EQ(desk_.joined("SELECT OrdM_PK IS NULL, PM_PK, OrdD_Count FROM tPSOrderDetail"), "f|1|2") << "added once";
+    EXPECT_EQ(desk_.joined("SELECT PM_PK, OrdD_Count FROM tPSOrderDetail"), "1|2") << "added once";
     EXPECT_EQ(desk_.joined("SELECT Cust_PK FROM tPSOrderMaster"), "7");
     walk::settle();
     EXPECT_TRUE(desk_.control<QTabWidget>("c1tabMain")->tabText(0).contains(QStringLiteral("서문하늘")));

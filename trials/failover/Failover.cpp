@@ -13,7 +13,7 @@ namespace trial {
 namespace {
 
 const QStringList firstSettings{QStringLiteral("synchronous_standby_names=second")};
-constexpr int limit = 60'000; ///< ms within which every desk has to be back
+constexpr int limit = 40'000; ///< ms within which every desk has to be back
 
 void mountSmall(const QString &folder)
 {
@@ -34,7 +34,7 @@ void fillUp(const QString &folder)
 
 void waitUntil(const std::function<bool()> &happened, const char *what)
 {
-    for (int waited = 0; waited < limit; waited += 20) {
+    for (const qint64 until = now() + qint64(limit) * 1000; now() < until;) {
         if (happened())
             return;
         QThread::msleep(20);

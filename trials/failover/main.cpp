@@ -89,6 +89,7 @@ int main(int argc, char **argv)
         return 77;
     }
     QCoreApplication application(argc, argv);
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     try {
         return run({application,
                     {{QStringLiteral("killed"), 50},

@@ -56,6 +56,8 @@ public:
     void reopen();
     /// Whether one of its statements, or its dialling, is being waited for by what lets something else run meanwhile.
     virtual bool isAwaited() const { return false; }
+    /// Another statement of the same connection waits.
+    [[noreturn]] static void refuseWhileAwaited();
 
 protected:
     Driver();
@@ -69,8 +71,6 @@ protected:
                                     runtime::Place raised = runtime::Place::here());
     /// The session's settings would have the server read the statement in another way than the layer has.
     [[noreturn]] static void refuseOtherReading();
-    /// Another statement of the same connection waits.
-    [[noreturn]] static void refuseWhileAwaited();
     /// A session that stood is gone.
     [[noreturn]] static void sessionLost(runtime::Place raised = runtime::Place::here());
     /// None could be opened.
