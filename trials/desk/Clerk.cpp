@@ -14,8 +14,9 @@ namespace {
 
 void openRows(SaleSession::RecordsetPtr &rows, const QString &source)
 {
-    rows = std::make_unique<ado::Recordset>();
-    rows->Open(source, gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+    auto opened = std::make_unique<ado::Recordset>(); // where the server is away the old rows stay
+    opened->Open(source, gcnnMasterDB, ado::CursorType::Keyset, ado::LockType::Optimistic);
+    rows = std::move(opened);
 }
 
 } // namespace
@@ -36,9 +37,9 @@ Clerk::~Clerk()
 
 void Clerk::openProducts()
 {
-    session_.rsSaleProductLists = std::make_unique<ado::Recordset>();
-    session_.rsSaleProductLists->Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static,
-                                      ado::LockType::ReadOnly);
+    auto opened = std::make_unique<ado::Recordset>();
+    opened->Open(clsSQL().getProductMasterSQL(false), gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    session_.rsSaleProductLists = std::move(opened);
     openRows(session_.rsSaleProductListsManager, clsSQL().getProductMasterSQL(true));
 }
 
