@@ -1,10 +1,10 @@
 -- A shop as another program's installer made it: what the sale asks for and little else, one table and one column short, with a
--- table of that program's own that refers to the patients. KEY is a counted key of the engine.
+-- table of that program's own that refers to the patients and some money in a type that works with less. KEY is a counted key of the engine.
 CREATE TABLE Customer (Customer_PK KEY, name VARCHAR(30) NOT NULL, sn VARCHAR(12), ssn1 VARCHAR(6), ssn2 VARCHAR(7),
     Insu_Type VARCHAR(20), Insu_Symbol VARCHAR(20), Insu_No VARCHAR(20), allergy TEXT);
 CREATE TABLE visits (visit KEY, Customer_PK INTEGER NOT NULL REFERENCES Customer (Customer_PK), seen DATE NOT NULL);
 CREATE TABLE Receipt (Receipt_PK KEY, Customer_PK INTEGER NOT NULL, TxDate DATE, Bonin_Money NUMERIC(12), Cheonggu_Money NUMERIC(12),
-    General_Money NUMERIC(12));
+    General_Money DOUBLE PRECISION);
 CREATE TABLE t_HospSetup (HS_KEY VARCHAR(50) NOT NULL PRIMARY KEY, HS_Value TEXT);
 CREATE TABLE tPSProductMaster (PM_PK KEY, PM_Catagory VARCHAR(30), PM_Name VARCHAR(60), PM_UnitPrice NUMERIC(12),
     PM_IsTaxed SMALLINT, PM_IsValid SMALLINT, PM_IsHide SMALLINT, PM_EtcMemo TEXT, PM_AddedDate DATE);
@@ -14,7 +14,7 @@ CREATE TABLE tPSIncoming (PM_PK INTEGER, CM_PK INTEGER, IN_Date DATE, IN_Count D
     IN_HalinTotal NUMERIC(12), IN_Total NUMERIC(12), IN_EtcMemo TEXT);
 CREATE TABLE tPSOrderMaster (OrdM_PK KEY, Cust_PK INTEGER NOT NULL, OrdM_Date DATE NOT NULL, OrdM_Gubun SMALLINT, OrdM_Address TEXT,
     OrdM_Tel TEXT, OrdM_Cel TEXT, OrdM_TakbaeMemo TEXT, OrdM_TaxTotal NUMERIC(12), OrdM_TaxFreeTotal NUMERIC(12),
-    OrdM_HalinTotal NUMERIC(12), OrdM_Total NUMERIC(12), OrdM_Misugum NUMERIC(12), OrdM_ETCMemo TEXT);
+    OrdM_HalinTotal DOUBLE PRECISION, OrdM_Total NUMERIC(12), OrdM_Misugum NUMERIC(12), OrdM_ETCMemo TEXT);
 CREATE TABLE tPSOrderDetail (OrdD_PK KEY, OrdM_PK INTEGER NOT NULL, PM_PK INTEGER NOT NULL, OrdD_UnitPrice NUMERIC(12),
     OrdD_HalinUnit NUMERIC(12), OrdD_Count SMALLINT, OrdD_OrderType SMALLINT);
 CREATE TABLE tPSTransaction (tpstrans_PK KEY, tpstrans_Customer_PK INTEGER, tpstrans_OrderM_PK INTEGER, tpstrans_Date DATE,

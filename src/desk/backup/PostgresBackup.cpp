@@ -15,6 +15,7 @@
 #include "desk/schema/Tables.h"
 #include "desk/schema/Upgrade.h"
 #include "desk/schema/Version.h"
+#include "platform/ado/ShownAddress.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Log.h"
 
@@ -59,7 +60,9 @@ QList<schema::FoundColumn> columnsIn(const QString &definition, const QString &a
         const QString rest = text.section(u' ', 1);
         const bool filled = rest.contains(QLatin1String(" DEFAULT ")) || rest.contains(QLatin1String(" GENERATED "))
                             || allDefinitions.contains(QStringLiteral("ALTER COLUMN %1 ").arg(name));
-        columns << schema::FoundColumn{name, rest, rest.contains(QLatin1String(" NOT NULL")), filled};
+        static const QRegularExpression behindType(QStringLiteral(" (?:DEFAULT|NOT NULL|GENERATED|COLLATE)\\b.*|,$"));
+        columns << schema::FoundColumn{name, QString(rest).remove(behindType),
+                                       rest.contains(QLatin1String(" NOT NULL")), filled};
     }
     return columns;
 }
@@ -74,8 +77,12 @@ QString whyForeign(const QString &definitions, const QString &contents)
         const QRegularExpressionMatch found = definition.match(definitions);
         if (!found.hasMatch()
             || !contents.contains(QRegularExpression(QStringLiteral("TABLE DATA [a-z_]+ %1 ").arg(name))))
-            return QString::fromLatin1(table.name) + QStringLiteral(": 없는 테이블");
-        const QString why = schema::whyForeign(table, columnsIn(found.captured(1), definitions));
+            return QString::fromLatin1(table.name)
+                   + (definitions.contains(QRegularExpression(QStringLiteral("CREATE VIEW [a-z_]+\\.%1 AS").arg(name)))
+                          ? QStringLiteral(": 테이블이 아닌 뷰")
+                          : QStringLiteral(": 없는 테이블"));
+        const QString why =
+            schema::whyForeign(table, columnsIn(found.captured(1), definitions), schema::Dialect::PostgreSQL);
         if (!why.isEmpty())
             return why;
     }
@@ -106,7 +113,7 @@ void demandKnownTriggers(const QString &source)
 }
 
 /// Raises RuntimeError unless the file can be read to its end and holds every table and column.
-void demandDump(const QString &file)
+void demandDump(const QString &file, const QString &toldAs = {})
 {
     try {
         runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--file=") + QProcess::nullDevice(), file});
@@ -118,7 +125,9 @@ void demandDump(const QString &file)
         QString::fromUtf8(runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--list"), file}));
     const QString why = whyForeign(definitions, contents);
     if (!why.isEmpty())
-        refuse(QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, why));
+        refuse(toldAs.isEmpty()
+                   ? QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, why)
+                   : QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(toldAs, why));
 }
 
 const QByteArray SumsBegin = "\nclinic-rows 1\n";
@@ -311,7 +320,7 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
         refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
     schema::demandNoNewer(*connection);
     dump(*connection, target, progress);
-    demandDump(target);
+    demandDump(target, ado::addressToShow(address));
 }
 
 Restored restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy, Scope scope,
