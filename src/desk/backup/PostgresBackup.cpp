@@ -34,6 +34,9 @@ QString folded(const char *name)
     return QString::fromLatin1(name).toLower();
 }
 
+/// In front of a table's name, in the server's spelling.
+const QString anySchema = QStringLiteral(R"re((?:"(?:[^"]|"")+"|[^\s".]+)\.)re");
+
 /// Counts the tables that the program says it is at.
 Listener counter(const QString &beforeTable, const Progress &progress)
 {
@@ -72,13 +75,13 @@ QString whyForeign(const QString &definitions, const QString &contents)
 {
     for (const schema::TablePlan &table : schema::tablePlans()) {
         const QString name = folded(table.name);
-        const QRegularExpression definition(QStringLiteral("CREATE TABLE [a-z_]+\\.%1 \\((.*?)\\n\\);").arg(name),
+        const QRegularExpression definition(QStringLiteral("CREATE TABLE %1%2 \\((.*?)\\n\\);").arg(anySchema, name),
                                             QRegularExpression::DotMatchesEverythingOption);
         const QRegularExpressionMatch found = definition.match(definitions);
-        if (!found.hasMatch()
-            || !contents.contains(QRegularExpression(QStringLiteral("TABLE DATA [a-z_]+ %1 ").arg(name))))
+        if (!found.hasMatch() || !contents.contains(QRegularExpression(QStringLiteral("TABLE DATA .+ %1 ").arg(name))))
             return QString::fromLatin1(table.name)
-                   + (definitions.contains(QRegularExpression(QStringLiteral("CREATE VIEW [a-z_]+\\.%1 AS").arg(name)))
+                   + (definitions.contains(
+                          QRegularExpression(QStringLiteral("CREATE VIEW %1%2 AS").arg(anySchema, name)))
                           ? QStringLiteral(": 테이블이 아닌 뷰")
                           : QStringLiteral(": 없는 테이블"));
         const QString why =
@@ -227,6 +230,20 @@ QString placeForScript(const QString &safetyCopy)
                                                  : QDir(QDir::tempPath()).filePath(beside.fileName());
 }
 
+/// Where the tables lie in a backup; each once, but for the schema that every database has.
+QStringList schemasIn(const QString &source)
+{
+    static const QRegularExpression table(QStringLiteral("^CREATE TABLE (%1)").arg(anySchema),
+                                          QRegularExpression::MultilineOption);
+    QStringList schemas;
+    const QString definitions = definitionsIn(source);
+    for (auto found = table.globalMatch(definitions); found.hasNext();)
+        schemas << found.next().captured(1).chopped(1);
+    schemas.removeDuplicates();
+    schemas.removeAll(QStringLiteral("public"));
+    return schemas;
+}
+
 /// Tables, keys and rights with the rows, in one transaction. The script in between is a file for as long: a pipe that broke
 /// would look like its end.
 void putClinic(const PostgresPlace &place, const QString &source, const QString &safetyCopy, int version,
@@ -236,14 +253,20 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
     runPostgresTool(QStringLiteral("pg_restore"),
                     {QStringLiteral("--no-owner"), QStringLiteral("--file=") + script.unfinished(), source}, place,
                     counter(QString(), progress));
-    const QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
+    QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
+    QStringList behind;
+    for (const QString &schema : schemasIn(source)) {
+        before << makeRoomIn(schema);
+        behind << bringOutOf(schema);
+    }
+    behind << demandRows(rowSumsIn(source));
     runPostgresTool(QStringLiteral("psql"),
                     {QStringLiteral("--no-psqlrc"), QStringLiteral("--quiet"), QStringLiteral("--echo-queries"),
                      QStringLiteral("--no-password"), QStringLiteral("--set=ON_ERROR_STOP=1"),
                      QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
                      QStringLiteral("--command"), before.join(QStringLiteral(";\n")),
                      QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
-                     demandRows(rowSumsIn(source)), QStringLiteral("--command"), afterFirstRestore(version)},
+                     behind.join(QStringLiteral(";\n")), QStringLiteral("--command"), afterFirstRestore(version)},
                     place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
 }
 
@@ -251,7 +274,7 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
 RowSums rowSumsFor(const QString &source)
 {
     RowSums sums{rowSumsIn(source), {}};
-    static const QRegularExpression table(QStringLiteral("CREATE TABLE [a-z_]+\\.([a-z_]+) \\((.*?)\\n\\);"),
+    static const QRegularExpression table(QStringLiteral("CREATE TABLE %1([a-z_]+) \\((.*?)\\n\\);").arg(anySchema),
                                           QRegularExpression::DotMatchesEverythingOption);
     const QString definitions = definitionsIn(source);
     for (auto found = table.globalMatch(definitions); found.hasNext();) {
