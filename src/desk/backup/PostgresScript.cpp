@@ -30,6 +30,7 @@ DECLARE
     next bigint;
 BEGIN
     FOR t IN SELECT * FROM (VALUES %1) AS v(name, key) LOOP
+        CONTINUE WHEN NOT EXISTS (SELECT FROM pg_attribute WHERE attrelid = to_regclass(t.name) AND attname = t.key);
         counter := pg_get_serial_sequence(t.name, t.key);
         CONTINUE WHEN counter IS NULL;
         EXECUTE format('SELECT GREATEST((SELECT COALESCE(MAX(%I), 0) + 1 FROM %I), '
