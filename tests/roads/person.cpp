@@ -83,7 +83,11 @@ private:
         if (!box)
             return;
         say(QStringLiteral("box: ") + box->text().simplified());
-        box->buttons().constFirst()->click();
+        const QList<QAbstractButton *> buttons = box->buttons();
+        for (QAbstractButton *button : buttons) {
+            if (button->text() == QStringLiteral("예") || button->text() == QStringLiteral("확인"))
+                return button->click();
+        }
     }
 
     static void clickText(QAbstractItemView *view, QModelIndex item)
