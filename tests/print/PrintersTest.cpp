@@ -24,13 +24,14 @@ print::Document rollOf(double length)
     return document;
 }
 
-print::Document twoPages()
+print::Document twoPages(double points = 11)
 {
     print::PageTable table(30, 1, 10);
     table.setColumnWidth(1, 100);
     for (int row = 1; row <= 30; ++row)
         table.setText(row, 1, QStringLiteral("행%1").arg(row));
     print::Document document(print::A4, {15, 20, 15, 20});
+    document.setFont({QStringLiteral("굴림"), points});
     document.addTable(table);
     return document;
 }
@@ -78,7 +79,6 @@ TEST(Printers, OpenAPreviewWithTheOneChosenLastAndItsPageInTheCaption)
         EXPECT_EQ(window.windowTitle().toStdString(), "영수증출력 - 1 / 2쪽");
         window.vsPrint()->showPage(1);
         EXPECT_EQ(window.windowTitle().toStdString(), "영수증출력 - 2 / 2쪽");
-        EXPECT_EQ(window.findChild<QLabel *>("lblPaper")->text().toStdString(), "용지: A4 210 × 297 mm");
         auto *printers = window.findChild<QComboBox *>("cboPrinter");
         ASSERT_TRUE(QTest::qWaitFor([&] { return printers->count() == 2; }));
         EXPECT_EQ(printers->currentText(), expected);
@@ -92,6 +92,38 @@ TEST(Printers, OpenAPreviewWithTheOneChosenLastAndItsPageInTheCaption)
     auto *printers = window.findChild<QComboBox *>("cboPrinter");
     ASSERT_TRUE(QTest::qWaitFor([&] { return printers->count() == 1; }));
     EXPECT_EQ(printers->currentText(), PrintServer::pagePrinter);
+    registry::setStoreFolder({});
+}
+
+TEST(Printers, KeepThePaperThatWasChosenForThemWhereThePagesCanBeReadOnIt)
+{
+    PrintServer server;
+    const QString small = QStringLiteral("Page_A5");
+    server.add({.name = small, .width = 420, .lengths = {595}});
+    const QTemporaryDir store;
+    registry::setStoreFolder(store.path());
+    const auto paperOf = [](const QString &printer, double points, bool choose = false) {
+        print::PreviewWindow window(nullptr, QStringLiteral("영수증출력"), {QStringLiteral("A"), QStringLiteral("B")});
+        window.vsPrint()->setDevice(printer);
+        window.vsPrint()->setDocument(twoPages(points), QStringLiteral("영수증"));
+        auto *printers = window.findChild<QComboBox *>("cboPrinter");
+        auto *papers = window.findChild<QComboBox *>("cboPaper");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return printers->currentText() == printer; }));
+        if (choose) {
+            QTest::keyClick(papers, Qt::Key_Down);
+            window.findChild<QAbstractButton *>("cmdPrint")->click();
+        }
+        return papers->currentText().toStdString();
+    };
+    EXPECT_EQ(paperOf(small, 11), "A4 210 × 297 mm");
+    EXPECT_EQ(paperOf(small, 11, true), "A5 148 × 210 mm");
+    EXPECT_EQ(paperOf(small, 11), "A5 148 × 210 mm");
+    EXPECT_EQ(paperOf(small, 8), "A4 210 × 297 mm") << "letters of less than 6 points";
+    EXPECT_EQ(paperOf(PrintServer::pagePrinter, 11), "A4 210 × 297 mm");
+    const Paper pages(server.job(small));
+    ASSERT_EQ(pages.sheets().size(), 2);
+    EXPECT_NEAR(pages.sheets()[0].height(), 210, 0.5);
+    EXPECT_NEAR(pages.word("행25").box.center().y(), 265 * 148 / 210.0, 0.5);
     registry::setStoreFolder({});
 }
 

@@ -15,6 +15,7 @@
 #include "desk/schema/Tables.h"
 #include "desk/schema/Upgrade.h"
 #include "desk/schema/Version.h"
+#include "platform/ado/ShownAddress.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Log.h"
 
@@ -32,6 +33,9 @@ QString folded(const char *name)
 {
     return QString::fromLatin1(name).toLower();
 }
+
+/// In front of a table's name, in the server's spelling.
+const QString anySchema = QStringLiteral(R"re((?:"(?:[^"]|"")+"|[^\s".]+)\.)re");
 
 /// Counts the tables that the program says it is at.
 Listener counter(const QString &beforeTable, const Progress &progress)
@@ -59,7 +63,9 @@ QList<schema::FoundColumn> columnsIn(const QString &definition, const QString &a
         const QString rest = text.section(u' ', 1);
         const bool filled = rest.contains(QLatin1String(" DEFAULT ")) || rest.contains(QLatin1String(" GENERATED "))
                             || allDefinitions.contains(QStringLiteral("ALTER COLUMN %1 ").arg(name));
-        columns << schema::FoundColumn{name, rest, rest.contains(QLatin1String(" NOT NULL")), filled};
+        static const QRegularExpression behindType(QStringLiteral(" (?:DEFAULT|NOT NULL|GENERATED|COLLATE)\\b.*|,$"));
+        columns << schema::FoundColumn{name, QString(rest).remove(behindType),
+                                       rest.contains(QLatin1String(" NOT NULL")), filled};
     }
     return columns;
 }
@@ -69,13 +75,17 @@ QString whyForeign(const QString &definitions, const QString &contents)
 {
     for (const schema::TablePlan &table : schema::tablePlans()) {
         const QString name = folded(table.name);
-        const QRegularExpression definition(QStringLiteral("CREATE TABLE [a-z_]+\\.%1 \\((.*?)\\n\\);").arg(name),
+        const QRegularExpression definition(QStringLiteral("CREATE TABLE %1%2 \\((.*?)\\n\\);").arg(anySchema, name),
                                             QRegularExpression::DotMatchesEverythingOption);
         const QRegularExpressionMatch found = definition.match(definitions);
-        if (!found.hasMatch()
-            || !contents.contains(QRegularExpression(QStringLiteral("TABLE DATA [a-z_]+ %1 ").arg(name))))
-            return QString::fromLatin1(table.name) + QStringLiteral(": 없는 테이블");
-        const QString why = schema::whyForeign(table, columnsIn(found.captured(1), definitions));
+        if (!found.hasMatch() || !contents.contains(QRegularExpression(QStringLiteral("TABLE DATA .+ %1 ").arg(name))))
+            return QString::fromLatin1(table.name)
+                   + (definitions.contains(
+                          QRegularExpression(QStringLiteral("CREATE VIEW %1%2 AS").arg(anySchema, name)))
+                          ? QStringLiteral(": 테이블이 아닌 뷰")
+                          : QStringLiteral(": 없는 테이블"));
+        const QString why =
+            schema::whyForeign(table, columnsIn(found.captured(1), definitions), schema::Dialect::PostgreSQL);
         if (!why.isEmpty())
             return why;
     }
@@ -106,7 +116,7 @@ void demandKnownTriggers(const QString &source)
 }
 
 /// Raises RuntimeError unless the file can be read to its end and holds every table and column.
-void demandDump(const QString &file)
+void demandDump(const QString &file, const QString &toldAs = {})
 {
     try {
         runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--file=") + QProcess::nullDevice(), file});
@@ -118,7 +128,9 @@ void demandDump(const QString &file)
         QString::fromUtf8(runPostgresTool(QStringLiteral("pg_restore"), {QStringLiteral("--list"), file}));
     const QString why = whyForeign(definitions, contents);
     if (!why.isEmpty())
-        refuse(QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, why));
+        refuse(toldAs.isEmpty()
+                   ? QStringLiteral("이 프로그램의 한의원 백업이 아닙니다: %1\n%2").arg(file, why)
+                   : QStringLiteral("이 프로그램의 한의원 데이터베이스가 아닙니다: %1\n%2").arg(toldAs, why));
 }
 
 const QByteArray SumsBegin = "\nclinic-rows 1\n";
@@ -218,6 +230,20 @@ QString placeForScript(const QString &safetyCopy)
                                                  : QDir(QDir::tempPath()).filePath(beside.fileName());
 }
 
+/// Where the tables lie in a backup; each once, but for the schema that every database has.
+QStringList schemasIn(const QString &source)
+{
+    static const QRegularExpression table(QStringLiteral("^CREATE TABLE (%1)").arg(anySchema),
+                                          QRegularExpression::MultilineOption);
+    QStringList schemas;
+    const QString definitions = definitionsIn(source);
+    for (auto found = table.globalMatch(definitions); found.hasNext();)
+        schemas << found.next().captured(1).chopped(1);
+    schemas.removeDuplicates();
+    schemas.removeAll(QStringLiteral("public"));
+    return schemas;
+}
+
 /// Tables, keys and rights with the rows, in one transaction. The script in between is a file for as long: a pipe that broke
 /// would look like its end.
 void putClinic(const PostgresPlace &place, const QString &source, const QString &safetyCopy, int version,
@@ -227,14 +253,20 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
     runPostgresTool(QStringLiteral("pg_restore"),
                     {QStringLiteral("--no-owner"), QStringLiteral("--file=") + script.unfinished(), source}, place,
                     counter(QString(), progress));
-    const QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
+    QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
+    QStringList behind;
+    for (const QString &schema : schemasIn(source)) {
+        before << makeRoomIn(schema);
+        behind << bringOutOf(schema);
+    }
+    behind << demandRows(rowSumsIn(source));
     runPostgresTool(QStringLiteral("psql"),
                     {QStringLiteral("--no-psqlrc"), QStringLiteral("--quiet"), QStringLiteral("--echo-queries"),
                      QStringLiteral("--no-password"), QStringLiteral("--set=ON_ERROR_STOP=1"),
                      QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
                      QStringLiteral("--command"), before.join(QStringLiteral(";\n")),
                      QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
-                     demandRows(rowSumsIn(source)), QStringLiteral("--command"), afterFirstRestore(version)},
+                     behind.join(QStringLiteral(";\n")), QStringLiteral("--command"), afterFirstRestore(version)},
                     place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
 }
 
@@ -242,7 +274,7 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
 RowSums rowSumsFor(const QString &source)
 {
     RowSums sums{rowSumsIn(source), {}};
-    static const QRegularExpression table(QStringLiteral("CREATE TABLE [a-z_]+\\.([a-z_]+) \\((.*?)\\n\\);"),
+    static const QRegularExpression table(QStringLiteral("CREATE TABLE %1([a-z_]+) \\((.*?)\\n\\);").arg(anySchema),
                                           QRegularExpression::DotMatchesEverythingOption);
     const QString definitions = definitionsIn(source);
     for (auto found = table.globalMatch(definitions); found.hasNext();) {
@@ -311,7 +343,7 @@ void dumpPostgresClinic(const QString &address, const QString &target, const Pro
         refuse(QStringLiteral("필요한 테이블이 없는 데이터베이스입니다."));
     schema::demandNoNewer(*connection);
     dump(*connection, target, progress);
-    demandDump(target);
+    demandDump(target, ado::addressToShow(address));
 }
 
 Restored restorePostgresClinic(const QString &address, const QString &source, const QString &safetyCopy, Scope scope,

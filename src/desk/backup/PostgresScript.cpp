@@ -30,6 +30,7 @@ DECLARE
     next bigint;
 BEGIN
     FOR t IN SELECT * FROM (VALUES %1) AS v(name, key) LOOP
+        CONTINUE WHEN NOT EXISTS (SELECT FROM pg_attribute WHERE attrelid = to_regclass(t.name) AND attname = t.key);
         counter := pg_get_serial_sequence(t.name, t.key);
         CONTINUE WHEN counter IS NULL;
         EXECUTE format('SELECT GREATEST((SELECT COALESCE(MAX(%I), 0) + 1 FROM %I), '
@@ -46,6 +47,36 @@ $body$)sql")
 QString beforeFirstRestore()
 {
     return schema::postgresLikeStatements().join(QStringLiteral(";\n"));
+}
+
+QString makeRoomIn(const QString &schema)
+{
+    return QStringLiteral("CREATE SCHEMA IF NOT EXISTS %1").arg(schema);
+}
+
+QString bringOutOf(const QString &schema)
+{
+    QStringList names{QStringLiteral("'t_deskschema'"), QStringLiteral("'t_deskjournal'")};
+    for (const schema::TablePlan &table : schema::tablePlans())
+        names << QStringLiteral("'%1'").arg(QString::fromLatin1(table.name).toLower());
+    return QStringLiteral(R"sql(RESET search_path;
+DO $body$
+DECLARE
+    place regnamespace := '%1'::regnamespace;
+    t record;
+BEGIN
+    IF (SELECT nspname = ANY (current_schemas(false)) FROM pg_namespace WHERE oid = place) THEN
+        RETURN;
+    END IF;
+    FOR t IN SELECT oid::regclass AS name FROM pg_class WHERE relnamespace = place AND relkind = 'r' AND relname IN (%2) LOOP
+        EXECUTE format('ALTER TABLE %s SET SCHEMA %I', t.name, current_schema());
+    END LOOP;
+    IF NOT EXISTS (SELECT FROM pg_class WHERE relnamespace = place) THEN
+        EXECUTE format('DROP SCHEMA %s', place);
+    END IF;
+END
+$body$)sql")
+        .arg(QString(schema).replace(u'\'', QStringLiteral("''")), names.join(QStringLiteral(", ")));
 }
 
 QString rowSumStatement(const QString &table)

@@ -184,8 +184,13 @@ QString SqliteFile::whyForeign()
 {
     for (const schema::TablePlan &table : schema::tablePlans()) {
         const QString name = QString::fromLatin1(table.name);
-        if (!has(name))
-            return name + QStringLiteral(": 없는 테이블");
+        if (!has(name)) {
+            const QString view =
+                QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'view' AND name = '%1' COLLATE NOCASE");
+            return name
+                   + (ask(view.arg(name)).isEmpty() ? QStringLiteral(": 없는 테이블")
+                                                    : QStringLiteral(": 테이블이 아닌 뷰"));
+        }
         QList<schema::FoundColumn> columns;
         const QStringList rows =
             ask(QStringLiteral("SELECT name || char(9) || type || char(9) || \"notnull\" || char(9) || (dflt_value IS "
@@ -196,7 +201,7 @@ QString SqliteFile::whyForeign()
             columns << schema::FoundColumn{cells[0], cells[1], cells[2] == QLatin1String("1"),
                                            cells[3] == QLatin1String("1")};
         }
-        const QString why = schema::whyForeign(table, columns);
+        const QString why = schema::whyForeign(table, columns, schema::Dialect::SQLite);
         if (!why.isEmpty())
             return why;
     }

@@ -1,12 +1,15 @@
 #include "desk/copy/CopiedTable.h"
 
 #include "desk/rows/ExactValue.h"
+#include "desk/schema/Schema.h"
 #include "desk/schema/Statements.h"
 #include "platform/ado/CellTable.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <QCryptographicHash>
 #include <QtEndian>
+
+#include <algorithm>
 
 namespace copy {
 
@@ -54,13 +57,22 @@ QVariantList exactRow(const ado::CellTable &cells, int row, const CopiedTable &t
 
 } // namespace
 
-std::vector<CopiedTable> clinicTables()
+std::vector<CopiedTable> clinicTables(ado::Connection &source)
 {
+    const clinic::Catalogue catalogue = schema::foundTables(source);
     std::vector<CopiedTable> all;
     for (const schema::TablePlan &plan : schema::tablePlans()) {
-        CopiedTable table{QString::fromLatin1(plan.name), {}, {}, QString::fromLatin1(plan.key().name)};
-        table.inPages = plan.key().holds == schema::Holds::Key;
+        const QString name = QString::fromLatin1(plan.name);
+        const clinic::FoundTable *const found = catalogue.table(name);
+        const auto has = [&](const schema::ColumnPlan &column) {
+            return !column.own || !found || found->column(QString::fromLatin1(column.name));
+        };
+        const schema::ColumnPlan &first = has(plan.key()) ? plan.key() : *std::ranges::find_if(plan.columns, has);
+        CopiedTable table{name, {}, {}, QString::fromLatin1(first.name)};
+        table.inPages = first.holds == schema::Holds::Key;
         for (const schema::ColumnPlan &column : plan.columns) {
+            if (!has(column))
+                continue;
             table.columns << QString::fromLatin1(column.name);
             table.holds.push_back(column.holds);
         }

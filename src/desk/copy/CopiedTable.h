@@ -21,7 +21,8 @@ struct CopiedTable
     bool inPages = true; ///< the key is a number that no two rows have
     bool withKey = true; ///< it goes along
 };
-std::vector<CopiedTable> clinicTables();
+/// With the columns that they have there: not every clinic has all.
+std::vector<CopiedTable> clinicTables(ado::Connection &source);
 /// Whose own key is given anew, in the same order.
 CopiedTable journalTable();
 

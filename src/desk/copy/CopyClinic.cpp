@@ -33,7 +33,7 @@ public:
     Copied run()
     {
         Snapshot moment(source_);
-        const std::vector<CopiedTable> tables = clinicTables();
+        const std::vector<CopiedTable> tables = clinicTables(source_);
         const bool journal = decideOnJournal();
         for (const CopiedTable &table : tables)
             total_ += 2 * countRows(source_, table);

@@ -13,12 +13,14 @@ QString nameOf(const schema::TablePlan &table)
     return QString::fromLatin1(table.name);
 }
 
-/// The server's counter behind a table's key; empty where there is none.
+/// The server's counter behind a table's key; empty where there is none, or no such column.
 QString counterOf(ado::Connection &connection, const schema::TablePlan &table)
 {
-    return schema::valueOf(connection,
-                           QStringLiteral("SELECT pg_get_serial_sequence('%1', '%2')")
-                               .arg(nameOf(table).toLower(), QString::fromLatin1(table.key().name).toLower()))
+    return schema::valueOf(
+               connection,
+               QStringLiteral("SELECT pg_get_serial_sequence('%1', '%2') WHERE EXISTS (SELECT FROM pg_attribute "
+                              "WHERE attrelid = to_regclass('%1') AND attname = '%2')")
+                   .arg(nameOf(table).toLower(), QString::fromLatin1(table.key().name).toLower()))
         .toString();
 }
 

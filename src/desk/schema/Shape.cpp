@@ -1,37 +1,12 @@
 #include "desk/schema/Shape.h"
 
-#include <QRegularExpression>
+#include "clinic/ColumnFit.h"
 
 #include <algorithm>
 
 namespace schema {
 
-namespace {
-
-/// Engines and installers call one thing by several names.
-const char *typesThatHold(Holds holds)
-{
-    switch (holds) {
-    case Holds::Key:
-    case Holds::Long:
-    case Holds::Integer:
-    case Holds::Flag:
-        return "int";
-    case Holds::Money:
-        return "int|numeric|decimal|money";
-    case Holds::Number:
-        return "real|double|float|numeric|decimal";
-    case Holds::Date:
-        return "text|char|date|timestamp";
-    case Holds::Text:
-        return "text|char";
-    }
-    Q_UNREACHABLE();
-}
-
-} // namespace
-
-QString whyForeign(const TablePlan &table, const QList<FoundColumn> &columns)
+QString whyForeign(const TablePlan &table, const QList<FoundColumn> &columns, Dialect dialect)
 {
     const auto tell = [&](const QString &column, const QString &why) {
         return QStringLiteral("%1.%2: %3").arg(QString::fromLatin1(table.name), column, why);
@@ -46,10 +21,9 @@ QString whyForeign(const TablePlan &table, const QList<FoundColumn> &columns)
             continue;
         if (found == columns.end())
             return tell(name, QStringLiteral("없는 항목"));
-        const QRegularExpression fitting(QString::fromLatin1(typesThatHold(plan.holds)),
-                                         QRegularExpression::CaseInsensitiveOption);
-        if (!found->type.contains(fitting))
-            return tell(name, QStringLiteral("다른 형식 ") + found->type);
+        const clinic::Misfit misfit = clinic::misfitOf(plan, found->type, dialect == Dialect::SQLite);
+        if (misfit.loses)
+            return tell(name, QStringLiteral("%1 (%2)").arg(QString::fromUtf8(misfit.why), found->type));
         const bool isKey = &plan == &table.key();
         if (found->required && !found->filled && !plan.required && !isKey)
             return tell(name, QStringLiteral("비워 둘 수 없는 항목"));

@@ -16,7 +16,8 @@ struct FoundColumn
 };
 
 /// Why a table of that name with those columns is not the one that this system writes; empty when it is. Columns of other
-/// programs are passed over, unless a row of ours could not be written because of them.
-QString whyForeign(const TablePlan &table, const QList<FoundColumn> &columns);
+/// programs are passed over, unless a row of ours could not be written because of them. Types that work with less do here, too:
+/// what is sold in them comes back as it was.
+QString whyForeign(const TablePlan &table, const QList<FoundColumn> &columns, Dialect dialect);
 
 } // namespace schema

@@ -48,8 +48,12 @@ SELECT DISTINCT n.nspname FROM clinic_table t JOIN pg_class c ON c.oid = t.relat
     REVOKE EXECUTE ON FUNCTION lo_create(oid), lo_creat(integer), lo_from_bytea(oid, bytea) FROM PUBLIC;
 \endif
 
-SELECT format('GRANT CONNECT ON DATABASE %I TO %I', current_database(), :'desk')
-    WHERE NOT has_database_privilege(:'desk', current_database(), 'CONNECT') \gexec
+-- By name, so that it can still connect when nobody else may any more.
+SELECT format('GRANT CONNECT ON DATABASE %I TO %I', datname, :'desk')
+    FROM pg_database WHERE datname = current_database() AND CASE WHEN pg_has_role(datdba, 'USAGE') THEN NOT EXISTS
+        (SELECT FROM aclexplode(datacl) WHERE privilege_type = 'CONNECT'
+            AND grantee = (SELECT oid FROM pg_roles WHERE rolname = :'desk'))
+        ELSE NOT has_database_privilege(:'desk', datname, 'CONNECT') END \gexec
 SELECT format('REVOKE ALL ON SCHEMA %1$I FROM %2$I; GRANT USAGE ON SCHEMA %1$I TO %2$I', nspname, :'desk')
     FROM clinic_schema \gexec
 

@@ -46,12 +46,13 @@ void tellStatements(QTextStream &terminal, const std::vector<schema::UpgradeStep
     }
 }
 
-/// A backup holds tables of the form that the desk makes; where another program's are otherwise, there is none yet.
+/// A backup holds whole tables that every value of a sale fits; where another program's are otherwise, there is none yet.
 bool isBackedUpWhole(ado::Connection &connection)
 {
     using Kind = clinic::Finding::Kind;
     const auto hinders = [](const clinic::Finding &finding) {
-        return finding.kind == Kind::NoTable || finding.kind == Kind::NoColumn || finding.kind == Kind::Other;
+        return finding.kind == Kind::NoTable || finding.kind == Kind::NoColumn
+               || (finding.kind == Kind::Other && finding.weight == clinic::Finding::Weight::Fault);
     };
     const clinic::Catalogue catalogue = schema::foundTables(connection);
     return std::ranges::none_of(clinic::examine(connection, clinic::Depth::Whole), hinders)

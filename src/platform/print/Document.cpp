@@ -13,6 +13,14 @@ Document::Document(QSizeF paper, QMarginsF margins)
 {
 }
 
+Document Document::onPaper(const QSizeF &paper) const
+{
+    Document other = *this;
+    other.paper_ = paper;
+    other.scale_ = scale_ * std::min(paper.width() / paper_.width(), paper.height() / paper_.height());
+    return other;
+}
+
 void Document::addTable(const PageTable &table)
 {
     const double bottom = paper_.height() - margins_.bottom();

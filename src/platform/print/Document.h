@@ -12,6 +12,7 @@
 namespace print {
 
 inline constexpr QSizeF A4{210, 297};
+inline constexpr QSizeF A5{148, 210};
 
 /// What one run puts on paper, page by page: tables that break across pages, and text boxes and pictures at fixed places.
 /// Nothing is sent anywhere by composing it. Sizes are mm.
@@ -21,6 +22,10 @@ public:
     explicit Document(QSizeF paper = A4, QMarginsF margins = {});
 
     const QSizeF &paper() const { return paper_; }
+    /// The same pages, drawn as large as they fit on another paper.
+    Document onPaper(const QSizeF &paper) const;
+    /// How much larger than composed the pages are drawn.
+    double scale() const { return scale_; }
     void setFont(const TextFont &font) { font_ = font; }
     const TextFont &font() const { return font_; }
 
@@ -41,6 +46,7 @@ private:
     void placeRow(const PageTable &table, const PageTable::Row &row, double top);
 
     QSizeF paper_;
+    double scale_ = 1;
     QMarginsF margins_;
     TextFont font_;
     std::vector<Page> pages_;

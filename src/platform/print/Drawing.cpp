@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 namespace print {
@@ -159,6 +160,16 @@ double pointsOnOneLine(const TextItem &item)
 {
     const QFont font = gridFont(item.font, scaleOnOneLine(item, shownText(item.text, item.font)));
     return font.pixelSize() * pointsPerInch / gridPerInch;
+}
+
+double leastPoints(const Page &page)
+{
+    double least = page.drawing.strokes.isNull() ? std::numeric_limits<double>::max() : 0;
+    for (const TextItem &item : page.texts) {
+        if (!item.text.isEmpty())
+            least = std::min(least, fitted(item).font.pixelSize() * pointsPerInch / gridPerInch);
+    }
+    return least;
 }
 
 double widthOnOneLine(const TextItem &item)

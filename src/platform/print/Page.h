@@ -69,6 +69,8 @@ double lineHeight(const TextFont &font);
 double pointsOnOneLine(const TextItem &item);
 /// Width of a text as it is drawn on one line, mm.
 double widthOnOneLine(const TextItem &item);
+/// Size of the smallest letters as they are drawn; 0 for a page that was drawn elsewhere, which does not tell.
+double leastPoints(const Page &page);
 /// A text in lines that fit its box at its full size, broken at words where it can be.
 QStringList linesOf(const TextItem &item);
 

@@ -63,7 +63,7 @@ void PageCanvas::paintEvent(QPaintEvent *event)
     if (!document_)
         return;
     painter.setRenderHints(QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-    drawPage(painter, document_->pages()[std::size_t(page_)], zoom_ * dotsPerInch());
+    drawPage(painter, document_->pages()[std::size_t(page_)], document_->scale() * zoom_ * dotsPerInch());
 }
 
 } // namespace print

@@ -12,6 +12,11 @@ namespace {
 
 const QString memoryKey = QStringLiteral("미리보기프린터");
 
+QString paperKey(const QString &printer)
+{
+    return QStringLiteral("미리보기용지 ") + printer;
+}
+
 } // namespace
 
 PreviewWindow::PreviewWindow(QWidget *owner, const QString &caption, const PrinterMemory &memory)
@@ -31,6 +36,12 @@ PreviewWindow::PreviewWindow(QWidget *owner, const QString &caption, const Print
     vsPrint_->setDevice(registry::GetSetting(memory.application, memory.section, memoryKey));
     controls::onEvent(vsPrint_, &VSPrinter::printerChosen, this, [memory](const QString &printer) {
         registry::SaveSetting(memory.application, memory.section, memoryKey, printer);
+    });
+    vsPrint_->setPaperMemory([memory](const QString &printer) {
+        return registry::GetSetting(memory.application, memory.section, paperKey(printer));
+    });
+    controls::onEvent(vsPrint_, &VSPrinter::paperChosen, this, [memory](const QString &printer, const QString &paper) {
+        registry::SaveSetting(memory.application, memory.section, paperKey(printer), paper);
     });
     vsPrint_->setFocus();
 }

@@ -56,7 +56,7 @@ Drawn drawOn(Device &device, const Document &document, double dotsPerInch, const
     for (const Page &page : document.pages()) {
         if (number++ > 0 && !device.newPage())
             return Drawn::Refused;
-        drawPage(painter, page, dotsPerInch);
+        drawPage(painter, page, document.scale() * dotsPerInch);
         if (progress && !progress(number))
             return Drawn::Stopped;
     }

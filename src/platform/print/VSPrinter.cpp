@@ -52,12 +52,36 @@ constexpr double mostZoom = 4;
 /// More pages than these are worth telling how far they are.
 constexpr int quickPages = 20;
 
+/// Letters below this are hard to read; no smaller paper makes them so.
+constexpr double leastReadablePoints = 6;
+
+/// "A4"; empty for a size without a name.
+QString paperName(const QSizeF &paper)
+{
+    const QPageSize known(paper, QPageSize::Millimeter, QString(), QPageSize::FuzzyOrientationMatch);
+    return known.id() == QPageSize::Custom ? QString() : known.name();
+}
+
 /// "A4 210 × 297 mm".
 QString paperText(const QSizeF &paper)
 {
-    const QString size = QStringLiteral("%1 × %2 mm").arg(qRound(paper.width())).arg(qRound(paper.height()));
-    const QPageSize known(paper, QPageSize::Millimeter, QString(), QPageSize::FuzzyOrientationMatch);
-    return known.id() == QPageSize::Custom ? size : known.name() + QLatin1Char(' ') + size;
+    return QStringLiteral("%1 %2 × %3 mm")
+        .arg(paperName(paper))
+        .arg(qRound(paper.width()))
+        .arg(qRound(paper.height()))
+        .trimmed();
+}
+
+/// What the pages can be read on: their own paper first. A long document keeps that, for each letter would have to be measured.
+std::vector<QSizeF> papersFor(const Document &document)
+{
+    std::vector<QSizeF> papers{document.paper()};
+    const double smaller = document.onPaper(A5).scale();
+    if (document.paper() == A4 && document.pageCount() <= quickPages
+        && std::ranges::all_of(document.pages(),
+                               [&](const Page &page) { return leastPoints(page) * smaller >= leastReadablePoints; }))
+        papers.push_back(A5);
+    return papers;
 }
 
 } // namespace
@@ -65,7 +89,7 @@ QString paperText(const QSizeF &paper)
 VSPrinter::VSPrinter(QWidget *parent)
     : QWidget(parent)
     , cboPrinter_(controls::named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPrinter")))
-    , lblPaper_(controls::named(new QLabel(this), QStringLiteral("lblPaper")))
+    , cboPaper_(controls::named(controls::withGuardedWheel(new QComboBox(this)), QStringLiteral("cboPaper")))
     , lblPage_(controls::named(new QLabel(this), QStringLiteral("lblPage")))
     , lblZoom_(controls::named(new QLabel(this), QStringLiteral("lblZoom")))
     , lblDone_(controls::named(new QLabel(this), QStringLiteral("lblDone")))
@@ -86,14 +110,21 @@ VSPrinter::VSPrinter(QWidget *parent)
         layout->addLayout(bar);
     }
     layout->addWidget(scroll_, 1);
-    QWidget *before = cboPrinter_;
+    setTabOrder(cboPrinter_, cboPaper_);
+    QWidget *before = cboPaper_;
     for (QPushButton *button : buttons_)
         setTabOrder(std::exchange(before, button), button);
     setTabOrder(before, scroll_);
     setFocusProxy(scroll_);
     scroll_->viewport()->installEventFilter(this);
-    controls::onEvent(cboPrinter_, &QComboBox::activated, this,
-                      [this](int) { emit printerChosen(cboPrinter_->currentText()); });
+    controls::onEvent(cboPrinter_, &QComboBox::activated, this, [this](int) {
+        takePaperOfPrinter();
+        emit printerChosen(cboPrinter_->currentText());
+    });
+    controls::onEvent(cboPaper_, &QComboBox::activated, this, [this](int index) {
+        usePaper(index);
+        emit paperChosen(printer(), paperName(document_.paper()));
+    });
     // Asking the printing system may take a while; the page stands first.
     QTimer::singleShot(0, this, [this] { fillPrinters(); });
 }
@@ -119,12 +150,17 @@ QHBoxLayout *VSPrinter::makeOutputBar()
     caption->setBuddy(cboPrinter_);
     cboPrinter_->setAccessibleName(QStringLiteral("프린터"));
     cboPrinter_->setMinimumWidth(200);
+    auto *paper = new QLabel(QStringLiteral("용지(&Z)"), this);
+    paper->setBuddy(cboPaper_);
+    cboPaper_->setAccessibleName(QStringLiteral("용지"));
+    cboPaper_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     // A long file name must not widen the window.
     lblDone_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto *bar = new QHBoxLayout;
     bar->addWidget(caption);
     bar->addWidget(cboPrinter_);
-    bar->addWidget(lblPaper_);
+    bar->addWidget(paper);
+    bar->addWidget(cboPaper_);
     bar->addWidget(buttons_[Print]);
     bar->addSpacing(14);
     bar->addWidget(buttons_[SavePdf]);
@@ -200,11 +236,45 @@ void VSPrinter::run(Command command)
 
 void VSPrinter::setDocument(Document document, const QString &title, const QString &fileName)
 {
-    document_ = std::move(document);
+    composed_ = std::move(document);
+    document_ = composed_;
     title_ = title;
     fileName_ = fileName.isEmpty() ? title : fileName;
-    lblPaper_->setText(QStringLiteral("용지: ") + paperText(document_.paper()));
+    fillPapers();
     showPage(0);
+}
+
+void VSPrinter::fillPapers()
+{
+    cboPaper_->clear();
+    for (const QSizeF &paper : papersFor(composed_))
+        cboPaper_->addItem(paperText(paper), paper);
+    takePaperOfPrinter();
+}
+
+QString VSPrinter::printer() const
+{
+    return cboPrinter_->count() > 0 ? cboPrinter_->currentText() : device_;
+}
+
+/// One that these pages cannot be read on is passed over.
+void VSPrinter::takePaperOfPrinter()
+{
+    const QString remembered = paperOf_ ? paperOf_(printer()) : QString();
+    int chosen = 0;
+    for (int index = 0; index < cboPaper_->count(); ++index) {
+        if (paperName(cboPaper_->itemData(index).toSizeF()) == remembered)
+            chosen = index;
+    }
+    cboPaper_->setCurrentIndex(chosen);
+    if (cboPaper_->count() > 0)
+        usePaper(chosen);
+}
+
+void VSPrinter::usePaper(int index)
+{
+    document_ = composed_.onPaper(cboPaper_->itemData(index).toSizeF());
+    showState();
 }
 
 void VSPrinter::showPage(int page)
@@ -274,6 +344,7 @@ bool VSPrinter::watched(const std::function<bool(const Progress &)> &work)
         for (QPushButton *button : buttons_)
             button->setEnabled(!working);
         cboPrinter_->setEnabled(!working);
+        cboPaper_->setEnabled(!working);
     };
     stopped_ = false;
     progress_->setRange(0, document_.pageCount());
@@ -298,12 +369,13 @@ void VSPrinter::fillPrinters()
     cboPrinter_->setCurrentText(cboPrinter_->findText(device_) >= 0 ? device_ : defaultPrinter());
     if (cboPrinter_->count() == 0)
         cboPrinter_->setPlaceholderText(QStringLiteral("등록된 프린터 없음"));
+    takePaperOfPrinter();
 }
 
 void VSPrinter::printOut()
 {
     lblDone_->clear();
-    const QString printer = cboPrinter_->count() > 0 ? cboPrinter_->currentText() : device_;
+    const QString printer = this->printer();
     const QPointer<VSPrinter> self(this);
     const bool sent = watched([&, pages = document_, title = title_](const Progress &progress) {
         return send(pages, printer, title, progress);

@@ -28,6 +28,8 @@ public:
     const Document &document() const { return document_; }
     /// Printer that is chosen at first; empty, or one that does not exist: the system's default.
     void setDevice(const QString &device) { device_ = device; }
+    /// Tells the name of the paper that a printer had last; asked whenever one is chosen.
+    void setPaperMemory(std::function<QString(const QString &printer)> paperOf) { paperOf_ = std::move(paperOf); }
 
     int currentPage() const { return page_; } ///< from 0
     void showPage(int page);                  ///< nearest one that exists
@@ -38,6 +40,7 @@ signals:
     void closeAsked();
     void pageShown(int page, int count); ///< from 1
     void printerChosen(const QString &printer);
+    void paperChosen(const QString &printer, const QString &paper);
     void printed(const QString &printer);
 
 protected:
@@ -69,18 +72,24 @@ private:
     void printOut();
     void savePdf();
     void fillPrinters();
+    void fillPapers();
+    QString printer() const;
+    void takePaperOfPrinter();
+    void usePaper(int index);
     void fit(double widthMm, double heightMm);
     void showState();
 
-    Document document_;
+    Document composed_;
+    Document document_; ///< on the paper that is chosen
     QString title_;
     QString fileName_;
     QString device_;
+    std::function<QString(const QString &)> paperOf_;
     int page_ = 0;
     double zoom_ = 1;
     QPushButton *buttons_[CommandCount] = {};
     QComboBox *cboPrinter_;
-    QLabel *lblPaper_;
+    QComboBox *cboPaper_;
     QLabel *lblPage_;
     QLabel *lblZoom_;
     QLabel *lblDone_;
