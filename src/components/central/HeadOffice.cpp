@@ -11,9 +11,9 @@ namespace central {
 
 namespace {
 
-constexpr qint64 patience = 4'500;  // ms, so that five seconds hold with everything around it
-constexpr int betweenLooks = 40;    // ms
-constexpr qsizetype ownColumns = 5; // of an offer's row, before those of the product
+constexpr qint64 longestWait = 4'500; // ms, so that five seconds hold with everything around it
+constexpr int betweenLooks = 40;      // ms
+constexpr qsizetype ownColumns = 5;   // of an offer's row, before those of the product
 
 const QString noList = QStringLiteral(
     "본부의 데이터베이스에 체인의 물품 목록이 없습니다. 본부에서 desk --head-office를 먼저 실행하십시오.");
@@ -117,7 +117,7 @@ std::vector<QStringList> HeadOffice::fromServer(const QString &statement, Patien
             signs = reading.signs();
             waited.restart();
         }
-        if (waited.elapsed() > patience)
+        if (waited.elapsed() > longestWait)
             throw runtime::RuntimeError(runtime::ErrorNumber::ConnectionLost,
                                         QStringLiteral("본부의 물품 서버가 대답하지 않습니다."));
         if (progress)

@@ -32,8 +32,8 @@ private:
         InAll,      ///< for everything
         WhileComing ///< for the next sign of life
     };
-    std::vector<QStringList> rows(const QString &statement, Patience patience, const Progress &progress) const;
-    std::vector<QStringList> fromServer(const QString &statement, Patience patience, const Progress &progress) const;
+    std::vector<QStringList> rows(const QString &statement, Patience how, const Progress &progress) const;
+    std::vector<QStringList> fromServer(const QString &statement, Patience how, const Progress &progress) const;
 
     QString address_;
     std::function<void()> meanwhile_;

@@ -10,9 +10,9 @@ namespace central {
 
 namespace {
 
-const qsizetype category = placeOf("PM_Catagory");
-const qsizetype name = placeOf("PM_Name");
-const qsizetype handled = placeOf("PM_IsValid");
+const qsizetype atCategory = placeOf("PM_Catagory");
+const qsizetype atName = placeOf("PM_Name");
+const qsizetype atHandled = placeOf("PM_IsValid");
 
 /// The clinic's products that are nobody's yet, to be found by what they are called; of several the first that was made.
 class Unclaimed
@@ -22,18 +22,18 @@ public:
     {
         for (const auto &[key, row] : local.rows) {
             if (!row.central || !sameList)
-                named_[row.product[name]].push_back({key, row.product[category]});
+                named_[row.product[atName]].push_back({key, row.product[atCategory]});
         }
     }
 
     /// 0 for none.
     qint32 claim(const Product &product, bool alsoOfOtherCategory)
     {
-        const auto found = named_.find(product[name]);
+        const auto found = named_.find(product[atName]);
         if (found == named_.end())
             return 0;
         const auto candidate = std::ranges::find_if(
-            *found, [&](const Candidate &one) { return alsoOfOtherCategory || one.category == product[category]; });
+            *found, [&](const Candidate &one) { return alsoOfOtherCategory || one.category == product[atCategory]; });
         if (candidate == found->end())
             return 0;
         const qint32 key = candidate->key;
@@ -99,9 +99,9 @@ private:
     void withdraw(qint32 key)
     {
         Product product = local_.rows.at(key).product;
-        if (product[handled] == QLatin1String("0"))
+        if (product[atHandled] == QLatin1String("0"))
             return;
-        product[handled] = QStringLiteral("0");
+        product[atHandled] = QStringLiteral("0");
         plan_.withdrawn.emplace_back(key, std::move(product));
     }
 

@@ -10,8 +10,8 @@ namespace central {
 
 namespace {
 
-constexpr qint64 moment = 400; // ms
-constexpr int width = 420;
+constexpr qint64 shownAfter = 400; // ms
+constexpr int windowWidth = 420;
 
 } // namespace
 
@@ -39,7 +39,7 @@ void ProgressWindow::open()
     column->setSpacing(10);
     column->addWidget(state_);
     column->addWidget(bar_);
-    window_->setFixedWidth(width);
+    window_->setFixedWidth(windowWidth);
     window_->show();
 }
 
@@ -47,7 +47,7 @@ void ProgressWindow::breathe()
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
         return;
-    if (!window_ && since_.elapsed() > moment) {
+    if (!window_ && since_.elapsed() > shownAfter) {
         open();
         show(0, 0);
     }
