@@ -56,7 +56,7 @@ protected:
     QString socketFolder() const { return clinic_.address().section(QStringLiteral("host="), 1); }
     void add(const char *name, const QString &host, int port, const char *schema = "public")
     {
-        office_.run(QStringLiteral("SELECT chain.add_clinic('%1', '%2', %3, '%4', 'clinic', NULL, '%5')")
+        office_.run(QStringLiteral("SELECT chain.add_clinic('%1', '%2', %3, '%4', 'clinic', NULL, 'prefer', '%5')")
                         .arg(QString::fromUtf8(name), host)
                         .arg(port)
                         .arg(clinic_.serverDatabase(), QLatin1String(schema)));

@@ -29,7 +29,8 @@ CREATE TABLE IF NOT EXISTS chain.clinic (
 
 -- As its owner, as all that asks the clinics: one role alone holds the ways to them. A clinic that does not answer is given up after two seconds, or three where its server answers and then goes silent.
 CREATE OR REPLACE FUNCTION chain.add_clinic(name text, host text, port integer, dbname text, role text,
-                                            password text DEFAULT NULL, schema text DEFAULT 'public')
+                                            password text DEFAULT NULL, sslmode text DEFAULT 'verify-full',
+                                            schema text DEFAULT 'public')
 RETURNS integer LANGUAGE plpgsql SECURITY DEFINER SET search_path = pg_catalog, pg_temp AS $body$
 DECLARE
     number integer;
@@ -39,9 +40,9 @@ BEGIN
     INSERT INTO chain.clinic (name) VALUES (add_clinic.name) RETURNING clinic.number INTO number;
     place := 'chain_' || number;
     EXECUTE format('CREATE SERVER %I FOREIGN DATA WRAPPER postgres_fdw OPTIONS (host %L, port %L, dbname %L, '
-                   'connect_timeout ''2'', tcp_user_timeout ''3000'', keepalives_idle ''1'', keepalives_interval ''1'', '
+                   'sslmode %L, 'connect_timeout ''2'', tcp_user_timeout ''3000'', keepalives_idle ''1'', keepalives_interval ''1'', '
                    'keepalives_count ''2'', fetch_size ''10000'', application_name ''head office'')',
-                   place, host, port::text, dbname);
+                   place, host, port::text, dbname, sslmode);
     EXECUTE format('CREATE USER MAPPING FOR CURRENT_USER SERVER %I OPTIONS (user %L%s)', place, role,
                    coalesce(format(', password %L', password), ''));
     EXECUTE format('CREATE SCHEMA %I', place);
