@@ -70,6 +70,19 @@ void measureReport(const QString &address)
     tell("the stock of all", untilRead(window));
 }
 
+/// What the page shows.
+void takePicture(const QString &address, const QString &file)
+{
+    ReportWindow window(std::make_unique<ChainReport>(), ado::Connection::open(address));
+    window.resize(1320, 760);
+    window.show();
+    untilRead(window);
+    window.findChild<PeriodBar *>()->choose(month);
+    untilRead(window);
+    if (!window.grab().save(file))
+        std::fprintf(stderr, "no picture: %s\n", qUtf8Printable(file));
+}
+
 /// A clinic's steps behind its head office; `change` is made there before each.
 void measureList(const QString &officeAddress, const QString &clinicAddress)
 {
@@ -116,6 +129,8 @@ int main(int argc, char **argv)
     try {
         if (arguments.value(1) == QLatin1String("report"))
             measureReport(arguments.value(2));
+        else if (arguments.value(1) == QLatin1String("picture"))
+            takePicture(arguments.value(2), arguments.value(3));
         else
             measureList(arguments.value(2), arguments.value(3));
     } catch (const runtime::RuntimeError &error) {

@@ -69,7 +69,7 @@ protected:
                 QString(office_.address()).replace(QStringLiteral("clinic@"), QStringLiteral("head_desk@")));
         return desk_;
     }
-    Sheet chain(int view = 0)
+    Sheet seen(int view = 0)
     {
         ChainReport report;
         return sheetOf(report, desk(), view);
@@ -118,14 +118,14 @@ TEST_F(SeenChain, HasTheFiguresOfTheClinicsOwnReports)
                        paid[11],
                        owed,
                        QString()};
-    const Sheet chained = chain();
+    const Sheet chained = seen();
     ASSERT_EQ(chained.rows.size(), 1);
     EXPECT_EQ(texts(chained.rows[0]), texts(expected));
     EXPECT_NE(plainText(sold[6]), QStringLiteral("0"));
-    const Sheet days = chain(1);
+    const Sheet days = seen(1);
     EXPECT_EQ(days.rows.size(), sheetOf(sales, clinic_.connection()).rows.size());
     EXPECT_EQ(plainText(days.totals[5]), plainText(sold[6]));
-    EXPECT_EQ(plainText(chain(4).totals[3]), plainText(shelf.totals[9])) << "what lies on the shelves";
+    EXPECT_EQ(plainText(seen(4).totals[3]), plainText(shelf.totals[9])) << "what lies on the shelves";
 }
 
 TEST_F(SeenChain, LetsTheClinicsMakeTheSums)
@@ -151,13 +151,13 @@ TEST_F(SeenChain, LetsTheClinicsMakeTheSums)
 
 TEST_F(SeenChain, NamesAClinicThatCannotBeReachedAndCountsTheOthers)
 {
-    const std::vector<std::string> alone = texts(chain().rows[0]);
+    const std::vector<std::string> alone = texts(seen().rows[0]);
     const SilentServer silent;
     add("가 불 꺼진 곳", QStringLiteral("127.0.0.1"), silent.port());
     add("나 다른 테이블", socketFolder(), 5432, "elsewhere");
     QElapsedTimer waited;
     waited.start();
-    const Sheet sheet = chain();
+    const Sheet sheet = seen();
     EXPECT_LT(waited.restart(), 3'000);
     ASSERT_EQ(sheet.rows.size(), 3);
     EXPECT_EQ(plainText(sheet.rows[0].back()), QStringLiteral("연결 안 됨"));
@@ -167,21 +167,21 @@ TEST_F(SeenChain, NamesAClinicThatCannotBeReachedAndCountsTheOthers)
     EXPECT_TRUE(sheet.remark.startsWith(QStringLiteral("합계에 없는 지점: 가 불 꺼진 곳, 나 다른 테이블.")))
         << sheet.remark.toStdString();
     for (const int view : {1, 4})
-        chain(view);
+        seen(view);
     EXPECT_LT(waited.elapsed(), 1'500) << "it is waited for once";
     office_.run("SELECT chain.drop_clinic('가 불 꺼진 곳')");
     runScript();
-    EXPECT_EQ(chain().rows.size(), 2) << "a second run of the script keeps who is known";
+    EXPECT_EQ(seen().rows.size(), 2) << "a second run of the script keeps who is known";
 }
 
 TEST_F(SeenChain, ShowsItsDeskFiguresOnly)
 {
-    EXPECT_TRUE(chain::seesClinics(desk()));
-    EXPECT_FALSE(chain::seesClinics(clinic_.connection()));
+    EXPECT_TRUE(::chain::seesClinics(desk()));
+    EXPECT_FALSE(::chain::seesClinics(clinic_.connection()));
     for (const char *statement : {"SELECT * FROM chain_1.tpsordermaster", "SELECT umoptions FROM pg_user_mapping",
                                   "SELECT chain.drop_clinic('본점')", "SELECT chain.make_views('chain_1')"})
         EXPECT_THAT(refusal([&] { desk()->read(QLatin1String(statement)); }), testing::HasSubstr("permission denied"))
             << statement;
     office_.run("REVOKE USAGE ON SCHEMA chain FROM head_desk");
-    EXPECT_FALSE(chain::seesClinics(desk()));
+    EXPECT_FALSE(::chain::seesClinics(desk()));
 }

@@ -148,12 +148,12 @@ QWidget *DeskWindow::makeFoot()
     texts->addWidget(chosenName_);
     texts->addWidget(chosenDetail_);
     row->addLayout(texts, 1);
-    chain_->setVisible(chain::seesClinics(connection_));
     for (QPushButton *button : {sale_, manage_, journal_, chain_}) {
         button->setMinimumSize(132, 44);
         button->setAutoDefault(false);
         row->addWidget(button);
     }
+    chain_->setVisible(chain::seesClinics(connection_)); // within the foot by now, else it would be a window
     QFont strong = sale_->font();
     strong.setBold(true);
     sale_->setFont(strong);
