@@ -119,6 +119,7 @@ TEST_F(SeenChain, HasTheFiguresOfTheClinicsOwnReports)
                        owed,
                        QString()};
     const Sheet chained = seen();
+    Reading(desk(), {Figure{ChainReport().lastDayStatement()}}, month).readAll(); // what its window begins with
     ASSERT_EQ(chained.rows.size(), 1);
     EXPECT_EQ(texts(chained.rows[0]), texts(expected));
     EXPECT_NE(plainText(sold[6]), QStringLiteral("0"));
@@ -137,8 +138,7 @@ TEST_F(SeenChain, LetsTheClinicsMakeTheSums)
                                            .arg(QLatin1String(view)))
                                  .join(u'\n');
         EXPECT_TRUE(plan.startsWith(QLatin1String("Foreign Scan"))) << plan.toStdString();
-        EXPECT_TRUE(
-            plan.contains(QRegularExpression(QStringLiteral("Remote SQL: .*sum\\(.* WHERE .*2026-06-01.* GROUP BY"))))
+        EXPECT_TRUE(plan.contains(QRegularExpression(QStringLiteral("Remote SQL: .*sum\\(.*2026-06-01.* GROUP BY"))))
             << plan.toStdString();
     }
     for (const char *view : {"bought", "gone"}) {

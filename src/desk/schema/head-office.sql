@@ -40,11 +40,12 @@ BEGIN
     INSERT INTO chain.clinic (name) VALUES (add_clinic.name) RETURNING clinic.number INTO number;
     place := 'chain_' || number;
     EXECUTE format('CREATE SERVER %I FOREIGN DATA WRAPPER postgres_fdw OPTIONS (host %L, port %L, dbname %L, '
-                   'sslmode %L, 'connect_timeout ''2'', tcp_user_timeout ''3000'', keepalives_idle ''1'', keepalives_interval ''1'', '
+                   'sslmode %L, connect_timeout ''2'', tcp_user_timeout ''3000'', keepalives_idle ''1'', '
+                   'keepalives_interval ''1'', '
                    'keepalives_count ''2'', fetch_size ''10000'', application_name ''head office'')',
                    place, host, port::text, dbname, sslmode);
     EXECUTE format('CREATE USER MAPPING FOR CURRENT_USER SERVER %I OPTIONS (user %L%s)', place, role,
-                   coalesce(format(', password %L', password), ''));
+                   CASE WHEN password IS NULL THEN '' ELSE format(', password %L', password) END);
     EXECUTE format('CREATE SCHEMA %I', place);
     FOREACH definition SLICE 1 IN ARRAY ARRAY[
         ['tpsordermaster', 'ordm_pk integer, ordm_date date, ordm_misugum numeric'],
@@ -197,7 +198,7 @@ END
 $body$;
 
 -- Clinics that were added before an update get the views of this one.
-SELECT chain.make_views('chain_' || number) FROM chain.clinic;
+DO $body$ BEGIN PERFORM chain.make_views('chain_' || number) FROM chain.clinic; END $body$;
 
 REVOKE ALL ON SCHEMA chain FROM PUBLIC;
 REVOKE ALL ON ALL FUNCTIONS IN SCHEMA chain FROM PUBLIC;
