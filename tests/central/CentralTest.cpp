@@ -1,4 +1,3 @@
-#include "components/central/List.h"
 #include "components/central/clsZelvoCentral.h"
 #include "desk/backup/Backup.h"
 #include "platform/runtime/RuntimeError.h"
@@ -8,8 +7,11 @@
 #include "tests/support/TestDatabase.h"
 #include "tests/support/Wire.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QProcess>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -207,6 +209,27 @@ TEST(Link, TellsOfAServerThatHangsWithinFiveSeconds)
     }
     editor->RollbackTrans();
     EXPECT_EQ(clinic.check(), 0) << "it answers again";
+}
+
+TEST(Link, ShowsThatItWaits)
+{
+    Office office(ado::Engine::PostgreSQL);
+    Clinic clinic(ado::Engine::SQLite);
+    clinic.follow(office.database.address());
+    const ado::ConnectionPtr editor = office.database.otherDesk();
+    editor->BeginTrans();
+    editor->Execute(QStringLiteral("LOCK TABLE t_CentralList IN ACCESS EXCLUSIVE MODE"));
+    QString shown;
+    QTimer::singleShot(1'000, [&] {
+        for (const QWidget *window : QApplication::topLevelWidgets()) {
+            if (const auto *state = window->findChild<QLabel *>(QStringLiteral("lblCentralProgress"));
+                state && window->isVisible())
+                shown = state->text();
+        }
+        editor->RollbackTrans();
+    });
+    EXPECT_TRUE(clinic.resync());
+    EXPECT_EQ(shown, QStringLiteral("본부의 물품 목록을 가져오는 중입니다. 0건"));
 }
 
 TEST(Link, IsRefusedWhereThereIsNoListOrNoClinic)

@@ -5,13 +5,17 @@
 #include "components/frame/Reading.h"
 #include "desk/chain/ChainReport.h"
 #include "desk/sample/Clinic.h"
+#include "desk/window/DeskWindow.h"
+#include "platform/automation/Automation.h"
 #include "tests/support/Refusal.h"
 #include "tests/support/SilentServer.h"
 #include "tests/support/TestDatabase.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTest>
 
 #include <gmock/gmock.h>
 
@@ -184,4 +188,29 @@ TEST_F(SeenChain, ShowsItsDeskFiguresOnly)
             << statement;
     office_.run("REVOKE USAGE ON SCHEMA chain FROM head_desk");
     EXPECT_FALSE(::chain::seesClinics(desk()));
+}
+
+TEST_F(SeenChain, OpensFromTheWindowOfItsDeskAlone)
+{
+    const QTemporaryDir folder;
+    automation::classRegister::setFile(folder.filePath("classes.ini"));
+    automation::classRegister::registerLibrary(QCoreApplication::applicationDirPath() + QStringLiteral("/VantoChain"));
+    const auto report = [] {
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && window->windowTitle() == QStringLiteral("체인 통계"))
+                return window;
+        }
+        return static_cast<QWidget *>(nullptr);
+    };
+    for (const TestDatabase *database : {&clinic_, &office_}) {
+        desk::DeskWindow window(database->connection());
+        window.show();
+        QTest::keyClick(&window, Qt::Key_F8);
+        EXPECT_EQ(report() != nullptr, database == &office_);
+        EXPECT_EQ(window.findChild<QWidget *>(QStringLiteral("cmdChain"))->isVisible(), database == &office_);
+        window.close();
+        EXPECT_EQ(report(), nullptr) << "it goes with the desk";
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    automation::classRegister::setFile(QString());
 }
