@@ -123,7 +123,9 @@ TEST_F(SeenChain, HasTheFiguresOfTheClinicsOwnReports)
                        owed,
                        QString()};
     const Sheet chained = seen();
-    Reading(desk(), {Figure{ChainReport().lastDayStatement()}}, month).readAll(); // what its window begins with
+    Figure lastDay{ChainReport().lastDayStatement()}; // what its window begins with
+    lastDay.take = [](const Record &row) { EXPECT_EQ(row.date(0), month.last); };
+    Reading(desk(), {lastDay}, month).readAll();
     ASSERT_EQ(chained.rows.size(), 1);
     EXPECT_EQ(texts(chained.rows[0]), texts(expected));
     EXPECT_NE(plainText(sold[6]), QStringLiteral("0"));
