@@ -229,7 +229,7 @@ TEST(Link, ShowsThatItWaits)
         editor->RollbackTrans();
     });
     EXPECT_TRUE(clinic.resync());
-    EXPECT_EQ(shown, QStringLiteral("본부의 물품 목록을 가져오는 중입니다. 0건"));
+    EXPECT_EQ(shown, QStringLiteral("본부에 연결하는 중입니다."));
 }
 
 TEST(Link, IsRefusedWhereThereIsNoListOrNoClinic)

@@ -87,6 +87,8 @@ Offer HeadOffice::offer(const ListMark &since, const Progress &progress) const
         if (!row[3].isEmpty()) // the one row of a list from which nothing is wanted
             offer.products.push_back({row[3].toInt(), row[4].isEmpty(), productIn(row, ownColumns)});
     }
+    if (progress)
+        progress(qint64(offer.products.size()), 0);
     return offer;
 }
 

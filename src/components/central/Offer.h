@@ -43,7 +43,7 @@ struct Offer
     std::vector<Offered> products;
 };
 
-/// Counts while something long is done.
+/// Counts what came from the head office, while no transaction is open, and then, of a total, what is saved within one.
 using Progress = std::function<void(qint64 done, qint64 total)>;
 
 } // namespace central

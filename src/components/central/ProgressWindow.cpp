@@ -5,13 +5,20 @@
 #include <QApplication>
 #include <QLocale>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace central {
 
 namespace {
 
 constexpr qint64 shownAfter = 400; // ms
+constexpr qint64 many = 1'000;
 constexpr int windowWidth = 420;
+
+bool hasWindows()
+{
+    return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr;
+}
 
 } // namespace
 
@@ -41,23 +48,32 @@ void ProgressWindow::open()
     column->addWidget(bar_);
     window_->setFixedWidth(windowWidth);
     window_->show();
+    // It is painted within a transaction later, where no event may run: it has to be on the screen by then.
+    for (int turn = 0; turn < 20 && !window_->windowHandle()->isExposed(); ++turn)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
 }
 
 void ProgressWindow::breathe()
 {
-    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+    if (!hasWindows())
         return;
     if (!window_ && since_.elapsed() > shownAfter) {
         open();
-        show(0, 0);
+        paint(0, 0);
     }
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void ProgressWindow::show(qint64 done, qint64 total)
 {
-    if (!window_)
-        return;
+    if (!window_ && total == 0 && done > many && hasWindows())
+        open();
+    if (window_)
+        paint(done, total);
+}
+
+void ProgressWindow::paint(qint64 done, qint64 total)
+{
     const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
     state_->setText(
         total == 0

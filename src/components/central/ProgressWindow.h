@@ -7,8 +7,8 @@
 
 namespace central {
 
-/// Tells the user of a desk how far the products are; it comes when they take longer than a moment. A program without windows
-/// has none. Names: frmCentralProgress, lblCentralProgress, prgCentral.
+/// Tells the user of a desk how far the products are; it comes when they take longer than a moment, or are many. A program
+/// without windows has none. In a transaction it is painted, and nothing else of the program runs. Names: frmCentralProgress, lblCentralProgress, prgCentral.
 class ProgressWindow
 {
 public:
@@ -19,11 +19,11 @@ public:
 
     /// While a server is waited for, with no transaction open: the program's windows are painted.
     void breathe();
-    /// How many came; of a total, how many are saved. Paints itself, and runs nothing else.
     void show(qint64 done, qint64 total);
 
 private:
     void open();
+    void paint(qint64 done, qint64 total);
 
     QElapsedTimer since_;
     QPointer<QWidget> window_;
