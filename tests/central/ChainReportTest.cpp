@@ -167,6 +167,7 @@ TEST_F(SeenChain, NamesAClinicThatCannotBeReachedAndCountsTheOthers)
     EXPECT_LT(waited.restart(), 3'000);
     ASSERT_EQ(sheet.rows.size(), 3);
     EXPECT_EQ(plainText(sheet.rows[0].back()), QStringLiteral("연결 안 됨"));
+    EXPECT_EQ(plainText(sheet.rows[0][5]), QString()) << "no figure is none, and not zero";
     EXPECT_EQ(plainText(sheet.rows[1].back()), QStringLiteral("확인 필요"));
     EXPECT_EQ(texts(sheet.rows[2]), alone);
     EXPECT_EQ(plainText(sheet.totals[5]).toStdString(), alone[5]);

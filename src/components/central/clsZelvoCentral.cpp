@@ -94,6 +94,7 @@ QString clsZelvoCentral::LinkClinic(ado::ConnectionPtr &connection, const QStrin
             ErrorNumber::Database,
             QStringLiteral("본부의 데이터베이스입니다. 한의원의 데이터베이스를 --database로 지정하십시오."));
     const central::HeadOffice headOffice(address, {});
+    headOffice.mark(); // nothing is left behind where it cannot be had
     const central::Brought brought = central::bringIntoStep(*connection, headOffice, {});
     return QStringLiteral("본부의 물품 목록과 연동했습니다: %1\n  새 물품 %2건, 바뀐 물품 %3건, 취급하지 않게 된 물품 "
                           "%4건, 이 한의원만의 물품 %5건")
