@@ -6,6 +6,7 @@
 #include "desk/preferences/Preferences.h"
 #include "desk/window/Look.h"
 #include "platform/runtime/RuntimeError.h"
+#include "tests/support/SilentServer.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -127,6 +128,12 @@ int main(int argc, char **argv)
     clinic::registerTables();
     const QStringList arguments = QApplication::arguments();
     try {
+        if (arguments.value(1) == QLatin1String("silent")) {
+            const SilentServer server;
+            std::printf("%d\n", server.port());
+            std::fflush(stdout);
+            return QApplication::exec();
+        }
         if (arguments.value(1) == QLatin1String("report"))
             measureReport(arguments.value(2));
         else if (arguments.value(1) == QLatin1String("picture"))

@@ -145,23 +145,35 @@ QStringList chainTriggers(bool server)
 
 QStringList chainLinkStatements(bool server)
 {
+    // Beside its two keys a note holds what was written to the product, in the types of the clinic's own table.
     QStringList statements{
         QStringLiteral("CREATE TABLE t_CentralState (CS_Key integer PRIMARY KEY CHECK (CS_Key = 1), CS_List text NOT "
                        "NULL, CS_Revision bigint NOT NULL)"),
-        QStringLiteral("CREATE TABLE t_CentralLink (CK_Product integer PRIMARY KEY, CK_Central integer NOT NULL "
-                       "UNIQUE, CK_Seen text)"),
+        QStringLiteral("CREATE TABLE t_CentralLink AS SELECT p.PM_PK AS CK_Product, p.PM_PK AS CK_Central, %1 FROM "
+                       "tPSProductMaster p WHERE 1 = 0")
+            .arg(chainColumnList(QStringLiteral("p"))),
+        QStringLiteral("CREATE UNIQUE INDEX ixCentralLink ON t_CentralLink (CK_Product)"),
+        QStringLiteral("CREATE UNIQUE INDEX ixCentralKey ON t_CentralLink (CK_Central)"),
         QStringLiteral("INSERT INTO t_CentralState VALUES (1, '', 0)")};
     if (server)
         statements << grantLinks;
     return statements;
 }
 
-QString chainSeen(const QString &table)
+QString chainNoteDiffers()
 {
-    QStringList parts;
-    for (const QString &column : chainColumnNames(table + u'.'))
-        parts << QStringLiteral("COALESCE(CAST(%1 AS text), '')").arg(column);
-    return parts.join(QStringLiteral(" || ' | ' || "));
+    QStringList differences;
+    for (const QString &column : chainColumnNames({}))
+        differences << QStringLiteral("k.%1 IS DISTINCT FROM p.%1").arg(column);
+    return differences.join(QStringLiteral(" OR "));
+}
+
+QString chainNoteSettings()
+{
+    QStringList settings;
+    for (const QString &column : chainColumnNames({}))
+        settings << QStringLiteral("%1 = p.%1").arg(column);
+    return settings.join(QStringLiteral(", "));
 }
 
 } // namespace clinic

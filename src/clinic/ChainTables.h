@@ -29,7 +29,8 @@ QStringList chainTriggers(bool server);
 // In the database of a clinic.
 /// On a server whoever may delete products may write the notes, too.
 QStringList chainLinkStatements(bool server);
-/// What a clinic's row of the product table says of the columns above, as one text; compared with what was written there.
-QString chainSeen(const QString &table);
+/// Whether a row of the notes, k, tells another product than one of the product table, p; and what makes it tell that.
+QString chainNoteDiffers();
+QString chainNoteSettings();
 
 } // namespace clinic

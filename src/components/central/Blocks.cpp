@@ -6,7 +6,7 @@ namespace central {
 
 namespace {
 
-constexpr qsizetype rowsAtOnce = 500; // a server may read the whole table for each block; engines bound the values
+constexpr qsizetype rowsAtOnce = 2'000; // a server may read the whole table for each block; engines bound the values
 
 } // namespace
 

@@ -1,17 +1,32 @@
 #include "components/central/LocalList.h"
 
-#include "clinic/Catalogue.h"
 #include "clinic/ChainTables.h"
 #include "platform/ado/Transaction.h"
 
 namespace central {
 
-LocalList LocalList::read(const ado::Connection &clinic)
+namespace {
+
+constexpr std::size_t few = 500;
+
+QString conditionFor(const Offer &offer)
+{
+    if (offer.whole || offer.products.size() > few)
+        return {};
+    QStringList keys{QStringLiteral("0")};
+    for (const Offered &offered : offer.products)
+        keys << QString::number(offered.key);
+    return QStringLiteral("WHERE k.CK_Central IS NULL OR k.CK_Central IN (%1) ").arg(keys.join(u','));
+}
+
+} // namespace
+
+LocalList LocalList::read(const ado::Connection &clinic, const Offer &offer)
 {
     const ado::CellTable table = clinic.read(
         QStringLiteral("SELECT p.PM_PK, k.CK_Central, %1 FROM tPSProductMaster p LEFT JOIN t_CentralLink k ON "
-                       "k.CK_Product = p.PM_PK ORDER BY p.PM_PK")
-            .arg(clinic::chainColumnList(QStringLiteral("p"))));
+                       "k.CK_Product = p.PM_PK %2ORDER BY p.PM_PK")
+            .arg(clinic::chainColumnList(QStringLiteral("p")), conditionFor(offer)));
     LocalList list;
     for (int row = 0; row < table.rowCount(); ++row) {
         QStringList cells;
@@ -27,9 +42,15 @@ LocalList LocalList::read(const ado::Connection &clinic)
 
 bool hasLinks(const ado::Connection &clinic)
 {
-    const clinic::Catalogue catalogue =
-        clinic::readCatalogue(clinic, {QStringLiteral("t_CentralState"), QStringLiteral("t_CentralLink")});
-    return catalogue.tables.size() == 2;
+    const bool file = clinic.engine() == ado::Engine::SQLite;
+    return clinic
+               .read(file ? QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND name IN "
+                                           "('t_CentralState', 't_CentralLink')")
+                          : QStringLiteral("SELECT COUNT(to_regclass('t_centralstate')) + "
+                                           "COUNT(to_regclass('t_centrallink'))"))
+               .raw(0, 0)
+               .toInt()
+           == 2;
 }
 
 void makeLinks(ado::Connection &clinic)
@@ -60,8 +81,8 @@ bool hasStrayed(const ado::Connection &clinic)
 {
     const ado::CellTable count = clinic.read(
         QStringLiteral("SELECT COUNT(*) FROM t_CentralLink k LEFT JOIN tPSProductMaster p ON p.PM_PK = k.CK_Product "
-                       "WHERE p.PM_PK IS NULL OR k.CK_Seen IS NULL OR %1 <> k.CK_Seen")
-            .arg(clinic::chainSeen(QStringLiteral("p"))));
+                       "WHERE p.PM_PK IS NULL OR %1")
+            .arg(clinic::chainNoteDiffers()));
     return count.raw(0, 0).toLongLong() > 0;
 }
 

@@ -19,7 +19,8 @@ struct LocalList
 
     std::map<qint32, Row> rows; ///< by the clinic's own key, which never changes
 
-    static LocalList read(const ado::Connection &clinic);
+    /// Of those that are noted as another product of the chain than the offer speaks of it may hold none.
+    static LocalList read(const ado::Connection &clinic, const Offer &offer);
 };
 
 /// The tables beside the product table that remember it; they are made where they are missing and the role may.

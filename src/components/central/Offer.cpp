@@ -13,6 +13,8 @@ QString sameOnEveryEngine(const QString &text, ado::ColumnType holds)
         return {};
     switch (holds) {
     case ado::ColumnType::Money:
+        if (const auto plain = runtime::Currency::fromPlainText(text.toLatin1()))
+            return plain->toText();
         return runtime::CCur(text).toText();
     case ado::ColumnType::Flag:
         return text == QLatin1String("t") || runtime::Val(text) != 0 ? QStringLiteral("1") : QStringLiteral("0");

@@ -87,10 +87,9 @@ public:
 
     void remember(const ListMark &mark)
     {
-        const QString seen = clinic::chainSeen(QStringLiteral("p"));
-        clinic_.Execute(QStringLiteral("UPDATE t_CentralLink SET CK_Seen = %1 FROM tPSProductMaster p WHERE p.PM_PK = "
-                                       "CK_Product AND (CK_Seen IS NULL OR CK_Seen <> %1)")
-                            .arg(seen));
+        clinic_.Execute(QStringLiteral("UPDATE t_CentralLink AS k SET %1 FROM tPSProductMaster p WHERE p.PM_PK = "
+                                       "k.CK_Product AND (%2)")
+                            .arg(clinic::chainNoteSettings(), clinic::chainNoteDiffers()));
         ado::Command command = clinic_.command();
         command << u"UPDATE t_CentralState SET CS_List = ";
         command.value(mark.list) << u", CS_Revision = ";
@@ -116,15 +115,16 @@ std::optional<Brought> follow(ado::Connection &clinic, const Offer &offer, const
     ado::Transaction scope(clinic);
     if (!clinic.holdRow(QStringLiteral("t_CentralState"), QStringLiteral("CS_Key"), 1) || markOf(clinic) != readFrom)
         return std::nullopt;
-    clinic.Execute(QStringLiteral("DELETE FROM t_CentralLink WHERE CK_Product NOT IN (SELECT PM_PK FROM "
-                                  "tPSProductMaster)"));
+    if (offer.whole)
+        clinic.Execute(QStringLiteral("DELETE FROM t_CentralLink WHERE CK_Product NOT IN (SELECT PM_PK FROM "
+                                      "tPSProductMaster)"));
     Writing writing(clinic, progress);
-    Plan plan = planOf(offer, LocalList::read(clinic), offer.mark.list == readFrom.list);
+    Plan plan = planOf(offer, LocalList::read(clinic, offer), offer.mark.list == readFrom.list);
     const Brought brought{qsizetype(plan.added.size()), qsizetype(plan.changed.size()),
                           qsizetype(plan.withdrawn.size())};
     writing.write(plan);
     if (!plan.added.empty()) // their keys are known now
-        writing.write(planOf(offer, LocalList::read(clinic), true));
+        writing.write(planOf(offer, LocalList::read(clinic, offer), true));
     writing.remember(offer.mark);
     scope.commit();
     return brought;
