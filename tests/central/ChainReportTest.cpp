@@ -159,24 +159,24 @@ TEST_F(SeenChain, NamesAClinicThatCannotBeReachedAndCountsTheOthers)
 {
     const std::vector<std::string> alone = texts(seen().rows[0]);
     const SilentServer silent;
-    add("가 불 꺼진 곳", QStringLiteral("127.0.0.1"), silent.port());
-    add("나 다른 테이블", socketFolder(), 5432, "elsewhere");
+    add("불 꺼진 곳", QStringLiteral("127.0.0.1"), silent.port());
+    add("다른 테이블", socketFolder(), 5432, "elsewhere");
     QElapsedTimer waited;
     waited.start();
     const Sheet sheet = seen();
     EXPECT_LT(waited.restart(), 3'000);
     ASSERT_EQ(sheet.rows.size(), 3);
-    EXPECT_EQ(plainText(sheet.rows[0].back()), QStringLiteral("연결 안 됨"));
-    EXPECT_EQ(plainText(sheet.rows[0][5]), QString()) << "no figure is none, and not zero";
-    EXPECT_EQ(plainText(sheet.rows[1].back()), QStringLiteral("확인 필요"));
-    EXPECT_EQ(texts(sheet.rows[2]), alone);
+    EXPECT_EQ(texts(sheet.rows[0]), alone);
+    EXPECT_EQ(plainText(sheet.rows[1].back()), QStringLiteral("연결 안 됨"));
+    EXPECT_EQ(plainText(sheet.rows[1][5]), QString()) << "no figure is none, and not zero";
+    EXPECT_EQ(plainText(sheet.rows[2].back()), QStringLiteral("확인 필요"));
     EXPECT_EQ(plainText(sheet.totals[5]).toStdString(), alone[5]);
-    EXPECT_TRUE(sheet.remark.startsWith(QStringLiteral("합계에 없는 지점: 가 불 꺼진 곳, 나 다른 테이블.")))
+    EXPECT_TRUE(sheet.remark.startsWith(QStringLiteral("합계에 없는 지점: 불 꺼진 곳, 다른 테이블.")))
         << sheet.remark.toStdString();
     for (const int view : {1, 4})
         seen(view);
     EXPECT_LT(waited.elapsed(), 1'500) << "it is waited for once";
-    office_.run("SELECT chain.drop_clinic('가 불 꺼진 곳')");
+    office_.run("SELECT chain.drop_clinic('불 꺼진 곳')");
     runScript();
     EXPECT_EQ(seen().rows.size(), 2) << "a second run of the script keeps who is known";
 }

@@ -184,28 +184,23 @@ void ChainReport::fillRows(Sheet &sheet, const std::function<std::vector<Sum>(co
 {
     sheet.columns.insert(sheet.columns.begin(), shown(clinicColumn));
     sheet.columns.push_back(shown(stateColumn));
-    std::vector<const Clinic *> clinics;
-    for (const auto &[number, clinic] : clinics_)
-        clinics.push_back(&clinic);
-    std::ranges::stable_sort(clinics, {}, [](const Clinic *clinic) { return clinic->name; });
     std::vector<Sum> totals(sheet.columns.size() - 2);
-    for (const Clinic *clinic : clinics) {
-        Row row{clinic->name};
-        if (clinic->trouble.isEmpty()) {
-            const std::vector<Sum> amounts = amountsOf(*clinic);
-            row = rowOfAmounts(clinic->name, amounts);
+    for (const auto &[number, clinic] : clinics_) {
+        Row row{clinic.name};
+        if (clinic.trouble.isEmpty()) {
+            const std::vector<Sum> amounts = amountsOf(clinic);
+            row = rowOfAmounts(clinic.name, amounts);
             for (std::size_t column = 0; column < totals.size(); ++column)
                 totals[column] += amounts[column];
         }
         row.resize(sheet.columns.size());
-        row.back() = clinic->trouble;
+        row.back() = clinic.trouble;
         sheet.rows.push_back(std::move(row));
+        sheet.chart.categories << clinic.name;
     }
     sheet.totals = rowOfAmounts(QStringLiteral("합계"), totals);
     sheet.totals.resize(sheet.columns.size());
     sheet.chart.lying = true;
-    for (const Clinic *clinic : clinics)
-        sheet.chart.categories << clinic->name;
     const auto result = std::ranges::find(sheet.columns, sheet.chart.series.front().caption, &Column::caption);
     for (const Row &row : sheet.rows)
         sheet.chart.series.front().values.push_back(Sum::of(row[std::size_t(result - sheet.columns.begin())]).orZero());
@@ -255,7 +250,6 @@ QString ChainReport::whoIsMissing() const
     }
     if (missing.isEmpty())
         return {};
-    missing.sort();
     return QStringLiteral("합계에 없는 지점: %1.   ").arg(missing.join(QStringLiteral(", ")));
 }
 

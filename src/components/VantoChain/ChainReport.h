@@ -76,7 +76,7 @@ private:
     void fillClinics(Sheet &sheet) const;
     void fillDays(Sheet &sheet, Grain grain) const;
     void fillStock(Sheet &sheet) const;
-    /// A row of each clinic, its state at the end; the totals of those that answered.
+    /// A row of each clinic in the order in which they were added, its state at the end; the totals of those that answered.
     void fillRows(Sheet &sheet, const std::function<std::vector<Sum>(const Clinic &)> &amountsOf) const;
     QString whoIsMissing() const;
 
