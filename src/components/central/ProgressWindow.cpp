@@ -76,7 +76,8 @@ void ProgressWindow::paint(qint64 done, qint64 total)
 {
     const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
     state_->setText(
-        total == 0
+        done == 0 ? QStringLiteral("본부에 연결하는 중입니다.")
+        : total == 0
             ? QStringLiteral("본부의 물품 목록을 가져오는 중입니다. %1건").arg(korean.toString(done))
             : QStringLiteral("물품을 저장하는 중입니다. %1 / %2건").arg(korean.toString(done), korean.toString(total)));
     bar_->setRange(0, int(total));
