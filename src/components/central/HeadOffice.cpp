@@ -38,7 +38,7 @@ ado::ConnectionPtr opened(const QString &address)
 }
 
 /// One statement, so that the mark is that of the rows. A reader of another list, or of one that has gone back to a backup
-/// since, gets the whole.
+/// since, gets the whole. By its key even a server that has never looked at it knows that the list is one row.
 QString offerStatement(const ListMark &since)
 {
     return QStringLiteral(
@@ -46,7 +46,7 @@ QString offerStatement(const ListMark &since)
                "c.CP_Product, p.PM_PK, %3 FROM t_CentralList l LEFT JOIN t_CentralProduct c ON c.CP_Revision > CASE "
                "WHEN "
                "l.CL_List = '%1' AND l.CL_Revision >= %2 THEN %2 ELSE 0 END LEFT JOIN tPSProductMaster p ON p.PM_PK = "
-               "c.CP_Product ORDER BY c.CP_Product")
+               "c.CP_Product WHERE l.CL_Key = 1 ORDER BY c.CP_Product")
         .arg(QString(since.list).remove(u'\''), QString::number(since.revision),
              clinic::chainColumnList(QStringLiteral("p")));
 }
