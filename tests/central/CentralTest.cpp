@@ -247,6 +247,9 @@ TEST(Link, IsRefusedWhereThereIsNoListOrNoClinic)
                 testing::HasSubstr("본부의 데이터베이스입니다"));
     EXPECT_THAT(refusal([&] { server.LinkClinic(clinic, QStringLiteral("sqlite:/nowhere/at/all.db")); }),
                 testing::HasSubstr("/nowhere/at/all.db"));
+    EXPECT_THAT(refusal([&] { server.LinkClinic(clinic, QStringLiteral("odbc:DSN=office")); }),
+                testing::HasSubstr("postgresql://"));
+    EXPECT_EQ(plain.value("SELECT COUNT(*) FROM sqlite_master WHERE name LIKE 't_Central%'"), QStringLiteral("0"));
     ado::ConnectionPtr gone;
     server.UseClinic(gone);
     EXPECT_EQ(errorOf([&] { server.CheckSync(); }), runtime::ErrorNumber::ObjectClosed);

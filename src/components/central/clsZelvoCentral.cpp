@@ -93,6 +93,9 @@ QString clsZelvoCentral::LinkClinic(ado::ConnectionPtr &connection, const QStrin
         throw RuntimeError(
             ErrorNumber::Database,
             QStringLiteral("본부의 데이터베이스입니다. 한의원의 데이터베이스를 --database로 지정하십시오."));
+    if (address.startsWith(QLatin1String("odbc:"))) // whose waiting nobody can bound
+        throw RuntimeError(ErrorNumber::Database,
+                           QStringLiteral("본부의 주소를 postgresql:// 또는 sqlite: 주소로 입력하십시오."));
     const central::HeadOffice headOffice(address, {});
     headOffice.mark(); // nothing is left behind where it cannot be had
     const central::Brought brought = central::bringIntoStep(*connection, headOffice, {});
