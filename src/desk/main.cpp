@@ -2,6 +2,7 @@
 #include "clinic/Tables.h"
 #include "desk/backup/Backup.h"
 #include "desk/backup/Verify.h"
+#include "desk/chain/ChainOnTerminal.h"
 #include "desk/check/CheckOnTerminal.h"
 #include "desk/copy/CopyClinic.h"
 #include "desk/exchange/Exchange.h"
@@ -225,6 +226,10 @@ int tend(const desk::Options &options)
 {
     if (options.set)
         return preferences::setOnTerminal(*options.set, addressOf(options));
+    if (!options.central.isEmpty())
+        return chain::linkOnTerminal(openClinic(addressOf(options)), options.central);
+    if (options.headOffice)
+        return chain::makeHeadOfficeOnTerminal(openClinic(addressOf(options)));
     if (options.make)
         return make(options);
     if (options.upgrade)

@@ -141,3 +141,36 @@ TEST_F(CentralServer, KeepsTheProductListWhateverIsEdited)
         close();
     }
 }
+
+TEST_F(CentralServer, OpensOnWhatTheHeadOfficeEditedInItsOwnWindow)
+{
+    nameProductServer(QString());
+    automation::classRegister::registerLibrary(besideTest("prjZelvoCentral"));
+    const auto central = automation::createObject(QStringLiteral("prjZelvoCentral.clsZelvoCentral"));
+    TestDatabase office(ado::Engine::PostgreSQL);
+    const auto tell = [&](const char *member, const TestDatabase &database, const QVariantList &more = {}) {
+        QVariantList arguments = QVariantList{QVariant::fromValue(database.connection())} + more;
+        automation::call(*central, QLatin1String(member), arguments);
+    };
+    tell("MakeHeadOffice", office);
+    tell("LinkClinic", database_, {office.address()});
+    tell("UseClinic", database_);
+
+    QVariantList atOffice = arguments();
+    atOffice[0] = QVariant::fromValue(office.connection());
+    call("showProductSaleManage", atOffice);
+    push("chkCmdProdSaleAddEdiDel_0");
+    at<QLineEdit>("txtProSaleInfo_0")->setText(QStringLiteral("라"));
+    at<QLineEdit>("txtProSaleInfo_1")->setText(QStringLiteral("본부의 새 차"));
+    push("chkCmdSaveProduct_0");
+    close();
+
+    nameProductServer(QStringLiteral("prjZelvoCentral.clsZelvoCentral"));
+    database_.run(QStringLiteral("INSERT INTO t_HospSetup (HS_KEY, HS_Value) VALUES ('물품판매중앙주소', '%1')")
+                      .arg(office.address()));
+    sell();
+    EXPECT_TRUE(isUp());
+    EXPECT_EQ(rowsOf("tdbSaleProductLists"), 3) << "two of the clinic's own, and the new one";
+    EXPECT_TRUE(linked());
+    EXPECT_EQ(said(), "");
+}

@@ -141,9 +141,17 @@ void Wire::cutAtWriting(int statement, Moment moment, Then then)
 {
     const std::lock_guard lock(mutex_);
     due_ = statement;
+    everything_ = false;
     moment_ = moment;
     then_ = then;
     cut_ = false;
+}
+
+void Wire::cutAt(int statement, Moment moment, bool everything)
+{
+    cutAtWriting(statement, moment);
+    const std::lock_guard lock(mutex_);
+    everything_ = everything;
 }
 
 void Wire::takeAway()
@@ -211,7 +219,7 @@ bool Wire::carryMessages(Line &line)
         line.pending.erase(0, message.size());
         const char type = std::exchange(line.greeted, true) ? message[0] : '\0';
         if (type == 'Q' || type == 'P')
-            line.writes = writes(message);
+            line.writes = everything_ || writes(message);
         const bool cut = due_ == 0 && line.writes && moment_ == Moment::Before;
         if (!cut && !sendAll(line.server, message.data(), message.size()))
             return false;

@@ -30,6 +30,8 @@ public:
     /// Cuts at the given one, counted from 0, of the statements from now on that change or commit something. The server can
     /// be reached anew at once, or not until mend().
     void cutAtWriting(int statement, Moment moment, Then then = Then::Back);
+    /// The same, and of all statements where `everything` is set.
+    void cutAt(int statement, Moment moment, bool everything);
     bool wasCut() const { return cut_; }
     /// Cuts now; the server cannot be reached until mend().
     void takeAway();
@@ -45,7 +47,8 @@ private:
     bool carryMessages(Line &line);
 
     std::mutex mutex_;
-    int due_ = -1; ///< the writing to cut at, -1 for none
+    int due_ = -1;            ///< the writing to cut at, -1 for none
+    bool everything_ = false; ///< counts, not writings alone
     Moment moment_{};
     Then then_{};
     std::atomic<bool> cut_{false};

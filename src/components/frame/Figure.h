@@ -49,6 +49,7 @@ struct Figure
     QString bounds = {}; ///< a statement that gives the lowest and the highest first, NULL when there is no row
     std::function<void(const Record &row)> take = {};
     Period days = {}; ///< where they are not the report's
+    int firstKeys = 500; ///< in the first slice
 };
 
 /// The bounds of the keys of the period's orders. A period's orders lie close together but for few, and so do their lines:

@@ -18,7 +18,6 @@ constexpr qint64 aimedSlice = 45;
 constexpr qint64 mostGrowth = 8; ///< at once: the rows of the next slice may lie closer
 
 constexpr qint64 firstDays = 4;
-constexpr qint64 firstKeys = 500;
 
 } // namespace
 
@@ -59,7 +58,7 @@ void Reading::enter()
             lowest_ = row.key(0);
             highest_ = lowest_ == 0 ? -1 : row.key(1);
         });
-        width_ = firstKeys;
+        width_ = figure.firstKeys;
     }
     next_ = lowest_;
 }

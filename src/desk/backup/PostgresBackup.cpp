@@ -1,5 +1,6 @@
 #include "desk/backup/PostgresBackup.h"
 
+#include "clinic/ChainTables.h"
 #include "desk/backup/CalmMoment.h"
 #include "desk/backup/PostgresRows.h"
 #include "desk/backup/PostgresScript.h"
@@ -106,6 +107,8 @@ void demandKnownTriggers(const QString &source)
     QStringList known;
     for (const schema::JournalTrigger &trigger : schema::journalTriggers(schema::Dialect::PostgreSQL))
         known << schema::plainDefinition(trigger.statement + u';');
+    for (const QString &trigger : clinic::chainTriggers(true))
+        known << schema::plainDefinition(trigger + u';');
     const QString definitions = definitionsIn(source);
     for (auto found = acting.globalMatch(definitions); found.hasNext();) {
         const QString statement = found.next().captured();
@@ -190,6 +193,8 @@ void dump(ado::Connection &clinic, const QString &target, const Progress &progre
                           QStringLiteral("--table=t_deskjournal")};
     for (const schema::TablePlan &table : schema::tablePlans())
         arguments << QStringLiteral("--table=") + folded(table.name);
+    for (const char *table : clinic::chainTables)
+        arguments << QStringLiteral("--table=") + QLatin1String(table);
     runPostgresTool(QStringLiteral("pg_dump"), arguments, place,
                     counter(QStringLiteral("dumping contents of table"), progress));
     QStringList rowSums;
@@ -254,6 +259,8 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
                     {QStringLiteral("--no-owner"), QStringLiteral("--file=") + script.unfinished(), source}, place,
                     counter(QString(), progress));
     QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
+    if (definitionsIn(source).contains(QLatin1String("EXECUTE FUNCTION clinic_central.")))
+        before << clinic::chainFunctionStatements();
     QStringList behind;
     for (const QString &schema : schemasIn(source)) {
         before << makeRoomIn(schema);

@@ -1,5 +1,6 @@
 #include "desk/backup/SqliteBackup.h"
 
+#include "clinic/ChainTables.h"
 #include "desk/backup/CalmMoment.h"
 #include "desk/backup/ReadyTable.h"
 #include "desk/backup/Refusal.h"
@@ -61,6 +62,8 @@ void demandKnownTriggers(SqliteFile &backup, const QString &source)
     QStringList unknown = backup.triggers();
     for (const schema::JournalTrigger &trigger : schema::journalTriggers(schema::Dialect::SQLite))
         unknown.removeAll(trigger.statement);
+    for (const QString &trigger : clinic::chainTriggers(false))
+        unknown.removeAll(trigger);
     if (!unknown.isEmpty())
         refuse(QStringLiteral("백업에 다른 프로그램의 트리거가 있어 새 데이터베이스로 복원하지 않았습니다: %1\n%2")
                    .arg(source, unknown.join(u'\n')));

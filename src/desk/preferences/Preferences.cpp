@@ -31,6 +31,8 @@ constexpr Preference table[] = {
     {u"ColWidth_1", u"SecondColWidth", windows, u"", u"판매 탭 둘째 칸의 너비", true},
     {u"ColWidth_2", u"ThirdColWidth", windows, u"", u"판매 탭 셋째 칸의 너비", true},
     {u"물품판매중앙콜사인", u"ProductServerCallSign", ofClinic, u"", u"중앙 물품 서버의 콜사인"},
+    {u"물품판매중앙주소", u"ProductServerAddress", ofClinic, u"", u"본부 데이터베이스의 주소 (desk --central)", false,
+     true},
 };
 
 QString text(const char16_t *of)
@@ -64,7 +66,8 @@ void storeInClinic(const Preference &preference, const QString &value, ado::Conn
 } // namespace
 
 const Preference &receiptPrinter = table[0];
-const Preference &callSign = table[std::size(table) - 1];
+const Preference &callSign = table[std::size(table) - 2];
+const Preference &headOffice = table[std::size(table) - 1];
 
 std::span<const Preference> all()
 {

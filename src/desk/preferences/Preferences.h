@@ -18,6 +18,7 @@ struct Preference
     const char16_t *fallback; ///< what holds where nothing is stored
     const char16_t *what;     ///< for the technician, in Korean
     bool isNumber = false;
+    bool isAddress = false; ///< may hold a password, which is not shown
 
     bool isOfClinic() const { return *section == u'\0'; }
 };
@@ -27,6 +28,7 @@ std::span<const Preference> all();
 const Preference *find(QStringView name);
 extern const Preference &receiptPrinter;
 extern const Preference &callSign;
+extern const Preference &headOffice;
 
 /// What holds now. `clinic` is asked for what is stored there. Raises RuntimeError.
 QString value(const Preference &preference, const ado::ConnectionPtr &clinic);

@@ -14,10 +14,15 @@ namespace preferences {
 
 namespace {
 
+QString shown(const Preference &preference, const QString &value)
+{
+    return preference.isAddress && !value.isEmpty() ? ado::addressToShow(value) : value;
+}
+
 QString line(const Preference &preference, const QString &value)
 {
     return QStringLiteral("  %1=%2\n      %3\n")
-        .arg(QString::fromUtf16(preference.key), value, QString::fromUtf16(preference.what));
+        .arg(QString::fromUtf16(preference.key), shown(preference, value), QString::fromUtf16(preference.what));
 }
 
 /// The desk's own can be told also where its clinic cannot be reached.
@@ -59,7 +64,7 @@ int setOnTerminal(const QString &assignment, const QString &address)
     const QString typed = assignment.section(u'=', 1);
     const QString value = typed.isEmpty() ? QString::fromUtf16(preference->fallback) : typed;
     setValue(*preference, value, preference->isOfClinic() ? ado::Connection::open(address) : nullptr);
-    out << QStringLiteral("저장했습니다: %1=%2\n").arg(QString::fromUtf16(preference->key), value);
+    out << QStringLiteral("저장했습니다: %1=%2\n").arg(QString::fromUtf16(preference->key), shown(*preference, value));
     return 0;
 }
 

@@ -26,9 +26,9 @@ SELECT named, to_regclass(named) AS relation, kind
 FROM (VALUES ('tPSProductMaster', 'rows'), ('tPSCompanyMaster', 'rows'), ('tPSIncoming', 'rows'), ('tPSOrderMaster', 'rows'),
              ('tPSOrderDetail', 'rows'), ('tPSTransaction', 'rows'), ('tPSProperties', 'settings'),
              ('t_HospSetup', 'settings'), ('Customer', 'read'), ('Receipt', 'read'), ('t_DeskSchema', 'made'),
-             ('t_DeskJournal', 'made')) AS asked (named, kind);
+             ('t_DeskJournal', 'made'), ('t_CentralState', 'links'), ('t_CentralLink', 'links')) AS asked (named, kind);
 DO $body$ DECLARE missing text; BEGIN
-    SELECT string_agg(named, ', ') INTO missing FROM clinic_table WHERE relation IS NULL AND kind <> 'made';
+    SELECT string_agg(named, ', ') INTO missing FROM clinic_table WHERE relation IS NULL AND kind NOT IN ('made', 'links');
     IF missing IS NOT NULL THEN
         RAISE EXCEPTION 'tables that are not found on the search path: %', missing;
     END IF;
@@ -72,7 +72,7 @@ SELECT format('REVOKE EXECUTE ON ALL FUNCTIONS IN SCHEMA clinic_journal FROM PUB
 SELECT format('REVOKE ALL ON ALL TABLES IN SCHEMA %1$I FROM %2$I; REVOKE ALL ON ALL SEQUENCES IN SCHEMA %1$I FROM %2$I',
               nspname, :'desk')
     FROM clinic_schema \gexec
-SELECT format('GRANT SELECT%s ON %s TO %I', CASE WHEN kind = 'rows' THEN ', DELETE' ELSE '' END, relation, :'desk')
+SELECT format('GRANT SELECT%s ON %s TO %I', CASE WHEN kind IN ('rows', 'links') THEN ', DELETE' ELSE '' END, relation, :'desk')
     FROM clinic_table WHERE relation IS NOT NULL \gexec
 CREATE TEMP VIEW clinic_counter AS
 SELECT d.adrelid, d.adnum, s.refobjid::regclass AS counter
@@ -82,7 +82,7 @@ WHERE d.adrelid IN (SELECT relation FROM clinic_table WHERE kind IN ('rows', 'se
 SELECT format('GRANT INSERT (%1$s), UPDATE (%1$s) ON %2$s TO %3$I', string_agg(quote_ident(a.attname), ', '),
               a.attrelid::regclass, :'desk')
     FROM clinic_table t JOIN pg_attribute a ON a.attrelid = t.relation
-    WHERE t.kind IN ('rows', 'settings') AND a.attnum > 0 AND NOT a.attisdropped AND a.attidentity = ''
+    WHERE t.kind IN ('rows', 'settings', 'links') AND a.attnum > 0 AND NOT a.attisdropped AND a.attidentity = ''
         AND NOT EXISTS (SELECT FROM clinic_counter c WHERE c.adrelid = a.attrelid AND c.adnum = a.attnum)
     GROUP BY a.attrelid \gexec
 SELECT format('GRANT USAGE ON SEQUENCE %s TO %I', counter, :'desk') FROM clinic_counter \gexec

@@ -88,6 +88,10 @@ QString taskOf(const Options &options)
         tasks << QStringLiteral("--import");
     if (!options.exportFile.isEmpty())
         tasks << QStringLiteral("--export");
+    if (!options.central.isEmpty())
+        tasks << QStringLiteral("--central");
+    if (options.headOffice)
+        tasks << QStringLiteral("--head-office");
     if (options.set)
         tasks << QStringLiteral("--set");
     if (tasks.size() > 1)
@@ -146,6 +150,10 @@ Options readCommandLine(const QStringList &arguments)
             options.set = at + 1 < arguments.size() && !arguments[at + 1].startsWith(QLatin1String("--"))
                               ? arguments[++at]
                               : QString();
+        else if (option == QLatin1String("--central"))
+            options.central = value();
+        else if (option == QLatin1String("--head-office"))
+            options.headOffice = true;
         else if (option == QLatin1String("--lock-down"))
             options.lockDown = true;
         else if (option == QLatin1String("--until-shown"))
@@ -182,6 +190,8 @@ QString usageText()
         "  --export 파일     물품 목록을 CSV 파일로 저장합니다 (--import로 다시 가져올 수 있습니다)\n"
         "  --upgrade         데이터베이스에 없는 것을 더해 이 판으로 업그레이드합니다 (먼저 백업하며, 그 파일은\n"
         "                    --backup으로 정할 수 있습니다)\n"
+        "  --central 주소    이 한의원의 물품 목록을 그 주소의 본부 물품 목록과 연동합니다\n"
+        "  --head-office     이 데이터베이스의 물품 목록을 체인의 본부 물품 목록으로 만듭니다\n"
         "  --set 이름=값     이 데스크의 설정을 바꿉니다 (--set만 쓰면 모든 설정을 보여 줍니다)\n"
         "  --dry-run         --upgrade 또는 --import와 함께: 할 일을 보여 주기만 합니다\n"
         "  --lock-down       --upgrade와 함께: PostgreSQL에서 권한을 받지 않은 역할은 접속하지 못하게 합니다\n"

@@ -30,6 +30,8 @@ struct Options
     bool upgrade = false;       ///< the backup that goes before may be named by backupFile
     bool dryRun = false;        ///< with upgrade or importFile
     bool lockDown = false;      ///< with upgrade
+    QString central;            ///< the head office's address; empty unless asked for
+    bool headOffice = false;
     std::optional<QString> set; ///< "KEY=VALUE"; empty: to list them
     bool untilShown = false;    ///< ends when the first window is painted
     bool help = false;

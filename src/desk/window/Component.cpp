@@ -1,42 +1,19 @@
 #include "desk/window/Component.h"
 
-#include "platform/runtime/Attempt.h"
-
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
+#include "desk/chain/CentralServer.h"
+#include "desk/chain/Libraries.h"
 
 namespace desk {
 
-namespace {
-
-/// Beside the program as it was built, else where the package puts them.
-QString pathOf(const char *name)
-{
-    const QString file = QStringLiteral("lib%1.so").arg(QLatin1String(name));
-    const QString beside = QDir(QCoreApplication::applicationDirPath()).filePath(file);
-    return QFile::exists(beside) ? beside : QDir(automation::classRegister::installedFolder()).filePath(file);
-}
-
-/// Installed ones, too: an earlier copy of the program may have entered its own.
-void registerLibraries(std::initializer_list<const char *> names)
-{
-    for (const char *name : names) {
-        runtime::Attempt attempt; // what cannot be registered is told when it is asked for
-        attempt([&] { automation::classRegister::registerLibrary(pathOf(name)); });
-    }
-}
-
-} // namespace
-
 void SaleComponent::registerSale()
 {
-    registerLibraries({"prjZelvoProductSale"});
+    libraries::enter({"prjZelvoProductSale"});
 }
 
 void SaleComponent::registerReports()
 {
-    registerLibraries({"VantoSalesPeriod", "VantoSalesItem", "VantoPayPeriod", "VantoOneDay", "VantoStock"});
+    libraries::enter(
+        {"VantoSalesPeriod", "VantoSalesItem", "VantoPayPeriod", "VantoOneDay", "VantoStock", "VantoChain"});
 }
 
 void SaleComponent::registerBesideProgram()
@@ -64,6 +41,7 @@ void SaleComponent::show(const QString &entry, const Patient &patient)
 {
     if (!object_)
         object_ = automation::createObject(ProgramId);
+    chain::attend(connection_);
     QVariantList arguments{QVariant::fromValue(connection_),
                            patient.key,
                            patient.name,

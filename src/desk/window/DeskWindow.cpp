@@ -1,5 +1,6 @@
 #include "desk/window/DeskWindow.h"
 
+#include "desk/chain/ChainReport.h"
 #include "desk/window/JournalWindow.h"
 #include "desk/window/Look.h"
 #include "desk/window/SettingsDialog.h"
@@ -88,6 +89,7 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     , sale_(named(new QPushButton(QStringLiteral("물품판매(F2)")), QStringLiteral("cmdSale")))
     , manage_(named(new QPushButton(QStringLiteral("물품관리(F3)")), QStringLiteral("cmdManage")))
     , journal_(named(new QPushButton(QStringLiteral("변경 이력(F9)")), QStringLiteral("cmdJournal")))
+    , chain_(named(new QPushButton(QStringLiteral("체인 통계(F8)")), QStringLiteral("cmdChain")))
     , settings_(named(new GearButton, QStringLiteral("cmdSettings")))
 {
     setObjectName(QStringLiteral("deskWindow"));
@@ -146,11 +148,12 @@ QWidget *DeskWindow::makeFoot()
     texts->addWidget(chosenName_);
     texts->addWidget(chosenDetail_);
     row->addLayout(texts, 1);
-    for (QPushButton *button : {sale_, manage_, journal_}) {
+    for (QPushButton *button : {sale_, manage_, journal_, chain_}) {
         button->setMinimumSize(132, 44);
         button->setAutoDefault(false);
         row->addWidget(button);
     }
+    chain_->setVisible(chain::seesClinics(connection_)); // within the foot by now, else it would be a window
     QFont strong = sale_->font();
     strong.setBold(true);
     sale_->setFont(strong);
@@ -198,6 +201,7 @@ void DeskWindow::connectControls()
     controls::onEvent(sale_, &QPushButton::clicked, this, [this](bool) { openSale(); });
     controls::onEvent(manage_, &QPushButton::clicked, this, [this](bool) { openManagement(); });
     controls::onEvent(journal_, &QPushButton::clicked, this, [this](bool) { openJournal(); });
+    controls::onEvent(chain_, &QPushButton::clicked, this, [this](bool) { openChain(); });
     controls::onEvent(settings_, &QToolButton::clicked, this, [this](bool) { openSettings(); });
     search_->installEventFilter(this);
     table_->installEventFilter(this);
@@ -264,6 +268,13 @@ void DeskWindow::openJournal()
     journal.release()->show(); // it goes when it is closed
 }
 
+void DeskWindow::openChain()
+{
+    QWidget *report = chain::openReport(connection_);
+    resizeWithinScreen(*report, {1320, 760});
+    report->show();
+}
+
 void DeskWindow::openSettings()
 {
     const controls::Modal<SettingsDialog> settings(connection_, this);
@@ -279,6 +290,8 @@ void DeskWindow::keyPressEvent(QKeyEvent *event)
         return sale_->click();
     case Qt::Key_F3:
         return manage_->click();
+    case Qt::Key_F8:
+        return chain_->isHidden() ? QWidget::keyPressEvent(event) : chain_->click();
     case Qt::Key_F9:
         return journal_->click();
     case Qt::Key_F10:

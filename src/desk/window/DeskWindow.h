@@ -14,7 +14,8 @@ namespace desk {
 
 /// The reception's window: find a patient, open the sale of goods or their management.
 ///
-/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, cmdJournal, cmdSettings, lblNotice; its own is deskWindow.
+/// Names of its controls: txtSearch, tblPatients, cmdSale, cmdManage, cmdJournal, cmdChain (at a head office), cmdSettings, lblNotice; its own is
+/// deskWindow.
 class DeskWindow : public QWidget
 {
     Q_OBJECT
@@ -41,6 +42,7 @@ private:
     void openSale();
     void openManagement();
     void openJournal();
+    void openChain();
     void openSettings();
 
     ado::ConnectionPtr connection_;
@@ -55,6 +57,7 @@ private:
     QPushButton *sale_;
     QPushButton *manage_;
     QPushButton *journal_;
+    QPushButton *chain_;
     GearButton *settings_;
 };
 
