@@ -118,19 +118,21 @@ void tellTable(QTextStream &page, const clinic::Table &table)
         page << "| `" << column.name << "` | " << holdingOf(column).name << " | " << remarks.join(QStringLiteral(", "))
              << " |\n";
     }
-    for (const Dialect dialect : {Dialect::SQLite, Dialect::PostgreSQL}) {
-        page << (dialect == Dialect::SQLite ? "\nSQLite:\n" : "\nPostgreSQL:\n") << "\n```sql\n"
-             << schema::createTableStatement(table, dialect) << ";\n```\n";
+    const std::pair<Dialect, const char *> engines[]{
+        {Dialect::SQLite, "SQLite"}, {Dialect::PostgreSQL, "PostgreSQL"}, {Dialect::MariaDB, "MariaDB"}};
+    for (const auto &[dialect, name] : engines) {
+        page << "\n" << name << ":\n\n```sql\n" << schema::createTableStatement(table, dialect) << ";\n```\n";
     }
 }
 
 void tellIndexes(QTextStream &page)
 {
-    page << "\n## Indexes\n\nThe same on each engine. Without them everything works, slower with each year; any index "
+    page << "\n## Indexes\n\nThe same on SQLite and PostgreSQL; on MariaDB they stand in the tables above. Without "
+            "them everything works, slower with each year; any index "
             "that begins "
             "with the same column will do.\n\n```sql\n";
     for (const clinic::Index &index : clinic::indexes())
-        page << schema::createIndexStatement(index) << ";\n";
+        page << schema::createIndexStatement(index, Dialect::SQLite) << ";\n";
     page << "```\n\n## Counters\n\nOn PostgreSQL an identity, a `serial` or any other default will do, or a trigger "
             "before the "
             "insertion. Whoever writes keys himself moves the counter on, or the next sale meets a key that is "
