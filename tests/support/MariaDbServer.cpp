@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int startTimeout = 30'000; // milliseconds
-const QString program = QStringLiteral("/usr/sbin/mariadbd");
+constexpr const char *program = "/usr/sbin/mariadbd";
 
 /// The user that runs the server: it does not run as root.
 const passwd *serverUser()
@@ -31,7 +31,7 @@ const passwd *serverUser()
 
 bool MariaDbServer::isInstalled()
 {
-    return QFile::exists(program) && QSqlDatabase::isDriverAvailable(QStringLiteral("QODBC"));
+    return QFile::exists(QLatin1String(program));
 }
 
 MariaDbServer &MariaDbServer::instance()
@@ -80,7 +80,7 @@ void MariaDbServer::start()
     server_ = std::make_unique<QProcess>();
     server_->setStandardOutputFile(QProcess::nullDevice());
     server_->setStandardErrorFile(folder_.filePath("log"));
-    launch(*server_, program,
+    launch(*server_, QLatin1String(program),
            QStringList{QStringLiteral("--socket=socket"), QStringLiteral("--pid-file=pid"),
                        QStringLiteral("--skip-networking"), QStringLiteral("--lower-case-table-names=1")}
                + settings_);

@@ -1,6 +1,7 @@
 #include "trials/ground/Ground.h"
 
 #include "desk/backup/Backup.h"
+#include "tests/support/MariaDbServer.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QCoreApplication>
@@ -32,7 +33,10 @@ Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server)
     : folder_(QCoreApplication::applicationDirPath() + QStringLiteral("/trial-XXXXXX"))
     , engine_(engine)
 {
+    if (engine == ado::Engine::MariaDB)
+        mariaDb_ = std::make_unique<MariaDbServer>(QStringList{QStringLiteral("--innodb-buffer-pool-size=512M")});
     address_ = engine == ado::Engine::SQLite ? QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"))
+               : mariaDb_                    ? mariaDb_->address(mariaDb_->createDatabase())
                                              : server->postgresAddress(server->createDatabase());
     deskAddress_ = address_;
     sample::makeClinic(address_, size, tell);

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class MariaDbServer;
 class PostgresServer;
 
 /// What a trial stands on: a clinic on a throw-away server or in a file, desks that work on it, and their journals.
@@ -48,6 +49,7 @@ public:
 private:
     QTemporaryDir folder_;
     ado::Engine engine_;
+    std::unique_ptr<MariaDbServer> mariaDb_;
     QString address_;
     QString deskAddress_;
     int patients_ = 0;
