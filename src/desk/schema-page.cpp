@@ -22,6 +22,8 @@ itself, at its first entry with a connection, name what does not fit.
 - **Keys** that are "counted" get their number from the database; nobody writes them. `tPSIncoming` and `tPSProperties` need no
   key. Where they have one, a primary key or another unique column that is never NULL, rows are changed by it; where they
   have none, under the condition of all their columns, and a row that has a twin is refused.
+- **On MariaDB** the tables are of `ENGINE=InnoDB`, texts `COLLATE utf8mb4_nopad_bin`; a table without a key is read, its rows are not
+  changed one by one ([odbc.md](odbc.md)).
 - **More columns** do no harm where a row that leaves them out gets a value or NULL. Columns that some insertion leaves out must
   take NULL: `PM_IsHide`, `OrdD_OrderType`, `OrdD_RfndMemo`, `trans_temp`, `trans_NotSubmit`.
 - **Views** do for `Customer` and `Receipt`. In the place of another table a view does on PostgreSQL alone, one that the server
