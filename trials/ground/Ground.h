@@ -18,8 +18,8 @@ namespace trial {
 class Ground
 {
 public:
-    /// Makes the clinic, which takes minutes for a large one. Raises.
-    Ground(ado::Engine engine, sample::Size size, PostgresServer *server);
+    /// Makes the clinic, which takes minutes for a large one, in an empty database where its place is given. Raises.
+    Ground(ado::Engine engine, sample::Size size, PostgresServer *server, const QString &place = {});
     ~Ground();
     Ground(const Ground &) = delete;
     Ground &operator=(const Ground &) = delete;

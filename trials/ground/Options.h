@@ -20,12 +20,19 @@ public:
         parser_.addPositionalArgument(QStringLiteral("engine"), QStringLiteral("sqlite, postgresql or mariadb"));
         parser_.addOption({QStringLiteral("orders"), QStringLiteral("320, 10000, 100000 or 1000000"),
                            QStringLiteral("number"), QStringLiteral("320")});
+        parser_.addOption({QStringLiteral("at"), QStringLiteral("an empty database of a server that is there"),
+                           QStringLiteral("address")});
+        parser_.addOption({QStringLiteral("desks-at"), QStringLiteral("where the desks find it, as by a pooler"),
+                           QStringLiteral("address")});
         for (const auto &[name, usual] : numbers)
             parser_.addOption({name, {}, QStringLiteral("number"), QString::number(usual)});
         parser_.process(application);
     }
 
     int number(const char *name) const { return parser_.value(QLatin1String(name)).toInt(); }
+
+    /// Empty where it is not given.
+    QString text(const char *name) const { return parser_.value(QLatin1String(name)); }
 
     ado::Engine engine() const
     {
@@ -58,8 +65,9 @@ public:
     /// A PostgreSQL server that writes as a clinic's does; none for the other engines.
     std::unique_ptr<PostgresServer> server() const
     {
-        return engine() == ado::Engine::PostgreSQL ? std::make_unique<PostgresServer>(PostgresServer::Writing::Durable)
-                                                   : nullptr;
+        return engine() == ado::Engine::PostgreSQL && text("at").isEmpty()
+                   ? std::make_unique<PostgresServer>(PostgresServer::Writing::Durable)
+                   : nullptr;
     }
 
 private:
