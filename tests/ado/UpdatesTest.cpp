@@ -352,7 +352,7 @@ TEST_P(Updates, GoByTheRealKeyOfATableOrByAllItsColumns)
                            : GetParam() == ado::Engine::MariaDB ? QStringLiteral("bigint AUTO_INCREMENT PRIMARY KEY")
                                                                 : QStringLiteral("bigserial PRIMARY KEY");
     for (const char *shape : shapes) {
-        const bool keyed = QLatin1String(shape).contains('%') || QLatin1String(shape).contains("UNIQUE");
+        const bool keyed = std::string_view(shape).find_first_of("%U") != std::string_view::npos; // or UNIQUE
         if (GetParam() == ado::Engine::MariaDB && !keyed)
             continue; // refused, as two rows that are alike
         SCOPED_TRACE(shape);

@@ -15,11 +15,11 @@
 
 namespace {
 
-constexpr int startTimeout = 30'000; // milliseconds
-constexpr const char *program = "/usr/sbin/mariadbd";
+constexpr int mariaDbPatience = 30'000; // milliseconds
+constexpr const char *mariaDbProgram = "/usr/sbin/mariadbd";
 
 /// The user that runs the server: it does not run as root.
-const passwd *serverUser()
+const passwd *mariaDbUser()
 {
     static const passwd *user = getuid() == 0 ? getpwnam("nobody") : getpwuid(getuid());
     if (!user)
@@ -31,7 +31,7 @@ const passwd *serverUser()
 
 bool MariaDbServer::isInstalled()
 {
-    return QFile::exists(QLatin1String(program));
+    return QFile::exists(QLatin1String(mariaDbProgram));
 }
 
 MariaDbServer &MariaDbServer::instance()
@@ -46,13 +46,13 @@ MariaDbServer::MariaDbServer(const QStringList &settings)
     : folder_(QDir::tempPath() + QStringLiteral("/clinic-mariadb-XXXXXX"))
     , settings_(settings)
 {
-    if (chown(folder_.path().toUtf8().constData(), serverUser()->pw_uid, serverUser()->pw_gid) != 0)
+    if (chown(folder_.path().toUtf8().constData(), mariaDbUser()->pw_uid, mariaDbUser()->pw_gid) != 0)
         throw std::runtime_error("the server's folder cannot be handed over");
     QProcess install;
     install.setProcessChannelMode(QProcess::MergedChannels);
     launch(install, QStringLiteral("mariadb-install-db"),
            {QStringLiteral("--auth-root-authentication-method=normal"), QStringLiteral("--skip-test-db")});
-    if (!install.waitForFinished(startTimeout) || install.exitCode() != 0)
+    if (!install.waitForFinished(mariaDbPatience) || install.exitCode() != 0)
         throw std::runtime_error("mariadb-install-db: " + install.readAll().toStdString());
     start();
 }
@@ -67,8 +67,8 @@ void MariaDbServer::launch(QProcess &process, const QString &name, const QString
     // As PostgresServer does, and for the same reasons.
     QStringList words{QStringLiteral("--pdeathsig"), QStringLiteral("KILL")};
     if (getuid() == 0)
-        words << QStringLiteral("--reuid") << QString::number(serverUser()->pw_uid) << QStringLiteral("--regid")
-              << QString::number(serverUser()->pw_gid) << QStringLiteral("--clear-groups");
+        words << QStringLiteral("--reuid") << QString::number(mariaDbUser()->pw_uid) << QStringLiteral("--regid")
+              << QString::number(mariaDbUser()->pw_gid) << QStringLiteral("--clear-groups");
     process.setWorkingDirectory(folder_.path());
     process.start(QStringLiteral("setpriv"), words << name << QStringLiteral("--no-defaults")
                                                    << QStringLiteral("--datadir=") + folder_.filePath("data")
@@ -80,13 +80,13 @@ void MariaDbServer::start()
     server_ = std::make_unique<QProcess>();
     server_->setStandardOutputFile(QProcess::nullDevice());
     server_->setStandardErrorFile(folder_.filePath("log"));
-    launch(*server_, QLatin1String(program),
+    launch(*server_, QLatin1String(mariaDbProgram),
            QStringList{QStringLiteral("--socket=socket"), QStringLiteral("--pid-file=pid"),
                        QStringLiteral("--skip-networking"), QStringLiteral("--lower-case-table-names=1")}
                + settings_);
     QElapsedTimer waited;
     waited.start();
-    while (waited.elapsed() < startTimeout && server_->state() != QProcess::NotRunning) {
+    while (waited.elapsed() < mariaDbPatience && server_->state() != QProcess::NotRunning) {
         try {
             ask(QStringLiteral("SELECT 1"));
             return;

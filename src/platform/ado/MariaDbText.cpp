@@ -85,12 +85,13 @@ QString withLikeAsExpression(const QString &statement)
         if (!tokens[at].isWord(u"LIKE"))
             continue;
         LikeReader reader(tokens, at + 1);
-        translated += QStringView(statement).sliced(taken, tokens[at].at - taken) + QStringLiteral("REGEXP '")
-                      + reader.expression() + u'\'';
+        translated += QStringView(statement).sliced(taken, tokens[at].at - taken);
+        translated += QStringLiteral("REGEXP '") + reader.expression() + u'\'';
         at = reader.next() - 1;
         taken = tokens[at].end();
     }
-    return translated + QStringView(statement).sliced(taken);
+    translated += QStringView(statement).sliced(taken);
+    return translated;
 }
 
 } // namespace ado
