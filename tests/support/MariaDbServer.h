@@ -16,7 +16,9 @@ public:
     /// Whether this machine has one.
     static bool isInstalled();
 
-    explicit MariaDbServer(const QStringList &settings);
+    /// Careless: in memory where there is room, for nothing has to outlast the program. Durable: as a clinic's server writes.
+    enum class Writing { Careless, Durable };
+    explicit MariaDbServer(Writing writing);
     MariaDbServer(const MariaDbServer &) = delete;
     MariaDbServer &operator=(const MariaDbServer &) = delete;
     ~MariaDbServer();
@@ -37,8 +39,8 @@ public:
 private:
     void launch(QProcess &process, const QString &program, const QStringList &arguments) const;
 
+    const Writing writing_;
     QTemporaryDir folder_;
-    const QStringList settings_;
     std::unique_ptr<QProcess> server_;
     int databases_ = 0;
 };

@@ -34,7 +34,7 @@ Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server, co
     , engine_(engine)
 {
     if (engine == ado::Engine::MariaDB && place.isEmpty())
-        mariaDb_ = std::make_unique<MariaDbServer>(QStringList{QStringLiteral("--innodb-buffer-pool-size=512M")});
+        mariaDb_ = std::make_unique<MariaDbServer>(MariaDbServer::Writing::Durable);
     address_ = !place.isEmpty() ? place
                : engine == ado::Engine::SQLite
                    ? QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"))

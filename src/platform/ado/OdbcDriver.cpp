@@ -49,6 +49,12 @@ bool isDefinition(const QString &statement)
     return begins.match(statement).hasMatch();
 }
 
+bool isDouble(const QSqlField &field)
+{
+    constexpr int types[]{6 /* float */, 7 /* real */, 8 /* double */};
+    return std::ranges::find(types, field.typeID()) != std::end(types);
+}
+
 bool isNumeric(const QSqlField &field)
 {
     return std::ranges::find(odbcNumericTypes, field.typeID()) != std::end(odbcNumericTypes);
@@ -209,12 +215,18 @@ CellTable OdbcDriver::read(const Command &select)
     const QSqlRecord record = query.record();
     const int columnCount = record.count();
     std::vector<ResultColumn> described;
-    for (int column = 0; column < columnCount; ++column)
+    std::vector<QSql::NumericalPrecisionPolicy> precision;
+    for (int column = 0; column < columnCount; ++column) {
+        const bool asNumber = server_->cutsDoubles && isDouble(record.field(column));
+        precision.push_back(asNumber ? QSql::LowPrecisionDouble : QSql::HighPrecision);
         described.push_back(describeColumn(record.fieldName(column), isNumeric(record.field(column)), select.text()));
+    }
     CellTable table(std::move(described));
     while (query.next()) {
-        for (int column = 0; column < columnCount; ++column)
+        for (int column = 0; column < columnCount; ++column) {
+            query.setNumericalPrecisionPolicy(precision[static_cast<std::size_t>(column)]);
             addCell(table, query.value(column));
+        }
     }
     if (query.lastError().isValid())
         fail(query.lastError());

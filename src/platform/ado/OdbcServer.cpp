@@ -69,6 +69,7 @@ const OdbcServer &postgres()
         {},
         {},
         false,
+        false,
     };
     return server;
 }
@@ -88,6 +89,7 @@ const OdbcServer &mariaDb()
         QStringLiteral("START TRANSACTION"),
         QStringLiteral("COMMIT"),
         QStringLiteral("ROLLBACK"),
+        true,
         true,
     };
     return server;

@@ -29,6 +29,8 @@ struct OdbcServer
     QString begin, commit, rollback;
     /// A failed statement may take the whole transaction along, and a definition ends it.
     bool endsTransactions;
+    /// The text of a double comes cut, so that it is asked for as a number.
+    bool cutsDoubles;
 
     /// The kind that answers there; null for one that nobody has tried.
     static const OdbcServer *behind(const QSqlDatabase &session);
