@@ -66,6 +66,7 @@ private:
     void addConditions(Command &command, Compared compared) const;
     void addContent(Command &command) const;
     void addContentOfOneRow(Command &command) const;
+    void requireAnswers() const;
     void requireTouched(int touched) const;
 };
 
