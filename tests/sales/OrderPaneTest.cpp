@@ -1,3 +1,4 @@
+#include "platform/controls/Appearance.h"
 #include "settings/clsUserSetting.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/SaleWindow.h"
@@ -60,6 +61,11 @@ TEST_F(OrderPaneTest, TheFormShowsTheCurrentOrder)
     twoOrders();
     sell();
     EXPECT_EQ(form(), fullForm);
+    const auto owed = [] { return controls::foreColor(&at("txtOrderMaster_7")) == controls::ink(controls::Ink::Owed); };
+    EXPECT_TRUE(owed());
+    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 0");
+    list("tdbCustSaleMaster").Requery();
+    EXPECT_FALSE(owed()) << "whatever the order comes to";
     choose("tdbCustSaleMaster", 1);
     EXPECT_EQ(form(), "2026-01-02 pickup|\\0|\\0||||||\\0|\\0|\\0");
 
@@ -204,6 +210,17 @@ TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
     EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 0);
 }
 
+TEST_F(OrderPaneTest, AnOrderThatAnotherDeskDeletedFirstLeavesTheList)
+{
+    twoOrders();
+    sell();
+    atOtherDesk("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 1");
+    boxes_.answers = {Answer::Yes};
+    push("chkCmdOrderMasterED_1");
+    EXPECT_EQ(boxes_.messages.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
+    EXPECT_EQ(rowsShown("tdbCustSaleMaster"), 1);
+}
+
 TEST_F(OrderPaneTest, ADeleteThatFailsAtAnyOfItsStepsIsToldAndShowsTheOrderAgain)
 {
     twoOrders();
@@ -323,6 +340,7 @@ TEST_F(OrderPaneTest, ReceiptsAskForAnOrderAndAPeriodThatRunsForwards)
     clsUserSetting().setReceiptPrinter(roll);
     push("chkCmdPrintReceiptRollPrinter");
     EXPECT_TRUE(QFile::exists(roll));
+    EXPECT_EQ(at<QDateEdit>("uxStartDateDTP").date(), at<QDateEdit>("uxEndDateDTP").date().addDays(-7));
     const auto printPeriod = [] { return opened([] { push("chkCmdPrintReceipt_1"); }); };
     EXPECT_EQ(printPeriod(), "frmPrinter");
     at<QDateEdit>("uxStartDateDTP").setDate(at<QDateEdit>("uxEndDateDTP").date());

@@ -32,6 +32,8 @@ TEST_F(EntryPane, ShowsTheCurrentProductAndClearsWithoutOne)
               "차|감초|\\12,000|\\12,000|\\12,000");
     EXPECT_FALSE(at<QCheckBox>("chkSaleProductLists_0").isChecked());
     EXPECT_TRUE(at<QCheckBox>("chkSaleProductLists_1").isChecked());
+    for (const char *shown : {"txtSaleProductLists_0", "txtSaleProductLists_1", "txtSaleProductLists_2"})
+        EXPECT_EQ(controls::backColor(&at(shown)), controls::colors(controls::Ground::Locked).back) << shown;
 
     atOtherDesk("UPDATE tPSProductMaster SET PM_IsHide = 1");
     pane<SaleListPane>().requerySaleProductLists();
@@ -169,6 +171,31 @@ TEST_F(EntryPane, WithAnOrderOfTodayTheLineGoesToTheSelectedOneWithoutAQuestion)
     push("cmdCSAppendDetail");
     EXPECT_THAT(boxes_.take(), IsEmpty());
     EXPECT_THAT(lines(), ElementsAre("2|1000|0|1|0"));
+}
+
+TEST_F(EntryPane, TheFirstSaleMakesAnOrderOfTodayWithoutAQuestionAndTheProductStaysChosen)
+{
+    product("감초", 1000);
+    product("홍삼", 2000);
+    sell();
+    choose("tdbSaleProductLists", 1);
+    push("cmdCSAppendDetail");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+    EXPECT_EQ(rows("SELECT OrdM_Date FROM tPSOrderMaster"), Rows{Today});
+    EXPECT_THAT(lines(), ElementsAre("1|2000|0|1|0"));
+    EXPECT_EQ(text("txtSaleProductLists_1"), "홍삼");
+}
+
+TEST_F(EntryPane, ACancelledSaleStaysOnTheOrderThatIsChosen)
+{
+    product("감초", 1000);
+    order("2026-10-02");
+    order("2026-10-01");
+    sell();
+    choose("tdbCustSaleMaster", 1);
+    boxes_.answers = {controls::Answer::Cancel};
+    push("cmdCSAppendDetail");
+    EXPECT_EQ(at<QTableView>("tdbCustSaleMaster").currentIndex().row(), 1);
 }
 
 TEST_F(EntryPane, WithoutAnOrderOfTodayTheAnswerDecides)
