@@ -340,7 +340,6 @@ TEST_F(OrderPaneTest, ReceiptsAskForAnOrderAndAPeriodThatRunsForwards)
     clsUserSetting().setReceiptPrinter(roll);
     push("chkCmdPrintReceiptRollPrinter");
     EXPECT_TRUE(QFile::exists(roll));
-    EXPECT_EQ(at<QDateEdit>("uxStartDateDTP").date(), at<QDateEdit>("uxEndDateDTP").date().addDays(-7));
     const auto printPeriod = [] { return opened([] { push("chkCmdPrintReceipt_1"); }); };
     EXPECT_EQ(printPeriod(), "frmPrinter");
     at<QDateEdit>("uxStartDateDTP").setDate(at<QDateEdit>("uxEndDateDTP").date());
