@@ -87,6 +87,20 @@ TEST_P(KnownRows, OfTheStatements)
          "ReceiptTotalsWithNulls",
          {"NULL|NULL|runtime::Currency 0|runtime::Currency 40|runtime::Currency 130|runtime::Currency "
           "0|NULL|NULL|NULL"}},
+        {"two cuts are summed, whatever method they bear",
+         "AllTranAmountOfTwoOfAKind",
+         {"NULL|runtime::Currency 50|runtime::Currency 800|runtime::Currency 900|runtime::Currency 930|"
+          "runtime::Currency 811|NULL|NULL"}},
+        {"two payments by card are summed",
+         "ReceiptTotalsOfTwoOfAKind",
+         {"runtime::Currency 50|NULL|runtime::Currency 800|runtime::Currency 900|runtime::Currency 930|"
+          "runtime::Currency 800|NULL|NULL|NULL"}},
+        {"a line whose product is gone is not on the receipt",
+         "ReceiptLinesOfAllKinds",
+         {"QString 건강식품|QString 홍삼정|bool False|bool True|runtime::Currency 30000|runtime::Currency 5000|int "
+          "1|int 3",
+          "QString 건강식품|QString 홍삼정|bool False|bool True|runtime::Currency 30000|runtime::Currency 0|int 2|int "
+          "0"}},
         {"a NULL operator counts as received", "TotalReceived", {"runtime::Currency 90"}},
         {"losses, service, sales; a return comes back", "StockOut", {"runtime::Currency 2|NULL|runtime::Currency 3"}},
         {"fractions of a unit", "StockIn", {"runtime::Currency 13.5"}},

@@ -81,7 +81,11 @@ INSERT INTO tPSTransaction (tpstrans_PK, tpstrans_Customer_PK, tpstrans_OrderM_P
   (23, 1, 9001, '2026-11-02', 3, 990, NULL, '', NULL, 0),
   (24, 1, 9003, '2026-11-20', 4, 700, '00', '', NULL, 0),
   (25, 1, 9003, '2026-11-20', 2, 30, '', '', NULL, 0),
-  (26, 2, 9004, '2026-11-24', 3, 1, '00', '', NULL, 0);
+  (26, 2, 9004, '2026-11-24', 3, 1, '00', '', NULL, 0),
+  (27, 2, 104, '2026-12-01', 3, 500, '01', '', NULL, 0),
+  (28, 2, 104, '2026-12-01', 3, 300, '01', '', NULL, 0),
+  (29, 2, 104, '2026-12-01', 2, 20, '', '', NULL, 0),
+  (30, 2, 104, '2026-12-01', 2, 30, NULL, '', NULL, 0);
 
 INSERT INTO Receipt (Receipt_PK, Customer_PK, TxDate, Bonin_Money, Cheonggu_Money, General_Money) VALUES
   (9001, 1, '2026-11-01', 5000, 12000, 0),

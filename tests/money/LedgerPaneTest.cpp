@@ -1,3 +1,4 @@
+#include "platform/controls/Appearance.h"
 #include "tests/money/LedgerDesk.h"
 
 namespace {
@@ -71,6 +72,9 @@ TEST_F(LedgerOfAnOrder, ATypedAmountLessensWhatIsLeftUnlessItIsARefund)
     for (int option : {0, 1, 2, 3}) {
         find<QRadioButton>(qPrintable(QStringLiteral("optTransOperator_%1").arg(option)))->setChecked(true);
         EXPECT_EQ(recalculate->isChecked(), recalculated[option]) << option;
+        EXPECT_EQ(controls::foreColor(find<QLineEdit>("txtTranLeftAmount")),
+                  controls::ink(option == 3 ? controls::Ink::Faint : controls::Ink::Plain))
+            << option;
     }
     money->setText("\\1,000");
     EXPECT_EQ(amounts(), "\\2,000 \\1,500 \\1,000");
@@ -97,6 +101,7 @@ TEST_F(LedgerOfAnOrder, WithoutOrderOrSessionTheFormIsEmptyAndTheButtonsDoNothin
     press("chkcmdAddEditDelTran_2");
     openOrder(2700);
     press("chkcmdAddEditDelTran_1");
+    flow_->editCurrentRow();
     QTest::mouseDClick(find<QTableView>("tdbCustTranManage")->viewport(), Qt::LeftButton, {}, QPoint(20, 20));
     EXPECT_THAT(boxes_.take(), ElementsAre(": 선택된 수납내역이 없습니다.", ": 선택된 수납내역이 없습니다.",
                                            ": 선택된 수납내역이 없습니다."));

@@ -2,6 +2,8 @@
 #include "tests/money/LedgerDesk.h"
 #include "tests/support/DialogDriver.h"
 
+#include <QSignalSpy>
+
 namespace {
 
 const std::string connectionFailure =
@@ -160,6 +162,40 @@ TEST_F(ReceiptButton, AnOrderWithALedgerGetsTheFurtherReceipt)
     EXPECT_EQ(ledgerRows().size(), 4u);
     EXPECT_EQ(session_.rsCustTranManage->rowCount(), 4) << "a row that is written shows, whatever comes after it";
     EXPECT_EQ(boxes_.take().size(), 1u);
+}
+
+TEST_F(ReceiptButton, WhatIsSavedIsToldOnceAndWhatAnotherDeskWroteIsReadAnew)
+{
+    QSignalSpy done(&session_, &SaleSession::done);
+    QSignalSpy anew(&session_, &SaleSession::changedElsewhere);
+    const std::string changed = "변경된 내용:\n2026-11-20 수납 300원 (현금) → 2026-11-20 수납 0원 (현금)\n"
+                                "미수금 4,700원 → 4,000원";
+    const struct
+    {
+        bool meanwhile; ///< another desk writes while the dialog stands
+        const char *amount, *pressed, *told;
+    } cases[] = {
+        {false, "txtGeneralSuNapMoney_0", "cmdConfirm", "수납 · 받을 금액 ₩12,000"},
+        {false, "txtMoney", "cmdCancel", ""},
+        {false, "txtMoney", "cmdConfirm", "수납 · 받을 금액 ₩11,700"},
+        {true, "txtMoney", "cmdConfirm", ""}, // answered No
+    };
+    openOrder(12340, QStringLiteral("5000"));
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.amount + std::string(c.pressed));
+        takeReceipt([&](const DialogDriver &form) {
+            if (c.meanwhile) {
+                atOtherDesk("UPDATE tPSTransaction SET tpstrans_Money = NULL WHERE tpstrans_PK = 2");
+                atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 4000");
+            }
+            form.type(c.amount, "300");
+            form.press(c.pressed);
+        });
+        EXPECT_EQ(done.isEmpty() ? "" : done.takeFirst().at(0).toString().toStdString(), c.told);
+        EXPECT_TRUE(done.isEmpty());
+        EXPECT_EQ(anew.count(), c.meanwhile ? 1 : 0);
+    }
+    EXPECT_THAT(boxes_.take(), ElementsAre(testing::EndsWith(changed)));
 }
 
 TEST_F(ReceiptButton, ARowIsChangedButForItsMethodAndMemo)

@@ -92,6 +92,7 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
         QApplication::clipboard()->setText("9a");
         for (char character : {'1', '-', '0', '.', '9', 'x', ',', '8'})
             QTest::keyClick(dialog_->windowHandle(), character);
+        key(Qt::Key_A, Qt::ControlModifier); // nothing but the last digit goes
         key(Qt::Key_Backspace);
         key(Qt::Key_V, Qt::ControlModifier);
         key(Qt::Key_Z, Qt::ControlModifier);
@@ -101,6 +102,8 @@ TEST_F(SimpleReceiptKeys, AmountsTakeDigitsAndBackspaceOnly)
         auto *combo = qobject_cast<QComboBox *>(QApplication::focusWidget());
         EXPECT_EQ(combo ? combo->currentText().toStdString() : form_->text(name), "109");
     }
+    key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_TRUE(QApplication::activePopupWidget()) << "the list of percents opens by keys";
 }
 
 TEST_F(SimpleReceiptKeys, AClickThatBringsTheFocusSelectsTheWholeTextTheNextOneDoesNot)

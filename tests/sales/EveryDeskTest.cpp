@@ -200,10 +200,16 @@ TEST_F(EveryDesk, AScreenReaderHearsMoneyAndTheColumnsThatAreShown)
     EXPECT_EQ(box->text(start, end).toStdString(), "1");
 
     QAccessibleInterface *lines = QAccessible::queryAccessibleInterface(&at("tdbCustSaleDetails"));
-    QStringList heads;
-    for (int column = 0; column < lines->tableInterface()->columnCount(); ++column)
-        heads << lines->tableInterface()->columnDescription(column);
+    const auto headsOf = [](QAccessibleInterface *list) {
+        QStringList heads;
+        for (int column = 0; column < list->tableInterface()->columnCount(); ++column)
+            heads << list->tableInterface()->columnDescription(column);
+        return heads;
+    };
+    const QStringList heads = headsOf(lines);
     EXPECT_EQ(heads.join(u' ').toStdString(), "물품명 수량 판매단가 단가할인 판매종류 환불정보");
+    EXPECT_EQ(headsOf(QAccessible::queryAccessibleInterface(&at("tdbCustTranManage"))).join(u' ').toStdString(),
+              "일자 방법 금액 결재방법 메모");
     QStringList all;
     for (int child = 0; child < lines->childCount(); ++child) {
         EXPECT_EQ(lines->indexOfChild(lines->child(child)), child);

@@ -109,6 +109,89 @@ TEST_F(OrderFlow, OrdersOfADayAreCountedUpToTheLargestSmallNumber)
     EXPECT_EQ(operations_.countTodayOrders(), -1);
 }
 
+TEST_F(OrderFlow, AnOrderIsToldByItsKeyAndNoneWhereThereIsNone)
+{
+    EXPECT_FALSE(operations_.currentOrder());
+    order("2026-11-24");
+    order("2026-11-23");
+    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Total = OrdM_PK * 1000");
+    session_.rsCustSaleMaster->Requery();
+    const char *totals[] = {"-", "₩1,000", "₩2,000", "-"};
+    for (int key = 0; key < 4; ++key)
+        EXPECT_EQ(operations_.totalShown(OrderKey(key)).toStdString(), totals[key]) << key;
+}
+
+TEST_F(OrderFlow, ListsThatMayBeStaleAreReadBeforeALineIsAdded)
+{
+    int ordersShown = 0;
+    for (const bool mayBeStale : {false, true, true}) {
+        order("2026-11-24"); // saved as the server was lost, or by another desk
+        session_.linesMayBeStale = mayBeStale;
+        EXPECT_EQ(operations_.foundChangedAfterLoss(), mayBeStale);
+        ordersShown = mayBeStale ? session_.rsCustSaleMaster->rowCount() : ordersShown;
+        EXPECT_EQ(session_.rsCustSaleMaster->rowCount(), ordersShown);
+        EXPECT_FALSE(session_.linesMayBeStale);
+        EXPECT_FALSE(operations_.foundChangedAfterLoss()) << "told once";
+    }
+    EXPECT_EQ(ordersShown, 3);
+}
+
+TEST_F(OrderFlow, AnOrderIsDeletedUnlessItsLinesAreNotThoseThatAreShown)
+{
+    const struct
+    {
+        const char *what;
+        std::function<void(int)> show;
+        Outcome outcome;
+    } cases[] = {
+        {"no list", [this](int) { session_.rsCustSaleDetails.reset(); }, Outcome::Done},
+        {"the lines of another order",
+         [this](int) { openRows(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(-1)); }, Outcome::Done},
+        {"its lines", [this](int key) { openRows(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(key)); },
+         Outcome::Done},
+        {"its lines before the last came",
+         [this](int key) {
+             openRows(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(key));
+             detail(key, 1, 1000, 0, 1);
+         },
+         Outcome::Conflict},
+    };
+    for (const auto &c : cases) {
+        const int key = order("2026-11-24");
+        detail(key, 1, 1000, 0, 2);
+        session_.rsCustSaleMaster->Requery();
+        c.show(key);
+        EXPECT_EQ(operations_.deleteOrder({OrderKey(key), CustomerKey(Patient), today()}), c.outcome) << c.what;
+        EXPECT_EQ(lines().empty(), c.outcome == Outcome::Done) << c.what;
+    }
+}
+
+TEST_F(OrderFlow, ALineIsSavedOnlyWhereTheSumsThatItMakesFit)
+{
+    atOtherDesk("UPDATE tPSProductMaster SET PM_UnitPrice = 900000000000000");
+    const struct
+    {
+        int taxed;
+        const char *quantity, *discount;
+        Outcome outcome;
+    } cases[] = {
+        {1, "1", "0", Outcome::Done},
+        {1, "2", "0", Outcome::Failed},
+        {0, "1", "500000000000000", Outcome::Done},
+        {0, "1", "-500000000000000", Outcome::Failed},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.quantity + std::string("/") + c.discount);
+        atOtherDesk("DELETE FROM tPSOrderDetail");
+        atOtherDesk(QStringLiteral("UPDATE tPSProductMaster SET PM_IsTaxed = %1").arg(c.taxed));
+        openAll();
+        EXPECT_EQ(operations_.addDetailToSelectedOrder({OrderKey(order("2026-11-24")), CustomerKey(Patient), today()},
+                                                       line(c.quantity, c.discount)),
+                  c.outcome);
+        EXPECT_EQ(lines().empty(), c.outcome == Outcome::Failed);
+    }
+}
+
 TEST_F(OrderFlow, ATrappedErrorIsLoggedOnceWithTheKeysOfTheFlow)
 {
     const ShownOrder gone{OrderKey(99), CustomerKey(Patient), {}};

@@ -1,3 +1,4 @@
+#include "platform/controls/Appearance.h"
 #include "settings/clsUserSetting.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/SaleWindow.h"
@@ -60,6 +61,11 @@ TEST_F(OrderPaneTest, TheFormShowsTheCurrentOrder)
     twoOrders();
     sell();
     EXPECT_EQ(form(), fullForm);
+    const auto owed = [] { return controls::foreColor(&at("txtOrderMaster_7")) == controls::ink(controls::Ink::Owed); };
+    EXPECT_TRUE(owed());
+    atOtherDesk("UPDATE tPSOrderMaster SET OrdM_Misugum = 0");
+    list("tdbCustSaleMaster").Requery();
+    EXPECT_FALSE(owed()) << "whatever the order comes to";
     choose("tdbCustSaleMaster", 1);
     EXPECT_EQ(form(), "2026-01-02 pickup|\\0|\\0||||||\\0|\\0|\\0");
 
@@ -202,6 +208,17 @@ TEST_F(OrderPaneTest, AnOrderIsDeletedOnlyOnYes)
         << "another customer's row under the same key is not the order's";
     EXPECT_EQ(text("txtOrderMaster_2"), "");
     EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 0);
+}
+
+TEST_F(OrderPaneTest, AnOrderThatAnotherDeskDeletedFirstLeavesTheList)
+{
+    twoOrders();
+    sell();
+    atOtherDesk("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 1");
+    boxes_.answers = {Answer::Yes};
+    push("chkCmdOrderMasterED_1");
+    EXPECT_EQ(boxes_.messages.back().text, QStringLiteral("고객 판매 마스터를 삭제하지 못했습니다."));
+    EXPECT_EQ(rowsShown("tdbCustSaleMaster"), 1);
 }
 
 TEST_F(OrderPaneTest, ADeleteThatFailsAtAnyOfItsStepsIsToldAndShowsTheOrderAgain)

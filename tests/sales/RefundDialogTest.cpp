@@ -133,6 +133,16 @@ TEST_F(RefundDialog, AQuantityThatIsNoneIsToldAndKeepsWhatWasTyped)
     EXPECT_THAT(lines(), ElementsAre("1000|3", "900|-1"));
 }
 
+TEST_F(RefundDialog, ALineThatAnotherDeskDeletedFirstLeavesTheList)
+{
+    takeBack([this](const DialogDriver &form) {
+        atOtherDesk("DELETE FROM tPSOrderDetail");
+        form.press("chkCmdSave");
+    });
+    EXPECT_EQ(boxes_.take().size(), 1u);
+    EXPECT_EQ(rowsShown("tdbCustSaleDetails"), 0);
+}
+
 TEST_F(RefundDialog, StandsBesideItsButton)
 {
     window().move(0, 0);

@@ -171,6 +171,31 @@ TEST_F(EntryPane, WithAnOrderOfTodayTheLineGoesToTheSelectedOneWithoutAQuestion)
     EXPECT_THAT(lines(), ElementsAre("2|1000|0|1|0"));
 }
 
+TEST_F(EntryPane, TheFirstSaleMakesAnOrderOfTodayWithoutAQuestionAndTheProductStaysChosen)
+{
+    product("감초", 1000);
+    product("홍삼", 2000);
+    sell();
+    choose("tdbSaleProductLists", 1);
+    push("cmdCSAppendDetail");
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+    EXPECT_EQ(rows("SELECT OrdM_Date FROM tPSOrderMaster"), Rows{Today});
+    EXPECT_THAT(lines(), ElementsAre("1|2000|0|1|0"));
+    EXPECT_EQ(text("txtSaleProductLists_1"), "홍삼");
+}
+
+TEST_F(EntryPane, ACancelledSaleStaysOnTheOrderThatIsChosen)
+{
+    product("감초", 1000);
+    order("2026-10-02");
+    order("2026-10-01");
+    sell();
+    choose("tdbCustSaleMaster", 1);
+    boxes_.answers = {controls::Answer::Cancel};
+    push("cmdCSAppendDetail");
+    EXPECT_EQ(at<QTableView>("tdbCustSaleMaster").currentIndex().row(), 1);
+}
+
 TEST_F(EntryPane, WithoutAnOrderOfTodayTheAnswerDecides)
 {
     const std::string first = "오늘 날짜의 거래내역이 없습니다. 오늘 날짜로 거래 하시겠습니까?\n\n";
