@@ -3,10 +3,8 @@
 SELECT t.tpstrans_PK AS 수납번호, t.tpstrans_OrderM_PK AS 거래번호, t.tpstrans_Customer_PK AS 환자번호,
        t.tpstrans_Date AS 일자, t.tpstrans_Operator AS 방법, t.tpstrans_Money AS 금액
 FROM tPSTransaction t
-WHERE (EXISTS (SELECT 1 FROM tPSOrderMaster o WHERE o.OrdM_PK = t.tpstrans_OrderM_PK)
-       OR EXISTS (SELECT 1 FROM Receipt r WHERE r.Receipt_PK = t.tpstrans_OrderM_PK))
-  AND NOT EXISTS (SELECT 1 FROM tPSOrderMaster o
-                  WHERE o.OrdM_PK = t.tpstrans_OrderM_PK AND o.Cust_PK = t.tpstrans_Customer_PK)
-  AND NOT EXISTS (SELECT 1 FROM Receipt r
-                  WHERE r.Receipt_PK = t.tpstrans_OrderM_PK AND r.Customer_PK = t.tpstrans_Customer_PK)
+LEFT JOIN tPSOrderMaster o ON o.OrdM_PK = t.tpstrans_OrderM_PK
+LEFT JOIN Receipt r ON r.Receipt_PK = t.tpstrans_OrderM_PK
+WHERE (o.OrdM_PK IS NOT NULL OR r.Receipt_PK IS NOT NULL)
+  AND CASE WHEN o.Cust_PK = t.tpstrans_Customer_PK OR r.Customer_PK = t.tpstrans_Customer_PK THEN 1 ELSE 0 END = 0
 ORDER BY t.tpstrans_PK
