@@ -1,6 +1,7 @@
 #include "platform/controls/ComboSpoken.h"
 
 #include <QAbstractItemView>
+#include <QLineEdit>
 
 namespace controls {
 
