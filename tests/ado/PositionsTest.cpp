@@ -1,5 +1,7 @@
 #include "tests/ado/Desks.h"
 
+#include <algorithm>
+
 class Positions : public Desks
 {
 };
