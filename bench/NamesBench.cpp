@@ -117,7 +117,7 @@ void registerNames(const Clinics &clinics, Table &table)
             benchmark::DoNotOptimize(namesBare(handle, statements).size());
     });
     table.add({"product names of an order of 200 lines, as its grid asks for them", "names/shown", "names/bare", 0.6});
-    table.add({"the same, all 200 looked through", "names/all", "names/bare", 0});
+    table.add({"the same, all 200 looked through", "names/all", "names/bare", 0.6});
     table.add({"the same as the first, grid painted", "names/painted", {}, 0});
 }
 

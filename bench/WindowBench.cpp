@@ -59,7 +59,7 @@ void registerOpening(const ado::ConnectionPtr &connection, Table &table)
         table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted",
                    name,
                    {},
-                   100});
+                   30});
     }
 }
 

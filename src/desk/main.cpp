@@ -32,8 +32,11 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTextStream>
+#include <QTimer>
 
 #include <algorithm>
+#include <exception>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -160,12 +163,47 @@ QString registerSale()
     return trouble;
 }
 
-/// Whoever times the start reads the line; the program's end is no part of it.
-void tellAndQuit()
+/// What the first window need not wait for: its own lists, then the libraries of the statistics. A failure of the lists ends
+/// the program, as one before the window does.
+class AfterFirstPaint
 {
-    QTextStream(stdout) << QStringLiteral("창이 그려졌습니다.") << Qt::endl;
-    QCoreApplication::quit();
-}
+public:
+    AfterFirstPaint(const desk::Options &options, std::function<void()> fillWindow)
+    {
+        QObject::connect(&paint_, &desk::FirstPaint::happened, &paint_,
+                         [this, untilShown = options.untilShown, fill = std::move(fillWindow)] {
+                             // Whoever times the start reads the lines; the program's end is no part of it.
+                             if (untilShown)
+                                 QTextStream(stdout) << QStringLiteral("창이 그려졌습니다.") << Qt::endl;
+                             try {
+                                 fill();
+                             } catch (...) {
+                                 failure_ = std::current_exception();
+                                 return QCoreApplication::quit();
+                             }
+                             // Behind the painting of what was filled in.
+                             QTimer::singleShot(0, &paint_, [untilShown] {
+                                 untilShown ? tellAndQuit() : desk::SaleComponent::registerReports();
+                             });
+                         });
+    }
+
+    void rethrow() const
+    {
+        if (failure_)
+            std::rethrow_exception(failure_);
+    }
+
+private:
+    static void tellAndQuit()
+    {
+        QTextStream(stdout) << QStringLiteral("목록이 그려졌습니다.") << Qt::endl;
+        QCoreApplication::quit();
+    }
+
+    desk::FirstPaint paint_;
+    std::exception_ptr failure_;
+};
 
 int start(const desk::Options &options, QApplication &application)
 {
@@ -179,18 +217,17 @@ int start(const desk::Options &options, QApplication &application)
     notices.removeAll(QString());
     for (const QString &notice : std::as_const(notices))
         QTextStream(stderr) << QStringLiteral("desk: ") << notice << Qt::endl;
-    desk::FirstPaint firstPaint;
-    QObject::connect(&firstPaint, &desk::FirstPaint::happened, &application, [&options] {
-        if (options.untilShown)
-            return tellAndQuit();
-        desk::SaleComponent::registerReports();
-    });
-    if (options.patient)
+    if (options.patient) {
+        const AfterFirstPaint painted(options, [] {});
         return sellTo(*options.patient, options.manage, connection, application);
-    desk::DeskWindow window(connection);
+    }
+    desk::DeskWindow window(connection, desk::DeskWindow::Patients::WhenAsked);
+    const AfterFirstPaint painted(options, [&window] { window.refresh(); });
     window.setNotice(notices.join(u'\n'));
     window.show();
-    return application.exec();
+    const int status = application.exec();
+    painted.rethrow();
+    return status;
 }
 
 int make(const desk::Options &options)

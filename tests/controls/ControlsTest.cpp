@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -216,6 +217,21 @@ TEST_F(WheelPage, ADateOpensOnItsDay)
         EXPECT_EQ(date_->sectionText(QDateEdit::YearSection) + date_->sectionText(QDateEdit::MonthSection), "202611");
     }
     EXPECT_EQ(date_->date(), QDate(2026, 11, 27));
+}
+
+TEST(DateEdit, DropsDownAKoreanCalendarThatIsMadeNoSooner)
+{
+    controls::DateEdit date;
+    date.show();
+    EXPECT_FALSE(date.findChild<QCalendarWidget *>()) << "a window full of controls, in each picker";
+    QTest::mouseClick(&date, Qt::LeftButton, {}, {date.width() - 8, date.height() / 2});
+    auto *calendar = date.findChild<QCalendarWidget *>();
+    ASSERT_TRUE(calendar && calendar->isVisible());
+    EXPECT_EQ(calendar->locale().language(), QLocale::Korean);
+    EXPECT_EQ(calendar->firstDayOfWeek(), Qt::Sunday);
+    EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::NoVerticalHeader);
+    EXPECT_EQ(calendar->weekdayTextFormat(Qt::Sunday).foreground().color(), controls::ink(controls::Ink::Negative));
+    calendar->window()->close();
 }
 
 TEST(Appearance, TheDeskFontDrawsTheBackslashAsTheWonSign)

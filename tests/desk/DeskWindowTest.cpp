@@ -92,6 +92,18 @@ TEST_F(Reception, NarrowsTheListWithEveryKey)
     EXPECT_TRUE(sale_->isEnabled());
 }
 
+TEST_F(Reception, ThatIsPaintedBeforeItsPatientsSaysSoAndSellsToNobodyUntilThen)
+{
+    desk::DeskWindow early{clinic_->connection(), desk::DeskWindow::Patients::WhenAsked};
+    const auto *rows = early.findChild<QTableView *>("tblPatients")->model();
+    const auto *sale = early.findChild<QPushButton *>("cmdSale");
+    EXPECT_EQ(rows->rowCount(), 0);
+    EXPECT_FALSE(sale->isEnabled());
+    early.refresh();
+    EXPECT_EQ(rows->rowCount(), 30);
+    EXPECT_TRUE(sale->isEnabled());
+}
+
 TEST_F(Reception, CountsTheSyllableThatIsBeingComposed)
 {
     QInputMethodEvent composing(QStringLiteral("ㅅ"), {});

@@ -198,7 +198,7 @@ QString usageText()
         "  --patient 번호    그 환자의 판매 창을 바로 엽니다\n"
         "  --manage          --patient와 함께: 물품 관리로 엽니다\n"
         "  --walk 폴더       판매 과정을 스스로 한 번 실행하고 화면을 그 폴더에 남깁니다\n"
-        "  --until-shown     첫 창이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
+        "  --until-shown     첫 창과 목록이 그려지면 끝냅니다 (시작 시간을 재는 데 씁니다)\n"
         "  --version         판 번호\n"
         "  --help            이 안내\n");
     const QString log =

@@ -75,7 +75,7 @@ QString describe(const Patient &patient)
 
 } // namespace
 
-DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
+DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, Patients patients, QWidget *parent)
     : QWidget(parent)
     , connection_(connection)
     , component_(connection)
@@ -105,7 +105,10 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent)
     setNotice({});
     resizeWithinScreen(*this, {1200, 680});
     connectControls();
-    refresh();
+    if (patients == Patients::AtOnce)
+        refresh();
+    else
+        showReading();
     search_->setFocus();
 }
 
@@ -213,6 +216,13 @@ void DeskWindow::refresh()
     model_->setPatients(PatientFile(connection_));
     table_->selectRow(before ? std::max(model_->rowOf(before->key), 0) : 0);
     showSelected();
+}
+
+void DeskWindow::showReading()
+{
+    chosenName_->setText(QStringLiteral("환자 목록을 가져오고 있습니다."));
+    sale_->setEnabled(false);
+    manage_->setEnabled(false);
 }
 
 void DeskWindow::setNotice(const QString &notice)

@@ -20,7 +20,12 @@ class DeskWindow : public QWidget
 {
     Q_OBJECT
 public:
-    explicit DeskWindow(const ado::ConnectionPtr &connection, QWidget *parent = nullptr);
+    /// Whether it opens with its patients, or is painted first and waits for refresh(): a large file takes longer to read
+    /// than all the rest.
+    enum class Patients { AtOnce, WhenAsked };
+
+    explicit DeskWindow(const ado::ConnectionPtr &connection, Patients patients = Patients::AtOnce,
+                        QWidget *parent = nullptr);
 
     /// Reads the patients anew; the chosen one stays chosen while it is still on the list.
     void refresh();
@@ -37,6 +42,7 @@ private:
     QWidget *makeFoot();
     void makeTable();
     void connectControls();
+    void showReading();
     void showSelected();
     std::optional<Patient> selected() const;
     void openSale();

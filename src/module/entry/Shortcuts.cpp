@@ -1,6 +1,7 @@
 #include "entry/Shortcuts.h"
 
 #include "entry/KeySheet.h"
+#include "forms/ControlsByName.h"
 #include "forms/KeyHint.h"
 #include "platform/controls/EventEdge.h"
 
@@ -16,12 +17,6 @@ constexpr char16_t ofEdit[] = u"수정 중";
 constexpr char16_t ofWindow[] = u"모든 화면";
 constexpr char16_t ofMoney[] = u"수납·미수금 창";
 constexpr char16_t ofBoxes[] = u"질문 창";
-
-/// The control itself; null where the window has none.
-QWidget *controlOf(const QWidget &window, const Shortcut &shortcut)
-{
-    return window.findChild<QWidget *>(QLatin1String(shortcut.control));
-}
 
 void act(QWidget &window, QWidget *control, const Shortcut &shortcut)
 {
@@ -111,8 +106,9 @@ const std::vector<Shortcut> &shortcuts()
 
 void installShortcuts(QWidget &window)
 {
+    const QMultiHash<QString, QWidget *> controls = controlsByName(window);
     for (const Shortcut &shortcut : shortcuts()) {
-        QWidget *control = controlOf(window, shortcut);
+        QWidget *control = controls.value(QLatin1String(shortcut.control));
         if (!control)
             continue;
         if (shortcut.does != Shortcut::Does::IsTold)

@@ -1,5 +1,6 @@
 #include "entry/TabOrder.h"
 
+#include "forms/ControlsByName.h"
 #include "forms/FormRow.h"
 
 namespace {
@@ -72,9 +73,10 @@ constexpr const char *tabOrder[] = {
 
 void orderTabs(QWidget &window)
 {
+    const QMultiHash<QString, QWidget *> controls = controlsByName(window);
     QList<QWidget *> chain;
     for (const char *name : tabOrder) {
-        if (auto *control = window.findChild<QWidget *>(QLatin1String(name)))
+        if (QWidget *control = controls.value(QLatin1String(name)))
             chain += control;
     }
     setTabChain(chain);

@@ -1,5 +1,7 @@
 #include "forms/SpokenNames.h"
 
+#include "forms/ControlsByName.h"
+
 namespace {
 
 struct SpokenName
@@ -101,9 +103,9 @@ constexpr SpokenName names[] = {
 
 void giveSpokenNames(QWidget *window)
 {
+    const QMultiHash<QString, QWidget *> controls = controlsByName(*window);
     for (const SpokenName &entry : names) {
-        const QList<QWidget *> controls = window->findChildren<QWidget *>(QLatin1String(entry.control));
-        for (QWidget *control : controls)
+        for (QWidget *control : controls.values(QLatin1String(entry.control)))
             control->setAccessibleName(QString::fromUtf16(entry.name));
     }
 }

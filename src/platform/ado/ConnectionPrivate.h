@@ -2,6 +2,7 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/ado/Driver.h"
+#include "platform/ado/KnownOrders.h"
 #include "platform/ado/RowKey.h"
 
 #include <QElapsedTimer>
@@ -47,6 +48,7 @@ struct Connection::Private
     std::vector<Level> levels; ///< the outermost first
     Rollbacks rollbacks;
     quint64 writes = 0;
+    KnownOrders orders;
 
     /// The present owner's; null when it has none.
     const Level *ownLevel() const;

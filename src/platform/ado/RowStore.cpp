@@ -103,18 +103,21 @@ void RowStore::numberRows(const RowStore *before)
 
 void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore *before)
 {
+    KnownOrders &known = connection_->layer().orders;
+    const QString statement = whole_ ? shape_.all() : shape_.keys();
     order_ = orderedRows(*cells_, columns, keyColumn_,
-                         before ? before->guessedOrder(cells_->rowCount()) : std::vector<Physical>());
+                         guessedOrder(before ? before->loadedOrder_ : known.of(statement), cells_->rowCount()));
     loadedOrder_ = order_;
+    known.remember(statement, order_);
 }
 
-std::vector<RowStore::Physical> RowStore::guessedOrder(int rows) const
+std::vector<RowStore::Physical> RowStore::guessedOrder(const std::vector<Physical> &before, int rows)
 {
     const auto count = static_cast<Physical>(rows);
     std::vector<Physical> guess;
     guess.reserve(count);
     std::vector<bool> there(count);
-    for (Physical row : loadedOrder_) {
+    for (Physical row : before) {
         if (row < count) {
             guess.push_back(row);
             there[row] = true;

@@ -112,8 +112,8 @@ private:
     void numberRows(const RowStore *before);
     RowImage lastRead(Physical row) const;
     void orderLoaded(std::span<const OrderColumn> columns, const RowStore *before);
-    /// Where rows of a list of that length would stand if nothing had changed.
-    std::vector<Physical> guessedOrder(int rows) const;
+    /// Where rows of a list of that length would stand if nothing had changed since they stood so.
+    static std::vector<Physical> guessedOrder(const std::vector<Physical> &before, int rows);
     bool keysRepeat() const;
     std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
     void readBlock(int row);

@@ -18,6 +18,16 @@ DateEdit::DateEdit(QWidget *parent)
     setLocale(QLocale(QLocale::Korean, QLocale::SouthKorea));
     setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
     setCalendarPopup(true);
+    setDate(QDate::currentDate());
+    guardWheel(this);
+    setCurrentSection(DaySection);
+}
+
+/// A calendar is a window full of controls, and few of a window's pickers are ever opened: it is made when it may drop down.
+void DateEdit::dressCalendar()
+{
+    if (std::exchange(calendarIsDressed_, true))
+        return;
     calendarWidget()->setLocale(locale());
     calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
     calendarWidget()->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
@@ -27,9 +37,12 @@ DateEdit::DateEdit(QWidget *parent)
         for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
             calendarWidget()->setWeekdayTextFormat(day, restDay);
     });
-    setDate(QDate::currentDate());
-    guardWheel(this);
-    setCurrentSection(DaySection);
+}
+
+void DateEdit::mousePressEvent(QMouseEvent *event)
+{
+    dressCalendar();
+    QDateEdit::mousePressEvent(event);
 }
 
 void DateEdit::focusInEvent(QFocusEvent *event)

@@ -17,8 +17,12 @@ protected:
     // NOLINTNEXTLINE(bugprone-parent-virtual-call): it is the stock control's own override that is left out
     bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
     void focusInEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
 
 private:
+    void dressCalendar();
+
+    bool calendarIsDressed_ = false;
     bool hadFocus_ = false;
 };
 
