@@ -1,6 +1,7 @@
 #include "desk/check/JournalExamination.h"
 #include "desk/copy/CopyClinic.h"
 #include "desk/journal/Seal.h"
+#include "desk/schema/Schema.h"
 #include "desk/sample/Clinic.h"
 #include "desk/schema/Upgrade.h"
 #include "tests/desk/Content.h"
