@@ -48,7 +48,7 @@ struct Figure
     Slices slices = Slices::Whole;
     QString bounds = {}; ///< a statement that gives the lowest and the highest first, NULL when there is no row
     std::function<void(const Record &row)> take = {};
-    Period days = {}; ///< where they are not the report's
+    Period days = {};    ///< where they are not the report's
     int firstKeys = 500; ///< in the first slice
 };
 

@@ -19,18 +19,18 @@ struct Options
     bool manage = false;
     QString walkFolder; ///< empty unless a walk was asked for
     bool check = false;
-    QString backupFile;         ///< to write; empty unless asked for
-    QString restoreFile;        ///< to read; empty unless asked for
-    QString verifyFile;         ///< to read; empty unless asked for
-    QString copyTo;             ///< an address; empty unless asked for
-    QString importFile;         ///< to read; empty unless asked for
-    QString exportFile;         ///< to write; empty unless asked for
-    std::optional<int> order;   ///< with restoreFile, which may be the word "journal"
-    bool all = false;           ///< with restoreFile: the host's tables as well
-    bool upgrade = false;       ///< the backup that goes before may be named by backupFile
-    bool dryRun = false;        ///< with upgrade or importFile
-    bool lockDown = false;      ///< with upgrade
-    QString central;            ///< the head office's address; empty unless asked for
+    QString backupFile;       ///< to write; empty unless asked for
+    QString restoreFile;      ///< to read; empty unless asked for
+    QString verifyFile;       ///< to read; empty unless asked for
+    QString copyTo;           ///< an address; empty unless asked for
+    QString importFile;       ///< to read; empty unless asked for
+    QString exportFile;       ///< to write; empty unless asked for
+    std::optional<int> order; ///< with restoreFile, which may be the word "journal"
+    bool all = false;         ///< with restoreFile: the host's tables as well
+    bool upgrade = false;     ///< the backup that goes before may be named by backupFile
+    bool dryRun = false;      ///< with upgrade or importFile
+    bool lockDown = false;    ///< with upgrade
+    QString central;          ///< the head office's address; empty unless asked for
     bool headOffice = false;
     std::optional<QString> set; ///< "KEY=VALUE"; empty: to list them
     bool untilShown = false;    ///< ends when the first window is painted

@@ -116,7 +116,7 @@ void OdbcServer::requireFit(const QSqlDatabase &session) const
                                     "서버 설정에 lower_case_table_names=1을 추가하고 서버를 다시 시작하십시오."));
     if (QSqlQuery(session).exec(mariaDbSession::twoStatements))
         refuseServer(QStringLiteral("한 번에 여러 문장을 받는 ODBC 연결이라 연결하지 않았습니다.\n"
-                                    "주소와 ODBC 설정에서 OPTION을 지우십시오."));
+                                    "주소와 ODBC 설정에서 OPTION을 삭제하십시오."));
 }
 
 } // namespace ado
