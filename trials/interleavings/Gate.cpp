@@ -71,10 +71,10 @@ int serverProcess(const ado::Connection &connection)
 } // namespace trial::gate
 
 /// Found before the library's own by everything in this process, and goes on to that.
-extern "C" PGresult *PQexecParams(PGconn *session, const char *statement, int count, const Oid *types,
-                                  const char *const *values, const int *lengths, const int *formats, int resultFormat)
+extern "C" int PQsendQueryParams(PGconn *session, const char *statement, int count, const Oid *types,
+                                 const char *const *values, const int *lengths, const int *formats, int resultFormat)
 {
-    static const auto own = reinterpret_cast<decltype(&PQexecParams)>(dlsym(RTLD_NEXT, "PQexecParams"));
+    static const auto own = reinterpret_cast<decltype(&PQsendQueryParams)>(dlsym(RTLD_NEXT, "PQsendQueryParams"));
     const std::string_view text(statement);
     bool guards = false;
     for (const char *word : {"BEGIN", "SAVEPOINT", "RELEASE"})
