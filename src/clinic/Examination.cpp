@@ -39,11 +39,10 @@ bool isRead(const Table &table)
 class Comparison
 {
 public:
-    Comparison(const Table &table, const FoundTable &found, ado::Engine engine, std::vector<Finding> &findings)
+    Comparison(const Table &table, const FoundTable &found, bool embedded, std::vector<Finding> &findings)
         : table_(table)
         , found_(found)
-        , embedded_(engine == ado::Engine::SQLite)
-        , mariaDb_(engine == ado::Engine::MariaDB)
+        , embedded_(embedded)
         , findings_(findings)
     {
     }
@@ -98,12 +97,10 @@ private:
             return;
         if (!found)
             return add(Weight::Fault, QStringLiteral("항목이 없습니다"), name, {}, Kind::NoColumn);
-        if (!embedded_ && !mariaDb_ && found->name != found->name.toLower())
+        if (!embedded_ && found->name != found->name.toLower())
             return add(Weight::Fault,
                        QStringLiteral("따옴표로 만들어 찾을 수 없는 항목입니다. 소문자 이름으로 바꾸십시오"),
                        found->name);
-        if (mariaDb_ && !isRead(table_))
-            compareKeeping(column, *found);
         const Misfit misfit = misfitOf(column, found->type, embedded_);
         const bool loses = misfit.loses && !(isRead(table_) && column.holds == ado::ColumnType::Text);
         if (misfit.why)
@@ -116,22 +113,9 @@ private:
             add(Weight::Fault, QStringLiteral("비워 둘 수 있어야 하는 항목입니다"), name);
     }
 
-    /// Two desks' texts that differ must not be equal to the server, and half a sale must not stay.
-    void compareKeeping(const Column &column, const FoundColumn &found)
-    {
-        if (column.holds == ado::ColumnType::Text && !found.type.contains(QLatin1String("_nopad_bin")))
-            add(Weight::Fault,
-                QStringLiteral(
-                    "대소문자나 끝의 빈칸을 구별하지 않는 항목입니다. COLLATE utf8mb4_nopad_bin으로 바꾸십시오"),
-                found.name, found.type);
-        if (isKey(column) && found.type.contains(QLatin1String(" engine ")))
-            add(Weight::Fault, QStringLiteral("트랜잭션이 없는 테이블입니다. ENGINE=InnoDB로 바꾸십시오"));
-    }
-
     const Table &table_;
     const FoundTable &found_;
     const bool embedded_;
-    const bool mariaDb_;
     std::vector<Finding> &findings_;
 };
 
@@ -177,10 +161,7 @@ void examineCounters(ado::Connection &connection, const Catalogue &catalogue, st
 void examineIndexes(ado::Connection &connection, const Catalogue &catalogue, std::vector<Finding> &findings)
 {
     const QString statement =
-        connection.engine() == ado::Engine::MariaDB
-            ? QStringLiteral("SELECT LOWER(CONCAT(table_name, '.', column_name)) FROM information_schema.statistics "
-                             "WHERE table_schema = DATABASE() AND seq_in_index = 1")
-        : connection.engine() == ado::Engine::SQLite
+        connection.engine() == ado::Engine::SQLite
             ? QStringLiteral(
                 "SELECT lower(m.name || '.' || i.name) FROM sqlite_master m JOIN pragma_index_list(m.name) l "
                 "JOIN pragma_index_info(l.name) i WHERE m.type = 'table' AND i.seqno = 0 AND i.name IS NOT "
@@ -230,14 +211,14 @@ std::vector<Finding> examine(ado::Connection &connection, Depth depth)
     QStringList names;
     for (const Table &table : tables())
         names << latin(table.name);
-    const bool postgres = connection.engine() == ado::Engine::PostgreSQL || connection.engine() == ado::Engine::Odbc;
+    const bool embedded = connection.engine() == ado::Engine::SQLite;
     const Catalogue catalogue = readCatalogue(connection, names);
     std::vector<Finding> findings;
     for (const Table &table : tables()) {
         const FoundTable *const found = catalogue.table(latin(table.name));
         const bool quoted = catalogue.outOfReach.contains(latin(table.name), Qt::CaseInsensitive);
         if (found)
-            Comparison(table, *found, connection.engine(), findings).run();
+            Comparison(table, *found, embedded, findings).run();
         else
             findings.push_back(
                 {Weight::Fault, quoted ? Kind::Other : Kind::NoTable,
@@ -247,11 +228,11 @@ std::vector<Finding> examine(ado::Connection &connection, Depth depth)
     }
     if (depth == Depth::ToSell && !catalogue.takesWrites)
         findings.push_back({Weight::Fault, Kind::Other, QStringLiteral("읽기 전용으로 열린 데이터베이스입니다")});
-    if (postgres)
+    if (!embedded)
         examineCounters(connection, catalogue, findings);
     if (depth == Depth::Whole)
         examineIndexes(connection, catalogue, findings);
-    if (depth == Depth::Whole && postgres)
+    if (depth == Depth::Whole && !embedded)
         examineServer(connection, findings);
     return findings;
 }

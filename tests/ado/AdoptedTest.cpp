@@ -40,8 +40,7 @@ protected:
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Engines, Adopted,
-                         testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, Adopted, testing::ValuesIn(allEngines), engineName);
 
 TEST_P(Adopted, SalesLieInTheHostsTransaction)
 {

@@ -72,8 +72,7 @@ protected:
 
     TestDatabase clinic{GetParam()};
 };
-INSTANTIATE_TEST_SUITE_P(Engines, Journal,
-                         testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, Journal, testing::ValuesIn(allEngines), engineName);
 
 } // namespace
 

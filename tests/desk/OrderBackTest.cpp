@@ -54,8 +54,7 @@ protected:
     QString backup_;
     QStringList before_;
 };
-INSTANTIATE_TEST_SUITE_P(Engines, OrderBack,
-                         testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, OrderBack, testing::ValuesIn(allEngines), engineName);
 
 } // namespace
 

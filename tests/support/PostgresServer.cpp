@@ -94,7 +94,7 @@ void PostgresServer::start()
     server_->setProcessChannelMode(QProcess::MergedChannels);
     server_->setStandardOutputFile(QProcess::nullDevice());
     QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path()};
-    QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=150")};
+    QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=60")};
     if (writing_ == Writing::Careless)
         settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off")
                  << QStringLiteral("synchronous_commit=off");

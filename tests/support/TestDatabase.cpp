@@ -1,7 +1,6 @@
 #include "tests/support/TestDatabase.h"
 
 #include "desk/schema/Schema.h"
-#include "tests/support/MariaDbServer.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QSqlDatabase>
@@ -9,7 +8,6 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
-#include <iostream>
 #include <stdexcept>
 
 namespace {
@@ -45,9 +43,6 @@ TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
 {
     if (engine == ado::Engine::SQLite) {
         address_ = QStringLiteral("sqlite:") + folder_.filePath("clinic.db");
-    } else if (engine == ado::Engine::MariaDB) {
-        serverDatabase_ = MariaDbServer::instance().createDatabase();
-        address_ = MariaDbServer::instance().address(serverDatabase_);
     } else {
         serverDatabase_ = PostgresServer::instance().createDatabase();
         address_ = engine == ado::Engine::Odbc ? PostgresServer::instance().odbcAddress(serverDatabase_)
@@ -68,14 +63,6 @@ TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
         plain = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), plainName_);
         plain.setDatabaseName(folder_.filePath("clinic.db"));
         plain.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
-    } else if (engine == ado::Engine::MariaDB) {
-        plain = QSqlDatabase::addDatabase(QStringLiteral("QODBC"), plainName_);
-        plain.setDatabaseName(
-            address_.sliced(qsizetype(sizeof "odbc:") - 1)
-            + QStringLiteral(";INITSTMT={SET SESSION sql_mode = "
-                             "'ANSI_QUOTES,PIPES_AS_CONCAT,NO_BACKSLASH_ESCAPES,NO_AUTO_VALUE_ON_ZERO', SESSION "
-                             "collation_connection = utf8mb4_nopad_bin, SESSION lock_wait_timeout = 10}"));
-        plain.setNumericalPrecisionPolicy(QSql::HighPrecision);
     } else {
         const QString address = PostgresServer::instance().postgresAddress(serverDatabase_);
         plain = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), plainName_);
@@ -97,10 +84,7 @@ TestDatabase::~TestDatabase()
     if (serverDatabase_.isEmpty())
         return;
     try {
-        if (engine_ == ado::Engine::MariaDB)
-            MariaDbServer::instance().dropDatabase(serverDatabase_);
-        else
-            PostgresServer::instance().dropDatabase(serverDatabase_);
+        PostgresServer::instance().dropDatabase(serverDatabase_);
     } catch (const std::runtime_error &error) {
         ADD_FAILURE() << error.what();
     }
@@ -131,16 +115,6 @@ QStringList TestDatabase::rows(const QString &statement)
     return lines;
 }
 
-std::vector<ado::Engine> installedEngines()
-{
-    std::vector<ado::Engine> engines{ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc};
-    if (MariaDbServer::isInstalled())
-        engines.push_back(ado::Engine::MariaDB);
-    else
-        std::cerr << "MariaDB is not installed and not tried\n";
-    return engines;
-}
-
 std::string engineName(const testing::TestParamInfo<ado::Engine> &info)
 {
     switch (info.param) {
@@ -150,8 +124,6 @@ std::string engineName(const testing::TestParamInfo<ado::Engine> &info)
         return "PostgreSQL";
     case ado::Engine::Odbc:
         return "Odbc";
-    case ado::Engine::MariaDB:
-        return "MariaDB";
     }
     return {};
 }

@@ -102,9 +102,7 @@ bool workOverRestore(trial::Ground &ground, const trial::Options &options, int s
 int run(const trial::Options &options)
 {
     const std::unique_ptr<PostgresServer> server = options.server();
-    trial::Ground ground(options.engine(), options.size(), server.get(), options.text("at"));
-    if (const QString desks = options.text("desks-at"); !desks.isEmpty())
-        ground.leadDesksOver(desks);
+    trial::Ground ground(options.engine(), options.size(), server.get());
     const int seconds = options.number("seconds");
     bool ended = work(ground, options, seconds, 0);
     print(ground.readJournals(), seconds);
@@ -116,8 +114,7 @@ int run(const trial::Options &options)
 
 } // namespace
 
-/// trial_load ENGINE [--desks N] [--seconds N] [--orders N] [--crowding PERCENT] [--seed N] [--restores 0|1] [--at ADDRESS]
-///     [--desks-at ADDRESS]
+/// trial_load ENGINE [--desks N] [--seconds N] [--orders N] [--crowding PERCENT] [--seed N] [--restores 0|1]
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);

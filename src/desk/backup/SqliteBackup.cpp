@@ -148,7 +148,7 @@ void prepare(SqliteFile &backup, const QString &copy, const Progress &progress)
         runtime::trapped();
         // Rows stand in the way. They are wanted back all the same, and the desk says that an upgrade is due.
         SqliteFile file(copy, Open::ToWrite);
-        for (const QString &statement : schema::markStatements(schema::Dialect::SQLite))
+        for (const QString &statement : schema::markStatements(false))
             file.ask(statement);
         file.ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Version = %1").arg(backup.mark().version));
     }

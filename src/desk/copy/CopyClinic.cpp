@@ -109,15 +109,11 @@ void demandEmpty(ado::Connection &target)
     constexpr int shown = 12;
     const QList<QVariantList> there = schema::rowsOf(
         target,
-        target.engine() == ado::Engine::MariaDB
-            ? QStringLiteral("SELECT table_name FROM information_schema.tables WHERE table_schema = DATABASE() ORDER "
-                             "BY 1")
-            : QStringLiteral(
-                "SELECT CASE n.nspname WHEN 'public' THEN '' ELSE n.nspname || '.' END || c.relname FROM "
-                "pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace WHERE c.relkind IN ('r', 'p', 'v', "
-                "'m', 'f') AND n.nspname <> 'information_schema' AND NOT starts_with(n.nspname, 'pg_') AND NOT "
-                "EXISTS (SELECT FROM pg_depend d WHERE d.classid = 'pg_class'::regclass AND d.objid = c.oid AND "
-                "d.deptype = 'e') ORDER BY 1"));
+        QStringLiteral("SELECT CASE n.nspname WHEN 'public' THEN '' ELSE n.nspname || '.' END || c.relname FROM "
+                       "pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace WHERE c.relkind IN ('r', 'p', 'v', "
+                       "'m', 'f') AND n.nspname <> 'information_schema' AND NOT starts_with(n.nspname, 'pg_') AND NOT "
+                       "EXISTS (SELECT FROM pg_depend d WHERE d.classid = 'pg_class'::regclass AND d.objid = c.oid AND "
+                       "d.deptype = 'e') ORDER BY 1"));
     if (there.isEmpty())
         return;
     QStringList names;
@@ -132,12 +128,10 @@ void demandEmpty(ado::Connection &target)
 
 Copied fill(ado::Connection &source, ado::Connection &target, const Progress &progress)
 {
-    schema::NewTables made(target);
     ado::Transaction scope(target);
     waitLong(target);
     Copied outcome = Work(source, target, progress).run();
     scope.commit();
-    made.keep();
     return outcome;
 }
 
@@ -164,11 +158,9 @@ Copied copyClinic(ado::Connection &source, const QString &address, const Progres
     const ado::ConnectionPtr target = ado::Connection::open(address);
     demandEmpty(*target);
     const Copied outcome = fill(source, *target, progress);
-    const QString analyze =
-        target->engine() == ado::Engine::MariaDB ? QStringLiteral("ANALYZE TABLE ") : QStringLiteral("ANALYZE ");
     runtime::Attempt statistics; // a desk would feel it without them; the copy stands all the same
     for (const Copied::Table &table : outcome.tables)
-        statistics([&] { target->Execute(analyze + table.name); });
+        statistics([&] { target->Execute(QStringLiteral("ANALYZE ") + table.name); });
     return outcome;
 }
 

@@ -161,7 +161,7 @@ QString withoutName(const QString &plain, const QString &name)
 }
 
 /// An index that does the same under another name is none that is missing.
-void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Dialect dialect, Steps &steps)
+void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Steps &steps)
 {
     const QHash<QString, QString> found = indexDefinitions(connection);
     QStringList bodies;
@@ -169,13 +169,14 @@ void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalog
         bodies << withoutName(*one, one.key());
     for (const IndexPlan &index : indexPlans()) {
         const QString name = QString::fromLatin1(index.name);
-        const QString statement = createIndexStatement(index, dialect);
+        const QString statement = createIndexStatement(index);
         const clinic::FoundTable *const table = catalogue.table(QString::fromLatin1(index.table));
         const auto old = found.find(name.toLower());
         if (table && table->isView)
             continue;
         if (old != found.end() && *old != plainDefinition(statement))
-            steps.push_back({QStringLiteral("인덱스 교체: ") + name, {dropIndexStatement(index, dialect), statement}});
+            steps.push_back(
+                {QStringLiteral("인덱스 교체: ") + name, {QStringLiteral("DROP INDEX ") + name, statement}});
         else if (old == found.end() && !bodies.contains(withoutName(plainDefinition(statement), name)))
             steps.push_back({QStringLiteral("인덱스 추가: ") + name, {statement}});
     }
@@ -230,7 +231,8 @@ void addMarkStep(ado::Connection &connection, Dialect dialect, Steps &steps)
 {
     const std::optional<Mark> mark = readMark(connection);
     if (mark && mark->version < CurrentVersion)
-        steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion), markStatements(dialect)});
+        steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion),
+                         markStatements(dialect == Dialect::PostgreSQL)});
 }
 
 void addLockStep(ado::Connection &connection, Dialect dialect, Steps &steps)
@@ -279,11 +281,10 @@ std::vector<UpgradeStep> upgradeSteps(ado::Connection &connection, Doors doors)
     demandMendable(connection, steps);
     if (dialect == Dialect::PostgreSQL)
         addLikeSteps(connection, steps);
-    else if (dialect == Dialect::SQLite)
+    else
         addDateSteps(connection, steps);
-    addIndexSteps(connection, catalogue, dialect, steps);
-    if (dialect != Dialect::MariaDB)
-        addJournalSteps(connection, catalogue, dialect, steps);
+    addIndexSteps(connection, catalogue, steps);
+    addJournalSteps(connection, catalogue, dialect, steps);
     for (const QString &statement : lateKeyStatements(connection, mayBeMade))
         steps.push_back({QStringLiteral("새 번호 조정"), {statement}});
     addMarkStep(connection, dialect, steps);

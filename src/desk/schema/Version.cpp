@@ -9,17 +9,13 @@ namespace schema {
 
 std::optional<Mark> readMark(ado::Connection &connection)
 {
-    const Dialect dialect = dialectOf(connection);
-    // On MariaDB a role sees no table there that it may not read.
-    const QString there = dialect == Dialect::PostgreSQL ? QStringLiteral("SELECT COUNT(to_regclass('t_deskschema'))")
-                          : dialect == Dialect::MariaDB
-                              ? QStringLiteral("SELECT COUNT(*) FROM information_schema.tables WHERE table_schema = "
-                                               "DATABASE() AND table_name = 't_deskschema'")
-                              : QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND "
-                                               "name = 't_DeskSchema'");
+    const bool server = dialectOf(connection) == Dialect::PostgreSQL;
+    const QString there = server ? QStringLiteral("SELECT COUNT(to_regclass('t_deskschema'))")
+                                 : QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND "
+                                                  "name = 't_DeskSchema'");
     if (valueOf(connection, there).toInt() == 0)
         return Mark{};
-    if (dialect == Dialect::PostgreSQL
+    if (server
         && valueOf(connection, QStringLiteral("SELECT has_table_privilege('t_deskschema', 'SELECT')::int")).toInt()
                == 0)
         return std::nullopt;
@@ -53,7 +49,7 @@ QString upgradeNotice(ado::Connection &connection)
         "이전 판에서 만든 데이터베이스입니다. 그대로 사용할 수 있습니다. 한가할 때 desk --upgrade를 실행하십시오.");
 }
 
-QStringList markStatements(Dialect dialect)
+QStringList markStatements(bool onServer)
 {
     QStringList statements{
         QStringLiteral("CREATE TABLE IF NOT EXISTS t_DeskSchema (\n"
@@ -61,11 +57,10 @@ QStringList markStatements(Dialect dialect)
                        "    DS_Version integer NOT NULL,\n"
                        "    DS_Generation integer NOT NULL\n"
                        ")"),
-        QStringLiteral("INSERT INTO t_DeskSchema VALUES (1, %1, 0) ").arg(CurrentVersion)
-            + (dialect == Dialect::MariaDB
-                   ? QStringLiteral("ON DUPLICATE KEY UPDATE DS_Version = VALUES(DS_Version)")
-                   : QStringLiteral("ON CONFLICT (DS_Key) DO UPDATE SET DS_Version = excluded.DS_Version"))};
-    if (dialect == Dialect::PostgreSQL) // every desk asks for it, whatever its role
+        QStringLiteral("INSERT INTO t_DeskSchema VALUES (1, %1, 0) ON CONFLICT (DS_Key) DO UPDATE SET "
+                       "DS_Version = excluded.DS_Version")
+            .arg(CurrentVersion)};
+    if (onServer) // every desk asks for it, whatever its role
         statements << QStringLiteral("GRANT SELECT ON t_DeskSchema TO PUBLIC");
     return statements;
 }

@@ -8,8 +8,6 @@
 
 namespace schema {
 
-enum class Dialect;
-
 /// What this program makes. It counts up with every change of tables, indexes, the journal or the LIKE operator.
 inline constexpr int CurrentVersion = 2;
 
@@ -30,7 +28,7 @@ void demandNoNewer(ado::Connection &connection);
 QString upgradeNotice(ado::Connection &connection);
 
 /// Makes the table with its row; a row that is there keeps its generation.
-QStringList markStatements(Dialect dialect);
+QStringList markStatements(bool onServer);
 /// The row of a database that has the table.
 QString selectMarkStatement();
 

@@ -217,7 +217,7 @@ bool Connection::holdRow(const QString &table, const QString &key, qint32 value,
     // The embedded engine holds the whole database from the transaction's beginning, which readBack sees to.
     Command select = d->driver->command() << u"SELECT " << key << u" FROM " << table << u" WHERE " << key << u" = ";
     select.value(value);
-    select << also << (d->driver->dialect() == Dialect::SQLite ? u"" : u" FOR UPDATE");
+    select << also << (d->driver->dialect() == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
     return d->readBack(select).rowCount() > 0;
 }
 

@@ -12,8 +12,7 @@ class QSqlDatabase;
 
 namespace ado {
 
-/// Odbc is a PostgreSQL server that is reached through ODBC; MariaDB is reached so, too.
-enum class Engine { SQLite, PostgreSQL, Odbc, MariaDB };
+enum class Engine { SQLite, PostgreSQL, Odbc };
 
 /// One open database connection, shared by the host and its components. Belongs to the program's thread; on another
 /// every call raises InvalidCall, but for those that only tell what it is.

@@ -18,13 +18,10 @@ void LentOdbcDriver::openSession()
 {
     if (!answers())
         LentDatabase::raiseClosed();
-    knowServer();
-    // What another kind's session was opened with, and whether it opens another one by itself, cannot be seen from within.
-    if (dialect() != Dialect::PostgreSQL)
-        refuseKind(QStringLiteral("프로그램이 열어 둔 ODBC 연결은 PostgreSQL 서버의 것만 사용할 수 있습니다."));
+    requirePostgres();
     if (isMarked()) // another has adopted it, too
         return sessionStands();
-    if (transactionIsOpen() || transactionIsOpen())
+    if (foreignIsOpen() || foreignIsOpen())
         throw RuntimeError(
             ErrorNumber::InvalidCall,
             QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (ODBC 연결은 트랜잭션을 시작하기 "

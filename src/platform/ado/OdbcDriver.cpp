@@ -1,7 +1,9 @@
 #include "platform/ado/OdbcDriver.h"
 
+#include "platform/ado/LibpqPatience.h"
+#include "platform/ado/PostgresSession.h"
+
 #include <QDate>
-#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -9,6 +11,7 @@
 #include <QSqlRecord>
 
 #include <algorithm>
+#include <utility>
 
 namespace ado {
 
@@ -41,18 +44,22 @@ void addCell(CellTable &table, const QVariant &value)
     }
 }
 
-/// Whether the server ends a transaction before it runs the statement.
-bool isDefinition(const QString &statement)
+/// The connection string with what it does not settle itself.
+QString withSettingsForPostgres(QString connectionString)
 {
-    static const QRegularExpression begins(QStringLiteral("^\\s*(CREATE|ALTER|DROP|RENAME|TRUNCATE|ANALYZE)\\b"),
-                                           QRegularExpression::CaseInsensitiveOption);
-    return begins.match(statement).hasMatch();
-}
-
-bool isDouble(const QSqlField &field)
-{
-    constexpr int types[]{6 /* float */, 7 /* real */, 8 /* double */};
-    return std::ranges::find(types, field.typeID()) != std::end(types);
+    // The driver rolls a whole transaction back on any failed statement unless it is told to set savepoints.
+    QStringList patience;
+    for (const auto &[name, value] : libpqPatience)
+        patience << name + u'=' + value;
+    const std::pair<QString, QString> settings[]{
+        {QStringLiteral("Protocol="), QStringLiteral("7.4-2")},
+        {QStringLiteral("pqopt="), u'{' + patience.join(u' ') + u'}'},
+    };
+    for (const auto &[name, value] : settings) {
+        if (!connectionString.contains(name, Qt::CaseInsensitive))
+            connectionString += u';' + name + value;
+    }
+    return connectionString;
 }
 
 bool isNumeric(const QSqlField &field)
@@ -87,39 +94,28 @@ void OdbcDriver::open()
 void OdbcDriver::openSession()
 {
     open();
-    knowServer();
-    const QString asked = server_->completed(database_.databaseName());
+    requirePostgres();
+    const QString asked = withSettingsForPostgres(database_.databaseName());
     if (asked != database_.databaseName()) {
         database_.close();
         database_.setDatabaseName(asked);
         open();
     }
-    try {
-        server_->requireFit(database_);
-    } catch (const runtime::RuntimeError &) {
-        closeSession();
-        throw;
-    }
     sessionStands();
-    for (const QString &statement : server_->beginning)
-        run(command() << statement);
+    run(command() << postgresSession::patience);
+    run(command() << postgresSession::likeOperator);
 }
 
-void OdbcDriver::knowServer()
+void OdbcDriver::requirePostgres()
 {
-    if (const OdbcServer *const server = OdbcServer::behind(database()))
-        server_ = server;
-    else
-        refuseKind(QStringLiteral("ODBC로는 PostgreSQL이나 MariaDB 서버에만 연결할 수 있습니다."));
-}
-
-void OdbcDriver::refuseKind(const QString &kinds)
-{
+    if (database().driver()->dbmsType() == QSqlDriver::PostgreSQL)
+        return;
     closeSession();
-    throw runtime::RuntimeError(runtime::ErrorNumber::ConnectionLost,
-                                QStringLiteral("사용할 수 없는 종류의 데이터베이스 서버입니다. %1\n"
-                                               "데이터베이스 주소를 확인하십시오.")
-                                    .arg(kinds));
+    throw runtime::RuntimeError(
+        runtime::ErrorNumber::ConnectionLost,
+        QStringLiteral(
+            "사용할 수 없는 종류의 데이터베이스 서버입니다. ODBC로는 PostgreSQL 서버에만 연결할 수 있습니다.\n"
+            "데이터베이스 주소를 확인하십시오."));
 }
 
 void OdbcDriver::sessionStands()
@@ -154,20 +150,22 @@ void OdbcDriver::leave()
 
 void OdbcDriver::putReadingRight()
 {
-    for (const QString &setting : server_->reading)
+    for (const QString &setting : postgresSession::readAsTheLayer)
         QSqlQuery(database()).exec(setting);
     readOtherwise_ = false;
 }
 
 void OdbcDriver::requireOurReading(const QString &statement)
 {
-    // The settings change what these signs do, and nothing else; asking costs a journey to the server.
-    if (std::ranges::none_of(server_->readOtherwise, [&](QChar sign) { return statement.contains(sign); }))
+    // The settings change what a backslash does, and nothing else; asking costs a journey to the server.
+    if (!statement.contains(u'\\'))
         return;
     QSqlQuery settings(database());
-    if (!settings.exec(server_->askReading) || !settings.next())
+    if (!settings.exec(QStringLiteral("SELECT current_setting('standard_conforming_strings') || ' ' || "
+                                      "current_setting('client_encoding')"))
+        || !settings.next())
         fail(settings.lastError());
-    if (settings.value(0).toInt() == 1)
+    if (settings.value(0).toString() == QLatin1String("on UTF8"))
         return;
     putReadingRight();
     readOtherwise_ = inTransaction_; // whose rollback would take it back
@@ -182,11 +180,6 @@ void OdbcDriver::fail(const QSqlError &error)
         forgetSession();
         sessionLost();
     }
-    if (server_->endsTransactions) {
-        const bool stands = transactionIsOpen();
-        inTransaction_ = inTransaction_ && stands;
-        foreign_ = foreign_ && stands;
-    }
     refuse(text, error.nativeErrorCode().toLatin1());
 }
 
@@ -197,15 +190,12 @@ bool OdbcDriver::answers()
 
 QSqlQuery OdbcDriver::run(const Command &statement)
 {
-    const QString text = server_->translated(statement.text());
-    requireOurReading(text);
+    requireOurReading(statement.text());
     QSqlQuery query(database());
     query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     query.setForwardOnly(true);
-    if (!query.exec(text))
+    if (!query.exec(statement.text()))
         fail(query.lastError());
-    if (server_->endsTransactions && inTransaction_ && isDefinition(text))
-        begin(); // what follows belongs together again
     return query;
 }
 
@@ -215,18 +205,12 @@ CellTable OdbcDriver::read(const Command &select)
     const QSqlRecord record = query.record();
     const int columnCount = record.count();
     std::vector<ResultColumn> described;
-    std::vector<QSql::NumericalPrecisionPolicy> precision;
-    for (int column = 0; column < columnCount; ++column) {
-        const bool asNumber = server_->cutsDoubles && isDouble(record.field(column));
-        precision.push_back(asNumber ? QSql::LowPrecisionDouble : QSql::HighPrecision);
+    for (int column = 0; column < columnCount; ++column)
         described.push_back(describeColumn(record.fieldName(column), isNumeric(record.field(column)), select.text()));
-    }
     CellTable table(std::move(described));
     while (query.next()) {
-        for (int column = 0; column < columnCount; ++column) {
-            query.setNumericalPrecisionPolicy(precision[static_cast<std::size_t>(column)]);
+        for (int column = 0; column < columnCount; ++column)
             addCell(table, query.value(column));
-        }
     }
     if (query.lastError().isValid())
         fail(query.lastError());
@@ -241,12 +225,8 @@ int OdbcDriver::write(const Command &statement)
 void OdbcDriver::begin()
 {
     QSqlDatabase session = database();
-    if (!server_->begin.isEmpty()) {
-        inTransaction_ = false;
-        run(command() << server_->begin);
-    } else if (!session.transaction()) {
+    if (!session.transaction())
         fail(session.lastError());
-    }
     inTransaction_ = true;
 }
 
@@ -263,8 +243,6 @@ void OdbcDriver::rollback()
 void OdbcDriver::end(bool done)
 {
     inTransaction_ = false;
-    if (!server_->begin.isEmpty())
-        return endBy(done ? server_->commit : server_->rollback);
     QSqlDatabase session = database();
     if (done ? session.commit() : session.rollback()) {
         if (readOtherwise_)
@@ -277,18 +255,6 @@ void OdbcDriver::end(bool done)
     fail(error);
 }
 
-void OdbcDriver::endBy(const QString &statement)
-{
-    try {
-        run(command() << statement);
-    } catch (const runtime::RuntimeError &) {
-        QSqlQuery(database()).exec(server_->rollback); // or the next statements would go on inside it
-        throw;
-    }
-    if (readOtherwise_)
-        putReadingRight();
-}
-
 bool OdbcDriver::alive(Asking asking)
 {
     if (lost_ || !database().isOpen())
@@ -297,14 +263,15 @@ bool OdbcDriver::alive(Asking asking)
         return true;
     if (!answers())
         return false;
-    foreign_ = transactionIsOpen();
+    foreign_ = foreignIsOpen();
     return true;
 }
 
-bool OdbcDriver::transactionIsOpen()
+bool OdbcDriver::foreignIsOpen()
 {
     QSqlQuery query(database());
-    return query.exec(server_->askTransaction) && query.next() && query.value(0).toInt() == 1;
+    return query.exec(QStringLiteral("SELECT CASE WHEN now() = statement_timestamp() THEN 0 ELSE 1 END"))
+           && query.next() && query.value(0).toInt() == 1;
 }
 
 } // namespace ado

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/ado/Driver.h"
-#include "platform/ado/OdbcServer.h"
 
 #include <QSqlDatabase>
 
@@ -10,16 +9,15 @@ class QSqlQuery;
 
 namespace ado {
 
-/// A clinic's own server behind ODBC. PostgreSQL and MariaDB are let in: of another kind nobody has seen where it ends a
-/// statement.
+/// A clinic's own server behind ODBC. Only PostgreSQL is let in: of another kind nobody has seen where it ends a statement.
 class OdbcDriver : public Driver
 {
 public:
     explicit OdbcDriver(const QString &connectionString);
     ~OdbcDriver() override;
 
-    Engine engine() const override { return server_->engine; }
-    Dialect dialect() const override { return server_->dialect; }
+    Engine engine() const override { return Engine::Odbc; }
+    Dialect dialect() const override { return Dialect::PostgreSQL; }
     Command command() const override { return Command(Command::Values::Literal); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
@@ -36,15 +34,14 @@ protected:
     void openSession() override;
     void closeSession() override;
     void leave() override;
-    /// Learns which of the kinds it is; raises ConnectionLost for any other.
-    void knowServer();
-    /// Raises ConnectionLost with that, behind the sentence that this kind cannot be worked with.
-    [[noreturn]] void refuseKind(const QString &kinds);
+    /// Raises ConnectionLost for any other kind.
+    void requirePostgres();
     void sessionStands();
     void forgetSession();
     QSqlQuery run(const Command &statement);
-    /// Whether the server holds a transaction, as one that somebody began past this driver.
-    bool transactionIsOpen();
+    /// Whether somebody began a transaction past this driver. Of the two questions the first begins the one that the driver
+    /// manager was asked for and has not begun yet: in the second one the time of its begin has gone by.
+    bool foreignIsOpen();
 
     bool answers();
 
@@ -54,11 +51,9 @@ private:
     /// Raises Database when the session's settings have the server read the statement in another way than the layer has.
     void requireOurReading(const QString &statement);
     void putReadingRight();
-    void endBy(const QString &statement);
     [[noreturn]] void fail(const QSqlError &error);
 
     QSqlDatabase database_;
-    const OdbcServer *server_ = nullptr; ///< known from the first session on
     bool inTransaction_ = false;
     bool foreign_ = false;
     bool lost_ = false;

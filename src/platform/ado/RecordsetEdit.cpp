@@ -86,16 +86,6 @@ void Recordset::Private::requireTouched(int touched) const
     raiseConflict();
 }
 
-/// One kind of server cannot tell which row it has changed, nor look at a table in the statement that changes it.
-void Recordset::Private::requireAnswers() const
-{
-    if (connection->layer().driver->dialect() == Dialect::MariaDB)
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           QStringLiteral("키가 없는 테이블이라 이 서버에서는 수정하거나 삭제할 수 없습니다.\n개발사로 "
-                                          "문의하여 테이블에 키를 추가하십시오: ")
-                               + rows->shape().base()->name);
-}
-
 void Recordset::Private::updateRow()
 {
     Connection::Private &layer = connection->layer();
@@ -107,7 +97,6 @@ void Recordset::Private::updateRow()
     }
     addConditions(command, Compared::Assigned);
     if (rows->byContent()) {
-        requireAnswers();
         const auto written = std::make_shared<CellTable>(layer.readBack(command << rows->shape().returned()));
         requireTouched(written->rowCount());
         rows->rewrite(position, {written, 0});
@@ -127,8 +116,7 @@ void Recordset::Private::insertRow()
         names << column->name;
     if (!names.isEmpty())
         command << u" (" << names.join(QStringLiteral(", ")) << u")";
-    const bool empties = layer.driver->dialect() == Dialect::MariaDB;
-    command << (!names.isEmpty() ? u" VALUES (" : empties ? u" () VALUES ()" : u" DEFAULT VALUES");
+    command << (names.isEmpty() ? u" DEFAULT VALUES" : u" VALUES (");
     QStringView separator;
     for (const auto &[column, value] : assigned) {
         command << std::exchange(separator, u", ");
@@ -149,8 +137,6 @@ void Recordset::Private::insertRow()
 void Recordset::Private::deleteRow()
 {
     Connection::Private &layer = connection->layer();
-    if (rows->byContent())
-        requireAnswers();
     Command command = layer.driver->command() << u"DELETE FROM " << rows->shape().base()->name;
     addConditions(command, Compared::All);
     requireTouched(layer.write(command));

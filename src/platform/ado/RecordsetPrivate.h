@@ -66,7 +66,6 @@ private:
     void addConditions(Command &command, Compared compared) const;
     void addContent(Command &command) const;
     void addContentOfOneRow(Command &command) const;
-    void requireAnswers() const;
     void requireTouched(int touched) const;
 };
 

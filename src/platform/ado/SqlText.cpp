@@ -71,13 +71,11 @@ private:
             refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
         if ((c == u'-' && peek(1) == u'-') || (c == u'/' && peek(1) == u'*'))
             refuse(QStringLiteral("문장에 주석을 사용할 수 없습니다."));
-        if (dialect_ == Dialect::MariaDB)
-            refuseOfMariaDb(c);
         if (c == u'\'')
             take(Token::Kind::Literal, endOfQuoted(at_, u'\''));
         else if (c == u'"')
             take(Token::Kind::QuotedName, endOfQuoted(at_, u'"'));
-        else if (c == u'`' && dialect_ != Dialect::PostgreSQL)
+        else if (c == u'`' && dialect_ == Dialect::SQLite)
             take(Token::Kind::QuotedName, endOfQuoted(at_, u'`'));
         else if (c == u'[' && dialect_ == Dialect::SQLite)
             take(Token::Kind::QuotedName, endOfBracketed());
@@ -89,15 +87,6 @@ private:
             number();
         else
             sign(c);
-    }
-
-    /// A comment of its own; a value that was never given, to the driver; a sign that some settings take for an escape.
-    static void refuseOfMariaDb(QChar c)
-    {
-        if (c == u'#')
-            refuse(QStringLiteral("문장에 주석을 사용할 수 없습니다."));
-        if (c == u'?' || c == u'\\')
-            refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
     }
 
     void word()
