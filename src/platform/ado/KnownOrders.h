@@ -20,16 +20,17 @@ public:
 
     void remember(const QString &statement, const Rows &order)
     {
-        constexpr std::size_t long_ = 1000;
-        constexpr qsizetype most = 8;
-        if (order.size() < long_)
+        if (order.size() < LongList)
             return;
-        if (orders_.size() == most && !orders_.contains(statement))
+        if (orders_.size() == MostLists && !orders_.contains(statement))
             orders_.clear();
         orders_.insert(statement, order);
     }
 
 private:
+    static constexpr std::size_t LongList = 1000;
+    static constexpr qsizetype MostLists = 8;
+
     QHash<QString, Rows> orders_;
 };
 

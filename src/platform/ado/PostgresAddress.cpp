@@ -83,7 +83,7 @@ PostgresParameters beginningAfter(int place, PostgresParameters parameters)
             continue;
         QStringList each = value.split(u',');
         if (each.size() == servers) // one port may stand for all
-            std::ranges::rotate(each, each.begin() + (place + 1) % servers);
+            std::rotate(each.begin(), each.begin() + (place + 1) % servers, each.end());
         value = each.join(u',');
     }
     return parameters;
