@@ -44,6 +44,34 @@ WHERE lower(c.relname) IN (%1) AND c.relkind IN ('r', 'p', 'v', 'm', 'f')
     AND (pg_catalog.pg_table_is_visible(c.oid) OR c.relname <> lower(c.relname))
 ORDER BY c.relname, a.attnum)sql");
 
+// What compares or keeps otherwise than the system's statements expect stands behind the type.
+const QString ofMariaDb = QStringLiteral(R"sql(
+SELECT t.table_name, t.table_type <> 'BASE TABLE',
+    CASE WHEN t.table_type <> 'BASE TABLE' THEN COALESCE((SELECT v.is_updatable = 'YES' FROM information_schema.views v
+        WHERE v.table_schema = t.table_schema AND v.table_name = t.table_name), 0) ELSE 1 END,
+    0, 1, c.column_name, CONCAT(c.column_type, COALESCE(CONCAT(' ', c.collation_name), ''),
+        CASE WHEN t.table_type = 'BASE TABLE' AND t.engine <> 'InnoDB' THEN CONCAT(' engine ', t.engine) ELSE '' END),
+    c.is_nullable = 'NO', c.column_default IS NOT NULL AND c.column_default <> 'NULL' OR c.extra LIKE '%auto_increment%',
+    @@read_only = 0
+FROM information_schema.tables t JOIN information_schema.columns c ON c.table_schema = t.table_schema
+    AND c.table_name = t.table_name
+WHERE t.table_schema = DATABASE() AND t.table_name IN (%1)
+ORDER BY t.table_name, c.ordinal_position)sql");
+
+const QString &questionOf(ado::Engine engine)
+{
+    switch (engine) {
+    case ado::Engine::SQLite:
+        return ofAFile;
+    case ado::Engine::PostgreSQL:
+    case ado::Engine::Odbc:
+        return ofAServer;
+    case ado::Engine::MariaDB:
+        return ofMariaDb;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 const FoundColumn *FoundTable::column(const QString &name) const
@@ -64,7 +92,7 @@ Catalogue readCatalogue(const ado::Connection &connection, const QStringList &ta
     QStringList names;
     for (const QString &table : tables)
         names << u'\'' + table.toLower() + u'\'';
-    const QString &statement = connection.engine() == ado::Engine::SQLite ? ofAFile : ofAServer;
+    const QString &statement = questionOf(connection.engine());
     const ado::CellTable rows = connection.read(QString(statement).replace(QStringLiteral("%1"), names.join(u',')));
     Catalogue catalogue;
     for (int row = 0; row < rows.rowCount(); ++row) {

@@ -6,6 +6,8 @@ namespace clinic {
 
 namespace {
 
+constexpr int listLength = 36; ///< of a list's name; behind it a '/' and which counting this is
+
 QStringList chainColumnNames(const QString &before)
 {
     QStringList names;
@@ -128,6 +130,18 @@ QStringList chainListStatements(const QString &schema, const QString &list)
             QStringLiteral("CREATE INDEX ixCentralRevision ON %1t_CentralProduct (CP_Revision)").arg(schema),
             QStringLiteral("INSERT INTO %1t_CentralList VALUES (1, '%2', 1)").arg(schema, list),
             QStringLiteral("INSERT INTO %1t_CentralProduct SELECT PM_PK, 1 FROM tPSProductMaster").arg(schema)};
+}
+
+QString chainCountAnewStatement(bool server)
+{
+    return QStringLiteral("UPDATE t_CentralList SET CL_List = substr(CL_List, 1, %1) || '/' || %2")
+        .arg(QString::number(listLength),
+             server ? QStringLiteral("md5(random()::text)") : QStringLiteral("hex(randomblob(16))"));
+}
+
+bool isSameChainList(const QString &one, const QString &other)
+{
+    return one.left(listLength) == other.left(listLength);
 }
 
 QStringList chainFunctionStatements()

@@ -22,6 +22,11 @@ inline constexpr const char *chainTables[]{"t_centrallist", "t_centralproduct", 
 // In the database of the head office.
 /// `schema` with its dot, that of the product table on a server; `list` tells this list from every other one.
 QStringList chainListStatements(const QString &schema, const QString &list);
+/// After a restore in another place: what was counted since the backup is lost, and what is counted now says other things.
+/// The list stays the same one.
+QString chainCountAnewStatement(bool server);
+/// Whether two names of lists are those of one, counted anew in between.
+bool isSameChainList(const QString &one, const QString &other);
 /// What the triggers of a server call; none on the embedded engine.
 QStringList chainFunctionStatements();
 QStringList chainTriggers(bool server);

@@ -33,18 +33,13 @@ SqlType serverType(const QString &type)
         const char *begins;
         SqlType type;
     } known[]{
-        {"smallint", {TypeKind::Whole, 16}},
-        {"integer", {TypeKind::Whole, 32}},
-        {"bigint", {TypeKind::Whole, 64}},
-        {"numeric", {TypeKind::Exact}},
-        {"double precision", {TypeKind::Double}},
-        {"real", {TypeKind::Single}},
-        {"money", {TypeKind::Money}},
-        {"boolean", {TypeKind::Boolean}},
-        {"text", {TypeKind::Text}},
-        {"citext", {TypeKind::Text}},
-        {"character", {TypeKind::Text}},
-        {"date", {TypeKind::Date}},
+        {"tinyint", {TypeKind::Whole, 16}}, {"smallint", {TypeKind::Whole, 16}}, {"integer", {TypeKind::Whole, 32}},
+        {"bigint", {TypeKind::Whole, 64}},  {"int(", {TypeKind::Whole, 32}},     {"mediumint", {TypeKind::Whole, 32}},
+        {"numeric", {TypeKind::Exact}},     {"decimal", {TypeKind::Exact}},      {"double", {TypeKind::Double}},
+        {"float", {TypeKind::Single}},      {"real", {TypeKind::Single}},        {"money", {TypeKind::Money}},
+        {"boolean", {TypeKind::Boolean}},   {"text", {TypeKind::Text}},          {"mediumtext", {TypeKind::Text}},
+        {"longtext", {TypeKind::Text}},     {"varchar", {TypeKind::Text}},       {"char(", {TypeKind::Text}},
+        {"citext", {TypeKind::Text}},       {"character", {TypeKind::Text}},     {"date", {TypeKind::Date}},
         {"timestamp", {TypeKind::Date}},
     };
     static const QRegularExpression sizes(QStringLiteral("\\((\\d+)(?:,(\\d+))?\\)"));

@@ -39,10 +39,11 @@ bool isRead(const Table &table)
 class Comparison
 {
 public:
-    Comparison(const Table &table, const FoundTable &found, bool embedded, std::vector<Finding> &findings)
+    Comparison(const Table &table, const FoundTable &found, ado::Engine engine, std::vector<Finding> &findings)
         : table_(table)
         , found_(found)
-        , embedded_(embedded)
+        , embedded_(engine == ado::Engine::SQLite)
+        , mariaDb_(engine == ado::Engine::MariaDB)
         , findings_(findings)
     {
     }
@@ -97,10 +98,12 @@ private:
             return;
         if (!found)
             return add(Weight::Fault, QStringLiteral("항목이 없습니다"), name, {}, Kind::NoColumn);
-        if (!embedded_ && found->name != found->name.toLower())
+        if (!embedded_ && !mariaDb_ && found->name != found->name.toLower())
             return add(Weight::Fault,
                        QStringLiteral("따옴표로 만들어 찾을 수 없는 항목입니다. 소문자 이름으로 바꾸십시오"),
                        found->name);
+        if (mariaDb_ && !isRead(table_))
+            compareKeeping(column, *found);
         const Misfit misfit = misfitOf(column, found->type, embedded_);
         const bool loses = misfit.loses && !(isRead(table_) && column.holds == ado::ColumnType::Text);
         if (misfit.why)
@@ -113,11 +116,49 @@ private:
             add(Weight::Fault, QStringLiteral("비워 둘 수 있어야 하는 항목입니다"), name);
     }
 
+    /// Two desks' texts that differ must not be equal to the server, and half a sale must not stay.
+    void compareKeeping(const Column &column, const FoundColumn &found)
+    {
+        if (column.holds == ado::ColumnType::Text && !found.type.contains(QLatin1String("_nopad_bin")))
+            add(Weight::Fault,
+                QStringLiteral(
+                    "대소문자나 끝의 빈칸을 구별하지 않는 항목입니다. COLLATE utf8mb4_nopad_bin으로 바꾸십시오"),
+                found.name, found.type);
+        if (isKey(column) && found.type.contains(QLatin1String(" engine ")))
+            add(Weight::Fault, QStringLiteral("트랜잭션이 없는 테이블입니다. ENGINE=InnoDB로 바꾸십시오"));
+    }
+
     const Table &table_;
     const FoundTable &found_;
     const bool embedded_;
+    const bool mariaDb_;
     std::vector<Finding> &findings_;
 };
+
+bool isCounted(const Table &table)
+{
+    return table.key().holds == ado::ColumnType::Key && !isRead(table);
+}
+
+QString keyText(const Table &table, const QString &found)
+{
+    return QStringLiteral("('%1', '%2', pg_catalog.pg_get_serial_sequence('%3', '%4')::regclass)")
+        .arg(latin(table.name), latin(table.key().name), latin(table.name).toLower(), found);
+}
+
+/// By the counter itself: the catalogue does not tell the next number of one that was set and has given none yet. Which counters
+/// there are, and may be seen, only the server knows, so the look at each is made a statement there.
+QString lateStatement(const QStringList &keys)
+{
+    return QStringLiteral(
+               "SELECT k.named || '.' || k.key FROM (VALUES %1) AS k (named, key, counter) JOIN "
+               "pg_catalog.pg_sequence s ON s.seqrelid = k.counter WHERE CASE WHEN "
+               "pg_catalog.has_sequence_privilege(k.counter, 'SELECT') THEN "
+               "strpos(pg_catalog.query_to_xml(format('SELECT 1 FROM %s c WHERE (SELECT MAX(%s) FROM %s) >= CASE WHEN "
+               "c.is_called THEN c.last_value + %s ELSE c.last_value END', k.counter, k.key, k.named, s.seqincrement), "
+               "false, true, '')::text, '<row') > 0 END ORDER BY 1")
+        .arg(keys.join(QStringLiteral(", ")));
+}
 
 /// Counters whose next number is taken already; a role that may not see a counter is told nothing. The embedded engine
 /// counts on from the highest by itself.
@@ -127,30 +168,12 @@ void examineCounters(ado::Connection &connection, const Catalogue &catalogue, st
     for (const Table &table : tables()) {
         const FoundTable *const found = catalogue.table(latin(table.name));
         const FoundColumn *const key = found ? found->column(latin(table.key().name)) : nullptr;
-        if (table.key().holds != ado::ColumnType::Key || isRead(table) || !key || found->isView || !key->filled)
-            continue;
-        keys << QStringLiteral("('%1', '%2', pg_catalog.pg_get_serial_sequence('%3', '%4')::regclass)")
-                    .arg(latin(table.name), latin(table.key().name), latin(table.name).toLower(), key->name);
+        if (isCounted(table) && key && !found->isView && key->filled)
+            keys << keyText(table, key->name);
     }
     if (keys.isEmpty())
         return;
-    const ado::CellTable counters = connection.read(
-        QStringLiteral(
-            "SELECT k.named, k.key, k.counter::text, s.seqincrement FROM (VALUES %1) AS k (named, key, counter) "
-            "JOIN pg_catalog.pg_sequence s ON s.seqrelid = k.counter WHERE "
-            "pg_catalog.has_sequence_privilege(k.counter, 'SELECT')")
-            .arg(keys.join(QStringLiteral(", "))));
-    // By the counter itself: the catalogue does not tell the next number of one that was set and has given none yet.
-    QStringList parts;
-    for (int row = 0; row < counters.rowCount(); ++row)
-        parts << QStringLiteral(
-                     "SELECT '%1.%2' AS named FROM %3 c WHERE (SELECT MAX(%2) FROM %1) >= CASE WHEN c.is_called "
-                     "THEN c.last_value + %4 ELSE c.last_value END")
-                     .arg(counters.raw(row, 0).toString(), counters.raw(row, 1).toString(),
-                          counters.raw(row, 2).toString(), counters.raw(row, 3).toString());
-    if (parts.isEmpty())
-        return;
-    const ado::CellTable late = connection.read(parts.join(QStringLiteral(" UNION ALL ")));
+    const ado::CellTable late = connection.read(lateStatement(keys));
     for (int row = 0; row < late.rowCount(); ++row)
         findings.push_back({Weight::Fault, Kind::LateCounter,
                             QStringLiteral("다음 번호가 이미 쓰인 번호입니다. desk --upgrade를 실행하십시오: ")
@@ -161,7 +184,10 @@ void examineCounters(ado::Connection &connection, const Catalogue &catalogue, st
 void examineIndexes(ado::Connection &connection, const Catalogue &catalogue, std::vector<Finding> &findings)
 {
     const QString statement =
-        connection.engine() == ado::Engine::SQLite
+        connection.engine() == ado::Engine::MariaDB
+            ? QStringLiteral("SELECT LOWER(CONCAT(table_name, '.', column_name)) FROM information_schema.statistics "
+                             "WHERE table_schema = DATABASE() AND seq_in_index = 1")
+        : connection.engine() == ado::Engine::SQLite
             ? QStringLiteral(
                 "SELECT lower(m.name || '.' || i.name) FROM sqlite_master m JOIN pragma_index_list(m.name) l "
                 "JOIN pragma_index_info(l.name) i WHERE m.type = 'table' AND i.seqno = 0 AND i.name IS NOT "
@@ -206,19 +232,37 @@ void examineServer(ado::Connection &connection, std::vector<Finding> &findings)
 
 } // namespace
 
+void foreseeExamination(ado::Foresight &next, const ado::Connection &connection)
+{
+    if (!next.isOfUse() || connection.engine() != ado::Engine::PostgreSQL)
+        return;
+    QStringList keys;
+    for (const Table &table : tables()) {
+        if (isCounted(table))
+            keys << keyText(table, latin(table.key().name).toLower());
+    }
+    next.read(lateStatement(keys));
+}
+
 std::vector<Finding> examine(ado::Connection &connection, Depth depth)
 {
+    ado::Foresight next(connection.shared_from_this());
+    foreseeExamination(next, connection);
     QStringList names;
     for (const Table &table : tables())
         names << latin(table.name);
-    const bool embedded = connection.engine() == ado::Engine::SQLite;
-    const Catalogue catalogue = readCatalogue(connection, names);
+    return examine(connection, depth, readCatalogue(connection, names));
+}
+
+std::vector<Finding> examine(ado::Connection &connection, Depth depth, const Catalogue &catalogue)
+{
+    const bool postgres = connection.engine() == ado::Engine::PostgreSQL || connection.engine() == ado::Engine::Odbc;
     std::vector<Finding> findings;
     for (const Table &table : tables()) {
         const FoundTable *const found = catalogue.table(latin(table.name));
         const bool quoted = catalogue.outOfReach.contains(latin(table.name), Qt::CaseInsensitive);
         if (found)
-            Comparison(table, *found, embedded, findings).run();
+            Comparison(table, *found, connection.engine(), findings).run();
         else
             findings.push_back(
                 {Weight::Fault, quoted ? Kind::Other : Kind::NoTable,
@@ -228,11 +272,11 @@ std::vector<Finding> examine(ado::Connection &connection, Depth depth)
     }
     if (depth == Depth::ToSell && !catalogue.takesWrites)
         findings.push_back({Weight::Fault, Kind::Other, QStringLiteral("읽기 전용으로 열린 데이터베이스입니다")});
-    if (!embedded)
+    if (postgres)
         examineCounters(connection, catalogue, findings);
     if (depth == Depth::Whole)
         examineIndexes(connection, catalogue, findings);
-    if (depth == Depth::Whole && !embedded)
+    if (depth == Depth::Whole && postgres)
         examineServer(connection, findings);
     return findings;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clinic/Catalogue.h"
+#include "platform/ado/Foresight.h"
 
 #include <QStringList>
 
@@ -30,6 +31,10 @@ enum class Depth {
 /// Looks at the catalogue of a database and writes nothing. Tables and columns that nobody told a clinic's own installer of
 /// are not asked for.
 std::vector<Finding> examine(ado::Connection &connection, Depth depth);
+/// What it asks behind the catalogue of a database that is as ours are made.
+void foreseeExamination(ado::Foresight &next, const ado::Connection &connection);
+/// The same where the catalogue's tables, all of them, were read already.
+std::vector<Finding> examine(ado::Connection &connection, Depth depth, const Catalogue &catalogue);
 
 QStringList textsOf(const std::vector<Finding> &findings, Finding::Weight weight);
 

@@ -69,7 +69,18 @@ QString toLookAt(const QString &address)
     return address.startsWith(FilePrefix) && !address.endsWith(mark) ? address + mark : address;
 }
 
-ado::ConnectionPtr openDatabase(const QString &address)
+/// What was found out on the way to one, so that a server far away is asked once.
+struct Found
+{
+    clinic::Catalogue catalogue;
+    std::optional<schema::Mark> mark;
+    std::optional<ado::Foresight> next = {}; ///< told by openDatabase(): the mark, and what the reader adds
+    QString readNext = {};
+};
+
+const QString isReadOnly = QStringLiteral("SHOW transaction_read_only");
+
+ado::ConnectionPtr openDatabase(const QString &address, Found *told = nullptr)
 {
     ado::ConnectionPtr connection;
     try {
@@ -77,13 +88,21 @@ ado::ConnectionPtr openDatabase(const QString &address)
     } catch (const runtime::RuntimeError &error) {
         throw error.toldAs(error.number(), ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
-    const clinic::Catalogue catalogue = schema::foundTables(*connection);
-    if (catalogue.tables.isEmpty() && catalogue.outOfReach.isEmpty())
+    Found unasked;
+    Found &found = told ? *told : unasked;
+    found.next.emplace(connection);
+    schema::foreseeMark(*found.next, *connection);
+    if (!found.readNext.isEmpty())
+        found.next->read(found.readNext);
+    if (told)
+        clinic::foreseeExamination(*found.next, *connection);
+    found.catalogue = schema::foundTables(*connection);
+    if (found.catalogue.tables.isEmpty() && found.catalogue.outOfReach.isEmpty())
         refuse(
             QStringLiteral("필요한 테이블이 없는 데이터베이스입니다: ") + ado::addressToShow(address)
             + QStringLiteral("\n주소를 확인하십시오. 새로 만들려면 새 데이터베이스의 주소와 --make empty 또는 --make "
                              "small을 입력하십시오."));
-    schema::demandNoNewer(*connection);
+    found.mark = schema::demandNoNewer(*connection);
     return connection;
 }
 
@@ -91,19 +110,26 @@ ado::ConnectionPtr openDatabase(const QString &address)
 void demandWriter(const ado::Connection &connection)
 {
     if (connection.engine() == ado::Engine::PostgreSQL
-        && connection.read(QStringLiteral("SHOW transaction_read_only")).raw(0, 0).toString() == QLatin1String("on"))
+        && connection.read(isReadOnly).raw(0, 0).toString() == QLatin1String("on"))
         refuse(QStringLiteral("읽기 전용 서버라 판매할 수 없습니다: ") + ado::addressToShow(connection.address())
                + QStringLiteral("\n쓰기가 되는 서버의 주소로 다시 시작하십시오. 서버가 여럿이면 모두 적고 "
                                 "?target_session_attrs=read-write를 붙이십시오."));
 }
 
 /// One in which everything is there that is worked with; to sell, it has to take what is written, too.
-ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clinic::Depth::Whole)
+ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clinic::Depth::Whole,
+                              std::optional<schema::Mark> *mark = nullptr)
 {
-    const ado::ConnectionPtr connection = openDatabase(address);
+    Found found;
+    if (depth == clinic::Depth::ToSell)
+        found.readNext = isReadOnly;
+    const ado::ConnectionPtr connection = openDatabase(address, &found);
+    if (mark)
+        *mark = found.mark;
     if (depth == clinic::Depth::ToSell)
         demandWriter(*connection);
-    const QStringList faults = clinic::textsOf(clinic::examine(*connection, depth), clinic::Finding::Weight::Fault);
+    const QStringList faults =
+        clinic::textsOf(clinic::examine(*connection, depth, found.catalogue), clinic::Finding::Weight::Fault);
     if (!faults.isEmpty())
         refuse(QStringLiteral("이 데이터베이스로는 판매할 수 없습니다: ") + ado::addressToShow(address) + u'\n'
                + faults.join(u'\n') + QStringLiteral("\n없는 테이블과 항목은 desk --upgrade로 더할 수 있습니다."));
@@ -138,7 +164,7 @@ int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplicat
 }
 
 /// The clinic that a desk is to work on all day: what it could not write is told now and not at the first sale.
-ado::ConnectionPtr openForWork(const desk::Options &options)
+ado::ConnectionPtr openForWork(const desk::Options &options, std::optional<schema::Mark> &mark)
 {
     const QString address = addressOf(options);
     if (address.startsWith(FilePrefix)) {
@@ -148,7 +174,7 @@ ado::ConnectionPtr openForWork(const desk::Options &options)
         if (const QString trouble = files::troubleWithDatabase(file); !trouble.isEmpty())
             refuse(trouble);
     }
-    return openClinic(address, clinic::Depth::ToSell);
+    return openClinic(address, clinic::Depth::ToSell, &mark);
 }
 
 /// Settings lie there, and what registers the component of a desk that is not installed. Returns what stands in the way of
@@ -199,6 +225,10 @@ private:
     {
         QTextStream(stdout) << QStringLiteral("목록이 그려졌습니다.") << Qt::endl;
         QCoreApplication::quit();
+        // Painted while the window still waits for its server, the first call comes before the program's own loop, and is lost.
+        auto *const again = new QTimer(QCoreApplication::instance());
+        QObject::connect(again, &QTimer::timeout, QCoreApplication::instance(), &QCoreApplication::quit);
+        again->start(100);
     }
 
     desk::FirstPaint paint_;
@@ -210,10 +240,11 @@ int start(const desk::Options &options, QApplication &application)
     desk::dressUp(application);
     controls::showWaitingLine();
     QStringList notices{registerSale()};
-    const ado::ConnectionPtr connection = openForWork(options);
+    std::optional<schema::Mark> mark;
+    const ado::ConnectionPtr connection = openForWork(options, mark);
     journal::attend(*connection);
     const journal::Sealing sealing(connection);
-    notices << schema::upgradeNotice(*connection);
+    notices << schema::upgradeNotice(mark);
     notices.removeAll(QString());
     for (const QString &notice : std::as_const(notices))
         QTextStream(stderr) << QStringLiteral("desk: ") << notice << Qt::endl;

@@ -22,6 +22,8 @@ itself, at its first entry with a connection, name what does not fit.
 - **Keys** that are "counted" get their number from the database; nobody writes them. `tPSIncoming` and `tPSProperties` need no
   key. Where they have one, a primary key or another unique column that is never NULL, rows are changed by it; where they
   have none, under the condition of all their columns, and a row that has a twin is refused.
+- **On MariaDB** the tables are of `ENGINE=InnoDB`, texts `COLLATE utf8mb4_nopad_bin`; a table without a key is read, its rows are not
+  changed one by one ([odbc.md](odbc.md)).
 - **More columns** do no harm where a row that leaves them out gets a value or NULL. Columns that some insertion leaves out must
   take NULL: `PM_IsHide`, `OrdD_OrderType`, `OrdD_RfndMemo`, `trans_temp`, `trans_NotSubmit`.
 - **Views** do for `Customer` and `Receipt`. In the place of another table a view does on PostgreSQL alone, one that the server
@@ -118,19 +120,21 @@ void tellTable(QTextStream &page, const clinic::Table &table)
         page << "| `" << column.name << "` | " << holdingOf(column).name << " | " << remarks.join(QStringLiteral(", "))
              << " |\n";
     }
-    for (const Dialect dialect : {Dialect::SQLite, Dialect::PostgreSQL}) {
-        page << (dialect == Dialect::SQLite ? "\nSQLite:\n" : "\nPostgreSQL:\n") << "\n```sql\n"
-             << schema::createTableStatement(table, dialect) << ";\n```\n";
+    const std::pair<Dialect, const char *> engines[]{
+        {Dialect::SQLite, "SQLite"}, {Dialect::PostgreSQL, "PostgreSQL"}, {Dialect::MariaDB, "MariaDB"}};
+    for (const auto &[dialect, name] : engines) {
+        page << "\n" << name << ":\n\n```sql\n" << schema::createTableStatement(table, dialect) << ";\n```\n";
     }
 }
 
 void tellIndexes(QTextStream &page)
 {
-    page << "\n## Indexes\n\nThe same on each engine. Without them everything works, slower with each year; any index "
+    page << "\n## Indexes\n\nThe same on SQLite and PostgreSQL; on MariaDB they stand in the tables above. Without "
+            "them everything works, slower with each year; any index "
             "that begins "
             "with the same column will do.\n\n```sql\n";
     for (const clinic::Index &index : clinic::indexes())
-        page << schema::createIndexStatement(index) << ";\n";
+        page << schema::createIndexStatement(index, Dialect::SQLite) << ";\n";
     page << "```\n\n## Counters\n\nOn PostgreSQL an identity, a `serial` or any other default will do, or a trigger "
             "before the "
             "insertion. Whoever writes keys himself moves the counter on, or the next sale meets a key that is "

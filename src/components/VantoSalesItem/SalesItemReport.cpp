@@ -22,15 +22,33 @@ constexpr ItemColumn itemColumns[] = {
     {u"판매수량", 90}, {u"서비스", 80}, {u"망실", 80}, {u"반품", 80}, {u"순매출", 120, Column::Kind::Money}};
 static_assert(std::size(itemColumns) == SalesItemReport::Amounts);
 
-const QString netSum = QStringLiteral("SUM((OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count) AS Net ");
-const QString allSums =
-    QStringLiteral(
-        "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
-        "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
-        "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost, "
-        "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END) AS "
-        "Returned, ")
-    + netSum;
+/// What a line adds to each amount.
+constexpr QLatin1String ofLine[] = {
+    QLatin1String("CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count > 0 THEN OrdD_Count ELSE 0 END"),
+    QLatin1String("CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END"),
+    QLatin1String("CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END"),
+    QLatin1String("CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 AND OrdD_Count < 0 THEN OrdD_Count ELSE 0 END"),
+    QLatin1String("(OrdD_UnitPrice - COALESCE(OrdD_HalinUnit, 0)) * OrdD_Count")};
+static_assert(std::size(ofLine) == SalesItemReport::Amounts);
+constexpr QLatin1String amountNames[] = {QLatin1String("Sold"), QLatin1String("Service"), QLatin1String("Lost"),
+                                         QLatin1String("Returned"), QLatin1String("Net")};
+
+/// "SUM(...) AS Sold, ... AS Net ", from the first of them on.
+QString amounts(SalesItemReport::Amount first, Summed summed)
+{
+    QStringList all;
+    for (std::size_t amount = first; amount < SalesItemReport::Amounts; ++amount)
+        all << (summed == Summed::Yes ? QStringLiteral("SUM(%1) AS %2") : QStringLiteral("%1 AS %2"))
+                   .arg(ofLine[amount], amountNames[amount]);
+    return all.join(QStringLiteral(", ")) + u' ';
+}
+
+QString byProduct(SalesItemReport::Amount first, Summed summed)
+{
+    const QString lines =
+        QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2").arg(amounts(first, summed), linesOfOrders());
+    return summed == Summed::Yes ? lines + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK") : lines;
+}
 
 } // namespace
 
@@ -42,34 +60,31 @@ QString salesItem::products()
 
 QString salesItem::productBounds()
 {
-    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSProductMaster");
+    return keyBounds("PM_PK", "tPSProductMaster");
 }
 
-QString salesItem::linesByProduct()
+QString salesItem::linesByProduct(Summed summed)
 {
-    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2GROUP BY tPSOrderDetail.PM_PK")
-        .arg(allSums, linesOfOrders());
+    return byProduct(SalesItemReport::Sold, summed);
 }
 
 QString salesItem::linesByOrder(const QString &condition)
 {
     const QString keys = QStringLiteral(
         "tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tPSOrderMaster.OrdM_Date, tPSOrderDetail.PM_PK");
-    return QStringLiteral("SELECT %1, %2FROM %3%4GROUP BY %1").arg(keys, allSums, linesOfOrders(), condition);
+    return QStringLiteral("SELECT %1, %2FROM %3%4GROUP BY %1")
+        .arg(keys, amounts(SalesItemReport::Sold, Summed::Yes), linesOfOrders(), condition);
 }
 
-QString salesItem::netByProduct()
+QString salesItem::netByProduct(Summed summed)
 {
-    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, %1FROM %2GROUP BY tPSOrderDetail.PM_PK")
-        .arg(netSum, linesOfOrders());
+    return byProduct(SalesItemReport::Net, summed);
 }
 
 Figure SalesItemReport::productNames()
 {
     Figure products{salesItem::products(), Figure::Slices::Keys, salesItem::productBounds()};
-    products.take = [this](const Record &row) {
-        products_.insert_or_assign(products_.end(), row.key(0), Product{row.text(1), row.text(2)}); // they come by key
-    };
+    products.take = [this](const Record &row) { products_[row.key(0)] = Product{row.text(1), row.text(2)}; };
     return products;
 }
 
@@ -79,7 +94,8 @@ std::vector<Figure> SalesItemReport::figures(const Period &period)
     products_.clear();
     sums_.clear();
     months_.clear(period);
-    Figure lines{salesItem::linesByProduct(), Figure::Slices::Keys, orderBounds()};
+    Figure lines{salesItem::linesByProduct(Summed::Yes), Figure::Slices::Keys, orderBounds()};
+    lines.unsummed = salesItem::linesByProduct(Summed::No);
     lines.take = [this](const Record &row) {
         Sums &sums = sums_[row.key(0)];
         for (std::size_t amount = 0; amount < Amounts; ++amount)
@@ -96,7 +112,8 @@ std::vector<Figure> SalesItemReport::figuresOf(int view, const Period &period)
     all.pop_back(); // the period's lines as a whole
     for (const MonthTable::Year year : {MonthTable::This, MonthTable::Last}) {
         for (std::size_t month = 0; month < months_.months().size(); ++month) {
-            Figure net{salesItem::netByProduct(), Figure::Slices::Keys, orderBounds()};
+            Figure net{salesItem::netByProduct(Summed::Yes), Figure::Slices::Keys, orderBounds()};
+            net.unsummed = salesItem::netByProduct(Summed::No);
             net.days = months_.periodOf(month, year);
             net.take = [this, month, year](const Record &row) { months_.add(row.key(0), month, year, row.amount(1)); };
             all.push_back(net);
@@ -107,8 +124,8 @@ std::vector<Figure> SalesItemReport::figuresOf(int view, const Period &period)
 
 SalesItemReport::Product SalesItemReport::productOf(int key) const
 {
-    const auto product = products_.find(key);
-    return product != products_.end() ? product->second : Product{{}, QStringLiteral("(삭제된 물품 %1)").arg(key)};
+    const Product *product = products_.find(key);
+    return product ? *product : Product{{}, QStringLiteral("(삭제된 물품 %1)").arg(key)};
 }
 
 std::vector<SalesItemReport::Line> SalesItemReport::linesByProduct() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "components/VantoSalesItem/MonthTable.h"
+#include "components/frame/ByKey.h"
 #include "components/frame/Report.h"
 
 #include <array>
@@ -15,11 +16,11 @@ QString products();
 QString productBounds();
 /// PM_PK, then sums over the lines of the period's orders [FROM] to [TO]: the pieces Sold, Service and Lost of the line
 /// kinds, Returned (negative) of normal lines that came back, and Net, the money of all of them.
-QString linesByProduct();
+QString linesByProduct(Summed summed);
 /// The same for each order: OrdM_PK, Cust_PK and OrdM_Date come first.
 QString linesByOrder(const QString &condition = {});
 /// PM_PK and Net alone.
-QString netByProduct();
+QString netByProduct(Summed summed);
 } // namespace salesItem
 
 /// Sales of a period by product, by product group, or by product and month.
@@ -65,8 +66,8 @@ private:
     Sheet monthSheet() const;
 
     Period period_;
-    std::map<int, Product> products_;
-    std::map<int, Sums> sums_;
+    ByKey<Product> products_;
+    ByKey<Sums> sums_;
     MonthTable months_;
 };
 

@@ -31,7 +31,7 @@ QString salesPeriod::orders(const QString &keys, const QString &condition)
 QString salesPeriod::lines(const QString &keys, const QString &condition)
 {
     const QString way = QStringLiteral("CASE WHEN OrdD_Count > 0 THEN 1 WHEN OrdD_Count < 0 THEN -1 ELSE 0 END");
-    return QStringLiteral("SELECT %1, PM_IsTaxed, %2 AS Way, COUNT(*) AS Lines, "
+    return QStringLiteral("SELECT %1, PM_IsTaxed, %2 AS Way, COUNT(*) AS LineCount, "
                           "SUM(OrdD_UnitPrice * OrdD_Count) AS Gross, "
                           "SUM(COALESCE(OrdD_HalinUnit, 0) * OrdD_Count) AS Discount FROM %3%4"
                           "GROUP BY %1, PM_IsTaxed, %2")

@@ -3,7 +3,6 @@
 #include "platform/runtime/Conversions.h"
 
 #include <algorithm>
-#include <tuple>
 
 namespace statistics {
 
@@ -53,48 +52,39 @@ QString stock::products()
 
 QString stock::productBounds()
 {
-    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSProductMaster");
+    return keyBounds("PM_PK", "tPSProductMaster");
 }
 
-QString stock::incoming()
+QString stock::purchases()
 {
-    return QStringLiteral(
-        "SELECT PM_PK, SUM(IN_Count) AS Incoming FROM tPSIncoming WHERE PM_PK BETWEEN [FROM] AND [TO] "
-        "GROUP BY PM_PK");
+    // The day by another name: only compared, it need not be a date.
+    return QStringLiteral("SELECT PM_PK, IN_Date AS BoughtOn, IN_UnitPrice, IN_Count + 0 AS Incoming FROM tPSIncoming "
+                          "WHERE PM_PK BETWEEN [FROM] AND [TO] ORDER BY PM_PK, IN_Date, IN_UnitPrice");
 }
 
-QString stock::incomingBounds()
+QString stock::purchaseBounds()
 {
-    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSIncoming");
+    return keyBounds("PM_PK", "tPSIncoming");
 }
 
 QString stock::outgoing()
 {
-    return QStringLiteral("SELECT PM_PK, "
-                          "SUM(CASE WHEN COALESCE(OrdD_OrderType, 0) = 0 THEN OrdD_Count ELSE 0 END) AS Sold, "
-                          "SUM(CASE WHEN OrdD_OrderType = 1 THEN OrdD_Count ELSE 0 END) AS Service, "
-                          "SUM(CASE WHEN OrdD_OrderType = 2 THEN OrdD_Count ELSE 0 END) AS Lost "
-                          "FROM tPSOrderDetail WHERE PM_PK BETWEEN [FROM] AND [TO] GROUP BY PM_PK");
+    // As the index has them, so that the engine only adds up.
+    return QStringLiteral("SELECT PM_PK, OrdD_OrderType, SUM(OrdD_Count) AS Outgoing FROM tPSOrderDetail "
+                          "WHERE PM_PK BETWEEN [FROM] AND [TO] GROUP BY PM_PK, OrdD_OrderType");
 }
 
 QString stock::outgoingBounds()
 {
-    return QStringLiteral("SELECT MIN(PM_PK) AS Lowest, MAX(PM_PK) AS Highest FROM tPSOrderDetail");
+    return keyBounds("PM_PK", "tPSOrderDetail");
 }
 
-QString stock::lastPrice()
+QString stock::recent(Summed summed)
 {
-    return QStringLiteral("SELECT tPSIncoming.PM_PK, MAX(tPSIncoming.IN_UnitPrice) AS LastPrice FROM tPSIncoming "
-                          "INNER JOIN (SELECT PM_PK AS Product, MAX(IN_Date) AS LastDate FROM tPSIncoming "
-                          "WHERE PM_PK BETWEEN [FROM] AND [TO] GROUP BY PM_PK) AS Latest "
-                          "ON tPSIncoming.PM_PK = Latest.Product AND tPSIncoming.IN_Date = Latest.LastDate "
-                          "WHERE tPSIncoming.PM_PK BETWEEN [FROM] AND [TO] GROUP BY tPSIncoming.PM_PK");
-}
-
-QString stock::recent()
-{
-    return QStringLiteral("SELECT tPSOrderDetail.PM_PK, SUM(OrdD_Count) AS Recent FROM ") + linesOfOrders()
-           + QStringLiteral("GROUP BY tPSOrderDetail.PM_PK");
+    const QString product = QStringLiteral("tPSOrderDetail.PM_PK");
+    if (summed == Summed::No)
+        return QStringLiteral("SELECT %1, OrdD_Count + 0 AS Recent FROM ").arg(product) + linesOfOrders();
+    return QStringLiteral("SELECT %1, SUM(OrdD_Count) AS Recent FROM %2GROUP BY %1").arg(product, linesOfOrders());
 }
 
 Sum StockReport::Product::remaining() const
@@ -144,47 +134,66 @@ QStringList StockReport::views() const
     return {QStringLiteral("취급 물품"), QStringLiteral("모든 물품"), QStringLiteral("확인할 물품")};
 }
 
-Figure StockReport::figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices,
-                             const QString &bounds)
+Figure StockReport::figureOf(const QString &statement, const QString &bounds,
+                             std::function<void(Product &product, const Record &row)> take)
 {
-    Figure figure{statement, slices, bounds};
-    figure.take = [this, amounts = std::move(amounts)](const Record &row) {
-        const auto product = products_.find(row.key(0));
-        if (product == products_.end())
-            return;
-        int column = 0;
-        for (const Amount amount : amounts)
-            product->second.sums[amount] += row.amount(++column);
+    Figure figure{statement, Figure::Slices::Keys, bounds};
+    figure.isKept = true;
+    figure.take = [this, take = std::move(take)](const Record &row) {
+        if (Product *const product = products_.find(row.key(0)))
+            take(*product, row);
     };
     return figure;
 }
 
+/// They come by day and price: the last price is that of the last row, but for one that is missing there.
+void StockReport::takePurchase(Product &product, const Record &row)
+{
+    product.sums[Incoming] += row.amount(3);
+    if (row.isNull(1))
+        return;
+    QString day = row.text(1);
+    if (product.lastDay != day || !row.isNull(2))
+        product.sums[LastPrice] = row.amount(2);
+    product.lastDay = std::move(day);
+}
+
+void StockReport::takeOutgoing(Product &product, const Record &row)
+{
+    constexpr std::pair<int, Amount> kinds[] = {{0, Sold}, {1, Service}, {2, Lost}};
+    const Sum kind = row.amount(1);
+    for (const auto &[code, amount] : kinds) {
+        if (kind == Sum(runtime::Currency::fromWon(code)))
+            product.sums[amount] += row.amount(2);
+    }
+}
+
 std::vector<Figure> StockReport::figures(const Period &period)
 {
-    using Slices = Figure::Slices;
     products_.clear();
     rateDays_ = period.days();
-    Figure products{stock::products(), Slices::Keys, stock::productBounds()};
+    Figure products{stock::products(), Figure::Slices::Keys, stock::productBounds()};
+    products.isKept = true;
     products.take = [this](const Record &row) {
-        products_.insert_or_assign(products_.end(), row.key(0),
-                                   Product{row.text(1), row.text(2), row.flag(3)}); // they come by key
+        products_[row.key(0)] = {.category = row.text(1), .name = row.text(2), .isHandled = row.flag(3)};
     };
-    return {products, figureOf({Incoming}, stock::incoming(), Slices::Keys, stock::incomingBounds()),
-            figureOf({Sold, Service, Lost}, stock::outgoing(), Slices::Keys, stock::outgoingBounds()),
-            figureOf({LastPrice}, stock::lastPrice(), Slices::Keys, stock::incomingBounds()),
-            figureOf({Recent}, stock::recent(), Slices::Keys, orderBounds())};
+    Figure recent = figureOf(stock::recent(Summed::Yes), orderBounds(),
+                             [](Product &product, const Record &row) { product.sums[Recent] += row.amount(1); });
+    recent.unsummed = stock::recent(Summed::No);
+    return {products, figureOf(stock::purchases(), stock::purchaseBounds(), takePurchase),
+            figureOf(stock::outgoing(), stock::outgoingBounds(), takeOutgoing), recent};
 }
 
 std::vector<const StockReport::Product *> StockReport::shown(int view) const
 {
     std::vector<const Product *> shown;
     for (const auto &[key, product] : products_) {
-        const bool worry = product.isHandled && !product.state(rateDays_).isEmpty();
-        if (view == AllView || (view == HandledView && product.isHandled) || (view == WorryView && worry))
+        if (view == AllView || (product.isHandled && (view == HandledView || !product.state(rateDays_).isEmpty())))
             shown.push_back(&product);
     }
     std::stable_sort(shown.begin(), shown.end(), [](const Product *a, const Product *b) {
-        return std::tie(a->category, a->name) < std::tie(b->category, b->name);
+        const int order = a->category.compare(b->category);
+        return order != 0 ? order < 0 : a->name < b->name;
     });
     return shown;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "components/frame/ByKey.h"
 #include "components/frame/Report.h"
 
 #include <array>
-#include <map>
 
 namespace statistics {
 
@@ -12,16 +12,15 @@ namespace stock {
 /// PM_PK, PM_Catagory, PM_Name, PM_IsValid.
 QString products();
 QString productBounds();
-/// PM_PK, Incoming: pieces bought.
-QString incoming();
-QString incomingBounds();
-/// PM_PK, Sold (what came back taken off), Service, Lost: pieces that left, by the kind of line.
+/// PM_PK, BoughtOn, IN_UnitPrice, Incoming: each purchase, those of a product by day and price. Its last price is the highest
+/// of its last day.
+QString purchases();
+QString purchaseBounds();
+/// PM_PK, OrdD_OrderType (NULL and 0 sold, 1 service, 2 lost), Outgoing: pieces that left, what came back taken off.
 QString outgoing();
 QString outgoingBounds();
-/// PM_PK, LastPrice: the price of a piece at the last purchase; the highest where a day saw several.
-QString lastPrice();
 /// PM_PK, Recent: pieces of all kinds that left with the period's orders [FROM] to [TO].
-QString recent();
+QString recent(Summed summed);
 } // namespace stock
 
 /// The shelf as it is now, and how long it lasts at the rate of the days asked for.
@@ -43,6 +42,7 @@ private:
         QString category;
         QString name;
         bool isHandled = false;
+        QString lastDay = {}; ///< of its purchases
         std::array<Sum, Amounts> sums{};
 
         Sum remaining() const;
@@ -55,14 +55,16 @@ private:
     };
 
     Sheet makeSheet(int view) const override;
-    /// Adds the amounts that follow the product in the statement.
-    Figure figureOf(std::vector<Amount> amounts, const QString &statement, Figure::Slices slices,
-                    const QString &bounds = {});
+    /// Rows begin with their product's key; those of a product that is gone are passed over.
+    Figure figureOf(const QString &statement, const QString &bounds,
+                    std::function<void(Product &product, const Record &row)> take);
+    static void takePurchase(Product &product, const Record &row);
+    static void takeOutgoing(Product &product, const Record &row);
     std::vector<const Product *> shown(int view) const;
     Row rowOf(const Product &product) const;
 
     int rateDays_ = 1;
-    std::map<int, Product> products_;
+    ByKey<Product> products_;
 };
 
 } // namespace statistics

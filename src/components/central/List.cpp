@@ -53,6 +53,8 @@ void makeHeadOffice(ado::Connection &connection)
 {
     const bool server = connection.engine() != ado::Engine::SQLite;
     ado::Transaction scope(connection);
+    if (server) // what others add is on the list, or counted
+        connection.Execute(QStringLiteral("LOCK TABLE tPSProductMaster IN SHARE ROW EXCLUSIVE MODE"));
     QStringList statements =
         clinic::chainListStatements(schemaOf(connection), QUuid::createUuid().toString(QUuid::WithoutBraces));
     if (server)

@@ -55,6 +55,7 @@ bool hasLinks(const ado::Connection &clinic)
 
 void makeLinks(ado::Connection &clinic)
 {
+    const ado::AbandonedTransactions another; // owner than the host, who may stand in a transaction
     ado::Transaction scope(clinic);
     const QStringList statements = clinic::chainLinkStatements(clinic.engine() != ado::Engine::SQLite);
     for (const QString &statement : statements)

@@ -7,6 +7,18 @@
 
 namespace central {
 
+namespace {
+
+/// A column of fixed width fills up what is shorter.
+QString withoutFilling(QString text)
+{
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text.isEmpty() ? QString() : text;
+}
+
+} // namespace
+
 QString sameOnEveryEngine(const QString &text, ado::ColumnType holds)
 {
     if (text.isEmpty()) // an empty text and none are shown alike
@@ -21,7 +33,7 @@ QString sameOnEveryEngine(const QString &text, ado::ColumnType holds)
     case ado::ColumnType::Date:
         return text.left(10);
     default:
-        return text;
+        return withoutFilling(text);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace central {
 
 namespace {
@@ -18,6 +20,16 @@ constexpr int windowWidth = 420;
 bool hasWindows()
 {
     return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr;
+}
+
+QString textFor(qint64 done, qint64 total)
+{
+    const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
+    if (done == 0)
+        return QStringLiteral("본부에 연결하는 중입니다.");
+    return total == 0 ? QStringLiteral("본부의 물품 목록을 가져오는 중입니다. %1건").arg(korean.toString(done))
+                      : QStringLiteral("물품을 저장하는 중입니다. %1 / %2건")
+                            .arg(korean.toString(done), korean.toString(total));
 }
 
 } // namespace
@@ -39,6 +51,7 @@ void ProgressWindow::open()
     window_->setWindowTitle(QStringLiteral("물품 연동"));
     window_->setWindowModality(Qt::ApplicationModal);
     state_ = controls::named(new QLabel, QStringLiteral("lblCentralProgress"));
+    state_->setMinimumWidth(state_->fontMetrics().horizontalAdvance(textFor(many * many - 1, 0)));
     bar_ = controls::named(new QProgressBar, QStringLiteral("prgCentral"));
     bar_->setAccessibleName(QStringLiteral("물품 연동 진행"));
     auto *column = new QVBoxLayout(window_);
@@ -46,7 +59,7 @@ void ProgressWindow::open()
     column->setSpacing(10);
     column->addWidget(state_);
     column->addWidget(bar_);
-    window_->setFixedWidth(windowWidth);
+    window_->setFixedWidth(std::max(windowWidth, column->sizeHint().width()));
     window_->show();
     // It is painted within a transaction later, where no event may run: it has to be on the screen by then.
     for (int turn = 0; turn < 20 && !window_->windowHandle()->isExposed(); ++turn)
@@ -74,12 +87,7 @@ void ProgressWindow::show(qint64 done, qint64 total)
 
 void ProgressWindow::paint(qint64 done, qint64 total)
 {
-    const QLocale korean(QLocale::Korean, QLocale::SouthKorea);
-    state_->setText(
-        done == 0 ? QStringLiteral("본부에 연결하는 중입니다.")
-        : total == 0
-            ? QStringLiteral("본부의 물품 목록을 가져오는 중입니다. %1건").arg(korean.toString(done))
-            : QStringLiteral("물품을 저장하는 중입니다. %1 / %2건").arg(korean.toString(done), korean.toString(total)));
+    state_->setText(textFor(done, total));
     bar_->setRange(0, int(total));
     bar_->setValue(int(done));
     window_->repaint();

@@ -1,7 +1,7 @@
 #include "components/central/ServerReading.h"
 
 #include "platform/ado/LibpqPatience.h"
-#include "platform/ado/PostgresAddress.h"
+#include "platform/ado/PostgresDial.h"
 #include "platform/runtime/RuntimeError.h"
 
 #include <libpq-fe.h>
@@ -18,8 +18,8 @@ namespace central {
 
 namespace {
 
-/// What the library is told, owned by the thread that tells it.
-std::vector<QByteArray> parametersOf(const QString &address)
+/// What the library is told.
+ado::PostgresParameters parametersOf(const QString &address)
 {
     const ado::PostgresParameters told = ado::postgresParameters(address.section(QStringLiteral("://"), 1));
     const bool several = std::ranges::any_of(told, [](const auto &parameter) {
@@ -29,24 +29,7 @@ std::vector<QByteArray> parametersOf(const QString &address)
     // The second of several servers is to be reached in time, too; the library knows no shorter wait than two seconds.
     parameters << std::pair(QStringLiteral("connect_timeout"), several ? QStringLiteral("2") : QStringLiteral("4"))
                << told << std::pair(QStringLiteral("client_encoding"), QStringLiteral("UTF8"));
-    std::vector<QByteArray> texts;
-    for (const auto &[name, value] : std::as_const(parameters)) {
-        texts.push_back(name.toUtf8());
-        texts.push_back(value.toUtf8());
-    }
-    return texts;
-}
-
-PGconn *connected(const std::vector<QByteArray> &texts)
-{
-    std::vector<const char *> names, values;
-    for (std::size_t at = 0; at < texts.size(); at += 2) {
-        names.push_back(texts[at].constData());
-        values.push_back(texts[at + 1].constData());
-    }
-    names.push_back(nullptr);
-    values.push_back(nullptr);
-    return PQconnectdbParams(names.data(), values.data(), 0);
+    return parameters;
 }
 
 struct Clear
@@ -72,7 +55,7 @@ struct ServerReading::Shared
     QByteArray state;
     bool lost = false; ///< otherwise the server refused
 
-    void run(const std::vector<QByteArray> &parameters, const QByteArray &statement);
+    void run(const ado::PostgresParameters &parameters, const QByteArray &statement);
     void read(PGconn *session, const QByteArray &statement);
     bool complain(PGconn *session, const PGresult *result);
     /// Whether the session may be used; from then on it can be cut off.
@@ -135,9 +118,9 @@ void ServerReading::Shared::read(PGconn *session, const QByteArray &statement)
     }
 }
 
-void ServerReading::Shared::run(const std::vector<QByteArray> &parameters, const QByteArray &statement)
+void ServerReading::Shared::run(const ado::PostgresParameters &parameters, const QByteArray &statement)
 {
-    PGconn *const session = connected(parameters);
+    PGconn *const session = ado::connectTo(parameters);
     ++signs;
     if (PQstatus(session) != CONNECTION_OK)
         complain(session, nullptr);

@@ -112,6 +112,7 @@ private:
 std::optional<Brought> follow(ado::Connection &clinic, const Offer &offer, const ListMark &readFrom,
                               const Progress &progress)
 {
+    const ado::AbandonedTransactions another; // owner than the host, who may stand in a transaction
     ado::Transaction scope(clinic);
     if (!clinic.holdRow(QStringLiteral("t_CentralState"), QStringLiteral("CS_Key"), 1) || markOf(clinic) != readFrom)
         return std::nullopt;
@@ -119,7 +120,7 @@ std::optional<Brought> follow(ado::Connection &clinic, const Offer &offer, const
         clinic.Execute(QStringLiteral("DELETE FROM t_CentralLink WHERE CK_Product NOT IN (SELECT PM_PK FROM "
                                       "tPSProductMaster)"));
     Writing writing(clinic, progress);
-    Plan plan = planOf(offer, LocalList::read(clinic, offer), offer.mark.list == readFrom.list);
+    Plan plan = planOf(offer, LocalList::read(clinic, offer), clinic::isSameChainList(offer.mark.list, readFrom.list));
     const Brought brought{qsizetype(plan.added.size()), qsizetype(plan.changed.size()),
                           qsizetype(plan.withdrawn.size())};
     writing.write(plan);

@@ -25,10 +25,20 @@ std::weak_ptr<ado::Connection> &used()
     return connection;
 }
 
+/// On MariaDB nothing counts a list's changes up with the commits, nor is a list brought into step.
+void requireKind(const ado::Connection &connection)
+{
+    if (connection.engine() == ado::Engine::MariaDB)
+        throw RuntimeError(ErrorNumber::Database,
+                           QStringLiteral("MariaDB 데이터베이스는 체인의 물품 목록과 연동할 수 없습니다."));
+}
+
 ado::ConnectionPtr clinicInUse()
 {
-    if (ado::ConnectionPtr connection = used().lock())
+    if (ado::ConnectionPtr connection = used().lock()) {
+        requireKind(*connection);
         return connection;
+    }
     throw RuntimeError(
         ErrorNumber::ObjectClosed,
         QStringLiteral("중앙 물품 서버가 한의원의 데이터베이스를 알지 못합니다. 개발사로 문의하십시오."));
@@ -89,6 +99,7 @@ bool clsZelvoCentral::ResyncFromServer()
 
 QString clsZelvoCentral::LinkClinic(ado::ConnectionPtr &connection, const QString &address)
 {
+    requireKind(*connection);
     if (central::isHeadOffice(*connection))
         throw RuntimeError(
             ErrorNumber::Database,
@@ -107,6 +118,7 @@ QString clsZelvoCentral::LinkClinic(ado::ConnectionPtr &connection, const QStrin
 
 QString clsZelvoCentral::MakeHeadOffice(ado::ConnectionPtr &connection)
 {
+    requireKind(*connection);
     if (central::isHeadOffice(*connection))
         return QStringLiteral("이미 체인의 물품 목록입니다. 바뀐 것은 없습니다.");
     central::makeHeadOffice(*connection);

@@ -46,8 +46,7 @@ void CustomerTable::add(int customer, std::span<const Sum> amounts)
 Figure CustomerTable::names()
 {
     Figure names{QStringLiteral("SELECT Customer_PK, sn, name FROM Customer WHERE Customer_PK BETWEEN [FROM] AND [TO]"),
-                 Figure::Slices::Keys,
-                 QStringLiteral("SELECT MIN(Customer_PK) AS Lowest, MAX(Customer_PK) AS Highest FROM Customer")};
+                 Figure::Slices::Keys, keyBounds("Customer_PK", "Customer")};
     names.take = [this](const Record &row) {
         if (const auto customer = customers_.find(row.key(0)); customer != customers_.end()) {
             customer->second.chart = row.text(1);
@@ -100,11 +99,11 @@ std::vector<CustomerTable::Line> CustomerTable::lines() const
         return lines;
     // What is left is added up by itself: an unknown amount above would make it unknown too.
     std::vector<Sum> others(columns_);
-    for (const int key : ranked()) {
+    for (const auto &[key, line] : customers_) {
         if (std::find(keys.begin(), keys.end(), key) != keys.end())
             continue;
         for (std::size_t column = 0; column < columns_; ++column)
-            others[column] += customers_.at(key).amounts[column];
+            others[column] += line.amounts[column];
     }
     lines.push_back({{}, scopeOf(keys.size()).caption, others});
     return lines;

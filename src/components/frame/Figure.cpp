@@ -1,16 +1,21 @@
 #include "components/frame/Figure.h"
 
+#include "platform/ado/ColumnValue.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/RuntimeError.h"
+
+#include <utility>
 
 namespace statistics {
 
 Sum Record::amount(int column) const
 {
     using runtime::ErrorNumber;
+    const Cell &cell = rows_.cell(row_, column);
+    if (cell.kind == Kind::Null)
+        return {};
     try {
-        const QVariant value = rows_.valueAt(row_, column);
-        return runtime::isNull(value) ? Sum() : Sum(runtime::CCur(value));
+        return isPlain(cell, column) ? ado::moneyOf(rows_, cell) : runtime::CCur(rows_.value(row_, column));
     } catch (const runtime::RuntimeError &error) {
         // One cell that is none leaves the others right. Whatever else fails, a lost server above all, ends the reading.
         if (error.number() != ErrorNumber::TypeMismatch && error.number() != ErrorNumber::Overflow)
@@ -19,15 +24,36 @@ Sum Record::amount(int column) const
     }
 }
 
+/// A number as nearly all are, which is read without a value object between.
+bool Record::isPlain(const Cell &cell, int column) const
+{
+    const ado::ResultColumn &description = rows_.columns()[std::size_t(column)];
+    if (!description.registered)
+        return cell.kind != Kind::Text || description.numeric;
+    switch (description.registered->type) {
+    case ado::ColumnType::Money:
+        return true;
+    case ado::ColumnType::Key:
+    case ado::ColumnType::Long:
+    case ado::ColumnType::Integer:
+        return cell.kind == Kind::Integer && std::in_range<qint32>(cell.integer);
+    default:
+        return false;
+    }
+}
+
 int Record::key(int column) const
 {
-    const QVariant value = rows_.valueAt(row_, column);
-    return runtime::isNull(value) ? 0 : runtime::CLng(value);
+    const Cell &cell = rows_.cell(row_, column);
+    if (cell.kind == Kind::Null)
+        return 0;
+    return cell.kind == Kind::Integer && isPlain(cell, column) ? runtime::toLong(cell.integer)
+                                                               : runtime::CLng(rows_.value(row_, column));
 }
 
 QDate Record::date(int column) const
 {
-    const QVariant value = rows_.valueAt(row_, column);
+    const QVariant value = rows_.value(row_, column);
     if (value.metaType() == QMetaType::fromType<QDate>())
         return value.toDate();
     return QDate::fromString(runtime::text(value).left(10), Qt::ISODate); // the greatest of dates comes as a text
@@ -35,17 +61,30 @@ QDate Record::date(int column) const
 
 QString Record::text(int column) const
 {
-    return runtime::text(rows_.valueAt(row_, column));
+    const Cell &cell = rows_.cell(row_, column);
+    const ado::ResultColumn &description = rows_.columns()[std::size_t(column)];
+    const bool isText =
+        description.registered ? description.registered->type == ado::ColumnType::Text : !description.numeric;
+    if (cell.kind == Kind::Text && isText)
+        return QString::fromUtf8(rows_.text(cell)); // as nearly all are, without a value object between
+    return runtime::text(rows_.value(row_, column));
 }
 
 bool Record::isNull(int column) const
 {
-    return runtime::isNull(rows_.valueAt(row_, column));
+    return rows_.cell(row_, column).kind == Kind::Null;
 }
 
 bool Record::flag(int column) const
 {
-    return runtime::isTrue(rows_.valueAt(row_, column));
+    return runtime::isTrue(rows_.value(row_, column));
+}
+
+QString keyBounds(const char *key, const char *table)
+{
+    // Each by itself: the embedded engine looks at an index's end for one, but goes through all of it for both.
+    return QStringLiteral("SELECT (SELECT MIN(%1) FROM %2) AS Lowest, (SELECT MAX(%1) FROM %2) AS Highest")
+        .arg(QLatin1String(key), QLatin1String(table));
 }
 
 QString orderBounds()

@@ -2,7 +2,7 @@
 
 #include "components/frame/Period.h"
 #include "components/frame/Sum.h"
-#include "platform/ado/Recordset.h"
+#include "platform/ado/CellTable.h"
 
 #include <QDate>
 #include <QString>
@@ -16,7 +16,7 @@ namespace statistics {
 class Record
 {
 public:
-    Record(const ado::Recordset &rows, int row)
+    Record(const ado::CellTable &rows, int row)
         : rows_(rows)
         , row_(row)
     {
@@ -30,7 +30,12 @@ public:
     bool isNull(int column) const;
 
 private:
-    const ado::Recordset &rows_;
+    using Cell = ado::CellTable::Cell;
+    using Kind = ado::CellTable::Kind;
+
+    bool isPlain(const Cell &cell, int column) const;
+
+    const ado::CellTable &rows_;
     int row_;
 };
 
@@ -50,8 +55,19 @@ struct Figure
     std::function<void(const Record &row)> take = {};
     Period days = {};    ///< where they are not the report's
     int firstKeys = 500; ///< in the first slice
+    /// The statement's rows before they are summed, in the same columns. Where an engine is in the program itself, nothing has
+    /// to travel and they are added up here sooner than there. Empty: the statement stands for both.
+    QString unsummed = {};
+    /// The rows are kept, and taken again as long as nothing in the database has changed: for what is long in counting. The
+    /// statement must not ask for anything but the database's rows, the time above all.
+    bool isKept = false;
 };
 
+/// A statement's two forms, see Figure::unsummed.
+enum class Summed { Yes, No };
+
+/// The bounds of a table's keys, or of another column that has an index.
+QString keyBounds(const char *key, const char *table);
 /// The bounds of the keys of the period's orders. A period's orders lie close together but for few, and so do their lines:
 /// the lines of a range of orders are found several times faster than those of each order of a day.
 QString orderBounds();

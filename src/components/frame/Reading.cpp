@@ -28,13 +28,9 @@ Reading::Reading(ado::ConnectionPtr connection, std::vector<Figure> figures, con
 {
 }
 
-void Reading::run(const QString &statement, const std::function<void(const Record &)> &take) const
+Reading::Slice Reading::read(const QString &statement) const
 {
-    ado::Recordset rows;
-    rows.Open(statement, connection_, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
-    const int count = rows.rowCount();
-    for (int row = 0; row < count; ++row)
-        take(Record(rows, row));
+    return std::make_shared<const ado::CellTable>(connection_->read(statement));
 }
 
 const Period &Reading::period() const
@@ -47,17 +43,25 @@ void Reading::enter()
 {
     const Figure &figure = figures_[current_];
     entered_ = true;
-    lowest_ = highest_ = 0;
+    lowest_ = highest_ = next_ = 0;
     width_ = 1;
+    kept_.clear();
+    if (figure.isKept)
+        kept_ = KeptRows::ofComponent().find(connection_, state_, keptUnder());
+    if (!kept_.empty()) {
+        highest_ = qint64(kept_.size()) - 1;
+        return;
+    }
     if (figure.slices == Figure::Slices::Days) {
         highest_ = period().days() - 1;
         width_ = firstDays;
     } else if (figure.slices == Figure::Slices::Keys) {
         highest_ = -1; // no row
-        run(filled(figure.bounds, {}, {}), [this](const Record &row) {
-            lowest_ = row.key(0);
-            highest_ = lowest_ == 0 ? -1 : row.key(1);
-        });
+        const auto bounds = read(filled(figure.bounds, {}, {}));
+        if (bounds->rowCount() > 0 && !Record(*bounds, 0).isNull(0)) {
+            lowest_ = Record(*bounds, 0).key(0);
+            highest_ = Record(*bounds, 0).key(1);
+        }
         width_ = figure.firstKeys;
     }
     next_ = lowest_;
@@ -75,37 +79,86 @@ QString Reading::filled(const QString &statement, const QString &from, const QSt
     return text;
 }
 
-QString Reading::place(qint64 position) const
+const QString &Reading::statementOf(const Figure &figure) const
+{
+    return connection_->engine() == ado::Engine::SQLite && !figure.unsummed.isEmpty() ? figure.unsummed
+                                                                                      : figure.statement;
+}
+
+QString Reading::position(qint64 position) const
 {
     return figures_[current_].slices == Figure::Slices::Keys ? QString::number(position)
                                                              : runtime::dateText(period().first.addDays(position));
+}
+
+QString Reading::keptUnder() const
+{
+    const Figure &figure = figures_[current_];
+    const QString days = figure.slices == Figure::Slices::Keys ? QString() : period().text();
+    return QStringList{filled(statementOf(figure), {}, {}), filled(figure.bounds, {}, {}), days}.join(u'\n');
 }
 
 void Reading::step()
 {
     if (isDone())
         return;
+    if (!begun_)
+        begin();
     if (!entered_)
         enter();
-    const Figure &figure = figures_[current_];
     if (next_ <= highest_) {
-        const bool whole = figure.slices == Figure::Slices::Whole;
-        const qint64 last = std::min(highest_, next_ + width_ - 1);
-        const QString statement = filled(figure.statement, whole ? runtime::dateText(period().first) : place(next_),
-                                         whole ? runtime::dateText(period().last) : place(last));
-        QElapsedTimer taken;
-        taken.start();
-        run(statement, figure.take);
-        next_ = last + 1;
-        if (taken.elapsed() < quickSlice)
-            width_ *= std::clamp<qint64>(aimedSlice / (taken.elapsed() + 1), 2, mostGrowth);
-        else if (taken.elapsed() > slowSlice)
-            width_ = std::max<qint64>(1, width_ / 2);
+        if (kept_.empty())
+            readSlice();
+        else
+            take(kept_[std::size_t(next_++)]);
     }
     if (next_ > highest_) {
         ++current_;
         entered_ = false;
     }
+    if (isDone())
+        end();
+}
+
+void Reading::readSlice()
+{
+    const Figure &figure = figures_[current_];
+    const bool whole = figure.slices == Figure::Slices::Whole;
+    const qint64 last = std::min(highest_, next_ + width_ - 1);
+    const QString statement = filled(statementOf(figure), whole ? runtime::dateText(period().first) : position(next_),
+                                     whole ? runtime::dateText(period().last) : position(last));
+    QElapsedTimer taken;
+    taken.start();
+    take(read(statement));
+    next_ = last + 1;
+    if (taken.elapsed() < quickSlice)
+        width_ *= std::clamp<qint64>(aimedSlice / (taken.elapsed() + 1), 2, mostGrowth);
+    else if (taken.elapsed() > slowSlice)
+        width_ = std::max<qint64>(1, width_ / 2);
+}
+
+void Reading::take(const Slice &slice)
+{
+    const Figure &figure = figures_[current_];
+    if (figure.isKept && !state_.isEmpty())
+        rows_[keptUnder()].push_back(slice);
+    const int count = slice->rowCount();
+    for (int row = 0; row < count; ++row)
+        figure.take(Record(*slice, row));
+}
+
+void Reading::begin()
+{
+    begun_ = true;
+    if (std::ranges::any_of(figures_, &Figure::isKept))
+        state_ = connection_->stateSign();
+}
+
+/// Rows of one state are kept: what somebody wrote meanwhile may be in some of them and not in others.
+void Reading::end()
+{
+    if (!state_.isEmpty() && state_ == connection_->stateSign())
+        KeptRows::ofComponent().keep(connection_, state_, std::move(rows_));
 }
 
 double Reading::progress() const

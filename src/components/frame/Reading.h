@@ -1,6 +1,7 @@
 #pragma once
 
 #include "components/frame/Figure.h"
+#include "components/frame/KeptRows.h"
 #include "components/frame/Period.h"
 
 #include <vector>
@@ -23,18 +24,33 @@ public:
     void readAll();
 
 private:
+    using Slice = std::shared_ptr<const ado::CellTable>;
+
+    void begin();
     void enter();
-    void run(const QString &statement, const std::function<void(const Record &)> &take) const;
+    Slice read(const QString &statement) const;
+    void readSlice();
+    void take(const Slice &slice);
+    void end();
+    /// The one for this engine.
+    const QString &statementOf(const Figure &figure) const;
     QString filled(const QString &statement, const QString &from, const QString &to) const;
-    QString place(qint64 position) const;
+    QString position(qint64 number) const;
+    /// The current figure's statement, and the days where it has some.
+    QString keptUnder() const;
     const Period &period() const;
 
     ado::ConnectionPtr connection_;
     std::vector<Figure> figures_;
     Period period_;
     std::size_t current_ = 0;
+    bool begun_ = false;
     bool entered_ = false;
-    // The current figure, counted in days or keys.
+    // Of figures that are kept.
+    QByteArray state_; ///< of the database, at the beginning
+    QHash<QString, KeptRows::Slices> rows_;
+    KeptRows::Slices kept_; ///< the current figure's
+    // The current figure, counted in days, keys or kept slices.
     qint64 lowest_ = 0;
     qint64 next_ = 0;
     qint64 highest_ = 0;

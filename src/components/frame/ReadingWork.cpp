@@ -38,6 +38,11 @@ void ReadingWork::goOn()
 {
     const controls::EventScope scope; // a window that waits for the server stays alive
     const runtime::Operation operation("read report");
+    if (reading_->isDone()) { // in a turn of its own, since what is made of the rows takes its time, too
+        cancel();
+        emit finished();
+        return;
+    }
     QElapsedTimer turn;
     turn.start();
     try {
@@ -50,12 +55,8 @@ void ReadingWork::goOn()
         emit failed(error.description());
         return;
     }
-    if (reading_->isDone()) {
-        cancel();
-        emit finished();
-    } else if (since_.elapsed() > progressAfter) {
+    if (!reading_->isDone() && since_.elapsed() > progressAfter)
         emit progressed(reading_->progress());
-    }
 }
 
 } // namespace statistics

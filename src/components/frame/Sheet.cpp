@@ -30,15 +30,39 @@ QString shownText(const Cell &cell)
                            QStringLiteral("#,##0.") + QString(plain.size() - point - 1, QLatin1Char('0')));
 }
 
+namespace {
+
+/// Of its plain text.
+qsizetype lettersOf(runtime::Currency number)
+{
+    const std::uint64_t scaled = number.scaled() < 0 ? -std::uint64_t(number.scaled()) : std::uint64_t(number.scaled());
+    qsizetype letters = number.scaled() < 0 ? 2 : 1;
+    for (std::uint64_t whole = scaled / runtime::Currency::Scale; whole >= 10; whole /= 10)
+        ++letters;
+    const std::uint64_t fraction = scaled % runtime::Currency::Scale;
+    return fraction == 0 ? letters : number.toText().size();
+}
+
+/// Hangul is twice as wide as digits.
+qsizetype lettersOf(const Cell &cell)
+{
+    constexpr char16_t firstWide = 0x1100;
+    if (const auto *number = std::get_if<runtime::Currency>(&cell))
+        return lettersOf(*number);
+    const auto *text = std::get_if<QString>(&cell);
+    return !text ? 0 : text->size() + std::count_if(text->begin(), text->end(), [](QChar c) {
+                           return c >= QChar(firstWide);
+                       });
+}
+
+} // namespace
+
 QString longestText(const std::vector<Row> &rows, std::size_t column)
 {
-    constexpr char16_t firstWide = 0x1100; // Hangul is twice as wide as digits
     const Cell *longest = nullptr;
     qsizetype most = 0;
     for (const Row &row : rows) {
-        const QString text = plainText(row[column]);
-        const qsizetype letters =
-            text.size() + std::count_if(text.begin(), text.end(), [](QChar c) { return c >= QChar(firstWide); });
+        const qsizetype letters = lettersOf(row[column]);
         if (letters > most) {
             most = letters;
             longest = &row[column];
@@ -67,7 +91,10 @@ controls::Ink inkOf(const Cell &cell)
 
 bool holdsUnknown(const Sheet &sheet)
 {
-    const auto isUnknown = [](const Cell &cell) { return cell == Cell(unknownSign); };
+    const auto isUnknown = [](const Cell &cell) {
+        const auto *text = std::get_if<QString>(&cell);
+        return text && *text == unknownSign;
+    };
     const auto within = [&](const Row &row) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             if (sheet.columns[column].kind != Column::Kind::Text && isUnknown(row[column]))

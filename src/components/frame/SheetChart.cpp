@@ -55,26 +55,32 @@ std::size_t placeOf(std::size_t category, const Chart &plan)
     return plan.lying ? std::size_t(plan.categories.size()) - 1 - category : category;
 }
 
+/// Nothing but money that goes out.
+bool isOutgoing(const std::vector<runtime::Currency> &values)
+{
+    const runtime::Currency nothing;
+    return std::ranges::any_of(values, [&](runtime::Currency value) { return value < nothing; })
+           && std::ranges::none_of(values, [&](runtime::Currency value) { return value > nothing; });
+}
+
 /// Money that goes out is red; the legend, too, where a series holds nothing else.
-void showNegative(QBarSet &set, controls::Scheme scheme)
+void showNegative(QBarSet &set, bool outgoing, controls::Scheme scheme)
 {
     const QColor red = controls::ink(controls::Ink::Negative, scheme);
+    if (outgoing) {
+        set.setColor(red);
+        set.setBorderColor(red);
+        return;
+    }
     QList<int> negative;
-    bool onlyNegative = true;
     for (int bar = 0; bar < set.count(); ++bar) {
         if (set.at(bar) < 0)
             negative << bar;
-        onlyNegative = onlyNegative && set.at(bar) <= 0;
     }
     if (negative.isEmpty())
         return;
-    if (onlyNegative) {
-        set.setColor(red);
-        set.setBorderColor(red);
-    } else {
-        set.setSelectedColor(red);
-        set.selectBars(negative);
-    }
+    set.setSelectedColor(red);
+    set.selectBars(negative);
 }
 
 QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
@@ -83,7 +89,7 @@ QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
                         : plan.beside ? static_cast<QAbstractBarSeries *>(new QBarSeries)
                                       : static_cast<QAbstractBarSeries *>(new QStackedBarSeries);
     const qsizetype places = plan.categories.size();
-    series->setBarWidth(places > 40 ? 0.8 : places > 5 || plan.lying ? 0.6 : 0.2);
+    series->setBarWidth(places > 40 ? 0.8 : places > (plan.lying ? 2 : 5) ? 0.6 : 0.2);
     for (std::size_t number = 0; number < plan.series.size(); ++number) {
         auto *set = new QBarSet(plan.series[number].caption);
         set->setBrush(brushOf(number, scheme));
@@ -94,7 +100,7 @@ QAbstractSeries *bars(const Chart &plan, controls::Scheme scheme)
             lengths[placeOf(category, plan)] = lengthOf(values[category], plan);
         for (double length : lengths)
             set->append(length);
-        showNegative(*set, scheme);
+        showNegative(*set, isOutgoing(values), scheme);
         series->append(set);
     }
     return series;
@@ -112,11 +118,14 @@ QList<QAbstractSeries *> pieces(const Chart &plan, std::size_t number, controls:
     QList<QAbstractSeries *> all;
     QLineSeries *line = nullptr;
     const std::vector<runtime::Currency> &values = plan.series[number].values;
+    QPen pen = penOf(number, scheme);
+    if (isOutgoing(values))
+        pen.setColor(controls::ink(controls::Ink::Negative, scheme));
     for (std::size_t category = 0; category < values.size(); ++category) {
         if (!line || alongLine(category, plan) > alongLine(category - 1, plan) + 1) {
             line = new QLineSeries;
             line->setName(plan.series[number].caption);
-            line->setPen(penOf(number, scheme));
+            line->setPen(pen);
             all << line;
         }
         line->append(alongLine(category, plan), lengthOf(values[category], plan));
@@ -127,15 +136,20 @@ QList<QAbstractSeries *> pieces(const Chart &plan, std::size_t number, controls:
 }
 
 /// As many captions as can be read, evenly spread.
+/// As many captions as have room: along the calendar, where rows may crowd in a part of it.
 QCategoryAxis *captions(const Chart &plan, bool asLines)
 {
     auto *axis = new QCategoryAxis;
     const auto count = int(plan.categories.size());
+    const int length = asLines ? alongLine(std::size_t(count) - 1, plan) + 1 : count;
+    const int room = plan.lying ? 0 : (length + mostCaptions - 1) / mostCaptions;
     axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
-    axis->setRange(-0.5, (asLines ? alongLine(std::size_t(count) - 1, plan) : count - 1) + 0.5);
-    const int step = plan.lying ? 1 : (count + mostCaptions - 1) / mostCaptions;
-    for (int category = 0; category < count; category += std::max(1, step)) {
+    axis->setRange(-0.5, length - 0.5);
+    for (int category = 0, next = 0; category < count; ++category) {
         const int place = asLines ? alongLine(std::size_t(category), plan) : int(placeOf(std::size_t(category), plan));
+        if (!plan.lying && place < next)
+            continue;
+        next = place + room;
         // Labels are told apart by their text, and are laid down upwards.
         axis->append(plan.categories.at(plan.lying ? place : category), plan.lying ? category : place);
     }
@@ -208,7 +222,6 @@ SheetChart::SheetChart(QWidget *parent)
     setAccessibleName(QStringLiteral("통계 그래프"));
     setRenderHint(QPainter::Antialiasing);
     setFocusPolicy(Qt::NoFocus);
-    chart()->setMargins({4, 0, 8, 0});
     chart()->layout()->setContentsMargins(0, 0, 0, 0);
     chart()->setBackgroundRoundness(0);
     chart()->setLocalizeNumbers(true);
@@ -262,6 +275,9 @@ void SheetChart::setPlan(const Chart &plan)
         return dress();
     const bool asLines = !plan.lying && plan.categories.size() > mostBars;
     const auto [lowest, highest] = reach(plan, !asLines && !plan.lying && !plan.beside);
+    // The last caption may stand at the very end of its axis.
+    const int end = plan.lying ? 0 : fontMetrics().horizontalAdvance(plan.categories.constLast()) / 2;
+    chart()->setMargins({4, 0, std::max(8, end), 0});
     QAbstractAxis *along = captions(plan, asLines);
     QAbstractAxis *up = lengths(plan, lowest, highest);
     for (QAbstractAxis *axis : {along, up})

@@ -181,6 +181,8 @@ void dump(ado::Connection &clinic, const QString &target, const Progress &progre
             orders << row.value(0).toString();
         return orders;
     });
+    // The moment is held by a session that does nothing while the server's program reads, however long that takes.
+    schema::run(clinic, QStringLiteral("SET LOCAL idle_in_transaction_session_timeout = 0"));
     const PostgresPlace place = PostgresPlace::of(clinic.address());
     QStringList arguments{QStringLiteral("--format=custom"),
                           QStringLiteral("--no-password"),
@@ -259,8 +261,11 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
                     {QStringLiteral("--no-owner"), QStringLiteral("--file=") + script.unfinished(), source}, place,
                     counter(QString(), progress));
     QStringList before{beforeFirstRestore(), schema::journalFunctionStatements().join(QStringLiteral(";\n"))};
-    if (definitionsIn(source).contains(QLatin1String("EXECUTE FUNCTION clinic_central.")))
+    QStringList after{afterFirstRestore(version)};
+    if (definitionsIn(source).contains(QLatin1String("EXECUTE FUNCTION clinic_central."))) {
         before << clinic::chainFunctionStatements();
+        after << clinic::chainCountAnewStatement(true);
+    }
     QStringList behind;
     for (const QString &schema : schemasIn(source)) {
         before << makeRoomIn(schema);
@@ -273,7 +278,8 @@ void putClinic(const PostgresPlace &place, const QString &source, const QString 
                      QStringLiteral("--single-transaction"), QStringLiteral("--dbname=") + place.connection,
                      QStringLiteral("--command"), before.join(QStringLiteral(";\n")),
                      QStringLiteral("--file=") + script.unfinished(), QStringLiteral("--command"),
-                     behind.join(QStringLiteral(";\n")), QStringLiteral("--command"), afterFirstRestore(version)},
+                     behind.join(QStringLiteral(";\n")), QStringLiteral("--command"),
+                     after.join(QStringLiteral(";\n"))},
                     place, counter(QStringLiteral("COPY "), progress), Says::OnAll);
 }
 

@@ -100,7 +100,7 @@ QString demandRows(const QStringList &rowSums)
 QString afterFirstRestore(int version)
 {
     return QStringLiteral("RESET search_path;\n") + countAbove() + QStringLiteral(";\n")
-           + schema::markStatements(true).join(QStringLiteral(";\n"))
+           + schema::markStatements(schema::Dialect::PostgreSQL).join(QStringLiteral(";\n"))
            + QStringLiteral(";\nUPDATE t_DeskSchema SET DS_Version = %1, DS_Generation = DS_Generation + 1")
                  .arg(version);
 }

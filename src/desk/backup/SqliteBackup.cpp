@@ -148,11 +148,14 @@ void prepare(SqliteFile &backup, const QString &copy, const Progress &progress)
         runtime::trapped();
         // Rows stand in the way. They are wanted back all the same, and the desk says that an upgrade is due.
         SqliteFile file(copy, Open::ToWrite);
-        for (const QString &statement : schema::markStatements(false))
+        for (const QString &statement : schema::markStatements(schema::Dialect::SQLite))
             file.ask(statement);
         file.ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Version = %1").arg(backup.mark().version));
     }
-    SqliteFile(copy, Open::ToWrite).ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Generation = DS_Generation + 1"));
+    SqliteFile file(copy, Open::ToWrite);
+    file.ask(QStringLiteral("UPDATE t_DeskSchema SET DS_Generation = DS_Generation + 1"));
+    if (!file.ask(QStringLiteral("SELECT 1 FROM sqlite_master WHERE name = 't_CentralList'")).isEmpty())
+        file.ask(clinic::chainCountAnewStatement(false));
 }
 
 /// What a clinic must not fall behind with when others rows come into it. One that is too damaged to be asked tells

@@ -4,8 +4,14 @@
 
 class QWidget;
 
+namespace ado {
+class Foresight;
+}
+
 namespace chain {
 
+/// What seesClinics() will read.
+void foreseeClinics(ado::Foresight &next);
 /// Whether the database is a head office's that sees its clinics (head-office.sql), and this desk's role may ask.
 bool seesClinics(const ado::ConnectionPtr &connection);
 

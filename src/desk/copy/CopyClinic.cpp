@@ -3,9 +3,11 @@
 #include "desk/backup/Refusal.h"
 #include "desk/copy/CopiedTable.h"
 #include "desk/copy/Counters.h"
+#include "desk/copy/Rights.h"
 #include "desk/copy/Snapshot.h"
 #include "desk/files/NewFile.h"
 #include "desk/journal/Chain.h"
+#include "desk/journal/Seal.h"
 #include "desk/rows/BulkInsert.h"
 #include "desk/schema/Schema.h"
 #include "desk/schema/Statements.h"
@@ -49,6 +51,7 @@ public:
             if (journal)
                 copy(journalTable());
         });
+        giveRights(tables);
         moment.demandWhole();
         return outcome_;
     }
@@ -63,6 +66,16 @@ private:
         if (!whole)
             outcome_.journalLeft = countRows(source_, journalTable());
         return whole;
+    }
+
+    void giveRights(const std::vector<CopiedTable> &tables)
+    {
+        QStringList names{QStringLiteral("t_DeskSchema"), journalTable().name};
+        for (const CopiedTable &table : tables)
+            names << table.name;
+        const QStringList statements = rightsFor(source_, target_, names);
+        for (const QString &statement : statements)
+            schema::run(target_, statement);
     }
 
     void copy(const CopiedTable &table)
@@ -109,11 +122,15 @@ void demandEmpty(ado::Connection &target)
     constexpr int shown = 12;
     const QList<QVariantList> there = schema::rowsOf(
         target,
-        QStringLiteral("SELECT CASE n.nspname WHEN 'public' THEN '' ELSE n.nspname || '.' END || c.relname FROM "
-                       "pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace WHERE c.relkind IN ('r', 'p', 'v', "
-                       "'m', 'f') AND n.nspname <> 'information_schema' AND NOT starts_with(n.nspname, 'pg_') AND NOT "
-                       "EXISTS (SELECT FROM pg_depend d WHERE d.classid = 'pg_class'::regclass AND d.objid = c.oid AND "
-                       "d.deptype = 'e') ORDER BY 1"));
+        target.engine() == ado::Engine::MariaDB
+            ? QStringLiteral("SELECT table_name FROM information_schema.tables WHERE table_schema = DATABASE() ORDER "
+                             "BY 1")
+            : QStringLiteral(
+                "SELECT CASE n.nspname WHEN 'public' THEN '' ELSE n.nspname || '.' END || c.relname FROM "
+                "pg_class c JOIN pg_namespace n ON n.oid = c.relnamespace WHERE c.relkind IN ('r', 'p', 'v', "
+                "'m', 'f') AND n.nspname <> 'information_schema' AND NOT starts_with(n.nspname, 'pg_') AND NOT "
+                "EXISTS (SELECT FROM pg_depend d WHERE d.classid = 'pg_class'::regclass AND d.objid = c.oid AND "
+                "d.deptype = 'e') ORDER BY 1"));
     if (there.isEmpty())
         return;
     QStringList names;
@@ -128,10 +145,14 @@ void demandEmpty(ado::Connection &target)
 
 Copied fill(ado::Connection &source, ado::Connection &target, const Progress &progress)
 {
+    schema::NewTables made(target);
     ado::Transaction scope(target);
     waitLong(target);
     Copied outcome = Work(source, target, progress).run();
     scope.commit();
+    made.keep();
+    if (journal::hasLateRows(target)) // nobody would find them there
+        journal::sealOpen(target);
     return outcome;
 }
 
@@ -158,9 +179,11 @@ Copied copyClinic(ado::Connection &source, const QString &address, const Progres
     const ado::ConnectionPtr target = ado::Connection::open(address);
     demandEmpty(*target);
     const Copied outcome = fill(source, *target, progress);
+    const QString analyze =
+        target->engine() == ado::Engine::MariaDB ? QStringLiteral("ANALYZE TABLE ") : QStringLiteral("ANALYZE ");
     runtime::Attempt statistics; // a desk would feel it without them; the copy stands all the same
     for (const Copied::Table &table : outcome.tables)
-        statistics([&] { target->Execute(QStringLiteral("ANALYZE ") + table.name); });
+        statistics([&] { target->Execute(analyze + table.name); });
     return outcome;
 }
 

@@ -26,6 +26,11 @@ QString counterOf(ado::Connection &connection, const schema::TablePlan &table)
 
 QVariant lastGiven(ado::Connection &connection, const schema::TablePlan &table)
 {
+    if (schema::dialectOf(connection) == schema::Dialect::MariaDB)
+        return schema::valueOf(connection,
+                               QStringLiteral("SELECT auto_increment - 1 FROM information_schema.tables WHERE "
+                                              "table_schema = DATABASE() AND table_name = '%1' AND auto_increment > 1")
+                                   .arg(nameOf(table).toLower()));
     if (schema::dialectOf(connection) == schema::Dialect::SQLite)
         return schema::valueOf(
             connection,
@@ -49,6 +54,10 @@ bool keepsCounters(ado::Connection &connection)
 
 void setCounter(ado::Connection &connection, const schema::TablePlan &table, qint64 last)
 {
+    if (schema::dialectOf(connection) == schema::Dialect::MariaDB) {
+        schema::run(connection, QStringLiteral("ALTER TABLE %1 AUTO_INCREMENT = %2").arg(nameOf(table)).arg(last + 1));
+        return;
+    }
     if (schema::dialectOf(connection) != schema::Dialect::SQLite) {
         schema::run(connection, QStringLiteral("SELECT setval('%1', %2)").arg(counterOf(connection, table)).arg(last));
         return;

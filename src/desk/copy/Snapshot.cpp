@@ -9,7 +9,9 @@ namespace copy {
 
 void waitLong(ado::Connection &connection)
 {
-    if (connection.engine() != ado::Engine::SQLite)
+    if (connection.engine() == ado::Engine::MariaDB)
+        schema::run(connection, QStringLiteral("SET SESSION idle_transaction_timeout = 0"));
+    else if (connection.engine() != ado::Engine::SQLite)
         schema::run(connection, QStringLiteral("SET LOCAL idle_in_transaction_session_timeout = 0"));
 }
 
@@ -41,9 +43,19 @@ Snapshot::~Snapshot()
 
 void Snapshot::begin()
 {
-    const bool file = clinic_.engine() == ado::Engine::SQLite;
-    schema::run(clinic_,
-                file ? QStringLiteral("BEGIN") : QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+    switch (clinic_.engine()) {
+    case ado::Engine::SQLite:
+        schema::run(clinic_, QStringLiteral("BEGIN"));
+        break;
+    case ado::Engine::PostgreSQL:
+    case ado::Engine::Odbc:
+        schema::run(clinic_, QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+        break;
+    case ado::Engine::MariaDB:
+        schema::run(clinic_, QStringLiteral("SET TRANSACTION ISOLATION LEVEL REPEATABLE READ"));
+        schema::run(clinic_, QStringLiteral("START TRANSACTION WITH CONSISTENT SNAPSHOT, READ ONLY"));
+        break;
+    }
     open_ = true;
     waitLong(clinic_);
 }
@@ -65,8 +77,12 @@ void Snapshot::demandWhole()
         schema::run(clinic_, QStringLiteral("COMMIT"));
         return;
     }
-    const QString isolation = QStringLiteral("SELECT current_setting('transaction_isolation')");
-    if (schema::valueOf(clinic_, isolation).toString() != QLatin1String("repeatable read"))
+    const bool stands =
+        clinic_.engine() == ado::Engine::MariaDB
+            ? schema::valueOf(clinic_, QStringLiteral("SELECT @@in_transaction")).toInt() == 1
+            : schema::valueOf(clinic_, QStringLiteral("SELECT current_setting('transaction_isolation')")).toString()
+                  == QLatin1String("repeatable read");
+    if (!stands)
         schema::refuse(QStringLiteral("원본 데이터베이스와의 연결이 끊어져 복사하지 않았습니다. 다시 시도하십시오."));
 }
 

@@ -18,6 +18,8 @@ const char *const SealedColumns =
 
 namespace {
 
+const QString everyOpenRow = QStringLiteral("DJ_Place IS NULL");
+
 /// "machine/user", as far as the system tells.
 QString whoHere()
 {
@@ -31,12 +33,11 @@ QString quoted(QString text)
 }
 
 /// Rows that follow on the end of the chain.
-qint64 sealInFile(ado::Connection &connection)
+qint64 sealInFile(ado::Connection &connection, const QString &open)
 {
     const QList<QVariantList> rows = schema::rowsOf(
-        connection, QStringLiteral("SELECT DJ_PK, %1 FROM t_DeskJournal WHERE DJ_Place IS NULL ORDER BY DJ_PK LIMIT %2")
-                        .arg(QLatin1String(SealedColumns))
-                        .arg(schema::SealedAtOnce));
+        connection, QStringLiteral("SELECT DJ_PK, %1 FROM t_DeskJournal WHERE %2 ORDER BY DJ_PK LIMIT %3")
+                        .arg(QLatin1String(SealedColumns), open, QString::number(schema::SealedAtOnce)));
     const QVariantList last =
         schema::rowsOf(connection, QStringLiteral("SELECT DJ_Place, DJ_Hash FROM t_DeskJournal WHERE DJ_Place IS NOT "
                                                   "NULL ORDER BY DJ_Place DESC LIMIT 1"))
@@ -53,6 +54,20 @@ qint64 sealInFile(ado::Connection &connection)
                         .arg(QString::number(place), QString::fromLatin1(*hash), row[0].toString()));
     }
     return rows.size();
+}
+
+/// On a server, which knows its open rows, the condition does not count.
+qint64 sealWhere(ado::Connection &connection, const QString &open)
+{
+    if (schema::dialectOf(connection) == schema::Dialect::PostgreSQL)
+        return schema::valueOf(connection, QStringLiteral("SELECT clinic_journal.seal()")).toLongLong();
+    if (schema::rowsOf(connection, QStringLiteral("SELECT 1 FROM t_DeskJournal WHERE %1 LIMIT 1").arg(open)).isEmpty())
+        return 0;
+    ado::Transaction scope(connection);
+    connection.holdRow(QStringLiteral("t_DeskSchema"), QStringLiteral("DS_Key"), 1); // begins it
+    const qint64 sealed = sealInFile(connection, open);
+    scope.commit();
+    return sealed;
 }
 
 } // namespace
@@ -84,24 +99,27 @@ qint64 sealSome(ado::Connection &connection)
 {
     if (!schema::hasJournal(connection))
         return 0;
-    if (schema::dialectOf(connection) == schema::Dialect::PostgreSQL)
-        return schema::valueOf(connection, QStringLiteral("SELECT clinic_journal.seal()")).toLongLong();
-    if (schema::rowsOf(connection, QStringLiteral("SELECT 1 FROM t_DeskJournal WHERE DJ_Place IS NULL LIMIT 1"))
-            .isEmpty())
-        return 0;
-    ado::Transaction scope(connection);
-    connection.holdRow(QStringLiteral("t_DeskSchema"), QStringLiteral("DS_Key"), 1); // begins it
-    const qint64 sealed = sealInFile(connection);
-    scope.commit();
-    return sealed;
+    return sealWhere(connection, schema::journalOpenRows(schema::dialectOf(connection)));
 }
 
 qint64 sealOpen(ado::Connection &connection)
 {
+    if (!schema::hasJournal(connection))
+        return 0;
     qint64 all = 0;
-    for (qint64 sealed = schema::SealedAtOnce; sealed == schema::SealedAtOnce; all += sealed)
-        sealed = sealSome(connection);
+    for (const QString &open : {schema::journalOpenRows(schema::dialectOf(connection)), everyOpenRow}) {
+        for (qint64 sealed = schema::SealedAtOnce; sealed == schema::SealedAtOnce; all += sealed)
+            sealed = sealWhere(connection, open);
+    }
     return all;
+}
+
+bool hasLateRows(ado::Connection &connection)
+{
+    return connection.engine() == ado::Engine::SQLite && schema::hasJournal(connection)
+           && !schema::rowsOf(connection, QStringLiteral("SELECT 1 FROM t_DeskJournal WHERE %1 AND NOT (%2) LIMIT 1")
+                                              .arg(everyOpenRow, schema::journalOpenRows(schema::Dialect::SQLite)))
+                   .isEmpty();
 }
 
 } // namespace journal

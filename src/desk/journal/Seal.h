@@ -30,5 +30,8 @@ void attend(ado::Connection &connection);
 qint64 sealSome(ado::Connection &connection);
 /// The same for all that there are.
 qint64 sealOpen(ado::Connection &connection);
+/// Whether a file holds rows without a place before the chain's end, which sealSome() passes over: on the server that they
+/// came from they were saved behind later ones.
+bool hasLateRows(ado::Connection &connection);
 
 } // namespace journal

@@ -45,12 +45,12 @@ QString cell(const QString &table, const QString &column, int number, bool serve
     return server ? QStringLiteral("CAST(%1 AS %2)").arg(name, QLatin1String(serverType(table, column))) : name;
 }
 
-QString headOf(const QString &table, const QStringList &columns, bool server)
+QString settingsOf(const QString &table, const QStringList &columns, bool server, const QString &before)
 {
     QStringList settings;
     for (qsizetype at = 0; at < columns.size(); ++at)
-        settings << columns[at] + QStringLiteral(" = ") + cell(table, columns[at], int(at) + 2, server);
-    return QStringLiteral("UPDATE %1 SET %2 FROM (VALUES ").arg(table, settings.join(QStringLiteral(", ")));
+        settings << before + columns[at] + QStringLiteral(" = ") + cell(table, columns[at], int(at) + 2, server);
+    return settings.join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -58,11 +58,21 @@ QString headOf(const QString &table, const QStringList &columns, bool server)
 BulkUpdate::BulkUpdate(ado::Connection &connection, const QString &table, const QString &key,
                        const QStringList &columns)
     : connection_(connection)
-    , server_(connection.engine() != ado::Engine::SQLite)
-    , head_(headOf(table, columns, server_))
-    , tail_(QStringLiteral(") AS v WHERE %1.%2 = %3").arg(table, key, cell(table, key, 1, server_)))
+    , asTexts_(connection.engine() == ado::Engine::PostgreSQL || connection.engine() == ado::Engine::Odbc)
     , cells_(columns.size() + 1)
 {
+    const QString condition = QStringLiteral(" WHERE %1.%2 = ").arg(table, key) + cell(table, key, 1, asTexts_);
+    if (connection.engine() != ado::Engine::MariaDB) {
+        head_ = QStringLiteral("UPDATE %1 SET %2 FROM (VALUES ").arg(table, settingsOf(table, columns, asTexts_, {}));
+        tail_ = QStringLiteral(") AS v") + condition;
+        return;
+    }
+    QStringList names;
+    for (qsizetype at = 1; at <= cells_; ++at)
+        names << QStringLiteral("column%1").arg(at);
+    head_ = QStringLiteral("UPDATE %1, (WITH w (%2) AS (VALUES ").arg(table, names.join(QStringLiteral(", ")));
+    tail_ =
+        QStringLiteral(") SELECT * FROM w) AS v SET ") + settingsOf(table, columns, asTexts_, table + u'.') + condition;
 }
 
 void BulkUpdate::add(qint64 key, const QVariantList &values)
@@ -87,7 +97,7 @@ void BulkUpdate::send()
     for (qsizetype at = 0; at < pending_.size(); ++at) {
         const QVariant value = ado::parameter(pending_[at]);
         command << (at == 0 ? u"(" : at % cells_ == 0 ? u"),(" : u",");
-        command.value(server_ && value.isValid() ? QVariant(value.toString()) : value);
+        command.value(asTexts_ && value.isValid() ? QVariant(value.toString()) : value);
     }
     command << u")" << tail_;
     connection_.Execute(command);

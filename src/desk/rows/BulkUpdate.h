@@ -22,9 +22,9 @@ private:
     void send();
 
     ado::Connection &connection_;
-    const bool server_;
-    const QString head_;
-    const QString tail_;
+    const bool asTexts_;
+    QString head_;
+    QString tail_;
     const qsizetype cells_; ///< of a row, with its key
     QVariantList pending_;
 };

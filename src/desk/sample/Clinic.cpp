@@ -42,6 +42,7 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
         throw runtime::RuntimeError(runtime::ErrorNumber::Database,
                                     QStringLiteral("이미 테이블이 있는 데이터베이스라 만들지 않았습니다: ")
                                         + ado::addressToShow(connection.address()));
+    schema::NewTables made(connection);
     ado::Transaction scope(connection);
     schema::createTables(connection);
     if (size != Size::Empty)
@@ -50,6 +51,7 @@ void fill(ado::Connection &connection, Size size, const Progress &progress)
     schema::continueKeys(connection);
     schema::createJournal(connection);
     scope.commit();
+    made.keep();
 }
 
 } // namespace sample

@@ -30,7 +30,12 @@ QString plainDefinition(QString statement)
 QHash<QString, QString> indexDefinitions(ado::Connection &connection)
 {
     QString statement = QStringLiteral("SELECT name, sql FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL");
-    if (connection.engine() != ado::Engine::SQLite) {
+    if (connection.engine() == ado::Engine::MariaDB) {
+        statement = QStringLiteral("SELECT index_name, CONCAT('create index ', index_name, ' on ', table_name, "
+                                   "GROUP_CONCAT(column_name ORDER BY seq_in_index SEPARATOR ', ')) FROM "
+                                   "information_schema.statistics WHERE table_schema = DATABASE() AND index_name <> "
+                                   "'PRIMARY' GROUP BY table_name, index_name");
+    } else if (connection.engine() != ado::Engine::SQLite) {
         QStringList tables{QStringLiteral("to_regclass('t_deskjournal')")};
         for (const TablePlan &table : tablePlans())
             tables << QStringLiteral("to_regclass('%1')").arg(QString::fromLatin1(table.name).toLower());

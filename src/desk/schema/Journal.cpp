@@ -25,11 +25,16 @@ QString fieldOf(const QString &row, const char *column)
 }
 
 /// A line tells its order; the order, while it stands, tells the patient.
-QString customerOf(const JournalPlan &plan, const QString &row, const QString &orders)
+QString customerOf(const JournalPlan &plan, const QString &row, Dialect dialect)
 {
     if (*plan.customer)
         return fieldOf(row, plan.customer);
-    return QStringLiteral("(SELECT o.Cust_PK FROM %1 o WHERE o.OrdM_PK = %2)").arg(orders, fieldOf(row, plan.order));
+    return (dialect == Dialect::PostgreSQL
+                ? QStringLiteral(
+                    "(SELECT o.Cust_PK FROM public.tPSOrderMaster o WHERE o.OrdM_PK OPERATOR(pg_catalog.=) "
+                    "%1)")
+                : QStringLiteral("(SELECT o.Cust_PK FROM tPSOrderMaster o WHERE o.OrdM_PK = %1)"))
+        .arg(fieldOf(row, plan.order));
 }
 
 struct Event
@@ -68,7 +73,7 @@ END)sql"),
                  {"%action", latin(event.action)},
                  {"%row", fieldOf(row, table.key().name)},
                  {"%order", fieldOf(row, plan.order)},
-                 {"%customer", customerOf(plan, row, QStringLiteral("tPSOrderMaster"))},
+                 {"%customer", customerOf(plan, row, Dialect::SQLite)},
                  {"%old", had ? journalledRow(table, QStringLiteral("OLD"), Dialect::SQLite) : none},
                  {"%new", has ? journalledRow(table, QStringLiteral("NEW"), Dialect::SQLite) : none}});
 }
@@ -90,7 +95,6 @@ QString createFunction(const QString &head, const QString &body)
     return QStringLiteral("CREATE OR REPLACE FUNCTION %1 AS $body$%2$body$").arg(head, body);
 }
 
-/// As its owner: a desk's role may read the journal only.
 QString createTriggerFunction(const QString &name, const QString &body)
 {
     return createFunction(name
@@ -111,20 +115,36 @@ QString hashedParts()
     return parts.join(QStringLiteral(" || "));
 }
 
-/// Only the functions below may call it.
+/// What a row of the journal tells, as SQL.
+struct Told
+{
+    QString action, table, row, order, customer, old, now, from{};
+};
+
+/// Names nothing that a session's search_path could turn to something of its own.
+QString addRow(const Told &told)
+{
+    return QStringLiteral(R"sql(INSERT INTO public.t_DeskJournal (DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Row,
+            DJ_Order, DJ_Customer, DJ_Old, DJ_New)
+        SELECT pg_catalog.to_char(pg_catalog.clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD"T"HH24:MI:SS.MS"Z"'),
+            pg_catalog.concat(session_user, '@' OPERATOR(pg_catalog.||) pg_catalog.host(pg_catalog.inet_client_addr())),
+            )sql")
+           + QStringList{told.action, told.table, told.row, told.order, told.customer, told.old, told.now}.join(
+               QStringLiteral(", "))
+           + told.from + u';';
+}
+
+/// For what is no row's change; its owner's alone.
 QString writeFunction()
 {
+    const auto given = [](const char *name) { return QLatin1String(name); };
     return createFunction(
         QStringLiteral("clinic_journal.write(action text, named text, row_key bigint, order_key bigint, customer_key "
                        "bigint, old_row text, new_row text) RETURNS void LANGUAGE plpgsql"),
-        QStringLiteral(R"sql(
-BEGIN
-    INSERT INTO public.t_DeskJournal (DJ_Time, DJ_Who, DJ_Action, DJ_Table, DJ_Row, DJ_Order, DJ_Customer, DJ_Old, DJ_New)
-    VALUES (to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD"T"HH24:MI:SS.MS"Z"'),
-            session_user || coalesce('@' || host(inet_client_addr()), ''), action, named, row_key, order_key, customer_key,
-            old_row, new_row);
-END
-)sql"));
+        QStringLiteral("\nBEGIN\n    ")
+            + addRow({given("action"), given("named"), given("row_key"), given("order_key"), given("customer_key"),
+                      given("old_row"), given("new_row")})
+            + QStringLiteral("\nEND\n"));
 }
 
 /// Whoever writes does not seal: the chain has one end, and desks that commit would wait for each other's disk there. A desk
@@ -161,51 +181,44 @@ END
                                       {"%parts", hashedParts()}}));
 }
 
-/// Whatever goes wrong here, the write itself stands: at worst it stays out of the journal, which a check tells.
+/// One statement for each event: a desk waits for what is done here. As its owner, since a desk's role may read the journal
+/// only, and without a search_path of its own, which would cost as much as the rest.
 QString noteFunction(const JournalPlan &plan)
 {
     const TablePlan &table = tableOf(plan);
+    const auto row = [&](const char *name) { return journalledRow(table, QLatin1String(name), Dialect::PostgreSQL); };
+    const auto added = [&](const Event &event, const QString &old, const QString &now, const QString &from) {
+        const QString whose = latin(event.row), quote(u'\'');
+        return addRow({quote + latin(event.action) + quote, quote + latin(plan.table) + quote,
+                       fieldOf(whose, table.key().name), fieldOf(whose, plan.order),
+                       customerOf(plan, whose, Dialect::PostgreSQL), old, now, from});
+    };
+    const QString none = QStringLiteral("NULL");
+    const auto &[insertion, update, deletion] = Events;
+    // Whatever goes wrong here, the write itself stands: at worst it stays out of the journal, which a check tells.
     const QString body = QStringLiteral(R"sql(
-DECLARE
-    action text := left(TG_OP, 1);
-    row_key bigint;
-    order_key bigint;
-    customer_key bigint;
-    old_row text;
-    new_row text;
 BEGIN
-    IF action <> 'I' THEN
-        old_row := %old;
-    END IF;
-    IF action = 'D' THEN
-        row_key := OLD.%key;
-        order_key := OLD.%order;
-        customer_key := %was;
+    IF TG_OP OPERATOR(pg_catalog.=) 'INSERT' THEN
+        %insert
+    ELSIF TG_OP OPERATOR(pg_catalog.=) 'UPDATE' THEN
+        %update
     ELSE
-        new_row := %new;
-        row_key := NEW.%key;
-        order_key := NEW.%order;
-        customer_key := %is;
+        %delete
     END IF;
-    IF old_row = new_row THEN
-        RETURN NULL;
-    END IF;
-    PERFORM clinic_journal.write(action, '%table', row_key, order_key, customer_key, old_row, new_row);
     RETURN NULL;
 EXCEPTION WHEN OTHERS THEN
     RAISE WARNING 'journal: %', SQLERRM;
     RETURN NULL;
 END
 )sql");
-    const QString orders = QStringLiteral("public.tPSOrderMaster");
-    return createTriggerFunction(functionOf(plan),
-                                 fill(body, {{"%old", journalledRow(table, QStringLiteral("OLD"), Dialect::PostgreSQL)},
-                                             {"%new", journalledRow(table, QStringLiteral("NEW"), Dialect::PostgreSQL)},
-                                             {"%table", latin(plan.table)},
-                                             {"%key", latin(table.key().name)},
-                                             {"%order", latin(plan.order)},
-                                             {"%was", customerOf(plan, QStringLiteral("OLD"), orders)},
-                                             {"%is", customerOf(plan, QStringLiteral("NEW"), orders)}}));
+    const QString both = QStringLiteral("\n        FROM (SELECT %1 AS was, %2 AS now OFFSET 0) r WHERE r.was "
+                                        "OPERATOR(pg_catalog.<>) r.now")
+                             .arg(row("OLD"), row("NEW"));
+    return createFunction(
+        functionOf(plan) + QStringLiteral("() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER"),
+        fill(body, {{"%insert", added(insertion, none, row("NEW"), {})},
+                    {"%update", added(update, QStringLiteral("r.was"), QStringLiteral("r.now"), both)},
+                    {"%delete", added(deletion, row("OLD"), none, {})}}));
 }
 
 /// What a row of the journal says, and what never changes.
@@ -261,19 +274,20 @@ QString journalledRow(const TablePlan &table, const QString &row, Dialect dialec
         QString value = fieldOf(row, column.name);
         // Money stays the exact text that it is; bytes where a text should be would be refused.
         if (server && column.holds == Holds::Money)
-            value += QStringLiteral("::text");
+            value += QStringLiteral("::pg_catalog.text");
         else if (!server && (column.holds == Holds::Text || column.holds == Holds::Date))
             value = QStringLiteral("CAST(%1 AS TEXT)").arg(value);
         members << QStringLiteral("'%1', %2").arg(latin(column.name), value);
     }
     return QStringLiteral("%1(%2)%3")
-        .arg(server ? QStringLiteral("json_build_object") : QStringLiteral("json_object"),
-             members.join(QStringLiteral(", ")), server ? QStringLiteral("::text") : QString());
+        .arg(server ? QStringLiteral("pg_catalog.json_build_object") : QStringLiteral("json_object"),
+             members.join(QStringLiteral(", ")), server ? QStringLiteral("::pg_catalog.text") : QString());
 }
 
 QStringList journalTableStatements(Dialect dialect)
 {
     const bool server = dialect == Dialect::PostgreSQL;
+    // Whoever writes visits no index but a server's of what is open: the others fill when the rows are sealed.
     QStringList statements{
         fill(QStringLiteral("CREATE TABLE t_DeskJournal (\n"
                             "    DJ_PK %key,\n"
@@ -291,14 +305,27 @@ QStringList journalTableStatements(Dialect dialect)
                             ")"),
              {{"%key", server ? QStringLiteral("bigint GENERATED ALWAYS AS IDENTITY PRIMARY KEY")
                               : QStringLiteral("INTEGER PRIMARY KEY AUTOINCREMENT")}}),
-        // Two halves: who writes visits the small one, who seals moves the rows to the other.
-        QStringLiteral("CREATE INDEX ixJournalOpen ON t_DeskJournal (DJ_PK) WHERE DJ_Place IS NULL"),
         QStringLiteral("CREATE UNIQUE INDEX ixJournalPlace ON t_DeskJournal (DJ_Place) WHERE DJ_Place IS NOT NULL"),
         // Of a day one looks for what was changed and deleted; most rows are neither.
-        QStringLiteral("CREATE INDEX ixJournalTime ON t_DeskJournal (DJ_Time) WHERE DJ_Action <> 'I'"),
-        QStringLiteral("CREATE INDEX ixJournalCustomer ON t_DeskJournal (DJ_Customer, DJ_Order)"),
+        QStringLiteral("CREATE INDEX ixJournalTime ON t_DeskJournal (DJ_Time) WHERE DJ_Action <> 'I' AND DJ_Place IS "
+                       "NOT NULL"),
+        QStringLiteral("CREATE INDEX ixJournalCustomer ON t_DeskJournal (DJ_Customer, DJ_Order) WHERE DJ_Place IS NOT "
+                       "NULL"),
     };
+    if (server)
+        statements << QStringLiteral("CREATE INDEX ixJournalOpen ON t_DeskJournal (DJ_PK) WHERE DJ_Place IS NULL");
     return statements;
+}
+
+QString journalOpenRows(Dialect dialect)
+{
+    const QString open = QStringLiteral("DJ_Place IS NULL");
+    return dialect == Dialect::PostgreSQL
+               ? open
+               : open
+                     + QStringLiteral(
+                         " AND DJ_PK > COALESCE((SELECT s.DJ_PK FROM t_DeskJournal s WHERE s.DJ_Place IS NOT NULL "
+                         "ORDER BY s.DJ_Place DESC LIMIT 1), 0)");
 }
 
 QStringList journalFunctionStatements()

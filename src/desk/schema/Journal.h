@@ -30,6 +30,8 @@ struct JournalTrigger
 };
 
 QStringList journalTableStatements(Dialect dialect);
+/// The condition of the rows that are not sealed yet. In a file writers follow one another, so these are the last ones.
+QString journalOpenRows(Dialect dialect);
 /// What the triggers of a server call; none on the embedded engine.
 QStringList journalFunctionStatements();
 /// Those that write the journal and those that keep it from being changed.

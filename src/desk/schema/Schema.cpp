@@ -21,7 +21,7 @@ QStringList tableStatements(Dialect dialect)
         statements = postgresLikeStatements() << ado::postgresSession::likeOperator;
     for (const TablePlan &table : tablePlans())
         statements << createTableStatement(table, dialect);
-    return statements + markStatements(dialect == Dialect::PostgreSQL);
+    return statements + markStatements(dialect);
 }
 
 /// Readings without rows that a database takes only when it holds every table and column, one a table.
@@ -44,16 +44,46 @@ QStringList probes()
 
 Dialect dialectOf(const ado::Connection &connection)
 {
-    return connection.engine() == ado::Engine::SQLite ? Dialect::SQLite : Dialect::PostgreSQL;
+    switch (connection.engine()) {
+    case ado::Engine::SQLite:
+        return Dialect::SQLite;
+    case ado::Engine::PostgreSQL:
+    case ado::Engine::Odbc:
+        return Dialect::PostgreSQL;
+    case ado::Engine::MariaDB:
+        return Dialect::MariaDB;
+    }
+    Q_UNREACHABLE();
+}
+
+NewTables::NewTables(ado::Connection &connection)
+    : connection_(connection)
+    , before_(dialectOf(connection) == Dialect::MariaDB ? allTables(connection) : QStringList())
+{
+}
+
+NewTables::~NewTables()
+{
+    if (kept_ || dialectOf(connection_) != Dialect::MariaDB)
+        return;
+    runtime::Attempt undo; // why they are not wanted is the error that tells something
+    undo([&] {
+        for (const QString &table : allTables(connection_)) {
+            if (!before_.contains(table))
+                connection_.Execute(QStringLiteral("DROP TABLE ") + table);
+        }
+    });
 }
 
 void createSchema(ado::Connection &connection)
 {
+    NewTables made(connection);
     ado::Transaction scope(connection);
     createTables(connection);
     createIndexes(connection);
     createJournal(connection);
     scope.commit();
+    made.keep();
 }
 
 void createTables(ado::Connection &connection)
@@ -64,13 +94,18 @@ void createTables(ado::Connection &connection)
 
 void createIndexes(ado::Connection &connection)
 {
+    const Dialect dialect = dialectOf(connection);
+    if (dialect == Dialect::MariaDB)
+        return;
     for (const IndexPlan &index : indexPlans())
-        run(connection, createIndexStatement(index));
+        run(connection, createIndexStatement(index, dialect));
 }
 
 void createJournal(ado::Connection &connection, const std::function<void()> &history)
 {
     const Dialect dialect = dialectOf(connection);
+    if (dialect == Dialect::MariaDB)
+        return;
     for (const QString &statement : journalTableStatements(dialect))
         run(connection, statement);
     if (history)
@@ -86,6 +121,8 @@ void createJournal(ado::Connection &connection, const std::function<void()> &his
 
 bool hasJournal(ado::Connection &connection)
 {
+    if (dialectOf(connection) == Dialect::MariaDB)
+        return false;
     const QString there = dialectOf(connection) == Dialect::PostgreSQL
                               ? QStringLiteral("SELECT COUNT(to_regclass('t_deskjournal'))")
                               : QStringLiteral("SELECT COUNT(*) FROM sqlite_master WHERE type = 'table' AND "
@@ -127,6 +164,17 @@ void continueKeys(ado::Connection &connection)
     const QStringList statements = lateKeyStatements(connection);
     for (const QString &statement : statements)
         run(connection, statement);
+}
+
+QStringList allTables(ado::Connection &connection)
+{
+    QStringList names;
+    const QList<QVariantList> rows = rowsOf(
+        connection,
+        QStringLiteral("SELECT LOWER(table_name) FROM information_schema.tables WHERE table_schema = DATABASE()"));
+    for (const QVariantList &row : rows)
+        names << row.value(0).toString();
+    return names;
 }
 
 clinic::Catalogue foundTables(const ado::Connection &connection)

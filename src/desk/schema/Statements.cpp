@@ -21,7 +21,7 @@ bool wasHeld(const runtime::RuntimeError &error)
 {
     constexpr int embeddedBusy = 5; // the low byte of the engine's own numbers
     const QByteArray &state = error.origin().server.state;
-    return state == "55P03" || (state.size() < 5 && (state.toInt() & 0xff) == embeddedBusy);
+    return state == "55P03" || state == "1205" || (state.size() < 4 && (state.toInt() & 0xff) == embeddedBusy);
 }
 
 template <typename Work>
@@ -84,6 +84,8 @@ void holdTables(ado::Connection &connection, const QStringList &tables)
         connection.holdRow(QStringLiteral("sqlite_master"), QStringLiteral("rowid"), 0); // begins it
         return;
     }
+    if (connection.engine() == ado::Engine::MariaDB)
+        return; // where each definition waits for itself
     run(connection, QStringLiteral("SET LOCAL lock_timeout = '15s'"));
     run(connection, QStringLiteral("LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE").arg(tables.join(QStringLiteral(", "))));
 }

@@ -56,11 +56,64 @@ QString postgresColumn(const ColumnPlan &column, bool isKey)
     Q_UNREACHABLE();
 }
 
+QString mariaDbColumn(const ColumnPlan &column, bool isKey)
+{
+    switch (column.holds) {
+    case Holds::Key:
+        return QStringLiteral("integer AUTO_INCREMENT PRIMARY KEY");
+    case Holds::Money:
+        return QStringLiteral("decimal(19,4)%2");
+    case Holds::Text: // a key must have an end
+        return isKey            ? QStringLiteral("varchar(255) PRIMARY KEY")
+               : column.longest ? QStringLiteral("varchar(%3)%2")
+                                : QStringLiteral("longtext%2");
+    default:
+        return postgresColumn(column, isKey);
+    }
+}
+
+QString columnType(const ColumnPlan &column, bool isKey, Dialect dialect)
+{
+    switch (dialect) {
+    case Dialect::SQLite:
+        return sqliteColumn(column, isKey);
+    case Dialect::PostgreSQL:
+        return postgresColumn(column, isKey);
+    case Dialect::MariaDB:
+        return mariaDbColumn(column, isKey);
+    }
+    Q_UNREACHABLE();
+}
+
+/// MariaDB has no index of some rows: there the column that tells them from the others stands first.
+QString columnsOf(const IndexPlan &index, Dialect dialect)
+{
+    const QString columns = QString::fromLatin1(index.columns), rows = QString::fromLatin1(index.rows);
+    return dialect == Dialect::MariaDB && !rows.isEmpty() ? rows.section(u' ', 0, 0) + QStringLiteral(", ") + columns
+                                                          : columns;
+}
+
+/// What stands behind the columns.
+QString tail(const TablePlan &table, Dialect dialect)
+{
+    if (dialect == Dialect::SQLite)
+        return QStringLiteral("\n) STRICT");
+    if (dialect == Dialect::PostgreSQL)
+        return QStringLiteral("\n)");
+    QString text;
+    for (const IndexPlan &index : indexPlans()) {
+        if (qstrcmp(index.table, table.name) == 0)
+            text +=
+                QStringLiteral(",\n    INDEX %1 (%2)").arg(QString::fromLatin1(index.name), columnsOf(index, dialect));
+    }
+    return text + QStringLiteral("\n) ENGINE=InnoDB CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin");
+}
+
 QString definition(const TablePlan &table, const ColumnPlan &column, Dialect dialect)
 {
     const QString name = QString::fromLatin1(column.name);
     const bool isKey = &column == &table.key();
-    QString type = dialect == Dialect::SQLite ? sqliteColumn(column, isKey) : postgresColumn(column, isKey);
+    QString type = columnType(column, isKey, dialect);
     type.replace(QStringLiteral("%1"), name);
     type.replace(QStringLiteral("%2"), column.required ? QStringLiteral(" NOT NULL") : QString());
     type.replace(QStringLiteral("%3"), QString::number(column.longest));
@@ -74,9 +127,8 @@ QString createTableStatement(const TablePlan &table, Dialect dialect)
     QStringList columns;
     for (const ColumnPlan &column : table.columns)
         columns << QStringLiteral("    ") + definition(table, column, dialect);
-    return QStringLiteral("CREATE TABLE %1 (\n%2\n)%3")
-        .arg(QString::fromLatin1(table.name), columns.join(QStringLiteral(",\n")),
-             dialect == Dialect::SQLite ? QStringLiteral(" STRICT") : QString());
+    return QStringLiteral("CREATE TABLE %1 (\n%2%3")
+        .arg(QString::fromLatin1(table.name), columns.join(QStringLiteral(",\n")), tail(table, dialect));
 }
 
 QString addColumnStatement(const TablePlan &table, const ColumnPlan &column, Dialect dialect)
@@ -85,12 +137,19 @@ QString addColumnStatement(const TablePlan &table, const ColumnPlan &column, Dia
            + definition(table, column, dialect);
 }
 
-QString createIndexStatement(const IndexPlan &index)
+QString createIndexStatement(const IndexPlan &index, Dialect dialect)
 {
-    const QString rows = QString::fromLatin1(index.rows);
+    const QString rows = dialect == Dialect::MariaDB ? QString() : QString::fromLatin1(index.rows);
     return QStringLiteral("CREATE INDEX %1 ON %2 (%3)%4")
-        .arg(QString::fromLatin1(index.name), QString::fromLatin1(index.table), QString::fromLatin1(index.columns),
+        .arg(QString::fromLatin1(index.name), QString::fromLatin1(index.table), columnsOf(index, dialect),
              rows.isEmpty() ? QString() : QStringLiteral(" WHERE ") + rows);
+}
+
+QString dropIndexStatement(const IndexPlan &index, Dialect dialect)
+{
+    const QString statement = QStringLiteral("DROP INDEX ") + QString::fromLatin1(index.name);
+    return dialect == Dialect::MariaDB ? statement + QStringLiteral(" ON ") + QString::fromLatin1(index.table)
+                                       : statement;
 }
 
 QStringList postgresLikeStatements()

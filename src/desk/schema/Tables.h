@@ -25,11 +25,13 @@ inline std::span<const IndexPlan> indexPlans()
     return clinic::indexes();
 }
 
-enum class Dialect { SQLite, PostgreSQL };
+enum class Dialect { SQLite, PostgreSQL, MariaDB };
 
 QString createTableStatement(const TablePlan &table, Dialect dialect);
 QString addColumnStatement(const TablePlan &table, const ColumnPlan &column, Dialect dialect);
-QString createIndexStatement(const IndexPlan &index);
+/// MariaDB makes an index with its table, so that it is asked for where one is missing only.
+QString createIndexStatement(const IndexPlan &index, Dialect dialect);
+QString dropIndexStatement(const IndexPlan &index, Dialect dialect);
 /// What gives LIKE on PostgreSQL the clinic server's meaning, one statement each, in the sessions that look for it there.
 QStringList postgresLikeStatements();
 

@@ -55,14 +55,18 @@ QStringList journalFunctions(ado::Connection &connection)
 QStringList otherJournalIndexes(ado::Connection &connection, Dialect dialect)
 {
     static const QRegularExpression index(QStringLiteral("^CREATE (?:UNIQUE )?INDEX (\\w+)"));
-    const QHash<QString, QString> found = indexDefinitions(connection);
+    QHash<QString, QString> found = indexDefinitions(connection);
     QStringList due;
     const QStringList statements = journalTableStatements(dialect);
     for (const QString &statement : statements) {
         const QString name = index.match(statement).captured(1);
-        if (!name.isEmpty() && found.value(name.toLower()) != plainDefinition(statement))
+        if (!name.isEmpty() && found.take(name.toLower()) != plainDefinition(statement))
             due << QStringLiteral("DROP INDEX IF EXISTS ") + name << statement;
     }
+    // A file's writers once kept one that they do without.
+    if (const QString earlier = QStringLiteral("ixJournalOpen");
+        found.contains(earlier.toLower()) && dialect != Dialect::PostgreSQL)
+        due << QStringLiteral("DROP INDEX ") + earlier;
     return due;
 }
 
@@ -161,7 +165,7 @@ QString withoutName(const QString &plain, const QString &name)
 }
 
 /// An index that does the same under another name is none that is missing.
-void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Steps &steps)
+void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalogue, Dialect dialect, Steps &steps)
 {
     const QHash<QString, QString> found = indexDefinitions(connection);
     QStringList bodies;
@@ -169,14 +173,13 @@ void addIndexSteps(ado::Connection &connection, const clinic::Catalogue &catalog
         bodies << withoutName(*one, one.key());
     for (const IndexPlan &index : indexPlans()) {
         const QString name = QString::fromLatin1(index.name);
-        const QString statement = createIndexStatement(index);
+        const QString statement = createIndexStatement(index, dialect);
         const clinic::FoundTable *const table = catalogue.table(QString::fromLatin1(index.table));
         const auto old = found.find(name.toLower());
         if (table && table->isView)
             continue;
         if (old != found.end() && *old != plainDefinition(statement))
-            steps.push_back(
-                {QStringLiteral("인덱스 교체: ") + name, {QStringLiteral("DROP INDEX ") + name, statement}});
+            steps.push_back({QStringLiteral("인덱스 교체: ") + name, {dropIndexStatement(index, dialect), statement}});
         else if (old == found.end() && !bodies.contains(withoutName(plainDefinition(statement), name)))
             steps.push_back({QStringLiteral("인덱스 추가: ") + name, {statement}});
     }
@@ -231,8 +234,7 @@ void addMarkStep(ado::Connection &connection, Dialect dialect, Steps &steps)
 {
     const std::optional<Mark> mark = readMark(connection);
     if (mark && mark->version < CurrentVersion)
-        steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion),
-                         markStatements(dialect == Dialect::PostgreSQL)});
+        steps.push_back({QStringLiteral("데이터베이스 판 기록: %1").arg(CurrentVersion), markStatements(dialect)});
 }
 
 void addLockStep(ado::Connection &connection, Dialect dialect, Steps &steps)
@@ -281,10 +283,11 @@ std::vector<UpgradeStep> upgradeSteps(ado::Connection &connection, Doors doors)
     demandMendable(connection, steps);
     if (dialect == Dialect::PostgreSQL)
         addLikeSteps(connection, steps);
-    else
+    else if (dialect == Dialect::SQLite)
         addDateSteps(connection, steps);
-    addIndexSteps(connection, catalogue, steps);
-    addJournalSteps(connection, catalogue, dialect, steps);
+    addIndexSteps(connection, catalogue, dialect, steps);
+    if (dialect != Dialect::MariaDB)
+        addJournalSteps(connection, catalogue, dialect, steps);
     for (const QString &statement : lateKeyStatements(connection, mayBeMade))
         steps.push_back({QStringLiteral("새 번호 조정"), {statement}});
     addMarkStep(connection, dialect, steps);

@@ -131,12 +131,18 @@ END $body$;
 -- A clinic that could not be reached is not asked again by this session for half a minute, so that it is waited for once.
 CREATE OR REPLACE FUNCTION chain.is_away(number integer) RETURNS boolean LANGUAGE sql
 SET search_path = pg_catalog, pg_temp AS $body$
-    SELECT coalesce(nullif(current_setting('chain.away_' || number, true), '')::timestamptz > clock_timestamp()
-                    - interval '30 seconds', false)
+    SELECT coalesce(nullif(current_setting('chain.away_' || number, true), '')::timestamptz
+                    BETWEEN clock_timestamp() - interval '30 seconds' AND clock_timestamp(), false)
 $body$;
 CREATE OR REPLACE FUNCTION chain.note_away(number integer) RETURNS void LANGUAGE sql
 SET search_path = pg_catalog, pg_temp AS $body$
     SELECT set_config('chain.away_' || number, clock_timestamp()::text, false)
+$body$;
+
+-- A statement that this server gives up ends the report; one that the clinic's gives up is that clinic's trouble.
+CREATE OR REPLACE FUNCTION chain.is_ours(state text, whence text) RETURNS boolean LANGUAGE sql
+SET search_path = pg_catalog, pg_temp AS $body$
+    SELECT state = '57014' AND whence NOT LIKE '%remote SQL command%'
 $body$;
 
 CREATE OR REPLACE FUNCTION chain.trade(first_clinic integer, last_clinic integer, first_day date, last_day date)
@@ -144,6 +150,7 @@ RETURNS SETOF chain.trade_row LANGUAGE plpgsql SECURITY DEFINER SET search_path 
 DECLARE
     known integer;
     found chain.trade_row[];
+    whence text;
 BEGIN
     FOR known IN SELECT number FROM chain.clinic WHERE number BETWEEN first_clinic AND last_clinic ORDER BY number LOOP
         BEGIN
@@ -160,7 +167,11 @@ BEGIN
                     cuts, NULL FROM %1$I.money_day WHERE day BETWEEN $1 AND $2) AS r$query$, 'chain_' || known, known)
                 INTO found USING first_day, last_day;
             RETURN QUERY SELECT * FROM unnest(found);
-        EXCEPTION WHEN OTHERS THEN
+        EXCEPTION WHEN OTHERS OR query_canceled THEN
+            GET STACKED DIAGNOSTICS whence = PG_EXCEPTION_CONTEXT;
+            IF chain.is_ours(SQLSTATE, whence) THEN
+                RAISE;
+            END IF;
             IF SQLSTATE LIKE '08%' AND NOT chain.is_away(known) THEN
                 PERFORM chain.note_away(known);
             END IF;
@@ -177,6 +188,7 @@ RETURNS SETOF chain.stock_row LANGUAGE plpgsql SECURITY DEFINER SET search_path 
 DECLARE
     known integer;
     found chain.stock_row;
+    whence text;
 BEGIN
     FOR known IN SELECT number FROM chain.clinic WHERE number BETWEEN first_clinic AND last_clinic ORDER BY number LOOP
         BEGIN
@@ -187,7 +199,11 @@ BEGIN
                            'sum(trunc(pieces) * price) FILTER (WHERE pieces > 0), count(*) FILTER (WHERE pieces < 0), NULL '
                            'FROM %1$I.stock', 'chain_' || known, known) INTO found;
             RETURN NEXT found;
-        EXCEPTION WHEN OTHERS THEN
+        EXCEPTION WHEN OTHERS OR query_canceled THEN
+            GET STACKED DIAGNOSTICS whence = PG_EXCEPTION_CONTEXT;
+            IF chain.is_ours(SQLSTATE, whence) THEN
+                RAISE;
+            END IF;
             IF SQLSTATE LIKE '08%' AND NOT chain.is_away(known) THEN
                 PERFORM chain.note_away(known);
             END IF;

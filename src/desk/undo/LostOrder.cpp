@@ -73,6 +73,55 @@ LostOrder gathered(Rows rowsOf)
     return lost;
 }
 
+enum EntryColumn { Number, Moment, Action, Table, Old };
+
+bool isDeletion(const QVariantList &entry)
+{
+    return entry[Action].toString() == QLatin1String("D") && !entry[Old].isNull();
+}
+
+bool followsAtOnce(const QVariantList &entry, const QVariantList &before)
+{
+    constexpr qint64 pause = 1'000; // milliseconds; nobody deletes a payment and then its order so fast
+    const auto momentOf = [](const QVariantList &of) {
+        return QDateTime::fromString(of[Moment].toString(), Qt::ISODateWithMs);
+    };
+    return momentOf(before).msecsTo(momentOf(entry)) <= pause;
+}
+
+/// The last deletion of the order itself, and those beside it: who deletes an order does nothing else to it meanwhile. The
+/// journal does not tell transactions.
+QList<QVariantList> wentTogether(ado::Connection &connection, int order)
+{
+    const QVariant itself = schema::valueOf(
+        connection, QStringLiteral("SELECT MAX(DJ_PK) FROM t_DeskJournal WHERE DJ_Order = %1 AND DJ_Table = "
+                                   "'tPSOrderMaster' AND DJ_Action = 'D' AND DJ_Old IS NOT NULL")
+                        .arg(order));
+    if (itself.isNull())
+        return {};
+    // Without a treatment receipt that bears the order's number.
+    const QList<QVariantList> entries = schema::rowsOf(
+        connection,
+        QStringLiteral(
+            "SELECT DJ_PK, DJ_Time, DJ_Action, DJ_Table, DJ_Old FROM t_DeskJournal WHERE DJ_Order = %1 AND "
+            "DJ_Action IN ('I', 'U', 'D') AND (DJ_Table <> 'tPSTransaction' OR DJ_Customer = (SELECT o.DJ_Customer "
+            "FROM t_DeskJournal o WHERE o.DJ_PK = %2)) ORDER BY DJ_PK")
+            .arg(QString::number(order), itself.toString()));
+    QList<QVariantList> together;
+    bool found = false;
+    for (const QVariantList &entry : entries) {
+        if (!isDeletion(entry) || (!together.isEmpty() && !followsAtOnce(entry, together.last()))) {
+            if (found)
+                break;
+            together.clear();
+        }
+        if (isDeletion(entry))
+            together << entry;
+        found = found || entry[Number].toLongLong() == itself.toLongLong();
+    }
+    return together;
+}
+
 } // namespace
 
 qint64 LostRow::key() const
@@ -99,26 +148,16 @@ LostOrder orderInBackup(const QString &file, int order)
 
 LostOrder orderInJournal(ado::Connection &connection, int order)
 {
-    constexpr qint64 together = 1'000; // milliseconds; nobody deletes a payment and then its order within them
     if (!schema::hasJournal(connection))
         schema::refuse(QStringLiteral("변경 이력이 없는 데이터베이스입니다. 백업 파일을 지정하십시오."));
-    const QList<QVariantList> deleted = schema::rowsOf(
-        connection, QStringLiteral("SELECT DJ_Time, DJ_Table, DJ_Old FROM t_DeskJournal WHERE DJ_Action = 'D' AND "
-                                   "DJ_Order = %1 AND DJ_Old IS NOT NULL ORDER BY DJ_PK DESC")
-                        .arg(order));
-    const auto momentOf = [](const QVariantList &row) {
-        return QDateTime::fromString(row[0].toString(), Qt::ISODateWithMs);
-    };
-    const auto last = std::ranges::find_if(
-        deleted, [](const QVariantList &row) { return row[1].toString() == QLatin1String(Parts[0].table); });
-    if (last == deleted.end())
+    const QList<QVariantList> deleted = wentTogether(connection, order);
+    if (deleted.isEmpty())
         schema::refuse(QStringLiteral("변경 이력에 삭제한 기록이 없는 거래입니다: 거래번호 %1").arg(order));
     return gathered([&](const Part &part) {
         QList<QJsonObject> rows;
-        for (const QVariantList &row : deleted) {
-            if (row[1].toString() == QLatin1String(part.table)
-                && std::abs(momentOf(row).msecsTo(momentOf(*last))) <= together)
-                rows.prepend(rowOf(row[2].toString()));
+        for (const QVariantList &entry : deleted) {
+            if (entry[Table].toString() == QLatin1String(part.table))
+                rows << rowOf(entry[Old].toString());
         }
         return rows;
     });

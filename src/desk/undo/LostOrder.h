@@ -28,7 +28,7 @@ struct LostOrder
 /// As it stands in a backup. Raises RuntimeError when it is not in there, or the file is no backup.
 LostOrder orderInBackup(const QString &file, int order);
 
-/// As it was when it was last deleted, with what went together with it. Raises RuntimeError when the journal knows of no
+/// As it was when it was last deleted, with what went with it at once. Raises RuntimeError when the journal knows of no
 /// deletion.
 LostOrder orderInJournal(ado::Connection &connection, int order);
 

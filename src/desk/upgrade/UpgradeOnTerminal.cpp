@@ -71,7 +71,9 @@ int carryOut(ado::Connection &connection, const QString &file, schema::Doors doo
     terminal::ProgressLine line(QStringLiteral("업그레이드"));
     std::vector<schema::UpgradeStep> steps;
     try {
-        if (isBackedUpWhole(connection)) {
+        if (connection.engine() == ado::Engine::MariaDB) {
+            terminal << QStringLiteral("ODBC 주소라 먼저 백업하지 않았습니다. 없는 것만 더합니다.") << Qt::endl;
+        } else if (isBackedUpWhole(connection)) {
             backup::backUp(connection.address(), file, [&](qint64, qint64) { return !line.stopAsked(); });
             terminal << QStringLiteral("업그레이드 전의 백업: ") << file << Qt::endl;
         } else {
@@ -86,7 +88,11 @@ int carryOut(ado::Connection &connection, const QString &file, schema::Doors doo
         line.leave();
         if (!line.stopAsked())
             throw;
-        QTextStream(stderr) << QStringLiteral("중단했습니다. 데이터베이스는 바뀌지 않았습니다.") << Qt::endl;
+        QTextStream(stderr) << (connection.engine() == ado::Engine::MariaDB
+                                    ? QStringLiteral(
+                                        "중단했습니다. 그때까지 더한 것은 남습니다. 다시 실행하면 이어서 더합니다.")
+                                    : QStringLiteral("중단했습니다. 데이터베이스는 바뀌지 않았습니다."))
+                            << Qt::endl;
         return 1;
     }
     for (const schema::UpgradeStep &step : steps)

@@ -4,6 +4,7 @@
 #include "desk/window/JournalWindow.h"
 #include "desk/window/Look.h"
 #include "desk/window/SettingsDialog.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/DeskStyle.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Modal.h"
@@ -48,13 +49,14 @@ public:
     }
 };
 
+const QString selectClinicName = QStringLiteral("SELECT tpsps_Value FROM tPSProperties WHERE tpsps_Key = '지점명'");
+
 QString clinicName(ado::Connection &connection)
 {
     QString name;
     runtime::Attempt attempt;
     attempt([&] {
-        const ado::CellTable rows =
-            connection.read(QStringLiteral("SELECT tpsps_Value FROM tPSProperties WHERE tpsps_Key = '지점명'"));
+        const ado::CellTable rows = connection.read(selectClinicName);
         if (rows.rowCount() > 0)
             name = rows.raw(0, 0).toString();
     });
@@ -92,6 +94,9 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, Patients patients, 
     , chain_(named(new QPushButton(QStringLiteral("체인 통계(F8)")), QStringLiteral("cmdChain")))
     , settings_(named(new GearButton, QStringLiteral("cmdSettings")))
 {
+    ado::Foresight next(connection_);
+    next.read(selectClinicName).read(selectClinicName); // for the caption, and for the head
+    chain::foreseeClinics(next);
     setObjectName(QStringLiteral("deskWindow"));
     setWindowTitle(clinicName(*connection_) + QStringLiteral(" 접수 데스크"));
     makeTable();

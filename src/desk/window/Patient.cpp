@@ -38,27 +38,39 @@ std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, 
     return rows;
 }
 
+/// One figure that nobody can read must not keep the patient from being found.
+QVariant valueOf(const ado::Recordset &rows, int row, Field field)
+{
+    QVariant read;
+    runtime::Attempt attempt(runtime::Attempt::Failure::IsAnswer);
+    attempt([&] { read = rows.valueAt(row, field); });
+    return read;
+}
+
+QString textOf(const ado::Recordset &rows, int row, Field field)
+{
+    return valueOf(rows, row, field).toString();
+}
+
+Patient soughtPatientAt(const ado::Recordset &rows, int row)
+{
+    Patient patient;
+    patient.name = textOf(rows, row, Name);
+    patient.chartNumber = textOf(rows, row, ChartNumber);
+    patient.phone = textOf(rows, row, Phone);
+    patient.cell = textOf(rows, row, Cell);
+    return patient;
+}
+
 Patient patientAt(const ado::Recordset &rows, int row)
 {
-    // One figure that nobody can read must not keep the patient from being found.
-    const auto value = [&](Field field) {
-        QVariant read;
-        runtime::Attempt attempt(runtime::Attempt::Failure::IsAnswer);
-        attempt([&] { read = rows.valueAt(row, field); });
-        return read;
-    };
-    const auto text = [&](Field field) { return value(field).toString(); };
-    Patient patient;
-    patient.key = value(Key).toInt();
-    patient.name = text(Name);
-    patient.chartNumber = text(ChartNumber);
-    patient.male = value(Sex).toBool();
-    patient.birth = value(Birth).toDate();
-    patient.zipCode = text(ZipCode);
-    patient.address = text(Address);
-    patient.phone = text(Phone);
-    patient.cell = text(Cell);
-    patient.vip = text(Vip);
+    Patient patient = soughtPatientAt(rows, row);
+    patient.key = valueOf(rows, row, Key).toInt();
+    patient.male = valueOf(rows, row, Sex).toBool();
+    patient.birth = valueOf(rows, row, Birth).toDate();
+    patient.zipCode = textOf(rows, row, ZipCode);
+    patient.address = textOf(rows, row, Address);
+    patient.vip = textOf(rows, row, Vip);
     return patient;
 }
 
@@ -72,6 +84,11 @@ PatientFile::PatientFile(const ado::ConnectionPtr &connection)
 Patient PatientFile::at(int row) const
 {
     return patientAt(*rows_, row);
+}
+
+Patient PatientFile::soughtAt(int row) const
+{
+    return soughtPatientAt(*rows_, row);
 }
 
 std::optional<Patient> readPatient(const ado::ConnectionPtr &connection, int key)

@@ -38,6 +38,8 @@ public:
     int count() const { return rows_ ? rows_->rowCount() : 0; }
     /// `row` from 0 to below count().
     Patient at(int row) const;
+    /// What a patient is found by alone: name, chart number and telephone numbers.
+    Patient soughtAt(int row) const;
     /// The key alone.
     int keyAt(int row) const { return rows_->bookmarkAt(row).toInt(); }
 

@@ -58,7 +58,7 @@ void PatientModel::makeKeys(int most)
     const int made = int(keys_.size());
     const int end = made + std::min(most, patients_.count() - made);
     for (int row = made; row < end; ++row)
-        keys_.emplace_back(patients_.at(row));
+        keys_.emplace_back(patients_.soughtAt(row));
     if (end == patients_.count())
         idle_.stop();
 }

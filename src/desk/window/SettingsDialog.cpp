@@ -5,6 +5,7 @@
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
+#include "platform/controls/Wheel.h"
 #include "platform/print/Printers.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Log.h"
@@ -65,7 +66,7 @@ bool saleIsOpen()
 SettingsDialog::SettingsDialog(const ado::ConnectionPtr &connection, QWidget *parent)
     : QDialog(parent)
     , connection_(connection)
-    , printer_(named(new QComboBox, QStringLiteral("cboReceiptPrinter")))
+    , printer_(named(controls::withGuardedWheel(new QComboBox), QStringLiteral("cboReceiptPrinter")))
     , callSign_(named(new QLineEdit, QStringLiteral("txtCallSign")))
     , logFolder_(named(new QLineEdit, QStringLiteral("txtLogFolder")))
     , openLog_(named(new QPushButton(QStringLiteral("폴더 열기")), QStringLiteral("cmdOpenLog")))
@@ -160,7 +161,8 @@ void SettingsDialog::readPrinters()
 void SettingsDialog::readCallSign()
 {
     runtime::Attempt attempt;
-    attempt([&] { callSign_->setText(preferences::value(preferences::callSign, connection_)); });
+    attempt([&] { storedCallSign_ = preferences::value(preferences::callSign, connection_); });
+    callSign_->setText(storedCallSign_);
     callSign_->setEnabled(!attempt.failed());
     if (attempt.failed())
         callSign_->setPlaceholderText(QStringLiteral("데이터베이스에서 가져오지 못했습니다."));
@@ -168,7 +170,8 @@ void SettingsDialog::readCallSign()
 
 void SettingsDialog::save()
 {
-    if (callSign_->isEnabled())
+    // It is every desk's: what nobody changed here may have been set elsewhere meanwhile.
+    if (callSign_->isEnabled() && callSign_->text() != storedCallSign_)
         preferences::setValue(preferences::callSign, callSign_->text().trimmed(), connection_);
     preferences::setValue(preferences::receiptPrinter, printer_->currentData().toString(), nullptr);
     accept();

@@ -34,6 +34,7 @@ private:
     ado::ConnectionPtr connection_;
     QComboBox *printer_;
     QLineEdit *callSign_;
+    QString storedCallSign_;
     QLineEdit *logFolder_;
     QPushButton *openLog_;
     QPushButton *resetWindows_;

@@ -1,15 +1,17 @@
 #include "data/HeldOrder.h"
 
+#include "data/OneStep.h"
 #include "data/RestoreMark.h"
 #include "data/StatementText.h"
-#include "platform/ado/Transaction.h"
-
-#include <optional>
 
 namespace {
 
 const QString orderTable = QStringLiteral("tPSOrderMaster");
 const QString orderKey = QStringLiteral("OrdM_PK");
+const QString lineTable = QStringLiteral("tPSOrderDetail");
+const QString lineKey = QStringLiteral("OrdD_PK");
+const QString productTable = QStringLiteral("tPSProductMaster");
+const QString productKey = QStringLiteral("PM_PK");
 
 QString also(const char *column, qint32 value)
 {
@@ -43,8 +45,12 @@ void holdOrder(ado::Connection &connection, const ShownOrder &order)
 
 void holdLine(ado::Connection &connection, LineKey line, OrderKey order)
 {
-    require(connection.holdRow(QStringLiteral("tPSOrderDetail"), QStringLiteral("OrdD_PK"), line.number(),
-                               also("OrdM_PK", order.number())));
+    require(connection.holdRow(lineTable, lineKey, line.number(), also("OrdM_PK", order.number())));
+}
+
+void tellLineHeld(ado::Foresight &next, LineKey line, OrderKey order)
+{
+    next.hold(lineTable, lineKey, line.number(), also("OrdM_PK", order.number()));
 }
 
 void holdLedgerRow(ado::Connection &connection, LedgerKey row, const ShownOrder &order)
@@ -56,7 +62,12 @@ void holdLedgerRow(ado::Connection &connection, LedgerKey row, const ShownOrder 
 
 bool productIsHeld(ado::Connection &connection, ProductKey product)
 {
-    return connection.holdRow(QStringLiteral("tPSProductMaster"), QStringLiteral("PM_PK"), product.number());
+    return connection.holdRow(productTable, productKey, product.number());
+}
+
+void tellProductHeld(ado::Foresight &next, ProductKey product)
+{
+    next.hold(productTable, productKey, product.number());
 }
 
 bool dealerIsHeld(ado::Connection &connection, DealerKey dealer)
@@ -66,12 +77,9 @@ bool dealerIsHeld(ado::Connection &connection, DealerKey dealer)
 
 void inOneStep(ado::Connection &connection, const std::function<void()> &work)
 {
-    std::optional<ado::Transaction> own;
-    if (!connection.inTransaction())
-        own.emplace(connection);
+    OneStep step(connection);
     work();
-    if (own)
-        own->commit();
+    step.end();
 }
 
 void onHeldOrder(ado::Connection &connection, const ShownOrder &order, const std::function<void()> &work)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 #include "session/ShownOrder.h"
 
 #include <functional>
@@ -15,10 +15,12 @@ void holdOrder(ado::Connection &connection, const ShownOrder &order);
 
 /// Lock a row of a held order in the same way; Conflict when it is gone or belongs to another order by now.
 void holdLine(ado::Connection &connection, LineKey line, OrderKey order);
+void tellLineHeld(ado::Foresight &next, LineKey line, OrderKey order); ///< goes with the lock before it
 void holdLedgerRow(ado::Connection &connection, LedgerKey row, const ShownOrder &order);
 
 /// Locks the product's row, so that it cannot be deleted before the line that sells it is saved. False when it is gone.
 bool productIsHeld(ado::Connection &connection, ProductKey product);
+void tellProductHeld(ado::Foresight &next, ProductKey product); ///< goes with the lock before it
 /// The same for the dealer that a purchase names.
 bool dealerIsHeld(ado::Connection &connection, DealerKey dealer);
 

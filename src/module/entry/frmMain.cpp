@@ -10,6 +10,7 @@
 #include "money/LedgerPane.h"
 #include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
@@ -157,10 +158,7 @@ void frmMain::connectPanes()
     connect(saleListPane_, &SaleListPane::productRowChanged, entryPane_, &SaleEntryPane::showProduct);
     connect(saleListPane_, &SaleListPane::productCodeEntered, entryPane_, &SaleEntryPane::focusQuantity);
     connect(entryPane_, &SaleEntryPane::lineAdded, orderPane_, &OrderPane::loadCustSaleMaster);
-    connect(orderPane_, &OrderPane::orderRowChanged, this, [this](int lngOrdMPK) {
-        stepByStep({[&] { detailPane_->loadCustSaleDetails(lngOrdMPK); },
-                    [&] { ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK); }});
-    });
+    connect(orderPane_, &OrderPane::orderRowChanged, this, [this](int lngOrdMPK) { showLinesAndLedger(lngOrdMPK); });
     connect(orderPane_, &OrderPane::noOrderSelected, this, [this] { showNoOrder(); });
     connect(orderPane_, &OrderPane::ordersNotRead, this, [this] {
         detailPane_->clear();

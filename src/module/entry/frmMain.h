@@ -11,6 +11,10 @@
 #include <functional>
 #include <initializer_list>
 
+namespace ado {
+class Foresight;
+}
+
 class CustomerPane;
 class DealerPane;
 class DetailPane;
@@ -84,6 +88,8 @@ private:
     /// Each may open a box, under which the window may go; then those that follow are left out, and it is false.
     bool stepByStep(std::initializer_list<std::function<void()>> steps);
     void openSaleRecordsets();
+    void tellLinesAndLedger(ado::Foresight &next, qint32 lngCustPK, qint32 lngOrdMPK) const;
+    void showLinesAndLedger(qint32 lngOrdMPK);
     void showNoOrder();
     void bringUp();
     void showStatus();
@@ -98,6 +104,7 @@ private:
     controls::TabWidget *c1tabMain_ = nullptr;
     StatusLine *statusLine_ = nullptr;
     int currentTab_ = SaleTabIndex;
+    bool opensSale_ = false;       ///< its lists come, and no order is to be shown
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
     bool unloaded_ = false;
     bool closesNow_ = false;

@@ -1,10 +1,13 @@
 #include "entry/frmMain.h"
 
 #include "data/RestoreMark.h"
+#include "data/ShownReadings.h"
+#include "data/clsSQL.h"
 #include "entry/CustomerPane.h"
 #include "entry/SaleTab.h"
 #include "entry/StatusLine.h"
 #include "money/LedgerPane.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
@@ -18,6 +21,7 @@
 #include "sales/DetailPane.h"
 #include "sales/OrderPane.h"
 #include "sales/SaleEntryPane.h"
+#include "session/ShownOrder.h"
 #include "session/modGlobalVars.h"
 #include "settings/PropertiesPane.h"
 #include "settings/clsFormPosition.h"
@@ -175,6 +179,15 @@ void frmMain::readAllAnew()
 
 void frmMain::openSaleRecordsets()
 {
+    const clsSQL sql;
+    ado::Foresight next(gcnnMasterDB);
+    next.open(sql.getProductMasterSQL(false), ado::CursorType::Static)
+        .open(sql.getOrderMasterSQL(session_.customer.lngCustPK), ado::CursorType::Keyset);
+    opensSale_ = true;
+    const auto opened = qScopeGuard([self = QPointer<frmMain>(this)] {
+        if (self)
+            self->opensSale_ = false;
+    });
     watchForRestore();
     const auto makeLines = [this] {
         detailPane_->createCustSaleDetails();
@@ -185,10 +198,33 @@ void frmMain::openSaleRecordsets()
                 [this] { orderPane_->loadCustSaleMaster(); }, makeLines, [this] { showNoOrder(); }});
 }
 
+/// What the load of an order's lines and ledger reads, its balance included.
+void frmMain::tellLinesAndLedger(ado::Foresight &next, qint32 lngCustPK, qint32 lngOrdMPK) const
+{
+    shownReadings::tellLines(next, lngOrdMPK);
+    shownReadings::tellLedger(next, lngCustPK, lngOrdMPK);
+    if (SaleSession::hasCurrent(session_.rsCustSaleMaster) && !session_.rsCustSaleMaster->isGone()) {
+        const ShownOrder order = shownOrder(*session_.rsCustSaleMaster);
+        shownReadings::tellBalance(next, order.customer.number(), order.number());
+    }
+}
+
+void frmMain::showLinesAndLedger(qint32 lngOrdMPK)
+{
+    ado::Foresight next(gcnnMasterDB);
+    tellLinesAndLedger(next, session_.customer.lngCustPK, lngOrdMPK);
+    if (opensSale_)
+        tellLinesAndLedger(next, -1, -1); // it is left again at once
+    stepByStep({[&] { detailPane_->loadCustSaleDetails(lngOrdMPK); },
+                [&] { ledgerPane_->loadCustTranManage(session_.customer.lngCustPK, lngOrdMPK); }});
+}
+
 /// Lines and ledger stay empty until an order is selected.
 void frmMain::showNoOrder()
 {
     orderPane_->leaveUnchosen();
+    ado::Foresight next(gcnnMasterDB);
+    tellLinesAndLedger(next, -1, -1);
     stepByStep({[this] { detailPane_->loadCustSaleDetails(-1); }, [this] { ledgerPane_->loadCustTranManage(-1, -1); }});
 }
 
@@ -228,6 +264,11 @@ void frmMain::visitManagement()
     const auto visitProducts = [this] {
         if (session_.rsProductIncoming)
             return;
+        ado::Foresight next(gcnnMasterDB);
+        productPane_->tellChoice(next);
+        runtime::Attempt ahead; // a server that is gone is told by the list
+        if (next.isOfUse())
+            ahead([] { gcnnMasterDB->learnKey(QStringLiteral("tPSIncoming")); });
         session_.rsProductIncoming = std::make_unique<ado::Recordset>();
         productPane_->loadProductListsManager();
     };

@@ -1,12 +1,15 @@
 #include "money/LedgerOperations.h"
 
 #include "data/HeldOrder.h"
+#include "data/OneStep.h"
 #include "data/clsSQL.h"
 #include "money/LedgerSight.h"
 #include "platform/ado/Transaction.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Operation.h"
+
+#include <optional>
 
 namespace ledger {
 
@@ -21,11 +24,12 @@ void insertRow(ado::Connection &connection, const Row &row, LedgerSight *seen)
     const runtime::Operation operation("add ledger row", {{"order", row.order.number()}, {"customer", customer}});
     const QString statement = clsSQL().InsertTransactionSQL(customer, row.date, row.intOperator, row.lngMoney,
                                                             row.order.number(), row.strMethod, QString());
-    onHeldOrder(connection, row.order, [&] {
-        if (seen)
-            seen->requireUnchanged(connection);
-        connection.Execute(statement);
-    });
+    const std::optional<ado::Foresight> next = seen ? std::optional(seen->reading(connection)) : std::nullopt;
+    OneStep step(connection);
+    holdOrder(connection, row.order);
+    if (seen)
+        seen->requireUnchanged(connection);
+    step.endWith(statement);
 }
 
 std::vector<Row> rowsOf(const FirstPayment &payment)
@@ -125,6 +129,7 @@ void addOutstanding(ado::Connection &connection, ado::Recordset &rsCustSaleMaste
                     runtime::Currency money, LedgerSight *seen)
 {
     const runtime::Operation operation("change outstanding money", {{"order", order.number()}});
+    const std::optional<ado::Foresight> next = seen ? std::optional(seen->reading(connection)) : std::nullopt;
     onHeldOrder(connection, order, [&] {
         if (seen)
             seen->requireUnchanged(connection);

@@ -21,6 +21,16 @@ QString won(Currency money)
     return runtime::Format(QVariant::fromValue(money), QStringLiteral("#,##0")) + QStringLiteral("원");
 }
 
+QString ledgerStatement(const ShownOrder &order)
+{
+    return clsSQL().getCustTranSQL(order.customer.number(), order.number());
+}
+
+QString outstandingStatement(const ShownOrder &order)
+{
+    return QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = ") + QString::number(order.number());
+}
+
 QVariant firstValue(ado::Connection &connection, const QString &statement)
 {
     ado::Recordset rows;
@@ -30,13 +40,25 @@ QVariant firstValue(ado::Connection &connection, const QString &statement)
 
 } // namespace
 
+void LedgerSight::tell(ado::Foresight &next, const ShownOrder &order)
+{
+    next.open(ledgerStatement(order), ado::CursorType::Static)
+        .open(outstandingStatement(order), ado::CursorType::Static);
+}
+
+ado::Foresight LedgerSight::reading(ado::Connection &connection) const
+{
+    ado::Foresight next(connection.shared_from_this());
+    tell(next, order_);
+    return next;
+}
+
 LedgerSight LedgerSight::of(ado::Connection &connection, const ShownOrder &order)
 {
     LedgerSight sight;
     sight.order_ = order;
     ado::Recordset rows;
-    rows.Open(clsSQL().getCustTranSQL(order.customer.number(), order.number()), connection.shared_from_this(),
-              ado::CursorType::Static, ado::LockType::ReadOnly);
+    rows.Open(ledgerStatement(order), connection.shared_from_this(), ado::CursorType::Static, ado::LockType::ReadOnly);
     for (; !rows.Eof(); rows.MoveNext()) {
         const QVariant money = rows[QStringLiteral("tpstrans_Money")];
         sight.rows_[runtime::CLng(rows[QStringLiteral("tpstrans_PK")])] = {
@@ -44,9 +66,7 @@ LedgerSight LedgerSight::of(ado::Connection &connection, const ShownOrder &order
             ledger::methodText(rows[QStringLiteral("tpstrans_Method")]),
             runtime::isNull(money) ? 0 : runtime::CLng(money)};
     }
-    const QVariant outstanding =
-        firstValue(connection, QStringLiteral("SELECT OrdM_Misugum FROM tPSOrderMaster WHERE OrdM_PK = ")
-                                   + QString::number(order.number()));
+    const QVariant outstanding = firstValue(connection, outstandingStatement(order));
     sight.outstanding_ = runtime::isNull(outstanding) ? Currency() : runtime::CCur(outstanding);
     return sight;
 }

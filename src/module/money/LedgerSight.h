@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 #include "platform/runtime/Currency.h"
 #include "session/ShownOrder.h"
 
@@ -18,6 +18,10 @@ public:
     /// As stored now.
     static LedgerSight of(ado::Connection &connection, const ShownOrder &order);
 
+    /// What it reads.
+    static void tell(ado::Foresight &next, const ShownOrder &order);
+    /// What requireUnchanged() reads, told before the order is held.
+    ado::Foresight reading(ado::Connection &connection) const;
     /// Within a transaction that holds the order: raises Conflict when another desk wrote since.
     void requireUnchanged(ado::Connection &connection);
 

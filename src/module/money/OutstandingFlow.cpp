@@ -1,5 +1,6 @@
 #include "money/OutstandingFlow.h"
 
+#include "data/ShownReadings.h"
 #include "data/WonText.h"
 #include "money/LedgerPane.h"
 #include "money/OutstandingMoney.h"
@@ -31,6 +32,8 @@ void OutstandingFlow::showOutstandingMoney()
     if (!self || !session_.rsCustSaleMaster)
         return;
     ado::Recordset &orders = *session_.rsCustSaleMaster;
+    ado::Foresight next(gcnnMasterDB);
+    shownReadings::tellOrders(next, orders, session_.customer.lngCustPK);
     runtime::Attempt attempt; // a list that cannot be read again stays as it is
     ado::Bookmark current;
     attempt([&] { current = orders.bookmark(); });

@@ -1,5 +1,6 @@
 #include "money/ReceiptFlow.h"
 
+#include "data/ShownReadings.h"
 #include "money/LedgerPane.h"
 #include "money/LedgerTexts.h"
 #include "money/askWhetherToSave.h"
@@ -40,12 +41,21 @@ std::optional<LedgerSums> ledgerSumsOf(OrderKey order)
     LedgerSums sums;
     clsOperationMoney operations;
     operations.OPM_SetConnection(gcnnMasterDB);
+    ado::Foresight next(gcnnMasterDB);
+    tellSumsOfTransaction(next, lngOrdMPK);
     const bool read = operations.OPM_GetCutByTransaction(lngOrdMPK, sums.cut)
                       && operations.OPM_GetDiscountByTransaction(lngOrdMPK, sums.discount)
                       && operations.OPM_GetPayByTransaction(lngOrdMPK, sums.payment)
                       && operations.OPM_GetRefundByTransaction(gcnnMasterDB, lngOrdMPK, sums.refund);
     operations.OPM_DestroyConnection();
     return read ? std::optional(sums) : std::nullopt;
+}
+
+/// What the ledger's list and its balance read when a row was written.
+void tellShown(ado::Foresight &next, const ShownOrder &order)
+{
+    shownReadings::tellLedger(next, order.customer.number(), order.number());
+    shownReadings::tellBalance(next, order.customer.number(), order.number());
 }
 
 qint16 existsOperation(OrderKey order)
@@ -99,6 +109,9 @@ void ReceiptFlow::takeReceipt()
     if (!SaleSession::hasCurrent(session_.rsCustSaleMaster))
         return;
     const Order order = currentOrder();
+    ado::Foresight next(gcnnMasterDB);
+    LedgerSight::tell(next, order.shown);
+    tellExistOperationByReceipt(next, order.shown.number());
     // Before all that the dialogs show, which may be of a later moment.
     const std::optional<LedgerSight> seen = look(order);
     if (!seen)
@@ -161,6 +174,8 @@ void ReceiptFlow::insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const l
 {
     controls::runEvent([&] {
         bool written = false;
+        ado::Foresight shown(gcnnMasterDB, ado::Foresight::Behind::Commit);
+        tellShown(shown, payment.order);
         const auto show = qScopeGuard([this, &written, alive = QPointer<ReceiptFlow>(this)] {
             if (!alive) // a row that is shown may have opened a box
                 return;
@@ -250,6 +265,7 @@ void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
     if (!alive)
         return;
     bool written = false;
+    ado::Foresight shown(gcnnMasterDB, ado::Foresight::Behind::Commit);
     const auto show = qScopeGuard([&, alive] {
         if (!alive) // a row that is shown may have opened a box
             return;
@@ -263,14 +279,18 @@ void ReceiptFlow::takeFurtherOperation(const Order &order, LedgerSight seen)
     });
     session_.readAnewOnConflict([&] {
         if (saved)
-            written = writeFurtherOperation(seen, row, bRecalc);
+            written = writeFurtherOperation(seen, row, bRecalc, shown);
         else if (session_.rsCustSaleMaster)
             ledger::standOnOrder(*session_.rsCustSaleMaster, order.shown);
     });
 }
 
-bool ReceiptFlow::writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc)
+bool ReceiptFlow::writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc, ado::Foresight &shown)
 {
+    if (!bRecalc) { // else the outstanding money comes first
+        shown.row(*session_.rsCustSaleMaster, session_.rsCustSaleMaster->currentRow());
+        tellShown(shown, row.order);
+    }
     if (!writeOnSeenLedger(seen, [&] { ledger::insertRow(*gcnnMasterDB, row, &seen); }))
         return false;
     // Quirk (docs/architecture.md): whatever the operation, so a refund lessens the outstanding money too.

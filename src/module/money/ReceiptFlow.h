@@ -53,7 +53,7 @@ private:
     /// False when the user does not want it any more; the first step is then not written either.
     bool writeOnSeenLedger(LedgerSight &seen, const std::function<void()> &firstStep);
     /// Whether it was written.
-    bool writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc);
+    bool writeFurtherOperation(LedgerSight &seen, const ledger::Row &row, bool bRecalc, ado::Foresight &shown);
     void insfrmSimpleReceipt_AppendDBGeneral(LedgerSight &seen, const ledger::FirstPayment &payment, float outstanding);
     void insfrmSimpleReceipt_ExecuteDB(const ledger::ShownRow &edited, const ledger::Row &row);
     void showWritten();

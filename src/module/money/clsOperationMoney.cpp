@@ -80,6 +80,12 @@ QString sumStatement(LedgerSum which, const Asked &asked)
                             {u"[TRANSMETHOD]", asked.method}});
 }
 
+QString countStatement(qint32 lngOrderMasterPK)
+{
+    return statement::fill(u"SELECT COUNT(*) AS Result FROM tPSTransaction WHERE tpstrans_OrderM_PK=[ORDERMPK]",
+                           {{u"[ORDERMPK]", statement::number(lngOrderMasterPK)}});
+}
+
 /// Opens a forward-only, read-only recordset.
 bool openedForReading(ado::Recordset &rows, const QString &statement, const ConnectionPtr &connection)
 {
@@ -114,6 +120,18 @@ bool sumInto(qint32 &money, LedgerSum which, const ConnectionPtr &connection, co
 
 } // namespace
 
+void tellExistOperationByReceipt(ado::Foresight &next, qint32 lngOrderMasterPK)
+{
+    next.open(countStatement(lngOrderMasterPK), ado::CursorType::ForwardOnly);
+}
+
+void tellSumsOfTransaction(ado::Foresight &next, qint32 lngOrderMasterPK)
+{
+    for (const LedgerSum which : {LedgerSum::CutByTransaction, LedgerSum::DiscountByTransaction,
+                                  LedgerSum::PayByTransaction, LedgerSum::RefundByTransaction})
+        next.open(sumStatement(which, {.receipt = lngOrderMasterPK}), ado::CursorType::ForwardOnly);
+}
+
 clsOperationMoney::clsOperationMoney(QObject *parent)
     : QObject(parent)
 {
@@ -134,10 +152,7 @@ bool clsOperationMoney::OPM_DestroyConnection()
 qint16 clsOperationMoney::OPM_ExistOperationByReceipt(qint32 lngOrderMasterPK)
 {
     ado::Recordset rows;
-    const QString text =
-        statement::fill(u"SELECT COUNT(*) AS Result FROM tPSTransaction WHERE tpstrans_OrderM_PK=[ORDERMPK]",
-                        {{u"[ORDERMPK]", statement::number(lngOrderMasterPK)}});
-    if (!openedForReading(rows, text, connection_))
+    if (!openedForReading(rows, countStatement(lngOrderMasterPK), connection_))
         return -1;
     bool exists = false;
     Attempt()([&] { exists = rows.hasCurrent() && zeroWhenNull(resultOf(rows)) != 0; });

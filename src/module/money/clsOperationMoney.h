@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 #include "platform/ado/Recordset.h"
 
 #include <QDate>
@@ -85,3 +86,8 @@ private:
 
     ado::ConnectionPtr connection_;
 };
+
+/// The four sums of an order, cut, discount, payment and refund, are to be read in this order.
+void tellSumsOfTransaction(ado::Foresight &next, qint32 lngOrderMasterPK);
+/// What OPM_ExistOperationByReceipt() will read.
+void tellExistOperationByReceipt(ado::Foresight &next, qint32 lngOrderMasterPK);

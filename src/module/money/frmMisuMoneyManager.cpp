@@ -19,6 +19,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <utility>
 
 using controls::InformationIcon;
 using controls::MsgBox;
@@ -79,12 +80,17 @@ qint16 frmMisuMoneyManager::MisuMoneyManager(const ado::ConnectionPtr &cnCon, QW
         self->rsReceiptView_.reset();
         self->cnCon_.reset();
     });
-    if (!openList()) {
+    const auto tellNotOpened = [frmOwner] {
         MsgBox(QStringLiteral("데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요."), InformationIcon,
                QStringLiteral("미수금 관리"), frmOwner);
-        return 0;
-    }
-    computeTotals();
+        return qint16{0};
+    };
+    if (!openList())
+        return tellNotOpened();
+    if (rsReceiptView_->hasAllRows())
+        computeTotals();
+    else
+        rsReceiptView_->moveTo(rsReceiptView_->rowCount()); // the sums come with the rest, no part of them before
     if (frmOwner)
         clsFormPosition().CenterMain(*frmOwner->window(), *this);
     else
@@ -92,7 +98,11 @@ qint16 frmMisuMoneyManager::MisuMoneyManager(const ado::ConnectionPtr &cnCon, QW
     keepOnScreen(*this);
     setWindowModality(Qt::ApplicationModal);
     controls::runModal(this);
-    return -1;
+    if (!self)
+        return -1;
+    if (sumFailure_)
+        std::rethrow_exception(sumFailure_);
+    return readFailed_ ? tellNotOpened() : qint16{-1};
 }
 
 bool frmMisuMoneyManager::openList()
@@ -100,6 +110,8 @@ bool frmMisuMoneyManager::openList()
     rsReceiptView_ = std::make_unique<ado::Recordset>();
     dgReceiptView_->setDataSource(rsReceiptView_.get());
     rsReceiptView_->setCursorLocation(ado::CursorLocation::Client);
+    if (intListMode_ != outstanding::OneCustomer)
+        rsReceiptView_->openWithFirstRows();
     runtime::Attempt attempt;
     attempt([this] {
         rsReceiptView_->Open(outstanding::listSQL(intListMode_, lngCustPK_), cnCon_, ado::CursorType::Keyset,
@@ -107,6 +119,30 @@ bool frmMisuMoneyManager::openList()
         dgReceiptView_->Rebind();
     });
     return !attempt.failed();
+}
+
+bool frmMisuMoneyManager::readRest()
+{
+    if (!rsReceiptView_ || readFailed_ || rsReceiptView_->hasAllRows())
+        return !readFailed_;
+    const ado::Bookmark chosen = rsReceiptView_->bookmark();
+    runtime::Attempt attempt;
+    attempt([this] {
+        rsReceiptView_->Requery();
+        dgReceiptView_->Rebind();
+    });
+    readFailed_ = attempt.failed();
+    try {
+        if (!readFailed_)
+            computeTotals();
+    } catch (const runtime::RuntimeError &) {
+        sumFailure_ = std::current_exception();
+    }
+    if (readFailed_ || sumFailure_)
+        reject();
+    else if (chosen.isValid()) // by a user who was faster
+        rsReceiptView_->moveToKey(chosen);
+    return isVisible();
 }
 
 void frmMisuMoneyManager::computeTotals()
@@ -126,6 +162,8 @@ void frmMisuMoneyManager::computeTotals()
 /// A click sorts by one column; with Ctrl held it sorts by the columns chosen before and then by this one.
 void frmMisuMoneyManager::sortBy(int column, bool asWell)
 {
+    if (!readRest())
+        return;
     if (!asWell)
         sortColumns_.clear();
     if (std::find(sortColumns_.begin(), sortColumns_.end(), column) == sortColumns_.end())
@@ -152,7 +190,7 @@ frmMisuMoneyManager::Order frmMisuMoneyManager::currentOrder() const
 
 void frmMisuMoneyManager::payCurrent()
 {
-    if (!rsReceiptView_ || !rsReceiptView_->hasCurrent())
+    if (!readRest() || !rsReceiptView_ || !rsReceiptView_->hasCurrent())
         return;
     LedgerSight seen = LedgerSight::of(*cnCon_, shownOrder(*rsReceiptView_)); // before what the dialog shows is read
     if (!readCurrentAgain())
@@ -239,6 +277,10 @@ void frmMisuMoneyManager::record(const Order &order, const Payment &payment, Led
 
 bool frmMisuMoneyManager::eventFilter(QObject *watched, QEvent *event)
 {
+    // Behind the painting, so that the first screen does not wait for it.
+    if (watched == dgReceiptView_->viewport() && event->type() == QEvent::Paint && !std::exchange(restAsked_, true))
+        QMetaObject::invokeMethod(
+            this, [this] { controls::runEvent([this] { readRest(); }, this); }, Qt::QueuedConnection);
     if (watched == dgReceiptView_ && event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_Space) {

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -57,6 +58,9 @@ private:
 
     void connectControls();
     bool openList();
+    /// All that a long list has behind its first screen, and the sums, which no part of it shows. Where that fails the window
+    /// closes, as if it had not opened.
+    bool readRest();
     /// Quirk (docs/architecture.md): counts and adds up from the current row to the end, and stays there.
     void computeTotals();
     void sortBy(int column, bool asWell);
@@ -72,6 +76,9 @@ private:
     qint16 intListMode_ = 0;
     qint32 lngCustPK_ = 0;
     runtime::Currency paid_;
+    bool restAsked_ = false;
+    bool readFailed_ = false;
+    std::exception_ptr sumFailure_;
     ado::ConnectionPtr cnCon_;
     std::unique_ptr<ado::Recordset> rsReceiptView_;
     std::vector<int> sortColumns_; ///< in the order in which they were chosen

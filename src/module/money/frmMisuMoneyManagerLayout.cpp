@@ -117,4 +117,5 @@ void frmMisuMoneyManager::setKeys()
     new DialogKeys(this, cmdClose_, nullptr);
     // Behind those keys, so that it is asked first.
     dgReceiptView_->installEventFilter(this);
+    dgReceiptView_->viewport()->installEventFilter(this);
 }

@@ -28,6 +28,8 @@ namespace {
 const QString commandTitle = QStringLiteral("판매 물품");
 const QString listTitle = QStringLiteral("판매 물품 목록");
 
+const QString hidesChecked = QStringLiteral("숨기기체크된판매물품목록감추기");
+
 // Stands for no date.
 const QDate noDate(1900, 1, 1);
 
@@ -109,8 +111,12 @@ void ProductPane::disableCommands()
 
 QString ProductPane::listStatement() const
 {
-    return clsSQL().getProductMasterSQL(clsProperties().PropValue(QStringLiteral("숨기기체크된판매물품목록감추기"))
-                                        != QLatin1String("1"));
+    return clsSQL().getProductMasterSQL(clsProperties().PropValue(hidesChecked) != QLatin1String("1"));
+}
+
+void ProductPane::tellChoice(ado::Foresight &next)
+{
+    clsProperties::tell(next, hidesChecked);
 }
 
 void ProductPane::loadProductListsManager(bool keepRow)

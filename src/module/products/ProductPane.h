@@ -2,6 +2,7 @@
 
 #include "forms/MemoBox.h"
 #include "forms/MoneyBox.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/DateEdit.h"
 #include "products/PriceList.h"
 #include "products/ProductOperations.h"
@@ -25,6 +26,8 @@ public:
     /// then no product is on view.
     /// `keepRow`: the product that was current stays so, if it is still on the list; for a list loaded anew beneath an edit.
     void loadProductListsManager(bool keepRow = false);
+    /// What that reads first, where the list is made.
+    static void tellChoice(ado::Foresight &next);
     /// The stock figures of the last product stay on view.
     void resetPane() override;
 

@@ -3,6 +3,7 @@
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
 #include "forms/clsMyFunctions.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
@@ -30,18 +31,20 @@ void readFigure(const ado::Recordset &row, const QString &field, qint32 &figure)
 
 StockFigures sumStock(ProductKey product)
 {
+    const QString sold = clsSQL().getStockSaleTotCountSQL(product.number());
+    const QString bought = clsSQL().getStockIncomingTotCountSQL(product.number());
+    ado::Foresight next(gcnnMasterDB);
+    next.open(sold, ado::CursorType::Static).open(bought, ado::CursorType::Static);
     StockFigures figures;
     ado::Recordset sums;
-    sums.Open(clsSQL().getStockSaleTotCountSQL(product.number()), gcnnMasterDB, ado::CursorType::Static,
-              ado::LockType::ReadOnly);
+    sums.Open(sold, gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
     if (sums.hasCurrent()) {
         readFigure(sums, QStringLiteral("일반판매토탈"), figures.sale);
         readFigure(sums, QStringLiteral("망실토탈"), figures.loss);
         readFigure(sums, QStringLiteral("서비스토탈"), figures.service);
     }
     sums.Close();
-    sums.Open(clsSQL().getStockIncomingTotCountSQL(product.number()), gcnnMasterDB, ado::CursorType::Static,
-              ado::LockType::ReadOnly);
+    sums.Open(bought, gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
     if (sums.hasCurrent())
         readFigure(sums, QStringLiteral("입고량"), figures.incoming);
     return figures;

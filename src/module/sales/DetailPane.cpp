@@ -17,6 +17,8 @@
 #include <QPointer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using controls::InformationIcon;
 using controls::MsgBox;
 using controls::named;
@@ -166,6 +168,21 @@ void DetailPane::renewClone()
         session_.rsCustSaleDetailsClone = session_.rsCustSaleDetails->Clone();
 }
 
+/// The products of as many lines from this one on as are likely to be in sight.
+QList<qint32> DetailPane::productsFrom(int line) const
+{
+    constexpr int inSight = 32;
+    QList<qint32> products;
+    const ado::Recordset &lines = *session_.rsCustSaleDetailsClone;
+    const int column = lines.columnIndex(QStringLiteral("PM_PK"));
+    for (int row = line; row < std::min(lines.rowCount(), line + inSight); ++row) {
+        const QVariant product = lines.valueAt(row, column);
+        if (!runtime::isNull(product) && !products.contains(runtime::CLng(product)))
+            products << runtime::CLng(product);
+    }
+    return products;
+}
+
 /// Looks at the row through the clone, so that the grid's own row stays. The cell stays empty when the product is gone; the
 /// grid says where it cannot be read.
 QString DetailPane::productName(const ado::Bookmark &row)
@@ -174,7 +191,10 @@ QString DetailPane::productName(const ado::Bookmark &row)
         return {};
     ado::Recordset &clone = *session_.rsCustSaleDetailsClone;
     clone.setBookmark(row);
-    return names_.name(runtime::CLng(clone[QStringLiteral("PM_PK")]));
+    const qint32 product = runtime::CLng(clone[QStringLiteral("PM_PK")]);
+    if (!names_.knows(product))
+        names_.readTogether([&] { return productsFrom(clone.currentRow()); });
+    return names_.name(product);
 }
 
 /// Another desk deleted the line that was chosen: its order has other sums by now, too.

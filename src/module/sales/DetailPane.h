@@ -53,6 +53,7 @@ signals:
 private:
     void placeControls();
     void renewClone();
+    QList<qint32> productsFrom(int line) const;
     QString productName(const ado::Bookmark &row);
     void rowChanged();
     void doubleClicked();

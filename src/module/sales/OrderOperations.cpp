@@ -3,10 +3,12 @@
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
 #include "data/RestoreMark.h"
+#include "data/ShownReadings.h"
 #include "data/WholeWon.h"
 #include "data/WonText.h"
 #include "data/clsSQL.h"
 #include "forms/clsNumberRelated.h"
+#include "platform/ado/Foresight.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Format.h"
@@ -20,6 +22,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 using flow::masterDB;
 using flow::opened;
@@ -62,10 +65,15 @@ Outcome trappedAndShown(SaleSession &session, Flow &&flow)
     }
 }
 
+bool isShown(const SaleSession::RecordsetPtr &list, const QString &statement)
+{
+    return list && list->isOpen() && list->source() == statement;
+}
+
 /// Conflict unless the list, where it shows the rows of that statement, shows what is stored.
 void requireAsShown(const SaleSession::RecordsetPtr &list, const QString &statement)
 {
-    if (!list || !list->isOpen() || list->source() != statement)
+    if (!isShown(list, statement))
         return;
     ado::Recordset stored;
     stored.Open(statement, masterDB(), ado::CursorType::Static, ado::LockType::ReadOnly);
@@ -79,24 +87,36 @@ void requireAsShown(const SaleSession::RecordsetPtr &list, const QString &statem
         ado::raiseConflict();
 }
 
-/// Raises Overflow when the order's lines come to more than currency holds, by the sums that a recalculation writes.
+/// The sums that a recalculation writes.
+QString sumsStatement(OrderKey order)
+{
+    return QStringLiteral("SELECT SUM(CASE WHEN p.PM_IsTaxed = 1 THEN (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
+                          "d.OrdD_Count END) AS taxed, SUM(CASE WHEN p.PM_IsTaxed = 0 THEN (d.OrdD_UnitPrice - "
+                          "d.OrdD_HalinUnit) * d.OrdD_Count END) AS taxfree, SUM(d.OrdD_HalinUnit * d.OrdD_Count) AS "
+                          "discount FROM tPSOrderDetail d LEFT JOIN tPSProductMaster p ON p.PM_PK = d.PM_PK "
+                          "WHERE d.OrdM_PK = ")
+           + QString::number(order.number());
+}
+
+/// Raises Overflow when the order's lines come to more than currency holds.
 void requireSumsFit(OrderKey order)
 {
     ado::Recordset sums;
-    sums.Open(
-        QStringLiteral("SELECT SUM(CASE WHEN p.PM_IsTaxed = 1 THEN (d.OrdD_UnitPrice - d.OrdD_HalinUnit) * "
-                       "d.OrdD_Count END) AS taxed, SUM(CASE WHEN p.PM_IsTaxed = 0 THEN (d.OrdD_UnitPrice - "
-                       "d.OrdD_HalinUnit) * d.OrdD_Count END) AS taxfree, SUM(d.OrdD_HalinUnit * d.OrdD_Count) AS "
-                       "discount FROM tPSOrderDetail d LEFT JOIN tPSProductMaster p ON p.PM_PK = d.PM_PK "
-                       "WHERE d.OrdM_PK = ")
-            + QString::number(order.number()),
-        masterDB(), ado::CursorType::Static, ado::LockType::ReadOnly);
+    sums.Open(sumsStatement(order), masterDB(), ado::CursorType::Static, ado::LockType::ReadOnly);
     const auto sum = [&](const char *column) {
         const QVariant money = sums[QLatin1String(column)];
         return runtime::isNull(money) ? Currency() : runtime::CCur(money);
     };
     sum("discount");
     sum("taxed") + sum("taxfree");
+}
+
+QString orderByDateStatement(CustomerKey customer, const QDate &date)
+{
+    QString statement =
+        QStringLiteral("SELECT OrdM_PK FROM tPSORderMaster WHERE Cust_PK = [CUSTPK] AND OrdM_Date = '[ORDMDATE]'");
+    statement.replace(QLatin1String("[CUSTPK]"), QString::number(customer.number()));
+    return statement.replace(QLatin1String("[ORDMDATE]"), runtime::dateText(date));
 }
 
 /// First value of a statement's first row; NULL when it gives no row.
@@ -215,15 +235,16 @@ Outcome OrderOperations::addToNewRefundOrder(const QDate &dtRefund, ProductKey p
     });
 }
 
+void OrderOperations::tellOrderByDate(ado::Foresight &next, CustomerKey customer, const QDate &date)
+{
+    next.open(orderByDateStatement(customer, date), ado::CursorType::Static);
+}
+
 OrderKey OrderOperations::findOrderByDate(CustomerKey customer, const QDate &date)
 {
     const runtime::Operation operation("find order", {{"customer", customer.number()}});
-    QString statement =
-        QStringLiteral("SELECT OrdM_PK FROM tPSORderMaster WHERE Cust_PK = [CUSTPK] AND OrdM_Date = '[ORDMDATE]'");
-    statement.replace(QLatin1String("[CUSTPK]"), QString::number(customer.number()));
-    statement.replace(QLatin1String("[ORDMDATE]"), runtime::dateText(date));
     try {
-        const QVariant key = firstValue(statement);
+        const QVariant key = firstValue(orderByDateStatement(customer, date));
         return runtime::isNull(key) ? OrderKey() : OrderKey(key);
     } catch (const RuntimeError &) {
         runtime::trapped();
@@ -235,23 +256,25 @@ Outcome OrderOperations::deleteOrder(const ShownOrder &order)
 {
     const runtime::Operation operation("delete order", {{"order", order.number()}});
     const QPointer<SaleSession> alive(&session_); // a row that is shown may open a box
+    ado::Foresight shown(gcnnMasterDB, ado::Foresight::Behind::Commit);
     const Outcome outcome = trapped([&] {
         ado::Recordset &orders = opened(session_.rsCustSaleMaster);
         const QString details = clsSQL().delCustSaleDetailByOrdMPKSQL(order.number());
         const QString ledger = clsSQL().delCustTranSQL(order.number(), session_.customer.lngCustPK);
         flow::inTransaction([&](ado::Connection &connection) {
-            holdOrder(connection, order);
-            // A ledger row is deleted without its order being held: not between this look and the deletion.
-            connection.holdRow(QStringLiteral("tPSTransaction"), QStringLiteral("tpstrans_OrderM_PK"), order.number());
-            requireAsShown(session_.rsCustSaleDetails, clsSQL().getOrderDetailSQL(order.number()));
-            requireAsShown(session_.rsCustTranManage,
-                           clsSQL().getCustTranSQL(session_.customer.lngCustPK, order.number()));
+            holdAsShown(connection, order);
             if (!orders.moveToKey(order.key.bookmark()))
                 ado::raiseConflict();
-            connection.Execute(details);
-            connection.Execute(ledger);
+            connection.Execute(QStringList{details, ledger});
+            ado::Foresight next(masterDB());
+            shownReadings::tellOrdersWithoutCurrent(next, orders, session_.customer.lngCustPK);
             deleteUntold(orders);
             orders.Requery();
+            if (const ShownOrder now = currentOrder()) {
+                shownReadings::tellLines(shown, now.number());
+                shownReadings::tellLedger(shown, now.customer.number(), now.number());
+                shownReadings::tellBalance(shown, now.customer.number(), now.number());
+            }
         });
         return Outcome::Done;
     });
@@ -267,6 +290,25 @@ Outcome OrderOperations::deleteOrder(const ShownOrder &order)
     if (alive && show.failed())
         alive->linesMayBeStale = true; // which is no failure of the deletion
     return outcome;
+}
+
+/// With its lines and its ledger, as far as the window shows them.
+void OrderOperations::holdAsShown(ado::Connection &connection, const ShownOrder &order) const
+{
+    const QString ledgerTable = QStringLiteral("tPSTransaction"), orderOfRow = QStringLiteral("tpstrans_OrderM_PK");
+    const QString lines = clsSQL().getOrderDetailSQL(order.number());
+    const QString rows = clsSQL().getCustTranSQL(session_.customer.lngCustPK, order.number());
+    ado::Foresight next(masterDB());
+    next.hold(ledgerTable, orderOfRow, order.number());
+    if (isShown(session_.rsCustSaleDetails, lines))
+        next.open(lines, ado::CursorType::Static);
+    if (isShown(session_.rsCustTranManage, rows))
+        next.open(rows, ado::CursorType::Static);
+    holdOrder(connection, order);
+    // A ledger row is deleted without its order being held: not between this look and the deletion.
+    connection.holdRow(ledgerTable, orderOfRow, order.number());
+    requireAsShown(session_.rsCustSaleDetails, lines);
+    requireAsShown(session_.rsCustTranManage, rows);
 }
 
 Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
@@ -288,8 +330,14 @@ Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
 Outcome OrderOperations::onNewOrder(const QDate &date, const std::function<Outcome(const ShownOrder &)> &addLine)
 {
     return trappedAndShown(session_, [&] {
+        std::optional<ado::Foresight> found(std::in_place, masterDB(), ado::Foresight::Behind::Commit);
+        found->open(orderStatement(date), ado::CursorType::Static);
         createOrder(date);
-        const Outcome outcome = trapped([&] { return addLine(orderOf(date)); });
+        const Outcome outcome = trapped([&] {
+            const ShownOrder order = orderOf(date);
+            found.reset();
+            return addLine(order);
+        });
         // The new order stays and is the current one now: the requery makes the lines shown its own.
         if (hasFailed(outcome))
             requeryIfOpen(session_.rsCustSaleMaster);
@@ -305,22 +353,22 @@ void OrderOperations::createOrder(const QDate &date)
     const QVariant nothing = QVariant::fromValue(Currency());
     const Customer &customer = session_.customer;
     try {
-        flow::inTransaction([&](ado::Connection &connection) {
-            restoreMark::require(connection); // the customer may be gone
-            orders.AddNew();
-            orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
-            orders.setValue(QStringLiteral("OrdM_Date"), date);
-            orders.setValue(QStringLiteral("OrdM_Gubun"), int(sale::PickUp));
-            orders.setValue(QStringLiteral("OrdM_Address"), runtime::Trim(customer.address));
-            orders.setValue(QStringLiteral("OrdM_Tel"), runtime::Trim(customer.phone));
-            orders.setValue(QStringLiteral("OrdM_Cel"), runtime::Trim(customer.cell));
-            orders.setValue(QStringLiteral("OrdM_TakbaeMemo"), QStringLiteral(""));
-            for (const char *field :
-                 {"OrdM_TaxTotal", "OrdM_TaxFreeTotal", "OrdM_HalinTotal", "OrdM_Total", "OrdM_Misugum"})
-                orders.setValue(QLatin1String(field), nothing);
-            orders.setValue(QStringLiteral("OrdM_ETCMemo"), QStringLiteral(""));
-            orders.Update();
-        });
+        const ado::ConnectionPtr connection = masterDB();
+        ado::Transaction transaction(*connection);
+        restoreMark::require(*connection); // the customer may be gone
+        orders.AddNew();
+        orders.setValue(QStringLiteral("Cust_PK"), customer.lngCustPK);
+        orders.setValue(QStringLiteral("OrdM_Date"), date);
+        orders.setValue(QStringLiteral("OrdM_Gubun"), int(sale::PickUp));
+        orders.setValue(QStringLiteral("OrdM_Address"), runtime::Trim(customer.address));
+        orders.setValue(QStringLiteral("OrdM_Tel"), runtime::Trim(customer.phone));
+        orders.setValue(QStringLiteral("OrdM_Cel"), runtime::Trim(customer.cell));
+        orders.setValue(QStringLiteral("OrdM_TakbaeMemo"), QStringLiteral(""));
+        for (const char *field :
+             {"OrdM_TaxTotal", "OrdM_TaxFreeTotal", "OrdM_HalinTotal", "OrdM_Total", "OrdM_Misugum"})
+            orders.setValue(QLatin1String(field), nothing);
+        orders.setValue(QStringLiteral("OrdM_ETCMemo"), QStringLiteral(""));
+        transaction.commitWith(orders);
     } catch (const RuntimeError &) {
         runtime::Attempt undo;
         undo([&] { orders.CancelUpdate(); });
@@ -331,8 +379,12 @@ void OrderOperations::createOrder(const QDate &date)
 /// Quirk (docs/architecture.md): the first order of the day that the server gives, perhaps an earlier one than the new.
 ShownOrder OrderOperations::orderOf(const QDate &date) const
 {
-    return {OrderKey(firstValue(clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date))),
-            session_.customer.key(), date};
+    return {OrderKey(firstValue(orderStatement(date))), session_.customer.key(), date};
+}
+
+QString OrderOperations::orderStatement(const QDate &date) const
+{
+    return clsSQL().getOrderMasterPKSQL(session_.customer.lngCustPK, date);
 }
 
 /// The price is always that of the product row; the pane's price field only shows it.
@@ -350,10 +402,14 @@ QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, 
 Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, const QString &statement)
 {
     bool there = false;
+    ado::Foresight held(masterDB());
+    tellProductHeld(held, product);
     onHeldOrder(*masterDB(), order, [&] {
         there = productIsHeld(*masterDB(), product);
         if (!there)
             return;
+        ado::Foresight next(masterDB());
+        next.open(sumsStatement(order.key), ado::CursorType::Static);
         masterDB()->Execute(statement);
         requireSumsFit(order.key);
     });
@@ -364,6 +420,9 @@ Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, co
 Outcome OrderOperations::recalculate(OrderKey order)
 {
     lastOrder_ = order;
+    ado::Foresight shown(gcnnMasterDB, ado::Foresight::Behind::Commit);
+    if (session_.rsCustSaleMaster)
+        shownReadings::tellOrders(shown, *session_.rsCustSaleMaster, session_.customer.lngCustPK);
     const bool done = clsFunctions().reCalculateOMTotal(masterDB(), order.number()) == 1;
     runtime::Attempt show; // what is saved stays so when the list cannot be read
     show([&] { opened(session_.rsCustSaleMaster).Requery(); });

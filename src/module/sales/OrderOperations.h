@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/Foresight.h"
 #include "platform/runtime/Currency.h"
 #include "session/SaleSession.h"
 #include "session/ShownOrder.h"
@@ -77,6 +78,8 @@ public:
                                 const QString &strMemo);
     /// The customer's first order of the date; no key when there is none or the look-up failed.
     OrderKey findOrderByDate(CustomerKey customer, const QDate &date);
+    /// What that reads.
+    static void tellOrderByDate(ado::Foresight &next, CustomerKey customer, const QDate &date);
 
     /// Deletes the order with its details and ledger rows; after a failure all of them stand as before. Conflict when they
     /// are not those that the lists of the order show.
@@ -95,6 +98,8 @@ private:
     Outcome onNewOrder(const QDate &date, const std::function<Outcome(const ShownOrder &)> &addLine);
     void createOrder(const QDate &date);
     ShownOrder orderOf(const QDate &date) const;
+    QString orderStatement(const QDate &date) const;
+    void holdAsShown(ado::Connection &connection, const ShownOrder &order) const;
     QString insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const;
     Outcome addLine(const ShownOrder &order, ProductKey product, const QString &statement);
     Outcome recalculate(OrderKey order);

@@ -2,6 +2,7 @@
 
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
+#include "data/ShownReadings.h"
 #include "data/clsSQL.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -118,6 +119,10 @@ void OrderPane::loadCustSaleMaster()
 {
     const runtime::Operation operation("load orders", {{"customer", session_.customer.lngCustPK}});
     const QPointer<OrderPane> alive(this); // a row that is shown may open a box
+    ado::Foresight next(gcnnMasterDB);
+    if (session_.rsCustSaleMaster
+        && session_.rsCustSaleMaster->source() == clsSQL().getOrderMasterSQL(session_.customer.lngCustPK))
+        shownReadings::tellOrders(next, *session_.rsCustSaleMaster, session_.customer.lngCustPK);
     try {
         list_.load(clsSQL().getOrderMasterSQL(session_.customer.lngCustPK));
         if (!alive)
@@ -209,6 +214,9 @@ void OrderPane::editOrder()
 void OrderPane::saveOrder()
 {
     const QPointer<OrderPane> alive(this);
+    ado::Foresight shown(gcnnMasterDB, ado::Foresight::Behind::Commit);
+    if (session_.rsCustSaleMaster)
+        shownReadings::tellOrders(shown, *session_.rsCustSaleMaster, session_.customer.lngCustPK);
     const Outcome outcome = inEdit() ? save_.save(c1elaCustSaleInfo_->edit()) : Outcome::Stopped;
     const QString remark = outcome == Outcome::Conflict ? QStringLiteral(
                                "다른 데스크에서 먼저 수정하거나 삭제했습니다. 입력한 내용은 화면에 그대로 있습니다.\n"

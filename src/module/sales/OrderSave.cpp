@@ -3,6 +3,7 @@
 #include "data/Codes.h"
 #include "data/HeldOrder.h"
 #include "data/WholeWon.h"
+#include "platform/ado/Foresight.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Operation.h"
@@ -68,14 +69,16 @@ Outcome OrderSave::save(const OrderEdit &edit)
     return flow::trapped([&] {
         ado::Recordset &orders = flow::opened(session_.rsCustSaleMaster);
         try {
-            flow::inTransaction([&](ado::Connection &connection) {
-                holdOrder(connection, order_);
-                if (!orders.moveToKey(order_.key.bookmark()))
-                    ado::raiseConflict();
-                orders.Resync();
-                assign(orders, edit);
-                orders.Update();
-            });
+            const ado::ConnectionPtr connection = flow::masterDB();
+            ado::Foresight next(connection);
+            next.row(orders, orders.currentRow());
+            ado::Transaction transaction(*connection);
+            holdOrder(*connection, order_);
+            if (!orders.moveToKey(order_.key.bookmark()))
+                ado::raiseConflict();
+            orders.Resync();
+            assign(orders, edit);
+            transaction.commitWith(orders);
         } catch (const RuntimeError &error) {
             if (error.number() == runtime::ErrorNumber::TypeMismatch)
                 refusal_ = error.description();

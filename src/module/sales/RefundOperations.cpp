@@ -81,7 +81,10 @@ Outcome RefundOperations::takeBack(const SoldLine &sold, const Refund &refund)
     return flow::trapped([&] {
         if (!refusal(sold).isEmpty() || !refusal(refund).isEmpty())
             return Outcome::Failed;
-        return noteOnLine(sold, refund) ? addRow(sold, refund) : Outcome::ProductGone;
+        std::optional<ado::Foresight> found(std::in_place, flow::masterDB(), ado::Foresight::Behind::Commit);
+        if (refund.date == sold.order.date)
+            orders_.tellOrderByDate(*found, sold.order.customer, refund.date);
+        return noteOnLine(sold, refund) ? addRow(sold, refund, std::move(found)) : Outcome::ProductGone;
     });
 }
 
@@ -89,17 +92,22 @@ Outcome RefundOperations::takeBack(const SoldLine &sold, const Refund &refund)
 /// the product is gone: its row could not be added.
 bool RefundOperations::noteOnLine(const SoldLine &sold, const Refund &refund)
 {
-    bool there = false;
-    onHeldOrder(*flow::masterDB(), sold.order, [&] {
-        holdLine(*flow::masterDB(), sold.line, sold.order.key);
-        there = productIsHeld(*flow::masterDB(), sold.product);
-        if (there)
-            writeNote(sold.line, refund);
-    });
+    const ado::ConnectionPtr connection = flow::masterDB();
+    ado::Foresight held(connection);
+    tellLineHeld(held, sold.line, sold.order.key);
+    tellProductHeld(held, sold.product);
+    OneStep step(*connection);
+    holdOrder(*connection, sold.order);
+    holdLine(*connection, sold.line, sold.order.key);
+    const bool there = productIsHeld(*connection, sold.product);
+    if (there)
+        writeNote(step, sold.line, refund);
+    else
+        step.end();
     return there;
 }
 
-void RefundOperations::writeNote(LineKey line, const Refund &refund)
+void RefundOperations::writeNote(OneStep &step, LineKey line, const Refund &refund)
 {
     ado::Recordset &details = flow::opened(session_.rsCustSaleDetails);
     if (!details.moveToKey(line.bookmark()))
@@ -109,7 +117,7 @@ void RefundOperations::writeNote(LineKey line, const Refund &refund)
     const QString note = noteOf(refund);
     try {
         details.setValue(field, runtime::isNull(earlier) ? note : runtime::text(earlier) + QLatin1Char('\n') + note);
-        details.Update();
+        step.endWith(details);
     } catch (const runtime::RuntimeError &) {
         runtime::Attempt undo;
         undo([&] { details.CancelUpdate(); });
@@ -119,7 +127,7 @@ void RefundOperations::writeNote(LineKey line, const Refund &refund)
 
 /// The date alone chooses the order: of several on one date the first that the server gives, even if the sold line is
 /// on another.
-Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund)
+Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund, std::optional<ado::Foresight> found)
 {
     const QString remark = remarkOf(sold, refund);
     const CustomerKey customer = sold.order.customer;
@@ -133,6 +141,7 @@ Outcome RefundOperations::addRow(const SoldLine &sold, const Refund &refund)
     const OrderKey order = orders_.findOrderByDate(customer, refund.date);
     if (!order)
         return Outcome::Failed;
+    found.reset();
     return orders_.addRefundOrderDetail({order, customer, refund.date}, sold.product, refund.unitPrice, refund.count,
                                         remark);
 }

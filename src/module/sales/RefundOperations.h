@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/OneStep.h"
 #include "sales/OrderOperations.h"
 #include "sales/ProductNames.h"
 
@@ -46,8 +47,8 @@ public:
 
 private:
     bool noteOnLine(const SoldLine &sold, const Refund &refund);
-    void writeNote(LineKey line, const Refund &refund);
-    Outcome addRow(const SoldLine &sold, const Refund &refund);
+    void writeNote(OneStep &step, LineKey line, const Refund &refund);
+    Outcome addRow(const SoldLine &sold, const Refund &refund, std::optional<ado::Foresight> found);
 
     SaleSession &session_;
     OrderOperations orders_;

@@ -1,7 +1,9 @@
 #include "sales/clsFunctions.h"
 
 #include "data/HeldOrder.h"
+#include "data/OneStep.h"
 #include "data/clsSQL.h"
+#include "platform/ado/Foresight.h"
 #include "platform/ado/Recordset.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Log.h"
@@ -45,10 +47,10 @@ Totals sumsOf(const ado::ConnectionPtr &connection, qint32 lngOrdMPK)
             firstMoney(connection, sql.getSumHalinTotalSQL(lngOrdMPK), QStringLiteral("HALINTOTAL"))};
 }
 
-void write(const ado::ConnectionPtr &connection, qint32 lngOrdMPK, const Totals &sums)
+QString writing(qint32 lngOrdMPK, const Totals &sums)
 {
-    connection->Execute(clsSQL().updateOrderMasterTotalSQL(lngOrdMPK, sums.tax, sums.taxFree, sums.discount,
-                                                           sums.tax + sums.taxFree, Currency()));
+    return clsSQL().updateOrderMasterTotalSQL(lngOrdMPK, sums.tax, sums.taxFree, sums.discount, sums.tax + sums.taxFree,
+                                              Currency());
 }
 
 /// A count that leaves 16 bits must not read as none: a product in use would be deleted.
@@ -79,10 +81,14 @@ qint16 clsFunctions::reCalculateOMTotal(ado::ConnectionPtr &cnnMasterDB, qint32 
     try {
         // Held while it is summed: otherwise another desk adds a line between the sums and their writing, writes its own
         // sums first, and its line is missing from the total.
-        inOneStep(*cnnMasterDB, [&] {
-            orderIsHeld(*cnnMasterDB, lngOrdMPK); // one that is gone takes no totals, and that is no failure
-            write(cnnMasterDB, lngOrdMPK, sumsOf(cnnMasterDB, lngOrdMPK));
-        });
+        OneStep step(*cnnMasterDB);
+        const clsSQL sql;
+        ado::Foresight next(cnnMasterDB);
+        next.open(sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, true), ado::CursorType::ForwardOnly)
+            .open(sql.getSumTaxOrTaxFreeTotalSQL(lngOrdMPK, false), ado::CursorType::ForwardOnly)
+            .open(sql.getSumHalinTotalSQL(lngOrdMPK), ado::CursorType::ForwardOnly);
+        orderIsHeld(*cnnMasterDB, lngOrdMPK); // one that is gone takes no totals, and that is no failure
+        step.endWith(writing(lngOrdMPK, sumsOf(cnnMasterDB, lngOrdMPK)));
         return 1;
     } catch (const runtime::RuntimeError &) {
         runtime::trapped();

@@ -1,6 +1,6 @@
 #include "settings/clsProperties.h"
 
-#include "platform/ado/Recordset.h"
+#include "platform/ado/Foresight.h"
 #include "platform/runtime/Attempt.h"
 #include "platform/runtime/Conversions.h"
 #include "platform/runtime/Log.h"
@@ -73,6 +73,11 @@ QString clsProperties::PropValue(const QString &strKey) const
             gcnnMasterDB->Execute(insertStatement(strKey, QString()));
     });
     return value;
+}
+
+void clsProperties::tell(ado::Foresight &next, const QString &strKey)
+{
+    next.open(selectStatement(strKey), ado::CursorType::Static);
 }
 
 void clsProperties::PropValue(const QString &strKey, const QString &strValue)

@@ -71,6 +71,34 @@ void CellTable::replace(int row, int column, const CellTable &source, int source
     blocks_[at / BlockCells][at % BlockCells] = source.cell(sourceRow, column);
 }
 
+void CellTable::takeRow(int row, const CellTable &source, int sourceRow)
+{
+    const bool added = row == rowCount();
+    for (int column = 0; column < columnCount(); ++column) {
+        Cell taken = source.cell(sourceRow, column);
+        if (taken.kind == Kind::Text)
+            taken.text = texts_.add(taken.text, taken.length);
+        const std::size_t at = place(row, column);
+        if (added)
+            add(taken);
+        else
+            blocks_[at / BlockCells][at % BlockCells] = taken;
+    }
+}
+
+bool CellTable::sameRow(int row, const CellTable &other, int otherRow) const
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        const Cell &one = cell(row, column);
+        const Cell &two = other.cell(otherRow, column);
+        const bool same = one.kind == two.kind && one.length == two.length
+                          && (one.kind == Kind::Text ? text(one) == other.text(two) : one.integer == two.integer);
+        if (!same)
+            return false;
+    }
+    return true;
+}
+
 QVariant CellTable::raw(int row, int column) const
 {
     const Cell &source = cell(row, column);

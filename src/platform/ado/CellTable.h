@@ -82,6 +82,10 @@ public:
 
     /// Takes the cell of that column from a row of another table, which must outlive this one: the text stays there.
     void replace(int row, int column, const CellTable &source, int sourceRow);
+    /// Takes a row of another table, texts and all, in the place of one, or behind the last.
+    void takeRow(int row, const CellTable &source, int sourceRow);
+    /// Whether both rows hold the same, cell by cell.
+    bool sameRow(int row, const CellTable &other, int otherRow) const;
 
     const Cell &cell(int row, int column) const
     {

@@ -137,6 +137,8 @@ void Connection::CommitTrans()
         return;
     case Lost:
         emit d->rollbacks.happened(ended.serial);
+        if (ended.commitSent)
+            Driver::sessionLost();
         transactionGone();
     case Started:
         break;
@@ -184,15 +186,23 @@ quint64 Connection::transactionSerial() const
     return own ? own->serial : 0;
 }
 
-quint64 Connection::writes() const
-{
-    return d->writes;
-}
-
-int Connection::Execute(const QString &statement)
+int Connection::Execute(const QString &statement, Then then)
 {
     oneStatement(statement, d->driver->dialect());
-    return d->write(d->driver->command() << statement);
+    const int touched = d->write(d->driver->command() << statement, then);
+    if (then == Then::Commit)
+        CommitTrans();
+    return touched;
+}
+
+void Connection::Execute(const QStringList &statements)
+{
+    std::vector<Command> commands;
+    for (const QString &statement : statements) {
+        oneStatement(statement, d->driver->dialect());
+        commands.push_back(d->driver->command() << statement);
+    }
+    d->writeAll(commands);
 }
 
 Command Connection::command() const
@@ -208,17 +218,19 @@ int Connection::Execute(const Command &command)
 
 CellTable Connection::read(const QString &statement) const
 {
-    oneStatement(statement, d->driver->dialect());
-    return d->read(d->driver->command() << statement);
+    return d->read(d->driver->told(statement));
 }
 
 bool Connection::holdRow(const QString &table, const QString &key, qint32 value, const QString &also)
 {
     // The embedded engine holds the whole database from the transaction's beginning, which readBack sees to.
-    Command select = d->driver->command() << u"SELECT " << key << u" FROM " << table << u" WHERE " << key << u" = ";
-    select.value(value);
-    select << also << (d->driver->dialect() == Dialect::PostgreSQL ? u" FOR UPDATE" : u"");
-    return d->readBack(select).rowCount() > 0;
+    return d->readBack(d->holding(table, key, value, also)).rowCount() > 0;
+}
+
+void Connection::learnKey(const QString &table)
+{
+    if (const Table *const known = findTable(table); known && !known->keyIsTold)
+        d->realKeyOf(*known);
 }
 
 const Connection::Private::Level *Connection::Private::ownLevel() const
@@ -370,42 +382,90 @@ void Connection::Private::noteLoss()
 }
 
 template <typename Run>
-auto Connection::Private::shielded(const Command &statement, Run run)
+auto Connection::Private::shielded(std::span<const Command> statements, Run run)
 {
     // The server hands out no snapshot within a savepoint.
     const bool shield = driver->needsSavepoints() && driver->holdsTransaction()
-                        && !statement.text().contains(QLatin1String("pg_export_snapshot"));
-    if (shield)
-        driver->write(driver->command() << u"SAVEPOINT statement");
+                        && !statements.front().text().contains(QLatin1String("pg_export_snapshot"));
+    const Driver::Guard guard{driver->command() << u"SAVEPOINT statement",
+                              driver->command() << u"RELEASE SAVEPOINT statement",
+                              driver->command() << u"ROLLBACK TO SAVEPOINT statement"};
     try {
-        auto result = run();
-        if (shield && driver->holdsTransaction()) // it may have been a raw end of it
-            driver->write(driver->command() << u"RELEASE SAVEPOINT statement");
-        return result;
+        return run(shield ? &guard : nullptr);
     } catch (const RuntimeError &error) {
-        hideStatement(error, statement);
+        for (const Command &statement : statements)
+            hideStatement(error, statement);
         const std::exception_ptr failure = std::current_exception();
         noteLoss();
         if (shield && driver->holdsTransaction())
-            driver->write(driver->command() << u"ROLLBACK TO SAVEPOINT statement");
+            undoStatement(guard);
         std::rethrow_exception(failure);
     }
 }
 
-int Connection::Private::write(const Command &statement)
+CellTable Connection::Private::shieldedRead(const Command &select)
+{
+    return shielded({&select, 1}, [&](const Driver::Guard *guard) {
+        return guard ? driver->readWithin(*guard, select) : driver->read(select);
+    });
+}
+
+/// Where even its savepoint was refused the first refusal is the one to tell.
+void Connection::Private::undoStatement(const Driver::Guard &guard)
+{
+    try {
+        driver->write(guard.undo);
+    } catch (const RuntimeError &error) {
+        if (error.number() == ErrorNumber::ConnectionLost)
+            throw;
+        runtime::trapped();
+    }
+}
+
+int Connection::Private::write(const Command &statement, Then then)
 {
     const ConnectionPtr held = self.lock();
     beforeWrite();
     if (!driver->holdsTransaction() && isCommit(statement.text()))
         nothingToSave();
-    return shielded(statement, [&] { return driver->write(statement); });
+    if (then == Then::Commit)
+        commitBehindNext();
+    return shielded({&statement, 1}, [&](const Driver::Guard *guard) {
+        return guard ? driver->writeWithin(*guard, statement) : driver->write(statement);
+    });
+}
+
+void Connection::Private::commitBehindNext()
+{
+    if (levels.size() != 1 || levels.front().savepoint || levels.front().state != Level::State::Started)
+        return;
+    levels.front().commitSent = driver->commitBehindNext(true);
+}
+
+void Connection::Private::writeAll(std::span<const Command> statements)
+{
+    const ConnectionPtr held = self.lock();
+    beforeWrite();
+    shielded(statements, [&](const Driver::Guard *guard) {
+        if (guard)
+            return driver->writeAllWithin(*guard, statements);
+        for (const Command &statement : statements)
+            driver->write(statement);
+    });
+}
+
+Command Connection::Private::holding(const QString &table, const QString &key, qint32 value, const QString &also) const
+{
+    Command select = driver->command() << u"SELECT " << key << u" FROM " << table << u" WHERE " << key << u" = ";
+    select.value(value);
+    return select << also << (driver->dialect() == Dialect::SQLite ? u"" : u" FOR UPDATE");
 }
 
 CellTable Connection::Private::readBack(const Command &statement)
 {
     const ConnectionPtr held = self.lock();
     beforeWrite();
-    return shielded(statement, [&] { return driver->read(statement); });
+    return shieldedRead(statement);
 }
 
 CellTable Connection::Private::read(const Command &select)
@@ -413,7 +473,7 @@ CellTable Connection::Private::read(const Command &select)
     const ConnectionPtr held = self.lock();
     ensureAlive(Driver::Asking::Never);
     try {
-        return shielded(select, [&] { return driver->read(select); });
+        return shieldedRead(select);
     } catch (const RuntimeError &error) {
         // A reading that met a server gone since the last statement can be asked again without harm; a writing cannot.
         if (error.number() != ErrorNumber::ConnectionLost || anyIn(Level::State::Started) || anyIn(Level::State::Lost)
@@ -422,7 +482,7 @@ CellTable Connection::Private::read(const Command &select)
         runtime::trapped();
         reconnect();
     }
-    return shielded(select, [&] { return driver->read(select); });
+    return shieldedRead(select);
 }
 
 RowKey Connection::Private::realKeyOf(const Table &table)

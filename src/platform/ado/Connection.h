@@ -5,6 +5,7 @@
 
 #include <QMetaType>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -12,7 +13,11 @@ class QSqlDatabase;
 
 namespace ado {
 
-enum class Engine { SQLite, PostgreSQL, Odbc };
+/// Odbc is a PostgreSQL server that is reached through ODBC; MariaDB is reached so, too.
+enum class Engine { SQLite, PostgreSQL, Odbc, MariaDB };
+
+/// What comes behind a writing: a commit may go to the server with it, and is not done where the writing is refused.
+enum class Then { GoOn, Commit };
 
 /// One open database connection, shared by the host and its components. Belongs to the program's thread; on another
 /// every call raises InvalidCall, but for those that only tell what it is.
@@ -57,9 +62,15 @@ public:
 
     /// Counts on with every writing statement that was sent.
     quint64 writes() const;
+    /// A sign of what the database holds: where it is the same as before, nothing has changed since, whoever writes there, a
+    /// restore and other programs included. Another one need not mean a change. Empty where there is none: by ODBC, within
+    /// a transaction, on a server that follows another one, and on one whose tables may lie elsewhere. Asks the engine.
+    QByteArray stateSign() const;
 
     /// Runs one writing statement; returns the number of rows it touched, -1 where the engine does not tell.
-    int Execute(const QString &statement);
+    int Execute(const QString &statement, Then then = Then::GoOn);
+    /// Several in one go. Behind one that fails none is run, and its error is raised.
+    void Execute(const QStringList &statements);
 
     // For the host's own schema and bulk work; the components use Execute and Recordset.
     /// An empty command, and its run: values travel beside the text where the engine takes them so.
@@ -71,9 +82,12 @@ public:
     /// Within a transaction: whether the row of that key is there. If it is, no other desk changes or deletes it until the
     /// transaction ends; one that tries waits. `also` are further conditions that it must meet, " AND ...".
     bool holdRow(const QString &table, const QString &key, qint32 value, const QString &also = {});
+    /// Asks, once, what the rows of a table are known by of which no key was told, before the first list of them does.
+    void learnKey(const QString &table);
 
 private:
     friend class AbandonedTransactions;
+    friend class Foresight;
     friend class Recordset;
     friend class RowStore;
     struct Private;

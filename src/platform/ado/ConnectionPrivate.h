@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace ado {
@@ -38,6 +39,7 @@ struct Connection::Private
         int depth; ///< of handlers that it was begun in
         State state = State::Pending;
         bool savepoint = false;
+        bool commitSent = false; ///< with a statement that may have been the last
     };
 
     static std::shared_ptr<Connection> shared(std::unique_ptr<Private> opened);
@@ -60,7 +62,13 @@ struct Connection::Private
 
     void ensureAlive(Driver::Asking asking);
     void beforeWrite();
-    int write(const Command &statement);
+    int write(const Command &statement, Then then = Then::GoOn);
+    /// The next statement takes the commit of the one transaction along, where there is no other around it; CommitTrans()
+    /// has to come at once.
+    void commitBehindNext();
+    void writeAll(std::span<const Command> statements);
+    /// Reads a row that no other desk is to change.
+    Command holding(const QString &table, const QString &key, qint32 value, const QString &also) const;
     /// A writing statement that answers with rows.
     CellTable readBack(const Command &statement);
     CellTable read(const Command &select);
@@ -78,7 +86,9 @@ private:
     void noteLoss();
     Command savepoint(QStringView verb, const Level &level) const;
     template <typename Run>
-    auto shielded(const Command &statement, Run run);
+    auto shielded(std::span<const Command> statements, Run run);
+    CellTable shieldedRead(const Command &select);
+    void undoStatement(const Driver::Guard &guard);
 
     QHash<QString, RowKey> realKeys_;
     bool foreign_ = false;      ///< a transaction that was begun past this layer was open at the last look

@@ -101,8 +101,39 @@ Driver::~Driver()
     std::erase(livingDrivers(), this);
 }
 
+Command Driver::told(const QString &statement) const
+{
+    oneStatement(statement, dialect());
+    return command() << statement;
+}
+
+CellTable Driver::readWithin(const Guard &guard, const Command &select)
+{
+    write(guard.before);
+    CellTable rows = read(select);
+    if (holdsTransaction())
+        write(guard.behind);
+    return rows;
+}
+
+int Driver::writeWithin(const Guard &guard, const Command &statement)
+{
+    write(guard.before);
+    const int touched = write(statement);
+    if (holdsTransaction()) // it may have been a raw end of it
+        write(guard.behind);
+    return touched;
+}
+
+void Driver::writeAllWithin(const Guard &guard, std::span<const Command> statements)
+{
+    for (const Command &statement : statements)
+        writeWithin(guard, statement);
+}
+
 void Driver::reopen()
 {
+    ++reopenings_;
     closeSession();
     try {
         openSession();

@@ -18,10 +18,13 @@ void LentOdbcDriver::openSession()
 {
     if (!answers())
         LentDatabase::raiseClosed();
-    requirePostgres();
+    knowServer();
+    // What another kind's session was opened with, and whether it opens another one by itself, cannot be seen from within.
+    if (dialect() != Dialect::PostgreSQL)
+        refuseKind(QStringLiteral("프로그램이 열어 둔 ODBC 연결은 PostgreSQL 서버의 것만 사용할 수 있습니다."));
     if (isMarked()) // another has adopted it, too
         return sessionStands();
-    if (foreignIsOpen() || foreignIsOpen())
+    if (transactionIsOpen() || transactionIsOpen())
         throw RuntimeError(
             ErrorNumber::InvalidCall,
             QStringLiteral("프로그램 오류입니다. 개발사로 문의하십시오. (ODBC 연결은 트랜잭션을 시작하기 "

@@ -97,4 +97,22 @@ int LentPostgresDriver::write(const Command &statement)
     return PostgresDriver::write(statement);
 }
 
+CellTable LentPostgresDriver::readWithin(const Guard &guard, const Command &select)
+{
+    requireNothingUnderWay();
+    return PostgresDriver::readWithin(guard, select);
+}
+
+int LentPostgresDriver::writeWithin(const Guard &guard, const Command &statement)
+{
+    requireNothingUnderWay();
+    return PostgresDriver::writeWithin(guard, statement);
+}
+
+void LentPostgresDriver::writeAllWithin(const Guard &guard, std::span<const Command> statements)
+{
+    requireNothingUnderWay();
+    PostgresDriver::writeAllWithin(guard, statements);
+}
+
 } // namespace ado

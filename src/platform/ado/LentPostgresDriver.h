@@ -18,6 +18,9 @@ public:
     bool isLent() const override { return true; }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
+    CellTable readWithin(const Guard &guard, const Command &select) override;
+    int writeWithin(const Guard &guard, const Command &statement) override;
+    void writeAllWithin(const Guard &guard, std::span<const Command> statements) override;
     bool alive(Asking asking) override { return session() && PostgresDriver::alive(asking); }
 
 protected:

@@ -123,6 +123,38 @@ bool matches(const QList<uint> &text, const std::vector<Place> &places)
                        [](const Place &rest) { return rest.kind == Place::Kind::AnyText; });
 }
 
+/// A sign of ASCII by its number, so that it means nothing else wherever it stands.
+QString expressionOf(char32_t sign)
+{
+    constexpr char32_t beyondAscii = 0x80;
+    const bool plain = sign >= beyondAscii || QChar::isLetterOrNumber(sign);
+    return plain ? QString::fromUcs4(&sign, 1) : QStringLiteral("\\x%1").arg(uint(sign), 2, 16, QLatin1Char('0'));
+}
+
+QString expressionOf(const Place &place)
+{
+    switch (place.kind) {
+    case Place::Kind::AnyText:
+        return QStringLiteral(".*");
+    case Place::Kind::AnySign:
+        return QStringLiteral(".");
+    case Place::Kind::Sign:
+        return expressionOf(place.sign);
+    case Place::Kind::Never:
+        return QStringLiteral("(?!)");
+    case Place::Kind::Class:
+        break;
+    }
+    QString members;
+    for (const Range &range : place.ranges) {
+        if (range.first <= range.last) // the other way round it holds nothing
+            members += expressionOf(range.first) + u'-' + expressionOf(range.last);
+    }
+    if (members.isEmpty())
+        return place.negated ? QStringLiteral(".") : QStringLiteral("(?!)");
+    return (place.negated ? QStringLiteral("[^") : QStringLiteral("[")) + members + u']';
+}
+
 QString argument(sqlite3_value *value)
 {
     return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_value_text(value)), sqlite3_value_bytes(value));
@@ -155,6 +187,26 @@ void likeFunction(sqlite3_context *context, int count, sqlite3_value **arguments
 bool like(QStringView text, QStringView pattern, char32_t escape)
 {
     return matches(text.toUcs4(), placesOf(pattern, escape));
+}
+
+QString likeExpression(QStringView pattern, char32_t escape)
+{
+    // What stands between two '%' is taken as early as it comes and never given back, so that no text takes long.
+    QString expression = QStringLiteral("(?is)\\A"), part;
+    bool behindAny = false;
+    for (const Place &place : placesOf(pattern, escape)) {
+        if (place.kind != Place::Kind::AnyText) {
+            part += expressionOf(place);
+            continue;
+        }
+        if (!part.isEmpty())
+            expression += behindAny ? QStringLiteral("(?>.*?%1)").arg(part) : part;
+        part.clear();
+        behindAny = true;
+    }
+    if (behindAny && part.isEmpty())
+        return expression;
+    return expression + (behindAny ? QStringLiteral(".*") : QString()) + part + QStringLiteral("\\z");
 }
 
 void installLikeOperator(sqlite3 *handle, const std::shared_ptr<bool> &closed)

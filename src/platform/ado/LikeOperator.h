@@ -14,6 +14,10 @@ namespace ado {
 /// stands for itself.
 bool like(QStringView text, QStringView pattern, char32_t escape = 0);
 
+/// The same as a regular expression of the kind that begins with "(?is)", in which no quote and no sign of a statement
+/// stands for itself.
+QString likeExpression(QStringView pattern, char32_t escape = 0);
+
 /// Puts it in the place of the embedded engine's own operator on this connection, until that is closed: `closed` is then
 /// true.
 void installLikeOperator(sqlite3 *handle, const std::shared_ptr<bool> &closed = std::make_shared<bool>());

@@ -1,9 +1,9 @@
 #include "platform/ado/OdbcDriver.h"
 
-#include "platform/ado/LibpqPatience.h"
-#include "platform/ado/PostgresSession.h"
+#include "platform/ado/MariaDbText.h"
 
 #include <QDate>
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -11,7 +11,6 @@
 #include <QSqlRecord>
 
 #include <algorithm>
-#include <utility>
 
 namespace ado {
 
@@ -37,29 +36,32 @@ void addCell(CellTable &table, const QVariant &value)
     case QMetaType::Float:
         return table.addReal(value.toDouble());
     default: {
-        const QByteArray text =
-            (value.typeId() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate) : value.toString()).toUtf8();
+        const QByteArray text = value.typeId() == QMetaType::QByteArray ? value.toByteArray()
+                                : value.typeId() == QMetaType::QDate    ? value.toDate().toString(Qt::ISODate).toUtf8()
+                                                                        : value.toString().toUtf8();
         table.addText(text.constData(), static_cast<std::size_t>(text.size()));
     }
     }
 }
 
-/// The connection string with what it does not settle itself.
-QString withSettingsForPostgres(QString connectionString)
+/// Whether the server ends a transaction before it runs the statement.
+bool isDefinition(const QString &statement)
 {
-    // The driver rolls a whole transaction back on any failed statement unless it is told to set savepoints.
-    QStringList patience;
-    for (const auto &[name, value] : libpqPatience)
-        patience << name + u'=' + value;
-    const std::pair<QString, QString> settings[]{
-        {QStringLiteral("Protocol="), QStringLiteral("7.4-2")},
-        {QStringLiteral("pqopt="), u'{' + patience.join(u' ') + u'}'},
-    };
-    for (const auto &[name, value] : settings) {
-        if (!connectionString.contains(name, Qt::CaseInsensitive))
-            connectionString += u';' + name + value;
-    }
-    return connectionString;
+    static const QRegularExpression begins(QStringLiteral("^\\s*(CREATE|ALTER|DROP|RENAME|TRUNCATE|ANALYZE)\\b"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    return begins.match(statement).hasMatch();
+}
+
+bool isDouble(const QSqlField &field)
+{
+    constexpr int types[]{6 /* float */, 7 /* real */, 8 /* double */};
+    return std::ranges::find(types, field.typeID()) != std::end(types);
+}
+
+bool isWideText(const QSqlField &field)
+{
+    constexpr int types[]{1 /* char */, 12 /* varchar */, -1 /* long */, -8 /* wide */, -9, -10};
+    return std::ranges::find(types, field.typeID()) != std::end(types);
 }
 
 bool isNumeric(const QSqlField &field)
@@ -94,28 +96,39 @@ void OdbcDriver::open()
 void OdbcDriver::openSession()
 {
     open();
-    requirePostgres();
-    const QString asked = withSettingsForPostgres(database_.databaseName());
+    knowServer();
+    const QString asked = server_->completed(database_.databaseName());
     if (asked != database_.databaseName()) {
         database_.close();
         database_.setDatabaseName(asked);
         open();
     }
+    try {
+        server_->requireFit(database_);
+    } catch (const runtime::RuntimeError &) {
+        closeSession();
+        throw;
+    }
     sessionStands();
-    run(command() << postgresSession::patience);
-    run(command() << postgresSession::likeOperator);
+    for (const QString &statement : server_->beginning)
+        run(command() << statement);
 }
 
-void OdbcDriver::requirePostgres()
+void OdbcDriver::knowServer()
 {
-    if (database().driver()->dbmsType() == QSqlDriver::PostgreSQL)
-        return;
+    if (const OdbcServer *const server = OdbcServer::behind(database()))
+        server_ = server;
+    else
+        refuseKind(QStringLiteral("ODBC로는 PostgreSQL이나 MariaDB 서버에만 연결할 수 있습니다."));
+}
+
+void OdbcDriver::refuseKind(const QString &kinds)
+{
     closeSession();
-    throw runtime::RuntimeError(
-        runtime::ErrorNumber::ConnectionLost,
-        QStringLiteral(
-            "사용할 수 없는 종류의 데이터베이스 서버입니다. ODBC로는 PostgreSQL 서버에만 연결할 수 있습니다.\n"
-            "데이터베이스 주소를 확인하십시오."));
+    throw runtime::RuntimeError(runtime::ErrorNumber::ConnectionLost,
+                                QStringLiteral("사용할 수 없는 종류의 데이터베이스 서버입니다. %1\n"
+                                               "데이터베이스 주소를 확인하십시오.")
+                                    .arg(kinds));
 }
 
 void OdbcDriver::sessionStands()
@@ -150,22 +163,20 @@ void OdbcDriver::leave()
 
 void OdbcDriver::putReadingRight()
 {
-    for (const QString &setting : postgresSession::readAsTheLayer)
+    for (const QString &setting : server_->reading)
         QSqlQuery(database()).exec(setting);
     readOtherwise_ = false;
 }
 
 void OdbcDriver::requireOurReading(const QString &statement)
 {
-    // The settings change what a backslash does, and nothing else; asking costs a journey to the server.
-    if (!statement.contains(u'\\'))
+    // The settings change what these signs do, and nothing else; asking costs a journey to the server.
+    if (std::ranges::none_of(server_->readOtherwise, [&](QChar sign) { return statement.contains(sign); }))
         return;
     QSqlQuery settings(database());
-    if (!settings.exec(QStringLiteral("SELECT current_setting('standard_conforming_strings') || ' ' || "
-                                      "current_setting('client_encoding')"))
-        || !settings.next())
+    if (!settings.exec(server_->askReading) || !settings.next())
         fail(settings.lastError());
-    if (settings.value(0).toString() == QLatin1String("on UTF8"))
+    if (settings.value(0).toInt() == 1)
         return;
     putReadingRight();
     readOtherwise_ = inTransaction_; // whose rollback would take it back
@@ -180,7 +191,12 @@ void OdbcDriver::fail(const QSqlError &error)
         forgetSession();
         sessionLost();
     }
-    refuse(text, error.nativeErrorCode().toLatin1());
+    if (server_->endsTransactions) {
+        const bool stands = transactionIsOpen();
+        inTransaction_ = inTransaction_ && stands;
+        foreign_ = foreign_ && stands;
+    }
+    refuse(server_->textsAreBytes ? withoutHex(text) : text, error.nativeErrorCode().toLatin1());
 }
 
 bool OdbcDriver::answers()
@@ -190,12 +206,15 @@ bool OdbcDriver::answers()
 
 QSqlQuery OdbcDriver::run(const Command &statement)
 {
-    requireOurReading(statement.text());
+    const QString text = server_->translated(statement.text());
+    requireOurReading(text);
     QSqlQuery query(database());
     query.setNumericalPrecisionPolicy(QSql::HighPrecision);
     query.setForwardOnly(true);
-    if (!query.exec(statement.text()))
+    if (!query.exec(text))
         fail(query.lastError());
+    if (server_->endsTransactions && inTransaction_ && isDefinition(text))
+        begin(); // what follows belongs together again
     return query;
 }
 
@@ -205,12 +224,25 @@ CellTable OdbcDriver::read(const Command &select)
     const QSqlRecord record = query.record();
     const int columnCount = record.count();
     std::vector<ResultColumn> described;
-    for (int column = 0; column < columnCount; ++column)
+    std::vector<QSql::NumericalPrecisionPolicy> precision;
+    std::vector<bool> mayBeCut;
+    for (int column = 0; column < columnCount; ++column) {
+        const bool asNumber = server_->cutsDoubles && isDouble(record.field(column));
+        precision.push_back(asNumber ? QSql::LowPrecisionDouble : QSql::HighPrecision);
+        mayBeCut.push_back(server_->textsAreBytes && isWideText(record.field(column)));
         described.push_back(describeColumn(record.fieldName(column), isNumeric(record.field(column)), select.text()));
+    }
     CellTable table(std::move(described));
     while (query.next()) {
-        for (int column = 0; column < columnCount; ++column)
-            addCell(table, query.value(column));
+        for (int column = 0; column < columnCount; ++column) {
+            query.setNumericalPrecisionPolicy(precision[static_cast<std::size_t>(column)]);
+            const QVariant value = query.value(column);
+            if (mayBeCut[static_cast<std::size_t>(column)] && !value.isNull()) {
+                putReadingRight(); // somebody set it past this layer
+                refuseOtherReading();
+            }
+            addCell(table, value);
+        }
     }
     if (query.lastError().isValid())
         fail(query.lastError());
@@ -225,8 +257,12 @@ int OdbcDriver::write(const Command &statement)
 void OdbcDriver::begin()
 {
     QSqlDatabase session = database();
-    if (!session.transaction())
+    if (!server_->begin.isEmpty()) {
+        inTransaction_ = false;
+        run(command() << server_->begin);
+    } else if (!session.transaction()) {
         fail(session.lastError());
+    }
     inTransaction_ = true;
 }
 
@@ -243,6 +279,8 @@ void OdbcDriver::rollback()
 void OdbcDriver::end(bool done)
 {
     inTransaction_ = false;
+    if (!server_->begin.isEmpty())
+        return endBy(done ? server_->commit : server_->rollback);
     QSqlDatabase session = database();
     if (done ? session.commit() : session.rollback()) {
         if (readOtherwise_)
@@ -255,6 +293,18 @@ void OdbcDriver::end(bool done)
     fail(error);
 }
 
+void OdbcDriver::endBy(const QString &statement)
+{
+    try {
+        run(command() << statement);
+    } catch (const runtime::RuntimeError &) {
+        QSqlQuery(database()).exec(server_->rollback); // or the next statements would go on inside it
+        throw;
+    }
+    if (readOtherwise_)
+        putReadingRight();
+}
+
 bool OdbcDriver::alive(Asking asking)
 {
     if (lost_ || !database().isOpen())
@@ -263,15 +313,14 @@ bool OdbcDriver::alive(Asking asking)
         return true;
     if (!answers())
         return false;
-    foreign_ = foreignIsOpen();
+    foreign_ = transactionIsOpen();
     return true;
 }
 
-bool OdbcDriver::foreignIsOpen()
+bool OdbcDriver::transactionIsOpen()
 {
     QSqlQuery query(database());
-    return query.exec(QStringLiteral("SELECT CASE WHEN now() = statement_timestamp() THEN 0 ELSE 1 END"))
-           && query.next() && query.value(0).toInt() == 1;
+    return query.exec(server_->askTransaction) && query.next() && query.value(0).toInt() == 1;
 }
 
 } // namespace ado

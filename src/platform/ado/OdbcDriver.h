@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Driver.h"
+#include "platform/ado/OdbcServer.h"
 
 #include <QSqlDatabase>
 
@@ -9,15 +10,16 @@ class QSqlQuery;
 
 namespace ado {
 
-/// A clinic's own server behind ODBC. Only PostgreSQL is let in: of another kind nobody has seen where it ends a statement.
+/// A clinic's own server behind ODBC. PostgreSQL and MariaDB are let in: of another kind nobody has seen where it ends a
+/// statement.
 class OdbcDriver : public Driver
 {
 public:
     explicit OdbcDriver(const QString &connectionString);
     ~OdbcDriver() override;
 
-    Engine engine() const override { return Engine::Odbc; }
-    Dialect dialect() const override { return Dialect::PostgreSQL; }
+    Engine engine() const override { return server_->engine; }
+    Dialect dialect() const override { return server_->dialect; }
     Command command() const override { return Command(Command::Values::Literal); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
@@ -34,14 +36,15 @@ protected:
     void openSession() override;
     void closeSession() override;
     void leave() override;
-    /// Raises ConnectionLost for any other kind.
-    void requirePostgres();
+    /// Learns which of the kinds it is; raises ConnectionLost for any other.
+    void knowServer();
+    /// Raises ConnectionLost with that, behind the sentence that this kind cannot be worked with.
+    [[noreturn]] void refuseKind(const QString &kinds);
     void sessionStands();
     void forgetSession();
     QSqlQuery run(const Command &statement);
-    /// Whether somebody began a transaction past this driver. Of the two questions the first begins the one that the driver
-    /// manager was asked for and has not begun yet: in the second one the time of its begin has gone by.
-    bool foreignIsOpen();
+    /// Whether the server holds a transaction, as one that somebody began past this driver.
+    bool transactionIsOpen();
 
     bool answers();
 
@@ -51,9 +54,11 @@ private:
     /// Raises Database when the session's settings have the server read the statement in another way than the layer has.
     void requireOurReading(const QString &statement);
     void putReadingRight();
+    void endBy(const QString &statement);
     [[noreturn]] void fail(const QSqlError &error);
 
     QSqlDatabase database_;
+    const OdbcServer *server_ = nullptr; ///< known from the first session on
     bool inTransaction_ = false;
     bool foreign_ = false;
     bool lost_ = false;

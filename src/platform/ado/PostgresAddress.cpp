@@ -4,7 +4,10 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <libpq-fe.h>
+
 #include <algorithm>
+#include <memory>
 
 namespace ado {
 
@@ -66,6 +69,18 @@ PostgresParameters postgresParameters(const QString &address)
     for (const auto &option : QUrlQuery(address.section(u'?', 1)).queryItems(QUrl::FullyDecoded))
         parameters << std::pair(option.first, option.second);
     return parameters;
+}
+
+bool areKnown(const PostgresParameters &parameters)
+{
+    const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> all(PQconninfoParse("", nullptr),
+                                                                           &PQconninfoFree);
+    return std::ranges::all_of(parameters, [&](const auto &parameter) {
+        const PQconninfoOption *option = all.get();
+        while (option && option->keyword && parameter.first != QLatin1String(option->keyword))
+            ++option;
+        return option && option->keyword;
+    });
 }
 
 bool lookForWriter(const PostgresParameters &parameters)

@@ -15,6 +15,8 @@ using PostgresParameters = QList<std::pair<QString, QString>>;
 /// answers and is as `target_session_attrs` wants it.
 PostgresParameters postgresParameters(const QString &address);
 
+/// Whether the library knows them all by name.
+bool areKnown(const PostgresParameters &parameters);
 /// Whether one is looked for among several that takes writes.
 bool lookForWriter(const PostgresParameters &parameters);
 /// The same servers, that of the place in the list and those before it behind the others.

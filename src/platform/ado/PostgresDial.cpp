@@ -24,19 +24,7 @@ using Session = std::unique_ptr<pg_conn, Hang>;
 
 Session connected(const PostgresParameters &parameters)
 {
-    std::vector<QByteArray> texts;
-    for (const auto &[name, value] : parameters) {
-        texts.push_back(name.toUtf8());
-        texts.push_back(value.toUtf8());
-    }
-    std::vector<const char *> names, values;
-    for (std::size_t at = 0; at < texts.size(); at += 2) {
-        names.push_back(texts[at].constData());
-        values.push_back(texts[at + 1].constData());
-    }
-    names.push_back(nullptr);
-    values.push_back(nullptr);
-    return Session(PQconnectdbParams(names.data(), values.data(), 0));
+    return Session(connectTo(parameters));
 }
 
 /// Ends by itself, soon; the program's end waits for it.
@@ -49,6 +37,23 @@ void leaveBehind(std::future<Session> dialling)
 }
 
 } // namespace
+
+pg_conn *connectTo(const PostgresParameters &parameters)
+{
+    std::vector<QByteArray> texts;
+    for (const auto &[name, value] : parameters) {
+        texts.push_back(name.toUtf8());
+        texts.push_back(value.toUtf8());
+    }
+    std::vector<const char *> names, values;
+    for (std::size_t at = 0; at < texts.size(); at += 2) {
+        names.push_back(texts[at].constData());
+        values.push_back(texts[at + 1].constData());
+    }
+    names.push_back(nullptr);
+    values.push_back(nullptr);
+    return PQconnectdbParams(names.data(), values.data(), 0);
+}
 
 pg_conn *dial(const PostgresParameters &parameters)
 {

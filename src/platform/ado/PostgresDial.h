@@ -10,4 +10,7 @@ namespace ado {
 /// for it any longer.
 pg_conn *dial(const PostgresParameters &parameters);
 
+/// The same without waiting for it alive; on any thread.
+pg_conn *connectTo(const PostgresParameters &parameters);
+
 } // namespace ado

@@ -3,6 +3,7 @@
 #include "platform/ado/LibpqPatience.h"
 #include "platform/ado/PostgresDial.h"
 #include "platform/ado/PostgresSession.h"
+#include "platform/ado/PostgresStatement.h"
 #include "platform/ado/Wait.h"
 #include "platform/runtime/Attempt.h"
 
@@ -15,6 +16,8 @@
 
 namespace ado {
 
+using namespace postgresStatement;
+
 namespace {
 
 // Type numbers of the server's catalogue, which never change.
@@ -26,16 +29,16 @@ bool isNumeric(Oid type)
     return std::ranges::find(numericTypes, type) != std::end(numericTypes);
 }
 
-bool areKnown(const PostgresParameters &parameters)
+bool isDone(const PGresult *result)
 {
-    const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> all(PQconninfoParse("", nullptr),
-                                                                           &PQconninfoFree);
-    return std::ranges::all_of(parameters, [&](const auto &parameter) {
-        const PQconninfoOption *option = all.get();
-        while (option && option->keyword && parameter.first != QLatin1String(option->keyword))
-            ++option;
-        return option && option->keyword;
-    });
+    const ExecStatusType status = PQresultStatus(result);
+    return status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY;
+}
+
+/// The server has waited for a lock as long as it does.
+bool isWaitedInVain(const PGresult *result)
+{
+    return qstrcmp(PQresultErrorField(result, PG_DIAG_SQLSTATE), "55P03") == 0;
 }
 
 } // namespace
@@ -76,11 +79,14 @@ void PostgresDriver::openSession()
         connectionLost(why);
     }
     PQsetNoticeReceiver(handle_, &PostgresDriver::notice, this);
-    putReadingRight();
-    run(QStringLiteral("SET client_min_messages = warning"));
-    run(QStringLiteral("SET DateStyle = ISO"));
-    run(postgresSession::patience);
-    run(postgresSession::likeOperator);
+    // Were one of the first refused, those with literals behind them would not be run.
+    Bundle settings;
+    for (const QString &setting :
+         postgresSession::readAsTheLayer
+             + QStringList{QStringLiteral("SET client_min_messages = warning"), QStringLiteral("SET DateStyle = ISO"),
+                           postgresSession::patience, postgresSession::likeOperator})
+        settings.push_back(command() << setting);
+    requireDone(exchange({&settings, 1}).front());
 }
 
 PostgresParameters PostgresDriver::asked() const
@@ -100,6 +106,11 @@ void PostgresDriver::closeSession()
     if (handle_ && PQhost(handle_))
         lostAt_ = placeOf(QString::fromUtf8(PQhost(handle_)), QString::fromUtf8(PQport(handle_)), parameters_);
     PQfinish(std::exchange(handle_, nullptr));
+    ahead_.clear();
+    foreseen_.clear();
+    expected_.clear();
+    earlyCommit_.reset();
+    commitsBehindNext_ = settled_ = false;
 }
 
 bool PostgresDriver::readsAsTheLayer() const
@@ -114,13 +125,156 @@ void PostgresDriver::putReadingRight()
         run(setting);
 }
 
-PostgresDriver::Result PostgresDriver::run(const Command &statement)
+PostgresDriver::Result PostgresDriver::run(const Command &statement, const Guard *guard)
 {
-    if (session() && statement.text().contains(u'\'') && !readsAsTheLayer()) {
+    foreseen_.clear();
+    const bool together = keepsTransaction(statement.text());
+    const bool commits = std::exchange(commitsBehindNext_, false) && guard && together;
+    if (earlyCommit_)
+        guard = nullptr; // what it stood in has ended
+    std::vector<Command> expected = takeAhead(statement);
+    if (guard)
+        ahead_.push_back(guard->before);
+    // What the layer puts before it changes no setting.
+    if (session() && holdsLiteral(statement) && !readsAsTheLayer()) {
         runtime::Attempt next; // the next statement is to find it right
         next([this] { putReadingRight(); });
         refuseOtherReading();
     }
+    std::vector<Bundle> bundles{std::exchange(ahead_, {})};
+    if (!together && !bundles[0].empty())
+        requireDone(exchange(std::exchange(bundles, std::vector<Bundle>(1))).front());
+    const std::size_t wanted = bundles[0].size();
+    bundles[0].push_back(statement);
+    if (guard && together)
+        bundles[0].push_back(guard->behind);
+    if (commits)
+        return std::move(commitWith(std::move(bundles[0]))[wanted]);
+    for (const Command &next : expected)
+        bundles.push_back(guard ? Bundle{guard->before, next, guard->behind} : Bundle{next});
+    std::vector<Results> results = exchange(bundles);
+    if (guard) // else each stands for itself
+        requireDone(results[0]);
+    keepForeseen(std::move(expected), std::span(results).subspan(1), guard);
+    requireDone(results[0]);
+    if (guard && !together && holdsTransaction())
+        run(guard->behind);
+    return std::move(results[0][wanted]);
+}
+
+std::vector<Command> PostgresDriver::takeAhead(const Command &statement)
+{
+    std::vector<Command> expected = std::exchange(expected_, {});
+    if (!expected.empty() && isSame(expected.front(), statement))
+        expected.erase(expected.begin());
+    if (expected.empty() || !keepsTransaction(statement.text()))
+        return {};
+    return sendable(std::move(expected), session() && readsAsTheLayer() && keepsSettings(statement));
+}
+
+/// As many as were sent. One that failed is forgotten with those behind it: whoever asks for it meets its error. Only a lock
+/// is not waited for once more.
+void PostgresDriver::keepForeseen(std::vector<Command> selects, std::span<Results> answers, const Guard *guard)
+{
+    const auto done = [](const Results &results) {
+        return std::ranges::all_of(results, [](const Result &one) { return isDone(one.get()); });
+    };
+    const auto good = std::size_t(std::ranges::find_if_not(answers, done) - answers.begin());
+    if (guard && good < answers.size())
+        run(guard->undo);
+    for (std::size_t at = 0; at < good; ++at)
+        foreseen_.push_back({std::move(selects[at]), std::move(answers[at][guard ? 1 : 0])});
+    if (good < answers.size() && isWaitedInVain(answers[good][guard ? 1 : 0].get()))
+        foreseen_.push_back({std::move(selects[good]), std::move(answers[good][guard ? 1 : 0])});
+    foreseenAt_.start();
+}
+
+PostgresDriver::Result PostgresDriver::select(const Command &select, const Guard *guard)
+{
+    if (foreseen_.empty() || !isForeseen(select))
+        return run(select, guard);
+    Results rows;
+    rows.push_back(std::move(foreseen_.front().rows));
+    foreseen_.pop_front();
+    commitsBehindNext_ = false;
+    requireDone(rows);
+    return std::move(rows.front());
+}
+
+void PostgresDriver::foresee(std::vector<Command> selects)
+{
+    const auto [came, told] = std::ranges::mismatch(foreseen_, selects, isSame, &Foreseen::select);
+    const bool toldAgain = came != foreseen_.begin() && (came == foreseen_.end() || told == selects.end());
+    if (toldAgain && isFresh())
+        selects.erase(selects.begin(), told);
+    else
+        foreseen_.clear();
+    expected_ = std::move(selects);
+}
+
+bool PostgresDriver::isForeseen(const Command &select) const
+{
+    if (!foreseen_.empty())
+        return isSame(foreseen_.front().select, select) && isFresh() && session();
+    return !expected_.empty() && isSame(expected_.front(), select);
+}
+
+bool PostgresDriver::isFresh() const
+{
+    constexpr qint64 fresh = 1000; // a box may have stood between
+    return foreseenAt_.elapsed() < fresh;
+}
+
+std::vector<PostgresDriver::Results> PostgresDriver::exchange(std::span<const Bundle> bundles)
+{
+    if (awaited_)
+        refuseWhileAwaited();
+    const QScopedValueRollback underWay(awaited_, true);
+    unsent_.clear();
+    std::vector<Results> results;
+    if ((bundles.size() > 1 || bundles[0].size() > 1) && PQenterPipelineMode(session())) {
+        results = exchangeInOneGo(bundles);
+        if (!PQexitPipelineMode(session()) && !isLent())
+            closeSession();
+    } else {
+        results.push_back(oneAfterTheOther(bundles[0]));
+    }
+    for (std::size_t at = 0; at < results.size(); ++at)
+        results[at].resize(bundles[at].size());
+    return results;
+}
+
+std::vector<PostgresDriver::Results> PostgresDriver::exchangeInOneGo(std::span<const Bundle> bundles)
+{
+    std::vector<std::size_t> sent;
+    for (const Bundle &bundle : bundles) {
+        const auto unsent = std::ranges::find_if_not(bundle, [this](const Command &one) { return send(one); });
+        sent.push_back(std::size_t(unsent - bundle.begin()));
+        if (!PQpipelineSync(session()) || unsent != bundle.end())
+            break;
+    }
+    Wait wait;
+    bool awaits = true;
+    std::vector<Results> results;
+    for (const std::size_t count : sent)
+        results.push_back(answers(count, wait, awaits));
+    return results;
+}
+
+PostgresDriver::Results PostgresDriver::oneAfterTheOther(const Bundle &bundle)
+{
+    Results results;
+    for (const Command &statement : bundle) {
+        results.push_back(send(statement) ? answer() : Result());
+        if (!isDone(results.back().get()))
+            break;
+    }
+    return results;
+}
+
+bool PostgresDriver::send(const Command &statement)
+{
+    settled_ = settled_ && keepsSettings(statement);
     std::vector<QByteArray> texts;
     std::vector<const char *> values;
     for (const QVariant &value : statement.values()) {
@@ -129,25 +283,31 @@ PostgresDriver::Result PostgresDriver::run(const Command &statement)
     }
     for (std::size_t at = 0; at < texts.size(); ++at)
         values.push_back(statement.values()[static_cast<qsizetype>(at)].isValid() ? texts[at].constData() : nullptr);
-    if (awaited_)
-        refuseWhileAwaited();
-    const QScopedValueRollback underWay(awaited_, true);
-    Result result;
-    if (PQsendQueryParams(session(), statement.text().toUtf8().constData(), static_cast<int>(values.size()), nullptr,
-                          values.data(), nullptr, nullptr, 0))
-        result = answer();
-    const ExecStatusType status = PQresultStatus(result.get());
-    if (status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK || status == PGRES_EMPTY_QUERY)
-        return result;
+    const bool sent = PQsendQueryParams(session(), statement.text().toUtf8().constData(),
+                                        static_cast<int>(values.size()), nullptr, values.data(), nullptr, nullptr, 0);
+    if (!sent)
+        unsent_ = QString::fromUtf8(PQerrorMessage(session()));
+    return sent;
+}
+
+void PostgresDriver::requireDone(const Results &results)
+{
+    const auto failed = std::ranges::find_if_not(results, [](const Result &one) { return isDone(one.get()); });
+    if (failed == results.end())
+        return;
     if (PQstatus(session()) == CONNECTION_BAD)
         sessionLost();
-    refuse(QString::fromUtf8(result ? PQresultErrorMessage(result.get()) : PQerrorMessage(session())),
-           PQresultErrorField(result.get(), PG_DIAG_SQLSTATE));
+    const PGresult *const said = failed->get();
+    refuse(said                ? QString::fromUtf8(PQresultErrorMessage(said))
+           : unsent_.isEmpty() ? QString::fromUtf8(PQerrorMessage(session()))
+                               : unsent_,
+           PQresultErrorField(said, PG_DIAG_SQLSTATE));
 }
 
 PostgresDriver::Result PostgresDriver::answer()
 {
-    awaitAnswer();
+    Wait wait;
+    awaitAnswer(wait);
     Result last;
     while (Result next{PQgetResult(session())}) {
         last = std::move(next);
@@ -162,20 +322,36 @@ PostgresDriver::Result PostgresDriver::answer()
     return last;
 }
 
-void PostgresDriver::awaitAnswer()
+/// Behind the answers to all of a bundle comes one more, that to its end.
+PostgresDriver::Results PostgresDriver::answers(std::size_t count, Wait &wait, bool &awaits)
 {
-    Wait wait;
+    Results results;
+    for (int nothing = 0; nothing < 2 && PQstatus(session()) != CONNECTION_BAD;) { // each answer ends with nothing
+        awaits = awaits && awaitAnswer(wait);
+        Result next(PQgetResult(session()));
+        if (PQresultStatus(next.get()) == PGRES_PIPELINE_SYNC)
+            break;
+        nothing = next ? 0 : nothing + 1;
+        if (next && results.size() < count)
+            results.push_back(std::move(next));
+    }
+    return results;
+}
+
+bool PostgresDriver::awaitAnswer(Wait &wait)
+{
     while (wait.isAlive() && PQisBusy(session())) {
         if (PQsocket(session()) < 0)
-            return;
+            return false;
         if (waitForSocket(PQsocket(session()), wait.moment())) {
             if (!PQconsumeInput(session()) || PQsslInUse(session()))
-                return;                         // encrypted, the rest may have come with the first of it
+                return false;                   // encrypted, the rest may have come with the first of it
         } else if (!wait.goOn() && !isLent()) { // a host's session is not ended here
             closeSession();
-            return;
+            return false;
         }
     }
+    return true;
 }
 
 PostgresDriver::Result PostgresDriver::run(const QString &statement)
@@ -185,7 +361,16 @@ PostgresDriver::Result PostgresDriver::run(const QString &statement)
 
 CellTable PostgresDriver::read(const Command &select)
 {
-    const Result result = run(select);
+    return rowsOf(this->select(select), select);
+}
+
+CellTable PostgresDriver::readWithin(const Guard &guard, const Command &select)
+{
+    return rowsOf(this->select(select, &guard), select);
+}
+
+CellTable PostgresDriver::rowsOf(const Result &result, const Command &select)
+{
     const PGresult *const rows = result.get();
     const int columnCount = PQnfields(rows);
     const int rowCount = PQntuples(rows);
@@ -207,7 +392,30 @@ CellTable PostgresDriver::read(const Command &select)
 
 int PostgresDriver::write(const Command &statement)
 {
-    const Result result = run(statement);
+    return rowsTouched(run(statement));
+}
+
+int PostgresDriver::writeWithin(const Guard &guard, const Command &statement)
+{
+    return rowsTouched(run(statement, &guard));
+}
+
+void PostgresDriver::writeAllWithin(const Guard &guard, std::span<const Command> statements)
+{
+    const bool inOneGo = session() && readsAsTheLayer()
+                         && sendable({statements.begin(), statements.end()}, true).size() == statements.size();
+    if (!inOneGo)
+        return Driver::writeAllWithin(guard, statements);
+    foreseen_.clear();
+    expected_.clear();
+    Bundle bundle = std::exchange(ahead_, {});
+    for (const Command &statement : statements)
+        bundle.insert(bundle.end(), {guard.before, statement, guard.behind});
+    requireDone(exchange({&bundle, 1}).front());
+}
+
+int PostgresDriver::rowsTouched(const Result &result)
+{
     bool told = false;
     const int rows = QByteArray(PQcmdTuples(result.get())).toInt(&told);
     return told ? rows : -1;
@@ -217,26 +425,61 @@ void PostgresDriver::begin()
 {
     if (!readsAsTheLayer())
         putReadingRight(); // inside, a failed statement would take it back
-    run(QStringLiteral("BEGIN"));
+    settled_ = true;
+    ahead_.push_back(command() << u"BEGIN");
 }
 
 void PostgresDriver::commit()
 {
+    if (!earlyCommit_) {
+        foreseen_.clear();
+        expected_.clear();
+        commitWith(std::exchange(ahead_, {}));
+    }
+    Results committed;
+    committed.push_back(std::move(earlyCommit_));
     // The server answers a commit of a failed transaction with a rollback and no error.
-    const Result result = run(QStringLiteral("COMMIT"));
-    if (qstrcmp(PQcmdStatus(result.get()), "COMMIT") != 0)
-        refuse(QString::fromUtf8(PQcmdStatus(result.get())));
+    const char *const status = PQcmdStatus(committed[0].get());
+    if (isDone(committed[0].get()) && qstrcmp(status, "COMMIT") == 0)
+        return;
+    foreseen_.clear();
+    requireDone(committed);
+    refuse(QString::fromUtf8(status));
+}
+
+/// The answers to what goes before the commit; that to the commit itself is left to commit().
+PostgresDriver::Results PostgresDriver::commitWith(Bundle work)
+{
+    const bool settled = settled_ && readsAsTheLayer() && std::ranges::all_of(work, keepsSettings);
+    std::vector<Bundle> bundles{std::move(work)};
+    bundles[0].push_back(command() << u"COMMIT");
+    // Settings of the transaction's own end with it.
+    std::vector<Command> next = sendable(behindCommit_, settled);
+    for (const Command &one : next)
+        bundles.push_back({one});
+    std::vector<Results> results = exchange(bundles);
+    Result committed = std::move(results[0].back());
+    results[0].pop_back();
+    requireDone(results[0]); // behind one that failed there was none
+    earlyCommit_ = std::move(committed);
+    settled_ = false;
+    keepForeseen(std::move(next), std::span(results).subspan(1), nullptr);
+    return std::move(results[0]);
 }
 
 void PostgresDriver::rollback()
 {
-    run(QStringLiteral("ROLLBACK"));
+    ahead_.clear();
+    earlyCommit_.reset();
+    if (holdsTransaction())
+        run(QStringLiteral("ROLLBACK"));
 }
 
 bool PostgresDriver::holdsTransaction() const
 {
     const PGTransactionStatusType status = PQtransactionStatus(session());
-    return status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
+    return !ahead_.empty() || earlyCommit_ || status == PQTRANS_INTRANS || status == PQTRANS_INERROR
+           || status == PQTRANS_ACTIVE;
 }
 
 bool PostgresDriver::alive(Asking)

@@ -3,13 +3,22 @@
 #include "platform/ado/Driver.h"
 #include "platform/ado/PostgresAddress.h"
 
+#include <QElapsedTimer>
+
+#include <deque>
+#include <span>
+#include <vector>
+
 struct pg_conn;
 struct pg_result;
 
 namespace ado {
 
+class Wait;
+
 /// A PostgreSQL server, through its own interface: exact numerics, typed parameters and no value object in every cell. Every
-/// text goes by the protocol that takes one statement a message, so that a second one is refused by the server itself.
+/// text goes by the protocol that takes one statement a message, so that a second one is refused by the server itself. What the
+/// layer sends around a statement goes with it, in one go.
 class PostgresDriver : public Driver
 {
 public:
@@ -22,7 +31,16 @@ public:
     Command command() const override { return Command(Command::Values::Numbered); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
+    CellTable readWithin(const Guard &guard, const Command &select) override;
+    int writeWithin(const Guard &guard, const Command &statement) override;
+    void writeAllWithin(const Guard &guard, std::span<const Command> statements) override;
+    void foresee(std::vector<Command> selects) override;
+    void foreseeBehindCommit(std::vector<Command> selects) override { behindCommit_ = std::move(selects); }
+    bool isForeseen(const Command &select) const override;
+    bool looksAhead() const override { return true; }
+    /// Sent with the first statement, for each answer that is waited for costs the way to the server and back.
     void begin() override;
+    bool commitBehindNext(bool wanted) override { return commitsBehindNext_ = wanted; }
     void commit() override;
     void rollback() override;
     bool holdsTransaction() const override;
@@ -44,12 +62,36 @@ private:
     };
     using Result = std::unique_ptr<pg_result, ResultDeleter>;
 
-    Result run(const Command &statement);
+    using Bundle = std::vector<Command>; ///< of one that fails those behind it are not run
+    using Results = std::vector<Result>;
+    struct Foreseen
+    {
+        Command select;
+        Result rows;
+    };
+
+    Result run(const Command &statement, const Guard *guard = nullptr);
     Result run(const QString &statement);
+    Results commitWith(Bundle work);
+    Result select(const Command &select, const Guard *guard = nullptr);
+    bool isFresh() const;
+    std::vector<Command> takeAhead(const Command &statement);
+    void keepForeseen(std::vector<Command> selects, std::span<Results> answers, const Guard *guard);
+    /// All in one go, each statement a message of its own; the first bundle alone, one statement after the other, where the
+    /// session is not free for more. The answers of the bundles that were sent.
+    std::vector<Results> exchange(std::span<const Bundle> bundles);
+    std::vector<Results> exchangeInOneGo(std::span<const Bundle> bundles);
+    Results oneAfterTheOther(const Bundle &bundle);
+    bool send(const Command &statement);
     /// The answer to what was sent; null where the session is lost, or nobody waits for it any longer.
     Result answer();
-    /// Until the server begins to answer, as long as somebody waits for it.
-    void awaitAnswer();
+    Results answers(std::size_t count, Wait &wait, bool &awaits);
+    /// Until the server begins to answer, as long as somebody waits for it. False: the library waits for the rest.
+    bool awaitAnswer(Wait &wait);
+    /// Raises what the server, or the library, said.
+    void requireDone(const Results &results);
+    static CellTable rowsOf(const Result &result, const Command &select);
+    static int rowsTouched(const Result &result);
     /// As the library takes them, the address's own behind ours.
     PostgresParameters asked() const;
     /// Whether the session still takes a literal for what the layer has taken it for: a statement can change its settings.
@@ -59,9 +101,18 @@ private:
 
     const PostgresParameters parameters_;
     pg_conn *handle_ = nullptr;
-    int lostAt_ = -1;      ///< place of the server, in the address's list, with which the last session was
-    bool ending_ = false;  ///< the server said that it ends this session
-    bool awaited_ = false; ///< a statement is under way, or the dialling
+    int lostAt_ = -1;               ///< place of the server, in the address's list, with which the last session was
+    bool ending_ = false;           ///< the server said that it ends this session
+    bool awaited_ = false;          ///< a statement is under way, or the dialling
+    std::vector<Command> ahead_;    ///< go with the next statement
+    std::vector<Command> expected_; ///< go behind the next
+    std::vector<Command> behindCommit_;
+    std::deque<Foreseen> foreseen_; ///< came behind the last
+    QElapsedTimer foreseenAt_;
+    bool commitsBehindNext_ = false;
+    Result earlyCommit_;   ///< the server's answer to a commit that was sent with the last statement before it
+    bool settled_ = false; ///< nothing of the present transaction changes how a literal is read
+    QString unsent_;       ///< why the library did not send the last one
 };
 
 } // namespace ado

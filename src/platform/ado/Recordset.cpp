@@ -43,7 +43,7 @@ std::shared_ptr<RowStore> Recordset::Private::load(const RowStore *before) const
         if (keyset)
             shape.setKey(connection->layer().realKeyOf(*shape.base()));
     }
-    return std::make_shared<RowStore>(connection, shape, keyset, before);
+    return std::make_shared<RowStore>(connection, shape, keyset, before, before ? RowStore::Extent::All : extent);
 }
 
 void Recordset::Private::take(std::shared_ptr<RowStore> loaded)
@@ -95,10 +95,14 @@ void Recordset::Private::keep(const RowImage &image)
     currentIsUndone = false;
 }
 
-void Recordset::Private::standOnWritten(int row)
+void Recordset::Private::standOnWritten(int row, Then then)
 {
+    Connection::Private &layer = connection->layer();
+    if (then == Then::Commit)
+        layer.commitBehindNext();
     runtime::Attempt read;
     read([&] { stand(row); });
+    layer.driver->commitBehindNext(false);
     if (!read.failed())
         return;
     discardPending();
@@ -145,6 +149,16 @@ Recordset::~Recordset() = default;
 void Recordset::setCursorLocation(CursorLocation location)
 {
     d->location = location;
+}
+
+void Recordset::openWithFirstRows()
+{
+    d->extent = RowStore::Extent::FirstRows;
+}
+
+bool Recordset::hasAllRows() const
+{
+    return d->open().hasAllRows();
 }
 
 void Recordset::Open(const QString &source, const ConnectionPtr &connection, CursorType cursor, LockType lock)

@@ -43,6 +43,9 @@ public:
     ~Recordset() override;
 
     void setCursorLocation(CursorLocation location); ///< before Open
+    /// Before Open, client-side: a long list may open with no more than its first rows. Requery then reads all.
+    void openWithFirstRows();
+    bool hasAllRows() const; ///< false between the two
     void Open(const QString &source, const ConnectionPtr &connection, CursorType cursor, LockType lock);
     void Close(); ///< discards a pending row
     /// The State test of the flows: open or not.
@@ -75,7 +78,8 @@ public:
 
     /// A pending row in memory until Update; over a pending row it replaces it.
     void AddNew();
-    void Update();
+    /// With its commit the row is read in the transaction, as ever.
+    void Update(Then then = Then::GoOn);
     void CancelUpdate();
     /// Deletes the current row; a failed delete leaves it. Goes to the next row, else the last, else Eof.
     void Delete();
@@ -108,6 +112,7 @@ signals:
     void rowRead(int row);
 
 private:
+    friend class Foresight;
     void announceRows();
     void watchRollbacks();
     void afterRollback(quint64 transaction);

@@ -86,7 +86,17 @@ void Recordset::Private::requireTouched(int touched) const
     raiseConflict();
 }
 
-void Recordset::Private::updateRow()
+/// One kind of server cannot tell which row it has changed, nor look at a table in the statement that changes it.
+void Recordset::Private::requireAnswers() const
+{
+    if (connection->layer().driver->dialect() == Dialect::MariaDB)
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           QStringLiteral("키가 없는 테이블이라 이 서버에서는 수정하거나 삭제할 수 없습니다.\n개발사로 "
+                                          "문의하여 테이블에 키를 추가하십시오: ")
+                               + rows->shape().base()->name);
+}
+
+void Recordset::Private::updateRow(Then then)
 {
     Connection::Private &layer = connection->layer();
     Command command = layer.driver->command() << u"UPDATE " << rows->shape().base()->name << u" SET ";
@@ -97,16 +107,17 @@ void Recordset::Private::updateRow()
     }
     addConditions(command, Compared::Assigned);
     if (rows->byContent()) {
+        requireAnswers();
         const auto written = std::make_shared<CellTable>(layer.readBack(command << rows->shape().returned()));
         requireTouched(written->rowCount());
         rows->rewrite(position, {written, 0});
     } else {
         requireTouched(layer.write(command));
     }
-    standOnWritten(position);
+    standOnWritten(position, then);
 }
 
-void Recordset::Private::insertRow()
+void Recordset::Private::insertRow(Then then)
 {
     Connection::Private &layer = connection->layer();
     const Table &table = *rows->shape().base();
@@ -116,7 +127,8 @@ void Recordset::Private::insertRow()
         names << column->name;
     if (!names.isEmpty())
         command << u" (" << names.join(QStringLiteral(", ")) << u")";
-    command << (names.isEmpty() ? u" DEFAULT VALUES" : u" VALUES (");
+    const bool empties = layer.driver->dialect() == Dialect::MariaDB;
+    command << (!names.isEmpty() ? u" VALUES (" : empties ? u" () VALUES ()" : u" DEFAULT VALUES");
     QStringView separator;
     for (const auto &[column, value] : assigned) {
         command << std::exchange(separator, u", ");
@@ -131,12 +143,14 @@ void Recordset::Private::insertRow()
             ErrorNumber::Database,
             QStringLiteral("새로 입력한 내용이 저장되지 않았습니다. 다시 시도하고, 계속되면 개발사로 문의하십시오."));
     discardPending();
-    standOnWritten(rows->byContent() ? rows->append(RowImage{answer, 0}) : rows->append(keyValue(*answer, 0, 0)));
+    standOnWritten(rows->byContent() ? rows->append(RowImage{answer, 0}) : rows->append(keyValue(*answer, 0, 0)), then);
 }
 
 void Recordset::Private::deleteRow()
 {
     Connection::Private &layer = connection->layer();
+    if (rows->byContent())
+        requireAnswers();
     Command command = layer.driver->command() << u"DELETE FROM " << rows->shape().base()->name;
     addConditions(command, Compared::All);
     requireTouched(layer.write(command));
@@ -160,19 +174,24 @@ void Recordset::AddNew()
     d->adding = true;
 }
 
-void Recordset::Update()
+void Recordset::Update(Then then)
 {
     d->open();
-    if (d->adding) {
-        d->insertRow();
+    const ConnectionPtr connection = d->connection;
+    const bool added = d->adding;
+    const bool writes = added || !d->assigned.empty();
+    if (added)
+        d->insertRow(then);
+    else
+        d->requireCurrent();
+    if (!added && writes)
+        d->updateRow(then);
+    if (then == Then::Commit)
+        connection->CommitTrans();
+    if (added)
         emit rowsReset();
-        return;
-    }
-    d->requireCurrent();
-    if (d->assigned.empty())
-        return;
-    d->updateRow();
-    emit rowRead(d->position);
+    else if (writes)
+        emit rowRead(d->position);
 }
 
 void Recordset::CancelUpdate()

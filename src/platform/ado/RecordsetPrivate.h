@@ -17,6 +17,7 @@ struct Recordset::Private
     CursorType cursor = CursorType::ForwardOnly;
     LockType lock = LockType::ReadOnly;
     CursorLocation location = CursorLocation::Server;
+    RowStore::Extent extent = RowStore::Extent::All; ///< of Open
 
     std::shared_ptr<RowStore> rows; ///< null while closed
     int position = 0;               ///< rows->count() at the end
@@ -43,7 +44,7 @@ struct Recordset::Private
     void stand(int row);
     void keep(const RowImage &image);
     /// After a writing, which no failed reading makes undone: then the row is read when it is asked for.
-    void standOnWritten(int row);
+    void standOnWritten(int row, Then then = Then::GoOn);
     /// An image that is no longer what the server holds, as after a rollback of what this desk wrote.
     void refreshUndone();
     /// Opens the list again, on the same row and with what is pending.
@@ -57,8 +58,8 @@ struct Recordset::Private
     int column(const QString &field) const; ///< raises InvalidCall when absent
     const Column *writable(const QString &field) const;
 
-    void insertRow();
-    void updateRow();
+    void insertRow(Then then);
+    void updateRow(Then then);
     void deleteRow();
 
 private:
@@ -66,6 +67,7 @@ private:
     void addConditions(Command &command, Compared compared) const;
     void addContent(Command &command) const;
     void addContentOfOneRow(Command &command) const;
+    void requireAnswers() const;
     void requireTouched(int touched) const;
 };
 

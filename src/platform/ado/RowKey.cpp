@@ -21,11 +21,32 @@ constexpr QStringView ofAServer =
     u"a.attnotnull "
     u"ORDER BY i.indisprimary DESC, i.indexrelid";
 
+constexpr QStringView ofMariaDb =
+    u"SELECT c.column_name, c.column_type FROM information_schema.statistics s JOIN information_schema.columns c ON "
+    u"c.table_schema = s.table_schema AND c.table_name = s.table_name AND c.column_name = s.column_name WHERE "
+    u"s.table_schema = DATABASE() AND s.table_name = '%1' AND s.non_unique = 0 AND c.is_nullable = 'NO' AND NOT EXISTS "
+    u"(SELECT 1 FROM information_schema.statistics o WHERE o.table_schema = s.table_schema AND o.table_name = "
+    u"s.table_name AND o.index_name = s.index_name AND o.seq_in_index > 1) ORDER BY s.index_name <> 'PRIMARY', "
+    u"s.index_name";
+
+QStringView questionOf(Dialect dialect)
+{
+    switch (dialect) {
+    case Dialect::SQLite:
+        return ofAFile;
+    case Dialect::PostgreSQL:
+        return ofAServer;
+    case Dialect::MariaDB:
+        return ofMariaDb;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 Command candidatesForKey(Command command, const Table &table, Dialect dialect)
 {
-    command << (dialect == Dialect::SQLite ? ofAFile : ofAServer).toString().replace(QStringLiteral("%1"), table.name);
+    command << questionOf(dialect).toString().replace(QStringLiteral("%1"), table.name.toLower());
     return command;
 }
 

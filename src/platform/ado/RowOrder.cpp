@@ -14,10 +14,14 @@ namespace {
 
 constexpr std::uint64_t signBit = std::uint64_t{1} << 63;
 
-/// What one cell sorts by. Most comparisons end at the prefix: the number itself, or the first eight bytes of the text.
+/// What one cell sorts by. Most comparisons end within it: at the number itself, or at the first bytes of the text, which lies
+/// far off. A date or a short name is all in it.
 struct SortKey
 {
+    static constexpr std::uint32_t Inside = 16; ///< bytes
+
     std::uint64_t prefix = 0;
+    std::uint64_t next = 0;
     const char *text = nullptr;
     std::uint32_t length = 0;
     enum Rank : std::uint8_t { Null, Number, Text } rank = Null;
@@ -53,12 +57,13 @@ std::string_view folded(std::string_view utf8, TextBlocks &others)
     return {others.add(result.data(), result.size()), result.size()};
 }
 
-std::uint64_t textPrefix(std::string_view text)
+/// Eight bytes of the text from there on.
+std::uint64_t bytesFrom(std::size_t first, std::string_view text)
 {
-    std::uint64_t prefix = 0;
-    for (std::size_t at = 0; at < 8; ++at)
-        prefix = prefix << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
-    return prefix;
+    std::uint64_t bytes = 0;
+    for (std::size_t at = first; at < first + 8; ++at)
+        bytes = bytes << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
+    return bytes;
 }
 
 std::uint64_t realPrefix(double value)
@@ -67,21 +72,24 @@ std::uint64_t realPrefix(double value)
     return bits & signBit ? ~bits : bits | signBit;
 }
 
-/// The keys of one column, made when rows first have to be told apart by it.
+/// Whether most rows will be compared, or a handful.
+enum class Compared { Most, Few };
+
+/// The keys of one column, made when rows first have to be told apart by it; where few are compared, each for its comparison.
 class SortColumn
 {
 public:
-    SortColumn(const CellTable &table, OrderColumn column)
+    SortColumn(const CellTable &table, OrderColumn column, Compared compared)
         : table_(table)
         , column_(column.column)
         , descending_(column.descending)
+        , compared_(compared)
     {
     }
 
     int compare(std::uint32_t a, std::uint32_t b)
     {
-        const std::vector<SortKey> &made = keys();
-        const int ascending = compareKeys(made[a], made[b]);
+        const int ascending = compared_ == Compared::Few ? compareKeys(keyOf(a), keyOf(b)) : compareMade(a, b);
         return descending_ ? -ascending : ascending;
     }
     /// What most comparisons end at: goes up in the column's order, but may be the same for rows that differ.
@@ -93,35 +101,43 @@ public:
     }
 
 private:
+    int compareMade(std::uint32_t a, std::uint32_t b)
+    {
+        const std::vector<SortKey> &made = keys();
+        return compareKeys(made[a], made[b]);
+    }
+
     const std::vector<SortKey> &keys()
     {
         const auto rows = static_cast<std::size_t>(table_.rowCount());
         if (keys_.size() != rows) {
             keys_.reserve(rows);
             for (std::size_t row = 0; row < rows; ++row)
-                keys_.push_back(keyOf(table_, static_cast<int>(row), column_));
+                keys_.push_back(keyOf(static_cast<std::uint32_t>(row)));
         }
         return keys_;
     }
 
-    SortKey keyOf(const CellTable &table, int row, int column)
+    SortKey keyOf(std::uint32_t row)
     {
-        const CellTable::Cell &cell = table.cell(row, column);
-        const ResultColumn &description = table.columns()[static_cast<std::size_t>(column)];
+        const CellTable::Cell &cell = table_.cell(static_cast<int>(row), column_);
+        const ResultColumn &description = table_.columns()[static_cast<std::size_t>(column_)];
         if (cell.kind == CellTable::Kind::Null)
             return {};
         const ColumnType type = description.registered ? description.registered->type
                                 : description.numeric || cell.kind != CellTable::Kind::Text ? ColumnType::Money
                                                                                             : ColumnType::Text;
         if (type == ColumnType::Number)
-            return {realPrefix(typedValue(table, cell, type).toDouble()), nullptr, 0, SortKey::Number};
+            return {realPrefix(typedValue(table_, cell, type).toDouble()), 0, nullptr, 0, SortKey::Number};
         if (type != ColumnType::Text && type != ColumnType::Date)
-            return {static_cast<std::uint64_t>(moneyOf(table, cell).scaled()) ^ signBit, nullptr, 0, SortKey::Number};
+            return {static_cast<std::uint64_t>(moneyOf(table_, cell).scaled()) ^ signBit, 0, nullptr, 0,
+                    SortKey::Number};
         if (cell.kind != CellTable::Kind::Text)
-            return {0, nullptr, 0, SortKey::Text};
-        const QByteArrayView text = table.text(cell);
+            return {0, 0, nullptr, 0, SortKey::Text};
+        const QByteArrayView text = table_.text(cell);
         const std::string_view sorted = folded({text.data(), static_cast<std::size_t>(text.size())}, folded_);
-        return {textPrefix(sorted), sorted.data(), static_cast<std::uint32_t>(sorted.size()), SortKey::Text};
+        return {bytesFrom(0, sorted), bytesFrom(8, sorted), sorted.data(), static_cast<std::uint32_t>(sorted.size()),
+                SortKey::Text};
     }
 
     static int compareKeys(const SortKey &a, const SortKey &b)
@@ -130,14 +146,19 @@ private:
             return a.rank < b.rank ? -1 : 1;
         if (a.prefix != b.prefix)
             return a.prefix < b.prefix ? -1 : 1;
+        if (a.next != b.next)
+            return a.next < b.next ? -1 : 1;
         if (a.rank != SortKey::Text)
             return 0;
+        if (a.length <= SortKey::Inside && b.length <= SortKey::Inside) // zeros behind the end come before any text
+            return a.length == b.length ? 0 : a.length < b.length ? -1 : 1;
         return std::string_view(a.text, a.length).compare(std::string_view(b.text, b.length));
     }
 
     const CellTable &table_;
     int column_;
     bool descending_;
+    Compared compared_;
     std::vector<SortKey> keys_;
     TextBlocks folded_;
 };
@@ -146,12 +167,12 @@ private:
 class Order
 {
 public:
-    Order(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn)
+    Order(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn, Compared compared)
     {
         for (const OrderColumn &column : columns)
-            columns_.emplace_back(table, column);
+            columns_.emplace_back(table, column, compared);
         if (keyColumn >= 0)
-            columns_.emplace_back(table, OrderColumn{keyColumn});
+            columns_.emplace_back(table, OrderColumn{keyColumn}, compared);
     }
 
     bool before(std::uint32_t a, std::uint32_t b)
@@ -205,7 +226,7 @@ std::vector<std::uint32_t> asTheyCame(int count)
 std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
                                        std::vector<std::uint32_t> nearly)
 {
-    Order order(table, columns, keyColumn);
+    Order order(table, columns, keyColumn, Compared::Most);
     if (nearly.size() != static_cast<std::size_t>(table.rowCount()))
         nearly = asTheyCame(table.rowCount());
     // Where two neighbours stand wrongly, either may be the one that has moved: both are set aside.
@@ -225,6 +246,26 @@ std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const O
     std::inplace_merge(standing.begin(), standing.begin() + middle, standing.end(),
                        [&](std::uint32_t a, std::uint32_t b) { return order.before(a, b); });
     return standing;
+}
+
+std::vector<std::uint32_t> firstRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
+                                     std::size_t number)
+{
+    Order order(table, columns, keyColumn, Compared::Most);
+    std::vector<std::uint32_t> rows = asTheyCame(table.rowCount());
+    const auto end = rows.begin() + static_cast<std::ptrdiff_t>(std::min(number, rows.size()));
+    std::ranges::partial_sort(rows, end, [&](std::uint32_t a, std::uint32_t b) { return order.before(a, b); });
+    rows.erase(end, rows.end());
+    return rows;
+}
+
+void placeRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
+               std::vector<std::uint32_t> &order, std::span<const std::uint32_t> rows)
+{
+    Order belongs(table, columns, keyColumn, Compared::Few);
+    const auto before = [&](std::uint32_t a, std::uint32_t b) { return belongs.before(a, b); };
+    for (std::uint32_t row : rows)
+        order.insert(std::ranges::upper_bound(order, row, before), row);
 }
 
 } // namespace ado

@@ -21,4 +21,12 @@ struct OrderColumn
 std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
                                        std::vector<std::uint32_t> nearly = {});
 
+/// The first ones of that order.
+std::vector<std::uint32_t> firstRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
+                                     std::size_t number);
+
+/// Puts a few rows where they belong among those of `order`, which stand in that order already.
+void placeRows(const CellTable &table, std::span<const OrderColumn> columns, int keyColumn,
+               std::vector<std::uint32_t> &order, std::span<const std::uint32_t> rows);
+
 } // namespace ado

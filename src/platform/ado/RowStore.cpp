@@ -24,40 +24,62 @@ int nextNumber()
 
 } // namespace
 
-RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before)
+Driver &RowStore::driverOf(const Connection &connection)
+{
+    return *connection.layer().driver;
+}
+
+std::vector<Command> RowStore::readings(const Driver &driver, const SelectShape &shape, bool keyset)
+{
+    if (!keyset || shape.key().isEmpty())
+        return {driver.command() << shape.all()};
+    return {driver.command() << shape.keys(), driver.command() << shape.rows() << u" WHERE " << shape.keyName()
+                                                               << u" IN (" << shape.someKeys(blockRows) << u")"};
+}
+
+RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before,
+                   Extent extent)
     : connection_(connection)
     , shape_(shape)
 {
     if (Inside *const now = inside())
         now->loaded = true;
     if (keyset && !shape_.key().isEmpty()) {
+        Connection::Private &layer = connection_->layer();
+        const std::vector<Command> next = readings(*layer.driver, shape_, true);
+        if (!layer.driver->isForeseen(next.front()))
+            layer.driver->foresee(next);
         loadKeys(before);
         if (!shape_.joined() || !keysRepeat()) {
+            if (layer.driver->isForeseen(next.back()))
+                keepRows(layer.read(next.back()), unreadOfBlock(0));
             readBlock(0);
             return;
         }
     }
+    if (extent == Extent::FirstRows && loadFirstRows())
+        return;
     byContent_ = keyset && shape_.key().isEmpty() && shape_.showsRows();
-    loadWhole(before);
+    loadWhole(connection_->layer().driver->command() << shape_.all(), before);
     if (byContent_)
         numberRows(before);
 }
 
 void RowStore::loadKeys(const RowStore *before)
 {
-    Connection::Private &layer = connection_->layer();
-    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.keys()));
     keyColumn_ = 0;
-    std::vector<OrderColumn> columns;
-    for (const OrderItem &item : shape_.order())
-        columns.push_back({static_cast<int>(columns.size()) + 1, item.descending});
-    orderLoaded(columns, before);
+    if (before && takeOver(*before))
+        return;
+    Connection::Private &layer = connection_->layer();
+    if (shape_.isWholeTable())
+        moment_ = layer.driver->momentOf(*shape_.base());
+    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.keys()));
+    orderLoaded(keyOrder(), before);
 }
 
-void RowStore::loadWhole(const RowStore *before)
+void RowStore::loadWhole(const Command &select, const RowStore *before)
 {
-    Connection::Private &layer = connection_->layer();
-    cells_ = std::make_shared<CellTable>(layer.read(layer.driver->command() << shape_.all()));
+    cells_ = std::make_shared<CellTable>(connection_->layer().read(select));
     whole_ = true;
     const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
     columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
@@ -105,8 +127,9 @@ void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore 
 {
     KnownOrders &known = connection_->layer().orders;
     const QString statement = whole_ ? shape_.all() : shape_.keys();
-    order_ = orderedRows(*cells_, columns, keyColumn_,
-                         guessedOrder(before ? before->loadedOrder_ : known.of(statement), cells_->rowCount()));
+    order_ = orderedRows(
+        *cells_, columns, keyColumn_,
+        guessedOrder(before && before->hasAllRows() ? before->loadedOrder_ : known.of(statement), cells_->rowCount()));
     loadedOrder_ = order_;
     known.remember(statement, order_);
 }
@@ -240,30 +263,59 @@ RowImage RowStore::readAgain(int row)
 /// Reads the block around the row, as far as it is not known yet. An empty set is asked too: it tells the columns.
 void RowStore::readBlock(int row)
 {
+    const std::vector<Physical> rows = unreadOfBlock(row);
+    if (!rows.empty() || columns_.empty())
+        readRows(rows);
+}
+
+std::vector<RowStore::Physical> RowStore::unreadOfBlock(int row) const
+{
     std::vector<Physical> rows;
     const int first = row / blockRows * blockRows;
     for (int at = first; at < std::min(first + blockRows, count()); ++at) {
         if (!read_.contains(order_[static_cast<std::size_t>(at)]))
             rows.push_back(order_[static_cast<std::size_t>(at)]);
     }
-    readRows(rows);
+    return rows;
+}
+
+Command RowStore::readingOf(int row) const
+{
+    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    return readingOf({&physical, 1});
+}
+
+Command RowStore::readingOf(std::span<const Physical> rows) const
+{
+    Command command = connection_->layer().driver->command() << shape_.rows() << u" WHERE " << shape_.keyName();
+    if (rows.size() == 1) {
+        command.equals(rawKey(rows.front()));
+        return command;
+    }
+    command << u" IN (";
+    for (std::size_t at = 0; at < std::max<std::size_t>(rows.size(), 1); ++at) {
+        command << (at ? u", " : u"");
+        command.value(rows.empty() ? QVariant() : rawKey(rows[at]));
+    }
+    return command << u")";
 }
 
 void RowStore::readRows(std::span<const Physical> rows)
 {
-    Connection::Private &layer = connection_->layer();
-    Command command = layer.driver->command() << shape_.rows() << u" WHERE " << shape_.keyName();
-    if (rows.size() == 1) {
-        command.equals(rawKey(rows.front()));
-    } else {
-        command << u" IN (";
-        for (std::size_t at = 0; at < std::max<std::size_t>(rows.size(), 1); ++at) {
-            command << (at ? u", " : u"");
-            command.value(rows.empty() ? QVariant() : rawKey(rows[at]));
-        }
-        command << u")";
+    CellTable table = connection_->layer().read(readingOf(rows));
+    for (Physical row : rows) {
+        read_[row] = {};
+        forgotten_.erase(row);
+        if (Inside *const now = inside())
+            now->read.insert(row);
     }
-    const auto table = std::make_shared<CellTable>(layer.read(command));
+    keepRows(std::move(table), rows);
+}
+
+/// Those that were read, as far as they are wanted.
+void RowStore::keepRows(CellTable rows, std::span<const Physical> among)
+{
+    const auto table = std::make_shared<CellTable>(std::move(rows));
     described_ = table->shareColumns(described_);
     if (columns_.empty()) {
         const auto own = table->columns().end() - (shape_.keyIsAdded() ? 1 : 0);
@@ -271,17 +323,14 @@ void RowStore::readRows(std::span<const Physical> rows)
     }
     const int keyColumn = shape_.keyIsAdded() ? table->columnCount() - 1 : columnIndex(shape_.key());
     Inside *const now = inside();
-    for (Physical row : rows) {
-        read_[row] = {};
-        forgotten_.erase(row);
-        if (now)
-            now->read.insert(row);
-    }
     for (int row = 0; row < table->rowCount(); ++row) {
         const QVariant key = keyValue(*table, row, keyColumn);
-        const auto owner = std::ranges::find_if(rows, [&](Physical physical) { return keyOf(physical) == key; });
-        if (owner != rows.end())
-            read_[*owner] = {table, row};
+        const auto owner = std::ranges::find_if(among, [&](Physical physical) { return keyOf(physical) == key; });
+        if (owner == among.end())
+            continue;
+        read_[*owner] = {table, row};
+        if (now)
+            now->read.insert(*owner);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ado/CellTable.h"
 #include "platform/ado/Connection.h"
+#include "platform/ado/Driver.h"
 #include "platform/ado/RowOrder.h"
 #include "platform/ado/SelectShape.h"
 
@@ -9,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <unordered_set>
@@ -35,8 +37,17 @@ struct RowImage
 class RowStore
 {
 public:
+    enum class Extent { All, FirstRows };
+
     /// `before`: the same list as it was read before, if it was; most rows will stand where they stood.
-    RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before = nullptr);
+    /// FirstRows: of a long list that is in order no more than what a screen shows, as it stands at its beginning.
+    RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before = nullptr,
+             Extent extent = Extent::All);
+
+    static Driver &driverOf(const Connection &connection);
+    /// What it reads at its beginning, where the engine looks ahead: all, or the keys, and rows of which the server tells
+    /// those that it finds first, of most lists all.
+    static std::vector<Command> readings(const Driver &driver, const SelectShape &shape, bool keyset);
 
     const SelectShape &shape() const { return shape_; }
     const std::vector<ResultColumn> &columns() const { return columns_; } ///< the statement's own
@@ -44,6 +55,7 @@ public:
     bool keyed() const { return shape_.base() != nullptr && keyColumn_ >= 0; }
     bool readWhole() const { return whole_; }
     bool byContent() const { return byContent_; }
+    bool hasAllRows() const { return extent_ == Extent::All; }
 
     int count() const { return static_cast<int>(order_.size()); }
     /// The key, or a number when rows have no key.
@@ -56,6 +68,8 @@ public:
     QVariant value(int row, int column);
     /// Reads the row from the server; unkeyed rows stay as they are.
     RowImage readAgain(int row);
+    /// What that asks the server for.
+    Command readingOf(int row) const;
 
     /// Whoever stands on the row stands behind the last one afterwards.
     void remove(int row);
@@ -108,7 +122,12 @@ private:
     void takeOut(int row);
     void putBack(const Change &removed);
     void loadKeys(const RowStore *before);
-    void loadWhole(const RowStore *before);
+    bool takeOver(const RowStore &before);
+    CellTable readKeys(std::span<const std::int64_t> keys) const;
+    std::vector<Physical> whereKeysStand(std::span<const std::int64_t> keys) const;
+    std::vector<OrderColumn> keyOrder() const;
+    void loadWhole(const Command &select, const RowStore *before);
+    bool loadFirstRows();
     void numberRows(const RowStore *before);
     RowImage lastRead(Physical row) const;
     void orderLoaded(std::span<const OrderColumn> columns, const RowStore *before);
@@ -117,21 +136,27 @@ private:
     bool keysRepeat() const;
     std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
     void readBlock(int row);
+    std::vector<Physical> unreadOfBlock(int row) const;
+    void keepRows(CellTable rows, std::span<const Physical> among);
     CellTable asLastRead() const;
     void readForgotten();
+    Command readingOf(std::span<const Physical> rows) const;
     void readRows(std::span<const Physical> rows);
     QVariant rawKey(Physical row) const;
     QVariant keyOf(Physical row) const;
 
     ConnectionPtr connection_;
     SelectShape shape_;
+    Extent extent_ = Extent::All;
     bool whole_ = false;
     bool byContent_ = false;
-    std::vector<int> numbers_;          ///< of rows that are known by their content, as they were loaded
-    int keyColumn_ = -1;                ///< in cells_
-    std::shared_ptr<CellTable> cells_;  ///< all columns, or keys and order columns
+    std::vector<int> numbers_; ///< of rows that are known by their content, as they were loaded
+    int keyColumn_ = -1;       ///< in cells_
+    std::shared_ptr<const CellTable>
+        cells_;                         ///< all columns, or keys and order columns; more rows than there are, perhaps
     std::vector<ResultColumn> columns_; ///< the statement's own
     ResultColumns described_;           ///< those of the rows read last, the key among them
+    std::optional<TableMoment> moment_; ///< before the keys were read, where what happens after it can be told
     std::vector<Physical> order_;
     std::vector<Physical> loadedOrder_;
     std::vector<QVariant> appended_; ///< keys of rows behind those of cells_

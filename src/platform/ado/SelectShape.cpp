@@ -61,6 +61,12 @@ bool SelectShape::keyIsAdded() const
     return base_ && !key_.name.isEmpty() && (joined() || !baseColumn(key_.name) || !listHolds(key_.name));
 }
 
+bool SelectShape::isWholeTable() const
+{
+    return base_ && !joined() && filter_.isEmpty()
+           && std::ranges::all_of(order_, [this](const OrderItem &item) { return baseColumn(item.field); });
+}
+
 bool SelectShape::showsRows() const
 {
     return base_ && !joined()
@@ -94,15 +100,38 @@ QString SelectShape::all() const
     return withAdded(list_, added()) + from_ + filter_;
 }
 
-QString SelectShape::keys() const
+QString SelectShape::allOfKeys() const
 {
-    QStringList columns{keyName()};
+    return withAdded(list_, added()) + from_;
+}
+
+/// One for each order item.
+QStringList SelectShape::orderExpressions() const
+{
+    QStringList expressions;
     for (const OrderItem &item : order_) {
         const auto alias = std::ranges::find_if(
             items_, [&](const ListItem &listed) { return !listed.plain && sameName(listed.name, item.field); });
-        columns << (alias == items_.end() || item.field.isEmpty() ? item.expression : alias->expression);
+        expressions << (alias == items_.end() || item.field.isEmpty() ? item.expression : alias->expression);
     }
-    return QStringLiteral("SELECT ") + columns.join(QStringLiteral(", ")) + from_ + filter_;
+    return expressions;
+}
+
+QString SelectShape::keys() const
+{
+    return QStringLiteral("SELECT ") + (QStringList(keyName()) + orderExpressions()).join(QStringLiteral(", ")) + from_
+           + filter_;
+}
+
+QString SelectShape::someKeys(int count) const
+{
+    QStringList order = orderExpressions();
+    for (std::size_t at = 0; at < order_.size(); ++at)
+        order[qsizetype(at)] +=
+            order_[at].descending ? QStringLiteral(" DESC NULLS LAST") : QStringLiteral(" NULLS FIRST");
+    return QStringLiteral("SELECT ") + keyName() + from_ + filter_
+           + (order.isEmpty() ? QString() : QStringLiteral(" ORDER BY ") + order.join(QStringLiteral(", ")))
+           + QStringLiteral(" LIMIT ") + QString::number(count);
 }
 
 QString SelectShape::rows() const

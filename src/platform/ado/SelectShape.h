@@ -39,6 +39,8 @@ public:
     bool showsRows() const;
     /// More than one table: a key may come more than once.
     bool joined() const { return sources_.size() > 1; }
+    /// Every row of one table, in the order of its own columns: nothing else tells on them.
+    bool isWholeTable() const;
     /// Whether a column of the result is the base table's own.
     const Column *baseColumn(const QString &field) const;
 
@@ -50,8 +52,14 @@ public:
 
     /// Every row, in any order where it can be ordered here.
     QString all() const;
+    /// Whether all() can be put in order here, and has a key by which some of its rows can be asked for.
+    bool takesFirstRows() const { return base_ && !key_.name.isEmpty() && extensible_ && !order_.empty(); }
+    /// The columns of all(), of rows whose keyName() the caller tells behind this text.
+    QString allOfKeys() const;
     /// The key, then one column for each order item, of every row.
     QString keys() const;
+    /// The key alone, of so many rows as stand first by the server's own rules, which may be others than this layer's.
+    QString someKeys(int count) const;
     /// The statement's columns, and the key if it is added, of rows whose keyName() the caller tells behind this text.
     QString rows() const;
     QString keyName() const;
@@ -74,6 +82,7 @@ private:
         bool plain = false; ///< a column under its own name, or "*"
     };
 
+    QStringList orderExpressions() const;
     bool listHolds(const QString &field) const;
 
     QString list_;

@@ -36,6 +36,7 @@ public:
         // What cannot be sent as it stands would be another text to the server.
         if (text_.contains(QChar(u'\0')) || !text_.isValidUtf16())
             refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
+        tokens_.reserve(16);
         for (skipBlanks(); at_ < text_.size(); skipBlanks()) {
             if (ended_)
                 refuse(QStringLiteral("한 번에 한 문장만 실행할 수 있습니다."));
@@ -71,11 +72,13 @@ private:
             refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
         if ((c == u'-' && peek(1) == u'-') || (c == u'/' && peek(1) == u'*'))
             refuse(QStringLiteral("문장에 주석을 사용할 수 없습니다."));
+        if (dialect_ == Dialect::MariaDB)
+            refuseOfMariaDb(c);
         if (c == u'\'')
             take(Token::Kind::Literal, endOfQuoted(at_, u'\''));
         else if (c == u'"')
             take(Token::Kind::QuotedName, endOfQuoted(at_, u'"'));
-        else if (c == u'`' && dialect_ == Dialect::SQLite)
+        else if (c == u'`' && dialect_ != Dialect::PostgreSQL)
             take(Token::Kind::QuotedName, endOfQuoted(at_, u'`'));
         else if (c == u'[' && dialect_ == Dialect::SQLite)
             take(Token::Kind::QuotedName, endOfBracketed());
@@ -87,6 +90,15 @@ private:
             number();
         else
             sign(c);
+    }
+
+    /// A comment of its own; a value that was never given, to the driver; a sign that some settings take for an escape.
+    static void refuseOfMariaDb(QChar c)
+    {
+        if (c == u'#')
+            refuse(QStringLiteral("문장에 주석을 사용할 수 없습니다."));
+        if (c == u'?' || c == u'\\')
+            refuse(QStringLiteral("문장에 사용할 수 없는 문자가 있습니다."));
     }
 
     void word()

@@ -8,7 +8,7 @@
 namespace ado {
 
 /// Whose rules a statement text follows.
-enum class Dialect { SQLite, PostgreSQL };
+enum class Dialect { SQLite, PostgreSQL, MariaDB };
 
 /// One piece of a statement; blanks are left out.
 struct Token

@@ -18,6 +18,7 @@ namespace ado {
 namespace {
 
 constexpr QLatin1String readOnlyMark("?mode=ro");
+const QString anyRow = QStringLiteral("SELECT 1 FROM sqlite_schema");
 
 /// Asked of the disk itself: to the toolkit a name that begins with ':' is one of the program's own resources.
 bool isThere(const QString &file)
@@ -132,6 +133,8 @@ void SqliteDriver::openSession()
     keepsLog_ = false;
     run("PRAGMA synchronous = FULL"); // this is money: a committed sale survives a power cut
     run("PRAGMA cache_size = -65536");
+    if (!readsOnly_)
+        rowLog_.attach(handle_);
     installLikeOperator(handle_);
     mayMake_ = file_ == QLatin1String(":memory:");
     knowFiles();
@@ -195,7 +198,9 @@ void SqliteDriver::requireNoLogOfTheFileBefore() const
 
 void SqliteDriver::closeSession()
 {
+    letMomentGo();
     prepared_.clear();
+    rowLog_.detach();
     sqlite3_close_v2(std::exchange(handle_, nullptr));
 }
 
@@ -242,6 +247,11 @@ void SqliteDriver::refuseLast() const
         {QByteArray::number(code), why});
 }
 
+Command SqliteDriver::told(const QString &statement) const
+{
+    return liftNumbers(command() << statement);
+}
+
 CellTable SqliteDriver::read(const Command &select)
 {
     requireSession();
@@ -261,8 +271,56 @@ CellTable SqliteDriver::read(const Command &select)
     return table;
 }
 
+std::int64_t SqliteDriver::number(const QString &question)
+{
+    const CellTable answer = read(command() << question);
+    return answer.raw(0, 0).toLongLong();
+}
+
+bool SqliteDriver::keyIsRowNumber(const Table &table)
+{
+    // A key that is the row number has no index of its own.
+    return number(QStringLiteral(
+                      "SELECT COUNT(*) FROM pragma_table_info('%1') WHERE name = '%2' COLLATE NOCASE AND pk = 1 "
+                      "AND NOT EXISTS (SELECT 1 FROM pragma_index_list('%1') WHERE origin = 'pk')")
+                      .arg(table.name, table.key))
+           == 1;
+}
+
+std::optional<TableMoment> SqliteDriver::momentOf(const Table &table)
+{
+    if (!rowLog_.attached() || holdsTransaction() || !keyIsRowNumber(table))
+        return std::nullopt;
+    const SqliteRowLog::Place place = rowLog_.place(table.name);
+    return TableMoment{place.log, place.rows, number(QStringLiteral("PRAGMA data_version")),
+                       number(QStringLiteral("PRAGMA schema_version"))};
+}
+
+std::optional<std::vector<std::int64_t>> SqliteDriver::writtenSince(const TableMoment &moment) const
+{
+    return rowLog_.since({moment.log, moment.place});
+}
+
+bool SqliteDriver::holdMoment()
+{
+    if (!handle_ || moment_)
+        return false;
+    moment_ = prepared_.take(handle_, anyRow);
+    if (moment_ && sqlite3_step(moment_) == SQLITE_ROW)
+        return true;
+    letMomentGo();
+    return false;
+}
+
+void SqliteDriver::letMomentGo()
+{
+    if (moment_)
+        prepared_.giveBack(anyRow, std::exchange(moment_, nullptr));
+}
+
 int SqliteDriver::write(const Command &text)
 {
+    letMomentGo(); // a writing would begin from it, and be refused once another desk has written
     if (!holdsTransaction()) {
         requireFileInPlace();
         keepLog();
@@ -287,6 +345,7 @@ void SqliteDriver::run(const char *statement)
 
 void SqliteDriver::begin()
 {
+    letMomentGo();
     requireFileInPlace();
     keepLog();
     // A deferred one would fail at its first write, without waiting, when another desk committed since its first read.

@@ -2,6 +2,7 @@
 
 #include "platform/ado/Driver.h"
 #include "platform/ado/PreparedStatements.h"
+#include "platform/ado/SqliteRowLog.h"
 
 struct sqlite3;
 
@@ -19,13 +20,18 @@ public:
     Dialect dialect() const override { return Dialect::SQLite; }
     void *handle() const override { return handle_; }
     Command command() const override { return Command(Command::Values::Marked); }
+    Command told(const QString &statement) const override;
     CellTable read(const Command &select) override;
+    bool holdMoment() override;
+    void letMomentGo() override;
     int write(const Command &statement) override;
     void begin() override;
     void commit() override;
     void rollback() override;
     bool holdsTransaction() const override;
     bool alive(Asking) override { return handle_ != nullptr; }
+    std::optional<TableMoment> momentOf(const Table &table) override;
+    std::optional<std::vector<std::int64_t>> writtenSince(const TableMoment &moment) const override;
 
 protected:
     void openSession() override;
@@ -41,6 +47,10 @@ protected:
 
 private:
     void run(const char *statement);
+    /// The one number of an answer.
+    std::int64_t number(const QString &question);
+    /// Whether the engine's own row numbers are the table's keys.
+    bool keyIsRowNumber(const Table &table);
     /// Remembers which file and log are this session's.
     void knowFiles();
     /// What the engine said last.
@@ -61,7 +71,9 @@ private:
     const QString file_;
     bool mayMake_; ///< until it was opened once: a file that is gone must not come back empty
     bool keepsLog_ = false;
-    QByteArray ownFile_, ownLog_; ///< identities, of the last session
+    sqlite3_stmt *moment_ = nullptr; ///< a reading that stands still, so that the engine keeps its lock and its moment
+    SqliteRowLog rowLog_;            ///< of a session that is this driver's own: a host's may have a watcher already
+    QByteArray ownFile_, ownLog_;    ///< identities, of the last session
 };
 
 } // namespace ado

@@ -11,7 +11,7 @@ namespace ado {
 
 namespace {
 
-/// What is known at one moment, by names in lower case. A new one takes its place and nothing of it ever goes: open
+/// What is known at one moment, by names in lower case, those of columns also as they are spelled. A new one takes its place and nothing of it ever goes: open
 /// recordsets point into it, and connections of other threads may be reading.
 struct Known
 {
@@ -25,8 +25,10 @@ struct Known
         const Table &kept = *tables.emplace_back(std::make_shared<const Table>(table));
         tableOf.insert(kept.name.toLower(), &kept);
         for (const Column &column : kept.columns) {
-            const Column *&first = columnOf[column.name.toLower()];
-            first = first ? first : &column;
+            const Column *&known = columnOf[column.name.toLower()];
+            const Column *const first = known ? known : &column;
+            known = first;
+            columnOf.insert(column.name, first); // may be where `known` was
         }
     }
 };
@@ -73,7 +75,10 @@ const Column *findColumn(QStringView name)
 {
     // Every column of every answer is looked up here.
     const Known *const known = current;
-    return known ? known->columnOf.value(name.toString().toLower()) : nullptr;
+    if (!known)
+        return nullptr;
+    const Column *const spelled = known->columnOf.value(QString::fromRawData(name.data(), name.size()));
+    return spelled ? spelled : known->columnOf.value(name.toString().toLower());
 }
 
 } // namespace ado

@@ -1,6 +1,7 @@
 #include "platform/ado/Transaction.h"
 
 #include "platform/ado/ConnectionPrivate.h"
+#include "platform/ado/Recordset.h"
 #include "platform/runtime/Attempt.h"
 
 namespace ado {
@@ -20,12 +21,31 @@ Transaction::~Transaction()
         undo([this] { connection_->RollbackTrans(); });
 }
 
+void Transaction::requireOpen() const
+{
+    if (connection_->transactionSerial() != serial_)
+        nothingToSave();
+}
+
 void Transaction::commit()
 {
     ends_ = false; // a commit that fails rolls back itself
-    if (connection_->transactionSerial() != serial_)
-        nothingToSave();
+    requireOpen();
     connection_->CommitTrans();
+}
+
+void Transaction::commitWith(const QString &statement)
+{
+    requireOpen();
+    connection_->Execute(statement, Then::Commit);
+    ends_ = false;
+}
+
+void Transaction::commitWith(Recordset &edited)
+{
+    requireOpen();
+    edited.Update(Then::Commit);
+    ends_ = false;
 }
 
 } // namespace ado

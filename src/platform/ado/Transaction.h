@@ -4,6 +4,8 @@
 
 namespace ado {
 
+class Recordset;
+
 /// A transaction as long as a scope: begun here, saved by commit(), undone by whatever else leaves the scope. Begun within
 /// another of the same owner it joins that, as transactions are flat, and undoes the whole; another owner's it leaves alone.
 ///
@@ -19,10 +21,16 @@ public:
 
     /// Ends it, also when it fails.
     void commit();
+    // The same with the last writing of it, for which a server far away is waited once. One that fails is undone alone, as
+    // any other.
+    void commitWith(const QString &statement);
+    void commitWith(Recordset &edited); ///< its Update()
     /// Leaves it to whoever goes on with it.
     void leaveOpen() { ends_ = false; }
 
 private:
+    void requireOpen() const;
+
     const ConnectionPtr connection_;
     quint64 serial_; ///< of the transaction that it is or has joined, which somebody else may have ended
     bool ends_ = true;

@@ -26,7 +26,7 @@ DateEdit::DateEdit(QWidget *parent)
 /// A calendar is a window full of controls, and few of a window's pickers are ever opened: it is made when it may drop down.
 void DateEdit::dressCalendar()
 {
-    if (std::exchange(calendarIsDressed_, true))
+    if (!calendarPopup() || std::exchange(calendarIsDressed_, true))
         return;
     calendarWidget()->setLocale(locale());
     calendarWidget()->setFirstDayOfWeek(Qt::Sunday);

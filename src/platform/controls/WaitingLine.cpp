@@ -59,6 +59,18 @@ QWidget *windowInFront()
     return shown == windows.end() ? nullptr : *shown;
 }
 
+/// Bubbles and lists that drop down: nobody who closes one wants to leave.
+bool goesByItself(const QWidget &window)
+{
+    return window.windowType() == Qt::ToolTip || window.windowType() == Qt::Popup;
+}
+
+/// Over a dialog the handler that opened it is at work until it has closed.
+bool isAtWork(const QWidget &window)
+{
+    return window.isModal() ? eventRunsIn(window) : eventRuns();
+}
+
 /// Nothing may be painted under a painting.
 bool isPainting()
 {
@@ -105,6 +117,8 @@ bool WaitingLine::begin()
                   QStringLiteral("lblWaiting"));
     line_->setTextFormat(Qt::PlainText);
     line_->setAlignment(Qt::AlignCenter);
+    line_->setWordWrap(true); // a dialog may be narrow, and letters large
+    line_->setMargin(6);
     setGround(line_, Ground::Tip);
     place();
     line_->show();
@@ -141,7 +155,7 @@ void WaitingLine::end()
 void WaitingLine::place()
 {
     const QWidget *window = line_->parentWidget();
-    const int height = line_->fontMetrics().height() + 12;
+    const int height = line_->heightForWidth(window->width());
     line_->setGeometry(0, window->height() - height, window->width(), height);
 }
 
@@ -154,14 +168,15 @@ bool WaitingLine::putOff(QObject *closing, QEvent *event)
         if (!window && one->windowHandle() == closing)
             window = one;
     }
-    if (!window || !window->isWindow())
+    if (!window || !window->isWindow() || goesByItself(*window))
         return false;
     event->ignore();
     if (!closing_)
-        runWhenFree(&eventRuns, [this] {
-            if (QWidget *leaving = std::exchange(closing_, nullptr))
-                leaving->close();
-        });
+        runWhenFree([this] { return closing_ && isAtWork(*closing_); },
+                    [this] {
+                        if (QWidget *leaving = std::exchange(closing_, nullptr))
+                            leaving->close();
+                    });
     closing_ = window;
     return true;
 }
