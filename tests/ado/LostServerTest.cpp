@@ -3,6 +3,7 @@
 #include "platform/runtime/Attempt.h"
 #include "tests/ado/Desks.h"
 #include "tests/support/LogLines.h"
+#include "tests/support/MariaDbServer.h"
 #include "tests/support/PostgresServer.h"
 #include "tests/support/Wire.h"
 
@@ -16,7 +17,20 @@
 class LostServer : public Desks
 {
 protected:
-    void cut() { PostgresServer::instance().cutSessions(clinic.serverDatabase()); }
+    /// What the server of the engine is told.
+    template <typename OfPostgres, typename OfMariaDb>
+    static void tell(OfPostgres postgres, OfMariaDb mariaDb)
+    {
+        if (GetParam() == ado::Engine::MariaDB)
+            mariaDb(MariaDbServer::instance());
+        else
+            postgres(PostgresServer::instance());
+    }
+    void cut()
+    {
+        const auto cutIt = [&](auto &server) { server.cutSessions(clinic.serverDatabase()); };
+        tell(cutIt, cutIt);
+    }
 
     void add(const char *name)
     {
@@ -30,7 +44,7 @@ protected:
         return column(*products, "PM_Name");
     }
 };
-INSTANTIATE_TEST_SUITE_P(Engines, LostServer, testing::Values(ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, LostServer, testing::ValuesIn(allEngines.begin() + 1, allEngines.end()), engineName);
 
 TEST_P(LostServer, IsFoundAgainByTheNextStatement)
 {
@@ -110,7 +124,9 @@ TEST_P(LostServer, ThatIsStoppedGivesAnErrorUntilItIsBack)
 {
     add("a");
     const auto products = opened(allProducts);
-    PostgresServer::instance().stop();
+    const auto stop = [](auto &server) { server.stop(); };
+    const auto start = [](auto &server) { server.start(); };
+    tell(stop, stop);
     EXPECT_EQ(errorOf([&] { add("b"); }), ErrorNumber::ConnectionLost);
     EXPECT_EQ(errorOf([&] { seen(); }), ErrorNumber::ConnectionLost);
     EXPECT_EQ(errorOf([&] { products->Requery(); }), ErrorNumber::ConnectionLost);
@@ -121,7 +137,7 @@ TEST_P(LostServer, ThatIsStoppedGivesAnErrorUntilItIsBack)
     EXPECT_THAT(log.take().size(), testing::AllOf(testing::Ge(1), testing::Le(2)))
         << "one for each attempt to reach it";
     EXPECT_EQ(products->valueAt(0, products->columnIndex("PM_Name")), "a") << "what was read stays on the screen";
-    PostgresServer::instance().start();
+    tell(start, start);
     QThread::msleep(1100); // a desk does not ask a dead server more than once a second
     add("c");
     EXPECT_EQ(seen(), "a c");

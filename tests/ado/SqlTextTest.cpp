@@ -15,9 +15,10 @@ bool isOne(const QString &statement, Dialect dialect)
 
 TEST(SqlText, TakesExactlyOneStatementAsEachServerReadsIt)
 {
-    for (const QStringList &one : casesOf("ado/one-statement.cases", 3)) {
+    for (const QStringList &one : casesOf("ado/one-statement.cases", 4)) {
         EXPECT_EQ(isOne(one[0], Dialect::SQLite), one[1] == "true") << one[0].toStdString();
         EXPECT_EQ(isOne(one[0], Dialect::PostgreSQL), one[2] == "true") << one[0].toStdString();
+        EXPECT_EQ(isOne(one[0], Dialect::MariaDB), one[3] == "true") << one[0].toStdString();
     }
     const QString withNul = QStringLiteral("SELECT 1") + QChar(0) + QStringLiteral("; DELETE FROM t");
     EXPECT_FALSE(isOne(withNul, Dialect::SQLite));

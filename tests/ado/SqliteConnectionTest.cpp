@@ -1,3 +1,4 @@
+#include "platform/ado/OneMoment.h"
 #include "platform/ado/Transaction.h"
 #include "tests/ado/Desks.h"
 
@@ -94,6 +95,36 @@ TEST(SqliteConnection, KeptInAGlobalOfTheHostsEndsWithTheProcess)
         std::exit(0);
     };
     EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
+}
+
+TEST(SqliteConnection, ReadsOneMomentUntilItIsLetGoOrSomethingIsWritten)
+{
+    TestDatabase clinic(ado::Engine::SQLite);
+    const ado::ConnectionPtr &desk = clinic.connection();
+    const auto add = [](const ado::ConnectionPtr &where) {
+        where->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('a')"));
+    };
+    const auto seen = [&] {
+        return desk->read(QStringLiteral("SELECT COUNT(*) FROM tPSProductMaster")).raw(0, 0).toInt();
+    };
+    {
+        const ado::OneMoment moment(desk);
+        EXPECT_TRUE(moment.isHeld());
+        EXPECT_FALSE(ado::OneMoment(desk).isHeld()) << "the one without stands on";
+        add(clinic.otherDesk());
+        EXPECT_EQ(seen(), 0);
+    }
+    EXPECT_EQ(seen(), 1);
+    for (const bool inTransaction : {false, true}) {
+        const ado::OneMoment moment(desk);
+        add(clinic.otherDesk());
+        if (inTransaction)
+            desk->BeginTrans();
+        add(desk); // which the engine refuses to a reader of an earlier moment
+        if (inTransaction)
+            desk->CommitTrans();
+    }
+    EXPECT_EQ(seen(), 5);
 }
 
 TEST(AnotherThread, IsRefusedWithAnError)

@@ -298,6 +298,8 @@ TEST_P(Updates, ANewRowThatTheServerDropsWithoutAWordIsToldAndStaysPending)
         clinic.run(
             QStringLiteral("CREATE TRIGGER dropping BEFORE INSERT ON tPSProductMaster WHEN NEW.PM_Name = 'dropped' "
                            "BEGIN SELECT RAISE(IGNORE); END"));
+    } else if (GetParam() == ado::Engine::MariaDB) {
+        GTEST_SKIP() << "a trigger there changes a row or refuses it";
     } else {
         clinic.run(
             QStringLiteral("CREATE FUNCTION dropping() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN IF NEW.PM_Name = "
@@ -346,9 +348,13 @@ TEST_P(Updates, RowsWithoutAKeyCannotBeChanged)
 TEST_P(Updates, GoByTheRealKeyOfATableOrByAllItsColumns)
 {
     const char *const shapes[]{"", "id %1,", "\"Number\" %1,", "id integer NOT NULL UNIQUE,", "note text,"};
-    const QString serial = GetParam() == ado::Engine::SQLite ? QStringLiteral("INTEGER PRIMARY KEY")
-                                                             : QStringLiteral("bigserial PRIMARY KEY");
+    const QString serial = GetParam() == ado::Engine::SQLite    ? QStringLiteral("INTEGER PRIMARY KEY")
+                           : GetParam() == ado::Engine::MariaDB ? QStringLiteral("bigint AUTO_INCREMENT PRIMARY KEY")
+                                                                : QStringLiteral("bigserial PRIMARY KEY");
     for (const char *shape : shapes) {
+        const bool keyed = std::string_view(shape).find_first_of("%U") != std::string_view::npos; // or UNIQUE
+        if (GetParam() == ado::Engine::MariaDB && !keyed)
+            continue; // refused, as two rows that are alike
         SCOPED_TRACE(shape);
         clinic.run("DROP TABLE tPSIncoming");
         clinic.run(QStringLiteral("CREATE TABLE tPSIncoming (PM_PK integer, CM_PK integer, IN_Date date, %1 IN_Count "
@@ -421,7 +427,7 @@ TEST_P(Updates, ChooseNoneOfTwoRowsThatAreAlike)
     clinic.run("INSERT INTO tPSProperties VALUES ('a', 'x'), ('a', 'x')");
     const auto properties = opened("SELECT tpsps_Key, tpsps_Value FROM tPSProperties");
     properties->setValue("tpsps_Value", "y");
-    for (const auto &write : {&Recordset::Update, &Recordset::Delete})
-        EXPECT_THAT(refusal([&] { (*properties.*write)(); }), testing::HasSubstr("tPSProperties"));
+    EXPECT_THAT(refusal([&] { properties->Update(); }), testing::HasSubstr("tPSProperties"));
+    EXPECT_THAT(refusal([&] { properties->Delete(); }), testing::HasSubstr("tPSProperties"));
     EXPECT_EQ(clinic.rows("SELECT * FROM tPSProperties").join(' '), "a|x a|x");
 }

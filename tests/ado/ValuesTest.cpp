@@ -1,7 +1,10 @@
 #include "clinic/Tables.h"
 #include "tests/ado/Desks.h"
 
+#include <QScopeGuard>
+
 #include <limits>
+#include <malloc.h>
 
 class Values : public Desks
 {
@@ -39,6 +42,35 @@ TEST_P(Values, ComeInTheTypeThatTheRegistryTells)
         EXPECT_TRUE(products->value("PM_EtcMemo").isValid()) << "an empty text is not NULL";
         EXPECT_EQ(products->value("PM_AddedDate"), QVariant(QDate(2026, 2, 28)));
         EXPECT_EQ(opened(QStringLiteral("SELECT * FROM tPSIncoming"), cursor)->value("IN_Count"), QVariant(2.5));
+    }
+}
+
+TEST_P(Values, OfTextsGoAndComeWhole)
+{
+    // A driver that reads beyond a statement's end finds no text there.
+    mallopt(M_PERTURB, 0x27);
+    const auto asBefore = qScopeGuard([] { mallopt(M_PERTURB, 0); });
+    // Signs that one driver counts as two, pairs, and what is longer than a driver's block.
+    const QString texts[]{"동원",
+                          "동",
+                          "동동동동동",
+                          "동가동가동가",
+                          "활동 🌿 동🌿동",
+                          "쌍화탕'\\ 동'",
+                          QStringLiteral("동가").repeated(40'000)};
+    for (const QString &text : texts) {
+        SCOPED_TRACE(text.left(20).toStdString());
+        ado::Command insert = desk->command();
+        insert << u"INSERT INTO tPSProductMaster (PM_EtcMemo, PM_Name, PM_UnitPrice) VALUES (";
+        insert.value(text) << u", '동', 12345)";
+        desk->Execute(insert);
+        const auto stored = opened(QStringLiteral("SELECT * FROM tPSProductMaster WHERE PM_UnitPrice = 12345"));
+        ASSERT_EQ(stored->rowCount(), 1);
+        EXPECT_TRUE(stored->value("PM_EtcMemo") == text);
+        EXPECT_EQ(clinic.value("SELECT LENGTH(PM_EtcMemo) - LENGTH(PM_Name) FROM tPSProductMaster"),
+                  QString::number(clinic.value("SELECT LENGTH('가')") == "3" ? text.toUtf8().size() - 3
+                                                                             : text.toUcs4().size() - 1));
+        stored->Delete();
     }
 }
 

@@ -15,6 +15,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 namespace {
 
 /// A head office with two products.
@@ -109,6 +111,29 @@ TEST_P(Chain, AClinicFollowsItsHeadOffice)
     }
 }
 
+TEST_P(Chain, NeitherSavesNorUndoesWhatTheHostBegan)
+{
+    Office office(GetParam() == ado::Engine::SQLite ? ado::Engine::SQLite : ado::Engine::PostgreSQL);
+    Clinic clinic(GetParam());
+    clinic.follow(office.database.address());
+    const QString hers = QStringLiteral("INSERT INTO tPSCompanyMaster (CM_Name) VALUES ('동의상사')");
+    clinic.connection->BeginTrans();
+    clinic.connection->Execute(hers);
+    EXPECT_TRUE(clinic.resync());
+    clinic.connection->RollbackTrans();
+    EXPECT_EQ(clinic.list(), "");
+    EXPECT_EQ(clinic.database.value("SELECT COUNT(*) FROM tPSCompanyMaster"), "0");
+
+    clinic.database.run(
+        "CREATE UNIQUE INDEX one_of_a_kind ON tPSProductMaster (PM_IsValid)"); // refuses the second product
+    clinic.connection->BeginTrans();
+    clinic.connection->Execute(hers);
+    EXPECT_FALSE(clinic.resync());
+    clinic.connection->CommitTrans();
+    EXPECT_EQ(clinic.list(), "");
+    EXPECT_EQ(clinic.database.value("SELECT COUNT(*) FROM tPSCompanyMaster"), "1");
+}
+
 TEST_P(HeadOffice, BacksItsListUp)
 {
     Office office(GetParam());
@@ -122,14 +147,37 @@ TEST_P(HeadOffice, BacksItsListUp)
     const ado::ConnectionPtr restored = ado::Connection::open(address);
     Clinic clinic(ado::Engine::SQLite);
     clinic.follow(office.database.address());
+    office.run(
+        "UPDATE tPSProductMaster SET PM_UnitPrice = 7000, PM_Name = '쌍화탕' WHERE PM_PK = 1"); // lost with the machine
     ASSERT_TRUE(clinic.resync());
     clinic.follow(address);
-    EXPECT_EQ(clinic.check(), 1) << "the same list";
-    restored->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_UnitPrice = 1 WHERE PM_PK = 1"));
-    EXPECT_EQ(clinic.check(), 0) << "which goes on counting";
+    restored->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_UnitPrice = 1 WHERE PM_PK = 2"));
+    EXPECT_EQ(clinic.check(), 0) << "though it has counted as far as the lost one";
+    ASSERT_TRUE(clinic.resync());
+    EXPECT_EQ(clinic.list(), "1|차|쌍화차|5000|1|NULL / 2|환|경옥고|1|1|NULL") << "under their keys";
+    EXPECT_EQ(clinic.check(), 1);
+    restored->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_UnitPrice = 2 WHERE PM_PK = 2"));
+    EXPECT_EQ(clinic.check(), 0) << "it goes on counting";
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, Chain, testing::ValuesIn(allEngines), engineName);
+TEST(HeadOfficeOnAServer, ListsAProductThatSomebodyAddsMeanwhile)
+{
+    TestDatabase database(ado::Engine::PostgreSQL);
+    QProcess editor;
+    editor.start(QStringLiteral("psql"),
+                 {"-q", "-c", "INSERT INTO tPSProductMaster (PM_Name) VALUES ('쌍화차'); SELECT pg_sleep(1)",
+                  database.address()});
+    const QString held = QStringLiteral("SELECT COUNT(*) FROM pg_locks WHERE relation = 'tpsproductmaster'::regclass");
+    while (database.value(held) == "0")
+        ASSERT_FALSE(editor.waitForFinished(10)) << editor.readAllStandardError().toStdString();
+    ado::ConnectionPtr connection = database.connection();
+    clsZelvoCentral().MakeHeadOffice(connection);
+    editor.waitForFinished();
+    EXPECT_EQ(database.value("SELECT COUNT(*) FROM t_CentralProduct"), "1");
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, Chain,
+                         testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
 INSTANTIATE_TEST_SUITE_P(Engines, HeadOffice, testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL),
                          engineName);
 
@@ -224,16 +272,36 @@ TEST(Link, ShowsThatItWaits)
     editor->BeginTrans();
     editor->Execute(QStringLiteral("LOCK TABLE t_CentralList IN ACCESS EXCLUSIVE MODE"));
     QString shown;
+    const QString longest = QStringLiteral("본부의 물품 목록을 가져오는 중입니다. 20,000건");
+    const QFont usual = QApplication::font();
+    QApplication::setFont({usual.family(), 18});
     QTimer::singleShot(1'000, [&] {
         for (const QWidget *window : QApplication::topLevelWidgets()) {
             if (const auto *state = window->findChild<QLabel *>(QStringLiteral("lblCentralProgress"));
-                state && window->isVisible())
+                state && window->isVisible()) {
                 shown = state->text();
+                EXPECT_GE(state->width(), state->fontMetrics().horizontalAdvance(longest)) << "in large letters, too";
+            }
         }
         editor->RollbackTrans();
     });
     EXPECT_TRUE(clinic.resync());
     EXPECT_EQ(shown, QStringLiteral("본부에 연결하는 중입니다."));
+    QApplication::setFont(usual);
+}
+
+TEST(Link, KnowsProductsAgainWhoseNamesAClinicFillsUpWithBlanks)
+{
+    Office office(ado::Engine::PostgreSQL);
+    Clinic clinic(ado::Engine::PostgreSQL);
+    clinic.database.run("ALTER TABLE tPSProductMaster ALTER PM_Name TYPE character(40)");
+    clinic.follow(office.database.address());
+    EXPECT_TRUE(clinic.resync());
+    EXPECT_EQ(clinic.check(), 1);
+    office.run("UPDATE tPSProductMaster SET PM_UnitPrice = 1");
+    EXPECT_TRUE(clinic.resync());
+    EXPECT_EQ(clinic.database.value("SELECT COUNT(*) FROM tPSProductMaster WHERE PM_UnitPrice = 1"), "2");
+    EXPECT_EQ(clinic.database.value("SELECT COUNT(*) FROM tPSProductMaster"), "2");
 }
 
 TEST(Link, IsRefusedWhereThereIsNoListOrNoClinic)
@@ -253,6 +321,22 @@ TEST(Link, IsRefusedWhereThereIsNoListOrNoClinic)
     ado::ConnectionPtr gone;
     server.UseClinic(gone);
     EXPECT_EQ(errorOf([&] { server.CheckSync(); }), runtime::ErrorNumber::ObjectClosed);
+}
+
+TEST(Link, IsRefusedByAServerThatCannotFollow)
+{
+    if (allEngines.back() != ado::Engine::MariaDB)
+        GTEST_SKIP() << "not installed";
+    TestDatabase mariaDb(ado::Engine::MariaDB);
+    Office office(ado::Engine::SQLite);
+    ado::ConnectionPtr clinic = mariaDb.connection();
+    clsZelvoCentral server;
+    server.UseClinic(clinic);
+    const std::function<void()> calls[]{[&] { server.CheckSync(); }, [&] { server.ResyncFromServer(); },
+                                        [&] { server.LinkClinic(clinic, office.database.address()); },
+                                        [&] { server.MakeHeadOffice(clinic); }};
+    for (const auto &call : calls)
+        EXPECT_THAT(refusal(call), testing::HasSubstr("MariaDB 데이터베이스는"));
 }
 
 TEST(Link, ServesADeskThatMayWriteRowsOnly)

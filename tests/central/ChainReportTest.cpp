@@ -181,6 +181,22 @@ TEST_F(SeenChain, NamesAClinicThatCannotBeReachedAndCountsTheOthers)
     EXPECT_EQ(seen().rows.size(), 2) << "a second run of the script keeps who is known";
 }
 
+TEST_F(SeenChain, NamesAClinicWhoseServerGivesAStatementUp)
+{
+    office_.run("ALTER SERVER chain_1 OPTIONS (ADD options '-c statement_timeout=300')");
+    const ado::ConnectionPtr other = clinic_.otherDesk();
+    other->BeginTrans();
+    for (const char *table : {"tPSOrderMaster", "tPSProductMaster"})
+        other->Execute(QStringLiteral("LOCK TABLE %1 IN ACCESS EXCLUSIVE MODE").arg(QLatin1String(table)));
+    for (const int view : {0, 4})
+        EXPECT_EQ(plainText(seen(view).rows[0].back()), QStringLiteral("확인 필요"));
+    other->RollbackTrans();
+    desk()->read("SELECT set_config('chain.away_1', (now() + interval '1 hour')::text, false)");
+    EXPECT_EQ(plainText(seen().rows[0].back()), QString()) << "away an hour ago, before the clock was set back";
+    desk()->Execute("SET statement_timeout = 1"); // of its own
+    EXPECT_THAT(refusal([&] { seen(); }), testing::HasSubstr("canceling statement"));
+}
+
 TEST_F(SeenChain, ShowsItsDeskFiguresOnly)
 {
     EXPECT_TRUE(::chain::seesClinics(desk()));

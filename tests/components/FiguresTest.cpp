@@ -357,6 +357,16 @@ TEST(FiguresOnSqlite, OfACellThatHoldsNoAmountAreAQuestionMarkInEveryTotal)
               "||당일|?|0|0|?|0|0|?|0|0|?\n합계|||?|0|0|?|0|0|?|0|0|?");
 }
 
+TEST(FiguresOnSqlite, FindTheEndsOfAllKeysWithoutGoingThroughThem)
+{
+    TestDatabase clinic(ado::Engine::SQLite);
+    for (const statistics::Figure &figure : statistics::StockReport().figures(wholeYear)) {
+        const QString plan = clinic.rows(QStringLiteral("EXPLAIN QUERY PLAN ") + figure.bounds).join(u'\n');
+        EXPECT_TRUE(plan.contains("SEARCH tPS")) << plan.toStdString();
+        EXPECT_FALSE(plan.contains("SCAN tPS")) << plan.toStdString();
+    }
+}
+
 TEST_P(Figures, BeginWithTheLastDayOfTheirTable)
 {
     const auto lastDayOf = [&](const statistics::Report &report, QDate until) {

@@ -20,6 +20,7 @@
 #include <QTableView>
 #include <QtCharts/QAbstractBarSeries>
 #include <QtCharts/QBarSet>
+#include <QtCharts/QCategoryAxis>
 #include <QtCharts/QLegend>
 #include <QtCharts/QLegendMarker>
 #include <QtCharts/QLineSeries>
@@ -246,8 +247,8 @@ TEST(Chart, BreaksItsLinesOnDaysWithoutARowAndShowsWhatGoesOutRed)
     Chart plan;
     plan.title = QStringLiteral("수납");
     plan.series = {{QStringLiteral("현금"), {}}, {QStringLiteral("환불"), {}}};
-    for (int day = 0; day < 200; ++day) {
-        if (day % 10 == 9 || day == 11) // a lone day 10
+    for (int day = 0; day < 360; ++day) {
+        if (day % 10 == 9 || day == 11 || (day > 199 && day < 350)) // a lone day 10, and a long silence
             continue;
         plan.categories << QString::number(day);
         plan.places.push_back(day);
@@ -263,14 +264,23 @@ TEST(Chart, BreaksItsLinesOnDaysWithoutARowAndShowsWhatGoesOutRed)
         const QList<QPointF> points = static_cast<QLineSeries *>(series)->points();
         for (qsizetype point = 1; point < points.size(); ++point)
             EXPECT_EQ(points[point].x(), points[point - 1].x() + 1) << series->name().toStdString();
+        EXPECT_EQ(static_cast<QLineSeries *>(series)->color() == controls::ink(controls::Ink::Negative),
+                  series->name() == QStringLiteral("환불"));
         pieces += series->name() == QStringLiteral("현금") ? 1 : 0;
     }
-    EXPECT_EQ(pieces, 21);
+    EXPECT_EQ(pieces, 22);
     QTest::qWait(50);
     int marked = 0;
     for (const QLegendMarker *marker : chart.chart()->legend()->markers())
         marked += marker->isVisible() ? 1 : 0;
     EXPECT_EQ(marked, 2);
+    auto *days = static_cast<QCategoryAxis *>(chart.chart()->axes(Qt::Horizontal).constFirst());
+    QList<double> captions;
+    for (const QString &caption : days->categoriesLabels())
+        captions << days->endValue(caption);
+    ASSERT_GT(captions.size(), 8);
+    for (qsizetype caption = 1; caption < captions.size(); ++caption)
+        EXPECT_GE(captions[caption] - captions[caption - 1], 360 / 16) << "written into one another";
 
     plan.categories = {QStringLiteral("가"), QStringLiteral("나")};
     plan.places = {};

@@ -232,6 +232,10 @@ TEST(DateEdit, DropsDownAKoreanCalendarThatIsMadeNoSooner)
     EXPECT_EQ(calendar->verticalHeaderFormat(), QCalendarWidget::NoVerticalHeader);
     EXPECT_EQ(calendar->weekdayTextFormat(Qt::Sunday).foreground().color(), controls::ink(controls::Ink::Negative));
     calendar->window()->close();
+    controls::DateEdit shown; // as a dialog's that shows a day and lets nobody choose one
+    shown.setCalendarPopup(false);
+    QTest::mouseClick(&shown, Qt::LeftButton);
+    EXPECT_FALSE(shown.findChild<QCalendarWidget *>());
 }
 
 TEST(Appearance, TheDeskFontDrawsTheBackslashAsTheWonSign)

@@ -46,7 +46,10 @@ void fill(ado::Connection &connection)
     ado::Transaction scope(connection);
     // New keys go on from those below, on every engine alike.
     const bool embedded = connection.engine() == ado::Engine::SQLite;
-    const QString empty = embedded ? QStringLiteral("DELETE FROM %1") : QStringLiteral("TRUNCATE %1 RESTART IDENTITY");
+    const QString empty = embedded ? QStringLiteral("DELETE FROM %1")
+                          : connection.engine() == ado::Engine::MariaDB
+                              ? QStringLiteral("TRUNCATE TABLE %1")
+                              : QStringLiteral("TRUNCATE %1 RESTART IDENTITY");
     for (const schema::TablePlan &table : schema::tablePlans())
         connection.Execute(empty.arg(QString::fromLatin1(table.name)));
     if (embedded)

@@ -1,12 +1,10 @@
 #include "desk/backup/Backup.h"
-#include "desk/backup/PostgresTool.h"
 #include "desk/check/Examination.h"
 #include "desk/files/NewFile.h"
 #include "desk/sample/Clinic.h"
 #include "desk/schema/Upgrade.h"
 #include "desk/schema/Version.h"
 #include "platform/ado/Recordset.h"
-#include "platform/runtime/RuntimeError.h"
 #include "tests/desk/Content.h"
 #include "tests/desk/Earlier.h"
 #include "tests/support/Cases.h"
@@ -238,7 +236,7 @@ TEST_P(Backup, OfAnEarlierProgramComesBackAsAClinicOfThisOne)
     TestDatabase anew(GetParam(), false);
     backup::restore(anew.address(), this->file("loose.backup"));
     EXPECT_EQ(joined(contentOf(anew)), joined(contentOf(earlier)));
-    EXPECT_EQ(schema::upgradeNotice(*anew.otherDesk()).isEmpty(), !file);
+    EXPECT_EQ(schema::upgradeNotice(schema::readMark(*anew.otherDesk())).isEmpty(), !file);
     anew.run("UPDATE Customer SET birth = NULL");
     EXPECT_EQ(schema::upgrade(*anew.otherDesk()).empty(), !file);
     EXPECT_TRUE(schema::upgradeSteps(*anew.otherDesk()).empty());
@@ -402,42 +400,6 @@ TEST_P(Backup, OfAnotherSchemaIsRefused)
         EXPECT_THAT(told, testing::HasSubstr(change[2].toStdString()));
         EXPECT_EQ(told.empty(), change[2].isEmpty()) << told;
     }
-}
-
-TEST(BackupOfAServer, LeavesNothingInAnEmptyDatabaseWhenItCannotBeRestored)
-{
-    const QTemporaryDir folder;
-    const QString file = folder.filePath("good.backup");
-    TestDatabase clinic(ado::Engine::PostgreSQL);
-    clinic.run("CREATE ROLE of_another_server");
-    clinic.run("GRANT SELECT ON Customer TO of_another_server");
-    backup::backUp(clinic.address(), file);
-    clinic.run("DROP OWNED BY of_another_server");
-    clinic.run("DROP ROLE of_another_server");
-    TestDatabase empty(ado::Engine::PostgreSQL, false);
-    const QString things = QStringLiteral("SELECT (SELECT COUNT(*) FROM pg_class WHERE relnamespace = "
-                                          "'public'::regnamespace) + (SELECT COUNT(*) FROM pg_namespace WHERE nspname "
-                                          "= 'clinic_like') + (SELECT COUNT(*) FROM pg_db_role_setting s JOIN "
-                                          "pg_database d ON d.oid = s.setdatabase WHERE datname = current_database())");
-    EXPECT_ANY_THROW(backup::restore(empty.address(), file));
-    EXPECT_EQ(empty.value(things), "0");
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-TEST(BackupOfAServer, HandsNoOptionThatMayBeASecretOverAmongTheArguments)
-{
-    TestDatabase server(ado::Engine::PostgreSQL, false);
-    const QString secrets = QStringLiteral("&password=s3cret&sslpassword=s3cret&application_name=s3cret");
-    const backup::PostgresPlace place = backup::PostgresPlace::of(server.address() + secrets);
-    EXPECT_FALSE(place.connection.contains("s3cret")) << place.connection.toStdString();
-    const QByteArray said = backup::runPostgresTool(
-        QStringLiteral("psql"),
-        {QStringLiteral("--dbname=") + place.connection, QStringLiteral("-Atc"),
-         QStringLiteral("SELECT current_database() || ' ' || current_setting('application_name')")},
-        place);
-    EXPECT_EQ(said, server.serverDatabase().toUtf8() + " s3cret\n");
-    for (const char *unfit : {"&service=x", "%20"})
-        EXPECT_THROW(backup::PostgresPlace::of(server.address() + secrets + unfit), runtime::RuntimeError) << unfit;
 }
 
 TEST(BackupOfAFile, LeavesAloneWhatLiesBesideItsNames)

@@ -7,6 +7,7 @@
 #include "tests/support/DialogDriver.h"
 #include "tests/support/MessageRecorder.h"
 #include "tests/support/TestDatabase.h"
+#include "tests/support/WheelTurns.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -172,6 +173,8 @@ TEST_F(Reception, KeepsTheDesksSettings)
     EXPECT_TRUE(inDialog(open, [&](const DialogDriver &dialog) {
         EXPECT_EQ(dialog.find<QComboBox>("cboReceiptPrinter")->currentText(), "옛 프린터 (이 컴퓨터에 없는 프린터)");
         dialog.find<QComboBox>("cboReceiptPrinter")->setCurrentIndex(0);
+        dialog.find<QLineEdit>("txtCallSign")->setFocus();
+        EXPECT_EQ(turnedByWheel(dialog.window()).toStdString(), "");
         dialog.type("txtCallSign", "Central.clsO'Brien");
         dialog.press("cmdResetWindows");
         dialog.key(Qt::Key_F12);
@@ -188,6 +191,12 @@ TEST_F(Reception, KeepsTheDesksSettings)
         dialog.key(Qt::Key_Escape);
     }));
     EXPECT_EQ(clinic_->value(callSign), "Central.clsO'Brien");
+
+    EXPECT_TRUE(inDialog(open, [](const DialogDriver &dialog) {
+        clinic_->run("UPDATE t_HospSetup SET HS_Value = 'theirs' WHERE HS_KEY = '물품판매중앙콜사인'");
+        dialog.key(Qt::Key_F12);
+    }));
+    EXPECT_EQ(clinic_->value(callSign), "theirs") << "what another desk set meanwhile, and nobody changed here";
     registry::setStoreFolder({});
     runtime::setProgramFolder({});
 }

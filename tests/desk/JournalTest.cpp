@@ -1,6 +1,8 @@
 #include "desk/backup/Backup.h"
 #include "desk/check/JournalExamination.h"
+#include "desk/copy/CopyClinic.h"
 #include "desk/journal/Chain.h"
+#include "desk/journal/Entries.h"
 #include "desk/journal/Seal.h"
 #include "desk/journal/Sealing.h"
 #include "desk/schema/Schema.h"
@@ -72,7 +74,8 @@ protected:
 
     TestDatabase clinic{GetParam()};
 };
-INSTANTIATE_TEST_SUITE_P(Engines, Journal, testing::ValuesIn(allEngines), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, Journal,
+                         testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
 
 } // namespace
 
@@ -175,7 +178,9 @@ TEST_P(Journal, GoesWithBackupAndRestoreAndIsMendedByAnUpgrade)
     EXPECT_EQ(told(earlier), "");
 
     // As it was when whoever wrote sealed, too.
-    clinic.run("DROP INDEX ixJournalOpen");
+    clinic.run("DROP INDEX IF EXISTS ixJournalOpen");
+    if (GetParam() == ado::Engine::SQLite)
+        clinic.run("CREATE INDEX ixJournalOpen ON t_DeskJournal (DJ_PK) WHERE DJ_Place IS NULL");
     if (GetParam() == ado::Engine::PostgreSQL)
         clinic.run("CREATE FUNCTION clinic_journal.add() RETURNS int LANGUAGE sql AS 'SELECT 1'");
     pastGuards(clinic, "UPDATE t_DeskSchema SET DS_Version = 2");
@@ -204,7 +209,13 @@ TEST(JournalOnAServer, KeepsOneChainWhateverTransactionsDoAtOnce)
     clinic.run("SELECT clinic_journal.seal()");
     EXPECT_EQ(journal::sealSome(other), 0) << "while another is at it";
     clinic.run("COMMIT");
-    one.CommitTrans();                                   // the earlier row comes later
+    one.CommitTrans(); // the earlier row comes later
+    const QTemporaryDir folder;
+    const QString file = "sqlite:" + folder.filePath("copy.db");
+    copy::copyClinic(one, file); // between the two
+    const ado::ConnectionPtr copied = ado::Connection::open(file);
+    EXPECT_EQ(journal::walk(*copied).open, 0);
+    EXPECT_EQ(journal::entriesOfCustomer(*copied, 1).size(), 2U);
     clinic.run("BEGIN ISOLATION LEVEL REPEATABLE READ"); // sees no end of a chain that went on since
     clinic.run("SELECT 1 FROM t_DeskJournal");
     EXPECT_EQ(journal::sealSome(other), 1);

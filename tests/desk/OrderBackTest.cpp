@@ -18,6 +18,8 @@ protected:
         : clinic_(GetParam(), false)
     {
         sample::fill(*clinic_.connection(), sample::Size::Small);
+        if (GetParam() != ado::Engine::SQLite)
+            clinic_.run("ALTER TABLE tPSOrderDetail ALTER COLUMN OrdD_PK SET GENERATED ALWAYS");
         journal::attend(*clinic_.connection());
         for (const char *statement :
              {"UPDATE tPSOrderMaster SET OrdM_ETCMemo = '탭\t줄\n역\\빗금 \\N', OrdM_Address = '', OrdM_Misugum = "
@@ -34,14 +36,17 @@ protected:
         before_ = contentOf(clinic_);
     }
 
-    /// As the sale window does.
-    void deleteOrder()
+    /// As the sale window does, over a line of whatever speed.
+    void deleteOrder(unsigned long milliseconds = 0)
     {
         ado::Connection &desk = *clinic_.connection();
         desk.BeginTrans();
-        desk.Execute("DELETE FROM tPSOrderDetail WHERE OrdM_PK = 7");
-        desk.Execute("DELETE FROM tPSTransaction WHERE tpstrans_OrderM_PK = 7");
-        desk.Execute("DELETE FROM tPSOrderMaster WHERE OrdM_PK = 7");
+        for (const char *statement :
+             {"DELETE FROM tPSOrderDetail WHERE OrdM_PK = 7", "DELETE FROM tPSTransaction WHERE tpstrans_OrderM_PK = 7",
+              "DELETE FROM tPSOrderMaster WHERE OrdM_PK = 7"}) {
+            desk.Execute(QLatin1String(statement));
+            QThread::msleep(milliseconds);
+        }
         desk.CommitTrans();
     }
     undo::LostOrder lost(bool fromJournal)
@@ -54,7 +59,8 @@ protected:
     QString backup_;
     QStringList before_;
 };
-INSTANTIATE_TEST_SUITE_P(Engines, OrderBack, testing::ValuesIn(allEngines), engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, OrderBack,
+                         testing::Values(ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc), engineName);
 
 } // namespace
 
@@ -74,15 +80,31 @@ TEST_P(OrderBack, ComesWithItsLinesAndItsMoneyUnderItsOwnKeys)
     }
 }
 
-TEST_P(OrderBack, BringsNoLineThatHadGoneBefore)
+TEST_P(OrderBack, BringsWhatWentWithItAndNothingThatHadGoneBefore)
 {
-    clinic_.run(
-        "DELETE FROM tPSOrderDetail WHERE OrdD_PK = (SELECT MIN(OrdD_PK) FROM tPSOrderDetail WHERE OrdM_PK = 7)");
-    const QStringList shorter = contentOf(clinic_);
-    QThread::msleep(1'100);
-    deleteOrder();
-    undo::putBack(*clinic_.connection(), lost(true));
-    EXPECT_EQ(contentOf(clinic_), shorter);
+    const char *const line =
+        "DELETE FROM tPSOrderDetail WHERE OrdD_PK = (SELECT MIN(OrdD_PK) FROM tPSOrderDetail WHERE OrdM_PK = 7)";
+    const char *const money = "DELETE FROM tPSTransaction WHERE tpstrans_PK = (SELECT MIN(tpstrans_PK) FROM "
+                              "tPSTransaction WHERE tpstrans_OrderM_PK = 7)";
+    const struct
+    {
+        const char *gone;
+        const char *thereafter;
+        unsigned long milliseconds; ///< before the order goes
+        unsigned long slowness;     ///< of the line to the server
+    } cases[]{{money, "SELECT 1", 1'100, 0},
+              {line, "UPDATE tPSOrderMaster SET OrdM_Total = OrdM_Total - 1 WHERE OrdM_PK = 7", 0, 600}};
+    for (const auto &one : cases) {
+        const QStringList whole = contentOf(clinic_);
+        clinic_.run(one.gone);
+        ASSERT_NE(contentOf(clinic_), whole);
+        clinic_.run(one.thereafter);
+        const QStringList shorter = contentOf(clinic_);
+        QThread::msleep(one.milliseconds);
+        deleteOrder(one.slowness);
+        undo::putBack(*clinic_.connection(), lost(true));
+        EXPECT_EQ(contentOf(clinic_), shorter) << one.gone;
+    }
 }
 
 TEST_P(OrderBack, IsRefusedWholeWhereSomethingElseStands)

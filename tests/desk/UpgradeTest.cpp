@@ -103,13 +103,13 @@ TEST_P(Upgrade, MakesOfAnEarlierDatabaseWhatThisProgramMakesAndOnlyOnce)
     const QStringList content = contentOf(clinic_);
     const QStringList settings = settingsOf(clinic_);
     ado::Connection &desk = *clinic_.otherDesk();
-    EXPECT_THAT(schema::upgradeNotice(desk).toStdString(), testing::HasSubstr("이전 판"));
+    EXPECT_THAT(schema::upgradeNotice(schema::readMark(desk)).toStdString(), testing::HasSubstr("이전 판"));
 
     EXPECT_FALSE(schema::upgrade(desk).empty());
     EXPECT_EQ(definitionsOf(clinic_).join(u'\n').toStdString(), definitionsOf(fresh).join(u'\n').toStdString());
     EXPECT_EQ(contentOf(clinic_), content);
     EXPECT_EQ(settingsOf(clinic_), settings);
-    EXPECT_EQ(schema::upgradeNotice(desk), QString());
+    EXPECT_EQ(schema::upgradeNotice(schema::readMark(desk)), QString());
     EXPECT_TRUE(schema::upgrade(desk).empty());
     clinic_.run("INSERT INTO tPSProductMaster (PM_Name) VALUES ('당귀')");
     EXPECT_EQ(clinic_.value("SELECT MAX(PM_PK) FROM tPSProductMaster"), "41");

@@ -5,7 +5,7 @@ INSERT INTO tPSProductMaster (PM_PK, PM_Catagory, PM_Name, PM_UnitPrice, PM_IsHi
 INSERT INTO tPSProductMaster (PM_PK, PM_Name, PM_UnitPrice, PM_AddedDate) VALUES (-5, '쌍화탕 🌿 e' || '́' || ' ﬁ ７', 0, '2024-02-29');
 INSERT INTO tPSCompanyMaster (CM_PK) VALUES (2000000000);
 INSERT INTO tPSIncoming (IN_PK, PM_PK, IN_Date, IN_Count, IN_Total) VALUES (70001, -2147483648, NULL, 0.1, NULL);
-INSERT INTO tPSIncoming (IN_PK, PM_PK, IN_Count) VALUES (70002, 2147483647, CAST('-0' AS double precision));
+INSERT INTO tPSIncoming (IN_PK, PM_PK, IN_Count) VALUES (70002, 2147483647, CAST('-0' AS float8));
 INSERT INTO tPSIncoming (IN_PK, IN_Count) VALUES (70003, 1.7976931348623157e308);
 INSERT INTO tPSIncoming (IN_PK, IN_Count) VALUES (70004, 123456789012345680);
 INSERT INTO tPSProperties (tpsps_Key, tpsps_Value) VALUES ('두번', NULL);

@@ -5,6 +5,7 @@
 #include "platform/runtime/Conversions.h"
 #include "tests/money/LedgerDesk.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/Refusal.h"
 
 #include <QHeaderView>
 #include <QSignalSpy>
@@ -230,6 +231,115 @@ TEST_F(OutstandingButton, AllCustomersAreListedInTheOtherModeAndSortedByTheirHea
     EXPECT_TRUE(inDialog([&] { result = form.MisuMoneyManager(gcnnMasterDB, nullptr, 0, Patient, 0); }, sortAndPay));
     EXPECT_EQ(result, -1);
     EXPECT_FALSE(outstanding::listSQL(2, Patient).contains("WHERE")) << "no other mode leaves anything out";
+}
+
+/// Acts as soon as a widget has been painted for the first time, and again behind all that this painting has set off.
+class WhenPainted : public QObject
+{
+public:
+    WhenPainted(QWidget *watched, std::function<void()> first, std::function<void()> last)
+        : first_(std::move(first))
+        , last_(std::move(last))
+    {
+        watched->installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && !std::exchange(painted_, true))
+            behind([this] { first_(), behind(last_); });
+        return false;
+    }
+
+private:
+    void behind(std::function<void()> act) { QMetaObject::invokeMethod(this, std::move(act), Qt::QueuedConnection); }
+
+    std::function<void()> first_, last_;
+    bool painted_ = false;
+};
+
+/// Everybody's list, long enough to come in two parts.
+class LongOutstandingList : public OutstandingButton
+{
+protected:
+    LongOutstandingList()
+    {
+        atOtherDesk(QStringLiteral(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) INSERT INTO tPSOrderMaster "
+            "(Cust_PK, OrdM_Date, OrdM_Total, OrdM_Misugum) SELECT 42, date('2026-01-01', i || ' days'), i, i FROM n"));
+        atOtherDesk(QStringLiteral("UPDATE Customer SET name = 'a' WHERE Customer_PK = 41"));
+    }
+    /// Acts on the first screen, before the rest is there, and then at the end, if the window is still open. The result, -2
+    /// where an error came instead.
+    int open(const Act &first, const Act &last)
+    {
+        frmMisuMoneyManager form;
+        const DialogDriver driver(&form);
+        const WhenPainted painted(
+            grid(driver)->viewport(), [&] { first(driver); }, [&] { last(driver), stayed_ = true, form.close(); });
+        int result = -2;
+        error_ = errorOf([&] { result = form.MisuMoneyManager(gcnnMasterDB, nullptr, 0, 0, 0); });
+        return result;
+    }
+
+    bool stayed_ = false; ///< until the end
+    std::optional<runtime::ErrorNumber> error_;
+};
+
+TEST_F(LongOutstandingList, ShowsItsFirstScreenBeforeTheRestAndNoPartOfTheSums)
+{
+    const auto beginning = [](const DialogDriver &form) {
+        Rows lines = shown(form);
+        lines.resize(20);
+        return lines;
+    };
+    Rows first;
+    const auto look = [&](const DialogDriver &form) {
+        first = beginning(form);
+        EXPECT_LT(shown(form).size(), 100u);
+        EXPECT_EQ(totals(form), " / ");
+        EXPECT_FALSE(grid(form)->dataSource()->hasCurrent());
+    };
+    EXPECT_EQ(open(look,
+                   [&](const DialogDriver &form) {
+                       EXPECT_EQ(shown(form).size(), 2003u);
+                       EXPECT_EQ(totals(form), "2,003 / 2,008,900");
+                       EXPECT_EQ(beginning(form), first);
+                       EXPECT_EQ(first.at(0), "a|C-1|2026-11-22|0|9,000|2,000");
+                       EXPECT_EQ(first.at(2), "김영희|C-2|2031-06-24||2,000|2,000");
+                   }),
+              -1);
+    EXPECT_TRUE(stayed_);
+}
+
+TEST_F(LongOutstandingList, GivesAFastUserTheWholeListToWorkOn)
+{
+    const auto sortAndPay = [](const DialogDriver &form) {
+        grid(form)->dataSource()->moveTo(3);
+        const QVariant chosen = grid(form)->dataSource()->bookmark();
+        inPayment(form, [](const DialogDriver &payment) { EXPECT_EQ(payment.text("txtGeneralSunap"), "1999"); });
+        EXPECT_EQ(grid(form)->dataSource()->bookmark(), chosen);
+        emit grid(form)->headClick(5);
+        EXPECT_EQ(shown(form).front(), "김영희|C-2|2026-01-02||1|1");
+    };
+    EXPECT_EQ(open(sortAndPay, [](const DialogDriver &form) { EXPECT_EQ(totals(form), "2,003 / 2,008,900"); }), -1);
+    EXPECT_TRUE(stayed_);
+}
+
+TEST_F(LongOutstandingList, ThatCannotBeReadToItsEndCountsAsNotOpened)
+{
+    const auto nothing = [](const DialogDriver &) {};
+    atOtherDesk(QStringLiteral("UPDATE tPSOrderMaster SET OrdM_Misugum = 2000000 WHERE Cust_PK = 42"));
+    EXPECT_EQ(open(nothing, nothing), -2);
+    EXPECT_EQ(error_, runtime::ErrorNumber::Overflow) << "more than the sum can hold";
+    EXPECT_THAT(boxes_.take(), IsEmpty());
+
+    const auto lose = [this](const DialogDriver &) {
+        atOtherDesk(QStringLiteral("ALTER TABLE Customer RENAME TO Patients"));
+    };
+    EXPECT_EQ(open(lose, nothing), 0);
+    EXPECT_FALSE(stayed_);
+    EXPECT_THAT(boxes_.take(),
+                ElementsAre("미수금 관리: 데이터베이스 접속에 오류가 발생했습니다. 네트워크를 확인하세요."));
 }
 
 TEST_F(OutstandingButton, TheKeyboardWorksTheList)

@@ -108,12 +108,16 @@ TEST_F(RollPaperTest, EveryRollCarriesTheWholeReceiptInOrder)
         }
         const print::Document document = rollReceipt(order, print::rollPaperOf(one.queue.name));
         const QString job = server.job(one.queue.name);
-        if (qEnvironmentVariableIsSet("KEEP_JOBS"))
-            QFile::copy(job, qEnvironmentVariable("KEEP_JOBS") + "/" + one.queue.name + ".pdf");
         const Paper paper = one.queue.raster ? Paper::of(document) : Paper(job);
         EXPECT_EQ(firstNotInOrder(paper, textsOf(one.lines)).toStdString(), "");
         EXPECT_EQ(paper.overlaps(), QStringList());
         const QList<QImage> sheets = printedSheets(job, one.queue.raster ? one.queue.edge : 0);
+        if (qEnvironmentVariableIsSet("KEEP_JOBS")) {
+            for (int sheet = 0; sheet < sheets.size(); ++sheet)
+                sheets[sheet].save(QStringLiteral("%1/%2-%3.png")
+                                       .arg(qEnvironmentVariable("KEEP_JOBS"), one.queue.name)
+                                       .arg(sheet + 1));
+        }
         ASSERT_EQ(sheets.size(), one.sheets);
         EXPECT_NEAR(sheets[0].width(), one.queue.width / 72.0 * 203, 4);
         EXPECT_EQ(textsMissingOn(sheets, document), QStringList());

@@ -4,6 +4,7 @@ trial=$(mktemp -d /tmp/clinic-road-XXXXXX)
 mkdir "$trial/home" "$trial/shims"
 touch "$trial/said" "$trial/failure"
 export trial HOME=$trial/home PATH=$trial/shims:$PATH QT_QPA_PLATFORM=offscreen LANG=C.UTF-8
+exec {told}>&2 # also where a command fails whose words are kept elsewhere
 unset XDG_CONFIG_HOME XDG_DATA_HOME XDG_STATE_HOME PGUSER PGPASSWORD PGDATABASE PGSSLMODE PGPASSFILE
 
 failed() {
@@ -35,7 +36,7 @@ leave() {
     local status=$?
     trap - ERR EXIT
     set +e
-    [ "$status" -eq 0 ] || tail -n 60 "$trial/said" "$trial/failure" >&2
+    [ "$status" -eq 0 ] || tail -n 60 "$trial/said" "$trial/failure" >&"$told"
     tidy_up
     rm -rf "$trial"
     exit "$status"

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFileInfo>
 #include <QGenericPlugin>
 #include <QLabel>
 #include <QLineEdit>

@@ -99,6 +99,34 @@ TEST_F(DeskRole, MayNothingElse)
         EXPECT_THAT(refusalOf(statement[0]), testing::Not(testing::IsEmpty())) << statement[0].toStdString();
 }
 
+/// The journal is written as its owner, so nothing in it may be taken from a schema of the desk's.
+TEST_F(DeskRole, TurnsNothingThatTheJournalIsWrittenWith)
+{
+    for (const char *statement :
+         {"CREATE SCHEMA own AUTHORIZATION desk_of_test", "CREATE TABLE own.seen (who name)",
+          "GRANT INSERT, SELECT ON own.seen TO PUBLIC",
+          "CREATE FUNCTION own.two(text, text) RETURNS boolean LANGUAGE sql AS 'INSERT INTO own.seen VALUES "
+          "(current_user); SELECT true'",
+          "CREATE FUNCTION own.joined(text, text) RETURNS text LANGUAGE sql AS 'INSERT INTO own.seen VALUES "
+          "(current_user); SELECT $1'",
+          "CREATE OPERATOR own.= (FUNCTION = own.two, LEFTARG = text, RIGHTARG = text)",
+          "CREATE OPERATOR own.<> (FUNCTION = own.two, LEFTARG = text, RIGHTARG = text)",
+          "CREATE OPERATOR own.|| (FUNCTION = own.joined, LEFTARG = text, RIGHTARG = text)",
+          "CREATE FUNCTION own.to_char(timestamp, text) RETURNS text LANGUAGE sql AS 'SELECT own.joined($2, $2)'",
+          "CREATE FUNCTION own.host(inet) RETURNS text LANGUAGE sql AS 'SELECT own.joined(''x'', ''x'')'",
+          "CREATE DOMAIN own.text AS pg_catalog.text CHECK (own.two(VALUE, VALUE))"})
+        clinic_.run(QLatin1String(statement));
+    desk_->Execute("SET search_path = own, public, pg_catalog");
+    const QString rows = QStringLiteral("SELECT COUNT(*) FROM t_DeskJournal");
+    const int before = clinic_.value(rows).toInt();
+    desk_->Execute(
+        "INSERT INTO public.tPSOrderDetail (OrdM_PK, PM_PK, OrdD_UnitPrice, OrdD_Count) VALUES (320, 1, 5, 1)");
+    desk_->Execute("UPDATE public.tPSOrderMaster SET OrdM_Total = 5 WHERE OrdM_PK = 320");
+    desk_->Execute("DELETE FROM public.tPSOrderDetail WHERE OrdM_PK = 320 AND OrdD_UnitPrice = 5");
+    EXPECT_EQ(clinic_.value(rows).toInt(), before + 3);
+    EXPECT_EQ(clinic_.value("SELECT COUNT(*) FROM own.seen"), QStringLiteral("0"));
+}
+
 /// Another owner, another schema, counters of the old kind, nothing of this program's own; and another program beside it.
 TEST_F(DeskRole, WorksOnTablesThatAnotherMadeAndLeavesTheRestAsItIs)
 {

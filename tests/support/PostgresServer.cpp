@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstring>
 #include <pwd.h>
 #include <stdexcept>
 #include <unistd.h>
@@ -24,13 +25,18 @@ QString binaries()
 
 constexpr int startTimeout = 30'000; // milliseconds
 
-/// The user that runs the server: the server refuses root.
+/// The user that runs the server: the server refuses root. A copy, for the next question overwrites the answer.
 const passwd *serverUser()
 {
-    static const passwd *user = getuid() == 0 ? getpwnam("postgres") : getpwuid(getuid());
-    if (!user)
-        throw std::runtime_error("no user to run the server as");
-    return user;
+    static const passwd user = [] {
+        const passwd *const found = getuid() == 0 ? getpwnam("postgres") : getpwuid(getuid());
+        if (!found)
+            throw std::runtime_error("no user to run the server as");
+        passwd kept = *found;
+        kept.pw_name = strdup(found->pw_name);
+        return kept;
+    }();
+    return &user;
 }
 
 } // namespace
@@ -92,9 +98,9 @@ void PostgresServer::start()
 {
     server_ = std::make_unique<QProcess>();
     server_->setProcessChannelMode(QProcess::MergedChannels);
-    server_->setStandardOutputFile(QProcess::nullDevice());
+    server_->setStandardOutputFile(folder_.filePath("log"), QIODevice::Append); // why it does not start
     QStringList arguments{QStringLiteral("-D"), QStringLiteral("data"), QStringLiteral("-k"), folder_.path()};
-    QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=60")};
+    QStringList settings{QStringLiteral("listen_addresses="), QStringLiteral("max_connections=150")};
     if (writing_ == Writing::Careless)
         settings << QStringLiteral("fsync=off") << QStringLiteral("full_page_writes=off")
                  << QStringLiteral("synchronous_commit=off");

@@ -19,9 +19,9 @@ public:
         const QString place = clinic.address().section(u':', 1);
         const bool server = clinic.engine() == ado::Engine::PostgreSQL;
         QSqlDatabase opened =
-            QSqlDatabase::addDatabase(server                                 ? QStringLiteral("QPSQL")
-                                      : clinic.engine() == ado::Engine::Odbc ? QStringLiteral("QODBC")
-                                                                             : QStringLiteral("QSQLITE"),
+            QSqlDatabase::addDatabase(server                                  ? QStringLiteral("QPSQL")
+                                      : clinic.address().startsWith(u"odbc:") ? QStringLiteral("QODBC")
+                                                                              : QStringLiteral("QSQLITE"),
                                       name_);
         opened.setDatabaseName(server ? clinic.serverDatabase() : also.isEmpty() ? place : place + u';' + also);
         if (server) {

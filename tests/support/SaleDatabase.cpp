@@ -29,6 +29,12 @@ void SaleDatabase::refuse(const QString &event)
         atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 BEGIN SELECT RAISE(ABORT, 'refused'); END").arg(event));
         return;
     }
+    if (database_.engine() == ado::Engine::MariaDB) {
+        atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 FOR EACH ROW SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = "
+                                   "'refused'")
+                        .arg(event));
+        return;
+    }
     atOtherDesk(
         "CREATE FUNCTION refusal() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN RAISE EXCEPTION ''refused''; END'");
     atOtherDesk(QStringLiteral("CREATE TRIGGER refusal %1 FOR EACH ROW EXECUTE FUNCTION refusal()").arg(event));
@@ -36,8 +42,9 @@ void SaleDatabase::refuse(const QString &event)
 
 void SaleDatabase::allowAgain()
 {
-    atOtherDesk(database_.engine() == ado::Engine::SQLite ? QStringLiteral("DROP TRIGGER refusal")
-                                                          : QStringLiteral("DROP FUNCTION refusal CASCADE"));
+    atOtherDesk(database_.engine() == ado::Engine::SQLite || database_.engine() == ado::Engine::MariaDB
+                    ? QStringLiteral("DROP TRIGGER refusal")
+                    : QStringLiteral("DROP FUNCTION refusal CASCADE"));
 }
 
 int SaleDatabase::lastKey(const QString &table, const QString &key)

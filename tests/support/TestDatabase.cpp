@@ -1,6 +1,8 @@
 #include "tests/support/TestDatabase.h"
 
 #include "desk/schema/Schema.h"
+#include "platform/ado/MariaDbText.h"
+#include "tests/support/MariaDbServer.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QSqlDatabase>
@@ -8,14 +10,17 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+#include <iostream>
 #include <stdexcept>
 
 namespace {
 
 QSqlQuery executed(const QString &connectionName, const QString &statement)
 {
-    QSqlQuery query(QSqlDatabase::database(connectionName));
-    if (!query.exec(statement))
+    const QSqlDatabase session = QSqlDatabase::database(connectionName);
+    QSqlQuery query(session);
+    const bool byOdbc = session.driverName() == QLatin1String("QODBC");
+    if (!query.exec(byOdbc ? ado::withTextsThatArriveWhole(statement) : statement))
         throw std::runtime_error((query.lastError().text() + u'\n' + statement).toStdString());
     return query;
 }
@@ -43,6 +48,9 @@ TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
 {
     if (engine == ado::Engine::SQLite) {
         address_ = QStringLiteral("sqlite:") + folder_.filePath("clinic.db");
+    } else if (engine == ado::Engine::MariaDB) {
+        serverDatabase_ = MariaDbServer::instance().createDatabase();
+        address_ = MariaDbServer::instance().address(serverDatabase_);
     } else {
         serverDatabase_ = PostgresServer::instance().createDatabase();
         address_ = engine == ado::Engine::Odbc ? PostgresServer::instance().odbcAddress(serverDatabase_)
@@ -63,6 +71,16 @@ TestDatabase::TestDatabase(ado::Engine engine, bool withSchema)
         plain = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), plainName_);
         plain.setDatabaseName(folder_.filePath("clinic.db"));
         plain.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+    } else if (engine == ado::Engine::MariaDB) {
+        plain = QSqlDatabase::addDatabase(QStringLiteral("QODBC"), plainName_);
+        plain.setDatabaseName(
+            address_.sliced(qsizetype(sizeof "odbc:") - 1)
+            + QStringLiteral(
+                ";INITSTMT={SET SESSION sql_mode = "
+                "'ANSI_QUOTES,PIPES_AS_CONCAT,NO_BACKSLASH_ESCAPES,NO_AUTO_VALUE_ON_ZERO', SESSION "
+                "collation_connection = utf8mb4_nopad_bin, SESSION character_set_results = binary, SESSION "
+                "lock_wait_timeout = 10}"));
+        plain.setNumericalPrecisionPolicy(QSql::HighPrecision);
     } else {
         const QString address = PostgresServer::instance().postgresAddress(serverDatabase_);
         plain = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), plainName_);
@@ -84,7 +102,10 @@ TestDatabase::~TestDatabase()
     if (serverDatabase_.isEmpty())
         return;
     try {
-        PostgresServer::instance().dropDatabase(serverDatabase_);
+        if (engine_ == ado::Engine::MariaDB)
+            MariaDbServer::instance().dropDatabase(serverDatabase_);
+        else
+            PostgresServer::instance().dropDatabase(serverDatabase_);
     } catch (const std::runtime_error &error) {
         ADD_FAILURE() << error.what();
     }
@@ -115,6 +136,16 @@ QStringList TestDatabase::rows(const QString &statement)
     return lines;
 }
 
+std::vector<ado::Engine> installedEngines()
+{
+    std::vector<ado::Engine> engines{ado::Engine::SQLite, ado::Engine::PostgreSQL, ado::Engine::Odbc};
+    if (MariaDbServer::isInstalled())
+        engines.push_back(ado::Engine::MariaDB);
+    else
+        std::cerr << "MariaDB is not installed and not tried\n";
+    return engines;
+}
+
 std::string engineName(const testing::TestParamInfo<ado::Engine> &info)
 {
     switch (info.param) {
@@ -124,6 +155,8 @@ std::string engineName(const testing::TestParamInfo<ado::Engine> &info)
         return "PostgreSQL";
     case ado::Engine::Odbc:
         return "Odbc";
+    case ado::Engine::MariaDB:
+        return "MariaDB";
     }
     return {};
 }

@@ -92,7 +92,7 @@ struct Wire::Line
     int server;
     std::string pending;  ///< of the desk's bytes, an unfinished message
     bool greeted = false; ///< its first message has no type
-    bool writes = false;  ///< the statement that is under way
+    bool writes = false;  ///< one of the statements that are under way
 
     Line(int deskEnd, int serverEnd)
         : desk(deskEnd)
@@ -205,7 +205,8 @@ bool Wire::carry(Line &line)
     return receive(line.server, bytes) && sendAll(line.desk, bytes.data(), bytes.size());
 }
 
-/// From the desk to the server, message by message: a statement begins with 'Q' or 'P' and ends with 'Q' or 'S'.
+/// From the desk to the server, message by message: a statement begins with 'Q' or 'P' and ends with 'Q' or 'S', which may end
+/// several.
 bool Wire::carryMessages(Line &line)
 {
     if (!receive(line.desk, line.pending))
@@ -219,7 +220,7 @@ bool Wire::carryMessages(Line &line)
         line.pending.erase(0, message.size());
         const char type = std::exchange(line.greeted, true) ? message[0] : '\0';
         if (type == 'Q' || type == 'P')
-            line.writes = everything_ || writes(message);
+            line.writes = line.writes || everything_ || writes(message);
         const bool cut = due_ == 0 && line.writes && moment_ == Moment::Before;
         if (!cut && !sendAll(line.server, message.data(), message.size()))
             return false;
@@ -232,7 +233,7 @@ bool Wire::carryMessages(Line &line)
             cut_ = true;
             return false;
         }
-        if (ended && line.writes && due_ > 0)
+        if (ended && std::exchange(line.writes, false) && due_ > 0)
             --due_;
     }
 }

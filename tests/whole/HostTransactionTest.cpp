@@ -57,6 +57,8 @@ TEST_P(HostTransaction, HoldsTheWholeSaleUntilTheHostEndsIt)
 
 TEST_P(HostTransaction, OfAnAdoptedSessionHoldsItJustSo)
 {
+    if (GetParam() == ado::Engine::MariaDB)
+        GTEST_SKIP() << "none is adopted";
     const QtSession session(desk_.database);
     QSqlDatabase database = session.database();
     desk_.connection = ado::Connection::adopt(database);

@@ -1,3 +1,5 @@
+#include "platform/controls/EventEdge.h"
+#include "platform/controls/Modal.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/support/Wire.h"
 #include "tests/whole/SaleDesk.h"
@@ -5,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QThread>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -22,8 +25,8 @@ protected:
         desk_.open();
     }
 
-    /// Adds a line; after 1.6 s the user acts, and after so long the server is there again.
-    void addLineWhile(std::function<void()> userActs, int mended)
+    /// After 1.6 s of the work the user acts, and after so long the server is there again.
+    void workWhile(const std::function<void()> &work, std::function<void()> userActs, int mended)
     {
         std::thread meanwhile([&, userActs] {
             QThread::msleep(1600);
@@ -32,9 +35,13 @@ protected:
             wire_.mend();
         });
         took_.start();
-        desk_.addLine(0, "2");
+        work();
         addingTook_ = took_.elapsed();
         meanwhile.join();
+    }
+    void addLineWhile(std::function<void()> userActs, int mended)
+    {
+        workWhile([this] { desk_.addLine(0, "2"); }, std::move(userActs), mended);
     }
 
     QString lineOnTheScreen() const
@@ -60,6 +67,9 @@ TEST_F(WaitingLine, ShowsThatTheWindowWaitsAndLetsNothingElseBegin)
     addLineWhile(
         [&] {
             line = lineOnTheScreen();
+            QWidget bubble(nullptr, Qt::ToolTip);
+            bubble.show();
+            EXPECT_TRUE(bubble.close()) << "as each does when another window comes to the front";
             desk_.window()->resize(desk_.window()->width() + 60, desk_.window()->height());
             wide = desk_.window()->grab().toImage();
             QTest::mouseClick(desk_.control("cmdCSAppendDetail"), Qt::LeftButton); // impatient
@@ -72,6 +82,8 @@ TEST_F(WaitingLine, ShowsThatTheWindowWaitsAndLetsNothingElseBegin)
         2600);
     EXPECT_TRUE(line.startsWith(QStringLiteral("다시 연결 중"))) << line.toStdString();
     EXPECT_EQ(wide.width(), width + 60);
+    if (const QString file = qEnvironmentVariable("ZELVO_WAITING_PICTURE"); !file.isEmpty())
+        wide.save(file); // for docs/take-pictures
     EXPECT_EQ(lineOnTheScreen(), QString());
     EXPECT_EQ(desk_.said(), "");
     EXPECT_EQ(desk_.joined("SELECT PM_PK, OrdD_Count FROM tPSOrderDetail"), "1|2") << "added once";
@@ -91,6 +103,34 @@ TEST_F(WaitingLine, GoesWithTheWindowThatIsClosed)
     EXPECT_TRUE(window.isNull());
     EXPECT_LT(addingTook_, 6000);
     EXPECT_THAT(desk_.said(), testing::HasSubstr("판매추가를 실패 했습니다."));
+}
+
+TEST_F(WaitingLine, GoesWithTheDialogThatIsClosed)
+{
+    wire_.fallSilent();
+    QDialog dialog(desk_.window());
+    dialog.resize(150, 200);
+    const auto ask = [&] { controls::runEvent([&] { desk_.connection->read("SELECT 1"); }, &dialog); };
+    QString text;
+    QRect room, filled;
+    const auto close = [&] {
+        if (const auto *line = dialog.findChild<QLabel *>("lblWaiting")) {
+            text = line->text();
+            room = line->contentsRect();
+            filled = line->fontMetrics().boundingRect(room, line->wordWrap() ? Qt::TextWordWrap : 0, text);
+        }
+        dialog.close();
+    };
+    bool gone = false;
+    QTimer::singleShot(0, &dialog, [&] {
+        workWhile(ask, close, 4500);
+        gone = QTest::qWaitFor([&] { return !dialog.isVisible(); }, 500);
+        dialog.reject();
+    });
+    controls::runEvent([&] { controls::runModal(&dialog); }, desk_.window());
+    EXPECT_TRUE(gone) << "the handler that it was opened by is still at work";
+    EXPECT_TRUE(room.contains(filled)) << room.width() << 'x' << room.height() << ' ' << text.toStdString();
+    EXPECT_THAT(desk_.said(), testing::HasSubstr("연결"));
 }
 
 TEST_F(WaitingLine, BridgesTheSecondsInWhichAServerIsStartedAnew)
