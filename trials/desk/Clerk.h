@@ -42,6 +42,8 @@ private:
     void openPatient(int key);
     void openOrder(qint32 key);
     void openProducts();
+    /// Those that the trial added, as this desk's list knows them.
+    std::vector<qint32> trialProducts() const;
     std::vector<qint32> ordersOfTrial() const;
     void act();
 

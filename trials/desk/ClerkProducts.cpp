@@ -5,8 +5,29 @@
 
 namespace trial {
 
+namespace {
+
+/// Products of the trial beyond which no desk adds one, or the lists would grow beyond any shop's.
+constexpr std::size_t MostProducts = 150;
+
+} // namespace
+
+std::vector<qint32> Clerk::trialProducts() const
+{
+    std::vector<qint32> keys;
+    const ado::Recordset &products = *session_.rsSaleProductListsManager;
+    for (int row = 0; row < products.rowCount(); ++row) {
+        const qint32 key = runtime::CLng(products.bookmarkAt(row));
+        if (key > task_.productsBefore)
+            keys.push_back(key);
+    }
+    return keys;
+}
+
 void Clerk::addProduct()
 {
+    if (trialProducts().size() >= MostProducts)
+        return;
     const qint64 token = next();
     const ProductEdit product{QStringLiteral("시험"),
                               QStringLiteral("물품 %1").arg(token),
@@ -22,13 +43,7 @@ void Clerk::addProduct()
 /// One of the trial, which may be sold meanwhile, or gone: this list is a while old.
 void Clerk::deleteProduct()
 {
-    std::vector<qint32> keys;
-    const ado::Recordset &products = *session_.rsSaleProductListsManager;
-    for (int row = 0; row < products.rowCount(); ++row) {
-        const qint32 key = runtime::CLng(products.bookmarkAt(row));
-        if (key > task_.productsBefore)
-            keys.push_back(key);
-    }
+    const std::vector<qint32> keys = trialProducts();
     if (keys.empty())
         return;
     const qint32 key = keys[std::size_t(roll(int(keys.size())))];

@@ -74,7 +74,8 @@ Failover::~Failover()
     first_.kill();
     second_.kill();
     if (kind_ == Kind::Full)
-        QProcess::execute(QStringLiteral("umount"), {first_.folder()});
+        QProcess::execute(QStringLiteral("umount"),
+                          {QStringLiteral("--lazy"), first_.folder()}); // some may still be ending
     for (const Server *server : {&first_, &second_})
         QDir(server->folder()).removeRecursively();
 }
@@ -177,10 +178,12 @@ void Failover::firstComesBack(Site &site, Result &result)
 {
     if (kind_ == Kind::Full)
         QFile::remove(first_.folder() + QStringLiteral("/rest"));
-    if (kind_ == Kind::Cut)
+    if (kind_ == Kind::Cut) {
         site.mendCable();
-    else
+        first_.awaitAnswer();
+    } else {
         first_.start(firstSettings);
+    }
     ground_->leadDesksOver(first_.address());
     const auto astray = ground_->startDesk(600, random_(), 1'000'000 * started_++ + 1, 0,
                                            {QStringLiteral("--faults"), QStringLiteral("1")});

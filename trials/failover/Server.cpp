@@ -108,7 +108,7 @@ void Server::awaitAnswer()
         if (server_->waitForFinished(30))
             break;
         QProcess ready;
-        ready.start(programs() + QStringLiteral("pg_isready"), {QStringLiteral("-q"), QStringLiteral("-h"), folder_});
+        ready.start(programs() + QStringLiteral("pg_isready"), {QStringLiteral("-q"), QStringLiteral("-h"), host_});
         if (ready.waitForFinished() && ready.exitCode() == 0)
             return;
     }

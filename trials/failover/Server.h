@@ -29,6 +29,8 @@ public:
     /// The power fails: all its processes at once.
     void kill();
     void promote();
+    /// Until it answers where the desks are: behind a cable that was mended the network needs a moment.
+    void awaitAnswer();
 
     const QString &folder() const { return folder_; }
     const QString &host() const { return host_; }
@@ -37,7 +39,6 @@ public:
 private:
     QString data() const { return folder_ + QStringLiteral("/data"); }
     QStringList asUser(const QString &program) const;
-    void awaitAnswer();
 
     const QString folder_;
     const QString host_;

@@ -1,6 +1,7 @@
 #include "trials/ground/Ground.h"
 
 #include "desk/backup/Backup.h"
+#include "tests/support/MariaDbServer.h"
 #include "tests/support/PostgresServer.h"
 
 #include <QCoreApplication>
@@ -28,12 +29,17 @@ QString firstValue(const ado::Connection &clinic, const char *select)
 
 } // namespace
 
-Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server)
+Ground::Ground(ado::Engine engine, sample::Size size, PostgresServer *server, const QString &place)
     : folder_(QCoreApplication::applicationDirPath() + QStringLiteral("/trial-XXXXXX"))
     , engine_(engine)
 {
-    address_ = engine == ado::Engine::SQLite ? QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"))
-                                             : server->postgresAddress(server->createDatabase());
+    if (engine == ado::Engine::MariaDB && place.isEmpty())
+        mariaDb_ = std::make_unique<MariaDbServer>(MariaDbServer::Writing::Durable);
+    address_ = !place.isEmpty() ? place
+               : engine == ado::Engine::SQLite
+                   ? QStringLiteral("sqlite:") + folder_.filePath(QStringLiteral("clinic.db"))
+               : mariaDb_ ? mariaDb_->address(mariaDb_->createDatabase())
+                          : server->postgresAddress(server->createDatabase());
     deskAddress_ = address_;
     sample::makeClinic(address_, size, tell);
     const ado::ConnectionPtr clinic = ado::Connection::open(address_);

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class MariaDbServer;
 class PostgresServer;
 
 /// What a trial stands on: a clinic on a throw-away server or in a file, desks that work on it, and their journals.
@@ -17,8 +18,8 @@ namespace trial {
 class Ground
 {
 public:
-    /// Makes the clinic, which takes minutes for a large one. Raises.
-    Ground(ado::Engine engine, sample::Size size, PostgresServer *server);
+    /// Makes the clinic, which takes minutes for a large one, in an empty database where its place is given. Raises.
+    Ground(ado::Engine engine, sample::Size size, PostgresServer *server, const QString &place = {});
     /// On a clinic that is there.
     explicit Ground(const QString &clinic);
     ~Ground();
@@ -54,6 +55,7 @@ private:
 
     QTemporaryDir folder_;
     ado::Engine engine_;
+    std::unique_ptr<MariaDbServer> mariaDb_;
     QString address_;
     QString deskAddress_;
     int patients_ = 0;

@@ -7,7 +7,8 @@
 #include <functional>
 
 /// Stops the desk of this process before each statement that it sends, past the module, which knows nothing of it. What
-/// begins a transaction on a server, or only guards the next statement there, is sent with that.
+/// begins a transaction on a server, or only guards the next statement there, is sent with that. What a desk would send in one
+/// go it sends one by one here: the server, too, lets other desks in between.
 namespace trial::gate {
 
 enum class Stop : char {

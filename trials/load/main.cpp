@@ -1,8 +1,10 @@
 #include "platform/runtime/RuntimeError.h"
 #include "trials/ground/Ground.h"
 #include "trials/ground/Options.h"
+#include "trials/load/Sessions.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <algorithm>
 #include <cstdio>
@@ -69,13 +71,24 @@ int tokensOfADesk(const trial::Options &options)
     return std::min(1'000'000, (1 << 24) / (shifts * options.number("desks")));
 }
 
+void tellSessions(const QString &address)
+{
+    const trial::Sessions sessions = trial::Sessions::of(*ado::Connection::open(address));
+    if (sessions.count > 0)
+        std::printf("%d sessions at the server, each of %.1f MB of its own and %.1f MB of what they share\n\n",
+                    sessions.count, sessions.own, sessions.shared);
+}
+
 /// Lets so many desks work on the clinic at once; false when one did not end by itself.
 bool work(trial::Ground &ground, const trial::Options &options, int seconds, int shift)
 {
     std::vector<std::unique_ptr<QProcess>> desks;
+    const QStringList pause{QStringLiteral("--pause"), QString::number(options.number("pause"))};
     for (int desk = shift; desk < shift + options.number("desks"); ++desk)
         desks.push_back(ground.startDesk(seconds, unsigned(options.number("seed") + desk),
-                                         tokensOfADesk(options) * desk + 1, options.number("crowding")));
+                                         tokensOfADesk(options) * desk + 1, options.number("crowding"), pause));
+    QThread::sleep(unsigned(seconds) / 2);
+    tellSessions(ground.address());
     bool ended = true;
     for (const auto &desk : desks)
         ended = desk->waitForFinished((seconds + 60) * 1000) && desk->exitCode() == 0 && ended;
@@ -102,7 +115,9 @@ bool workOverRestore(trial::Ground &ground, const trial::Options &options, int s
 int run(const trial::Options &options)
 {
     const std::unique_ptr<PostgresServer> server = options.server();
-    trial::Ground ground(options.engine(), options.size(), server.get());
+    trial::Ground ground(options.engine(), options.size(), server.get(), options.text("at"));
+    if (const QString desks = options.text("desks-at"); !desks.isEmpty())
+        ground.leadDesksOver(desks);
     const int seconds = options.number("seconds");
     bool ended = work(ground, options, seconds, 0);
     print(ground.readJournals(), seconds);
@@ -115,6 +130,7 @@ int run(const trial::Options &options)
 } // namespace
 
 /// trial_load ENGINE [--desks N] [--seconds N] [--orders N] [--crowding PERCENT] [--seed N] [--restores 0|1]
+///     [--pause MILLISECONDS] [--at ADDRESS] [--desks-at ADDRESS]
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
@@ -124,7 +140,8 @@ int main(int argc, char **argv)
                      {QStringLiteral("seconds"), 60},
                      {QStringLiteral("crowding"), 10},
                      {QStringLiteral("seed"), 1},
-                     {QStringLiteral("restores"), 0}}});
+                     {QStringLiteral("restores"), 0},
+                     {QStringLiteral("pause"), 0}}});
     } catch (const runtime::RuntimeError &error) {
         std::fprintf(stderr, "trial_load: %s\n", qPrintable(error.description()));
     } catch (const std::exception &error) {
