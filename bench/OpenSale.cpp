@@ -25,7 +25,22 @@ std::string ofOrder(const OrderTable &table, int lngOrdMPK)
 /// Bears the order's key, so that several may be remembered.
 std::string memoryOf(const std::string &table, int lngOrdMPK)
 {
-    return "temp.kept_" + table + "_" + std::to_string(lngOrdMPK);
+    return "kept_" + table + "_" + std::to_string(lngOrdMPK);
+}
+
+/// Past the layer where that is possible.
+void run(ado::Connection &connection, const std::string &statement)
+{
+    if (connection.engine() == ado::Engine::SQLite)
+        runBare(bareHandle(connection), statement);
+    else
+        connection.Execute(QString::fromStdString(statement));
+}
+
+void keep(ado::Connection &connection, const std::string &memory, const std::string &rows)
+{
+    run(connection, "DROP TABLE IF EXISTS " + memory);
+    run(connection, "CREATE TEMP TABLE " + memory + " AS SELECT " + rows);
 }
 
 ado::Recordset &open(SaleSession::RecordsetPtr &rows, const QString &statement, const ado::ConnectionPtr &connection,
@@ -59,28 +74,24 @@ OpenSale::OpenSale(const ado::ConnectionPtr &connection, const desk::Patient &pa
 
 void OpenSale::remember() const
 {
-    sqlite3 *const handle = bareHandle(*connection_);
-    for (const OrderTable &table : orderTables) {
-        const std::string memory = memoryOf(table.name, lngOrdMPK_);
-        runBare(handle, "DROP TABLE IF EXISTS " + memory);
-        runBare(handle, "CREATE TEMP TABLE " + memory.substr(5) + " AS SELECT *" + ofOrder(table, lngOrdMPK_));
-    }
-    const std::string keys = memoryOf("keys", lngOrdMPK_);
-    runBare(handle, "DROP TABLE IF EXISTS " + keys);
-    runBare(handle, "CREATE TEMP TABLE " + keys.substr(5) + " AS SELECT name, seq FROM main.sqlite_sequence");
+    for (const OrderTable &table : orderTables)
+        keep(*connection_, memoryOf(table.name, lngOrdMPK_), "*" + ofOrder(table, lngOrdMPK_));
+    if (connection_->engine() == ado::Engine::SQLite)
+        keep(*connection_, memoryOf("keys", lngOrdMPK_), "name, seq FROM main.sqlite_sequence");
 }
 
 void OpenSale::restore()
 {
-    sqlite3 *const handle = bareHandle(*connection_);
-    runBare(handle, "BEGIN IMMEDIATE");
+    const bool embedded = connection_->engine() == ado::Engine::SQLite;
+    run(*connection_, embedded ? "BEGIN IMMEDIATE" : "BEGIN");
     for (const OrderTable &table : orderTables) {
-        runBare(handle, "DELETE" + ofOrder(table, lngOrdMPK_));
-        runBare(handle, "INSERT INTO main." + table.name + " SELECT * FROM " + memoryOf(table.name, lngOrdMPK_));
+        run(*connection_, "DELETE" + ofOrder(table, lngOrdMPK_));
+        run(*connection_, "INSERT INTO " + table.name + " SELECT * FROM " + memoryOf(table.name, lngOrdMPK_));
     }
-    runBare(handle, "UPDATE main.sqlite_sequence SET seq = (SELECT kept.seq FROM " + memoryOf("keys", lngOrdMPK_)
-                        + " AS kept WHERE kept.name = sqlite_sequence.name)");
-    runBare(handle, "COMMIT");
+    if (embedded)
+        run(*connection_, "UPDATE main.sqlite_sequence SET seq = (SELECT kept.seq FROM " + memoryOf("keys", lngOrdMPK_)
+                              + " AS kept WHERE kept.name = sqlite_sequence.name)");
+    run(*connection_, "COMMIT");
     for (const auto *rows : {&session_.rsCustSaleMaster, &session_.rsCustSaleDetails, &session_.rsCustTranManage})
         (*rows)->Requery();
     session_.rsCustSaleMaster->setBookmark(lngOrdMPK_);
@@ -88,17 +99,18 @@ void OpenSale::restore()
 
 void OpenSale::removeLedger() const
 {
-    runBare(bareHandle(*connection_), "DELETE" + ofOrder(orderTables[2], lngOrdMPK_));
+    run(*connection_, "DELETE" + ofOrder(orderTables[2], lngOrdMPK_));
 }
 
 std::string OpenSale::rows() const
 {
     std::string all;
     for (const OrderTable &table : orderTables) {
-        BareStatement rows(bareHandle(*connection_), "SELECT *" + ofOrder(table, lngOrdMPK_) + " ORDER BY 1");
-        while (rows.step()) {
-            for (int column = 0; column < rows.columns(); ++column)
-                all.append(rows.text(column)).append("|");
+        const ado::CellTable rows =
+            connection_->read(QString::fromStdString("SELECT *" + ofOrder(table, lngOrdMPK_) + " ORDER BY 1"));
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            for (int column = 0; column < rows.columnCount(); ++column)
+                all.append(rows.raw(row, column).toString().toStdString()).append("|");
             all += '\n';
         }
     }

@@ -33,6 +33,12 @@ public:
     ado::Recordset &list() { return *session_.rsSaleProductListsManager; }
     QString ofProduct() const { return QStringLiteral("PM_PK = %1").arg(lngPMPK_); }
 
+    /// Into another recordset, which knows nothing of it.
+    void readWhole()
+    {
+        ado::Recordset anew;
+        anew.Open(list().source(), connection_, ado::CursorType::Keyset, ado::LockType::Optimistic);
+    }
     void restore()
     {
         runBare(bareHandle(*connection_), "UPDATE tPSProductMaster SET PM_UnitPrice = " + std::to_string(firstPrice)
@@ -111,13 +117,21 @@ void registerSize(const ado::ConnectionPtr &connection, long products, double li
                    list->save();
                    list->list().Requery();
                }};
+    whole.whole = [list] {
+        list->save();
+        list->readWhole();
+    };
     whole.stock = [stock] { (*stock)->save(); };
     whole.prepareStock = [=] {
         if (!*stock)
             *stock = std::make_unique<StockList>(connection, *list);
     };
     for (Work *work : {&alone, &whole}) {
-        work->prepare = [list] { list->restore(); };
+        work->prepare = [list, reads = work == &whole] {
+            list->restore();
+            if (reads) // as it was read after the last save, whoever saved
+                list->list().Requery();
+        };
         work->state = [list] { return list->row(); };
         registerWork(connection, *work, table);
     }

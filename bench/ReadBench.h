@@ -6,6 +6,6 @@
 namespace bench {
 
 /// What is read when a patient or an order is chosen, and the orders with outstanding money.
-void registerRead(const Clinics &clinics, Table &table);
+void registerRead(const OrderedClinic &clinic, Table &table);
 
 } // namespace bench

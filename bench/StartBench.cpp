@@ -2,6 +2,7 @@
 
 #include "bench/SaleWindow.h"
 #include "bench/TypicalPatients.h"
+#include "bench/Work.h"
 #include "desk/window/DeskWindow.h"
 
 #include <QCoreApplication>
@@ -66,35 +67,44 @@ void search(benchmark::State &state, const ado::ConnectionPtr &connection)
     }
 }
 
+std::string patientsIn(const ado::Connection &connection)
+{
+    return grouped(connection.read(QStringLiteral("SELECT COUNT(*) FROM Customer")).raw(0, 0).toInt());
+}
+
 } // namespace
 
-void registerStart(const Clinics &clinics, Table &table)
+void registerStart(const OrderedClinic &clinic, Table &table)
 {
-    const QStringList desk{QStringLiteral("--until-shown"), QStringLiteral("--database"), clinics.large->address()};
-    const QString patient = QString::number(typicalPatients(*clinics.large).front().key);
+    const std::string size = "/" + std::to_string(clinic.orders);
+    const std::string patients = patientsIn(*clinic.connection) + " patients";
+    const QStringList desk{QStringLiteral("--until-shown"), QStringLiteral("--database"), clinic.connection->address()};
+    const QString patient = QString::number(typicalPatients(*clinic.connection).front().key);
     const struct
     {
         const char *name;
-        const char *what;
+        std::string what;
         QStringList arguments;
         Word word;
         double limit;
     } starts[] = {
-        {"start/desk", "start the desk, 50,000 patients, until its window is painted", desk, WindowPainted, 100},
+        {"start/desk", "start the desk, " + patients + ", until its window is painted", desk, WindowPainted, 100},
         {"start/patients", "the same, until the patients are", desk, ListPainted, 250},
         {"start/sale", "start with a patient's sale, until its window is painted",
          desk + QStringList{QStringLiteral("--patient"), patient}, WindowPainted, 200}};
     for (const auto &one : starts) {
-        benchmark::RegisterBenchmark(one.name,
+        const std::string name = one.name + size;
+        benchmark::RegisterBenchmark(name.c_str(),
                                      [one](benchmark::State &state) { start(state, one.arguments, one.word); })
             ->Iterations(Starts)
             ->UseManualTime();
-        table.add({one.what, one.name, {}, one.limit});
+        table.add({one.what, name, {}, one.limit});
     }
-    benchmark::RegisterBenchmark("search", [connection = clinics.large](benchmark::State &state) {
+    const std::string name = "search" + size;
+    benchmark::RegisterBenchmark(name.c_str(), [connection = clinic.connection](benchmark::State &state) {
         search(state, connection);
     })->Iterations(Starts);
-    table.add({"search a patient, 50,000 patients, first sign typed, painted", "search", {}, 100});
+    table.add({"search a patient, " + patients + ", first sign typed, painted", name, {}, 100});
 }
 
 } // namespace bench

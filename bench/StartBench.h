@@ -6,6 +6,6 @@
 namespace bench {
 
 /// From the start of the process until its first window is painted.
-void registerStart(const Clinics &clinics, Table &table);
+void registerStart(const OrderedClinic &clinic, Table &table);
 
 } // namespace bench

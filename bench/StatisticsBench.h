@@ -6,6 +6,7 @@
 namespace bench {
 
 /// A month of each report, read as the report reads it.
-void registerStatistics(const Clinics &clinics, Table &table);
+enum class Span { Month, Year };
+void registerStatistics(const OrderedClinic &clinic, Table &table, Span span = Span::Month);
 
 } // namespace bench

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <regex>
 
 namespace bench {
 
@@ -19,13 +20,18 @@ void Table::ReportRuns(const std::vector<Run> &runs)
     }
 }
 
-bool Table::print()
+void Table::takeMedians()
 {
     for (auto &[name, times] : times_) {
         const auto middle = times.begin() + std::ptrdiff_t(times.size() / 2);
         std::ranges::nth_element(times, middle);
         medians_[name] = *middle;
     }
+}
+
+bool Table::print()
+{
+    takeMedians();
     std::printf(
         "| what | measured | bare API | ratio | stock model | ratio | limit |\n|---|---:|---:|---:|---:|---:|---:|\n");
     bool kept = !failed_;
@@ -34,6 +40,34 @@ bool Table::print()
             kept = print(line, median->second) && kept;
     }
     return kept;
+}
+
+void Table::printGrowth(long from, long to)
+{
+    takeMedians();
+    const std::string small = std::to_string(from), great = std::to_string(to);
+    std::printf("| what | %s | %s | ratio | bare API, %s | %s | ratio |\n|---|---:|---:|---:|---:|---:|---:|\n",
+                small.c_str(), great.c_str(), small.c_str(), great.c_str());
+    const auto printPair = [&](std::string name) {
+        const auto before = medians_.find(name);
+        std::string grown = name + '/';
+        if (const std::size_t place = grown.find('/' + small + '/'); place != std::string::npos)
+            grown.replace(place + 1, small.size(), great);
+        grown.pop_back();
+        const auto after = medians_.find(grown);
+        if (grown == name || before == medians_.end() || after == medians_.end())
+            return false;
+        std::printf(" %.3g ms | %.3g ms | %.2f |", before->second, after->second, after->second / before->second);
+        return true;
+    };
+    static const std::regex sizes(", [0-9,]+ (orders|patients)");
+    for (const Line &line : lines_) {
+        if (line.measured.find('/' + great) != std::string::npos || !medians_.contains(line.measured))
+            continue;
+        std::printf("| %s |", std::regex_replace(line.what, sizes, "").c_str());
+        printPair(line.measured);
+        std::printf(printPair(line.bare) ? "\n" : " | | |\n");
+    }
 }
 
 /// Prints two cells and gives the ratio, 0 where there is nothing to compare with.
@@ -56,7 +90,7 @@ bool Table::print(const Line &line, double median) const
     const double stockRatio = printRatio(line.stock, median);
     const bool missed = (line.limit > 0 && (line.bare.empty() ? median : ratio) > line.limit) || stockRatio > 1;
     if (line.limit > 0)
-        std::printf(line.bare.empty() ? " %.0f ms" : " %.1f", line.limit);
+        std::printf(line.bare.empty() ? " %.0f ms" : " %.3g", line.limit);
     std::printf(missed ? " **missed** |\n" : " |\n");
     return !missed;
 }

@@ -32,8 +32,12 @@ public:
 
     /// Prints the lines that were measured; false when a limit was missed or a benchmark failed.
     bool print();
+    /// Prints, without limits, the lines that were measured at both numbers of orders, which stand in their names: what
+    /// the greater takes, times the smaller.
+    void printGrowth(long from, long to);
 
 private:
+    void takeMedians();
     bool print(const Line &line, double median) const;
     double printRatio(const std::string &other, double median) const;
 

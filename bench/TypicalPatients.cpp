@@ -12,9 +12,9 @@ namespace {
 std::vector<desk::Patient> patientsOf(ado::Connection &connection, const std::string &keys)
 {
     std::vector<desk::Patient> chosen;
-    BareStatement rows(bareHandle(connection), keys);
-    while (rows.step()) {
-        if (const auto patient = desk::readPatient(connection.shared_from_this(), static_cast<int>(rows.integer(0))))
+    const ado::CellTable rows = connection.read(QString::fromStdString(keys));
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        if (const auto patient = desk::readPatient(connection.shared_from_this(), rows.raw(row, 0).toInt()))
             chosen.push_back(*patient);
     }
     if (chosen.empty())
@@ -26,8 +26,11 @@ std::vector<desk::Patient> patientsOf(ado::Connection &connection, const std::st
 
 std::vector<desk::Patient> typicalPatients(ado::Connection &connection)
 {
-    return patientsOf(connection, "SELECT Cust_PK FROM tPSOrderMaster GROUP BY Cust_PK"
-                                  " HAVING COUNT(*) BETWEEN 18 AND 24 ORDER BY Cust_PK * 7919 % 50021 LIMIT 15");
+    // The same people in the clinic of ten million orders, which has everybody ten times: those that came last.
+    return patientsOf(connection,
+                      "SELECT Cust_PK FROM tPSOrderMaster"
+                      " WHERE Cust_PK > (SELECT MAX(Customer_PK) FROM Customer) - 50021 GROUP BY Cust_PK"
+                      " HAVING COUNT(*) BETWEEN 18 AND 24 ORDER BY Cust_PK % 50021 * 7919 % 50021 LIMIT 15");
 }
 
 desk::Patient busiestPatient(ado::Connection &connection)

@@ -48,21 +48,6 @@ void rowChanges(benchmark::State &state, const ado::ConnectionPtr &connection, c
         state.SkipWithError("the rows did not change");
 }
 
-void registerOpening(const ado::ConnectionPtr &connection, Table &table)
-{
-    const std::vector<desk::Patient> patients = typicalPatients(*connection);
-    for (const bool windowStands : {false, true}) {
-        const std::string name = windowStands ? "open/next_patient" : "open/new_window";
-        benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
-            openings(state, connection, patients, windowStands);
-        })->Iterations(Steps);
-        table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted",
-                   name,
-                   {},
-                   30});
-    }
-}
-
 void registerRowChanges(const ado::ConnectionPtr &connection, Table &table)
 {
     const desk::Patient patient = busiestPatient(*connection);
@@ -79,9 +64,25 @@ void registerRowChanges(const ado::ConnectionPtr &connection, Table &table)
 
 } // namespace
 
+void registerOpening(const OrderedClinic &clinic, Table &table)
+{
+    const std::vector<desk::Patient> patients = typicalPatients(*clinic.connection);
+    const std::string size = "/" + std::to_string(clinic.orders);
+    for (const bool windowStands : {false, true}) {
+        const std::string name = (windowStands ? "open/next_patient" : "open/new_window") + size;
+        benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State &state) {
+            openings(state, clinic.connection, patients, windowStands);
+        })->Iterations(Steps);
+        table.add({windowStands ? "the next patient's sale in the same window" : "open a patient's sale, painted",
+                   name,
+                   {},
+                   30});
+    }
+}
+
 void registerWindow(const Clinics &clinics, Table &table)
 {
-    registerOpening(clinics.large, table);
+    registerOpening(byOrders(clinics).back(), table);
     registerRowChanges(clinics.large, table);
 }
 

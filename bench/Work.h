@@ -15,6 +15,7 @@ struct Work
     std::string what; ///< in the table
     double limit = 0; ///< times the bare interface
     std::function<void()> run;
+    std::function<void()> whole = {};        ///< all that the bare interface has to do, where `run` may do with less
     std::function<void()> stock = {};        ///< none where the toolkit has no model for it
     std::function<void()> prepare = {};      ///< before each run, not timed: brings the rows to where they were
     std::function<void()> prepareStock = {}; ///< the same for the model's own rows

@@ -3,6 +3,7 @@
 #include "bench/DayBench.h"
 #include "bench/FindBench.h"
 #include "bench/NamesBench.h"
+#include "bench/OutstandingBench.h"
 #include "bench/ProductListBench.h"
 #include "bench/ProductSaveBench.h"
 #include "bench/ReadBench.h"
@@ -27,7 +28,8 @@ namespace {
 bool measure(bench::Table &table)
 {
     const bench::Clinics clinics = bench::openClinics();
-    bench::registerStart(clinics, table);
+    const std::vector<bench::OrderedClinic> byOrders = bench::byOrders(clinics);
+    bench::registerStart(byOrders.back(), table);
     bench::registerProductList(clinics, table);
     bench::registerWindow(clinics, table);
     bench::registerFind(clinics, table);
@@ -35,11 +37,13 @@ bool measure(bench::Table &table)
     bench::registerAddLine(clinics, table);
     bench::registerNames(clinics, table);
     bench::registerReceipts(clinics, table);
-    bench::registerRead(clinics, table);
+    for (const bench::OrderedClinic &clinic : byOrders)
+        bench::registerRead(clinic, table);
+    bench::registerOutstanding(byOrders.back(), table);
     bench::registerSale(clinics, table);
     bench::registerProductSave(clinics, table);
     bench::registerDay(clinics, table);
-    bench::registerStatistics(clinics, table);
+    bench::registerStatistics(byOrders.back(), table);
     benchmark::RunSpecifiedBenchmarks(&table);
     return table.print();
 }

@@ -1,3 +1,4 @@
+#include "bench/reports/ReportTimes.h"
 #include "clinic/Tables.h"
 #include "components/VantoChain/ChainReport.h"
 #include "components/central/clsZelvoCentral.h"
@@ -18,34 +19,12 @@
 namespace {
 
 using namespace statistics;
+using namespace bench;
 
 constexpr int repetitions = 5;
 const Period month{QDate(2026, 6, 1), QDate(2026, 6, 30)};
 
-struct Times
-{
-    qint64 whole = 0;   ///< ms from the choice until the report is painted
-    qint64 longest = 0; ///< ms in which the window answered nothing
-};
-
-Times untilRead(const ReportWindow &window)
-{
-    Times times;
-    QElapsedTimer sinceStart;
-    sinceStart.start();
-    bool painted = false;
-    while (window.isReading() || !painted) {
-        painted = !window.isReading(); // one more turn, for what is shown now
-        QElapsedTimer turn;
-        turn.start();
-        QApplication::processEvents();
-        times.longest = std::max(times.longest, turn.elapsed());
-    }
-    times.whole = sinceStart.elapsed();
-    return times;
-}
-
-void tell(const char *what, const Times &times)
+void tell(const char *what, const ReportTimes &times)
 {
     std::printf("| %s | %lld ms | %lld ms |\n", what, static_cast<long long>(times.whole),
                 static_cast<long long>(times.longest));
@@ -59,13 +38,12 @@ void measureReport(const QString &address)
     window.show();
     tell("the window, first time", untilRead(window));
     auto &bar = *window.findChild<PeriodBar *>();
-    Times worst;
+    ReportTimes all;
     for (int time = 0; time < repetitions; ++time) {
         bar.choose(month);
-        const Times times = untilRead(window);
-        worst = {std::max(worst.whole, times.whole), std::max(worst.longest, times.longest)};
+        all = worst(all, untilRead(window));
     }
-    tell("a month, the worst of 5", worst);
+    tell("a month, the worst of 5", all);
     auto &views = *window.findChild<QComboBox *>(QStringLiteral("cboView"));
     views.setCurrentIndex(views.count() - 1);
     tell("the stock of all", untilRead(window));

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace bench {
+
+/// A long way between a desk and a PostgreSQL server of this machine: what either says is heard after a delay. A thread of its
+/// own carries the bytes and counts.
+class FarWire
+{
+public:
+    /// `server` is the folder of the server's socket; the delay is that of one direction.
+    FarWire(const QString &server, std::chrono::milliseconds delay);
+    ~FarWire();
+    FarWire(const FarWire &) = delete;
+    FarWire &operator=(const FarWire &) = delete;
+
+    QString address(const QString &database) const; ///< "postgresql://..."
+
+    struct Traffic
+    {
+        int statements = 0;
+        int waits = 0;                 ///< the desk said something after it had heard something: a way there and back
+        std::vector<std::string> told; ///< the statements, each as "wait number: text"
+    };
+    /// Since the last call.
+    Traffic take();
+
+private:
+    class Way;
+    struct Line;
+    void run();
+    void hear(Line &line);
+
+    const std::string server_; ///< path of its socket
+    const std::chrono::milliseconds delay_;
+    QTemporaryDir folder_;
+    std::mutex mutex_;
+    Traffic traffic_;
+    std::atomic<bool> ending_{false};
+    int listener_ = -1;
+    std::thread thread_;
+};
+
+} // namespace bench
