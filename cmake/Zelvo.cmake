@@ -26,21 +26,34 @@ function(zelvo_library name)
     endif()
 endfunction()
 
-# zelvo_test(NAME libs...): every source of the current folder, as one test program run by CTest.
+# zelvo_test(NAME libs...): every source of the current folder, as one test program run by CTest; in two halves where it waits long.
 function(zelvo_test name)
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
     add_executable(${name} ${sources})
     # Fixtures in anonymous namespaces do not outlive being joined into one source.
     set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
     target_link_libraries(${name} PRIVATE test_support ${ARGN})
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0"
-        TIMEOUT 600)
-    # ./test runs them side by side: what waits most begins first, and what asks how long something took has all cores.
-    if(name IN_LIST ZELVO_LONG_TESTS)
-        set_tests_properties(${name} PROPERTIES COST 100)
-    elseif(name IN_LIST ZELVO_TIMED_TESTS)
-        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
+    if(name IN_LIST ZELVO_HALVED_TESTS)
+        set(parts 1 2)
+    else()
+        set(parts 1)
     endif()
+    list(LENGTH parts count)
+    foreach(part IN LISTS parts)
+        set(test ${name})
+        if(count GREATER 1)
+            set(test ${name}_${part}_of_${count})
+        endif()
+        math(EXPR shard "${part} - 1")
+        add_test(NAME ${test} COMMAND ${name})
+        set_tests_properties(${test} PROPERTIES ENVIRONMENT
+            "GTEST_TOTAL_SHARDS=${count};GTEST_SHARD_INDEX=${shard};QT_QPA_PLATFORM=offscreen;QT_SCALE_FACTOR=1;LANG=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0"
+            TIMEOUT 600)
+        # ./test runs them side by side: what waits most begins first, and what asks how long something took has all cores.
+        if(name IN_LIST ZELVO_LONG_TESTS)
+            set_tests_properties(${test} PROPERTIES COST 100)
+        elseif(name IN_LIST ZELVO_TIMED_TESTS)
+            set_tests_properties(${test} PROPERTIES RUN_SERIAL ON)
+        endif()
+    endforeach()
 endfunction()

@@ -40,7 +40,7 @@ restores the clinic's database.")
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME zelvo-productsale-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "zelvo-productsale (${same_version}), qt6-base-dev")
-set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "qt6-charts-dev")
+set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "qt6-charts-dev, libqt6opengl6-dev")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "product sale of an oriental-medicine clinic's desk (development)
 Headers and CMake files for a host: a desk program of one's own that loads
 the sale and hands it a connection and a patient; and, with qt6-charts-dev,
