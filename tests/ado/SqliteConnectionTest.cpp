@@ -127,6 +127,27 @@ TEST(SqliteConnection, ReadsOneMomentUntilItIsLetGoOrSomethingIsWritten)
     EXPECT_EQ(seen(), 5);
 }
 
+TEST(SqliteConnection, WaitsForTheDeskThatWritesAFileWithoutALog)
+{
+    TestDatabase clinic(ado::Engine::SQLite);
+    clinic.connection()->Execute(QStringLiteral("PRAGMA journal_mode = DELETE"));
+    const ado::ConnectionPtr desk = ado::Connection::open(clinic.address());
+    const QByteArray file = clinic.address().mid(QStringLiteral("sqlite:").size()).toUtf8();
+    sqlite3 *other = nullptr;
+    ASSERT_EQ(sqlite3_open(file.constData(), &other), SQLITE_OK);
+    const auto does = [&](const char *text) {
+        return sqlite3_exec(other, text, nullptr, nullptr, nullptr) == SQLITE_OK;
+    };
+    ASSERT_TRUE(does("BEGIN IMMEDIATE") && does("INSERT INTO tPSProductMaster (PM_Name) VALUES ('a')"));
+    std::thread later([&] {
+        QThread::msleep(100);
+        EXPECT_TRUE(does("COMMIT"));
+    });
+    EXPECT_NO_THROW(desk->Execute(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('b')")));
+    later.join();
+    sqlite3_close(other);
+}
+
 TEST(AnotherThread, IsRefusedWithAnError)
 {
     TestDatabase clinic(ado::Engine::SQLite);

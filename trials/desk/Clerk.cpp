@@ -19,6 +19,21 @@ void openRows(SaleSession::RecordsetPtr &rows, const QString &source)
     rows = std::move(opened);
 }
 
+/// Why an operation that throws nothing was not done.
+QString reasonOf(Outcome outcome)
+{
+    switch (outcome) {
+    case Outcome::ProductGone:
+        return QStringLiteral("the product is gone");
+    case Outcome::Conflict:
+        return QStringLiteral("another desk was there");
+    case Outcome::Failed:
+        return QStringLiteral("an error");
+    default:
+        return QStringLiteral("stopped");
+    }
+}
+
 } // namespace
 
 Clerk::Clerk(const Task &task, Journal &journal)
@@ -109,11 +124,12 @@ bool Clerk::perform(const char *kind, Numbers numbers, const Work &work)
     numbers["seen"] = seen_;
     journal_.begin(kind, numbers);
     try {
-        if (work() == Outcome::Done) {
+        const Outcome outcome = work();
+        if (outcome == Outcome::Done) {
             journal_.done();
             return true;
         }
-        journal_.refused(QStringLiteral("the operation tells no reason"));
+        journal_.refused(reasonOf(outcome));
     } catch (const RuntimeError &error) {
         journal_.refused(QString::number(int(error.number())) + u' ' + error.description());
     }

@@ -228,9 +228,21 @@ void SqliteDriver::keepLog()
     if (keepsLog_)
         return;
     requireWriting();
-    run("PRAGMA journal_mode = WAL");
+    takeUpLog();
     knowFiles();
     keepsLog_ = true;
+}
+
+/// What waits for other desks elsewhere does not here: the engine refuses at once where one of them writes a file that has no
+/// log yet, as all of them do at the first sale in a new one.
+void SqliteDriver::takeUpLog()
+{
+    requireSession();
+    for (int tries = 0; sqlite3_exec(handle_, "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr) != SQLITE_OK;
+         ++tries) {
+        if (sqlite3_errcode(handle_) != SQLITE_BUSY || waitForOtherDesk(nullptr, tries) == 0)
+            refuseLast();
+    }
 }
 
 void SqliteDriver::refuseLast() const
