@@ -385,20 +385,20 @@ template <typename Run>
 auto Connection::Private::shielded(std::span<const Command> statements, Run run)
 {
     // The server hands out no snapshot within a savepoint.
-    const bool shield = driver->needsSavepoints() && driver->holdsTransaction()
-                        && !statements.front().text().contains(QLatin1String("pg_export_snapshot"));
-    const Driver::Guard guard{driver->command() << u"SAVEPOINT statement",
-                              driver->command() << u"RELEASE SAVEPOINT statement",
-                              driver->command() << u"ROLLBACK TO SAVEPOINT statement"};
+    std::optional<Driver::Guard> guard;
+    if (driver->needsSavepoints() && driver->holdsTransaction()
+        && !statements.front().text().contains(QLatin1String("pg_export_snapshot")))
+        guard = {driver->command() << u"SAVEPOINT statement", driver->command() << u"RELEASE SAVEPOINT statement",
+                 driver->command() << u"ROLLBACK TO SAVEPOINT statement"};
     try {
-        return run(shield ? &guard : nullptr);
+        return run(guard ? &*guard : nullptr);
     } catch (const RuntimeError &error) {
         for (const Command &statement : statements)
             hideStatement(error, statement);
         const std::exception_ptr failure = std::current_exception();
         noteLoss();
-        if (shield && driver->holdsTransaction())
-            undoStatement(guard);
+        if (guard && driver->holdsTransaction())
+            undoStatement(*guard);
         std::rethrow_exception(failure);
     }
 }
