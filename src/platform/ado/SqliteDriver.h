@@ -47,6 +47,7 @@ protected:
 
 private:
     void run(const char *statement);
+    void takeUpLog();
     /// The one number of an answer.
     std::int64_t number(const QString &question);
     /// Whether the engine's own row numbers are the table's keys.
