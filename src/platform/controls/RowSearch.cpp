@@ -9,6 +9,25 @@
 
 namespace controls {
 
+namespace {
+
+// Of most cells without a value in between: a list has a hundred thousand of them.
+
+qlonglong numberIn(const ado::CellTable &table, int row, int column)
+{
+    const ado::CellTable::Cell &cell = table.cell(row, column);
+    return cell.kind == ado::CellTable::Kind::Integer ? cell.integer : table.raw(row, column).toLongLong();
+}
+
+QString textIn(const ado::CellTable &table, int row, int column)
+{
+    const ado::CellTable::Cell &cell = table.cell(row, column);
+    return cell.kind == ado::CellTable::Kind::Text ? QString::fromUtf8(table.text(cell))
+                                                   : table.raw(row, column).toString();
+}
+
+} // namespace
+
 RowSearch::RowSearch(QStringList fields, Reading reading)
     : fields_(std::move(fields))
     , reading_(std::move(reading))
@@ -55,11 +74,11 @@ void RowSearch::takeReading(const ado::Recordset &rows)
     std::unordered_map<qlonglong, int> placeOfKey;
     placeOfKey.reserve(std::size_t(table.rowCount()));
     for (int place = 0; place < table.rowCount(); ++place)
-        placeOfKey.emplace(table.raw(place, 0).toLongLong(), place);
+        placeOfKey.emplace(numberIn(table, place, 0), place);
     for (int row = 0; row < rows.rowCount(); ++row) {
         const auto place = placeOfKey.find(rows.bookmarkAt(row).toLongLong());
         for (int column = 1; place != placeOfKey.end() && column < table.columnCount(); ++column)
-            texts_.add(table.raw(place->second, column).toString());
+            texts_.add(textIn(table, place->second, column));
         texts_.endRow();
     }
 }
