@@ -30,6 +30,14 @@ void shownReadings::tellBalance(ado::Foresight &next, qint32 lngCustPK, qint32 l
     next.open(clsSQL().getAllTranAmount(lngCustPK, lngOrdMPK), ado::CursorType::Static);
 }
 
+void shownReadings::tellOrderAt(ado::Foresight &next, const ado::Recordset &orders, int row, qint32 lngCustPK)
+{
+    if (!next.isOfUse())
+        return;
+    next.row(orders, row);
+    tellOrder(next, lngCustPK, orders.bookmarkAt(row).toInt());
+}
+
 void shownReadings::tellOrders(ado::Foresight &next, const ado::Recordset &orders, qint32 lngCustPK)
 {
     if (!next.isOfUse() || !orders.isOpen())

@@ -13,6 +13,12 @@ using controls::named;
 
 namespace dialogForm {
 
+namespace {
+
+const QString noDiscounts = QStringLiteral("수납시할인사용안함");
+
+} // namespace
+
 QLineEdit *amountBox(const QString &name, QWidget *parent)
 {
     auto *box = named(new QLineEdit(parent), name);
@@ -90,11 +96,16 @@ ledger::Operator chosenOperator(const OperatorOptions &optOperator)
 
 bool applyDiscountSwitch(const OperatorOptions &optOperator)
 {
-    const bool discounts = clsProperties().PropValue(QStringLiteral("수납시할인사용안함")) != QLatin1String("1");
+    const bool discounts = clsProperties().PropValue(noDiscounts) != QLatin1String("1");
     if (!discounts)
         optionOf(optOperator, ledger::Payment)->setChecked(true);
     optionOf(optOperator, ledger::Discount)->setEnabled(discounts);
     return discounts;
+}
+
+void tellDiscountSwitch(ado::Foresight &next)
+{
+    clsProperties::tell(next, noDiscounts);
 }
 
 void addMethod(QComboBox *list, const ledger::Method &method)

@@ -11,6 +11,10 @@
 
 #include <array>
 
+namespace ado {
+class Foresight;
+}
+
 /// What the forms of the money dialogs have in common.
 namespace dialogForm {
 
@@ -47,6 +51,8 @@ QRadioButton *optionOf(const OperatorOptions &optOperator, ledger::Operator code
 ledger::Operator chosenOperator(const OperatorOptions &optOperator);
 /// Where the shop gives no discounts, their option is out of reach and the payment's is on. Returns whether it gives them.
 bool applyDiscountSwitch(const OperatorOptions &optOperator);
+/// What that reads.
+void tellDiscountSwitch(ado::Foresight &next);
 
 void addMethod(QComboBox *list, const ledger::Method &method);
 

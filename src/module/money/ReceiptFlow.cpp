@@ -1,6 +1,7 @@
 #include "money/ReceiptFlow.h"
 
 #include "data/ShownReadings.h"
+#include "money/DialogForm.h"
 #include "money/LedgerPane.h"
 #include "money/LedgerTexts.h"
 #include "money/askWhetherToSave.h"
@@ -112,6 +113,9 @@ void ReceiptFlow::takeReceipt()
     ado::Foresight next(gcnnMasterDB);
     LedgerSight::tell(next, order.shown);
     tellExistOperationByReceipt(next, order.shown.number());
+    if (SaleSession::hasCurrent(session_.rsCustTranManage)) // as the list shows it: likely there is an operation
+        tellSumsOfTransaction(next, order.shown.number());
+    dialogForm::tellDiscountSwitch(next);
     // Before all that the dialogs show, which may be of a later moment.
     const std::optional<LedgerSight> seen = look(order);
     if (!seen)

@@ -191,7 +191,8 @@ Outcome OrderOperations::addDetailToNewOrder(const EntryLine &line)
     return onNewOrder(today_(), [&](const ShownOrder &order) {
         // Quirk (docs/architecture.md): only on a new order does an empty discount count as 0.
         return addLine(order, line.product,
-                       insertStatement(order.key, line, clsNumberRelated().GetPureNumber(line.unitDiscount)));
+                       insertStatement(order.key, line, clsNumberRelated().GetPureNumber(line.unitDiscount)),
+                       Shown::OnceMore);
     });
 }
 
@@ -200,7 +201,7 @@ Outcome OrderOperations::addDetailToSelectedOrder(const ShownOrder &order, const
     const runtime::Operation operation("add line", {{"order", order.number()}, {"product", line.product.number()}});
     return trappedAndShown(session_, [&] {
         // Quirk (docs/architecture.md): the discount goes straight into currency, so an empty field fails.
-        return addLine(order, line.product, insertStatement(order.key, line, line.unitDiscount));
+        return addLine(order, line.product, insertStatement(order.key, line, line.unitDiscount), Shown::OnceMore);
     });
 }
 
@@ -223,7 +224,8 @@ Outcome OrderOperations::addRefundOrderDetail(const ShownOrder &order, ProductKe
     return trappedAndShown(session_, [&] {
         return addLine(
             order, product,
-            clsSQL().insDB2RfndOrderDetailSQL(order.number(), product.number(), wholeWon(curPrice), intCount, strMemo));
+            clsSQL().insDB2RfndOrderDetailSQL(order.number(), product.number(), wholeWon(curPrice), intCount, strMemo),
+            Shown::Here);
     });
 }
 
@@ -323,7 +325,7 @@ Outcome OrderOperations::deleteDetail(OrderKey order, LineKey line)
                 ado::raiseConflict();
             deleteUntold(details);
         });
-        return recalculate(order);
+        return recalculate(order, Shown::Here);
     });
 }
 
@@ -399,7 +401,7 @@ QString OrderOperations::insertStatement(OrderKey order, const EntryLine &line, 
 
 /// Adds a line by its statement, unless the product is gone: its amount would be missing from the order's total. One that
 /// makes the order's sums too large for currency is not saved either.
-Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, const QString &statement)
+Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, const QString &statement, Shown shown)
 {
     bool there = false;
     ado::Foresight held(masterDB());
@@ -413,16 +415,16 @@ Outcome OrderOperations::addLine(const ShownOrder &order, ProductKey product, co
         masterDB()->Execute(statement);
         requireSumsFit(order.key);
     });
-    return there ? recalculate(order.key) : Outcome::ProductGone;
+    return there ? recalculate(order.key, shown) : Outcome::ProductGone;
 }
 
 /// Sums the order anew and shows the orders as they now stand.
-Outcome OrderOperations::recalculate(OrderKey order)
+Outcome OrderOperations::recalculate(OrderKey order, Shown shown)
 {
     lastOrder_ = order;
-    ado::Foresight shown(gcnnMasterDB, ado::Foresight::Behind::Commit);
-    if (session_.rsCustSaleMaster)
-        shownReadings::tellOrders(shown, *session_.rsCustSaleMaster, session_.customer.lngCustPK);
+    ado::Foresight next(gcnnMasterDB, ado::Foresight::Behind::Commit);
+    for (int reading = 0; session_.rsCustSaleMaster && reading < (shown == Shown::Here ? 1 : 2); ++reading)
+        shownReadings::tellOrders(next, *session_.rsCustSaleMaster, session_.customer.lngCustPK);
     const bool done = clsFunctions().reCalculateOMTotal(masterDB(), order.number()) == 1;
     runtime::Attempt show; // what is saved stays so when the list cannot be read
     show([&] { opened(session_.rsCustSaleMaster).Requery(); });

@@ -62,7 +62,8 @@ public:
     /// The current order of rsCustSaleMaster; no key when there is none or another desk deleted it.
     ShownOrder currentOrder() const;
     /// Creates today's order, then adds the line to the first order of today that the server gives, which need not be
-    /// the new one. An empty unit discount counts as 0.
+    /// the new one. An empty unit discount counts as 0. Whoever shows the orders once more behind it, or behind the next, keeps
+    /// a Foresight over both.
     Outcome addDetailToNewOrder(const EntryLine &line);
     /// Adds the line to the order, whatever its date. An empty unit discount fails.
     Outcome addDetailToSelectedOrder(const ShownOrder &order, const EntryLine &line);
@@ -94,6 +95,9 @@ public:
     QString totalShown(OrderKey order) const;
 
 private:
+    /// Whether the caller shows the orders once more behind the operation: then that is asked for with the commit, too.
+    enum class Shown { Here, OnceMore };
+
     /// Creates an order and adds a line to the first order of its date.
     Outcome onNewOrder(const QDate &date, const std::function<Outcome(const ShownOrder &)> &addLine);
     void createOrder(const QDate &date);
@@ -101,8 +105,8 @@ private:
     QString orderStatement(const QDate &date) const;
     void holdAsShown(ado::Connection &connection, const ShownOrder &order) const;
     QString insertStatement(OrderKey order, const EntryLine &line, const QString &unitDiscount) const;
-    Outcome addLine(const ShownOrder &order, ProductKey product, const QString &statement);
-    Outcome recalculate(OrderKey order);
+    Outcome addLine(const ShownOrder &order, ProductKey product, const QString &statement, Shown shown);
+    Outcome recalculate(OrderKey order, Shown shown);
 
     SaleSession &session_;
     Clock today_;

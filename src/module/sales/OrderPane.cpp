@@ -75,6 +75,11 @@ OrderPane::OrderPane(SaleSession &session, PaneShell &shell, QWidget *parent)
         if (column == outstandingColumn && typed.isEmpty())
             typed = QStringLiteral("0");
     });
+    tdbCustSaleMaster_->setStepForesight([this](int row) {
+        ado::Foresight next(gcnnMasterDB);
+        shownReadings::tellOrderAt(next, *session_.rsCustSaleMaster, row, session_.customer.lngCustPK);
+        return next;
+    });
     controls::onEvent(tdbCustSaleMaster_, &RecordsetGrid::rowChange, this, [this] { rowChanged(); });
     controls::onEvent(tdbCustSaleMaster_, &RecordsetGrid::afterColumnUpdate, this, [this](int) { saveOutstanding(); });
     connectButtons();

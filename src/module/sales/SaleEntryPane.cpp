@@ -4,6 +4,7 @@
 #include "forms/KeyHint.h"
 #include "forms/clsMyFunctions.h"
 #include "forms/clsNumberRelated.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -13,6 +14,7 @@
 #include "platform/runtime/Format.h"
 #include "platform/runtime/RuntimeError.h"
 #include "sales/LineKinds.h"
+#include "session/modGlobalVars.h"
 
 #include <QButtonGroup>
 #include <QGridLayout>
@@ -352,6 +354,7 @@ void SaleEntryPane::appendDetail()
     operations_.takeCurrentProduct(line);
 
     const QPointer<SaleEntryPane> alive(this);
+    const ado::Foresight kept(gcnnMasterDB); // what comes with the commit is there when the window shows it
     const Outcome outcome = addToChosenOrder(line);
     if (alive && outcome == Outcome::Done)
         emit lineAdded();

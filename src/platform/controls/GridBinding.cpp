@@ -7,6 +7,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace controls {
@@ -106,6 +107,9 @@ void RecordsetGrid::Private::moveRecordset()
     const int row = grid->currentIndex().row();
     if (following || row < 0 || !recordset() || !recordset()->isOpen() || row == recordset()->currentRow())
         return;
+    std::optional<ado::Foresight> read;
+    if (foresight)
+        read.emplace(foresight(row));
     const QPointer<RecordsetGrid> alive(grid);
     const auto move = [&] {
         movedByUser = true;

@@ -152,6 +152,11 @@ void RecordsetGrid::setUnboundFetch(UnboundFetch fetch)
     viewport()->update();
 }
 
+void RecordsetGrid::setStepForesight(StepForesight foresight)
+{
+    d->foresight = std::move(foresight);
+}
+
 void RecordsetGrid::setBeforeColumnUpdate(BeforeUpdate before)
 {
     d->before = std::move(before);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/Recordset.h"
+#include "platform/ado/Foresight.h"
 
 #include <QPointer>
 #include <QTableView>
@@ -78,6 +78,9 @@ public:
     /// Text of an unbound cell, asked for visible rows only and kept until Rebind or a requery.
     using UnboundFetch = std::function<QString(const ado::Bookmark &row, int column)>;
     void setUnboundFetch(UnboundFetch fetch);
+    /// What a step of the user onto that row reads, with all that its handlers read: stands until they are through.
+    using StepForesight = std::function<ado::Foresight(int row)>;
+    void setStepForesight(StepForesight foresight);
     /// Called before a typed text is taken; may replace it.
     using BeforeUpdate = std::function<void(int column, QString &typed)>;
     void setBeforeColumnUpdate(BeforeUpdate before);

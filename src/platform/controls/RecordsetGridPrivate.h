@@ -58,6 +58,7 @@ struct RecordsetGrid::Private
     GridDelegate delegate;
     GridHeader *header = nullptr;
     BeforeUpdate before;
+    StepForesight foresight;
     std::vector<QMetaObject::Connection> bonds; ///< with the recordset
     std::vector<int> widths;                    ///< as designed, loaded or dragged, pixels at 96 dpi
     bool following = false;                     ///< the view is being moved to where the recordset stands
