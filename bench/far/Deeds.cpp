@@ -133,10 +133,11 @@ const std::vector<Deed> &deeds()
          "is there one; locks; line and check; commit and sums; totals, commit and all that is shown; the names in the "
          "lines",
          addLine, true},
-        {"first payment", 4, "what is owed; how the dialog is set up; lock and what is owed now; row, commit and lists",
-         payFirst, true, chooseFirstOrder},
-        {"further payment", 4,
-         "what is owed; what was paid and how the dialog is set up; lock and what is owed now; row, commit, order and "
+        {"first payment", 3,
+         "what is owed and how the dialog is set up; lock and what is owed now; row, commit and lists", payFirst, true,
+         chooseFirstOrder},
+        {"further payment", 3,
+         "what is owed, what was paid and how the dialog is set up; lock and what is owed now; row, commit, order and "
          "lists",
          payFurther, true, chooseFirstOrder},
         {"return", 9,

@@ -17,10 +17,10 @@ protected:
         add(name);
         sale.commit();
     }
-    void add(const char *name)
+    void add(const char *name) { adopted->Execute(adding(name)); }
+    static QString adding(const char *name)
     {
-        adopted->Execute(
-            QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QLatin1String(name)));
+        return QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QLatin1String(name));
     }
     void host(const char *statement)
     {
@@ -67,6 +67,11 @@ TEST_P(Adopted, SalesLieInTheHostsTransaction)
     EXPECT_FALSE(products->moveToKey(products->bookmarkAt(2))) << "what the host took back is not there";
     sell("b");
     EXPECT_EQ(names().join(u' '), "a hosts b") << "saved at once again";
+
+    ASSERT_TRUE(database.transaction());
+    adopted->Execute(QStringList{adding("c"), adding("d")});
+    ASSERT_TRUE(database.commit());
+    EXPECT_EQ(names().join(u' '), "a hosts b c d") << "nothing waits for a statement of the layer's own";
 }
 
 TEST_P(Adopted, MoneyIsExactWhateverTheHostsPrecision)

@@ -272,17 +272,29 @@ TEST_P(FarServer, DoesNotTellOfACommitWithoutAnAnswerThatItWasCancelled)
     EXPECT_EQ(names().join(u' '), "typed two");
 }
 
-TEST_P(FarServer, SendsSeveralWritingsInOneGoAndRunsNoneBehindOneThatFails)
+TEST_P(FarServer, SendsSeveralWritingsWithTheNextAndRunsNoneBehindOneThatFails)
 {
     const QString one = QStringLiteral("INSERT INTO tPSProductMaster (PM_UnitPrice) VALUES (1)"),
                   wrong = QStringLiteral("INSERT INTO tPSProductMaster (PM_PK) VALUES (1)");
     Sent sent(desk);
     desk->BeginTrans();
     desk->Execute(QStringList{one, one});
+    EXPECT_EQ(sent.take(), "");
+    EXPECT_EQ(valueOf(goods), "4");
     EXPECT_EQ(sent.take(), "BEGIN; SAVEPOINT statement; INSERT INTO; RELEASE SAVEPOINT; "
-                           "SAVEPOINT statement; INSERT INTO; RELEASE SAVEPOINT");
-    EXPECT_TRUE(errorOf([&] { desk->Execute(QStringList{one, wrong, one}); }));
+                           "SAVEPOINT statement; INSERT INTO; RELEASE SAVEPOINT; "
+                           "SAVEPOINT statement; SELECT COUNT(*); RELEASE SAVEPOINT");
+    desk->Execute(QStringList{one, wrong, one});
+    EXPECT_TRUE(errorOf([&] { desk->Execute(one); }));
     desk->CommitTrans();
+    EXPECT_EQ(valueOf(goods), "5");
+    desk->BeginTrans();
+    desk->Execute(QStringList{one, wrong});
+    EXPECT_TRUE(errorOf([&] { desk->CommitTrans(); }));
+    EXPECT_EQ(valueOf(goods), "5");
+    desk->BeginTrans();
+    desk->Execute(QStringList{one, one});
+    desk->RollbackTrans();
     EXPECT_EQ(valueOf(goods), "5");
 }
 

@@ -69,7 +69,8 @@ public:
 
     /// Runs one writing statement; returns the number of rows it touched, -1 where the engine does not tell.
     int Execute(const QString &statement, Then then = Then::GoOn);
-    /// Several in one go. Behind one that fails none is run, and its error is raised.
+    /// Several in one go. Behind one that fails none is run, and its error is raised: within a transaction perhaps by what is
+    /// asked of the connection next, which is not run either.
     void Execute(const QStringList &statements);
 
     // For the host's own schema and bulk work; the components use Execute and Recordset.

@@ -70,7 +70,7 @@ public:
     };
     virtual CellTable readWithin(const Guard &guard, const Command &select);
     virtual int writeWithin(const Guard &guard, const Command &statement);
-    /// One after the other, or in one go: behind one that failed none is run.
+    /// One after the other, or with whatever is sent next: behind one that failed none is run, that next one neither.
     virtual void writeAllWithin(const Guard &guard, std::span<const Command> statements);
 
     /// Readings that are to come next, in this order. Where each answer costs the way to a server and back they are sent with

@@ -402,16 +402,15 @@ int PostgresDriver::writeWithin(const Guard &guard, const Command &statement)
 
 void PostgresDriver::writeAllWithin(const Guard &guard, std::span<const Command> statements)
 {
-    const bool inOneGo = session() && readsAsTheLayer()
-                         && sendable({statements.begin(), statements.end()}, true).size() == statements.size();
-    if (!inOneGo)
+    // In a host's session the next may be its own, which takes nothing along.
+    const bool withNext = !isLent() && session() && readsAsTheLayer()
+                          && sendable({statements.begin(), statements.end()}, true).size() == statements.size();
+    if (!withNext)
         return Driver::writeAllWithin(guard, statements);
     foreseen_.clear();
     expected_.clear();
-    Bundle bundle = std::exchange(ahead_, {});
     for (const Command &statement : statements)
-        bundle.insert(bundle.end(), {guard.before, statement, guard.behind});
-    requireDone(exchange({&bundle, 1}).front());
+        ahead_.insert(ahead_.end(), {guard.before, statement, guard.behind});
 }
 
 int PostgresDriver::rowsTouched(const Result &result)
