@@ -220,6 +220,8 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Vertical) {
         if (role == Qt::DisplayRole)
             return section == markedRow_ ? QStringLiteral("▶") : QString();
+        if (role == Qt::SizeHintRole) // their size is fixed; the stock header would measure two hundred of them each time
+            return QSize(0, 0);
         return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
     }
     if (section < 0 || section >= columnCount())
