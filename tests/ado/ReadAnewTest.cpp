@@ -173,7 +173,8 @@ TEST_P(ReadAnew, ReadsNoMoreThanWasWrittenAndIsShown)
 TEST_P(ReadAnew, TakesOverOnlyWhatRowsTellByThemselves)
 {
     happens("own", "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100) INSERT INTO "
-                   "tPSProductMaster (PM_Name, PM_IsValid, PM_AddedDate) SELECT 'n', 1, '2026-11-24' FROM n");
+                   "tPSProductMaster (PM_Name, PM_IsValid, PM_AddedDate) SELECT 'n', 1, '2026-11-24' FROM n; "
+                   "UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_PK = 3");
     const QString plain = QStringLiteral("SELECT * FROM tPSProductMaster ");
     for (const char *end : {"", "WHERE PM_IsHide = 0 OR PM_IsHide IS NULL ORDER BY PM_Name DESC",
                             "WHERE (PM_IsValid <> 0 AND NOT PM_Name IN ('x', 'y')) OR PM_UnitPrice >= 1.5"}) {

@@ -70,7 +70,7 @@ bool SelectShape::isWholeTable() const
 bool SelectShape::tellsRowsByThemselves() const
 {
     const auto isOwn = [this](const ListItem &item) { return item.name == u"*" || baseColumn(item.name); };
-    return showsRows() && plainFrom_ && std::ranges::all_of(items_, isOwn) && filter_.isEmpty() == condition_.isEmpty()
+    return base_ && plainFrom_ && std::ranges::all_of(items_, isOwn) && filter_.isEmpty() == condition_.isEmpty()
            && std::ranges::all_of(order_, [this](const OrderItem &item) { return baseColumn(item.field); });
 }
 
