@@ -225,7 +225,8 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Vertical) {
         if (role == Qt::DisplayRole)
             return section == markedRow_ ? QStringLiteral("▶") : QString();
-        if (role == Qt::SizeHintRole) // their size is fixed; the stock header would measure two hundred of them each time
+        // Their size is fixed. The stock header would measure two hundred of them each time it is asked what it takes.
+        if (role == Qt::SizeHintRole)
             return QSize(0, 0);
         return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
     }
