@@ -92,7 +92,7 @@ bool RowStore::takeOver(const KeptRows &before, const QString &rowsOfKeys, std::
         }
         placed.push_back(place);
     }
-    if (there != qlonglong(order.size() + placed.size()))
+    if (static_cast<std::size_t>(there) != order.size() + placed.size())
         return false;
     placeRows(*cells, columns, keyColumn_, order, placed);
     cells_ = std::move(cells);
