@@ -74,6 +74,24 @@ TEST_P(Adopted, SalesLieInTheHostsTransaction)
     EXPECT_EQ(names().join(u' '), "a hosts b c d") << "nothing waits for a statement of the layer's own";
 }
 
+TEST_P(Adopted, ListsThatKeepTheirRowsShowWhatTheHostWrote)
+{
+    const auto shown = [this] { return column(*openedNext(allProducts, adopted), QStringLiteral("PM_Name")); };
+    sell("a");
+    EXPECT_EQ(shown(), "a");
+    host("UPDATE tPSProductMaster SET PM_Name = 'b'");
+    EXPECT_EQ(shown(), "b");
+    sell("c");
+    host("DELETE FROM tPSProductMaster WHERE PM_Name = 'b'");
+    EXPECT_EQ(shown(), "c");
+    QSqlDatabase database = session.database();
+    ASSERT_TRUE(database.transaction());
+    host("INSERT INTO tPSProductMaster (PM_Name) VALUES ('d')");
+    EXPECT_EQ(shown(), "c d");
+    ASSERT_TRUE(database.rollback());
+    EXPECT_EQ(shown(), "c");
+}
+
 TEST_P(Adopted, MoneyIsExactWhateverTheHostsPrecision)
 {
     session.database().setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);

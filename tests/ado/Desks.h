@@ -29,6 +29,15 @@ protected:
         return recordset;
     }
 
+    /// As a window opens its list: the one before it has left its rows.
+    std::unique_ptr<Recordset> openedNext(const QString &statement, const ado::ConnectionPtr &where = {})
+    {
+        auto recordset = std::make_unique<Recordset>();
+        recordset->openWithKeptRows();
+        recordset->Open(statement, where ? where : desk, CursorType::Static, LockType::ReadOnly);
+        return recordset;
+    }
+
     /// Products "one", "two", ... with the prices 1000, 2000, ... in the category "C".
     void addProducts(std::initializer_list<const char *> names)
     {

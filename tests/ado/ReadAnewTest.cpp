@@ -23,6 +23,7 @@ protected:
               "ORDER BY (SELECT COUNT(*) FROM tPSOrderDetail d WHERE d.PM_PK = tPSProductMaster.PM_PK)"})
             lists.push_back(opened(QStringLiteral("SELECT * FROM tPSProductMaster ") + QLatin1String(end)));
         sqlite3_open(":memory:", &kept_);
+        openNext();
     }
     ~ReadAnew() override { sqlite3_close(kept_); }
 
@@ -46,6 +47,30 @@ protected:
         const QString whole = content(*opened(list.source()));
         EXPECT_EQ(content(list), whole) << after;
         EXPECT_EQ(content(*clone), whole) << after;
+    }
+    /// The list that a window opens now and the one that stands open, beside one that has never been read before.
+    void expectNextAsReadWhole(const std::string &after)
+    {
+        const QString before = content(*next_);
+        const std::unique_ptr<Recordset> last = std::exchange(next_, nullptr);
+        openNext();
+        const QString whole = content(*opened(sale));
+        EXPECT_EQ(content(*next_), whole) << after;
+        EXPECT_EQ(content(*last), before) << after;
+        expectAsReadWhole(*last, after);
+        last->Sort(QStringLiteral("PM_Name DESC"));
+        EXPECT_EQ(last->rowCount(), next_->rowCount()) << after;
+    }
+    void openNext() { next_ = openedNext(sale); }
+    /// Rows that the engine gave for it.
+    int rowsRead(const std::function<void()> &act) const
+    {
+        int rows = 0;
+        const auto count = [](unsigned, void *counted, void *, void *) { return ++*static_cast<int *>(counted), 0; };
+        sqlite3_trace_v2(handle(), SQLITE_TRACE_ROW, count, &rows);
+        act();
+        sqlite3_trace_v2(handle(), 0, nullptr, nullptr);
+        return rows;
     }
     void happens(const QString &who, const QString &what)
     {
@@ -71,6 +96,8 @@ protected:
     sqlite3 *handle() const { return static_cast<sqlite3 *>(desk->handle()); }
 
     std::vector<std::unique_ptr<Recordset>> lists;
+    const QString sale = QStringLiteral("SELECT * FROM tPSProductMaster WHERE PM_IsHide = 0 OR PM_IsHide IS NULL "
+                                        "ORDER BY PM_Name, PM_AddedDate DESC");
 
 private:
     QString file() const { return desk->address().section(u':', 1); }
@@ -105,6 +132,7 @@ private:
     }
 
     sqlite3 *kept_ = nullptr;
+    std::unique_ptr<Recordset> next_;
 };
 
 } // namespace
@@ -116,6 +144,7 @@ TEST_P(ReadAnew, IsAsReadWholeWhoeverWroteInWhatWay)
         ASSERT_NO_THROW(happens(one[0], one[1])) << line;
         for (const auto &list : lists)
             expectAsReadWhole(*list, line + ", " + list->source().toStdString());
+        expectNextAsReadWhole(line);
     }
 }
 
@@ -125,8 +154,7 @@ TEST_P(ReadAnew, ReadsNoMoreThanWasWrittenAndIsShown)
                    "tPSProductMaster (PM_Name) SELECT 'n' || i FROM n");
     Recordset &list = *lists.front();
     list.Requery();
-    int rows = 0;
-    const auto count = [](unsigned, void *counted, void *, void *) { return ++*static_cast<int *>(counted), 0; };
+    openNext();
     for (const char *name : {"ㄱ", "n1", "힣"}) {
         list.setValue("PM_Name", QString::fromUtf8(name));
         list.Update();
@@ -135,13 +163,62 @@ TEST_P(ReadAnew, ReadsNoMoreThanWasWrittenAndIsShown)
             list.setValue("PM_Name", QString::fromUtf8(added));
             list.Update();
         }
-        rows = 0;
-        sqlite3_trace_v2(handle(), SQLITE_TRACE_ROW, count, &rows);
-        list.Requery();
-        sqlite3_trace_v2(handle(), 0, nullptr, nullptr);
-        EXPECT_LT(rows, 100) << name;
+        EXPECT_LT(rowsRead([&] { list.Requery(); }), 100) << name;
         EXPECT_EQ(content(list), content(*opened(list.source()))) << name;
+        EXPECT_LT(rowsRead([this] { openNext(); }), 30) << name;
+        expectNextAsReadWhole(name);
     }
+}
+
+TEST_P(ReadAnew, TakesOverOnlyWhatRowsTellByThemselves)
+{
+    happens("own", "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100) INSERT INTO "
+                   "tPSProductMaster (PM_Name, PM_IsValid, PM_AddedDate) SELECT 'n', 1, '2026-11-24' FROM n; "
+                   "UPDATE tPSProductMaster SET PM_IsHide = 1 WHERE PM_PK = 3");
+    const QString plain = QStringLiteral("SELECT * FROM tPSProductMaster ");
+    for (const char *end : {"", "WHERE PM_IsHide = 0 OR PM_IsHide IS NULL ORDER BY PM_Name DESC",
+                            "WHERE (PM_IsValid <> 0 AND NOT PM_Name IN ('x', 'y')) OR PM_UnitPrice >= 1.5"}) {
+        openedNext(plain + QLatin1String(end));
+        EXPECT_LT(rowsRead([&] { openedNext(plain + QLatin1String(end)); }), 20) << end;
+    }
+    for (const char *end : {
+             "WHERE PM_PK NOT IN (SELECT PM_PK FROM tPSOrderDetail)",
+             "WHERE PM_AddedDate < strftime('%Y-%m-%d', 'now', '1 day')",
+             "WHERE PM_AddedDate < CURRENT_TIMESTAMP",
+             "WHERE PM_Name LIKE '[a-z]%'",
+             "WHERE PM_PK > 0 GROUP BY PM_PK",
+             "WHERE PM_PK > 0 LIMIT 50",
+             "ORDER BY (SELECT COUNT(*) FROM tPSOrderDetail d WHERE d.PM_PK = tPSProductMaster.PM_PK)",
+             "LEFT JOIN tPSOrderDetail d ON d.PM_PK = tPSProductMaster.PM_PK",
+             "p WHERE NOT EXISTS (SELECT 1 FROM tPSOrderDetail d WHERE d.PM_PK = p.PM_PK)",
+         }) {
+        openedNext(plain + QLatin1String(end));
+        EXPECT_GE(rowsRead([&] { openedNext(plain + QLatin1String(end)); }), 50) << end;
+    }
+    for (const char *columns : {"PM_PK, CURRENT_TIMESTAMP", "*, random()", "PM_PK, PM_UnitPrice + 1 AS PM_Name",
+                                "PM_PK, (SELECT COUNT(*) FROM tPSOrderDetail)"}) {
+        const QString told = QStringLiteral("SELECT %1 FROM tPSProductMaster").arg(QLatin1String(columns));
+        openedNext(told);
+        EXPECT_GE(rowsRead([&] { openedNext(told); }), 50) << columns;
+    }
+}
+
+TEST_P(ReadAnew, AnotherStatementAnotherConnectionAndATransactionReadWhole)
+{
+    const QString backwards = QString(sale).replace(QLatin1String("PM_Name,"), QLatin1String("PM_Name DESC,"));
+    const QString names = QString(sale).replace(QLatin1String("*"), QLatin1String("PM_PK, PM_Name, PM_AddedDate"));
+    for (const QString &statement : {sale, backwards, names, sale})
+        EXPECT_EQ(content(*openedNext(statement)), content(*opened(statement, CursorType::Static)));
+    openedNext(sale, clinic.otherDesk())->Close();
+
+    const ado::AbandonedTransactions edge;
+    desk->BeginTrans();
+    desk->Execute(QStringLiteral("UPDATE tPSProductMaster SET PM_Name = 'x' WHERE PM_PK = 3"));
+    const auto within = openedNext(sale);
+    EXPECT_EQ(content(*within), content(*opened(sale)));
+    desk->RollbackTrans();
+    EXPECT_EQ(content(*within), content(*opened(sale)));
+    EXPECT_EQ(content(*openedNext(sale)), content(*opened(sale)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, ReadAnew, testing::Values(ado::Engine::SQLite), engineName);

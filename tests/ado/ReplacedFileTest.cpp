@@ -67,6 +67,33 @@ TEST_P(ReplacedFile, TakesNoWriting)
     expectNothingWrittenAnywhere();
 }
 
+TEST(ReplacedFileOfProducts, ShowsItsOwnInListsThatKeepTheirRows)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("clinic.db"));
+    const auto makeWith = [&](const char *product) {
+        const ado::ConnectionPtr made = ado::Connection::open(QStringLiteral("sqlite:") + file, true);
+        made->Execute(QStringLiteral("CREATE TABLE tPSProductMaster (PM_PK INTEGER PRIMARY KEY, PM_Name)"));
+        made->Execute(
+            QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(QLatin1String(product)));
+        return made;
+    };
+    const ado::ConnectionPtr desk = makeWith("a");
+    const auto shown = [&] {
+        Recordset list;
+        list.openWithKeptRows();
+        list.Open(allProducts, desk, CursorType::Static, LockType::ReadOnly);
+        return column(list, QStringLiteral("PM_Name"));
+    };
+    EXPECT_EQ(shown(), "a");
+    for (const char *suffix : {"", "-wal", "-shm"})
+        std::filesystem::remove((file + QLatin1String(suffix)).toStdU16String());
+    makeWith("b");
+    EXPECT_EQ(errorOf([&] { desk->Execute(QStringLiteral("DELETE FROM tPSProductMaster")); }),
+              ErrorNumber::ConnectionLost);
+    EXPECT_EQ(shown(), "b");
+}
+
 TEST_P(ReplacedFile, TakesNoTransactionThatBeginsOrEndsInIt)
 {
     takeAway();

@@ -4,6 +4,7 @@
 #include "platform/controls/Named.h"
 #include "platform/controls/PushCheck.h"
 #include "platform/controls/Stepper.h"
+#include "platform/controls/TabWidget.h"
 #include "platform/controls/Wheel.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/WheelTurns.h"
@@ -16,6 +17,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScrollArea>
@@ -335,6 +337,26 @@ TEST(Appearance, AButtonOfAnAccentIsFlatAndWhatHasTheFocusStandsInAFrameOfTwoPix
             EXPECT_EQ(image.pixelColor(image.width() / 2, y), focusFrame(colors(Ground::Field).back))
                 << control->metaObject()->className() << y;
     }
+}
+
+TEST(TabWidget, ThePageInFrontIsLaidOutOnceForTheSizeThatItGets)
+{
+    struct Page : QWidget
+    {
+        QList<QSize> laidOutFor;
+        void resizeEvent(QResizeEvent *event) override { laidOutFor += event->size(); }
+    };
+    QMainWindow window;
+    auto *tabs = new controls::TabWidget;
+    auto *page = new Page;
+    tabs->addTab(page, QStringLiteral("판매관리"));
+    tabs->addTab(new QWidget, QStringLiteral("통계"));
+    window.setCentralWidget(tabs);
+    window.resize(640, 480);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    EXPECT_EQ(page->laidOutFor, QList{page->size()});
+    EXPECT_GT(page->width(), 600);
 }
 
 TEST(Names, AScreenReaderHearsTheCaptionWithoutItsMark)

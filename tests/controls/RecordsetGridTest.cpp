@@ -244,6 +244,24 @@ TEST(GridHead, TheWindowMayGoUnderAClickOnIt)
     EXPECT_FALSE(alive);
 }
 
+TEST(GridHead, TakesTheRoomOfItsCaptionInTheFontOfNow)
+{
+    RecordsetGrid grid;
+    const QFont usual = grid.font();
+    QFont large = usual;
+    large.setPointSize(2 * usual.pointSize());
+    for (const QString &caption : {QStringLiteral("일자"), QStringLiteral("거래일자")}) {
+        grid.setColumns({{.field = QStringLiteral("OrdM_Date"), .caption = caption}});
+        for (const QFont &font : {usual, large, usual}) {
+            grid.setFont(font);
+            const int room =
+                grid.horizontalHeader()->sectionSizeHint(0) - QFontMetrics(font).horizontalAdvance(caption);
+            EXPECT_GE(room, 0) << caption.toStdString() << ", " << font.pointSize();
+            EXPECT_LT(room, 20) << caption.toStdString() << ", " << font.pointSize();
+        }
+    }
+}
+
 TEST_F(BoundGrid, HeaderClicksAndDoubleClicksReachTheirHandlers)
 {
     makeOrders(3);

@@ -69,7 +69,8 @@ void CustomerPane::fold(bool folded)
 {
     auto *grid = static_cast<QGridLayout *>(layout());
     for (int column = 0; column < grid->columnCount(); ++column) {
-        if (const QLayoutItem *item = grid->itemAtPosition(1, column))
+        const QLayoutItem *item = grid->itemAtPosition(1, column);
+        if (item && item->widget()->isHidden() != folded) // each one that is told so lays out the whole window
             item->widget()->setVisible(!folded);
     }
 }

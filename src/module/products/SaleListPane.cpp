@@ -68,7 +68,9 @@ SaleListPane::SaleListPane(SaleSession &session, QWidget *parent)
 void SaleListPane::createSaleProductLists()
 {
     search_->clear();
-    list_.create();
+    auto rows = std::make_unique<ado::Recordset>();
+    rows->openWithKeptRows();
+    list_.create(std::move(rows));
 }
 
 void SaleListPane::loadSaleProductLists()

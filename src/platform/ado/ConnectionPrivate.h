@@ -2,6 +2,7 @@
 
 #include "platform/ado/Connection.h"
 #include "platform/ado/Driver.h"
+#include "platform/ado/KeptRows.h"
 #include "platform/ado/KnownOrders.h"
 #include "platform/ado/RowKey.h"
 
@@ -51,6 +52,7 @@ struct Connection::Private
     Rollbacks rollbacks;
     quint64 writes = 0;
     KnownOrders orders;
+    std::optional<KeptRows> kept; ///< of the last list that keeps its rows for the next
 
     /// The present owner's; null when it has none.
     const Level *ownLevel() const;

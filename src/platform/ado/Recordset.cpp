@@ -43,7 +43,8 @@ std::shared_ptr<RowStore> Recordset::Private::load(const RowStore *before) const
         if (keyset)
             shape.setKey(connection->layer().realKeyOf(*shape.base()));
     }
-    return std::make_shared<RowStore>(connection, shape, keyset, before, before ? RowStore::Extent::All : extent);
+    return std::make_shared<RowStore>(connection, shape, keyset, before,
+                                      before && extent == RowStore::Extent::FirstRows ? RowStore::Extent::All : extent);
 }
 
 void Recordset::Private::take(std::shared_ptr<RowStore> loaded)
@@ -154,6 +155,11 @@ void Recordset::setCursorLocation(CursorLocation location)
 void Recordset::openWithFirstRows()
 {
     d->extent = RowStore::Extent::FirstRows;
+}
+
+void Recordset::openWithKeptRows()
+{
+    d->extent = RowStore::Extent::Kept;
 }
 
 bool Recordset::hasAllRows() const

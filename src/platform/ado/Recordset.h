@@ -46,6 +46,10 @@ public:
     /// Before Open, client-side: a long list may open with no more than its first rows. Requery then reads all.
     void openWithFirstRows();
     bool hasAllRows() const; ///< false between the two
+    /// To be said before Open of a long list that is opened again and again, as by one window after the other. The connection
+    /// keeps its rows, those of one such list, and the next of the same statement takes them over where that gives for
+    /// certain what a reading would give.
+    void openWithKeptRows();
     void Open(const QString &source, const ConnectionPtr &connection, CursorType cursor, LockType lock);
     void Close(); ///< discards a pending row
     /// The State test of the flows: open or not.

@@ -59,16 +59,22 @@ RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bo
     }
     if (extent == Extent::FirstRows && loadFirstRows())
         return;
+    if (extent == Extent::Kept && takeOverKept())
+        return;
     byContent_ = keyset && shape_.key().isEmpty() && shape_.showsRows();
     loadWhole(connection_->layer().driver->command() << shape_.all(), before);
     if (byContent_)
         numberRows(before);
+    if (moment_)
+        keepForNext();
 }
 
 void RowStore::loadKeys(const RowStore *before)
 {
     keyColumn_ = 0;
-    if (before && takeOver(*before))
+    if (before && before->moment_
+        && takeOver({shape_.whole(), before->cells_, before->loadedOrder_, *before->moment_},
+                    shape_.keys() + QStringLiteral(" WHERE ") + shape_.keyName(), keyOrder()))
         return;
     Connection::Private &layer = connection_->layer();
     if (shape_.isWholeTable())
@@ -81,14 +87,8 @@ void RowStore::loadWhole(const Command &select, const RowStore *before)
 {
     cells_ = std::make_shared<CellTable>(connection_->layer().read(select));
     whole_ = true;
-    const int firstAdded = cells_->columnCount() - static_cast<int>(shape_.added().size());
-    columns_.assign(cells_->columns().begin(), cells_->columns().begin() + firstAdded);
-    if (shape_.base() && !shape_.key().isEmpty())
-        keyColumn_ = shape_.keyIsAdded() ? firstAdded : columnIndex(shape_.key());
-    else if (shape_.base()
-             && shape_.baseColumn(shape_.base()->key)) // one that not every clinic has, where this list does
-        keyColumn_ = columnIndex(shape_.base()->key);
-    orderLoaded(orderColumns(*cells_, firstAdded), before);
+    knowColumns();
+    orderLoaded(orderColumns(*cells_), before);
     if (byContent_ || (keyColumn_ >= 0 && (shape_.joined() || shape_.key().isEmpty()) && keysRepeat()))
         keyColumn_ = -1;
     if (keyColumn_ >= 0 && shape_.key().isEmpty())
@@ -153,22 +153,6 @@ std::vector<RowStore::Physical> RowStore::guessedOrder(const std::vector<Physica
     return guess;
 }
 
-/// Where the order items stand in rows that were read whole; none when one of them is missing, and the server's order stays.
-std::vector<OrderColumn> RowStore::orderColumns(const CellTable &table, int firstAdded) const
-{
-    std::vector<OrderColumn> columns;
-    int added = firstAdded + (shape_.keyIsAdded() ? 1 : 0);
-    for (const OrderItem &item : shape_.order()) {
-        int column = item.field.isEmpty() ? -1 : columnIndex(item.field);
-        if (column < 0 && added < table.columnCount())
-            column = added++;
-        if (column < 0)
-            return {};
-        columns.push_back({column, item.descending});
-    }
-    return columns;
-}
-
 bool RowStore::keysRepeat() const
 {
     std::vector<std::int64_t> numbers;
@@ -183,13 +167,6 @@ bool RowStore::keysRepeat() const
     std::ranges::sort(numbers);
     std::ranges::sort(others);
     return std::ranges::adjacent_find(numbers) != numbers.end() || std::ranges::adjacent_find(others) != others.end();
-}
-
-int RowStore::columnIndex(const QString &field) const
-{
-    const auto found = std::ranges::find_if(
-        columns_, [&](const ResultColumn &column) { return column.name.compare(field, Qt::CaseInsensitive) == 0; });
-    return found == columns_.end() ? -1 : static_cast<int>(found - columns_.begin());
 }
 
 QVariant RowStore::rawKey(Physical row) const

@@ -3,6 +3,7 @@
 #include "platform/ado/CellTable.h"
 #include "platform/ado/Connection.h"
 #include "platform/ado/Driver.h"
+#include "platform/ado/KeptRows.h"
 #include "platform/ado/RowOrder.h"
 #include "platform/ado/SelectShape.h"
 
@@ -37,10 +38,11 @@ struct RowImage
 class RowStore
 {
 public:
-    enum class Extent { All, FirstRows };
+    enum class Extent { All, FirstRows, Kept };
 
     /// `before`: the same list as it was read before, if it was; most rows will stand where they stood.
     /// FirstRows: of a long list that is in order no more than what a screen shows, as it stands at its beginning.
+    /// Kept: all, taken over from the list that was read before on this connection where that is certain to be the same.
     RowStore(const ConnectionPtr &connection, const SelectShape &shape, bool keyset, const RowStore *before = nullptr,
              Extent extent = Extent::All);
 
@@ -55,7 +57,7 @@ public:
     bool keyed() const { return shape_.base() != nullptr && keyColumn_ >= 0; }
     bool readWhole() const { return whole_; }
     bool byContent() const { return byContent_; }
-    bool hasAllRows() const { return extent_ == Extent::All; }
+    bool hasAllRows() const { return extent_ != Extent::FirstRows; }
 
     int count() const { return static_cast<int>(order_.size()); }
     /// The key, or a number when rows have no key.
@@ -122,11 +124,15 @@ private:
     void takeOut(int row);
     void putBack(const Change &removed);
     void loadKeys(const RowStore *before);
-    bool takeOver(const RowStore &before);
-    CellTable readKeys(std::span<const std::int64_t> keys) const;
-    std::vector<Physical> whereKeysStand(std::span<const std::int64_t> keys) const;
+    bool takeOver(const KeptRows &before, const QString &rowsOfKeys, std::span<const OrderColumn> columns);
+    qlonglong number(const QString &question) const;
+    CellTable readKeys(const QString &rowsOfKeys, std::span<const std::int64_t> keys) const;
+    std::vector<Physical> whereKeysStand(const CellTable &cells, std::span<const std::int64_t> keys) const;
     std::vector<OrderColumn> keyOrder() const;
     void loadWhole(const Command &select, const RowStore *before);
+    void knowColumns();
+    bool takeOverKept();
+    void keepForNext() const;
     bool loadFirstRows();
     void numberRows(const RowStore *before);
     RowImage lastRead(Physical row) const;
@@ -134,7 +140,7 @@ private:
     /// Where rows of a list of that length would stand if nothing had changed since they stood so.
     static std::vector<Physical> guessedOrder(const std::vector<Physical> &before, int rows);
     bool keysRepeat() const;
-    std::vector<OrderColumn> orderColumns(const CellTable &table, int firstAdded) const;
+    std::vector<OrderColumn> orderColumns(const CellTable &table) const;
     void readBlock(int row);
     std::vector<Physical> unreadOfBlock(int row) const;
     void keepRows(CellTable rows, std::span<const Physical> among);

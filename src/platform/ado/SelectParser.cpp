@@ -92,6 +92,32 @@ void SelectParser::run()
         && std::ranges::none_of(shape_.order_, [](const OrderItem &item) { return item.expression.isEmpty(); });
     const bool keyed = shape_.extensible_ && !grouped && !calls_ && joinedSafely_ && !shape_.sources_.empty();
     shape_.base_ = keyed ? shape_.sources_.front().table : nullptr;
+    shape_.plainFrom_ = from + 2 == filter;
+    if (looksAtTheRowAlone(filter, order))
+        shape_.condition_ = between(filter + 1, order);
+}
+
+/// By comparing columns with what the statement says: no function, no other table, no clock.
+bool SelectParser::looksAtTheRowAlone(Position filter, Position end) const
+{
+    const auto harmless = [this](const Token &token) {
+        switch (token.kind) {
+        case Token::Kind::Literal:
+        case Token::Kind::Number:
+            return true;
+        case Token::Kind::Sign:
+            return QStringView(u"=<>!(),").contains(token.text);
+        case Token::Kind::Word:
+            return isAny(token, {u"AND", u"OR", u"NOT", u"IS", u"NULL", u"IN"})
+                   || shape_.baseColumn(token.text.toString());
+        case Token::Kind::QuotedName:
+            return false;
+        }
+        return false;
+    };
+    return filter < end && tokens_[filter].isWord(u"WHERE")
+           && std::all_of(tokens_.begin() + static_cast<std::ptrdiff_t>(filter) + 1,
+                          tokens_.begin() + static_cast<std::ptrdiff_t>(end), harmless);
 }
 
 void SelectParser::readList(Position first, Position last)

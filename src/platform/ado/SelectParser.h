@@ -31,6 +31,7 @@ private:
     bool readSource(Position &at, Position last);
     void readOrder(Position first, Position last);
     OrderItem orderItem(Position first, Position last) const;
+    bool looksAtTheRowAlone(Position filter, Position end) const;
 
     SelectShape &shape_;
     QString statement_;

@@ -67,6 +67,13 @@ bool SelectShape::isWholeTable() const
            && std::ranges::all_of(order_, [this](const OrderItem &item) { return baseColumn(item.field); });
 }
 
+bool SelectShape::tellsRowsByThemselves() const
+{
+    const auto isOwn = [this](const ListItem &item) { return item.name == u"*" || baseColumn(item.name); };
+    return base_ && plainFrom_ && std::ranges::all_of(items_, isOwn) && filter_.isEmpty() == condition_.isEmpty()
+           && std::ranges::all_of(order_, [this](const OrderItem &item) { return baseColumn(item.field); });
+}
+
 bool SelectShape::showsRows() const
 {
     return base_ && !joined()
@@ -96,8 +103,14 @@ QStringList SelectShape::added() const
 QString SelectShape::all() const
 {
     if (!extensible_)
-        return list_ + from_ + filter_ + orderText_ + limit_;
+        return whole();
     return withAdded(list_, added()) + from_ + filter_;
+}
+
+QString SelectShape::allAmong() const
+{
+    return allOfKeys() + QStringLiteral(" WHERE ")
+           + (condition_.isEmpty() ? QString() : u'(' + condition_ + QStringLiteral(") AND ")) + keyName();
 }
 
 QString SelectShape::allOfKeys() const

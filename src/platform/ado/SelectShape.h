@@ -41,6 +41,9 @@ public:
     bool joined() const { return sources_.size() > 1; }
     /// Every row of one table, in the order of its own columns: nothing else tells on them.
     bool isWholeTable() const;
+    /// Whether each row of one table tells by its own columns if it is on the list, and what stands there: as long as the
+    /// table is the same the list is.
+    bool tellsRowsByThemselves() const;
     /// Whether a column of the result is the base table's own.
     const Column *baseColumn(const QString &field) const;
 
@@ -50,8 +53,15 @@ public:
     QStringList added() const;
     bool keyIsAdded() const;
 
+    /// The statement as it was told.
+    QString whole() const { return list_ + from_ + filter_ + orderText_ + limit_; }
     /// Every row, in any order where it can be ordered here.
     QString all() const;
+    /// Of them those whose keyName() the caller tells behind this text, where rows tell by themselves.
+    QString allAmong() const;
+    /// How many there are on the list, and in its table, which the engine tells sooner.
+    QString count() const { return countInTable() + filter_; }
+    QString countInTable() const { return QStringLiteral("SELECT COUNT(*)") + from_; }
     /// Whether all() can be put in order here, and has a key by which some of its rows can be asked for.
     bool takesFirstRows() const { return base_ && !key_.name.isEmpty() && extensible_ && !order_.empty(); }
     /// The columns of all(), of rows whose keyName() the caller tells behind this text.
@@ -87,7 +97,8 @@ private:
 
     QString list_;
     QString from_;
-    QString filter_; ///< WHERE and grouping, with their words
+    QString filter_;    ///< WHERE and grouping, with their words
+    QString condition_; ///< of the filter, where it compares nothing but columns of the table; else empty
     QString orderText_;
     QString limit_;
     std::vector<Source> sources_;
@@ -95,6 +106,7 @@ private:
     std::vector<OrderItem> order_;
     const Table *base_ = nullptr;
     RowKey key_;
+    bool plainFrom_ = false;  ///< one table by its bare name, and nothing else
     bool extensible_ = false; ///< columns can be added and the order taken over
 };
 

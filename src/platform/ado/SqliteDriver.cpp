@@ -291,11 +291,14 @@ std::int64_t SqliteDriver::number(const QString &question)
 
 bool SqliteDriver::keyIsRowNumber(const Table &table)
 {
-    // A key that is the row number has no index of its own.
-    return number(QStringLiteral(
-                      "SELECT COUNT(*) FROM pragma_table_info('%1') WHERE name = '%2' COLLATE NOCASE AND pk = 1 "
-                      "AND NOT EXISTS (SELECT 1 FROM pragma_index_list('%1') WHERE origin = 'pk')")
-                      .arg(table.name, table.key))
+    // A key that is the row number has no index of its own. The engine's versions are the file's: a table of the session's own,
+    // which would be read instead, is none of it.
+    return number(
+               QStringLiteral("SELECT COUNT(*) FROM pragma_table_info('%1', 'main') WHERE name = '%2' COLLATE NOCASE "
+                              "AND pk = 1 "
+                              "AND NOT EXISTS (SELECT 1 FROM pragma_index_list('%1', 'main') WHERE origin = 'pk') "
+                              "AND NOT EXISTS (SELECT 1 FROM temp.sqlite_schema WHERE name = '%1' COLLATE NOCASE)")
+                   .arg(table.name, table.key))
            == 1;
 }
 

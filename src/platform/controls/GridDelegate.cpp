@@ -82,6 +82,8 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator; // drawn here, in the middle of the cell
     if (index.data(RecordsetModel::FoundRole).toBool())
         option->backgroundBrush = colors(Ground::Hit).back;
+    if (!option->state.testFlag(QStyle::State_Selected))
+        return;
     // Several grids stand in one window: only the one with the focus shows its row in full colour, the others as in a
     // window that is not in front.
     const QWidget *focused = QApplication::focusWidget();

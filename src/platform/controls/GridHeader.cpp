@@ -55,6 +55,23 @@ void GridHeader::mouseReleaseEvent(QMouseEvent *event)
         emit headClicked(clicked);
 }
 
+QSize GridHeader::sectionSizeFromContents(int column) const
+{
+    if (!model())
+        return QHeaderView::sectionSizeFromContents(column);
+    Drawn now{font(), style(), logicalDpiX()};
+    if (now != measuredAs_) {
+        measured_.clear();
+        measuredAs_ = std::move(now);
+    }
+    measured_.resize(std::max(measured_.size(), std::size_t(column) + 1));
+    Measured &known = measured_[std::size_t(column)];
+    const QString caption = model()->headerData(column, Qt::Horizontal).toString();
+    if (!known.size.isValid() || known.caption != caption)
+        known = {caption, QHeaderView::sectionSizeFromContents(column)};
+    return known.size;
+}
+
 int GridHeader::shownCount() const
 {
     return int(

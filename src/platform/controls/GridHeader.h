@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QHeaderView>
 
 #include <vector>
@@ -30,11 +31,29 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    QSize sectionSizeFromContents(int column) const override;
 
 private:
     int shownCount() const;
 
+    /// What captions take. The stock header is asked for it several times while a window comes up, and measures each anew.
+    struct Measured
+    {
+        QString caption;
+        QSize size;
+    };
+    struct Drawn
+    {
+        QFont font;
+        const QStyle *style = nullptr;
+        int dpi = 0;
+
+        bool operator==(const Drawn &) const = default;
+    };
+
     std::vector<int> offered_;
+    mutable std::vector<Measured> measured_;
+    mutable Drawn measuredAs_;
     bool pressed_ = false;
     bool dragged_ = false;
     int clicked_ = -1; ///< not told yet

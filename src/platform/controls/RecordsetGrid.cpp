@@ -23,6 +23,7 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     : QTableView(parent)
     , d(std::make_unique<Private>(this))
 {
+    d->makeHeaders(); // before the model, to which the stock header would be bound for nothing
     setModel(&d->model);
     setItemDelegate(&d->delegate);
     setSelectionMode(SingleSelection);
@@ -34,7 +35,6 @@ RecordsetGrid::RecordsetGrid(QWidget *parent)
     setHorizontalScrollMode(ScrollPerPixel);
     dressList(this);
     installSpokenControls();
-    d->makeHeaders();
 
     // Acted upon when the stock view is through with the mouse: a handler may open a box, and the window may go beneath it.
     connect(this, &QTableView::clicked, this, [this](const QModelIndex &cell) { d->clicked = cell; });

@@ -49,8 +49,8 @@ void RecordsetModel::setColumns(std::vector<GridColumn> columns)
 {
     beginResetModel();
     columns_ = std::move(columns);
+    startAnew();
     endResetModel();
-    reread();
 }
 
 void RecordsetModel::setRecordset(ado::Recordset *recordset)
@@ -68,6 +68,12 @@ void RecordsetModel::setUnboundFetch(RecordsetGrid::UnboundFetch fetch)
 void RecordsetModel::reread()
 {
     beginResetModel();
+    startAnew();
+    endResetModel();
+}
+
+void RecordsetModel::startAnew()
+{
     fetched_.clear();
     toLogNoMore_.clear();
     markedRow_ = -1;
@@ -77,7 +83,6 @@ void RecordsetModel::reread()
     fieldIndexes_.clear();
     for (const GridColumn &column : columns_)
         fieldIndexes_.push_back(open && column.kind != Kind::Unbound ? recordset_->columnIndex(column.field) : -1);
-    endResetModel();
 }
 
 void RecordsetModel::rowRemoved(int row)
@@ -220,6 +225,9 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Vertical) {
         if (role == Qt::DisplayRole)
             return section == markedRow_ ? QStringLiteral("▶") : QString();
+        // Their size is fixed. The stock header would measure two hundred of them each time it is asked what it takes.
+        if (role == Qt::SizeHintRole)
+            return QSize(0, 0);
         return role == Qt::TextAlignmentRole ? QVariant(Qt::AlignCenter) : QVariant();
     }
     if (section < 0 || section >= columnCount())

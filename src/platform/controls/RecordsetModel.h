@@ -48,6 +48,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 private:
+    void startAnew();
     QVariant storedValue(int row, int column) const;
     QString unboundText(int row, int column) const;
     QString shownText(int row, int column) const;

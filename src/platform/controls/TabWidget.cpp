@@ -1,6 +1,7 @@
 #include "platform/controls/TabWidget.h"
 
 #include <QPointer>
+#include <QStyleOptionTabWidgetFrame>
 #include <QTabBar>
 
 #include <utility>
@@ -53,6 +54,19 @@ TabWidget::~TabWidget()
 bool TabWidget::event(QEvent *event)
 {
     return thenTell([&] { return QTabWidget::event(event); });
+}
+
+/// The stock tabs give their pages a place only when these are on the screen already: the page in front would be laid out for
+/// a size of its own first, and a second time for the one that it gets.
+void TabWidget::resizeEvent(QResizeEvent *event)
+{
+    QTabWidget::resizeEvent(event);
+    if (isVisible() || !currentWidget())
+        return;
+    QStyleOptionTabWidgetFrame frame;
+    initStyleOption(&frame);
+    currentWidget()->parentWidget()->setGeometry(
+        style()->subElementRect(QStyle::SE_TabWidgetTabContents, &frame, this));
 }
 
 template <typename Handle>
