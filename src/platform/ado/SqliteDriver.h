@@ -41,7 +41,6 @@ protected:
     /// Writes go into a log beside the file. Set with the first one: what is only looked at may be no clinic, and stays as
     /// it is.
     virtual void keepLog();
-    void takeUpLog();
 
     sqlite3 *handle_ = nullptr; ///< null while there is no session
     PreparedStatements prepared_;
