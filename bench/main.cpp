@@ -6,6 +6,7 @@
 #include "bench/OutstandingBench.h"
 #include "bench/ProductListBench.h"
 #include "bench/ProductSaveBench.h"
+#include "bench/Program.h"
 #include "bench/ReadBench.h"
 #include "bench/ReceiptBench.h"
 #include "bench/SaleBench.h"
@@ -14,14 +15,6 @@
 #include "bench/Table.h"
 #include "bench/TotalsBench.h"
 #include "bench/WindowBench.h"
-#include "clinic/Tables.h"
-#include "desk/window/Look.h"
-#include "platform/registry/AppSettings.h"
-
-#include <QApplication>
-#include <QTemporaryDir>
-
-#include <cstdio>
 
 namespace {
 
@@ -52,17 +45,6 @@ bool measure(bench::Table &table)
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    desk::dressUp(application);
-    const QTemporaryDir settings; // not those of whoever runs this
-    registry::setStoreFolder(settings.path());
-    clinic::registerTables();
-    benchmark::Initialize(&argc, argv);
     bench::Table table;
-    try {
-        return measure(table) ? 0 : 1;
-    } catch (const std::exception &error) {
-        std::fprintf(stderr, "sale_bench: %s\n", error.what());
-        return 1;
-    }
+    return bench::runProgram(argc, argv, "sale_bench", [&] { return measure(table); });
 }

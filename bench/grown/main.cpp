@@ -1,18 +1,12 @@
 #include "bench/OutstandingBench.h"
+#include "bench/Program.h"
 #include "bench/ReadBench.h"
 #include "bench/SaleBench.h"
 #include "bench/StartBench.h"
 #include "bench/StatisticsBench.h"
 #include "bench/WindowBench.h"
-#include "clinic/Tables.h"
-#include "desk/window/Look.h"
-#include "platform/registry/AppSettings.h"
-#include "platform/runtime/RuntimeError.h"
 
-#include <QApplication>
-#include <QTemporaryDir>
-
-#include <cstdio>
+#include <stdexcept>
 
 namespace {
 
@@ -37,25 +31,14 @@ void add(const bench::OrderedClinic &clinic, bench::Table &table)
 /// growth_times CLINIC CLINIC_OF_TEN_TIMES_AS_MANY_ORDERS [arguments of Google Benchmark]
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    desk::dressUp(application);
-    const QTemporaryDir settings; // not those of whoever runs this
-    registry::setStoreFolder(settings.path());
-    clinic::registerTables();
-    benchmark::Initialize(&argc, argv);
     bench::Table table;
-    try {
+    return bench::runProgram(argc, argv, "growth_times", [&] {
         if (argc != 3)
             throw std::runtime_error("takes the addresses of two clinics");
         for (int number = 0; number < 2; ++number)
             add({ado::Connection::open(QString::fromLocal8Bit(argv[number + 1])), sizes[number]}, table);
         benchmark::RunSpecifiedBenchmarks(&table);
         table.printGrowth(sizes[0], sizes[1]);
-        return 0;
-    } catch (const runtime::RuntimeError &error) {
-        std::fprintf(stderr, "growth_times: %s\n", qUtf8Printable(error.description()));
-    } catch (const std::exception &error) {
-        std::fprintf(stderr, "growth_times: %s\n", error.what());
-    }
-    return 1;
+        return true;
+    });
 }
