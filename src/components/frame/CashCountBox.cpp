@@ -14,7 +14,7 @@ namespace {
 
 const QString application = QStringLiteral("Zelvo Desk");
 const QString section = QStringLiteral("물품판매관리");
-const QString key = QStringLiteral("현금 시재");
+const QString countKey = QStringLiteral("현금 시재");
 
 const QString typedCount = QStringLiteral("[0-9]{0,5}");
 const QString typedOpening = QStringLiteral("[0-9,]{0,12}");
@@ -77,7 +77,7 @@ QLineEdit *CashCountBox::addField(QGridLayout *form, const QString &caption, con
     controls::onEvent(field, &QLineEdit::editingFinished, this, [this, field] {
         if (!count_ || !field->isModified()) // the last count stays when another day is only looked at
             return;
-        registry::SaveSetting(application, section, key, count_->toText());
+        registry::SaveSetting(application, section, countKey, count_->toText());
         fill();
     });
     return field;
@@ -108,7 +108,7 @@ void CashCountBox::setDay(QDate day, const std::optional<Cell> &change)
         return;
     }
     if (!count_ || count_->day != day) {
-        const CashCount kept = CashCount::fromText(registry::GetSetting(application, section, key));
+        const CashCount kept = CashCount::fromText(registry::GetSetting(application, section, countKey));
         count_ = kept.day == day ? kept : CashCount{.day = day, .opening = kept.opening};
     }
     count_->change = Sum::of(*change);

@@ -70,7 +70,7 @@ void OrdersWindow::wire()
             read(list_.details());
             return;
         }
-        done();
+        showRead();
     });
 }
 
@@ -79,7 +79,7 @@ void OrdersWindow::read(std::vector<Figure> figures)
     work_.start(Reading(connection_, std::move(figures), list_.behind().period));
 }
 
-void OrdersWindow::done()
+void OrdersWindow::showRead()
 {
     prgReading_->hide();
     table_->setSheet(list_.sheet());

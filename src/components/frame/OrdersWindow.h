@@ -23,7 +23,7 @@ public:
 private:
     void wire();
     void read(std::vector<Figure> figures);
-    void done();
+    void showRead();
 
     OrderList list_;
     ado::ConnectionPtr connection_;

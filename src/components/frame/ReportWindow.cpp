@@ -183,7 +183,7 @@ void ReportWindow::wireTable()
         {QKeySequence(Qt::SHIFT | Qt::Key_F3), [](CustomerFind &find) { find.step(-1); }}};
     for (const auto &[key, answer] : keys) {
         auto *shortcut = new QShortcut(key, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
-        onEvent(shortcut, &QShortcut::activated, this, [this, answer] {
+        onEvent(shortcut, &QShortcut::activated, this, [this, answer = answer] {
             if (find_->isVisible())
                 answer(*find_);
         });

@@ -84,7 +84,8 @@ PostgresPlace PostgresPlace::of(const QString &address)
     for (const auto &[name, value] : ado::postgresParameters(address.section(QStringLiteral("://"), 1))) {
         if (name == QLatin1String("password"))
             place.password = value;
-        else if (std::ranges::any_of(noSecrets, [&](const char *known) { return name == QLatin1String(known); }))
+        else if (std::ranges::any_of(noSecrets,
+                                     [&name = name](const char *known) { return name == QLatin1String(known); }))
             words << quoted(name, value);
         else
             place.options << name + u'=' + value;

@@ -10,7 +10,6 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <ranges>
 
 namespace backup {
 
@@ -61,8 +60,8 @@ public:
     {
         step();
         demandNoReferences(clinic_, tables_);
-        for (const ReadyTable &table : tables_ | std::views::reverse)
-            named(table, [&] { removeOthers(table); });
+        for (auto table = tables_.rbegin(); table != tables_.rend(); ++table)
+            named(*table, [&] { removeOthers(*table); });
         for (const ReadyTable &table : tables_)
             named(table, [&] { putIn(table); });
         for (const ReadyTable &table : tables_)

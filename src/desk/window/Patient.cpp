@@ -7,7 +7,7 @@ namespace desk {
 
 namespace {
 
-enum Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, Cell, Vip };
+enum class Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, Cell, Vip };
 
 /// The columns as the list asks for them; a clinic's own table need not have more than the sale reads.
 QString columns(const ado::Connection &connection)
@@ -43,7 +43,7 @@ QVariant valueOf(const ado::Recordset &rows, int row, Field field)
 {
     QVariant read;
     runtime::Attempt attempt(runtime::Attempt::Failure::IsAnswer);
-    attempt([&] { read = rows.valueAt(row, field); });
+    attempt([&] { read = rows.valueAt(row, int(field)); });
     return read;
 }
 
@@ -55,22 +55,22 @@ QString textOf(const ado::Recordset &rows, int row, Field field)
 Patient soughtPatientAt(const ado::Recordset &rows, int row)
 {
     Patient patient;
-    patient.name = textOf(rows, row, Name);
-    patient.chartNumber = textOf(rows, row, ChartNumber);
-    patient.phone = textOf(rows, row, Phone);
-    patient.cell = textOf(rows, row, Cell);
+    patient.name = textOf(rows, row, Field::Name);
+    patient.chartNumber = textOf(rows, row, Field::ChartNumber);
+    patient.phone = textOf(rows, row, Field::Phone);
+    patient.cell = textOf(rows, row, Field::Cell);
     return patient;
 }
 
 Patient patientAt(const ado::Recordset &rows, int row)
 {
     Patient patient = soughtPatientAt(rows, row);
-    patient.key = valueOf(rows, row, Key).toInt();
-    patient.male = valueOf(rows, row, Sex).toBool();
-    patient.birth = valueOf(rows, row, Birth).toDate();
-    patient.zipCode = textOf(rows, row, ZipCode);
-    patient.address = textOf(rows, row, Address);
-    patient.vip = textOf(rows, row, Vip);
+    patient.key = valueOf(rows, row, Field::Key).toInt();
+    patient.male = valueOf(rows, row, Field::Sex).toBool();
+    patient.birth = valueOf(rows, row, Field::Birth).toDate();
+    patient.zipCode = textOf(rows, row, Field::ZipCode);
+    patient.address = textOf(rows, row, Field::Address);
+    patient.vip = textOf(rows, row, Field::Vip);
     return patient;
 }
 
