@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 mostBytes = 64 * 1024; ///< of a file; some hundred reports
+constexpr qint64 mostBytes = qint64{64} * 1024; ///< of a file; some hundred reports
 
 /// One file after the other, line by line.
 class Reader

@@ -75,9 +75,9 @@ public:
 
     /// Readings that are to come next, in this order. Where each answer costs the way to a server and back they are sent with
     /// the next statement, or with the first of them; whatever else is sent before they are asked for makes them forgotten.
-    virtual void foresee(std::vector<Command> /*selects*/) {}
+    virtual void foresee(std::span<const Command> /*selects*/) {}
     /// Those that are to come behind each commit, until others are told.
-    virtual void foreseeBehindCommit(std::vector<Command> /*selects*/) {}
+    virtual void foreseeBehindCommit(std::span<const Command> /*selects*/) {}
     /// Whether this one is to come next.
     virtual bool isForeseen(const Command &) const { return false; }
     virtual bool looksAhead() const { return false; }

@@ -201,15 +201,14 @@ PostgresDriver::Result PostgresDriver::select(const Command &select, const Guard
     return std::move(rows.front());
 }
 
-void PostgresDriver::foresee(std::vector<Command> selects)
+void PostgresDriver::foresee(std::span<const Command> selects)
 {
     const auto [came, told] = std::ranges::mismatch(foreseen_, selects, isSame, &Foreseen::select);
     const bool toldAgain = came != foreseen_.begin() && (came == foreseen_.end() || told == selects.end());
-    if (toldAgain && isFresh())
-        selects.erase(selects.begin(), told);
-    else
+    const bool stays = toldAgain && isFresh();
+    if (!stays)
         foreseen_.clear();
-    expected_ = std::move(selects);
+    expected_.assign(stays ? told : selects.begin(), selects.end());
 }
 
 bool PostgresDriver::isForeseen(const Command &select) const

@@ -34,8 +34,11 @@ public:
     CellTable readWithin(const Guard &guard, const Command &select) override;
     int writeWithin(const Guard &guard, const Command &statement) override;
     void writeAllWithin(const Guard &guard, std::span<const Command> statements) override;
-    void foresee(std::vector<Command> selects) override;
-    void foreseeBehindCommit(std::vector<Command> selects) override { behindCommit_ = std::move(selects); }
+    void foresee(std::span<const Command> selects) override;
+    void foreseeBehindCommit(std::span<const Command> selects) override
+    {
+        behindCommit_.assign(selects.begin(), selects.end());
+    }
     bool isForeseen(const Command &select) const override;
     bool looksAhead() const override { return true; }
     /// Sent with the first statement, for each answer that is waited for costs the way to the server and back.
