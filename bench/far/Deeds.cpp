@@ -157,7 +157,8 @@ const std::vector<Deed> &deeds()
         {"the management's tab, first time", 4,
          "which products; the products; purchases and stock of the first, dealers; who sold the first purchase",
          [](SaleWindow &window) { showTab(window, 1); }},
-        {"back to the sale", 2, "the products; the names in the lines", [](SaleWindow &window) { showTab(window, 0); }},
+        {"back to the sale", 1, "the products and the names in the lines",
+         [](SaleWindow &window) { showTab(window, 0); }},
     };
     return all;
 }

@@ -74,13 +74,16 @@ struct Found
 {
     clinic::Catalogue catalogue;
     std::optional<schema::Mark> mark;
-    std::optional<ado::Foresight> next = {}; ///< told by openDatabase(): the mark, and what the reader adds
-    QString readNext = {};
+    desk::DeskWindow::Head head;             ///< of a clinic that is sold in
+    std::optional<ado::Foresight> next = {}; ///< told by openDatabase(): the mark, and what is read behind it
 };
+
+/// Tells what is read behind the mark of the schema.
+using Telling = std::function<void(ado::Foresight &, const ado::Connection &)>;
 
 const QString isReadOnly = QStringLiteral("SHOW transaction_read_only");
 
-ado::ConnectionPtr openDatabase(const QString &address, Found *told = nullptr)
+ado::ConnectionPtr openDatabase(const QString &address, Found &found, const Telling &tellNext)
 {
     ado::ConnectionPtr connection;
     try {
@@ -88,14 +91,9 @@ ado::ConnectionPtr openDatabase(const QString &address, Found *told = nullptr)
     } catch (const runtime::RuntimeError &error) {
         throw error.toldAs(error.number(), ado::addressToShow(address) + QStringLiteral("\n") + error.description());
     }
-    Found unasked;
-    Found &found = told ? *told : unasked;
     found.next.emplace(connection);
     schema::foreseeMark(*found.next, *connection);
-    if (!found.readNext.isEmpty())
-        found.next->read(found.readNext);
-    if (told)
-        clinic::foreseeExamination(*found.next, *connection);
+    tellNext(*found.next, *connection);
     found.catalogue = schema::foundTables(*connection);
     if (found.catalogue.tables.isEmpty() && found.catalogue.outOfReach.isEmpty())
         refuse(
@@ -104,6 +102,12 @@ ado::ConnectionPtr openDatabase(const QString &address, Found *told = nullptr)
                              "small을 입력하십시오."));
     found.mark = schema::demandNoNewer(*connection);
     return connection;
+}
+
+ado::ConnectionPtr openDatabase(const QString &address)
+{
+    Found found;
+    return openDatabase(address, found, [](ado::Foresight &, const ado::Connection &) {});
 }
 
 /// A second server that only follows the first reads like any other and takes no sale.
@@ -117,23 +121,32 @@ void demandWriter(const ado::Connection &connection)
 }
 
 /// One in which everything is there that is worked with; to sell, it has to take what is written, too.
-ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth = clinic::Depth::Whole,
-                              std::optional<schema::Mark> *mark = nullptr)
+ado::ConnectionPtr openClinic(const QString &address, clinic::Depth depth, Found &found)
 {
-    Found found;
-    if (depth == clinic::Depth::ToSell)
-        found.readNext = isReadOnly;
-    const ado::ConnectionPtr connection = openDatabase(address, &found);
-    if (mark)
-        *mark = found.mark;
-    if (depth == clinic::Depth::ToSell)
+    const Telling tellNext = [depth](ado::Foresight &next, const ado::Connection &connection) {
+        if (depth == clinic::Depth::ToSell)
+            desk::DeskWindow::foreseeHead(next.read(isReadOnly));
+        clinic::foreseeExamination(next, connection);
+    };
+    const ado::ConnectionPtr connection = openDatabase(address, found, tellNext);
+    if (depth == clinic::Depth::ToSell) {
         demandWriter(*connection);
+        // Now, for the examination's last statement calls what might change how a literal behind it is read.
+        found.head = desk::DeskWindow::readHead(connection);
+    }
     const QStringList faults =
         clinic::textsOf(clinic::examine(*connection, depth, found.catalogue), clinic::Finding::Weight::Fault);
+    found.next.reset();
     if (!faults.isEmpty())
         refuse(QStringLiteral("이 데이터베이스로는 판매할 수 없습니다: ") + ado::addressToShow(address) + u'\n'
                + faults.join(u'\n') + QStringLiteral("\n없는 테이블과 항목은 desk --upgrade로 더할 수 있습니다."));
     return connection;
+}
+
+ado::ConnectionPtr openClinic(const QString &address)
+{
+    Found found;
+    return openClinic(address, clinic::Depth::Whole, found);
 }
 
 QWidget *openWindow()
@@ -164,7 +177,7 @@ int sellTo(int key, bool manage, const ado::ConnectionPtr &connection, QApplicat
 }
 
 /// The clinic that a desk is to work on all day: what it could not write is told now and not at the first sale.
-ado::ConnectionPtr openForWork(const desk::Options &options, std::optional<schema::Mark> &mark)
+ado::ConnectionPtr openForWork(const desk::Options &options, Found &found)
 {
     const QString address = addressOf(options);
     if (address.startsWith(FilePrefix)) {
@@ -174,7 +187,7 @@ ado::ConnectionPtr openForWork(const desk::Options &options, std::optional<schem
         if (const QString trouble = files::troubleWithDatabase(file); !trouble.isEmpty())
             refuse(trouble);
     }
-    return openClinic(address, clinic::Depth::ToSell, &mark);
+    return openClinic(address, clinic::Depth::ToSell, found);
 }
 
 /// Settings lie there, and what registers the component of a desk that is not installed. Returns what stands in the way of
@@ -240,11 +253,11 @@ int start(const desk::Options &options, QApplication &application)
     desk::dressUp(application);
     controls::showWaitingLine();
     QStringList notices{registerSale()};
-    std::optional<schema::Mark> mark;
-    const ado::ConnectionPtr connection = openForWork(options, mark);
+    Found found;
+    const ado::ConnectionPtr connection = openForWork(options, found);
     journal::attend(*connection);
     const journal::Sealing sealing(connection);
-    notices << schema::upgradeNotice(mark);
+    notices << schema::upgradeNotice(found.mark);
     notices.removeAll(QString());
     for (const QString &notice : std::as_const(notices))
         QTextStream(stderr) << QStringLiteral("desk: ") << notice << Qt::endl;
@@ -252,7 +265,7 @@ int start(const desk::Options &options, QApplication &application)
         const AfterFirstPaint painted(options, [] {});
         return sellTo(*options.patient, options.manage, connection, application);
     }
-    desk::DeskWindow window(connection, desk::DeskWindow::Patients::WhenAsked);
+    desk::DeskWindow window(connection, found.head, desk::DeskWindow::Patients::WhenAsked);
     const AfterFirstPaint painted(options, [&window] { window.refresh(); });
     window.setNotice(notices.join(u'\n'));
     window.show();

@@ -77,7 +77,28 @@ QString describe(const Patient &patient)
 
 } // namespace
 
+DeskWindow::Head DeskWindow::readHead(const ado::ConnectionPtr &connection)
+{
+    ado::Foresight next(connection);
+    foreseeHead(next);
+    Head head;
+    head.clinicName = clinicName(*connection);
+    head.seesClinics = chain::seesClinics(connection);
+    return head;
+}
+
+void DeskWindow::foreseeHead(ado::Foresight &next)
+{
+    next.read(selectClinicName);
+    chain::foreseeClinics(next);
+}
+
 DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, Patients patients, QWidget *parent)
+    : DeskWindow(connection, readHead(connection), patients, parent)
+{
+}
+
+DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, const Head &head, Patients patients, QWidget *parent)
     : QWidget(parent)
     , connection_(connection)
     , component_(connection)
@@ -94,18 +115,15 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, Patients patients, 
     , chain_(named(new QPushButton(QStringLiteral("체인 통계(F8)")), QStringLiteral("cmdChain")))
     , settings_(named(new GearButton, QStringLiteral("cmdSettings")))
 {
-    ado::Foresight next(connection_);
-    next.read(selectClinicName).read(selectClinicName); // for the caption, and for the head
-    chain::foreseeClinics(next);
     setObjectName(QStringLiteral("deskWindow"));
-    setWindowTitle(clinicName(*connection_) + QStringLiteral(" 접수 데스크"));
+    setWindowTitle(head.clinicName + QStringLiteral(" 접수 데스크"));
     makeTable();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(18, 16, 18, 14);
     layout->setSpacing(12);
-    layout->addWidget(makeHead());
+    layout->addWidget(makeHead(head.clinicName));
     layout->addWidget(table_, 1);
-    layout->addWidget(makeFoot());
+    layout->addWidget(makeFoot(head.seesClinics));
     layout->addWidget(notice_);
     setNotice({});
     resizeWithinScreen(*this, {1200, 680});
@@ -117,13 +135,13 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, Patients patients, 
     search_->setFocus();
 }
 
-QWidget *DeskWindow::makeHead()
+QWidget *DeskWindow::makeHead(const QString &clinicName)
 {
     auto *head = new QWidget;
     auto *row = new QHBoxLayout(head);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
-    row->addWidget(label(clinicName(*connection_), 1.6, true));
+    row->addWidget(label(clinicName, 1.6, true));
     row->addStretch(1);
     row->addWidget(count_);
     row->addSpacing(14);
@@ -144,7 +162,7 @@ QWidget *DeskWindow::makeHead()
     return head;
 }
 
-QWidget *DeskWindow::makeFoot()
+QWidget *DeskWindow::makeFoot(bool seesClinics)
 {
     auto *foot = new QFrame;
     foot->setFrameShape(QFrame::StyledPanel);
@@ -161,7 +179,7 @@ QWidget *DeskWindow::makeFoot()
         button->setAutoDefault(false);
         row->addWidget(button);
     }
-    chain_->setVisible(chain::seesClinics(connection_)); // within the foot by now, else it would be a window
+    chain_->setVisible(seesClinics); // within the foot by now, else it would be a window
     QFont strong = sale_->font();
     strong.setBold(true);
     sale_->setFont(strong);

@@ -10,6 +10,10 @@
 #include <QTableView>
 #include <QWidget>
 
+namespace ado {
+class Foresight;
+}
+
 namespace desk {
 
 /// The reception's window: find a patient, open the sale of goods or their management.
@@ -24,8 +28,19 @@ public:
     /// than all the rest.
     enum class Patients { AtOnce, WhenAsked };
 
+    /// What stands around the patients.
+    struct Head
+    {
+        QString clinicName;
+        bool seesClinics = false; ///< of a chain
+    };
+    static Head readHead(const ado::ConnectionPtr &connection);
+    /// Tells what that reads.
+    static void foreseeHead(ado::Foresight &next);
+
     explicit DeskWindow(const ado::ConnectionPtr &connection, Patients patients = Patients::AtOnce,
                         QWidget *parent = nullptr);
+    DeskWindow(const ado::ConnectionPtr &connection, const Head &head, Patients patients, QWidget *parent = nullptr);
 
     /// Reads the patients anew; the chosen one stays chosen while it is still on the list.
     void refresh();
@@ -38,8 +53,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    QWidget *makeHead();
-    QWidget *makeFoot();
+    QWidget *makeHead(const QString &clinicName);
+    QWidget *makeFoot(bool seesClinics);
     void makeTable();
     void connectControls();
     void showReading();

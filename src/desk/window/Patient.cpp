@@ -1,6 +1,7 @@
 #include "desk/window/Patient.h"
 
 #include "clinic/Catalogue.h"
+#include "platform/ado/Foresight.h"
 #include "platform/runtime/Attempt.h"
 
 namespace desk {
@@ -9,15 +10,26 @@ namespace {
 
 enum class Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, Cell, Vip };
 
-/// The columns as the list asks for them; a clinic's own table need not have more than the sale reads.
-QString columns(const ado::Connection &connection)
+const char *const columnNames[]{"Customer_PK", "name",    "sn",    "sex",  "birth",
+                                "zipcode",     "address", "phone", "cell", "vip"};
+
+/// As a clinic has them that the desk has made.
+QString allColumns()
+{
+    QStringList names;
+    for (const char *column : columnNames)
+        names << QString::fromLatin1(column);
+    return names.join(QStringLiteral(", "));
+}
+
+/// As they are there: a clinic's own table need not have more than the sale reads.
+QString columnsOf(const ado::Connection &connection)
 {
     const QString table = QStringLiteral("Customer");
     const clinic::Catalogue catalogue = clinic::readCatalogue(connection, {table});
     const clinic::FoundTable *const found = catalogue.table(table);
     QStringList names;
-    for (const char *column :
-         {"Customer_PK", "name", "sn", "sex", "birth", "zipcode", "address", "phone", "cell", "vip"}) {
+    for (const char *column : columnNames) {
         const QString name = QString::fromLatin1(column);
         names << (!found || found->column(name) ? name : QStringLiteral("NULL AS ") + name);
     }
@@ -26,12 +38,15 @@ QString columns(const ado::Connection &connection)
 
 std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, const QString &condition)
 {
+    // The order is the recordset's own, so that a patient stands at the same place on all servers.
+    const auto select = [&](const QString &columns) {
+        return QStringLiteral("SELECT %1 FROM Customer%2 ORDER BY name, sn, Customer_PK").arg(columns, condition);
+    };
     auto rows = std::make_unique<ado::Recordset>();
     try {
-        // The order is the recordset's own, so that a patient stands at the same place on all servers.
-        rows->Open(QStringLiteral("SELECT %1 FROM Customer%2 ORDER BY name, sn, Customer_PK")
-                       .arg(columns(*connection), condition),
-                   connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+        ado::Foresight next(connection); // a server far away is not waited for twice
+        next.open(select(allColumns()), ado::CursorType::Static);
+        rows->Open(select(columnsOf(*connection)), connection, ado::CursorType::Static, ado::LockType::ReadOnly);
     } catch (const runtime::RuntimeError &error) {
         throw error.toldAs(error.number(), QStringLiteral("환자 목록을 가져오지 못했습니다.\n") + error.description());
     }

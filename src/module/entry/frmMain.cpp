@@ -23,6 +23,7 @@
 #include "products/IncomingPane.h"
 #include "products/ProductPane.h"
 #include "products/SaleListPane.h"
+#include "products/StockBox.h"
 #include "sales/DetailPane.h"
 #include "sales/OrderPane.h"
 #include "sales/RefundFlow.h"
@@ -184,7 +185,13 @@ void frmMain::connectPanes()
     });
     onEvent(orderPane_, &OrderPane::rollReceiptAsked, this, [this] { printRollReceipt(); });
 
-    connect(productPane_, &ProductPane::currentProductChanged, incomingPane_, &IncomingPane::loadProductIncoming);
+    connect(productPane_, &ProductPane::currentProductChanged, this, [this](ProductKey product) {
+        incomingPane_->loadProductIncoming(product, [this, product](ado::Foresight &next) {
+            StockBox::tell(next, product);
+            if (!session_.rsCompanyMaster) // the first visit
+                DealerPane::tell(next);
+        });
+    });
     connect(propertiesPane_, &PropertiesPane::propertiesSaved, this,
             [this] { productPane_->loadProductListsManager(!editModes_.current().isEmpty()); });
     connect(propertiesPane_, &PropertiesPane::gridResetRequested, this, [this] { resetGridLayouts(layoutGrids()); });

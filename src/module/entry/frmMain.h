@@ -94,6 +94,7 @@ private:
     void bringUp();
     void showStatus();
     void tabChanged(int newTab);
+    bool showProductsAnew();
     void visitManagement();
     void forgetManagement();
     /// Saves the layout and closes the recordsets, once.

@@ -181,8 +181,8 @@ void frmMain::openSaleRecordsets()
 {
     const clsSQL sql;
     ado::Foresight next(gcnnMasterDB);
-    next.open(sql.getProductMasterSQL(false), ado::CursorType::Static)
-        .open(sql.getOrderMasterSQL(session_.customer.lngCustPK), ado::CursorType::Keyset);
+    saleListPane_->tellSaleProductLists(next);
+    next.open(sql.getOrderMasterSQL(session_.customer.lngCustPK), ado::CursorType::Keyset);
     opensSale_ = true;
     const auto opened = qScopeGuard([self = QPointer<frmMain>(this)] {
         if (self)
@@ -245,14 +245,27 @@ void frmMain::tabChanged(int newTab)
         return;
     // Product changes reach the sale tab, also over another tab on the way back.
     saleListIsStale_ |= oldTab == ManageTabIndex;
-    if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false)) {
-        if (!stepByStep({[this] { saleListPane_->requerySaleProductLists(); }, [this] { detailPane_->rebind(); }}))
-            return;
-    }
+    if (newTab == SaleTabIndex && std::exchange(saleListIsStale_, false) && !showProductsAnew())
+        return;
     if (newTab == StatisticsTabIndex)
         statisticsPane_->showStatisticsTab();
     if (newTab == PropertiesTabIndex)
         propertiesPane_->loadProperties();
+}
+
+bool frmMain::showProductsAnew()
+{
+    ado::Foresight next(gcnnMasterDB);
+    if (next.isOfUse()) {
+        saleListPane_->tellSaleProductLists(next);
+        detailPane_->tellNamesInSight(next);
+    }
+    const auto showNames = [&] {
+        detailPane_->rebind();
+        if (next.isOfUse()) // painted only when what was told is forgotten
+            detailPane_->readNamesInSight();
+    };
+    return stepByStep({[this] { saleListPane_->requerySaleProductLists(); }, showNames});
 }
 
 /// The first visit with a connection makes the lists. The product list may have been made before by the properties, but
@@ -261,6 +274,7 @@ void frmMain::visitManagement()
 {
     if (!gcnnMasterDB)
         return;
+    const ado::Foresight standing(gcnnMasterDB); // the dealers may come with the first product's
     const auto visitProducts = [this] {
         if (session_.rsProductIncoming)
             return;

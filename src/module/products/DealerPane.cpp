@@ -2,6 +2,7 @@
 
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
@@ -97,6 +98,11 @@ void DealerPane::loadCompanyMaster()
     attempt([&] { list_.load(clsSQL().getCmpnyMstrSQL()); });
     if (alive && attempt.failed() && !inEdit())
         resetPane();
+}
+
+void DealerPane::tell(ado::Foresight &next)
+{
+    next.open(clsSQL().getCmpnyMstrSQL(), ado::CursorType::Keyset);
 }
 
 void DealerPane::showRow(const ado::Recordset &dealer)

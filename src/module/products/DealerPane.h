@@ -8,6 +8,10 @@
 #include <QCheckBox>
 #include <QGridLayout>
 
+namespace ado {
+class Foresight;
+}
+
 /// Dealers that the shop buys from, beside the panel of one dealer.
 class DealerPane : public RecordEditor
 {
@@ -18,6 +22,8 @@ public:
     /// Opens rsCompanyMaster and binds the grid; nothing happens while it does not exist. Errors end here, told to nobody;
     /// then no dealer is on view.
     void loadCompanyMaster();
+    /// Tells what that reads.
+    static void tell(ado::Foresight &next);
     void resetPane() override;
 
     /// The strip of buttons is not among them: it lies on the panel and goes out of reach with it.

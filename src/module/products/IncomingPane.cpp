@@ -3,6 +3,7 @@
 #include "data/clsSQL.h"
 #include "forms/FormRow.h"
 #include "forms/clsNumberRelated.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Modal.h"
@@ -81,7 +82,7 @@ void IncomingPane::stepCount(int by)
         txtIncCount_->setText(runtime::text(count + by));
 }
 
-void IncomingPane::loadProductIncoming(ProductKey product)
+void IncomingPane::loadProductIncoming(ProductKey product, const std::function<void(ado::Foresight &)> &tellNext)
 {
     product_ = product;
     // The product list may be read again during an edit: the purchase in edit stays, and this list follows afterwards.
@@ -96,6 +97,11 @@ void IncomingPane::loadProductIncoming(ProductKey product)
         return;
     }
     const QPointer<IncomingPane> alive(this); // a row that is shown may open a box
+    tellNext_ = tellNext;
+    const auto told = qScopeGuard([alive] {
+        if (alive)
+            alive->tellNext_ = {};
+    });
     try {
         list_.load(clsSQL().getProdIncomingSQL(product.number()));
     } catch (const runtime::RuntimeError &) {
@@ -124,7 +130,11 @@ void IncomingPane::showRow(const ado::Recordset &incoming)
     const QVariant date = incoming[QStringLiteral("IN_Date")];
     if (!runtime::isNull(date))
         dtpIncDate_->setDate(date.toDate());
-    showCompany(getCompanyName(DealerKey(QVariant(valOf(incoming[QStringLiteral("CM_PK")])))));
+    const DealerKey dealer(QVariant(valOf(incoming[QStringLiteral("CM_PK")])));
+    ado::Foresight next(gcnnMasterDB);
+    if (tellNext_)
+        tellNext_(next.open(clsSQL().getCmpnyNameSQL(dealer.number()), ado::CursorType::Static));
+    showCompany(getCompanyName(dealer));
 }
 
 void IncomingPane::resetPane()

@@ -10,6 +10,12 @@
 #include <QGridLayout>
 #include <QPointer>
 
+#include <functional>
+
+namespace ado {
+class Foresight;
+}
+
 class frmDealerSelect;
 
 /// Purchases of the current product beside the panel of one purchase.
@@ -22,7 +28,8 @@ public:
     /// Opens the purchases of a product in rsProductIncoming and binds the grid; nothing happens while it does not exist.
     /// Without a key the list is closed, and no server is asked. Errors go to the caller, nothing is on view then. While the
     /// panel is in edit the list stays as it is, and follows when the edit ends.
-    void loadProductIncoming(ProductKey product);
+    /// `tellNext`: what the caller reads next, which goes with the name of the first purchase's dealer.
+    void loadProductIncoming(ProductKey product, const std::function<void(ado::Foresight &)> &tellNext = {});
     /// The chosen dealer included.
     void resetPane() override;
     /// The dealer that the dealer dialog reports; its key lies in the name box's property "Tag".
@@ -55,6 +62,7 @@ private:
     void stepCount(int by);
 
     IncomingOperations operations_;
+    std::function<void(ado::Foresight &)> tellNext_;
     ProductKey product_; ///< on view
     ProductKey loaded_;  ///< whose purchases are listed
     ProductKey bought_;  ///< of the purchase that is added

@@ -160,6 +160,7 @@ void ProductPane::showRow(const ado::Recordset &product)
 
     const QPointer<ProductPane> alive(this); // a purchase that is shown may open a box
     const ProductKey key(product.bookmark());
+    const ado::Foresight standing(gcnnMasterDB); // the stock may come with the purchase's dealer
     emit currentProductChanged(key);
     if (alive)
         stock_->loadStockFigures(key);

@@ -1,6 +1,7 @@
 #include "products/SaleListPane.h"
 
 #include "data/clsSQL.h"
+#include "platform/ado/Foresight.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
@@ -93,6 +94,11 @@ void SaleListPane::requerySaleProductLists()
         list_.requery();
     else
         loadSaleProductLists();
+}
+
+void SaleListPane::tellSaleProductLists(ado::Foresight &next)
+{
+    next.open(clsSQL().getProductMasterSQL(false), ado::CursorType::Static);
 }
 
 /// Quirk (docs/architecture.md): the numbers are one off the grid's columns. A click on the name sorts by category, one

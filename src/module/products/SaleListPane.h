@@ -7,6 +7,10 @@
 #include <QObject>
 #include <QWidget>
 
+namespace ado {
+class Foresight;
+}
+
 /// The products for sale: the grid on the left of the sale tab. Hidden products never appear here. The container belongs
 /// to the widget it is placed in.
 class SaleListPane : public QObject
@@ -26,6 +30,8 @@ public:
     bool isLoaded() const { return list_.isLoaded(); }
     /// Coming back from the management tab: product changes reach the list. One that could not be loaded before is now.
     void requerySaleProductLists();
+    /// Tells what either reads.
+    static void tellSaleProductLists(ado::Foresight &next);
 
 signals:
     /// The current product is another one, or there is none.

@@ -31,20 +31,20 @@ void readFigure(const ado::Recordset &row, const QString &field, qint32 &figure)
 
 StockFigures sumStock(ProductKey product)
 {
-    const QString sold = clsSQL().getStockSaleTotCountSQL(product.number());
-    const QString bought = clsSQL().getStockIncomingTotCountSQL(product.number());
     ado::Foresight next(gcnnMasterDB);
-    next.open(sold, ado::CursorType::Static).open(bought, ado::CursorType::Static);
+    StockBox::tell(next, product);
     StockFigures figures;
     ado::Recordset sums;
-    sums.Open(sold, gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    sums.Open(clsSQL().getStockSaleTotCountSQL(product.number()), gcnnMasterDB, ado::CursorType::Static,
+              ado::LockType::ReadOnly);
     if (sums.hasCurrent()) {
         readFigure(sums, QStringLiteral("일반판매토탈"), figures.sale);
         readFigure(sums, QStringLiteral("망실토탈"), figures.loss);
         readFigure(sums, QStringLiteral("서비스토탈"), figures.service);
     }
     sums.Close();
-    sums.Open(bought, gcnnMasterDB, ado::CursorType::Static, ado::LockType::ReadOnly);
+    sums.Open(clsSQL().getStockIncomingTotCountSQL(product.number()), gcnnMasterDB, ado::CursorType::Static,
+              ado::LockType::ReadOnly);
     if (sums.hasCurrent())
         readFigure(sums, QStringLiteral("입고량"), figures.incoming);
     return figures;
@@ -90,6 +90,12 @@ StockBox::StockBox(SaleSession &session, QWidget *parent)
     form->addWidget(cmdRefreshProdStat_, row, 0, 1, 2);
     form->setRowStretch(row + 1, 1);
     controls::onEvent(cmdRefreshProdStat_, &QPushButton::clicked, this, [this](bool) { refreshClicked(); });
+}
+
+void StockBox::tell(ado::Foresight &next, ProductKey product)
+{
+    next.open(clsSQL().getStockSaleTotCountSQL(product.number()), ado::CursorType::Static)
+        .open(clsSQL().getStockIncomingTotCountSQL(product.number()), ado::CursorType::Static);
 }
 
 void StockBox::clear()

@@ -9,6 +9,10 @@
 
 #include <array>
 
+namespace ado {
+class Foresight;
+}
+
 /// "재고현황 보기": units of one product that came in, went out and remain, summed from purchases and order lines each time.
 /// Shows what the last call wrote: sales and purchases made since stand in it only after the row changes or "새로고침".
 class StockBox : public QGroupBox
@@ -19,6 +23,8 @@ public:
 
     /// Sums the product's stock; after an error the boxes keep what they showed, and nothing is told.
     void loadStockFigures(ProductKey product);
+    /// Tells what that reads.
+    static void tell(ado::Foresight &next, ProductKey product);
     /// For a product that is gone: its figures are nobody's.
     void clear();
 

@@ -159,6 +159,23 @@ void DetailPane::rebind()
     tdbCustSaleDetails_->Rebind();
 }
 
+void DetailPane::tellNamesInSight(ado::Foresight &next) const
+{
+    if (session_.rsCustSaleDetailsClone)
+        ProductNames::tell(next, productsFrom(firstInSight()));
+}
+
+void DetailPane::readNamesInSight()
+{
+    if (session_.rsCustSaleDetailsClone)
+        names_.readTogether([this] { return productsFrom(firstInSight()); });
+}
+
+int DetailPane::firstInSight() const
+{
+    return std::max(0, tdbCustSaleDetails_->rowAt(0));
+}
+
 /// A clone shares the rows, which a requery replaces.
 void DetailPane::renewClone()
 {

@@ -41,6 +41,10 @@ public:
     void choose(LineKey line);
     /// Coming back from the management tab: product names may have changed.
     void rebind();
+    /// Tells the names of the lines in sight, all of them; and reads those that are not known, which a grid else does when it is
+    /// painted.
+    void tellNamesInSight(ado::Foresight &next) const;
+    void readNamesInSight();
     /// Shows the return memo of the current line, none without one.
     void showRefundMemo();
 
@@ -54,6 +58,7 @@ private:
     void placeControls();
     void renewClone();
     QList<qint32> productsFrom(int line) const;
+    int firstInSight() const;
     QString productName(const ado::Bookmark &row);
     void rowChanged();
     void doubleClicked();

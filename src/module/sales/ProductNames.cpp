@@ -28,6 +28,12 @@ QString ProductNames::name(qint32 lngPMPK)
     return name;
 }
 
+void ProductNames::tell(ado::Foresight &next, const QList<qint32> &keys)
+{
+    for (const qint32 key : keys)
+        next.read(lookUp(key));
+}
+
 void ProductNames::readTogether(const std::function<QList<qint32>()> &keys)
 {
     const ado::OneMoment moment(gcnnMasterDB);

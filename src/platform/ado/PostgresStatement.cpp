@@ -24,7 +24,8 @@ bool callsAnything(const Command &statement)
         QStringLiteral(
             "in from where and or not exists case when then else select values sum max count coalesce nullif "
             "cast varchar lower format_type current_setting to_regclass has_table_privilege "
-            "has_sequence_privilege pg_get_serial_sequence pg_relation_is_updatable pg_table_is_visible "
+            "has_schema_privilege has_function_privilege has_sequence_privilege pg_get_serial_sequence "
+            "pg_relation_is_updatable pg_table_is_visible "
             "pg_is_in_recovery")
             .split(u' ');
     const std::vector<Token> tokens = oneStatement(statement.text(), Dialect::PostgreSQL);
