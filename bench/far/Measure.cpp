@@ -39,7 +39,7 @@ void measureWindow(Place &place, Actions &actions, int round)
     add(actions, "open a patient, first of the day", 4, "tables; the link to a head office; the lists; the first order",
         measured(place.wire(), [&] { window.open(place.patient(2 * round)); }));
     const desk::Patient patient = place.patient(2 * round + 1);
-    add(actions, "open another patient", 3, "the link to a head office; the lists; the first order",
+    add(actions, "open another patient", 2, "the link to a head office and the lists; the first order",
         measured(place.wire(), [&] { window.open(patient); }));
     for (const Deed &deed : deeds()) {
         if (deed.prepare)

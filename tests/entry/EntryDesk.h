@@ -38,7 +38,8 @@ struct Patient
 class EntryDesk : public testing::Test
 {
 protected:
-    EntryDesk()
+    explicit EntryDesk(ado::Engine engine = ado::Engine::SQLite)
+        : database_(engine)
     {
         automation::classRegister::setFile(folder_.filePath("classes.ini"));
         registry::setStoreFolder(folder_.path());
@@ -156,7 +157,7 @@ protected:
     }
 
     QTemporaryDir folder_;
-    TestDatabase database_{ado::Engine::SQLite};
+    TestDatabase database_;
     MessageRecorder boxes_;
     automation::ObjectPtr sale_;
 };

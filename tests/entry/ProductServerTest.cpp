@@ -19,7 +19,11 @@ constexpr const char *resynced = "created CheckSync released created ResyncFromS
 class CentralServer : public EntryDesk
 {
 protected:
-    CentralServer() { fillShop(); }
+    explicit CentralServer(ado::Engine engine = ado::Engine::SQLite)
+        : EntryDesk(engine)
+    {
+        fillShop();
+    }
 
     void script(const QVariant &sync, bool resync, const char *failing = "", int refuseFrom = 1000)
     {
@@ -46,6 +50,15 @@ protected:
 };
 
 } // namespace
+
+class FarClinic : public CentralServer
+{
+protected:
+    FarClinic()
+        : CentralServer(ado::Engine::PostgreSQL)
+    {
+    }
+};
 
 TEST_F(CentralServer, DecidesWhetherTheWindowOpens)
 {
@@ -140,6 +153,22 @@ TEST_F(CentralServer, KeepsTheProductListWhateverIsEdited)
         }
         close();
     }
+}
+
+TEST_F(FarClinic, ShowsNoProductsFromBeforeAServerThatWasJustNamed)
+{
+    nameProductServer(QString());
+    sell();
+    EXPECT_EQ(rowsOf("tdbSaleProductLists"), 2);
+
+    nameProductServer(QStringLiteral("testCentral.Server"));
+    script(0, true);
+    QVariantList writing{database_.address(), QStringLiteral("INSERT INTO tPSProductMaster (PM_Catagory, PM_Name, "
+                                                             "PM_UnitPrice) VALUES ('라', '본부의 새 차', 1000)")};
+    automation::call(*control_, QStringLiteral("ResyncRuns"), writing);
+    sell();
+    EXPECT_EQ(rowsOf("tdbSaleProductLists"), 3);
+    EXPECT_EQ(said(), "");
 }
 
 TEST_F(CentralServer, OpensOnWhatTheHeadOfficeEditedInItsOwnWindow)

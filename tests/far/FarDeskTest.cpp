@@ -12,9 +12,9 @@ namespace {
 
 // Ways to a server and back that each action takes.
 const std::map<std::string, int> waits{
-    {"start of the desk, until its patients are painted", 6},
+    {"start of the desk, until its patients are painted", 4},
     {"open a patient, first of the day", 4},
-    {"open another patient", 3},
+    {"open another patient", 2},
     {"another order", 2},
     {"another product", 0},
     {"add a line, with a new order of today", 10},
@@ -25,8 +25,8 @@ const std::map<std::string, int> waits{
     {"edit an order and save", 4},
     {"delete an order", 4},
     {"a patient's outstanding list", 3},
-    {"the management's tab, first time", 6},
-    {"back to the sale", 2},
+    {"the management's tab, first time", 4},
+    {"back to the sale", 1},
 };
 
 } // namespace

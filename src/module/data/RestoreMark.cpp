@@ -16,22 +16,29 @@ struct Remembered
 };
 std::optional<Remembered> remembered; // of one connection, as gcnnMasterDB is one
 
-/// As text, whatever the engine gives; empty when there is none.
+/// As text, whatever the engine gives.
+const QString selectGeneration = QStringLiteral("SELECT CAST(DS_Generation AS varchar(20)) FROM t_DeskSchema");
+
+/// Empty when there is none.
 QString generationOf(const ado::Connection &connection)
 {
-    const ado::CellTable mark =
-        connection.read(QStringLiteral("SELECT CAST(DS_Generation AS varchar(20)) FROM t_DeskSchema"));
+    const ado::CellTable mark = connection.read(selectGeneration);
     if (mark.rowCount() == 0 || mark.cell(0, 0).kind != ado::CellTable::Kind::Text)
         return {};
     return QString::fromUtf8(mark.text(mark.cell(0, 0)));
 }
 
-bool isWatched(const ado::Connection &connection)
+} // namespace
+
+void restoreMark::tell(ado::Foresight &next)
+{
+    next.read(selectGeneration);
+}
+
+bool restoreMark::isWatched(const ado::Connection &connection)
 {
     return remembered && remembered->connection.lock().get() == &connection;
 }
-
-} // namespace
 
 void restoreMark::remember(const ado::ConnectionPtr &connection, std::function<void()> another)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 
 #include <QString>
 
@@ -13,6 +13,11 @@ namespace restoreMark {
 /// Takes what the connection shows now for what the lists are read from. `another` is called at the first write that is
 /// refused because of a restore, while its transaction is still open. A database without such a mark is not watched.
 void remember(const ado::ConnectionPtr &connection, std::function<void()> another);
+
+/// Tells what that reads.
+void tell(ado::Foresight &next);
+/// Whether that connection's mark is remembered.
+bool isWatched(const ado::Connection &connection);
 
 /// The further condition of a row that is held, " AND ..."; empty where the database is not watched.
 QString unchangedCondition(const ado::Connection &connection);

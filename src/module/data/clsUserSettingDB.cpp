@@ -52,6 +52,11 @@ QString keyOf(const clsUserSettingDB::Property &property)
     return QString::fromUtf16(property.key);
 }
 
+QString selectOf(const QString &key)
+{
+    return statement::fill(u"SELECT * FROM t_HospSetup WHERE HS_KEY='[KEY]'", {{u"[KEY]", sqlEscapeQuotes(key)}});
+}
+
 QString titleOf(const clsUserSettingDB::Property &property)
 {
     return QString::fromUtf16(property.title ? property.title : property.key);
@@ -94,6 +99,11 @@ QString clsUserSettingDB::ProductServerCallSign(const ado::ConnectionPtr &connec
     return value(connection, u"ProductServerCallSign").toString();
 }
 
+void clsUserSettingDB::tellProductServerCallSign(ado::Foresight &next)
+{
+    next.open(selectOf(keyOf(findProperty(vocabulary, u"ProductServerCallSign"))), ado::CursorType::ForwardOnly);
+}
+
 void clsUserSettingDB::setProductServerCallSign(const ado::ConnectionPtr &connection, const QString &callSign) const
 {
     setValue(connection, u"ProductServerCallSign", callSign);
@@ -104,9 +114,7 @@ clsUserSettingDB::Status clsUserSettingDB::readValue(const ado::ConnectionPtr &c
 {
     try {
         ado::Recordset rows;
-        rows.Open(
-            statement::fill(u"SELECT * FROM t_HospSetup WHERE HS_KEY='[KEY]'", {{u"[KEY]", sqlEscapeQuotes(key)}}),
-            connection, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
+        rows.Open(selectOf(key), connection, ado::CursorType::ForwardOnly, ado::LockType::ReadOnly);
         if (!rows.hasCurrent())
             return Status::NotFound;
         value = runtime::text(rows[QStringLiteral("HS_Value")]);

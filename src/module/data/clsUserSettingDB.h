@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 
 #include <QString>
 #include <QStringView>
@@ -34,6 +34,8 @@ public:
 
     /// Program identifier of the central product server; empty: there is none.
     QString ProductServerCallSign(const ado::ConnectionPtr &connection) const;
+    /// Tells what that reads.
+    static void tellProductServerCallSign(ado::Foresight &next);
     void setProductServerCallSign(const ado::ConnectionPtr &connection, const QString &callSign) const;
 
 private:

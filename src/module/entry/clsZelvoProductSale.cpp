@@ -1,5 +1,6 @@
 #include "entry/clsZelvoProductSale.h"
 
+#include "data/RestoreMark.h"
 #include "data/clsUserSettingDB.h"
 #include "entry/ReadyToSell.h"
 #include "entry/frmMain.h"
@@ -13,6 +14,8 @@
 #include "session/modGlobalVars.h"
 
 #include <QScopedValueRollback>
+
+#include <optional>
 
 namespace {
 
@@ -128,8 +131,19 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
 {
     const controls::EventScope scope; // what waits is tried again at its end
     const QScopedValueRollback guard(entering, true);
-    if (isReadyToSell(cnnMasterDB) && settleProductServer(cnnMasterDB))
-        (frmMain::instance().*entry)(cnnMasterDB, customer);
+    if (!isReadyToSell(cnnMasterDB))
+        return;
+    // Told while no product server is likely to change the products first: as the last entry on this connection found it.
+    std::optional<ado::Foresight> next;
+    if (cnnMasterDB && restoreMark::isWatched(*cnnMasterDB) && !gbProductServerLinked) {
+        clsUserSettingDB::tellProductServerCallSign(next.emplace(cnnMasterDB));
+        frmMain::tellSale(*next, customer.lngCustPK);
+    }
+    if (!settleProductServer(cnnMasterDB))
+        return;
+    if (gbProductServerLinked)
+        next.reset();
+    (frmMain::instance().*entry)(cnnMasterDB, customer);
 }
 
 /// An entry that comes while a box or dialog of ours waits for the user is put off: the work there must end with the

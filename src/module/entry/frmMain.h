@@ -51,6 +51,9 @@ public:
     qint16 showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
     qint16 showProductSaleManageForm(const ado::ConnectionPtr &cnnMasterDB, const Customer &customer);
 
+    /// Tells what either reads of the customer first.
+    static void tellSale(ado::Foresight &next, qint32 lngCustPK);
+
     void enterEditMode(const QString &code) override;
     void leaveEditMode(const QString &code) override;
     bool isInEdit(const QString &code) const override { return editModes_.isInEdit(code); }

@@ -177,12 +177,17 @@ void frmMain::readAllAnew()
                          controls::InformationIcon, QStringLiteral("복원된 데이터베이스"), this);
 }
 
+void frmMain::tellSale(ado::Foresight &next, qint32 lngCustPK)
+{
+    restoreMark::tell(next);
+    SaleListPane::tellSaleProductLists(next);
+    next.open(clsSQL().getOrderMasterSQL(lngCustPK), ado::CursorType::Keyset);
+}
+
 void frmMain::openSaleRecordsets()
 {
-    const clsSQL sql;
     ado::Foresight next(gcnnMasterDB);
-    saleListPane_->tellSaleProductLists(next);
-    next.open(sql.getOrderMasterSQL(session_.customer.lngCustPK), ado::CursorType::Keyset);
+    tellSale(next, session_.customer.lngCustPK);
     opensSale_ = true;
     const auto opened = qScopeGuard([self = QPointer<frmMain>(this)] {
         if (self)

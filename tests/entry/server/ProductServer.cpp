@@ -1,5 +1,6 @@
 #include "tests/entry/server/ProductServer.h"
 
+#include "platform/ado/Connection.h"
 #include "platform/automation/ClassServer.h"
 #include "platform/runtime/RuntimeError.h"
 
@@ -71,12 +72,20 @@ QVariant ProductServer::CheckSync()
 bool ProductServer::ResyncFromServer()
 {
     failWhenAsked(QStringLiteral("ResyncFromServer"));
+    if (!script().statement.isEmpty())
+        ado::Connection::open(script().address)->Execute(script().statement);
     return script().resync;
 }
 
 void ServerControl::Script(const QVariant &sync, bool resync, const QString &failing, qint32 refuseFrom)
 {
-    script() = {sync, resync, failing, refuseFrom, 0, QString()};
+    script() = {sync, resync, failing, refuseFrom, 0, {}, {}, {}};
+}
+
+void ServerControl::ResyncRuns(const QString &address, const QString &statement)
+{
+    script().address = address;
+    script().statement = statement;
 }
 
 QString ServerControl::Log() const
