@@ -76,6 +76,8 @@ protected:
     {
         if (who == u"own")
             what == u"restore" ? copy(handle(), kept_) : run(handle(), what);
+        else if (who == u"unseen")
+            sqlite3_update_hook(handle(), nullptr, nullptr), run(handle(), what);
         else if (who == u"desk")
             clinic.otherDesk()->Execute(what);
         else if (who == u"list")

@@ -100,7 +100,7 @@ public:
     virtual std::optional<TableMoment> momentOf(const Table &) { return std::nullopt; }
     /// Keys of the rows that this session has inserted or updated since then; none when it cannot be told any more. Rows
     /// may also have gone.
-    virtual std::optional<std::vector<std::int64_t>> writtenSince(const TableMoment &) const { return std::nullopt; }
+    virtual std::optional<std::vector<std::int64_t>> writtenSince(const TableMoment &) { return std::nullopt; }
 
     /// Until it is let go, or something is written, what is read is of this moment, and the engine is entered but once. False
     /// where that is not for the asking.

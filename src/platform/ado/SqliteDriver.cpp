@@ -311,7 +311,7 @@ std::optional<TableMoment> SqliteDriver::momentOf(const Table &table)
                        number(QStringLiteral("PRAGMA schema_version"))};
 }
 
-std::optional<std::vector<std::int64_t>> SqliteDriver::writtenSince(const TableMoment &moment) const
+std::optional<std::vector<std::int64_t>> SqliteDriver::writtenSince(const TableMoment &moment)
 {
     return rowLog_.since({moment.log, moment.place});
 }

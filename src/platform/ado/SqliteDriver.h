@@ -31,7 +31,7 @@ public:
     bool holdsTransaction() const override;
     bool alive(Asking) override { return handle_ != nullptr; }
     std::optional<TableMoment> momentOf(const Table &table) override;
-    std::optional<std::vector<std::int64_t>> writtenSince(const TableMoment &moment) const override;
+    std::optional<std::vector<std::int64_t>> writtenSince(const TableMoment &moment) override;
 
 protected:
     void openSession() override;

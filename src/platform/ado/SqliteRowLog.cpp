@@ -9,13 +9,19 @@ namespace ado {
 void SqliteRowLog::attach(sqlite3 *handle)
 {
     sqlite3_update_hook(handle, note, this);
-    attached_ = true;
+    handle_ = handle;
 }
 
 void SqliteRowLog::detach()
 {
     logs_.clear();
-    attached_ = false;
+    handle_ = nullptr;
+}
+
+void SqliteRowLog::endIfUnseen()
+{
+    if (sqlite3_update_hook(handle_, note, this) != this)
+        logs_.clear();
 }
 
 void SqliteRowLog::note(void *self, int, const char *, const char *table, long long row)
@@ -35,6 +41,7 @@ void SqliteRowLog::note(void *self, int, const char *, const char *table, long l
 
 SqliteRowLog::Place SqliteRowLog::place(const QString &table)
 {
+    endIfUnseen();
     const std::string name = table.toStdString();
     auto log = std::ranges::find(logs_, name, &Log::table);
     if (log == logs_.end())
@@ -42,8 +49,11 @@ SqliteRowLog::Place SqliteRowLog::place(const QString &table)
     return {log->number, log->rows.size()};
 }
 
-std::optional<std::vector<std::int64_t>> SqliteRowLog::since(const Place &place) const
+std::optional<std::vector<std::int64_t>> SqliteRowLog::since(const Place &place)
 {
+    if (!attached())
+        return std::nullopt;
+    endIfUnseen();
     const auto log = std::ranges::find(logs_, place.log, &Log::number);
     if (log == logs_.end())
         return std::nullopt;

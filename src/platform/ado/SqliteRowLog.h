@@ -28,12 +28,12 @@ public:
     void attach(sqlite3 *handle);
     /// The session has ended, and so have all logs.
     void detach();
-    bool attached() const { return attached_; }
+    bool attached() const { return handle_ != nullptr; }
 
     /// Where the table's log stands now; from the first question on there is one.
     Place place(const QString &table);
     /// Keys of the rows that were written since, each once; none when the log has ended meanwhile.
-    std::optional<std::vector<std::int64_t>> since(const Place &place) const;
+    std::optional<std::vector<std::int64_t>> since(const Place &place);
 
 private:
     struct Log
@@ -43,11 +43,13 @@ private:
         std::vector<std::int64_t> rows;
     };
 
+    /// Ends all logs where somebody else took the session's only hook meanwhile, and takes it back.
+    void endIfUnseen();
     static void note(void *self, int, const char *database, const char *table, long long row);
 
+    sqlite3 *handle_ = nullptr;
     std::vector<Log> logs_;
     std::uint64_t last_ = 0; ///< number that was given
-    bool attached_ = false;
 };
 
 } // namespace ado
