@@ -9,7 +9,7 @@ namespace bench {
 /// What one round of an action took.
 struct Taken
 {
-    FarWire::Traffic traffic;
+    Traffic traffic;
     double milliseconds = 0;
 };
 

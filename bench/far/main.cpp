@@ -23,7 +23,7 @@ void print(std::vector<bench::Action> actions, bool tellsStatements)
         if (!tellsStatements)
             break;
         std::printf("%s\n", action.what);
-        for (const std::string &statement : action.rounds.front().traffic.told)
+        for (const std::string &statement : action.rounds.front().traffic.told())
             std::printf("    %s\n", statement.c_str());
     }
     std::printf("| what | statements | waits | least | time to paint | least | ratio | which waits are the least |\n"
@@ -32,7 +32,7 @@ void print(std::vector<bench::Action> actions, bool tellsStatements)
         std::ranges::sort(action.rounds, {}, &bench::Taken::milliseconds);
         const bench::Taken &median = action.rounds[action.rounds.size() / 2];
         const int least = action.least * wait;
-        std::printf("| %s | %d | %d | %d | %.0f ms | %d ms | %s | %s |\n", action.what, median.traffic.statements,
+        std::printf("| %s | %d | %d | %d | %.0f ms | %d ms | %s | %s |\n", action.what, median.traffic.statements(),
                     median.traffic.waits, action.least, median.milliseconds, least,
                     least ? qPrintable(QString::number(median.milliseconds / least, 'f', 2)) : "", action.why);
     }
