@@ -1,0 +1,57 @@
+#include "bench/far/Replay.h"
+
+#include "bench/far/BareSession.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+namespace bench {
+
+namespace {
+
+/// By what went through the wire.
+void requireSame(const Traffic &one, const Traffic &other)
+{
+    if (!std::ranges::equal(one.sent, other.sent, &Sent::isSame) || one.answers != other.answers
+        || one.dialled != other.dialled)
+        throw std::runtime_error("bare: it was not said as before");
+}
+
+/// How long it took with the least waits, in milliseconds.
+double sayAgain(Place &place, std::optional<BareSession> &session, const Traffic &traffic, int least)
+{
+    if (traffic.dialled)
+        session.reset();
+    place.wire().take();
+    QElapsedTimer clock;
+    clock.start();
+    if (traffic.dialled)
+        session.emplace(place.farCopy());
+    const int waits = session.value().send(traffic) + (traffic.dialled ? 1 : 0);
+    const double milliseconds = double(clock.nsecsElapsed()) / 1e6;
+    const Traffic again = place.wire().take();
+    requireSame(traffic, again);
+    if (again.waits < waits)
+        throw std::runtime_error("bare: an answer was not waited for");
+    return milliseconds - double(std::max(waits - least, 0)) * double(place.waitMilliseconds());
+}
+
+} // namespace
+
+void replay(Place &place, std::vector<Step> &session)
+{
+    std::optional<BareSession> bare;
+    for (Step &step : session) {
+        Taken &taken = step.taken;
+        if (taken.before.dialled || !taken.before.sent.empty())
+            sayAgain(place, bare, taken.before, 0);
+        taken.bare += sayAgain(place, bare, taken.traffic, step.least);
+        if (!taken.rows.isEmpty() && place.rowsOfCopy() != taken.rows)
+            throw std::runtime_error(std::string("bare: other rows than the desk's: ") + step.what);
+    }
+}
+
+} // namespace bench
