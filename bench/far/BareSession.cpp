@@ -34,8 +34,7 @@ int BareSession::send(const Traffic &traffic)
     std::size_t answered = 0;
     for (std::size_t at = 0; at < sent.size(); ++at) {
         send(sent[at]);
-        const bool isLast = at + 1 == sent.size();
-        if (!sent[at].ends || (!isLast && sent[at + 1].wait == sent[at].wait))
+        if (!traffic.isAwaited(at))
             continue;
         ++waits;
         for (; answered <= at; ++answered)

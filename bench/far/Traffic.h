@@ -30,6 +30,12 @@ struct Traffic
     int session = 0;                  ///< which of the server's
 
     int statements() const { return int(sent.size()); }
+    /// Behind the statement at that place the desk waited for all the answers. That one came while a run was being sent, on a
+    /// busy machine, makes no wait.
+    bool isAwaited(std::size_t at) const
+    {
+        return sent[at].ends && (at + 1 == sent.size() || sent[at + 1].wait != sent[at].wait);
+    }
     std::vector<std::string> told() const; ///< the statements, each as "wait number: text"
 };
 
