@@ -24,7 +24,7 @@ BareSession::BareSession(const QString &address)
         refuse("no session");
 }
 
-int BareSession::send(const Traffic &traffic)
+BareSession::Said BareSession::send(const Traffic &traffic)
 {
     const std::vector<Sent> &sent = traffic.sent;
     if (traffic.isStrange || (!sent.empty() && !sent.back().ends) || sent.size() != traffic.answers.size())
@@ -40,7 +40,7 @@ int BareSession::send(const Traffic &traffic)
         for (; answered <= at; ++answered)
             receive(sent[answered], traffic.answers[answered]);
     }
-    return waits;
+    return {waits, cells_.size()};
 }
 
 void BareSession::send(const Sent &statement)

@@ -17,8 +17,13 @@ public:
     explicit BareSession(const QString &address); ///< "postgresql://..."
 
     /// Sends once more what a desk sent: together what went together, and what it waited for is waited for. Copies every cell
-    /// of every answer. Each must be what the desk got: as many rows given or touched, and no error. Returns the waits.
-    int send(const Traffic &traffic);
+    /// of every answer. Each must be what the desk got: as many rows given or touched, and no error.
+    struct Said
+    {
+        int waits;
+        std::size_t cells; ///< bytes copied
+    };
+    Said send(const Traffic &traffic);
 
 private:
     struct Hang

@@ -13,15 +13,15 @@ namespace bench {
 namespace {
 
 /// By what went through the wire.
-void requireSame(const Traffic &one, const Traffic &again, int waits)
+void requireSame(const Traffic &one, const Traffic &again, const BareSession::Said &said)
 {
     if (!std::ranges::equal(one.sent, again.sent, &Sent::isSame) || one.answers != again.answers
-        || one.dialled != again.dialled)
+        || one.dialled != again.dialled || one.cells != again.cells || one.cells != said.cells)
         throw std::runtime_error("bare: it was not said as before");
     int awaited = one.dialled ? 1 : 0;
     for (std::size_t at = 0; at < one.sent.size(); ++at)
         awaited += one.isAwaited(at) ? 1 : 0;
-    if (waits != awaited || again.waits < awaited)
+    if (said.waits != awaited || again.waits < awaited)
         throw std::runtime_error("bare: it was not waited as before");
 }
 
@@ -35,10 +35,11 @@ double sayAgain(Place &place, std::optional<BareSession> &session, const Traffic
     clock.start();
     if (traffic.dialled)
         session.emplace(place.farCopy());
-    const int waits = session.value().send(traffic) + (traffic.dialled ? 1 : 0);
+    BareSession::Said said = session.value().send(traffic);
     const double milliseconds = double(clock.nsecsElapsed()) / 1e6;
-    requireSame(traffic, place.wire().take(), waits);
-    return milliseconds - double(std::max(waits - least, 0)) * double(place.waitMilliseconds());
+    said.waits += traffic.dialled ? 1 : 0;
+    requireSame(traffic, place.wire().take(), said);
+    return milliseconds - double(std::max(said.waits - least, 0)) * double(place.waitMilliseconds());
 }
 
 } // namespace

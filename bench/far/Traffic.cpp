@@ -84,6 +84,13 @@ bool enterBind(Traffic &traffic, Fields fields)
     return !named && texts;
 }
 
+/// Behind the number of cells, and before each its size.
+std::size_t cellBytes(std::string_view row)
+{
+    const int cells = Fields(row).shortNumber();
+    return row.size() - sizeof(std::uint16_t) - std::size_t(cells) * sizeof(std::uint32_t);
+}
+
 std::string errorCode(Fields fields)
 {
     for (;;) {
@@ -161,7 +168,9 @@ void enterAsked(Traffic &traffic, const Messages::Message &message)
 
 void enterAnswered(Traffic &traffic, const Messages::Message &message)
 {
-    if (message.type == 'C')
+    if (message.type == 'D')
+        traffic.cells += cellBytes(message.body);
+    else if (message.type == 'C')
         traffic.answers.emplace_back(Fields(message.body).text());
     else if (message.type == 'I')
         traffic.answers.emplace_back();

@@ -26,6 +26,7 @@ struct Traffic
     bool dialled = false; ///< it began with the session
     std::vector<Sent> sent;
     std::vector<std::string> answers; ///< one to each statement: "SELECT 3", "UPDATE 1", "ERROR 42P01"
+    std::size_t cells = 0;            ///< bytes in those of all rows
     bool isStrange = false;           ///< it cannot be said once more by what is kept here
     int session = 0;                  ///< which of the server's
 
