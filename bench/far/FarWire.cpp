@@ -1,6 +1,5 @@
 #include "bench/far/FarWire.h"
 
-#include <arpa/inet.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -79,13 +78,15 @@ struct FarWire::Line
     int desk;
     int server;
     Way there, back;
-    std::string pending;  ///< of the desk's bytes, an unfinished message
-    bool greeted = false; ///< its first message has no type
-    bool heard = true;    ///< something since it last spoke
+    const int number;
+    Messages asked{Messages::Beginning::Untyped};
+    Messages answered{Messages::Beginning::Typed};
+    bool heard = true; ///< something since it last spoke
 
-    Line(int deskEnd, int serverEnd)
+    Line(int deskEnd, int serverEnd, int session)
         : desk(deskEnd)
         , server(serverEnd)
+        , number(session)
     {
     }
     Line(const Line &) = delete;
@@ -120,7 +121,7 @@ QString FarWire::address(const QString &database) const
     return QStringLiteral("postgresql://clinic@/%1?host=%2").arg(database, folder_.path());
 }
 
-FarWire::Traffic FarWire::take()
+Traffic FarWire::take()
 {
     const std::lock_guard lock(mutex_);
     return std::exchange(traffic_, {});
@@ -147,15 +148,15 @@ void FarWire::run()
             std::string bytes;
             if (waiting[at].revents) {
                 stands = receive(line->desk, bytes);
-                line->pending += bytes;
                 line->there.send(bytes, Clock::now() + delay_);
                 line->heard = line->heard && !isFarewell(bytes);
-                hear(*line);
+                hearDesk(*line, bytes);
             }
             if (stands && waiting[at + 1].revents) {
                 stands = receive(line->server, bytes);
                 line->back.send(bytes, Clock::now() + delay_);
                 line->heard = true;
+                hearServer(*line, bytes);
             }
             stands = stands && line->there.arrive(line->server) && line->back.arrive(line->desk);
             line = stands ? std::next(line) : lines.erase(line);
@@ -165,34 +166,32 @@ void FarWire::run()
         const int desk = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
         const int server = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
         const sockaddr_un place = placeOf(server_);
-        lines.emplace_back(desk, server);
+        lines.emplace_back(desk, server, ++sessions_);
         if (::connect(server, reinterpret_cast<const sockaddr *>(&place), sizeof place) != 0)
             lines.pop_back();
     }
 }
 
-/// A statement comes in a message of the type 'P', or 'Q'.
-void FarWire::hear(Line &line)
+void FarWire::hearDesk(Line &line, const std::string &bytes)
 {
     const std::lock_guard lock(mutex_);
     traffic_.waits += std::exchange(line.heard, false) ? 1 : 0;
-    for (;;) {
-        const std::size_t typed = line.greeted ? 1 : 0;
-        std::uint32_t length = 0;
-        if (line.pending.size() < typed + sizeof length)
-            return;
-        std::memcpy(&length, line.pending.data() + typed, sizeof length);
-        const std::size_t whole = typed + ntohl(length);
-        if (line.pending.size() < whole)
-            return;
-        const char type = std::exchange(line.greeted, true) ? line.pending[0] : '\0';
-        if (type == 'P' || type == 'Q') {
-            const std::size_t text = type == 'P' ? line.pending.find('\0', typed + sizeof length) + 1 : 5;
-            ++traffic_.statements;
-            traffic_.told.push_back(std::to_string(traffic_.waits) + ": " + (line.pending.c_str() + text));
+    line.asked.add(bytes);
+    while (const auto message = line.asked.next()) {
+        if (message->type != 'X') { // a session that ends does not mix with the next
+            traffic_.isStrange = traffic_.isStrange || (traffic_.session && traffic_.session != line.number);
+            traffic_.session = line.number;
         }
-        line.pending.erase(0, whole);
+        enterAsked(traffic_, *message);
     }
+}
+
+void FarWire::hearServer(Line &line, const std::string &bytes)
+{
+    const std::lock_guard lock(mutex_);
+    line.answered.add(bytes);
+    while (const auto message = line.answered.next())
+        enterAnswered(traffic_, *message);
 }
 
 } // namespace bench

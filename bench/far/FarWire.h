@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bench/far/Traffic.h"
+
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -7,12 +9,11 @@
 #include <mutex>
 #include <string>
 #include <thread>
-#include <vector>
 
 namespace bench {
 
 /// A long way between a desk and a PostgreSQL server of this machine: what either says is heard after a delay. A thread of its
-/// own carries the bytes and counts.
+/// own carries the bytes and keeps what was said.
 class FarWire
 {
 public:
@@ -24,12 +25,6 @@ public:
 
     QString address(const QString &database) const; ///< "postgresql://..."
 
-    struct Traffic
-    {
-        int statements = 0;
-        int waits = 0;                 ///< the desk said something after it had heard something: a way there and back
-        std::vector<std::string> told; ///< the statements, each as "wait number: text"
-    };
     /// Since the last call.
     Traffic take();
 
@@ -37,13 +32,15 @@ private:
     class Way;
     struct Line;
     void run();
-    void hear(Line &line);
+    void hearDesk(Line &line, const std::string &bytes);
+    void hearServer(Line &line, const std::string &bytes);
 
     const std::string server_; ///< path of its socket
     const std::chrono::milliseconds delay_;
     QTemporaryDir folder_;
     std::mutex mutex_;
     Traffic traffic_;
+    int sessions_ = 0;
     std::atomic<bool> ending_{false};
     int listener_ = -1;
     std::thread thread_;

@@ -1,17 +1,8 @@
 #pragma once
 
-#include "bench/far/Place.h"
-
-#include <vector>
+#include "bench/far/Replay.h"
 
 namespace bench {
-
-/// What one round of an action took.
-struct Taken
-{
-    FarWire::Traffic traffic;
-    double milliseconds = 0;
-};
 
 struct Action
 {
@@ -21,8 +12,9 @@ struct Action
     std::vector<Taken> rounds;
 };
 
-/// Everything that a desk's user does, the program's start included, as often as asked. Raises std::runtime_error where one was
-/// not done.
-std::vector<Action> measure(Place &place, int rounds);
+/// Everything that a desk's user does, the program's start included, as often as asked, and the same without the desk. Beside the
+/// start goes a program that ends when its empty window is painted, where one is named. Raises std::runtime_error where an action
+/// was not done.
+std::vector<Action> measure(Place &place, int rounds, const QString &emptyWindow = {});
 
 } // namespace bench

@@ -11,10 +11,14 @@ constexpr std::chrono::milliseconds oneWay(10);
 Place::Place(sample::Size size)
     : server_(PostgresServer::Writing::Careless)
     , database_(server_.createDatabase())
+    , copy_(database_ + QStringLiteral("_copy"))
 {
     sample::makeClinic(server_.postgresAddress(database_), size);
+    ado::Connection::open(server_.postgresAddress(database_))->Execute(QStringLiteral("VACUUM ANALYZE"));
+    ado::Connection::open(server_.postgresAddress(QStringLiteral("postgres")))
+        ->Execute(QStringLiteral("CREATE DATABASE %1 TEMPLATE %2").arg(copy_, database_));
     beside_ = ado::Connection::open(server_.postgresAddress(database_));
-    beside_->Execute(QStringLiteral("VACUUM ANALYZE"));
+    besideCopy_ = ado::Connection::open(server_.postgresAddress(copy_));
     const QString folder = server_.postgresAddress({}).section(QStringLiteral("host="), 1);
     wire_ = std::make_unique<FarWire>(folder, oneWay);
 }
@@ -28,13 +32,18 @@ desk::Patient Place::patient(int number) const
     return *desk::readPatient(beside_, keys.raw(0, 0).toInt());
 }
 
-QString Place::rows() const
+int Place::waitMilliseconds()
+{
+    return int(2 * oneWay.count());
+}
+
+QString Place::rowsOf(ado::Connection &clinic)
 {
     QStringList all;
     for (const char *table : {"tPSOrderMaster", "tPSOrderDetail", "tPSTransaction"})
-        all << beside_
-                   ->read(QStringLiteral("SELECT md5(string_agg(t::text, '|' ORDER BY t::text)) FROM %1 t")
-                              .arg(QLatin1String(table)))
+        all << clinic
+                   .read(QStringLiteral("SELECT md5(string_agg(t::text, '|' ORDER BY t::text)) FROM %1 t")
+                             .arg(QLatin1String(table)))
                    .raw(0, 0)
                    .toString();
     return all.join(u' ');

@@ -13,8 +13,12 @@
 
 namespace {
 
-constexpr int wait = 20; // milliseconds, there and back
 constexpr int rounds = 3;
+
+QString ratio(double time, double least)
+{
+    return least > 0 ? QString::number(time / least, 'f', 2) : QString();
+}
 
 /// Each by the median of its rounds' times.
 void print(std::vector<bench::Action> actions, bool tellsStatements)
@@ -23,18 +27,22 @@ void print(std::vector<bench::Action> actions, bool tellsStatements)
         if (!tellsStatements)
             break;
         std::printf("%s\n", action.what);
-        for (const std::string &statement : action.rounds.front().traffic.told)
+        for (const std::string &statement : action.rounds.front().traffic.told())
             std::printf("    %s\n", statement.c_str());
     }
-    std::printf("| what | statements | waits | least | time to paint | least | ratio | which waits are the least |\n"
-                "|---|---:|---:|---:|---:|---:|---:|---|\n");
+    std::printf("| what | statements | waits | least | time to paint | least | ratio | bare API | ratio | which waits "
+                "are the least |\n"
+                "|---|---:|---:|---:|---:|---:|---:|---:|---:|---|\n");
     for (bench::Action &action : actions) {
+        std::ranges::sort(action.rounds, {}, &bench::Taken::bare);
+        const double bare = action.rounds[action.rounds.size() / 2].bare;
         std::ranges::sort(action.rounds, {}, &bench::Taken::milliseconds);
         const bench::Taken &median = action.rounds[action.rounds.size() / 2];
-        const int least = action.least * wait;
-        std::printf("| %s | %d | %d | %d | %.0f ms | %d ms | %s | %s |\n", action.what, median.traffic.statements,
-                    median.traffic.waits, action.least, median.milliseconds, least,
-                    least ? qPrintable(QString::number(median.milliseconds / least, 'f', 2)) : "", action.why);
+        const int least = action.least * bench::Place::waitMilliseconds();
+        std::printf("| %s | %d | %d | %d | %.0f ms | %d ms | %s | %.0f ms | %s | %s |\n", action.what,
+                    median.traffic.statements(), median.traffic.waits, action.least, median.milliseconds, least,
+                    qPrintable(ratio(median.milliseconds, least)), bare,
+                    qPrintable(median.traffic.sent.empty() ? QString() : ratio(median.milliseconds, bare)), action.why);
     }
 }
 
@@ -50,6 +58,7 @@ int main(int argc, char **argv)
     const QTemporaryDir settings; // not those of whoever runs this
     registry::setStoreFolder(settings.path());
     clinic::registerTables();
+    const QString emptyWindow = application.applicationDirPath() + QStringLiteral("/empty_window");
     const bool tellsStatements = application.arguments().contains(QStringLiteral("--statements"));
     controls::setMessageHandler([](const QString &text, int flags, const QString &, const QString &) {
         if (!(flags & 0xF))
@@ -58,7 +67,7 @@ int main(int argc, char **argv)
     });
     try {
         bench::Place place(sample::Size::Hundredth);
-        print(bench::measure(place, rounds), tellsStatements);
+        print(bench::measure(place, rounds, emptyWindow), tellsStatements);
         return 0;
     } catch (const runtime::RuntimeError &error) {
         std::fprintf(stderr, "far_times: %s\n", qPrintable(error.description()));

@@ -47,7 +47,7 @@ TEST(FarDesk, IsWaitedForNoOftenerThanItWas)
         const bench::Taken &fastest =
             *std::ranges::min_element(action.rounds, {}, [](const bench::Taken &one) { return one.traffic.waits; });
         std::string told;
-        for (const std::string &statement : fastest.traffic.told)
+        for (const std::string &statement : fastest.traffic.told())
             told += statement + '\n';
         EXPECT_LE(fastest.traffic.waits, waits.at(action.what)) << action.what << '\n' << told;
     }
