@@ -63,7 +63,8 @@ void measureWindow(Place &place, Actions &actions, int round)
 {
     const ado::ConnectionPtr connection = ado::Connection::open(place.far());
     SaleWindow window(connection);
-    add(actions, "open a patient, first of the day", 4, "tables; the link to a head office; the lists; the first order",
+    add(actions, "open a patient, first of the day", 3,
+        "tables; the link to a head office and the lists; the first order",
         measured(place.wire(), [&] { window.open(place.patient(2 * round)); }));
     const desk::Patient patient = place.patient(2 * round + 1);
     add(actions, "open another patient", 2, "the link to a head office and the lists; the first order",

@@ -318,9 +318,10 @@ TEST_P(FarServer, DoesNotLetATellingGoWrong)
         ado::Foresight next(desk);
         next.open(goods, CursorType::Static).open(nothing, CursorType::Static).open(prices, CursorType::Static);
         EXPECT_EQ(valueOf(goods), inside ? "3" : "2");
+        Sent sent(desk);
         EXPECT_EQ(errorOf([&] { valueOf(nothing); }), ErrorNumber::Database);
         EXPECT_EQ(valueOf(prices), inside ? "8000" : "3000");
-        Sent sent(desk);
+        EXPECT_EQ(sent.take().isEmpty(), !inside) << "outside a transaction each stands for itself";
         ado::Foresight literal(desk);
         literal.open(goods, CursorType::Static).open(quoted, CursorType::Static);
         valueOf(goods);

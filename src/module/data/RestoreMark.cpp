@@ -28,16 +28,16 @@ QString generationOf(const ado::Connection &connection)
     return QString::fromUtf8(mark.text(mark.cell(0, 0)));
 }
 
+bool isWatched(const ado::Connection &connection)
+{
+    return remembered && remembered->connection.lock().get() == &connection;
+}
+
 } // namespace
 
 void restoreMark::tell(ado::Foresight &next)
 {
     next.read(selectGeneration);
-}
-
-bool restoreMark::isWatched(const ado::Connection &connection)
-{
-    return remembered && remembered->connection.lock().get() == &connection;
 }
 
 void restoreMark::remember(const ado::ConnectionPtr &connection, std::function<void()> another)

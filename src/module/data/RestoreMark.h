@@ -16,8 +16,6 @@ void remember(const ado::ConnectionPtr &connection, std::function<void()> anothe
 
 /// Tells what that reads.
 void tell(ado::Foresight &next);
-/// Whether that connection's mark is remembered.
-bool isWatched(const ado::Connection &connection);
 
 /// The further condition of a row that is held, " AND ..."; empty where the database is not watched.
 QString unchangedCondition(const ado::Connection &connection);

@@ -1,6 +1,5 @@
 #include "entry/clsZelvoProductSale.h"
 
-#include "data/RestoreMark.h"
 #include "data/clsUserSettingDB.h"
 #include "entry/ReadyToSell.h"
 #include "entry/frmMain.h"
@@ -133,9 +132,9 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
     const QScopedValueRollback guard(entering, true);
     if (!isReadyToSell(cnnMasterDB))
         return;
-    // Told while no product server is likely to change the products first: as the last entry on this connection found it.
+    // Told where no product server is likely to change the products first: as the last entry found it.
     std::optional<ado::Foresight> next;
-    if (cnnMasterDB && restoreMark::isWatched(*cnnMasterDB) && !gbProductServerLinked) {
+    if (cnnMasterDB && !gbProductServerLinked) {
         clsUserSettingDB::tellProductServerCallSign(next.emplace(cnnMasterDB));
         frmMain::tellSale(*next, customer.lngCustPK);
     }

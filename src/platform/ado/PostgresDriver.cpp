@@ -172,12 +172,13 @@ std::vector<Command> PostgresDriver::takeAhead(const Command &statement)
     return sendable(std::move(expected), session() && readsAsTheLayer() && keepsSettings(statement));
 }
 
-/// As many as were sent. One that failed is forgotten with those behind it: whoever asks for it meets its error. Only a lock
-/// is not waited for once more.
+/// As many as were answered. Within a transaction one that failed is forgotten with those behind it: whoever asks for it meets
+/// its error. Only a lock is not waited for once more.
 void PostgresDriver::keepForeseen(std::vector<Command> selects, std::span<Results> answers, const Guard *guard)
 {
-    const auto done = [](const Results &results) {
-        return std::ranges::all_of(results, [](const Result &one) { return isDone(one.get()); });
+    const auto done = [guard](const Results &results) {
+        return std::ranges::all_of(results,
+                                   [guard](const Result &one) { return guard ? isDone(one.get()) : bool(one); });
     };
     const auto good = std::size_t(std::ranges::find_if_not(answers, done) - answers.begin());
     if (guard && good < answers.size())
