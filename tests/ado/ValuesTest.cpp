@@ -224,6 +224,25 @@ TEST_P(Values, AreInTheClinicServersOrderOnEveryEngine)
     EXPECT_EQ(errorOf([&] { opened(allProducts)->Sort(QStringLiteral("PM_Name")); }), ErrorNumber::InvalidCall);
 }
 
+TEST_P(Values, OfTextStandByTheirSignsHoweverLongTheyAre)
+{
+    const QStringList ascending =
+        QStringLiteral(
+            "1|a|a1|aㄱ|a中|a가|a힣|a\uE000|a😀|b|ㄱ|ㄱ가|中|中中中中|中中中中中|中가|鿿|"
+            "가|가1|가ㄱ|가中|가가|가가가가가가가가|가가가가가가가가1|가가가가가가가가2|"
+            "가각|각|곀|한약 십전대보탕 30포 1|한약 십전대보탕 30포 2|힣|힣a|\uD7B0|\uE000|＠|😀|😀가|😁")
+            .split(u'|');
+    for (auto name = ascending.rbegin(); name != ascending.rend(); ++name)
+        clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ('%1')").arg(*name));
+    const QString byName = QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_Name");
+    for (CursorType cursor : {CursorType::Keyset, CursorType::Static}) {
+        QStringList found;
+        for (const auto rows = opened(byName, cursor, LockType::ReadOnly); !rows->Eof(); rows->MoveNext())
+            found << rows->value("PM_Name").toString();
+        EXPECT_EQ(found, ascending) << found.join(u'|').toStdString();
+    }
+}
+
 TEST_P(Values, AreInOrderHoweverMuchChangedSinceTheListWasReadBefore)
 {
     for (const QChar name : QStringLiteral("사나라마바다"))

@@ -3,6 +3,7 @@
 #include "platform/ado/ColumnValue.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <numeric>
@@ -14,16 +15,15 @@ namespace {
 
 constexpr std::uint64_t signBit = std::uint64_t{1} << 63;
 
-/// What one cell sorts by. Most comparisons end within it: at the number itself, or at the first bytes of the text, which lies
-/// far off. A date or a short name is all in it.
+/// What one cell sorts by. Most comparisons end within it: at the number itself, or at the beginning of the text, which lies
+/// far off. A date or a name of eight syllables is all in it.
 struct SortKey
 {
-    static constexpr std::uint32_t Inside = 16; ///< bytes
-
     std::uint64_t prefix = 0;
     std::uint64_t next = 0;
     const char *text = nullptr;
     std::uint32_t length = 0;
+    bool inside = false; ///< all of the text is in the two numbers
     enum Rank : std::uint8_t { Null, Number, Text } rank = Null;
 };
 
@@ -57,14 +57,72 @@ std::string_view folded(std::string_view utf8, TextBlocks &others)
     return {others.add(result.data(), result.size()), result.size()};
 }
 
-/// Eight bytes of the text from there on.
-std::uint64_t bytesFrom(std::size_t first, std::string_view text)
+/// The beginning of a text with each syllable of Hangul in two bytes instead of three. It goes up as the text does.
+class Packed
 {
-    std::uint64_t bytes = 0;
-    for (std::size_t at = first; at < first + 8; ++at)
-        bytes = bytes << 8 | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
-    return bytes;
-}
+public:
+    explicit Packed(std::string_view utf8)
+    {
+        for (std::size_t at = 0; at < utf8.size() && length_ <= bytes_.size();)
+            at += pack(utf8.substr(at));
+    }
+
+    std::uint64_t eightFrom(std::size_t first) const
+    {
+        std::uint64_t eight = 0;
+        for (std::size_t at = first; at < first + 8; ++at)
+            eight = eight << 8 | bytes_[at];
+        return eight;
+    }
+    bool isWhole() const { return length_ <= bytes_.size(); }
+
+private:
+    static constexpr unsigned firstSyllable = 0xac00, lastSyllable = 0xd7a3;
+    static constexpr unsigned char below = 0x80,
+                                   above = 0xad; ///< of a sign that is no syllable, whose own bytes follow
+
+    /// The first sign; the bytes that it took.
+    std::size_t pack(std::string_view utf8)
+    {
+        const auto first = static_cast<unsigned char>(utf8.front());
+        if (first < 0x80) {
+            put(first);
+            return 1;
+        }
+        const unsigned code = threeBytes(utf8);
+        if (code >= firstSyllable && code <= lastSyllable) {
+            put(static_cast<unsigned char>(below + 1 + (code - firstSyllable) / 256));
+            put(static_cast<unsigned char>((code - firstSyllable) % 256));
+            return 3;
+        }
+        const std::size_t size = std::min<std::size_t>(utf8.size(), first >= 0xf0   ? 4
+                                                                    : first >= 0xe0 ? 3
+                                                                    : first >= 0xc0 ? 2
+                                                                                    : 1);
+        put(code ? code < firstSyllable ? below : above : first < 0xea ? below : above);
+        for (std::size_t at = 0; at < size; ++at)
+            put(static_cast<unsigned char>(utf8[at]));
+        return size;
+    }
+
+    /// The code of a sign of that many; else 0.
+    static unsigned threeBytes(std::string_view utf8)
+    {
+        const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(utf8[at]); };
+        const bool are = utf8.size() >= 3 && byte(0) >> 4 == 0xe && byte(1) >> 6 == 2 && byte(2) >> 6 == 2;
+        return are ? (byte(0) & 0xfU) << 12 | (byte(1) & 0x3fU) << 6 | (byte(2) & 0x3fU) : 0;
+    }
+
+    void put(unsigned char byte)
+    {
+        if (length_ < bytes_.size())
+            bytes_[length_] = byte;
+        ++length_;
+    }
+
+    std::array<unsigned char, 16> bytes_{};
+    std::size_t length_ = 0;
+};
 
 std::uint64_t realPrefix(double value)
 {
@@ -128,16 +186,21 @@ private:
                                 : description.numeric || cell.kind != CellTable::Kind::Text ? ColumnType::Money
                                                                                             : ColumnType::Text;
         if (type == ColumnType::Number)
-            return {realPrefix(typedValue(table_, cell, type).toDouble()), 0, nullptr, 0, SortKey::Number};
+            return {realPrefix(typedValue(table_, cell, type).toDouble()), 0, nullptr, 0, true, SortKey::Number};
         if (type != ColumnType::Text && type != ColumnType::Date)
-            return {static_cast<std::uint64_t>(moneyOf(table_, cell).scaled()) ^ signBit, 0, nullptr, 0,
+            return {static_cast<std::uint64_t>(moneyOf(table_, cell).scaled()) ^ signBit,
+                    0,
+                    nullptr,
+                    0,
+                    true,
                     SortKey::Number};
         if (cell.kind != CellTable::Kind::Text)
-            return {0, 0, nullptr, 0, SortKey::Text};
+            return {0, 0, nullptr, 0, true, SortKey::Text};
         const QByteArrayView text = table_.text(cell);
         const std::string_view sorted = folded({text.data(), static_cast<std::size_t>(text.size())}, folded_);
-        return {bytesFrom(0, sorted), bytesFrom(8, sorted), sorted.data(), static_cast<std::uint32_t>(sorted.size()),
-                SortKey::Text};
+        const Packed packed(sorted);
+        return {packed.eightFrom(0), packed.eightFrom(8), sorted.data(), static_cast<std::uint32_t>(sorted.size()),
+                packed.isWhole(),    SortKey::Text};
     }
 
     static int compareKeys(const SortKey &a, const SortKey &b)
@@ -150,7 +213,7 @@ private:
             return a.next < b.next ? -1 : 1;
         if (a.rank != SortKey::Text)
             return 0;
-        if (a.length <= SortKey::Inside && b.length <= SortKey::Inside) // zeros behind the end come before any text
+        if (a.inside && b.inside) // zeros behind the end come before any text
             return a.length == b.length ? 0 : a.length < b.length ? -1 : 1;
         return std::string_view(a.text, a.length).compare(std::string_view(b.text, b.length));
     }
