@@ -303,6 +303,10 @@ std::vector<std::uint32_t> orderedRows(const CellTable &table, std::span<const O
         aside.insert(aside.end(), {standing.back(), row});
         standing.pop_back();
     }
+    if (aside.size() > standing.size()) { // there was no order
+        order.sort(nearly);
+        return nearly;
+    }
     order.sort(aside);
     const auto middle = static_cast<std::ptrdiff_t>(standing.size());
     standing.insert(standing.end(), aside.begin(), aside.end());
