@@ -93,11 +93,20 @@ QString oneDay::settledByOrder()
         "GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method");
 }
 
+/// The text of a cell: the known one where it says the same, as the ledger does again and again.
+QByteArrayView OneDayReport::keep(QByteArrayView known, const Record &row, int column)
+{
+    QByteArray room;
+    const QUtf8StringView text = row.utf8(column, room);
+    const QByteArrayView found(text.data(), text.size());
+    return found == known ? known : QByteArrayView(texts_.add(found.data(), std::size_t(found.size())), found.size());
+}
+
 void OneDayReport::takeOrder(const Record &row)
 {
     Line &line = lines_[{false, row.key(0), row.key(1)}];
-    line.name = row.text(2);
-    line.chart = row.text(3);
+    line.name = keep(line.name, row, 2);
+    line.chart = keep(line.chart, row, 3);
     line.sums[Owed] += row.amount(4);
     line.unpaidAtSale += row.amount(4);
 }
@@ -115,11 +124,12 @@ void OneDayReport::takeLedger(const Record &row)
 {
     const int order = row.key(0);
     const int customer = row.key(1);
-    const bool ofTheDay = lines_.contains({false, order, customer});
-    Line &line = lines_[{!ofTheDay, order, customer}];
-    line.name = row.text(2);
-    line.chart = row.text(3);
-    const QString method = row.text(5);
+    Line *const ofTheDay = lines_.find({false, order, customer});
+    Line &line = ofTheDay ? *ofTheDay : lines_[{true, order, customer}];
+    line.name = keep(line.name, row, 2);
+    line.chart = keep(line.chart, row, 3);
+    QByteArray room;
+    const QUtf8StringView method = row.utf8(5, room);
     const auto medium = std::size_t(mediumOf(method));
     const Sum amount = row.amount(7);
     switch (row.key(4)) {
@@ -146,21 +156,23 @@ void OneDayReport::takeLedger(const Record &row)
 
 void OneDayReport::takeSettled(const Record &row)
 {
-    const auto found = lines_.find({false, row.key(0), row.key(1)});
-    if (found == lines_.end())
+    Line *const line = lines_.find({false, row.key(0), row.key(1)});
+    if (!line)
         return; // of an order that came between two statements
     const int operation = row.key(2);
     if (operation < Operator::Cut || operation > Operator::Refund)
         return; // no kind of operation that moves money
     const Sum settled = operation == Operator::Refund ? -row.amount(4) : row.amount(4);
-    found->second.sums[Owed] -= settled;
-    if (operation != Operator::Payment || !isAgainstOutstanding(row.text(3)))
-        found->second.unpaidAtSale -= settled;
+    line->sums[Owed] -= settled;
+    QByteArray room;
+    if (operation != Operator::Payment || !isAgainstOutstanding(row.utf8(3, room)))
+        line->unpaidAtSale -= settled;
 }
 
 std::vector<Figure> OneDayReport::figures(const Period &)
 {
     lines_.clear();
+    texts_ = {};
     discounts_ = cuts_ = {};
     Figure orders{oneDay::orders()};
     orders.take = [this](const Record &row) { takeOrder(row); };
@@ -224,7 +236,7 @@ Sheet OneDayReport::makeSheet(int) const
         const QString kind = std::get<0>(key) ? QStringLiteral("이전") : QStringLiteral("당일");
         Sums sums = line.sums;
         sums[Owed] = sums[Owed].notBelowZero();
-        sheet.rows.push_back(tableRow(line.chart, line.name, kind, sums));
+        sheet.rows.push_back(tableRow(QString::fromUtf8(line.chart), QString::fromUtf8(line.name), kind, sums));
         for (std::size_t amount = 0; amount < Amounts; ++amount)
             totals[amount] += sums[amount];
     }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "components/frame/ByKey.h"
 #include "components/frame/Report.h"
 
 #include <array>
-#include <map>
 #include <tuple>
 
 namespace statistics {
@@ -55,20 +55,22 @@ private:
     using Key = std::tuple<bool, int, int>;
     struct Line
     {
-        QString chart;
-        QString name;
+        QByteArrayView chart; ///< in UTF-8, as the name; both lie in texts_
+        QByteArrayView name;
         Sums sums{};
         Sum unpaidAtSale; ///< what was left before payments against it
     };
 
     Sheet makeSheet(int view) const override;
+    QByteArrayView keep(QByteArrayView known, const Record &row, int column);
     void takeOrder(const Record &row);
     void takeLines(const Record &row);
     void takeLedger(const Record &row);
     void takeSettled(const Record &row);
     std::vector<SummaryLine> summary(const Sums &totals) const;
 
-    std::map<Key, Line> lines_;
+    ByKey<Line, Key> lines_;
+    ado::TextBlocks texts_;
     Sum discounts_; ///< at the till
     Sum cuts_;
 };

@@ -39,7 +39,8 @@ QString payPeriod::lastDay()
 std::optional<PayPeriodReport::Sums> PayPeriodReport::amountsOf(const Record &row, int column)
 {
     Sums sums{};
-    const QString method = row.text(column + 1);
+    QByteArray room;
+    const QUtf8StringView method = row.utf8(column + 1, room);
     const Sum amount = row.amount(column + 3);
     switch (row.key(column)) {
     case Operator::Payment:

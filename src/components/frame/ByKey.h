@@ -4,9 +4,9 @@
 
 namespace statistics {
 
-/// Values by whole-number keys, in their order. Rows mostly come by key, so the next places are looked at before all others
+/// Values by keys, whole numbers mostly, in their order. Rows mostly come by key, so the next places are looked at before all others
 /// are searched.
-template <typename Value>
+template <typename Value, typename Key = int>
 class ByKey
 {
 public:
@@ -15,18 +15,18 @@ public:
         values_.clear();
         last_ = values_.end();
     }
-    Value *find(int key)
+    Value *find(const Key &key)
     {
         const auto at = seek(key);
         return at != values_.end() && at->first == key ? &at->second : nullptr;
     }
-    const Value *find(int key) const
+    const Value *find(const Key &key) const
     {
         const auto at = values_.find(key);
         return at != values_.end() ? &at->second : nullptr;
     }
     /// A new one where there is none.
-    Value &operator[](int key)
+    Value &operator[](const Key &key)
     {
         const auto at = seek(key);
         if (at == values_.end() || at->first != key)
@@ -38,11 +38,11 @@ public:
     auto end() const { return values_.end(); }
 
 private:
-    using Values = std::map<int, Value>;
+    using Values = std::map<Key, Value>;
     static constexpr int near = 8;
 
     /// The first that is not below the key.
-    typename Values::iterator seek(int key)
+    typename Values::iterator seek(const Key &key)
     {
         int steps = 0;
         if (last_ == values_.end() || last_->first > key)

@@ -14,6 +14,8 @@ Sum Record::amount(int column) const
     const Cell &cell = rows_.cell(row_, column);
     if (cell.kind == Kind::Null)
         return {};
+    if (isPlainNumber(cell, column))
+        return runtime::Currency::fromWon(cell.integer);
     try {
         return isPlain(cell, column) ? ado::moneyOf(rows_, cell) : runtime::CCur(rows_.value(row_, column));
     } catch (const runtime::RuntimeError &error) {
@@ -24,25 +26,22 @@ Sum Record::amount(int column) const
     }
 }
 
-/// A number as nearly all are, which is read without a value object between.
 bool Record::isPlain(const Cell &cell, int column) const
 {
     const ado::ResultColumn &description = rows_.columns()[std::size_t(column)];
     if (!description.registered)
         return cell.kind != Kind::Text || description.numeric;
-    switch (description.registered->type) {
-    case ado::ColumnType::Money:
-        return true;
-    case ado::ColumnType::Key:
-    case ado::ColumnType::Long:
-    case ado::ColumnType::Integer:
-        return cell.kind == Kind::Integer && std::in_range<qint32>(cell.integer);
-    default:
-        return false;
-    }
+    return description.registered->type == ado::ColumnType::Money;
 }
 
-int Record::key(int column) const
+bool Record::isPlainText(const Cell &cell, int column) const
+{
+    const ado::ResultColumn &description = rows_.columns()[std::size_t(column)];
+    return cell.kind == Kind::Text
+           && (description.registered ? description.registered->type == ado::ColumnType::Text : !description.numeric);
+}
+
+int Record::otherKey(int column) const
 {
     const Cell &cell = rows_.cell(row_, column);
     if (cell.kind == Kind::Null)
@@ -62,12 +61,16 @@ QDate Record::date(int column) const
 QString Record::text(int column) const
 {
     const Cell &cell = rows_.cell(row_, column);
-    const ado::ResultColumn &description = rows_.columns()[std::size_t(column)];
-    const bool isText =
-        description.registered ? description.registered->type == ado::ColumnType::Text : !description.numeric;
-    if (cell.kind == Kind::Text && isText)
-        return QString::fromUtf8(rows_.text(cell)); // as nearly all are, without a value object between
-    return runtime::text(rows_.value(row_, column));
+    return isPlainText(cell, column) ? QString::fromUtf8(rows_.text(cell)) : runtime::text(rows_.value(row_, column));
+}
+
+QUtf8StringView Record::utf8(int column, QByteArray &room) const
+{
+    const Cell &cell = rows_.cell(row_, column);
+    if (isPlainText(cell, column))
+        return QUtf8StringView(rows_.text(cell));
+    room = text(column).toUtf8();
+    return QUtf8StringView(room);
 }
 
 bool Record::isNull(int column) const
@@ -75,7 +78,7 @@ bool Record::isNull(int column) const
     return rows_.cell(row_, column).kind == Kind::Null;
 }
 
-bool Record::flag(int column) const
+bool Record::otherFlag(int column) const
 {
     return runtime::isTrue(rows_.value(row_, column));
 }

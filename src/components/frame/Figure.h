@@ -6,8 +6,10 @@
 
 #include <QDate>
 #include <QString>
+#include <QUtf8StringView>
 
 #include <functional>
+#include <utility>
 
 namespace statistics {
 
@@ -22,18 +24,42 @@ public:
     {
     }
 
-    Sum amount(int column) const;   ///< exact; NULL is 0, unknown where the cell holds no amount
-    int key(int column) const;      ///< NULL is 0
+    Sum amount(int column) const; ///< exact; NULL is 0, unknown where the cell holds no amount
+    /// NULL is 0.
+    int key(int column) const
+    {
+        const Cell &cell = rows_.cell(row_, column);
+        return isPlainNumber(cell, column) ? int(cell.integer) : otherKey(column);
+    }
     QDate date(int column) const;   ///< NULL is an invalid date
     QString text(int column) const; ///< NULL is empty
-    bool flag(int column) const;    ///< NULL is false
+    /// The same in UTF-8, for texts that are looked at more often than shown. Lies in the row, or in what is lent for it.
+    QUtf8StringView utf8(int column, QByteArray &room) const;
+    /// NULL is false.
+    bool flag(int column) const
+    {
+        const Cell &cell = rows_.cell(row_, column);
+        return isPlainNumber(cell, column) ? cell.integer != 0 : otherFlag(column);
+    }
     bool isNull(int column) const;
 
 private:
     using Cell = ado::CellTable::Cell;
     using Kind = ado::CellTable::Kind;
 
+    /// A whole number as nearly all are, which is read without a value object between.
+    bool isPlainNumber(const Cell &cell, int column) const
+    {
+        if (cell.kind != Kind::Integer || !std::in_range<qint32>(cell.integer))
+            return false;
+        const ado::Column *const known = rows_.columns()[std::size_t(column)].registered;
+        return !known || known->type == ado::ColumnType::Key || known->type == ado::ColumnType::Long
+               || known->type == ado::ColumnType::Integer;
+    }
     bool isPlain(const Cell &cell, int column) const;
+    bool isPlainText(const Cell &cell, int column) const;
+    int otherKey(int column) const;
+    bool otherFlag(int column) const;
 
     const ado::CellTable &rows_;
     int row_;

@@ -2,16 +2,17 @@
 
 namespace statistics {
 
-Medium mediumOf(const QString &method)
+Medium mediumOf(QAnyStringView method)
 {
-    if (method.endsWith(QLatin1Char('1')))
+    const QChar last = method.isEmpty() ? QChar() : method.back();
+    if (last == u'1')
         return Medium::Card;
-    return method.endsWith(QLatin1Char('2')) ? Medium::Bank : Medium::Cash;
+    return last == u'2' ? Medium::Bank : Medium::Cash;
 }
 
-bool isAgainstOutstanding(const QString &method)
+bool isAgainstOutstanding(QAnyStringView method)
 {
-    return method.startsWith(QLatin1Char('1'));
+    return !method.isEmpty() && method.front() == u'1';
 }
 
 QString ledgerWithOrders()
@@ -26,7 +27,7 @@ QString afterItsDay()
     return QStringLiteral("CASE WHEN OrdM_Date < tpstrans_Date THEN 1 ELSE 0 END");
 }
 
-bool isReceivedLater(const QString &method, bool afterItsDay)
+bool isReceivedLater(QAnyStringView method, bool afterItsDay)
 {
     return afterItsDay || isAgainstOutstanding(method);
 }

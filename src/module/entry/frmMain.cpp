@@ -11,6 +11,7 @@
 #include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
 #include "platform/ado/Foresight.h"
+#include "platform/controls/Activity.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Named.h"
@@ -276,6 +277,11 @@ void frmMain::paintEntryColors()
 {
     editModes_.paintEntryColors();
     entryPane_->paintKind();
+}
+
+bool frmMain::event(QEvent *event)
+{
+    return controls::handOnActivity(*this, *event, statisticsPane_) || QMainWindow::event(event);
 }
 
 void frmMain::closeEvent(QCloseEvent *event)

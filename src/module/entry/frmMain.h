@@ -60,6 +60,7 @@ public:
     void paintEntryColors() override;
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:

@@ -6,20 +6,13 @@
 
 namespace ado {
 
-const char *TextBlocks::add(const char *utf8, std::size_t length)
+void TextBlocks::addBlock(std::size_t length)
 {
     constexpr std::size_t smallest = 128, largest = 65'536;
-    if (length > room_ || !free_) {
-        blockSize_ = std::clamp(blockSize_ * 2, smallest, largest);
-        room_ = std::max(blockSize_, length);
-        blocks_.emplace_back(new char[room_]);
-        free_ = blocks_.back().get();
-    }
-    char *const text = free_;
-    std::copy_n(utf8, length, text);
-    free_ += length;
-    room_ -= length;
-    return text;
+    blockSize_ = std::clamp(blockSize_ * 2, smallest, largest);
+    room_ = std::max(blockSize_, length);
+    blocks_.emplace_back(new char[room_]);
+    free_ = blocks_.back().get();
 }
 
 CellTable::CellTable(std::vector<ResultColumn> columns)
@@ -34,35 +27,12 @@ ResultColumns CellTable::shareColumns(const ResultColumns &known)
     return columns_;
 }
 
-void CellTable::add(const Cell &cell)
+void CellTable::addBlock()
 {
-    if (count_++ % BlockCells == 0) {
-        // The first block grows as it must: most lists are short.
-        blocks_.emplace_back();
-        if (count_ > 1)
-            blocks_.back().reserve(BlockCells);
-    }
-    blocks_.back().push_back(cell);
-}
-
-void CellTable::addNull()
-{
-    add({{.integer = 0}, 0, Kind::Null});
-}
-
-void CellTable::addInteger(std::int64_t value)
-{
-    add({{.integer = value}, 0, Kind::Integer});
-}
-
-void CellTable::addReal(double value)
-{
-    add({{.real = value}, 0, Kind::Real});
-}
-
-void CellTable::addText(const char *utf8, std::size_t length)
-{
-    add({{.text = texts_.add(utf8, length)}, static_cast<std::uint32_t>(length), Kind::Text});
+    // The first block grows as it must: most lists are short.
+    blocks_.emplace_back();
+    if (blocks_.size() > 1)
+        blocks_.back().reserve(BlockCells);
 }
 
 void CellTable::replace(int row, int column, const CellTable &source, int sourceRow)

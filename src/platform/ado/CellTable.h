@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -38,9 +39,21 @@ public:
     TextBlocks &operator=(TextBlocks &&) = default;
     ~TextBlocks() = default;
 
-    const char *add(const char *utf8, std::size_t length);
+    const char *add(const char *utf8, std::size_t length)
+    {
+        if (length > room_ || !free_)
+            addBlock(length);
+        char *const text = free_;
+        if (length > 0)
+            std::memcpy(text, utf8, length);
+        free_ += length;
+        room_ -= length;
+        return text;
+    }
 
 private:
+    void addBlock(std::size_t length);
+
     std::vector<std::shared_ptr<char[]>> blocks_;
     char *free_ = nullptr; ///< in the last block
     std::size_t room_ = 0;
@@ -75,10 +88,14 @@ public:
     /// read alone, a description of its own would take more room than the row.
     ResultColumns shareColumns(const ResultColumns &known);
 
-    void addNull();
-    void addInteger(std::int64_t value);
-    void addReal(double value);
-    void addText(const char *utf8, std::size_t length);
+    // Here, since a report of a large shop adds some millions.
+    Q_ALWAYS_INLINE void addNull() { add({{.integer = 0}, 0, Kind::Null}); }
+    Q_ALWAYS_INLINE void addInteger(std::int64_t value) { add({{.integer = value}, 0, Kind::Integer}); }
+    Q_ALWAYS_INLINE void addReal(double value) { add({{.real = value}, 0, Kind::Real}); }
+    Q_ALWAYS_INLINE void addText(const char *utf8, std::size_t length)
+    {
+        add({{.text = texts_.add(utf8, length)}, static_cast<std::uint32_t>(length), Kind::Text});
+    }
 
     /// Takes the cell of that column from a row of another table, which must outlive this one: the text stays there.
     void replace(int row, int column, const CellTable &source, int sourceRow);
@@ -106,7 +123,13 @@ private:
     {
         return static_cast<std::size_t>(row) * columns_->size() + static_cast<std::size_t>(column);
     }
-    void add(const Cell &cell);
+    Q_ALWAYS_INLINE void add(const Cell &cell)
+    {
+        if (count_++ % BlockCells == 0)
+            addBlock();
+        blocks_.back().push_back(cell);
+    }
+    void addBlock();
 
     ResultColumns columns_;
     std::vector<std::vector<Cell>> blocks_;

@@ -1,0 +1,143 @@
+#include "tests/whole/SaleDesk.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QScreen>
+#include <QTabWidget>
+
+#include <algorithm>
+#include <set>
+
+namespace {
+
+/// What stands on the screen, and what a painting of all would put there.
+void expectUpToDate(QWidget *window, const std::string &when)
+{
+    walk::settle();
+    const auto shown = window->screen()->grabWindow(window->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage anew = window->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(shown.size(), anew.size());
+    QRect stale;
+    for (int y = 0; y < anew.height(); ++y) {
+        for (int x = 0; x < anew.width(); ++x) {
+            if (shown.pixel(x, y) != anew.pixel(x, y))
+                stale |= QRect(x, y, 1, 1);
+        }
+    }
+    const QWidget *const at = window->childAt(stale.center());
+    EXPECT_TRUE(stale.isNull()) << when << ": not painted in " << stale.width() << "x" << stale.height() << " at "
+                                << (at ? at->objectName().toStdString() : "the window");
+}
+
+/// The widgets that are painted while it lives.
+class Painted : public QObject
+{
+public:
+    Painted() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            seen_.insert(object);
+        return false;
+    }
+    bool has(const QObject *object) const { return seen_.contains(object); }
+
+private:
+    std::set<const QObject *> seen_;
+};
+
+class Activity : public testing::Test
+{
+protected:
+    Activity()
+    {
+        QApplication::setCursorFlashTime(0);
+        runFile(desk_.database, "whole/orders.sql");
+        desk_.open();
+    }
+    ~Activity() override { QApplication::setCursorFlashTime(1000); }
+
+    /// Another window in front of it.
+    void leave(QDialog &other)
+    {
+        other.show();
+        QApplication::setActiveWindow(&other);
+        walk::settle();
+        ASSERT_FALSE(desk_.window()->isActiveWindow());
+    }
+    void comeBack(QDialog &other)
+    {
+        other.hide();
+        QApplication::setActiveWindow(desk_.window());
+        walk::settle();
+        ASSERT_TRUE(desk_.window()->isActiveWindow());
+    }
+
+    SaleDesk desk_;
+};
+
+} // namespace
+
+TEST_F(Activity, AWindowBehindAndInFrontAgainLooksAsIfItWerePaintedAnew)
+{
+    const struct
+    {
+        int tab;
+        const char *focus;
+    } places[] = {
+        {0, "txtFindProduct"},    {0, "tdbSaleProductLists"},   {0, "tdbCustSaleMaster"}, {0, "txtSaleProductLists_5"},
+        {0, "cmdCSAppendDetail"}, {0, "chkCmdAutomateReceipt"}, {0, "uxStartDateDTP"},    {1, "tdbCompanyMaster"},
+        {1, "txtIncMemo"},        {3, "chkCmdSaveProperties"},
+    };
+    desk_.choose("tdbSaleProductLists", 1);
+    desk_.choose("tdbCustSaleMaster", 0);
+    for (const auto &place : places) {
+        desk_.control<QTabWidget>("c1tabMain")->setCurrentIndex(place.tab);
+        walk::settle();
+        auto *focus = desk_.window()->findChild<QWidget *>(QLatin1String(place.focus));
+        ASSERT_TRUE(focus) << place.focus;
+        focus->setFocus(Qt::TabFocusReason);
+        if (auto *box = qobject_cast<QLineEdit *>(focus)) {
+            box->setText(QStringLiteral("12"));
+            box->selectAll();
+        }
+        expectUpToDate(desk_.window(), std::string(place.focus) + " in front");
+        QDialog other;
+        leave(other);
+        expectUpToDate(desk_.window(), std::string(place.focus) + " behind");
+        comeBack(other);
+        expectUpToDate(desk_.window(), std::string(place.focus) + " in front again");
+    }
+}
+
+TEST_F(Activity, WhatShowsAnotherColourBehindIsPaintedThere)
+{
+    desk_.control("tdbSaleProductLists")->setFocus();
+    auto *box = desk_.control<QLineEdit>("txtSaleProductLists_5");
+    box->setText(QStringLiteral("12"));
+    box->selectAll(); // by a flow: the focus is elsewhere
+    const auto labels = desk_.window()->findChildren<QLabel *>();
+    const auto told = std::ranges::find_if(
+        labels, [](const QLabel *label) { return label->isVisible() && label->text().size() > 1; });
+    ASSERT_NE(told, labels.end());
+    QLabel *const label = *told;
+    QPalette fading = label->palette();
+    fading.setColor(QPalette::Inactive, QPalette::WindowText, Qt::red);
+    label->setPalette(fading);
+    walk::settle();
+    QDialog other;
+    leave(other);
+    expectUpToDate(desk_.window(), "behind");
+}
+
+TEST_F(Activity, ListsThatShowNothingElseAreNotPaintedBehind)
+{
+    desk_.control("txtFindProduct")->setFocus();
+    walk::settle();
+    QDialog other;
+    const Painted painted;
+    leave(other);
+    EXPECT_TRUE(painted.has(desk_.control("txtFindProduct")));
+    for (const char *list : {"tdbSaleProductLists", "tdbCustSaleMaster", "tdbCustSaleDetails", "tdbCustTranManage"})
+        EXPECT_FALSE(painted.has(desk_.grid(list)->viewport())) << list;
+}
