@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <QLabel>
 #include <QScreen>
-#include <QTabWidget>
 
 #include <algorithm>
 #include <set>
@@ -65,50 +64,11 @@ protected:
         walk::settle();
         ASSERT_FALSE(desk_.window()->isActiveWindow());
     }
-    void comeBack(QDialog &other)
-    {
-        other.hide();
-        QApplication::setActiveWindow(desk_.window());
-        walk::settle();
-        ASSERT_TRUE(desk_.window()->isActiveWindow());
-    }
 
     SaleDesk desk_;
 };
 
 } // namespace
-
-TEST_F(Activity, AWindowBehindAndInFrontAgainLooksAsIfItWerePaintedAnew)
-{
-    const struct
-    {
-        int tab;
-        const char *focus;
-    } places[] = {
-        {0, "txtFindProduct"},    {0, "tdbSaleProductLists"},   {0, "tdbCustSaleMaster"}, {0, "txtSaleProductLists_5"},
-        {0, "cmdCSAppendDetail"}, {0, "chkCmdAutomateReceipt"}, {0, "uxStartDateDTP"},    {1, "tdbCompanyMaster"},
-        {1, "txtIncMemo"},        {3, "chkCmdSaveProperties"},
-    };
-    desk_.choose("tdbSaleProductLists", 1);
-    desk_.choose("tdbCustSaleMaster", 0);
-    for (const auto &place : places) {
-        desk_.control<QTabWidget>("c1tabMain")->setCurrentIndex(place.tab);
-        walk::settle();
-        auto *focus = desk_.window()->findChild<QWidget *>(QLatin1String(place.focus));
-        ASSERT_TRUE(focus) << place.focus;
-        focus->setFocus(Qt::TabFocusReason);
-        if (auto *box = qobject_cast<QLineEdit *>(focus)) {
-            box->setText(QStringLiteral("12"));
-            box->selectAll();
-        }
-        expectUpToDate(desk_.window(), std::string(place.focus) + " in front");
-        QDialog other;
-        leave(other);
-        expectUpToDate(desk_.window(), std::string(place.focus) + " behind");
-        comeBack(other);
-        expectUpToDate(desk_.window(), std::string(place.focus) + " in front again");
-    }
-}
 
 TEST_F(Activity, WhatShowsAnotherColourBehindIsPaintedThere)
 {

@@ -69,28 +69,35 @@ QString oneDay::linesByOrder()
         "WHERE OrdM_Date = '[FROM]' GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK");
 }
 
-QString oneDay::ledgerByOrder()
+QString oneDay::ledgerByOrder(Summed summed)
 {
     return QStringLiteral(
                "SELECT tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, Customer.sn, tpstrans_Operator, "
-               "tpstrans_Method, %2 AS IsAfter, SUM(tpstrans_Money) AS Amount "
+               "tpstrans_Method, %2 AS IsAfter, %3 AS Amount "
                "FROM %1LEFT JOIN Customer ON tpstrans_Customer_PK = Customer.Customer_PK "
-               "WHERE tpstrans_Date = '[FROM]' GROUP BY tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, "
-               "Customer.sn, tpstrans_Operator, tpstrans_Method, %2")
-        .arg(ledgerWithOrders(), afterItsDay());
+               "WHERE tpstrans_Date = '[FROM]'%4")
+        .arg(ledgerWithOrders(), afterItsDay(),
+             summed == Summed::Yes ? QStringLiteral("SUM(tpstrans_Money)") : QStringLiteral("tpstrans_Money"),
+             summed == Summed::Yes
+                 ? QStringLiteral(" GROUP BY tpstrans_OrderM_PK, tpstrans_Customer_PK, Customer.name, "
+                                  "Customer.sn, tpstrans_Operator, tpstrans_Method, %1")
+                       .arg(afterItsDay())
+                 : QString());
 }
 
-QString oneDay::settledByOrder()
+QString oneDay::settledByOrder(Summed summed)
 {
     // The day in the sum: as a condition it would lure the engine to look through each customer's whole past by its dates.
-    return QStringLiteral(
-        "SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method, "
-        "SUM(CASE WHEN tpstrans_Date <= '[FROM]' THEN tpstrans_Money ELSE 0 END) AS Amount "
-        "FROM tPSOrderMaster INNER JOIN tPSTransaction "
-        "ON tPSOrderMaster.OrdM_PK = tPSTransaction.tpstrans_OrderM_PK "
-        "AND tPSOrderMaster.Cust_PK = tPSTransaction.tpstrans_Customer_PK "
-        "WHERE OrdM_Date = '[FROM]' "
-        "GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method");
+    return QStringLiteral("SELECT tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, tpstrans_Operator, tpstrans_Method, "
+                          "%1(CASE WHEN tpstrans_Date <= '[FROM]' THEN tpstrans_Money ELSE 0 END) AS Amount "
+                          "FROM tPSOrderMaster INNER JOIN tPSTransaction "
+                          "ON tPSOrderMaster.OrdM_PK = tPSTransaction.tpstrans_OrderM_PK "
+                          "AND tPSOrderMaster.Cust_PK = tPSTransaction.tpstrans_Customer_PK "
+                          "WHERE OrdM_Date = '[FROM]'%2")
+        .arg(summed == Summed::Yes ? QStringLiteral("SUM") : QString(),
+             summed == Summed::Yes ? QStringLiteral(" GROUP BY tPSOrderMaster.OrdM_PK, tPSOrderMaster.Cust_PK, "
+                                                    "tpstrans_Operator, tpstrans_Method")
+                                   : QString());
 }
 
 /// The text of a cell: the known one where it says the same, as the ledger does again and again.
@@ -179,8 +186,10 @@ std::vector<Figure> OneDayReport::figures(const Period &)
     Figure lines{oneDay::linesByOrder()};
     lines.take = [this](const Record &row) { takeLines(row); };
     Figure ledger{oneDay::ledgerByOrder()}; // behind the orders, among which it looks for its own
+    ledger.unsummed = oneDay::ledgerByOrder(Summed::No);
     ledger.take = [this](const Record &row) { takeLedger(row); };
     Figure settled{oneDay::settledByOrder()};
+    settled.unsummed = oneDay::settledByOrder(Summed::No);
     settled.take = [this](const Record &row) { takeSettled(row); };
     return {orders, lines, ledger, settled};
 }

@@ -16,10 +16,10 @@ QString orders();
 QString linesByOrder();
 /// tpstrans_OrderM_PK, tpstrans_Customer_PK, name, sn, tpstrans_Operator, tpstrans_Method, IsAfter (1: dated after the
 /// order's day), Amount: the ledger of the day.
-QString ledgerByOrder();
+QString ledgerByOrder(Summed summed = Summed::Yes);
 /// OrdM_PK, Cust_PK, tpstrans_Operator, tpstrans_Method, Amount: what was settled of the day's orders up to that day. What
 /// comes later changes nothing of it.
-QString settledByOrder();
+QString settledByOrder(Summed summed = Summed::Yes);
 } // namespace oneDay
 
 /// One day for the evening's count of the drawer: sales, money by medium, outstanding money, a row an order. The money
