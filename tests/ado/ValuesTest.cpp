@@ -252,9 +252,12 @@ TEST_P(Values, AreInOrderHoweverMuchChangedSinceTheListWasReadBefore)
                                 "UPDATE tPSProductMaster SET PM_Name = '라' WHERE PM_PK IN (1, 4)",
                                 "INSERT INTO tPSProductMaster (PM_Name) VALUES ('나')",
                                 "DELETE FROM tPSProductMaster WHERE PM_PK IN (3, 6)",
-                                "INSERT INTO tPSProductMaster (PM_Name) VALUES ('A')"};
-    const char *const orders[]{"6 3 4 5 1 2",   "5 6 3 4 1 2", "5 6 1 3 4 2",
-                               "5 7 6 1 3 4 2", "5 7 1 4 2",   "8 5 7 1 4 2"};
+                                "INSERT INTO tPSProductMaster (PM_Name) VALUES ('A')",
+                                "UPDATE tPSProductMaster SET PM_EtcMemo = '' WHERE PM_PK = 2",
+                                "UPDATE tPSProductMaster SET PM_EtcMemo = 'x' WHERE PM_PK = 2",
+                                "UPDATE tPSProductMaster SET PM_UnitPrice = 1 WHERE PM_PK = 8"};
+    const char *const orders[]{"6 3 4 5 1 2", "5 6 3 4 1 2", "5 6 1 3 4 2", "5 7 6 1 3 4 2", "5 7 1 4 2",
+                               "8 5 7 1 4 2", "8 5 7 1 4 2", "8 5 7 1 4 2", "8 5 7 1 4 2"};
     const QString byName = QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_Name");
     const auto keyset = opened(byName);
     const auto whole = opened(byName, CursorType::Static, LockType::ReadOnly);
@@ -263,6 +266,13 @@ TEST_P(Values, AreInOrderHoweverMuchChangedSinceTheListWasReadBefore)
         for (Recordset *rows : {keyset.get(), whole.get()}) {
             rows->Requery();
             EXPECT_EQ(column(*rows, "PM_PK"), orders[change]) << changes[change];
+        }
+        const auto next = openedNext(byName); // which may be as the one before it
+        for (const char *field : {"PM_PK", "PM_EtcMemo", "PM_UnitPrice"}) {
+            for (Recordset *rows : {next.get(), whole.get()}) {
+                rows->MoveFirst();
+                EXPECT_EQ(column(*rows, field), column(*opened(byName), field)) << changes[change];
+            }
         }
     }
 }

@@ -56,6 +56,17 @@ void CellTable::takeRow(int row, const CellTable &source, int sourceRow)
     }
 }
 
+bool CellTable::isSame(const CellTable &other) const
+{
+    if (rowCount() != other.rowCount() || columns() != other.columns())
+        return false;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!sameRow(row, other, row))
+            return false;
+    }
+    return true;
+}
+
 bool CellTable::sameRow(int row, const CellTable &other, int otherRow) const
 {
     for (int column = 0; column < columnCount(); ++column) {

@@ -101,6 +101,8 @@ public:
     void replace(int row, int column, const CellTable &source, int sourceRow);
     /// Takes a row of another table, texts and all, in the place of one, or behind the last.
     void takeRow(int row, const CellTable &source, int sourceRow);
+    /// Whether both hold the same rows in the same columns.
+    bool isSame(const CellTable &other) const;
     /// Whether both rows hold the same, cell by cell.
     bool sameRow(int row, const CellTable &other, int otherRow) const;
 

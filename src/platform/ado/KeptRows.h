@@ -7,18 +7,19 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace ado {
 
-/// The rows of one list as they were read at a moment, for the next list of the same statement.
+/// The rows of one list as they were last read, for the next list of the same statement.
 struct KeptRows
 {
     QString statement;
     std::shared_ptr<const CellTable> cells;
     std::vector<std::uint32_t> order;
-    TableMoment moment;
-    qlonglong notListed = 0; ///< rows that the table had beside them
+    std::optional<TableMoment> moment; ///< of the reading, where the engine tells what happens after it
+    qlonglong notListed = 0;           ///< rows that the table had beside them then
 };
 
 } // namespace ado

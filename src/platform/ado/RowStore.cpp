@@ -59,13 +59,14 @@ RowStore::RowStore(const ConnectionPtr &connection, const SelectShape &shape, bo
     }
     if (extent == Extent::FirstRows && loadFirstRows())
         return;
+    extent_ = extent == Extent::Kept ? Extent::Kept : Extent::All;
     if (extent == Extent::Kept && takeOverKept())
         return;
     byContent_ = keyset && shape_.key().isEmpty() && shape_.showsRows();
     loadWhole(connection_->layer().driver->command() << shape_.all(), before);
     if (byContent_)
         numberRows(before);
-    if (moment_)
+    if (extent == Extent::Kept)
         keepForNext();
 }
 
@@ -88,7 +89,11 @@ void RowStore::loadWhole(const Command &select, const RowStore *before)
     cells_ = std::make_shared<CellTable>(connection_->layer().read(select));
     whole_ = true;
     knowColumns();
-    orderLoaded(orderColumns(*cells_), before);
+    const std::optional<KeptRows> &kept = connection_->layer().kept;
+    const bool isAsKept =
+        extent_ == Extent::Kept && kept && kept->statement == shape_.whole() && isAsBefore(kept->cells, kept->order);
+    if (!isAsKept && !(before && before->whole_ && isAsBefore(before->cells_, before->loadedOrder_)))
+        orderLoaded(orderColumns(*cells_), before);
     if (byContent_ || (keyColumn_ >= 0 && (shape_.joined() || shape_.key().isEmpty()) && keysRepeat()))
         keyColumn_ = -1;
     if (keyColumn_ >= 0 && shape_.key().isEmpty())

@@ -61,14 +61,14 @@ bool RowStore::takeOver(const KeptRows &before, const QString &rowsOfKeys, std::
 {
     constexpr std::size_t few = 64;
     Connection::Private &layer = connection_->layer();
-    const auto written = layer.driver->writtenSince(before.moment);
+    const auto written = layer.driver->writtenSince(*before.moment);
     if (!written || written->size() > few)
         return false;
     const CellTable fresh = readKeys(rowsOfKeys, *written);
     const qlonglong there =
         written->empty() ? number(shape_.countInTable()) - before.notListed : number(shape_.count());
     const auto now = layer.driver->momentOf(*shape_.base());
-    if (!now || !before.moment.onlyLoggedUntil(*now))
+    if (!now || !before.moment->onlyLoggedUntil(*now))
         return false;
 
     // Most often nothing was written, and no row has to be looked at.
@@ -108,7 +108,7 @@ bool RowStore::takeOverKept()
     if (!shape_.tellsRowsByThemselves() || !shape_.base()->keyIsTold)
         return false;
     Connection::Private &layer = connection_->layer();
-    if (layer.kept && layer.kept->statement == shape_.whole()) {
+    if (layer.kept && layer.kept->moment && layer.kept->statement == shape_.whole()) {
         cells_ = layer.kept->cells;
         knowColumns();
         // Sort() would bring back a row that is not on the list any more.
@@ -124,7 +124,18 @@ bool RowStore::takeOverKept()
 void RowStore::keepForNext() const
 {
     connection_->layer().kept =
-        KeptRows{shape_.whole(), cells_, loadedOrder_, *moment_, number(shape_.countInTable()) - count()};
+        KeptRows{shape_.whole(), cells_, loadedOrder_, moment_, moment_ ? number(shape_.countInTable()) - count() : 0};
+}
+
+/// Read whole, a list is most often what it was: then neither its rows nor their order are made once more.
+bool RowStore::isAsBefore(const std::shared_ptr<const CellTable> &cells, std::span<const Physical> order)
+{
+    if (!cells || order.size() != static_cast<std::size_t>(cells->rowCount()) || !cells->isSame(*cells_))
+        return false;
+    cells_ = cells;
+    order_.assign(order.begin(), order.end());
+    loadedOrder_ = order_;
+    return true;
 }
 
 } // namespace ado
