@@ -49,7 +49,7 @@ std::function<void()> person; ///< acts as soon as the program's event loop runs
 
 void sitDown()
 {
-    QTimer::singleShot(0, qApp, [] { person(); });
+    QTimer::singleShot(0, QCoreApplication::instance(), [] { person(); }); // of the test, or the example's own
 }
 
 class HostExample : public testing::Test
