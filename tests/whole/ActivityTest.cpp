@@ -56,9 +56,10 @@ protected:
     }
     ~Activity() override { QApplication::setCursorFlashTime(1000); }
 
-    /// Another window in front of it.
+    /// Another window comes to the front, beside it: a screen shows what stands over it, too.
     void leave(QDialog &other)
     {
+        other.move(desk_.window()->geometry().right() + 10, 0);
         other.show();
         QApplication::setActiveWindow(&other);
         walk::settle();
