@@ -20,7 +20,7 @@ QHash<QString, QString> byName(ado::Connection &connection, const QString &state
 
 } // namespace
 
-QString plainDefinition(QString statement)
+QString plainDefinition(const QString &statement)
 {
     // A server names the schema, the method and the types of what stands beside a sign.
     static const QRegularExpression added(QStringLiteral("(?<=\\bon )\\w+\\.|\\busing btree\\b|::\\w+|[\\s()\"]+"));

@@ -9,7 +9,7 @@ namespace schema {
 
 /// Two texts that define the same thing are the same in this form: what an engine adds to or drops from the statement
 /// that it was given is left out.
-QString plainDefinition(QString statement);
+QString plainDefinition(const QString &statement);
 
 /// As they stand in the database, in plain form, by name in small letters.
 QHash<QString, QString> indexDefinitions(ado::Connection &connection);

@@ -54,7 +54,8 @@ bool hasSameColors(const QPalette &palette)
 
 void handOnWithin(const QWidget &control, QEvent &event, const QWidget *foreign)
 {
-    const QObjectList children = control.children(); // whoever hears of it may make more
+    // Whoever hears of it may make more. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const QObjectList children = control.children();
     for (QObject *child : children) {
         auto *const inner = qobject_cast<QWidget *>(child);
         if (!inner || inner->isWindow() || !inner->isVisible())
