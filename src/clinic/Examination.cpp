@@ -247,7 +247,12 @@ void foreseeExamination(ado::Foresight &next, const ado::Connection &connection)
 std::vector<Finding> examine(ado::Connection &connection, Depth depth)
 {
     ado::Foresight next(connection.shared_from_this());
-    foreseeExamination(next, connection);
+    return examine(connection, depth, next);
+}
+
+std::vector<Finding> examine(ado::Connection &connection, Depth depth, ado::Foresight &next)
+{
+    foreseeExamination(next, connection); // no literal may come behind its last statement
     QStringList names;
     for (const Table &table : tables())
         names << latin(table.name);

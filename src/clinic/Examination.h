@@ -31,6 +31,8 @@ enum class Depth {
 /// Looks at the catalogue of a database and writes nothing. Tables and columns that nobody told a clinic's own installer of
 /// are not asked for.
 std::vector<Finding> examine(ado::Connection &connection, Depth depth);
+/// The same where `next` tells what is read behind it. The connection is that one's.
+std::vector<Finding> examine(ado::Connection &connection, Depth depth, ado::Foresight &next);
 /// What it asks behind the catalogue of a database that is as ours are made.
 void foreseeExamination(ado::Foresight &next, const ado::Connection &connection);
 /// The same where the catalogue's tables, all of them, were read already.

@@ -21,7 +21,7 @@ QString textOf(const QStringList &faults)
 
 } // namespace
 
-bool isReadyToSell(const ado::ConnectionPtr &connection)
+bool isReadyToSell(const ado::ConnectionPtr &connection, ado::Foresight &next)
 {
     static std::weak_ptr<ado::Connection> ready;
     if (!connection || ready.lock() == connection)
@@ -30,7 +30,7 @@ bool isReadyToSell(const ado::ConnectionPtr &connection)
     QStringList faults;
     runtime::Attempt attempt; // a server that can't be asked is told by the first list
     attempt([&] {
-        faults = clinic::textsOf(clinic::examine(*connection, clinic::Depth::ToSell), clinic::Finding::Weight::Fault);
+        faults = clinic::textsOf(clinic::examine(*connection, clinic::Depth::ToSell, next), clinic::Finding::Weight::Fault);
     });
     if (attempt.failed())
         return true;

@@ -3,6 +3,7 @@
 #include "data/clsUserSettingDB.h"
 #include "entry/ReadyToSell.h"
 #include "entry/frmMain.h"
+#include "platform/ado/Meanwhile.h"
 #include "platform/ado/Waiting.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/MessageBox.h"
@@ -14,7 +15,9 @@
 
 #include <QScopedValueRollback>
 
+#include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -130,19 +133,22 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
 {
     const controls::EventScope scope; // what waits is tried again at its end
     const QScopedValueRollback guard(entering, true);
-    if (!isReadyToSell(cnnMasterDB))
-        return;
+    std::optional<ado::Foresight> next(cnnMasterDB);
     // Told where no product server is likely to change the products first: as the last entry found it.
-    std::optional<ado::Foresight> next;
-    if (cnnMasterDB && !gbProductServerLinked) {
-        clsUserSettingDB::tellProductServerCallSign(next.emplace(cnnMasterDB));
+    if (!gbProductServerLinked) {
+        clsUserSettingDB::tellProductServerCallSign(*next);
         frmMain::tellSale(*next, customer.lngCustPK);
     }
-    if (!settleProductServer(cnnMasterDB))
+    std::unique_ptr<frmMain> window;
+    const ado::Meanwhile making([&window] {
+        if (!frmMain::existing())
+            window = frmMain::made();
+    });
+    if (!isReadyToSell(cnnMasterDB, *next) || !settleProductServer(cnnMasterDB))
         return;
     if (gbProductServerLinked)
         next.reset();
-    (frmMain::instance().*entry)(cnnMasterDB, customer);
+    (frmMain::instance(std::move(window)).*entry)(cnnMasterDB, customer);
 }
 
 /// An entry that comes while a box or dialog of ours waits for the user is put off: the work there must end with the

@@ -60,10 +60,17 @@ void leaveWithProgram()
 
 } // namespace
 
-frmMain &frmMain::instance()
+std::unique_ptr<frmMain> frmMain::made()
+{
+    return std::unique_ptr<frmMain>(new frmMain);
+}
+
+frmMain &frmMain::instance(std::unique_ptr<frmMain> one)
 {
     if (!defaultInstance) {
-        defaultInstance = new frmMain;
+        defaultInstance = (one ? std::move(one) : made()).release();
+        qRemovePostRoutine(leaveWithProgram); // one window after another: it runs once
+        qAddPostRoutine(leaveWithProgram);
         controls::runEvent([] { defaultInstance->load(); });
     }
     return *defaultInstance;
@@ -80,8 +87,6 @@ frmMain::frmMain()
     setWindowTitle(QStringLiteral("물품판매관리"));
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false); // the host decides when the program ends
-    qRemovePostRoutine(leaveWithProgram);    // one window after another: it runs once
-    qAddPostRoutine(leaveWithProgram);
     controls::showWaitingLine();
     controls::installKoreanFonts();
     setFont(controls::deskFont());
@@ -239,6 +244,7 @@ void frmMain::fillEditModes()
 
 void frmMain::load()
 {
+    unloaded_ = false;
     entryPane_->resetPane();
     lockAllPanes();
     paintEntryColors();

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <memory>
 
 namespace ado {
 class Foresight;
@@ -37,8 +38,10 @@ class frmMain : public QMainWindow, public PaneShell
 {
     Q_OBJECT
 public:
-    /// The default instance, loaded if it does not exist. Loading touches no table.
-    static frmMain &instance();
+    /// The default instance, loaded if it does not exist. Loading touches no table. `one` becomes it where there is none.
+    static frmMain &instance(std::unique_ptr<frmMain> one = {});
+    /// One that nobody sees yet, and that is nobody's instance.
+    static std::unique_ptr<frmMain> made();
     /// The default instance if it exists.
     static frmMain *existing();
 
@@ -111,7 +114,7 @@ private:
     int currentTab_ = SaleTabIndex;
     bool opensSale_ = false;       ///< its lists come, and no order is to be shown
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
-    bool unloaded_ = false;
+    bool unloaded_ = true; ///< or not loaded yet
     bool closesNow_ = false;
     bool closingWaits_ = false;
 

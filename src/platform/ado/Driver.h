@@ -50,7 +50,7 @@ public:
     virtual Engine engine() const = 0;
     virtual Dialect dialect() const = 0;
     /// The session in the engine's own interface; null where that is not at hand.
-    virtual void *handle() const { return nullptr; }
+    virtual void *handle() { return nullptr; }
 
     /// An empty command in the engine's manner of passing values.
     virtual Command command() const = 0;

@@ -16,7 +16,7 @@ public:
     ~LentSqliteDriver() override;
 
     bool isLent() const override { return true; }
-    void *handle() const override { return isOurs() ? handle_ : nullptr; }
+    void *handle() override { return isOurs() ? handle_ : nullptr; }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
     bool holdsTransaction() const override { return isOurs() && SqliteDriver::holdsTransaction(); }

@@ -63,6 +63,7 @@ pg_conn *dial(const PostgresParameters &parameters)
     // Beside this thread: left to itself the library looks for names, keeps the time for each server and goes through their
     // list, but stands still in doing so.
     std::future<Session> dialling = std::async(std::launch::async, connected, parameters);
+    doMeanwhile();
     const auto came = [&] {
         const int moment = wait.moment();
         if (moment < 0)

@@ -7,6 +7,7 @@
 #include "platform/ado/Wait.h"
 #include "platform/runtime/Attempt.h"
 
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <libpq-fe.h>
@@ -80,13 +81,26 @@ void PostgresDriver::openSession()
     }
     PQsetNoticeReceiver(handle_, &PostgresDriver::notice, this);
     // Were one of the first refused, those with literals behind them would not be run.
-    Bundle settings;
     for (const QString &setting :
          postgresSession::readAsTheLayer
              + QStringList{QStringLiteral("SET client_min_messages = warning"), QStringLiteral("SET DateStyle = ISO"),
                            postgresSession::patience, postgresSession::likeOperator})
-        settings.push_back(command() << setting);
-    requireDone(exchange({&settings, 1}).front());
+        settings_.push_back(command() << setting);
+    if (!readsAsTheLayer())
+        settle();
+}
+
+/// The session's settings are sent by now.
+void PostgresDriver::settle()
+{
+    if (!settings_.empty() && !awaited_)
+        exchange({});
+}
+
+void *PostgresDriver::handle()
+{
+    settle();
+    return session();
 }
 
 PostgresParameters PostgresDriver::asked() const
@@ -106,6 +120,7 @@ void PostgresDriver::closeSession()
     if (handle_ && PQhost(handle_))
         lostAt_ = placeOf(QString::fromUtf8(PQhost(handle_)), QString::fromUtf8(PQport(handle_)), parameters_);
     PQfinish(std::exchange(handle_, nullptr));
+    settings_.clear();
     ahead_.clear();
     foreseen_.clear();
     expected_.clear();
@@ -194,9 +209,10 @@ PostgresDriver::Result PostgresDriver::select(const Command &select, const Guard
 {
     if (foreseen_.empty() || !isForeseen(select))
         return run(select, guard);
+    const auto found = foreseen_.begin() + foreseenPlace(select);
     Results rows;
-    rows.push_back(std::move(foreseen_.front().rows));
-    foreseen_.pop_front();
+    rows.push_back(std::move(found->rows));
+    foreseen_.erase(found);
     commitsBehindNext_ = false;
     requireDone(rows);
     return std::move(rows.front());
@@ -215,8 +231,15 @@ void PostgresDriver::foresee(std::span<const Command> selects)
 bool PostgresDriver::isForeseen(const Command &select) const
 {
     if (!foreseen_.empty())
-        return isSame(foreseen_.front().select, select) && isFresh() && session();
+        return foreseenPlace(select) < std::ssize(foreseen_) && isFresh() && session();
     return !expected_.empty() && isSame(expected_.front(), select);
+}
+
+/// They came in one go, so it does not matter which is asked for first.
+std::ptrdiff_t PostgresDriver::foreseenPlace(const Command &select) const
+{
+    const auto isIt = [&](const Foreseen &one) { return isSame(one.select, select); };
+    return std::ranges::find_if(foreseen_, isIt) - foreseen_.begin();
 }
 
 bool PostgresDriver::isFresh() const
@@ -231,6 +254,29 @@ std::vector<PostgresDriver::Results> PostgresDriver::exchange(std::span<const Bu
         refuseWhileAwaited();
     const QScopedValueRollback underWay(awaited_, true);
     unsent_.clear();
+    if (settings_.empty())
+        return exchangeAll(bundles);
+    // Only what writes nothing goes along: it may be run in a session whose settings were refused.
+    std::vector<Bundle> all{std::exchange(settings_, {})};
+    if (std::ranges::all_of(bundles, [](const Bundle &one) { return std::ranges::all_of(one, isReading); }))
+        all.insert(all.end(), bundles.begin(), bundles.end());
+    std::vector<Results> results = exchangeAll(all);
+    requireSettled(results.front());
+    results.erase(results.begin());
+    if (results.empty() && !bundles.empty())
+        return exchangeAll(bundles);
+    return results;
+}
+
+void PostgresDriver::requireSettled(const Results &settings)
+{
+    auto ended = qScopeGuard([this] { closeSession(); });
+    requireDone(settings);
+    ended.dismiss();
+}
+
+std::vector<PostgresDriver::Results> PostgresDriver::exchangeAll(std::span<const Bundle> bundles)
+{
     std::vector<Results> results;
     if ((bundles.size() > 1 || bundles[0].size() > 1) && PQenterPipelineMode(session())) {
         results = exchangeInOneGo(bundles);
@@ -340,6 +386,7 @@ PostgresDriver::Results PostgresDriver::answers(std::size_t count, Wait &wait, b
 
 bool PostgresDriver::awaitAnswer(Wait &wait)
 {
+    doMeanwhile();
     while (wait.isAlive() && PQisBusy(session())) {
         if (PQsocket(session()) < 0)
             return false;

@@ -27,7 +27,7 @@ public:
 
     Engine engine() const override { return Engine::PostgreSQL; }
     Dialect dialect() const override { return Dialect::PostgreSQL; }
-    void *handle() const override { return session(); }
+    void *handle() override;
     Command command() const override { return Command(Command::Values::Numbered); }
     CellTable read(const Command &select) override;
     int write(const Command &statement) override;
@@ -78,11 +78,15 @@ private:
     Results commitWith(Bundle work);
     Result select(const Command &select, const Guard *guard = nullptr);
     bool isFresh() const;
+    std::ptrdiff_t foreseenPlace(const Command &select) const;
+    void settle();
     std::vector<Command> takeAhead(const Command &statement);
     void keepForeseen(std::vector<Command> selects, std::span<Results> answers, const Guard *guard);
     /// All in one go, each statement a message of its own; the first bundle alone, one statement after the other, where the
-    /// session is not free for more. The answers of the bundles that were sent.
+    /// session is not free for more. The answers of the bundles that were sent. A new session's settings go along.
     std::vector<Results> exchange(std::span<const Bundle> bundles);
+    std::vector<Results> exchangeAll(std::span<const Bundle> bundles);
+    void requireSettled(const Results &settings);
     std::vector<Results> exchangeInOneGo(std::span<const Bundle> bundles);
     Results oneAfterTheOther(const Bundle &bundle);
     bool send(const Command &statement);
@@ -107,6 +111,7 @@ private:
     int lostAt_ = -1;               ///< place of the server, in the address's list, with which the last session was
     bool ending_ = false;           ///< the server said that it ends this session
     bool awaited_ = false;          ///< a statement is under way, or the dialling
+    Bundle settings_;               ///< of the session, as long as nothing was sent
     std::vector<Command> ahead_;    ///< go with the next statement
     std::vector<Command> expected_; ///< go behind the next
     std::vector<Command> behindCommit_;

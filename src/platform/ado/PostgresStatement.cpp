@@ -56,6 +56,11 @@ bool postgresStatement::keepsTransaction(const QString &statement)
     return startsWithOneOf(statement, {u"SELECT ", u"INSERT ", u"UPDATE ", u"DELETE ", u"SHOW "});
 }
 
+bool postgresStatement::isReading(const Command &statement)
+{
+    return startsWithOneOf(statement.text(), {u"SELECT ", u"SHOW ", u"BEGIN", u"SAVEPOINT ", u"RELEASE "});
+}
+
 bool postgresStatement::keepsSettings(const Command &statement)
 {
     return keepsTransaction(statement.text())

@@ -18,7 +18,7 @@ public:
 
     Engine engine() const override { return Engine::SQLite; }
     Dialect dialect() const override { return Dialect::SQLite; }
-    void *handle() const override { return handle_; }
+    void *handle() override { return handle_; }
     Command command() const override { return Command(Command::Values::Marked); }
     Command told(const QString &statement) const override;
     CellTable read(const Command &select) override;

@@ -28,6 +28,9 @@ private:
     const bool alive_;
 };
 
+/// What is to be done while an answer travels: by whoever has sent a statement, before it looks for the answer.
+void doMeanwhile();
+
 /// Whether the socket has something to read, or is gone, within the time.
 bool waitForSocket(qintptr socket, int milliseconds);
 
