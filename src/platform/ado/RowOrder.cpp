@@ -6,6 +6,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <functional>
 #include <numeric>
 #include <string_view>
 
@@ -23,7 +24,7 @@ struct SortKey
     std::uint64_t next = 0;
     const char *text = nullptr;
     std::uint32_t length = 0;
-    bool inside = false; ///< all of the text is in the two numbers
+    bool inside = true; ///< all of it is in the two numbers
     enum Rank : std::uint8_t { Null, Number, Text } rank = Null;
 };
 
@@ -74,7 +75,8 @@ public:
             eight = eight << 8 | bytes_[at];
         return eight;
     }
-    bool isWhole() const { return length_ <= bytes_.size(); }
+    /// Behind the end stand zeros: with one of its own a text looks like a shorter one.
+    bool isWhole() const { return length_ <= bytes_.size() && !hasZero_; }
 
 private:
     static constexpr unsigned firstSyllable = 0xac00, lastSyllable = 0xd7a3;
@@ -86,6 +88,7 @@ private:
     {
         const auto first = static_cast<unsigned char>(utf8.front());
         if (first < 0x80) {
+            hasZero_ = hasZero_ || first == 0;
             put(first);
             return 1;
         }
@@ -122,6 +125,7 @@ private:
 
     std::array<unsigned char, 16> bytes_{};
     std::size_t length_ = 0;
+    bool hasZero_ = false;
 };
 
 std::uint64_t realPrefix(double value)
@@ -150,12 +154,26 @@ public:
         const int ascending = compared_ == Compared::Few ? compareKeys(keyOf(a), keyOf(b)) : compareMade(a, b);
         return descending_ ? -ascending : ascending;
     }
-    /// What most comparisons end at: goes up in the column's order, but may be the same for rows that differ.
-    std::pair<std::uint8_t, std::uint64_t> begin(std::uint32_t row)
+    /// What most comparisons end at, so that a sort need not look the rows up. Goes up in the column's order.
+    struct Beginning
+    {
+        std::uint64_t prefix, next;
+        std::uint32_t row;
+        std::uint8_t rank;
+        bool isAll; ///< rows of which all have the same one do not differ in this column
+
+        friend bool operator<(const Beginning &a, const Beginning &b)
+        {
+            if (a.prefix != b.prefix && a.rank == b.rank)
+                return a.prefix < b.prefix;
+            return a.rank != b.rank ? a.rank < b.rank : a.next < b.next;
+        }
+    };
+    Beginning beginningOf(std::uint32_t row)
     {
         const SortKey &key = keys()[row];
-        const std::uint8_t rank = key.rank;
-        return descending_ ? std::pair(static_cast<std::uint8_t>(~rank), ~key.prefix) : std::pair(rank, key.prefix);
+        const std::uint64_t turned = descending_ ? ~std::uint64_t{0} : 0;
+        return {key.prefix ^ turned, key.next ^ turned, row, static_cast<std::uint8_t>(key.rank ^ turned), key.inside};
     }
 
 private:
@@ -211,10 +229,8 @@ private:
             return a.prefix < b.prefix ? -1 : 1;
         if (a.next != b.next)
             return a.next < b.next ? -1 : 1;
-        if (a.rank != SortKey::Text)
+        if (a.inside && b.inside)
             return 0;
-        if (a.inside && b.inside) // zeros behind the end come before any text
-            return a.length == b.length ? 0 : a.length < b.length ? -1 : 1;
         return std::string_view(a.text, a.length).compare(std::string_view(b.text, b.length));
     }
 
@@ -247,33 +263,33 @@ public:
         return a < b;
     }
 
-    void sort(std::vector<std::uint32_t> &rows)
+    void sort(std::span<std::uint32_t> rows) { sort(rows, 0); }
+
+private:
+    /// Those that do not differ in the columns before that one.
+    void sort(std::span<std::uint32_t> rows, std::size_t column)
     {
-        if (columns_.empty()) {
+        constexpr std::size_t few = 8;
+        if (column == columns_.size()) {
             std::ranges::sort(rows);
             return;
         }
-        struct Entry
-        {
-            std::uint64_t prefix;
-            std::uint32_t row;
-            std::uint8_t rank;
-        };
-        std::vector<Entry> entries;
-        entries.reserve(rows.size());
-        for (std::uint32_t row : rows) {
-            const auto [rank, prefix] = columns_.front().begin(row);
-            entries.push_back({prefix, row, rank});
+        std::vector<SortColumn::Beginning> beginnings;
+        beginnings.reserve(rows.size());
+        for (std::uint32_t row : rows)
+            beginnings.push_back(columns_[column].beginningOf(row));
+        std::ranges::sort(beginnings, std::less<>());
+        std::ranges::transform(beginnings, rows.begin(), &SortColumn::Beginning::row);
+        for (auto first = beginnings.begin(), end = first; first != beginnings.end(); first = end) {
+            end = std::find_if(first, beginnings.end(), [&](const auto &other) { return *first < other; });
+            const auto same = rows.subspan(std::size_t(first - beginnings.begin()), std::size_t(end - first));
+            if (same.size() > few && std::all_of(first, end, std::mem_fn(&SortColumn::Beginning::isAll)))
+                sort(same, column + 1);
+            else if (same.size() > 1)
+                std::ranges::sort(same, [this](std::uint32_t a, std::uint32_t b) { return before(a, b); });
         }
-        std::ranges::sort(entries, [this](const Entry &a, const Entry &b) {
-            if (a.rank != b.rank)
-                return a.rank < b.rank;
-            return a.prefix != b.prefix ? a.prefix < b.prefix : before(a.row, b.row);
-        });
-        std::ranges::transform(entries, rows.begin(), &Entry::row);
     }
 
-private:
     std::vector<SortColumn> columns_;
 };
 
