@@ -141,8 +141,10 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
     }
     std::unique_ptr<frmMain> window;
     const ado::Meanwhile making([&window] {
-        if (!frmMain::existing())
+        if (!frmMain::existing()) {
             window = frmMain::made();
+            window->grab(); // with what every painting needs, fonts and pictures, found by now
+        }
     });
     if (!isReadyToSell(cnnMasterDB, *next) || !settleProductServer(cnnMasterDB))
         return;

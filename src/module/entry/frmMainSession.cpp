@@ -28,6 +28,7 @@
 #include "settings/modFormLocate.h"
 #include "statistics/StatisticsPane.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QPointer>
 #include <QScopeGuard>
@@ -53,6 +54,7 @@ qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const
         bringUp();
         entryPane_->focusQuantity();
         restoreMainWindowLayout(*this, *saleTab_->columns());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // what moves is painted once
         repaint();
     };
     const auto begin = [&] {
