@@ -20,6 +20,7 @@
 #include "desk/window/DeskWindow.h"
 #include "desk/window/FirstPaint.h"
 #include "desk/window/Look.h"
+#include "platform/ado/Meanwhile.h"
 #include "platform/ado/ShownAddress.h"
 #include "platform/controls/WaitingLine.h"
 #include "platform/runtime/Log.h"
@@ -37,6 +38,7 @@
 #include <algorithm>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -250,11 +252,24 @@ private:
 
 int start(const desk::Options &options, QApplication &application)
 {
-    desk::dressUp(application);
     controls::showWaitingLine();
     QStringList notices{registerSale()};
     Found found;
+    bool isDressed = false;
+    const auto dress = [&application, &isDressed] {
+        if (!isDressed)
+            desk::dressUp(application);
+        isDressed = true;
+    };
+    const ado::Meanwhile dressing(dress); // a server far away is dialled first, then asked
+    std::unique_ptr<desk::DeskWindow> window;
+    const ado::Meanwhile making([&] {
+        dress();
+        if (!options.patient)
+            window = std::make_unique<desk::DeskWindow>();
+    });
     const ado::ConnectionPtr connection = openForWork(options, found);
+    dress();
     journal::attend(*connection);
     const journal::Sealing sealing(connection);
     notices << schema::upgradeNotice(found.mark);
@@ -265,10 +280,12 @@ int start(const desk::Options &options, QApplication &application)
         const AfterFirstPaint painted(options, [] {});
         return sellTo(*options.patient, options.manage, connection, application);
     }
-    desk::DeskWindow window(connection, found.head, desk::DeskWindow::Patients::WhenAsked);
-    const AfterFirstPaint painted(options, [&window] { window.refresh(); });
-    window.setNotice(notices.join(u'\n'));
-    window.show();
+    if (!window)
+        window = std::make_unique<desk::DeskWindow>();
+    window->open(connection, found.head, desk::DeskWindow::Patients::WhenAsked);
+    const AfterFirstPaint painted(options, [&window] { window->refresh(); });
+    window->setNotice(notices.join(u'\n'));
+    window->show();
     const int status = application.exec();
     painted.rethrow();
     return status;

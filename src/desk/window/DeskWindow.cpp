@@ -94,15 +94,15 @@ void DeskWindow::foreseeHead(ado::Foresight &next)
 }
 
 DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, Patients patients, QWidget *parent)
-    : DeskWindow(connection, readHead(connection), patients, parent)
+    : DeskWindow(parent)
 {
+    open(connection, readHead(connection), patients);
 }
 
-DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, const Head &head, Patients patients, QWidget *parent)
+DeskWindow::DeskWindow(QWidget *parent)
     : QWidget(parent)
-    , connection_(connection)
-    , component_(connection)
     , model_(new PatientModel(this))
+    , clinicName_(label({}, 1.6, true))
     , search_(named(new controls::SearchBox, QStringLiteral("txtSearch")))
     , table_(named(new QTableView, QStringLiteral("tblPatients")))
     , count_(label({}, 1.0))
@@ -116,32 +116,40 @@ DeskWindow::DeskWindow(const ado::ConnectionPtr &connection, const Head &head, P
     , settings_(named(new GearButton, QStringLiteral("cmdSettings")))
 {
     setObjectName(QStringLiteral("deskWindow"));
-    setWindowTitle(head.clinicName + QStringLiteral(" 접수 데스크"));
     makeTable();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(18, 16, 18, 14);
     layout->setSpacing(12);
-    layout->addWidget(makeHead(head.clinicName));
+    layout->addWidget(makeHead());
     layout->addWidget(table_, 1);
-    layout->addWidget(makeFoot(head.seesClinics));
+    layout->addWidget(makeFoot());
     layout->addWidget(notice_);
     setNotice({});
     resizeWithinScreen(*this, {1200, 680});
     connectControls();
+    search_->setFocus();
+}
+
+void DeskWindow::open(const ado::ConnectionPtr &connection, const Head &head, Patients patients)
+{
+    connection_ = connection;
+    component_.emplace(connection);
+    setWindowTitle(head.clinicName + QStringLiteral(" 접수 데스크"));
+    clinicName_->setText(head.clinicName);
+    chain_->setVisible(head.seesClinics);
     if (patients == Patients::AtOnce)
         refresh();
     else
         showReading();
-    search_->setFocus();
 }
 
-QWidget *DeskWindow::makeHead(const QString &clinicName)
+QWidget *DeskWindow::makeHead()
 {
     auto *head = new QWidget;
     auto *row = new QHBoxLayout(head);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(10);
-    row->addWidget(label(clinicName, 1.6, true));
+    row->addWidget(clinicName_);
     row->addStretch(1);
     row->addWidget(count_);
     row->addSpacing(14);
@@ -162,7 +170,7 @@ QWidget *DeskWindow::makeHead(const QString &clinicName)
     return head;
 }
 
-QWidget *DeskWindow::makeFoot(bool seesClinics)
+QWidget *DeskWindow::makeFoot()
 {
     auto *foot = new QFrame;
     foot->setFrameShape(QFrame::StyledPanel);
@@ -179,7 +187,6 @@ QWidget *DeskWindow::makeFoot(bool seesClinics)
         button->setAutoDefault(false);
         row->addWidget(button);
     }
-    chain_->setVisible(seesClinics); // within the foot by now, else it would be a window
     QFont strong = sale_->font();
     strong.setBold(true);
     sale_->setFont(strong);
@@ -286,13 +293,13 @@ std::optional<Patient> DeskWindow::selected() const
 void DeskWindow::openSale()
 {
     if (const std::optional<Patient> patient = selected())
-        component_.showProductSale(*patient);
+        component_->showProductSale(*patient);
 }
 
 void DeskWindow::openManagement()
 {
     if (const std::optional<Patient> patient = selected())
-        component_.showProductSaleManage(*patient);
+        component_->showProductSaleManage(*patient);
 }
 
 void DeskWindow::openJournal()

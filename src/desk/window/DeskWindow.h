@@ -38,9 +38,12 @@ public:
     /// Tells what that reads.
     static void foreseeHead(ado::Foresight &next);
 
+    /// Of no clinic yet: nothing may be done in it before open().
+    explicit DeskWindow(QWidget *parent = nullptr);
     explicit DeskWindow(const ado::ConnectionPtr &connection, Patients patients = Patients::AtOnce,
                         QWidget *parent = nullptr);
-    DeskWindow(const ado::ConnectionPtr &connection, const Head &head, Patients patients, QWidget *parent = nullptr);
+    /// Once, before it is shown.
+    void open(const ado::ConnectionPtr &connection, const Head &head, Patients patients);
 
     /// Reads the patients anew; the chosen one stays chosen while it is still on the list.
     void refresh();
@@ -53,8 +56,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    QWidget *makeHead(const QString &clinicName);
-    QWidget *makeFoot(bool seesClinics);
+    QWidget *makeHead();
+    QWidget *makeFoot();
     void makeTable();
     void connectControls();
     void showReading();
@@ -67,8 +70,9 @@ private:
     void openSettings();
 
     ado::ConnectionPtr connection_;
-    SaleComponent component_;
+    std::optional<SaleComponent> component_;
     PatientModel *model_;
+    QLabel *clinicName_;
     controls::SearchBox *search_;
     QTableView *table_;
     QLabel *count_;

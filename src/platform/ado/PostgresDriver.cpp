@@ -428,10 +428,11 @@ CellTable PostgresDriver::rowsOf(const Result &result, const Command &select)
     CellTable table(std::move(described));
     for (int row = 0; row < rowCount; ++row) {
         for (int column = 0; column < columnCount; ++column) {
-            if (PQgetisnull(rows, row, column))
+            const int length = PQgetlength(rows, row, column);
+            if (length == 0 && PQgetisnull(rows, row, column))
                 table.addNull();
             else
-                table.addText(PQgetvalue(rows, row, column), static_cast<std::size_t>(PQgetlength(rows, row, column)));
+                table.addText(PQgetvalue(rows, row, column), static_cast<std::size_t>(length));
         }
     }
     return table;

@@ -2,6 +2,8 @@
 
 #include "platform/ado/ColumnValue.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -28,29 +30,34 @@ struct SortKey
     enum Rank : std::uint8_t { Null, Number, Text } rank = Null;
 };
 
-/// Whether the bytes can hold a letter with a case outside ASCII. Hangul and Han never do.
-bool mayHaveCase(std::string_view utf8)
-{
-    return std::ranges::any_of(utf8, [](char c) {
-        const auto byte = static_cast<unsigned char>(c);
-        return (byte >= 0xc3 && byte <= 0xe2) || byte == 0xef || byte == 0xf0;
-    });
-}
+/// What a byte of a text may be a part of.
+enum Letters : std::uint8_t {
+    NoCase = 0,
+    Capital = 1,   ///< of ASCII
+    OtherCase = 2, ///< a letter with a case outside ASCII; Hangul and Han have none
+};
 
-bool hasCapital(std::string_view utf8)
-{
-    return std::ranges::any_of(utf8, [](char c) { return c >= 'A' && c <= 'Z'; });
-}
+constexpr std::array<std::uint8_t, 256> lettersOfBytes = [] {
+    std::array<std::uint8_t, 256> letters{};
+    for (unsigned byte = 0; byte < letters.size(); ++byte) {
+        const bool other = (byte >= 0xc3 && byte <= 0xe2) || byte == 0xef || byte == 0xf0;
+        letters[byte] = other ? OtherCase : byte >= 'A' && byte <= 'Z' ? Capital : NoCase;
+    }
+    return letters;
+}();
 
 /// The text with case folded; most texts are so already and stay where they are.
 std::string_view folded(std::string_view utf8, TextBlocks &others)
 {
+    unsigned letters = NoCase;
+    for (char c : utf8)
+        letters |= lettersOfBytes[static_cast<unsigned char>(c)];
+    if (letters == NoCase)
+        return utf8;
     std::string result;
-    if (mayHaveCase(utf8)) {
+    if (letters & OtherCase) {
         result = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toCaseFolded().toStdString();
     } else {
-        if (!hasCapital(utf8))
-            return utf8;
         result = utf8;
         for (char &c : result)
             c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -58,25 +65,24 @@ std::string_view folded(std::string_view utf8, TextBlocks &others)
     return {others.add(result.data(), result.size()), result.size()};
 }
 
-/// The beginning of a text with each syllable of Hangul in two bytes instead of three. It goes up as the text does.
+/// Sixteen bytes of a text in which each syllable of Hangul has two instead of three. They go up as the text does, as far as
+/// those before them are the same.
 class Packed
 {
 public:
-    explicit Packed(std::string_view utf8)
+    static constexpr std::size_t bytes = 16;
+
+    explicit Packed(std::string_view utf8, std::size_t from = 0)
+        : from_(from)
     {
-        for (std::size_t at = 0; at < utf8.size() && length_ <= bytes_.size();)
+        for (std::size_t at = 0; at < utf8.size() && length_ <= from_ + bytes;)
             at += pack(utf8.substr(at));
     }
 
-    std::uint64_t eightFrom(std::size_t first) const
-    {
-        std::uint64_t eight = 0;
-        for (std::size_t at = first; at < first + 8; ++at)
-            eight = eight << 8 | bytes_[at];
-        return eight;
-    }
+    std::uint64_t prefix() const { return qFromBigEndian<quint64>(bytes_.data()); }
+    std::uint64_t next() const { return qFromBigEndian<quint64>(bytes_.data() + bytes / 2); }
     /// Behind the end stand zeros: with one of its own a text looks like a shorter one.
-    bool isWhole() const { return length_ <= bytes_.size() && !hasZero_; }
+    bool isWhole() const { return length_ <= from_ + bytes && !hasZero_; }
 
 private:
     static constexpr unsigned firstSyllable = 0xac00, lastSyllable = 0xd7a3;
@@ -118,12 +124,13 @@ private:
 
     void put(unsigned char byte)
     {
-        if (length_ < bytes_.size())
-            bytes_[length_] = byte;
+        if (length_ - from_ < bytes) // of one before it the difference is huge
+            bytes_[length_ - from_] = byte;
         ++length_;
     }
 
-    std::array<unsigned char, 16> bytes_{};
+    const std::size_t from_;
+    std::array<unsigned char, bytes> bytes_{};
     std::size_t length_ = 0;
     bool hasZero_ = false;
 };
@@ -169,9 +176,16 @@ public:
             return a.rank != b.rank ? a.rank < b.rank : a.next < b.next;
         }
     };
-    Beginning beginningOf(std::uint32_t row)
+    /// `from`: how many bytes of the packed text go before it, in which the rows do not differ.
+    Beginning beginningOf(std::uint32_t row, std::size_t from)
     {
-        const SortKey &key = keys()[row];
+        SortKey key = keys()[row];
+        if (from > 0 && key.rank == SortKey::Text) {
+            const Packed packed({key.text, key.length}, from);
+            key.prefix = packed.prefix();
+            key.next = packed.next();
+            key.inside = packed.isWhole();
+        }
         const std::uint64_t turned = descending_ ? ~std::uint64_t{0} : 0;
         return {key.prefix ^ turned, key.next ^ turned, row, static_cast<std::uint8_t>(key.rank ^ turned), key.inside};
     }
@@ -217,8 +231,8 @@ private:
         const QByteArrayView text = table_.text(cell);
         const std::string_view sorted = folded({text.data(), static_cast<std::size_t>(text.size())}, folded_);
         const Packed packed(sorted);
-        return {packed.eightFrom(0), packed.eightFrom(8), sorted.data(), static_cast<std::uint32_t>(sorted.size()),
-                packed.isWhole(),    SortKey::Text};
+        return {packed.prefix(),  packed.next(), sorted.data(), static_cast<std::uint32_t>(sorted.size()),
+                packed.isWhole(), SortKey::Text};
     }
 
     static int compareKeys(const SortKey &a, const SortKey &b)
@@ -263,13 +277,13 @@ public:
         return a < b;
     }
 
-    void sort(std::span<std::uint32_t> rows) { sort(rows, 0); }
+    void sort(std::span<std::uint32_t> rows) { sort(rows, 0, 0); }
 
 private:
-    /// Those that do not differ in the columns before that one.
-    void sort(std::span<std::uint32_t> rows, std::size_t column)
+    /// Those that do not differ in the columns before that one, nor before that place of its texts.
+    void sort(std::span<std::uint32_t> rows, std::size_t column, std::size_t from)
     {
-        constexpr std::size_t few = 8;
+        constexpr std::size_t few = 8, farthest = 64;
         if (column == columns_.size()) {
             std::ranges::sort(rows);
             return;
@@ -277,14 +291,17 @@ private:
         std::vector<SortColumn::Beginning> beginnings;
         beginnings.reserve(rows.size());
         for (std::uint32_t row : rows)
-            beginnings.push_back(columns_[column].beginningOf(row));
+            beginnings.push_back(columns_[column].beginningOf(row, from));
         std::ranges::sort(beginnings, std::less<>());
         std::ranges::transform(beginnings, rows.begin(), &SortColumn::Beginning::row);
         for (auto first = beginnings.begin(), end = first; first != beginnings.end(); first = end) {
             end = std::find_if(first, beginnings.end(), [&](const auto &other) { return *first < other; });
             const auto same = rows.subspan(std::size_t(first - beginnings.begin()), std::size_t(end - first));
-            if (same.size() > few && std::all_of(first, end, std::mem_fn(&SortColumn::Beginning::isAll)))
-                sort(same, column + 1);
+            const bool isAll = std::all_of(first, end, std::mem_fn(&SortColumn::Beginning::isAll));
+            if (same.size() > few && isAll)
+                sort(same, column + 1, 0);
+            else if (same.size() > few && from < farthest)
+                sort(same, column, from + Packed::bytes);
             else if (same.size() > 1)
                 std::ranges::sort(same, [this](std::uint32_t a, std::uint32_t b) { return before(a, b); });
         }
