@@ -243,6 +243,38 @@ TEST_P(Values, OfTextStandByTheirSignsHoweverLongTheyAre)
     }
 }
 
+TEST_P(Values, OfTextThatBeginAlikeStandByTheirEndsThenByTheNextColumn)
+{
+    QStringList ascending;
+    for (const char16_t *beginning :
+         {u"A ten letters more a", u"가", u"십전대보탕 한 제 서른 ", u"십전대보탕 한 제 서른 포 반 제 열다섯 포 "}) {
+        for (int end = 10; end < 20; ++end)
+            ascending << QStringLiteral("%1%2").arg(beginning).arg(end);
+    }
+    QStringList rows; // each name at each of many prices
+    for (const QString &name : std::as_const(ascending)) {
+        for (int price = 10; price > 0; --price)
+            rows << QStringLiteral("('%1', %2)").arg(name).arg(price);
+    }
+    QStringList stored;
+    for (qsizetype row = 0; row < rows.size(); ++row)
+        stored << rows[row * 7 % rows.size()];
+    clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name, PM_UnitPrice) VALUES ") + stored.join(u','));
+    const auto found = [this](const char *order) {
+        QStringList shown;
+        const auto all = opened(QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY ") + QLatin1String(order),
+                                CursorType::Static, LockType::ReadOnly);
+        for (; !all->Eof(); all->MoveNext())
+            shown << QStringLiteral("('%1', %2)")
+                         .arg(all->value("PM_Name").toString())
+                         .arg(all->value("PM_UnitPrice").value<Currency>().scaled() / 10'000);
+        return shown;
+    };
+    EXPECT_EQ(found("PM_Name, PM_UnitPrice DESC"), rows);
+    std::ranges::reverse(rows);
+    EXPECT_EQ(found("PM_Name DESC, PM_UnitPrice"), rows);
+}
+
 TEST_P(Values, AreInOrderHoweverMuchChangedSinceTheListWasReadBefore)
 {
     for (const QChar name : QStringLiteral("사나라마바다"))

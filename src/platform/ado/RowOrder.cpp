@@ -8,7 +8,6 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <functional>
 #include <numeric>
 #include <string_view>
 
@@ -28,6 +27,7 @@ struct SortKey
     std::uint32_t length = 0;
     bool inside = true; ///< all of it is in the two numbers
     enum Rank : std::uint8_t { Null, Number, Text } rank = Null;
+    std::uint8_t covered = 0; ///< bytes of the text that are in them whole
 };
 
 /// What a byte of a text may be a part of.
@@ -65,24 +65,32 @@ std::string_view folded(std::string_view utf8, TextBlocks &others)
     return {others.add(result.data(), result.size()), result.size()};
 }
 
-/// Sixteen bytes of a text in which each syllable of Hangul has two instead of three. They go up as the text does, as far as
-/// those before them are the same.
+/// Sixteen bytes of a text, which go up as it does.
+struct Sixteen
+{
+    std::array<unsigned char, 16> bytes{};
+
+    std::uint64_t prefix() const { return qFromBigEndian<quint64>(bytes.data()); }
+    std::uint64_t next() const { return qFromBigEndian<quint64>(bytes.data() + bytes.size() / 2); }
+};
+
+/// The beginning of a text with each syllable of Hangul in two bytes instead of three.
 class Packed
 {
 public:
-    static constexpr std::size_t bytes = 16;
-
-    explicit Packed(std::string_view utf8, std::size_t from = 0)
-        : from_(from)
+    explicit Packed(std::string_view utf8)
     {
-        for (std::size_t at = 0; at < utf8.size() && length_ <= from_ + bytes;)
+        for (std::size_t at = 0; at < utf8.size() && length_ <= packed_.bytes.size();) {
             at += pack(utf8.substr(at));
+            covered_ = length_ <= packed_.bytes.size() ? at : covered_;
+        }
     }
 
-    std::uint64_t prefix() const { return qFromBigEndian<quint64>(bytes_.data()); }
-    std::uint64_t next() const { return qFromBigEndian<quint64>(bytes_.data() + bytes / 2); }
+    const Sixteen &bytes() const { return packed_; }
     /// Behind the end stand zeros: with one of its own a text looks like a shorter one.
-    bool isWhole() const { return length_ <= from_ + bytes && !hasZero_; }
+    bool isWhole() const { return length_ <= packed_.bytes.size() && !hasZero_; }
+    /// Bytes of the text of which nothing is missing; 0 where a zero is among them.
+    std::size_t covered() const { return hasZero_ ? 0 : covered_; }
 
 private:
     static constexpr unsigned firstSyllable = 0xac00, lastSyllable = 0xd7a3;
@@ -124,14 +132,13 @@ private:
 
     void put(unsigned char byte)
     {
-        if (length_ - from_ < bytes) // of one before it the difference is huge
-            bytes_[length_ - from_] = byte;
+        if (length_ < packed_.bytes.size())
+            packed_.bytes[length_] = byte;
         ++length_;
     }
 
-    const std::size_t from_;
-    std::array<unsigned char, bytes> bytes_{};
-    std::size_t length_ = 0;
+    Sixteen packed_;
+    std::size_t length_ = 0, covered_ = 0;
     bool hasZero_ = false;
 };
 
@@ -167,7 +174,11 @@ public:
         std::uint64_t prefix, next;
         std::uint32_t row;
         std::uint8_t rank;
-        bool isAll; ///< rows of which all have the same one do not differ in this column
+        enum Rest : std::uint8_t {
+            None,
+            Further,
+            Unclear
+        } rest; ///< of the text, in which rows of the same one may differ
 
         friend bool operator<(const Beginning &a, const Beginning &b)
         {
@@ -176,18 +187,30 @@ public:
             return a.rank != b.rank ? a.rank < b.rank : a.next < b.next;
         }
     };
-    /// `from`: how many bytes of the packed text go before it, in which the rows do not differ.
+    /// `from`: how many bytes of the text go before it, in which the rows do not differ.
     Beginning beginningOf(std::uint32_t row, std::size_t from)
     {
         SortKey key = keys()[row];
-        if (from > 0 && key.rank == SortKey::Text) {
-            const Packed packed({key.text, key.length}, from);
-            key.prefix = packed.prefix();
-            key.next = packed.next();
-            key.inside = packed.isWhole();
+        if (from > 0) {
+            const std::string_view rest = std::string_view(key.text, key.length).substr(from, sizeof(Sixteen));
+            Sixteen bytes;
+            std::ranges::copy(rest, bytes.bytes.begin());
+            key.prefix = bytes.prefix();
+            key.next = bytes.next();
+            key.inside = from + rest.size() == key.length && rest.find('\0') == std::string_view::npos;
         }
+        const bool further = from > 0 ? key.length > from + sizeof(Sixteen) : key.covered > 0;
         const std::uint64_t turned = descending_ ? ~std::uint64_t{0} : 0;
-        return {key.prefix ^ turned, key.next ^ turned, row, static_cast<std::uint8_t>(key.rank ^ turned), key.inside};
+        return {key.prefix ^ turned, key.next ^ turned, row, static_cast<std::uint8_t>(key.rank ^ turned),
+                key.inside ? Beginning::None
+                : further  ? Beginning::Further
+                           : Beginning::Unclear};
+    }
+
+    /// Where rows that do not differ in all of that Beginning may do so next.
+    std::size_t behind(std::uint32_t row, std::size_t from)
+    {
+        return from == 0 ? keys()[row].covered : from + sizeof(Sixteen);
     }
 
 private:
@@ -231,8 +254,13 @@ private:
         const QByteArrayView text = table_.text(cell);
         const std::string_view sorted = folded({text.data(), static_cast<std::size_t>(text.size())}, folded_);
         const Packed packed(sorted);
-        return {packed.prefix(),  packed.next(), sorted.data(), static_cast<std::uint32_t>(sorted.size()),
-                packed.isWhole(), SortKey::Text};
+        return {packed.bytes().prefix(),
+                packed.bytes().next(),
+                sorted.data(),
+                static_cast<std::uint32_t>(sorted.size()),
+                packed.isWhole(),
+                SortKey::Text,
+                static_cast<std::uint8_t>(packed.covered())};
     }
 
     static int compareKeys(const SortKey &a, const SortKey &b)
@@ -283,7 +311,7 @@ private:
     /// Those that do not differ in the columns before that one, nor before that place of its texts.
     void sort(std::span<std::uint32_t> rows, std::size_t column, std::size_t from)
     {
-        constexpr std::size_t few = 8, farthest = 64;
+        constexpr std::size_t few = 8, farthest = 100;
         if (column == columns_.size()) {
             std::ranges::sort(rows);
             return;
@@ -292,16 +320,18 @@ private:
         beginnings.reserve(rows.size());
         for (std::uint32_t row : rows)
             beginnings.push_back(columns_[column].beginningOf(row, from));
-        std::ranges::sort(beginnings, std::less<>());
+        std::sort(beginnings.begin(), beginnings.end());
         std::ranges::transform(beginnings, rows.begin(), &SortColumn::Beginning::row);
         for (auto first = beginnings.begin(), end = first; first != beginnings.end(); first = end) {
             end = std::find_if(first, beginnings.end(), [&](const auto &other) { return *first < other; });
             const auto same = rows.subspan(std::size_t(first - beginnings.begin()), std::size_t(end - first));
-            const bool isAll = std::all_of(first, end, std::mem_fn(&SortColumn::Beginning::isAll));
-            if (same.size() > few && isAll)
+            const auto all = [&](SortColumn::Beginning::Rest rest) {
+                return std::all_of(first, end, [rest](const auto &one) { return one.rest == rest; });
+            };
+            if (same.size() > few && all(SortColumn::Beginning::None))
                 sort(same, column + 1, 0);
-            else if (same.size() > few && from < farthest)
-                sort(same, column, from + Packed::bytes);
+            else if (same.size() > few && from < farthest && all(SortColumn::Beginning::Further))
+                sort(same, column, columns_[column].behind(first->row, from));
             else if (same.size() > 1)
                 std::ranges::sort(same, [this](std::uint32_t a, std::uint32_t b) { return before(a, b); });
         }
