@@ -250,26 +250,35 @@ private:
     std::exception_ptr failure_;
 };
 
-int start(const desk::Options &options, QApplication &application)
+/// The program's look and its window come about while a server far away is dialled, and then asked.
+ado::ConnectionPtr openDressing(const desk::Options &options, QApplication &application, Found &found,
+                                std::unique_ptr<desk::DeskWindow> &window)
 {
-    controls::showWaitingLine();
-    QStringList notices{registerSale()};
-    Found found;
     bool isDressed = false;
     const auto dress = [&application, &isDressed] {
         if (!isDressed)
             desk::dressUp(application);
         isDressed = true;
     };
-    const ado::Meanwhile dressing(dress); // a server far away is dialled first, then asked
-    std::unique_ptr<desk::DeskWindow> window;
-    const ado::Meanwhile making([&] {
+    const auto make = [&] {
         dress();
-        if (!options.patient)
+        if (!options.patient && !window)
             window = std::make_unique<desk::DeskWindow>();
-    });
-    const ado::ConnectionPtr connection = openForWork(options, found);
-    dress();
+    };
+    const ado::Meanwhile dressing(dress);
+    const ado::Meanwhile making(make);
+    ado::ConnectionPtr connection = openForWork(options, found);
+    make();
+    return connection;
+}
+
+int start(const desk::Options &options, QApplication &application)
+{
+    controls::showWaitingLine();
+    QStringList notices{registerSale()};
+    Found found;
+    std::unique_ptr<desk::DeskWindow> window;
+    const ado::ConnectionPtr connection = openDressing(options, application, found, window);
     journal::attend(*connection);
     const journal::Sealing sealing(connection);
     notices << schema::upgradeNotice(found.mark);
@@ -280,13 +289,12 @@ int start(const desk::Options &options, QApplication &application)
         const AfterFirstPaint painted(options, [] {});
         return sellTo(*options.patient, options.manage, connection, application);
     }
-    if (!window)
-        window = std::make_unique<desk::DeskWindow>();
     window->open(connection, found.head, desk::DeskWindow::Patients::WhenAsked);
     const AfterFirstPaint painted(options, [&window] { window->refresh(); });
     window->setNotice(notices.join(u'\n'));
     window->show();
     const int status = application.exec();
+    window.reset(); // before what it works on
     painted.rethrow();
     return status;
 }

@@ -12,8 +12,8 @@ namespace {
 
 // Ways to a server and back that each action takes.
 const std::map<std::string, int> waits{
-    {"start of the desk, until its patients are painted", 4},
-    {"open a patient, first of the day", 3},
+    {"start of the desk, until its patients are painted", 3},
+    {"open a patient, first of the day", 2},
     {"open another patient", 2},
     {"another order", 2},
     {"another product", 0},

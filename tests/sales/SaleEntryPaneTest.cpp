@@ -268,7 +268,7 @@ TEST_F(EntryPane, NoCaptionIsCutInNarrowColumns)
     } panes[] = {
         {pane<SaleEntryPane>().c1elaProductInfo(), 370},
         {pane<OrderPane>().elTranMnu(), 560},
-        {pane<OrderPane>().c1elaCustSaleInfo(), 325},
+        {pane<OrderPane>().c1elaCustSaleInfo(), 368},
         {pane<DetailPane>().c1elaSaleDetailMemo(), 325},
     };
     for (const auto &pane : panes) {

@@ -140,13 +140,16 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
         frmMain::tellSale(*next, customer.lngCustPK);
     }
     std::unique_ptr<frmMain> window;
-    const ado::Meanwhile making([&window] {
-        if (!frmMain::existing()) {
-            window = frmMain::made();
-            window->grab(); // with what every painting needs, fonts and pictures, found by now
-        }
-    });
-    if (!isReadyToSell(cnnMasterDB, *next) || !settleProductServer(cnnMasterDB))
+    const auto mayEnter = [&] {
+        const ado::Meanwhile making([&window] {
+            if (!frmMain::existing()) {
+                window = frmMain::made();
+                window->grab(); // with what every painting needs, fonts and pictures, found by now
+            }
+        });
+        return isReadyToSell(cnnMasterDB, *next) && settleProductServer(cnnMasterDB);
+    };
+    if (!mayEnter())
         return;
     if (gbProductServerLinked)
         next.reset();
