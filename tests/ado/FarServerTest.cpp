@@ -1,4 +1,5 @@
 #include "platform/ado/Foresight.h"
+#include "platform/ado/Meanwhile.h"
 #include "platform/ado/Transaction.h"
 #include "tests/ado/Desks.h"
 #include "tests/support/Wire.h"
@@ -11,6 +12,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 
 // Of a server that is far away not the statements cost time but the waits for their answers.
 
@@ -306,6 +308,68 @@ TEST_P(FarServer, IsWaitedForOnceForALongListThatItOrdersAlike)
     const auto list = opened(QStringLiteral("SELECT * FROM tPSProductMaster ORDER BY PM_Name"));
     EXPECT_EQ(list->valueAt(63, list->columnIndex(QStringLiteral("PM_Name"))), "164");
     EXPECT_EQ(sent.take(), "SELECT tPSProductMaster.PM_PK,; SELECT *");
+}
+
+TEST_P(FarServer, AnswersWhatCameInAnyOrder)
+{
+    Sent sent(desk);
+    ado::Foresight next(desk);
+    next.open(prices, CursorType::Static).open(goods, CursorType::Static);
+    desk->read(QStringLiteral("SELECT 1"));
+    addElsewhere();
+    EXPECT_EQ(valueOf(goods), "2");
+    EXPECT_EQ(valueOf(prices), "3000");
+    EXPECT_EQ(sent.take().count(u'|'), 0);
+    EXPECT_EQ(valueOf(goods), "3") << "each once";
+}
+
+/// Its settings go with the first reading, but behind no writing that needs them.
+TEST_P(FarServer, HasItsSettingsWhateverIsDoneFirst)
+{
+    desk->Execute(QStringLiteral("DO $$BEGIN EXECUTE format('ALTER DATABASE %I SET DateStyle = German', "
+                                 "current_database()); END$$"));
+    desk->Execute(QStringLiteral("CREATE TABLE days (day text)"));
+    const QString isoDay = QStringLiteral("2026-11-30"), select = QStringLiteral("SELECT DATE '2026-11-30'");
+    const auto reading = [&](ado::Connection &first) { return first.read(select).raw(0, 0).toString(); };
+    const auto writing = [&](ado::Connection &first) {
+        first.Execute(QStringLiteral("INSERT INTO days SELECT CAST(DATE '2026-11-30' AS text)"));
+        return first.read(QStringLiteral("SELECT day FROM days")).raw(0, 0).toString();
+    };
+    const auto inTransaction = [&](ado::Connection &first) {
+        first.BeginTrans();
+        first.Execute(QStringLiteral("UPDATE days SET day = CAST(DATE '2026-11-30' AS text)"));
+        first.CommitTrans();
+        return first.read(QStringLiteral("SELECT day FROM days")).raw(0, 0).toString();
+    };
+    const auto byHandle = [&](ado::Connection &first) {
+        PGresult *const day = PQexec(static_cast<PGconn *>(first.handle()), qPrintable(select));
+        const QString text = QString::fromUtf8(PQgetvalue(day, 0, 0));
+        PQclear(day);
+        return text;
+    };
+    const std::function<QString(ado::Connection &)> uses[]{reading, writing, inTransaction, byHandle};
+    for (const auto &use : uses) {
+        const ado::ConnectionPtr first = ado::Connection::open(clinic.address());
+        EXPECT_EQ(use(*first), isoDay);
+        EXPECT_EQ(first->read(QStringLiteral("SHOW lock_timeout")).raw(0, 0).toString(), "8s");
+    }
+}
+
+TEST_P(FarServer, LetsWorkBeDoneOnceWhileAnAnswerTravels)
+{
+    int done = 0;
+    {
+        const ado::Meanwhile nothingIsAsked([&] { ++done; });
+    }
+    EXPECT_EQ(done, 0);
+    const ado::Meanwhile work([&] {
+        ++done;
+        EXPECT_EQ(errorOf([&] { desk->read(goods); }), ErrorNumber::InvalidCall) << "of one that waits";
+        throw std::runtime_error("goes no further");
+    });
+    EXPECT_EQ(valueOf(goods), "2");
+    EXPECT_EQ(valueOf(prices), "3000");
+    EXPECT_EQ(done, 1);
 }
 
 TEST_P(FarServer, DoesNotLetATellingGoWrong)
