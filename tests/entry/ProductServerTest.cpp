@@ -171,6 +171,28 @@ TEST_F(FarClinic, ShowsNoProductsFromBeforeAServerThatWasJustNamed)
     EXPECT_EQ(said(), "");
 }
 
+/// The window is made while the server is asked whether it may open.
+TEST_F(FarClinic, LeavesNoWindowBehindThatMayNotOpen)
+{
+    nameProductServer(QString());
+    const auto windows = QApplication::topLevelWidgets().size();
+    database_.run("ALTER TABLE tPSIncoming RENAME COLUMN IN_Total TO away");
+    sell();
+    EXPECT_NE(said().find("tPSIncoming.IN_Total"), std::string::npos) << said();
+    database_.run("ALTER TABLE tPSIncoming RENAME COLUMN away TO IN_Total");
+    nameProductServer(QStringLiteral("testCentral.Server"));
+    script(-1, false);
+    sell();
+    EXPECT_EQ(QApplication::topLevelWidgets().size(), windows);
+    EXPECT_EQ(
+        registry::GetSetting(QStringLiteral("Zelvo Desk"), QStringLiteral("물품판매관리"), QStringLiteral("FormWidth")),
+        "")
+        << "a place that no user gave it";
+    nameProductServer(QString());
+    sell();
+    EXPECT_TRUE(isUp());
+}
+
 TEST_F(CentralServer, OpensOnWhatTheHeadOfficeEditedInItsOwnWindow)
 {
     nameProductServer(QString());
