@@ -30,7 +30,8 @@ bool isReadyToSell(const ado::ConnectionPtr &connection, ado::Foresight &next)
     QStringList faults;
     runtime::Attempt attempt; // a server that can't be asked is told by the first list
     attempt([&] {
-        faults = clinic::textsOf(clinic::examine(*connection, clinic::Depth::ToSell, next), clinic::Finding::Weight::Fault);
+        faults =
+            clinic::textsOf(clinic::examine(*connection, clinic::Depth::ToSell, next), clinic::Finding::Weight::Fault);
     });
     if (attempt.failed())
         return true;

@@ -14,6 +14,7 @@
 #include "platform/controls/Activity.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/Layouts.h"
 #include "platform/controls/Named.h"
 #include "platform/controls/WaitingLine.h"
 #include "platform/runtime/Attempt.h"
@@ -287,6 +288,8 @@ void frmMain::paintEntryColors()
 
 bool frmMain::event(QEvent *event)
 {
+    if (event->type() == QEvent::UpdateRequest)
+        controls::endLayouts();
     return controls::handOnActivity(*this, *event, statisticsPane_) || QMainWindow::event(event);
 }
 

@@ -114,7 +114,7 @@ private:
     int currentTab_ = SaleTabIndex;
     bool opensSale_ = false;       ///< its lists come, and no order is to be shown
     bool saleListIsStale_ = false; ///< the management tab was visited since the sale list was read
-    bool unloaded_ = true; ///< or not loaded yet
+    bool unloaded_ = true;         ///< or not loaded yet
     bool closesNow_ = false;
     bool closingWaits_ = false;
 

@@ -9,6 +9,7 @@
 #include "money/LedgerPane.h"
 #include "platform/ado/Foresight.h"
 #include "platform/controls/EventEdge.h"
+#include "platform/controls/Layouts.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/controls/Named.h"
 #include "platform/runtime/Attempt.h"
@@ -28,7 +29,6 @@
 #include "settings/modFormLocate.h"
 #include "statistics/StatisticsPane.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <QPointer>
 #include <QScopeGuard>
@@ -54,7 +54,7 @@ qint16 frmMain::showProductSaleForm(const ado::ConnectionPtr &cnnMasterDB, const
         bringUp();
         entryPane_->focusQuantity();
         restoreMainWindowLayout(*this, *saleTab_->columns());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest); // what moves is painted once
+        controls::endLayouts();
         repaint();
     };
     const auto begin = [&] {
