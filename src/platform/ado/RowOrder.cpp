@@ -171,14 +171,13 @@ public:
     /// What most comparisons end at, so that a sort need not look the rows up. Goes up in the column's order.
     struct Beginning
     {
+        /// What there is of the text behind it, in which rows that begin alike may differ.
+        enum class Rest : std::uint8_t { None, Further, Unclear };
+
         std::uint64_t prefix, next;
         std::uint32_t row;
         std::uint8_t rank;
-        enum Rest : std::uint8_t {
-            None,
-            Further,
-            Unclear
-        } rest; ///< of the text, in which rows of the same one may differ
+        Rest rest;
 
         friend bool operator<(const Beginning &a, const Beginning &b)
         {
@@ -199,12 +198,11 @@ public:
             key.next = bytes.next();
             key.inside = from + rest.size() == key.length && rest.find('\0') == std::string_view::npos;
         }
+        using Rest = Beginning::Rest;
         const bool further = from > 0 ? key.length > from + sizeof(Sixteen) : key.covered > 0;
         const std::uint64_t turned = descending_ ? ~std::uint64_t{0} : 0;
-        return {key.prefix ^ turned, key.next ^ turned, row, static_cast<std::uint8_t>(key.rank ^ turned),
-                key.inside ? Beginning::None
-                : further  ? Beginning::Further
-                           : Beginning::Unclear};
+        const Rest behindIt = key.inside ? Rest::None : further ? Rest::Further : Rest::Unclear;
+        return {key.prefix ^ turned, key.next ^ turned, row, static_cast<std::uint8_t>(key.rank ^ turned), behindIt};
     }
 
     /// Where rows that do not differ in all of that Beginning may do so next.
@@ -325,12 +323,13 @@ private:
         for (auto first = beginnings.begin(), end = first; first != beginnings.end(); first = end) {
             end = std::find_if(first, beginnings.end(), [&](const auto &other) { return *first < other; });
             const auto same = rows.subspan(std::size_t(first - beginnings.begin()), std::size_t(end - first));
-            const auto all = [&](SortColumn::Beginning::Rest rest) {
+            using Rest = SortColumn::Beginning::Rest;
+            const auto all = [&](Rest rest) {
                 return std::all_of(first, end, [rest](const auto &one) { return one.rest == rest; });
             };
-            if (same.size() > few && all(SortColumn::Beginning::None))
+            if (same.size() > few && all(Rest::None))
                 sort(same, column + 1, 0);
-            else if (same.size() > few && from < farthest && all(SortColumn::Beginning::Further))
+            else if (same.size() > few && from < farthest && all(Rest::Further))
                 sort(same, column, columns_[column].behind(first->row, from));
             else if (same.size() > 1)
                 std::ranges::sort(same, [this](std::uint32_t a, std::uint32_t b) { return before(a, b); });
