@@ -266,11 +266,7 @@ ado::ConnectionPtr openDressing(const desk::Options &options, QApplication &appl
             window = std::make_unique<desk::DeskWindow>();
     };
     const ado::Meanwhile dressing(dress);
-    const ado::Meanwhile making([&] {
-        make();
-        if (window)
-            window->grab(); // with what its first painting needs found by now
-    });
+    const ado::Meanwhile making(make);
     ado::ConnectionPtr connection = openForWork(options, found);
     make();
     return connection;
