@@ -142,10 +142,8 @@ void clsZelvoProductSale::enterNow(FormEntry entry, const ado::ConnectionPtr &cn
     std::unique_ptr<frmMain> window;
     const auto mayEnter = [&] {
         const ado::Meanwhile making([&window] {
-            if (!frmMain::existing()) {
+            if (!frmMain::existing())
                 window = frmMain::made();
-                window->grab(); // with what every painting needs, fonts and pictures, found by now
-            }
         });
         return isReadyToSell(cnnMasterDB, *next) && settleProductServer(cnnMasterDB);
     };
