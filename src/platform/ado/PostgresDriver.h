@@ -95,6 +95,7 @@ private:
     Results answers(std::size_t count, Wait &wait, bool &awaits);
     /// Until the server begins to answer, as long as somebody waits for it. False: the library waits for the rest.
     bool awaitAnswer(Wait &wait);
+    static bool isDone(const pg_result *result);
     /// Raises what the server, or the library, said.
     void requireDone(const Results &results);
     static CellTable rowsOf(const Result &result, const Command &select);
