@@ -53,7 +53,17 @@ TabWidget::~TabWidget()
 
 bool TabWidget::event(QEvent *event)
 {
+    if (event->type() == QEvent::LayoutRequest && isVisible() && !needsOtherRoom())
+        return true;
     return thenTell([&] { return QTabWidget::event(event); });
+}
+
+/// The stock tabs place their parts anew, and paint all that is within, for each control of a page that comes or goes.
+bool TabWidget::needsOtherRoom()
+{
+    const QWidget *const pages = currentWidget() ? currentWidget()->parentWidget() : this;
+    const Room room{bar_->sizeHint(), bar_->minimumSizeHint(), pages->sizeHint(), pages->minimumSizeHint()};
+    return std::exchange(room_, room) != room;
 }
 
 /// The stock tabs give their pages a place only when these are on the screen already: the page in front would be laid out for

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QSize>
 #include <QTabWidget>
+
+#include <array>
 
 namespace controls {
 
@@ -27,6 +30,12 @@ private:
     template <typename Handle>
     bool thenTell(Handle handle);
 
+    using Room = std::array<QSize, 4>;
+
+    /// Whether the bar or the pages ask for more or less room than when last asked.
+    bool needsOtherRoom();
+
+    Room room_;
     int inQt_ = 0;
     int chosen_ = -1; ///< not told yet
     Bar *bar_;        ///< last: its making is an event here already
