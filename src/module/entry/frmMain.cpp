@@ -11,6 +11,7 @@
 #include "money/OutstandingFlow.h"
 #include "money/ReceiptFlow.h"
 #include "platform/ado/Foresight.h"
+#include "platform/ado/Meanwhile.h"
 #include "platform/controls/Activity.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
@@ -288,8 +289,12 @@ void frmMain::paintEntryColors()
 
 bool frmMain::event(QEvent *event)
 {
-    if (event->type() == QEvent::UpdateRequest)
+    if (event->type() == QEvent::UpdateRequest) {
         controls::endLayouts();
+        // The names of the lines may take a way to the server and back, which nothing else waits for.
+        const ado::Meanwhile painted([&] { QMainWindow::event(event); });
+        detailPane_->tdbCustSaleDetails()->fetchInSight();
+    }
     return controls::handOnActivity(*this, *event, statisticsPane_) || QMainWindow::event(event);
 }
 

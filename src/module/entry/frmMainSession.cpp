@@ -8,6 +8,7 @@
 #include "entry/StatusLine.h"
 #include "money/LedgerPane.h"
 #include "platform/ado/Foresight.h"
+#include "platform/ado/Meanwhile.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Layouts.h"
 #include "platform/controls/MessageBox.h"
@@ -29,6 +30,7 @@
 #include "settings/modFormLocate.h"
 #include "statistics/StatisticsPane.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QPointer>
 #include <QScopeGuard>
@@ -272,6 +274,10 @@ bool frmMain::showProductsAnew()
         if (next.isOfUse()) // painted only when what was told is forgotten
             detailPane_->readNamesInSight();
     };
+    const ado::Meanwhile painted([this] {
+        QEvent now(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(this, &now);
+    });
     return stepByStep({[this] { saleListPane_->requerySaleProductLists(); }, showNames});
 }
 

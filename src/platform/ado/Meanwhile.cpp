@@ -30,6 +30,7 @@ void doMeanwhile()
         return;
     Meanwhile *const next = waiting.front();
     waiting.erase(waiting.begin());
+    const LetIn underWait;
     try {
         next->work_();
     } catch (...) {

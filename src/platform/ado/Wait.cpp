@@ -3,7 +3,6 @@
 #include "platform/ado/Waiting.h"
 
 #include <QElapsedTimer>
-#include <QScopedValueRollback>
 #include <QThread>
 
 #ifdef Q_OS_WIN
@@ -24,7 +23,7 @@ constexpr int calm = 1000;  ///< ms in which nothing is shown
 constexpr int oneLook = 40; ///< ms
 
 Patience *patience = nullptr;
-bool inPatience = false; ///< what runs was let in by it
+bool inWait = false; ///< what runs was let in
 int waits = 0;           ///< each within the one before
 enum class Stage { Calm, Shown, Still };
 Stage stage = Stage::Calm; ///< of the outermost
@@ -45,12 +44,22 @@ void setPatience(Patience *wanted)
 
 bool serverIsAwaited()
 {
-    return inPatience;
+    return inWait;
+}
+
+LetIn::LetIn()
+    : before_(std::exchange(inWait, true))
+{
+}
+
+LetIn::~LetIn()
+{
+    inWait = before_;
 }
 
 Wait::Wait()
     : outermost_(waits == 0)
-    , alive_(patience && !inPatience && (stage == Stage::Shown || patience->mayBegin()))
+    , alive_(patience && !inWait && (stage == Stage::Shown || patience->mayBegin()))
 {
     ++waits;
     if (outermost_)
@@ -77,7 +86,7 @@ bool Wait::goOn()
 {
     if (!alive_ || !patience || stage == Stage::Still || since.elapsed() < calm)
         return true;
-    const QScopedValueRollback letIn(inPatience, true);
+    const LetIn underWait;
     if (stage == Stage::Calm)
         stage = patience->begin() ? Stage::Shown : Stage::Still;
     return stage == Stage::Still || patience->goOn();

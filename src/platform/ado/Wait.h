@@ -28,6 +28,19 @@ private:
     const bool alive_;
 };
 
+/// What runs while it stands was let in under a wait.
+class LetIn
+{
+public:
+    LetIn();
+    ~LetIn();
+    LetIn(const LetIn &) = delete;
+    LetIn &operator=(const LetIn &) = delete;
+
+private:
+    const bool before_;
+};
+
 /// What is to be done while an answer travels: by whoever has sent a statement, before it looks for the answer.
 void doMeanwhile();
 

@@ -24,7 +24,7 @@ public:
 /// Null, as at the beginning: the program stands still.
 void setPatience(Patience *patience);
 
-/// Whether what runs now was let in by goOn(), under a statement that waits.
+/// Whether what runs now was let in under a statement that waits: by goOn(), or as the work of a Meanwhile.
 bool serverIsAwaited();
 
 } // namespace ado

@@ -79,6 +79,20 @@ ado::Recordset *RecordsetGrid::dataSource() const
     return d->recordset();
 }
 
+void RecordsetGrid::fetchInSight()
+{
+    if (!isVisible())
+        return;
+    for (int row = rowAt(0); row >= 0 && row < d->model.rowCount(); ++row) {
+        if (rowViewportPosition(row) >= viewport()->height())
+            break;
+        for (int column = 0; column < d->model.columnCount(); ++column) {
+            if (!isColumnHidden(column) && d->model.fetch(row, column))
+                viewport()->update();
+        }
+    }
+}
+
 void RecordsetGrid::Rebind()
 {
     const bool shownSelected = selectionModel()->hasSelection();

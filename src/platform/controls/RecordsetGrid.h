@@ -78,6 +78,8 @@ public:
     /// Text of an unbound cell, asked for visible rows only and kept until Rebind or a requery.
     using UnboundFetch = std::function<QString(const ado::Bookmark &row, int column)>;
     void setUnboundFetch(UnboundFetch fetch);
+    /// Fetches now what a painting would, so that all else can be painted while a server is waited for.
+    void fetchInSight();
     /// What a step of the user onto that row reads, with all that its handlers read: stands until they are through.
     using StepForesight = std::function<ado::Foresight(int row)>;
     void setStepForesight(StepForesight foresight);

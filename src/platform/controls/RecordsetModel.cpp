@@ -142,15 +142,25 @@ QString RecordsetModel::unboundText(int row, int column) const
 {
     if (!fetch_ || !recordset_ || !recordset_->isOpen())
         return {};
-    if (ado::serverIsAwaited() && !fetched_.contains({row, column}))
+    const std::pair cell(row, column);
+    if (const auto known = fetched_.find(cell); known != fetched_.end())
+        return known->second;
+    if (ado::serverIsAwaited())
         return {};
-    const auto [cell, missing] = fetched_.try_emplace({row, column}, unreadable);
-    if (missing) {
-        const QString text = fetch_(recordset_->bookmarkAt(row), column);
-        fetched_[{row, column}] = text;
-        return text;
+    try {
+        return fetched_.insert_or_assign(cell, fetch_(recordset_->bookmarkAt(row), column)).first->second;
+    } catch (...) {
+        fetched_.insert_or_assign(cell, unreadable);
+        throw;
     }
-    return cell->second;
+}
+
+bool RecordsetModel::fetch(int row, int column) const
+{
+    if (columns_[std::size_t(column)].kind != Kind::Unbound || fetched_.contains({row, column}))
+        return false;
+    index(row, column).data(Qt::DisplayRole);
+    return true;
 }
 
 QString RecordsetModel::shownText(int row, int column) const
