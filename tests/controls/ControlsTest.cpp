@@ -20,6 +20,8 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
@@ -357,6 +359,46 @@ TEST(TabWidget, ThePageInFrontIsLaidOutOnceForTheSizeThatItGets)
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     EXPECT_EQ(page->laidOutFor, QList{page->size()});
     EXPECT_GT(page->width(), 600);
+}
+
+TEST(TabWidget, WhatComesAndGoesOnAPageHasNothingElsePaintedAnew)
+{
+    struct Still : QWidget
+    {
+        int painted = 0;
+        void paintEvent(QPaintEvent *) override { ++painted; }
+    };
+    controls::TabWidget tabs;
+    auto *page = new QWidget;
+    auto *still = new Still;
+    auto *button = new QPushButton(QStringLiteral("저장"));
+    QSizePolicy policy = button->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    button->setSizePolicy(policy);
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(still, 1);
+    layout->addWidget(button);
+    tabs.addTab(page, QStringLiteral("판매"));
+    tabs.resize(640, 480);
+    tabs.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&tabs));
+    const auto paintedBy = [&](auto &&change) {
+        QApplication::processEvents();
+        still->painted = 0;
+        change();
+        QApplication::processEvents();
+        return still->painted;
+    };
+    paintedBy([&] { button->hide(), button->show(); }); // the first one learns what the page asks for
+    EXPECT_EQ(paintedBy([&] { button->hide(); }), 0);
+    EXPECT_EQ(paintedBy([&] { button->show(); }), 0);
+
+    const int narrow = tabs.tabBar()->width();
+    tabs.setTabText(0, QStringLiteral("[홍길동]님의 판매관리"));
+    paintedBy([&] { page->setMinimumHeight(900); });
+    EXPECT_GT(tabs.tabBar()->width(), narrow);
+    EXPECT_GE(tabs.minimumSizeHint().height(), 900);
+    EXPECT_GE(page->height(), 900);
 }
 
 TEST(Names, AScreenReaderHearsTheCaptionWithoutItsMark)

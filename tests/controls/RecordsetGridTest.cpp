@@ -1,3 +1,4 @@
+#include "platform/ado/Wait.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/runtime/RuntimeError.h"
 #include "tests/controls/GridDesk.h"
@@ -193,6 +194,34 @@ TEST_F(BoundGrid, ManyRowsShowWithoutBeingRead)
     const QPoint divider(header.sectionViewportPosition(4) + header.sectionSize(4) - 1, header.height() / 2);
     QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, divider);
     EXPECT_LE(fetches, 2 * shownRows) << "typed letters, a column fitted to its contents";
+}
+
+TEST_F(BoundGrid, FetchesBeforeItIsPaintedWhatIsInSight)
+{
+    makeOrders(500);
+    open();
+    int fetches = 0;
+    std::string meanwhile = "not asked";
+    grid_.setUnboundFetch([&](const ado::Bookmark &, int) {
+        const ado::LetIn underWait;
+        if (fetches == 0)
+            meanwhile = shown(0, 4);
+        return QString::number(++fetches);
+    });
+    grid_.fetchInSight();
+    EXPECT_EQ(fetches, 0) << "is not on the screen";
+    {
+        const ado::LetIn underWait;
+        show();
+        grid_.grab();
+        EXPECT_EQ(shown(0, 4), "");
+    }
+    grid_.fetchInSight();
+    EXPECT_EQ(fetches, (grid_.viewport()->height() + grid_.rowHeight(0) - 1) / grid_.rowHeight(0));
+    EXPECT_EQ(meanwhile, "") << "while it is fetched";
+    const int fetched = fetches;
+    grid_.grab();
+    EXPECT_EQ(fetches, fetched);
 }
 
 TEST_F(BoundGrid, AFetchThatFailsShowsInItsCellAndIsNotRepeatedWhilePainting)

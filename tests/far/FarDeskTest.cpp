@@ -1,7 +1,10 @@
+#include "bench/SaleWindow.h"
 #include "bench/far/Measure.h"
+#include "platform/ado/Waiting.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/registry/AppSettings.h"
 
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -29,17 +32,48 @@ const std::map<std::string, int> waits{
     {"back to the sale", 1},
 };
 
+class FarDesk : public testing::Test
+{
+protected:
+    FarDesk()
+    {
+        registry::setStoreFolder(settings_.path());
+        controls::setMessageHandler([](const QString &text, int flags, const QString &, const QString &) {
+            EXPECT_TRUE(flags & 0xF) << qPrintable(text);
+            return flags & 0xF ? controls::Answer::Yes : controls::Answer::Confirm;
+        });
+    }
+    ~FarDesk() override
+    {
+        controls::setMessageHandler({});
+        registry::setStoreFolder(QString());
+    }
+
+    bench::Place place{sample::Size::Small};
+
+private:
+    QTemporaryDir settings_;
+};
+
+/// Whether the widget is painted while a server is waited for.
+class WaitWatch : public QObject
+{
+public:
+    explicit WaitWatch(QWidget &widget) { widget.installEventFilter(this); }
+    int paintedUnderWait = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        paintedUnderWait += event->type() == QEvent::Paint && ado::serverIsAwaited();
+        return false;
+    }
+};
+
 } // namespace
 
-TEST(FarDesk, IsWaitedForNoOftenerThanItWas)
+TEST_F(FarDesk, IsWaitedForNoOftenerThanItWas)
 {
-    const QTemporaryDir settings;
-    registry::setStoreFolder(settings.path());
-    controls::setMessageHandler([](const QString &text, int flags, const QString &, const QString &) {
-        EXPECT_TRUE(flags & 0xF) << qPrintable(text);
-        return flags & 0xF ? controls::Answer::Yes : controls::Answer::Confirm;
-    });
-    bench::Place place(sample::Size::Small);
     const std::vector<bench::Action> actions = bench::measure(place, 4);
     EXPECT_EQ(actions.size(), waits.size());
     for (const bench::Action &action : actions) {
@@ -51,6 +85,23 @@ TEST(FarDesk, IsWaitedForNoOftenerThanItWas)
             told += statement + '\n';
         EXPECT_LE(fastest.traffic.waits, waits.at(action.what)) << action.what << '\n' << told;
     }
-    controls::setMessageHandler({});
-    registry::setStoreFolder(QString());
+}
+
+TEST_F(FarDesk, PaintsAllElseWhileTheNamesOfTheLinesTravel)
+{
+    bench::SaleWindow window(ado::Connection::open(place.far()));
+    window.open(place.patient(0));
+    const controls::RecordsetGrid &lines = window.grid("tdbCustSaleDetails");
+    WaitWatch ledger(*window.grid("tdbCustTranManage").viewport());
+    controls::RecordsetGrid &orders = window.grid("tdbCustSaleMaster");
+    orders.setFocus();
+    QTest::keyClick(&orders, Qt::Key_Home);
+    bench::untilPainted();
+    EXPECT_EQ(ledger.paintedUnderWait, 1);
+    int names = 0;
+    for (std::size_t column = 0; column < lines.columns().size(); ++column) {
+        if (lines.columns()[column].kind == controls::GridColumn::Kind::Unbound)
+            names += !lines.model()->index(0, int(column)).data().toString().isEmpty();
+    }
+    EXPECT_EQ(names, 1);
 }
