@@ -8,7 +8,6 @@
 #include "entry/StatusLine.h"
 #include "money/LedgerPane.h"
 #include "platform/ado/Foresight.h"
-#include "platform/ado/Meanwhile.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Layouts.h"
 #include "platform/controls/MessageBox.h"
@@ -30,7 +29,6 @@
 #include "settings/modFormLocate.h"
 #include "statistics/StatisticsPane.h"
 
-#include <QCoreApplication>
 #include <QHash>
 #include <QPointer>
 #include <QScopeGuard>
@@ -274,10 +272,6 @@ bool frmMain::showProductsAnew()
         if (next.isOfUse()) // painted only when what was told is forgotten
             detailPane_->readNamesInSight();
     };
-    const ado::Meanwhile painted([this] {
-        QEvent now(QEvent::UpdateRequest);
-        QCoreApplication::sendEvent(this, &now);
-    });
     return stepByStep({[this] { saleListPane_->requerySaleProductLists(); }, showNames});
 }
 
