@@ -16,6 +16,16 @@ class BoundGrid : public GridDesk
 {
 };
 
+struct Paintings : QObject
+{
+    int seen = 0;
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        seen += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
 } // namespace
 
 TEST_F(BoundGrid, CellsShowWhatTheRecordsetHoldsByTheirKind)
@@ -215,6 +225,12 @@ TEST_F(BoundGrid, FetchesBeforeItIsPaintedWhatIsInSight)
         show();
         grid_.grab();
         EXPECT_EQ(shown(0, 4), "");
+        QApplication::processEvents();
+        Paintings paintings;
+        grid_.viewport()->installEventFilter(&paintings);
+        grid_.fetchInSight();
+        QApplication::processEvents();
+        EXPECT_EQ(paintings.seen, 0) << "for as long as the server is awaited";
     }
     grid_.fetchInSight();
     EXPECT_EQ(fetches, (grid_.viewport()->height() + grid_.rowHeight(0) - 1) / grid_.rowHeight(0));

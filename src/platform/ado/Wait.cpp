@@ -24,7 +24,7 @@ constexpr int oneLook = 40; ///< ms
 
 Patience *patience = nullptr;
 bool inWait = false; ///< what runs was let in
-int waits = 0;           ///< each within the one before
+int waits = 0;       ///< each within the one before
 enum class Stage { Calm, Shown, Still };
 Stage stage = Stage::Calm; ///< of the outermost
 QElapsedTimer since;

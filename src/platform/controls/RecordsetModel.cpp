@@ -160,7 +160,7 @@ bool RecordsetModel::fetch(int row, int column) const
     if (columns_[std::size_t(column)].kind != Kind::Unbound || fetched_.contains({row, column}))
         return false;
     index(row, column).data(Qt::DisplayRole);
-    return true;
+    return fetched_.contains({row, column}); // not while a server is awaited
 }
 
 QString RecordsetModel::shownText(int row, int column) const

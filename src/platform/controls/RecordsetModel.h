@@ -36,7 +36,7 @@ public:
     void reread();
     void rowRemoved(int row);
     void rowRead(int row);
-    /// Fetches an unbound cell that is not known. False: nothing was to be fetched.
+    /// Fetches an unbound cell that is not known. False: nothing was fetched.
     bool fetch(int row, int column) const;
     /// The row that bears the mark of the current one, -1 for none; returns the row before. Whoever shows the heads paints both.
     int setMarkedRow(int row);
