@@ -294,6 +294,8 @@ bool frmMain::event(QEvent *event)
         // The names of the lines may take a way to the server and back, which nothing else waits for.
         const ado::Meanwhile painted([&] { QMainWindow::event(event); });
         detailPane_->tdbCustSaleDetails()->fetchInSight();
+        for (controls::RecordsetGrid *grid : layoutGrids())
+            grid->paintLeftOut();
     }
     return controls::handOnActivity(*this, *event, statisticsPane_) || QMainWindow::event(event);
 }

@@ -1,5 +1,6 @@
 #include "platform/controls/RecordsetGrid.h"
 
+#include "platform/ado/Waiting.h"
 #include "platform/controls/Appearance.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/GridSpoken.h"
@@ -87,10 +88,16 @@ void RecordsetGrid::fetchInSight()
         if (rowViewportPosition(row) >= viewport()->height())
             break;
         for (int column = 0; column < d->model.columnCount(); ++column) {
-            if (!isColumnHidden(column) && d->model.fetch(row, column))
-                viewport()->update();
+            if (!isColumnHidden(column))
+                d->model.fetch(row, column);
         }
     }
+}
+
+void RecordsetGrid::paintLeftOut()
+{
+    if (!ado::serverIsAwaited() && d->model.wasLeftOut())
+        viewport()->update();
 }
 
 void RecordsetGrid::Rebind()

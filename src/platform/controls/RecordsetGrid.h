@@ -80,6 +80,8 @@ public:
     void setUnboundFetch(UnboundFetch fetch);
     /// Fetches now what a painting would, so that all else can be painted while a server is waited for.
     void fetchInSight();
+    /// Has painted what a painting under a wait had to leave out.
+    void paintLeftOut();
     /// What a step of the user onto that row reads, with all that its handlers read: stands until they are through.
     using StepForesight = std::function<ado::Foresight(int row)>;
     void setStepForesight(StepForesight foresight);

@@ -145,8 +145,10 @@ QString RecordsetModel::unboundText(int row, int column) const
     const std::pair cell(row, column);
     if (const auto known = fetched_.find(cell); known != fetched_.end())
         return known->second;
-    if (ado::serverIsAwaited())
+    if (ado::serverIsAwaited()) {
+        leftOut_ = true;
         return {};
+    }
     try {
         return fetched_.insert_or_assign(cell, fetch_(recordset_->bookmarkAt(row), column)).first->second;
     } catch (...) {
@@ -155,12 +157,10 @@ QString RecordsetModel::unboundText(int row, int column) const
     }
 }
 
-bool RecordsetModel::fetch(int row, int column) const
+void RecordsetModel::fetch(int row, int column) const
 {
-    if (columns_[std::size_t(column)].kind != Kind::Unbound || fetched_.contains({row, column}))
-        return false;
-    index(row, column).data(Qt::DisplayRole);
-    return fetched_.contains({row, column}); // not while a server is awaited
+    if (columns_[std::size_t(column)].kind == Kind::Unbound && !fetched_.contains({row, column}))
+        index(row, column).data(Qt::DisplayRole);
 }
 
 QString RecordsetModel::shownText(int row, int column) const
@@ -222,8 +222,10 @@ QVariant RecordsetModel::data(const QModelIndex &index, int role) const
             return {};
         }
     } catch (const std::exception &) { // none may leave a painting
-        if (ado::serverIsAwaited())    // it is painted again when the server has answered
+        if (ado::serverIsAwaited()) {  // it is painted again when the server has answered
+            leftOut_ = true;
             return {};
+        }
         if (toLogNoMore_.insert(row).second)
             runtime::trapped();
         return role == Qt::DisplayRole || role == Qt::AccessibleTextRole ? QVariant(unreadable) : QVariant();

@@ -36,8 +36,10 @@ public:
     void reread();
     void rowRemoved(int row);
     void rowRead(int row);
-    /// Fetches an unbound cell that is not known. False: nothing was fetched.
-    bool fetch(int row, int column) const;
+    /// Fetches an unbound cell that is not known.
+    void fetch(int row, int column) const;
+    /// Whether a cell was asked for, since this was, that could not be read because a server was awaited.
+    bool wasLeftOut() const { return std::exchange(leftOut_, false); }
     /// The row that bears the mark of the current one, -1 for none; returns the row before. Whoever shows the heads paints both.
     int setMarkedRow(int row);
     /// Ascending; they lose their marks when rows come anew or go.
@@ -63,6 +65,7 @@ private:
     RecordsetGrid::UnboundFetch fetch_;
     mutable std::map<std::pair<int, int>, QString> fetched_;
     mutable std::set<int> toLogNoMore_; ///< unreadable rows: they are painted again and again
+    mutable bool leftOut_ = false;
     int rows_ = 0;
     int markedRow_ = -1;
     std::vector<int> found_;
