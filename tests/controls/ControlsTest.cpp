@@ -296,6 +296,7 @@ TEST(Palette, EachTextIsReadableOnEachGroundThatItMeets)
         }
         for (std::size_t series = 0; series < seriesCount; ++series)
             EXPECT_GE(contrast(seriesColor(series), colors(Ground::Field).back), 3) << series;
+        EXPECT_GE(contrast(scrollHandle(), colors(Ground::Face).back), 3);
         for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
             EXPECT_GE(contrast(desk.color(group, QPalette::Link), desk.color(group, QPalette::Window)), 4.5);
     }

@@ -1,6 +1,7 @@
 #include "platform/controls/DeskStyle.h"
 
 #include "platform/controls/Palette.h"
+#include "platform/controls/ScrollBarDrawing.h"
 
 #include <QAbstractScrollArea>
 #include <QGroupBox>
@@ -130,6 +131,9 @@ void DeskStyle::drawControl(ControlElement element, const QStyleOption *option, 
 void DeskStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                                    const QWidget *widget) const
 {
+    const auto *bar = control == CC_ScrollBar ? qstyleoption_cast<const QStyleOptionSlider *>(option) : nullptr;
+    if (bar)
+        return drawScrollBar(painter, *this, *bar, widget);
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if ((control == CC_ComboBox || control == CC_SpinBox) && hasFocus(option))
         drawFocusFrame(painter, option->rect, option->palette.color(QPalette::Base));

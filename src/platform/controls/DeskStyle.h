@@ -4,7 +4,8 @@
 
 namespace controls {
 
-/// The style of a whole program: Fusion, what has the focus in a frame of two pixels, and no shading under texts.
+/// The style of a whole program: Fusion, what has the focus in a frame of two pixels, no shading under texts, and flat
+/// scroll bars.
 class DeskStyle : public QProxyStyle
 {
     Q_OBJECT

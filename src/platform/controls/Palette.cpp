@@ -71,6 +71,7 @@ constexpr std::array<Both, seriesCount> series{{
 constexpr Both disabled{0x8C8C8C, 0x85888E};
 constexpr Both scale{0xE4E7EB, 0x3A3D42};
 constexpr Both group{0xD2D2D2, 0x45484D};
+constexpr Both handle{0x868686, 0x7E8288};
 constexpr Both focus{0x0B4F8A, 0x7CC0FF};
 constexpr Both link{0x0B5CAD, 0x8AC4FF};
 
@@ -130,6 +131,11 @@ QColor focusFrame(const QColor &back)
 QColor groupLine(Scheme of)
 {
     return QColor(group.of(of));
+}
+
+QColor scrollHandle(Scheme of)
+{
+    return QColor(handle.of(of));
 }
 
 QColor chartScale(Scheme of)

@@ -56,6 +56,8 @@ QColor disabledText(Scheme of = scheme());
 QColor focusFrame(const QColor &back);
 /// The line about controls that belong together.
 QColor groupLine(Scheme of = scheme());
+/// The handle of a scroll bar, at 3 : 1 on a face.
+QColor scrollHandle(Scheme of = scheme());
 /// Lines of a chart's scale.
 QColor chartScale(Scheme of = scheme());
 /// Series of a chart, at 3 : 1 on a field; they come again after the last one.
