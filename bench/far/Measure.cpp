@@ -63,10 +63,10 @@ void measureWindow(Place &place, Actions &actions, int round)
 {
     const ado::ConnectionPtr connection = ado::Connection::open(place.far());
     SaleWindow window(connection);
+    const desk::Patient first = place.patient(2 * round), patient = place.patient(2 * round + 1);
     add(actions, "open a patient, first of the day", 2,
         "tables, the link to a head office and the lists; the first order",
-        measured(place.wire(), [&] { window.open(place.patient(2 * round)); }));
-    const desk::Patient patient = place.patient(2 * round + 1);
+        measured(place.wire(), [&] { window.open(first); }));
     add(actions, "open another patient", 2, "the link to a head office and the lists; the first order",
         measured(place.wire(), [&] { window.open(patient); }));
     for (const Deed &deed : deeds()) {
