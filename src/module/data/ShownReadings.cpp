@@ -38,6 +38,19 @@ void shownReadings::tellOrderAt(ado::Foresight &next, const ado::Recordset &orde
     tellOrder(next, lngCustPK, orders.bookmarkAt(row).toInt());
 }
 
+void shownReadings::sendFirstOrder(ado::Foresight &next, qint32 lngCustPK)
+{
+    const std::vector<qint32> orders = next.keysThatCame(clsSQL().getOrderMasterSQL(lngCustPK));
+    if (orders.empty())
+        return;
+    const qint32 newest = std::ranges::max(orders);
+    tellOrder(next, lngCustPK, newest);
+    tellLines(next, -1);
+    tellLedger(next, -1, -1);
+    tellBalance(next, lngCustPK, newest);
+    next.send();
+}
+
 void shownReadings::tellOrders(ado::Foresight &next, const ado::Recordset &orders, qint32 lngCustPK)
 {
     if (!next.isOfUse() || !orders.isOpen())

@@ -95,6 +95,8 @@ private:
     /// Each may open a box, under which the window may go; then those that follow are left out, and it is false.
     bool stepByStep(std::initializer_list<std::function<void()>> steps);
     void openSaleRecordsets();
+    static void tellSaleLists(ado::Foresight &next, qint32 lngCustPK);
+    void sendFirstOrder() const;
     void tellLinesAndLedger(ado::Foresight &next, qint32 lngCustPK, qint32 lngOrdMPK) const;
     void showLinesAndLedger(qint32 lngOrdMPK);
     void showNoOrder();

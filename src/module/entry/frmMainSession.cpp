@@ -182,8 +182,21 @@ void frmMain::readAllAnew()
 void frmMain::tellSale(ado::Foresight &next, qint32 lngCustPK)
 {
     restoreMark::tell(next);
+    tellSaleLists(next, lngCustPK);
+}
+
+void frmMain::tellSaleLists(ado::Foresight &next, qint32 lngCustPK)
+{
     SaleListPane::tellSaleProductLists(next);
     next.open(clsSQL().getOrderMasterSQL(lngCustPK), ado::CursorType::Keyset);
+}
+
+/// It travels while the products are put in order.
+void frmMain::sendFirstOrder() const
+{
+    ado::Foresight next(gcnnMasterDB);
+    tellSaleLists(next, session_.customer.lngCustPK);
+    shownReadings::sendFirstOrder(next, session_.customer.lngCustPK);
 }
 
 void frmMain::openSaleRecordsets()
@@ -196,6 +209,7 @@ void frmMain::openSaleRecordsets()
             self->opensSale_ = false;
     });
     watchForRestore();
+    sendFirstOrder();
     const auto makeLines = [this] {
         detailPane_->createCustSaleDetails();
         ledgerPane_->createCustTranManage();

@@ -78,6 +78,11 @@ public:
     virtual void foresee(std::span<const Command> /*selects*/) {}
     /// Those that are to come behind each commit, until others are told.
     virtual void foreseeBehindCommit(std::span<const Command> /*selects*/) {}
+    /// Asks for what is to come next without waiting for it: its answers are taken when the first of it is asked for. Where
+    /// that cannot be, it goes as ever.
+    virtual void sendForeseen() {}
+    /// What has come for it, which stays.
+    virtual std::optional<CellTable> cameFor(const Command &) const { return std::nullopt; }
     /// Whether this one is to come next.
     virtual bool isForeseen(const Command &) const { return false; }
     virtual bool looksAhead() const { return false; }

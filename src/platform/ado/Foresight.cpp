@@ -81,6 +81,24 @@ Foresight &Foresight::read(const QString &statement)
     return *this;
 }
 
+void Foresight::send()
+{
+    if (d && d->behind == Behind::Statement)
+        d->driver.sendForeseen();
+}
+
+std::vector<qint32> Foresight::keysThatCame(const QString &source) const
+{
+    const SelectShape shape(source, d ? d->driver.dialect() : Dialect::SQLite);
+    const std::optional<CellTable> came =
+        d && !shape.key().isEmpty() ? d->driver.cameFor(RowStore::readings(d->driver, shape, true).front())
+                                    : std::nullopt;
+    std::vector<qint32> keys;
+    for (int row = 0; came && row < came->rowCount(); ++row)
+        keys.push_back(came->value(row, 0).toInt());
+    return keys;
+}
+
 void Foresight::add(const std::vector<Command> &readings)
 {
     d->next.insert(d->next.end(), readings.begin(), readings.end());

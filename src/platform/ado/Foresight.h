@@ -32,6 +32,11 @@ public:
     Foresight &hold(const QString &table, const QString &key, qint32 value, const QString &also = {});
     /// As Connection::read will be called.
     Foresight &read(const QString &statement);
+    /// Asks for what is told and has not come, and waits for it no sooner than it is read: what is done before that is done
+    /// while it travels.
+    void send();
+    /// Keys of the rows of a list that has come and was not opened yet, as they came; empty where it has not.
+    std::vector<qint32> keysThatCame(const QString &source) const;
 
 private:
     void add(const std::vector<Command> &readings);

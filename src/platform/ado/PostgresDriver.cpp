@@ -91,6 +91,7 @@ void PostgresDriver::settle()
 
 void *PostgresDriver::handle()
 {
+    takeWhatIsOnTheWay();
     settle();
     return session();
 }
@@ -116,6 +117,7 @@ void PostgresDriver::closeSession()
     ahead_.clear();
     foreseen_.clear();
     expected_.clear();
+    onTheWay_.clear();
     earlyCommit_.reset();
     commitsBehindNext_ = settled_ = false;
 }
@@ -199,6 +201,8 @@ void PostgresDriver::keepForeseen(std::vector<Command> selects, std::span<Result
 
 PostgresDriver::Result PostgresDriver::select(const Command &select, const Guard *guard)
 {
+    if (foreseenPlace(select) < std::ssize(foreseen_) && foreseen_[std::size_t(foreseenPlace(select))].onTheWay)
+        takeWhatIsOnTheWay();
     if (foreseen_.empty() || !isForeseen(select))
         return run(select, guard);
     const auto found = foreseen_.begin() + foreseenPlace(select);
@@ -232,6 +236,14 @@ std::ptrdiff_t PostgresDriver::foreseenPlace(const Command &select) const
 {
     const auto isIt = [&](const Foreseen &one) { return isSame(one.select, select); };
     return std::ranges::find_if(foreseen_, isIt) - foreseen_.begin();
+}
+
+std::optional<CellTable> PostgresDriver::cameFor(const Command &select) const
+{
+    if (foreseen_.empty() || !isForeseen(select))
+        return std::nullopt;
+    const Result &rows = foreseen_[std::size_t(foreseenPlace(select))].rows;
+    return rows && isDone(rows.get()) ? std::optional(rowsOf(rows, select)) : std::nullopt;
 }
 
 bool PostgresDriver::isFresh() const
@@ -364,8 +376,8 @@ void PostgresDriver::rollback()
 bool PostgresDriver::holdsTransaction() const
 {
     const PGTransactionStatusType status = PQtransactionStatus(session());
-    return !ahead_.empty() || earlyCommit_ || status == PQTRANS_INTRANS || status == PQTRANS_INERROR
-           || status == PQTRANS_ACTIVE;
+    const bool known = status == PQTRANS_INTRANS || status == PQTRANS_INERROR || status == PQTRANS_ACTIVE;
+    return !ahead_.empty() || earlyCommit_ || (known && onTheWay_.empty());
 }
 
 bool PostgresDriver::alive(Asking)

@@ -39,6 +39,8 @@ public:
     {
         behindCommit_.assign(selects.begin(), selects.end());
     }
+    void sendForeseen() override;
+    std::optional<CellTable> cameFor(const Command &select) const override;
     bool isForeseen(const Command &select) const override;
     bool looksAhead() const override { return true; }
     /// Sent with the first statement, for each answer that is waited for costs the way to the server and back.
@@ -71,6 +73,7 @@ private:
     {
         Command select;
         Result rows;
+        bool onTheWay = false; ///< sent, and nobody waits for it yet
     };
 
     Result run(const Command &statement, const Guard *guard = nullptr);
@@ -88,6 +91,11 @@ private:
     std::vector<Results> exchangeAll(std::span<const Bundle> bundles);
     void requireSettled(const Results &settings);
     std::vector<Results> exchangeInOneGo(std::span<const Bundle> bundles);
+    /// How many statements of each bundle; a pipeline has been entered.
+    std::vector<std::size_t> sendInOneGo(std::span<const Bundle> bundles);
+    std::vector<Results> answersInOneGo(std::span<const std::size_t> sent);
+    void leavePipeline();
+    void takeWhatIsOnTheWay();
     Results oneAfterTheOther(const Bundle &bundle);
     bool send(const Command &statement);
     /// The answer to what was sent; null where the session is lost, or nobody waits for it any longer.
@@ -118,6 +126,7 @@ private:
     std::vector<Command> behindCommit_;
     std::deque<Foreseen> foreseen_; ///< came behind the last
     QElapsedTimer foreseenAt_;
+    std::vector<std::size_t> onTheWay_; ///< of what was sent and is not waited for yet, outside of any transaction
     bool commitsBehindNext_ = false;
     Result earlyCommit_;   ///< the server's answer to a commit that was sent with the last statement before it
     bool settled_ = false; ///< nothing of the present transaction changes how a literal is read

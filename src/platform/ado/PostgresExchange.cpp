@@ -26,6 +26,7 @@ std::vector<PostgresDriver::Results> PostgresDriver::exchange(std::span<const Bu
 {
     if (awaited_)
         refuseWhileAwaited();
+    takeWhatIsOnTheWay();
     const QScopedValueRollback underWay(awaited_, true);
     unsent_.clear();
     if (settings_.empty())
@@ -54,8 +55,7 @@ std::vector<PostgresDriver::Results> PostgresDriver::exchangeAll(std::span<const
     std::vector<Results> results;
     if ((bundles.size() > 1 || bundles[0].size() > 1) && PQenterPipelineMode(session())) {
         results = exchangeInOneGo(bundles);
-        if (!PQexitPipelineMode(session()) && !isLent())
-            closeSession();
+        leavePipeline();
     } else {
         results.push_back(oneAfterTheOther(bundles[0]));
     }
@@ -66,6 +66,11 @@ std::vector<PostgresDriver::Results> PostgresDriver::exchangeAll(std::span<const
 
 std::vector<PostgresDriver::Results> PostgresDriver::exchangeInOneGo(std::span<const Bundle> bundles)
 {
+    return answersInOneGo(sendInOneGo(bundles));
+}
+
+std::vector<std::size_t> PostgresDriver::sendInOneGo(std::span<const Bundle> bundles)
+{
     std::vector<std::size_t> sent;
     for (const Bundle &bundle : bundles) {
         const auto unsent = std::ranges::find_if_not(bundle, [this](const Command &one) { return send(one); });
@@ -73,12 +78,59 @@ std::vector<PostgresDriver::Results> PostgresDriver::exchangeInOneGo(std::span<c
         if (!PQpipelineSync(session()) || unsent != bundle.end())
             break;
     }
+    return sent;
+}
+
+std::vector<PostgresDriver::Results> PostgresDriver::answersInOneGo(std::span<const std::size_t> sent)
+{
     Wait wait;
     bool awaits = true;
     std::vector<Results> results;
     for (const std::size_t count : sent)
         results.push_back(answers(count, wait, awaits));
     return results;
+}
+
+void PostgresDriver::sendForeseen()
+{
+    // In a host's session the next statement may be its own.
+    const bool mayGo = !isLent() && !awaited_ && onTheWay_.empty() && settings_.empty() && session();
+    if (!mayGo || holdsTransaction())
+        return;
+    std::vector<Command> next = sendable(std::exchange(expected_, {}), readsAsTheLayer());
+    if (next.empty() || !PQenterPipelineMode(session()))
+        return;
+    std::vector<Bundle> bundles;
+    for (const Command &one : next)
+        bundles.push_back({one});
+    onTheWay_ = sendInOneGo(bundles);
+    for (Command &one : next)
+        foreseen_.push_back({std::move(one), nullptr, true});
+    foreseenAt_.start();
+}
+
+/// What was forgotten meanwhile is heard and left.
+void PostgresDriver::takeWhatIsOnTheWay()
+{
+    if (onTheWay_.empty())
+        return;
+    const QScopedValueRollback underWay(awaited_, true);
+    std::vector<Results> results = answersInOneGo(std::exchange(onTheWay_, {}));
+    leavePipeline();
+    const auto first = std::ranges::find_if(foreseen_, &Foreseen::onTheWay);
+    std::vector<Command> selects;
+    std::ranges::transform(first, foreseen_.end(), std::back_inserter(selects), &Foreseen::select);
+    foreseen_.erase(first, foreseen_.end());
+    results.resize(std::min(results.size(), selects.size()));
+    for (Results &one : results)
+        one.resize(1);
+    keepForeseen(std::move(selects), results, nullptr);
+}
+
+void PostgresDriver::leavePipeline()
+{
+    if (!PQexitPipelineMode(session()) && !isLent())
+        closeSession();
 }
 
 PostgresDriver::Results PostgresDriver::oneAfterTheOther(const Bundle &bundle)
