@@ -8,6 +8,7 @@
 #include "entry/StatusLine.h"
 #include "money/LedgerPane.h"
 #include "platform/ado/Foresight.h"
+#include "platform/ado/Meanwhile.h"
 #include "platform/controls/EventEdge.h"
 #include "platform/controls/Layouts.h"
 #include "platform/controls/MessageBox.h"
@@ -210,6 +211,11 @@ void frmMain::openSaleRecordsets()
     });
     watchForRestore();
     sendFirstOrder();
+    // What a window's first painting makes ready stays, and where the server is far away there is time for one that is not seen.
+    const ado::Meanwhile drawn([self = QPointer<frmMain>(this)] {
+        if (self && !self->isVisible() && gcnnMasterDB->isFar())
+            self->grab();
+    });
     const auto makeLines = [this] {
         detailPane_->createCustSaleDetails();
         ledgerPane_->createCustTranManage();

@@ -122,6 +122,8 @@ public:
     int reopenings() const { return reopenings_; }
     /// Whether one of its statements, or its dialling, is being waited for by what lets something else run meanwhile.
     virtual bool isAwaited() const { return false; }
+    /// Whether its answers take so long, all of the session, that something can be done meanwhile which is of little use.
+    virtual bool isFar() const { return false; }
     /// A session that stood is gone.
     [[noreturn]] static void sessionLost(runtime::Place raised = runtime::Place::here());
     /// Another statement of the same connection waits.

@@ -58,7 +58,10 @@ void PostgresDriver::openSession()
         connectionLost(QStringLiteral("주소의 ? 뒤에 모르는 옵션이 있습니다. 옵션의 이름을 확인하십시오."));
     {
         const QScopedValueRollback underWay(awaited_, true);
+        QElapsedTimer dialling;
+        dialling.start();
         handle_ = dial(asked());
+        quickest_ = dialling.elapsed();
     }
     ending_ = false;
     if (PQstatus(handle_) != CONNECTION_OK) {
@@ -363,6 +366,12 @@ PostgresDriver::Results PostgresDriver::commitWith(Bundle work)
     settled_ = false;
     keepForeseen(std::move(next), std::span(results).subspan(1), nullptr);
     return std::move(results[0]);
+}
+
+bool PostgresDriver::isFar() const
+{
+    constexpr qint64 late = 10;
+    return quickest_ >= late;
 }
 
 void PostgresDriver::rollback()

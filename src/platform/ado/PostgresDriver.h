@@ -52,6 +52,7 @@ public:
     bool needsSavepoints() const override { return true; }
     bool alive(Asking asking) override;
     bool isAwaited() const override { return awaited_; }
+    bool isFar() const override;
 
 protected:
     void openSession() override;
@@ -89,6 +90,7 @@ private:
     /// session is not free for more. The answers of the bundles that were sent. A new session's settings go along.
     std::vector<Results> exchange(std::span<const Bundle> bundles);
     std::vector<Results> exchangeAll(std::span<const Bundle> bundles);
+    void waited(qint64 milliseconds);
     void requireSettled(const Results &settings);
     std::vector<Results> exchangeInOneGo(std::span<const Bundle> bundles);
     /// How many statements of each bundle; a pipeline has been entered.
@@ -127,6 +129,7 @@ private:
     std::deque<Foreseen> foreseen_; ///< came behind the last
     QElapsedTimer foreseenAt_;
     std::vector<std::size_t> onTheWay_; ///< of what was sent and is not waited for yet, outside of any transaction
+    qint64 quickest_ = -1; ///< of the session's waits, in milliseconds; its dialling is the first
     bool commitsBehindNext_ = false;
     Result earlyCommit_;   ///< the server's answer to a commit that was sent with the last statement before it
     bool settled_ = false; ///< nothing of the present transaction changes how a literal is read

@@ -50,8 +50,15 @@ void PostgresDriver::requireSettled(const Results &settings)
     ended.dismiss();
 }
 
+void PostgresDriver::waited(qint64 milliseconds)
+{
+    quickest_ = quickest_ < 0 ? milliseconds : std::min(quickest_, milliseconds);
+}
+
 std::vector<PostgresDriver::Results> PostgresDriver::exchangeAll(std::span<const Bundle> bundles)
 {
+    QElapsedTimer wait;
+    wait.start();
     std::vector<Results> results;
     if ((bundles.size() > 1 || bundles[0].size() > 1) && PQenterPipelineMode(session())) {
         results = exchangeInOneGo(bundles);
@@ -59,6 +66,7 @@ std::vector<PostgresDriver::Results> PostgresDriver::exchangeAll(std::span<const
     } else {
         results.push_back(oneAfterTheOther(bundles[0]));
     }
+    waited(wait.elapsed());
     for (std::size_t at = 0; at < results.size(); ++at)
         results[at].resize(bundles[at].size());
     return results;
