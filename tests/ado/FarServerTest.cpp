@@ -323,6 +323,62 @@ TEST_P(FarServer, AnswersWhatCameInAnyOrder)
     EXPECT_EQ(valueOf(goods), "3") << "each once";
 }
 
+/// What is done before it is read is done while it travels; whatever else is sent first hears it and leaves it.
+TEST_P(FarServer, AsksForWhatIsToldAndWaitsForItNoSoonerThanItIsRead)
+{
+    Sent sent(desk);
+    const struct
+    {
+        const char *what;
+        std::function<void()> between;
+        const char *sent;
+        const char *seen;
+    } cases[] = {
+        {"nothing", [] {}, "", "2"},
+        {"a statement of this desk", [&] { addElsewhere(), desk->read(QStringLiteral("SELECT 1")); },
+         "SELECT 1 | SELECT COUNT(*) | SELECT SUM(PM_UnitPrice)", "3"},
+        {"a transaction", [&] { desk->BeginTrans(), add(), desk->RollbackTrans(); },
+         "BEGIN; SAVEPOINT statement; INSERT INTO; RELEASE SAVEPOINT | ROLLBACK | SELECT COUNT(*) | "
+         "SELECT SUM(PM_UnitPrice)",
+         "3"},
+        {"a host's look", [&] { EXPECT_EQ(PQtransactionStatus(static_cast<PGconn *>(desk->handle())), PQTRANS_IDLE); },
+         "", "3"},
+    };
+    for (const auto &one : cases) {
+        bool waited = false;
+        const ado::Meanwhile watch([&] { waited = true; });
+        ado::Foresight next(desk);
+        next.open(prices, CursorType::Static).open(goods, CursorType::Static);
+        next.send();
+        EXPECT_EQ(sent.take(), "SELECT SUM(PM_UnitPrice); SELECT COUNT(*)") << one.what;
+        EXPECT_FALSE(waited || desk->inTransaction()) << one.what;
+        one.between();
+        EXPECT_EQ(valueOf(goods), one.seen) << one.what;
+        EXPECT_TRUE(waited) << one.what;
+        valueOf(prices);
+        EXPECT_EQ(sent.take(), one.sent) << one.what;
+    }
+    ado::Foresight next(desk);
+    next.open(goods, CursorType::Static);
+    next.send();
+    clinic.run(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = "
+                              "current_database() AND pid <> pg_backend_pid()"));
+    EXPECT_EQ(valueOf(goods), "3") << "the session was lost";
+}
+
+TEST_P(FarServer, TellsTheKeysOfAListThatHasCome)
+{
+    ado::Foresight next(desk);
+    next.open(prices, CursorType::Static).open(allProducts, CursorType::Keyset);
+    EXPECT_THAT(next.keysThatCame(allProducts), testing::IsEmpty());
+    valueOf(prices);
+    EXPECT_THAT(next.keysThatCame(allProducts), testing::UnorderedElementsAre(1, 2));
+    Sent sent(desk);
+    EXPECT_EQ(opened(allProducts, CursorType::Keyset)->rowCount(), 2);
+    EXPECT_EQ(sent.take(), "") << "they stay to be read";
+    EXPECT_THAT(next.keysThatCame(allProducts), testing::IsEmpty());
+}
+
 /// Its settings go with the first reading, but behind no writing that needs them.
 TEST_P(FarServer, HasItsSettingsWhateverIsDoneFirst)
 {

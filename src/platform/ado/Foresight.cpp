@@ -90,9 +90,9 @@ void Foresight::send()
 std::vector<qint32> Foresight::keysThatCame(const QString &source) const
 {
     const SelectShape shape(source, d ? d->driver.dialect() : Dialect::SQLite);
-    const std::optional<CellTable> came =
-        d && !shape.key().isEmpty() ? d->driver.cameFor(RowStore::readings(d->driver, shape, true).front())
-                                    : std::nullopt;
+    const std::optional<CellTable> came = d && !shape.key().isEmpty()
+                                              ? d->driver.cameFor(RowStore::readings(d->driver, shape, true).front())
+                                              : std::nullopt;
     std::vector<qint32> keys;
     for (int row = 0; came && row < came->rowCount(); ++row)
         keys.push_back(came->value(row, 0).toInt());

@@ -129,7 +129,7 @@ private:
     std::deque<Foreseen> foreseen_; ///< came behind the last
     QElapsedTimer foreseenAt_;
     std::vector<std::size_t> onTheWay_; ///< of what was sent and is not waited for yet, outside of any transaction
-    qint64 quickest_ = -1; ///< of the session's waits, in milliseconds; its dialling is the first
+    qint64 quickest_ = -1;              ///< of the session's waits, in milliseconds; its dialling is the first
     bool commitsBehindNext_ = false;
     Result earlyCommit_;   ///< the server's answer to a commit that was sent with the last statement before it
     bool settled_ = false; ///< nothing of the present transaction changes how a literal is read

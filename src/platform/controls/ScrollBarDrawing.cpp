@@ -39,7 +39,7 @@ void drawArrow(QPainter *painter, const QStyle &style, const QStyleOptionSlider 
     const bool lying = bar.orientation == Qt::Horizontal;
     if (goesOn && bar.activeSubControls.testFlag(end))
         painter->fillRect(arrow.rect, colors(Ground::OutOfReach).back);
-    style.drawPrimitive(lying ? back ? QStyle::PE_IndicatorArrowLeft : QStyle::PE_IndicatorArrowRight
+    style.drawPrimitive(lying  ? back ? QStyle::PE_IndicatorArrowLeft : QStyle::PE_IndicatorArrowRight
                         : back ? QStyle::PE_IndicatorArrowUp
                                : QStyle::PE_IndicatorArrowDown,
                         &arrow, painter, widget);
