@@ -17,6 +17,7 @@ public:
 
     FarWire &wire() { return *wire_; }
     QString far() const { return wire_->address(database_); }
+    QString near() const { return server_.postgresAddress(database_); } ///< the same without the wire
     QString farCopy() const { return wire_->address(copy_); }
     static int waitMilliseconds(); ///< for the wire alone, there and back
     /// One of those with some orders.

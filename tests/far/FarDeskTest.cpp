@@ -87,6 +87,23 @@ TEST_F(FarDesk, IsWaitedForNoOftenerThanItWas)
     }
 }
 
+/// The first window is laid out and drawn there before it is shown.
+TEST_F(FarDesk, LooksAsItDoesNearBy)
+{
+    int drawnUnseen = 0;
+    const auto picture = [&](const QString &address) {
+        const ado::ConnectionPtr connection = ado::Connection::open(address);
+        bench::SaleWindow window(connection);
+        window.open(place.patient(0));
+        drawnUnseen += connection->isFar();
+        return window.grid("tdbCustSaleMaster").window()->grab().toImage();
+    };
+    const QImage far = picture(place.far());
+    EXPECT_EQ(drawnUnseen, 1);
+    EXPECT_EQ(far, picture(place.near()));
+    EXPECT_EQ(drawnUnseen, 1) << "only where there is time for it";
+}
+
 TEST_F(FarDesk, PaintsAllElseWhileTheNamesOfTheLinesTravel)
 {
     bench::SaleWindow window(ado::Connection::open(place.far()));
