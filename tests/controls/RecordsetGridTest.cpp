@@ -3,8 +3,10 @@
 #include "platform/runtime/RuntimeError.h"
 #include "tests/controls/GridDesk.h"
 
+#include <QPainter>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
 
 using controls::RecordsetGrid;
 using testing::ElementsAre;
@@ -47,6 +49,55 @@ TEST_F(BoundGrid, CellsShowWhatTheRecordsetHoldsByTheirKind)
     EXPECT_EQ(cell(0, 3).data(Qt::CheckStateRole), Qt::Checked);
     EXPECT_EQ(cell(1, 3).data(Qt::CheckStateRole), Qt::Unchecked);
     EXPECT_EQ(cell(2, 3).data(Qt::CheckStateRole), Qt::Checked);
+}
+
+/// Texts are drawn from what was shaped before; a cell looks as the style alone would draw it, the second time too.
+TEST_F(BoundGrid, CellsLookAsTheStyleDrawsThem)
+{
+    makeOrders(4);
+    database_.run("UPDATE tPSOrderMaster SET OrdM_ETCMemo = 'A memo too long for its cell, 길어서 다 보이지 않는 메모' "
+                  "WHERE OrdM_PK = 2");
+    database_.run("UPDATE tPSOrderMaster SET OrdM_Misugum = 123456789012 WHERE OrdM_PK = 3");
+    open();
+    grid_.setUnboundFetch([](const ado::Bookmark &row, int) {
+        return row == 1 ? QStringLiteral("두 줄\n이름") : QStringLiteral("<b>물품</b> ") + runtime::text(row);
+    });
+    show();
+    auto &delegate = *qobject_cast<QStyledItemDelegate *>(grid_.itemDelegate());
+    const auto drawn = [&](const auto &paint, QStyle::State state, int height, const QModelIndex &cell) {
+        QImage image(101, height, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        QStyleOptionViewItem option;
+        option.initFrom(&grid_);
+        option.widget = &grid_;
+        option.showDecorationSelected = true;
+        option.rect = image.rect();
+        option.state |= state;
+        option.state.setFlag(QStyle::State_HasFocus, state & QStyle::State_HasFocus);
+        paint(painter, option, cell);
+        return image;
+    };
+    for (const int column : {1, owing, 4, 5}) {
+        for (int row = 0; row < 4; ++row) {
+            for (const QStyle::State state : {QStyle::State(), QStyle::State(QStyle::State_Selected),
+                                              QStyle::State_Selected | QStyle::State_HasFocus}) {
+                for (const int height : {9, 21, 22, 23}) {
+                    const QImage stock =
+                        drawn([&](auto &painter, const auto &option,
+                                  const auto &cell) { delegate.QStyledItemDelegate::paint(&painter, option, cell); },
+                              state, height, cell(row, column));
+                    for (int time = 0; time < 2; ++time) {
+                        EXPECT_EQ(drawn([&](auto &painter, const auto &option,
+                                            const auto &cell) { delegate.paint(&painter, option, cell); },
+                                        state, height, cell(row, column)),
+                                  stock)
+                            << shown(row, column) << " state " << state << " height " << height;
+                    }
+                }
+            }
+        }
+    }
 }
 
 TEST_F(BoundGrid, AnEmptyListSaysWhatToDoAndAFullOneDoesNot)

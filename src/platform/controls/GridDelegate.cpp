@@ -51,16 +51,6 @@ void drawCheckBox(QPainter *painter, const QStyleOptionViewItem &item, const QSt
     style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &box, painter, item.widget);
 }
 
-/// An amount without its last digits is another amount: one that is wider than its cell is drawn smaller.
-void keepWhole(QStyleOptionViewItem &option)
-{
-    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
-    const int margins = 2 * (style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1);
-    if (option.rect.width() > margins)
-        option.font = fontThatFits(option.font, option.text, option.rect.width() - margins);
-    option.fontMetrics = QFontMetrics(option.font);
-}
-
 } // namespace
 
 GridDelegate::GridDelegate(Taken taken, QObject *parent)
@@ -93,14 +83,27 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelInd
     }
 }
 
+/// An amount without its last digits is another amount: one that is wider than its cell is drawn smaller.
+void GridDelegate::keepWhole(QStyleOptionViewItem &option) const
+{
+    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    const int margins = 2 * (style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, option.widget) + 1);
+    const int room = option.rect.width() - margins;
+    if (room <= 0 || texts_.widthOf(option.text, option.font) <= room)
+        return;
+    option.font = fontThatFits(option.font, option.text, room);
+    option.fontMetrics = QFontMetrics(option.font);
+}
+
 void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QStyledItemDelegate::paint(painter, option, index);
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    if (!texts_.draw(painter, item))
+        QStyledItemDelegate::paint(painter, option, index);
     const GridColumn &column = columnOf(index);
     if (column.kind != GridColumn::Kind::Check)
         return;
-    QStyleOptionViewItem item = option;
-    initStyleOption(&item, index);
     const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     const bool selected = item.state & QStyle::State_Selected;
     if (column.editable)

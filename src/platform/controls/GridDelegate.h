@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/controls/CellTexts.h"
+
 #include <QLineEdit>
 #include <QPointer>
 #include <QStyledItemDelegate>
@@ -35,7 +37,10 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    void keepWhole(QStyleOptionViewItem &option) const;
+
     Taken taken_;
+    CellTexts texts_;
     mutable QPointer<QLineEdit> editor_;
     mutable int editedColumn_ = -1;
 };
