@@ -4,6 +4,9 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <cmath>
+#include <memory>
+
 namespace controls {
 
 namespace {
@@ -64,7 +67,8 @@ bool CellTexts::draw(QPainter *painter, const QStyleOptionViewItem &cell) const
     const QFont font = painter->font();
     painter->setPen(textColor(cell));
     painter->setFont(cell.font);
-    painter->drawStaticText(QPointF(room.x() + left, room.y() + (room.height() - text.height) / 2), text.glyphs);
+    painter->drawStaticText(QPointF(room.x() + left, room.y() + std::floor((room.height() - text.height) / 2)),
+                            text.glyphs);
     painter->setFont(font);
     painter->setPen(pen);
     return true;
