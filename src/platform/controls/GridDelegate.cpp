@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <QRegularExpressionValidator>
 #include <QToolTip>
 
@@ -25,19 +26,39 @@ const GridColumn &columnOf(const QModelIndex &index)
 /// Money as it is typed: digits with or without grouping and the won sign.
 const QRegularExpression typedMoney(QStringLiteral("-?\\\\?[0-9,]{0,24}"));
 
-/// A bare check mark, for values that are shown and not toggled.
-void drawCheckMark(QPainter *painter, const QRectF &cell, const QColor &color)
+QPixmap checkMark(const QSize &size, const QColor &color, qreal pixelRatio)
 {
+    QPixmap mark(size * pixelRatio);
+    mark.setDevicePixelRatio(pixelRatio);
+    mark.fill(Qt::transparent);
+    const QRectF cell{QPointF(), QSizeF(size)};
     const qreal unit = qMin(cell.width(), cell.height()) / 10.0;
     const QPointF center = cell.center();
-    QPainterPath mark(center + QPointF(-2.4, 0.2) * unit);
-    mark.lineTo(center + QPointF(-0.7, 2.0) * unit);
-    mark.lineTo(center + QPointF(2.5, -2.0) * unit);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(QPen(color, unit * 0.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter->drawPath(mark);
-    painter->restore();
+    QPainterPath line(center + QPointF(-2.4, 0.2) * unit);
+    line.lineTo(center + QPointF(-0.7, 2.0) * unit);
+    line.lineTo(center + QPointF(2.5, -2.0) * unit);
+    QPainter painter(&mark);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, unit * 0.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(line);
+    return mark;
+}
+
+/// A bare check mark, for values that are shown and not toggled. A list has many of a size.
+void drawCheckMark(QPainter *painter, const QRect &cell, const QColor &color)
+{
+    const qreal ratio = painter->device()->devicePixelRatioF();
+    const QString name = QStringLiteral("check mark %1 %2 %3 %4")
+                             .arg(cell.width())
+                             .arg(cell.height())
+                             .arg(color.rgba(), 0, 16)
+                             .arg(ratio);
+    QPixmap mark;
+    if (!QPixmapCache::find(name, &mark)) {
+        mark = checkMark(cell.size(), color, ratio);
+        QPixmapCache::insert(name, mark);
+    }
+    painter->drawPixmap(cell.topLeft(), mark);
 }
 
 void drawCheckBox(QPainter *painter, const QStyleOptionViewItem &item, const QStyle &style, bool checked)
