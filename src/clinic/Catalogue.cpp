@@ -72,6 +72,14 @@ const QString &questionOf(ado::Engine engine)
     Q_UNREACHABLE();
 }
 
+QString questionOf(const ado::Connection &connection, const QStringList &tables)
+{
+    QStringList names;
+    for (const QString &table : tables)
+        names << u'\'' + table.toLower() + u'\'';
+    return QString(questionOf(connection.engine())).replace(QStringLiteral("%1"), names.join(u','));
+}
+
 } // namespace
 
 const FoundColumn *FoundTable::column(const QString &name) const
@@ -87,13 +95,14 @@ const FoundTable *Catalogue::table(const QString &name) const
     return found == tables.end() ? nullptr : &*found;
 }
 
+void foreseeCatalogue(ado::Foresight &next, const ado::Connection &connection, const QStringList &tables)
+{
+    next.read(questionOf(connection, tables));
+}
+
 Catalogue readCatalogue(const ado::Connection &connection, const QStringList &tables)
 {
-    QStringList names;
-    for (const QString &table : tables)
-        names << u'\'' + table.toLower() + u'\'';
-    const QString &statement = questionOf(connection.engine());
-    const ado::CellTable rows = connection.read(QString(statement).replace(QStringLiteral("%1"), names.join(u',')));
+    const ado::CellTable rows = connection.read(questionOf(connection, tables));
     Catalogue catalogue;
     for (int row = 0; row < rows.rowCount(); ++row) {
         const auto text = [&](At field) { return rows.raw(row, field).toString(); };

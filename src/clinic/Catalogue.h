@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 
 #include <QHash>
 #include <QStringList>
@@ -40,5 +41,7 @@ struct Catalogue
 
 /// One reading on a server, two of a file.
 Catalogue readCatalogue(const ado::Connection &connection, const QStringList &tables);
+/// Tells what that reads.
+void foreseeCatalogue(ado::Foresight &next, const ado::Connection &connection, const QStringList &tables);
 
 } // namespace clinic

@@ -18,6 +18,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -138,9 +139,9 @@ void DeskWindow::open(const ado::ConnectionPtr &connection, const Head &head, Pa
     clinicName_->setText(head.clinicName);
     chain_->setVisible(head.seesClinics);
     if (patients == Patients::AtOnce)
-        refresh();
-    else
-        showReading();
+        return refresh();
+    showReading();
+    coming_.emplace(PatientFile::send(connection));
 }
 
 QWidget *DeskWindow::makeHead()
@@ -243,6 +244,7 @@ void DeskWindow::connectControls()
 void DeskWindow::refresh()
 {
     const std::optional<Patient> before = selected();
+    const auto came = qScopeGuard([this] { coming_.reset(); });
     model_->setPatients(PatientFile(connection_));
     table_->selectRow(before ? std::max(model_->rowOf(before->key), 0) : 0);
     showSelected();

@@ -71,6 +71,7 @@ private:
 
     ado::ConnectionPtr connection_;
     std::optional<SaleComponent> component_;
+    std::optional<ado::Foresight> coming_; ///< of the patients, until they are read
     PatientModel *model_;
     QLabel *clinicName_;
     controls::SearchBox *search_;

@@ -1,7 +1,6 @@
 #include "desk/window/Patient.h"
 
 #include "clinic/Catalogue.h"
-#include "platform/ado/Foresight.h"
 #include "platform/runtime/Attempt.h"
 
 namespace desk {
@@ -12,6 +11,8 @@ enum class Field { Key, Name, ChartNumber, Sex, Birth, ZipCode, Address, Phone, 
 
 const char *const columnNames[]{"Customer_PK", "name",    "sn",    "sex",  "birth",
                                 "zipcode",     "address", "phone", "cell", "vip"};
+
+const QString tableName = QStringLiteral("Customer");
 
 /// As a clinic has them that the desk has made.
 QString allColumns()
@@ -25,9 +26,8 @@ QString allColumns()
 /// As they are there: a clinic's own table need not have more than the sale reads.
 QString columnsOf(const ado::Connection &connection)
 {
-    const QString table = QStringLiteral("Customer");
-    const clinic::Catalogue catalogue = clinic::readCatalogue(connection, {table});
-    const clinic::FoundTable *const found = catalogue.table(table);
+    const clinic::Catalogue catalogue = clinic::readCatalogue(connection, {tableName});
+    const clinic::FoundTable *const found = catalogue.table(tableName);
     QStringList names;
     for (const char *column : columnNames) {
         const QString name = QString::fromLatin1(column);
@@ -36,17 +36,27 @@ QString columnsOf(const ado::Connection &connection)
     return names.join(QStringLiteral(", "));
 }
 
+/// The order is the recordset's own, so that a patient stands at the same place on all servers.
+QString selectOf(const QString &columns, const QString &condition)
+{
+    return QStringLiteral("SELECT %1 FROM Customer%2 ORDER BY name, sn, Customer_PK").arg(columns, condition);
+}
+
+/// A server far away is not waited for twice.
+void tellRows(ado::Foresight &next, const ado::Connection &connection, const QString &condition)
+{
+    clinic::foreseeCatalogue(next, connection, {tableName});
+    next.open(selectOf(allColumns(), condition), ado::CursorType::Static);
+}
+
 std::unique_ptr<ado::Recordset> rowsWhere(const ado::ConnectionPtr &connection, const QString &condition)
 {
-    // The order is the recordset's own, so that a patient stands at the same place on all servers.
-    const auto select = [&](const QString &columns) {
-        return QStringLiteral("SELECT %1 FROM Customer%2 ORDER BY name, sn, Customer_PK").arg(columns, condition);
-    };
     auto rows = std::make_unique<ado::Recordset>();
     try {
-        ado::Foresight next(connection); // a server far away is not waited for twice
-        next.open(select(allColumns()), ado::CursorType::Static);
-        rows->Open(select(columnsOf(*connection)), connection, ado::CursorType::Static, ado::LockType::ReadOnly);
+        ado::Foresight next(connection);
+        tellRows(next, *connection, condition);
+        rows->Open(selectOf(columnsOf(*connection), condition), connection, ado::CursorType::Static,
+                   ado::LockType::ReadOnly);
     } catch (const runtime::RuntimeError &error) {
         throw error.toldAs(error.number(), QStringLiteral("환자 목록을 가져오지 못했습니다.\n") + error.description());
     }
@@ -94,6 +104,15 @@ Patient patientAt(const ado::Recordset &rows, int row)
 PatientFile::PatientFile(const ado::ConnectionPtr &connection)
     : rows_(rowsWhere(connection, {}))
 {
+}
+
+ado::Foresight PatientFile::send(const ado::ConnectionPtr &connection)
+{
+    ado::Foresight coming(connection);
+    if (coming.isOfUse())
+        tellRows(coming, *connection, {});
+    coming.send();
+    return coming;
 }
 
 Patient PatientFile::at(int row) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/Connection.h"
+#include "platform/ado/Foresight.h"
 #include "platform/ado/Recordset.h"
 
 #include <QDate>
@@ -34,6 +35,8 @@ public:
     PatientFile() = default; ///< of nobody
     /// Raises RuntimeError.
     explicit PatientFile(const ado::ConnectionPtr &connection);
+    /// Asks for it, as long as the answer stands; what is done before it is read is done while it travels.
+    static ado::Foresight send(const ado::ConnectionPtr &connection);
 
     int count() const { return rows_ ? rows_->rowCount() : 0; }
     /// `row` from 0 to below count().
