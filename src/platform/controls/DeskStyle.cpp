@@ -98,6 +98,8 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
                            cell ? 1 : frameWidth);
         return;
     }
+    if (element == PE_PanelScrollAreaCorner) // between two scroll bars
+        return painter->fillRect(option->rect, colors(Ground::Face).back);
     if (element == PE_FrameGroupBox)
         return drawGroupLine(painter, option->rect, widget, pixelMetric(PM_IndicatorHeight, option, widget));
     QProxyStyle::drawPrimitive(element, option, painter, widget);
