@@ -1,5 +1,6 @@
 #include "bench/SaleWindow.h"
 #include "bench/far/Measure.h"
+#include "platform/ado/Foresight.h"
 #include "platform/ado/Waiting.h"
 #include "platform/controls/MessageBox.h"
 #include "platform/registry/AppSettings.h"
@@ -95,7 +96,7 @@ TEST_F(FarDesk, LooksAsItDoesNearBy)
         const ado::ConnectionPtr connection = ado::Connection::open(address);
         bench::SaleWindow window(connection);
         window.open(place.patient(0));
-        drawnUnseen += connection->isFar();
+        drawnUnseen += ado::Foresight(connection).isOfFarServer();
         return window.grid("tdbCustSaleMaster").window()->grab().toImage();
     };
     const QImage far = picture(place.far());

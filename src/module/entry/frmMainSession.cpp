@@ -212,8 +212,8 @@ void frmMain::openSaleRecordsets()
     watchForRestore();
     sendFirstOrder();
     // What a window's first painting makes ready stays, and where the server is far away there is time for one that is not seen.
-    const ado::Meanwhile drawn([self = QPointer<frmMain>(this)] {
-        if (self && !self->isVisible() && gcnnMasterDB->isFar())
+    const ado::Meanwhile drawn([&next, self = QPointer<frmMain>(this)] {
+        if (self && !self->isVisible() && next.isOfFarServer())
             self->grab();
     });
     const auto makeLines = [this] {

@@ -180,11 +180,6 @@ bool Connection::inTransaction() const
     return d->ownLevel() != nullptr;
 }
 
-bool Connection::isFar() const
-{
-    return d->driver->isFar();
-}
-
 quint64 Connection::transactionSerial() const
 {
     const Private::Level *own = d->ownLevel();

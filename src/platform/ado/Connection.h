@@ -60,9 +60,6 @@ public:
     /// Identifies that transaction, 0 for none.
     quint64 transactionSerial() const;
 
-    /// Whether its server answers late enough, ten milliseconds at the least, for something to be done in every wait.
-    bool isFar() const;
-
     /// Counts on with every writing statement that was sent.
     quint64 writes() const;
     /// A sign of what the database holds: where it is the same as before, nothing has changed since, whoever writes there, a

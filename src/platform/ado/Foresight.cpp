@@ -47,6 +47,11 @@ Foresight::~Foresight()
     d->driver.foresee({});
 }
 
+bool Foresight::isOfFarServer() const
+{
+    return d && d->driver.isFar();
+}
+
 Foresight &Foresight::open(const QString &source, CursorType cursor)
 {
     if (!d || !d->known)

@@ -24,6 +24,8 @@ public:
 
     /// Whether answers are waited for.
     bool isOfUse() const { return d != nullptr; }
+    /// Whether they have all come late, by ten milliseconds at the least: then there is time in every wait for something to be done.
+    bool isOfFarServer() const;
     /// As Recordset::Open will be called, with its rows on the server's side.
     Foresight &open(const QString &source, CursorType cursor);
     /// As the list will read that row when it becomes current, or is read again.
