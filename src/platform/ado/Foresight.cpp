@@ -100,7 +100,7 @@ std::vector<qint32> Foresight::keysThatCame(const QString &source) const
                                               : std::nullopt;
     std::vector<qint32> keys;
     for (int row = 0; came && row < came->rowCount(); ++row)
-        keys.push_back(came->value(row, 0).toInt());
+        keys.push_back(came->raw(row, 0).toInt()); // what is no number is told by whoever opens the list
     return keys;
 }
 

@@ -24,7 +24,7 @@ public:
 
     /// Whether answers are waited for.
     bool isOfUse() const { return d != nullptr; }
-    /// Whether they have all come late, by ten milliseconds at the least: then there is time in every wait for something to be done.
+    /// Whether all answers came late, ten milliseconds at the least: in every wait there is time for something.
     bool isOfFarServer() const;
     /// As Recordset::Open will be called, with its rows on the server's side.
     Foresight &open(const QString &source, CursorType cursor);
