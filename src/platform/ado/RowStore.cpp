@@ -74,7 +74,7 @@ void RowStore::loadKeys(const RowStore *before)
 {
     keyColumn_ = 0;
     if (before && before->moment_
-        && takeOver({shape_.whole(), before->cells_, before->loadedOrder_, *before->moment_},
+        && takeOver({shape_.whole(), before->cells_, before->order_.loaded(), *before->moment_},
                     shape_.keys() + QStringLiteral(" WHERE ") + shape_.keyName(), keyOrder()))
         return;
     Connection::Private &layer = connection_->layer();
@@ -92,7 +92,7 @@ void RowStore::loadWhole(const Command &select, const RowStore *before)
     const std::optional<KeptRows> &kept = connection_->layer().kept;
     const bool isAsKept =
         extent_ == Extent::Kept && kept && kept->statement == shape_.whole() && isAsBefore(kept->cells, kept->order);
-    if (!isAsKept && !(before && before->whole_ && isAsBefore(before->cells_, before->loadedOrder_)))
+    if (!isAsKept && !(before && before->whole_ && isAsBefore(before->cells_, before->order_.loaded())))
         orderLoaded(orderColumns(*cells_), before);
     if (byContent_ || (keyColumn_ >= 0 && (shape_.joined() || shape_.key().isEmpty()) && keysRepeat()))
         keyColumn_ = -1;
@@ -118,8 +118,7 @@ void RowStore::numberRows(const RowStore *before)
     };
     QMultiHash<QStringList, int> known;
     for (int row = 0; before && before->byContent_ && row < before->count(); ++row)
-        known.insert(content(before->lastRead(before->order_[static_cast<std::size_t>(row)])),
-                     before->key(row).toInt());
+        known.insert(content(before->lastRead(before->order_.at(row))), before->key(row).toInt());
     for (int row = 0; row < cells_->rowCount(); ++row) {
         const auto same = known.find(content({cells_, row}));
         numbers_.push_back(same != known.end() ? *same : nextNumber());
@@ -132,11 +131,11 @@ void RowStore::orderLoaded(std::span<const OrderColumn> columns, const RowStore 
 {
     KnownOrders &known = connection_->layer().orders;
     const QString statement = whole_ ? shape_.all() : shape_.keys();
-    order_ = orderedRows(
-        *cells_, columns, keyColumn_,
-        guessedOrder(before && before->hasAllRows() ? before->loadedOrder_ : known.of(statement), cells_->rowCount()));
-    loadedOrder_ = order_;
-    known.remember(statement, order_);
+    order_.loadLater(
+        RowOrdering(cells_, columns, keyColumn_,
+                    guessedOrder(before && before->hasAllRows() ? before->order_.loaded() : known.of(statement),
+                                 cells_->rowCount())),
+        [&known, statement](const std::vector<Physical> &order) { known.remember(statement, order); });
 }
 
 std::vector<RowStore::Physical> RowStore::guessedOrder(const std::vector<Physical> &before, int rows)
@@ -192,7 +191,7 @@ QVariant RowStore::keyOf(Physical row) const
 
 QVariant RowStore::key(int row) const
 {
-    return keyOf(order_.at(static_cast<std::size_t>(row)));
+    return keyOf(order_.at(row));
 }
 
 int RowStore::find(const QVariant &key) const
@@ -207,13 +206,12 @@ int RowStore::find(const QVariant &key) const
         const CellTable::Cell &cell = cells_->cell(static_cast<int>(row), keyColumn_);
         return cell.kind == CellTable::Kind::Integer ? cell.integer == number : keyOf(row) == key;
     };
-    const auto found = std::ranges::find_if(order_, isIt);
-    return found == order_.end() ? -1 : static_cast<int>(found - order_.begin());
+    return order_.find(isIt);
 }
 
 RowImage RowStore::image(int row)
 {
-    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    const Physical physical = order_.at(row);
     if (const auto read = read_.find(physical); read != read_.end())
         return read->second;
     if (forgotten_.contains(physical))
@@ -229,7 +227,7 @@ QVariant RowStore::value(int row, int column)
 {
     // Reports ask for every cell of long lists that nobody writes to.
     if (whole_ && read_.empty() && forgotten_.empty())
-        return cells_->value(static_cast<int>(order_[static_cast<std::size_t>(row)]), column);
+        return cells_->value(static_cast<int>(order_.at(row)), column);
     return image(row).value(column);
 }
 
@@ -237,7 +235,7 @@ RowImage RowStore::readAgain(int row)
 {
     if (!keyed())
         return image(row);
-    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    const Physical physical = order_.at(row);
     readRows({&physical, 1});
     return read_.at(physical);
 }
@@ -255,15 +253,15 @@ std::vector<RowStore::Physical> RowStore::unreadOfBlock(int row) const
     std::vector<Physical> rows;
     const int first = row / blockRows * blockRows;
     for (int at = first; at < std::min(first + blockRows, count()); ++at) {
-        if (!read_.contains(order_[static_cast<std::size_t>(at)]))
-            rows.push_back(order_[static_cast<std::size_t>(at)]);
+        if (!read_.contains(order_.at(at)))
+            rows.push_back(order_.at(at));
     }
     return rows;
 }
 
 Command RowStore::readingOf(int row) const
 {
-    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    const Physical physical = order_.at(row);
     return readingOf({&physical, 1});
 }
 
@@ -318,33 +316,28 @@ void RowStore::keepRows(CellTable rows, std::span<const Physical> among)
 
 void RowStore::remove(int row)
 {
-    const Physical physical = order_.at(static_cast<std::size_t>(row));
-    if (Inside *const now = inside()) {
-        const auto loaded = std::ranges::find(loadedOrder_, physical) - loadedOrder_.begin();
-        now->changes.push_back({physical, false, row, static_cast<int>(loaded)});
-    }
-    takeOut(row);
+    const Physical physical = order_.at(row);
+    const int loadedRow = takeOut(row);
+    if (Inside *const now = inside())
+        now->changes.push_back({physical, false, row, loadedRow});
 }
 
-void RowStore::takeOut(int row)
+int RowStore::takeOut(int row)
 {
-    const Physical physical = order_.at(static_cast<std::size_t>(row));
-    order_.erase(order_.begin() + row);
-    std::erase(loadedOrder_, physical);
+    const int loadedRow = order_.remove(row);
     for (int *position : positions_) {
         if (*position == row)
             *position = count();
         else if (*position > row)
             --*position;
     }
+    return loadedRow;
 }
 
 void RowStore::putBack(const Change &removed)
 {
     const int row = std::min(removed.row, count());
-    order_.insert(order_.begin() + row, removed.physical);
-    loadedOrder_.insert(loadedOrder_.begin() + std::min(removed.loadedRow, static_cast<int>(loadedOrder_.size())),
-                        removed.physical);
+    order_.insert(row, removed.physical, removed.loadedRow);
     for (int *position : positions_) {
         if (*position >= row)
             ++*position;
@@ -361,8 +354,7 @@ int RowStore::append(const QVariant &key)
     }
     if (Inside *const now = inside())
         now->changes.push_back({physical, true});
-    order_.push_back(physical);
-    loadedOrder_.push_back(physical);
+    order_.append(physical);
     return count() - 1;
 }
 
@@ -375,7 +367,7 @@ int RowStore::append(const RowImage &written)
 
 void RowStore::rewrite(int row, const RowImage &written)
 {
-    const Physical physical = order_.at(static_cast<std::size_t>(row));
+    const Physical physical = order_.at(row);
     if (Inside *const now = inside())
         now->rewritten.emplace(physical, lastRead(physical));
     read_[physical] = written;
@@ -410,10 +402,10 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
         }
         read.insert(before.read.begin(), before.read.end());
         for (auto change = before.changes.rbegin(); change != before.changes.rend(); ++change) {
-            const auto found = std::ranges::find(order_, change->physical);
-            if (change->added && found != order_.end())
-                takeOut(static_cast<int>(found - order_.begin()));
-            else if (!change->added && found == order_.end())
+            const int row = order_.find([&](Physical physical) { return physical == change->physical; });
+            if (change->added && row >= 0)
+                takeOut(row);
+            else if (!change->added && row < 0)
                 putBack(*change);
         }
     }
@@ -423,7 +415,7 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
             forgotten_.insert(physical);
     }
     for (int row = 0; row < count(); ++row) {
-        if (touched.contains(order_[static_cast<std::size_t>(row)]))
+        if (touched.contains(order_.at(row)))
             undone_.rows.push_back(row);
     }
     return undone_;
@@ -431,12 +423,11 @@ const RowStore::Undone &RowStore::undo(quint64 transaction)
 
 void RowStore::sort(std::span<const OrderColumn> columns)
 {
-    if (columns.empty()) {
-        order_ = loadedOrder_;
-        return;
-    }
+    if (columns.empty())
+        return order_.asLoaded();
     readForgotten();
-    order_ = read_.empty() ? orderedRows(*cells_, columns, keyColumn_) : orderedRows(asLastRead(), columns, keyColumn_);
+    const auto rows = read_.empty() ? cells_ : std::make_shared<const CellTable>(asLastRead());
+    order_.sort(RowOrdering(rows, columns, keyColumn_).all());
 }
 
 void RowStore::readForgotten()
@@ -463,8 +454,7 @@ void RowStore::drop()
 {
     cells_ = std::make_shared<CellTable>(cells_->columns());
     appended_.clear();
-    order_.clear();
-    loadedOrder_.clear();
+    order_.load({});
     read_.clear();
     forgotten_.clear();
     inside_.clear();

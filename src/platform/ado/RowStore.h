@@ -4,7 +4,7 @@
 #include "platform/ado/Connection.h"
 #include "platform/ado/Driver.h"
 #include "platform/ado/KeptRows.h"
-#include "platform/ado/RowOrder.h"
+#include "platform/ado/RowSequence.h"
 #include "platform/ado/SelectShape.h"
 
 #include <QVariant>
@@ -59,7 +59,7 @@ public:
     bool byContent() const { return byContent_; }
     bool hasAllRows() const { return extent_ != Extent::FirstRows; }
 
-    int count() const { return static_cast<int>(order_.size()); }
+    int count() const { return order_.size(); }
     /// The key, or a number when rows have no key.
     QVariant key(int row) const;
     int find(const QVariant &key) const; ///< -1 when absent
@@ -100,7 +100,7 @@ public:
     void detach(int *position) { std::erase(positions_, position); }
 
 private:
-    using Physical = std::uint32_t;
+    using Physical = RowSequence::Row;
 
     /// A row that was added or removed.
     struct Change
@@ -120,8 +120,8 @@ private:
         std::vector<Change> changes;
     };
 
-    Inside *inside(); ///< null outside of a transaction
-    void takeOut(int row);
+    Inside *inside();     ///< null outside of a transaction
+    int takeOut(int row); ///< where it stood as loaded
     void putBack(const Change &removed);
     void loadKeys(const RowStore *before);
     bool takeOver(const KeptRows &before, const QString &rowsOfKeys, std::span<const OrderColumn> columns);
@@ -164,8 +164,7 @@ private:
     std::vector<ResultColumn> columns_; ///< the statement's own
     ResultColumns described_;           ///< those of the rows read last, the key among them
     std::optional<TableMoment> moment_; ///< before the keys were read, where what happens after it can be told
-    std::vector<Physical> order_;
-    std::vector<Physical> loadedOrder_;
+    RowSequence order_;
     std::vector<QVariant> appended_; ///< keys of rows behind those of cells_
     std::unordered_map<Physical, RowImage> read_;
     std::unordered_set<Physical> forgotten_; ///< read whole, and again in a transaction that was rolled back

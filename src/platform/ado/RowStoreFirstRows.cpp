@@ -15,14 +15,14 @@ bool RowStore::loadFirstRows()
     Connection::Private &layer = connection_->layer();
     if (layer.driver->engine() != Engine::SQLite || !shape_.takesFirstRows())
         return false;
-    const CellTable keys = layer.read(layer.driver->command() << shape_.keys());
-    if (keys.rowCount() < longList)
+    const auto keys = std::make_shared<const CellTable>(layer.read(layer.driver->command() << shape_.keys()));
+    if (keys->rowCount() < longList)
         return false;
     Command command = layer.driver->command() << shape_.allOfKeys() << u" WHERE " << shape_.keyName() << u" IN (";
     QStringView separator;
-    for (const Physical row : firstRows(keys, keyOrder(), 0, screen)) {
+    for (const Physical row : RowOrdering(keys, keyOrder(), 0).first(screen)) {
         command << std::exchange(separator, u", ");
-        command.value(keys.raw(static_cast<int>(row), 0));
+        command.value(keys->raw(static_cast<int>(row), 0));
     }
     loadWhole(command << u")", nullptr);
     extent_ = Extent::FirstRows;

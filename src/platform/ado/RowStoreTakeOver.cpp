@@ -96,8 +96,7 @@ bool RowStore::takeOver(const KeptRows &before, const QString &rowsOfKeys, std::
         return false;
     placeRows(*cells, columns, keyColumn_, order, placed);
     cells_ = std::move(cells);
-    order_ = std::move(order);
-    loadedOrder_ = order_;
+    order_.load(std::move(order));
     moment_ = now;
     return true;
 }
@@ -123,8 +122,8 @@ bool RowStore::takeOverKept()
 
 void RowStore::keepForNext() const
 {
-    connection_->layer().kept =
-        KeptRows{shape_.whole(), cells_, loadedOrder_, moment_, moment_ ? number(shape_.countInTable()) - count() : 0};
+    connection_->layer().kept = KeptRows{shape_.whole(), cells_, order_.loaded(), moment_,
+                                         moment_ ? number(shape_.countInTable()) - count() : 0};
 }
 
 /// Read whole, a list is most often what it was: then neither its rows nor their order are made once more.
@@ -133,8 +132,7 @@ bool RowStore::isAsBefore(const std::shared_ptr<const CellTable> &cells, std::sp
     if (!cells || order.size() != static_cast<std::size_t>(cells->rowCount()) || !cells->isSame(*cells_))
         return false;
     cells_ = cells;
-    order_.assign(order.begin(), order.end());
-    loadedOrder_ = order_;
+    order_.load({order.begin(), order.end()});
     return true;
 }
 

@@ -1,0 +1,103 @@
+#include "platform/ado/RowSequence.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ado {
+
+RowSequence::Row RowSequence::at(int row) const
+{
+    constexpr std::size_t screen = 64; ///< rows, about what a grid shows
+    const auto place = static_cast<std::size_t>(row);
+    if (pending_ && rows_.empty() && place < screen)
+        rows_ = pending_->ordering.first(screen);
+    if (pending_ && place >= rows_.size())
+        settle();
+    return rows_.at(place);
+}
+
+const RowSequence::Rows &RowSequence::all() const
+{
+    settle();
+    return rows_;
+}
+
+const RowSequence::Rows &RowSequence::loaded() const
+{
+    settle();
+    return loaded_;
+}
+
+int RowSequence::find(const std::function<bool(Row)> &isIt) const
+{
+    auto found = std::ranges::find_if(rows_, isIt);
+    if (found == rows_.end() && pending_) {
+        settle();
+        found = std::ranges::find_if(rows_, isIt);
+    }
+    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
+}
+
+void RowSequence::load(Rows rows)
+{
+    pending_.reset();
+    rows_ = std::move(rows);
+    loaded_ = rows_;
+}
+
+void RowSequence::loadLater(RowOrdering ordering, std::function<void(const Rows &)> known)
+{
+    load({});
+    const std::size_t count = ordering.count();
+    pending_.emplace(std::move(ordering), std::move(known), count);
+}
+
+/// What waits is put aside first: whoever is told may look here.
+void RowSequence::settle() const
+{
+    if (!pending_)
+        return;
+    rows_ = pending_->ordering.all();
+    loaded_ = rows_;
+    const auto known = std::move(pending_->known);
+    pending_.reset();
+    known(rows_);
+}
+
+int RowSequence::remove(int row)
+{
+    settle();
+    const auto stood = std::ranges::find(loaded_, rows_.at(static_cast<std::size_t>(row)));
+    const auto place = static_cast<int>(stood - loaded_.begin());
+    loaded_.erase(stood);
+    rows_.erase(rows_.begin() + row);
+    return place;
+}
+
+void RowSequence::insert(int row, Row inserted, int loadedRow)
+{
+    settle();
+    rows_.insert(rows_.begin() + row, inserted);
+    loaded_.insert(loaded_.begin() + std::min(loadedRow, static_cast<int>(loaded_.size())), inserted);
+}
+
+void RowSequence::append(Row row)
+{
+    settle();
+    rows_.push_back(row);
+    loaded_.push_back(row);
+}
+
+void RowSequence::sort(Rows rows)
+{
+    settle();
+    rows_ = std::move(rows);
+}
+
+void RowSequence::asLoaded()
+{
+    settle();
+    rows_ = loaded_;
+}
+
+} // namespace ado
