@@ -29,7 +29,7 @@ QString selectStatement(const CopiedTable &table, const QString &behind)
 
 QVariant exactCell(const ado::CellTable &cells, int row, int at, schema::Holds holds, ado::Engine fitting)
 {
-    const ado::CellTable::Cell &cell = cells.cell(row, at);
+    const ado::CellTable::Cell cell = cells.cell(row, at);
     if (cell.kind == ado::CellTable::Kind::Text && !cells.text(cell).isValidUtf8())
         schema::refuse(QStringLiteral("저장할 수 없는 문자가 있습니다"));
     const QVariant exact = rows::exactValue(cells.raw(row, at), holds);

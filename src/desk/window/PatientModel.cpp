@@ -10,7 +10,10 @@ PatientModel::PatientModel(QObject *parent)
     : QAbstractTableModel(parent)
 {
     constexpr int aFewMilliseconds = 1000; // of keys, so that nobody at the desk notices
-    connect(&idle_, &QTimer::timeout, this, [this] { makeKeys(aFewMilliseconds); });
+    connect(&idle_, &QTimer::timeout, this, [this] {
+        idle_.setInterval(0);
+        makeKeys(aFewMilliseconds);
+    });
 }
 
 void PatientModel::setPatients(PatientFile patients)
@@ -19,7 +22,8 @@ void PatientModel::setPatients(PatientFile patients)
     patients_ = std::move(patients);
     keys_.clear();
     keys_.reserve(std::size_t(patients_.count()));
-    idle_.start(0);
+    constexpr int painted = 50; // milliseconds, until which the list is on the screen
+    idle_.start(painted);
     choose();
     endResetModel();
 }

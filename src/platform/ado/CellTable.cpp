@@ -3,6 +3,7 @@
 #include "platform/ado/ColumnValue.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ado {
 
@@ -18,6 +19,32 @@ void TextBlocks::addBlock(std::size_t length)
 CellTable::CellTable(std::vector<ResultColumn> columns)
     : columns_(std::make_shared<const std::vector<ResultColumn>>(std::move(columns)))
 {
+}
+
+CellTable::CellTable(std::vector<ResultColumn> columns, std::shared_ptr<const HeldRows> rows)
+    : CellTable(std::move(columns))
+{
+    count_ = static_cast<std::size_t>(rows->count()) * columns_->size();
+    held_ = std::move(rows);
+}
+
+CellTable::Cell CellTable::heldCell(int row, int column) const
+{
+    return held_->cell(row, column);
+}
+
+/// Before one of them is written.
+void CellTable::takeHeldCells()
+{
+    if (!held_)
+        return;
+    const int rows = rowCount();
+    lends_ = std::move(held_);
+    count_ = 0;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columnCount(); ++column)
+            add(lends_->cell(row, column));
+    }
 }
 
 ResultColumns CellTable::shareColumns(const ResultColumns &known)
@@ -37,12 +64,14 @@ void CellTable::addBlock()
 
 void CellTable::replace(int row, int column, const CellTable &source, int sourceRow)
 {
+    takeHeldCells();
     const std::size_t at = place(row, column);
     blocks_[at / BlockCells][at % BlockCells] = source.cell(sourceRow, column);
 }
 
 void CellTable::takeRow(int row, const CellTable &source, int sourceRow)
 {
+    takeHeldCells();
     const bool added = row == rowCount();
     for (int column = 0; column < columnCount(); ++column) {
         Cell taken = source.cell(sourceRow, column);
@@ -70,8 +99,8 @@ bool CellTable::isSame(const CellTable &other) const
 bool CellTable::sameRow(int row, const CellTable &other, int otherRow) const
 {
     for (int column = 0; column < columnCount(); ++column) {
-        const Cell &one = cell(row, column);
-        const Cell &two = other.cell(otherRow, column);
+        const Cell one = cell(row, column);
+        const Cell two = other.cell(otherRow, column);
         const bool same = one.kind == two.kind && one.length == two.length
                           && (one.kind == Kind::Text ? text(one) == other.text(two) : one.integer == two.integer);
         if (!same)
@@ -82,7 +111,7 @@ bool CellTable::sameRow(int row, const CellTable &other, int otherRow) const
 
 QVariant CellTable::raw(int row, int column) const
 {
-    const Cell &source = cell(row, column);
+    const Cell source = cell(row, column);
     switch (source.kind) {
     case Kind::Null:
         return {};
@@ -98,7 +127,7 @@ QVariant CellTable::raw(int row, int column) const
 
 QVariant CellTable::value(int row, int column) const
 {
-    const Cell &source = cell(row, column);
+    const Cell source = cell(row, column);
     const ResultColumn &description = columns()[static_cast<std::size_t>(column)];
     if (source.kind == Kind::Null)
         return {};

@@ -60,8 +60,10 @@ private:
     std::size_t blockSize_ = 0;
 };
 
+class HeldRows;
+
 /// Rows as they come from the server: cells of fixed size and their texts, both in blocks that are filled once and never
-/// moved, however long the list grows. Values are made when somebody asks.
+/// moved, however long the list grows, or what a client library has made of them. Values are made when somebody asks.
 class CellTable
 {
 public:
@@ -80,6 +82,8 @@ public:
     };
 
     explicit CellTable(std::vector<ResultColumn> columns = {});
+    /// Of rows that are not copied.
+    CellTable(std::vector<ResultColumn> columns, std::shared_ptr<const HeldRows> rows);
 
     const std::vector<ResultColumn> &columns() const { return *columns_; }
     int columnCount() const { return static_cast<int>(columns_->size()); }
@@ -106,8 +110,10 @@ public:
     /// Whether both rows hold the same, cell by cell.
     bool sameRow(int row, const CellTable &other, int otherRow) const;
 
-    const Cell &cell(int row, int column) const
+    Cell cell(int row, int column) const
     {
+        if (held_)
+            return heldCell(row, column);
         const std::size_t at = place(row, column);
         return blocks_[at / BlockCells][at % BlockCells];
     }
@@ -132,11 +138,25 @@ private:
         blocks_.back().push_back(cell);
     }
     void addBlock();
+    Cell heldCell(int row, int column) const;
+    void takeHeldCells();
 
     ResultColumns columns_;
     std::vector<std::vector<Cell>> blocks_;
     std::size_t count_ = 0; ///< of cells
     TextBlocks texts_;
+    std::shared_ptr<const HeldRows> held_;  ///< whose cells these are
+    std::shared_ptr<const HeldRows> lends_; ///< texts to the cells in the blocks
+};
+
+/// The rows of an answer in the form in which a client library holds them.
+class HeldRows
+{
+public:
+    virtual ~HeldRows() = default;
+    virtual int count() const = 0;
+    /// A text stays as long as this does.
+    virtual CellTable::Cell cell(int row, int column) const = 0;
 };
 
 } // namespace ado

@@ -140,7 +140,7 @@ QVariant typedValue(const CellTable &table, const CellTable::Cell &cell, ColumnT
 QVariant keyValue(const CellTable &table, int row, int column)
 {
     const bool known = table.columns()[static_cast<std::size_t>(column)].registered;
-    const CellTable::Cell &cell = table.cell(row, column);
+    const CellTable::Cell cell = table.cell(row, column);
     if (known || cell.kind == CellTable::Kind::Null)
         return table.value(row, column);
     return typedValue(table, cell, ColumnType::Key);

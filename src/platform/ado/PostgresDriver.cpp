@@ -19,15 +19,6 @@ using namespace postgresStatement;
 
 namespace {
 
-// Type numbers of the server's catalogue, which never change.
-constexpr Oid numericTypes[]{16 /* bool */,    20 /* int8 */,    21 /* int2 */, 23 /* int4 */,
-                             700 /* float4 */, 701 /* float8 */, 1700 /* numeric */};
-
-bool isNumeric(Oid type)
-{
-    return std::ranges::find(numericTypes, type) != std::end(numericTypes);
-}
-
 /// The server has waited for a lock as long as it does.
 bool isWaitedInVain(const PGresult *result)
 {
@@ -35,11 +26,6 @@ bool isWaitedInVain(const PGresult *result)
 }
 
 } // namespace
-
-void PostgresDriver::ResultDeleter::operator()(pg_result *result) const
-{
-    PQclear(result);
-}
 
 PostgresDriver::PostgresDriver(const PostgresParameters &parameters)
     : parameters_(parameters)
@@ -246,7 +232,7 @@ std::optional<CellTable> PostgresDriver::cameFor(const Command &select) const
     if (foreseen_.empty() || !isForeseen(select))
         return std::nullopt;
     const Result &rows = foreseen_[std::size_t(foreseenPlace(select))].rows;
-    return rows && isDone(rows.get()) ? std::optional(rowsOf(rows, select)) : std::nullopt;
+    return rows && isDone(rows.get()) ? std::optional(rowsOf(rows, select.text())) : std::nullopt;
 }
 
 bool PostgresDriver::isFresh() const
@@ -262,34 +248,12 @@ PostgresDriver::Result PostgresDriver::run(const QString &statement)
 
 CellTable PostgresDriver::read(const Command &select)
 {
-    return rowsOf(this->select(select), select);
+    return rowsOf(this->select(select), select.text());
 }
 
 CellTable PostgresDriver::readWithin(const Guard &guard, const Command &select)
 {
-    return rowsOf(this->select(select, &guard), select);
-}
-
-CellTable PostgresDriver::rowsOf(const Result &result, const Command &select)
-{
-    const PGresult *const rows = result.get();
-    const int columnCount = PQnfields(rows);
-    const int rowCount = PQntuples(rows);
-    std::vector<ResultColumn> described;
-    for (int column = 0; column < columnCount; ++column)
-        described.push_back(
-            describeColumn(QString::fromUtf8(PQfname(rows, column)), isNumeric(PQftype(rows, column)), select.text()));
-    CellTable table(std::move(described));
-    for (int row = 0; row < rowCount; ++row) {
-        for (int column = 0; column < columnCount; ++column) {
-            const int length = PQgetlength(rows, row, column);
-            if (length == 0 && PQgetisnull(rows, row, column))
-                table.addNull();
-            else
-                table.addText(PQgetvalue(rows, row, column), static_cast<std::size_t>(length));
-        }
-    }
-    return table;
+    return rowsOf(this->select(select, &guard), select.text());
 }
 
 int PostgresDriver::write(const Command &statement)

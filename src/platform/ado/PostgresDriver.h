@@ -2,6 +2,7 @@
 
 #include "platform/ado/Driver.h"
 #include "platform/ado/PostgresAddress.h"
+#include "platform/ado/PostgresRows.h"
 
 #include <QElapsedTimer>
 
@@ -10,7 +11,6 @@
 #include <vector>
 
 struct pg_conn;
-struct pg_result;
 
 namespace ado {
 
@@ -62,12 +62,7 @@ protected:
     void putReadingRight();
 
 private:
-    struct ResultDeleter
-    {
-        void operator()(pg_result *result) const;
-    };
-    using Result = std::unique_ptr<pg_result, ResultDeleter>;
-
+    using Result = PostgresResult;
     using Bundle = std::vector<Command>; ///< of one that fails those behind it are not run
     using Results = std::vector<Result>;
     struct Foreseen
@@ -108,7 +103,6 @@ private:
     static bool isDone(const pg_result *result);
     /// Raises what the server, or the library, said.
     void requireDone(const Results &results);
-    static CellTable rowsOf(const Result &result, const Command &select);
     static int rowsTouched(const Result &result);
     /// As the library takes them, the address's own behind ours.
     PostgresParameters asked() const;

@@ -189,7 +189,7 @@ PostgresDriver::Result PostgresDriver::answer()
     Wait wait;
     awaitAnswer(wait);
     Result last;
-    while (Result next{PQgetResult(session())}) {
+    while (Result next = ownedResult(PQgetResult(session()))) {
         last = std::move(next);
         const ExecStatusType status = PQresultStatus(last.get());
         if (status == PGRES_COPY_IN || status == PGRES_COPY_OUT || status == PGRES_COPY_BOTH) {
@@ -208,7 +208,7 @@ PostgresDriver::Results PostgresDriver::answers(std::size_t count, Wait &wait, b
     Results results;
     for (int nothing = 0; nothing < 2 && PQstatus(session()) != CONNECTION_BAD;) { // each answer ends with nothing
         awaits = awaits && awaitAnswer(wait);
-        Result next(PQgetResult(session()));
+        Result next = ownedResult(PQgetResult(session()));
         if (PQresultStatus(next.get()) == PGRES_PIPELINE_SYNC)
             break;
         nothing = next ? 0 : nothing + 1;

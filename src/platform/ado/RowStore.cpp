@@ -162,7 +162,7 @@ bool RowStore::keysRepeat() const
     std::vector<std::int64_t> numbers;
     std::vector<QString> others;
     for (int row = 0; row < cells_->rowCount(); ++row) {
-        const CellTable::Cell &cell = cells_->cell(row, keyColumn_);
+        const CellTable::Cell cell = cells_->cell(row, keyColumn_);
         if (cell.kind == CellTable::Kind::Integer)
             numbers.push_back(cell.integer);
         else
@@ -203,7 +203,7 @@ int RowStore::find(const QVariant &key) const
     const auto isIt = [&](Physical row) {
         if (!whole || keyColumn_ < 0 || row >= loaded)
             return keyOf(row) == key;
-        const CellTable::Cell &cell = cells_->cell(static_cast<int>(row), keyColumn_);
+        const CellTable::Cell cell = cells_->cell(static_cast<int>(row), keyColumn_);
         return cell.kind == CellTable::Kind::Integer ? cell.integer == number : keyOf(row) == key;
     };
     return order_.find(isIt);

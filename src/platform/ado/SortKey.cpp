@@ -127,7 +127,7 @@ std::uint64_t realPrefix(double value)
 
 SortKey sortKeyOf(const CellTable &table, int row, int column, TextBlocks &folded)
 {
-    const CellTable::Cell &cell = table.cell(row, column);
+    const CellTable::Cell cell = table.cell(row, column);
     const ResultColumn &description = table.columns()[static_cast<std::size_t>(column)];
     if (cell.kind == CellTable::Kind::Null)
         return {};

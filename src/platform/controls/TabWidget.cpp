@@ -1,5 +1,6 @@
 #include "platform/controls/TabWidget.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QStyleOptionTabWidgetFrame>
 #include <QTabBar>

@@ -1,0 +1,81 @@
+#include "platform/ado/PostgresRows.h"
+
+#include "platform/ado/Driver.h"
+
+#include <libpq-fe.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace ado {
+
+namespace {
+
+// Type numbers of the server's catalogue, which never change.
+constexpr Oid numericTypes[]{16 /* bool */,    20 /* int8 */,    21 /* int2 */, 23 /* int4 */,
+                             700 /* float4 */, 701 /* float8 */, 1700 /* numeric */};
+
+bool isNumeric(Oid type)
+{
+    return std::ranges::find(numericTypes, type) != std::end(numericTypes);
+}
+
+CellTable::Cell cellOf(const PGresult *rows, int row, int column)
+{
+    const int length = PQgetlength(rows, row, column);
+    if (length == 0 && PQgetisnull(rows, row, column))
+        return {{.integer = 0}, 0, CellTable::Kind::Null};
+    return {{.text = PQgetvalue(rows, row, column)}, static_cast<std::uint32_t>(length), CellTable::Kind::Text};
+}
+
+class PostgresRows : public HeldRows
+{
+public:
+    explicit PostgresRows(PostgresResult result)
+        : result_(std::move(result))
+    {
+    }
+
+    int count() const override { return PQntuples(result_.get()); }
+    CellTable::Cell cell(int row, int column) const override { return cellOf(result_.get(), row, column); }
+
+private:
+    PostgresResult result_;
+};
+
+void copyRows(const PGresult *rows, CellTable &table)
+{
+    for (int row = 0; row < PQntuples(rows); ++row) {
+        for (int column = 0; column < PQnfields(rows); ++column) {
+            const CellTable::Cell cell = cellOf(rows, row, column);
+            if (cell.kind == CellTable::Kind::Null)
+                table.addNull();
+            else
+                table.addText(cell.text, cell.length);
+        }
+    }
+}
+
+} // namespace
+
+PostgresResult ownedResult(pg_result *result)
+{
+    return {result, &PQclear};
+}
+
+CellTable rowsOf(const PostgresResult &result, const QString &statement)
+{
+    constexpr int many = 4096; // cells
+    const PGresult *const rows = result.get();
+    std::vector<ResultColumn> described;
+    for (int column = 0; column < PQnfields(rows); ++column)
+        described.push_back(
+            describeColumn(QString::fromUtf8(PQfname(rows, column)), isNumeric(PQftype(rows, column)), statement));
+    if (PQntuples(rows) > many / std::max(PQnfields(rows), 1))
+        return {std::move(described), std::make_shared<PostgresRows>(result)};
+    CellTable table(std::move(described));
+    copyRows(rows, table);
+    return table;
+}
+
+} // namespace ado
