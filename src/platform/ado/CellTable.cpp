@@ -89,6 +89,8 @@ bool CellTable::isSame(const CellTable &other) const
 {
     if (rowCount() != other.rowCount() || columns() != other.columns())
         return false;
+    if (held_ && other.held_)
+        return held_->isSame(*other.held_);
     for (int row = 0; row < rowCount(); ++row) {
         if (!sameRow(row, other, row))
             return false;

@@ -157,6 +157,8 @@ public:
     virtual int count() const = 0;
     /// A text stays as long as this does.
     virtual CellTable::Cell cell(int row, int column) const = 0;
+    /// Whether every cell is the same; those are as many rows of the same columns.
+    virtual bool isSame(const HeldRows &other) const = 0;
 };
 
 } // namespace ado

@@ -2,13 +2,12 @@
 
 #include "platform/ado/CellTable.h"
 #include "platform/ado/Driver.h"
+#include "platform/ado/RowSequence.h"
 
 #include <QString>
 
-#include <cstdint>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace ado {
 
@@ -17,7 +16,7 @@ struct KeptRows
 {
     QString statement;
     std::shared_ptr<const CellTable> cells;
-    std::vector<std::uint32_t> order;
+    RowSequence order;                 ///< as loaded
     std::optional<TableMoment> moment; ///< of the reading, where the engine tells what happens after it
     qlonglong notListed = 0;           ///< rows that the table had beside them then
 };

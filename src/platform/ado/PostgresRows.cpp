@@ -5,6 +5,7 @@
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace ado {
@@ -28,6 +29,15 @@ CellTable::Cell cellOf(const PGresult *rows, int row, int column)
     return {{.text = PQgetvalue(rows, row, column)}, static_cast<std::uint32_t>(length), CellTable::Kind::Text};
 }
 
+/// A text of the server has no zero within.
+bool isSameCell(const PGresult *one, const PGresult *other, int row, int column)
+{
+    const char *const text = PQgetvalue(one, row, column);
+    if (std::strcmp(text, PQgetvalue(other, row, column)) != 0)
+        return false;
+    return *text || PQgetisnull(one, row, column) == PQgetisnull(other, row, column);
+}
+
 class PostgresRows : public HeldRows
 {
 public:
@@ -38,6 +48,18 @@ public:
 
     int count() const override { return PQntuples(result_.get()); }
     CellTable::Cell cell(int row, int column) const override { return cellOf(result_.get(), row, column); }
+    bool isSame(const HeldRows &other) const override
+    {
+        const auto *const same = dynamic_cast<const PostgresRows *>(&other);
+        const int columns = PQnfields(result_.get());
+        for (int row = 0; same && row < count(); ++row) {
+            for (int column = 0; column < columns; ++column) {
+                if (!isSameCell(result_.get(), same->result_.get(), row, column))
+                    return false;
+            }
+        }
+        return same;
+    }
 
 private:
     PostgresResult result_;

@@ -28,6 +28,14 @@ const RowSequence::Rows &RowSequence::loaded() const
     return loaded_;
 }
 
+RowSequence RowSequence::likeLoaded() const
+{
+    RowSequence other(*this);
+    if (!pending_)
+        other.rows_ = loaded_;
+    return other;
+}
+
 int RowSequence::find(const std::function<bool(Row)> &isIt) const
 {
     auto found = std::ranges::find_if(rows_, isIt);
@@ -49,19 +57,19 @@ void RowSequence::loadLater(RowOrdering ordering, std::function<void(const Rows 
 {
     load({});
     const std::size_t count = ordering.count();
-    pending_.emplace(std::move(ordering), std::move(known), count);
+    pending_ = std::make_shared<Pending>(std::move(ordering), std::move(known), count);
 }
 
-/// What waits is put aside first: whoever is told may look here.
 void RowSequence::settle() const
 {
     if (!pending_)
         return;
-    rows_ = pending_->ordering.all();
-    loaded_ = rows_;
-    const auto known = std::move(pending_->known);
-    pending_.reset();
-    known(rows_);
+    const std::shared_ptr<Pending> settled = std::exchange(pending_, nullptr);
+    if (!settled->all) {
+        settled->all = settled->ordering.all();
+        settled->known(*settled->all);
+    }
+    rows_ = loaded_ = *settled->all;
 }
 
 int RowSequence::remove(int row)

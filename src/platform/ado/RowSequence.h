@@ -4,13 +4,14 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace ado {
 
 /// The rows of a list in their order, and as they stood when it was loaded. A long list is put in order as far as somebody
-/// looks: a window shows its first screen, and the others wait until they are asked for.
+/// looks: a window shows its first screen, and the others wait until they are asked for. A copy waits for the same.
 class RowSequence
 {
 public:
@@ -22,6 +23,7 @@ public:
     Row at(int row) const;
     const Rows &all() const;
     const Rows &loaded() const;
+    RowSequence likeLoaded() const;
     /// -1 when none of them is.
     int find(const std::function<bool(Row)> &isIt) const;
 
@@ -42,11 +44,12 @@ private:
         RowOrdering ordering;
         std::function<void(const Rows &)> known;
         std::size_t count;
+        std::optional<Rows> all = {}; ///< since the first that waited for it asked
     };
 
     void settle() const;
 
-    mutable std::optional<Pending> pending_;
+    mutable std::shared_ptr<Pending> pending_;
     mutable Rows rows_; ///< as long as there is something pending, the first ones
     mutable Rows loaded_;
 };

@@ -74,7 +74,7 @@ void RowStore::loadKeys(const RowStore *before)
 {
     keyColumn_ = 0;
     if (before && before->moment_
-        && takeOver({shape_.whole(), before->cells_, before->order_.loaded(), *before->moment_},
+        && takeOver({shape_.whole(), before->cells_, before->order_, *before->moment_},
                     shape_.keys() + QStringLiteral(" WHERE ") + shape_.keyName(), keyOrder()))
         return;
     Connection::Private &layer = connection_->layer();
@@ -92,7 +92,7 @@ void RowStore::loadWhole(const Command &select, const RowStore *before)
     const std::optional<KeptRows> &kept = connection_->layer().kept;
     const bool isAsKept =
         extent_ == Extent::Kept && kept && kept->statement == shape_.whole() && isAsBefore(kept->cells, kept->order);
-    if (!isAsKept && !(before && before->whole_ && isAsBefore(before->cells_, before->order_.loaded())))
+    if (!isAsKept && !(before && before->whole_ && isAsBefore(before->cells_, before->order_)))
         orderLoaded(orderColumns(*cells_), before);
     if (byContent_ || (keyColumn_ >= 0 && (shape_.joined() || shape_.key().isEmpty()) && keysRepeat()))
         keyColumn_ = -1;

@@ -133,7 +133,7 @@ private:
     void knowColumns();
     bool takeOverKept();
     void keepForNext() const;
-    bool isAsBefore(const std::shared_ptr<const CellTable> &cells, std::span<const Physical> order);
+    bool isAsBefore(const std::shared_ptr<const CellTable> &cells, const RowSequence &order);
     bool loadFirstRows();
     void numberRows(const RowStore *before);
     RowImage lastRead(Physical row) const;

@@ -75,7 +75,7 @@ bool RowStore::takeOver(const KeptRows &before, const QString &rowsOfKeys, std::
     const std::vector<Physical> stood =
         written->empty() ? std::vector<Physical>() : whereKeysStand(*before.cells, *written);
     const auto loaded = static_cast<Physical>(before.cells->rowCount());
-    std::vector<Physical> order = before.order;
+    std::vector<Physical> order = before.order.loaded();
     std::erase_if(order, [&](Physical row) { return row >= loaded || std::ranges::find(stood, row) != stood.end(); });
     std::shared_ptr<const CellTable> cells = before.cells;
     std::shared_ptr<CellTable> changed;
@@ -122,17 +122,17 @@ bool RowStore::takeOverKept()
 
 void RowStore::keepForNext() const
 {
-    connection_->layer().kept = KeptRows{shape_.whole(), cells_, order_.loaded(), moment_,
+    connection_->layer().kept = KeptRows{shape_.whole(), cells_, order_.likeLoaded(), moment_,
                                          moment_ ? number(shape_.countInTable()) - count() : 0};
 }
 
 /// Read whole, a list is most often what it was: then neither its rows nor their order are made once more.
-bool RowStore::isAsBefore(const std::shared_ptr<const CellTable> &cells, std::span<const Physical> order)
+bool RowStore::isAsBefore(const std::shared_ptr<const CellTable> &cells, const RowSequence &order)
 {
-    if (!cells || order.size() != static_cast<std::size_t>(cells->rowCount()) || !cells->isSame(*cells_))
+    if (!cells || order.size() != cells->rowCount() || !cells->isSame(*cells_))
         return false;
     cells_ = cells;
-    order_.load({order.begin(), order.end()});
+    order_ = order.likeLoaded();
     return true;
 }
 
