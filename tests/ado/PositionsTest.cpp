@@ -1,7 +1,5 @@
 #include "tests/ado/Desks.h"
 
-#include <algorithm>
-
 class Positions : public Desks
 {
 };
@@ -230,24 +228,4 @@ TEST_P(Positions, LargeSetsAreReadInScreenfuls)
     for (int row : {0, 63, 64, 127, 209, 130})
         EXPECT_EQ(products->valueAt(row, name), QStringLiteral("p%1").arg(209 - row, 3, 10, QLatin1Char('0')));
     EXPECT_EQ(products->currentRow(), 0);
-}
-
-TEST_P(Positions, ALongListOpenedAgainIsInOrderWhateverAnotherProgramDidMeanwhile)
-{
-    QStringList values;
-    for (int row = 0; row < 1200; ++row)
-        values << QStringLiteral("('p%1')").arg(row * 7 % 1200, 4, 10, QLatin1Char('0'));
-    clinic.run(QStringLiteral("INSERT INTO tPSProductMaster (PM_Name) VALUES ") + values.join(u','));
-    for (const char *meanwhile : {"UPDATE tPSProductMaster SET PM_Name = 'p0' WHERE PM_PK = 700",
-                                  "DELETE FROM tPSProductMaster WHERE PM_PK < 40",
-                                  "INSERT INTO tPSProductMaster (PM_Name) VALUES ('p0000x'), ('a')"}) {
-        clinic.run(QString::fromUtf8(meanwhile));
-        for (const CursorType cursor : {CursorType::Static, CursorType::Keyset}) {
-            const auto list =
-                opened(QStringLiteral("SELECT PM_PK, PM_Name FROM tPSProductMaster ORDER BY PM_Name"), cursor);
-            const QStringList names = column(*list, QStringLiteral("PM_Name")).split(u' ');
-            EXPECT_TRUE(std::ranges::is_sorted(names)) << meanwhile;
-            EXPECT_EQ(names.size(), clinic.value(QStringLiteral("SELECT COUNT(*) FROM tPSProductMaster")).toInt());
-        }
-    }
 }

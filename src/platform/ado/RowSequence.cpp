@@ -9,7 +9,8 @@ RowSequence::Row RowSequence::at(int row) const
 {
     constexpr std::size_t screen = 64; ///< rows, about what a grid shows
     const auto place = static_cast<std::size_t>(row);
-    if (pending_ && rows_.empty() && place < screen)
+    const bool isLong = pending_ && pending_->count > 2 * screen;
+    if (isLong && rows_.empty() && place < screen)
         rows_ = pending_->ordering.first(screen);
     if (pending_ && place >= rows_.size())
         settle();
