@@ -84,7 +84,8 @@ void registerSize(const ado::ConnectionPtr &connection, const std::string &size,
         for (auto _ : state) {
             ado::Recordset products;
             openRecordset(products, connection);
-            benchmark::DoNotOptimize(products.rowCount());
+            // A list is put in order as far as it is looked at.
+            benchmark::DoNotOptimize(products.bookmarkAt(products.rowCount() - 1));
         }
     });
     benchmark::RegisterBenchmark((name + "/bare").c_str(), [connection, statement](benchmark::State &state) {

@@ -38,6 +38,7 @@ public:
     {
         ado::Recordset anew;
         anew.Open(list().source(), connection_, ado::CursorType::Keyset, ado::LockType::Optimistic);
+        benchmark::DoNotOptimize(anew.bookmarkAt(anew.rowCount() - 1)); // so that it is in order to the last row
     }
     void restore()
     {
