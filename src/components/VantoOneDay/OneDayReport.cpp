@@ -100,20 +100,11 @@ QString oneDay::settledByOrder(Summed summed)
                                    : QString());
 }
 
-/// The text of a cell: the known one where it says the same, as the ledger does again and again.
-QByteArrayView OneDayReport::keep(QByteArrayView known, const Record &row, int column)
-{
-    QByteArray room;
-    const QUtf8StringView text = row.utf8(column, room);
-    const QByteArrayView found(text.data(), text.size());
-    return found == known ? known : QByteArrayView(texts_.add(found.data(), std::size_t(found.size())), found.size());
-}
-
 void OneDayReport::takeOrder(const Record &row)
 {
     Line &line = lines_[{false, row.key(0), row.key(1)}];
-    line.name = keep(line.name, row, 2);
-    line.chart = keep(line.chart, row, 3);
+    line.name = texts_.keep(line.name, row, 2);
+    line.chart = texts_.keep(line.chart, row, 3);
     line.sums[Owed] += row.amount(4);
     line.unpaidAtSale += row.amount(4);
 }
@@ -133,8 +124,8 @@ void OneDayReport::takeLedger(const Record &row)
     const int customer = row.key(1);
     Line *const ofTheDay = lines_.find({false, order, customer});
     Line &line = ofTheDay ? *ofTheDay : lines_[{true, order, customer}];
-    line.name = keep(line.name, row, 2);
-    line.chart = keep(line.chart, row, 3);
+    line.name = texts_.keep(line.name, row, 2);
+    line.chart = texts_.keep(line.chart, row, 3);
     QByteArray room;
     const QUtf8StringView method = row.utf8(5, room);
     const auto medium = std::size_t(mediumOf(method));
@@ -198,7 +189,8 @@ std::vector<SummaryLine> OneDayReport::summary(const Sums &totals) const
 {
     std::int64_t orders = 0;
     Sum outstandingMade;
-    for (const auto &[key, line] : lines_) {
+    for (const auto *one : lines_.inOrder()) {
+        const auto &[key, line] = *one;
         orders += std::get<0>(key) ? 0 : 1;
         outstandingMade += line.unpaidAtSale.notBelowZero();
     }
@@ -241,7 +233,8 @@ Sheet OneDayReport::makeSheet(int) const
                      {QStringLiteral("통장"), Kind::Money, 66},    {QStringLiteral("환불"), Kind::Money, 70},
                      {QStringLiteral("미수금"), Kind::Money, 70}};
     Sums totals{};
-    for (const auto &[key, line] : lines_) {
+    for (const auto *one : lines_.inOrder()) {
+        const auto &[key, line] = *one;
         const QString kind = std::get<0>(key) ? QStringLiteral("이전") : QStringLiteral("당일");
         Sums sums = line.sums;
         sums[Owed] = sums[Owed].notBelowZero();

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "components/frame/ByKey.h"
+#include "components/frame/KeptTexts.h"
 #include "components/frame/Report.h"
 
 #include <array>
+#include <cstdint>
+#include <functional>
 #include <tuple>
 
 namespace statistics {
@@ -53,6 +56,14 @@ private:
     using Sums = std::array<Sum, Amounts>;
     /// Of the day or not; then the order and the customer, since the ledger holds keys of the desk's receipts too.
     using Key = std::tuple<bool, int, int>;
+    struct HashOfKey
+    {
+        std::size_t operator()(const Key &key) const
+        {
+            return std::hash<std::uint64_t>()(std::uint64_t(std::uint32_t(std::get<1>(key))) << 32
+                                              | std::uint32_t(std::get<2>(key)));
+        }
+    };
     struct Line
     {
         QByteArrayView chart; ///< in UTF-8, as the name; both lie in texts_
@@ -62,15 +73,14 @@ private:
     };
 
     Sheet makeSheet(int view) const override;
-    QByteArrayView keep(QByteArrayView known, const Record &row, int column);
     void takeOrder(const Record &row);
     void takeLines(const Record &row);
     void takeLedger(const Record &row);
     void takeSettled(const Record &row);
     std::vector<SummaryLine> summary(const Sums &totals) const;
 
-    ByKey<Line, Key> lines_;
-    ado::TextBlocks texts_;
+    ByKey<Line, Key, HashOfKey> lines_;
+    KeptTexts texts_;
     Sum discounts_; ///< at the till
     Sum cuts_;
 };

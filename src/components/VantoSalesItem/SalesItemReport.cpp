@@ -84,7 +84,10 @@ QString salesItem::netByProduct(Summed summed)
 Figure SalesItemReport::productNames()
 {
     Figure products{salesItem::products(), Figure::Slices::Keys, salesItem::productBounds()};
-    products.take = [this](const Record &row) { products_[row.key(0)] = Product{row.text(1), row.text(2)}; };
+    products.take = [this](const Record &row) {
+        category_ = texts_.keep(category_, row, 1);
+        products_[row.key(0)] = {category_, texts_.keep({}, row, 2)};
+    };
     return products;
 }
 
@@ -92,6 +95,8 @@ std::vector<Figure> SalesItemReport::figures(const Period &period)
 {
     period_ = period;
     products_.clear();
+    texts_ = {};
+    category_ = {};
     sums_.clear();
     months_.clear(period);
     Figure lines{salesItem::linesByProduct(Summed::Yes), Figure::Slices::Keys, orderBounds()};
@@ -124,15 +129,16 @@ std::vector<Figure> SalesItemReport::figuresOf(int view, const Period &period)
 
 SalesItemReport::Product SalesItemReport::productOf(int key) const
 {
-    const Product *product = products_.find(key);
-    return product ? *product : Product{{}, QStringLiteral("(삭제된 물품 %1)").arg(key)};
+    const KeptProduct *const kept = products_.find(key);
+    return kept ? Product{QString::fromUtf8(kept->category), QString::fromUtf8(kept->name)}
+                : Product{{}, QStringLiteral("(삭제된 물품 %1)").arg(key)};
 }
 
 std::vector<SalesItemReport::Line> SalesItemReport::linesByProduct() const
 {
     std::vector<Line> lines;
-    for (const auto &[key, sums] : sums_)
-        lines.push_back({productOf(key), sums, {key}});
+    for (const auto *one : sums_.inOrder())
+        lines.push_back({productOf(one->first), one->second, {one->first}});
     return lines;
 }
 

@@ -2,6 +2,7 @@
 
 #include "components/VantoSalesItem/MonthTable.h"
 #include "components/frame/ByKey.h"
+#include "components/frame/KeptTexts.h"
 #include "components/frame/Report.h"
 
 #include <array>
@@ -49,6 +50,12 @@ private:
         QString category;
         QString name;
     };
+    /// In UTF-8, in texts_: of twenty thousand products a report shows some.
+    struct KeptProduct
+    {
+        QByteArrayView category;
+        QByteArrayView name;
+    };
     struct Line
     {
         Product product;
@@ -66,7 +73,9 @@ private:
     Sheet monthSheet() const;
 
     Period period_;
-    ByKey<Product> products_;
+    ByKey<KeptProduct> products_;
+    KeptTexts texts_;
+    QByteArrayView category_; ///< the last, which many products share
     ByKey<Sums> sums_;
     MonthTable months_;
 };

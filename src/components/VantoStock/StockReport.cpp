@@ -187,7 +187,8 @@ std::vector<Figure> StockReport::figures(const Period &period)
 std::vector<const StockReport::Product *> StockReport::shown(int view) const
 {
     std::vector<const Product *> shown;
-    for (const auto &[key, product] : products_) {
+    for (const auto *one : products_.inOrder()) {
+        const Product &product = one->second;
         if (view == AllView || (product.isHandled && (view == HandledView || !product.state(rateDays_).isEmpty())))
             shown.push_back(&product);
     }

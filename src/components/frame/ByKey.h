@@ -1,61 +1,61 @@
 #pragma once
 
-#include <map>
+#include <algorithm>
+#include <functional>
+#include <unordered_map>
+#include <vector>
 
 namespace statistics {
 
-/// Values by keys, whole numbers mostly, in their order. Rows mostly come by key, so the next places are looked at before all others
-/// are searched.
-template <typename Value, typename Key = int>
+/// Values by keys, whole numbers mostly. Rows often come by key, so the last one is looked at before all others.
+template <typename Value, typename Key = int, typename Hash = std::hash<Key>>
 class ByKey
 {
 public:
+    using Values = std::unordered_map<Key, Value, Hash>;
+
     void clear()
     {
         values_.clear();
-        last_ = values_.end();
+        last_ = nullptr;
     }
     Value *find(const Key &key)
     {
-        const auto at = seek(key);
-        return at != values_.end() && at->first == key ? &at->second : nullptr;
+        if (!last_ || last_->first != key) {
+            const auto found = values_.find(key);
+            if (found == values_.end())
+                return nullptr;
+            last_ = &*found;
+        }
+        return &last_->second;
     }
     const Value *find(const Key &key) const
     {
-        const auto at = values_.find(key);
-        return at != values_.end() ? &at->second : nullptr;
+        const auto found = values_.find(key);
+        return found != values_.end() ? &found->second : nullptr;
     }
     /// A new one where there is none.
     Value &operator[](const Key &key)
     {
-        const auto at = seek(key);
-        if (at == values_.end() || at->first != key)
-            last_ = values_.emplace_hint(at, key, Value());
+        if (!last_ || last_->first != key)
+            last_ = &*values_.try_emplace(key).first;
         return last_->second;
     }
 
-    auto begin() const { return values_.begin(); }
-    auto end() const { return values_.end(); }
-
-private:
-    using Values = std::map<Key, Value>;
-    static constexpr int near = 8;
-
-    /// The first that is not below the key.
-    typename Values::iterator seek(const Key &key)
+    /// By rising keys; as long as nothing is cleared.
+    std::vector<const typename Values::value_type *> inOrder() const
     {
-        int steps = 0;
-        if (last_ == values_.end() || last_->first > key)
-            steps = near;
-        for (; steps < near && last_ != values_.end() && last_->first < key; ++steps)
-            ++last_;
-        if (steps == near)
-            last_ = values_.lower_bound(key);
-        return last_;
+        std::vector<const typename Values::value_type *> all;
+        all.reserve(values_.size());
+        for (const auto &one : values_)
+            all.push_back(&one);
+        std::sort(all.begin(), all.end(), [](const auto *a, const auto *b) { return a->first < b->first; });
+        return all;
     }
 
+private:
     Values values_;
-    typename Values::iterator last_ = values_.end();
+    typename Values::value_type *last_ = nullptr;
 };
 
 } // namespace statistics
