@@ -58,7 +58,7 @@ void RowSequence::loadLater(RowOrdering ordering, std::function<void(const Rows 
 {
     load({});
     const std::size_t count = ordering.count();
-    pending_ = std::make_shared<Pending>(std::move(ordering), std::move(known), count);
+    pending_ = std::make_shared<Pending>(Pending{std::move(ordering), std::move(known), count});
 }
 
 void RowSequence::settle() const
