@@ -42,7 +42,7 @@ void ProductNames::readTogether(const std::function<QList<qint32>()> &keys)
         return;
     const QList<qint32> asked = keys();
     for (const qint32 key : asked) {
-        if (!names_.contains(key))
+        if (next.isOfUse() && !names_.contains(key))
             next.read(lookUp(key));
     }
     runtime::Attempt attempt; // the grid says of which row it cannot be read

@@ -305,7 +305,7 @@ void Recordset::moveTo(int row)
 
 bool Recordset::moveToKey(const Bookmark &key)
 {
-    const int row = d->open().find(key);
+    const int row = d->open().find(key, d->position);
     if (row < 0)
         return false;
     if (row != currentRow() || d->adding) {
@@ -353,7 +353,7 @@ Bookmark Recordset::bookmark() const
 
 void Recordset::setBookmark(const Bookmark &key)
 {
-    moveTo(std::max(d->open().find(key), 0));
+    moveTo(std::max(d->open().find(key, d->position), 0));
 }
 
 std::unique_ptr<Recordset> Recordset::Clone() const

@@ -37,16 +37,6 @@ RowSequence RowSequence::likeLoaded() const
     return other;
 }
 
-int RowSequence::find(const std::function<bool(Row)> &isIt) const
-{
-    auto found = std::ranges::find_if(rows_, isIt);
-    if (found == rows_.end() && pending_) {
-        settle();
-        found = std::ranges::find_if(rows_, isIt);
-    }
-    return found == rows_.end() ? -1 : static_cast<int>(found - rows_.begin());
-}
-
 void RowSequence::load(Rows rows)
 {
     pending_.reset();

@@ -2,6 +2,7 @@
 
 #include "platform/ado/RowOrder.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -24,8 +25,16 @@ public:
     const Rows &all() const;
     const Rows &loaded() const;
     RowSequence likeLoaded() const;
-    /// -1 when none of them is.
-    int find(const std::function<bool(Row)> &isIt) const;
+    /// The one row that is it, looked for from that place on and around; -1 when none is.
+    template <typename IsIt>
+    int find(const IsIt &isIt, int from = 0) const
+    {
+        const int found = findAmong(isIt, from);
+        if (found >= 0 || !pending_)
+            return found;
+        settle();
+        return findAmong(isIt, from);
+    }
 
     void load(Rows rows);
     /// `known` is told the order when it is known, as long as this stands.
@@ -47,6 +56,16 @@ private:
         std::optional<Rows> all = {}; ///< since the first that waited for it asked
     };
 
+    template <typename IsIt>
+    int findAmong(const IsIt &isIt, int from) const
+    {
+        const auto middle = rows_.begin() + std::clamp(from, 0, static_cast<int>(rows_.size()));
+        const auto behind = std::find_if(middle, rows_.end(), isIt);
+        if (behind != rows_.end())
+            return static_cast<int>(behind - rows_.begin());
+        const auto before = std::find_if(rows_.begin(), middle, isIt);
+        return before != middle ? static_cast<int>(before - rows_.begin()) : -1;
+    }
     void settle() const;
 
     mutable std::shared_ptr<Pending> pending_;

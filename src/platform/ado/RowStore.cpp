@@ -194,7 +194,7 @@ QVariant RowStore::key(int row) const
     return keyOf(order_.at(row));
 }
 
-int RowStore::find(const QVariant &key) const
+int RowStore::find(const QVariant &key, int near) const
 {
     // Most keys are whole numbers, and a grid asks for every row it shows.
     bool whole = false;
@@ -206,7 +206,7 @@ int RowStore::find(const QVariant &key) const
         const CellTable::Cell cell = cells_->cell(static_cast<int>(row), keyColumn_);
         return cell.kind == CellTable::Kind::Integer ? cell.integer == number : keyOf(row) == key;
     };
-    return order_.find(isIt);
+    return order_.find(isIt, near);
 }
 
 RowImage RowStore::image(int row)

@@ -62,7 +62,8 @@ public:
     int count() const { return order_.size(); }
     /// The key, or a number when rows have no key.
     QVariant key(int row) const;
-    int find(const QVariant &key) const; ///< -1 when absent
+    /// -1 when absent; `near`: where it may stand.
+    int find(const QVariant &key, int near = 0) const;
 
     /// The row as it was last read.
     RowImage image(int row);
