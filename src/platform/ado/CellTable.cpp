@@ -36,14 +36,12 @@ CellTable::Cell CellTable::heldCell(int row, int column) const
 /// Before one of them is written.
 void CellTable::takeHeldCells()
 {
-    if (!held_)
+    if (!isHeld())
         return;
-    const int rows = rowCount();
-    lends_ = std::move(held_);
     count_ = 0;
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < held_->count(); ++row) {
         for (int column = 0; column < columnCount(); ++column)
-            add(lends_->cell(row, column));
+            add(held_->cell(row, column));
     }
 }
 
@@ -89,7 +87,7 @@ bool CellTable::isSame(const CellTable &other) const
 {
     if (rowCount() != other.rowCount() || columns() != other.columns())
         return false;
-    if (held_ && other.held_)
+    if (isHeld() && other.isHeld())
         return held_->isSame(*other.held_);
     for (int row = 0; row < rowCount(); ++row) {
         if (!sameRow(row, other, row))

@@ -112,7 +112,7 @@ public:
 
     Cell cell(int row, int column) const
     {
-        if (held_)
+        if (isHeld())
             return heldCell(row, column);
         const std::size_t at = place(row, column);
         return blocks_[at / BlockCells][at % BlockCells];
@@ -138,6 +138,8 @@ private:
         blocks_.back().push_back(cell);
     }
     void addBlock();
+    /// Else those cells are in the blocks, and only their texts are lent.
+    bool isHeld() const { return held_ && blocks_.empty(); }
     Cell heldCell(int row, int column) const;
     void takeHeldCells();
 
@@ -145,8 +147,7 @@ private:
     std::vector<std::vector<Cell>> blocks_;
     std::size_t count_ = 0; ///< of cells
     TextBlocks texts_;
-    std::shared_ptr<const HeldRows> held_;  ///< whose cells these are
-    std::shared_ptr<const HeldRows> lends_; ///< texts to the cells in the blocks
+    std::shared_ptr<const HeldRows> held_;
 };
 
 /// The rows of an answer in the form in which a client library holds them.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 namespace ado {
 
@@ -90,13 +91,17 @@ std::vector<std::uint32_t> asTheyCame(std::size_t count)
 struct RowOrdering::Private
 {
     std::shared_ptr<const CellTable> table;
+    std::vector<OrderColumn> columns;
+    int keyColumn;
     std::vector<std::uint32_t> nearly;
-    RowComparison order;
+
+    /// With keys of its own: kept until somebody looks further, they would take a fifth of the list's room once more.
+    RowComparison comparison() const { return {*table, columns, keyColumn, Compared::Most}; }
 };
 
 RowOrdering::RowOrdering(std::shared_ptr<const CellTable> table, std::span<const OrderColumn> columns, int keyColumn,
                          std::vector<std::uint32_t> nearly)
-    : d(new Private{table, std::move(nearly), RowComparison(*table, columns, keyColumn, Compared::Most)})
+    : d(new Private{std::move(table), {columns.begin(), columns.end()}, keyColumn, std::move(nearly)})
 {
 }
 
@@ -111,7 +116,7 @@ std::size_t RowOrdering::count() const
 
 std::vector<std::uint32_t> RowOrdering::all()
 {
-    RowComparison &order = d->order;
+    RowComparison order = d->comparison();
     std::vector<std::uint32_t> nearly = std::move(d->nearly);
     if (nearly.size() != count())
         nearly = asTheyCame(count());
@@ -140,9 +145,10 @@ std::vector<std::uint32_t> RowOrdering::all()
 
 std::vector<std::uint32_t> RowOrdering::first(std::size_t number)
 {
+    RowComparison order = d->comparison();
     std::vector<std::uint32_t> rows = asTheyCame(count());
     const auto end = rows.begin() + static_cast<std::ptrdiff_t>(std::min(number, rows.size()));
-    std::ranges::partial_sort(rows, end, [&](std::uint32_t a, std::uint32_t b) { return d->order.before(a, b); });
+    std::ranges::partial_sort(rows, end, [&](std::uint32_t a, std::uint32_t b) { return order.before(a, b); });
     rows.erase(end, rows.end());
     return rows;
 }
