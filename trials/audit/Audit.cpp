@@ -124,8 +124,10 @@ private:
     /// A refusal must have its reason in what another desk wrote since the rows were read, to the order most often.
     void checkConflict(const Deed &deed, const std::vector<qint64> &tokens, bool some)
     {
+        // One of its own whose answer was lost may have been saved behind what it read then.
         const auto wrote = [&](const Deed *other) {
-            return other->desk != deed.desk && other->state != State::Refused && other->begun <= deed.ended
+            const bool isAnothers = other->desk != deed.desk || (other != &deed && other->state == State::Open);
+            return isAnothers && other->state != State::Refused && other->begun <= deed.ended
                    && (other->state == State::Open || other->ended >= deed.number("seen"));
         };
         const auto wroteToPatient = [&](const Deed *other) {
